@@ -1,0 +1,13 @@
+include(GoogleTest)
+
+# add_module_test(geometry SOURCES hull_test.cpp ... [LIBRARIES ...]) builds geometry_test from the
+# sources of this folder. It links the module alone, so a test also shows what the module needs.
+function(add_module_test name)
+  cmake_parse_arguments(T "" "" "SOURCES;LIBRARIES" ${ARGN})
+  add_executable(${name}_test ${T_SOURCES})
+  target_link_libraries(${name}_test PRIVATE ${name} ${T_LIBRARIES} test_support project_options
+                                             GTest::gtest_main)
+  set_target_properties(${name}_test PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/tests)
+  gtest_discover_tests(${name}_test TEST_PREFIX ${name}. DISCOVERY_TIMEOUT 60
+                       DISCOVERY_MODE PRE_TEST)
+endfunction()

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace orvane {
+
+/// File names as texts, with `/` as the separator.
+
+/// \return the text behind the last separator. In a path that holds a `?` the search for the
+///         separator goes back from the last `?`.
+std::string_view BaseName(std::string_view path);
+
+/// \return the text before the last separator, without it; empty if there is none, "/" for a name
+///         in the root
+std::string_view DirectoryName(std::string_view path);
+
+/// \return true if both paths have no directory, or if their directories have the same length and
+///         are the same without regard to case
+bool SameDirectory(std::string_view a, std::string_view b);
+
+/// `path` with its file name replaced; a path without a directory gives `name`.
+std::string ReplaceBaseName(std::string_view path, std::string_view name);
+
+/// `directory`, a separator if one is needed, `name`; the directory "." gives the name alone.
+std::string JoinPath(std::string_view directory, std::string_view name);
+
+}  // namespace orvane

@@ -1,0 +1,88 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace orvane {
+
+enum class Severity { Warning, Error, InternalError, Fatal };
+
+/// Where messages and questions go: boxes in the window program, lines on standard error in the
+/// batch tool, a list in a test. The core reports and goes on; nothing is thrown.
+class Messages {
+ public:
+  /// A message is cut to this many bytes before it is shown.
+  static constexpr size_t LongestMessage = 199;
+
+  virtual ~Messages() = default;
+
+  /// Shows one message. `text` is without "Internal Error: " and may hold line feeds.
+  virtual void Post(Severity severity, const std::string& text) = 0;
+
+  /// Asks a question with up to three buttons; empty button texts stand for no button.
+  /// \return 1, 2 or 3 for the button pressed
+  virtual int Ask(const std::string& title, const std::vector<std::string>& buttons,
+                  const std::string& text) = 0;
+
+  /// Asks for one line of text.
+  /// \param text  what stands in the field at first
+  /// \return the text, or nothing if the user cancelled
+  virtual std::optional<std::string> Prompt(const std::string& title, const std::string& message,
+                                            const std::string& text) = 0;
+};
+
+/// A warning: the user goes on. Each "%s" of `format` takes the next argument.
+void NoteWarning(Messages& messages, std::string_view format,
+                 std::initializer_list<std::string_view> arguments = {});
+/// A fault of the user's data.
+void NoteError(Messages& messages, std::string_view format,
+               std::initializer_list<std::string_view> arguments = {});
+/// A fault of the program, shown with "Internal Error: " in front.
+void NoteInternalError(Messages& messages, std::string_view format,
+                       std::initializer_list<std::string_view> arguments = {});
+/// The end: the front end stops the program after it.
+void NoteFatal(Messages& messages, std::string_view format,
+               std::initializer_list<std::string_view> arguments = {});
+
+/// Asks a question of up to three buttons; an empty text leaves a button out.
+/// \return 1, 2 or 3 for the button pressed
+int AskUser(Messages& messages, const std::string& title, const std::string& button1,
+            const std::string& button2, const std::string& button3, std::string_view format,
+            std::initializer_list<std::string_view> arguments = {});
+
+/// Asks for one line of text of fewer than `size` bytes.
+/// \param buffer  what stands in the field at first; receives the answer, emptied on cancel
+/// \return true on "OK", false on "Cancel"
+bool PromptForText(Messages& messages, const std::string& title, const std::string& message,
+                   std::string& buffer, size_t size);
+
+/// Keeps every message in a list and answers every question with one button; for tests and for
+/// callers that show messages later.
+class RecordedMessages : public Messages {
+ public:
+  struct Entry {
+    Severity severity;
+    std::string text;
+  };
+
+  /// \param answer  the button that answers every question, 1 to 3
+  explicit RecordedMessages(int answer = 1) : answer_(answer) {}
+
+  void Post(Severity severity, const std::string& text) override;
+  int Ask(const std::string& title, const std::vector<std::string>& buttons,
+          const std::string& text) override;
+  std::optional<std::string> Prompt(const std::string& title, const std::string& message,
+                                    const std::string& text) override;
+
+  /// In the order in which they were posted.
+  const std::vector<Entry>& Entries() const { return entries_; }
+  void Clear() { entries_.clear(); }
+
+ private:
+  int answer_;
+  std::vector<Entry> entries_;
+};
+
+}  // namespace orvane

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace orvane {
+
+/// A time of day that was read at the front of a text.
+struct TimePrefix {
+  int minutes = 0;    ///< minutes after midnight
+  size_t length = 0;  ///< bytes used; 0 if the text begins with neither a digit nor `:`
+};
+
+/// "%02d:%02d" of minutes after midnight; the empty text for 0.
+std::string FormatTime(int minutes);
+
+/// "%02d:%02d-%02d:%02d" of two times in minutes after midnight.
+std::string FormatTimeSpan(int from, int to);
+
+/// A number with a colon behind it is hours, and a second number the minutes; a number with no
+/// colon is hours * 100 + minutes. If a plain number gave less than 720 minutes, "am" behind it
+/// is skipped, and "pm" is skipped and adds 720, without regard to case.
+TimePrefix ParseTime(std::string_view text);
+
+}  // namespace orvane

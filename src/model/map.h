@@ -1,0 +1,102 @@
+#pragma once
+
+#include "model/records.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <forward_list>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace orvane {
+
+struct Workspace;
+
+/// Bits of `Map::flags`.
+enum MapFlag : std::uint32_t {
+  MapDirty = 1,         ///< changed since the last save
+  MapUntitled = 2,      ///< made by New; has no file yet
+  MapHasDeviation = 4,  ///< the deviation was given; otherwise the basis's is taken
+};
+
+/// Number of buckets of `Map::pointHash`. The buckets fix the order in which loose points stand
+/// and are saved; finding goes through `NameTable`.
+constexpr size_t NameBuckets = 32;
+
+/// Finds the points of one map by main name or synonym, without regard to case, in constant time.
+/// It holds one entry for each node of `Map::pointHash`.
+class NameTable {
+ public:
+  /// Adds an entry for `name`, one of the names of `point`.
+  void Add(Point& point, std::string_view name);
+  /// Takes out the newest entry of `point` for `name`, if there is one.
+  void Remove(const Point& point, std::string_view name);
+  /// \return the newest entry whose point bears `name` as its main name, else the newest one
+  ///         with it as a synonym, else null
+  Point* Find(std::string_view name) const;
+
+ private:
+  struct Entry {
+    Point* point;
+    std::uint32_t hash;
+    std::uint32_t next;
+  };
+  void Grow();
+
+  std::vector<Entry> entries_;
+  std::vector<std::uint32_t> heads_;  ///< index of the newest entry of each slot
+};
+
+/// One document: everything that a map file describes.
+struct Map {
+  Workspace* workspace = nullptr;  ///< the one that holds the map
+  std::string fileName;            ///< the path of the file, or "Untitled"
+  Map* basis = nullptr;            ///< the map that this one rests on
+  double magneticDeviation = 0;    ///< degrees, added to compass bearings
+  std::uint32_t flags = 0;         ///< `MapFlag` bits
+  PackedDate date = 0;             ///< stays 0 for maps read from a file
+  int contourEnabled = 0;          ///< contours are offered while this and the interval are not 0
+  int contourInterval = 0;         ///< metres between contour levels
+  std::array<std::optional<std::string>, 3> smName;  ///< names of SM1, SM2, SM3
+
+  /// Every name and synonym of an ordinary named point, by `NameBucket`; newest first. Change it
+  /// through `AddPointName` and `RemovePointName`, which keep `names` in step.
+  std::array<std::forward_list<Point*>, NameBuckets> pointHash;
+  NameTable names;
+
+  std::forward_list<Point*> loosePoints;     ///< named points on no trail, newest first
+  std::forward_list<Point*> namelessPoints;  ///< points without name or trail, newest first
+  Point* origin = nullptr;
+
+  std::forward_list<Trail> trails;          ///< file order once a file is read; new ones in front
+  std::forward_list<Trail> contourTrails;   ///< generated contour lines; never saved
+  std::forward_list<Range> ranges;          ///< newest first
+  std::forward_list<Grid> grids;            ///< newest first
+  std::forward_list<GridShade> gridShades;  ///< newest first
+  std::vector<std::string> comments;        ///< `#` lines, each with its `#`, in file order
+  std::vector<std::string> credits;         ///< lines that begin with 0xA9, with it, in file order
+
+  std::deque<Point> pointStore;  ///< every point that this map made; a deque never moves them
+  std::deque<Link> rayStore;     ///< the rays of those points
+};
+
+/// Calls `visit(Point&)` for each node of the map's lists, in the one order of all walks: each
+/// trail with its points, then the loose points, then the nameless ones. A point that stands in
+/// several lists is met several times.
+template <typename Visit>
+void ForEachPoint(const Map& map, Visit visit) {
+  for (const Trail& trail : map.trails) {
+    for (Point* point : trail.points) visit(*point);
+  }
+  for (Point* point : map.loosePoints) visit(*point);
+  for (Point* point : map.namelessPoints) visit(*point);
+}
+
+/// Makes a point of `map` with the given name. It enters no list.
+Point& MakePoint(Map& map, std::string_view name);
+
+}  // namespace orvane

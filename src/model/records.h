@@ -1,0 +1,239 @@
+#pragma once
+
+#include "base/colors.h"
+#include "base/dates.h"
+#include "geo/positions.h"
+
+#include <cstdint>
+#include <forward_list>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace orvane {
+
+/// The records of a map. They are plain: every field has a default, functions elsewhere give them
+/// meaning. All text is 8-bit and passes through untouched; "text or none" is an optional.
+///
+///     record                owner                          referred to by (never owning)
+///     Map                   Workspace::maps                Map::basis, Point::map, windows
+///     Point                 Map::pointStore                Trail::points, Map's lists,
+///     Measurement::base Measurement           Point::measurements            - Link (rays)
+///     Map::rayStore                  Point::rays, Link::reverse Link (links)          one run of
+///     SolveMap            Point::links, Link::reverse Trail                 Map::trails,
+///     contourTrails     Point::trail, panel rows, ranges Grid, GridShade       Map::grids,
+///     gridShades         GridShade::grid Range, SearchKey      Map::ranges, Range::keys panel rows
+///
+/// Orders are behaviour. "Newest first" is a forward_list to whose front new items are pushed;
+/// "in walking order" and "in file order" are vectors.
+
+struct Map;
+struct Point;
+struct Trail;
+
+// --- Measurements ---------------------------------------------------------------------------
+
+/// Bits of `Measurement::flags`. Exactly one of the four kinds is set.
+enum MeasurementFlag : std::uint32_t {
+  MeasureCompass = 1,          ///< bearing, distance and inclination from `base`
+  MeasureGps = 2,              ///< a fix in latitude and longitude
+  MeasureAltitude = 4,         ///< an altitude by itself
+  MeasureAbsoluteBearing = 8,  ///< the bearing is true: no magnetic deviation is added
+  MeasureNear = 16,            ///< the point is near a place named by text
+  MeasureWritten = 32,         ///< the writer's mark
+  MeasureDerived = 64,         ///< made by the program, never written
+};
+
+/// One reading from a notebook, held by the point that it helps to place.
+struct Measurement {
+  std::uint32_t flags = 0;      ///< `MeasurementFlag` bits
+  float altitude = NoAltitude;  ///< metres, a whole number, or `NoAltitude`
+  int count = 1;                ///< readings averaged, at least 1; a weight
+  LatLon position;              ///< GPS: the fix; its own altitude is `NoAltitude` when read
+  Point* base = nullptr;        ///< compass: the far end; null otherwise
+  double bearing = 0;      ///< compass: degrees clockwise from north, from the holder to `base`
+  double distance = 0;     ///< compass: metres along the slope
+  double inclination = 0;  ///< compass: degrees, -90 to 90, up towards `base`
+  std::string nearName;    ///< near: the text that names the place
+};
+
+/// One direction of a pair of points between which shots were taken; the solver's record.
+struct Link {
+  Point* other = nullptr;   ///< the far end
+  Link* next = nullptr;     ///< next of the same list, older
+  Link* reverse = nullptr;  ///< the mirror of this one in `other`'s list
+  float bearing = 0;        ///< degrees from the holder to `other`; a weighted sum while collecting
+  float distance = 0;       ///< metres along the slope; likewise
+  float inclination = 0;    ///< degrees; likewise
+  int count = 0;            ///< sum of the counts of the measurements
+  bool walked = false;      ///< taken up into a chain
+};
+
+// --- Points ---------------------------------------------------------------------------------
+
+/// Bits of `Point::flags`.
+enum PointFlag : std::uint32_t {
+  PointPlaced = 1,        ///< `geo` and `projected` hold a valid place
+  PointInProgress = 2,    ///< being worked on; cleared with `PointPlaced` before solving
+  PointVisited = 4,       ///< a mark for walks over the map; each walk clears it first
+  PointVisitedPrint = 8,  ///< the same for labels on paper
+  PointNamedTwice = 32,   ///< the name was looked up and found again after it was made
+  PointScratch = 64,      ///< made for a polygon or a transect; in no list of a map
+  PointMarkFilled = 512,  ///< the point's own mark is filled
+};
+
+/// Values of `Point::markShape`.
+enum PointMark : std::uint8_t { PointMarkNone = 0, PointMarkCircle = 1, PointMarkSquare = 2 };
+
+/// A survey point: a place with a name, readings and, once solved, a position.
+struct Point {
+  std::forward_list<Measurement> measurements;  ///< newest first
+  std::forward_list<std::string> synonyms;      ///< further names, newest first
+  std::string name;                             ///< empty for a nameless point
+  std::optional<std::string> note;
+  Map* map = nullptr;       ///< the map that made the point; null for a scratch point
+  Trail* trail = nullptr;   ///< the first trail that used this point; null for none
+  LatLon geo;               ///< the solved or fixed place
+  Meters projected;         ///< the place in the plane of the operation that projected it last
+  std::uint32_t flags = 0;  ///< `PointFlag` bits
+  double labelLimit = 0;    ///< metres per pixel above which name and mark vanish; 0 for always
+  int markSize = 0;         ///< size of the point's own mark, in half widths of a letter
+  std::uint8_t markShape = PointMarkNone;
+  int timeOfDay = 0;      ///< time-named point: minutes after midnight
+  int duration = 0;       ///< time-named point: minutes
+  int sm[3] = {0, 0, 0};  ///< the measures SM1, SM2, SM3; 0 for none
+
+  // The solver's working fields; never saved, and read by the solver alone.
+  Link* links = nullptr;          ///< shots of some length, newest first; good for one solve
+  Link* rays = nullptr;           ///< shots of no length, newest first; kept between solves
+  double latSum = 0;              ///< degrees, weighted; never cleared
+  double lonSum = 0;              ///< degrees, weighted; never cleared
+  float altSum = 0;               ///< metres, weighted; never cleared
+  int positionWeight = 0;         ///< sum of the counts behind `latSum`, `lonSum`
+  int altitudeWeight = 0;         ///< sum of the counts behind `altSum`
+  int regionIndex = 0;            ///< column of this point in the matrix of its region
+  std::uint32_t solverVisit = 0;  ///< the last walk of the solver that came by
+};
+
+// --- Trails ---------------------------------------------------------------------------------
+
+/// Bits of `Trail::flags`.
+enum TrailFlag : std::uint32_t {
+  TrailContour = 1 << 11,   ///< made by contour generation
+  TrailMeasured = 1 << 12,  ///< plane, aspect, slope and slantedArea are valid
+  TrailClosed = 1 << 13,    ///< ends on the point where it starts; set with the metrics
+  TrailHidden = 1 << 18,    ///< its row starts hidden
+};
+
+/// Values of `lineStyle`. The words stand in the file.
+enum LineStyle { LineUnset = 0, LineSolid = 1, LineDotted = 2, LineDashed = 3 };
+/// Values of `labelMode`.
+enum LabelMode { LabelUnset = 0, LabelNone = 1, LabelFirstLast = 2, LabelAll = 3, LabelAuto = 4 };
+/// Values of `markStyle`. `MarkUnknown` is what an unknown word in a file leaves.
+enum MarkStyle {
+  MarkNone = 0,
+  MarkCircle = 1,
+  MarkCross = 2,
+  MarkTick = 3,
+  MarkRect = 4,
+  MarkPlus = 5,
+  MarkHalfTick = 6,
+  MarkBackHalfTick = 7,
+  MarkUnknown = 15
+};
+
+/// An ordered walk over points: a path in the forest, a boundary, or one day's follow of animals.
+struct Trail {
+  std::optional<std::string> name;
+  std::vector<Point*> points;  ///< in walking order; a point may stand there more than once
+  std::string type;            ///< path type, or species or group of a follow
+  std::optional<std::string> focalAnimal;
+  PackedDate date = 0;  ///< 0 for none
+  double width = 0;     ///< metres on the ground; 0 for the thinnest line
+  int groupSize = 1;    ///< at least 1
+  Color color = NoColor;
+  int lineStyle = LineUnset;
+  int labelMode = LabelUnset;
+  bool filled = false;  ///< drawn as a filled area
+  int fillPattern = 0;  ///< 0 to 7
+  int markStyle = MarkNone;
+  std::uint32_t flags = 0;  ///< `TrailFlag` bits
+  std::optional<std::string> note;
+
+  // Metrics, filled by MeasureTrail and never saved.
+  double plane[3] = {0, 0, 0};       ///< altitude = a * north + b * east + c, metres from the mean
+  double aspect = 0;                 ///< radians
+  double slope = 0;                  ///< radians
+  double area = 0;                   ///< square metres
+  double slantedArea = 0;            ///< square metres
+  double groundLength = NoAltitude;  ///< metres, or -9999 if some point has no altitude
+  double minAltitude = NoAltitude;   ///< metres, or -9999
+  double maxAltitude = NoAltitude;   ///< metres, or -9999
+};
+
+// --- Grids ----------------------------------------------------------------------------------
+
+/// How the cells of a grid are named along one axis.
+enum GridStyle {
+  GridUnlabelled = 0,
+  GridDecimal = 1,
+  GridRomanLower = 2,  ///< accepted and kept; names no cell
+  GridRomanUpper = 3,  ///< accepted and kept; names no cell
+  GridLettersLower = 4,
+  GridLettersUpper = 5
+};
+
+/// A survey grid of square cells; rows run south and columns east of the corner at angle 0.
+struct Grid {
+  Point* corner = nullptr;
+  int cellSize = 0;  ///< metres
+  int rows = 0;      ///< number of cells; negative: the grid extends the other way
+  int columns = 0;   ///< likewise
+  double angle = 0;  ///< degrees by which the grid is turned
+  int rowStyle = GridLettersUpper;
+  int columnStyle = GridDecimal;
+  int rowStart = 0;     ///< number of the first row
+  int columnStart = 0;  ///< number of the first column
+};
+
+/// Special values of `GridShade::value`; any value of 0 or more is a hatch angle in degrees.
+constexpr double ShadeFull = -10.0;     ///< the whole cell
+constexpr double ShadeOutline = -11.0;  ///< a thick outline
+constexpr double ShadeInset = -12.0;    ///< a smaller cell inside
+
+/// One shaded cell of a grid.
+struct GridShade {
+  double value = 0;
+  Color color = NoColor;
+  Grid* grid = nullptr;
+  int row = 0;     ///< counted from the grid's start
+  int column = 0;  ///< likewise
+};
+
+// --- Ranges ---------------------------------------------------------------------------------
+
+/// One criterion of a range.
+struct SearchKey {
+  std::string type;  ///< trail type to match, or "points:" and a template
+  std::optional<std::string> focalAnimal;
+  int timeFrom = 0;  ///< minutes after midnight; equal to `timeTo` for no limit
+  int timeTo = 0;
+  PackedDate dateFrom = 0;  ///< 0 for no limit
+  PackedDate dateTo = 0;
+};
+
+/// A home range, defined by its search keys.
+struct Range {
+  std::optional<std::string> name;
+  std::optional<std::string> note;
+  std::forward_list<SearchKey> keys;  ///< newest first
+
+  // Bounds of the points of the range, degrees; valid if `hasBounds`.
+  bool hasBounds = false;
+  double minLat = 0;
+  double maxLat = 0;
+  double minLon = 0;
+  double maxLon = 0;
+};
+
+}  // namespace orvane
