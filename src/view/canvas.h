@@ -27,7 +27,8 @@ constexpr Color ForegroundColor = 0x7000000;  ///< the default foreground of a w
 
 enum class PenPattern { Solid, Dotted, Dashed, Hollow };
 
-/// How lines and outlines are drawn. A width of 0 is the thinnest line of the device.
+/// How lines and outlines are drawn. A width of 0 is the thinnest line of the device; a hollow pen
+/// draws nothing.
 struct Pen {
   int width = 0;  ///< pixels
   PenPattern pattern = PenPattern::Solid;
@@ -58,10 +59,13 @@ class Canvas {
   virtual void DrawLine(Pixel from, Pixel to) = 0;
   /// A run of joined lines with the current pen; fewer than two points draw nothing.
   virtual void DrawPolyline(const std::vector<Pixel>& points) = 0;
-  /// A closed area: filled with the brush, outlined with the pen.
+  /// A closed area: filled with the brush by the even-odd rule, outlined with the pen. The first
+  /// point may be repeated as the last one.
   virtual void DrawPolygon(const std::vector<Pixel>& points) = 0;
+  /// A rectangle, filled with the brush and outlined with the pen inside its edge. With a hollow
+  /// pen the brush covers exactly the pixels of `rect`.
   virtual void DrawRect(const PixelRect& rect) = 0;
-  /// The ellipse that fits `rect`.
+  /// The ellipse that fits `rect`, filled and outlined likewise.
   virtual void DrawOval(const PixelRect& rect) = 0;
   /// Text in the current font and fore colour, `at` being the start of its baseline. A text that
   /// is valid UTF-8 is shown as such, any other is taken as Latin-1.

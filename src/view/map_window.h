@@ -1,0 +1,85 @@
+#pragma once
+
+#include "geo/angle_text.h"
+#include "geo/positions.h"
+#include "model/map.h"
+#include "view/canvas.h"
+#include "view/panel_rows.h"
+
+#include <cstdint>
+#include <list>
+
+namespace orvane {
+
+/// Bits of `MapWindow::flags`. The form of angles, which other programs of this kind keep among
+/// them, is the field `coordinateDisplay`.
+enum MapWindowFlag : std::uint32_t {
+  MapWindowPlaced = 1,         ///< the view has its first place
+  MapWindowInfoShown = 2,      ///< the info panel is shown
+  MapWindowInfoWaits = 4,      ///< the info panel is shown at the next change of size
+  MapWindowDrag = 8,           ///< a mouse button is held
+  MapWindowPan = 16,           ///< the drag moves the map
+  MapWindowPrint = 32,         ///< the view is one of paper
+  MapWindowGridsHidden = 64,   ///< no grids are drawn
+  MapWindowFindMarker = 512,   ///< the Find marker stands at `highlight`
+  MapWindowTrailFlash = 1024,  ///< `selectedTrail` is shown by Find
+  MapWindowNotesDue = 2048,    ///< the map's notes are to be shown
+  MapWindowNotesShown = 4096,  ///< the map's notes are up
+  MapWindowSelection = 8192,   ///< `selection` holds a rubber band
+};
+
+/// One view of a map: where it looks, what it shows and what it draws on. It is plain: the
+/// functions of view_transform.h move it and `DrawMap` draws it; neither knows a window, so a
+/// caller that changes a view asks for its own repaint. Screen, picture and paper are alike; a job
+/// on paper works on a copy (which copies the rows, a few hundred records).
+struct MapWindow {
+  Map* map = nullptr;        ///< what is shown; not owned
+  Canvas* target = nullptr;  ///< what is drawn on now; not owned
+
+  // Where the view looks.
+  double top = 0;               ///< metres north of the equator at the upper edge
+  double bottom = 0;            ///< the same at the lower edge
+  double left = 0;              ///< metres east of the central longitude; normally -`right`
+  double right = 0;             ///< the same at the right edge
+  float scale = 1;              ///< pixels per metre
+  float rotation = 0;           ///< degrees; at 0 north is up, at 90 east is
+  double centralLongitude = 0;  ///< degrees, from -180 up to but not including 180
+  int longitudeWrap = 0;        ///< 0, 360 or -360; not 0 only inside `DrawMap`
+  int clientWidth = 0;          ///< pixels; set by `SetClientSize`, as the next three
+  int clientHeight = 0;         ///< pixels
+  int centerColumn = 0;         ///< half the width
+  int centerRow = 0;            ///< half the height
+
+  // How it is drawn.
+  std::uint32_t flags = 0;  ///< `MapWindowFlag` bits
+  CoordinateDisplay coordinateDisplay = CoordinateDisplay::Minutes;
+  Color background = 0xFFFFFF;  ///< what the canvas is cleared to
+  Color gridColor = 0xA0A0A0;   ///< grid lines on paper
+  bool fewColors = false;       ///< the display has too few colours for light greys
+  int ascent = 0;               ///< pixels above the baseline of the small font
+  int lineHeight = 0;           ///< pixels of its ascent and descent
+  int labelAscent = 0;          ///< the same for the font of labels
+  int labelHeight = 0;
+  float penWidthFactor = 1;  ///< unit of thick lines: `labelHeight` / 8 on a screen
+
+  std::list<TrailPanelRow> trailViews;  ///< which trails are drawn and how; the tree's top level
+  std::list<RangePanelRow> rangeViews;  ///< which ranges are drawn and how
+
+  const Trail* selectedTrail = nullptr;  ///< drawn thick in `MarkerColor`, even if not visible
+  LatLon highlight;                      ///< where the Find marker stands
+
+  // What the pointer does.
+  Pixel pressPoint;     ///< the last press of a button; moves with a pan
+  Pixel pointer;        ///< where the pointer is
+  double savedTop = 0;  ///< `top` and `left` at the last press
+  double savedLeft = 0;
+  LatLon selection[2];  ///< the corners of the last rubber band: its beginning, its end
+};
+
+/// True for a view of paper.
+inline bool IsPrint(const MapWindow& view) { return (view.flags & MapWindowPrint) != 0; }
+
+/// Takes the measures of both fonts from `view.target`, and the unit of thick lines for a screen.
+void TakeFontMetrics(MapWindow& view);
+
+}  // namespace orvane

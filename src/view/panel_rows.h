@@ -1,0 +1,99 @@
+#pragma once
+
+#include "model/records.h"
+
+#include <cstdint>
+#include <list>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace orvane {
+
+struct MapWindow;
+struct RangeIntersection;
+
+/// What a view shows of its map, and how, apart from the map itself: a tree of trail rows and a
+/// list of range rows. The panes beside the map show and change them, the drawing walks them. They
+/// live in their `MapWindow`, so two windows on one map can show different things.
+
+/// A row of the tree: one trail, a group of them, or the row "New" at the end. `lineStyle`,
+/// `labelMode`, `fillPattern` and `markStyle` take the values of the fields of `Trail`.
+struct TrailPanelRow {
+  std::string text;       ///< what the pane shows
+  bool visible = false;   ///< drawn on the map
+  bool open = false;      ///< the pane shows the children
+  bool selected = false;  ///< selected in the pane
+  bool filled = false;    ///< drawn as a filled area too
+  bool fixed = false;     ///< the row "New", the last of all
+  int lineStyle = LineUnset;
+  int labelMode = LabelUnset;
+  int fillPattern = 0;
+  int markStyle = MarkNone;
+  Color color = 0;
+  Trail* trail = nullptr;             ///< null for a group and for "New"; not owned
+  std::list<TrailPanelRow> children;  ///< sorted by text; rows never move in memory
+};
+
+/// Values of `RangePanelRow::drawMode`.
+enum RangeDrawMode {
+  RangeDrawClear = 0,
+  RangeDrawHash = 1,
+  RangeDrawCoreGrid = 2,
+  RangeDrawSm1 = 3,
+  RangeDrawSm2 = 4,
+  RangeDrawSm3 = 5
+};
+
+/// A row of the range list: a range, an intersection of two, or the row "New" at the end.
+struct RangePanelRow {
+  std::optional<std::string> text;  ///< name of the range or the intersection, or "New"
+  bool visible = false;
+  bool selected = false;
+  bool fixed = false;                      ///< the row "New"
+  int shading = 0;                         ///< fill pattern, 0 to 5; 6 and more for none
+  bool showSm[3] = {false, false, false};  ///< show the points with that measure
+  int drawMode = RangeDrawClear;
+  std::uint32_t clusterMask = 0;  ///< bit i shows the contour of (100 - 5 i) %
+  Color color = 0;
+  Range* range = nullptr;                     ///< or null; not owned
+  RangeIntersection* intersection = nullptr;  ///< or null; not owned
+};
+
+/// Makes the trail rows of a view anew: all trails of the basis chain, deepest first, then the
+/// map's own, and for each map that offers contours the hidden group "Contours"; "New" comes last.
+/// What was open, selected and visible is lost.
+void BuildTrailRows(MapWindow& view);
+
+/// Adds the row of one trail in its sorted place, in the group of its type, which is made if there
+/// is none.
+/// \return the row; good until the rows are built anew
+TrailPanelRow& AddTrailRow(MapWindow& view, Trail& trail);
+
+/// Adds the row of a contour trail below the group "Contours", in a group of its type.
+TrailPanelRow& AddContourRow(MapWindow& view, Trail& trail);
+
+/// The row for a text on one level; made if there is none with that text, in any case of letters.
+/// A new row goes behind the last row with a smaller text, so each level stays sorted, and before
+/// the row "New".
+/// \param rows    the level: `MapWindow::trailViews`, or the children of `parent`
+/// \param parent  the row above, or null on the top level
+/// \param trail   the trail that the row stands for, or null for a group
+/// \param sample  the trail for which a group is made, or null
+TrailPanelRow& RowForText(std::list<TrailPanelRow>& rows, const TrailPanelRow* parent,
+                          std::string_view text, Trail* trail, const Trail* sample);
+
+/// The look of a new row: that of its parent, or by the type that the text of a group names; then
+/// what the trail or, without one, the sample says itself. Parameters as for `RowForText`.
+TrailPanelRow MakeTrailRow(const TrailPanelRow* parent, std::string_view text, Trail* trail,
+                           const Trail* sample);
+
+/// \return the row of that trail, depth first, or null
+TrailPanelRow* FindTrailRow(MapWindow& view, const Trail& trail);
+
+/// \return the first selected trail row, depth first, or null
+TrailPanelRow* FirstSelectedTrailRow(MapWindow& view);
+/// \return the first selected range row in list order, or null
+RangePanelRow* FirstSelectedRangeRow(MapWindow& view);
+
+}  // namespace orvane

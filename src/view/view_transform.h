@@ -1,0 +1,108 @@
+#pragma once
+
+#include "view/map_window.h"
+
+#include <string>
+
+namespace orvane {
+
+/// From places to pixels and back, and the operations that set scale and centre. North and east
+/// are those of `LatLonToMeters`, each place scaled by the cosine of its own latitude; under a
+/// rotation both directions turn about pixel (0, 0). None of these functions repaints.
+
+/// The largest row or column, to both sides, that drawing can take.
+constexpr int LargestPixel = 32000;
+
+/// A pixel before rounding.
+struct ExactPixel {
+  double row = 0;
+  double column = 0;
+};
+
+/// The pixel of a place, moved into the 16-bit range along the line to the centre of the window,
+/// so that a line that leaves the window keeps its direction. Always within +-`LargestPixel`; a
+/// place that is no number comes out somewhere within it.
+Pixel MapToScreen(const MapWindow& view, const LatLon& place);
+/// The same before rounding by floor(v + 0.5).
+ExactPixel MapToScreenExact(const MapWindow& view, const LatLon& place);
+
+/// The place under a pixel; `longitudeWrap` does not enter and the longitude may lie beyond 180.
+/// No altitude.
+LatLon ScreenToMap(const MapWindow& view, Pixel pixel);
+
+/// Sets the size of the client rectangle and its centre, and nothing else.
+void SetClientSize(MapWindow& view, int width, int height);
+
+/// Puts a place at the middle of the client rectangle; scale and rotation stay.
+void CenterOn(MapWindow& view, const LatLon& place);
+/// \param north, east  metres; east from longitude 0
+void CenterOnMeters(MapWindow& view, double north, double east);
+
+/// A view kept from an earlier run, for the map of one file.
+struct SavedView {
+  std::string fileName;  ///< the map that it belongs to
+  double latitude = 0;   ///< degrees, of the centre
+  double longitude = 0;  ///< degrees, of the centre
+  double scale = 0;      ///< pixels per metre; 0 for no saved view
+  double rotation = 0;   ///< degrees
+  bool hideGrids = false;
+};
+
+/// The first placing of a view, after `SetClientSize`: the saved view if it belongs to the map's
+/// very file, else about one standard deviation of the points to each side of their mean.
+/// \param saved  may be null
+void InitView(MapWindow& view, const SavedView* saved = nullptr);
+
+/// What is done when the client rectangle has changed: north at the centre and scale stay. A
+/// rotation is not taken into account, on purpose.
+void ResizeView(MapWindow& view);
+
+/// The whole of a change of size: `SetClientSize`, then `InitView` the first time (it sets
+/// `MapWindowPlaced`), `ResizeView` always.
+void SizeView(MapWindow& view, int width, int height, const SavedView* saved = nullptr);
+
+/// Zooms so that a box shows, with a margin of a fortieth at each side. A rotation is not taken
+/// into account. A box of no extent in either direction is shown at `LargestScale`.
+/// \param north, south, east, west  degrees
+void FitToBounds(MapWindow& view, double north, double south, double east, double west);
+
+/// The scales, in pixels per metre, within which the functions of this file keep a view that they
+/// zoom: from the whole earth within a fraction of a pixel to a thousandth of a millimetre.
+constexpr double SmallestScale = 1e-9;
+constexpr double LargestScale = 1e6;
+
+/// Centre and radius of the points of a map, in metres.
+struct Extent {
+  double north = 0;
+  double east = 0;   ///< from longitude 0
+  float radius = 1;  ///< above 0
+};
+
+/// Mean and spread of the points of the first map down the basis chain that has trails or loose
+/// points: those of its trails, or of its loose points if its trails have none. Points that are
+/// not placed do not count.
+Extent MapExtent(const Map& map);
+
+/// True if a pixel lies outside the client rectangle.
+bool ViewOutOfWindow(const MapWindow& view, Pixel pixel);
+
+/// Moves the map under the pointer from `pressPoint`, which follows, to `pixel`.
+void PanTo(MapWindow& view, Pixel pixel);
+
+/// Directions of the arrow keys.
+enum class ViewStep { North, South, East, West };
+/// Moves the centre by a tenth of the view; by a hundredth with shift, a thirtieth with control.
+void StepView(MapWindow& view, ViewStep step, bool shift, bool control);
+
+/// Multiplies the scale and centres on the place under `pixel`: the keys "+" and "-" with 2 and
+/// 0.5 at the pointer, and the double click.
+void ZoomOnPixel(MapWindow& view, Pixel pixel, double factor);
+/// Multiplies the scale; the place under `pixel` stays there, as the mouse wheel wants it.
+void ZoomAboutPixel(MapWindow& view, Pixel pixel, double factor);
+/// What a double click does: in by 2, or out if shift is held or, the other way round, for a
+/// button other than the left one.
+void ZoomByDoubleClick(MapWindow& view, bool shift, bool otherButton);
+/// Shows the box of two pixels of a rubber band.
+void ZoomToPixels(MapWindow& view, Pixel a, Pixel b);
+
+}  // namespace orvane
