@@ -1,11 +1,33 @@
+# add_module(geo SOURCES sphere.cpp HEADERS sphere.h USES base [LIBRARIES Qt6::Gui])
+#
 # One folder below src/ is one static library. A folder may include only the folders that it USES
-# and those that these use: the layering test compares every #include line with this table, which
-# the calls below fill.
+# and those that these use: the layering test compares every #include line with the table that
+# these calls fill, and with the table in docs/ARCHITECTURE.md. LIBRARIES are those that come from
+# outside.
 function(add_module name)
   cmake_parse_arguments(M "" "" "SOURCES;HEADERS;USES;LIBRARIES" ${ARGN})
   add_library(${name} STATIC ${M_SOURCES})
-  target_sources(${name} PUBLIC FILE_SET HEADERS BASE_DIRS ${PROJECT_SOURCE_DIR}/src FILES ${M_HEADERS})
+  target_sources(${name} PUBLIC FILE_SET HEADERS BASE_DIRS ${PROJECT_SOURCE_DIR}/src
+                                FILES ${M_HEADERS})
   target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
   target_link_libraries(${name} PUBLIC ${M_USES} ${M_LIBRARIES} PRIVATE project_options)
-  set_property(GLOBAL APPEND PROPERTY ORVANE_MODULES "${name}:${M_USES}")
+  note_module(${name} "${M_USES}")
+endfunction()
+
+# add_program(cli NAME orvane-cli SOURCES main.cpp [HEADERS ...] USES mapfile view
+#             [LIBRARIES CLI11::CLI11])
+#
+# A folder below src/ that is a program: build/<preset>/bin/NAME.
+function(add_program folder)
+  cmake_parse_arguments(P "" "NAME" "SOURCES;HEADERS;USES;LIBRARIES" ${ARGN})
+  add_executable(${P_NAME} ${P_SOURCES} ${P_HEADERS})
+  target_include_directories(${P_NAME} PRIVATE ${PROJECT_SOURCE_DIR}/src)
+  target_link_libraries(${P_NAME} PRIVATE ${P_USES} ${P_LIBRARIES} project_options)
+  note_module(${folder} "${P_USES}")
+endfunction()
+
+# Enters a folder in the table of the layering test, as `name:use,use`.
+function(note_module name uses)
+  list(JOIN uses "," joined)
+  set_property(GLOBAL APPEND PROPERTY ORVANE_MODULES "${name}:${joined}")
 endfunction()

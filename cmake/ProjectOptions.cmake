@@ -8,7 +8,18 @@ target_compile_options(project_options INTERFACE
 if(WARNINGS_AS_ERRORS)
   target_compile_options(project_options INTERFACE -Werror)
 endif()
+
+# -O2, not the -O3 that CMake would give: the same speed here, and a smaller program. Asserts stay
+# out of release builds and in all others.
+set(CMAKE_CXX_FLAGS_RELEASE "-O2 -DNDEBUG")
+
 if(SANITIZE)
+  # The containers of the standard library check their indexes and iterators too.
+  add_compile_definitions(_GLIBCXX_ASSERTIONS)
   add_compile_options(-fsanitize=${SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=${SANITIZE})
+endif()
+if(WITH_FUZZERS)
+  # Everything that a fuzz target links tells libFuzzer which branches were taken.
+  add_compile_options(-fsanitize=fuzzer-no-link)
 endif()

@@ -1,0 +1,17 @@
+# add_module_benchmark(survey SOURCES survey_bench.cpp [LIBRARIES ...])
+#
+# Builds build/<preset>/bench/survey_bench, to be run by hand. The target `bench_smoke` runs every
+# benchmark for a moment, which shows that it still works; its figures mean nothing.
+function(add_module_benchmark name)
+  cmake_parse_arguments(B "" "" "SOURCES;LIBRARIES" ${ARGN})
+  add_executable(${name}_bench ${B_SOURCES})
+  target_link_libraries(${name}_bench PRIVATE ${name} ${B_LIBRARIES} project_options
+                                              benchmark::benchmark_main)
+  set_target_properties(${name}_bench PROPERTIES
+    RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bench)
+  add_custom_target(bench_smoke_${name}
+    COMMAND ${CMAKE_COMMAND} -E env QT_QPA_PLATFORM=offscreen
+            $<TARGET_FILE:${name}_bench> --benchmark_min_time=0.01
+    USES_TERMINAL)
+  add_dependencies(bench_smoke bench_smoke_${name})
+endfunction()

@@ -1,0 +1,42 @@
+# Shows on one pair of files that compare_golden tells equal from different.
+#   cmake -D COMPARE=<program> -D CASE=<pair> -D WORK_DIR=<scratch> -P compare_finds_faults.cmake
+cmake_minimum_required(VERSION 3.25)
+
+# Writes both texts and compares the status, 0 for equal and 1 for different.
+function(expect status ending expected actual)
+  file(WRITE ${WORK_DIR}/${CASE}_expected.${ending} "${expected}")
+  file(WRITE ${WORK_DIR}/${CASE}_actual.${ending} "${actual}")
+  execute_process(
+    COMMAND ${COMPARE} ${WORK_DIR}/${CASE}_expected.${ending} ${WORK_DIR}/${CASE}_actual.${ending}
+    RESULT_VARIABLE result OUTPUT_VARIABLE output)
+  if(NOT result STREQUAL status)
+    message(SEND_ERROR "status ${result}, not ${status}, for\n${expected}\n${actual}\n${output}")
+  endif()
+endfunction()
+
+if(CASE STREQUAL "numbers_near")
+  expect(0 json "{\"a\": [1.5]}" "{\"a\":[1.5000000000001]}")
+  expect(0 json "[0.0, -2]" "[0, -2.0]")
+elseif(CASE STREQUAL "numbers_far")
+  expect(1 json "[1.5]" "[1.50000001]")
+  expect(1 json "[1e-12]" "[0]")
+  expect(1 json "[3]" "[4]")
+elseif(CASE STREQUAL "order_of_keys")
+  expect(1 json "{\"a\": 1, \"b\": 2}" "{\"b\": 2, \"a\": 1}")
+  expect(1 json "{\"a\": 1}" "{\"a\": 1, \"b\": 2}")
+elseif(CASE STREQUAL "list_length")
+  expect(1 json "{\"a\": [1, 2]}" "{\"a\": [1]}")
+  expect(1 json "[[]]" "[{}]")
+elseif(CASE STREQUAL "null_for_zero")
+  expect(1 json "[0]" "[null]")
+  expect(1 json "[\"1\"]" "[1]")
+  expect(1 json "[1]" "[1")
+elseif(CASE STREQUAL "text_line")
+  expect(0 txt "D\t1999-4-3\nx\n" "D\t2024-12-31\nx\n")
+  expect(1 txt "D\t1999-4-3\n" "D\t1999-4-3\textra\n")
+  expect(1 txt "x\n" "x")
+  expect(1 txt "x\ny\n" "x\n")
+  expect(1 txt "x \n" "x\n")
+else()
+  message(FATAL_ERROR "no pair ${CASE}")
+endif()

@@ -1,0 +1,65 @@
+# Runs one golden case and compares what came out with the files beside the map; see
+# add_golden_case. With RENEW_GOLDEN in the environment it writes those files instead: `renew` sets
+# it, and the change is to be read before it is committed.
+cmake_minimum_required(VERSION 3.25)
+
+set(here ${CMAKE_CURRENT_LIST_DIR}/${COMMAND})
+set(out ${OUTPUT_DIR}/${CASE}.out)
+set(err ${OUTPUT_DIR}/${CASE}.err)
+set(saved ${OUTPUT_DIR}/${CASE}.saved)
+file(MAKE_DIRECTORY ${OUTPUT_DIR})
+file(REMOVE ${out} ${err} ${saved})
+
+set(file_out "")
+if(COMMAND STREQUAL "save")
+  set(file_out ${saved})
+endif()
+execute_process(
+  COMMAND ${CLI} ${COMMAND} ${CASE}.map ${file_out} ${ARGS}
+  WORKING_DIRECTORY ${here}
+  OUTPUT_FILE ${out} ERROR_FILE ${err} RESULT_VARIABLE status)
+
+# The ending of the file for standard output follows from what is there, or else from the command.
+set(ending txt)
+if(EXISTS ${here}/${CASE}.json OR (COMMAND MATCHES "^(dump|locate)$" AND NOT EXISTS ${here}/${CASE}.txt))
+  set(ending json)
+endif()
+
+# Compares the file `actual` with `expected`, where a missing file is an empty one, or renews it.
+function(check expected actual)
+  set(size 0)
+  if(EXISTS ${actual})
+    file(SIZE ${actual} size)
+  endif()
+  if(DEFINED ENV{RENEW_GOLDEN})
+    if(size EQUAL 0)
+      file(REMOVE ${expected})
+    else()
+      file(COPY_FILE ${actual} ${expected} ONLY_IF_DIFFERENT)
+    endif()
+    return()
+  endif()
+  if(NOT EXISTS ${expected})
+    if(size GREATER 0)
+      execute_process(COMMAND ${CMAKE_COMMAND} -E cat ${actual})
+      message(SEND_ERROR "Output above, and there is no ${expected}")
+    endif()
+    return()
+  endif()
+  if(NOT EXISTS ${actual})
+    message(SEND_ERROR "${expected} is not empty, and nothing came out")
+    return()
+  endif()
+  execute_process(COMMAND ${COMPARE} ${expected} ${actual} RESULT_VARIABLE different)
+  if(NOT different EQUAL 0)
+    message(SEND_ERROR "${actual} is not as ${expected} tells")
+  endif()
+endfunction()
+
+if(NOT status STREQUAL STATUS)
+  execute_process(COMMAND ${CMAKE_COMMAND} -E cat ${err})
+  message(SEND_ERROR "Exit status ${status}, not ${STATUS}")
+endif()
+check(${here}/${CASE}.${ending} ${out})
+check(${here}/${CASE}.err ${err})
+check(${here}/${CASE}.saved ${saved})

@@ -1,0 +1,20 @@
+# Every folder of src/ tells its subject in a README.md.
+#   cmake -D SOURCE_DIR=<tree> -P readmes.cmake
+cmake_minimum_required(VERSION 3.25)
+
+file(GLOB lists ${SOURCE_DIR}/src/*/CMakeLists.txt)
+set(missing "")
+foreach(list IN LISTS lists)
+  cmake_path(GET list PARENT_PATH folder)
+  set(lines "")
+  if(EXISTS ${folder}/README.md)
+    file(STRINGS ${folder}/README.md lines)
+  endif()
+  if(lines STREQUAL "")
+    list(APPEND missing ${folder}/README.md)
+  endif()
+endforeach()
+if(missing OR NOT lists)
+  list(JOIN missing "\n" text)
+  message(FATAL_ERROR "Missing or empty:\n${text}")
+endif()
