@@ -9,7 +9,10 @@ using Color = int;
 constexpr Color NoColor = -1;
 
 /// Reads one of the 23 colour names (without regard to case), "rgb(r,g,b)", "rgb(r%,g%,b%)",
-/// "r g b" in decimal or hexadecimal, or 3, 6 or 12 hexadecimal digits with or without `#`.
+/// "r g b" in decimal or else in hexadecimal, or 3, 6 or 12 hexadecimal digits with or without
+/// `#`. The components of the forms with three numbers are clamped to 0 to 255; white space may
+/// stand before each number, and what stands behind the third one is not looked at, so
+/// "12 34 5f" is decimal and has a 5 as its blue.
 /// \return 0xRRGGBB, or -1 if the text is none of these
 Color ParseColor(std::string_view text);
 

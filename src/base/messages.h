@@ -1,5 +1,6 @@
 #pragma once
 
+#include <initializer_list>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -46,7 +47,8 @@ void NoteInternalError(Messages& messages, std::string_view format,
 void NoteFatal(Messages& messages, std::string_view format,
                std::initializer_list<std::string_view> arguments = {});
 
-/// Asks a question of up to three buttons; an empty text leaves a button out.
+/// Asks a question of up to three buttons; an empty text leaves a button out, and the others keep
+/// their numbers. A question is not cut as a message is.
 /// \return 1, 2 or 3 for the button pressed
 int AskUser(Messages& messages, const std::string& title, const std::string& button1,
             const std::string& button2, const std::string& button3, std::string_view format,
@@ -59,11 +61,19 @@ bool PromptForText(Messages& messages, const std::string& title, const std::stri
                    std::string& buffer, size_t size);
 
 /// Keeps every message in a list and answers every question with one button; for tests and for
-/// callers that show messages later.
+/// callers that show messages later. A prompt is answered with the text that stands in it, by the
+/// first button, or cancelled.
 class RecordedMessages : public Messages {
  public:
   struct Entry {
     Severity severity;
+    std::string text;
+  };
+
+  /// A question that was asked. A prompt has the buttons "OK" and "Cancel".
+  struct Question {
+    std::string title;
+    std::vector<std::string> buttons;
     std::string text;
   };
 
@@ -78,11 +88,17 @@ class RecordedMessages : public Messages {
 
   /// In the order in which they were posted.
   const std::vector<Entry>& Entries() const { return entries_; }
-  void Clear() { entries_.clear(); }
+  /// In the order in which they were asked.
+  const std::vector<Question>& Questions() const { return questions_; }
+  void Clear() {
+    entries_.clear();
+    questions_.clear();
+  }
 
  private:
   int answer_;
   std::vector<Entry> entries_;
+  std::vector<Question> questions_;
 };
 
 }  // namespace orvane

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <initializer_list>
 #include <string>
 #include <string_view>
 
@@ -38,13 +39,21 @@ IntegerPrefix ReadInteger(std::string_view text);
 /// \param length  if not null, receives the bytes used
 int ReadInt32(std::string_view text, size_t* length = nullptr);
 
+/// The largest value of `ReadDigits`; whatever is counted in these files is far below it.
+constexpr long LargestReadDigits = 1000000000000;
+
+/// Reads decimal digits alone: no white space and no sign before them. A value above
+/// `LargestReadDigits` becomes that.
+IntegerPrefix ReadDigits(std::string_view text);
+
 /// "%g" with `digits` significant digits, always with a decimal point.
 std::string FormatGeneral(double value, int digits = 6);
 
 /// "%.{decimals}f", always with a decimal point.
 std::string FormatFixed(double value, int decimals = 6);
 
-/// Replaces each "%s" of `format` by the next of `arguments`, in order.
+/// Replaces each "%s" of `format` by the next of `arguments`, in order. Nothing else of `format`
+/// is special, an argument is not looked into, and a "%s" too many stays as it is.
 std::string FormatText(std::string_view format, std::initializer_list<std::string_view> arguments);
 
 }  // namespace orvane

@@ -19,7 +19,8 @@ std::string FormatTimeSpan(int from, int to);
 
 /// A number with a colon behind it is hours, and a second number the minutes; a number with no
 /// colon is hours * 100 + minutes. If a plain number gave less than 720 minutes, "am" behind it
-/// is skipped, and "pm" is skipped and adds 720, without regard to case.
+/// is skipped, and "pm" is skipped and adds 720, without regard to case. Without digits a number is
+/// 0; no range is checked, but a result outside 32 bits is 0.
 TimePrefix ParseTime(std::string_view text);
 
 }  // namespace orvane

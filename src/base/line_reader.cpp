@@ -1,0 +1,38 @@
+#include "base/line_reader.h"
+
+#include <algorithm>
+
+namespace orvane {
+
+namespace {
+
+/// Old files end with this byte, and hold it between lines.
+constexpr char EndOfText = '\xFF';
+
+bool EndsLine(char c) { return c == '\n' || c == '\r' || c == EndOfText; }
+
+}  // namespace
+
+LineReader::LineReader(std::string_view text, size_t longest)
+    : rest_(text), longest_(std::max<size_t>(longest, 1)) {}
+
+std::optional<std::string_view> LineReader::Next() {
+  if (rest_.empty() || rest_.front() == EndOfText) {
+    rest_ = {};
+    return std::nullopt;
+  }
+  const size_t most = std::min(rest_.size(), longest_);
+  size_t length = 0;
+  while (length < most && !EndsLine(rest_[length])) ++length;
+  const std::string_view line = rest_.substr(0, length);
+  rest_.remove_prefix(length);
+  // A line of exactly the longest length has its end taken too, so that no empty line and no end
+  // of the text is found behind it.
+  if (!rest_.empty() && EndsLine(rest_.front())) {
+    const bool pair = rest_.starts_with("\r\n");
+    rest_.remove_prefix(pair ? 2 : 1);
+  }
+  return line;
+}
+
+}  // namespace orvane
