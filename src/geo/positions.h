@@ -7,7 +7,7 @@ constexpr float NoAltitude = -9999.0F;
 
 /// True if `altitude` is one. The comparison is exact on purpose.
 constexpr bool HasAltitude(float altitude) { return altitude != NoAltitude; }
-constexpr bool HasAltitude(double altitude) { return altitude != double{NoAltitude}; }
+constexpr bool HasAltitude(double altitude) { return altitude != static_cast<double>(NoAltitude); }
 
 /// A place on the earth.
 struct LatLon {
