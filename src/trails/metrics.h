@@ -20,8 +20,8 @@ using Plane = std::array<double, 3>;
 
 /// The lowest and highest altitude of a list, in metres; both -9999 if no point has one.
 struct AltitudeSpan {
-  double min = NoAltitude;
-  double max = NoAltitude;
+  double min = static_cast<double>(NoAltitude);
+  double max = static_cast<double>(NoAltitude);
 };
 
 /// Fills the metric fields of the trail. `area` is filled, and `TrailClosed` set, only if its last
@@ -53,7 +53,8 @@ std::optional<Plane> FitPlane(PointSpan points);
 /// \param aspect  radians
 void TiltPoints(PointSpan points, double aspect, const Plane& plane);
 
-/// The way along a list, over its placed points alone.
+/// The way along a list, over its placed points alone. If `point` itself is not placed the last
+/// leg goes to the coordinates that it holds.
 /// \param points  from the link on at which the way begins
 /// \return metres of plan length to `point`; 0 if it is the first, -1 if it is not in the list
 double PathDistanceTo(PointSpan points, const Point& point);
