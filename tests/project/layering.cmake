@@ -92,6 +92,7 @@ endif()
 
 if(faults)
   list(JOIN faults "\n" text)
-  message(FATAL_ERROR "The layers are broken:\n${text}")
+  message("${text}")
+  message(FATAL_ERROR "The layers are broken.")
 endif()
 message("${count} sources keep to the table of modules.")
