@@ -6,6 +6,7 @@
 #include "view/canvas.h"
 #include "view/panel_rows.h"
 
+#include <cmath>
 #include <cstdint>
 #include <list>
 
@@ -78,6 +79,15 @@ struct MapWindow {
 
 /// True for a view of paper.
 inline bool IsPrint(const MapWindow& view) { return (view.flags & MapWindowPrint) != 0; }
+
+/// True for a point with a place that can be drawn: it is placed, and its place is a number.
+inline bool IsDrawable(const Point& point) {
+  return (point.flags & PointPlaced) != 0 && std::isfinite(point.geo.lat) &&
+         std::isfinite(point.geo.lon);
+}
+
+/// The colour that a record's colour is drawn in: the foreground if it has none.
+inline Color DrawnColor(Color color) { return color == NoColor ? ForegroundColor : color; }
 
 /// Takes the measures of both fonts from `view.target`, and the unit of thick lines for a screen.
 void TakeFontMetrics(MapWindow& view);

@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace orvane {
 
@@ -59,6 +60,9 @@ struct RangePanelRow {
   Range* range = nullptr;                     ///< or null; not owned
   RangeIntersection* intersection = nullptr;  ///< or null; not owned
 };
+
+/// Every row of a tree in the order of the pane: each row, then its children.
+std::vector<TrailPanelRow*> TrailRowsInOrder(std::list<TrailPanelRow>& rows);
 
 /// Makes the trail rows of a view anew: all trails of the basis chain, deepest first, then the
 /// map's own, and for each map that offers contours the hidden group "Contours"; "New" comes last.

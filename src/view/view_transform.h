@@ -26,11 +26,42 @@ Pixel MapToScreen(const MapWindow& view, const LatLon& place);
 /// The same before rounding by floor(v + 0.5).
 ExactPixel MapToScreenExact(const MapWindow& view, const LatLon& place);
 
+/// What `MapToScreen` takes from a view, worked out once for drawing many places: the results are
+/// the same to the bit. Good until the view changes.
+class ScreenTransform {
+ public:
+  explicit ScreenTransform(const MapWindow& view);
+
+  /// North and east in metres, east from the central longitude with the wrap.
+  Meters Project(const LatLon& place) const;
+  ExactPixel ToExactPixel(const Meters& projected) const;
+  Pixel ToPixel(const Meters& projected) const;
+  Pixel ToPixel(const LatLon& place) const { return ToPixel(Project(place)); }
+
+ private:
+  double top_;
+  double left_;
+  double scale_;
+  double centralLongitude_;
+  int longitudeWrap_;
+  int centerColumn_;
+  int centerRow_;
+  bool rotated_;
+  double cosine_;
+  double sine_;
+};
+
+/// Rounds by floor(v + 0.5) to a pixel within +-`LargestPixel`; 0 for what is no number.
+int RoundToPixel(double value);
+/// Cuts the fraction off, within the same bounds.
+int TruncateToPixel(double value);
+
 /// The place under a pixel; `longitudeWrap` does not enter and the longitude may lie beyond 180.
 /// No altitude.
 LatLon ScreenToMap(const MapWindow& view, Pixel pixel);
 
-/// Sets the size of the client rectangle and its centre, and nothing else.
+/// Sets the size of the client rectangle, each side from 1 to `LargestPixel` pixels, and its
+/// centre, and nothing else.
 void SetClientSize(MapWindow& view, int width, int height);
 
 /// Puts a place at the middle of the client rectangle; scale and rotation stay.
@@ -62,13 +93,14 @@ void ResizeView(MapWindow& view);
 void SizeView(MapWindow& view, int width, int height, const SavedView* saved = nullptr);
 
 /// Zooms so that a box shows, with a margin of a fortieth at each side. A rotation is not taken
-/// into account. A box of no extent in either direction is shown at `LargestScale`.
+/// into account. A box of no extent in either direction is shown like a map of one point, with a
+/// metre about it.
 /// \param north, south, east, west  degrees
 void FitToBounds(MapWindow& view, double north, double south, double east, double west);
 
 /// The scales, in pixels per metre, within which the functions of this file keep a view that they
-/// zoom: from the whole earth within a fraction of a pixel to a thousandth of a millimetre.
-constexpr double SmallestScale = 1e-9;
+/// zoom: from the whole earth within a few pixels to a thousandth of a millimetre.
+constexpr double SmallestScale = 1e-7;
 constexpr double LargestScale = 1e6;
 
 /// Centre and radius of the points of a map, in metres.

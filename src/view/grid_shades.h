@@ -1,0 +1,26 @@
+#pragma once
+
+#include "view/map_window.h"
+
+#include <array>
+
+namespace orvane {
+
+/// Draws the shaded cells of the map and of the maps that it rests on: first the full ones, then
+/// insets and outlines, then hatched ones, so that each kind lies above the ones before.
+void DrawGridShades(MapWindow& view);
+
+/// The corners of a shaded cell in pixels: north-west, north-east, south-east, south-west of a
+/// grid that is not turned, and the first once more.
+std::array<Pixel, 5> CellPolygon(const MapWindow& view, const GridShade& shade);
+
+/// Shrinks a cell about its centre until its side is `size` pixels long, in whole pixels; a cell
+/// whose first side is no longer than that stays as it is.
+/// \param corners  in order round the cell, the first repeated; changed in place
+void ShrinkPolygon(std::array<Pixel, 5>& corners, double size);
+
+/// Hatches a shaded cell with the current pen.
+/// The hatch angle is `shade.value`, in degrees clockwise from the columns.
+void HatchCell(const MapWindow& view, const GridShade& shade);
+
+}  // namespace orvane

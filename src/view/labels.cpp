@@ -1,0 +1,322 @@
+#include "view/labels.h"
+
+#include "base/text.h"
+#include "geo/earth.h"
+#include "model/workspace.h"
+#include "view/trail_lines.h"
+#include "view/view_transform.h"
+
+#include <algorithm>
+#include <iterator>
+#include <string_view>
+
+namespace orvane {
+
+namespace {
+
+constexpr double HalfTurn = 180.0;  // degrees
+
+std::uint32_t VisitedBit(const MapWindow& view) {
+  return IsPrint(view) ? PointVisitedPrint : PointVisited;
+}
+
+bool ShowsHiddenNames(const MapWindow& view) {
+  return view.map->workspace != nullptr && view.map->workspace->preferences.showHiddenNames;
+}
+
+std::string_view LabelText(const Point& point) {
+  std::string_view text = point.name;
+  while (!text.empty() && text.front() == ' ') text.remove_prefix(1);
+  return text;
+}
+
+int AddPixels(int a, int b) { return TruncateToPixel(1.0 * a + b); }
+
+/// Where a label is to stand, as worked out from its surroundings. The width of the text is asked
+/// for only where the place depends on it, since it is what takes most of the time.
+class LabelPlace {
+ public:
+  LabelPlace(const MapWindow& view, const Point& point, const LabelSite& site)
+      : view_(view), site_(site), text_(LabelText(point)) {
+    if (point.markShape != PointMarkNone) radius_ = OwnMarkRadius(point, site.letterWidth);
+    dx_ = view.ascent / 2 + radius_;
+    dy_ = view.labelAscent / 2 + radius_;
+    KeepClearOfPrevious();
+    KeepClearOfLineEnds();
+  }
+
+  std::string_view Text() const { return text_; }
+  Pixel Baseline() const { return {AddPixels(site_.pixel.x, dx_), AddPixels(site_.pixel.y, dy_)}; }
+
+  /// The box but for its width: none is taken.
+  PixelRect LeftEdge() const {
+    const Pixel at = Baseline();
+    const int top = at.y - view_.ascent;
+    return {at.x, top, at.x, top + view_.lineHeight};
+  }
+  PixelRect Box() const {
+    PixelRect box = LeftEdge();
+    box.right = box.left + Width();
+    return box;
+  }
+
+ private:
+  int Width() const {
+    if (width_ < 0) width_ = std::clamp(view_.target->TextWidth(text_), 0, LargestPixel);
+    return width_;
+  }
+
+  /// Moves the label off a line that comes from the point before at a flat angle or a steep one.
+  void KeepClearOfPrevious() {
+    if (!site_.previous) return;
+    int row = site_.previous->y - site_.pixel.y;
+    int col = site_.previous->x - site_.pixel.x;
+    if (col < 0) {
+      row = -row;
+      col = -col;
+    }
+    if (row == 0 && col == 0) return;
+    if (row >= 0 && row <= view_.labelHeight) {
+      if (row >= 2 * col) {
+        dy_ += view_.labelAscent / 2;
+      } else if (col >= 3 * row && col < Width()) {
+        Center();
+      }
+    } else if (row < 0 && row >= -view_.labelHeight) {
+      // On this side the width of the text is not looked at; maps were labelled so.
+      if (-row >= 2 * col) {
+        dy_ += view_.labelAscent / 2;
+      } else if (col >= -3 * row) {
+        Center();
+      }
+    }
+  }
+
+  void Center() {
+    dx_ = -Width() / 2;
+    dy_ = view_.labelAscent - view_.labelHeight - view_.labelAscent / 3 - radius_;
+  }
+
+  /// The first label of a list and the one at its end stand away from the line. A mark of the
+  /// point's own does not count here.
+  void KeepClearOfLineEnds() {
+    if (!site_.next && site_.last) {
+      if (IsFlatBetween(*site_.last, site_.pixel)) {
+        StandBehind();
+      } else if (IsFlatBetween(site_.pixel, *site_.last)) {
+        StandBefore();
+      }
+    } else if (site_.next && !site_.last) {
+      if (IsFlatBetween(*site_.next, site_.pixel)) {
+        StandBehind();
+      } else if (site_.next->x > site_.pixel.x) {
+        StandBefore();
+      }
+    }
+  }
+
+  /// True if `right` lies to the right of `left`, by more than twice what it lies above or below.
+  static bool IsFlatBetween(Pixel left, Pixel right) {
+    const int rows = right.y - left.y;
+    const int columns = right.x - left.x;
+    return columns > 2 * rows && columns > -2 * rows;
+  }
+
+  void StandBehind() {
+    dx_ = view_.ascent / 2;
+    dy_ = view_.labelAscent / 2;
+  }
+  void StandBefore() {
+    dx_ = -Width() - view_.ascent / 2;
+    dy_ = view_.labelAscent / 2;
+  }
+
+  const MapWindow& view_;
+  const LabelSite& site_;
+  const std::string_view text_;
+  mutable int width_ = -1;
+  int radius_ = 0;
+  int dx_ = 0;
+  int dy_ = 0;
+};
+
+void DrawLabel(const MapWindow& view, const LabelPlace& place, const PixelRect& box, Color color) {
+  Canvas& canvas = *view.target;
+  // Letters may reach a little out of the box.
+  const PixelRect reach{box.left - view.lineHeight, box.top - view.lineHeight,
+                        box.right + view.lineHeight, box.bottom + view.lineHeight};
+  if (!BoxesOverlap(reach, canvas.Clip())) return;
+  canvas.SetPen({0, PenPattern::Hollow, view.background});
+  canvas.SetBrush({true, view.background});
+  canvas.DrawRect(
+      {box.left, box.top + (view.lineHeight - view.ascent) / 2, box.right, box.top + view.ascent});
+  canvas.SetForeColor(color);
+  canvas.DrawText(place.Baseline(), place.Text());
+}
+
+/// Draws the points of one list; `Iterator` walks over `Point*`.
+class PointListDrawer {
+ public:
+  PointListDrawer(MapWindow& view, int mode, const MarkLook& look, LabelBoxes& boxes)
+      : view_(view),
+        transform_(view),
+        mode_(mode),
+        look_(look),
+        boxes_(boxes),
+        clip_(view.target->Clip()),
+        metersPerPixel_(view.scale > 0 ? 1 / view.scale : 1),
+        showHidden_(ShowsHiddenNames(view)) {}
+
+  template <typename Iterator>
+  void Draw(Iterator begin, Iterator end) {
+    if (mode_ == PointModeNone) return;
+    const Point* previous = nullptr;
+    for (Iterator at = begin; at != end; ++at) {
+      const Iterator following = std::next(at);
+      const Point* next = following != end && mode_ != PointModeLoose ? *following : nullptr;
+      const bool isEnd = at == begin || following == end;
+      if (ModeTakes(**at, isEnd) && IsShown(**at)) DrawOne(**at, previous, next);
+      previous = *at;
+    }
+  }
+
+ private:
+  bool ModeTakes(const Point& point, bool isEnd) const {
+    if (mode_ == PointModeFirstLast) return isEnd;
+    if (mode_ < PointModeSm1 || mode_ > PointModeSm3) return true;
+    return point.sm[mode_ - PointModeSm1] != 0;
+  }
+
+  /// The tests are in the order of what they cost: of a large map most points lie outside.
+  bool IsShown(const Point& point) const {
+    if (!IsDrawable(point)) return false;
+    if (view_.rotation == 0) {
+      const double north = DegreesToMeters(point.geo.lat);
+      if (north > view_.top || north < view_.bottom) return false;
+      const double turn = point.geo.lon - view_.centralLongitude + view_.longitudeWrap;
+      if (turn > HalfTurn || turn < -HalfTurn) return false;
+      const double east = transform_.Project(point.geo).east;
+      if (east > view_.right || east < view_.left) return false;
+    }
+    const bool hasMark = point.markShape != PointMarkNone;
+    if (!hasMark && (point.name.empty() || (!showHidden_ && IsHiddenName(point.name)))) {
+      return false;
+    }
+    // In the precision of the scale, so that a limit given as a round number holds at its value.
+    return point.labelLimit == 0 || static_cast<float>(point.labelLimit) >= metersPerPixel_;
+  }
+
+  void DrawOne(Point& point, const Point* previous, const Point* next) {
+    const Pixel pixel = transform_.ToPixel(point.geo);
+    LabelSite site;
+    site.pixel = pixel;
+    site.previous = PixelOf(previous);
+    if (mode_ < PointModeSm1 && !point.name.empty()) {
+      site.last = last_;
+      site.next = PixelOfNext(next, pixel);
+      site.keepBox = mode_ == PointModeAuto;
+      site.letterWidth = look_.letterWidth;
+      const LabelResult result = PlaceLabel(view_, point, site, look_.color, boxes_);
+      if (result == LabelResult::Refused) return;
+      if (result == LabelResult::Drawn) last_ = pixel;
+    }
+    DrawMark(point, pixel, site.previous);
+  }
+
+  void DrawMark(const Point& point, Pixel pixel, const std::optional<Pixel>& previous) {
+    const bool hasMark = point.markShape != PointMarkNone;
+    if (look_.shape == MarkNone && !hasMark) return;
+    const int radius = hasMark ? OwnMarkRadius(point, look_.letterWidth) : look_.letterWidth;
+    const int reach = radius + 2 * look_.thickness + 2;
+    if (!BoxesOverlap({pixel.x - reach, pixel.y - reach, pixel.x + reach, pixel.y + reach},
+                      clip_)) {
+      return;
+    }
+    DrawPointMark(*view_.target, look_, point, pixel, previous ? &*previous : nullptr);
+  }
+
+  /// Once the list has a label it matters only whether there is a next point, and its place need
+  /// not be worked out.
+  std::optional<Pixel> PixelOfNext(const Point* next, Pixel standIn) const {
+    if (last_ && next != nullptr && IsDrawable(*next)) return standIn;
+    return PixelOf(next);
+  }
+
+  std::optional<Pixel> PixelOf(const Point* point) const {
+    if (point == nullptr || !IsDrawable(*point)) return std::nullopt;
+    return transform_.ToPixel(point->geo);
+  }
+
+  MapWindow& view_;
+  const ScreenTransform transform_;
+  const int mode_;
+  const MarkLook& look_;
+  LabelBoxes& boxes_;
+  const PixelRect clip_;
+  const float metersPerPixel_;
+  const bool showHidden_;
+  std::optional<Pixel> last_;
+};
+
+void ForgetLabels(const MapWindow& view) {
+  const std::uint32_t bit = VisitedBit(view);
+  for (const Map* map = view.map; map != nullptr; map = map->basis) {
+    ForEachPoint(*map, [bit](Point& point) {
+      if ((point.flags & bit) != 0) point.flags &= ~bit;
+    });
+  }
+}
+
+/// What a row that has no label mode of its own shows.
+int ModeOfRow(const TrailPanelRow& row) {
+  const bool known = row.labelMode >= LabelNone && row.labelMode <= LabelAuto;
+  return known ? row.labelMode : LabelAuto;
+}
+
+}  // namespace
+
+LabelResult PlaceLabel(MapWindow& view, Point& point, const LabelSite& site, Color color,
+                       LabelBoxes& boxes) {
+  const std::uint32_t visited = VisitedBit(view);
+  if ((point.flags & visited) != 0) return LabelResult::DrawnEarlier;
+  const LabelPlace place(view, point, site);
+  const bool mayHit = point.markShape != PointMarkNone;
+  // What hits without any width hits with one; most labels of a dense map end here.
+  if (!mayHit && boxes.Hits(place.LeftEdge())) return LabelResult::Refused;
+  const PixelRect box = place.Box();
+  if (!mayHit && boxes.Hits(box)) return LabelResult::Refused;
+  if (site.keepBox) boxes.Add(box);
+  DrawLabel(view, place, box, color);
+  point.flags |= visited;
+  return LabelResult::Drawn;
+}
+
+void DrawTrailPoints(MapWindow& view, const std::vector<Point*>& points, int mode,
+                     const MarkLook& look, LabelBoxes& boxes) {
+  PointListDrawer(view, mode, look, boxes).Draw(points.begin(), points.end());
+}
+
+void DrawTrailPoints(MapWindow& view, const std::forward_list<Point*>& points, int mode,
+                     const MarkLook& look, LabelBoxes& boxes) {
+  PointListDrawer(view, mode, look, boxes).Draw(points.begin(), points.end());
+}
+
+void DrawLabels(MapWindow& view) {
+  if (view.longitudeWrap == 0) ForgetLabels(view);
+  LabelBoxes boxes;
+  const int letterWidth = LetterWidth(view);
+  for (const TrailPanelRow* row : TrailRowsInOrder(view.trailViews)) {
+    if (row->trail == nullptr || !row->children.empty() || !row->visible) continue;
+    const MarkLook look{row->markStyle, PixelsOfWidth(view, row->trail->width),
+                        DrawnColor(row->color), letterWidth};
+    DrawTrailPoints(view, row->trail->points, ModeOfRow(*row), look, boxes);
+  }
+  for (const Map* map = view.map; map != nullptr; map = map->basis) {
+    const MarkLook loose{MarkCircle, 1, ForegroundColor, letterWidth};
+    DrawTrailPoints(view, map->loosePoints, PointModeLoose, loose, boxes);
+    const MarkLook nameless{MarkNone, 1, ForegroundColor, letterWidth};
+    DrawTrailPoints(view, map->namelessPoints, PointModeLoose, nameless, boxes);
+  }
+}
+
+}  // namespace orvane

@@ -1,0 +1,64 @@
+#pragma once
+
+#include "view/label_boxes.h"
+#include "view/map_window.h"
+#include "view/point_marks.h"
+
+#include <forward_list>
+#include <optional>
+#include <vector>
+
+namespace orvane {
+
+/// Which points of a list get label and mark. The first four are the values of `LabelMode`.
+enum PointMode {
+  PointModeNone = LabelNone,
+  PointModeFirstLast = LabelFirstLast,
+  PointModeAll = LabelAll,
+  PointModeAuto = LabelAuto,  ///< all, thinned by the labels that Auto has placed before
+  PointModeLoose = 5,         ///< all; the points do not follow one another
+  PointModeSm1 = 6,           ///< marks of the points with that measure; no labels
+  PointModeSm2 = 7,
+  PointModeSm3 = 8
+};
+
+/// Draws the names and marks of the points: along the trails whose rows are visible, in the order
+/// of the pane, then of the loose and the nameless points of each map of the chain. A point gets
+/// one label in a pass, whichever lists it stands in. The pass begins with `longitudeWrap` 0; with
+/// another wrap the labels drawn before still count.
+void DrawLabels(MapWindow& view);
+
+/// Draws the points of one list, of which labels and marks take one colour. The font of labels
+/// must be the current one.
+/// \param mode   a `PointMode`
+/// \param boxes  the labels that Auto has placed in this pass; Auto adds to them, all avoid them
+void DrawTrailPoints(MapWindow& view, const std::vector<Point*>& points, int mode,
+                     const MarkLook& look, LabelBoxes& boxes);
+void DrawTrailPoints(MapWindow& view, const std::forward_list<Point*>& points, int mode,
+                     const MarkLook& look, LabelBoxes& boxes);
+
+/// What became of a label.
+enum class LabelResult {
+  Refused,       ///< it would lie on a kept label
+  Drawn,         ///< drawn now
+  DrawnEarlier,  ///< the point has its label in this pass already
+};
+
+/// What `PlaceLabel` needs to know about the surroundings of a point.
+struct LabelSite {
+  Pixel pixel;                    ///< of the point
+  std::optional<Pixel> last;      ///< of the last point of the list that was labelled
+  std::optional<Pixel> previous;  ///< of the point before; none at the start of a list
+  std::optional<Pixel> next;      ///< of the point after; none at the end of a list
+  bool keepBox = false;           ///< the label's box is kept, for others to avoid
+  int letterWidth = 0;            ///< from `LetterWidth`
+};
+
+/// Places and draws the label of a named point so that it keeps clear of the line that leads to
+/// it: as a rule to the lower right, before a line's first point and behind its last one. A label
+/// whose box hits a kept one is refused unless the point has a mark of its own.
+/// \param color  of the text
+LabelResult PlaceLabel(MapWindow& view, Point& point, const LabelSite& site, Color color,
+                       LabelBoxes& boxes);
+
+}  // namespace orvane

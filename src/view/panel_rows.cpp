@@ -1,0 +1,206 @@
+#include "view/panel_rows.h"
+
+#include "base/dates.h"
+#include "base/text.h"
+#include "view/map_window.h"
+
+#include <algorithm>
+#include <map>
+#include <utility>
+
+namespace orvane {
+
+namespace {
+
+using TrailRows = std::list<TrailPanelRow>;
+
+constexpr std::string_view ContoursText = "Contours";
+constexpr Color Black = 0x000000;
+constexpr Color DarkOlive = 0x202000;
+constexpr Color Blue = 0x0000FF;
+
+/// The rows of a tree while it is built, by level and folded text, so that a map of many trails
+/// need not walk a level for each of them. A level is sorted by text, so the next entry of the
+/// same level is the row before which a new one goes.
+class RowIndex {
+ public:
+  /// \return the row with that text, or null with `next` at the place for a new one
+  TrailPanelRow* Find(TrailRows& rows, const std::string& folded, TrailRows::iterator& next) {
+    const auto found = rows_.lower_bound({&rows, folded});
+    const bool sameLevel = found != rows_.end() && found->first.first == &rows;
+    if (sameLevel && found->first.second == folded) return &*found->second;
+    next = sameLevel ? found->second : rows.end();
+    return nullptr;
+  }
+  void Add(TrailRows& rows, std::string folded, TrailRows::iterator row) {
+    rows_.emplace(std::pair(&rows, std::move(folded)), row);
+  }
+
+ private:
+  std::map<std::pair<const TrailRows*, std::string>, TrailRows::iterator> rows_;
+};
+
+TrailPanelRow& RowThroughIndex(RowIndex& index, TrailRows& rows, const TrailPanelRow* parent,
+                               std::string_view text, Trail* trail, const Trail* sample) {
+  std::string folded = FoldedText(text);
+  TrailRows::iterator next;
+  if (TrailPanelRow* row = index.Find(rows, folded, next)) return *row;
+  const auto made = rows.insert(next, MakeTrailRow(parent, text, trail, sample));
+  index.Add(rows, std::move(folded), made);
+  return *made;
+}
+
+/// Finds or makes rows, through an index where there is one.
+struct RowMaker {
+  RowIndex* index = nullptr;
+
+  TrailPanelRow& Row(TrailRows& rows, const TrailPanelRow* parent, std::string_view text,
+                     Trail* trail, const Trail* sample) const {
+    return index != nullptr ? RowThroughIndex(*index, rows, parent, text, trail, sample)
+                            : RowForText(rows, parent, text, trail, sample);
+  }
+};
+
+std::string TextOfTrail(const Trail& trail) {
+  if (trail.name) return *trail.name;
+  std::string text = FormatDate(trail.date);
+  if (trail.focalAnimal) text += " " + *trail.focalAnimal;
+  return text;
+}
+
+TrailPanelRow& AddBelowType(const RowMaker& maker, TrailRows& rows, const TrailPanelRow* parent,
+                            Trail& trail) {
+  TrailPanelRow& group = maker.Row(rows, parent, trail.type, nullptr, &trail);
+  return maker.Row(group.children, &group, TextOfTrail(trail), &trail, nullptr);
+}
+
+TrailPanelRow& ContoursRow(const RowMaker& maker, MapWindow& view) {
+  return maker.Row(view.trailViews, nullptr, ContoursText, nullptr, nullptr);
+}
+
+void AddRowsOfMap(const RowMaker& maker, MapWindow& view, Map& map) {
+  for (Trail& trail : map.trails) AddBelowType(maker, view.trailViews, nullptr, trail);
+  if (map.contourEnabled == 0 || map.contourInterval == 0) return;
+  TrailPanelRow& contours = ContoursRow(maker, view);
+  contours.visible = false;
+  for (Trail& trail : map.contourTrails) {
+    AddBelowType(maker, contours.children, &contours, trail);
+  }
+}
+
+Color ColorOfType(std::string_view type) {
+  for (const std::string_view name : {"Human", "Road", "Border", "Contours"}) {
+    if (SameName(type, name)) return Black;
+  }
+  // Either case of the first letter, but of no other.
+  if (type.find("oundar") != std::string_view::npos) return Black;
+  if (SameName(type, "Trail")) return DarkOlive;
+  return Blue;
+}
+
+void TakeLookOfTrail(TrailPanelRow& row, const Trail& trail) {
+  if (trail.color != NoColor) row.color = trail.color;
+  if (trail.lineStyle != LineUnset) row.lineStyle = trail.lineStyle;
+  if (trail.labelMode != LabelUnset) row.labelMode = trail.labelMode;
+  if (trail.markStyle != MarkNone) row.markStyle = trail.markStyle;
+  if (trail.filled) row.filled = true;
+  if (trail.fillPattern != 0) row.fillPattern = trail.fillPattern;
+}
+
+}  // namespace
+
+std::vector<TrailPanelRow*> TrailRowsInOrder(std::list<TrailPanelRow>& rows) {
+  std::vector<TrailPanelRow*> ordered;
+  std::vector<TrailPanelRow*> waiting;
+  const auto push = [&waiting](TrailRows& level) {
+    for (auto row = level.rbegin(); row != level.rend(); ++row) waiting.push_back(&*row);
+  };
+  push(rows);
+  while (!waiting.empty()) {
+    TrailPanelRow* row = waiting.back();
+    waiting.pop_back();
+    ordered.push_back(row);
+    push(row->children);
+  }
+  return ordered;
+}
+
+void BuildTrailRows(MapWindow& view) {
+  view.trailViews.clear();
+  std::vector<Map*> chain;
+  for (Map* map = view.map; map != nullptr; map = map->basis) chain.push_back(map);
+  RowIndex index;
+  const RowMaker maker{&index};
+  std::for_each(chain.rbegin(), chain.rend(), [&](Map* map) { AddRowsOfMap(maker, view, *map); });
+  TrailPanelRow newRow;
+  newRow.text = "New";
+  newRow.fixed = true;
+  view.trailViews.push_back(std::move(newRow));
+}
+
+TrailPanelRow& AddTrailRow(MapWindow& view, Trail& trail) {
+  return AddBelowType(RowMaker{}, view.trailViews, nullptr, trail);
+}
+
+TrailPanelRow& AddContourRow(MapWindow& view, Trail& trail) {
+  TrailPanelRow& contours = ContoursRow(RowMaker{}, view);
+  return AddBelowType(RowMaker{}, contours.children, &contours, trail);
+}
+
+TrailPanelRow& RowForText(std::list<TrailPanelRow>& rows, const TrailPanelRow* parent,
+                          std::string_view text, Trail* trail, const Trail* sample) {
+  auto place = rows.begin();
+  for (auto row = rows.begin(); row != rows.end() && !row->fixed; ++row) {
+    const int order = CompareNames(row->text, text);
+    if (order == 0) return *row;
+    if (order < 0) place = std::next(row);
+  }
+  return *rows.insert(place, MakeTrailRow(parent, text, trail, sample));
+}
+
+TrailPanelRow MakeTrailRow(const TrailPanelRow* parent, std::string_view text, Trail* trail,
+                           const Trail* sample) {
+  TrailPanelRow row;
+  row.text = text;
+  row.trail = trail;
+  if (parent != nullptr) {
+    row.visible = parent->visible && (trail == nullptr || (trail->flags & TrailHidden) == 0);
+    row.lineStyle = parent->lineStyle;
+    row.color = parent->color;
+    row.labelMode = parent->labelMode;
+    row.markStyle = parent->markStyle;
+  } else {
+    // A group that a nameless trail makes is one of follows of animals, which start hidden.
+    row.visible =
+        sample == nullptr || ((sample->flags & TrailHidden) == 0 && sample->name.has_value());
+    row.lineStyle = LineSolid;
+    row.labelMode = LabelAuto;
+    row.color = ColorOfType(text);
+  }
+  const Trail* look = trail != nullptr ? trail : sample;
+  if (look != nullptr) TakeLookOfTrail(row, *look);
+  return row;
+}
+
+TrailPanelRow* FindTrailRow(MapWindow& view, const Trail& trail) {
+  for (TrailPanelRow* row : TrailRowsInOrder(view.trailViews)) {
+    if (row->trail == &trail) return row;
+  }
+  return nullptr;
+}
+
+TrailPanelRow* FirstSelectedTrailRow(MapWindow& view) {
+  for (TrailPanelRow* row : TrailRowsInOrder(view.trailViews)) {
+    if (row->selected) return row;
+  }
+  return nullptr;
+}
+
+RangePanelRow* FirstSelectedRangeRow(MapWindow& view) {
+  for (RangePanelRow& row : view.rangeViews) {
+    if (row.selected) return &row;
+  }
+  return nullptr;
+}
+
+}  // namespace orvane

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "view/map_window.h"
+
+namespace orvane {
+
+/// Draws the line of each trail whose row is visible, and of `view.selectedTrail` whatever its
+/// row says, thick and in `MarkerColor`. Rows are taken in the order of the pane, so later ones
+/// lie above.
+void DrawTrails(MapWindow& view);
+
+/// Draws the line of one trail with the current pen. Without a rotation, segments that lie wholly
+/// beyond one edge of the view or beyond 180 degrees from its centre are left out, and a segment
+/// along a parallel that runs over this limit is cut there. A point that is not placed breaks the
+/// line.
+void DrawTrailLine(const MapWindow& view, const Trail& trail);
+
+/// The pixels that a length on the ground takes, cut to a whole number: width x scale + 0.5.
+int PixelsOfWidth(const MapWindow& view, double meters);
+
+}  // namespace orvane
