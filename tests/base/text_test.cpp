@@ -1,0 +1,220 @@
+#include "base/text.h"
+
+#include <gtest/gtest.h>
+#include <random>
+#include <string>
+
+namespace orvane {
+namespace {
+
+TEST(FoldByte, ChangesAsciiCapitalsAlone) {
+  for (int i = 0; i < 256; ++i) {
+    const char c = static_cast<char>(i);
+    const bool capital = i >= 'A' && i <= 'Z';
+    EXPECT_EQ(FoldByte(c), capital ? static_cast<char>(i + 32) : c) << i;
+  }
+  EXPECT_EQ(FoldedText("Fig TREE \xC4"), "fig tree \xC4");
+}
+
+TEST(CompareNames, LeavesCaseAside) {
+  EXPECT_EQ(CompareNames("Fig Tree", "fIG tREE"), 0);
+  EXPECT_LT(CompareNames("fig", "Vine"), 0);
+  EXPECT_GT(CompareNames("VINE", "fig"), 0);
+  EXPECT_TRUE(SameName("", ""));
+  EXPECT_FALSE(SameName("fig", "figs"));
+}
+
+TEST(CompareNames, PutsAShorterNameFirst) {
+  EXPECT_LT(CompareNames("fig", "fig1"), 0);
+  EXPECT_GT(CompareNames("fig1", "FIG"), 0);
+  EXPECT_LT(CompareNames("", "a"), 0);
+}
+
+TEST(CompareNames, TakesBytesAboveAsciiAsLarge) {
+  EXPECT_GT(CompareNames("\xE9", "z"), 0);
+  EXPECT_NE(CompareNames("\xC9", "\xE9"), 0);
+}
+
+TEST(CompareNames, SortsAnUnderscoreBeforeLettersOfEitherCase) {
+  // '_' lies between 'Z' and 'a': folding to lower case decides.
+  EXPECT_LT(CompareNames("_", "A"), 0);
+}
+
+TEST(CompareNamesN, LooksAtTheFirstBytesAlone) {
+  EXPECT_EQ(CompareNamesN("Main100", "mAIN200", 4), 0);
+  EXPECT_LT(CompareNamesN("Main100", "mAIN200", 5), 0);
+  EXPECT_EQ(CompareNamesN("a", "b", 0), 0);
+  EXPECT_LT(CompareNamesN("ab", "abc", 3), 0);
+  EXPECT_EQ(CompareNamesN("AB", "ab", 9), 0);
+}
+
+TEST(FindTextFolded, FindsTheFirstPlace) {
+  EXPECT_EQ(FindTextFolded("The Fig and the fig", "FIG"), 4U);
+  EXPECT_EQ(FindTextFolded("fig", "figs"), std::string_view::npos);
+  EXPECT_EQ(FindTextFolded("fig", ""), 0U);
+  EXPECT_EQ(FindTextFolded("", ""), 0U);
+  EXPECT_EQ(FindTextFolded("", "f"), std::string_view::npos);
+  EXPECT_EQ(FindTextFolded("aaab", "aab"), 1U);
+}
+
+TEST(IsHiddenName, KnowsBothMarks) {
+  EXPECT_TRUE(IsHiddenName("_camp"));
+  EXPECT_TRUE(IsHiddenName("@camp"));
+  EXPECT_FALSE(IsHiddenName("camp_"));
+  EXPECT_FALSE(IsHiddenName(""));
+}
+
+TEST(CompareHiddenName, LetsTheMarksBeLeftOut) {
+  EXPECT_EQ(CompareHiddenName("_@Camp", "camp"), 0);
+  EXPECT_EQ(CompareHiddenName("_@Camp", "@CAMP"), 0);
+  EXPECT_EQ(CompareHiddenName("_@Camp", "_@camp"), 0);
+  EXPECT_EQ(CompareHiddenName("camp", "Camp"), 0);
+  EXPECT_EQ(CompareHiddenName("_", ""), 0);
+}
+
+TEST(CompareHiddenName, LetsOnlyMarksOfTheStoredNameBeLeftOut) {
+  EXPECT_NE(CompareHiddenName("camp", "_camp"), 0);
+  EXPECT_NE(CompareHiddenName("_camp", "@camp"), 0);
+  EXPECT_NE(CompareHiddenName("acamp", "camp"), 0);
+  EXPECT_LT(CompareHiddenName("_camp", "dune"), 0);
+  EXPECT_GT(CompareHiddenName("_dune", "camp"), 0);
+}
+
+TEST(FindAnyOf, FindsTheFirstByteOfTheSet) {
+  EXPECT_EQ(FindAnyOf("12m-30", "-m"), 2U);
+  EXPECT_EQ(FindAnyOf("12", "-m"), std::string_view::npos);
+  EXPECT_EQ(FindAnyOf("12", ""), std::string_view::npos);
+}
+
+TEST(StartsWith, GivesTheTextBehindThePrefix) {
+  EXPECT_EQ(StartsWith("near ", "near Camp"), "Camp");
+  EXPECT_EQ(StartsWith("", "Camp"), "Camp");
+  EXPECT_EQ(StartsWith("Camp", "Camp"), "");
+  EXPECT_FALSE(StartsWith("Near ", "near Camp"));
+  EXPECT_FALSE(StartsWith("near Camp", "near "));
+}
+
+TEST(AppendNote, PutsOneBlankBetween) {
+  EXPECT_EQ(AppendNote(std::nullopt, "steep"), "steep");
+  EXPECT_EQ(AppendNote("wet", "steep"), "wet steep");
+  EXPECT_EQ(AppendNote("", "steep"), " steep");
+}
+
+TEST(MatchGlob, KnowsStarsAndQuestionMarks) {
+  EXPECT_TRUE(MatchGlob("*", ""));
+  EXPECT_TRUE(MatchGlob("Main*", "Main"));
+  EXPECT_TRUE(MatchGlob("M*n?", "Main1"));
+  EXPECT_TRUE(MatchGlob("*a*b*", "xxaxxbxx"));
+  EXPECT_FALSE(MatchGlob("M?", "M"));
+  EXPECT_FALSE(MatchGlob("Main", "Main1"));
+  EXPECT_FALSE(MatchGlob("Main1", "Main"));
+  EXPECT_TRUE(MatchGlob("", ""));
+  EXPECT_FALSE(MatchGlob("", "a"));
+}
+
+TEST(MatchGlob, MindsCase) {
+  EXPECT_FALSE(MatchGlob("main*", "Main1"));
+  EXPECT_FALSE(MatchGlob("[a-z]", "M"));
+}
+
+TEST(MatchGlob, KnowsSets) {
+  EXPECT_TRUE(MatchGlob("[abc]", "b"));
+  EXPECT_FALSE(MatchGlob("[abc]", "d"));
+  EXPECT_TRUE(MatchGlob("[a-cx-z]1", "y1"));
+  EXPECT_FALSE(MatchGlob("[a-cx-z]", "m"));
+  EXPECT_TRUE(MatchGlob("[^a-c]", "d"));
+  EXPECT_FALSE(MatchGlob("[^a-c]", "a"));
+  EXPECT_FALSE(MatchGlob("[^a-c]", ""));
+  EXPECT_TRUE(MatchGlob("[\xE0-\xFF]", "\xE9"));
+}
+
+TEST(MatchGlob, TakesABracketBehindTheNotMarkAsPartOfTheSet) {
+  EXPECT_FALSE(MatchGlob("[^]]", "]"));
+  EXPECT_TRUE(MatchGlob("[^]]", "a"));
+  EXPECT_FALSE(MatchGlob("[^]a]", "a"));
+  EXPECT_TRUE(MatchGlob("[^]a]", "b"));
+  // Without the mark the set is empty and fits nothing.
+  EXPECT_FALSE(MatchGlob("[]a]", "a"));
+  EXPECT_FALSE(MatchGlob("[]", "]"));
+  EXPECT_FALSE(MatchGlob("[]*", "anything"));
+}
+
+TEST(MatchGlob, TakesAHyphenAtAnEdgeAsItself) {
+  EXPECT_TRUE(MatchGlob("[a-]", "-"));
+  EXPECT_TRUE(MatchGlob("[-a]", "-"));
+  EXPECT_FALSE(MatchGlob("[a-]", "b"));
+  EXPECT_FALSE(MatchGlob("[c-a]", "b"));
+}
+
+TEST(MatchGlob, FitsNothingToAnUnclosedSet) {
+  EXPECT_FALSE(MatchGlob("[abc", "a"));
+  EXPECT_FALSE(MatchGlob("[", ""));
+  EXPECT_FALSE(MatchGlob("a*[", "a"));
+  EXPECT_FALSE(MatchGlob("[^", "a"));
+  EXPECT_FALSE(MatchGlob("[^]", "a"));
+}
+
+/// Tells of a set without regard to how `MatchGlob` walks through it.
+bool SetHolds(const std::string& members, char c) {
+  for (size_t i = 0; i < members.size(); ++i) {
+    if (i + 2 < members.size() && members[i + 1] == '-') {
+      if (members[i] <= c && c <= members[i + 2]) return true;
+      i += 2;
+    } else if (members[i] == c) {
+      return true;
+    }
+  }
+  return false;
+}
+
+/// The definition, tried in every way; slow.
+bool FitsByTrying(const std::string& pattern, const std::string& text) {
+  if (pattern.empty()) return text.empty();
+  if (pattern[0] == '*') {
+    for (size_t i = 0; i <= text.size(); ++i) {
+      if (FitsByTrying(pattern.substr(1), text.substr(i))) return true;
+    }
+    return false;
+  }
+  if (text.empty()) return false;
+  if (pattern[0] == '[') {
+    const bool complement = pattern.size() > 1 && pattern[1] == '^';
+    const size_t from = complement ? 2 : 1;
+    const size_t close = pattern.find(']', complement ? from + 1 : from);
+    if (close == std::string::npos) return false;
+    return SetHolds(pattern.substr(from, close - from), text[0]) != complement &&
+           FitsByTrying(pattern.substr(close + 1), text.substr(1));
+  }
+  return (pattern[0] == '?' || pattern[0] == text[0]) &&
+         FitsByTrying(pattern.substr(1), text.substr(1));
+}
+
+TEST(MatchGlob, AgreesWithTryingEverything) {
+  constexpr unsigned Seed = 20240611;
+  std::mt19937 random(Seed);
+  const std::string patternBytes = "abc*?[]^-[]*";
+  const std::string textBytes = "abc]-";
+  int fits = 0;
+  for (int i = 0; i < 60000; ++i) {
+    std::string pattern;
+    std::string text;
+    for (size_t n = random() % 9; n > 0; --n) pattern += patternBytes[random() % 12];
+    for (size_t n = random() % 6; n > 0; --n) text += textBytes[random() % 5];
+    const bool expected = FitsByTrying(pattern, text);
+    fits += expected ? 1 : 0;
+    ASSERT_EQ(MatchGlob(pattern, text), expected)
+        << "pattern " << pattern << " text " << text << " seed " << Seed;
+  }
+  EXPECT_GT(fits, 1000);
+}
+
+TEST(MatchGlob, IsNotHeldUpByManyStars) {
+  const std::string text(50000, 'a');
+  std::string pattern;
+  for (int i = 0; i < 30; ++i) pattern += "*a";
+  EXPECT_FALSE(MatchGlob(pattern + "*b", text));
+  EXPECT_TRUE(MatchGlob(pattern + "*", text));
+}
+
+}  // namespace
+}  // namespace orvane
