@@ -77,7 +77,8 @@ class WithoutRights {
     EXPECT_EQ(::seteuid(Nobody), 0);
   }
   ~WithoutRights() {
-    if (wasRoot_) EXPECT_EQ(::seteuid(0), 0);
+    if (!wasRoot_) return;
+    EXPECT_EQ(::seteuid(0), 0);
   }
   WithoutRights(const WithoutRights&) = delete;
   WithoutRights& operator=(const WithoutRights&) = delete;

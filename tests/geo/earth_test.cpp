@@ -159,7 +159,7 @@ TEST(AdvanceByMeasurement, GoesDownWhereTheBaseIsAbove) {
   Meters position{0, 0, 100};
   AdvanceByMeasurement(position, 270, 20, 30, 0);
   EXPECT_NEAR(position.east, 20 * std::cos(30 * RadiansPerDegree), 1e-12);
-  EXPECT_NEAR(double(position.altitude), 90, 1e-4);
+  EXPECT_NEAR(static_cast<double>(position.altitude), 90, 1e-4);
 }
 
 TEST(AdvanceByMeasurement, LeavesAnUnknownAltitude) {
@@ -191,7 +191,7 @@ TEST(AdvanceByMeasurement, IsTurnedRoundByANegativeDistance) {
     AdvanceByMeasurement(position, bearing, -distance, inclination, 2.6);
     ASSERT_NEAR(position.north, 10, 1e-10) << "seed " << Seed;
     ASSERT_NEAR(position.east, 20, 1e-10) << "seed " << Seed;
-    ASSERT_NEAR(double(position.altitude), 30, 1e-3) << "seed " << Seed;
+    ASSERT_NEAR(static_cast<double>(position.altitude), 30, 1e-3) << "seed " << Seed;
   }
 }
 
@@ -202,7 +202,7 @@ TEST(AdvanceByMeasurement, WalksTheLengthOfTheSlope) {
     const double distance = Between(random, 0, 500);
     Meters position{0, 0, 0};
     AdvanceByMeasurement(position, Between(random, 0, 360), distance, Between(random, -90, 90), 0);
-    const double up = position.altitude;
+    const double up = static_cast<double>(position.altitude);
     const double walked =
         std::sqrt(position.north * position.north + position.east * position.east + up * up);
     ASSERT_NEAR(walked, distance, 1e-4) << "seed " << Seed;
