@@ -1,0 +1,161 @@
+#include "paint/canvas_fonts.h"
+
+#include "paint/display_text.h"
+
+#include <QFontMetricsF>
+#include <QGlyphRun>
+#include <QPainter>
+
+#include <algorithm>
+#include <cmath>
+
+namespace orvane {
+namespace {
+
+constexpr double PointsPerInch = 72;
+
+/// Widths kept of shaped texts before the table starts anew, so that it stays small.
+constexpr size_t MostShapedWidths = 50000;
+
+QFont FontOfSize(double pixels, TextOutput output) {
+  QFont font;
+  // The first is told; the others are what it is known as, or stands in for it, elsewhere.
+  font.setFamilies({QStringLiteral("Helvetica"), QStringLiteral("Helvetica Neue"),
+                    QStringLiteral("Arial"), QStringLiteral("Liberation Sans"),
+                    QStringLiteral("DejaVu Sans")});
+  font.setStyleHint(QFont::SansSerif);
+  font.setPixelSize(std::max(1, static_cast<int>(std::lround(pixels))));
+  // Widths are summed letter by letter, so nothing may move the letters afterwards.
+  font.setKerning(false);
+  if (output == TextOutput::Text) font.setHintingPreference(QFont::PreferNoHinting);
+  return font;
+}
+
+/// Characters that take no room or have no picture of their own; they go through the shaper or,
+/// for control characters, stand as a blank.
+bool IsControl(int character) {
+  return character < 0x20 || (character >= 0x7F && character < 0xA0);
+}
+bool IsSoftHyphen(int character) { return character == 0xAD; }
+
+/// The text with a blank for each control character and for each code that no file of text may
+/// hold, so that an SVG with it stays well-formed.
+QString WithoutControls(QString text) {
+  for (QChar& c : text) {
+    if (IsControl(c.unicode()) || c.unicode() >= 0xFFFE) c = u' ';
+  }
+  return text;
+}
+
+}  // namespace
+
+CanvasFonts::CanvasFonts(double pixelsPerInch, const FontSizes& sizes, TextOutput output)
+    : pixelsPerInch_(pixelsPerInch),
+      output_(output),
+      faces_{MakeFace(sizes.small * pixelsPerInch / PointsPerInch, output),
+             MakeFace(sizes.label * pixelsPerInch / PointsPerInch, output)} {}
+
+CanvasFonts::Face CanvasFonts::MakeFace(double pixels, TextOutput output) {
+  Face face;
+  face.font = FontOfSize(pixels, output);
+  face.raw = QRawFont::fromFont(face.font);
+  const QFontMetricsF metrics(face.font);
+  face.ascent = std::max(1, static_cast<int>(std::ceil(metrics.ascent())));
+  face.descent = std::max(0, static_cast<int>(std::ceil(metrics.descent())));
+  if (!face.raw.isValid()) return face;  // no table: every text is shaped
+
+  std::array<QChar, 256> characters;
+  for (int i = 0; i < 256; ++i) {
+    characters[static_cast<size_t>(i)] = QChar(IsControl(i) ? u' ' : static_cast<char16_t>(i));
+  }
+  int count = 256;
+  if (!face.raw.glyphIndexesForChars(characters.data(), 256, face.glyphs.data(), &count) ||
+      count != 256) {
+    return face;
+  }
+  std::array<QPointF, 256> advances;
+  if (!face.raw.advancesForGlyphIndexes(face.glyphs.data(), advances.data(), 256)) return face;
+  for (size_t i = 0; i < 256; ++i) {
+    face.simple[i] = face.glyphs[i] != 0 && !IsSoftHyphen(static_cast<int>(i));
+    face.advances[i] = advances[i].x();
+    if (IsControl(static_cast<int>(i))) face.glyphs[i] = 0;
+  }
+  return face;
+}
+
+CanvasFonts::Face& CanvasFonts::FaceOf(CanvasFont font) const {
+  return faces_[font == CanvasFont::Small ? 0 : 1];
+}
+
+int CanvasFonts::Ascent(CanvasFont font) const { return FaceOf(font).ascent; }
+
+int CanvasFonts::LineHeight(CanvasFont font) const {
+  const Face& face = FaceOf(font);
+  return face.ascent + face.descent;
+}
+
+std::optional<std::string_view> CanvasFonts::SimpleText(const Face& face,
+                                                        std::string_view text) const {
+  const auto isSimple = [&face](char c) { return face.simple[static_cast<unsigned char>(c)]; };
+  const auto isAscii = [](char c) { return static_cast<unsigned char>(c) < 0x80; };
+  std::string_view latin = text;
+  if (!std::all_of(text.begin(), text.end(), isAscii)) {
+    const QString decoded = DisplayText(text);
+    latin_.clear();
+    for (const QChar c : decoded) {
+      if (c.unicode() > 0xFF) return std::nullopt;
+      latin_.push_back(static_cast<char>(c.unicode()));
+    }
+    latin = latin_;
+  }
+  if (!std::all_of(latin.begin(), latin.end(), isSimple)) return std::nullopt;
+  return latin;
+}
+
+int CanvasFonts::TextWidth(CanvasFont font, std::string_view text) const {
+  Face& face = FaceOf(font);
+  if (const auto simple = SimpleText(face, text)) {
+    double width = 0;
+    for (const char c : *simple) width += face.advances[static_cast<unsigned char>(c)];
+    return static_cast<int>(std::ceil(width));
+  }
+  const std::string key(text);
+  const auto known = face.shapedWidths.find(key);
+  if (known != face.shapedWidths.end()) return known->second;
+  if (face.shapedWidths.size() >= MostShapedWidths) face.shapedWidths.clear();
+  const double advance =
+      QFontMetricsF(face.font).horizontalAdvance(WithoutControls(DisplayText(text)));
+  const int width = static_cast<int>(std::ceil(advance));
+  face.shapedWidths.emplace(key, width);
+  return width;
+}
+
+void CanvasFonts::Draw(QPainter& painter, CanvasFont font, QPointF at,
+                       std::string_view text) const {
+  const Face& face = FaceOf(font);
+  const auto simple =
+      output_ == TextOutput::Glyphs ? SimpleText(face, text) : std::optional<std::string_view>();
+  if (!simple) {
+    painter.setFont(face.font);
+    painter.drawText(at, WithoutControls(DisplayText(text)));
+    return;
+  }
+  glyphRoom_.clear();
+  positionRoom_.clear();
+  double x = 0;
+  for (const char c : *simple) {
+    const auto i = static_cast<unsigned char>(c);
+    if (face.glyphs[i] != 0) {
+      glyphRoom_.push_back(face.glyphs[i]);
+      positionRoom_.emplace_back(x, 0);
+    }
+    x += face.advances[i];
+  }
+  if (glyphRoom_.empty()) return;
+  QGlyphRun run;
+  run.setRawFont(face.raw);
+  run.setRawData(glyphRoom_.data(), positionRoom_.data(), static_cast<int>(glyphRoom_.size()));
+  painter.drawGlyphRun(at, run);
+}
+
+}  // namespace orvane

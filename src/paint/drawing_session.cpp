@@ -1,0 +1,25 @@
+#include "paint/drawing_session.h"
+
+#include <QtGlobal>
+
+namespace orvane {
+namespace {
+
+/// Drops what Qt remarks on the machine that it finds itself on (no session directory, no theme):
+/// on standard error it would stand between the messages about the user's map.
+void DropMessage(QtMsgType, const QMessageLogContext&, const QString&) {}
+
+}  // namespace
+
+DrawingSession::DrawingSession() {
+  if (QCoreApplication::instance() != nullptr) return;
+  arguments_ = {name_.data(), option_.data(), platform_.data(), nullptr};
+  const QtMessageHandler before = qInstallMessageHandler(DropMessage);
+  QGuiApplication::setDesktopSettingsAware(false);
+  application_ = std::make_unique<QGuiApplication>(argumentCount_, arguments_.data());
+  qInstallMessageHandler(before);
+}
+
+DrawingSession::~DrawingSession() = default;
+
+}  // namespace orvane

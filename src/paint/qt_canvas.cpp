@@ -1,0 +1,212 @@
+#include "paint/qt_canvas.h"
+
+#include <QPaintDevice>
+
+#include <algorithm>
+
+namespace orvane {
+namespace {
+
+constexpr QRgb MarkerRgb = 0xFFE0007A;
+
+/// Dash lengths in units of the pen's width: dots with gaps as wide as two of them, and dashes that
+/// are still told from dots at one pixel.
+const QList<qreal> DottedPattern = {1, 2};
+const QList<qreal> DashedPattern = {6, 3};
+
+/// A wide line is stroked in runs of this many points: the outline of a whole day's follow at once
+/// takes longer and longer to fill, while round ends hide where the runs meet.
+constexpr size_t PointsOfWideRun = 256;
+
+QRectF FilledRect(const PixelRect& rect) {
+  return QRectF(rect.left, rect.top, std::max(0, rect.right - rect.left),
+                std::max(0, rect.bottom - rect.top));
+}
+
+bool SameRect(const PixelRect& a, const PixelRect& b) {
+  return a.left == b.left && a.top == b.top && a.right == b.right && a.bottom == b.bottom;
+}
+
+bool Contains(const PixelRect& outer, const PixelRect& inner) {
+  return outer.left <= inner.left && outer.top <= inner.top && outer.right >= inner.right &&
+         outer.bottom >= inner.bottom;
+}
+
+}  // namespace
+
+QColor PaintColor(Color color) {
+  if (color == MarkerColor) return QColor::fromRgb(MarkerRgb);
+  if (color == ForegroundColor || color < 0) return QColor(Qt::black);
+  return QColor::fromRgb((color >> 16) & 0xFF, (color >> 8) & 0xFF, color & 0xFF);
+}
+
+QtCanvas::QtCanvas(QPainter& painter, const CanvasFonts& fonts, const PixelRect& area,
+                   const CanvasOptions& options)
+    : painter_(painter), fonts_(fonts), options_(options), clip_(area) {
+  painter_.save();
+  pixelRatio_ = painter_.device() != nullptr ? painter_.device()->devicePixelRatio() : 1;
+  if (pixelRatio_ != 1) painter_.scale(1 / pixelRatio_, 1 / pixelRatio_);
+  painter_.setRenderHint(QPainter::Antialiasing, options_.antialias);
+  painter_.setRenderHint(QPainter::TextAntialiasing, true);
+}
+
+QtCanvas::~QtCanvas() { painter_.restore(); }
+
+void QtCanvas::SetPen(const Pen& pen) {
+  pen_ = pen;
+  if (tools_ != Tools::Text) tools_ = Tools::None;
+}
+
+void QtCanvas::SetBrush(const Brush& brush) {
+  brush_ = brush;
+  if (tools_ == Tools::Area) tools_ = Tools::None;
+}
+
+void QtCanvas::SetForeColor(Color color) {
+  foreColor_ = color;
+  if (tools_ == Tools::Text) tools_ = Tools::None;
+}
+
+void QtCanvas::SetFont(CanvasFont font) { font_ = font; }
+
+QPen QtCanvas::PainterPen(Tools tools) const {
+  const bool thin = pen_.width <= 1;
+  QPen pen(PaintColor(pen_.color));
+  if (thin && options_.hairline <= 0) {
+    pen.setWidthF(0);  // one device pixel
+  } else {
+    pen.setWidthF(thin ? options_.hairline : pen_.width);
+  }
+  pen.setJoinStyle(tools == Tools::Area ? Qt::MiterJoin : Qt::RoundJoin);
+  pen.setCapStyle(thin || pen_.pattern != PenPattern::Solid ? Qt::FlatCap : Qt::RoundCap);
+  // A pattern of one-pixel dots would shrink to grey on a fine screen, so it grows with the fonts.
+  const double unit = thin ? std::max(1.0, fonts_.PixelsPerInch() / 96.0) : 1;
+  const auto scaled = [unit](QList<qreal> pattern) {
+    for (qreal& length : pattern) length *= unit;
+    return pattern;
+  };
+  if (pen_.pattern == PenPattern::Dotted) pen.setDashPattern(scaled(DottedPattern));
+  if (pen_.pattern == PenPattern::Dashed) pen.setDashPattern(scaled(DashedPattern));
+  return pen;
+}
+
+void QtCanvas::UseTools(Tools tools) {
+  if (tools_ == tools) return;
+  tools_ = tools;
+  if (tools == Tools::Text) {
+    painter_.setPen(PaintColor(foreColor_));
+    return;
+  }
+  painter_.setPen(HasOutline() ? PainterPen(tools) : QPen(Qt::NoPen));
+  if (tools == Tools::Area) {
+    painter_.setBrush(brush_.solid ? QBrush(PaintColor(brush_.color)) : QBrush(Qt::NoBrush));
+  }
+}
+
+void QtCanvas::UseClip() {
+  if (painterClip_ && SameRect(*painterClip_, clip_)) return;
+  painterClip_ = clip_;
+  painter_.setClipRect(FilledRect(clip_));
+}
+
+double QtCanvas::OutlineOffset() const {
+  if (!HasOutline()) return 0;
+  const bool oddWidth = pen_.width <= 1 || pen_.width % 2 == 1;
+  return oddWidth ? 0.5 : 0;
+}
+
+QRectF QtCanvas::OutlineRect(const PixelRect& rect) const {
+  if (!HasOutline()) return FilledRect(rect);
+  const double offset = OutlineOffset();
+  return QRectF(rect.left + offset, rect.top + offset, std::max(0, rect.right - rect.left - 1),
+                std::max(0, rect.bottom - rect.top - 1));
+}
+
+void QtCanvas::DrawLine(Pixel from, Pixel to) {
+  if (!HasOutline()) return;
+  UseClip();
+  UseTools(Tools::Line);
+  const double offset = OutlineOffset();
+  painter_.drawLine(QPointF(from.x + offset, from.y + offset),
+                    QPointF(to.x + offset, to.y + offset));
+}
+
+void QtCanvas::DrawPolyline(const std::vector<Pixel>& points) {
+  if (points.size() < 2 || !HasOutline()) return;
+  UseClip();
+  UseTools(Tools::Line);
+  const bool inRuns = pen_.width > 1 && pen_.pattern == PenPattern::Solid;
+  const double offset = OutlineOffset();
+  const size_t runLength = inRuns ? PointsOfWideRun : points.size();
+  for (size_t begin = 0; begin + 1 < points.size(); begin += runLength - 1) {
+    const size_t end = std::min(points.size(), begin + runLength);
+    room_.clear();
+    for (size_t i = begin; i < end; ++i) {
+      room_.emplace_back(points[i].x + offset, points[i].y + offset);
+    }
+    painter_.drawPolyline(room_.data(), static_cast<int>(room_.size()));
+  }
+}
+
+void QtCanvas::DrawPolygon(const std::vector<Pixel>& points) {
+  if (points.size() < 2) return;
+  UseClip();
+  UseTools(Tools::Area);
+  const double offset = OutlineOffset();
+  room_.clear();
+  for (const Pixel& point : points) room_.emplace_back(point.x + offset, point.y + offset);
+  painter_.drawPolygon(room_.data(), static_cast<int>(room_.size()));
+}
+
+void QtCanvas::DrawRect(const PixelRect& rect) {
+  UseClip();
+  UseTools(Tools::Area);
+  painter_.drawRect(OutlineRect(rect));
+}
+
+void QtCanvas::DrawOval(const PixelRect& rect) {
+  UseClip();
+  UseTools(Tools::Area);
+  if (options_.antialias) {
+    painter_.drawEllipse(OutlineRect(rect));
+  } else if (HasOutline() && pen_.width > 1) {
+    // The painter fills the two edges of a wide pen apart from each other and leaves the small
+    // circle of a marker ragged, so such an oval is smooth.
+    painter_.setRenderHint(QPainter::Antialiasing, true);
+    painter_.drawEllipse(OutlineRect(rect));
+    painter_.setRenderHint(QPainter::Antialiasing, false);
+  } else if (HasOutline() || brush_.solid) {
+    // Only the outline of whole pixels comes out symmetric, so an oval without one gets one of its
+    // own colour.
+    if (!HasOutline()) painter_.setPen(QPen(PaintColor(brush_.color), 0));
+    painter_.drawEllipse(QRect(rect.left, rect.top, std::max(0, rect.right - rect.left - 1),
+                               std::max(0, rect.bottom - rect.top - 1)));
+    if (!HasOutline()) painter_.setPen(Qt::NoPen);
+  }
+}
+
+void QtCanvas::DrawText(Pixel at, std::string_view text) {
+  if (text.empty()) return;
+  UseClip();
+  UseTools(Tools::Text);
+  fonts_.Draw(painter_, font_, QPointF(at.x, at.y), text);
+}
+
+int QtCanvas::TextWidth(std::string_view text) const { return fonts_.TextWidth(font_, text); }
+
+int QtCanvas::Ascent(CanvasFont font) const { return fonts_.Ascent(font); }
+
+int QtCanvas::LineHeight(CanvasFont font) const { return fonts_.LineHeight(font); }
+
+PixelRect QtCanvas::Clip() const { return clip_; }
+
+void QtCanvas::SetClip(const PixelRect& clip) { clip_ = clip; }
+
+void QtCanvas::Clear(Color color) {
+  // Every label clips to its box, clears it and takes the clip back. The fill needs no clip of the
+  // painter where it stays within the one that is set.
+  if (!painterClip_ || !Contains(*painterClip_, clip_)) UseClip();
+  painter_.fillRect(FilledRect(clip_), PaintColor(color));
+}
+
+}  // namespace orvane

@@ -1,0 +1,91 @@
+#pragma once
+
+#include "paint/canvas_fonts.h"
+#include "view/canvas.h"
+
+#include <QColor>
+#include <QPainter>
+
+#include <optional>
+#include <string_view>
+#include <vector>
+
+namespace orvane {
+
+/// The colour that Qt gets for a colour of the map: `MarkerColor` is a strong magenta, which no
+/// forest, river or path is likely to be drawn in, `ForegroundColor` and `NoColor` are black, as a
+/// map is white paper in light and dark themes alike.
+QColor PaintColor(Color color);
+
+/// How a canvas paints.
+struct CanvasOptions {
+  bool antialias = false;  ///< smooth lines; else each pixel of a line is wholly on or off
+  double hairline = 0;     ///< pixels of the thinnest line; 0 for one device pixel at any scale
+};
+
+/// The canvas of window, picture and paper: draws on a QPainter. Coordinates are the pixels of the
+/// device: on a device of a higher pixel ratio the constructor undoes the painter's scale, so that
+/// lines stay sharp, and the fonts must have been made for that many pixels to the inch.
+///
+/// A pen one pixel wide at (x, y) colours pixel (x, y); wider pens lie centred on it.
+class QtCanvas final : public Canvas {
+ public:
+  /// \param painter  active, unscaled; the canvas has it to itself while it lives, and leaves its
+  ///                 state as it was
+  /// \param fonts    must outlive the canvas
+  /// \param area     the pixels that may be drawn; the clip at first
+  QtCanvas(QPainter& painter, const CanvasFonts& fonts, const PixelRect& area,
+           const CanvasOptions& options = {});
+  ~QtCanvas() override;
+  QtCanvas(const QtCanvas&) = delete;
+  QtCanvas& operator=(const QtCanvas&) = delete;
+
+  void SetPen(const Pen& pen) override;
+  void SetBrush(const Brush& brush) override;
+  void SetForeColor(Color color) override;
+  void SetFont(CanvasFont font) override;
+
+  void DrawLine(Pixel from, Pixel to) override;
+  void DrawPolyline(const std::vector<Pixel>& points) override;
+  void DrawPolygon(const std::vector<Pixel>& points) override;
+  void DrawRect(const PixelRect& rect) override;
+  void DrawOval(const PixelRect& rect) override;
+  void DrawText(Pixel at, std::string_view text) override;
+
+  int TextWidth(std::string_view text) const override;
+  int Ascent(CanvasFont font) const override;
+  int LineHeight(CanvasFont font) const override;
+
+  PixelRect Clip() const override;
+  void SetClip(const PixelRect& clip) override;
+  void Clear(Color color) override;
+
+ private:
+  /// What the painter's pen and brush are set to at the moment. Marks and names alternate, so they
+  /// are changed only when something is drawn that needs others.
+  enum class Tools { None, Line, Area, Text };
+
+  void UseTools(Tools tools);
+  void UseClip();
+  bool HasOutline() const { return pen_.pattern != PenPattern::Hollow; }
+  QPen PainterPen(Tools tools) const;
+  /// The rectangle whose outline, or without one whose inside, covers `rect` and nothing beyond.
+  QRectF OutlineRect(const PixelRect& rect) const;
+  /// What is added to both coordinates of an outline so that its edges fall between pixels.
+  double OutlineOffset() const;
+
+  QPainter& painter_;
+  const CanvasFonts& fonts_;
+  CanvasOptions options_;
+  double pixelRatio_ = 1;
+  Pen pen_;
+  Brush brush_;
+  Color foreColor_ = ForegroundColor;
+  CanvasFont font_ = CanvasFont::Small;
+  PixelRect clip_;
+  std::optional<PixelRect> painterClip_;  ///< what the painter clips to at the moment
+  Tools tools_ = Tools::None;
+  std::vector<QPointF> room_;
+};
+
+}  // namespace orvane

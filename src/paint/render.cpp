@@ -1,0 +1,165 @@
+#include "paint/render.h"
+
+#include "base/files.h"
+#include "base/text.h"
+#include "paint/canvas_fonts.h"
+#include "paint/display_text.h"
+#include "paint/drawing_session.h"
+#include "paint/qt_canvas.h"
+#include "view/draw_map.h"
+
+#include <QBuffer>
+#include <QImage>
+#include <QPageSize>
+#include <QPainter>
+#include <QPdfWriter>
+#include <QSvgGenerator>
+
+namespace orvane {
+namespace {
+
+constexpr double InchesPerMeter = 1 / 0.0254;
+constexpr double PointsPerInch = 72;
+
+/// The thinnest line of SVG and PDF in pixels of the view: on paper one device pixel would be all
+/// but invisible.
+constexpr double VectorHairline = 0.75;
+
+QString ProgramName() { return QStringLiteral("Orvane"); }
+
+/// Draws the whole view through one painter on any device.
+void DrawWholeView(MapWindow& view, QPainter& painter, const CanvasFonts& fonts,
+                   const CanvasOptions& options) {
+  const PixelRect area{0, 0, view.clientWidth, view.clientHeight};
+  QtCanvas canvas(painter, fonts, area, options);
+  view.target = &canvas;
+  TakeFontMetrics(view);
+  canvas.Clear(view.background);
+  DrawMap(view, area);
+  view.target = nullptr;
+}
+
+bool RenderPng(MapWindow& view, const RenderOptions& options, QIODevice& device) {
+  QImage image(view.clientWidth, view.clientHeight, QImage::Format_RGB32);
+  if (image.isNull()) return false;
+  const int dotsPerMeter = static_cast<int>(options.pixelsPerInch * InchesPerMeter + 0.5);
+  image.setDotsPerMeterX(dotsPerMeter);
+  image.setDotsPerMeterY(dotsPerMeter);
+  image.setText(QStringLiteral("Software"), ProgramName());
+  if (!options.title.empty()) image.setText(QStringLiteral("Title"), DisplayText(options.title));
+  const CanvasFonts fonts(options.pixelsPerInch);
+  QPainter painter(&image);
+  if (!painter.isActive()) return false;
+  DrawWholeView(view, painter, fonts, {.antialias = options.antialias});
+  painter.end();
+  return image.save(&device, "PNG");
+}
+
+bool RenderSvg(MapWindow& view, const RenderOptions& options, QIODevice& device) {
+  QSvgGenerator generator;
+  generator.setOutputDevice(&device);
+  generator.setResolution(static_cast<int>(options.pixelsPerInch + 0.5));
+  generator.setSize(QSize(view.clientWidth, view.clientHeight));
+  generator.setViewBox(QRect(0, 0, view.clientWidth, view.clientHeight));
+  generator.setTitle(DisplayText(options.title).toHtmlEscaped());  // it is written as it stands
+  generator.setDescription(ProgramName());
+  const CanvasFonts fonts(options.pixelsPerInch, {}, TextOutput::Text);
+  QPainter painter;
+  if (!painter.begin(&generator)) return false;
+  DrawWholeView(view, painter, fonts, {.antialias = true, .hairline = VectorHairline});
+  return painter.end();
+}
+
+bool RenderPdf(MapWindow& view, const RenderOptions& options, QIODevice& device) {
+  QPdfWriter writer(&device);
+  writer.setResolution(static_cast<int>(options.pixelsPerInch + 0.5));
+  const double pointsPerPixel = PointsPerInch / options.pixelsPerInch;
+  const QSizeF points(view.clientWidth * pointsPerPixel, view.clientHeight * pointsPerPixel);
+  writer.setPageSize(QPageSize(points, QPageSize::Point, QString(), QPageSize::ExactMatch));
+  writer.setPageMargins(QMarginsF());
+  writer.setTitle(DisplayText(options.title));
+  writer.setCreator(ProgramName());
+  const CanvasFonts fonts(options.pixelsPerInch, {}, TextOutput::Text);
+  QPainter painter;
+  if (!painter.begin(&writer)) return false;
+  DrawWholeView(view, painter, fonts, {.antialias = true, .hairline = VectorHairline});
+  return painter.end();
+}
+
+bool RenderTo(MapWindow& view, PictureFormat format, const RenderOptions& options,
+              QIODevice& device) {
+  switch (format) {
+    case PictureFormat::Png:
+      return RenderPng(view, options, device);
+    case PictureFormat::Svg:
+      return RenderSvg(view, options, device);
+    case PictureFormat::Pdf:
+      return RenderPdf(view, options, device);
+  }
+  return false;
+}
+
+bool SizeIsPossible(const MapWindow& view) {
+  const long long width = view.clientWidth;
+  const long long height = view.clientHeight;
+  return width > 0 && height > 0 && width <= LongestPictureSide && height <= LongestPictureSide &&
+         width * height <= LargestPicture;
+}
+
+std::string SizeText(const MapWindow& view) {
+  return std::to_string(view.clientWidth) + "x" + std::to_string(view.clientHeight);
+}
+
+}  // namespace
+
+std::optional<PictureFormat> PictureFormatOf(std::string_view path) {
+  const size_t dot = path.rfind('.');
+  if (dot == std::string_view::npos) return std::nullopt;
+  const std::string_view extension = path.substr(dot + 1);
+  if (SameName(extension, "png")) return PictureFormat::Png;
+  if (SameName(extension, "svg")) return PictureFormat::Svg;
+  if (SameName(extension, "pdf")) return PictureFormat::Pdf;
+  return std::nullopt;
+}
+
+std::optional<std::string> RenderMap(MapWindow& view, PictureFormat format,
+                                     const RenderOptions& options, std::string& error) {
+  if (!SizeIsPossible(view)) {
+    error = "Can't make a picture of " + SizeText(view) + " pixels";
+    return std::nullopt;
+  }
+  const DrawingSession session;
+  QByteArray bytes;
+  QBuffer buffer(&bytes);
+  buffer.open(QIODevice::WriteOnly);
+  if (!RenderTo(view, format, options, buffer)) {
+    error = "Can't draw a picture of " + SizeText(view) + " pixels";
+    return std::nullopt;
+  }
+  buffer.close();
+  return bytes.toStdString();
+}
+
+bool RenderMap(MapWindow& view, const RenderOptions& options, const std::string& path,
+               std::string& error) {
+  const auto format = PictureFormatOf(path);
+  if (!format) {
+    error = "A picture file must end in .png, .svg or .pdf: " + path;
+    return false;
+  }
+  const auto bytes = RenderMap(view, *format, options, error);
+  if (!bytes) return false;
+  switch (WriteFileAtomically(path, *bytes)) {
+    case WriteResult::Done:
+      return true;
+    case WriteResult::CannotOpen:
+      error = "Can't open file " + path;
+      return false;
+    case WriteResult::Failed:
+      error = "Can't write file " + path;
+      return false;
+  }
+  return false;
+}
+
+}  // namespace orvane

@@ -1,0 +1,269 @@
+#include "paint/qt_canvas.h"
+
+#include "paint/painted_picture.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+
+namespace orvane {
+namespace {
+
+using Marks = std::set<std::pair<int, int>>;
+
+constexpr Color Blue = 0x0000FF;
+constexpr Color Green = 0x008000;
+
+/// All pixels of a rectangle.
+Marks PixelsOf(const PixelRect& rect) {
+  Marks pixels;
+  for (int y = rect.top; y < rect.bottom; ++y) {
+    for (int x = rect.left; x < rect.right; ++x) pixels.emplace(x, y);
+  }
+  return pixels;
+}
+
+TEST(QtCanvas, DrawsHairlinesOnTheTellingPixels) {
+  for (const int width : {0, 1}) {
+    for (const bool antialias : {false, true}) {
+      PaintedPicture picture(20, 20, {.antialias = antialias});
+      picture.Paper().SetPen({.width = width, .color = Blue});
+      picture.Paper().DrawLine({3, 5}, {12, 5});
+      picture.Paper().DrawLine({15, 2}, {15, 9});
+      const Marks marked = picture.Marked();
+      // Whether the pixel of the far end belongs to a line is the painter's choice.
+      for (int x = 4; x < 12; ++x) EXPECT_EQ(picture.ColorAt(x, 5), Blue) << width << antialias;
+      for (int y = 3; y < 9; ++y) EXPECT_EQ(picture.ColorAt(15, y), Blue) << width << antialias;
+      for (const auto& [x, y] : marked) EXPECT_TRUE(y == 5 || x == 15) << x << "," << y;
+    }
+  }
+}
+
+TEST(QtCanvas, CentersWideLinesOnTheirPixels) {
+  for (const bool antialias : {false, true}) {
+    PaintedPicture odd(30, 30, {.antialias = antialias});
+    odd.Paper().SetPen({.width = 3, .color = Blue});
+    odd.Paper().DrawLine({8, 10}, {20, 10});
+    for (int y = 0; y < 30; ++y) {
+      EXPECT_EQ(odd.ColorAt(14, y), y >= 9 && y <= 11 ? Blue : 0xFFFFFF) << y << antialias;
+    }
+    PaintedPicture even(30, 30, {.antialias = antialias});
+    even.Paper().SetPen({.width = 4, .color = Blue});
+    even.Paper().DrawLine({8, 10}, {20, 10});
+    for (int y = 0; y < 30; ++y) {
+      EXPECT_EQ(even.ColorAt(14, y), y >= 8 && y <= 11 ? Blue : 0xFFFFFF) << y << antialias;
+    }
+  }
+}
+
+TEST(QtCanvas, DrawsRectanglesWithinTheirBounds) {
+  const PixelRect rect{4, 6, 14, 12};
+  PaintedPicture outlined(20, 20);
+  outlined.Paper().SetPen({.color = Blue});
+  outlined.Paper().SetBrush({.solid = true, .color = Green});
+  outlined.Paper().DrawRect(rect);
+  EXPECT_EQ(outlined.Marked(), PixelsOf(rect));
+  EXPECT_EQ(outlined.ColorAt(4, 6), Blue);
+  EXPECT_EQ(outlined.ColorAt(13, 11), Blue);
+  EXPECT_EQ(outlined.ColorAt(5, 7), Green);
+
+  PaintedPicture filled(20, 20);
+  filled.Paper().SetPen({.pattern = PenPattern::Hollow});
+  filled.Paper().SetBrush({.solid = true, .color = Green});
+  filled.Paper().DrawRect(rect);
+  EXPECT_EQ(filled.Marked(), PixelsOf(rect));
+  EXPECT_EQ(filled.ColorAt(4, 6), Green);
+
+  PaintedPicture hollow(20, 20);
+  hollow.Paper().SetPen({.color = Blue});
+  hollow.Paper().SetBrush({});
+  hollow.Paper().DrawRect(rect);
+  EXPECT_EQ(hollow.ColorAt(8, 8), 0xFFFFFF);
+}
+
+TEST(QtCanvas, DrawsSymmetricOvalsWithinTheirBounds) {
+  for (const bool outlined : {true, false}) {
+    for (const int size : {4, 5, 6, 7, 9, 12, 21, 41}) {
+      PaintedPicture picture(60, 60);
+      const PenPattern pattern = outlined ? PenPattern::Solid : PenPattern::Hollow;
+      picture.Paper().SetPen({.pattern = pattern, .color = Blue});
+      picture.Paper().SetBrush({.solid = !outlined, .color = Green});
+      picture.Paper().DrawOval({10, 10, 10 + size, 10 + size});
+      EXPECT_EQ(picture.MarkedBounds(), (PixelRect{10, 10, 10 + size, 10 + size})) << size;
+      EXPECT_EQ(picture.ColorAt(10 + size / 2, 10 + size / 2), outlined ? 0xFFFFFF : Green);
+      const Marks marked = picture.Marked();
+      for (const auto& [x, y] : marked) {
+        EXPECT_TRUE(marked.contains({19 + size - x, y})) << size << ": " << x << "," << y;
+        EXPECT_TRUE(marked.contains({x, 19 + size - y})) << size << ": " << x << "," << y;
+      }
+    }
+  }
+}
+
+TEST(QtCanvas, FillsPolygonsWithTheBrushAndOutlinesThemWithThePen) {
+  PaintedPicture picture(30, 30);
+  picture.Paper().SetPen({.color = Blue});
+  picture.Paper().SetBrush({.solid = true, .color = Green});
+  picture.Paper().DrawPolygon({{5, 5}, {20, 5}, {20, 20}, {5, 20}});
+  EXPECT_EQ(picture.ColorAt(5, 10), Blue);
+  EXPECT_EQ(picture.ColorAt(12, 20), Blue);
+  EXPECT_EQ(picture.ColorAt(12, 12), Green);
+  EXPECT_EQ(picture.MarkedBounds(), (PixelRect{5, 5, 21, 21}));
+}
+
+TEST(QtCanvas, DrawsNoLineForFewerThanTwoPoints) {
+  PaintedPicture picture(10, 10);
+  picture.Paper().SetPen({.width = 3, .color = Blue});
+  picture.Paper().DrawPolyline({});
+  picture.Paper().DrawPolyline({{5, 5}});
+  EXPECT_TRUE(picture.Marked().empty());
+}
+
+TEST(QtCanvas, HollowPensDrawNoLines) {
+  PaintedPicture picture(20, 20);
+  picture.Paper().SetPen({.width = 3, .pattern = PenPattern::Hollow, .color = Blue});
+  picture.Paper().DrawLine({2, 2}, {15, 15});
+  picture.Paper().DrawPolyline({{2, 15}, {15, 2}});
+  EXPECT_TRUE(picture.Marked().empty());
+}
+
+TEST(QtCanvas, LongWideLinesHaveNoGaps) {
+  PaintedPicture picture(1000, 40);
+  picture.Paper().SetPen({.width = 5, .color = Blue});
+  std::vector<Pixel> points;
+  for (int x = 5; x < 995; ++x) points.push_back({x, 20});
+  picture.Paper().DrawPolyline(points);
+  for (int x = 5; x < 994; ++x) ASSERT_EQ(picture.ColorAt(x, 20), Blue) << x;
+}
+
+TEST(QtCanvas, DottedLinesAreSparserThanDashedOnes) {
+  const auto marksOf = [](PenPattern pattern, int width) {
+    PaintedPicture picture(400, 20);
+    picture.Paper().SetPen({.width = width, .pattern = pattern, .color = Blue});
+    picture.Paper().DrawPolyline({{0, 10}, {399, 10}});
+    return picture.Marked().size();
+  };
+  for (const int width : {0, 3}) {
+    const size_t solid = marksOf(PenPattern::Solid, width);
+    const size_t dashed = marksOf(PenPattern::Dashed, width);
+    const size_t dotted = marksOf(PenPattern::Dotted, width);
+    EXPECT_GT(dotted, solid / 5);
+    EXPECT_GT(dashed, dotted + solid / 10);
+    EXPECT_GT(solid, dashed + solid / 10);
+  }
+}
+
+TEST(QtCanvas, KeepsWithinItsClip) {
+  PaintedPicture picture(40, 40);
+  QtCanvas& canvas = picture.Paper();
+  canvas.SetClip({10, 10, 20, 20});
+  canvas.SetPen({.color = Blue});
+  canvas.DrawText({0, 18}, "mmmmmmmm");
+  canvas.DrawLine({0, 15}, {39, 15});
+  canvas.SetClip({25, 25, 30, 30});
+  canvas.Clear(Green);
+  EXPECT_EQ(canvas.Clip(), (PixelRect{25, 25, 30, 30}));
+  canvas.SetClip({30, 30, 30, 30});
+  canvas.Clear(Blue);
+  canvas.DrawLine({0, 32}, {39, 32});
+  const Marks inLine = PixelsOf({10, 10, 20, 20});
+  const Marks cleared = PixelsOf({25, 25, 30, 30});
+  for (const auto& pixel : picture.Marked()) {
+    EXPECT_TRUE(inLine.contains(pixel) || cleared.contains(pixel))
+        << pixel.first << "," << pixel.second;
+  }
+  EXPECT_EQ(picture.ColorAt(15, 15), Blue);
+  EXPECT_EQ(picture.ColorAt(29, 29), Green);
+}
+
+TEST(QtCanvas, ClearsTheClipAndNothingElse) {
+  PaintedPicture picture(20, 20);
+  QtCanvas& canvas = picture.Paper();
+  canvas.SetPen({.color = Blue});
+  canvas.DrawLine({0, 3}, {19, 3});
+  canvas.SetClip({5, 0, 10, 20});
+  canvas.Clear(0xFFFFFF);
+  canvas.SetClip({0, 0, 20, 20});
+  canvas.DrawLine({0, 8}, {19, 8});
+  EXPECT_EQ(picture.ColorAt(7, 3), 0xFFFFFF);
+  EXPECT_EQ(picture.ColorAt(3, 3), Blue);
+  EXPECT_EQ(picture.ColorAt(12, 3), Blue);
+  EXPECT_EQ(picture.ColorAt(7, 8), Blue);
+}
+
+TEST(QtCanvas, AlternatesBetweenPensAndTextWithoutMixingThem) {
+  PaintedPicture picture(200, 40);
+  QtCanvas& canvas = picture.Paper();
+  canvas.SetForeColor(Green);
+  canvas.SetPen({.color = Blue});
+  canvas.DrawText({10, 20}, "III");
+  canvas.DrawLine({100, 5}, {150, 5});
+  canvas.SetPen({.color = 0xFF0000});
+  canvas.DrawText({60, 20}, "III");
+  canvas.DrawLine({100, 9}, {150, 9});
+  canvas.SetForeColor(Blue);
+  canvas.DrawLine({100, 13}, {150, 13});
+  EXPECT_EQ(picture.ColorAt(120, 5), Blue);
+  EXPECT_EQ(picture.ColorAt(120, 9), 0xFF0000);
+  EXPECT_EQ(picture.ColorAt(120, 13), 0xFF0000);
+  // Letters are smoothed, but never take on the colour of a line: red stays at least as strong as
+  // in the text's own green.
+  for (int x = 0; x < 90; ++x) {
+    for (int y = 0; y < 40; ++y) {
+      const int color = picture.ColorAt(x, y);
+      EXPECT_GE((color >> 8) & 0xFF, color & 0xFF);
+    }
+  }
+}
+
+TEST(QtCanvas, GivesTheSpecialColorsALook) {
+  EXPECT_EQ(PaintColor(ForegroundColor), QColor(Qt::black));
+  EXPECT_EQ(PaintColor(NoColor), QColor(Qt::black));
+  EXPECT_EQ(PaintColor(0x12AB34), QColor(0x12, 0xAB, 0x34));
+  const QColor marker = PaintColor(MarkerColor);
+  EXPECT_EQ(marker.alpha(), 255);
+  // Far from the paper and from the usual colours of maps.
+  for (const Color usual : {0xFFFFFF, 0x000000, 0x008000, 0x0000FF, 0xA0A0A0, 0x808000}) {
+    const QColor other = PaintColor(usual);
+    const int distance = std::abs(marker.red() - other.red()) +
+                         std::abs(marker.green() - other.green()) +
+                         std::abs(marker.blue() - other.blue());
+    EXPECT_GT(distance, 150) << usual;
+  }
+}
+
+TEST(QtCanvas, CountsInDevicePixelsOnFineScreens) {
+  for (const double ratio : {1.5, 2.0}) {
+    PaintedPicture picture(60, 60, {}, ratio);
+    picture.Paper().SetPen({.color = Blue});
+    picture.Paper().DrawLine({3, 31}, {50, 31});
+    picture.Paper().SetPen({.pattern = PenPattern::Hollow});
+    picture.Paper().SetBrush({.solid = true, .color = Green});
+    picture.Paper().DrawRect({10, 40, 20, 45});
+    for (int y = 0; y < 40; ++y) {
+      EXPECT_EQ(picture.ColorAt(30, y), y == 31 ? Blue : 0xFFFFFF) << ratio << " " << y;
+    }
+    for (int y = 40; y < 60; ++y) {
+      EXPECT_EQ(picture.ColorAt(10, y), y < 45 ? Green : 0xFFFFFF) << ratio << " " << y;
+    }
+  }
+}
+
+TEST(QtCanvas, LeavesThePainterAsItWas) {
+  QImage image(20, 20, QImage::Format_RGB32);
+  QPainter painter(&image);
+  painter.setPen(Qt::red);
+  const QTransform before = painter.transform();
+  const CanvasFonts fonts(96);
+  {
+    QtCanvas canvas(painter, fonts, {0, 0, 20, 20});
+    canvas.SetClip({3, 3, 5, 5});
+    canvas.SetPen({.width = 4, .color = Blue});
+    canvas.DrawLine({0, 0}, {9, 9});
+  }
+  EXPECT_EQ(painter.pen().color(), QColor(Qt::red));
+  EXPECT_FALSE(painter.hasClipping());
+  EXPECT_EQ(painter.transform(), before);
+}
+
+}  // namespace
+}  // namespace orvane
