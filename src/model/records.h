@@ -65,7 +65,7 @@ struct Link {
   float bearing = 0;        ///< degrees from the holder to `other`; a weighted sum while collecting
   float distance = 0;       ///< metres along the slope; likewise
   float inclination = 0;    ///< degrees; likewise
-  int count = 0;            ///< sum of the counts of the measurements
+  std::int64_t count = 0;   ///< sum of the counts of the measurements
   bool walked = false;      ///< taken up into a chain
 };
 
@@ -104,15 +104,15 @@ struct Point {
   int sm[3] = {0, 0, 0};  ///< the measures SM1, SM2, SM3; 0 for none
 
   // The solver's working fields; never saved, and read by the solver alone.
-  Link* links = nullptr;          ///< shots of some length, newest first; good for one solve
-  Link* rays = nullptr;           ///< shots of no length, newest first; kept between solves
-  double latSum = 0;              ///< degrees, weighted; never cleared
-  double lonSum = 0;              ///< degrees, weighted; never cleared
-  float altSum = 0;               ///< metres, weighted; never cleared
-  int positionWeight = 0;         ///< sum of the counts behind `latSum`, `lonSum`
-  int altitudeWeight = 0;         ///< sum of the counts behind `altSum`
-  int regionIndex = 0;            ///< column of this point in the matrix of its region
-  std::uint32_t solverVisit = 0;  ///< the last walk of the solver that came by
+  Link* links = nullptr;            ///< shots of some length, newest first; good for one solve
+  Link* rays = nullptr;             ///< shots of no length, newest first; kept between solves
+  double latSum = 0;                ///< degrees, weighted; never cleared
+  double lonSum = 0;                ///< degrees, weighted; never cleared
+  float altSum = 0;                 ///< metres, weighted; never cleared
+  std::int64_t positionWeight = 0;  ///< sum of the counts behind `latSum`, `lonSum`
+  std::int64_t altitudeWeight = 0;  ///< sum of the counts behind `altSum`
+  int regionIndex = 0;              ///< column of this point in the matrix of its region
+  std::uint64_t solverVisit = 0;    ///< the last walk of the solver that came by
 };
 
 // --- Trails ---------------------------------------------------------------------------------

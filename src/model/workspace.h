@@ -4,9 +4,12 @@
 #include "base/messages.h"
 #include "model/map.h"
 
+#include <cstdint>
 #include <forward_list>
 #include <functional>
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace orvane {
 
@@ -14,6 +17,17 @@ namespace orvane {
 struct Preferences {
   bool europeanDates = false;    ///< day before month
   bool showHiddenNames = false;  ///< draw the names that begin with `_` or `@`
+};
+
+/// Where the reader of map files stands. It goes on from file to file: what a file includes, or
+/// rests on, is read in the middle of it.
+struct ReadingState {
+  Trail* currentTrail = nullptr;       ///< null outside a trail
+  Range* currentRange = nullptr;       ///< null outside a range
+  bool trailHasTail = false;           ///< a point was added since the trail was opened
+  Point* lastPoint = nullptr;          ///< the point of the previous point line
+  bool warnedOnce = false;             ///< gates the messages that are told once a file
+  std::vector<std::string> openFiles;  ///< files being read, outermost first
 };
 
 /// What is process-wide by its nature. Made once by the program and handed down; a test makes its
@@ -26,6 +40,8 @@ struct Workspace {
   std::forward_list<Map> maps;  ///< every map ever made, newest first; none is ever freed
   double lastLatitude = 0;      ///< degrees of the last GPS reading of any file: what a fix that
   double lastLongitude = 0;     ///< leaves out its degrees takes
+  ReadingState reading;
+  std::uint64_t solverWalks = 0;      ///< walks that the solver has made so far, over all maps
   std::function<PackedDate()> today;  ///< the date that a save writes; the local clock if empty
 };
 

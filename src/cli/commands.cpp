@@ -1,0 +1,85 @@
+#include "cli/commands.h"
+
+#include "cli/dump.h"
+#include "cli/exit_status.h"
+#include "cli/text_output.h"
+#include "mapfile/writer.h"
+#include "model/point_names.h"
+#include "places/resolve_location.h"
+#include "trails/checks.h"
+
+#include <iostream>
+#include <nlohmann/json.hpp>
+
+namespace orvane {
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+constexpr std::string_view CannotFind = "Can't find %s";
+
+template <typename Named>
+Json NameOrNull(const Named* named) {
+  if (named == nullptr || !named->name) return nullptr;
+  return ToUtf8(*named->name);
+}
+
+}  // namespace
+
+int DumpCommand(Map& map, const LineMessages& messages) {
+  DumpMap(map, messages, std::cout);
+  return std::cout.flush() ? ExitDone : ExitFailed;
+}
+
+int SaveCommand(Map& map, const LineMessages& messages, const std::string& output, bool simple) {
+  if (output == "-") {
+    return WriteOutput(output, MapFileText(map, map.fileName, !simple)) ? ExitDone : ExitFailed;
+  }
+  const size_t messagesBefore = messages.Entries().size();
+  WriteMapFile(map, output, !simple);
+  return messages.Entries().size() == messagesBefore ? ExitDone : ExitFailed;
+}
+
+int LocateCommand(Map& map, LineMessages& messages, const std::string& text) {
+  const auto location = ResolveLocation(map, text);
+  if (!location) {
+    NoteError(messages, CannotFind, {text});
+    return ExitFailed;
+  }
+  const LatLon& place = location->place;
+  Json trail = NameOrNull(location->trail);
+  if (location->trail != nullptr && trail.is_null()) trail = ToUtf8(location->trail->type);
+  const Json json = {
+      {"lat", place.lat},
+      {"lon", place.lon},
+      {"altitude", HasAltitude(place.altitude) ? Json(double{place.altitude}) : Json(nullptr)},
+      {"point", location->point == nullptr ? Json(nullptr) : Json(ToUtf8(location->point->name))},
+      {"trail", trail},
+      {"range", NameOrNull(location->range)}};
+  std::cout << json.dump() << '\n';
+  return std::cout.flush() ? ExitDone : ExitFailed;
+}
+
+int CheckCommand(Map& map, LineMessages& messages, const std::vector<std::string>& trailNames,
+                 bool showAll) {
+  std::vector<Trail*> trails;
+  for (const std::string& name : trailNames) {
+    Trail* trail = FindTrailOrContour(map, name);
+    if (trail == nullptr) {
+      NoteError(messages, CannotFind, {name});
+      return ExitFailed;
+    }
+    trails.push_back(trail);
+  }
+  if (trailNames.empty()) {
+    for (Map* level = &map; level != nullptr; level = level->basis) {
+      for (Trail& trail : level->trails) trails.push_back(&trail);
+    }
+  }
+  messages.PrintAsResult();
+  for (Trail* trail : trails) CheckTrail(*trail, showAll, messages);
+  return ExitDone;
+}
+
+}  // namespace orvane

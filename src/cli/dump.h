@@ -1,0 +1,16 @@
+#pragma once
+
+#include "cli/line_messages.h"
+#include "model/map.h"
+
+#include <ostream>
+
+namespace orvane {
+
+/// Writes the whole solved map as one JSON document with a line feed behind it. Points are
+/// numbered in the order in which they are first met: those of the trails, the loose and the
+/// nameless ones, the bases of their readings, and the corners of grids. Positions are printed
+/// before trails are measured.
+void DumpMap(Map& map, const LineMessages& messages, std::ostream& out);
+
+}  // namespace orvane

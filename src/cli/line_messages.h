@@ -1,0 +1,43 @@
+#pragma once
+
+#include "base/messages.h"
+
+#include <cstdio>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace orvane {
+
+/// Messages as lines: to standard error with the severity in front, and kept for those who list
+/// them. Questions are answered by one button, prompts are cancelled.
+class LineMessages : public Messages {
+ public:
+  struct Entry {
+    Severity severity;
+    std::string text;
+  };
+
+  void Post(Severity severity, const std::string& text) override;
+  int Ask(const std::string& title, const std::vector<std::string>& buttons,
+          const std::string& text) override;
+  std::optional<std::string> Prompt(const std::string& title, const std::string& message,
+                                    const std::string& text) override;
+
+  /// From now on messages go to standard output, without a severity.
+  void PrintAsResult() { asResult_ = true; }
+  /// \param answer  the button, from 1, that answers every question
+  void SetAnswer(int answer) { answer_ = answer; }
+
+  const std::vector<Entry>& Entries() const { return entries_; }
+
+ private:
+  bool asResult_ = false;
+  int answer_ = 1;
+  std::vector<Entry> entries_;
+};
+
+/// "warning", "error", "internal error" or "fatal".
+const char* SeverityWord(Severity severity);
+
+}  // namespace orvane

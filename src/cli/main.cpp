@@ -1,0 +1,188 @@
+#include "cli/commands.h"
+#include "cli/exit_status.h"
+#include "cli/line_messages.h"
+#include "mapfile/open_map.h"
+#include "model/workspace.h"
+
+#include <CLI/CLI.hpp>
+#include <cstdio>
+#include <functional>
+#include <string>
+#include <vector>
+#ifdef ORVANE_WITH_QT
+#include "cli/render_command.h"
+#endif
+
+// The command line is read into one record of options for each command; what is left to do is
+// then kept as one function that runs on the opened map.
+
+namespace orvane {
+
+namespace {
+
+/// Runs on the opened map and gives the exit status.
+using Work = std::function<int(Map& map, LineMessages& messages)>;
+
+struct CommandLine {
+  CLI::App app{"Maps and home ranges for field biologists, as a batch tool"};
+  bool europeanDates = false;
+  int answer = 1;
+  std::string mapFile;
+  Work work;
+};
+
+/// Adds a command that opens one map.
+CLI::App* AddMapCommand(CommandLine& line, const std::string& name, const std::string& help) {
+  CLI::App* command = line.app.add_subcommand(name, help);
+  command->add_option("MAP", line.mapFile, "the map file")->required();
+  return command;
+}
+
+void AddDump(CommandLine& line) {
+  CLI::App* command = AddMapCommand(line, "dump", "Print the whole solved map as JSON");
+  command->callback([&line] {
+    line.work = [](Map& map, LineMessages& messages) { return DumpCommand(map, messages); };
+  });
+}
+
+void AddSave(CommandLine& line) {
+  struct Options {
+    std::string output;
+    bool simple = false;
+  };
+  auto options = std::make_shared<Options>();
+  CLI::App* command = AddMapCommand(line, "save", "Write the map to another file");
+  command->add_option("OUT", options->output, "the file to write; - for standard output")
+      ->required();
+  command->add_flag("--simple", options->simple, "without the solved places");
+  command->callback([&line, options] {
+    line.work = [options](Map& map, LineMessages& messages) {
+      return SaveCommand(map, messages, options->output, options->simple);
+    };
+  });
+}
+
+void AddLocate(CommandLine& line) {
+  auto text = std::make_shared<std::string>();
+  CLI::App* command = AddMapCommand(line, "locate", "Print the place that a text means as JSON");
+  command->add_option("TEXT", *text, "a location, such as \"20m east of Camp\"")->required();
+  command->callback([&line, text] {
+    line.work = [text](Map& map, LineMessages& messages) {
+      return LocateCommand(map, messages, *text);
+    };
+  });
+}
+
+void AddCheck(CommandLine& line) {
+  struct Options {
+    std::vector<std::string> trails;
+    bool showAll = false;
+  };
+  auto options = std::make_shared<Options>();
+  CLI::App* command = AddMapCommand(line, "check", "Check the order of the points of trails");
+  command->add_option("--trail", options->trails, "a trail to check; all if none is given")
+      ->type_name("NAME")
+      ->allow_extra_args(false);
+  command->add_flag("--show-all", options->showAll, "do not stop after a few warnings");
+  command->callback([&line, options] {
+    line.work = [options](Map& map, LineMessages& messages) {
+      return CheckCommand(map, messages, options->trails, options->showAll);
+    };
+  });
+}
+
+#ifdef ORVANE_WITH_QT
+/// Reads "1024x768". \return an empty text, or what is wrong
+std::string ReadSize(const std::string& text, RenderRequest& request) {
+  constexpr int largest = 32000;
+  int width = 0;
+  int height = 0;
+  int length = 0;
+  const int read = std::sscanf(text.c_str(), "%5dx%5d%n", &width, &height, &length);
+  if (read != 2 || text.size() != static_cast<size_t>(length) || width < 1 || height < 1 ||
+      width > largest || height > largest) {
+    return "--size: " + text + " is no WIDTHxHEIGHT in pixels";
+  }
+  request.width = width;
+  request.height = height;
+  return {};
+}
+
+void AddRender(CommandLine& line) {
+  auto request = std::make_shared<RenderRequest>();
+  CLI::App* command = AddMapCommand(line, "render", "Draw the map into a picture");
+  command->add_option("-o,--output", request->output, "the picture: a .png, .svg or .pdf file")
+      ->required();
+  command
+      ->add_option_function<std::string>(
+          "--size",
+          [request](const std::string& text) {
+            const std::string wrong = ReadSize(text, *request);
+            if (!wrong.empty()) throw CLI::ValidationError(wrong);
+          },
+          "the size in pixels; 1024x768 if not given")
+      ->type_name("WIDTHxHEIGHT");
+  command->add_option("--center", request->center, "the location in the middle")->type_name("TEXT");
+  command->add_option("--scale", request->scale, "metres per pixel")
+      ->type_name("METRES")
+      ->check(CLI::PositiveNumber);
+  command->add_flag("--fit", request->fit, "show all points of the map and its basis");
+  command->add_option("--rotate", request->rotate, "turn the view")->type_name("DEGREES");
+  command->add_flag("--hide-grids", request->hideGrids, "draw no grids");
+  command->add_flag("--show-all-trails", request->showAllTrails,
+                    "draw trails that start hidden as well");
+  command->add_flag("--antialias", request->antialias, "smooth lines");
+  command->callback([&line, request] {
+    line.work = [request](Map& map, LineMessages& messages) {
+      return RenderCommand(map, messages, *request);
+    };
+  });
+}
+#endif
+
+void AddCommands(CommandLine& line) {
+  line.app.set_version_flag("--version", std::string("orvane-cli ") + ORVANE_VERSION);
+  line.app.require_subcommand(1);
+  line.app.add_flag("--european-dates", line.europeanDates, "read the day before the month");
+  line.app.add_option("--answer", line.answer, "answer every question by the N-th button")
+      ->type_name("N")
+      ->check(CLI::Range(1, 3));
+  AddDump(line);
+  AddSave(line);
+  AddLocate(line);
+  AddCheck(line);
+#ifdef ORVANE_WITH_QT
+  AddRender(line);
+#endif
+}
+
+int RunCommand(const CommandLine& line) {
+  LineMessages messages;
+  messages.SetAnswer(line.answer);
+  Workspace workspace(messages);
+  workspace.preferences.europeanDates = line.europeanDates;
+  bool readable = false;
+  Map& map = OpenMap(workspace, line.mapFile, &readable);
+  if (!readable) return ExitFailed;
+  return line.work(map, messages);
+}
+
+int Main(int argc, char** argv) {
+  CommandLine line;
+  AddCommands(line);
+  try {
+    line.app.parse(argc, argv);
+  } catch (const CLI::Success& request) {
+    return line.app.exit(request);  // help or version
+  } catch (const CLI::ParseError& error) {
+    std::fprintf(stderr, "orvane-cli: %s\n", error.what());
+    return ExitUsage;
+  }
+  return RunCommand(line);
+}
+
+}  // namespace
+
+}  // namespace orvane
+
+int main(int argc, char** argv) { return orvane::Main(argc, argv); }

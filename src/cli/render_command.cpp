@@ -1,0 +1,56 @@
+#include "cli/render_command.h"
+
+#include "cli/exit_status.h"
+#include "paint/render.h"
+#include "places/resolve_location.h"
+#include "view/fit_to_map.h"
+#include "view/map_window.h"
+#include "view/panel_rows.h"
+#include "view/view_transform.h"
+
+namespace orvane {
+
+namespace {
+
+/// Turns the view about its middle.
+void Rotate(MapWindow& view, double degrees) {
+  const LatLon middle = ScreenToMap(view, {view.centerColumn, view.centerRow});
+  view.rotation = static_cast<float>(degrees);
+  CenterOn(view, middle);
+}
+
+}  // namespace
+
+int RenderCommand(Map& map, LineMessages& messages, const RenderRequest& request) {
+  MapWindow view;
+  view.map = &map;
+  BuildTrailRows(view);
+  SizeView(view, request.width, request.height);
+  if (request.rotate != 0) Rotate(view, request.rotate);
+  if (request.fit) FitToMap(view);
+  if (request.scale) {
+    const LatLon middle = ScreenToMap(view, {view.centerColumn, view.centerRow});
+    view.scale = static_cast<float>(1 / *request.scale);
+    CenterOn(view, middle);
+  }
+  if (request.center) {
+    const auto location = ResolveLocation(map, *request.center);
+    if (!location) {
+      NoteError(messages, "Can't find %s", {*request.center});
+      return ExitFailed;
+    }
+    CenterOn(view, location->place);
+  }
+  if (request.hideGrids) view.flags |= MapWindowGridsHidden;
+  if (request.showAllTrails) {
+    for (TrailPanelRow* row : TrailRowsInOrder(view.trailViews)) row->visible = true;
+  }
+  RenderOptions options;
+  options.antialias = request.antialias;
+  std::string error;
+  if (RenderMap(view, options, request.output, error)) return ExitDone;
+  messages.Post(Severity::Error, error);
+  return ExitFailed;
+}
+
+}  // namespace orvane

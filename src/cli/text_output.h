@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace orvane {
+
+/// \return true if `text` is valid UTF-8
+bool IsValidUtf8(std::string_view text);
+
+/// Map text is 8-bit and may be in either encoding. \return a text that is valid UTF-8 as it is, any
+/// other read as Latin-1, in UTF-8
+std::string ToUtf8(std::string_view text);
+
+/// Writes `text` to the file `path`, or to standard output if it is "-".
+/// \return false if that failed
+bool WriteOutput(const std::string& path, std::string_view text);
+
+}  // namespace orvane

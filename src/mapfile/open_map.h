@@ -1,0 +1,19 @@
+#pragma once
+
+#include "model/map.h"
+#include "model/workspace.h"
+
+#include <string>
+
+namespace orvane {
+
+/// The map of that file: the one in the workspace if it was opened before, else read, finished and
+/// solved now. A file that can't be read gives a message and an empty map of that name.
+/// \param readable  if not null, receives whether the file was read, now or earlier
+Map& OpenMap(Workspace& workspace, const std::string& name, bool* readable = nullptr);
+
+/// What follows a read: time-named points get their times, points on no trail are listed, and all
+/// get their places, by the solver only if some place is not known from the file alone.
+void FinishMap(Map& map);
+
+}  // namespace orvane

@@ -1,0 +1,278 @@
+#include "base/text.h"
+#include "geo/angle_text.h"
+#include "mapfile/field_cursor.h"
+#include "mapfile/line_context.h"
+#include "model/point_names.h"
+#include "survey/positions.h"
+
+#include <cmath>
+#include <limits>
+#include <string>
+
+// Lines on a point: the first field names it, the tag says what is told of it. A line is walked
+// from left to right with one cursor; where a field holds more than was read, what is left over
+// goes to the next field's reader or, at last, into the note.
+
+namespace orvane {
+
+namespace {
+
+constexpr std::string_view BadPointName = "Bad pointname %s";
+
+std::string_view NameOr(const Point& point, std::string_view ifNameless) {
+  return point.name.empty() ? ifNameless : std::string_view(point.name);
+}
+
+/// Puts the point at the end of the current trail, unless it is the point of the line before.
+void PutOnTrail(ReadingState& state, Point& point) {
+  if (&point != state.lastPoint && state.currentTrail != nullptr) {
+    Trail& trail = *state.currentTrail;
+    if (!state.trailHasTail) trail.points.clear();  // a reopened trail starts anew
+    trail.points.push_back(&point);
+    state.trailHasTail = true;
+    if (point.trail == nullptr) point.trail = &trail;
+  }
+  state.lastPoint = &point;
+}
+
+/// A reading makes a point be solved again; a point of another map keeps the place it was given
+/// there.
+void ClearPlaced(const LineContext& context, Point& point) {
+  if (point.map == &context.map) point.flags &= ~std::uint32_t{PointPlaced};
+}
+
+void NoteBasisPoint(LineContext& context, const Point& point, std::string_view format) {
+  if (point.map != &context.map) context.NoteOnce(format, NameOr(point, "<nameless point>"));
+}
+
+// --- The style ------------------------------------------------------------------------------
+
+double TakeLabelLimit(FieldCursor& cursor) {
+  double limit = cursor.TakeReal();
+  if (cursor.SkipByte('c')) {
+    limit /= 100;
+  } else if (cursor.SkipByte('k')) {
+    limit *= 1000;
+  }
+  cursor.SkipByte('m');
+  return limit;
+}
+
+void TakeMark(FieldCursor& cursor, Point& point) {
+  const char letter = cursor.Peek();
+  const char folded = FoldByte(letter);
+  if (folded < 'a' || folded > 'z') return;
+  cursor.Skip(1);
+  const int size = cursor.StandsDigit() ? cursor.TakeInteger() : 0;
+  if (folded != 'c' && folded != 's') return;
+  point.markShape = folded == 'c' ? PointMarkCircle : PointMarkSquare;
+  point.markSize = size;
+  if (letter == folded) {
+    point.flags &= ~std::uint32_t{PointMarkFilled};
+  } else {
+    point.flags |= PointMarkFilled;
+  }
+}
+
+/// The last field of a point line and the note behind it. The note is kept from its tab on, as
+/// notes in files have always been read.
+void TakeStyle(FieldCursor& cursor, Point& point) {
+  const auto partIsEmpty = [&] { return cursor.AtFieldEnd() || cursor.Stands(','); };
+  if (!cursor.AtFieldEnd()) {
+    if (!partIsEmpty()) {
+      const double limit = TakeLabelLimit(cursor);
+      if (point.labelLimit == 0 || (limit != 0 && limit < point.labelLimit)) {
+        point.labelLimit = limit;
+      }
+    }
+    for (int& measure : point.sm) {
+      if (!cursor.SkipByte(',')) break;
+      if (partIsEmpty()) continue;
+      const IntegerPrefix read = ReadInteger(cursor.Field());
+      if (read.length > 0) measure = cursor.TakeInteger();
+    }
+    if (cursor.SkipByte(',')) TakeMark(cursor, point);
+  }
+  if (!cursor.AtEnd()) point.note = AppendNote(point.note, cursor.Rest());
+}
+
+/// Altitude and count, and then the style.
+void TakeTail(FieldCursor& cursor, Point& point, Measurement& reading) {
+  if (!cursor.AtFieldEnd()) {
+    const double altitude = std::trunc(cursor.TakeReal() + 0.5);
+    if (std::abs(altitude) <= double{std::numeric_limits<float>::max()}) {
+      reading.altitude = static_cast<float>(altitude);
+    }
+  }
+  cursor.SkipTab();
+  reading.count = cursor.Stands('\t') ? 1 : std::max(cursor.TakeInteger(), 1);
+  cursor.SkipTab();
+  TakeStyle(cursor, point);
+}
+
+// --- The readings ---------------------------------------------------------------------------
+
+/// Tells that a number was followed by something else and passes over that.
+void CheckFieldEnd(LineContext& context, FieldCursor& cursor, const Point& point,
+                   std::string_view format) {
+  if (cursor.AtFieldEnd()) return;
+  NoteError(context.messages(), format, {NameOr(point, "<noname>")});
+  cursor.SkipField();
+}
+
+void TakeCompassNumbers(LineContext& context, FieldCursor& cursor, const Point& point,
+                        Measurement& reading) {
+  reading.distance = cursor.TakeReal();
+  cursor.SkipAnyOf("mM");
+  CheckFieldEnd(context, cursor, point, "Bad distance for point %s");
+  cursor.SkipTab();
+  if (!cursor.AtFieldEnd()) {
+    if (cursor.SkipAnyOf("aA")) reading.flags |= MeasureAbsoluteBearing;
+    reading.bearing = cursor.TakeReal();
+    CheckFieldEnd(context, cursor, point, "Bad bearing for point %s");
+  }
+  cursor.SkipTab();
+  if (!cursor.AtFieldEnd()) {
+    reading.inclination = cursor.TakeReal();
+    CheckFieldEnd(context, cursor, point, "Bad inclination angle for point %s");
+    if (reading.inclination < -90 || reading.inclination > 90) {
+      NoteError(context.messages(), "Bad angle %s for point %s",
+                {FormatGeneral(reading.inclination), NameOr(point, "<noname>")});
+    }
+  }
+  cursor.SkipTab();
+}
+
+void ReadCompass(LineContext& context, FieldCursor& cursor, Point& point) {
+  const std::string_view baseName = cursor.TakeField();
+  if (baseName.empty()) {
+    NoteError(context.messages(), "No base point in compass specification for %s (%s)",
+              {NameOr(point, "<noname>"), cursor.Rest()});
+    return;
+  }
+  Point* base = ResolvePointName(context.map, context.state.currentTrail, baseName);
+  if (base == nullptr) {
+    NoteError(context.messages(), BadPointName, {baseName});
+    return;
+  }
+  ClearPlaced(context, point);
+  Measurement& reading = point.measurements.emplace_front();
+  reading.flags = MeasureCompass;
+  reading.base = base;
+  cursor.SkipTab();
+  TakeCompassNumbers(context, cursor, point, reading);
+  TakeTail(cursor, point, reading);
+}
+
+double TakeAngle(LineContext& context, FieldCursor& cursor, double& runningDefault,
+                 AngleMode mode) {
+  const std::string_view field = cursor.Field();
+  size_t length = 0;
+  const double angle = ParseAngle(field, &length, &runningDefault, mode);
+  if (length < field.size()) NoteError(context.messages(), "Bad lat/lon spec: %s", {field});
+  cursor.SkipField();
+  cursor.SkipTab();
+  return angle;
+}
+
+void ReadGps(LineContext& context, FieldCursor& cursor, Point& point) {
+  ClearPlaced(context, point);
+  NoteBasisPoint(context, point,
+                 "A GPS location is given to a point (%s) which is in a base map, it will have no "
+                 "effect");
+  Measurement& reading = point.measurements.emplace_front();
+  reading.flags = MeasureGps;
+  Workspace& workspace = context.workspace;
+  reading.position.lat = TakeAngle(context, cursor, workspace.lastLatitude, AngleMode::Latitude);
+  reading.position.lon = TakeAngle(context, cursor, workspace.lastLongitude, AngleMode::Longitude);
+  TakeTail(cursor, point, reading);
+}
+
+void ReadAltitude(LineContext& context, FieldCursor& cursor, Point& point) {
+  ClearPlaced(context, point);
+  NoteBasisPoint(context, point,
+                 "An altitude is given to a point (%s) which is in a base map, it will have no "
+                 "effect");
+  Measurement& reading = point.measurements.emplace_front();
+  reading.flags = MeasureAltitude;
+  TakeTail(cursor, point, reading);
+}
+
+void ReadNear(LineContext& context, FieldCursor& cursor, Point& point) {
+  ClearPlaced(context, point);
+  const std::string_view nearName = cursor.TakeField();
+  if (nearName.empty()) {
+    NoteError(context.messages(), "No near name for %s (%s)",
+              {NameOr(point, "<noname>"), cursor.Rest()});
+    return;
+  }
+  Measurement& reading = point.measurements.emplace_front();
+  reading.flags = MeasureNear;
+  reading.nearName = nearName;
+  cursor.SkipTab();
+  TakeStyle(cursor, point);
+}
+
+void ReadSolvedPlace(FieldCursor& cursor, Point& point) {
+  const double lat = cursor.TakeReal();
+  if (!cursor.SkipByte('\t')) return;
+  const double lon = cursor.TakeReal();
+  if (!cursor.AtFieldEnd()) return;
+  point.geo.lat = lat;
+  point.geo.lon = lon;
+  ProjectPoint(point);
+  point.flags |= PointPlaced;
+  cursor.SkipTab();
+  if (!cursor.AtFieldEnd()) point.geo.altitude = static_cast<float>(cursor.TakeInteger());
+}
+
+/// The point that the first field names, put on the current trail; null after a message.
+Point* TakePoint(LineContext& context, FieldCursor& cursor, bool isSolvedPlace) {
+  const std::string_view name = cursor.TakeField();
+  cursor.SkipTab();
+  Point* point = isSolvedPlace && name.empty()
+                     ? context.state.lastPoint
+                     : ResolvePointName(context.map, context.state.currentTrail, name);
+  if (point == nullptr) {
+    NoteError(context.messages(), BadPointName, {name});
+    return nullptr;
+  }
+  PutOnTrail(context.state, *point);
+  return point;
+}
+
+}  // namespace
+
+void ReadPointLine(LineContext& context, std::string_view line) {
+  const char tag = FoldByte(line.front());
+  FieldCursor cursor(line);
+  cursor.SkipField();  // so that a line may begin with GPS as well as with G
+  if (!cursor.SkipByte('\t')) {
+    NoteError(context.messages(), "Bad Input");
+    return;
+  }
+  Point* point = TakePoint(context, cursor, tag == 'l');
+  if (point == nullptr) return;
+  switch (tag) {
+    case 'a':
+      ReadAltitude(context, cursor, *point);
+      break;
+    case 'c':
+      ReadCompass(context, cursor, *point);
+      break;
+    case 'g':
+      ReadGps(context, cursor, *point);
+      break;
+    case 'l':
+      ReadSolvedPlace(cursor, *point);
+      break;
+    case 'n':
+      ReadNear(context, cursor, *point);
+      break;
+    default:
+      TakeStyle(cursor, *point);
+      break;
+  }
+}
+
+}  // namespace orvane

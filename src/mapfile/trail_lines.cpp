@@ -1,0 +1,196 @@
+#include "base/text.h"
+#include "mapfile/field_cursor.h"
+#include "mapfile/line_context.h"
+#include "mapfile/trail_words.h"
+#include "model/point_names.h"
+
+#include <algorithm>
+#include <span>
+
+// The lines that open things: `T` a trail, `R` a range, and `K` a search key of a range.
+
+namespace orvane {
+
+namespace {
+
+constexpr int FillPatternMask = 7;
+
+std::optional<std::string> TextOrNone(std::string_view text) {
+  if (text.empty()) return std::nullopt;
+  return std::string(text);
+}
+
+/// Steps over the tag and the tab that should stand behind it. Another byte is told of and stepped
+/// over all the same.
+FieldCursor BehindTag(const LineContext& context, std::string_view line, std::string_view format) {
+  FieldCursor cursor(line);
+  cursor.Skip(1);
+  if (!cursor.Stands('\t')) NoteError(context.messages(), format, {line});
+  cursor.Skip(1);
+  return cursor;
+}
+
+// --- Trails ---------------------------------------------------------------------------------
+
+Trail& FindOrMakeNamedTrail(LineContext& context, std::string_view name) {
+  if (!name.empty()) {
+    if (Trail* trail = context.trailNames.Find(name)) {
+      trail->name = std::string(name);
+      return *trail;
+    }
+  }
+  Trail& trail = context.map.trails.emplace_front();
+  trail.name = TextOrNone(name);
+  if (trail.name) context.trailNames.Add(trail);
+  return trail;
+}
+
+/// The value of a word: its place in `words`, without regard to case, or `ifUnknown`.
+int WordValue(std::span<const std::string_view> words, std::string_view word, int ifUnknown) {
+  for (size_t i = 0; i < words.size(); ++i) {
+    if (SameName(words[i], word)) return static_cast<int>(i);
+  }
+  return ifUnknown;
+}
+
+/// Walks over the parts of a style list: `Take` gives each part in turn.
+class StyleParts {
+ public:
+  explicit StyleParts(std::string_view field) : rest_(field) {}
+
+  /// \return the next part, without the white space behind its word; empty if it is left out
+  std::string_view Take() {
+    const size_t comma = rest_.find(',');
+    std::string_view part = rest_.substr(0, comma);
+    rest_ = comma == std::string_view::npos ? std::string_view() : rest_.substr(comma + 1);
+    while (!part.empty() && IsSpace(part.back())) part.remove_suffix(1);
+    return part;
+  }
+  /// As `Take`, but a word ends at white space.
+  std::string_view TakeWord() {
+    const std::string_view part = Take();
+    return part.substr(0, FindAnyOf(part, " \t\n\v\f\r"));
+  }
+
+ private:
+  std::string_view rest_;
+};
+
+void ReadTrailStyle(Trail& trail, std::string_view field) {
+  StyleParts parts(field);
+  if (const auto part = parts.Take(); !part.empty()) trail.width = ReadReal(part).value;
+  if (const auto part = parts.Take(); !part.empty()) trail.color = ParseColor(part);
+  if (const auto word = parts.TakeWord(); !word.empty()) {
+    trail.lineStyle = WordValue(LineStyleWords, word, LineUnset);
+  }
+  if (const auto word = parts.TakeWord(); !word.empty()) {
+    trail.labelMode = WordValue(LabelModeWords, word, LabelUnset);
+  }
+  if (const auto part = parts.Take(); !part.empty()) trail.filled = ReadInt32(part) != 0;
+  if (const auto part = parts.Take(); !part.empty()) {
+    trail.fillPattern = ReadInt32(part) & FillPatternMask;
+  }
+  if (const auto word = parts.TakeWord(); !word.empty()) {
+    trail.markStyle = WordValue(MarkStyleWords, word, MarkUnknown);
+  }
+  if (const auto word = parts.TakeWord(); !word.empty()) {
+    if (SameName(word, "v")) {
+      trail.flags &= ~std::uint32_t{TrailHidden};
+    } else {
+      trail.flags |= TrailHidden;
+    }
+  }
+}
+
+void ReadTrailFields(const LineContext& context, FieldCursor& cursor, Trail& trail) {
+  cursor.SkipTab();
+  trail.type = cursor.TakeField();
+  cursor.SkipTab();
+  const std::string_view focal = cursor.Field().substr(0, cursor.Field().find(','));
+  trail.focalAnimal = TextOrNone(focal);
+  cursor.Skip(focal.size());
+  if (cursor.SkipByte(',')) trail.groupSize = std::max(cursor.TakeInteger(), 1);
+  cursor.SkipField();
+  cursor.SkipTab();
+  trail.date = ParseDate(cursor.Field(), context.workspace.preferences.europeanDates).date;
+  cursor.SkipField();
+  cursor.SkipTab();
+  ReadTrailStyle(trail, cursor.TakeField());
+  cursor.SkipTab();
+  if (!cursor.AtEnd()) trail.note = std::string(cursor.Rest());
+}
+
+// --- Search keys ----------------------------------------------------------------------------
+
+/// Two whole numbers, hours and minutes, with an optional colon between.
+int TakeClock(FieldCursor& cursor) {
+  constexpr long minutesPerHour = 60;
+  const long hours = cursor.TakeInteger();
+  cursor.SkipByte(':');
+  const long minutes = cursor.TakeInteger();
+  const long total = hours * minutesPerHour + minutes;
+  return static_cast<int>(std::clamp(total, -0x7FFFFFFFL, 0x7FFFFFFFL));
+}
+
+void ReadKeyTimes(FieldCursor& cursor, SearchKey& key) {
+  if (cursor.AtFieldEnd()) return;
+  key.timeFrom = TakeClock(cursor);
+  if (cursor.SkipAnyOf(" -")) key.timeTo = TakeClock(cursor);
+  cursor.SkipField();
+}
+
+void ReadKeyDates(FieldCursor& cursor, SearchKey& key, bool europeanDates) {
+  if (cursor.AtFieldEnd()) return;
+  const DatePrefix from = ParseDate(cursor.Field(), europeanDates);
+  key.dateFrom = from.date;
+  cursor.Skip(from.length);
+  if (cursor.SkipAnyOf(" :")) key.dateTo = ParseDate(cursor.Field(), europeanDates).date;
+}
+
+}  // namespace
+
+void ReadTrailLine(LineContext& context, std::string_view line) {
+  ReadingState& state = context.state;
+  state.currentTrail = nullptr;
+  state.trailHasTail = false;
+  state.lastPoint = nullptr;
+  state.currentRange = nullptr;
+  if (line.size() == 1) return;
+  FieldCursor cursor = BehindTag(context, line, "Bad trail spec: %s");
+  Trail& trail = FindOrMakeNamedTrail(context, cursor.TakeField());
+  ReadTrailFields(context, cursor, trail);
+  state.currentTrail = &trail;
+}
+
+void ReadRangeLine(LineContext& context, std::string_view line) {
+  context.state.currentRange = nullptr;
+  if (line.size() == 1) return;
+  FieldCursor cursor = BehindTag(context, line, "Bad range spec: %s");
+  Range& range = context.map.ranges.emplace_front();
+  range.name = TextOrNone(cursor.TakeField());
+  cursor.SkipTab();
+  cursor.SkipField();
+  cursor.SkipTab();
+  range.note = TextOrNone(cursor.Rest());
+  context.state.currentRange = &range;
+  context.state.currentTrail = nullptr;
+}
+
+void ReadKeyLine(LineContext& context, std::string_view line) {
+  if (context.state.currentRange == nullptr) {
+    NoteError(context.messages(), "Search key specified outside of range: %s", {line});
+    return;
+  }
+  FieldCursor cursor = BehindTag(context, line, "Bad search key: %s");
+  SearchKey& key = context.state.currentRange->keys.emplace_front();
+  const std::string_view type = cursor.TakeField();
+  key.type = type.empty() ? "!!Unknown!!" : type;
+  cursor.SkipTab();
+  key.focalAnimal = TextOrNone(cursor.TakeField());
+  cursor.SkipTab();
+  ReadKeyTimes(cursor, key);
+  cursor.SkipTab();
+  ReadKeyDates(cursor, key, context.workspace.preferences.europeanDates);
+}
+
+}  // namespace orvane

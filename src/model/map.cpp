@@ -1,0 +1,29 @@
+#include "model/map.h"
+
+#include "base/text.h"
+#include "model/workspace.h"
+
+namespace orvane {
+
+Point& MakePoint(Map& map, std::string_view name) {
+  Point& point = map.pointStore.emplace_back();
+  point.name = name;
+  point.map = &map;
+  return point;
+}
+
+Map& MakeMap(Workspace& workspace, std::string_view name) {
+  Map& map = workspace.maps.emplace_front();
+  map.workspace = &workspace;
+  map.fileName = name;
+  return map;
+}
+
+Map* FindMap(Workspace& workspace, std::string_view name) {
+  for (Map& map : workspace.maps) {
+    if (SameName(map.fileName, name)) return &map;
+  }
+  return nullptr;
+}
+
+}  // namespace orvane

@@ -1,0 +1,228 @@
+#include "model/point_names.h"
+
+#include "base/text.h"
+#include "model/time_names.h"
+#include "model/workspace.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace orvane {
+
+namespace {
+
+/// Calls `visit(part)` for each non-empty part of a name spec such as `a=b=c`.
+template <typename Visit>
+void ForEachPart(std::string_view spec, Visit visit) {
+  while (true) {
+    const size_t end = spec.find('=');
+    const std::string_view part = spec.substr(0, end);
+    if (!part.empty()) visit(part);
+    if (end == std::string_view::npos) return;
+    spec.remove_prefix(end + 1);
+  }
+}
+
+/// The point that the parts of a spec already mean, the first found if they mean several.
+Point* FindSpecPoint(const Map& map, std::string_view spec) {
+  if (spec.find('=') == std::string_view::npos) return FindPointByName(map, nullptr, spec);
+  Messages& messages = map.workspace->messages;
+  Point* found = nullptr;
+  ForEachPart(spec, [&](std::string_view part) {
+    if (IsTimeName(part)) {
+      NoteError(messages,
+                "A time name should not be used in a <name>=<name> spec, use a relative "
+                "measurement with a distance of 0. %s",
+                {spec});
+      return;
+    }
+    Point* point = FindPointByName(map, nullptr, part);
+    if (point == nullptr) return;
+    if (found != nullptr && found != point) {
+      NoteError(messages, "%s declared as synonym to %s after both have been used",
+                {point->name, found->name});
+    }
+    if (found == nullptr) found = point;
+  });
+  return found;
+}
+
+/// Gives the point every part of the spec that it does not bear yet, making it if there is none.
+Point* NameSpecPoint(Map& map, Point* point, std::string_view spec) {
+  ForEachPart(spec, [&](std::string_view part) {
+    if (point == nullptr) {
+      point = &MakePoint(map, part);
+    } else if (PointHasName(*point, part)) {
+      return;
+    } else {
+      point->synonyms.emplace_front(part);
+    }
+    AddPointName(map, *point, part);
+  });
+  return point;
+}
+
+/// The first `.` of a "type.date" text, or failing that the first `:`; npos for neither.
+size_t DateSeparator(std::string_view text) {
+  const size_t dot = text.find('.');
+  return dot != std::string_view::npos ? dot : text.find(':');
+}
+
+}  // namespace
+
+size_t NameBucket(std::string_view name) {
+  unsigned sum = 0;
+  for (const char c : name) sum += static_cast<unsigned char>(FoldByte(c));
+  return sum % NameBuckets;
+}
+
+bool PointHasName(const Point& point, std::string_view name) {
+  if (SameName(point.name, name)) return true;
+  return std::any_of(point.synonyms.begin(), point.synonyms.end(),
+                     [&](const std::string& synonym) { return SameName(synonym, name); });
+}
+
+Point* FindTimePoint(const std::vector<Point*>& points, std::string_view name) {
+  const auto found = std::find_if(points.begin(), points.end(),
+                                  [&](const Point* point) { return PointHasName(*point, name); });
+  return found == points.end() ? nullptr : *found;
+}
+
+Point* FindPointByName(const Map& map, const Trail* trail, std::string_view name) {
+  if (IsTimeName(name)) return trail == nullptr ? nullptr : FindTimePoint(trail->points, name);
+  for (const Map* level = &map; level != nullptr; level = level->basis) {
+    if (Point* point = level->names.Find(name)) return point;
+  }
+  return nullptr;
+}
+
+Point* FindPointLoosely(const Map& map, std::string_view name) {
+  const auto fits = [&](const std::string& stored) { return CompareHiddenName(stored, name) == 0; };
+  for (const Map* level = &map; level != nullptr; level = level->basis) {
+    for (const auto& bucket : level->pointHash) {
+      for (Point* point : bucket) {
+        if (fits(point->name) ||
+            std::any_of(point->synonyms.begin(), point->synonyms.end(), fits)) {
+          return point;
+        }
+      }
+    }
+  }
+  return nullptr;
+}
+
+void AddPointName(Map& map, Point& point, std::string_view name) {
+  map.pointHash[NameBucket(name)].push_front(&point);
+  map.names.Add(point, name);
+}
+
+void RemovePointName(Map& map, std::string_view name, const Point& point) {
+  auto& bucket = map.pointHash[NameBucket(name)];
+  for (auto before = bucket.before_begin(); std::next(before) != bucket.end(); ++before) {
+    if (*std::next(before) != &point) continue;
+    bucket.erase_after(before);
+    break;
+  }
+  map.names.Remove(point, name);
+}
+
+void RemovePointNames(Map& map, const Point& point) {
+  RemovePointName(map, point.name, point);
+  for (const std::string& synonym : point.synonyms) RemovePointName(map, synonym, point);
+}
+
+void RemoveFromLists(Map& map, const Point& point) {
+  auto& list = point.name.empty() ? map.namelessPoints : map.loosePoints;
+  list.remove_if([&](const Point* listed) { return listed == &point; });
+}
+
+Trail* FindTrail(Map& map, std::string_view name) {
+  for (Map* level = &map; level != nullptr; level = level->basis) {
+    for (Trail& trail : level->trails) {
+      if (trail.name && SameName(*trail.name, name)) return &trail;
+    }
+  }
+  return nullptr;
+}
+
+Trail* FindTrailOrContour(Map& map, std::string_view name) {
+  if (Trail* trail = FindTrail(map, name)) return trail;
+  for (Trail& trail : map.contourTrails) {
+    if (trail.name && SameName(*trail.name, name)) return &trail;
+  }
+  const size_t separator = DateSeparator(name);
+  if (separator == std::string_view::npos) return nullptr;
+  std::string_view rest = name.substr(separator + 1);
+  const DatePrefix date = ParseDate(rest, map.workspace->preferences.europeanDates);
+  rest.remove_prefix(date.length);
+  if (!rest.empty()) {
+    if (rest.front() != '.' && rest.front() != ':') return nullptr;
+    rest.remove_prefix(1);
+  }
+  return FindTrailByDate(map, name.substr(0, separator), date.date, rest);
+}
+
+Trail* FindTrailByDate(Map& map, std::string_view type, PackedDate date,
+                       std::string_view focalAnimal) {
+  for (Map* level = &map; level != nullptr; level = level->basis) {
+    for (Trail& trail : level->trails) {
+      if (trail.date == date && SameName(trail.type, type) &&
+          SameName(trail.focalAnimal.value_or(""), focalAnimal)) {
+        return &trail;
+      }
+    }
+  }
+  return nullptr;
+}
+
+Range* FindRange(Map& map, std::string_view name) {
+  for (Range& range : map.ranges) {
+    if (range.name && SameName(*range.name, name)) return &range;
+  }
+  return nullptr;
+}
+
+Trail* FindTrailHolding(Map& map, const Point& point, const Trail* exceptTrail) {
+  for (Trail& trail : map.trails) {
+    if (&trail == exceptTrail) continue;
+    if (std::find(trail.points.begin(), trail.points.end(), &point) != trail.points.end()) {
+      return &trail;
+    }
+  }
+  return nullptr;
+}
+
+Map* MapOfTrail(Map& map, const Trail& trail) {
+  for (Map* level = &map; level != nullptr; level = level->basis) {
+    for (const Trail& candidate : level->trails) {
+      if (&candidate == &trail) return level;
+    }
+  }
+  return nullptr;
+}
+
+Trail& FindOrMakeTrail(Map& map, std::string_view name) {
+  if (Trail* trail = FindTrail(map, name)) return *trail;
+  Trail& trail = map.trails.emplace_front();
+  trail.name = std::string(name);
+  trail.type = "Human";
+  trail.color = 0;
+  return trail;
+}
+
+Point* ResolvePointName(Map& map, Trail* trail, std::string_view spec) {
+  if (spec.empty()) {
+    Point& point = MakePoint(map, spec);
+    if (trail == nullptr) map.namelessPoints.push_front(&point);
+    return &point;
+  }
+  if (IsTimeName(spec)) {
+    Point* point = FindPointByName(map, trail, spec);
+    return point != nullptr ? point : &MakePoint(map, spec);
+  }
+  Point* point = FindSpecPoint(map, spec);
+  if (point != nullptr) point->flags |= PointNamedTwice;
+  return NameSpecPoint(map, point, spec);
+}
+
+}  // namespace orvane

@@ -1,0 +1,113 @@
+#include "base/number_text.h"
+#include "base/text.h"
+#include "model/point_names.h"
+#include "places/relative_place.h"
+#include "trails/metrics.h"
+
+#include <optional>
+#include <vector>
+
+namespace orvane {
+
+namespace {
+
+/// One stretch of the route: along a trail from one point to another.
+struct Leg {
+  const Trail* trail;
+  const Point* from;
+  const Point* to;
+};
+
+/// How far along the route the place lies: `value` metres, or `value` parts of `whole`.
+struct RouteShare {
+  double value = 0;
+  std::optional<double> whole;
+};
+
+/// Cuts the text before `word`, without regard to case, and steps over it.
+std::optional<std::string_view> TakeBefore(std::string_view& text, std::string_view word) {
+  const size_t at = FindTextFolded(text, word);
+  if (at == std::string_view::npos) return std::nullopt;
+  const std::string_view before = text.substr(0, at);
+  text.remove_prefix(at + word.size());
+  return before;
+}
+
+std::optional<RouteShare> ReadShare(std::string_view text) {
+  const RealPrefix value = ReadReal(text);
+  if (value.length == 0) return std::nullopt;
+  text.remove_prefix(value.length);
+  RouteShare share{value.value, std::nullopt};
+  if (!text.empty() && text.front() == '/') {
+    const RealPrefix whole = ReadReal(text.substr(1));
+    text.remove_prefix(1 + whole.length);
+    if (!(whole.value > 0) || share.value < 0 || share.value > whole.value) return std::nullopt;
+    share.whole = whole.value;
+  }
+  if (!text.empty()) return std::nullopt;
+  return share;
+}
+
+const Point* PlacedPoint(const Map& map, std::string_view name) {
+  const Point* point = FindPointByName(map, nullptr, name);
+  return point != nullptr && (point->flags & PointPlaced) != 0 ? point : nullptr;
+}
+
+/// Reads the trail names and the point between them; `text` then stands behind " by ".
+/// \return no legs if the text does not fit
+std::vector<Leg> TakeLegs(Map& map, std::string_view& text, const Point& from, const Point& to) {
+  const size_t via = FindTextFolded(text, " via ");
+  const size_t by = FindTextFolded(text, " by ");
+  if (via >= by) {  // one leg, or no " by " either
+    const auto trailName = TakeBefore(text, " by ");
+    const Trail* trail = trailName ? FindTrail(map, *trailName) : nullptr;
+    if (trail == nullptr) return {};
+    return {{trail, &from, &to}};
+  }
+  const auto firstName = TakeBefore(text, " via ");
+  const auto middleName = TakeBefore(text, " and ");
+  const auto secondName = TakeBefore(text, " by ");
+  if (!firstName || !middleName || !secondName) return {};
+  const Trail* first = FindTrail(map, *firstName);
+  const Trail* second = FindTrail(map, *secondName);
+  const Point* middle = PlacedPoint(map, *middleName);
+  if (first == nullptr || second == nullptr || middle == nullptr) return {};
+  return {{first, &from, middle}, {second, middle, &to}};
+}
+
+}  // namespace
+
+std::optional<LatLon> ResolveAlongTrail(Map& map, std::string_view text) {
+  constexpr std::string_view from = "from ";
+  if (CompareNamesN(text, from, from.size()) != 0) return std::nullopt;
+  text.remove_prefix(from.size());
+  const auto startName = TakeBefore(text, " to ");
+  const auto endName = TakeBefore(text, " along ");
+  if (!startName || !endName) return std::nullopt;
+  const Point* start = PlacedPoint(map, *startName);
+  const Point* end = PlacedPoint(map, *endName);
+  if (start == nullptr || end == nullptr) return std::nullopt;
+  const std::vector<Leg> legs = TakeLegs(map, text, *start, *end);
+  const auto share = ReadShare(text);
+  if (legs.empty() || !share) return std::nullopt;
+
+  double total = 0;
+  for (const Leg& leg : legs) {
+    const double length = TrailDistanceBetween(*leg.trail, *leg.from, *leg.to);
+    if (length < 0) return std::nullopt;  // one of the two is not on the trail
+    total += length;
+  }
+  const double whole = share->whole.value_or(total);
+  if (whole == 0) return std::nullopt;
+  double target = total / whole * share->value;
+  if (legs.size() > 1) {
+    const double first = TrailDistanceBetween(*legs[0].trail, *legs[0].from, *legs[0].to);
+    if (target > first) {
+      target -= first;
+      return TrailPointBetween(*legs[1].trail, *legs[1].from, *legs[1].to, target);
+    }
+  }
+  return TrailPointBetween(*legs[0].trail, *legs[0].from, *legs[0].to, target);
+}
+
+}  // namespace orvane

@@ -1,0 +1,201 @@
+#include "places/resolve_location.h"
+
+#include "base/text.h"
+#include "geo/angle_text.h"
+#include "model/cells.h"
+#include "model/point_names.h"
+#include "places/relative_place.h"
+#include "trails/positions_on_trail.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace orvane {
+
+namespace {
+
+/// Two places may themselves be two places, this deep: more commas in a text are read as a list.
+constexpr int DeepestNesting = 64;
+
+std::optional<Location> Resolve(Map& map, std::string_view text, int depth);
+
+bool IsPlaced(const Point& point) { return (point.flags & PointPlaced) != 0; }
+
+/// The text behind "Word:" or "Word.", exactly so written; nothing if it begins otherwise.
+std::optional<std::string_view> BehindPrefix(std::string_view word, std::string_view text) {
+  const auto rest = StartsWith(word, text);
+  if (!rest || rest->empty() || (rest->front() != ':' && rest->front() != '.')) return std::nullopt;
+  return rest->substr(1);
+}
+
+LatLon Midpoint(const LatLon& a, const LatLon& b) {
+  LatLon middle{(a.lat + b.lat) / 2, (a.lon + b.lon) / 2, NoAltitude};
+  if (HasAltitude(a.altitude) && HasAltitude(b.altitude)) {
+    middle.altitude = (a.altitude + b.altitude) / 2;
+  } else {
+    middle.altitude = HasAltitude(a.altitude) ? a.altitude : b.altitude;
+  }
+  return middle;
+}
+
+std::optional<LatLon> ResolveTwoPlaces(Map& map, std::string_view text, int depth) {
+  const size_t comma = text.rfind(',');
+  if (comma == std::string_view::npos || depth >= DeepestNesting) return std::nullopt;
+  std::string_view behind = text.substr(comma + 1);
+  while (!behind.empty() && behind.front() == ' ') behind.remove_prefix(1);
+  const auto second = Resolve(map, behind, depth + 1);
+  if (!second) return std::nullopt;
+  const auto first = Resolve(map, text.substr(0, comma), depth + 1);
+  if (!first) return std::nullopt;
+  return Midpoint(first->place, second->place);
+}
+
+/// "trail:point": sets both, or neither.
+void FindPointOnTrail(Map& map, std::string_view text, Location& found) {
+  const size_t colon = text.rfind(':');
+  if (colon == std::string_view::npos) return;
+  Trail* trail = FindTrailOrContour(map, text.substr(0, colon));
+  if (trail == nullptr) return;
+  Point* point = FindPointByName(map, trail, text.substr(colon + 1));
+  if (point == nullptr) return;
+  found.trail = trail;
+  found.point = point;
+}
+
+Range* FindNamedRange(Map& map, std::string_view text) {
+  if (Range* range = FindRange(map, text)) return range;
+  const auto name = BehindPrefix("Range", text);
+  return name ? FindRange(map, *name) : nullptr;
+}
+
+/// "Trail:" and "Point:" with a name set what they name. \return a cell's place, which ends the
+/// search
+std::optional<LatLon> ResolvePrefixed(Map& map, std::string_view text, Location& found) {
+  if (const auto name = BehindPrefix("Trail", text)) {
+    found.trail = FindTrailOrContour(map, *name);
+    return std::nullopt;
+  }
+  if (const auto name = BehindPrefix("Point", text)) {
+    found.point = FindPointByName(map, nullptr, *name);
+    return std::nullopt;
+  }
+  return FindGridCell(map, BehindPrefix("Grid", text).value_or(text));
+}
+
+/// One item of a list. \param point  receives the point that it names, or null
+std::optional<LatLon> ResolveItem(Map& map, std::string_view item, Point*& point) {
+  point = FindPointByName(map, nullptr, item);
+  if (point == nullptr) {
+    if (const auto place = PositionOnTrail(map, item)) return place;
+    if (const auto place = FindGridCell(map, item)) return place;
+    if (const auto cell = BehindPrefix("grid", item)) {
+      if (const auto place = FindGridCell(map, *cell)) return place;
+    }
+    point = FindPointLoosely(map, item);
+  }
+  if (point == nullptr || !IsPlaced(*point)) return std::nullopt;
+  return point->geo;
+}
+
+/// The mean of a list with ", " between its items. \param point  receives the point that the last
+/// item names
+std::optional<LatLon> ResolveList(Map& map, std::string_view text, Point*& point) {
+  constexpr std::string_view separator = ", ";
+  double latSum = 0;
+  double lonSum = 0;
+  double altitudeSum = 0;
+  bool allHaveAltitude = true;
+  int count = 0;
+  while (true) {
+    const size_t end = text.find(separator);
+    const auto place = ResolveItem(map, text.substr(0, end), point);
+    if (!place) return std::nullopt;
+    latSum += place->lat;
+    lonSum += place->lon;
+    altitudeSum += double{place->altitude};
+    allHaveAltitude = allHaveAltitude && HasAltitude(place->altitude);
+    ++count;
+    if (end == std::string_view::npos) break;
+    text.remove_prefix(end + separator.size());
+  }
+  return LatLon{latSum / count, lonSum / count,
+                allHaveAltitude ? static_cast<float>(altitudeSum / count) : NoAltitude};
+}
+
+/// The middle of the bounds of a trail's placed points.
+std::optional<LatLon> MiddleOfTrail(const Trail& trail) {
+  constexpr double infinity = std::numeric_limits<double>::infinity();
+  LatLon low{infinity, infinity, NoAltitude};
+  LatLon high{-infinity, -infinity, NoAltitude};
+  bool any = false;
+  for (const Point* point : trail.points) {
+    if (!IsPlaced(*point)) continue;
+    any = true;
+    low.lat = std::min(low.lat, point->geo.lat);
+    low.lon = std::min(low.lon, point->geo.lon);
+    high.lat = std::max(high.lat, point->geo.lat);
+    high.lon = std::max(high.lon, point->geo.lon);
+  }
+  if (!any) return std::nullopt;
+  return LatLon{(high.lat + low.lat) / 2, (high.lon + low.lon) / 2, NoAltitude};
+}
+
+/// The forms that name a thing or stand for a place by themselves. \return a place if a form ended
+/// the search; else what was named is in `found`
+std::optional<LatLon> ResolveSimpleForms(Map& map, std::string_view text, int depth,
+                                         Location& found) {
+  if (const auto place = ResolveTwoPlaces(map, text, depth)) return place;
+  FindPointOnTrail(map, text, found);
+  if (found.point != nullptr) return std::nullopt;
+  if (Range* range = FindNamedRange(map, text); range != nullptr && range->hasBounds) {
+    found.range = range;
+    return LatLon{(range->maxLat + range->minLat) / 2, (range->maxLon + range->minLon) / 2,
+                  NoAltitude};
+  }
+  if (const auto place = ResolvePrefixed(map, text, found)) return place;
+  if (found.point == nullptr && found.trail == nullptr) {
+    if (const auto place = PositionOnTrail(map, text)) return place;
+    if (LatLon place; ParseLatLon(text, place)) return place;
+    found.point = FindPointLoosely(map, text);
+  }
+  if (found.point == nullptr && found.trail != nullptr && found.trail->points.size() == 1) {
+    found.point = found.trail->points.front();
+  }
+  return std::nullopt;
+}
+
+std::optional<Location> Resolve(Map& map, std::string_view text, int depth) {
+  if (text.empty()) return std::nullopt;
+  Location found;
+  const auto at = [&](const LatLon& place) {
+    found.place = place;
+    return found;
+  };
+  found.point = FindPointByName(map, nullptr, text);
+  if (found.point == nullptr) found.trail = FindTrailOrContour(map, text);
+  if (found.point == nullptr && found.trail == nullptr) {
+    if (const auto place = ResolveSimpleForms(map, text, depth, found)) return at(*place);
+  }
+  if (found.point != nullptr) {
+    if (!IsPlaced(*found.point)) return std::nullopt;
+    return at(found.point->geo);
+  }
+  if (found.trail == nullptr) {
+    if (const auto place = ResolveRelativePlace(map, text)) return at(*place);
+  }
+  if (const auto place = ResolveAlongTrail(map, text)) return at(*place);
+  if (found.trail != nullptr) {
+    if (const auto place = MiddleOfTrail(*found.trail)) return at(*place);
+    return std::nullopt;
+  }
+  if (const auto place = ResolveList(map, text, found.point)) return at(*place);
+  return std::nullopt;
+}
+
+}  // namespace
+
+std::optional<Location> ResolveLocation(Map& map, std::string_view text) {
+  return Resolve(map, text, 0);
+}
+
+}  // namespace orvane

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "model/map.h"
+
+#include <optional>
+#include <string_view>
+
+namespace orvane {
+
+/// What a location text means: a place, and the thing that the text named, if it named one.
+struct Location {
+  LatLon place;  ///< altitude `NoAltitude` if it is not known
+  Point* point = nullptr;
+  Trail* trail = nullptr;
+  Range* range = nullptr;
+};
+
+/// Reads a free text that stands for a place, wherever the program asks for one. The forms are
+/// tried in this order, and the first that fits wins:
+///
+///   1. a point's name, else a trail's (or contour's, or "type.date" of a follow)
+///   2. two places with a comma between: their midpoint
+///   3. trail:point
+///   4. a range's name, or "Range:" and a range's name
+///   5. "Trail:", "Point:", "Grid:" and a name (exactly so written); a bare cell name
+///   6. a metre mark on a trail, as Main135
+///   7. a latitude and a longitude
+///   8. a point's name without its leading `_` or `@`
+///   9. "20m east of Camp", "5 meters left of Main306"
+///  10. "From a to b along t [via c and u] by n", n in metres or as a fraction
+///  11. a list of places with ", " between: their mean
+///  12. a trail that was named: the middle of its bounds
+///
+/// A point that has no place yet gives none.
+/// \return nothing if the text means nothing
+std::optional<Location> ResolveLocation(Map& map, std::string_view text);
+
+}  // namespace orvane

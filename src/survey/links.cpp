@@ -1,0 +1,224 @@
+#include "survey/links.h"
+
+#include "geo/earth.h"
+#include "model/workspace.h"
+
+#include <unordered_map>
+
+// Each pair of points between which shots were taken gets one link in either direction. While
+// measurements are gathered a link holds weighted sums; when both its ends have been visited they
+// become means, and its reverse holds their mirror.
+//
+// Bearings are averaged as plain numbers: 359 and 1 degrees give 180. Maps in use were solved so,
+// and their stored places depend on it.
+
+namespace orvane {
+
+namespace {
+
+constexpr float HalfTurn = 180.0F;
+constexpr float FullTurn = 360.0F;
+
+/// Finds a point's link to another point; a hub with thousands of shots would take a time that
+/// grows with the square of their number if its list were searched for each.
+class LinkFinder {
+ public:
+  explicit LinkFinder(Link*& head) : head_(head) {}
+
+  Link* Find(const Point* other) {
+    if (indexed_) {
+      const auto found = byOther_.find(other);
+      return found == byOther_.end() ? nullptr : found->second;
+    }
+    int steps = 0;
+    for (Link* link = head_; link != nullptr; link = link->next) {
+      if (link->other == other) return link;
+      if (++steps > LongestSearch) {
+        Index();
+        return Find(other);
+      }
+    }
+    return nullptr;
+  }
+
+  void PushFront(Link& link) {
+    link.next = head_;
+    head_ = &link;
+    if (indexed_) byOther_.emplace(link.other, &link);
+  }
+
+ private:
+  static constexpr int LongestSearch = 32;
+
+  void Index() {
+    for (Link* link = head_; link != nullptr; link = link->next)
+      byOther_.emplace(link->other, link);
+    indexed_ = true;
+  }
+
+  Link*& head_;
+  bool indexed_ = false;
+  std::unordered_map<const Point*, Link*> byOther_;
+};
+
+void AddAltitude(Point& point, std::int64_t weight, float altitude) {
+  point.altSum += static_cast<float>(weight) * altitude;
+  point.altitudeWeight += weight;
+}
+
+void AddPosition(Point& point, std::int64_t weight, const LatLon& place) {
+  if (HasAltitude(place.altitude)) AddAltitude(point, weight, place.altitude);
+  point.latSum += static_cast<double>(weight) * place.lat;
+  point.lonSum += static_cast<double>(weight) * place.lon;
+  point.positionWeight += weight;
+}
+
+/// The place at the far end of one measurement, walked from a place that is known.
+/// \param inclination, bearing  of the step as `AdvanceByMeasurement` takes them
+LatLon WalkFrom(const LatLon& start, const Measurement& reading, double bearing, double inclination,
+                double deviation) {
+  Meters position = LatLonToMetersKeepingAltitude({start.lat, 0, start.altitude});
+  AdvanceByMeasurement(position, bearing, reading.distance, inclination, deviation);
+  LatLon end = MetersToLatLonKeepingAltitude(position);
+  end.lon += start.lon;
+  return end;
+}
+
+/// A shot to a base of another map is no link: it is a position reading of the end that is not
+/// known.
+void AddShotToOtherMap(Point& point, const Measurement& reading) {
+  Point& base = *reading.base;
+  const bool absolute = (reading.flags & MeasureAbsoluteBearing) != 0;
+  if ((base.flags & PointPlaced) == 0) {
+    const double deviation = absolute ? 0 : base.map->magneticDeviation;
+    AddPosition(base, reading.count,
+                WalkFrom(point.geo, reading, reading.bearing + double{HalfTurn},
+                         -reading.inclination, deviation));
+    return;
+  }
+  const double deviation = absolute ? 0 : point.map->magneticDeviation;
+  AddPosition(point, reading.count,
+              WalkFrom(base.geo, reading, reading.bearing, reading.inclination, deviation));
+}
+
+/// Collects the measurements of the points of one walk.
+class Collector {
+ public:
+  Collector(Map& map, LinkStore& links) : walk_(map), links_(links) {}
+
+  void CollectMeasurements(Point& point) {
+    if (!walk_.FirstVisit(point)) return;
+    LinkFinder links(point.links);
+    LinkFinder rays(point.rays);
+    const bool known = (point.flags & PointPlaced) != 0;
+    for (const Measurement& reading : point.measurements) {
+      if (HasAltitude(reading.altitude) && !known) {
+        AddAltitude(point, reading.count, reading.altitude);
+      }
+      if ((reading.flags & MeasureGps) != 0) {
+        AddPosition(point, reading.count, reading.position);
+      } else if ((reading.flags & MeasureCompass) != 0) {
+        if (reading.base->map != point.map) {
+          AddShotToOtherMap(point, reading);
+        } else if (!known && reading.base != &point) {
+          AddShot(point, reading, reading.distance != 0 ? links : rays);
+        }
+      }
+    }
+    for (Link* link = point.links; link != nullptr; link = link->next)
+      FinishLink(point, *link, false);
+    for (Link* ray = point.rays; ray != nullptr; ray = ray->next) FinishLink(point, *ray, true);
+  }
+
+ private:
+  void AddShot(Point& point, const Measurement& reading, LinkFinder& list) {
+    Link* link = list.Find(reading.base);
+    if (link == nullptr) {
+      link = &MakeLink(point, reading.distance == 0);
+      link->other = reading.base;
+      list.PushFront(*link);
+    }
+    const double weight = reading.count;
+    link->distance += static_cast<float>(weight * reading.distance);
+    link->bearing += static_cast<float>(weight * reading.bearing);
+    link->inclination += static_cast<float>(weight * reading.inclination);
+    if ((reading.flags & MeasureAbsoluteBearing) == 0) {
+      link->bearing += static_cast<float>(weight * point.map->magneticDeviation);
+    }
+    link->count += reading.count;
+  }
+
+  /// Rays outlive the solve, so they live with the map that made their point.
+  Link& MakeLink(Point& holder, bool isRay) {
+    return isRay ? holder.map->rayStore.emplace_back() : links_.emplace_back();
+  }
+
+  void FinishLink(Point& point, Link& link, bool isRay) {
+    Point& far = *link.other;
+    if (link.reverse == nullptr) {
+      Link& mirror = MakeLink(far, isRay);
+      mirror.other = &point;
+      Link*& head = isRay ? far.rays : far.links;
+      mirror.next = head;
+      head = &mirror;
+      mirror.reverse = &link;
+      link.reverse = &mirror;
+    }
+    Link& mirror = *link.reverse;
+    const auto count = static_cast<float>(link.count);
+    if (walk_.Visited(far)) {
+      link.distance /= count;
+      link.bearing /= count;
+      link.inclination /= count;
+      mirror.bearing = link.bearing - HalfTurn;
+      if (mirror.bearing < 0) mirror.bearing += FullTurn;
+    } else {
+      mirror.bearing = link.bearing - count * HalfTurn;
+      if (mirror.bearing < 0) mirror.bearing += count * FullTurn;
+    }
+    mirror.distance = link.distance;
+    mirror.inclination = -link.inclination;
+    mirror.count = link.count;
+  }
+
+  SolverWalk walk_;
+  LinkStore& links_;
+};
+
+}  // namespace
+
+SolverWalk::SolverWalk(Map& map) : number_(++map.workspace->solverWalks) {}
+
+void BuildLinks(Map& map, LinkStore& links) {
+  for (Map* level = &map; level != nullptr; level = level->basis) {
+    Collector collector(map, links);
+    ForEachPoint(*level, [&](Point& point) { collector.CollectMeasurements(point); });
+  }
+}
+
+void FreeLinks(LinkStore& links) {
+  // Every link has its mirror, so this comes to each point that holds any, listed or not.
+  for (const Link& link : links) link.other->links = nullptr;
+  links.clear();
+}
+
+float MeanAltitude(const Point& point) {
+  if (point.altitudeWeight == 0) return NoAltitude;
+  return point.altSum / static_cast<float>(point.altitudeWeight);
+}
+
+void PlaceFromSums(Point& point) {
+  const auto weight = static_cast<double>(point.positionWeight);
+  point.geo.lat = point.latSum / weight;
+  point.geo.lon = point.lonSum / weight;
+  point.geo.altitude = MeanAltitude(point);
+  point.flags |= PointPlaced;
+}
+
+int CountLinks(const Point& point, int limit) {
+  int count = 0;
+  for (const Link* link = point.links; link != nullptr && count < limit; link = link->next) ++count;
+  return count;
+}
+
+}  // namespace orvane

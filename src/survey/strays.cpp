@@ -1,0 +1,217 @@
+#include "survey/strays.h"
+
+#include "geo/earth.h"
+#include "model/workspace.h"
+#include "places/resolve_location.h"
+#include "survey/links.h"
+#include "survey/positions.h"
+
+#include <cmath>
+#include <unordered_map>
+#include <unordered_set>
+#include <vector>
+
+namespace orvane {
+
+namespace {
+
+constexpr double QuarterTurn = 90.0;
+
+bool IsPlaced(const Point& point) { return (point.flags & PointPlaced) != 0; }
+
+/// Computes places from bearing-only shots. A point whose rays lead to points that have no place
+/// yet asks for these first, so the work stands on a stack of its own.
+class RayCrossings {
+ public:
+  /// \return true if the point has a place now
+  bool IntersectRays(Point& point) {
+    if (!Ask(point)) return false;
+    while (!stack_.empty()) {
+      if (!Advance()) Finish();
+    }
+    return IsPlaced(point);
+  }
+
+  /// A place was found by other means: what failed before may work now.
+  void NoteGain() { failed_.clear(); }
+
+ private:
+  /// One point whose rays are being crossed, and how far that has come.
+  struct Crossing {
+    Point* point;
+    std::vector<Link*> rays;      ///< in list order
+    std::vector<Point*> shifted;  ///< the far ends that were known at the start
+    double meanLon = 0;           ///< degrees, of the known far ends
+    double northShift = 0;        ///< metres, of their mean latitude
+    size_t first = 0;             ///< the pair that is to be crossed next
+    size_t second = 1;
+    double northSum = 0;
+    double eastSum = 0;
+    int pairs = 0;
+  };
+
+  /// Begins with a point, unless it is under way, has failed since the last gain, or sees no
+  /// point that has a place. \return true if it was put on the stack
+  bool Ask(Point& point) {
+    if (underWay_.count(&point) != 0 || failed_.count(&point) != 0) return false;
+    Crossing crossing;
+    crossing.point = &point;
+    double latSum = 0;
+    double lonSum = 0;
+    for (Link* ray = point.rays; ray != nullptr; ray = ray->next) {
+      crossing.rays.push_back(ray);
+      if (!IsPlaced(*ray->other)) continue;
+      crossing.shifted.push_back(ray->other);
+      latSum += ray->other->geo.lat;
+      lonSum += ray->other->geo.lon;
+    }
+    if (crossing.shifted.empty()) {
+      failed_.insert(&point);
+      return false;
+    }
+    const auto known = static_cast<double>(crossing.shifted.size());
+    crossing.meanLon = lonSum / known;
+    crossing.northShift = DegreesToMeters(latSum / known);
+    for (Point* other : crossing.shifted) {
+      const Meters at = LatLonToMeters(other->geo.lat, other->geo.lon - crossing.meanLon);
+      other->projected.north = at.north - crossing.northShift;
+      other->projected.east = at.east;
+    }
+    underWay_.insert(&point);
+    stack_.push_back(std::move(crossing));
+    return true;
+  }
+
+  /// Crosses pairs of rays until one needs a point that has to be asked first.
+  /// \return false if all pairs are done
+  bool Advance() {
+    Crossing& crossing = stack_.back();
+    while (crossing.first + 1 < crossing.rays.size()) {
+      Link& a = *crossing.rays[crossing.first];
+      if (!IsPlaced(*a.other)) {
+        if (Ask(*a.other)) return true;
+        NextFirst(crossing);
+        continue;
+      }
+      if (crossing.second == crossing.rays.size()) {
+        NextFirst(crossing);
+        continue;
+      }
+      Link& b = *crossing.rays[crossing.second];
+      if (!IsPlaced(*b.other) && Ask(*b.other)) return true;
+      if (IsPlaced(*b.other)) CrossPair(crossing, a, b);
+      ++crossing.second;
+    }
+    return false;
+  }
+
+  static void NextFirst(Crossing& crossing) {
+    ++crossing.first;
+    crossing.second = crossing.first + 1;
+  }
+
+  static void CrossPair(Crossing& crossing, const Link& a, const Link& b) {
+    const double slopeA = std::tan((QuarterTurn - double{a.bearing}) * RadiansPerDegree);
+    const double slopeB = std::tan((QuarterTurn - double{b.bearing}) * RadiansPerDegree);
+    if (slopeA == slopeB) return;
+    const Meters& atA = a.other->projected;
+    const Meters& atB = b.other->projected;
+    const double east =
+        (slopeA * atA.east - slopeB * atB.east + atB.north - atA.north) / (slopeA - slopeB);
+    const double north = (east - atB.east) * slopeB + atB.north;
+    crossing.northSum += north;
+    crossing.eastSum += east;
+    ++crossing.pairs;
+  }
+
+  /// Ends the point on top of the stack with a place or a failure.
+  void Finish() {
+    const Crossing crossing = std::move(stack_.back());
+    stack_.pop_back();
+    Point& point = *crossing.point;
+    underWay_.erase(&point);
+    for (Point* other : crossing.shifted) other->projected.north += crossing.northShift;
+    if (crossing.pairs == 0) {
+      failed_.insert(&point);
+      return;
+    }
+    const double north = crossing.northSum / crossing.pairs + crossing.northShift;
+    point.geo = MetersToLatLon(north, crossing.eastSum / crossing.pairs);
+    point.geo.lon += crossing.meanLon;
+    point.flags |= PointPlaced;
+    ProjectPoint(point);
+    NoteGain();
+  }
+
+  std::vector<Crossing> stack_;
+  std::unordered_set<const Point*> underWay_;
+  std::unordered_set<const Point*> failed_;  ///< since the last gain
+};
+
+/// A reading of distance, bearing and inclination 0 says that the point is where its base is.
+bool IsTie(const Measurement& reading) {
+  return (reading.flags & MeasureCompass) != 0 && (reading.flags & MeasureAbsoluteBearing) == 0 &&
+         reading.distance == 0 && reading.bearing == 0 && reading.inclination == 0;
+}
+
+bool PlaceByNearName(Map& map, Point& point) {
+  if (point.measurements.empty()) return false;
+  const Measurement& newest = point.measurements.front();
+  if ((newest.flags & MeasureNear) == 0) return false;
+  const auto location = ResolveLocation(map, newest.nearName);
+  if (!location) return false;
+  point.geo = location->place;
+  point.flags |= PointPlaced;
+  return true;
+}
+
+bool PlaceByTie(Point& point) {
+  for (const Measurement& reading : point.measurements) {
+    if (!IsTie(reading)) continue;
+    if (!IsPlaced(*reading.base)) return false;
+    const float ownAltitude = MeanAltitude(point);
+    point.geo = reading.base->geo;
+    if (HasAltitude(ownAltitude)) point.geo.altitude = ownAltitude;
+    point.flags |= PointPlaced;
+    return true;
+  }
+  return false;
+}
+
+/// Tries each way to place a stray, in turn. \return true if it has a place now
+bool SolveStrayPoint(Map& map, Point& point, RayCrossings& crossings) {
+  const bool gained =
+      PlaceByNearName(map, point) || crossings.IntersectRays(point) || PlaceByTie(point);
+  if (gained) crossings.NoteGain();
+  return gained;
+}
+
+}  // namespace
+
+void SolveStrayPoints(Map& map) {
+  std::vector<Point*> strays;
+  const SolverWalk walk(map);
+  ForEachPoint(map, [&](Point& point) {
+    if (!IsPlaced(point) && walk.FirstVisit(point)) strays.push_back(&point);
+  });
+  RayCrossings crossings;
+  for (bool gained = true; gained && !strays.empty();) {
+    gained = false;
+    std::vector<Point*> left;
+    for (Point* point : strays) {
+      if (IsPlaced(*point)) {
+        gained = true;  // by way of another
+      } else if (SolveStrayPoint(map, *point, crossings)) {
+        gained = true;
+      } else {
+        left.push_back(point);
+      }
+    }
+    strays = std::move(left);
+  }
+  for (const Point* point : strays) {
+    NoteWarning(map.workspace->messages, "No position found for point %s", {point->name});
+  }
+}
+
+}  // namespace orvane
