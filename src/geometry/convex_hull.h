@@ -28,8 +28,10 @@ std::optional<HullResult> ConvexHull(PointSpan points, Messages& messages);
 
 /// Grows a convex ring so that it takes in a point outside it: the point goes in at the nearest
 /// edge, or takes the place of a vertex that then lies inside, and the vertices next to it that
-/// fall inside are left out, at least 2 vertices staying. A point on an edge, up to a millionth
-/// of a thousandth of its coordinates, changes nothing.
+/// fall inside are left out, at least 2 vertices staying. It is made for points within the bounds
+/// of the ring, as they are once the ring holds the four extremes; a point beyond a sharp corner
+/// may go in at the wrong one of its two edges. A point on an edge changes nothing, up to a
+/// squared distance of a billionth of the coordinates of the edge's start.
 /// \param ring      at least 2 vertices, in one plane with `point`; changed in place. Its head
 ///                  may become another vertex
 /// \param messages  "Poly AddPoint failure" is posted as an internal error if two edges that are

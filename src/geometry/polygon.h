@@ -43,7 +43,8 @@ Poly VerticesInside(PointSpan a, PointSpan b);
 Poly EdgeCrossings(ScratchPoints& scratch, PointSpan ring, const Meters& from, const Meters& to);
 
 /// The ring that two convex rings have in common. For other rings it is what gathering the
-/// vertices that lie in the other ring and the crossings of the edges gives.
+/// vertices that lie in the other ring and the crossings of the edges gives. As places are tested
+/// at metre grain, a corner within a metre of the other ring's edge may be left out.
 /// \param scratch   receives the crossings that are part of the result
 /// \param a, b      projected about (lat0, lon0)
 /// \param lon0      degrees; with `lat0` used to give the crossings their `geo`
