@@ -3,8 +3,10 @@
 add_library(project_options INTERFACE)
 target_compile_options(project_options INTERFACE
   -ffp-contract=off
-  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wdouble-promotion
-  -Wold-style-cast -Wnon-virtual-dtor)
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast
+  -Wnon-virtual-dtor
+  # Clang takes even `double{altitude}`, which says what it does, as a silent promotion.
+  $<$<CXX_COMPILER_ID:GNU>:-Wdouble-promotion>)
 if(WARNINGS_AS_ERRORS)
   target_compile_options(project_options INTERFACE -Werror)
 endif()
