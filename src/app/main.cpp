@@ -1,0 +1,75 @@
+#include "shell/message_boxes.h"
+#include "shell/shell.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace {
+
+/// The files among the arguments, byte for byte: a file name need not be text in any encoding. The
+/// options have no values, so whatever does not begin with a dash is a file.
+std::vector<std::string> FilesOf(int count, char** arguments) {
+  std::vector<std::string> files;
+  bool optionsEnded = false;
+  for (int i = 1; i < count; ++i) {
+    const std::string_view argument(arguments[i]);
+    if (!optionsEnded && argument == "--") {
+      optionsEnded = true;
+    } else if (optionsEnded || argument.size() < 2 || argument[0] != '-') {
+      files.emplace_back(argument);
+    }
+  }
+  return files;
+}
+
+/// True for the options that print something and end: they work without a display.
+bool WantsTextOnly(int count, char** arguments) {
+  for (int i = 1; i < count; ++i) {
+    const std::string_view argument(arguments[i]);
+    if (argument == "--") return false;
+    if (argument == "-h" || argument == "-?" || argument == "--help" || argument == "-v" ||
+        argument == "--version" || argument == "--help-all") {
+      return true;
+    }
+  }
+  return false;
+}
+
+void ReadOptions(const QCoreApplication& application) {
+  QCommandLineParser parser;
+  parser.setApplicationDescription(
+      QCoreApplication::translate("main", "Maps and home ranges for field biologists"));
+  parser.addHelpOption();
+  parser.addVersionOption();
+  parser.addPositionalArgument(
+      QStringLiteral("files"),
+      QCoreApplication::translate("main", "Map files, each opened in a window of its own"),
+      QStringLiteral("[files...]"));
+  parser.process(application);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  QApplication::setApplicationName(QStringLiteral("orvane"));
+  QApplication::setApplicationDisplayName(QStringLiteral("Orvane"));
+  QApplication::setApplicationVersion(QStringLiteral(ORVANE_VERSION));
+  if (WantsTextOnly(argc, argv)) {
+    const QCoreApplication application(argc, argv);
+    ReadOptions(application);  // prints and ends
+  }
+  const QApplication application(argc, argv);
+  ReadOptions(application);
+
+  orvane::BoxMessages boxes;
+  orvane::Workspace workspace(boxes);
+  orvane::Shell shell(workspace, boxes);
+  const std::vector<std::string> files = FilesOf(argc, argv);
+  for (const std::string& file : files) shell.OpenFile(file);
+  if (files.empty()) shell.NewMap();
+  return QApplication::exec();
+}
