@@ -48,6 +48,13 @@ PointSpan FromEither(const Trail& trail, const Point& p, const Point& q) {
   return {link, trail.points.end()};
 }
 
+/// True if all points have the same altitude.
+bool IsLevel(PointSpan points) {
+  return std::all_of(points.begin(), points.end(), [&](const Point* point) {
+    return point->geo.altitude == points.front()->geo.altitude;
+  });
+}
+
 /// The sums of which a plane is fitted: x north, y east, z altitude.
 struct PlaneSums {
   double n = 0;
@@ -209,8 +216,10 @@ std::optional<Plane> FitPlane(PointSpan points) {
   const double spreadEast = s.n * s.yy - s.y * s.y;
   const double spreadNorth = s.n * s.xx - s.x * s.x;
   const double skew = s.n * s.xy - s.x * s.y;
-  const double riseNorth = s.n * s.zx - s.z * s.x;
-  const double riseEast = s.n * s.zy - s.z * s.y;
+  // Level ground has no rise at all; what rounding leaves of the sums would give it an aspect.
+  const bool level = IsLevel(ring);
+  const double riseNorth = level ? 0 : s.n * s.zx - s.z * s.x;
+  const double riseEast = level ? 0 : s.n * s.zy - s.z * s.y;
   // A least-squares fit would subtract the square of the skew, and would have the skew in the
   // numerators too. The published slopes and aspects were computed as it stands; pinned by
   // FitPlane.AddsTheSquaredSkew.
