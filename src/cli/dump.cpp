@@ -1,7 +1,6 @@
 #include "cli/dump.h"
 
 #include "cli/text_output.h"
-#include "geo/earth.h"
 #include "trails/metrics.h"
 
 #include <nlohmann/json.hpp>
@@ -133,7 +132,7 @@ class MapDump {
   }
 
   Json PointJson(const Point& point) const {
-    const Meters projected = LatLonToMeters(point.geo.lat, point.geo.lon);
+    const Meters& projected = point.projected;
     Json readings = Json::array();
     for (const Measurement& reading : point.measurements) readings.push_back(ReadingJson(reading));
     return {{"name", ToUtf8(point.name)},
@@ -169,7 +168,7 @@ class MapDump {
     } else if ((reading.flags & MeasureGps) != 0) {
       json = {{"kind", "gps"}, {"lat", reading.position.lat}, {"lon", reading.position.lon}};
     } else if ((reading.flags & MeasureNear) != 0) {
-      json = {{"kind", "near"}, {"nearName", ToUtf8(reading.nearName)}};
+      return {{"kind", "near"}, {"nearName", ToUtf8(reading.nearName)}};
     } else {
       json = {{"kind", "altitude"}};
     }

@@ -61,6 +61,22 @@ class LinkFinder {
   std::unordered_map<const Point*, Link*> byOther_;
 };
 
+/// The numbers of a shot, as the solver takes them: in 32 bits, as its links hold them.
+struct Shot {
+  float bearing;
+  float distance;
+  float inclination;
+  float deviation;  ///< degrees, to be added to the bearing
+
+  Shot(const Measurement& reading, const Map& deviationMap)
+      : bearing(static_cast<float>(reading.bearing)),
+        distance(static_cast<float>(reading.distance)),
+        inclination(static_cast<float>(reading.inclination)),
+        deviation((reading.flags & MeasureAbsoluteBearing) != 0
+                      ? 0
+                      : static_cast<float>(deviationMap.magneticDeviation)) {}
+};
+
 void AddAltitude(Point& point, std::int64_t weight, float altitude) {
   point.altSum += static_cast<float>(weight) * altitude;
   point.altitudeWeight += weight;
@@ -73,12 +89,12 @@ void AddPosition(Point& point, std::int64_t weight, const LatLon& place) {
   point.positionWeight += weight;
 }
 
-/// The place at the far end of one measurement, walked from a place that is known.
-/// \param inclination, bearing  of the step as `AdvanceByMeasurement` takes them
-LatLon WalkFrom(const LatLon& start, const Measurement& reading, double bearing, double inclination,
-                double deviation) {
+/// The place at the far end of a shot, walked from a place that is known.
+/// \param bearing, inclination  of the step, as `AdvanceByMeasurement` takes them
+LatLon WalkFrom(const LatLon& start, const Shot& shot, float bearing, float inclination) {
   Meters position = LatLonToMetersKeepingAltitude({start.lat, 0, start.altitude});
-  AdvanceByMeasurement(position, bearing, reading.distance, inclination, deviation);
+  AdvanceByMeasurement(position, double{bearing}, double{shot.distance}, double{inclination},
+                       double{shot.deviation});
   LatLon end = MetersToLatLonKeepingAltitude(position);
   end.lon += start.lon;
   return end;
@@ -88,17 +104,14 @@ LatLon WalkFrom(const LatLon& start, const Measurement& reading, double bearing,
 /// known.
 void AddShotToOtherMap(Point& point, const Measurement& reading) {
   Point& base = *reading.base;
-  const bool absolute = (reading.flags & MeasureAbsoluteBearing) != 0;
   if ((base.flags & PointPlaced) == 0) {
-    const double deviation = absolute ? 0 : base.map->magneticDeviation;
+    const Shot shot(reading, *base.map);
     AddPosition(base, reading.count,
-                WalkFrom(point.geo, reading, reading.bearing + double{HalfTurn},
-                         -reading.inclination, deviation));
-    return;
+                WalkFrom(point.geo, shot, shot.bearing + HalfTurn, -shot.inclination));
+  } else {
+    const Shot shot(reading, *point.map);
+    AddPosition(point, reading.count, WalkFrom(base.geo, shot, shot.bearing, shot.inclination));
   }
-  const double deviation = absolute ? 0 : point.map->magneticDeviation;
-  AddPosition(point, reading.count,
-              WalkFrom(base.geo, reading, reading.bearing, reading.inclination, deviation));
 }
 
 /// Collects the measurements of the points of one walk.
@@ -138,13 +151,12 @@ class Collector {
       link->other = reading.base;
       list.PushFront(*link);
     }
-    const double weight = reading.count;
-    link->distance += static_cast<float>(weight * reading.distance);
-    link->bearing += static_cast<float>(weight * reading.bearing);
-    link->inclination += static_cast<float>(weight * reading.inclination);
-    if ((reading.flags & MeasureAbsoluteBearing) == 0) {
-      link->bearing += static_cast<float>(weight * point.map->magneticDeviation);
-    }
+    const Shot shot(reading, *point.map);
+    const auto weight = static_cast<float>(reading.count);
+    link->distance += weight * shot.distance;
+    link->bearing += weight * shot.bearing;
+    link->inclination += weight * shot.inclination;
+    if (shot.deviation != 0) link->bearing += weight * shot.deviation;
     link->count += reading.count;
   }
 
