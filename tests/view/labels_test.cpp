@@ -1,0 +1,438 @@
+#include "view/labels.h"
+
+#include "view/view_case.h"
+
+#include <algorithm>
+#include <cmath>
+#include <gtest/gtest.h>
+#include <map>
+#include <string>
+
+namespace orvane {
+namespace {
+
+using Lines = std::vector<std::string>;
+
+// The fonts of the recording canvas: ascents 8 and 9, heights 10 and 12, letters 6 wide. A label
+// that nothing moves stands 4 right of its point and 4 below.
+
+/// Where the label of "abc" stands when its point is at (100, 100).
+struct Placed {
+  Pixel text;
+  LabelResult result;
+};
+
+Placed PlaceAt100(const LabelSite& around, int markSize = 0) {
+  ViewCase c;
+  Point& point = c.Add("abc", 0, 0);
+  if (markSize > 0) {
+    point.markShape = PointMarkCircle;
+    point.markSize = markSize;
+  }
+  LabelSite site = around;
+  site.pixel = {100, 100};
+  site.letterWidth = 6;
+  LabelBoxes boxes;
+  const LabelResult result = PlaceLabel(c.view, point, site, 0, boxes);
+  Pixel at;
+  const Lines texts = c.canvas.Having("text");
+  if (!texts.empty()) std::sscanf(texts[0].c_str(), "text %d,%d", &at.x, &at.y);
+  return {at, result};
+}
+
+void ExpectAt(const LabelSite& around, int x, int y, int markSize = 0) {
+  const Placed placed = PlaceAt100(around, markSize);
+  EXPECT_EQ(placed.text.x, 100 + x);
+  EXPECT_EQ(placed.text.y, 100 + y);
+}
+
+LabelSite Previous(int x, int y) {
+  LabelSite site;
+  site.previous = Pixel{100 + x, 100 + y};
+  return site;
+}
+
+TEST(PlaceLabel, StandsAtTheLowerRight) { ExpectAt({}, 4, 4); }
+
+TEST(PlaceLabel, AMarkOfItsOwnPushesItOut) {
+  ExpectAt({}, 8, 8, 2);  // 6 x 2 / 3
+}
+
+TEST(PlaceLabel, ASteepLineFromThePreviousPointPushesItDown) {
+  ExpectAt(Previous(0, 12), 4, 8);
+  ExpectAt(Previous(0, 13), 4, 4);  // farther than a line of text: not looked at
+  ExpectAt(Previous(5, 10), 4, 8);
+  ExpectAt(Previous(6, 11), 4, 4);
+  ExpectAt(Previous(5, -10), 4, 8);
+  ExpectAt(Previous(0, -12), 4, 8);
+  ExpectAt(Previous(0, -13), 4, 4);
+}
+
+TEST(PlaceLabel, AFlatLineFromThePreviousPointCentresIt) {
+  // "abc" is 18 wide; the baseline is 9 - 12 - 9 / 3 from the point.
+  ExpectAt(Previous(15, 5), -9, -6);
+  ExpectAt(Previous(15, 6), 4, 4);
+  ExpectAt(Previous(17, 0), -9, -6);
+  ExpectAt(Previous(18, 0), 4, 4);  // as far off as the text is wide
+  ExpectAt(Previous(30, -10), -9, -6);
+  ExpectAt(Previous(500, -10), -9, -6);  // above, the width is not looked at
+  ExpectAt(Previous(29, -10), 4, 4);
+  ExpectAt(Previous(15, 5), -9, -8, 1);  // with a mark: 6 x 1 / 3 farther
+}
+
+TEST(PlaceLabel, APreviousPointToTheLeftCountsAsMirrored) {
+  ExpectAt(Previous(-15, -5), -9, -6);   // as (15, 5)
+  ExpectAt(Previous(-500, 10), -9, -6);  // as (500, -10)
+  ExpectAt(Previous(-18, 0), 4, 4);
+}
+
+TEST(PlaceLabel, APreviousPointOnTheSamePixelChangesNothing) { ExpectAt(Previous(0, 0), 4, 4); }
+
+TEST(PlaceLabel, TheLastLabelStandsAwayFromTheOneBefore) {
+  LabelSite site;
+  site.last = Pixel{50, 100};
+  ExpectAt(site, 4, 4);
+  ExpectAt(site, 4, 4, 5);  // its own mark does not count here
+  site.last = Pixel{150, 100};
+  ExpectAt(site, -18 - 4, 4);
+  site.last = Pixel{150, 124};
+  ExpectAt(site, -18 - 4, 4);
+  site.last = Pixel{150, 125};  // exactly twice as far right as down: neither
+  ExpectAt(site, 4, 4);
+  site.last = Pixel{150, 75};
+  ExpectAt(site, 4, 4);
+}
+
+TEST(PlaceLabel, TheFirstLabelStandsAwayFromTheNextPoint) {
+  LabelSite site;
+  site.next = Pixel{50, 100};
+  ExpectAt(site, 4, 4);
+  ExpectAt(site, 4, 4, 5);
+  site.next = Pixel{101, 400};  // anywhere to the right
+  ExpectAt(site, -18 - 4, 4);
+  site.next = Pixel{100, 400};
+  ExpectAt(site, 4, 4);
+  site.next = Pixel{90, 400};  // steeply to the left
+  ExpectAt(site, 4, 4);
+}
+
+TEST(PlaceLabel, InTheMiddleOfALabelledListOnlyThePreviousPointCounts) {
+  LabelSite site;
+  site.last = Pixel{150, 100};
+  site.next = Pixel{200, 100};
+  ExpectAt(site, 4, 4);
+}
+
+TEST(PlaceLabel, ClearsTheBoxAndWritesOnIt) {
+  ViewCase c;
+  c.view.background = 0xFFFFEE;
+  Point& point = c.Add("  abc ", 0, 0);  // leading blanks are left out, others are not
+  LabelSite site;
+  site.pixel = {100, 100};
+  LabelBoxes boxes;
+  PlaceLabel(c.view, point, site, 0x334455, boxes);
+  EXPECT_EQ(c.canvas.Lines(), (Lines{"pen 0 hollow ffffee", "brush solid ffffee",
+                                     "rect 104,97 128,104", "fore 334455", "text 104,104 abc "}));
+}
+
+TEST(PlaceLabel, RefusesABoxThatHitsAKeptOne) {
+  ViewCase c;
+  LabelBoxes boxes;
+  LabelSite site;
+  site.keepBox = true;
+  site.pixel = {100, 100};
+  Point& first = c.Add("abc", 0, 0);
+  EXPECT_EQ(PlaceLabel(c.view, first, site, 0, boxes), LabelResult::Drawn);
+  site.pixel = {118, 100};  // its box begins where the first one ends
+  EXPECT_EQ(PlaceLabel(c.view, c.Add("def", 0, 0), site, 0, boxes), LabelResult::Drawn);
+  site.pixel = {100, 109};  // one row too high
+  Point& third = c.Add("ghi", 0, 0);
+  EXPECT_EQ(PlaceLabel(c.view, third, site, 0, boxes), LabelResult::Refused);
+  EXPECT_EQ(third.flags & PointVisited, 0U);
+  third.markShape = PointMarkSquare;
+  EXPECT_EQ(PlaceLabel(c.view, third, site, 0, boxes), LabelResult::Drawn);
+}
+
+TEST(PlaceLabel, APointIsLabelledOnceInAPassOfEachKind) {
+  ViewCase c;
+  LabelBoxes boxes;
+  LabelSite site;
+  Point& point = c.Add("abc", 0, 0);
+  EXPECT_EQ(PlaceLabel(c.view, point, site, 0, boxes), LabelResult::Drawn);
+  EXPECT_EQ(PlaceLabel(c.view, point, site, 0, boxes), LabelResult::DrawnEarlier);
+  c.view.flags |= MapWindowPrint;
+  EXPECT_EQ(PlaceLabel(c.view, point, site, 0, boxes), LabelResult::Drawn);
+  EXPECT_EQ(PlaceLabel(c.view, point, site, 0, boxes), LabelResult::DrawnEarlier);
+  EXPECT_EQ(point.flags & PointVisited, std::uint32_t{PointVisited});
+  EXPECT_EQ(point.flags & PointVisitedPrint, std::uint32_t{PointVisitedPrint});
+}
+
+TEST(PlaceLabel, AsksForNoWidthOfALabelThatIsRefusedAnyway) {
+  ViewCase c;
+  LabelBoxes boxes;
+  boxes.Add({0, 0, 300, 300});
+  LabelSite site;
+  site.pixel = {100, 100};
+  EXPECT_EQ(PlaceLabel(c.view, c.Add("abc", 0, 0), site, 0, boxes), LabelResult::Refused);
+  EXPECT_EQ(c.canvas.widthsAsked, 0);
+}
+
+/// The names written by `DrawTrailPoints`, joined.
+std::string Names(const RecordingCanvas& canvas) {
+  std::string names;
+  for (const std::string& line : canvas.Having("text")) {
+    names += (names.empty() ? "" : " ") + line.substr(line.find(' ', 5) + 1);
+  }
+  return names;
+}
+
+std::vector<Point*> FarApart(ViewCase& c) {
+  return {&c.Add("a", 100, -150), &c.Add("b", 50, -20), &c.Add("c", 10, -90), &c.Add("d", -60, 60)};
+}
+
+std::string NamesInMode(ViewCase& c, const std::vector<Point*>& points, int mode) {
+  LabelBoxes boxes;
+  c.canvas.Forget();
+  DrawTrailPoints(c.view, points, mode, MarkLook{MarkRect, 1, 0, 6}, boxes);
+  for (Point* point : points) point->flags &= ~std::uint32_t{PointVisited};
+  return Names(c.canvas);
+}
+
+TEST(DrawTrailPoints, EachModeTakesItsPoints) {
+  ViewCase c;
+  const std::vector<Point*> points = FarApart(c);
+  points[1]->sm[0] = 4;
+  points[2]->sm[1] = -1;
+  points[3]->sm[2] = 2;
+  const auto marks = [&](int mode) {
+    NamesInMode(c, points, mode);
+    return std::count_if(c.canvas.Lines().begin(), c.canvas.Lines().end(),
+                         [](const std::string& line) { return line == "pen 1 solid 000000"; });
+  };
+  EXPECT_EQ(NamesInMode(c, points, PointModeNone), "");
+  EXPECT_EQ(marks(PointModeNone), 0);
+  EXPECT_EQ(NamesInMode(c, points, PointModeFirstLast), "a d");
+  EXPECT_EQ(marks(PointModeFirstLast), 2);
+  EXPECT_EQ(NamesInMode(c, points, PointModeAll), "a b c d");
+  EXPECT_EQ(NamesInMode(c, points, PointModeAuto), "a b c d");
+  EXPECT_EQ(marks(PointModeAuto), 4);
+  EXPECT_EQ(NamesInMode(c, points, PointModeLoose), "a b c d");
+  EXPECT_EQ(NamesInMode(c, points, PointModeSm1), "");
+  EXPECT_EQ(marks(PointModeSm1), 1);
+  EXPECT_EQ(c.canvas.Having("rect").back(), "rect 176,96 185,105");
+  EXPECT_EQ(marks(PointModeSm2), 1);
+  EXPECT_EQ(c.canvas.Having("rect").back(), "rect 106,136 115,145");
+  EXPECT_EQ(marks(PointModeSm3), 1);
+}
+
+TEST(DrawTrailPoints, LoosePointsSeeNoNextPoint) {
+  ViewCase c;
+  const std::vector<Point*> points{&c.Add("a", 0, 0), &c.Add("b", 40, 100)};
+  NamesInMode(c, points, PointModeAll);
+  EXPECT_EQ(c.canvas.Having("text").front(), "text 190,154 a");  // before the line to b
+  NamesInMode(c, points, PointModeLoose);
+  EXPECT_EQ(c.canvas.Having("text").front(), "text 204,154 a");
+}
+
+TEST(DrawTrailPoints, AutoThinsWhatItPlacesAndOthersAvoidIt) {
+  ViewCase c;
+  const std::vector<Point*> crowd{&c.Add("aaa", 0, 0), &c.Add("bbb", -1, -2), &c.Add("ccc", -2, -4)};
+  EXPECT_EQ(NamesInMode(c, crowd, PointModeAuto), "aaa");
+  EXPECT_EQ(c.canvas.Count("oval"), 0);
+  // The mark goes with the label: one mark beside the cleared box.
+  EXPECT_EQ(c.canvas.Count("rect"), 2);
+  EXPECT_EQ(NamesInMode(c, crowd, PointModeAll), "aaa bbb ccc");
+  LabelBoxes boxes;
+  c.canvas.Forget();
+  const MarkLook look{MarkNone, 1, 0, 6};
+  const auto draw = [&](Point* point, int mode) {
+    DrawTrailPoints(c.view, std::vector<Point*>{point}, mode, look, boxes);
+  };
+  draw(crowd[0], PointModeAuto);
+  draw(crowd[1], PointModeAll);
+  draw(&c.Add("far", 100, 100), PointModeAll);
+  draw(&c.Add("near", 101, 101), PointModeAll);
+  EXPECT_EQ(Names(c.canvas), "aaa far near");
+}
+
+TEST(DrawTrailPoints, HiddenNamesAreSkippedUnlessAskedForOrMarked) {
+  ViewCase c;
+  std::vector<Point*> points{&c.Add("_under", 100, 0), &c.Add("@at", 50, 0), &c.Add("", 0, 0),
+                             &c.Add("plain", -50, 0)};
+  EXPECT_EQ(NamesInMode(c, points, PointModeAll), "plain");
+  points[0]->markShape = PointMarkCircle;
+  points[2]->markShape = PointMarkCircle;
+  points[2]->markSize = 2;
+  EXPECT_EQ(NamesInMode(c, points, PointModeAll), "_under plain");
+  EXPECT_EQ(c.canvas.Having("oval").back(), "oval 196,146 205,155");  // of the nameless one
+  c.workspace.preferences.showHiddenNames = true;
+  EXPECT_EQ(NamesInMode(c, points, PointModeAll), "_under @at plain");
+}
+
+TEST(DrawTrailPoints, ANameVanishesAboveItsLimit) {
+  ViewCase c;
+  std::vector<Point*> points{&c.Add("a", 0, 0)};
+  points[0]->labelLimit = 1000;
+  points[0]->markShape = PointMarkCircle;
+  const auto namesAt = [&](double metersPerPixel) {
+    c.view.scale = static_cast<float>(1 / metersPerPixel);
+    CenterOn(c.view, LatLon{});
+    const std::string names = NamesInMode(c, points, PointModeAll);
+    EXPECT_EQ(c.canvas.Count("oval"), names.empty() ? 0 : 1);
+    return names;
+  };
+  EXPECT_EQ(namesAt(1001), "");
+  EXPECT_EQ(namesAt(1000), "a");
+  EXPECT_EQ(namesAt(10), "a");
+  points[0]->labelLimit = 300;
+  EXPECT_EQ(namesAt(300), "a");
+  EXPECT_EQ(namesAt(301), "");
+}
+
+TEST(DrawTrailPoints, WithoutAScaleAPixelCountsAsAMetre) {
+  ViewCase c;
+  std::vector<Point*> points{&c.Add("a", 0, 0)};
+  c.view.scale = 0;
+  points[0]->labelLimit = 0.5;
+  EXPECT_EQ(NamesInMode(c, points, PointModeAll), "");
+  points[0]->labelLimit = 1;
+  EXPECT_EQ(NamesInMode(c, points, PointModeAll), "a");
+}
+
+TEST(DrawTrailPoints, PointsOutsideTheViewAreSkippedOnlyWithoutARotation) {
+  ViewCase c;
+  std::vector<Point*> points{&c.Add("in", 0, 0), &c.Add("n", 151, 0), &c.Add("s", -151, 0),
+                             &c.Add("e", 0, 201), &c.Add("w", 0, -201)};
+  EXPECT_EQ(NamesInMode(c, points, PointModeAll), "in");
+  points[1] = &c.Add("edge", 150, 0);
+  EXPECT_EQ(NamesInMode(c, points, PointModeAll), "in edge");
+  c.view.rotation = 90;
+  CenterOn(c.view, LatLon{});
+  EXPECT_EQ(NamesInMode(c, points, PointModeAll), "in edge s");  // east is up, and out
+}
+
+TEST(DrawTrailPoints, PointsWithoutAPlaceAreSkipped) {
+  ViewCase c;
+  Point& lost = MakePoint(c.map, "lost");
+  EXPECT_EQ(NamesInMode(c, {&lost, &c.AddAt("odd", 0, std::nan("")), &c.Add("a", 0, 0), &lost},
+                        PointModeAll),
+            "a");
+}
+
+/// The rows of a case drawn by `DrawLabels`.
+void DrawRows(ViewCase& c) {
+  BuildTrailRows(c.view);
+  c.canvas.Forget();
+  DrawLabels(c.view);
+}
+
+TEST(DrawLabels, APointOnTwoTrailsHasOneLabelAndTheMarkOfEach) {
+  ViewCase c;
+  Point& shared = c.Add("shared", 0, 0);
+  c.AddTrail("one", {&shared}).markStyle = MarkCircle;
+  c.AddTrail("two", {&shared}).markStyle = MarkCross;
+  DrawRows(c);
+  EXPECT_EQ(Names(c.canvas), "shared");
+  EXPECT_EQ(c.canvas.Count("oval"), 1);
+  EXPECT_EQ(c.canvas.Count("line"), 2);
+}
+
+TEST(DrawLabels, LabelsTakeTheColourOfTheirRow) {
+  ViewCase c;
+  c.AddTrail("t", {&c.Add("a", 0, 0)}).width = 3;
+  c.map.trails.front().markStyle = MarkPlus;
+  DrawRows(c);
+  EXPECT_EQ(c.canvas.Having("fore"), Lines{"fore 112233"});
+  EXPECT_EQ(c.canvas.Having("pen").back(), "pen 3 solid 112233");
+}
+
+TEST(DrawLabels, ARowWithoutModeShowsAuto) {
+  ViewCase c;
+  c.AddTrail("t", {&c.Add("aaa", 0, 0), &c.Add("bbb", -1, -2)});
+  BuildTrailRows(c.view);
+  c.view.trailViews.front().children.front().labelMode = LabelUnset;
+  DrawLabels(c.view);
+  EXPECT_EQ(Names(c.canvas), "aaa");
+}
+
+TEST(DrawLabels, HiddenRowsHaveNoLabels) {
+  ViewCase c;
+  c.AddTrail("t", {&c.Add("a", 0, 0)}).flags |= TrailHidden;
+  c.view.selectedTrail = &c.map.trails.front();
+  DrawRows(c);
+  EXPECT_EQ(Names(c.canvas), "");
+}
+
+TEST(DrawLabels, LoosePointsHaveNameAndCircleNamelessOnesTheirMarkAlone) {
+  ViewCase c;
+  c.map.loosePoints.push_front(&c.Add("loose", 50, 0));
+  Point& marked = c.Add("", -50, 0);
+  marked.markShape = PointMarkSquare;
+  marked.markSize = 2;
+  c.map.namelessPoints.push_front(&marked);
+  c.map.namelessPoints.push_front(&c.Add("", -90, 0));
+  DrawRows(c);
+  EXPECT_EQ(Names(c.canvas), "loose");
+  EXPECT_EQ(c.canvas.Having("fore"), Lines{"fore 7000000"});
+  EXPECT_EQ(c.canvas.Having("oval"), Lines{"oval 196,96 205,105"});
+  EXPECT_EQ(c.canvas.Having("rect").back(), "rect 196,196 205,205");
+  EXPECT_EQ(c.canvas.Having("pen").back(), "pen 1 solid 7000000");
+}
+
+TEST(DrawLabels, LoosePointsOfTheWholeChainAreDrawn) {
+  ViewCase c;
+  Map& upper = MakeMap(c.workspace, "upper.map");
+  upper.basis = &c.map;
+  c.map.loosePoints.push_front(&c.Add("lower", 50, 0));
+  upper.loosePoints.push_front(&c.Add("upper", -50, 0));
+  c.view.map = &upper;
+  DrawRows(c);
+  EXPECT_EQ(Names(c.canvas), "upper lower");
+}
+
+TEST(DrawLabels, EachPassStartsAnewButNotUnderAWrap) {
+  ViewCase c;
+  c.map.loosePoints.push_front(&c.Add("a", 0, 0));
+  DrawRows(c);
+  DrawRows(c);
+  EXPECT_EQ(Names(c.canvas), "a");
+  c.view.rotation = 10;
+  CenterOn(c.view, LatLon{});
+  c.view.longitudeWrap = 360;
+  DrawRows(c);
+  EXPECT_EQ(Names(c.canvas), "");
+}
+
+TEST(DrawLabels, AutoNeverLetsTwoLabelsMeet) {
+  constexpr std::uint64_t Seed = 6;
+  Numbers numbers(Seed);
+  for (int round = 0; round < 20; ++round) {
+    ViewCase c;
+    for (int t = 0; t < 10; ++t) {
+      std::vector<Point*> points;
+      for (int i = 0; i < 60; ++i) {
+        points.push_back(&c.Add(std::string(static_cast<size_t>(numbers.Int(1, 7)), 'x'),
+                                numbers.Between(-160, 160), numbers.Between(-210, 210)));
+      }
+      c.AddTrail("t" + std::to_string(t), points);
+    }
+    c.view.rotation = round % 2 == 0 ? 0 : 33;
+    CenterOn(c.view, LatLon{});
+    DrawRows(c);
+    std::vector<PixelRect> boxes;
+    for (const std::string& line : c.canvas.Having("text")) {
+      Pixel at;
+      ASSERT_EQ(std::sscanf(line.c_str(), "text %d,%d", &at.x, &at.y), 2);
+      const int width = static_cast<int>(line.size() - line.rfind(' ') - 1) * 6;
+      const PixelRect box{at.x, at.y - 8, at.x + width, at.y + 2};
+      for (const PixelRect& other : boxes) {
+        EXPECT_FALSE(BoxesOverlap(box, other)) << "seed " << Seed << " round " << round;
+      }
+      boxes.push_back(box);
+    }
+    EXPECT_GT(boxes.size(), 40U);
+  }
+}
+
+}  // namespace
+}  // namespace orvane
