@@ -1,6 +1,6 @@
 #include "base/colors.h"
 
-#include <array>
+#include <algorithm>
 #include <cstdio>
 #include <gtest/gtest.h>
 #include <random>
@@ -102,23 +102,23 @@ TEST(ColorName, IsReadBack) {
 
 /// The forms as the standard scanner reads them; it knows no bounds, so only for small numbers.
 Color ColorByScanning(const std::string& text) {
-  std::array<int, 3> parts{};
-  std::array<unsigned, 3> hex{};
-  const auto pack = [&parts] {
-    Color color = 0;
-    for (const int part : parts) color = color * 256 + (part < 0 ? 0 : part > 255 ? 255 : part);
-    return color;
+  int red = 0;
+  int green = 0;
+  int blue = 0;
+  const auto pack = [](int r, int g, int b) {
+    return std::clamp(r, 0, 255) * 65536 + std::clamp(g, 0, 255) * 256 + std::clamp(b, 0, 255);
   };
   const char* const form = text.c_str();
-  if (std::sscanf(form, "rgb(%d,%d,%d)", &parts[0], &parts[1], &parts[2]) == 3) return pack();
-  if (std::sscanf(form, "rgb(%d%%,%d%%,%d%%)", &parts[0], &parts[1], &parts[2]) == 3) {
-    for (int& part : parts) part = part * 255 / 100;
-    return pack();
+  if (std::sscanf(form, "rgb(%d,%d,%d)", &red, &green, &blue) == 3) return pack(red, green, blue);
+  if (std::sscanf(form, "rgb(%d%%,%d%%,%d%%)", &red, &green, &blue) == 3) {
+    return pack(red * 255 / 100, green * 255 / 100, blue * 255 / 100);
   }
-  if (std::sscanf(form, "%d %d %d", &parts[0], &parts[1], &parts[2]) == 3) return pack();
-  if (std::sscanf(form, "%x %x %x", &hex[0], &hex[1], &hex[2]) == 3) {
-    for (size_t i = 0; i < 3; ++i) parts[i] = static_cast<int>(hex[i]);
-    return pack();
+  if (std::sscanf(form, "%d %d %d", &red, &green, &blue) == 3) return pack(red, green, blue);
+  unsigned r = 0;
+  unsigned g = 0;
+  unsigned b = 0;
+  if (std::sscanf(form, "%x %x %x", &r, &g, &b) == 3) {
+    return pack(static_cast<int>(r), static_cast<int>(g), static_cast<int>(b));
   }
   return NoColor;
 }

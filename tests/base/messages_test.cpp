@@ -10,8 +10,8 @@ namespace {
 class AnsweredMessages : public RecordedMessages {
  public:
   explicit AnsweredMessages(std::string answer) : answer_(std::move(answer)) {}
-  std::optional<std::string> Prompt(const std::string&, const std::string&,
-                                    const std::string&) override {
+  std::optional<std::string> Prompt(const std::string& /*title*/, const std::string& /*message*/,
+                                    const std::string& /*text*/) override {
     return answer_;
   }
 
