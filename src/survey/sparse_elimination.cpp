@@ -197,19 +197,30 @@ std::vector<RowGroup> GroupRows(const std::vector<PivotRow>& rows) {
   return groups;
 }
 
-/// cells = r * cells - f * value, lane by lane, for each column of a pivot row.
+/// Lanes side by side; the compiler makes of it what the processor has.
+using LaneVector = double __attribute__((vector_size(Lanes * sizeof(double))));
+
+/// The lanes of one column. A record of its own, since only so does a vector keep it aligned.
+struct alignas(sizeof(LaneVector)) LaneCell {
+  LaneVector lanes{};
+};
+
+/// cells = r * cells - f * value, lane by lane, for each column of a pivot row. Compiled twice, and
+/// the form that the processor can run is chosen as the program starts; both round alike.
 #if defined(__x86_64__) && defined(__GNUC__) && !defined(__clang__) && \
     !defined(__SANITIZE_ADDRESS__)
 __attribute__((target_clones("avx2", "default")))
 #endif
-void EliminateLanes(const PivotRow& pivotRow, const double* r, const double* f, double* cells) {
+void EliminateLanes(const PivotRow& pivotRow, const LaneVector* r, const LaneVector* f,
+                    LaneCell* cells) {
+  const LaneVector factor = *r;
+  const LaneVector below = *f;
   const size_t count = pivotRow.columns.size();
+  const int* columns = pivotRow.columns.data();
+  const double* values = pivotRow.values.data();
   for (size_t j = 0; j < count; ++j) {
-    double* cell = cells + static_cast<size_t>(pivotRow.columns[j]) * Lanes;
-    const double value = pivotRow.values[j];
-    for (size_t lane = 0; lane < Lanes; ++lane) {
-      cell[lane] = r[lane] * cell[lane] - f[lane] * value;
-    }
+    LaneVector& cell = cells[columns[j]].lanes;
+    cell = factor * cell - below * values[j];
   }
 }
 
@@ -217,7 +228,7 @@ void EliminateLanes(const PivotRow& pivotRow, const double* r, const double* f, 
 class UpwardRuns {
  public:
   UpwardRuns(const std::vector<PivotRow>& rows, NormalSystem& system)
-      : rows_(rows), system_(system), cells_(rows.size() * Lanes) {}
+      : rows_(rows), system_(system), cells_(rows.size()) {}
 
   void Run(const RowGroup& group) {
     Start(group);
@@ -232,8 +243,11 @@ class UpwardRuns {
 
  private:
   int Parent(int row) const { return ParentOf(rows_[static_cast<size_t>(row)]); }
-  double& Cell(int column, size_t lane) {
-    return cells_[static_cast<size_t>(column) * Lanes + lane];
+  double Cell(int column, size_t lane) const {
+    return cells_[static_cast<size_t>(column)].lanes[lane];
+  }
+  void SetCell(int column, size_t lane, double value) {
+    cells_[static_cast<size_t>(column)].lanes[lane] = value;
   }
 
   void Start(const RowGroup& group) {
@@ -247,24 +261,22 @@ class UpwardRuns {
     const PivotRow& row = rows_[static_cast<size_t>(k)];
     pivots_[lane] = row.pivot;
     for (size_t s = 0; s < MostSides; ++s) sides_[s][lane] = row.sides[s];
-    for (size_t j = 0; j < row.columns.size(); ++j) Cell(row.columns[j], lane) = row.values[j];
+    for (size_t j = 0; j < row.columns.size(); ++j) SetCell(row.columns[j], lane, row.values[j]);
   }
 
   void Step(int i, size_t lanes) {
     const PivotRow& pivotRow = rows_[static_cast<size_t>(i)];
-    std::array<double, Lanes> r;
-    std::array<double, Lanes> f{};
-    r.fill(1);  // a lane with nothing in this column is left as it is
+    const LaneVector f = cells_[static_cast<size_t>(i)].lanes;
+    cells_[static_cast<size_t>(i)] = LaneCell{};
+    LaneVector r = LaneVector{} + 1;  // a lane with nothing in this column is left as it is
     bool any = false;
     for (size_t lane = 0; lane < lanes; ++lane) {
-      f[lane] = Cell(i, lane);
-      Cell(i, lane) = 0;
       if (f[lane] == 0) continue;
       r[lane] = pivotRow.pivot;
       any = true;
     }
     if (!any) return;
-    EliminateLanes(pivotRow, r.data(), f.data(), cells_.data());
+    EliminateLanes(pivotRow, &r, &f, cells_.data());
     bool grown = false;
     for (size_t lane = 0; lane < lanes; ++lane) {
       pivots_[lane] *= r[lane];
@@ -284,7 +296,9 @@ class UpwardRuns {
       pivots_[lane] *= ScaleBack;
       for (auto& side : sides_) side[lane] *= ScaleBack;
       // All that is left of the row lies within the pattern of the pivot row just taken.
-      for (const int column : pivotRow.columns) Cell(column, lane) *= ScaleBack;
+      for (const int column : pivotRow.columns) {
+        SetCell(column, lane, Cell(column, lane) * ScaleBack);
+      }
     }
   }
 
@@ -298,7 +312,7 @@ class UpwardRuns {
 
   const std::vector<PivotRow>& rows_;
   NormalSystem& system_;
-  std::vector<double> cells_;  ///< by column and lane; all 0 between two groups
+  std::vector<LaneCell> cells_;  ///< by column; all 0 between two groups
   std::array<double, Lanes> pivots_{};
   std::array<std::array<double, Lanes>, MostSides> sides_{};
 };
