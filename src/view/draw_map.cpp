@@ -4,6 +4,7 @@
 #include "view/grid_shades.h"
 #include "view/grids.h"
 #include "view/labels.h"
+#include "view/shown_trails.h"
 #include "view/trail_lines.h"
 #include "view/view_transform.h"
 
@@ -46,18 +47,19 @@ int WrapOfView(const MapWindow& view, const PixelRect& update) {
 void DrawMap(MapWindow& view, const PixelRect& update) {
   view.longitudeWrap = 0;
   view.target->SetFont(CanvasFont::Label);
-  DrawFilledTrails(view);
+  const std::vector<ShownTrail> shown = ShownTrails(view);
+  DrawFilledTrails(view, shown);
   DrawGrids(view);
   DrawGridShades(view);
-  DrawTrails(view);
-  DrawLabels(view);
+  DrawTrails(view, shown);
+  DrawLabels(view, shown);
   if ((view.flags & MapWindowFindMarker) != 0) DrawFindMarker(view);
 
   view.longitudeWrap = WrapOfView(view, update);
   if (view.longitudeWrap == 0) return;
-  DrawFilledTrails(view);
-  DrawTrails(view);
-  DrawLabels(view);
+  DrawFilledTrails(view, shown);
+  DrawTrails(view, shown);
+  DrawLabels(view, shown);
   view.longitudeWrap = 0;
 }
 

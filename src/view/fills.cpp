@@ -178,9 +178,8 @@ void DrawPolygonFill(const MapWindow& view, const std::vector<Point*>& points, i
   }
 }
 
-void DrawFilledTrails(MapWindow& view) {
-  for (const TrailPanelRow* row : TrailRowsInOrder(view.trailViews)) {
-    if (row->trail == nullptr || !row->children.empty()) continue;
+void DrawFilledTrails(const MapWindow& view, const std::vector<ShownTrail>& shown) {
+  for (const auto& [row, bounds] : shown) {
     if (!row->visible || !row->filled) continue;
     DrawPolygonFill(view, row->trail->points, row->fillPattern, DrawnColor(row->color));
   }

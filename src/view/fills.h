@@ -1,6 +1,7 @@
 #pragma once
 
 #include "view/map_window.h"
+#include "view/shown_trails.h"
 
 #include <vector>
 
@@ -19,8 +20,9 @@ enum FillPattern {
   FillOutline = 7  ///< as `FillNone`; what a file may hold
 };
 
-/// Draws the area of each visible trail that is filled.
-void DrawFilledTrails(MapWindow& view);
+/// Draws the area of each shown trail whose row is visible and filled.
+/// \param shown  from `ShownTrails`
+void DrawFilledTrails(const MapWindow& view, const std::vector<ShownTrail>& shown);
 
 /// Draws a closed area in a pattern. Hatching is made of lines here and not left to the device, so
 /// that it comes out alike on paper.

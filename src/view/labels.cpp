@@ -301,12 +301,12 @@ void DrawTrailPoints(MapWindow& view, const std::forward_list<Point*>& points, i
   PointListDrawer(view, mode, look, boxes).Draw(points.begin(), points.end());
 }
 
-void DrawLabels(MapWindow& view) {
+void DrawLabels(MapWindow& view, const std::vector<ShownTrail>& shown) {
   if (view.longitudeWrap == 0) ForgetLabels(view);
   LabelBoxes boxes;
   const int letterWidth = LetterWidth(view);
-  for (const TrailPanelRow* row : TrailRowsInOrder(view.trailViews)) {
-    if (row->trail == nullptr || !row->children.empty() || !row->visible) continue;
+  for (const auto& [row, bounds] : shown) {
+    if (!row->visible || IsBeyondView(view, bounds)) continue;
     const MarkLook look{row->markStyle, PixelsOfWidth(view, row->trail->width),
                         DrawnColor(row->color), letterWidth};
     DrawTrailPoints(view, row->trail->points, ModeOfRow(*row), look, boxes);

@@ -3,6 +3,7 @@
 #include "view/label_boxes.h"
 #include "view/map_window.h"
 #include "view/point_marks.h"
+#include "view/shown_trails.h"
 
 #include <forward_list>
 #include <optional>
@@ -26,7 +27,8 @@ enum PointMode {
 /// of the pane, then of the loose and the nameless points of each map of the chain. A point gets
 /// one label in a pass, whichever lists it stands in. The pass begins with `longitudeWrap` 0; with
 /// another wrap the labels drawn before still count.
-void DrawLabels(MapWindow& view);
+/// \param shown  from `ShownTrails`
+void DrawLabels(MapWindow& view, const std::vector<ShownTrail>& shown);
 
 /// Draws the points of one list, of which labels and marks take one colour. The font of labels
 /// must be the current one.

@@ -189,15 +189,15 @@ TrailPanelRow* FindTrailRow(MapWindow& view, const Trail& trail) {
   return nullptr;
 }
 
-TrailPanelRow* FirstSelectedTrailRow(MapWindow& view) {
-  for (TrailPanelRow* row : TrailRowsInOrder(view.trailViews)) {
+TrailPanelRow* FirstSelectedRow(std::list<TrailPanelRow>& rows) {
+  for (TrailPanelRow* row : TrailRowsInOrder(rows)) {
     if (row->selected) return row;
   }
   return nullptr;
 }
 
-RangePanelRow* FirstSelectedRangeRow(MapWindow& view) {
-  for (RangePanelRow& row : view.rangeViews) {
+RangePanelRow* FirstSelectedRow(std::list<RangePanelRow>& rows) {
+  for (RangePanelRow& row : rows) {
     if (row.selected) return &row;
   }
   return nullptr;

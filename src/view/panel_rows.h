@@ -95,9 +95,9 @@ TrailPanelRow MakeTrailRow(const TrailPanelRow* parent, std::string_view text, T
 /// \return the row of that trail, depth first, or null
 TrailPanelRow* FindTrailRow(MapWindow& view, const Trail& trail);
 
-/// \return the first selected trail row, depth first, or null
-TrailPanelRow* FirstSelectedTrailRow(MapWindow& view);
-/// \return the first selected range row in list order, or null
-RangePanelRow* FirstSelectedRangeRow(MapWindow& view);
+/// \return the first selected row of a tree, depth first, or null
+TrailPanelRow* FirstSelectedRow(std::list<TrailPanelRow>& rows);
+/// \return the first selected row of a list, or null
+RangePanelRow* FirstSelectedRow(std::list<RangePanelRow>& rows);
 
 }  // namespace orvane

@@ -136,14 +136,12 @@ class TrailLine {
 
 }  // namespace
 
-void DrawTrails(MapWindow& view) {
-  for (const TrailPanelRow* row : TrailRowsInOrder(view.trailViews)) {
-    if (row->trail == nullptr || !row->children.empty()) continue;
-    const bool selected = row->trail == view.selectedTrail;
-    if (!row->visible && !selected) continue;
+void DrawTrails(const MapWindow& view, const std::vector<ShownTrail>& shown) {
+  for (const auto& [row, bounds] : shown) {
+    if (IsBeyondView(view, bounds)) continue;
     Pen pen{PixelsOfWidth(view, row->trail->width), PatternOf(row->lineStyle),
             DrawnColor(row->color)};
-    if (selected) {
+    if (row->trail == view.selectedTrail) {
       pen.width = std::max(pen.width, SelectedWidth);
       pen.color = MarkerColor;
     }

@@ -1,13 +1,16 @@
 #pragma once
 
 #include "view/map_window.h"
+#include "view/shown_trails.h"
+
+#include <vector>
 
 namespace orvane {
 
-/// Draws the line of each trail whose row is visible, and of `view.selectedTrail` whatever its
-/// row says, thick and in `MarkerColor`. Rows are taken in the order of the pane, so later ones
-/// lie above.
-void DrawTrails(MapWindow& view);
+/// Draws the line of each shown trail; that of `view.selectedTrail` thick and in `MarkerColor`.
+/// Rows are taken in the order of the pane, so later ones lie above.
+/// \param shown  from `ShownTrails`
+void DrawTrails(const MapWindow& view, const std::vector<ShownTrail>& shown);
 
 /// Draws the line of one trail with the current pen. Without a rotation, segments that lie wholly
 /// beyond one edge of the view or beyond 180 degrees from its centre are left out, and a segment

@@ -214,17 +214,17 @@ TEST(DrawFilledTrails, TakesVisibleFilledRows) {
   ViewCase c;
   Trail& trail = c.AddTrail("t", Plot(c));
   BuildTrailRows(c.view);
-  DrawFilledTrails(c.view);
+  DrawFilledTrails(c.view, ShownTrails(c.view));
   EXPECT_EQ(c.canvas.Lines(), Lines{});
   trail.filled = true;
   trail.fillPattern = 6;
   BuildTrailRows(c.view);
-  DrawFilledTrails(c.view);
+  DrawFilledTrails(c.view, ShownTrails(c.view));
   EXPECT_EQ(c.canvas.Having("brush"), Lines{"brush solid 112233"});
   c.canvas.Forget();
   c.view.trailViews.front().children.front().visible = false;
   c.view.selectedTrail = &trail;
-  DrawFilledTrails(c.view);
+  DrawFilledTrails(c.view, ShownTrails(c.view));
   EXPECT_EQ(c.canvas.Lines(), Lines{});
 }
 

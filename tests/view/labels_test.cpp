@@ -236,7 +236,8 @@ TEST(DrawTrailPoints, LoosePointsSeeNoNextPoint) {
 
 TEST(DrawTrailPoints, AutoThinsWhatItPlacesAndOthersAvoidIt) {
   ViewCase c;
-  const std::vector<Point*> crowd{&c.Add("aaa", 0, 0), &c.Add("bbb", -1, -2), &c.Add("ccc", -2, -4)};
+  const std::vector<Point*> crowd{&c.Add("aaa", 0, 0), &c.Add("bbb", -1, -2),
+                                  &c.Add("ccc", -2, -4)};
   EXPECT_EQ(NamesInMode(c, crowd, PointModeAuto), "aaa");
   EXPECT_EQ(c.canvas.Count("oval"), 0);
   // The mark goes with the label: one mark beside the cleared box.
@@ -323,7 +324,7 @@ TEST(DrawTrailPoints, PointsWithoutAPlaceAreSkipped) {
 void DrawRows(ViewCase& c) {
   BuildTrailRows(c.view);
   c.canvas.Forget();
-  DrawLabels(c.view);
+  DrawLabels(c.view, ShownTrails(c.view));
 }
 
 TEST(DrawLabels, APointOnTwoTrailsHasOneLabelAndTheMarkOfEach) {
@@ -351,7 +352,7 @@ TEST(DrawLabels, ARowWithoutModeShowsAuto) {
   c.AddTrail("t", {&c.Add("aaa", 0, 0), &c.Add("bbb", -1, -2)});
   BuildTrailRows(c.view);
   c.view.trailViews.front().children.front().labelMode = LabelUnset;
-  DrawLabels(c.view);
+  DrawLabels(c.view, ShownTrails(c.view));
   EXPECT_EQ(Names(c.canvas), "aaa");
 }
 

@@ -244,15 +244,15 @@ TEST(FirstSelectedRow, IsTheFirstInTheOrderOfThePane) {
   AddTyped(c.map, "A", "1");
   AddTyped(c.map, "B", "3");
   BuildTrailRows(c.view);
-  EXPECT_EQ(FirstSelectedTrailRow(c.view), nullptr);
+  EXPECT_EQ(FirstSelectedRow(c.view.trailViews), nullptr);
   TrailPanelRow& lower = c.view.trailViews.front().children.back();
   std::next(c.view.trailViews.begin())->selected = true;
   lower.selected = true;
-  EXPECT_EQ(FirstSelectedTrailRow(c.view), &lower);
+  EXPECT_EQ(FirstSelectedRow(c.view.trailViews), &lower);
   c.view.rangeViews.resize(3);
-  EXPECT_EQ(FirstSelectedRangeRow(c.view), nullptr);
+  EXPECT_EQ(FirstSelectedRow(c.view.rangeViews), nullptr);
   c.view.rangeViews.back().selected = true;
-  EXPECT_EQ(FirstSelectedRangeRow(c.view), &c.view.rangeViews.back());
+  EXPECT_EQ(FirstSelectedRow(c.view.rangeViews), &c.view.rangeViews.back());
 }
 
 }  // namespace

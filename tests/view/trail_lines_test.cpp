@@ -14,7 +14,7 @@ using Lines = std::vector<std::string>;
 Lines Drawn(ViewCase& c) {
   BuildTrailRows(c.view);
   c.canvas.Forget();
-  DrawTrails(c.view);
+  DrawTrails(c.view, ShownTrails(c.view));
   return c.canvas.Having("polyline");
 }
 
@@ -37,7 +37,7 @@ TEST(DrawTrails, TakesWidthStyleAndColourFromTrailAndRow) {
   EXPECT_EQ(c.canvas.Having("pen"), Lines{"pen 3 dashed 112233"});
   c.view.trailViews.front().children.front().lineStyle = 6;
   c.canvas.Forget();
-  DrawTrails(c.view);
+  DrawTrails(c.view, ShownTrails(c.view));
   EXPECT_EQ(c.canvas.Having("pen"), Lines{"pen 3 dashed 112233"});
 }
 
@@ -64,7 +64,7 @@ TEST(DrawTrails, ARowWithoutColourIsDrawnInTheForeground) {
   c.AddTrail("t", {&c.Add("a", 0, 0), &c.Add("b", 50, 10)});
   BuildTrailRows(c.view);
   c.view.trailViews.front().children.front().color = NoColor;
-  DrawTrails(c.view);
+  DrawTrails(c.view, ShownTrails(c.view));
   EXPECT_EQ(c.canvas.Having("pen"), Lines{"pen 0 solid 7000000"});
 }
 
@@ -135,7 +135,7 @@ TEST(DrawTrailLine, LeavesOutWhatLiesMoreThanHalfATurnAway) {
   EXPECT_EQ(Drawn(c), Lines{});
   c.view.longitudeWrap = 360;
   c.canvas.Forget();
-  DrawTrails(c.view);
+  DrawTrails(c.view, ShownTrails(c.view));
   EXPECT_EQ(c.canvas.Count("polyline"), 1);
 }
 
