@@ -72,13 +72,14 @@ struct Map {
   std::forward_list<Point*> namelessPoints;  ///< points without name or trail, newest first
   Point* origin = nullptr;
 
-  std::forward_list<Trail> trails;          ///< file order once a file is read; new ones in front
-  std::forward_list<Trail> contourTrails;   ///< generated contour lines; never saved
-  std::forward_list<Range> ranges;          ///< newest first
-  std::forward_list<Grid> grids;            ///< newest first
-  std::forward_list<GridShade> gridShades;  ///< newest first
-  std::vector<std::string> comments;        ///< `#` lines, each with its `#`, in file order
-  std::vector<std::string> credits;         ///< lines that begin with 0xA9, with it, in file order
+  std::forward_list<Trail> trails;         ///< file order once a file is read; new ones in front
+  std::forward_list<Trail> contourTrails;  ///< generated contour lines; never saved
+  std::forward_list<Range> ranges;         ///< newest first
+  std::forward_list<RangeIntersection> intersections;  ///< newest first; never saved
+  std::forward_list<Grid> grids;                       ///< newest first
+  std::forward_list<GridShade> gridShades;             ///< newest first
+  std::vector<std::string> comments;  ///< `#` lines, each with its `#`, in file order
+  std::vector<std::string> credits;   ///< lines that begin with 0xA9, with it, in file order
 
   std::deque<Point> pointStore;  ///< every point that this map made; a deque never moves them
   std::deque<Link> rayStore;     ///< the rays of those points

@@ -4,8 +4,11 @@
 #include "base/dates.h"
 #include "geo/positions.h"
 
+#include <array>
 #include <cstdint>
+#include <deque>
 #include <forward_list>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -222,18 +225,117 @@ struct SearchKey {
   PackedDate dateTo = 0;
 };
 
-/// A home range, defined by its search keys.
+/// What was spent on some ground.
+struct CellTally {
+  std::int64_t minutes = 0;
+  std::int64_t measure[3] = {0, 0, 0};  ///< sums of SM1, SM2, SM3
+};
+
+/// A rectangle of cells of a grid, counted along north and east from the grid's corner.
+struct CellWindow {
+  int firstRow = 0;     ///< cells along north
+  int firstColumn = 0;  ///< cells along east
+  int rows = 0;
+  int columns = 0;
+};
+
+/// Levels of clusters: level i shows (i + 1) * 5 %.
+constexpr int ClusterLevels = 20;
+/// `Cluster::mergedAt` of a cluster that stands alone.
+constexpr int NeverMerged = 2147483647;
+
+/// One cluster of a range's locations, and what of it shows at each level.
+struct Cluster {
+  int madeAt = 0;              ///< the step at which it was seeded
+  int mergedAt = NeverMerged;  ///< the step at which it was merged into `parent`
+  Cluster* parent = nullptr;   ///< null while it stands alone
+  std::array<std::vector<Point*>, ClusterLevels> hull;  ///< by level; empty where it does not show
+  std::array<double, ClusterLevels> area{};             ///< square metres, by level
+};
+
+/// The clusters of a range.
+struct ClusterTree {
+  std::deque<Cluster> clusters;  ///< in order of creation
+  int steps = 0;                 ///< events that made them
+};
+
+/// Slots of five minutes and hours of the day, for travel.
+constexpr int SlotsOfDay = 288;
+constexpr int HoursOfDay = 24;
+constexpr int MinutesOfSlot = 5;
+
+/// Means over the follows that cover a slot of five minutes, or sums of such over an hour.
+struct TravelTally {
+  double distance = 0;           ///< metres
+  std::int64_t count = 0;        ///< follows that cover it
+  float measure[3] = {0, 0, 0};  ///< SM1, SM2, SM3
+};
+
+/// The vertices of an offset hull, which belong to no map.
+struct OffsetHull {
+  bool made = false;
+  std::vector<Point*> ring;  ///< empty if there is none
+  std::deque<Point> store;   ///< its vertices
+};
+
+/// A home range, defined by its search keys; the rest follows from them.
 struct Range {
   std::optional<std::string> name;
   std::optional<std::string> note;
   std::forward_list<SearchKey> keys;  ///< newest first
 
-  // Bounds of the points of the range, degrees; valid if `hasBounds`.
-  bool hasBounds = false;
-  double minLat = 0;
+  // The analysis. Never saved.
+  std::vector<Trail*> follows;  ///< matching trails, last of the map first
+  std::vector<Point*> points;   ///< newest first; a point may stand there more than once
+  bool hasBounds = false;       ///< whether the bounds are valid: there are points
+  double minLat = 0;            ///< degrees, bounds of `points`
   double maxLat = 0;
   double minLon = 0;
   double maxLon = 0;
+  std::vector<Point*> hull;      ///< minimum convex polygon, unclosed
+  double mcpArea = 0;            ///< square metres
+  double gridArea = 0;           ///< square metres, cells in which time was spent
+  Grid* grid = nullptr;          ///< the grid of the cell figures, or null
+  CellWindow window;             ///< of `cells`
+  std::vector<CellTally> cells;  ///< row-major; empty without a grid
+  CellTally tally;               ///< sum over all cells
+  std::array<TravelTally, SlotsOfDay> slots;
+  std::array<TravelTally, HoursOfDay> hours;
+  std::int64_t totalMinutes = 0;          ///< over `points`
+  std::int64_t meanFollowPath = 0;        ///< metres, cut
+  std::int64_t meanDailyPath = 0;         ///< metres
+  std::unique_ptr<ClusterTree> clusters;  ///< or null
+  OffsetHull outerHull;                   ///< `hull` pushed outward; made on demand and then kept
+  OffsetHull innerHull;                   ///< `hull` pulled inward; likewise
+};
+
+/// What one of two overlapping ranges spent where.
+struct OverlapShare {
+  Range* range = nullptr;
+  std::vector<CellTally> cells;  ///< in the overlap, by cell of the record's window
+  CellTally tally;               ///< in the overlap
+  CellTally beyond;              ///< outside the other's hull, within the margin
+  CellTally withinOther;         ///< inside the other's hull, within the margin of its edge
+  CellTally withinOwn;           ///< inside the other's hull, within the margin of the own edge
+  float timeShare = 0;           ///< percent of the range's time in the overlap
+  float cellShare = 0;           ///< percent of the range's time in cells that both use
+};
+
+/// The overlap of the hulls of two ranges.
+struct RangeIntersection {
+  std::string name;
+  std::vector<Point*> polygon;  ///< vertices of either hull, and of `scratch`
+  std::deque<Point> scratch;    ///< crossings of the two hulls
+  double minLat = 0;            ///< degrees, bounds of `polygon`
+  double maxLat = 0;
+  double minLon = 0;
+  double maxLon = 0;
+  double area = 0;           ///< square metres
+  double bothCellsArea = 0;  ///< square metres of the cells that both use
+  Grid* grid = nullptr;      ///< if both count on the same grid
+  CellWindow window;         ///< of the cells of both shares
+  OverlapShare a;
+  OverlapShare b;
 };
 
 }  // namespace orvane
