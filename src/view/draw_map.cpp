@@ -34,7 +34,7 @@ void DrawFindMarker(const MapWindow& view) {
 /// with the degrees of half a turn here, so almost every view is drawn twice; what does not reach
 /// over the 180th meridian falls out at its first test.
 int WrapOfView(const MapWindow& view, const PixelRect& update) {
-  const double scale = double{view.scale};
+  const double scale = static_cast<double>(view.scale);
   const double west = view.left + update.left / scale;
   const double east = view.left + update.right / scale;
   if (view.centralLongitude > 0 && (east > 180 || east == 0)) return 360;

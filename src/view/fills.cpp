@@ -138,7 +138,7 @@ void HatchPolygon(Canvas& canvas, const std::vector<Pixel>& points, double angle
 }
 
 int HatchSpacing(const MapWindow& view) {
-  const int spacing = TruncateToPixel(4 * double{view.penWidthFactor});
+  const int spacing = TruncateToPixel(4 * static_cast<double>(view.penWidthFactor));
   return std::max(1, IsPrint(view) ? 2 * spacing : spacing);
 }
 
@@ -161,7 +161,8 @@ void DrawPolygonFill(const MapWindow& view, const std::vector<Point*>& points, i
     return;
   }
   if (pattern == FillNone || pattern == FillOutline) {
-    canvas.SetPen({TruncateToPixel(3 * double{view.penWidthFactor}), PenPattern::Solid, color});
+    canvas.SetPen(
+        {TruncateToPixel(3 * static_cast<double>(view.penWidthFactor)), PenPattern::Solid, color});
     canvas.SetBrush({false, color});
     canvas.DrawPolygon(pixels);
     return;

@@ -49,7 +49,7 @@ void FitToMap(MapWindow& view) {
   ForEachDrawablePoint(view.map, [&](const LatLon& place) { longitudes.Take(place.lon); });
   if (longitudes.IsEmpty()) return;
   // The axes of the window on the ground: down the rows and along the columns.
-  const double turn = double{view.rotation} * Pi / 180;
+  const double turn = static_cast<double>(view.rotation) * Pi / 180;
   const double middleLongitude = longitudes.Middle();
   Span rows;
   Span columns;

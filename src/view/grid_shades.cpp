@@ -50,7 +50,7 @@ void DrawFullShade(const MapWindow& view, const GridShade& shade,
 }
 
 void DrawSecondShade(const MapWindow& view, const GridShade& shade, std::array<Pixel, 5> corners) {
-  const double unit = double{view.penWidthFactor};
+  const double unit = static_cast<double>(view.penWidthFactor);
   if (shade.value == ShadeInset) {
     ShrinkPolygon(corners, 4 * unit);
     DrawFullShade(view, shade, corners);

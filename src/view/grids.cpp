@@ -102,10 +102,10 @@ class GridDrawer {
   void Draw(const Grid& grid) {
     if (grid.corner == nullptr || !IsDrawable(*grid.corner)) return;
     const Pixel corner = MapToScreen(view_, grid.corner->geo);
-    const double cell = grid.cellSize * double{view_.scale};
+    const double cell = grid.cellSize * static_cast<double>(view_.scale);
     if (!std::isfinite(cell)) return;
     const Vector start{static_cast<double>(corner.x), static_cast<double>(corner.y)};
-    const double angle = grid.angle - double{view_.rotation};
+    const double angle = grid.angle - static_cast<double>(view_.rotation);
     const bool turned = angle != 0;
     const double radians = angle * (Pi / 180.0);
     const Vector east =

@@ -153,7 +153,7 @@ void DrawTrails(const MapWindow& view, const std::vector<ShownTrail>& shown) {
 void DrawTrailLine(const MapWindow& view, const Trail& trail) { TrailLine(view).Draw(trail); }
 
 int PixelsOfWidth(const MapWindow& view, double meters) {
-  return std::max(0, TruncateToPixel(meters * double{view.scale} + 0.5));
+  return std::max(0, TruncateToPixel(meters * static_cast<double>(view.scale) + 0.5));
 }
 
 }  // namespace orvane

@@ -30,7 +30,7 @@ double WrapLongitude(double longitude) {
 /// Turns a step on the screen into one on the ground.
 Step ToGround(const MapWindow& view, Step step) {
   if (view.rotation == 0) return step;
-  const double r = Radians(double{view.rotation});
+  const double r = Radians(static_cast<double>(view.rotation));
   return {std::cos(r) * step.up - std::sin(r) * step.right,
           std::cos(r) * step.right + std::sin(r) * step.up};
 }
@@ -38,11 +38,11 @@ Step ToGround(const MapWindow& view, Step step) {
 /// Half the height and half the width of the client rectangle in metres, turned as the view is, so
 /// that the corner at pixel (0, 0) comes to stand right.
 Step HalfExtent(const MapWindow& view) {
-  const double scale = double{view.scale};
+  const double scale = static_cast<double>(view.scale);
   const double a = view.clientHeight / (2 * scale);
   const double b = view.clientWidth / (2 * scale);
   if (view.rotation == 0) return {a, b};
-  const double r = Radians(double{view.rotation});
+  const double r = Radians(static_cast<double>(view.rotation));
   return {std::cos(r) * a + std::sin(r) * b, std::cos(r) * b - std::sin(r) * a};
 }
 
@@ -60,13 +60,13 @@ float BoundedScale(double scale) {
 }
 
 void SetWidthFromScale(MapWindow& view) {
-  const double scale = double{view.scale};
+  const double scale = static_cast<double>(view.scale);
   view.left = -view.clientWidth / (2 * scale);
   view.right = view.clientWidth / (2 * scale);
 }
 
 void SetHeightAbout(MapWindow& view, double north) {
-  const double scale = double{view.scale};
+  const double scale = static_cast<double>(view.scale);
   view.top = north + view.clientHeight / (2 * scale);
   view.bottom = north - view.clientHeight / (2 * scale);
 }
@@ -100,14 +100,14 @@ double Deviation(double count, double squares, double mean) {
 ScreenTransform::ScreenTransform(const MapWindow& view)
     : top_(view.top),
       left_(view.left),
-      scale_(double{view.scale}),
+      scale_(static_cast<double>(view.scale)),
       centralLongitude_(view.centralLongitude),
       longitudeWrap_(view.longitudeWrap),
       centerColumn_(view.centerColumn),
       centerRow_(view.centerRow),
       rotated_(view.rotation != 0),
-      cosine_(std::cos(Radians(double{view.rotation}))),
-      sine_(std::sin(Radians(double{view.rotation}))) {}
+      cosine_(std::cos(Radians(static_cast<double>(view.rotation)))),
+      sine_(std::sin(Radians(static_cast<double>(view.rotation)))) {}
 
 Meters ScreenTransform::Project(const LatLon& place) const {
   return LatLonToMeters(place.lat, place.lon - centralLongitude_ + longitudeWrap_);
@@ -137,7 +137,8 @@ int RoundToPixel(double value) { return TruncateToPixel(std::floor(value + 0.5))
 
 int TruncateToPixel(double value) {
   if (std::isnan(value)) return 0;
-  return static_cast<int>(std::clamp(value, double{-LargestPixel}, double{LargestPixel}));
+  return static_cast<int>(
+      std::clamp(value, static_cast<double>(-LargestPixel), static_cast<double>(LargestPixel)));
 }
 
 Pixel MapToScreen(const MapWindow& view, const LatLon& place) {
@@ -150,7 +151,7 @@ ExactPixel MapToScreenExact(const MapWindow& view, const LatLon& place) {
 }
 
 LatLon ScreenToMap(const MapWindow& view, Pixel pixel) {
-  const double scale = double{view.scale};
+  const double scale = static_cast<double>(view.scale);
   const Step step = ToGround(view, {-(pixel.y / scale), pixel.x / scale});
   LatLon place = MetersToLatLon(view.top + step.up, step.right + view.left);
   place.lon += view.centralLongitude;
@@ -192,7 +193,7 @@ void InitView(MapWindow& view, const SavedView* saved) {
     Extent extent;
     if (view.map != nullptr) extent = MapExtent(*view.map);
     const double shorter = std::min(view.clientWidth, view.clientHeight);
-    view.scale = static_cast<float>(shorter / (2 * double{extent.radius}));
+    view.scale = static_cast<float>(shorter / (2 * static_cast<double>(extent.radius)));
     if (view.scale < 0.00002F) extent.east = 0;
     view.centralLongitude = WrapLongitude(MetersToLatLon(extent.north, extent.east).lon);
     SetHeightAbout(view, extent.north);
@@ -272,7 +273,7 @@ void PanTo(MapWindow& view, Pixel pixel) {
   const int columns = view.pressPoint.x - pixel.x;
   view.pressPoint = pixel;
   if (rows == 0 && columns == 0) return;
-  const double scale = double{view.scale};
+  const double scale = static_cast<double>(view.scale);
   const Step step = ToGround(view, {-(rows / scale), columns / scale});
   const double lon = MetersToLatLon((view.top + view.bottom) / 2, step.right).lon;
   if (!std::isfinite(lon) || !std::isfinite(step.up)) return;
@@ -300,14 +301,14 @@ void StepView(MapWindow& view, ViewStep step, bool shift, bool control) {
 
 void ZoomOnPixel(MapWindow& view, Pixel pixel, double factor) {
   const LatLon place = ScreenToMap(view, pixel);
-  view.scale = BoundedScale(double{view.scale} * factor);
+  view.scale = BoundedScale(static_cast<double>(view.scale) * factor);
   CenterOn(view, place);
 }
 
 void ZoomAboutPixel(MapWindow& view, Pixel pixel, double factor) {
   const LatLon place = ScreenToMap(view, pixel);
-  view.scale = BoundedScale(double{view.scale} * factor);
-  const double scale = double{view.scale};
+  view.scale = BoundedScale(static_cast<double>(view.scale) * factor);
+  const double scale = static_cast<double>(view.scale);
   const Step half = HalfExtent(view);
   const Step offset = ToGround(view, {-(pixel.y / scale), pixel.x / scale});
   const double north = DegreesToMeters(place.lat);
@@ -330,7 +331,7 @@ void ZoomToPixels(MapWindow& view, Pixel a, Pixel b) {
   const int rows = std::max(1, std::abs(a.y - b.y));
   const int columns = std::max(1, std::abs(a.x - b.x));
   const double factor = std::min(1.0 * view.clientHeight / rows, 1.0 * view.clientWidth / columns);
-  view.scale = BoundedScale(double{view.scale} * factor);
+  view.scale = BoundedScale(static_cast<double>(view.scale) * factor);
   const Meters mean = LatLonToMeters((first.lat + second.lat) / 2, (first.lon + second.lon) / 2);
   CenterOnMeters(view, mean.north, mean.east);
 }

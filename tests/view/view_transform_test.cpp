@@ -431,7 +431,7 @@ TEST(ZoomAboutPixel, KeepsThePlaceUnderThePointer) {
     const LatLon place = ScreenToMap(c.view, pixel);
     ZoomAboutPixel(c.view, pixel, i % 3 == 0 ? 0.8 : 1.25);
     const LatLon now = ScreenToMap(c.view, pixel);
-    const double metersPerPixel = 1 / double{c.view.scale};
+    const double metersPerPixel = 1 / static_cast<double>(c.view.scale);
     EXPECT_LT(std::abs(DegreesToMeters(now.lat - place.lat)), metersPerPixel / 100) << Seed << i;
     EXPECT_LT(std::abs(DegreesToMeters(std::remainder(now.lon - place.lon, 360))),
               metersPerPixel / 20)
