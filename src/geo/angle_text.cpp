@@ -12,6 +12,9 @@ namespace {
 constexpr char MinuteSign = '\'';
 constexpr char SecondSign = '"';
 
+/// What stands before either degree sign in a text that was typed as UTF-8.
+constexpr char Utf8Lead = '\xC2';
+
 bool IsDegreeSign(char c) { return c == DegreeSign || c == OtherDegreeSign; }
 
 /// A place in a text that moves on as the text is read. The end of the text is the byte 0.
@@ -30,7 +33,12 @@ class TextCursor {
     return true;
   }
 
-  bool StepOverDegreeSign() { return StepOver(DegreeSign) || StepOver(OtherDegreeSign); }
+  bool StandsOnDegreeSign() const { return DegreeSignLength() > 0; }
+  bool StepOverDegreeSign() {
+    const size_t length = DegreeSignLength();
+    at_ += length;
+    return length > 0;
+  }
 
   void SkipSpace() {
     while (IsSpace(Next())) ++at_;
@@ -46,6 +54,12 @@ class TextCursor {
   }
 
  private:
+  /// \return the bytes of the degree sign here, 0 if there is none
+  size_t DegreeSignLength() const {
+    if (IsDegreeSign(Next())) return 1;
+    return Next() == Utf8Lead && IsDegreeSign(ByteAt(at_ + 1)) ? 2 : 0;
+  }
+
   std::string_view text_;
   size_t at_ = 0;
 };
@@ -160,7 +174,7 @@ double ParseAngle(std::string_view text, size_t* length, double* runningDefault,
   const char behind = cursor.Next();
   double degrees = first;
   double minutes = 0;
-  if (behind != ' ' && !IsDegreeSign(behind) && runningDefault != nullptr &&
+  if (behind != ' ' && !cursor.StandsOnDegreeSign() && runningDefault != nullptr &&
       (!prefix.letter || behind == MinuteSign)) {
     // Minutes alone lie within the degree of the reading before.
     degrees = std::floor(std::fabs(*runningDefault));

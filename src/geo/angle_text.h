@@ -13,7 +13,8 @@ enum class AngleMode { Longitude = 0, Latitude = 1, Bearing = 2 };
 /// The form in which positions are shown; the three settings of the View menu.
 enum class CoordinateDisplay { Degrees = 0, Minutes = 1, Seconds = 2 };
 
-/// Bytes that are read as a degree sign; the first is also the one written.
+/// Bytes that are read as a degree sign, alone or as the UTF-8 character of that number; the first
+/// is also the one written.
 constexpr char DegreeSign = '\xB0';
 constexpr char OtherDegreeSign = '\xA1';
 

@@ -453,6 +453,16 @@ TEST(ParseAngle, NeverPassesTheEndOfItsField) {
   }
 }
 
+TEST(AngleText, TakesADegreeSignInUtf8AsOneSign) {
+  ExpectWhole("S21\xC2\xB0 15.720'", Latitude, -21.262);
+  double running = -21.5;
+  EXPECT_DOUBLE_EQ(AngleOf("22\xC2\xB0 30'", Latitude, &running).value, -22.5);
+  double value = 0;
+  EXPECT_TRUE(ParseCoordinate("34\xC2\xB0", true, value, nullptr));
+  EXPECT_EQ(value, 34);
+  EXPECT_FALSE(ParseCoordinate("34\xC2", true, value, nullptr));
+}
+
 TEST(AngleText, AsksNoLocale) {
   const DecimalComma comma;
   ExpectWhole("S21\xB0 15.720'", Latitude, -21.262);
