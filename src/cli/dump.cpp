@@ -1,6 +1,7 @@
 #include "cli/dump.h"
 
 #include "cli/text_output.h"
+#include "ranges/report_lines.h"
 #include "trails/metrics.h"
 
 #include <nlohmann/json.hpp>
@@ -40,6 +41,10 @@ class PointNumbers {
         if (reading.base != nullptr) Meet(*reading.base);
       }
     }
+    for (const Range& range : map.ranges) {
+      for (const Point* point : range.points) Meet(*point);
+      for (const Point* point : range.hull) Meet(*point);
+    }
     for (const Grid& grid : map.grids) Meet(*grid.corner);
   }
 
@@ -67,6 +72,8 @@ class MapDump {
     for (const Trail& trail : map.trails) trailIndexes_.emplace(&trail, index++);
     index = 0;
     for (const Grid& grid : map.grids) gridIndexes_.emplace(&grid, index++);
+    index = 0;
+    for (const Range& range : map.ranges) rangeIndexes_.emplace(&range, index++);
   }
 
   void Write() {
@@ -80,8 +87,9 @@ class MapDump {
     WriteList("grids", map_.grids, [&](const Grid& grid) { return GridJson(grid); });
     WriteList("gridShades", map_.gridShades,
               [&](const GridShade& shade) { return ShadeJson(shade); });
-    WriteField("ranges", Json::array());
-    WriteField("intersections", Json::array());
+    WriteList("ranges", map_.ranges, [&](const Range& range) { return RangeJson(range); });
+    WriteList("intersections", map_.intersections,
+              [&](const RangeIntersection& record) { return IntersectionJson(record); });
     WriteList("messages", messages_.Entries(), [](const LineMessages::Entry& entry) {
       const bool internal = entry.severity == Severity::InternalError;
       return Json{{"severity", internal ? "internal" : SeverityWord(entry.severity)},
@@ -241,6 +249,142 @@ class MapDump {
             {"value", shade.value}};
   }
 
+  // --- Ranges -------------------------------------------------------------------------------
+
+  Json RangeJson(const Range& range) const {
+    Json points = Json::array();
+    for (const Point* point : range.points) points.push_back(numbers_.NumberOrNull(point));
+    Json hull = Json::array();
+    for (const Point* point : range.hull) hull.push_back(numbers_.NumberOrNull(point));
+    Json follows = Json::array();
+    for (const Trail* follow : range.follows) follows.push_back(TrailIndexOrNull(follow));
+    Json cells = Json::array();
+    for (const RangeCell& cell : range.cells) {
+      Json json = {cell.row, cell.column};
+      json.push_back(cell.tally.minutes);
+      for (const std::int64_t measure : cell.tally.measure) json.push_back(measure);
+      cells.push_back(std::move(json));
+    }
+    const CellWindow& window = range.window;
+    return {{"name", TextOrNull(range.name)},
+            {"note", TextOrNull(range.note)},
+            {"keys", KeysJson(range)},
+            {"bounds", range.hasBounds ? BoundsJson(range) : Json(nullptr)},
+            {"hull", std::move(hull)},
+            {"mcpArea", range.mcpArea},
+            {"gridArea", range.gridArea},
+            {"gridWindow", range.grid == nullptr ? Json(nullptr)
+                                                 : Json{window.firstRow, window.firstColumn,
+                                                        window.rows, window.columns}},
+            {"cells", std::move(cells)},
+            {"tally", TallyJson(range.tally)},
+            {"points", std::move(points)},
+            {"follows", std::move(follows)},
+            {"totalMinutes", range.totalMinutes},
+            {"meanFollowPath", range.meanFollowPath},
+            {"meanDailyPath", range.meanDailyPath},
+            {"slots", TravelJson(range.slots)},
+            {"hours", TravelJson(range.hours)},
+            {"clusters", ClustersJson(range)},
+            {"report", LinesJson([&](int line) { return RangeReportLine(range, line); })}};
+  }
+
+  static Json KeysJson(const Range& range) {
+    Json keys = Json::array();
+    for (const SearchKey& key : range.keys) {
+      keys.push_back({{"type", ToUtf8(key.type)},
+                      {"focalAnimal", TextOrNull(key.focalAnimal)},
+                      {"timeFrom", key.timeFrom},
+                      {"timeTo", key.timeTo},
+                      {"dateFrom", key.dateFrom},
+                      {"dateTo", key.dateTo}});
+    }
+    return keys;
+  }
+
+  static Json BoundsJson(const GeoBounds& bounds) {
+    return {bounds.minLat, bounds.minLon, bounds.maxLat, bounds.maxLon};
+  }
+
+  static Json TallyJson(const CellTally& tally) {
+    return {tally.minutes, tally.measure[0], tally.measure[1], tally.measure[2]};
+  }
+
+  /// Slots or hours that hold anything.
+  static Json TravelJson(const auto& tallies) {
+    Json list = Json::array();
+    for (size_t i = 0; i < tallies.size(); ++i) {
+      const TravelTally& tally = tallies[i];
+      if (tally.distance == 0 && tally.count == 0 && tally.measure[0] == 0 &&
+          tally.measure[1] == 0 && tally.measure[2] == 0) {
+        continue;
+      }
+      Json json = {i, tally.distance, tally.count};
+      for (const float measure : tally.measure) json.push_back(static_cast<double>(measure));
+      list.push_back(std::move(json));
+    }
+    return list;
+  }
+
+  static Json ClustersJson(const Range& range) {
+    if (range.clusters == nullptr) return nullptr;
+    std::unordered_map<const Cluster*, size_t> indexes;
+    for (const Cluster& cluster : range.clusters->clusters) {
+      indexes.emplace(&cluster, indexes.size());
+    }
+    Json list = Json::array();
+    for (const Cluster& cluster : range.clusters->clusters) {
+      Json sizes = Json::array();
+      for (const auto& hull : cluster.hull) sizes.push_back(hull.size());
+      const bool merged = cluster.parent != nullptr;
+      list.push_back({{"madeAt", cluster.madeAt},
+                      {"mergedAt", merged ? Json(cluster.mergedAt) : Json(nullptr)},
+                      {"parent", merged ? Json(indexes.at(cluster.parent)) : Json(nullptr)},
+                      {"area", cluster.area},
+                      {"hullSize", std::move(sizes)}});
+    }
+    return {{"steps", range.clusters->steps}, {"list", std::move(list)}};
+  }
+
+  /// The lines of a report, from 0 until there is none.
+  template <typename LineOf>
+  static Json LinesJson(LineOf lineOf) {
+    Json lines = Json::array();
+    for (int line = 0; const auto text = lineOf(line); ++line) lines.push_back(ToUtf8(*text));
+    return lines;
+  }
+
+  Json IntersectionJson(const RangeIntersection& record) const {
+    Json polygon = Json::array();
+    for (const Point* vertex : record.polygon) {
+      polygon.push_back({vertex->geo.lat, vertex->geo.lon});
+    }
+    const OverlapShare& a = record.a;
+    const OverlapShare& b = record.b;
+    return {{"name", ToUtf8(record.name)},
+            {"rangeA", rangeIndexes_.at(a.range)},
+            {"rangeB", rangeIndexes_.at(b.range)},
+            {"area", record.area},
+            {"bothCellsArea", record.bothCellsArea},
+            {"bounds", BoundsJson(record)},
+            {"polygon", std::move(polygon)},
+            {"tallyA", TallyJson(a.tally)},
+            {"tallyB", TallyJson(b.tally)},
+            {"beyondA", TallyJson(a.beyond)},
+            {"beyondB", TallyJson(b.beyond)},
+            {"withinOtherA", TallyJson(a.withinOther)},
+            {"withinOtherB", TallyJson(b.withinOther)},
+            {"withinOwnA", TallyJson(a.withinOwn)},
+            {"withinOwnB", TallyJson(b.withinOwn)},
+            {"timeShareA", static_cast<double>(a.timeShare)},
+            {"timeShareB", static_cast<double>(b.timeShare)},
+            {"cellShareA", static_cast<double>(a.cellShare)},
+            {"cellShareB", static_cast<double>(b.cellShare)},
+            {"report", LinesJson([&](int line) {
+               return IntersectionReportLine(record, map_.smName, line);
+             })}};
+  }
+
   Map& map_;
   const LineMessages& messages_;
   std::ostream& out_;
@@ -248,6 +392,7 @@ class MapDump {
   PointNumbers numbers_;
   std::unordered_map<const Trail*, size_t> trailIndexes_;
   std::unordered_map<const Grid*, size_t> gridIndexes_;
+  std::unordered_map<const Range*, size_t> rangeIndexes_;
 };
 
 }  // namespace

@@ -8,13 +8,9 @@
 namespace orvane {
 
 /// The minimum convex polygon of a set of points, and the bounds from which it was started.
-struct HullResult {
-  double minLat = 0;  ///< degrees
-  double maxLat = 0;  ///< degrees
-  double minLon = 0;  ///< degrees
-  double maxLon = 0;  ///< degrees
-  Poly hull;          ///< points of the list; one vertex if all points stand in one place, and two
-                      ///< or three with no area if they stand on one line
+struct HullResult : GeoBounds {
+  Poly hull;  ///< points of the list; one vertex if all points stand in one place, and two
+              ///< or three with no area if they stand on one line
 };
 
 /// Builds the hull by inserting point after point into the ring of the four extremes. At metre

@@ -116,15 +116,15 @@ void ReadGridLine(LineContext& context, std::string_view line) {
 }
 
 void ReadShadeLine(LineContext& context, std::string_view line) {
-  constexpr size_t tagLength = 2;
+  constexpr size_t TagLength = 2;
   Grid* grid = NewestGrid(context.map);
   if (grid == nullptr) {
     NoteError(context.messages(), "No grid for grid shading %s", {line});
     return;
   }
-  if (line.size() == tagLength) return;
+  if (line.size() == TagLength) return;
   FieldCursor cursor(line);
-  cursor.Skip(tagLength);
+  cursor.Skip(TagLength);
   if (!cursor.Stands('\t')) NoteError(context.messages(), "Bad grid spacing spec: %s", {line});
   cursor.Skip(1);
   GridShade shade;

@@ -2,6 +2,7 @@
 
 #include "mapfile/reader.h"
 #include "model/time_names.h"
+#include "ranges/analysis.h"
 #include "survey/positions.h"
 #include "survey/solver.h"
 
@@ -30,6 +31,7 @@ void FinishMap(Map& map) {
     ClearOwnPositions(map);
     SolveMap(map);
   }
+  AnalyzeAllRanges(map);
 }
 
 }  // namespace orvane

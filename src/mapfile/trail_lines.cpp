@@ -124,11 +124,11 @@ void ReadTrailFields(const LineContext& context, FieldCursor& cursor, Trail& tra
 
 /// Two whole numbers, hours and minutes, with an optional colon between.
 int TakeClock(FieldCursor& cursor) {
-  constexpr long minutesPerHour = 60;
+  constexpr long MinutesPerHour = 60;
   const long hours = cursor.TakeInteger();
   cursor.SkipByte(':');
   const long minutes = cursor.TakeInteger();
-  const long total = hours * minutesPerHour + minutes;
+  const long total = hours * MinutesPerHour + minutes;
   return static_cast<int>(std::clamp(total, -0x7FFFFFFFL, 0x7FFFFFFFL));
 }
 

@@ -19,11 +19,11 @@ namespace {
 
 /// Today's date by the local clock.
 PackedDate LocalDate() {
-  constexpr int firstYear = 1900;
+  constexpr int FirstYear = 1900;
   const std::time_t now = std::time(nullptr);
   std::tm local{};
   localtime_r(&now, &local);
-  return PackDate(firstYear + local.tm_year, local.tm_mon + 1, local.tm_mday);
+  return PackDate(FirstYear + local.tm_year, local.tm_mon + 1, local.tm_mday);
 }
 
 char GridStyleLetter(int style) {
@@ -45,14 +45,14 @@ char GridStyleLetter(int style) {
 
 /// "S21 15.15200'": whole degrees cut toward zero, and minutes.
 std::string FixText(double degrees, char positive, char negative) {
-  constexpr double minutesPerDegree = 60;
-  constexpr int minuteDecimals = 5;
+  constexpr double MinutesPerDegree = 60;
+  constexpr int MinuteDecimals = 5;
   const double size = std::abs(degrees);
   const double whole = std::trunc(size);
   std::string text(1, degrees < 0 ? negative : positive);
   text += FormatFixed(whole, 0);
   text += ' ';
-  text += FormatFixed((size - whole) * minutesPerDegree, minuteDecimals);
+  text += FormatFixed((size - whole) * MinutesPerDegree, MinuteDecimals);
   text += '\'';
   return text;
 }
@@ -355,14 +355,14 @@ class MapWriter {
   }
 
   void WriteSolvedPlace(const Point& point, bool first) {
-    constexpr int placeDecimals = 10;
+    constexpr int PlaceDecimals = 10;
     Put("L\t");
     Put(point.name);
     if (first) WriteSynonyms(point);
     Put('\t');
-    Put(FormatFixed(point.geo.lat, placeDecimals));
+    Put(FormatFixed(point.geo.lat, PlaceDecimals));
     Put('\t');
-    Put(FormatFixed(point.geo.lon, placeDecimals));
+    Put(FormatFixed(point.geo.lon, PlaceDecimals));
     Put('\t');
     if (HasAltitude(point.geo.altitude)) PutGeneral(double{point.geo.altitude});
     if (first && point.note) {
@@ -419,10 +419,10 @@ class MapWriter {
   }
 
   void PutClock(int minutes) {
-    constexpr int minutesPerHour = 60;
-    PutNumber(minutes / minutesPerHour);
+    constexpr int MinutesPerHour = 60;
+    PutNumber(minutes / MinutesPerHour);
     Put(':');
-    PutTwoDigits(minutes % minutesPerHour);
+    PutTwoDigits(minutes % MinutesPerHour);
   }
 
   void WriteRange(const Range& range) {

@@ -15,20 +15,27 @@
 
 namespace orvane {
 
+// clang-format off
 /// The records of a map. They are plain: every field has a default, functions elsewhere give them
 /// meaning. All text is 8-bit and passes through untouched; "text or none" is an optional.
 ///
-///     record                owner                          referred to by (never owning)
-///     Map                   Workspace::maps                Map::basis, Point::map, windows
-///     Point                 Map::pointStore                Trail::points, Map's lists,
-///     Measurement::base Measurement           Point::measurements            - Link (rays)
-///     Map::rayStore                  Point::rays, Link::reverse Link (links)          one run of
-///     SolveMap            Point::links, Link::reverse Trail                 Map::trails,
-///     contourTrails     Point::trail, panel rows, ranges Grid, GridShade       Map::grids,
-///     gridShades         GridShade::grid Range, SearchKey      Map::ranges, Range::keys panel rows
+///     record                  owner                  referred to by (never owning)
+///     Map                     Workspace::maps        Map::basis, Point::map, windows
+///     Point                   Map::pointStore        Trail::points, Map's lists, Grid::corner,
+///                                                    Measurement::base, Link::other
+///     Measurement             Point::measurements    -
+///     Link (rays)             Map::rayStore          Point::rays, Link::reverse
+///     Link (links)            one run of SolveMap    Point::links, Link::reverse
+///     Trail                   Map::trails,           Point::trail, panel rows, ranges
+///                             Map::contourTrails
+///     Grid, GridShade         Map::grids,            GridShade::grid
+///                             Map::gridShades
+///     Range, SearchKey        Map::ranges,           panel rows
+///                             Range::keys
 ///
 /// Orders are behaviour. "Newest first" is a forward_list to whose front new items are pushed;
 /// "in walking order" and "in file order" are vectors.
+// clang-format on
 
 struct Map;
 struct Point;
@@ -225,6 +232,30 @@ struct SearchKey {
   PackedDate dateTo = 0;
 };
 
+/// A box in degrees.
+struct GeoBounds {
+  double minLat = 0;
+  double maxLat = 0;
+  double minLon = 0;
+  double maxLon = 0;
+};
+
+/// Owns the vertices that an operation had to invent: crossings of two rings, and corners pushed
+/// off a hull. Whoever keeps such a ring keeps the `ScratchPoints` beside it for as long; the
+/// addresses stay good until it goes, and nothing else has to be freed.
+struct ScratchPoints {
+  std::deque<Point> store;
+
+  /// Makes a nameless point of no map, flagged `PointScratch`.
+  /// \param place  its coordinates in the plane of the moment; `geo` is left at 0
+  Point& Make(const Meters& place) {
+    Point& point = store.emplace_back();
+    point.flags = PointScratch;
+    point.projected = place;
+    return point;
+  }
+};
+
 /// What was spent on some ground.
 struct CellTally {
   std::int64_t minutes = 0;
@@ -237,6 +268,13 @@ struct CellWindow {
   int firstColumn = 0;  ///< cells along east
   int rows = 0;
   int columns = 0;
+};
+
+/// A cell of a grid in which something was spent.
+struct RangeCell {
+  int row = 0;     ///< along north from the grid's corner
+  int column = 0;  ///< along east from the grid's corner
+  CellTally tally;
 };
 
 /// Levels of clusters: level i shows (i + 1) * 5 %.
@@ -273,31 +311,26 @@ struct TravelTally {
 
 /// The vertices of an offset hull, which belong to no map.
 struct OffsetHull {
-  bool made = false;
   std::vector<Point*> ring;  ///< empty if there is none
-  std::deque<Point> store;   ///< its vertices
+  ScratchPoints store;       ///< its vertices
 };
 
 /// A home range, defined by its search keys; the rest follows from them.
-struct Range {
+struct Range : GeoBounds {
   std::optional<std::string> name;
   std::optional<std::string> note;
   std::forward_list<SearchKey> keys;  ///< newest first
 
   // The analysis. Never saved.
-  std::vector<Trail*> follows;  ///< matching trails, last of the map first
-  std::vector<Point*> points;   ///< newest first; a point may stand there more than once
-  bool hasBounds = false;       ///< whether the bounds are valid: there are points
-  double minLat = 0;            ///< degrees, bounds of `points`
-  double maxLat = 0;
-  double minLon = 0;
-  double maxLon = 0;
+  std::vector<Trail*> follows;   ///< matching trails, last of the map first
+  std::vector<Point*> points;    ///< newest first; a point may stand there more than once
+  bool hasBounds = false;        ///< whether the bounds, those of `points`, are valid
   std::vector<Point*> hull;      ///< minimum convex polygon, unclosed
   double mcpArea = 0;            ///< square metres
   double gridArea = 0;           ///< square metres, cells in which time was spent
-  Grid* grid = nullptr;          ///< the grid of the cell figures, or null
+  const Grid* grid = nullptr;    ///< the grid of the cell figures, or null
   CellWindow window;             ///< of `cells`
-  std::vector<CellTally> cells;  ///< row-major; empty without a grid
+  std::vector<RangeCell> cells;  ///< those with any value, row-major; none without a grid
   CellTally tally;               ///< sum over all cells
   std::array<TravelTally, SlotsOfDay> slots;
   std::array<TravelTally, HoursOfDay> hours;
@@ -312,30 +345,33 @@ struct Range {
 /// What one of two overlapping ranges spent where.
 struct OverlapShare {
   Range* range = nullptr;
-  std::vector<CellTally> cells;  ///< in the overlap, by cell of the record's window
-  CellTally tally;               ///< in the overlap
-  CellTally beyond;              ///< outside the other's hull, within the margin
-  CellTally withinOther;         ///< inside the other's hull, within the margin of its edge
-  CellTally withinOwn;           ///< inside the other's hull, within the margin of the own edge
-  float timeShare = 0;           ///< percent of the range's time in the overlap
-  float cellShare = 0;           ///< percent of the range's time in cells that both use
+  CellTally tally;        ///< in the overlap
+  CellTally beyond;       ///< outside the other's hull, within the margin
+  CellTally withinOther;  ///< inside the other's hull, within the margin of its edge
+  CellTally withinOwn;    ///< inside the other's hull, within the margin of the own edge
+  float timeShare = 0;    ///< percent of the range's time in the overlap
+  float cellShare = 0;    ///< percent of the range's time in cells that both use
 };
 
-/// The overlap of the hulls of two ranges.
-struct RangeIntersection {
+/// The overlap of the hulls of two ranges; the bounds are those of `polygon`.
+struct RangeIntersection : GeoBounds {
   std::string name;
   std::vector<Point*> polygon;  ///< vertices of either hull, and of `scratch`
-  std::deque<Point> scratch;    ///< crossings of the two hulls
-  double minLat = 0;            ///< degrees, bounds of `polygon`
-  double maxLat = 0;
-  double minLon = 0;
-  double maxLon = 0;
-  double area = 0;           ///< square metres
-  double bothCellsArea = 0;  ///< square metres of the cells that both use
-  Grid* grid = nullptr;      ///< if both count on the same grid
-  CellWindow window;         ///< of the cells of both shares
+  ScratchPoints scratch;        ///< crossings of the two hulls
+  double area = 0;              ///< square metres
+  double bothCellsArea = 0;     ///< square metres of the cells that both use
+  const Grid* grid = nullptr;   ///< if both count on the same grid
+  CellWindow window;            ///< of the cells of both shares
   OverlapShare a;
   OverlapShare b;
+};
+
+/// The overlap of a filled trail with a range; the bounds are those of `polygon`.
+struct TrailRangeOverlap : GeoBounds {
+  Trail* trail = nullptr;
+  Range* range = nullptr;
+  std::vector<Point*> polygon;  ///< points of either, and of `scratch`
+  ScratchPoints scratch;        ///< crossings of the two
 };
 
 }  // namespace orvane

@@ -1,0 +1,91 @@
+#include "ranges/analysis.h"
+
+#include "geometry/convex_hull.h"
+#include "geometry/planes.h"
+#include "geometry/polygon.h"
+#include "model/workspace.h"
+#include "ranges/clusters.h"
+#include "ranges/grid_tally.h"
+#include "ranges/intersections.h"
+#include "ranges/selection.h"
+#include "ranges/travel.h"
+
+// The steps share the `projected` fields of the points and the durations of the stops, so their
+// order matters: travel is measured before the tally gives each stop at least a minute, and areas
+// are taken in the plane that the step before has left.
+
+namespace orvane {
+
+namespace {
+
+void TakeHull(Range& range, Messages& messages) {
+  auto result = ConvexHull(range.points, messages);
+  if (!result) return;
+  static_cast<GeoBounds&>(range) = *result;
+  range.hasBounds = true;
+  range.hull = std::move(result->hull);
+}
+
+/// Puts the points of the follows into the plane of the range's own points, those too that a time
+/// window leaves out of the range.
+void ProjectFollows(Range& range) {
+  const double lon = (range.maxLon + range.minLon) / 2;
+  const double lat = (range.maxLat + range.minLat) / 2;
+  for (const Trail* follow : range.follows) ProjectPoints(follow->points, lon, lat);
+}
+
+}  // namespace
+
+void ClearRangeAnalysis(Range& range) {
+  range.follows.clear();
+  range.points.clear();
+  range.hasBounds = false;
+  static_cast<GeoBounds&>(range) = {};
+  range.hull.clear();
+  range.mcpArea = 0;
+  range.gridArea = 0;
+  range.grid = nullptr;
+  range.window = {};
+  range.cells.clear();
+  range.tally = {};
+  range.clusters.reset();
+}
+
+void AnalyzeRange(Range& range, Map& map) {
+  Messages& messages = map.workspace->messages;
+  ClearRangeAnalysis(range);
+  range.follows = SelectFollows(map, range.keys);
+  range.points = CollectRangePoints(map, range.follows, range.keys);
+  TakeHull(range, messages);
+  ProjectFollows(range);
+  ComputeTravel(range);
+  TallyRangeOnGrid(map, range);
+  range.mcpArea = PolygonArea(range.hull);
+  RangePathLength(range);
+  range.clusters = ClusterPoints(range.points, messages);
+  ProjectPoints(range.points, 0, 0);
+}
+
+void AnalyzeAllRanges(Map& map) {
+  for (Range& range : map.ranges) AnalyzeRange(range, map);
+  map.intersections.clear();
+  for (auto first = map.ranges.begin(); first != map.ranges.end(); ++first) {
+    for (auto later = std::next(first); later != map.ranges.end(); ++later) {
+      IntersectRanges(*first, *later, map.intersections, map.workspace->messages);
+    }
+  }
+}
+
+void AnalyzeOneRange(Range& range, Map& map) {
+  AnalyzeRange(range, map);
+  map.intersections.remove_if([&](const RangeIntersection& record) {
+    return record.a.range == &range || record.b.range == &range;
+  });
+  for (Range& other : map.ranges) {
+    if (&other != &range) {
+      IntersectRanges(range, other, map.intersections, map.workspace->messages);
+    }
+  }
+}
+
+}  // namespace orvane
