@@ -19,8 +19,8 @@ constexpr size_t MostShapedWidths = 50000;
 
 QFont FontOfSize(double pixels, TextOutput output) {
   QFont font;
-  // The first is told; the others are what it is known as, or stands in for it, elsewhere.
-  font.setFamilies({QStringLiteral("Helvetica"), QStringLiteral("Helvetica Neue"),
+  // The first is the one that is wanted; the others are what it is called elsewhere, or near it.
+  font.setFamilies({CanvasFonts::AskedFamily(), QStringLiteral("Helvetica Neue"),
                     QStringLiteral("Arial"), QStringLiteral("Liberation Sans"),
                     QStringLiteral("DejaVu Sans")});
   font.setStyleHint(QFont::SansSerif);
@@ -82,6 +82,10 @@ CanvasFonts::Face CanvasFonts::MakeFace(double pixels, TextOutput output) {
   }
   return face;
 }
+
+QString CanvasFonts::AskedFamily() { return QStringLiteral("Helvetica"); }
+
+QString CanvasFonts::FamilyName(CanvasFont font) const { return FaceOf(font).raw.familyName(); }
 
 CanvasFonts::Face& CanvasFonts::FaceOf(CanvasFont font) const {
   return faces_[font == CanvasFont::Small ? 0 : 1];

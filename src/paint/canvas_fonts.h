@@ -45,6 +45,11 @@ class CanvasFonts {
 
   double PixelsPerInch() const { return pixelsPerInch_; }
 
+  /// The family that is asked for first.
+  static QString AskedFamily();
+  /// The family that the machine gave for it, in which text is measured.
+  QString FamilyName(CanvasFont font) const;
+
   /// Whole pixels from the top of a line to its baseline, at least 1.
   int Ascent(CanvasFont font) const;
   /// Whole pixels of ascent and descent together.

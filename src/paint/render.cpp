@@ -55,9 +55,23 @@ bool RenderPng(MapWindow& view, const RenderOptions& options, QIODevice& device)
   return image.save(&device, "PNG");
 }
 
+/// The generator names the one family that was asked for. Where it is missing a viewer would take
+/// any other, so the family that the labels were measured in stands first, and behind it what is
+/// like it.
+void NameFontFamilies(QByteArray& svg, const CanvasFonts& fonts) {
+  const QString measured = fonts.FamilyName(CanvasFont::Label).toHtmlEscaped();
+  const QByteArray asked = fonts.AskedFamily().toUtf8();
+  const QByteArray families =
+      "'" + measured.toUtf8().replace('\'', "") + "', " + asked + ", Arial, sans-serif";
+  // A quotation mark within a text of the map is written as an entity, so this is no text.
+  svg.replace("font-family=\"" + asked + "\"", "font-family=\"" + families + "\"");
+}
+
 bool RenderSvg(MapWindow& view, const RenderOptions& options, QIODevice& device) {
+  QByteArray svg;
+  QBuffer buffer(&svg);
   QSvgGenerator generator;
-  generator.setOutputDevice(&device);
+  generator.setOutputDevice(&buffer);
   generator.setResolution(static_cast<int>(options.pixelsPerInch + 0.5));
   generator.setSize(QSize(view.clientWidth, view.clientHeight));
   generator.setViewBox(QRect(0, 0, view.clientWidth, view.clientHeight));
@@ -67,7 +81,9 @@ bool RenderSvg(MapWindow& view, const RenderOptions& options, QIODevice& device)
   QPainter painter;
   if (!painter.begin(&generator)) return false;
   DrawWholeView(view, painter, fonts, {.antialias = true, .hairline = VectorHairline});
-  return painter.end();
+  if (!painter.end()) return false;
+  NameFontFamilies(svg, fonts);
+  return device.write(svg) == svg.size();
 }
 
 bool RenderPdf(MapWindow& view, const RenderOptions& options, QIODevice& device) {

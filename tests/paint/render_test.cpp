@@ -125,7 +125,13 @@ TEST_F(RenderMapTest, WritesWellFormedSvgWithItsTextsAsText) {
     const QString name = xml.name().toString();
     if (name == QStringLiteral("svg")) viewBox = xml.attributes().value("viewBox").toString();
     if (name == QStringLiteral("title")) title = xml.readElementText();
-    if (name == QStringLiteral("text")) texts.append(xml.readElementText().trimmed());
+    if (name == QStringLiteral("text")) {
+      EXPECT_TRUE(xml.attributes()
+                      .value("font-family")
+                      .toString()
+                      .endsWith(QStringLiteral("Helvetica, Arial, sans-serif")));
+      texts.append(xml.readElementText().trimmed());
+    }
     if (name == QStringLiteral("polyline") || name == QStringLiteral("path") ||
         name == QStringLiteral("line")) {
       ++shapes;
