@@ -56,6 +56,7 @@ class Canvas {
   virtual void SetForeColor(Color color) = 0;
   virtual void SetFont(CanvasFont font) = 0;
 
+  /// Both ends are drawn.
   virtual void DrawLine(Pixel from, Pixel to) = 0;
   /// A run of joined lines with the current pen; fewer than two points draw nothing.
   virtual void DrawPolyline(const std::vector<Pixel>& points) = 0;

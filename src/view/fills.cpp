@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 
 namespace orvane {
 
@@ -116,18 +117,21 @@ void DrawHatchLine(Canvas& canvas, const PixelRect& clip, const HatchFrame& fram
 void HatchPolygon(Canvas& canvas, const std::vector<Pixel>& points, double angle, int spacing) {
   if (points.size() < 3) return;
   const double step = std::max(1, spacing);
-  const HatchFrame frame = FrameOfAngle(angle);
+  const HatchFrame frame = FrameOfAngle(std::remainder(angle, 360.0));
   LevelRange levels = LevelsOf(frame, BoundsOf(points));
   const PixelRect clip = canvas.Clip();
   const LevelRange shown = LevelsOf(frame, clip);
   levels = {std::max(levels.low, shown.low - 1), std::min(levels.high, shown.high + 1)};
-  const double first = std::ceil(levels.low / step) * step;
+  if (!(levels.low <= levels.high)) return;
+  const auto first = static_cast<std::int64_t>(std::ceil(levels.low / step));
+  const auto last = static_cast<std::int64_t>(std::floor(levels.high / step));
 
   const std::vector<HatchEdge> edges = EdgesByLevel(frame, points);
   std::vector<HatchEdge> crossed;
   std::vector<double> crossings;
   size_t next = 0;
-  for (double level = first; level <= levels.high; level += step) {
+  for (std::int64_t line = first; line <= last; ++line) {
+    const double level = static_cast<double>(line) * step;
     const double tested = level + LevelOffset;
     while (next < edges.size() && edges[next].lowLevel <= tested) crossed.push_back(edges[next++]);
     // An edge belongs to the levels from its low end up to but not including its high one: at a

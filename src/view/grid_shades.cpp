@@ -151,9 +151,13 @@ void HatchCell(const MapWindow& view, const GridShade& shade) {
   const ColumnRange cell = ColumnsOf(corners);
   const ColumnRange shown = ColumnsOfClip(turn, view.target->Clip());
   const double spacing = IsPrint(view) ? PrintHatchSpacing : ScreenHatchSpacing;
-  const double first = std::ceil(std::max(cell.low, shown.low - 1) / spacing) * spacing;
-  const double last = std::floor(std::min(cell.high, shown.high + 1) / spacing) * spacing;
-  for (double column = first; column <= last; column += spacing) {
+  const double low = std::max(cell.low, shown.low - 1);
+  const double high = std::min(cell.high, shown.high + 1);
+  if (!(low <= high)) return;
+  const int first = static_cast<int>(std::ceil(low / spacing));
+  const int last = static_cast<int>(std::floor(high / spacing));
+  for (int line = first; line <= last; ++line) {
+    const double column = line * spacing;
     std::vector<double> rows;
     for (size_t i = 0; i < corners.size(); ++i) {
       const ExactPixel& a = corners[i];

@@ -5,6 +5,7 @@
 #include "view/map_window.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <map>
 #include <utility>
 
@@ -113,7 +114,9 @@ std::vector<TrailPanelRow*> TrailRowsInOrder(std::list<TrailPanelRow>& rows) {
   std::vector<TrailPanelRow*> ordered;
   std::vector<TrailPanelRow*> waiting;
   const auto push = [&waiting](TrailRows& level) {
-    for (auto row = level.rbegin(); row != level.rend(); ++row) waiting.push_back(&*row);
+    const size_t before = waiting.size();
+    for (TrailPanelRow& row : level) waiting.push_back(&row);
+    std::reverse(waiting.begin() + static_cast<std::ptrdiff_t>(before), waiting.end());
   };
   push(rows);
   while (!waiting.empty()) {

@@ -181,9 +181,9 @@ void CenterOnMeters(MapWindow& view, double north, double east) {
 }
 
 void InitView(MapWindow& view, const SavedView* saved) {
-  if (saved != nullptr && saved->scale != 0 && view.map != nullptr &&
+  if (saved != nullptr && saved->scale > 0 && view.map != nullptr &&
       saved->fileName == view.map->fileName) {
-    view.scale = static_cast<float>(saved->scale);
+    view.scale = BoundedScale(saved->scale);
     view.centralLongitude = WrapLongitude(saved->longitude);
     view.rotation = static_cast<float>(saved->rotation);
     view.flags &= ~std::uint32_t{MapWindowGridsHidden};
@@ -193,7 +193,7 @@ void InitView(MapWindow& view, const SavedView* saved) {
     Extent extent;
     if (view.map != nullptr) extent = MapExtent(*view.map);
     const double shorter = std::min(view.clientWidth, view.clientHeight);
-    view.scale = static_cast<float>(shorter / (2 * static_cast<double>(extent.radius)));
+    view.scale = BoundedScale(shorter / (2 * static_cast<double>(extent.radius)));
     if (view.scale < 0.00002F) extent.east = 0;
     view.centralLongitude = WrapLongitude(MetersToLatLon(extent.north, extent.east).lon);
     SetHeightAbout(view, extent.north);

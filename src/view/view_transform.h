@@ -74,7 +74,7 @@ struct SavedView {
   std::string fileName;  ///< the map that it belongs to
   double latitude = 0;   ///< degrees, of the centre
   double longitude = 0;  ///< degrees, of the centre
-  double scale = 0;      ///< pixels per metre; 0 for no saved view
+  double scale = 0;      ///< pixels per metre; 0 (or less) for no saved view
   double rotation = 0;   ///< degrees
   bool hideGrids = false;
 };

@@ -3,6 +3,7 @@
 #include "view/view_case.h"
 
 #include <chrono>
+#include <cmath>
 #include <cstdio>
 #include <gtest/gtest.h>
 
@@ -96,6 +97,13 @@ TEST(HatchPolygon, AnyOtherAngleFollowsItsTangent) {
 TEST(HatchPolygon, NoSpacingCountsAsOnePixel) {
   EXPECT_EQ(Hatched(Square, 0, 0).size(), 20U);
   EXPECT_EQ(Hatched(Square, 0, -5).size(), 20U);
+}
+
+TEST(HatchPolygon, AnAngleIsTakenModuloATurn) {
+  EXPECT_EQ(Hatched(Square, 360, 8), Hatched(Square, 0, 8));
+  EXPECT_EQ(Hatched(Square, -315, 8), Hatched(Square, 45, 8));
+  EXPECT_EQ(Hatched(Square, std::nan(""), 8), Lines{});
+  EXPECT_LE(Hatched(Square, 1e300, 1).size(), 60U);
 }
 
 TEST(HatchPolygon, FewerThanThreePointsHaveNoInside) {

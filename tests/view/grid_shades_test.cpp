@@ -166,6 +166,7 @@ TEST(HatchCell, AHugeCellTakesNoMoreLinesThanTheClip) {
   ShadeCase c;
   c.grid.cellSize = 2000000000;
   for (const double angle : {0.0, 45.0, 1e300}) HatchCell(c.view, c.Shade(angle, 0, 0));
+  HatchCell(c.view, c.Shade(std::nan("")));
   EXPECT_LE(c.canvas.Count("line"), 3 * 180);
   EXPECT_LE(c.canvas.Farthest(), LargestPixel);
 }

@@ -302,6 +302,9 @@ TEST(InitView, IgnoresASavedViewOfAnotherFileOrWithoutScale) {
   SavedView unscaled{"case.map", -2.5, 33, 0, 90, true};
   InitView(c.view, &unscaled);
   EXPECT_EQ(c.view.scale, 150);
+  unscaled.scale = -3;
+  InitView(c.view, &unscaled);
+  EXPECT_EQ(c.view.scale, 150);
   EXPECT_EQ(c.view.flags, 0U);
 }
 
