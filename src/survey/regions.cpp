@@ -6,6 +6,7 @@
 #include "survey/region_system.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 #include <optional>
 
@@ -93,6 +94,7 @@ struct LinkStep {
 /// The other link of a point that has two.
 Link* LinkOnward(const Point& point, const Link* comingFrom) {
   Link* link = point.links;
+  assert(link != nullptr && link->next != nullptr);
   return link == comingFrom ? link->next : link;
 }
 

@@ -5,6 +5,8 @@
 #include <array>
 #include <atomic>
 #include <cmath>
+#include <cstring>
+#include <optional>
 #include <thread>
 
 // The method is told in elimination.cpp. Here the pivot rows come first, each computed from the
@@ -16,188 +18,24 @@ namespace orvane {
 
 namespace {
 
-constexpr size_t MostSides = 3;
-constexpr size_t Lanes = 4;  ///< rows that run up the tree together
+constexpr size_t Lanes = 8;  ///< rows that run up the tree together
 constexpr double GrownTooFar = 0x1p300;
 constexpr double ScaleBack = 0x1p-300;
 constexpr double WorkForThreads = 4e6;  ///< multiplications that are worth a second thread
 constexpr unsigned MostThreads = 8;
 
-using Sides = std::array<double, MostSides>;
+size_t Index(int column) { return static_cast<size_t>(column); }
 
-/// A row as it stood when it was the pivot: what lies right of the diagonal, by ascending column.
-struct PivotRow {
-  std::vector<int> columns;
-  std::vector<double> values;
-  double pivot = 0;  ///< scaled near to 1
-  Sides sides{};
-};
+// The hot loops are compiled for several processors, and the form that this one can run is chosen
+// as the program starts. All forms round alike.
+#if defined(__x86_64__) && defined(__GNUC__) && !defined(__clang__) && \
+    !defined(__SANITIZE_ADDRESS__)
+#define ORVANE_FOR_EACH_PROCESSOR __attribute__((target_clones("avx512f", "avx2", "default")))
+#else
+#define ORVANE_FOR_EACH_PROCESSOR
+#endif
 
-/// The matrix by rows, one entry a cell, by ascending column.
-std::vector<std::vector<MatrixEntry>> RowsOf(const NormalSystem& system) {
-  std::vector<std::vector<MatrixEntry>> rows(static_cast<size_t>(system.size));
-  for (const MatrixEntry& entry : system.entries) {
-    rows[static_cast<size_t>(entry.row)].push_back(entry);
-  }
-  for (auto& row : rows) {
-    std::sort(row.begin(), row.end(),
-              [](const MatrixEntry& a, const MatrixEntry& b) { return a.column < b.column; });
-    size_t used = 0;
-    for (const MatrixEntry& entry : row) {
-      if (used > 0 && row[used - 1].column == entry.column) {
-        row[used - 1].value += entry.value;
-      } else {
-        row[used++] = entry;
-      }
-    }
-    row.resize(used);
-  }
-  return rows;
-}
-
-/// One row on its way to become a pivot row: its values, and the list of the columns in use.
-class WorkRow {
- public:
-  explicit WorkRow(size_t size) : values_(size), place_(size, Unused) {}
-
-  double& operator[](int column) { return values_[Index(column)]; }
-
-  void Add(int column, double value) {
-    if (place_[Index(column)] == Unused) {
-      place_[Index(column)] = static_cast<int>(columns_.size());
-      columns_.push_back(column);
-      values_[Index(column)] = 0;
-    }
-    values_[Index(column)] += value;
-  }
-  void Remove(int column) {
-    const int place = place_[Index(column)];
-    const int last = columns_.back();
-    columns_[Index(place)] = last;
-    place_[Index(last)] = place;
-    place_[Index(column)] = Unused;
-    columns_.pop_back();
-  }
-  void Scale(double factor) {
-    for (const int column : columns_) values_[Index(column)] *= factor;
-  }
-  void Clear() {
-    for (const int column : columns_) place_[Index(column)] = Unused;
-    columns_.clear();
-  }
-  const std::vector<int>& Columns() const { return columns_; }
-  bool Uses(int column) const { return place_[Index(column)] != Unused; }
-
- private:
-  static constexpr int Unused = -1;
-  static size_t Index(int column) { return static_cast<size_t>(column); }
-
-  std::vector<double> values_;
-  std::vector<int> place_;
-  std::vector<int> columns_;
-};
-
-/// Computes the pivot rows from top to bottom.
-class PivotRows {
- public:
-  explicit PivotRows(const NormalSystem& system)
-      : system_(system), size_(static_cast<size_t>(system.size)), rows_(size_), rowsAbove_(size_) {}
-
-  /// \return false if a pivot was 0
-  bool Compute() {
-    const auto matrix = RowsOf(system_);
-    WorkRow work(size_);
-    for (size_t k = 0; k < size_; ++k) {
-      for (const MatrixEntry& entry : matrix[k]) work.Add(entry.column, entry.value);
-      Sides sides{};
-      for (size_t s = 0; s < system_.rightSides.size(); ++s) sides[s] = system_.rightSides[s][k];
-      for (const int above : rowsAbove_[k]) Eliminate(work, sides, above);
-      if (!Keep(static_cast<int>(k), work, sides)) return false;
-      work.Clear();
-    }
-    return true;
-  }
-
-  const std::vector<PivotRow>& Rows() const { return rows_; }
-
- private:
-  void Eliminate(WorkRow& work, Sides& sides, int above) {
-    const PivotRow& pivotRow = rows_[static_cast<size_t>(above)];
-    if (!work.Uses(above)) return;
-    const double f = work[above];
-    work.Remove(above);
-    if (f == 0) {
-      // The pattern grows as if something had stood here, which later rows count on.
-      for (const int column : pivotRow.columns) work.Add(column, 0);
-      return;
-    }
-    const double r = pivotRow.pivot;
-    work.Scale(r);
-    for (size_t j = 0; j < pivotRow.columns.size(); ++j) {
-      work.Add(pivotRow.columns[j], -(f * pivotRow.values[j]));
-    }
-    for (size_t s = 0; s < MostSides; ++s) sides[s] = r * sides[s] - f * pivotRow.sides[s];
-    growth_ *= r;
-    if (growth_ > GrownTooFar) {
-      work.Scale(ScaleBack);
-      for (double& side : sides) side *= ScaleBack;
-      growth_ *= ScaleBack;
-    }
-  }
-
-  bool Keep(int k, WorkRow& work, Sides sides) {
-    growth_ = 1;
-    const double pivot = work.Uses(k) ? work[k] : 0;
-    if (pivot == 0) return false;
-    const double power = pivot == 1 ? 1 : PivotPower(pivot);
-    PivotRow& row = rows_[static_cast<size_t>(k)];
-    row.pivot = pivot / power;
-    for (size_t s = 0; s < MostSides; ++s) row.sides[s] = sides[s] / power;
-    for (const int column : work.Columns()) {
-      if (column > k) row.columns.push_back(column);
-    }
-    std::sort(row.columns.begin(), row.columns.end());
-    row.values.reserve(row.columns.size());
-    for (const int column : row.columns) {
-      row.values.push_back(work[column] / power);
-      rowsAbove_[static_cast<size_t>(column)].push_back(k);
-    }
-    return true;
-  }
-
-  const NormalSystem& system_;
-  size_t size_;
-  std::vector<PivotRow> rows_;
-  std::vector<std::vector<int>> rowsAbove_;  ///< by row: the pivots that it has something in
-  double growth_ = 1;
-};
-
-/// A few rows that follow each other up the elimination tree.
-struct RowGroup {
-  std::array<int, Lanes> rows{};
-  size_t count = 0;
-};
-
-/// The next pivot that a row meets: the parent in the elimination tree; -1 at a root.
-int ParentOf(const PivotRow& row) { return row.columns.empty() ? -1 : row.columns.front(); }
-
-std::vector<RowGroup> GroupRows(const std::vector<PivotRow>& rows) {
-  std::vector<RowGroup> groups;
-  std::vector<bool> taken(rows.size());
-  for (size_t k = 0; k < rows.size(); ++k) {
-    if (taken[k]) continue;
-    RowGroup& group = groups.emplace_back();
-    for (int row = static_cast<int>(k); row >= 0 && group.count < Lanes;
-         row = ParentOf(rows[static_cast<size_t>(row)])) {
-      if (taken[static_cast<size_t>(row)]) break;
-      taken[static_cast<size_t>(row)] = true;
-      group.rows[group.count++] = row;
-    }
-  }
-  return groups;
-}
-
-/// Lanes side by side; the compiler makes of it what the processor has.
+/// Numbers side by side; the compiler makes of it what the processor has.
 using LaneVector = double __attribute__((vector_size(Lanes * sizeof(double))));
 
 /// The lanes of one column. A record of its own, since only so does a vector keep it aligned.
@@ -205,19 +43,279 @@ struct alignas(sizeof(LaneVector)) LaneCell {
   LaneVector lanes{};
 };
 
-/// cells = r * cells - f * value, lane by lane, for each column of a pivot row. Compiled twice, and
-/// the form that the processor can run is chosen as the program starts; both round alike.
-#if defined(__x86_64__) && defined(__GNUC__) && !defined(__clang__) && \
-    !defined(__SANITIZE_ADDRESS__)
-__attribute__((target_clones("avx2", "default")))
-#endif
-void EliminateLanes(const PivotRow& pivotRow, const LaneVector* r, const LaneVector* f,
-                    LaneCell* cells) {
-  const LaneVector factor = *r;
-  const LaneVector below = *f;
-  const size_t count = pivotRow.columns.size();
-  const int* columns = pivotRow.columns.data();
-  const double* values = pivotRow.values.data();
+// --- Patterns -------------------------------------------------------------------------------
+
+/// What lies right of the diagonal of each row when it is the pivot, by ascending column. The
+/// right-hand sides stand behind the matrix as further columns.
+class Patterns {
+ public:
+  explicit Patterns(const NormalSystem& system)
+      : size_(static_cast<size_t>(system.size)), sides_(system.rightSides.size()) {
+    SortEntries(system);
+    FindColumns();
+    FindRowsAbove();
+  }
+
+  size_t Size() const { return size_; }
+  size_t Sides() const { return sides_; }
+  /// Matrix entries of one row, one for each cell, by ascending column.
+  std::span<const MatrixEntry> Entries(size_t row) const {
+    return std::span(entries_).subspan(entryStart_[row], entryStart_[row + 1] - entryStart_[row]);
+  }
+  std::span<const int> Columns(size_t row) const {
+    return std::span(columns_).subspan(start_[row], start_[row + 1] - start_[row]);
+  }
+  /// Where the values of a row begin in a list of all values.
+  size_t Start(size_t row) const { return start_[row]; }
+  size_t Values() const { return columns_.size(); }
+  /// The pivots above that a row has something in, ascending.
+  std::span<const int> RowsAbove(size_t row) const {
+    return std::span(above_).subspan(aboveStart_[row], aboveStart_[row + 1] - aboveStart_[row]);
+  }
+  /// The next pivot that a row meets: the parent in the elimination tree; -1 at a root.
+  int Parent(size_t row) const {
+    const int first = start_[row] == start_[row + 1] ? -1 : columns_[start_[row]];
+    return first < static_cast<int>(size_) ? first : -1;
+  }
+
+ private:
+  void SortEntries(const NormalSystem& system) {
+    std::vector<size_t> next(size_ + 1);
+    for (const MatrixEntry& entry : system.entries) ++next[Index(entry.row) + 1];
+    for (size_t row = 0; row < size_; ++row) next[row + 1] += next[row];
+    const std::vector<size_t> starts = next;
+    std::vector<MatrixEntry> sorted(system.entries.size());
+    for (const MatrixEntry& entry : system.entries) sorted[next[Index(entry.row)]++] = entry;
+    for (size_t row = 0; row < size_; ++row) {
+      entryStart_.push_back(entries_.size());
+      AddRowEntries(std::span(sorted).subspan(starts[row], starts[row + 1] - starts[row]));
+    }
+    entryStart_.push_back(entries_.size());
+  }
+
+  void AddRowEntries(std::span<MatrixEntry> row) {
+    std::sort(row.begin(), row.end(),
+              [](const MatrixEntry& a, const MatrixEntry& b) { return a.column < b.column; });
+    for (size_t i = 0; i < row.size(); ++i) {
+      if (i > 0 && row[i].column == row[i - 1].column) {
+        entries_.back().value += row[i].value;
+      } else {
+        entries_.push_back(row[i]);
+      }
+    }
+  }
+
+  /// A row holds its own entries and what its children in the tree hold.
+  void FindColumns() {
+    std::vector<std::vector<int>> children(size_);
+    std::vector<int> lastRow(size_, -1);  // by column: the last row that took it
+    for (size_t row = 0; row < size_; ++row) {
+      start_.push_back(columns_.size());
+      const auto take = [&](int column) {
+        if (column <= static_cast<int>(row) || column >= static_cast<int>(size_)) return;
+        if (lastRow[Index(column)] == static_cast<int>(row)) return;
+        lastRow[Index(column)] = static_cast<int>(row);
+        columns_.push_back(column);
+      };
+      for (const MatrixEntry& entry : Entries(row)) take(entry.column);
+      for (const int child : children[row]) {
+        const size_t end = start_[Index(child) + 1];
+        for (size_t j = start_[Index(child)]; j < end; ++j) take(columns_[j]);
+      }
+      std::sort(columns_.begin() + static_cast<std::ptrdiff_t>(start_[row]), columns_.end());
+      if (columns_.size() > start_[row]) {
+        children[Index(columns_[start_[row]])].push_back(static_cast<int>(row));
+      }
+      for (size_t side = 0; side < sides_; ++side) {
+        columns_.push_back(static_cast<int>(size_ + side));
+      }
+    }
+    start_.push_back(columns_.size());
+  }
+
+  void FindRowsAbove() {
+    aboveStart_.assign(size_ + 1, 0);
+    const int size = static_cast<int>(size_);
+    for (const int column : columns_) {
+      if (column < size) ++aboveStart_[Index(column) + 1];
+    }
+    for (size_t row = 0; row < size_; ++row) aboveStart_[row + 1] += aboveStart_[row];
+    above_.resize(aboveStart_[size_]);
+    std::vector<size_t> next(aboveStart_.begin(), aboveStart_.end());
+    for (size_t row = 0; row < size_; ++row) {
+      for (const int column : Columns(row)) {
+        if (column < size) above_[next[Index(column)]++] = static_cast<int>(row);
+      }
+    }
+  }
+
+  size_t size_;
+  size_t sides_;
+  std::vector<MatrixEntry> entries_;
+  std::vector<size_t> entryStart_;
+  std::vector<int> columns_;
+  std::vector<size_t> start_;
+  std::vector<int> above_;
+  std::vector<size_t> aboveStart_;
+};
+
+// --- Down: pivot rows -----------------------------------------------------------------------
+
+/// All pivot rows: what stands right of the diagonal, laid out as the patterns tell, and the pivot
+/// itself, which is scaled near to 1.
+struct PivotRows {
+  std::vector<double> values;
+  std::vector<double> pivots;
+};
+
+/// values = factor * values.
+ORVANE_FOR_EACH_PROCESSOR
+void ScaleValues(double factor, double* values, size_t count) {
+  size_t j = 0;
+  for (; j + Lanes <= count; j += Lanes) {
+    LaneVector lanes;
+    std::memcpy(&lanes, values + j, sizeof(lanes));
+    lanes = lanes * factor;
+    std::memcpy(values + j, &lanes, sizeof(lanes));
+  }
+  for (; j < count; ++j) values[j] *= factor;
+}
+
+/// values = values - f * pivotRow.
+ORVANE_FOR_EACH_PROCESSOR
+void SubtractRow(double f, const double* pivotRow, double* values, size_t count) {
+  size_t j = 0;
+  for (; j + Lanes <= count; j += Lanes) {
+    LaneVector lanes;
+    LaneVector row;
+    std::memcpy(&lanes, values + j, sizeof(lanes));
+    std::memcpy(&row, pivotRow + j, sizeof(row));
+    lanes = lanes - row * f;
+    std::memcpy(values + j, &lanes, sizeof(lanes));
+  }
+  for (; j < count; ++j) values[j] -= f * pivotRow[j];
+}
+
+/// Computes the pivot rows from top to bottom, each in a work row that holds the columns which the
+/// row will ever use, close together.
+class PivotRowMaker {
+ public:
+  PivotRowMaker(const NormalSystem& system, const Patterns& patterns)
+      : system_(system), patterns_(patterns), place_(patterns.Size() + patterns.Sides()) {}
+
+  /// \return nothing if a pivot was 0
+  std::optional<PivotRows> Compute() {
+    rows_.values.resize(patterns_.Values());
+    rows_.pivots.resize(patterns_.Size());
+    for (size_t k = 0; k < patterns_.Size(); ++k) {
+      Load(k);
+      const std::span<const int> above = patterns_.RowsAbove(k);
+      double growth = 1;
+      for (size_t a = 0; a < above.size(); ++a) Eliminate(Index(above[a]), a, growth);
+      if (!Keep(k)) return std::nullopt;
+    }
+    return std::move(rows_);
+  }
+
+ private:
+  /// Lays out the work row: the rows above, the diagonal, what lies right of it.
+  void Load(size_t k) {
+    int place = 0;
+    for (const int column : patterns_.RowsAbove(k)) place_[Index(column)] = place++;
+    place_[k] = place++;
+    for (const int column : patterns_.Columns(k)) place_[Index(column)] = place++;
+    work_.assign(Index(place), 0);
+    for (const MatrixEntry& entry : patterns_.Entries(k)) {
+      work_[Index(place_[Index(entry.column)])] = entry.value;
+    }
+    for (size_t side = 0; side < patterns_.Sides(); ++side) {
+      work_[work_.size() - patterns_.Sides() + side] = system_.rightSides[side][k];
+    }
+  }
+
+  void Eliminate(size_t i, size_t a, double& growth) {
+    const double f = work_[a];
+    if (f == 0) return;
+    const double r = rows_.pivots[i];
+    ScaleValues(r, work_.data() + a + 1, work_.size() - a - 1);
+    Subtract(i, f);
+    growth *= r;
+    if (growth > GrownTooFar) {
+      ScaleValues(ScaleBack, work_.data() + a + 1, work_.size() - a - 1);
+      growth *= ScaleBack;
+    }
+  }
+
+  /// From some column on the pivot row holds all that the work row holds, mostly from early on.
+  void Subtract(size_t i, double f) {
+    const std::span<const int> columns = patterns_.Columns(i);
+    const double* values = rows_.values.data() + patterns_.Start(i);
+    const size_t missing = work_.size() - columns.size();
+    size_t j = 0;
+    for (; j < columns.size(); ++j) {
+      const size_t place = Index(place_[Index(columns[j])]);
+      if (place == j + missing) break;
+      work_[place] -= f * values[j];
+    }
+    SubtractRow(f, values + j, work_.data() + missing + j, columns.size() - j);
+  }
+
+  bool Keep(size_t k) {
+    const size_t diagonal = patterns_.RowsAbove(k).size();
+    const double pivot = work_[diagonal];
+    if (pivot == 0) return false;
+    const double power = pivot == 1 ? 1 : PivotPower(pivot);
+    rows_.pivots[k] = pivot / power;
+    double* values = rows_.values.data() + patterns_.Start(k);
+    for (size_t j = diagonal + 1; j < work_.size(); ++j) *values++ = work_[j] / power;
+    return true;
+  }
+
+  const NormalSystem& system_;
+  const Patterns& patterns_;
+  PivotRows rows_;
+  std::vector<double> work_;
+  std::vector<int> place_;  ///< by column: where it stands in the work row
+};
+
+// --- Up: solutions --------------------------------------------------------------------------
+
+/// The rows in an order in which those that share most of their way up stand side by side: each
+/// behind its whole subtree.
+std::vector<int> RowsByTree(const Patterns& patterns) {
+  const size_t size = patterns.Size();
+  std::vector<int> firstChild(size + 1, -1);  // the last of all stands for the parent of the roots
+  std::vector<int> sibling(size, -1);
+  for (size_t row = 0; row < size; ++row) {
+    const int parent = patterns.Parent(row);
+    int& head = firstChild[parent < 0 ? size : Index(parent)];
+    sibling[row] = head;
+    head = static_cast<int>(row);
+  }
+  // Parents before children, and then all turned round.
+  std::vector<int> order;
+  order.reserve(size);
+  std::vector<int> stack;
+  for (int root = firstChild[size]; root >= 0; root = sibling[Index(root)]) stack.push_back(root);
+  while (!stack.empty()) {
+    const int row = stack.back();
+    stack.pop_back();
+    order.push_back(row);
+    for (int child = firstChild[Index(row)]; child >= 0; child = sibling[Index(child)]) {
+      stack.push_back(child);
+    }
+  }
+  std::reverse(order.begin(), order.end());
+  return order;
+}
+
+/// cells = r * cells - f * value, lane by lane, for each column of a pivot row.
+ORVANE_FOR_EACH_PROCESSOR
+void EliminateLanes(std::span<const int> columns, const double* values, const LaneCell& r,
+                    const LaneCell& f, LaneCell* cells) {
+  const LaneVector factor = r.lanes;
+  const LaneVector below = f.lanes;
+  const size_t count = columns.size();
   for (size_t j = 0; j < count; ++j) {
     LaneVector& cell = cells[columns[j]].lanes;
     cell = factor * cell - below * values[j];
@@ -227,119 +325,110 @@ void EliminateLanes(const PivotRow& pivotRow, const LaneVector* r, const LaneVec
 /// Runs groups of rows up the tree and writes their solutions.
 class UpwardRuns {
  public:
-  UpwardRuns(const std::vector<PivotRow>& rows, NormalSystem& system)
-      : rows_(rows), system_(system), cells_(rows.size()) {}
+  UpwardRuns(const Patterns& patterns, const PivotRows& rows, NormalSystem& system)
+      : patterns_(patterns),
+        rows_(rows),
+        system_(system),
+        cells_(patterns.Size() + patterns.Sides()) {}
 
-  void Run(const RowGroup& group) {
-    Start(group);
-    size_t joined = 1;  // lanes that have passed their own pivot
-    for (int i = Parent(group.rows[0]); i >= 0; i = Parent(i)) {
-      const bool isMember = joined < group.count && group.rows[joined] == i;
-      Step(i, joined);
-      if (isMember) Load(joined++, i);
+  /// \param group  at most as many rows as there are lanes
+  void Run(std::span<const int> group) {
+    pivots_.fill(1);
+    std::array<int, Lanes> at{};  // the pivot that each row meets next
+    for (size_t lane = 0; lane < group.size(); ++lane) at[lane] = Load(lane, Index(group[lane]));
+    const auto next = std::span(at).first(group.size());
+    while (true) {
+      int lowest = -1;
+      for (const int pivot : next) {
+        if (pivot >= 0 && (lowest < 0 || pivot < lowest)) lowest = pivot;
+      }
+      if (lowest < 0) break;
+      Step(Index(lowest));
+      const int parent = patterns_.Parent(Index(lowest));
+      for (int& pivot : next) {
+        if (pivot == lowest) pivot = parent;
+      }
     }
-    for (size_t lane = 0; lane < group.count; ++lane) Finish(lane, group.rows[lane]);
+    for (size_t lane = 0; lane < group.size(); ++lane) Finish(lane, Index(group[lane]));
   }
 
  private:
-  int Parent(int row) const { return ParentOf(rows_[static_cast<size_t>(row)]); }
-  double Cell(int column, size_t lane) const {
-    return cells_[static_cast<size_t>(column)].lanes[lane];
-  }
-  void SetCell(int column, size_t lane, double value) {
-    cells_[static_cast<size_t>(column)].lanes[lane] = value;
-  }
-
-  void Start(const RowGroup& group) {
-    pivots_.fill(1);
-    sides_ = {};
-    Load(0, group.rows[0]);
+  /// Puts a row into its lane, as it stood when it was the pivot. \return its parent
+  int Load(size_t lane, size_t k) {
+    pivots_[lane] = rows_.pivots[k];
+    const double* values = rows_.values.data() + patterns_.Start(k);
+    for (const int column : patterns_.Columns(k)) cells_[Index(column)].lanes[lane] = *values++;
+    return patterns_.Parent(k);
   }
 
-  /// Puts a row into its lane, as it stood when it was the pivot.
-  void Load(size_t lane, int k) {
-    const PivotRow& row = rows_[static_cast<size_t>(k)];
-    pivots_[lane] = row.pivot;
-    for (size_t s = 0; s < MostSides; ++s) sides_[s][lane] = row.sides[s];
-    for (size_t j = 0; j < row.columns.size(); ++j) SetCell(row.columns[j], lane, row.values[j]);
-  }
-
-  void Step(int i, size_t lanes) {
-    const PivotRow& pivotRow = rows_[static_cast<size_t>(i)];
-    const LaneVector f = cells_[static_cast<size_t>(i)].lanes;
-    cells_[static_cast<size_t>(i)] = LaneCell{};
-    LaneVector r = LaneVector{} + 1;  // a lane with nothing in this column is left as it is
-    bool any = false;
-    for (size_t lane = 0; lane < lanes; ++lane) {
-      if (f[lane] == 0) continue;
-      r[lane] = pivotRow.pivot;
-      any = true;
-    }
-    if (!any) return;
-    EliminateLanes(pivotRow, &r, &f, cells_.data());
+  void Step(size_t i) {
+    const LaneCell f = cells_[i];
+    cells_[i] = LaneCell{};
+    LaneCell r;  // a lane with nothing in this column is left as it is
+    const double pivot = rows_.pivots[i];
     bool grown = false;
-    for (size_t lane = 0; lane < lanes; ++lane) {
-      pivots_[lane] *= r[lane];
+    for (size_t lane = 0; lane < Lanes; ++lane) {
+      r.lanes[lane] = f.lanes[lane] == 0 ? 1 : pivot;
+      pivots_[lane] *= r.lanes[lane];
       grown = grown || std::abs(pivots_[lane]) > GrownTooFar;
     }
-    for (size_t s = 0; s < MostSides; ++s) {
-      for (size_t lane = 0; lane < lanes; ++lane) {
-        sides_[s][lane] = r[lane] * sides_[s][lane] - f[lane] * pivotRow.sides[s];
-      }
-    }
-    if (grown) ScaleLanesBack(pivotRow, lanes);
+    const std::span<const int> columns = patterns_.Columns(i);
+    EliminateLanes(columns, rows_.values.data() + patterns_.Start(i), r, f, cells_.data());
+    if (grown) ScaleLanesBack(f, columns);
   }
 
-  void ScaleLanesBack(const PivotRow& pivotRow, size_t lanes) {
-    for (size_t lane = 0; lane < lanes; ++lane) {
-      if (std::abs(pivots_[lane]) <= GrownTooFar) continue;
+  /// \param met  not 0 in the lanes whose rows have just met a pivot; all that is left of such a
+  ///             row lies within the pattern of the pivot's
+  void ScaleLanesBack(const LaneCell& met, std::span<const int> columns) {
+    for (size_t lane = 0; lane < Lanes; ++lane) {
+      if (met.lanes[lane] == 0 || std::abs(pivots_[lane]) <= GrownTooFar) continue;
       pivots_[lane] *= ScaleBack;
-      for (auto& side : sides_) side[lane] *= ScaleBack;
-      // All that is left of the row lies within the pattern of the pivot row just taken.
-      for (const int column : pivotRow.columns) {
-        SetCell(column, lane, Cell(column, lane) * ScaleBack);
-      }
+      for (const int column : columns) cells_[Index(column)].lanes[lane] *= ScaleBack;
     }
   }
 
-  void Finish(size_t lane, int row) {
-    for (size_t s = 0; s < system_.rightSides.size(); ++s) {
-      const double side = sides_[s][lane];
-      system_.rightSides[s][static_cast<size_t>(row)] =
-          pivots_[lane] == 1 ? side : side / pivots_[lane];
+  void Finish(size_t lane, size_t row) {
+    const double pivot = pivots_[lane];
+    for (size_t s = 0; s < patterns_.Sides(); ++s) {
+      double& side = cells_[patterns_.Size() + s].lanes[lane];
+      system_.rightSides[s][row] = pivot == 1 ? side : side / pivot;
+      side = 0;
     }
   }
 
-  const std::vector<PivotRow>& rows_;
+  const Patterns& patterns_;
+  const PivotRows& rows_;
   NormalSystem& system_;
   std::vector<LaneCell> cells_;  ///< by column; all 0 between two groups
   std::array<double, Lanes> pivots_{};
-  std::array<std::array<double, Lanes>, MostSides> sides_{};
 };
 
 /// Multiplications of all upward runs together, by the sizes of the rows on each path.
-double UpwardWork(const std::vector<PivotRow>& rows) {
-  std::vector<double> pathWork(rows.size());
+double UpwardWork(const Patterns& patterns) {
+  std::vector<double> pathWork(patterns.Size());
   double total = 0;
-  for (size_t k = rows.size(); k-- > 0;) {
-    const int parent = ParentOf(rows[k]);
+  for (size_t k = patterns.Size(); k-- > 0;) {
+    const int parent = patterns.Parent(k);
     if (parent < 0) continue;
-    const auto p = static_cast<size_t>(parent);
-    pathWork[k] = pathWork[p] + static_cast<double>(rows[p].columns.size()) + 1;
+    pathWork[k] =
+        pathWork[Index(parent)] + static_cast<double>(patterns.Columns(Index(parent)).size());
     total += pathWork[k];
   }
   return total;
 }
 
-void RunAll(const std::vector<PivotRow>& rows, NormalSystem& system) {
-  const std::vector<RowGroup> groups = GroupRows(rows);
+void RunAll(const Patterns& patterns, const PivotRows& rows, NormalSystem& system) {
+  const std::vector<int> order = RowsByTree(patterns);
   std::atomic<size_t> next{0};
   const auto work = [&] {
-    UpwardRuns runs(rows, system);
-    for (size_t g = next++; g < groups.size(); g = next++) runs.Run(groups[g]);
+    UpwardRuns runs(patterns, rows, system);
+    for (size_t first = next.fetch_add(Lanes); first < order.size();
+         first = next.fetch_add(Lanes)) {
+      runs.Run(std::span(order).subspan(first, std::min(Lanes, order.size() - first)));
+    }
   };
   std::vector<std::thread> helpers;
-  if (UpwardWork(rows) > WorkForThreads) {
+  if (UpwardWork(patterns) > WorkForThreads) {
     const unsigned threads = std::min(std::thread::hardware_concurrency(), MostThreads);
     for (unsigned t = 1; t < threads; ++t) helpers.emplace_back(work);
   }
@@ -350,9 +439,10 @@ void RunAll(const std::vector<PivotRow>& rows, NormalSystem& system) {
 }  // namespace
 
 bool EliminateNormalSparse(NormalSystem& system) {
-  PivotRows pivots(system);
-  if (!pivots.Compute()) return false;
-  RunAll(pivots.Rows(), system);
+  const Patterns patterns(system);
+  const std::optional<PivotRows> rows = PivotRowMaker(system, patterns).Compute();
+  if (!rows) return false;
+  RunAll(patterns, *rows, system);
   return true;
 }
 

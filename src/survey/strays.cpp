@@ -53,7 +53,7 @@ class RayCrossings {
   /// Begins with a point, unless it is under way, has failed since the last gain, or sees no
   /// point that has a place. \return true if it was put on the stack
   bool Ask(Point& point) {
-    if (underWay_.count(&point) != 0 || failed_.count(&point) != 0) return false;
+    if (underWay_.contains(&point) || failed_.contains(&point)) return false;
     Crossing crossing;
     crossing.point = &point;
     double latSum = 0;
@@ -199,9 +199,8 @@ void SolveStrayPoints(Map& map) {
     gained = false;
     std::vector<Point*> left;
     for (Point* point : strays) {
-      if (IsPlaced(*point)) {
-        gained = true;  // by way of another
-      } else if (SolveStrayPoint(map, *point, crossings)) {
+      // It may have been placed by way of another meanwhile.
+      if (IsPlaced(*point) || SolveStrayPoint(map, *point, crossings)) {
         gained = true;
       } else {
         left.push_back(point);
