@@ -86,12 +86,12 @@ void ReadGridLine(LineContext& context, std::string_view line) {
   if (line.size() == 1) return;
   FieldCursor cursor(line);
   cursor.Skip(1);
-  if (!cursor.Stands('\t')) NoteError(context.messages(), "Bad grid spec: %s", {line});
+  if (!cursor.Stands('\t')) NoteError(context.messages, "Bad grid spec: %s", {line});
   cursor.Skip(1);
   const std::string_view cornerName = cursor.TakeField();
   Point* corner = ResolvePointName(context.map, nullptr, cornerName);
   if (corner == nullptr) {
-    NoteError(context.messages(), "Bad pointname in grid %s", {cornerName});
+    NoteError(context.messages, "Bad pointname in grid %s", {cornerName});
     return;
   }
   Grid& grid = context.map.grids.emplace_front();
@@ -119,20 +119,20 @@ void ReadShadeLine(LineContext& context, std::string_view line) {
   constexpr size_t TagLength = 2;
   Grid* grid = NewestGrid(context.map);
   if (grid == nullptr) {
-    NoteError(context.messages(), "No grid for grid shading %s", {line});
+    NoteError(context.messages, "No grid for grid shading %s", {line});
     return;
   }
   if (line.size() == TagLength) return;
   FieldCursor cursor(line);
   cursor.Skip(TagLength);
-  if (!cursor.Stands('\t')) NoteError(context.messages(), "Bad grid spacing spec: %s", {line});
+  if (!cursor.Stands('\t')) NoteError(context.messages, "Bad grid spacing spec: %s", {line});
   cursor.Skip(1);
   GridShade shade;
   const std::string_view cell = cursor.Field();
   const size_t used = ReadCell(*grid, cell, shade);
   cursor.Skip(used);
   if (used == 0 || !cursor.SkipByte('\t')) {
-    NoteError(context.messages(), "Bad grid location in grid spacing: %s", {cell});
+    NoteError(context.messages, "Bad grid location in grid spacing: %s", {cell});
     return;
   }
   const std::string_view rest = cursor.Rest();

@@ -36,15 +36,15 @@ struct LineContext {
   Map& map;
   Workspace& workspace;
   ReadingState& state;  ///< the workspace's
+  Messages& messages;   ///< the workspace's
   TrailNames trailNames;
 
   explicit LineContext(Map& mapToRead)
       : map(mapToRead),
         workspace(*mapToRead.workspace),
         state(workspace.reading),
+        messages(workspace.messages),
         trailNames(mapToRead) {}
-
-  Messages& messages() const { return workspace.messages; }
 
   /// Gives one of the messages that are told once a file.
   void NoteOnce(std::string_view format, std::string_view argument);

@@ -116,7 +116,7 @@ void TakeTail(FieldCursor& cursor, Point& point, Measurement& reading) {
 void CheckFieldEnd(LineContext& context, FieldCursor& cursor, const Point& point,
                    std::string_view format) {
   if (cursor.AtFieldEnd()) return;
-  NoteError(context.messages(), format, {NameOr(point, "<noname>")});
+  NoteError(context.messages, format, {NameOr(point, "<noname>")});
   cursor.SkipField();
 }
 
@@ -136,7 +136,7 @@ void TakeCompassNumbers(LineContext& context, FieldCursor& cursor, const Point& 
     reading.inclination = cursor.TakeReal();
     CheckFieldEnd(context, cursor, point, "Bad inclination angle for point %s");
     if (reading.inclination < -90 || reading.inclination > 90) {
-      NoteError(context.messages(), "Bad angle %s for point %s",
+      NoteError(context.messages, "Bad angle %s for point %s",
                 {FormatGeneral(reading.inclination), NameOr(point, "<noname>")});
     }
   }
@@ -146,13 +146,13 @@ void TakeCompassNumbers(LineContext& context, FieldCursor& cursor, const Point& 
 void ReadCompass(LineContext& context, FieldCursor& cursor, Point& point) {
   const std::string_view baseName = cursor.TakeField();
   if (baseName.empty()) {
-    NoteError(context.messages(), "No base point in compass specification for %s (%s)",
+    NoteError(context.messages, "No base point in compass specification for %s (%s)",
               {NameOr(point, "<noname>"), cursor.Rest()});
     return;
   }
   Point* base = ResolvePointName(context.map, context.state.currentTrail, baseName);
   if (base == nullptr) {
-    NoteError(context.messages(), BadPointName, {baseName});
+    NoteError(context.messages, BadPointName, {baseName});
     return;
   }
   ClearPlaced(context, point);
@@ -169,7 +169,7 @@ double TakeAngle(LineContext& context, FieldCursor& cursor, double& runningDefau
   const std::string_view field = cursor.Field();
   size_t length = 0;
   const double angle = ParseAngle(field, &length, &runningDefault, mode);
-  if (length < field.size()) NoteError(context.messages(), "Bad lat/lon spec: %s", {field});
+  if (length < field.size()) NoteError(context.messages, "Bad lat/lon spec: %s", {field});
   cursor.SkipField();
   cursor.SkipTab();
   return angle;
@@ -202,7 +202,7 @@ void ReadNear(LineContext& context, FieldCursor& cursor, Point& point) {
   ClearPlaced(context, point);
   const std::string_view nearName = cursor.TakeField();
   if (nearName.empty()) {
-    NoteError(context.messages(), "No near name for %s (%s)",
+    NoteError(context.messages, "No near name for %s (%s)",
               {NameOr(point, "<noname>"), cursor.Rest()});
     return;
   }
@@ -234,7 +234,7 @@ Point* TakePoint(LineContext& context, FieldCursor& cursor, bool isSolvedPlace) 
                      ? context.state.lastPoint
                      : ResolvePointName(context.map, context.state.currentTrail, name);
   if (point == nullptr) {
-    NoteError(context.messages(), BadPointName, {name});
+    NoteError(context.messages, BadPointName, {name});
     return nullptr;
   }
   PutOnTrail(context.state, *point);
@@ -248,7 +248,7 @@ void ReadPointLine(LineContext& context, std::string_view line) {
   FieldCursor cursor(line);
   cursor.SkipField();  // so that a line may begin with GPS as well as with G
   if (!cursor.SkipByte('\t')) {
-    NoteError(context.messages(), "Bad Input");
+    NoteError(context.messages, "Bad Input");
     return;
   }
   Point* point = TakePoint(context, cursor, tag == 'l');

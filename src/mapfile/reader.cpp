@@ -40,7 +40,7 @@ bool IsBeingRead(const ReadingState& state, const std::string& path) {
 void ReadIncludeLine(LineContext& context, std::string_view line) {
   const std::string path(SkipSpace(line.substr(1)));
   if (IsBeingRead(context.state, path) || context.state.openFiles.size() >= DeepestNesting) {
-    NoteError(context.messages(), CannotOpen, {path});
+    NoteError(context.messages, CannotOpen, {path});
   } else {
     ReadMapFile(context.map, path);
   }
@@ -63,13 +63,13 @@ void ReadBasisLine(LineContext& context, std::string_view line) {
   cursor.SkipTab();
   std::string name(cursor.Rest());
   if (map.basis != nullptr) {
-    NoteError(context.messages(), "This map (%s) has two bases %s and %s",
+    NoteError(context.messages, "This map (%s) has two bases %s and %s",
               {map.fileName, map.basis->fileName, name});
   }
   if (DirectoryName(name).empty()) name = JoinPath(DirectoryName(map.fileName), name);
   if (name.size() > LongestBasisName || context.state.openFiles.size() >= DeepestNesting ||
       WouldCloseCircle(context, FindMap(context.workspace, name))) {
-    NoteError(context.messages(), CannotOpen, {name});
+    NoteError(context.messages, CannotOpen, {name});
   } else {
     map.basis = &OpenMap(context.workspace, name);
   }
@@ -87,16 +87,16 @@ void ReadOriginLine(LineContext& context, std::string_view line) {
   if (line.size() == 1) return;
   FieldCursor cursor(line);
   cursor.Skip(1);
-  if (!cursor.Stands('\t')) NoteError(context.messages(), "Bad origin spec: %s", {line});
+  if (!cursor.Stands('\t')) NoteError(context.messages, "Bad origin spec: %s", {line});
   cursor.Skip(1);
   if (context.map.origin != nullptr) {
-    NoteError(context.messages(), "Map has two (or more) origins, second one ignored");
+    NoteError(context.messages, "Map has two (or more) origins, second one ignored");
     return;
   }
   const std::string_view name = cursor.TakeField();
   context.map.origin = ResolvePointName(context.map, nullptr, name);
   if (context.map.origin == nullptr) {
-    NoteError(context.messages(), "Bad pointname in origin %s", {name});
+    NoteError(context.messages, "Bad pointname in origin %s", {name});
   }
 }
 
@@ -205,7 +205,7 @@ void TrailNames::Fill() {
 void LineContext::NoteOnce(std::string_view format, std::string_view argument) {
   if (state.warnedOnce) return;
   state.warnedOnce = true;
-  NoteError(messages(), format, {argument});
+  NoteError(messages, format, {argument});
 }
 
 void ReadMapText(Map& map, std::string_view text) {
@@ -215,7 +215,7 @@ void ReadMapText(Map& map, std::string_view text) {
   state.warnedOnce = false;
   CloseTrailAndRange(state);
   if (text.find('\0') != std::string_view::npos) {
-    NoteError(context.messages(), "File %s holds bytes that are no text; it may be damaged",
+    NoteError(context.messages, "File %s holds bytes that are no text; it may be damaged",
               {state.openFiles.empty() ? map.fileName : state.openFiles.back()});
   }
   LineReader lines(text, LongestMapLine);

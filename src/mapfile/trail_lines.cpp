@@ -25,7 +25,7 @@ std::optional<std::string> TextOrNone(std::string_view text) {
 FieldCursor BehindTag(const LineContext& context, std::string_view line, std::string_view format) {
   FieldCursor cursor(line);
   cursor.Skip(1);
-  if (!cursor.Stands('\t')) NoteError(context.messages(), format, {line});
+  if (!cursor.Stands('\t')) NoteError(context.messages, format, {line});
   cursor.Skip(1);
   return cursor;
 }
@@ -178,7 +178,7 @@ void ReadRangeLine(LineContext& context, std::string_view line) {
 
 void ReadKeyLine(LineContext& context, std::string_view line) {
   if (context.state.currentRange == nullptr) {
-    NoteError(context.messages(), "Search key specified outside of range: %s", {line});
+    NoteError(context.messages, "Search key specified outside of range: %s", {line});
     return;
   }
   FieldCursor cursor = BehindTag(context, line, "Bad search key: %s");

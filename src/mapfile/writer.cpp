@@ -231,9 +231,9 @@ class MapWriter {
   }
 
   void PutHexColor(Color color) {
-    constexpr std::string_view digits = "0123456789abcdef";
+    constexpr std::string_view Digits = "0123456789abcdef";
     for (int shift = 20; shift >= 0; shift -= 4) {
-      Put(digits[static_cast<size_t>(color >> shift) & 0xF]);
+      Put(Digits[static_cast<size_t>(color >> shift) & 0xF]);
     }
   }
 

@@ -78,9 +78,9 @@ std::vector<Leg> TakeLegs(Map& map, std::string_view& text, const Point& from, c
 }  // namespace
 
 std::optional<LatLon> ResolveAlongTrail(Map& map, std::string_view text) {
-  constexpr std::string_view from = "from ";
-  if (CompareNamesN(text, from, from.size()) != 0) return std::nullopt;
-  text.remove_prefix(from.size());
+  constexpr std::string_view From = "from ";
+  if (CompareNamesN(text, From, From.size()) != 0) return std::nullopt;
+  text.remove_prefix(From.size());
   const auto startName = TakeBefore(text, " to ");
   const auto endName = TakeBefore(text, " along ");
   if (!startName || !endName) return std::nullopt;

@@ -100,14 +100,14 @@ std::optional<LatLon> ResolveItem(Map& map, std::string_view item, Point*& point
 /// The mean of a list with ", " between its items. \param point  receives the point that the last
 /// item names
 std::optional<LatLon> ResolveList(Map& map, std::string_view text, Point*& point) {
-  constexpr std::string_view separator = ", ";
+  constexpr std::string_view Separator = ", ";
   double latSum = 0;
   double lonSum = 0;
   double altitudeSum = 0;
   bool allHaveAltitude = true;
   int count = 0;
   while (true) {
-    const size_t end = text.find(separator);
+    const size_t end = text.find(Separator);
     const auto place = ResolveItem(map, text.substr(0, end), point);
     if (!place) return std::nullopt;
     latSum += place->lat;
@@ -116,7 +116,7 @@ std::optional<LatLon> ResolveList(Map& map, std::string_view text, Point*& point
     allHaveAltitude = allHaveAltitude && HasAltitude(place->altitude);
     ++count;
     if (end == std::string_view::npos) break;
-    text.remove_prefix(end + separator.size());
+    text.remove_prefix(end + Separator.size());
   }
   return LatLon{latSum / count, lonSum / count,
                 allHaveAltitude ? static_cast<float>(altitudeSum / count) : NoAltitude};
@@ -124,9 +124,9 @@ std::optional<LatLon> ResolveList(Map& map, std::string_view text, Point*& point
 
 /// The middle of the bounds of a trail's placed points.
 std::optional<LatLon> MiddleOfTrail(const Trail& trail) {
-  constexpr double infinity = std::numeric_limits<double>::infinity();
-  LatLon low{infinity, infinity, NoAltitude};
-  LatLon high{-infinity, -infinity, NoAltitude};
+  constexpr double Infinity = std::numeric_limits<double>::infinity();
+  LatLon low{Infinity, Infinity, NoAltitude};
+  LatLon high{-Infinity, -Infinity, NoAltitude};
   bool any = false;
   for (const Point* point : trail.points) {
     if (!IsPlaced(*point)) continue;
