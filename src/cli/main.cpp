@@ -94,13 +94,13 @@ void AddCheck(CommandLine& line) {
 #ifdef ORVANE_WITH_QT
 /// Reads "1024x768". \return an empty text, or what is wrong
 std::string ReadSize(const std::string& text, RenderRequest& request) {
-  constexpr int largest = 32000;
+  constexpr int Largest = 32000;
   int width = 0;
   int height = 0;
   int length = 0;
   const int read = std::sscanf(text.c_str(), "%5dx%5d%n", &width, &height, &length);
   if (read != 2 || text.size() != static_cast<size_t>(length) || width < 1 || height < 1 ||
-      width > largest || height > largest) {
+      width > Largest || height > Largest) {
     return "--size: " + text + " is no WIDTHxHEIGHT in pixels";
   }
   request.width = width;
