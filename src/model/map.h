@@ -10,6 +10,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace orvane {
@@ -28,27 +29,37 @@ enum MapFlag : std::uint32_t {
 constexpr size_t NameBuckets = 32;
 
 /// Finds the points of one map by main name or synonym, without regard to case, in constant time.
-/// It holds one entry for each node of `Map::pointHash`.
+/// It holds an entry for each node of `Map::pointHash`, and answers as a walk over them would.
 class NameTable {
  public:
-  /// Adds an entry for `name`, one of the names of `point`.
+  /// Adds an entry for `name`, one of the names of `point`. All its entries of that bucket become
+  /// the newest, since a walk over the bucket now meets the point first.
   void Add(Point& point, std::string_view name);
   /// Takes out the newest entry of `point` for `name`, if there is one.
   void Remove(const Point& point, std::string_view name);
   /// \return the newest entry whose point bears `name` as its main name, else the newest one
   ///         with it as a synonym, else null
   Point* Find(std::string_view name) const;
+  /// \return true if there is an entry of `point` for `name`
+  bool Holds(const Point& point, std::string_view name) const;
 
  private:
   struct Entry {
     Point* point;
     std::uint32_t hash;
     std::uint32_t next;
+    std::uint32_t synonym;  ///< index in `synonyms_`; none if entered as the main name
   };
+  bool MeansSynonym(const Entry& entry, std::string_view name) const;
+  std::uint32_t AgeOf(std::uint32_t index, size_t bucket) const;
+  void Insert(const Entry& entry);
   void Grow();
 
   std::vector<Entry> entries_;
-  std::vector<std::uint32_t> heads_;  ///< index of the newest entry of each slot
+  std::vector<std::uint32_t> heads_;   ///< index of the newest entry of each slot
+  std::vector<std::string> synonyms_;  ///< kept here, so that no entry walks those of its point
+  /// By bucket, for points with synonyms in it: index of the point's newest entry.
+  std::array<std::unordered_map<const Point*, std::uint32_t>, NameBuckets> newest_;
 };
 
 /// One document: everything that a map file describes.

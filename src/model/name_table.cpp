@@ -2,10 +2,12 @@
 #include "model/map.h"
 #include "model/point_names.h"
 
+#include <algorithm>
+
 namespace orvane {
 
-// A table of chains. The chain of a slot runs from its newest entry to its oldest, so that the
-// first match met is the newest, as it would be in a bucket of `Map::pointHash`.
+// A table of chains. Most names are borne by one point; where several points bear one, they are
+// told apart by the order in which a walk over the bucket of `Map::pointHash` would meet them.
 
 namespace {
 
@@ -22,21 +24,28 @@ std::uint32_t HashOf(std::string_view name) {
   return hash;
 }
 
-bool HasSynonym(const Point& point, std::string_view name) {
-  for (const std::string& synonym : point.synonyms) {
-    if (SameName(synonym, name)) return true;
-  }
-  return false;
-}
-
 }  // namespace
 
-void NameTable::Add(Point& point, std::string_view name) {
+void NameTable::Insert(const Entry& entry) {
   if (entries_.size() >= heads_.size()) Grow();
-  const std::uint32_t hash = HashOf(name);
-  std::uint32_t& head = heads_[hash & (heads_.size() - 1)];
-  entries_.push_back({&point, hash, head});
+  std::uint32_t& head = heads_[entry.hash & (heads_.size() - 1)];
+  entries_.push_back(entry);
+  entries_.back().next = head;
   head = static_cast<std::uint32_t>(entries_.size() - 1);
+}
+
+void NameTable::Add(Point& point, std::string_view name) {
+  const std::uint32_t hash = HashOf(name);
+  const auto index = static_cast<std::uint32_t>(entries_.size());
+  auto& newest = newest_[NameBucket(name)];
+  if (SameName(point.name, name)) {
+    Insert({&point, hash, NoEntry, NoEntry});
+    if (const auto found = newest.find(&point); found != newest.end()) found->second = index;
+  } else {
+    Insert({&point, hash, NoEntry, static_cast<std::uint32_t>(synonyms_.size())});
+    synonyms_.emplace_back(name);
+    newest[&point] = index;
+  }
 }
 
 void NameTable::Grow() {
@@ -64,17 +73,45 @@ void NameTable::Remove(const Point& point, std::string_view name) {
   }
 }
 
+bool NameTable::MeansSynonym(const Entry& entry, std::string_view name) const {
+  return entry.synonym != NoEntry && SameName(synonyms_[entry.synonym], name);
+}
+
+/// The higher the newer: where two points bear one name, the one met first in its bucket counts.
+std::uint32_t NameTable::AgeOf(std::uint32_t index, size_t bucket) const {
+  const auto found = newest_[bucket].find(entries_[index].point);
+  return found == newest_[bucket].end() ? index : std::max(index, found->second);
+}
+
 Point* NameTable::Find(std::string_view name) const {
   if (heads_.empty()) return nullptr;
   const std::uint32_t hash = HashOf(name);
-  Point* bySynonym = nullptr;
+  std::uint32_t best = NoEntry;
+  bool bestIsMain = false;
   for (std::uint32_t i = heads_[hash & (heads_.size() - 1)]; i != NoEntry; i = entries_[i].next) {
-    if (entries_[i].hash != hash) continue;
-    Point* point = entries_[i].point;
-    if (SameName(point->name, name)) return point;
-    if (bySynonym == nullptr && HasSynonym(*point, name)) bySynonym = point;
+    const Entry& entry = entries_[i];
+    if (entry.hash != hash) continue;
+    const bool isMain = SameName(entry.point->name, name);
+    if (!isMain && (bestIsMain || !MeansSynonym(entry, name))) continue;
+    if (best != NoEntry && isMain == bestIsMain) {
+      const size_t bucket = NameBucket(name);
+      if (AgeOf(i, bucket) <= AgeOf(best, bucket)) continue;
+    }
+    best = i;
+    bestIsMain = isMain;
   }
-  return bySynonym;
+  return best == NoEntry ? nullptr : entries_[best].point;
+}
+
+bool NameTable::Holds(const Point& point, std::string_view name) const {
+  if (heads_.empty()) return false;
+  const std::uint32_t hash = HashOf(name);
+  for (std::uint32_t i = heads_[hash & (heads_.size() - 1)]; i != NoEntry; i = entries_[i].next) {
+    const Entry& entry = entries_[i];
+    if (entry.hash != hash || entry.point != &point) continue;
+    if (SameName(point.name, name) || MeansSynonym(entry, name)) return true;
+  }
+  return false;
 }
 
 }  // namespace orvane

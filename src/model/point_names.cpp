@@ -25,7 +25,6 @@ void ForEachPart(std::string_view spec, Visit visit) {
 
 /// The point that the parts of a spec already mean, the first found if they mean several.
 Point* FindSpecPoint(const Map& map, std::string_view spec) {
-  if (spec.find('=') == std::string_view::npos) return FindPointByName(map, nullptr, spec);
   Messages& messages = map.workspace->messages;
   Point* found = nullptr;
   ForEachPart(spec, [&](std::string_view part) {
@@ -47,17 +46,31 @@ Point* FindSpecPoint(const Map& map, std::string_view spec) {
   return found;
 }
 
+Point& MakeNamedPoint(Map& map, std::string_view name) {
+  Point& point = MakePoint(map, name);
+  AddPointName(map, point, name);
+  return point;
+}
+
+/// As `PointHasName`. The tables answer at once for a name that they hold, and where they hold all
+/// names of the point its synonyms, of which there may be many, are not walked at all.
+bool BearsName(const Map& map, const Point& point, std::string_view name) {
+  for (const Map* level = &map; level != nullptr; level = level->basis) {
+    if (level->names.Holds(point, name)) return true;
+  }
+  const bool heldHere = point.map == &map && !point.namedAbove;
+  return !heldHere && PointHasName(point, name);
+}
+
 /// Gives the point every part of the spec that it does not bear yet, making it if there is none.
 Point* NameSpecPoint(Map& map, Point* point, std::string_view spec) {
   ForEachPart(spec, [&](std::string_view part) {
     if (point == nullptr) {
-      point = &MakePoint(map, part);
-    } else if (PointHasName(*point, part)) {
-      return;
-    } else {
+      point = &MakeNamedPoint(map, part);
+    } else if (!BearsName(map, *point, part)) {
       point->synonyms.emplace_front(part);
+      AddPointName(map, *point, part);
     }
-    AddPointName(map, *point, part);
   });
   return point;
 }
@@ -112,7 +125,15 @@ Point* FindPointLoosely(const Map& map, std::string_view name) {
 }
 
 void AddPointName(Map& map, Point& point, std::string_view name) {
-  map.pointHash[NameBucket(name)].push_front(&point);
+  const size_t bucket = NameBucket(name);
+  map.pointHash[bucket].push_front(&point);
+  if (point.map != &map) {
+    point.namedAbove = true;
+    // Whoever walks this bucket meets the point here and compares its main name, too.
+    if (NameBucket(point.name) == bucket && !map.names.Holds(point, point.name)) {
+      map.names.Add(point, point.name);
+    }
+  }
   map.names.Add(point, name);
 }
 
@@ -220,9 +241,11 @@ Point* ResolvePointName(Map& map, Trail* trail, std::string_view spec) {
     Point* point = FindPointByName(map, trail, spec);
     return point != nullptr ? point : &MakePoint(map, spec);
   }
-  Point* point = FindSpecPoint(map, spec);
+  const bool isList = spec.find('=') != std::string_view::npos;
+  Point* point = isList ? FindSpecPoint(map, spec) : FindPointByName(map, nullptr, spec);
   if (point != nullptr) point->flags |= PointNamedTwice;
-  return NameSpecPoint(map, point, spec);
+  if (isList) return NameSpecPoint(map, point, spec);
+  return point != nullptr ? point : &MakeNamedPoint(map, spec);
 }
 
 }  // namespace orvane

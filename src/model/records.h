@@ -112,6 +112,7 @@ struct Point {
   int timeOfDay = 0;      ///< time-named point: minutes after midnight
   int duration = 0;       ///< time-named point: minutes
   int sm[3] = {0, 0, 0};  ///< the measures SM1, SM2, SM3; 0 for none
+  bool namedAbove = false;  ///< a map other than its own has entered a name of it
 
   // The solver's working fields; never saved, and read by the solver alone.
   Link* links = nullptr;            ///< shots of some length, newest first; good for one solve

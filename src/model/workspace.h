@@ -28,6 +28,8 @@ struct ReadingState {
   Point* lastPoint = nullptr;          ///< the point of the previous point line
   bool warnedOnce = false;             ///< gates the messages that are told once a file
   std::vector<std::string> openFiles;  ///< files being read, outermost first
+  int depth = 0;                       ///< texts being read, one in the middle of the other
+  int filesNamed = 0;                  ///< by includes and bases, since the outermost text began
 };
 
 /// What is process-wide by its nature. Made once by the program and handed down; a test makes its
@@ -42,6 +44,7 @@ struct Workspace {
   double lastLongitude = 0;     ///< leaves out its degrees takes
   ReadingState reading;
   std::uint64_t solverWalks = 0;      ///< walks that the solver has made so far, over all maps
+  unsigned rangeRowsMade = 0;  ///< rows of range panes made so far; their shadings take turns
   std::function<PackedDate()> today;  ///< the date that a save writes; the local clock if empty
 };
 

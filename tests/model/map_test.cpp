@@ -1,0 +1,111 @@
+#include "model/map.h"
+
+#include "model/workspace.h"
+
+#include <gtest/gtest.h>
+#include <vector>
+
+namespace orvane {
+namespace {
+
+struct MapTest : testing::Test {
+  RecordedMessages messages;
+  Workspace workspace{messages};
+};
+
+TEST_F(MapTest, NewMapIsEmptyAndHoldsItsName) {
+  const Map& map = MakeMap(workspace, "site/Main.map");
+  EXPECT_EQ(map.fileName, "site/Main.map");
+  EXPECT_EQ(map.workspace, &workspace);
+  EXPECT_EQ(map.basis, nullptr);
+  EXPECT_EQ(map.origin, nullptr);
+  EXPECT_EQ(map.magneticDeviation, 0);
+  EXPECT_EQ(map.flags, 0U);
+  EXPECT_EQ(map.date, 0);
+  EXPECT_EQ(map.contourEnabled, 0);
+  EXPECT_EQ(map.contourInterval, 0);
+  for (const auto& name : map.smName) EXPECT_FALSE(name.has_value());
+  EXPECT_TRUE(map.trails.empty());
+  EXPECT_TRUE(map.loosePoints.empty());
+  EXPECT_TRUE(map.namelessPoints.empty());
+  EXPECT_TRUE(map.comments.empty());
+  EXPECT_TRUE(map.credits.empty());
+}
+
+TEST_F(MapTest, NewestMapStandsFirst) {
+  Map& first = MakeMap(workspace, "a.map");
+  Map& second = MakeMap(workspace, "b.map");
+  EXPECT_EQ(&workspace.maps.front(), &second);
+  EXPECT_EQ(&*std::next(workspace.maps.begin()), &first);
+}
+
+TEST_F(MapTest, FindsAMapWithoutRegardToCase) {
+  Map& map = MakeMap(workspace, "Site/Main.map");
+  MakeMap(workspace, "Other.map");
+  EXPECT_EQ(FindMap(workspace, "site/MAIN.MAP"), &map);
+  EXPECT_EQ(FindMap(workspace, "Main.map"), nullptr);
+  EXPECT_EQ(FindMap(workspace, "site/Main.ma"), nullptr);
+}
+
+TEST_F(MapTest, FindsTheNewestOfTwoMapsOfOneName) {
+  MakeMap(workspace, "Untitled");
+  Map& second = MakeMap(workspace, "Untitled");
+  EXPECT_EQ(FindMap(workspace, "untitled"), &second);
+}
+
+TEST_F(MapTest, NewPointHasNoAltitudeAndEntersNoList) {
+  Map& map = MakeMap(workspace, "a.map");
+  const Point& point = MakePoint(map, "Camp");
+  EXPECT_EQ(point.name, "Camp");
+  EXPECT_EQ(point.map, &map);
+  EXPECT_EQ(point.trail, nullptr);
+  EXPECT_EQ(point.geo.altitude, -9999.0F);
+  EXPECT_EQ(point.projected.altitude, -9999.0F);
+  EXPECT_EQ(point.flags, 0U);
+  EXPECT_FALSE(point.note.has_value());
+  EXPECT_TRUE(map.loosePoints.empty());
+  EXPECT_TRUE(map.namelessPoints.empty());
+  for (const auto& bucket : map.pointHash) EXPECT_TRUE(bucket.empty());
+}
+
+TEST_F(MapTest, PointsNeverMove) {
+  Map& map = MakeMap(workspace, "a.map");
+  const Point* first = &MakePoint(map, "first");
+  for (int i = 0; i < 10000; ++i) MakePoint(map, "more");
+  EXPECT_EQ(first, &map.pointStore.front());
+  EXPECT_EQ(first->name, "first");
+}
+
+TEST_F(MapTest, NewRecordsHoldTheirDefaults) {
+  const Measurement reading;
+  EXPECT_EQ(reading.altitude, -9999.0F);
+  EXPECT_EQ(reading.position.altitude, -9999.0F);
+  EXPECT_EQ(reading.count, 1);
+  const Trail trail;
+  EXPECT_EQ(trail.groupSize, 1);
+  EXPECT_EQ(trail.color, -1);
+  EXPECT_EQ(trail.date, 0);
+  const Grid grid;
+  EXPECT_EQ(grid.rowStyle, GridLettersUpper);
+  EXPECT_EQ(grid.columnStyle, GridDecimal);
+}
+
+TEST_F(MapTest, WalkMeetsTrailsThenLooseThenNamelessPoints) {
+  Map& map = MakeMap(workspace, "a.map");
+  Point& a = MakePoint(map, "a");
+  Point& b = MakePoint(map, "b");
+  Point& loose = MakePoint(map, "loose");
+  Point& nameless = MakePoint(map, "");
+  Point& contour = MakePoint(map, "");
+  map.trails.emplace_front().points = {&b};
+  map.trails.emplace_front().points = {&a, &b, &a};
+  map.contourTrails.emplace_front().points = {&contour};
+  map.loosePoints.push_front(&loose);
+  map.namelessPoints.push_front(&nameless);
+  std::vector<const Point*> met;
+  ForEachPoint(map, [&](const Point& point) { met.push_back(&point); });
+  EXPECT_EQ(met, (std::vector<const Point*>{&a, &b, &a, &b, &loose, &nameless}));
+}
+
+}  // namespace
+}  // namespace orvane
