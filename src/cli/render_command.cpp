@@ -6,6 +6,7 @@
 #include "view/fit_to_map.h"
 #include "view/map_window.h"
 #include "view/panel_rows.h"
+#include "view/range_rows.h"
 #include "view/view_transform.h"
 
 namespace orvane {
@@ -25,6 +26,7 @@ int RenderCommand(Map& map, LineMessages& messages, const RenderRequest& request
   MapWindow view;
   view.map = &map;
   BuildTrailRows(view);
+  BuildRangeRows(view);
   SizeView(view, request.width, request.height);
   if (request.rotate != 0) Rotate(view, request.rotate);
   if (request.fit) FitToMap(view);

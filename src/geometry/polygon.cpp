@@ -167,6 +167,7 @@ Poly IntersectPolygons(ScratchPoints& scratch, PointSpan a, PointSpan b, double 
     vertex.point->geo =
         MetersToLatLon(vertex.place.north + DegreesToMeters(lat0), vertex.place.east);
     vertex.point->geo.lon += lon0;
+    vertex.point->flags |= PointPlaced;
   }
   return PolyOf(grown);
 }

@@ -1,5 +1,6 @@
 #include "view/draw_map.h"
 
+#include "view/draw_ranges.h"
 #include "view/fills.h"
 #include "view/grid_shades.h"
 #include "view/grids.h"
@@ -49,6 +50,7 @@ void DrawMap(MapWindow& view, const PixelRect& update) {
   view.target->SetFont(CanvasFont::Label);
   const std::vector<ShownTrail> shown = ShownTrails(view);
   DrawFilledTrails(view, shown);
+  DrawRanges(view, BoxOfUpdate(view, update));
   DrawGrids(view);
   DrawGridShades(view);
   DrawTrails(view, shown);

@@ -12,8 +12,7 @@
 
 namespace orvane {
 
-/// Bits of `MapWindow::flags`. The form of angles, which other programs of this kind keep among
-/// them, is the field `coordinateDisplay`.
+/// Bits of `MapWindow::flags`. The form of angles has a field of its own, `coordinateDisplay`.
 enum MapWindowFlag : std::uint32_t {
   MapWindowPlaced = 1,         ///< the view has its first place
   MapWindowInfoShown = 2,      ///< the info panel is shown

@@ -21,44 +21,53 @@ constexpr Color DarkOlive = 0x202000;
 constexpr Color Blue = 0x0000FF;
 
 /// The rows of a tree while it is built, by level and folded text, so that a map of many trails
-/// need not walk a level for each of them. A level is sorted by text, so the next entry of the
-/// same level is the row before which a new one goes.
+/// need not walk a level for each of them. Rows of equal text stand in the order of their making.
 class RowIndex {
  public:
-  /// \return the row with that text, or null with `next` at the place for a new one
-  TrailPanelRow* Find(TrailRows& rows, const std::string& folded, TrailRows::iterator& next) {
-    const auto found = rows_.lower_bound({&rows, folded});
-    const bool sameLevel = found != rows_.end() && found->first.first == &rows;
-    if (sameLevel && found->first.second == folded) return &*found->second;
-    next = sameLevel ? found->second : rows.end();
-    return nullptr;
+  /// \return the first row with that text, or null
+  TrailPanelRow* Find(TrailRows& rows, const std::string& folded) const {
+    const auto found = rows_.find({&rows, folded});
+    return found == rows_.end() ? nullptr : &*found->second;
   }
-  void Add(TrailRows& rows, std::string folded, TrailRows::iterator row) {
-    rows_.emplace(std::pair(&rows, std::move(folded)), row);
+  /// Puts a row behind those of a smaller or equal text.
+  TrailPanelRow& Insert(TrailRows& rows, std::string folded, TrailPanelRow row) {
+    const Key key(&rows, std::move(folded));
+    const auto next = rows_.upper_bound(key);
+    const bool sameLevel = next != rows_.end() && next->first.first == &rows;
+    const auto made = rows.insert(sameLevel ? next->second : rows.end(), std::move(row));
+    rows_.emplace_hint(next, key, made);
+    return *made;
   }
 
  private:
-  std::map<std::pair<const TrailRows*, std::string>, TrailRows::iterator> rows_;
+  using Key = std::pair<const TrailRows*, std::string>;
+  std::multimap<Key, TrailRows::iterator> rows_;
 };
 
-TrailPanelRow& RowThroughIndex(RowIndex& index, TrailRows& rows, const TrailPanelRow* parent,
-                               std::string_view text, Trail* trail, const Trail* sample) {
-  std::string folded = FoldedText(text);
-  TrailRows::iterator next;
-  if (TrailPanelRow* row = index.Find(rows, folded, next)) return *row;
-  const auto made = rows.insert(next, MakeTrailRow(parent, text, trail, sample));
-  index.Add(rows, std::move(folded), made);
-  return *made;
+/// Puts a row behind those of a smaller or equal text, before the row "New".
+TrailPanelRow& InsertRow(TrailRows& rows, TrailPanelRow row) {
+  const auto place = std::find_if(rows.begin(), rows.end(), [&](const TrailPanelRow& there) {
+    return there.fixed || CompareNames(there.text, row.text) > 0;
+  });
+  return *rows.insert(place, std::move(row));
 }
 
 /// Finds or makes rows, through an index where there is one.
 struct RowMaker {
   RowIndex* index = nullptr;
 
-  TrailPanelRow& Row(TrailRows& rows, const TrailPanelRow* parent, std::string_view text,
-                     Trail* trail, const Trail* sample) const {
-    return index != nullptr ? RowThroughIndex(*index, rows, parent, text, trail, sample)
-                            : RowForText(rows, parent, text, trail, sample);
+  TrailPanelRow& Group(TrailRows& rows, const TrailPanelRow* parent, std::string_view text,
+                       const Trail* sample) const {
+    if (index == nullptr) return RowForText(rows, parent, text, sample);
+    if (TrailPanelRow* row = index->Find(rows, FoldedText(text))) return *row;
+    return index->Insert(rows, FoldedText(text), MakeTrailRow(parent, text, nullptr, sample));
+  }
+
+  /// Every trail has a row of its own, so that no follow is hidden by another of the same day.
+  TrailPanelRow& Leaf(TrailPanelRow& group, const std::string& text, Trail& trail) const {
+    TrailPanelRow row = MakeTrailRow(&group, text, &trail, nullptr);
+    return index == nullptr ? InsertRow(group.children, std::move(row))
+                            : index->Insert(group.children, FoldedText(text), std::move(row));
   }
 };
 
@@ -71,12 +80,12 @@ std::string TextOfTrail(const Trail& trail) {
 
 TrailPanelRow& AddBelowType(const RowMaker& maker, TrailRows& rows, const TrailPanelRow* parent,
                             Trail& trail) {
-  TrailPanelRow& group = maker.Row(rows, parent, trail.type, nullptr, &trail);
-  return maker.Row(group.children, &group, TextOfTrail(trail), &trail, nullptr);
+  TrailPanelRow& group = maker.Group(rows, parent, trail.type, &trail);
+  return maker.Leaf(group, TextOfTrail(trail), trail);
 }
 
 TrailPanelRow& ContoursRow(const RowMaker& maker, MapWindow& view) {
-  return maker.Row(view.trailViews, nullptr, ContoursText, nullptr, nullptr);
+  return maker.Group(view.trailViews, nullptr, ContoursText, nullptr);
 }
 
 void AddRowsOfMap(const RowMaker& maker, MapWindow& view, Map& map) {
@@ -151,14 +160,11 @@ TrailPanelRow& AddContourRow(MapWindow& view, Trail& trail) {
 }
 
 TrailPanelRow& RowForText(std::list<TrailPanelRow>& rows, const TrailPanelRow* parent,
-                          std::string_view text, Trail* trail, const Trail* sample) {
-  auto place = rows.begin();
-  for (auto row = rows.begin(); row != rows.end() && !row->fixed; ++row) {
-    const int order = CompareNames(row->text, text);
-    if (order == 0) return *row;
-    if (order < 0) place = std::next(row);
+                          std::string_view text, const Trail* sample) {
+  for (TrailPanelRow& row : rows) {
+    if (!row.fixed && SameName(row.text, text)) return row;
   }
-  return *rows.insert(place, MakeTrailRow(parent, text, trail, sample));
+  return InsertRow(rows, MakeTrailRow(parent, text, nullptr, sample));
 }
 
 TrailPanelRow MakeTrailRow(const TrailPanelRow* parent, std::string_view text, Trail* trail,

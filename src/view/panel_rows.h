@@ -69,26 +69,26 @@ std::vector<TrailPanelRow*> TrailRowsInOrder(std::list<TrailPanelRow>& rows);
 /// What was open, selected and visible is lost.
 void BuildTrailRows(MapWindow& view);
 
-/// Adds the row of one trail in its sorted place, in the group of its type, which is made if there
-/// is none.
+/// Adds the row of one trail in the group of its type, which is made if there is none, behind the
+/// rows of a smaller or equal text.
 /// \return the row; good until the rows are built anew
 TrailPanelRow& AddTrailRow(MapWindow& view, Trail& trail);
 
 /// Adds the row of a contour trail below the group "Contours", in a group of its type.
 TrailPanelRow& AddContourRow(MapWindow& view, Trail& trail);
 
-/// The row for a text on one level; made if there is none with that text, in any case of letters.
+/// The row of a group on one level; made if there is none with that text, in any case of letters.
 /// A new row goes behind the last row with a smaller text, so each level stays sorted, and before
 /// the row "New".
 /// \param rows    the level: `MapWindow::trailViews`, or the children of `parent`
 /// \param parent  the row above, or null on the top level
-/// \param trail   the trail that the row stands for, or null for a group
 /// \param sample  the trail for which a group is made, or null
 TrailPanelRow& RowForText(std::list<TrailPanelRow>& rows, const TrailPanelRow* parent,
-                          std::string_view text, Trail* trail, const Trail* sample);
+                          std::string_view text, const Trail* sample);
 
 /// The look of a new row: that of its parent, or by the type that the text of a group names; then
-/// what the trail or, without one, the sample says itself. Parameters as for `RowForText`.
+/// what the trail or, without one, the sample says itself.
+/// \param trail  the trail that the row stands for, or null for a group
 TrailPanelRow MakeTrailRow(const TrailPanelRow* parent, std::string_view text, Trail* trail,
                            const Trail* sample);
 

@@ -1,0 +1,239 @@
+#include "view/draw_ranges.h"
+
+#include "geo/earth.h"
+#include "view/canvas.h"
+#include "view/fills.h"
+#include "view/labels.h"
+#include "view/panel_rows.h"
+#include "view/view_transform.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace orvane {
+
+namespace {
+
+bool Meets(const GeoBounds& bounds, const GeoBounds& box) {
+  return bounds.minLat <= box.maxLat && box.minLat <= bounds.maxLat &&
+         bounds.minLon <= box.maxLon && box.minLon <= bounds.maxLon;
+}
+
+bool ShowsRange(const RangePanelRow& row, const GeoBounds& box) {
+  return row.visible && row.range != nullptr && row.range->hasBounds && Meets(*row.range, box);
+}
+
+int PatternOf(const RangePanelRow& row) {
+  return row.drawMode == RangeDrawHash ? row.shading : FillNone;
+}
+
+// --- Cells ----------------------------------------------------------------------------------
+
+/// The shade of a cell that holds a percentage of the whole, on screen and on paper.
+Color ShadeOf(long percent, bool print) {
+  static constexpr std::array<Color, 5> screen = {0xB0B0B0, 0xA0A0A0, 0x808080, 0x606060, 0x404040};
+  static constexpr std::array<Color, 5> paper = {0xF0F0F0, 0xE0E0E0, 0xC0C0C0, 0x808080, 0x404040};
+  const auto index = static_cast<size_t>(std::clamp(percent, 0L, 4L));
+  return print ? paper[index] : screen[index];
+}
+
+/// What a mode of drawing shows of a cell.
+std::int64_t ShownValue(const CellTally& tally, int drawMode) {
+  if (drawMode == RangeDrawCoreGrid) return tally.minutes;
+  return tally.measure[drawMode - RangeDrawSm1];
+}
+
+std::vector<Pixel> CornersOf(const MapWindow& view, const Grid& grid, const RangeCell& cell) {
+  static constexpr int RowSteps[] = {1, 1, 0, 0};
+  static constexpr int ColumnSteps[] = {0, 1, 1, 0};
+  std::vector<Pixel> corners;
+  for (size_t i = 0; i < 4; ++i) {
+    LatLon place = grid.corner->geo;
+    const double north = (1.0 * cell.row + RowSteps[i]) * grid.cellSize;
+    const double east = (1.0 * cell.column + ColumnSteps[i]) * grid.cellSize;
+    if (grid.angle != 0) {
+      AddMetersRotated(place, north, east, grid.angle);
+    } else {
+      AddMeters(place, north, east);
+    }
+    corners.push_back(MapToScreen(view, place));
+  }
+  return corners;
+}
+
+/// Moves each corner by a pixel towards the middle, along both axes.
+void InsetByPixel(std::vector<Pixel>& corners) {
+  Pixel middle;
+  for (const Pixel& corner : corners) {
+    middle.x += corner.x;
+    middle.y += corner.y;
+  }
+  const auto count = static_cast<int>(corners.size());
+  const auto step = [](int value, int center) {
+    return value < center ? 1 : value > center ? -1 : 0;
+  };
+  for (Pixel& corner : corners) {
+    corner.x += step(corner.x * count, middle.x);
+    corner.y += step(corner.y * count, middle.y);
+  }
+}
+
+void DrawCellShades(const MapWindow& view, const Range& range, int drawMode) {
+  constexpr int narrowestCell = 3;  // pixels
+  std::int64_t total = 0;
+  for (const RangeCell& cell : range.cells) total += ShownValue(cell.tally, drawMode);
+  if (total <= 0 || (range.grid->corner->flags & PointPlaced) == 0) return;
+  if (range.grid->cellSize * static_cast<double>(view.scale) < narrowestCell) return;
+  for (const RangeCell& cell : range.cells) {
+    const std::int64_t value = ShownValue(cell.tally, drawMode);
+    if (value == 0) continue;
+    const long percent = (total / 2 + value * 100) / total;
+    const Color color = ShadeOf(percent, IsPrint(view));
+    std::vector<Pixel> corners = CornersOf(view, *range.grid, cell);
+    InsetByPixel(corners);
+    view.target->SetPen({0, PenPattern::Hollow, color});
+    view.target->SetBrush({true, color});
+    view.target->DrawPolygon(corners);
+  }
+}
+
+/// The colour of a level of clusters: the fewer percent, the nearer to the background.
+Color FadedColor(Color color, Color background, int level) {
+  Color faded = 0;
+  for (int shift = 0; shift <= 16; shift += 8) {
+    constexpr Color channel = 0xFF;
+    const Color strong = (color >> shift) & channel;
+    const Color weak = (background >> shift) & channel;
+    faded |= ((strong * level + weak * (ClusterLevels - level)) / ClusterLevels) << shift;
+  }
+  return faded;
+}
+
+void DrawClusterContours(const MapWindow& view, const RangePanelRow& row) {
+  if (row.range->clusters == nullptr) return;
+  for (int level = ClusterLevels - 1; level >= 1; --level) {
+    const int bit = ClusterLevels - 1 - level;
+    if (((row.clusterMask >> static_cast<unsigned>(bit)) & 1U) == 0) continue;
+    const Color color = FadedColor(DrawnColor(row.color), view.background, level);
+    for (const Cluster& cluster : row.range->clusters->clusters) {
+      const auto index = static_cast<size_t>(level);
+      if (cluster.area[index] > 0) DrawPolygonFill(view, cluster.hull[index], FillNone, color);
+    }
+  }
+}
+
+void DrawRangeCells(const MapWindow& view, const RangePanelRow& row) {
+  if (row.drawMode >= RangeDrawCoreGrid && row.drawMode <= RangeDrawSm3 &&
+      row.range->grid != nullptr) {
+    DrawCellShades(view, *row.range, row.drawMode);
+  }
+  DrawClusterContours(view, row);
+}
+
+// --- Overlaps -------------------------------------------------------------------------------
+
+const RangePanelRow* RowOf(const MapWindow& view, const Range* range) {
+  for (const RangePanelRow& row : view.rangeViews) {
+    if (row.range == range) return &row;
+  }
+  return nullptr;
+}
+
+/// Overlaps take the look of the first of two visible ranges; an overlap whose own row is visible
+/// lies above that, in its own look.
+void DrawOverlaps(const MapWindow& view, const GeoBounds& box) {
+  for (const RangeIntersection& record : view.map->intersections) {
+    if (!Meets(record, box)) continue;
+    const RangePanelRow* a = RowOf(view, record.a.range);
+    const RangePanelRow* b = RowOf(view, record.b.range);
+    if (a == nullptr || b == nullptr || !a->visible || !b->visible) continue;
+    if (PatternOf(*a) != FillNone) DrawPolygonFill(view, record.polygon, PatternOf(*a), a->color);
+  }
+  for (const RangePanelRow& row : view.rangeViews) {
+    if (!row.visible || row.intersection == nullptr || !Meets(*row.intersection, box)) continue;
+    DrawPolygonFill(view, row.intersection->polygon, PatternOf(row), row.color);
+  }
+}
+
+// --- Outlines -------------------------------------------------------------------------------
+
+void DrawRangeName(const MapWindow& view, const RangePanelRow& row) {
+  constexpr double metersPerDegree = 60.0 * 1852.0;
+  constexpr double smallestNamed = 40;  // pixels
+  const Range& range = *row.range;
+  const double span = (range.maxLat - range.minLat) + (range.maxLon - range.minLon);
+  if (!range.name || !(span * metersPerDegree * static_cast<double>(view.scale) >= smallestNamed)) {
+    return;
+  }
+  Canvas& canvas = *view.target;
+  const Pixel middle = MapToScreen(
+      view, {(range.minLat + range.maxLat) / 2, (range.minLon + range.maxLon) / 2, NoAltitude});
+  const int width = canvas.TextWidth(*range.name);
+  const Pixel at{middle.x - width / 2, middle.y + view.labelAscent / 2};
+  if (IsPrint(view)) {
+    const PixelRect clip = canvas.Clip();
+    const PixelRect box{at.x, at.y - view.labelAscent, at.x + width,
+                        at.y - view.labelAscent + view.labelHeight};
+    canvas.SetClip({std::max(clip.left, box.left), std::max(clip.top, box.top),
+                    std::min(clip.right, box.right), std::min(clip.bottom, box.bottom)});
+    canvas.Clear(view.background);
+    canvas.SetClip(clip);
+  }
+  canvas.SetForeColor(DrawnColor(row.color));
+  canvas.DrawText(at, *range.name);
+}
+
+void DrawRangeOutline(const MapWindow& view, const RangePanelRow& row) {
+  if ((row.clusterMask & 1U) != 0 || row.drawMode == RangeDrawHash) {
+    DrawPolygonFill(view, row.range->hull, PatternOf(row), row.color);
+  }
+  DrawRangeName(view, row);
+}
+
+/// Marks the points of a range that hold a measure which its row shows.
+void DrawMeasuredPoints(MapWindow& view, const RangePanelRow& row) {
+  MarkLook look;
+  look.shape = MarkCircle;
+  look.thickness = 1;
+  look.color = row.color;
+  look.letterWidth = LetterWidth(view);
+  LabelBoxes boxes;
+  for (int k = 0; k < 3; ++k) {
+    if (row.showSm[k]) {
+      DrawTrailPoints(view, row.range->points, PointModeSm1 + k, look, boxes);
+    }
+  }
+}
+
+}  // namespace
+
+GeoBounds BoxOfUpdate(const MapWindow& view, const PixelRect& update) {
+  GeoBounds box;
+  bool first = true;
+  for (const int x : {update.left, update.right}) {
+    for (const int y : {update.top, update.bottom}) {
+      const LatLon place = ScreenToMap(view, {x, y});
+      box.minLat = first ? place.lat : std::min(box.minLat, place.lat);
+      box.maxLat = first ? place.lat : std::max(box.maxLat, place.lat);
+      box.minLon = first ? place.lon : std::min(box.minLon, place.lon);
+      box.maxLon = first ? place.lon : std::max(box.maxLon, place.lon);
+      first = false;
+    }
+  }
+  return box;
+}
+
+void DrawRanges(MapWindow& view, const GeoBounds& box) {
+  for (const RangePanelRow& row : view.rangeViews) {
+    if (ShowsRange(row, box)) DrawRangeCells(view, row);
+  }
+  DrawOverlaps(view, box);
+  for (const RangePanelRow& row : view.rangeViews) {
+    if (!ShowsRange(row, box)) continue;
+    DrawRangeOutline(view, row);
+    DrawMeasuredPoints(view, row);
+  }
+}
+
+}  // namespace orvane
