@@ -2,6 +2,7 @@
 
 #include "base/messages.h"
 #include "geometry/poly.h"
+#include "model/records.h"
 
 #include <memory>
 #include <optional>
@@ -9,14 +10,27 @@
 
 namespace orvane {
 
-/// Groups the locations of a range into clusters, with the hull and area of each at twenty levels.
-/// \param points  with repetitions; their `projected` is overwritten
-/// \return null for an empty list and for points without an extent in north or east
+/// Groups the locations of a range into clusters, by single linkage: pairs of locations are taken
+/// up in order of their distance; the two shortest free ones that meet seed a cluster, and each
+/// further event (a location joins, a cluster is seeded, two clusters merge) is one step. Clusters
+/// whose hulls come to overlap merge at once. Level i shows the clusters as they stood when
+/// (i + 1) * 5 % of all steps were made.
+///
+/// Equal distances are taken in a fixed order that follows from the order of `points` and from
+/// where they lie, so the same list always gives the same tree. Time is about n log n in the
+/// number of distinct locations, memory is linear.
+/// \param points    with repetitions; a location with three or more is a cluster by itself. Their
+///                  `projected` is overwritten and left in several planes
+/// \param messages  "That range is too complex to be analyzed" if the memory does not suffice
+/// \return null for an empty list, for points whose extent north or east is below a thousandth of
+///         a millimetre, and for places that are no numbers or lie 1e16 m apart
 std::unique_ptr<ClusterTree> ClusterPoints(PointSpan points, Messages& messages);
 
-/// "%3d%% area: ", the area of all clusters of a level, and their number.
-/// \param pad  fills up with blanks, so that the numbers of all lines stand below each other
-/// \return nothing if their areas sum to 0
+/// One line on the clusters of a range at one level, such as "  5% area: 1.2ha clusters: 2".
+/// \param level  0 to 19
+/// \param pad    fills up the area to 19 characters, so that the numbers of all lines stand below
+///               each other
+/// \return nothing if the areas sum to 0 or there are no clusters
 std::optional<std::string> ClusterLevelLine(const Range& range, int level, bool pad);
 
 }  // namespace orvane

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "ranges/clusters_forest.h"
+#include "ranges/clusters_index.h"
+#include "ranges/clusters_locations.h"
+
+namespace orvane {
+
+/// Takes up all pairs of locations in their order until everything is in one tree.
+/// \param locations  all free; at least 2
+/// \param index, sets, forest  of these locations, nothing made in them yet
+void GrowClusters(const ClusterLocations& locations, const LocationIndex& index,
+                  const ClusterSets& sets, ClusterForest& forest);
+
+}  // namespace orvane
