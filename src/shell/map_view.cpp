@@ -64,6 +64,12 @@ void MapView::FitToWidget() {
   const double ratio = devicePixelRatioF();
   const int columns = static_cast<int>(std::ceil(width() * ratio));
   const int rows = static_cast<int>(std::ceil(height() * ratio));
+  if (ratio != pixelRatio_) {
+    // On a screen of finer pixels the map keeps its size in the hand.
+    view_.scale = static_cast<float>(double{view_.scale} * ratio / pixelRatio_);
+    pixelRatio_ = ratio;
+    bufferOld_ = true;
+  }
   const double pixelsPerInch = logicalDpiY() * ratio;
   if (!fonts_ || fonts_->PixelsPerInch() != pixelsPerInch) {
     fonts_ = std::make_unique<CanvasFonts>(pixelsPerInch);
