@@ -1,0 +1,19 @@
+#pragma once
+
+#include "ranges/report_lines.h"
+#include "view/panel_rows.h"
+
+#include <string>
+#include <vector>
+
+namespace orvane {
+
+/// The report on rows of the range pane as text: for each its name, indented by two tabs, the lines
+/// of its figures and an empty line. A range has the lines of its report, an overlap those of its
+/// tip. Rows that hold neither are left out.
+/// \param rows   in the order in which they shall stand
+/// \param names  the measures of the map
+std::string RangeStatsText(const std::vector<const RangePanelRow*>& rows,
+                           const MeasureNames& names);
+
+}  // namespace orvane
