@@ -1,12 +1,15 @@
 #include "cli/commands.h"
 #include "cli/exit_status.h"
 #include "cli/line_messages.h"
+#include "cli/reports_command.h"
 #include "mapfile/open_map.h"
 #include "model/workspace.h"
 
 #include <CLI/CLI.hpp>
 #include <cstdio>
 #include <functional>
+#include <map>
+#include <memory>
 #include <string>
 #include <vector>
 #ifdef ORVANE_WITH_QT
@@ -91,6 +94,53 @@ void AddCheck(CommandLine& line) {
   });
 }
 
+void AddTrails(CommandLine& line) {
+  auto names = std::make_shared<std::vector<std::string>>();
+  CLI::App* command = AddMapCommand(line, "trails", "Print the Trail Summary");
+  command->add_option("--trail", *names, "a trail to list; all if none is given")
+      ->type_name("NAME")
+      ->allow_extra_args(false);
+  command->callback([&line, names] {
+    line.work = [names](Map& map, LineMessages& messages) {
+      return TrailsCommand(map, messages, *names);
+    };
+  });
+}
+
+void AddIndex(CommandLine& line) {
+  auto display = std::make_shared<CoordinateDisplay>(CoordinateDisplay::Minutes);
+  static const std::map<std::string, CoordinateDisplay> formats = {
+      {"degrees", CoordinateDisplay::Degrees},
+      {"minutes", CoordinateDisplay::Minutes},
+      {"seconds", CoordinateDisplay::Seconds}};
+  CLI::App* command = AddMapCommand(line, "index", "Print the Point Index");
+  command
+      ->add_option_function<std::string>(
+          "--format", [display](const std::string& name) { *display = formats.at(name); },
+          "the form of angles; minutes if not given")
+      ->type_name("degrees|minutes|seconds")
+      ->check(CLI::IsMember({"degrees", "minutes", "seconds"}));
+  command->callback([&line, display] {
+    line.work = [display](Map& map, LineMessages& messages) {
+      (void)messages;
+      return IndexCommand(map, *display);
+    };
+  });
+}
+
+void AddRanges(CommandLine& line) {
+  auto names = std::make_shared<std::vector<std::string>>();
+  CLI::App* command = AddMapCommand(line, "ranges", "Print the figures of ranges and overlaps");
+  command->add_option("--range", *names, "a range or an overlap to report; all if none is given")
+      ->type_name("NAME")
+      ->allow_extra_args(false);
+  command->callback([&line, names] {
+    line.work = [names](Map& map, LineMessages& messages) {
+      return RangesCommand(map, messages, *names);
+    };
+  });
+}
+
 #ifdef ORVANE_WITH_QT
 /// Reads "1024x768". \return an empty text, or what is wrong
 std::string ReadSize(const std::string& text, RenderRequest& request) {
@@ -151,6 +201,9 @@ void AddCommands(CommandLine& line) {
   AddSave(line);
   AddLocate(line);
   AddCheck(line);
+  AddTrails(line);
+  AddIndex(line);
+  AddRanges(line);
 #ifdef ORVANE_WITH_QT
   AddRender(line);
 #endif

@@ -2,6 +2,7 @@
 
 #include "base/files.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdio>
 
@@ -49,6 +50,17 @@ std::string ToUtf8(std::string_view text) {
       utf8 += static_cast<char>(0xC0U | (code >> 6U));
       utf8 += static_cast<char>(0x80U | (code & 0x3FU));
     }
+  }
+  return utf8;
+}
+
+std::string FieldsToUtf8(std::string_view text) {
+  std::string utf8;
+  while (!text.empty()) {
+    const size_t end = std::min(text.find_first_of("\t\n"), text.size());
+    utf8 += ToUtf8(text.substr(0, end));
+    if (end < text.size()) utf8 += text[end];
+    text.remove_prefix(std::min(end + 1, text.size()));
   }
   return utf8;
 }

@@ -12,6 +12,10 @@ bool IsValidUtf8(std::string_view text);
 /// other read as Latin-1, in UTF-8
 std::string ToUtf8(std::string_view text);
 
+/// A report holds texts of several sources, each in an encoding of its own. \return each field,
+/// between tabs and line ends, as `ToUtf8` gives it
+std::string FieldsToUtf8(std::string_view text);
+
 /// Writes `text` to the file `path`, or to standard output if it is "-".
 /// \return false if that failed
 bool WriteOutput(const std::string& path, std::string_view text);
