@@ -109,7 +109,7 @@ class LabelPlace {
     } else if (site_.next && !site_.last) {
       if (IsFlatBetween(*site_.next, site_.pixel)) {
         StandBehind();
-      } else if (site_.next->x > site_.pixel.x) {
+      } else if (IsFlatBetween(site_.pixel, *site_.next)) {
         StandBefore();
       }
     }

@@ -108,9 +108,17 @@ TEST(PlaceLabel, TheFirstLabelStandsAwayFromTheNextPoint) {
   site.next = Pixel{50, 100};
   ExpectAt(site, 4, 4);
   ExpectAt(site, 4, 4, 5);
-  site.next = Pixel{101, 400};  // anywhere to the right
+  site.next = Pixel{150, 100};
   ExpectAt(site, -18 - 4, 4);
-  site.next = Pixel{100, 400};
+  site.next = Pixel{150, 124};
+  ExpectAt(site, -18 - 4, 4);
+  site.next = Pixel{150, 76};
+  ExpectAt(site, -18 - 4, 4);
+  site.next = Pixel{150, 125};  // exactly twice as far right as down: neither
+  ExpectAt(site, 4, 4);
+  site.next = Pixel{150, 75};
+  ExpectAt(site, 4, 4);
+  site.next = Pixel{101, 400};  // steeply to the right
   ExpectAt(site, 4, 4);
   site.next = Pixel{90, 400};  // steeply to the left
   ExpectAt(site, 4, 4);
