@@ -66,7 +66,7 @@ void MapView::FitToWidget() {
   const int rows = static_cast<int>(std::ceil(height() * ratio));
   if (ratio != pixelRatio_) {
     // On a screen of finer pixels the map keeps its size in the hand.
-    view_.scale = static_cast<float>(double{view_.scale} * ratio / pixelRatio_);
+    view_.scale = static_cast<float>(static_cast<double>(view_.scale) * ratio / pixelRatio_);
     pixelRatio_ = ratio;
     bufferOld_ = true;
   }
