@@ -32,7 +32,7 @@ std::unique_ptr<ClusterTree> TreeOf(const ClusterForest& forest) {
   tree->steps = forest.Steps();
   tree->clusters.resize(forest.Clusters().size());
   for (size_t i = 0; i < tree->clusters.size(); ++i) {
-    const GrowingCluster& grown = forest.Clusters()[i];
+    const ClusterLinks& grown = forest.Clusters()[i];
     Cluster& cluster = tree->clusters[i];
     cluster.madeAt = grown.madeAt;
     cluster.mergedAt = grown.mergedAt;

@@ -15,8 +15,10 @@
 #include "ranges/clusters_forest.h"
 
 #include "geo/earth.h"
+#include "ranges/clusters_hull.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstddef>
 
@@ -39,22 +41,24 @@ ClusterForest::ClusterForest(ClusterLocations& locations, LocationIndex& index, 
       index_(index),
       sets_(sets),
       messages_(messages),
-      joinedWhen_(locations.size()) {
-  cosines_.reserve(locations.size());
+      members_(locations.size()),
+      joinedAt_(locations.size()) {
+  geo_.reserve(locations.size());
   for (const ClusterPoint& location : locations) {
-    cosines_.push_back(std::cos(location.point->geo.lat * RadiansPerDegree));
+    const LatLon& geo = location.point->geo;
+    geo_.push_back({geo.lat, geo.lon, std::cos(geo.lat * RadiansPerDegree), location.point});
   }
 }
 
 void ClusterForest::SeedCluster(const ClusterEdge& first, const ClusterEdge& second) {
   const int made = sets_.Make();
-  GrowingCluster& cluster = clusters_.emplace_back();
   tops_.push_back(made);
+  links_.emplace_back().madeAt = steps_;
+  planes_.emplace_back();
   const ClusterPoint& start = PointAt(first.a);
-  cluster.bounds = BoundsOf(start.north, start.east);
-  cluster.degrees = BoundsOf(start.point->geo.lat, start.point->geo.lon);
-  cluster.mergedAt = NeverMerged;
-  cluster.madeAt = steps_;
+  Ground& ground = grounds_.emplace_back();
+  ground.bounds = BoundsOf(start.north, start.east);
+  ground.degrees = BoundsOf(start.point->geo.lat, start.point->geo.lon);
   for (const int location : {first.a, first.b, second.a, second.b}) {
     if (PointAt(location).cluster != made) AddClusterPoint(made, location);
   }
@@ -63,19 +67,17 @@ void ClusterForest::SeedCluster(const ClusterEdge& first, const ClusterEdge& sec
 
 void ClusterForest::AddClusterPoint(int cluster, int location) {
   ClusterPoint& point = PointAt(location);
-  GrowingCluster& own = At(cluster);
   point.cluster = cluster;
-  point.nextInCluster = own.firstPoint;
-  own.firstPoint = location;
-  point.step = steps_;
-  joinedWhen_[static_cast<size_t>(location)] = ++moment_;
+  members_[static_cast<size_t>(location)] = {steps_, LinksOf(cluster).firstLocation};
+  LinksOf(cluster).firstLocation = location;
+  joinedAt_[static_cast<size_t>(location)] = ++moment_;
   // The bounds of the clusters above stay as they are: they are those of the moment of merging.
-  own.bounds.Widen(BoundsOf(point.north, point.east));
+  GroundOf(cluster).bounds.Widen(BoundsOf(point.north, point.east));
 
-  GrowingCluster& top = At(sets_.TopOf(cluster));
-  ++top.size;
-  top.degrees.Widen(BoundsOf(point.point->geo.lat, point.point->geo.lon));
-  top.hasHull = false;
+  Ground& tree = GroundOf(sets_.TopOf(cluster));
+  ++tree.size;
+  tree.degrees.Widen(BoundsOf(point.point->geo.lat, point.point->geo.lon));
+  tree.hasHull = false;
   index_.NoteTaken(location);
 }
 
@@ -93,22 +95,23 @@ void ClusterForest::MergeClusters(int first, int second) {
 
 /// \return the one that stays a top
 int ClusterForest::MergeTops(int first, int second) {
-  const bool firstIsSmaller = At(first).size < At(second).size;
+  const bool firstIsSmaller = GroundOf(first).size < GroundOf(second).size;
   const int smaller = firstIsSmaller ? first : second;
   const int larger = firstIsSmaller ? second : first;
-  GrowingCluster& child = At(smaller);
-  GrowingCluster& top = At(larger);
-  child.parent = larger;
-  child.sibling = top.firstChild;
-  top.firstChild = smaller;
-  child.mergedAt = steps_;
+  ClusterLinks& links = LinksOf(smaller);
+  links.parent = larger;
+  links.sibling = LinksOf(larger).firstChild;
+  LinksOf(larger).firstChild = smaller;
+  links.mergedAt = steps_;
   ++steps_;
-  child.mergedWhen = ++moment_;
-  top.bounds.Widen(child.bounds);
-  top.degrees.Widen(child.degrees);
-  top.size += child.size;
-  top.hasHull = false;
-  child.hasHull = false;
+  PlaneOf(smaller).mergedAt = ++moment_;
+
+  Ground& child = GroundOf(smaller);
+  Ground& tree = GroundOf(larger);
+  tree.bounds.Widen(child.bounds);
+  tree.degrees.Widen(child.degrees);
+  tree.size += child.size;
+  tree.hasHull = false;
   child.hull = Ring();
   sets_.Unite(smaller, larger);
   tops_.erase(std::lower_bound(tops_.begin(), tops_.end(), smaller));
@@ -130,7 +133,7 @@ void ClusterForest::AbsorbOverlaps(int cluster) {
 int ClusterForest::FindOverlap(int top) {
   bool planeIsSet = false;
   for (const int other : tops_) {
-    if (other == top || !At(other).bounds.Overlaps(At(top).bounds)) continue;
+    if (other == top || !GroundOf(other).bounds.Overlaps(GroundOf(top).bounds)) continue;
     if (!planeIsSet) SetPlane(top);
     planeIsSet = true;
     if (AnyInside(other, top)) return other;
@@ -142,13 +145,13 @@ int ClusterForest::FindOverlap(int top) {
 
 /// Whether some location of the tree of `top` lies in the bounds of `around` and in its hull.
 bool ClusterForest::AnyInside(int top, int around) {
-  const ClusterBounds& bounds = At(around).bounds;
+  const ClusterBounds& bounds = GroundOf(around).bounds;
   const auto isInside = [&](int location) {
     if (!IsReachable(location, bounds)) return false;
     const Meters place = PlaceOf(location);
     return PointInRing(place.east, place.north, HullOf(around));
   };
-  if (At(top).size > SmallTree) return index_.AnyOfTree(top, bounds, isInside);
+  if (GroundOf(top).size > SmallTree) return index_.AnyOfTree(top, bounds, isInside);
   bool found = false;
   WalkTree(top, NoLimit, [&](int location) {
     const ClusterPoint& point = PointAt(location);
@@ -161,41 +164,44 @@ bool ClusterForest::AnyInside(int top, int around) {
 /// of a cluster need not hold what joined its children later, so this may hide a location.
 bool ClusterForest::IsReachable(int location, const ClusterBounds& bounds) const {
   int cluster = PointAt(location).cluster;
-  while (At(cluster).parent != NoIndex) {
-    if (!At(cluster).bounds.Overlaps(bounds)) return false;
-    cluster = At(cluster).parent;
+  while (LinksOf(cluster).parent != NoIndex) {
+    if (!GroundOf(cluster).bounds.Overlaps(bounds)) return false;
+    cluster = LinksOf(cluster).parent;
   }
   return true;
 }
 
 /// What the hull of a tree does to the places of its locations. A single one stays as it is.
 void ClusterForest::SetPlane(int top) {
-  GrowingCluster& tree = At(top);
+  const Ground& tree = GroundOf(top);
   if (tree.size < 2) return;
-  tree.planeSetAt = ++moment_;
-  tree.centreLat = (tree.degrees.maxNorth + tree.degrees.minNorth) / 2;
-  tree.centreLon = (tree.degrees.maxEast + tree.degrees.minEast) / 2;
+  Plane& plane = PlaneOf(top);
+  plane.setAt = ++moment_;
+  plane.centreLat = (tree.degrees.maxNorth + tree.degrees.minNorth) / 2;
+  plane.centreLon = (tree.degrees.maxEast + tree.degrees.minEast) / 2;
 }
 
 /// The place of a location in the plane of the last hull that it had a part in. The way up is
 /// short, since trees are merged into larger ones.
 Meters ClusterForest::PlaceOf(int location) const {
   const ClusterPoint& point = PointAt(location);
-  std::uint64_t entered = joinedWhen_[static_cast<size_t>(location)];
-  const GrowingCluster* plane = nullptr;
-  for (int cluster = point.cluster; cluster != NoIndex; cluster = At(cluster).parent) {
-    if (At(cluster).planeSetAt > entered) plane = &At(cluster);
-    entered = At(cluster).mergedWhen;
+  std::uint64_t entered = joinedAt_[static_cast<size_t>(location)];
+  const Plane* last = nullptr;
+  for (int cluster = point.cluster; cluster != NoIndex; cluster = LinksOf(cluster).parent) {
+    const Plane& plane = PlaneOf(cluster);
+    if (plane.setAt > entered) last = &plane;
+    // The location may have joined when the cluster was merged already.
+    entered = std::max(entered, plane.mergedAt);
   }
-  if (plane == nullptr) return {point.north, point.east};
-  return PlaceInPlane(location, plane->centreLon, plane->centreLat);
+  if (last == nullptr) return {point.north, point.east};
+  return PlaceInPlane(location, *last);
 }
 
 /// As `ProjectPoints` computes it, with the cosine at hand.
-Meters ClusterForest::PlaceInPlane(int location, double lon0, double lat0) const {
-  const LatLon& geo = PointAt(location).point->geo;
-  return {geo.lat * MetersPerDegree - lat0 * MetersPerDegree,
-          cosines_[static_cast<size_t>(location)] * (geo.lon - lon0) * MetersPerDegree};
+Meters ClusterForest::PlaceInPlane(int location, const Plane& plane) const {
+  const GeoPlace& geo = geo_[static_cast<size_t>(location)];
+  return {geo.lat * MetersPerDegree - plane.centreLat * MetersPerDegree,
+          geo.cosine * (geo.lon - plane.centreLon) * MetersPerDegree};
 }
 
 /// Goes over the locations of a cluster as it stood at a step: its own, newest first, then those
@@ -204,15 +210,17 @@ template <typename Take>
 void ClusterForest::WalkTree(int cluster, int limit, const Take& take) const {
   int at = cluster;
   while (at != NoIndex) {
-    for (int i = At(at).firstPoint; i != NoIndex; i = PointAt(i).nextInCluster) {
-      if (PointAt(i).step < limit) take(i);
+    for (int i = LinksOf(at).firstLocation; i != NoIndex;) {
+      const Member& member = members_[static_cast<size_t>(i)];
+      if (member.step < limit) take(i);
+      i = member.next;
     }
-    int next = At(at).firstChild;
+    int next = LinksOf(at).firstChild;
     for (;;) {
-      while (next != NoIndex && At(next).mergedAt >= limit) next = At(next).sibling;
+      while (next != NoIndex && LinksOf(next).mergedAt >= limit) next = LinksOf(next).sibling;
       if (next != NoIndex || at == cluster) break;
-      next = At(at).sibling;
-      at = At(at).parent;
+      next = LinksOf(at).sibling;
+      at = LinksOf(at).parent;
     }
     at = next;
   }
@@ -227,50 +235,29 @@ std::vector<Point*> ClusterForest::PointListFromCluster(int cluster, int limit) 
 
 /// The hull of a tree as `ConvexHull` makes it, in the plane of the tree.
 const Ring& ClusterForest::HullOf(int top) {
-  GrowingCluster& tree = At(top);
+  Ground& tree = GroundOf(top);
   if (tree.hasHull) return tree.hull;
   listed_.clear();
   WalkTree(top, NoLimit, [&](int location) { listed_.push_back(location); });
   std::reverse(listed_.begin(), listed_.end());
-  tree.hull = StartRing(top);
-  const Ring start = tree.hull;
-  if (start.size() > 1) {
-    for (const int location : listed_) {
-      Point* point = PointAt(location).point;
-      const auto isPoint = [&](const RingVertex& vertex) { return vertex.point == point; };
-      if (std::any_of(start.begin(), start.end(), isPoint)) continue;
-      const Meters place = PlaceInPlane(location, tree.centreLon, tree.centreLat);
-      if (PointInRing(place.east, place.north, tree.hull)) continue;
-      AddToRing(tree.hull, {place, point}, messages_);
-    }
+
+  // Of equal extremes the first of the list counts; the degrees tell what they are.
+  const Plane plane = PlaneOf(top);
+  const ClusterBounds degrees = tree.degrees;
+  HullExtremes extremes;
+  places_.clear();
+  for (const int location : listed_) {
+    const GeoPlace& geo = geo_[static_cast<size_t>(location)];
+    const size_t at = places_.size();
+    if (geo.lat == degrees.maxNorth) extremes.north = std::min(extremes.north, at);
+    if (geo.lon == degrees.maxEast) extremes.east = std::min(extremes.east, at);
+    if (geo.lat == degrees.minNorth) extremes.south = std::min(extremes.south, at);
+    if (geo.lon == degrees.minEast) extremes.west = std::min(extremes.west, at);
+    places_.push_back({PlaceInPlane(location, plane), geo.point});
   }
+  tree.hull = HullOfPlaces(places_, extremes, messages_);
   tree.hasHull = true;
   return tree.hull;
-}
-
-/// The extremes of the listed locations, each once: west, south, east, north.
-Ring ClusterForest::StartRing(int top) const {
-  const auto geoOf = [&](int location) -> const LatLon& { return PointAt(location).point->geo; };
-  int north = listed_.front();
-  int east = north;
-  int south = north;
-  int west = north;
-  for (const int location : listed_) {
-    const LatLon& geo = geoOf(location);
-    if (geo.lat > geoOf(north).lat) north = location;
-    if (geo.lat < geoOf(south).lat) south = location;
-    if (geo.lon > geoOf(east).lon) east = location;
-    if (geo.lon < geoOf(west).lon) west = location;
-  }
-  Ring ring;
-  for (const int location : {north, east, south, west}) {
-    Point* point = PointAt(location).point;
-    const auto isPoint = [&](const RingVertex& vertex) { return vertex.point == point; };
-    if (std::any_of(ring.begin(), ring.end(), isPoint)) continue;
-    ring.push_back({PlaceInPlane(location, At(top).centreLon, At(top).centreLat), point});
-  }
-  std::reverse(ring.begin(), ring.end());
-  return ring;
 }
 
 }  // namespace orvane

@@ -2,6 +2,7 @@
 
 #include "base/messages.h"
 #include "geometry/ring.h"
+#include "model/records.h"
 #include "ranges/clusters_index.h"
 #include "ranges/clusters_locations.h"
 
@@ -10,26 +11,14 @@
 
 namespace orvane {
 
-/// One cluster while the clusters grow.
-struct GrowingCluster {
-  int madeAt = 0;    ///< step at which it was seeded
-  int mergedAt = 0;  ///< step at which it was merged into `parent`
-  int parent = NoIndex;
-  int firstChild = NoIndex;  ///< clusters merged into this one, newest first
-  int sibling = NoIndex;     ///< the next older child of `parent`
-  int firstPoint = NoIndex;  ///< locations that joined this cluster itself, newest first
-  int size = 0;              ///< locations of the whole tree; kept for tops alone
-  ClusterBounds bounds;      ///< of its own locations, and of its children when they were merged
-  ClusterBounds degrees;     ///< of the whole tree; kept for tops alone
-
-  // The plane in which the last hull of the tree put its locations.
-  std::uint64_t planeSetAt = 0;  ///< moment
-  std::uint64_t mergedWhen = 0;  ///< moment
-  double centreLat = 0;          ///< degrees
-  double centreLon = 0;          ///< degrees
-
-  bool hasHull = false;  ///< whether `hull` is that of the tree as it stands
-  Ring hull;
+/// Where a cluster stands among the others. Hulls walk over these, so they are kept small.
+struct ClusterLinks {
+  int madeAt = 0;               ///< step at which it was seeded
+  int mergedAt = NeverMerged;   ///< step at which it was merged into `parent`
+  int parent = NoIndex;         ///< the cluster that it was merged into
+  int firstChild = NoIndex;     ///< clusters merged into this one, newest first
+  int sibling = NoIndex;        ///< the next older child of `parent`
+  int firstLocation = NoIndex;  ///< locations that joined this cluster itself, newest first
 };
 
 /// The clusters, in order of creation, as locations join them and they merge. A cluster that was
@@ -51,14 +40,47 @@ class ClusterForest {
   /// The points of a cluster as it stood at a step, in the order in which its hull takes them.
   std::vector<Point*> PointListFromCluster(int cluster, int limit) const;
 
-  const std::vector<GrowingCluster>& Clusters() const { return clusters_; }
+  const std::vector<ClusterLinks>& Clusters() const { return links_; }
   /// How many of them are merged into no other.
   size_t CountTops() const { return tops_.size(); }
   int Steps() const { return steps_; }
 
  private:
-  GrowingCluster& At(int cluster) { return clusters_[static_cast<size_t>(cluster)]; }
-  const GrowingCluster& At(int cluster) const { return clusters_[static_cast<size_t>(cluster)]; }
+  /// What projecting a location takes, kept close together.
+  struct GeoPlace {
+    double lat;     ///< degrees
+    double lon;     ///< degrees
+    double cosine;  ///< of the latitude
+    Point* point;
+  };
+
+  /// How a location stands in its cluster.
+  struct Member {
+    int step = 0;        ///< when it joined
+    int next = NoIndex;  ///< the next older one of the cluster
+  };
+  /// The ground of a cluster, and the hull and the plane of its tree.
+  struct Ground {
+    ClusterBounds bounds;   ///< of its own locations, and of its children when they were merged
+    ClusterBounds degrees;  ///< of the whole tree; kept for tops alone
+    int size = 0;           ///< locations of the whole tree; kept for tops alone
+    bool hasHull = false;   ///< whether `hull` is that of the tree as it stands
+    Ring hull;
+  };
+  /// The plane in which the last hull of a tree has put its locations.
+  struct Plane {
+    std::uint64_t setAt = 0;     ///< moment; 0 for never
+    std::uint64_t mergedAt = 0;  ///< moment at which the cluster was merged
+    double centreLat = 0;        ///< degrees
+    double centreLon = 0;        ///< degrees
+  };
+
+  ClusterLinks& LinksOf(int cluster) { return links_[static_cast<size_t>(cluster)]; }
+  const ClusterLinks& LinksOf(int cluster) const { return links_[static_cast<size_t>(cluster)]; }
+  Ground& GroundOf(int cluster) { return grounds_[static_cast<size_t>(cluster)]; }
+  const Ground& GroundOf(int cluster) const { return grounds_[static_cast<size_t>(cluster)]; }
+  Plane& PlaneOf(int cluster) { return planes_[static_cast<size_t>(cluster)]; }
+  const Plane& PlaneOf(int cluster) const { return planes_[static_cast<size_t>(cluster)]; }
   ClusterPoint& PointAt(int location) { return locations_[static_cast<size_t>(location)]; }
   const ClusterPoint& PointAt(int location) const {
     return locations_[static_cast<size_t>(location)];
@@ -71,9 +93,8 @@ class ClusterForest {
   bool IsReachable(int location, const ClusterBounds& bounds) const;
   void SetPlane(int top);
   Meters PlaceOf(int location) const;
-  Meters PlaceInPlane(int location, double lon0, double lat0) const;
+  Meters PlaceInPlane(int location, const Plane& plane) const;
   const Ring& HullOf(int top);
-  Ring StartRing(int top) const;
   template <typename Take>
   void WalkTree(int cluster, int limit, const Take& take) const;
 
@@ -81,15 +102,19 @@ class ClusterForest {
   LocationIndex& index_;
   ClusterSets& sets_;
   Messages& messages_;
-  std::vector<GrowingCluster> clusters_;
-  std::vector<int> tops_;  // in order of creation
+  std::vector<ClusterLinks> links_;  // by cluster, like the next two
+  std::vector<Ground> grounds_;
+  std::vector<Plane> planes_;
+  std::vector<Member> members_;  // by location
+  std::vector<int> tops_;        // in order of creation
   int steps_ = 0;
 
   // Moments order the events that decide in which plane a location stands.
   std::uint64_t moment_ = 0;
-  std::vector<std::uint64_t> joinedWhen_;  // by location
-  std::vector<double> cosines_;            // of the latitudes, by location
-  std::vector<int> listed_;                // a hull's locations
+  std::vector<std::uint64_t> joinedAt_;  // by location
+  std::vector<GeoPlace> geo_;            // by location
+  std::vector<int> listed_;              // the locations of a hull
+  std::vector<RingVertex> places_;       // the same in their plane
 };
 
 }  // namespace orvane
