@@ -24,10 +24,14 @@ std::string_view NameOr(const Point& point, std::string_view ifNameless) {
 }
 
 /// Puts the point at the end of the current trail, unless it is the point of the line before.
-void PutOnTrail(ReadingState& state, Point& point) {
+void PutOnTrail(LineContext& context, Point& point) {
+  ReadingState& state = context.state;
   if (&point != state.lastPoint && state.currentTrail != nullptr) {
     Trail& trail = *state.currentTrail;
-    if (!state.trailHasTail) trail.points.clear();  // a reopened trail starts anew
+    if (!state.trailHasTail && !trail.points.empty()) {  // a reopened trail starts anew
+      trail.points.clear();
+      context.trailTimes.Forget();
+    }
     trail.points.push_back(&point);
     state.trailHasTail = true;
     if (point.trail == nullptr) point.trail = &trail;
@@ -93,7 +97,13 @@ void TakeStyle(FieldCursor& cursor, Point& point) {
     }
     if (cursor.SkipByte(',')) TakeMark(cursor, point);
   }
-  if (!cursor.AtEnd()) point.note = AppendNote(point.note, cursor.Rest());
+  if (cursor.AtEnd()) return;
+  if (!point.note) {
+    point.note = cursor.Rest();
+  } else {  // as `AppendNote`, but in place: one point may have any number of notes
+    *point.note += ' ';
+    *point.note += cursor.Rest();
+  }
 }
 
 /// Altitude and count, and then the style.
@@ -150,7 +160,7 @@ void ReadCompass(LineContext& context, FieldCursor& cursor, Point& point) {
               {NameOr(point, "<noname>"), cursor.Rest()});
     return;
   }
-  Point* base = ResolvePointName(context.map, context.state.currentTrail, baseName);
+  Point* base = context.ResolveOnTrail(baseName);
   if (base == nullptr) {
     NoteError(context.messages, BadPointName, {baseName});
     return;
@@ -230,14 +240,13 @@ void ReadSolvedPlace(FieldCursor& cursor, Point& point) {
 Point* TakePoint(LineContext& context, FieldCursor& cursor, bool isSolvedPlace) {
   const std::string_view name = cursor.TakeField();
   cursor.SkipTab();
-  Point* point = isSolvedPlace && name.empty()
-                     ? context.state.lastPoint
-                     : ResolvePointName(context.map, context.state.currentTrail, name);
+  Point* point =
+      isSolvedPlace && name.empty() ? context.state.lastPoint : context.ResolveOnTrail(name);
   if (point == nullptr) {
     NoteError(context.messages, BadPointName, {name});
     return nullptr;
   }
-  PutOnTrail(context.state, *point);
+  PutOnTrail(context, *point);
   return point;
 }
 

@@ -8,6 +8,7 @@
 #include "mapfile/line_context.h"
 #include "mapfile/open_map.h"
 #include "model/point_names.h"
+#include "model/time_names.h"
 
 #include <algorithm>
 
@@ -21,7 +22,12 @@ namespace {
 
 constexpr std::string_view CannotOpen = "Can't open file %s";
 constexpr size_t LongestBasisName = 1000;
+/// Lines that name a file, counted over all that is read with the outermost one. Without it some
+/// files that include each other by turns would be read for ever.
+constexpr int MostFilesNamed = 10000;
 constexpr char CreditTag = '\xA9';
+
+bool ReadFileInto(LineContext& context, const std::string& path);
 
 void CloseTrailAndRange(ReadingState& state) {
   state.currentTrail = nullptr;
@@ -37,14 +43,18 @@ bool IsBeingRead(const ReadingState& state, const std::string& path) {
   return std::find(state.openFiles.begin(), state.openFiles.end(), path) != state.openFiles.end();
 }
 
+/// True while a file that a line names may still be opened. Counts the lines that ask.
+bool MayOpenAnother(ReadingState& state) {
+  return state.openFiles.size() < DeepestNesting && ++state.filesNamed <= MostFilesNamed;
+}
+
 void ReadIncludeLine(LineContext& context, std::string_view line) {
   const std::string path(SkipSpace(line.substr(1)));
-  if (IsBeingRead(context.state, path) || context.state.openFiles.size() >= DeepestNesting) {
+  if (!MayOpenAnother(context.state) || IsBeingRead(context.state, path)) {
     NoteError(context.messages, CannotOpen, {path});
   } else {
-    ReadMapFile(context.map, path);
+    ReadFileInto(context, path);
   }
-  context.trailNames.Forget();
   CloseTrailAndRange(context.state);
 }
 
@@ -67,7 +77,7 @@ void ReadBasisLine(LineContext& context, std::string_view line) {
               {map.fileName, map.basis->fileName, name});
   }
   if (DirectoryName(name).empty()) name = JoinPath(DirectoryName(map.fileName), name);
-  if (name.size() > LongestBasisName || context.state.openFiles.size() >= DeepestNesting ||
+  if (name.size() > LongestBasisName || !MayOpenAnother(context.state) ||
       WouldCloseCircle(context, FindMap(context.workspace, name))) {
     NoteError(context.messages, CannotOpen, {name});
   } else {
@@ -174,43 +184,11 @@ void ReadMapLine(LineContext& context, std::string_view line) {
   }
 }
 
-bool IsUtf16(std::string_view text) {
-  const std::string_view mark = text.substr(0, 2);
-  return mark == "\xFF\xFE" || mark == "\xFE\xFF";
-}
-
-}  // namespace
-
-Trail* TrailNames::Find(std::string_view name) {
-  if (!filled_) Fill();
-  const auto found = byName_.find(FoldedText(name));
-  return found == byName_.end() ? nullptr : found->second;
-}
-
-void TrailNames::Add(Trail& trail) {
-  // A new trail stands in front of all others, so it is the one that is found.
-  if (filled_) byName_[FoldedText(*trail.name)] = &trail;
-}
-
-void TrailNames::Fill() {
-  byName_.clear();
-  for (Map* level = &map_; level != nullptr; level = level->basis) {
-    for (Trail& trail : level->trails) {
-      if (trail.name) byName_.try_emplace(FoldedText(*trail.name), &trail);
-    }
-  }
-  filled_ = true;
-}
-
-void LineContext::NoteOnce(std::string_view format, std::string_view argument) {
-  if (state.warnedOnce) return;
-  state.warnedOnce = true;
-  NoteError(messages, format, {argument});
-}
-
-void ReadMapText(Map& map, std::string_view text) {
-  LineContext context(map);
+void ReadTextInto(LineContext& context, std::string_view text) {
+  Map& map = context.map;
   ReadingState& state = context.state;
+  if (state.depth == 0) state.filesNamed = 0;
+  ++state.depth;
   const bool warnedBefore = state.warnedOnce;
   state.warnedOnce = false;
   CloseTrailAndRange(state);
@@ -228,25 +206,66 @@ void ReadMapText(Map& map, std::string_view text) {
   // New trails were put in front. An included file turns round what the outer one had so far, and
   // the order that comes of it is the order in which such maps have always stood.
   map.trails.reverse();
+  context.trailNames.NoteReversed();
   state.warnedOnce = warnedBefore;
+  --state.depth;
 }
 
-bool ReadMapFile(Map& map, const std::string& path) {
-  Workspace& workspace = *map.workspace;
+bool IsUtf16(std::string_view text) {
+  const std::string_view mark = text.substr(0, 2);
+  return mark == "\xFF\xFE" || mark == "\xFE\xFF";
+}
+
+bool ReadFileInto(LineContext& context, const std::string& path) {
   const auto text = ReadWholeFile(path);
   if (!text) {
-    NoteError(workspace.messages, CannotOpen, {path});
+    NoteError(context.messages, CannotOpen, {path});
     return false;
   }
   if (IsUtf16(*text)) {
-    NoteError(workspace.messages,
-              "File %s is in UTF-16, which can't be read; save it as plain text", {path});
+    NoteError(context.messages, "File %s is in UTF-16, which can't be read; save it as plain text",
+              {path});
     return false;
   }
-  workspace.reading.openFiles.push_back(path);
-  ReadMapText(map, *text);
-  workspace.reading.openFiles.pop_back();
+  context.state.openFiles.push_back(path);
+  ReadTextInto(context, *text);
+  context.state.openFiles.pop_back();
   return true;
+}
+
+}  // namespace
+
+void LineContext::NoteOnce(std::string_view format, std::string_view argument) {
+  if (state.warnedOnce) return;
+  state.warnedOnce = true;
+  NoteError(messages, format, {argument});
+}
+
+Point* LineContext::ResolveOnTrail(std::string_view spec) {
+  Trail* trail = state.currentTrail;
+  if (trail == nullptr) return ResolvePointName(map, nullptr, spec);
+  if (IsTimeName(spec)) {
+    Point* point = trailTimes.Find(*trail, spec);
+    // None bears the name yet, so it need not be looked for once more.
+    return point != nullptr ? point : ResolvePointName(map, nullptr, spec);
+  }
+  Point* point = ResolvePointName(map, trail, spec);
+  for (size_t at = spec.find('='); point != nullptr && at != std::string_view::npos;) {
+    spec.remove_prefix(at + 1);
+    at = spec.find('=');
+    if (const auto part = spec.substr(0, at); IsTimeName(part)) trailTimes.AddName(*point, part);
+  }
+  return point;
+}
+
+void ReadMapText(Map& map, std::string_view text) {
+  LineContext context(map);
+  ReadTextInto(context, text);
+}
+
+bool ReadMapFile(Map& map, const std::string& path) {
+  LineContext context(map);
+  return ReadFileInto(context, path);
 }
 
 }  // namespace orvane

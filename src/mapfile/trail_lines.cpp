@@ -153,6 +153,7 @@ void ReadTrailLine(LineContext& context, std::string_view line) {
   ReadingState& state = context.state;
   state.currentTrail = nullptr;
   state.trailHasTail = false;
+  context.trailTimes.Forget();
   state.lastPoint = nullptr;
   state.currentRange = nullptr;
   if (line.size() == 1) return;

@@ -85,17 +85,25 @@ class MapWriter {
   }
   void PutGeneral(double value) { out_ += FormatGeneral(value); }
 
+  /// Calls `visit(Point&)` for every point that may be written; for some, several times.
+  template <typename Visit>
+  void ForEachOwnPoint(Visit visit) {
+    ForEachPoint(map_, visit);
+    for (const auto& bucket : map_.pointHash) {
+      for (Point* point : bucket) visit(*point);
+    }
+  }
+
   void ClearMarks() {
-    const auto clear = [](Point& point) {
+    // Marked first, so that the readings of a point that stands in many places are walked once.
+    ForEachOwnPoint([](Point& point) { point.flags |= PointVisited; });
+    ForEachOwnPoint([](Point& point) {
+      if ((point.flags & PointVisited) == 0) return;
       point.flags &= ~std::uint32_t{PointVisited};
       for (Measurement& reading : point.measurements) {
         reading.flags &= ~std::uint32_t{MeasureWritten};
       }
-    };
-    ForEachPoint(map_, clear);
-    for (const auto& bucket : map_.pointHash) {
-      for (Point* point : bucket) clear(*point);
-    }
+    });
   }
 
   // --- Head ---------------------------------------------------------------------------------
