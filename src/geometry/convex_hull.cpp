@@ -48,8 +48,9 @@ Poly StartRing(const Extremes& extremes) {
 std::optional<HullResult> ConvexHull(PointSpan points, Messages& messages) {
   if (points.empty()) return std::nullopt;
   const Extremes extremes = FindExtremes(points);
-  HullResult result = {extremes.south->geo.lat, extremes.north->geo.lat, extremes.west->geo.lon,
-                       extremes.east->geo.lon, StartRing(extremes)};
+  HullResult result = {{extremes.south->geo.lat, extremes.north->geo.lat, extremes.west->geo.lon,
+                        extremes.east->geo.lon},
+                       StartRing(extremes)};
   const Poly start = result.hull;
   if (start.size() == 1) return result;
 
