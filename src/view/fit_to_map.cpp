@@ -27,10 +27,9 @@ struct Span {
     high = std::max(high, value);
   }
   bool IsEmpty() const { return low > high; }
+  double Extent() const { return high - low; }
   double Middle() const { return (low + high) / 2; }
-  double WithMargins() const {
-    return std::max((high - low) * (1 + 2 * MarginShare), SmallestExtent);
-  }
+  double WithMargins() const { return std::max(Extent() * (1 + 2 * MarginShare), SmallestExtent); }
 };
 
 template <typename Visit>
@@ -42,19 +41,30 @@ void ForEachDrawablePoint(const Map* map, Visit visit) {
   }
 }
 
+/// A longitude counted from 0 eastwards, so that those of both sides of the 180th meridian are
+/// neighbours.
+double EastwardLongitude(double longitude) { return longitude < 0 ? longitude + 360 : longitude; }
+
 }  // namespace
 
 void FitToMap(MapWindow& view) {
-  Span longitudes;
-  ForEachDrawablePoint(view.map, [&](const LatLon& place) { longitudes.Take(place.lon); });
-  if (longitudes.IsEmpty()) return;
+  Span plain;
+  Span eastward;
+  ForEachDrawablePoint(view.map, [&](const LatLon& place) {
+    plain.Take(place.lon);
+    eastward.Take(EastwardLongitude(place.lon));
+  });
+  if (plain.IsEmpty()) return;
+  const bool acrossMeridian = eastward.Extent() < plain.Extent();
+  const Span& longitudes = acrossMeridian ? eastward : plain;
   // The axes of the window on the ground: down the rows and along the columns.
   const double turn = static_cast<double>(view.rotation) * Pi / 180;
   const double middleLongitude = longitudes.Middle();
   Span rows;
   Span columns;
   ForEachDrawablePoint(view.map, [&](const LatLon& place) {
-    const Meters at = LatLonToMeters(place.lat, place.lon - middleLongitude);
+    const double lon = acrossMeridian ? EastwardLongitude(place.lon) : place.lon;
+    const Meters at = LatLonToMeters(place.lat, lon - middleLongitude);
     rows.Take(std::cos(turn) * -at.north - std::sin(turn) * at.east);
     columns.Take(std::cos(turn) * at.east + std::sin(turn) * -at.north);
   });
