@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <iterator>
 #include <string_view>
+#include <utility>
 
 namespace orvane {
 
@@ -267,6 +268,22 @@ void ForgetLabels(const MapWindow& view) {
   }
 }
 
+/// A turned view draws the labels of points outside it, too, since no point is left out there. So
+/// what was labelled outside without a wrap, but shows under the present one, has no label yet.
+void ForgetLabelsOutside(MapWindow& view) {
+  const std::uint32_t bit = VisitedBit(view);
+  const ScreenTransform wrapped(view);
+  const int wrap = std::exchange(view.longitudeWrap, 0);
+  const ScreenTransform plain(view);
+  view.longitudeWrap = wrap;
+  for (const Map* map = view.map; map != nullptr; map = map->basis) {
+    ForEachPoint(*map, [&](Point& point) {
+      if ((point.flags & bit) == 0 || ViewOutOfWindow(view, wrapped.ToPixel(point.geo))) return;
+      if (ViewOutOfWindow(view, plain.ToPixel(point.geo))) point.flags &= ~bit;
+    });
+  }
+}
+
 /// What a row that has no label mode of its own shows.
 int ModeOfRow(const TrailPanelRow& row) {
   const bool known = row.labelMode >= LabelNone && row.labelMode <= LabelAuto;
@@ -302,7 +319,11 @@ void DrawTrailPoints(MapWindow& view, const std::forward_list<Point*>& points, i
 }
 
 void DrawLabels(MapWindow& view, const std::vector<ShownTrail>& shown) {
-  if (view.longitudeWrap == 0) ForgetLabels(view);
+  if (view.longitudeWrap == 0) {
+    ForgetLabels(view);
+  } else if (view.rotation != 0) {
+    ForgetLabelsOutside(view);
+  }
   LabelBoxes boxes;
   const int letterWidth = LetterWidth(view);
   for (const auto& [row, bounds] : shown) {

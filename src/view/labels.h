@@ -26,7 +26,8 @@ enum PointMode {
 /// Draws the names and marks of the points: along the trails whose rows are visible, in the order
 /// of the pane, then of the loose and the nameless points of each map of the chain. A point gets
 /// one label in a pass, whichever lists it stands in. The pass begins with `longitudeWrap` 0; with
-/// another wrap the labels drawn before still count.
+/// another wrap the labels drawn before still count, but for those of a turned view that fell
+/// outside it and show only now.
 /// \param shown  from `ShownTrails`
 void DrawLabels(MapWindow& view, const std::vector<ShownTrail>& shown);
 

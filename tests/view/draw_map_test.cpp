@@ -150,6 +150,25 @@ TEST(DrawMap, AcrossThe180thMeridianTrailsAndLabelsAreDrawnTwice) {
   EXPECT_EQ(c.view.longitudeWrap, 0);
 }
 
+TEST(DrawMap, AcrossThe180thMeridianATurnedViewLabelsBothSidesOnce) {
+  for (const double middle : {179.95, -179.95}) {
+    ViewCase c;
+    c.view.scale = 0.01F;
+    c.view.rotation = 30;
+    CenterOn(c.view, LatLon{.lat = 0, .lon = middle});
+    c.AddTrail("west", {&c.AddAt("w1", 0, 179.9), &c.AddAt("w2", 0.02, 179.95)});
+    c.AddTrail("east", {&c.AddAt("e1", 0, -179.99), &c.AddAt("e2", 0.02, -179.95)});
+    BuildTrailRows(c.view);
+    DrawMap(c.view, c.All());
+    Lines names;
+    for (const std::string& line : c.canvas.Having("text")) {
+      names.push_back(line.substr(line.rfind(' ') + 1));
+    }
+    std::sort(names.begin(), names.end());
+    EXPECT_EQ(names, (Lines{"e1", "e2", "w1", "w2"}));
+  }
+}
+
 TEST(DrawMap, WestOfThe180thMeridianTheWrapTurnsTheOtherWay) {
   ViewCase c;
   c.view.scale = 0.01F;
