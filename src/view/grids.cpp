@@ -190,22 +190,26 @@ class GridDrawer {
     return moves < static_cast<double>(cells) ? place + moves * cell : otherwise;
   }
 
-  /// The same places as without a turn, turned with the grid about the start of each line.
+  /// At the start of each line and outside the grid, so for counts from 0 on the same places as
+  /// without a turn, turned with the grid.
   void LabelTurned(const Grid& grid, const LineFamily& columns, const LineFamily& rows, Vector east,
                    Vector south) {
     const double cell = std::hypot(east.x, east.y);
     const double ascent = view_.ascent;
+    const double outOfRows = grid.rows < 0 ? 1 : -1;
+    const double outOfColumns = grid.columns < 0 ? 1 : -1;
     const auto draw = [&](Vector middle, const std::string& text, int width) {
       DrawLabel(middle.x - width / 2.0, middle.y + ascent / 2, text, width);
     };
     ForEachLabel(columns, grid.columnStart, grid.columnStyle,
                  [&](Vector at, const std::string& text, int width) {
-                   draw(at + 0.5 * east + (-1.5 * ascent / cell) * south, text, width);
+                   draw(at + 0.5 * east + (outOfRows * 1.5 * ascent / cell) * south, text, width);
                  });
-    ForEachLabel(
-        rows, grid.rowStart, grid.rowStyle, [&](Vector at, const std::string& text, int width) {
-          draw(at + (-0.5 * width / cell) * east + (0.5 * ascent / cell) * south, text, width);
-        });
+    ForEachLabel(rows, grid.rowStart, grid.rowStyle,
+                 [&](Vector at, const std::string& text, int width) {
+                   const Vector out = (outOfColumns * 0.5 * width / cell) * east;
+                   draw(at + out + (0.5 * ascent / cell) * south, text, width);
+                 });
   }
 
   /// Calls `place` with the start of each line that shows, its label and the label's width. The

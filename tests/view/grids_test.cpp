@@ -187,6 +187,18 @@ TEST(DrawGrids, LabelsOfATurnedGridStandAtTheStartOfTheLines) {
   EXPECT_EQ(turned, c.canvas.Having("text"));
 }
 
+TEST(DrawGrids, LabelsOfATurnedGridStandOutsideItWhereverItExtends) {
+  ViewCase c;
+  Grid& grid = GridAt(c, 40, -1, -1);
+  grid.angle = 1e-9;
+  grid.rowStart = 1;
+  DrawGrids(c.view);
+  // The grid reaches from (60, 10) to its corner at (100, 50). Columns are named below it and rows
+  // to the right, an ascent of 8 from the lines.
+  EXPECT_EQ(c.canvas.Having("text"),
+            (Lines{"text 117,66 0", "text 77,66 1", "text 100,58 A", "text 100,18 B"}));
+}
+
 TEST(DrawGrids, WalksDownTheBasisChain) {
   ViewCase c;
   GridAt(c, 8, 1, 1);
