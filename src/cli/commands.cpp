@@ -8,6 +8,7 @@
 #include "places/resolve_location.h"
 #include "trails/checks.h"
 
+#include <cstdio>
 #include <iostream>
 #include <nlohmann/json.hpp>
 
@@ -79,7 +80,7 @@ int CheckCommand(Map& map, LineMessages& messages, const std::vector<std::string
   }
   messages.PrintAsResult();
   for (Trail* trail : trails) CheckTrail(*trail, showAll, messages);
-  return ExitDone;
+  return std::fflush(stdout) == 0 && std::ferror(stdout) == 0 ? ExitDone : ExitFailed;
 }
 
 }  // namespace orvane

@@ -8,23 +8,6 @@
 
 namespace orvane {
 
-namespace {
-
-/// One line: a line feed inside a text is written as a backslash and an n.
-std::string OneLine(const std::string& text) {
-  std::string line;
-  for (const char c : ToUtf8(text)) {
-    if (c == '\n') {
-      line += "\\n";
-    } else {
-      line += c;
-    }
-  }
-  return line;
-}
-
-}  // namespace
-
 const char* SeverityWord(Severity severity) {
   switch (severity) {
     case Severity::Warning:

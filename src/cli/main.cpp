@@ -2,6 +2,7 @@
 #include "cli/exit_status.h"
 #include "cli/line_messages.h"
 #include "cli/reports_command.h"
+#include "cli/text_output.h"
 #include "mapfile/open_map.h"
 #include "model/workspace.h"
 
@@ -220,6 +221,13 @@ int RunCommand(const CommandLine& line) {
   return line.work(map, messages);
 }
 
+/// What the command line library says, but for a word that stands where a command should.
+std::string WhatIsWrong(const CLI::App& app, const CLI::ParseError& error) {
+  const std::vector<std::string> left = app.remaining();
+  if (!app.get_subcommands().empty() || left.empty()) return error.what();
+  return left.front() + ": no such command";
+}
+
 int Main(int argc, char** argv) {
   CommandLine line;
   AddCommands(line);
@@ -228,7 +236,7 @@ int Main(int argc, char** argv) {
   } catch (const CLI::Success& request) {
     return line.app.exit(request);  // help or version
   } catch (const CLI::ParseError& error) {
-    std::fprintf(stderr, "orvane-cli: %s\n", error.what());
+    std::fprintf(stderr, "orvane-cli: %s\n", OneLine(WhatIsWrong(line.app, error)).c_str());
     return ExitUsage;
   }
   return RunCommand(line);

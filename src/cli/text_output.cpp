@@ -65,6 +65,18 @@ std::string FieldsToUtf8(std::string_view text) {
   return utf8;
 }
 
+std::string OneLine(std::string_view text) {
+  std::string line;
+  for (const char c : ToUtf8(text)) {
+    if (c == '\n') {
+      line += "\\n";
+    } else {
+      line += c;
+    }
+  }
+  return line;
+}
+
 bool WriteOutput(const std::string& path, std::string_view text) {
   if (path == "-") {
     const bool written = std::fwrite(text.data(), 1, text.size(), stdout) == text.size();

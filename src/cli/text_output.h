@@ -16,6 +16,9 @@ std::string ToUtf8(std::string_view text);
 /// between tabs and line ends, as `ToUtf8` gives it
 std::string FieldsToUtf8(std::string_view text);
 
+/// \return `text` in UTF-8 as one line: a line feed is written as a backslash and an n
+std::string OneLine(std::string_view text);
+
 /// Writes `text` to the file `path`, or to standard output if it is "-".
 /// \return false if that failed
 bool WriteOutput(const std::string& path, std::string_view text);

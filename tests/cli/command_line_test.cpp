@@ -1,0 +1,210 @@
+#include "support/temporary_folder.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <gtest/gtest.h>
+#include <string>
+#include <sys/wait.h>
+#include <vector>
+
+namespace orvane {
+namespace {
+
+constexpr const char* Site =
+    "T\tMain\nG\tCamp\tN0\tE0\t10\nG\tRidge\tN0\tE0.01\t30\nG\tM\xFChle\tN0\tE0.02\t30\n"
+    "T\tOdd\nC\tOdd20\tCamp\t10\t0\nC\tOdd40\tOdd20\t20\t0\nC\tOdd30\tOdd40\t10\t0\n";
+
+/// What one run of the batch tool left.
+struct Outcome {
+  int status = -1;
+  std::string out;
+  std::string err;
+};
+
+/// Runs the tool in a folder of its own, in which site.map stands.
+struct CommandLine : testing::Test {
+  TemporaryFolder folder;
+
+  CommandLine() { folder.Write("site.map", Site); }
+
+  static std::string Quoted(const std::string& text) {
+    std::string quoted = "'";
+    for (const char c : text) quoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
+    return quoted + "'";
+  }
+  /// \param redirection  of standard output; to a file that is read here if not given
+  Outcome Do(const std::vector<std::string>& arguments, const std::string& redirection = ">out") {
+    std::string line = "cd " + Quoted(folder.Path()) + " && " + Quoted(ORVANE_CLI);
+    for (const std::string& argument : arguments) line += " " + Quoted(argument);
+    line += " " + redirection + " 2>err </dev/null";
+    Outcome run;
+    const int ended = std::system(line.c_str());
+    if (WIFEXITED(ended)) run.status = WEXITSTATUS(ended);
+    run.out = folder.Read("out");
+    run.err = folder.Read("err");
+    return run;
+  }
+
+  void ExpectWrongUsage(const std::vector<std::string>& arguments, const std::string& said) {
+    const Outcome run = Do(arguments);
+    EXPECT_EQ(run.status, 2) << said;
+    EXPECT_EQ(run.out, "") << said;
+    EXPECT_EQ(std::count(run.err.begin(), run.err.end(), '\n'), 1) << run.err;
+    EXPECT_TRUE(run.err.ends_with('\n'));
+    EXPECT_NE(run.err.find(said), std::string::npos) << run.err;
+  }
+};
+
+TEST_F(CommandLine, WrongUsageIsToldInOneLine) {
+  ExpectWrongUsage({}, "subcommand");
+  ExpectWrongUsage({"frobnicate"}, "frobnicate: no such command");
+  ExpectWrongUsage({"frob\nnicate", "site.map"}, "frob\\nnicate: no such command");
+  ExpectWrongUsage({"dump"}, "MAP");
+  ExpectWrongUsage({"dump", "site.map", "more"}, "more");
+  ExpectWrongUsage({"dump", "site.map", "two\nlines"}, "two\\nlines");
+  ExpectWrongUsage({"dump", "--sideways", "site.map"}, "--sideways");
+  ExpectWrongUsage({"locate", "site.map"}, "TEXT");
+  ExpectWrongUsage({"save", "site.map"}, "OUT");
+  ExpectWrongUsage({"check", "site.map", "--trail"}, "--trail");
+  ExpectWrongUsage({"--answer", "0", "dump", "site.map"}, "--answer");
+  ExpectWrongUsage({"--answer", "many", "dump", "site.map"}, "--answer");
+}
+
+TEST_F(CommandLine, HelpAndVersionAreNoFailures) {
+  for (const std::string command : {"dump", "save", "locate", "check"}) {
+    const Outcome run = Do({command, "--help"});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_NE(run.out.find("MAP"), std::string::npos);
+    EXPECT_EQ(run.err, "");
+    EXPECT_NE(Do({"--help"}).out.find(command), std::string::npos);
+  }
+  const Outcome run = Do({"--version"});
+  EXPECT_EQ(run.status, 0);
+  EXPECT_TRUE(run.out.starts_with("orvane-cli ")) << run.out;
+}
+
+TEST_F(CommandLine, AMapThatDoesNotOpenGivesItsMessageAndNoOutput) {
+  for (const auto& arguments : {std::vector<std::string>{"dump", "none.map"},
+                                {"save", "none.map", "saved.map"},
+                                {"locate", "none.map", "Camp"},
+                                {"check", "none.map"}}) {
+    const Outcome run = Do(arguments);
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.out, "");
+    EXPECT_EQ(run.err, "error: Can't open file none.map\n");
+  }
+  EXPECT_EQ(folder.Read("saved.map"), "");
+  EXPECT_EQ(Do({"dump", "."}).status, 1);  // a directory
+  EXPECT_EQ(Do({"dump", ""}).status, 1);
+}
+
+TEST_F(CommandLine, MessagesGoToStandardErrorWithTheirSeverity) {
+  folder.Write("faults.map", "T\tW\nP\tLost\nG\tCamp\tN0\tE0\nC\tA\tB\t5cm\t0\n");
+  const Outcome run = Do({"locate", "faults.map", "Camp"});
+  EXPECT_EQ(run.status, 0);  // messages alone are no failure
+  EXPECT_EQ(run.err,
+            "error: Bad distance for point A\n"
+            "warning: No absolute position found for connected region containing A in faults.map\n"
+            "warning: No position found for point Lost\n");
+  EXPECT_TRUE(run.out.starts_with("{\"lat\":0.0,")) << run.out;
+  EXPECT_EQ(std::count(run.out.begin(), run.out.end(), '\n'), 1);
+}
+
+TEST_F(CommandLine, LocatePrintsThePlaceAndWhatWasNamed) {
+  const Outcome run = Do({"locate", "site.map", "Main:Camp"});
+  EXPECT_EQ(run.out,
+            "{\"lat\":0.0,\"lon\":0.0,\"altitude\":10.0,\"point\":\"Camp\",\"trail\":\"Main\","
+            "\"range\":null}\n");
+  EXPECT_EQ(Do({"locate", "site.map", "M\xFChle"}).out.find("M\xC3\xBChle") != std::string::npos,
+            true);
+}
+
+TEST_F(CommandLine, LocateFailsOnATextThatNamesNothing) {
+  Outcome run = Do({"locate", "site.map", "no\nwhere"});
+  EXPECT_EQ(run.status, 1);
+  EXPECT_EQ(run.out, "");
+  EXPECT_EQ(run.err, "error: Can't find no\\nwhere\n");
+  run = Do({"locate", "site.map", "M\xFC"});
+  EXPECT_EQ(run.err, "error: Can't find M\xC3\xBC\n");
+}
+
+TEST_F(CommandLine, TwoDashesEndTheOptions) {
+  EXPECT_EQ(Do({"locate", "site.map", "--", "-5m north of Camp"}).status, 0);
+  EXPECT_EQ(Do({"locate", "--", "site.map", "-5m north of Camp"}).status, 0);
+  EXPECT_EQ(Do({"locate", "site.map", "--", "--help"}).err, "error: Can't find --help\n");
+}
+
+TEST_F(CommandLine, SaveWritesToAFileOrToStandardOutput) {
+  EXPECT_EQ(Do({"save", "site.map", "saved.map"}).status, 0);
+  const std::string full = folder.Read("saved.map");
+  EXPECT_NE(full.find("L\tOdd40"), std::string::npos) << full;
+  Outcome run = Do({"save", "site.map", "-"});
+  EXPECT_EQ(run.status, 0);
+  EXPECT_EQ(run.out, full);
+  EXPECT_EQ(run.err, "");
+}
+
+TEST_F(CommandLine, OptionsStandBeforeOrAfterArguments) {
+  const Outcome before = Do({"save", "--simple", "site.map", "-"});
+  EXPECT_EQ(before.status, 0);
+  EXPECT_EQ(before.out.find("L\tOdd40"), std::string::npos);
+  EXPECT_EQ(Do({"save", "site.map", "-", "--simple"}).out, before.out);
+  EXPECT_EQ(Do({"save", "site.map", "--simple", "-"}).out, before.out);
+  const Outcome check = Do({"check", "--trail", "Odd", "site.map"});
+  EXPECT_EQ(Do({"check", "site.map", "--trail", "Odd"}).out, check.out);
+  EXPECT_EQ(Do({"check", "site.map", "--trail=Odd"}).out, check.out);
+}
+
+TEST_F(CommandLine, SaveToNowhereFails) {
+  const Outcome run = Do({"save", "site.map", "none/saved.map"});
+  EXPECT_EQ(run.status, 1);
+  EXPECT_EQ(run.err, "error: Can't open none/saved.map for writing\n");
+}
+
+TEST_F(CommandLine, CheckPrintsItsWarningsAsItsResult) {
+  const Outcome run = Do({"check", "site.map"});
+  EXPECT_EQ(run.status, 0);
+  EXPECT_NE(run.out, "");
+  EXPECT_EQ(run.out.find("warning: "), std::string::npos) << run.out;
+  EXPECT_EQ(run.err, "");
+  EXPECT_EQ(Do({"check", "site.map", "--trail", "Main"}).out, "");
+  EXPECT_EQ(Do({"check", "site.map", "--trail", "Main", "--trail", "Odd"}).out, run.out);
+}
+
+TEST_F(CommandLine, CheckFailsOnATrailThatIsNotThere) {
+  const Outcome run = Do({"check", "site.map", "--trail", "Nowhere"});
+  EXPECT_EQ(run.status, 1);
+  EXPECT_EQ(run.out, "");
+  EXPECT_EQ(run.err, "error: Can't find Nowhere\n");
+}
+
+TEST_F(CommandLine, DumpIsOneDocumentWithALineFeed) {
+  const Outcome run = Do({"dump", "site.map"});
+  EXPECT_EQ(run.status, 0);
+  EXPECT_TRUE(run.out.starts_with("{\"fileName\": \"site.map\"")) << run.out.substr(0, 80);
+  EXPECT_TRUE(run.out.ends_with("}\n"));
+  EXPECT_EQ(std::count(run.out.begin(), run.out.end(), '\n'), 1);
+  EXPECT_NE(run.out.find("M\xC3\xBChle"), std::string::npos);
+}
+
+TEST_F(CommandLine, EuropeanDatesReadTheDayFirst) {
+  folder.Write("follow.map", "T\t\tGibbon\t\t2-3-1999\nG\t0800\tN0\tE0\n");
+  const std::string march = Do({"--european-dates", "dump", "follow.map"}).out;
+  const std::string february = Do({"dump", "follow.map"}).out;
+  EXPECT_NE(march, february);
+  EXPECT_EQ(Do({"--european-dates", "locate", "follow.map", "Gibbon.2-3-1999"}).status, 0);
+  EXPECT_EQ(Do({"--european-dates", "locate", "follow.map", "Gibbon.3-2-1999"}).status, 1);
+}
+
+TEST_F(CommandLine, OutputThatCannotBeWrittenIsAFailure) {
+  if (!std::ifstream("/dev/full")) GTEST_SKIP() << "no /dev/full here";
+  for (const auto& arguments : {std::vector<std::string>{"dump", "site.map"},
+                                {"save", "site.map", "-"},
+                                {"locate", "site.map", "Camp"},
+                                {"check", "site.map"}}) {
+    EXPECT_EQ(Do(arguments, ">/dev/full").status, 1) << arguments.front();
+  }
+}
+
+}  // namespace
+}  // namespace orvane
