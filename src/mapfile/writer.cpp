@@ -9,6 +9,8 @@
 #include <cmath>
 #include <cstdio>
 #include <ctime>
+#include <forward_list>
+#include <iterator>
 
 // The file is put together in memory, section by section in a fixed order, and keeps the look of
 // one typed by hand: what holds nothing is left out at the end of a line.
@@ -85,24 +87,33 @@ class MapWriter {
   }
   void PutGeneral(double value) { out_ += FormatGeneral(value); }
 
-  /// Calls `visit(Point&)` for every point that may be written; for some, several times.
+  static void ClearMarksOf(Point& point) {
+    point.flags &= ~std::uint32_t{PointVisited};
+    for (Measurement& reading : point.measurements) {
+      reading.flags &= ~std::uint32_t{MeasureWritten};
+    }
+  }
+
+  /// Calls `visit(Point&)` for each place where a point of another map stands in this one.
   template <typename Visit>
-  void ForEachOwnPoint(Visit visit) {
-    ForEachPoint(map_, visit);
+  void ForEachForeignPoint(Visit visit) {
+    const auto visitIfForeign = [&](Point& point) {
+      if (point.map != &map_) visit(point);
+    };
+    ForEachPoint(map_, visitIfForeign);
     for (const auto& bucket : map_.pointHash) {
-      for (Point* point : bucket) visit(*point);
+      for (Point* point : bucket) visitIfForeign(*point);
     }
   }
 
   void ClearMarks() {
-    // Marked first, so that the readings of a point that stands in many places are walked once.
-    ForEachOwnPoint([](Point& point) { point.flags |= PointVisited; });
-    ForEachOwnPoint([](Point& point) {
-      if ((point.flags & PointVisited) == 0) return;
-      point.flags &= ~std::uint32_t{PointVisited};
-      for (Measurement& reading : point.measurements) {
-        reading.flags &= ~std::uint32_t{MeasureWritten};
-      }
+    // In the order of the memory, and each point once, however often it stands in the lists.
+    for (Point& point : map_.pointStore) ClearMarksOf(point);
+    const std::forward_list<Map>& maps = map_.workspace->maps;
+    if (std::next(maps.begin()) == maps.end()) return;  // no other map, so no point of one
+    ForEachForeignPoint([](Point& point) { point.flags |= PointVisited; });
+    ForEachForeignPoint([](Point& point) {
+      if ((point.flags & PointVisited) != 0) ClearMarksOf(point);
     });
   }
 
