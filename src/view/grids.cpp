@@ -205,11 +205,13 @@ class GridDrawer {
                  [&](Vector at, const std::string& text, int width) {
                    draw(at + 0.5 * east + (outOfRows * 1.5 * ascent / cell) * south, text, width);
                  });
-    ForEachLabel(rows, grid.rowStart, grid.rowStyle,
-                 [&](Vector at, const std::string& text, int width) {
-                   const Vector out = (outOfColumns * 0.5 * width / cell) * east;
-                   draw(at + out + (0.5 * ascent / cell) * south, text, width);
-                 });
+    ForEachLabel(
+        rows, grid.rowStart, grid.rowStyle, [&](Vector at, const std::string& text, int width) {
+          // Half of what the text takes up at right angles to the grid's edge.
+          const double half = (width * std::abs(east.x) + ascent * std::abs(east.y)) / (2 * cell);
+          const Vector out = (outOfColumns * half / cell) * east;
+          draw(at + out + (0.5 * ascent / cell) * south, text, width);
+        });
   }
 
   /// Calls `place` with the start of each line that shows, its label and the label's width. The

@@ -199,6 +199,18 @@ TEST(DrawGrids, LabelsOfATurnedGridStandOutsideItWhereverItExtends) {
             (Lines{"text 117,66 0", "text 77,66 1", "text 100,58 A", "text 100,18 B"}));
 }
 
+TEST(DrawGrids, RowLabelsOfATurnedGridKeepClearOfItsEdge) {
+  ViewCase c;
+  Grid& grid = GridAt(c, 40, 1, 1);
+  grid.angle = 45;
+  grid.rowStart = 1;
+  grid.columnStyle = GridUnlabelled;
+  DrawGrids(c.view);
+  // The edge leads from (100, 50) to the lower left at 45 degrees. The texts, 6 wide and 8 high,
+  // touch it with a corner.
+  EXPECT_EQ(c.canvas.Having("text"), (Lines{"text 91,53 A", "text 62,82 B"}));
+}
+
 TEST(DrawGrids, WalksDownTheBasisChain) {
   ViewCase c;
   GridAt(c, 8, 1, 1);
