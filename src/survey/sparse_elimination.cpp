@@ -390,9 +390,10 @@ class UpwardRuns {
   void Finish(size_t lane, size_t row) {
     const double pivot = pivots_[lane];
     for (size_t s = 0; s < patterns_.Sides(); ++s) {
-      double& side = cells_[patterns_.Size() + s].lanes[lane];
+      LaneCell& cell = cells_[patterns_.Size() + s];
+      const double side = cell.lanes[lane];
       system_.rightSides[s][row] = pivot == 1 ? side : side / pivot;
-      side = 0;
+      cell.lanes[lane] = 0;
     }
   }
 
