@@ -5,8 +5,9 @@
 namespace orvane {
 
 /// Draws the map of a view, and the maps that it rests on, on `view.target`: filled trails, ranges,
-/// grids, shaded cells, trails, labels and the Find marker, in this order. Trails are drawn as the rows
-/// of `view.trailViews` say. Across the 180th meridian trails and labels are drawn a second time.
+/// grids, shaded cells, trails, labels and the Find marker, in this order. Trails are drawn as the
+/// rows of `view.trailViews` say, ranges as those of `view.rangeViews`. Across the 180th meridian
+/// filled trails, trails and labels are drawn a second time.
 ///
 /// Before: `view.map` and `view.target` are set, `TakeFontMetrics` has run, the caller has set the
 /// clip to `update`, cleared it to `view.background`. Pen, brush, font and fore colour of the
