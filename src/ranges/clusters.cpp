@@ -11,14 +11,10 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <limits>
 #include <new>
 
 namespace orvane {
 namespace {
-
-/// Every location has up to two steps, which are counted in 32 bits.
-constexpr size_t MostLocations = std::numeric_limits<int>::max() / 4;
 
 /// The column at which the number of clusters stands in a padded line.
 constexpr size_t ClustersColumn = 19;
@@ -61,13 +57,14 @@ void FillLevels(const ClusterForest& forest, ClusterTree& tree, Messages& messag
 
 }  // namespace
 
-std::unique_ptr<ClusterTree> ClusterPoints(PointSpan points, Messages& messages) {
+std::unique_ptr<ClusterTree> ClusterPoints(PointSpan points, Messages& messages,
+                                           size_t mostLocations) {
   size_t count = points.size();
   try {
     std::optional<ClusterLocations> locations = FindLocations(points);
     if (!locations) return nullptr;
     count = locations->size();
-    if (count > MostLocations) {
+    if (count > mostLocations) {
       NoteTooComplex(messages, count);
       return nullptr;
     }

@@ -4,11 +4,16 @@
 #include "geometry/poly.h"
 #include "model/records.h"
 
+#include <cstddef>
 #include <memory>
 #include <optional>
 #include <string>
 
 namespace orvane {
+
+/// Distinct locations that a range can have and still get clusters. Their events are counted in 32
+/// bits.
+constexpr size_t MostClusterLocations = 500000000;
 
 /// Groups the locations of a range into clusters, by single linkage: pairs of locations are taken
 /// up in order of their distance; the two shortest free ones that meet seed a cluster, and each
@@ -17,14 +22,17 @@ namespace orvane {
 /// (i + 1) * 5 % of all steps were made.
 ///
 /// Equal distances are taken in a fixed order that follows from the order of `points` and from
-/// where they lie, so the same list always gives the same tree. Time is about n log n in the
-/// number of distinct locations, memory is linear.
+/// where they lie, so the same list always gives the same tree. Memory is linear in the number of
+/// distinct locations; time is that of the searches, n log n, and that of a hull for each merge.
 /// \param points    with repetitions; a location with three or more is a cluster by itself. Their
 ///                  `projected` is overwritten and left in several planes
-/// \param messages  "That range is too complex to be analyzed" if the memory does not suffice
-/// \return null for an empty list, for points whose extent north or east is below a thousandth of
-///         a millimetre, and for places that are no numbers or lie 1e16 m apart
-std::unique_ptr<ClusterTree> ClusterPoints(PointSpan points, Messages& messages);
+/// \param messages  the fatal "That range is too complex to be analyzed" if there are more than
+///                  `mostLocations` distinct locations or the memory does not suffice; internal
+///                  errors of hulls
+/// \return null after that, for an empty list, for points whose extent north or east is below a
+///         thousandth of a millimetre, and for places that are no numbers or lie 1e16 m apart
+std::unique_ptr<ClusterTree> ClusterPoints(PointSpan points, Messages& messages,
+                                           size_t mostLocations = MostClusterLocations);
 
 /// One line on the clusters of a range at one level, such as "  5% area: 1.2ha clusters: 2".
 /// \param level  0 to 19
