@@ -216,15 +216,15 @@ std::optional<Plane> FitPlane(PointSpan points) {
   const double spreadEast = s.n * s.yy - s.y * s.y;
   const double spreadNorth = s.n * s.xx - s.x * s.x;
   const double skew = s.n * s.xy - s.x * s.y;
-  // Level ground has no rise at all; what rounding leaves of the sums would give it an aspect.
-  const bool level = IsLevel(ring);
-  const double riseNorth = level ? 0 : s.n * s.zx - s.z * s.x;
-  const double riseEast = level ? 0 : s.n * s.zy - s.z * s.y;
+  const double riseNorth = s.n * s.zx - s.z * s.x;
+  const double riseEast = s.n * s.zy - s.z * s.y;
   // A least-squares fit would subtract the square of the skew, and would have the skew in the
   // numerators too. The published slopes and aspects were computed as it stands; pinned by
   // FitPlane.AddsTheSquaredSkew.
   const double scale = spreadEast * spreadNorth + skew * skew;
-  if (scale == 0) return std::nullopt;
+  if (scale == 0 || !std::isfinite(scale)) return std::nullopt;
+  // Level ground has no rise at all; what rounding leaves of the sums would give it an aspect.
+  if (IsLevel(ring)) return Plane{0, 0, Altitude(*ring.front())};
   return Plane{
       riseNorth * spreadEast / scale, riseEast * spreadNorth / scale,
       (s.z * scale - riseNorth * spreadEast * s.x - riseEast * spreadNorth * s.y) / (s.n * scale)};

@@ -44,9 +44,11 @@ double FlatTrailArea(const Trail& trail);
 
 /// Fits a plane to the altitudes of a closed list, up to the link that repeats the first point.
 /// It is the least-squares plane where the points lie evenly about both axes; elsewhere the
-/// figures differ from it, and they stay, as those in use were made so.
-/// \return nothing if a point has no altitude, for fewer than 2 points, or if the points lie on
-///         one line along an axis, which bears no plane
+/// figures differ from it, and they stay, as those in use were made so. On level ground a and b are
+/// exactly 0.
+/// \return nothing if a point has no altitude, for fewer than 2 points, or if the points lie in
+///         one place or on one line along an axis, which bears no plane, or too far out for the
+///         sums
 std::optional<Plane> FitPlane(PointSpan points);
 
 /// Rewrites the plane of the points as seen square to the plane that was fitted to them.
@@ -78,7 +80,8 @@ std::optional<size_t> SegmentAtDistance(PointSpan points, double distance, doubl
 /// \return metres; 0 if neither is on the trail, -1 if only one of them is
 double TrailDistanceBetween(const Trail& trail, const Point& p, const Point& q);
 
-/// The place `distance` metres along the trail from `p` towards `q`, whichever stands first.
+/// The place `distance` metres along the trail from `p` towards `q`, whichever stands first. If
+/// only `p` is on the trail the way ends with the list; if only `q` is, the place has no meaning.
 /// \return nothing if neither is on the trail or the distance goes beyond the other end
 std::optional<LatLon> TrailPointBetween(const Trail& trail, const Point& p, const Point& q,
                                         double distance);

@@ -109,6 +109,40 @@ TEST(FitPlane, IsExactlyLevelForALevelPlot) {
   EXPECT_NEAR((*plane)[2], 512.7, 1e-4);
 }
 
+TEST(FitPlane, IsExactlyLevelWhereThePlotIsALine) {
+  // What rounding leaves of the extent may have either sign; the rise must not take it over.
+  int fitted = 0;
+  for (std::uint32_t seed = 1; seed <= 2000; ++seed) {
+    SCOPED_TRACE("seed " + std::to_string(seed));
+    std::mt19937 engine(seed);
+    const auto number = [&] { return static_cast<double>(engine() % 1000000) / 999983; };
+    TrailMap data;
+    const double lon = 180 * number();
+    Poly points;
+    for (int i = 0; i < 7; ++i) {
+      points.push_back(&data.At("p", 0, 0, 512.7F));
+      points.back()->geo.lat = number() / 1000;
+      points.back()->geo.lon = lon;
+    }
+    const auto plane = FitPlane(points);
+    if (!plane) continue;
+    ++fitted;
+    EXPECT_EQ(std::atan2((*plane)[1], (*plane)[0]), 0);
+    EXPECT_FALSE(std::signbit((*plane)[0]) || std::signbit((*plane)[1]));
+  }
+  EXPECT_GT(fitted, 0);
+}
+
+TEST(FitPlane, FailsForPointsTooFarOutForItsSums) {
+  TrailMap data;
+  Point& a = data.At("a", 0, 0, 5);
+  Point& b = data.At("b", 0, 100, 6);
+  Point& c = data.At("c", 100, 0, 7);
+  ASSERT_TRUE(FitPlane(Poly{&a, &b, &c, &a}).has_value());
+  b.geo.lon = 1e200;
+  EXPECT_FALSE(FitPlane(Poly{&a, &b, &c, &a}).has_value());
+}
+
 TEST(FitPlane, StopsAtTheLinkThatRepeatsTheFirstPoint) {
   TrailMap data;
   Trail& trail = AddSlopingPlot(data);
@@ -227,6 +261,18 @@ TEST(PathDistanceTo, SkipsPointsThatAreNotPlaced) {
       "Pde", {&data.At("a", 0, 0), &lost, &data.At("c", 0, 100), &lost, &data.At("e", 0, 150)});
   EXPECT_NEAR(PathDistanceTo(trail.points, *trail.points[2]), 100, 1e-3);
   EXPECT_NEAR(PathDistanceTo(trail.points, *trail.points[4]), 150, 1e-3);
+}
+
+TEST(PathDistanceTo, EndsAtATargetThatIsNotPlaced) {
+  TrailMap data;
+  Point& a = data.At("a", 0, 0);
+  Point& lost = data.At("lost", 0, 0);
+  lost.flags = 0;
+  lost.projected = {40, 0};
+  const Poly points = {&a, &lost, &data.At("c", 0, 100)};
+  // The placed points are centred 50 m to the east of a.
+  EXPECT_NEAR(PathDistanceTo(points, lost), std::hypot(40, 50), 1e-3) << "where it is held to be";
+  EXPECT_FALSE(PositionAlongPath(points, lost, 65).has_value()) << "the way ends there";
 }
 
 TEST(PositionAlongPath, FindsThePlaceOnALegOrAtItsEnd) {
