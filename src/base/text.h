@@ -46,7 +46,8 @@ size_t FindAnyOf(std::string_view text, std::string_view set);
 std::optional<std::string_view> StartsWith(std::string_view prefix, std::string_view text);
 
 /// Case-sensitive glob: `*` any run, `?` any byte, `[a-z]` a set with ranges, `[^...]` its
-/// complement; a `]` directly behind `^` belongs to the set. Linear in the text for each star.
+/// complement; a `]` directly behind `^` belongs to the set. Takes at most the length of the
+/// text times that of the pattern.
 /// \return true if the whole of `text` fits `pattern`; an unclosed set fits nothing
 bool MatchGlob(std::string_view pattern, std::string_view text);
 

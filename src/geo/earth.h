@@ -12,7 +12,7 @@ constexpr double MetersPerDegree = 111120.0;
 constexpr double RadiansPerDegree = 0.017453292519943295;
 constexpr double Pi = 3.141592653589793;
 
-/// Pi as the grid cells have always been counted with: the twelfth decimal differs. Figures
+/// Pi as the grid cells have always been counted with: the tenth decimal differs. Figures
 /// already published follow from it, so it stays.
 constexpr double GridPi = 3.141592653689793;
 
