@@ -1,18 +1,24 @@
 #include "ranges/intersections.h"
 
+#include "geo/earth.h"
 #include "geometry/planes.h"
 #include "geometry/polygon.h"
+#include "geometry/ring.h"
 #include "model/cells.h"
 #include "model/workspace.h"
+#include "ranges/clusters_hull.h"
 #include "ranges/grid_tally.h"
 
 #include <algorithm>
+#include <limits>
 #include <optional>
+#include <utility>
 
-// All points are put into one plane for each step: hulls and points about the centre of both
-// ranges for the polygon, then about the centre of the overlap for the shares, and back to the
-// absolute form at the end. The offset hulls of a range are made for its first overlap and stay in
-// the plane of that one; figures already published were made so.
+// The polygon is found in the plane about the centre of both ranges, area and shares in the one
+// about the centre of the overlap. Of the points only the vertices are moved there, and back to the
+// absolute form; the stops, of which there are many, are placed one by one as they are looked at.
+// The offset hulls of a range are made for its first overlap and stay in the plane of that one;
+// figures already published were made so.
 
 namespace orvane {
 
@@ -106,49 +112,101 @@ void MakeOffsetHulls(Range& range, double margin, const LatLon& centre) {
   MakeOffset(range.innerHull, range.hull, -margin, centre);
 }
 
-bool Holds(PointSpan ring, const Point& point) {
-  return PointInPolygon(point.projected.east, point.projected.north, ring);
-}
+/// A plane about a place; as `ProjectPoints` has it.
+class Plane {
+ public:
+  explicit Plane(const LatLon& centre) : lon0_(centre.lon), north0_(DegreesToMeters(centre.lat)) {}
+
+  double NorthOf(const LatLon& place) const { return DegreesToMeters(place.lat) - north0_; }
+  Meters At(const LatLon& place) const {
+    Meters metres = LatLonToMeters(place.lat, place.lon - lon0_);
+    metres.north -= north0_;
+    return metres;
+  }
+  Ring RingOf(PointSpan points) const {
+    Ring ring;
+    for (Point* point : points) ring.push_back({At(point->geo), point});
+    return ring;
+  }
+
+ private:
+  double lon0_;
+  double north0_;
+};
+
+/// A ring with its bounds: what lies outside of these needs no walk around the ring.
+class BoundedRing {
+ public:
+  explicit BoundedRing(Ring ring) : ring_(std::move(ring)), test_(ring_) {
+    for (const RingVertex& vertex : ring_) {
+      minNorth_ = std::min(minNorth_, vertex.place.north);
+      maxNorth_ = std::max(maxNorth_, vertex.place.north);
+      minEast_ = std::min(minEast_, vertex.place.east);
+      maxEast_ = std::max(maxEast_, vertex.place.east);
+    }
+  }
+
+  BoundedRing(const BoundedRing&) = delete;
+  BoundedRing& operator=(const BoundedRing&) = delete;
+
+  bool Exists() const { return !ring_.empty(); }
+  bool ReachesNorth(double north) const { return north >= minNorth_ && north <= maxNorth_; }
+  /// As `PointInPolygon`.
+  bool Holds(const Meters& place) {
+    return ReachesNorth(place.north) && place.east >= minEast_ && place.east <= maxEast_ &&
+           test_.IsInside(place);
+  }
+
+ private:
+  Ring ring_;
+  InsideTest test_;
+  double minNorth_ = std::numeric_limits<double>::infinity();
+  double maxNorth_ = -std::numeric_limits<double>::infinity();
+  double minEast_ = std::numeric_limits<double>::infinity();
+  double maxEast_ = -std::numeric_limits<double>::infinity();
+};
+
+/// The rings against which the stops of one range are tested.
+struct ShareRings {
+  BoundedRing otherHull;
+  BoundedRing otherOuter;
+  BoundedRing otherInner;
+  BoundedRing ownInner;
+};
 
 /// Adds a stop to the tallies of the ground near the edges of the two hulls.
-void AddNearEdges(const Point& stop, bool inside, const Range& range, const Range& other,
+void AddNearEdges(const Point& stop, const Meters& place, bool inside, ShareRings& rings,
                   OverlapShare& share) {
   if (!inside) {
-    if (!other.outerHull.ring.empty() && Holds(other.outerHull.ring, stop)) {
-      AddStop(share.beyond, stop);
-    }
+    if (rings.otherOuter.Holds(place)) AddStop(share.beyond, stop);
     return;
   }
-  if (!other.innerHull.ring.empty() && !Holds(other.innerHull.ring, stop)) {
+  if (rings.otherInner.Exists() && !rings.otherInner.Holds(place)) {
     AddStop(share.withinOther, stop);
   }
-  if (!range.innerHull.ring.empty() && !Holds(range.innerHull.ring, stop)) {
-    AddStop(share.withinOwn, stop);
-  }
+  if (rings.ownInner.Exists() && !rings.ownInner.Holds(place)) AddStop(share.withinOwn, stop);
 }
 
-/// The percent of its time that one range spent in the overlap; fills the tallies of its share.
+/// Tallies the stops of one range that the overlap concerns.
 /// \param cells  null without a common grid
-double PercentTimeInIntersection(Range& range, Range& other, const RangeIntersection& record,
-                                 OverlapShare& share, WindowTally* cells, Messages& messages) {
-  if (range.totalMinutes == 0 || !BoundsOverlap(range, record)) return 0;
-  double margin = 0;
-  if (cells != nullptr) {
-    margin = record.grid->cellSize * MarginInCells;
-    const LatLon centre = CentreOf(record);
-    MakeOffsetHulls(range, margin, centre);
-    MakeOffsetHulls(other, margin, centre);
-  }
+/// \return the minutes spent inside the other's hull
+std::int64_t TallyStops(const Range& range, const RangeIntersection& record, double margin,
+                        ShareRings& rings, OverlapShare& share, WindowTally* cells,
+                        Messages& messages) {
+  const Plane plane(CentreOf(record));
   std::int64_t minutes = 0;
   for (const Point* stop : range.points) {
     // The margin is in metres and the box in degrees: with a grid practically every point passes.
     // Figures already published were made so.
-    const LatLon& place = stop->geo;
-    if (!(place.lat >= record.minLat - margin && place.lat <= record.maxLat + margin &&
-          place.lon >= record.minLon - margin && place.lon <= record.maxLon + margin)) {
+    const LatLon& geo = stop->geo;
+    if (!(geo.lat >= record.minLat - margin && geo.lat <= record.maxLat + margin &&
+          geo.lon >= record.minLon - margin && geo.lon <= record.maxLon + margin)) {
       continue;
     }
-    const bool inside = Holds(other.hull, *stop);
+    const double north = plane.NorthOf(geo);
+    if (!rings.otherHull.ReachesNorth(north) && !rings.otherOuter.ReachesNorth(north)) continue;
+    const Meters place = plane.At(geo);
+    const bool inside = rings.otherHull.Holds(place);
     if (inside) {
       minutes += stop->duration;
       if (stop->duration < 0) NoteInternalError(messages, "Negative time");
@@ -158,8 +216,30 @@ double PercentTimeInIntersection(Range& range, Range& other, const RangeIntersec
       cells->Add(*stop);
       AddStop(share.tally, *stop);
     }
-    AddNearEdges(*stop, inside, range, other, share);
+    AddNearEdges(*stop, place, inside, rings, share);
   }
+  return minutes;
+}
+
+/// The percent of its time that one range spent in the overlap; fills the tallies of its share.
+/// \param cells  null without a common grid
+double PercentTimeInIntersection(Range& range, Range& other, const RangeIntersection& record,
+                                 OverlapShare& share, WindowTally* cells, Messages& messages) {
+  if (range.totalMinutes == 0 || !BoundsOverlap(range, record)) return 0;
+  const LatLon centre = CentreOf(record);
+  double margin = 0;
+  if (cells != nullptr) {
+    margin = record.grid->cellSize * MarginInCells;
+    MakeOffsetHulls(range, margin, centre);
+    MakeOffsetHulls(other, margin, centre);
+  }
+  const auto offset = [&](const OffsetHull& hull) {
+    return cells != nullptr ? RingOf(hull.ring) : Ring();
+  };
+  ShareRings rings{BoundedRing(Plane(centre).RingOf(other.hull)),
+                   BoundedRing(offset(other.outerHull)), BoundedRing(offset(other.innerHull)),
+                   BoundedRing(offset(range.innerHull))};
+  const std::int64_t minutes = TallyStops(range, record, margin, rings, share, cells, messages);
   if (minutes < 0 || range.totalMinutes < 0) {
     NoteInternalError(messages, "negative time percentage in: PercentTimeInIntersection");
   }
@@ -187,8 +267,7 @@ void TallyCommonCells(RangeIntersection& record, const WindowTally& a, const Win
   record.bothCellsArea = cellSize * used * cellSize;
 }
 
-/// Fills what the two ranges spent where. The points and the polygon must stand in the plane about
-/// the centre of the record.
+/// Fills what the two ranges spent where.
 void FillShares(RangeIntersection& record, Messages& messages) {
   Range& a = *record.a.range;
   Range& b = *record.b.range;
@@ -216,11 +295,11 @@ bool BoundsOverlap(const GeoBounds& a, const GeoBounds& b) {
 Poly IntersectHulls(Range& a, Range& b, ScratchPoints& scratch, Messages& messages) {
   if (a.hull.empty() || b.hull.empty() || !BoundsOverlap(a, b)) return {};
   const LatLon centre = CentreOf(BoundsOfBoth(a, b));
-  ProjectPoints(a.points, centre.lon, centre.lat);
-  ProjectPoints(b.points, centre.lon, centre.lat);
+  ProjectPoints(a.hull, centre.lon, centre.lat);
+  ProjectPoints(b.hull, centre.lon, centre.lat);
   Poly polygon = IntersectPolygons(scratch, a.hull, b.hull, centre.lon, centre.lat, messages);
-  ProjectPoints(a.points, 0, 0);
-  ProjectPoints(b.points, 0, 0);
+  ProjectPoints(a.hull, 0, 0);
+  ProjectPoints(b.hull, 0, 0);
   return polygon;
 }
 
@@ -241,15 +320,10 @@ void IntersectRanges(Range& a, Range& b, std::forward_list<RangeIntersection>& l
     record.window = WindowOf(polygon, *record.grid);
   }
   const LatLon centre = CentreOf(record);
-  const auto project = [&](double lon, double lat) {
-    ProjectPoints(a.points, lon, lat);
-    ProjectPoints(b.points, lon, lat);
-    ProjectPoints(record.polygon, lon, lat);
-  };
-  project(centre.lon, centre.lat);
+  ProjectPoints(record.polygon, centre.lon, centre.lat);
   record.area = PolygonArea(record.polygon);
+  ProjectPoints(record.polygon, 0, 0);
   FillShares(record, messages);
-  project(0, 0);
 }
 
 void IntersectTrailWithRanges(Map& map, Trail& trail, std::forward_list<TrailRangeOverlap>& list) {

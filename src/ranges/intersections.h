@@ -16,7 +16,7 @@ constexpr double MarginInCells = 1.4;
 /// True if two boxes overlap; touching counts.
 bool BoundsOverlap(const GeoBounds& a, const GeoBounds& b);
 
-/// The overlap of the hulls of two ranges. Leaves the points of both in absolute form.
+/// The overlap of the hulls of two ranges. Leaves the hulls of both in absolute form.
 /// \param scratch  receives the crossings that are part of it
 /// \return empty if they do not meet or one has no hull
 Poly IntersectHulls(Range& a, Range& b, ScratchPoints& scratch, Messages& messages);
