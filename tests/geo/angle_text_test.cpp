@@ -388,9 +388,11 @@ TEST(FormatDistance, ChoosesItsUnitBySize) {
   EXPECT_EQ(FormatDistance(999.9), "1e+03m");
   EXPECT_EQ(FormatDistance(1000), "1km");
   EXPECT_EQ(FormatDistance(1234), "1.23km");
+  EXPECT_EQ(FormatDistance(-1000), "-1km");
   EXPECT_EQ(FormatDistance(-1234), "-1.23km");
   EXPECT_EQ(FormatDistance(999999), "1e+03km");
   EXPECT_EQ(FormatDistance(1000000), "1000km");
+  EXPECT_EQ(FormatDistance(-1000000), "-1000km");
   EXPECT_EQ(FormatDistance(-1234567), "-1235km");
 }
 
