@@ -317,6 +317,17 @@ TEST(PolyAddPoint, PostsAnErrorOnceForEdgesThatTieWithoutBeingNeighbours) {
   EXPECT_GE(ring.size(), 2U);
 }
 
+TEST(PolyAddPoint, PostsNoErrorOnARingThatTouchesItself) {
+  PointBag bag;
+  RecordedMessages messages;
+  // Four edges meet at 0:0, and not all of them are neighbours.
+  Poly ring = bag.Ring("-500:0 0:0 500:0 500:500 0:0 -500:500");
+  const Poly before = ring;
+  PolyAddPoint(ring, *bag.At(0, 0), messages);
+  EXPECT_TRUE(messages.Entries().empty());
+  EXPECT_EQ(ring, before);
+}
+
 TEST(PolyAddPoint, AcceptsAPlaceNearestToAVertexWithoutAnError) {
   // Each corner of a square in turn, so that the tie is met at the head and at the closing edge.
   for (const char* text : {"-900:-900", "-900:1900", "1900:1900", "1900:-900"}) {

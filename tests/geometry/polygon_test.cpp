@@ -125,6 +125,15 @@ TEST(PointInPolygon, GivesAVertexNoSpecialCase) {
   EXPECT_FALSE(PointInPolygon(0, 100, ring));
 }
 
+TEST(PointInPolygon, CountsACrossingAtThePlaceItself) {
+  PointBag bag;
+  for (const char* text : {"10:0 0:10 -10:0 0:-10", "0:-10 -10:0 0:10 10:0"}) {
+    const Poly diamond = bag.Ring(text);
+    EXPECT_TRUE(PointInPolygon(10, 0, diamond)) << "one crossing, at the eastern vertex: " << text;
+    EXPECT_FALSE(PointInPolygon(-10, 0, diamond)) << "two, at the western and beyond: " << text;
+  }
+}
+
 TEST(PointInPolygon, DoesNotDependOnTheVertexAtWhichTheRingBegins) {
   for (std::uint64_t seed = 1; seed <= 200; ++seed) {
     Numbers numbers(seed);
@@ -250,6 +259,27 @@ TEST(IntersectPolygons, TakesTheLongerListAndWorksInTheOther) {
   const Poly outer = bag.Ring("0:0 0:100 100:100 100:0");
   EXPECT_EQ(IntersectPolygons(scratch, outer, inner, 0, 0, messages), inner);
   EXPECT_EQ(IntersectPolygons(scratch, inner, outer, 0, 0, messages), inner);
+}
+
+TEST(IntersectPolygons, BeginsWithTheFirstRingWhereBothGiveAlike) {
+  PointBag bag;
+  ScratchPoints scratch;
+  RecordedMessages messages;
+  const Poly a = bag.Ring("0:0 0:100 100:100 100:0");
+  const Poly b = bag.Ring("50:50 50:150 150:150 150:50");
+  EXPECT_EQ(IntersectPolygons(scratch, a, b, 0, 0, messages).front(), a[2]);
+  EXPECT_EQ(IntersectPolygons(scratch, b, a, 0, 0, messages).front(), b[0]);
+}
+
+TEST(IntersectPolygons, LeavesTheVerticesOfTheRingsAsTheyAre) {
+  PointBag bag;
+  ScratchPoints scratch;
+  RecordedMessages messages;
+  const Poly a = bag.Ring("0:0 0:100 100:100 100:0");
+  a[2]->geo = {7, 8, 900};
+  IntersectPolygons(scratch, a, bag.Ring("50:50 50:150 150:150 150:50"), 0, 0, messages);
+  EXPECT_EQ(a[2]->geo.lat, 7);
+  EXPECT_EQ(a[2]->geo.altitude, 900);
 }
 
 TEST(IntersectPolygons, OfRingsApartOrEmptyIsNone) {
@@ -392,6 +422,13 @@ TEST(RingRunsClockwise, AnswersForEveryFirstEdge) {
     EXPECT_TRUE(RingRunsClockwise(ring)) << i;
     std::rotate(ring.begin(), ring.begin() + 1, ring.end());
   }
+}
+
+TEST(RingRunsClockwise, LooksATwentiethOfTheEdgeAway) {
+  PointBag bag;
+  // The place is 50 m away from an edge of 1000 m: within 60 m of width, and beyond 40 m.
+  EXPECT_TRUE(RingRunsClockwise(bag.Ring("0:0 1000:0 1000:60 0:60")));
+  EXPECT_FALSE(RingRunsClockwise(bag.Ring("0:0 1000:0 1000:40 0:40")));
 }
 
 TEST(RingRunsClockwise, LeavesTheLocalPlane) {
