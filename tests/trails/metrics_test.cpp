@@ -96,6 +96,16 @@ TEST(FitPlane, AddsTheSquaredSkew) {
   EXPECT_NEAR((*plane)[2], 4, 1e-6);
 }
 
+TEST(FitPlane, TakesTwoPointsOnASlant) {
+  TrailMap data;
+  Point& first = data.At("a", 0, 0, 5);
+  const auto plane = FitPlane(Poly{&first, &data.At("b", 30, 40, 10), &first});
+  ASSERT_TRUE(plane.has_value());
+  // East spread 1600, north spread 900, skew 1200, rise 150 and 200.
+  EXPECT_NEAR((*plane)[0], 150 * 1600 / 2880000.0, 1e-6);
+  EXPECT_NEAR((*plane)[1], 200 * 900 / 2880000.0, 1e-6);
+}
+
 TEST(FitPlane, IsExactlyLevelForALevelPlot) {
   TrailMap data;
   // Altitudes and sides that no sum holds exactly.
@@ -353,6 +363,14 @@ TEST(SegmentAtDistance, FindsTheLinkAndTheRest) {
   EXPECT_EQ(rest, -7);
   EXPECT_EQ(SegmentAtDistance(trail.points, 120, nullptr), 1U);
   EXPECT_FALSE(SegmentAtDistance({}, 1, &rest).has_value());
+}
+
+TEST(SegmentAtDistance, GivesALinkItselfToTheSegmentThatBeginsThere) {
+  TrailMap data;
+  const Poly points = {&data.At("a", 0, 0), &data.At("b", 100, 0)};
+  double rest = -1;
+  EXPECT_EQ(SegmentAtDistance(points, TrailPathLength(points), &rest), 1U);
+  EXPECT_EQ(rest, 0);
 }
 
 TEST(TrailDistanceBetween, IsTheSameEitherWay) {

@@ -2,6 +2,7 @@
 
 #include "trail_maps.h"
 
+#include <cmath>
 #include <gtest/gtest.h>
 
 namespace orvane {
@@ -123,6 +124,43 @@ TEST(PositionOnTrail, SharesTheMeasuredPathByTheMarks) {
   ASSERT_TRUE(beyond.has_value());
   EXPECT_NEAR(OffsetOf(*beyond).north, 150, 1e-3);
   EXPECT_NEAR(OffsetOf(*beyond).east, 50, 1e-3);
+}
+
+TEST(PositionOnTrail, TakesTheFirstOfEqualMarksBelowAndTheLastAbove) {
+  TrailMap data;
+  data.AddTrail("Pde", {&data.At("Pde10", 0, 0), &data.At("Pde10m", 50, 0),
+                        &data.At("Pde20", 100, 0), &data.At("Pde20m", 200, 0)});
+  const auto place = PositionOnTrail(data.map, "Pde15");
+  ASSERT_TRUE(place.has_value());
+  EXPECT_NEAR(OffsetOf(*place).north, 100, 1e-3);
+}
+
+TEST(PositionOnTrail, LooksAlongTheNextLegAtATurn) {
+  TrailMap data;
+  // There and back again, so that the turn lies at half of the path to the last bit.
+  data.AddTrail("Pde", {&data.At("Pde0", 0, 0), &data.At("turn", 100, 0), &data.At("Pde10", 0, 0)});
+  double bearing = -1;
+  const auto place = PositionOnTrail(data.map, "Pde5", &bearing);
+  ASSERT_TRUE(place.has_value());
+  EXPECT_NEAR(OffsetOf(*place).north, 100, 1e-3);
+  EXPECT_NEAR(std::fabs(bearing), Pi, 1e-9);
+}
+
+TEST(PositionOnTrail, ReachesTheVeryEndBehindTheLastMark) {
+  TrailMap data;
+  // A climb on the spot is 10 m long to the last bit.
+  data.AddTrail("Pde", {&data.At("Pde0", 0, 0, 100), &data.At("top", 0, 0, 110)});
+  const auto place = PositionOnTrail(data.map, "Pde10");
+  ASSERT_TRUE(place.has_value());
+  EXPECT_EQ(place->altitude, 110);
+  EXPECT_FALSE(PositionOnTrail(data.map, "Pde11").has_value());
+}
+
+TEST(PositionOnTrail, TakesTheWholeNameOfALongTrail) {
+  TrailMap data;
+  const std::string name(120, 'a');
+  data.AddTrail(name, {&data.At(name + "0", 0, 0), &data.At(name + "10", 10, 0)});
+  EXPECT_TRUE(PositionOnTrail(data.map, name + "5").has_value());
 }
 
 TEST(PositionOnTrail, GivesAMarkThatAPointBears) {
