@@ -15,6 +15,7 @@
 
 namespace orvane {
 
+struct NameIndex;
 struct Workspace;
 
 /// Bits of `Map::flags`.
@@ -91,6 +92,8 @@ struct Map {
   std::forward_list<GridShade> gridShades;             ///< newest first
   std::vector<std::string> comments;  ///< `#` lines, each with its `#`, in file order
   std::vector<std::string> credits;   ///< lines that begin with 0xA9, with it, in file order
+
+  const NameIndex* nameIndex = nullptr;  ///< while a `NameIndexScope` stands; null otherwise
 
   std::deque<Point> pointStore;  ///< every point that this map made; a deque never moves them
   std::deque<Link> rayStore;     ///< the rays of those points

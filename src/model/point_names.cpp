@@ -1,6 +1,7 @@
 #include "model/point_names.h"
 
 #include "base/text.h"
+#include "model/name_index.h"
 #include "model/time_names.h"
 #include "model/workspace.h"
 
@@ -110,15 +111,23 @@ Point* FindPointByName(const Map& map, const Trail* trail, std::string_view name
 }
 
 Point* FindPointLoosely(const Map& map, std::string_view name) {
-  const auto fits = [&](const std::string& stored) { return CompareHiddenName(stored, name) == 0; };
+  const auto fitsName = [&](const std::string& stored) {
+    return CompareHiddenName(stored, name) == 0;
+  };
+  const auto fits = [&](const Point* point) {
+    return fitsName(point->name) ||
+           std::any_of(point->synonyms.begin(), point->synonyms.end(), fitsName);
+  };
   for (const Map* level = &map; level != nullptr; level = level->basis) {
+    if (level->nameIndex != nullptr && level->names.Find(name) == nullptr) {
+      const std::vector<Point*>& loose = level->nameIndex->loose;
+      const auto found = std::find_if(loose.begin(), loose.end(), fits);
+      if (found != loose.end()) return *found;
+      continue;
+    }
     for (const auto& bucket : level->pointHash) {
-      for (Point* point : bucket) {
-        if (fits(point->name) ||
-            std::any_of(point->synonyms.begin(), point->synonyms.end(), fits)) {
-          return point;
-        }
-      }
+      const auto found = std::find_if(bucket.begin(), bucket.end(), fits);
+      if (found != bucket.end()) return *found;
     }
   }
   return nullptr;
@@ -159,6 +168,11 @@ void RemoveFromLists(Map& map, const Point& point) {
 
 Trail* FindTrail(Map& map, std::string_view name) {
   for (Map* level = &map; level != nullptr; level = level->basis) {
+    if (level->nameIndex != nullptr) {
+      const auto found = level->nameIndex->trails.find(FoldedText(name));
+      if (found != level->nameIndex->trails.end()) return found->second;
+      continue;
+    }
     for (Trail& trail : level->trails) {
       if (trail.name && SameName(*trail.name, name)) return &trail;
     }

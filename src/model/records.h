@@ -97,22 +97,24 @@ enum PointMark : std::uint8_t { PointMarkNone = 0, PointMarkCircle = 1, PointMar
 
 /// A survey point: a place with a name, readings and, once solved, a position.
 struct Point {
+  // What every walk over the points looks at stands first, within the same lines of the cache.
+  std::uint32_t flags = 0;  ///< `PointFlag` bits
+  bool namedAbove = false;  ///< another map than its own has entered a name
+  std::uint8_t markShape = PointMarkNone;
+  Trail* trail = nullptr;                       ///< the first trail that used it; null for none
+  Map* map = nullptr;                           ///< the map that made it; null for a scratch point
   std::forward_list<Measurement> measurements;  ///< newest first
   std::forward_list<std::string> synonyms;      ///< further names, newest first
   std::string name;                             ///< empty for a nameless point
-  std::optional<std::string> note;
-  Map* map = nullptr;       ///< the map that made the point; null for a scratch point
-  Trail* trail = nullptr;   ///< the first trail that used this point; null for none
-  LatLon geo;               ///< the solved or fixed place
-  Meters projected;         ///< the place in the plane of the operation that projected it last
-  std::uint32_t flags = 0;  ///< `PointFlag` bits
-  double labelLimit = 0;    ///< metres per pixel above which name and mark vanish; 0 for always
-  int markSize = 0;         ///< size of the point's own mark, in half widths of a letter
-  std::uint8_t markShape = PointMarkNone;
+  LatLon geo;                                   ///< the solved or fixed place
+  Meters projected;                             ///< the place in the plane that was used last
+
+  double labelLimit = 0;  ///< metres per pixel above which name and mark vanish; 0 for always
+  int markSize = 0;       ///< size of the point's own mark, in half widths of a letter
   int timeOfDay = 0;      ///< time-named point: minutes after midnight
   int duration = 0;       ///< time-named point: minutes
   int sm[3] = {0, 0, 0};  ///< the measures SM1, SM2, SM3; 0 for none
-  bool namedAbove = false;  ///< a map other than its own has entered a name of it
+  std::optional<std::string> note;
 
   // The solver's working fields; never saved, and read by the solver alone.
   Link* links = nullptr;            ///< shots of some length, newest first; good for one solve

@@ -1,6 +1,7 @@
 #include "survey/strays.h"
 
 #include "geo/earth.h"
+#include "model/name_index.h"
 #include "model/workspace.h"
 #include "places/resolve_location.h"
 #include "survey/links.h"
@@ -194,6 +195,7 @@ void SolveStrayPoints(Map& map) {
   ForEachPoint(map, [&](Point& point) {
     if (!IsPlaced(point) && walk.FirstVisit(point)) strays.push_back(&point);
   });
+  const NameIndexScope index(map);
   RayCrossings crossings;
   for (bool gained = true; gained && !strays.empty();) {
     gained = false;
