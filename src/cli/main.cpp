@@ -13,8 +13,10 @@
 #include <memory>
 #include <string>
 #include <vector>
-#ifdef ORVANE_WITH_QT
+#if defined(ORVANE_DRAWS) || defined(ORVANE_HANDS_OVER)
+#include "cli/hand_over.h"
 #include "cli/render_command.h"
+#define ORVANE_HAS_RENDER
 #endif
 
 // The command line is read into one record of options for each command; what is left to do is
@@ -33,6 +35,7 @@ struct CommandLine {
   int answer = 1;
   std::string mapFile;
   Work work;
+  bool handsOver = false;  ///< another program does the work, with the same arguments
 };
 
 /// Adds a command that opens one map.
@@ -142,7 +145,7 @@ void AddRanges(CommandLine& line) {
   });
 }
 
-#ifdef ORVANE_WITH_QT
+#ifdef ORVANE_HAS_RENDER
 /// Reads "1024x768". \return an empty text, or what is wrong
 std::string ReadSize(const std::string& text, RenderRequest& request) {
   constexpr int Largest = 32000;
@@ -184,9 +187,13 @@ void AddRender(CommandLine& line) {
                     "draw trails that start hidden as well");
   command->add_flag("--antialias", request->antialias, "smooth lines");
   command->callback([&line, request] {
+#ifdef ORVANE_DRAWS
     line.work = [request](Map& map, LineMessages& messages) {
       return RenderCommand(map, messages, *request);
     };
+#else
+    line.handsOver = true;
+#endif
   });
 }
 #endif
@@ -205,7 +212,7 @@ void AddCommands(CommandLine& line) {
   AddTrails(line);
   AddIndex(line);
   AddRanges(line);
-#ifdef ORVANE_WITH_QT
+#ifdef ORVANE_HAS_RENDER
   AddRender(line);
 #endif
 }
@@ -239,6 +246,9 @@ int Main(int argc, char** argv) {
     std::fprintf(stderr, "orvane-cli: %s\n", OneLine(WhatIsWrong(line.app, error)).c_str());
     return ExitUsage;
   }
+#ifdef ORVANE_HANDS_OVER
+  if (line.handsOver) return HandOver(argv);
+#endif
   return RunCommand(line);
 }
 
