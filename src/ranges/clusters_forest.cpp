@@ -58,7 +58,7 @@ void ClusterForest::SeedCluster(const ClusterEdge& first, const ClusterEdge& sec
   const ClusterPoint& start = PointAt(first.a);
   Ground& ground = grounds_.emplace_back();
   ground.bounds = BoundsOf(start.north, start.east);
-  ground.degrees = BoundsOf(start.point->geo.lat, start.point->geo.lon);
+  ground.extremes = ExtremesOf(first.a);
   for (const int location : {first.a, first.b, second.a, second.b}) {
     if (PointAt(location).cluster != made) AddClusterPoint(made, location);
   }
@@ -68,15 +68,21 @@ void ClusterForest::SeedCluster(const ClusterEdge& first, const ClusterEdge& sec
 void ClusterForest::AddClusterPoint(int cluster, int location) {
   ClusterPoint& point = PointAt(location);
   point.cluster = cluster;
-  members_[static_cast<size_t>(location)] = {steps_, LinksOf(cluster).firstLocation};
-  LinksOf(cluster).firstLocation = location;
+  ClusterLinks& links = LinksOf(cluster);
+  if (links.lastLocation == NoIndex) {
+    links.firstLocation = location;
+  } else {
+    members_[static_cast<size_t>(links.lastLocation)].next = location;
+  }
+  links.lastLocation = location;
+  members_[static_cast<size_t>(location)] = {steps_, NoIndex};
   joinedAt_[static_cast<size_t>(location)] = ++moment_;
   // The bounds of the clusters above stay as they are: they are those of the moment of merging.
   GroundOf(cluster).bounds.Widen(BoundsOf(point.north, point.east));
 
   Ground& tree = GroundOf(sets_.TopOf(cluster));
   ++tree.size;
-  tree.degrees.Widen(BoundsOf(point.point->geo.lat, point.point->geo.lon));
+  Widen(tree.extremes, ExtremesOf(location));
   tree.hasHull = false;
   index_.NoteTaken(location);
 }
@@ -100,8 +106,13 @@ int ClusterForest::MergeTops(int first, int second) {
   const int larger = firstIsSmaller ? second : first;
   ClusterLinks& links = LinksOf(smaller);
   links.parent = larger;
-  links.sibling = LinksOf(larger).firstChild;
-  LinksOf(larger).firstChild = smaller;
+  ClusterLinks& above = LinksOf(larger);
+  if (above.lastChild == NoIndex) {
+    above.firstChild = smaller;
+  } else {
+    LinksOf(above.lastChild).sibling = smaller;
+  }
+  above.lastChild = smaller;
   links.mergedAt = steps_;
   ++steps_;
   PlaneOf(smaller).mergedAt = ++moment_;
@@ -109,7 +120,7 @@ int ClusterForest::MergeTops(int first, int second) {
   Ground& child = GroundOf(smaller);
   Ground& tree = GroundOf(larger);
   tree.bounds.Widen(child.bounds);
-  tree.degrees.Widen(child.degrees);
+  Widen(tree.extremes, child.extremes);
   tree.size += child.size;
   tree.hasHull = false;
   child.hull = Ring();
@@ -177,8 +188,9 @@ void ClusterForest::SetPlane(int top) {
   if (tree.size < 2) return;
   Plane& plane = PlaneOf(top);
   plane.setAt = ++moment_;
-  plane.centreLat = (tree.degrees.maxNorth + tree.degrees.minNorth) / 2;
-  plane.centreLon = (tree.degrees.maxEast + tree.degrees.minEast) / 2;
+  const auto& [north, east, south, west] = tree.extremes;
+  plane.centreLat = (north.reach - south.reach) / 2;
+  plane.centreLon = (east.reach - west.reach) / 2;
 }
 
 /// The place of a location in the plane of the last hull that it had a part in. The way up is
@@ -204,58 +216,86 @@ Meters ClusterForest::PlaceInPlane(int location, const Plane& plane) const {
           geo.cosine * (geo.lon - plane.centreLon) * MetersPerDegree};
 }
 
-/// Goes over the locations of a cluster as it stood at a step: its own, newest first, then those
-/// of its children, newest first.
+/// Goes over the locations of a cluster as it stood at a step: those of its children, oldest
+/// first, then its own, oldest first.
 template <typename Take>
 void ClusterForest::WalkTree(int cluster, int limit, const Take& take) const {
-  int at = cluster;
-  while (at != NoIndex) {
+  // Later children of a cluster were merged later.
+  const auto isPart = [&](int child) {
+    return child != NoIndex && LinksOf(child).mergedAt < limit;
+  };
+  const auto lowestUnder = [&](int at) {
+    while (isPart(LinksOf(at).firstChild)) at = LinksOf(at).firstChild;
+    return at;
+  };
+  for (int at = lowestUnder(cluster);;) {
     for (int i = LinksOf(at).firstLocation; i != NoIndex;) {
       const Member& member = members_[static_cast<size_t>(i)];
       if (member.step < limit) take(i);
       i = member.next;
     }
-    int next = LinksOf(at).firstChild;
-    for (;;) {
-      while (next != NoIndex && LinksOf(next).mergedAt >= limit) next = LinksOf(next).sibling;
-      if (next != NoIndex || at == cluster) break;
-      next = LinksOf(at).sibling;
-      at = LinksOf(at).parent;
-    }
-    at = next;
+    if (at == cluster) return;
+    const int sibling = LinksOf(at).sibling;
+    at = isPart(sibling) ? lowestUnder(sibling) : LinksOf(at).parent;
   }
 }
 
 std::vector<Point*> ClusterForest::PointListFromCluster(int cluster, int limit) const {
   std::vector<Point*> points;
   WalkTree(cluster, limit, [&](int location) { points.push_back(PointAt(location).point); });
-  std::reverse(points.begin(), points.end());
   return points;
+}
+
+ClusterForest::Extremes ClusterForest::ExtremesOf(int location) const {
+  const GeoPlace& geo = geo_[static_cast<size_t>(location)];
+  return {{{geo.lat, location}, {geo.lon, location}, {-geo.lat, location}, {-geo.lon, location}}};
+}
+
+void ClusterForest::Widen(Extremes& extremes, const Extremes& other) {
+  for (size_t i = 0; i < extremes.size(); ++i) {
+    Extreme& own = extremes[i];
+    if (other[i].reach > own.reach) {
+      own = other[i];
+    } else if (other[i].reach == own.reach && other[i].location != own.location) {
+      own.isTied = true;
+    }
+  }
+}
+
+/// Finds the first of the list where locations reach equally far.
+void ClusterForest::SettleTies(int top) {
+  Extremes& extremes = GroundOf(top).extremes;
+  const auto isTied = [](const Extreme& extreme) { return extreme.isTied; };
+  if (std::none_of(extremes.begin(), extremes.end(), isTied)) return;
+  Extremes first = extremes;
+  for (Extreme& extreme : first) extreme.location = NoIndex;
+  WalkTree(top, NoLimit, [&](int location) {
+    const Extremes own = ExtremesOf(location);
+    for (size_t i = 0; i < first.size(); ++i) {
+      if (first[i].location == NoIndex && own[i].reach == first[i].reach) {
+        first[i].location = location;
+      }
+    }
+  });
+  extremes = first;
 }
 
 /// The hull of a tree as `ConvexHull` makes it, in the plane of the tree.
 const Ring& ClusterForest::HullOf(int top) {
   Ground& tree = GroundOf(top);
   if (tree.hasHull) return tree.hull;
-  listed_.clear();
-  WalkTree(top, NoLimit, [&](int location) { listed_.push_back(location); });
-  std::reverse(listed_.begin(), listed_.end());
-
-  // Of equal extremes the first of the list counts; the degrees tell what they are.
+  SettleTies(top);
   const Plane plane = PlaneOf(top);
-  const ClusterBounds degrees = tree.degrees;
-  HullExtremes extremes;
-  places_.clear();
-  for (const int location : listed_) {
-    const GeoPlace& geo = geo_[static_cast<size_t>(location)];
-    const size_t at = places_.size();
-    if (geo.lat == degrees.maxNorth) extremes.north = std::min(extremes.north, at);
-    if (geo.lon == degrees.maxEast) extremes.east = std::min(extremes.east, at);
-    if (geo.lat == degrees.minNorth) extremes.south = std::min(extremes.south, at);
-    if (geo.lon == degrees.minEast) extremes.west = std::min(extremes.west, at);
-    places_.push_back({PlaceInPlane(location, plane), geo.point});
+  const auto vertexAt = [&](int location) -> RingVertex {
+    return {PlaceInPlane(location, plane), geo_[static_cast<size_t>(location)].point};
+  };
+  const auto& [north, east, south, west] = tree.extremes;
+  HullGrowth growth(vertexAt(north.location), vertexAt(east.location), vertexAt(south.location),
+                    vertexAt(west.location), messages_);
+  if (tree.size > 1) {
+    WalkTree(top, NoLimit, [&](int location) { growth.Take(vertexAt(location)); });
   }
-  tree.hull = HullOfPlaces(places_, extremes, messages_);
+  tree.hull = growth.Hull();
   tree.hasHull = true;
   return tree.hull;
 }

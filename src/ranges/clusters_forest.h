@@ -6,6 +6,7 @@
 #include "ranges/clusters_index.h"
 #include "ranges/clusters_locations.h"
 
+#include <array>
 #include <cstdint>
 #include <vector>
 
@@ -13,12 +14,14 @@ namespace orvane {
 
 /// Where a cluster stands among the others. Hulls walk over these, so they are kept small.
 struct ClusterLinks {
-  int madeAt = 0;               ///< step at which it was seeded
-  int mergedAt = NeverMerged;   ///< step at which it was merged into `parent`
-  int parent = NoIndex;         ///< the cluster that it was merged into
-  int firstChild = NoIndex;     ///< clusters merged into this one, newest first
-  int sibling = NoIndex;        ///< the next older child of `parent`
-  int firstLocation = NoIndex;  ///< locations that joined this cluster itself, newest first
+  int madeAt = 0;              ///< step at which it was seeded
+  int mergedAt = NeverMerged;  ///< step at which it was merged into `parent`
+  int parent = NoIndex;        ///< the cluster that it was merged into
+  int firstChild = NoIndex;    ///< clusters merged into this one, oldest first
+  int lastChild = NoIndex;
+  int sibling = NoIndex;        ///< the next newer child of `parent`
+  int firstLocation = NoIndex;  ///< locations that joined this cluster itself, oldest first
+  int lastLocation = NoIndex;
 };
 
 /// The clusters, in order of creation, as locations join them and they merge. A cluster that was
@@ -57,14 +60,23 @@ class ClusterForest {
   /// How a location stands in its cluster.
   struct Member {
     int step = 0;        ///< when it joined
-    int next = NoIndex;  ///< the next older one of the cluster
+    int next = NoIndex;  ///< the next newer one of the cluster
   };
-  /// The ground of a cluster, and the hull and the plane of its tree.
+  /// A location of a tree that reaches furthest in one direction.
+  struct Extreme {
+    double reach = 0;  ///< degrees in that direction
+    int location = NoIndex;
+    bool isTied = false;  ///< another one reaches as far; then the first of the list counts
+  };
+  /// North, east, south, west.
+  using Extremes = std::array<Extreme, 4>;
+  /// The ground of a cluster, and the hull of its tree.
   struct Ground {
-    ClusterBounds bounds;   ///< of its own locations, and of its children when they were merged
-    ClusterBounds degrees;  ///< of the whole tree; kept for tops alone
-    int size = 0;           ///< locations of the whole tree; kept for tops alone
-    bool hasHull = false;   ///< whether `hull` is that of the tree as it stands
+    ClusterBounds bounds;  ///< of its own locations, and of its children when they were merged
+    // Of the whole tree; kept for tops alone.
+    int size = 0;  ///< locations
+    Extremes extremes;
+    bool hasHull = false;  ///< whether `hull` is that of the tree as it stands
     Ring hull;
   };
   /// The plane in which the last hull of a tree has put its locations.
@@ -95,6 +107,9 @@ class ClusterForest {
   Meters PlaceOf(int location) const;
   Meters PlaceInPlane(int location, const Plane& plane) const;
   const Ring& HullOf(int top);
+  Extremes ExtremesOf(int location) const;
+  static void Widen(Extremes& extremes, const Extremes& other);
+  void SettleTies(int top);
   template <typename Take>
   void WalkTree(int cluster, int limit, const Take& take) const;
 

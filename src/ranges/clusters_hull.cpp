@@ -9,7 +9,9 @@
 //
 // The east span of an edge counts in whole metres, which moves its crossings towards the start of
 // the edge; the reach of an edge in a band is taken from the same crossings. A margin takes up what
-// rounding could do. Places outside the sure part, and rings of another shape, are tested plainly.
+// rounding could do. When the ring changes, the sure parts are cut back from its new edges, and
+// stay as they are elsewhere; a new table is made when too many places fall outside them. Those
+// places, and all in rings of another shape, are tested plainly.
 
 #include "ranges/clusters_hull.h"
 
@@ -21,110 +23,180 @@ namespace orvane {
 namespace {
 
 /// A table costs about as much as so many plain tests.
-constexpr int AskedBeforeTable = 16;
+constexpr int MissesBeforeTable = 16;
 
-/// Far more than rounding does, in parts of the extent of the ring.
+/// Far more than rounding does, in parts of the size of the numbers.
 constexpr double Margin = 1e-9;
 
 size_t Next(const Ring& ring, size_t index) { return index + 1 < ring.size() ? index + 1 : 0; }
 
+bool IsSamePlace(const RingVertex& a, const RingVertex& b) {
+  return a.place.north == b.place.north && a.place.east == b.place.east;
+}
+
+double SizeOf(const Meters& place) { return std::fabs(place.north) + std::fabs(place.east); }
+
 }  // namespace
 
 bool InsideTest::IsInside(const Meters& place) {
-  if (isReady_) {
-    if (isOfUse_ && place.north > low_ && place.north <= high_) {
-      const auto at = static_cast<size_t>(BandOf(place.north));
-      const Band& band = bands_[std::min(at, Bands - 1)];
-      if (place.east > band.left && place.east < band.right) return true;
-    }
-  } else if (++asked_ >= AskedBeforeTable) {
-    Build();
+  if (isSure_ && place.north > low_ && place.north <= high_) {
+    const auto at = static_cast<size_t>((place.north - low_) * perMeter_);
+    const Band& band = bands_[std::min(at, Bands - 1)];
+    if (place.east > band.left && place.east < band.right) return true;
   }
+  if (!isNew_ && ++missed_ >= MissesBeforeTable) Build();
   return PointInRing(place.east, place.north, ring_);
 }
 
-void InsideTest::AddEdge(const Meters& from, const Meters& to, Reaches& reaches) const {
+/// Calls `take` with each band that an edge touches and its least and greatest east there.
+template <typename Take>
+void InsideTest::ForEachBand(const Meters& from, const Meters& to, const Take& take) const {
   if (from.north == to.north) return;
   const double slope = std::trunc(to.east - from.east) / (to.north - from.north);
-  const double bottom = std::min(from.north, to.north);
-  const double top = std::max(from.north, to.north);
   const double height = (high_ - low_) / Bands;
-  const double margin = height * Bands * Margin;
-  const auto first = static_cast<size_t>(std::max(0.0, BandOf(bottom - margin)));
-  const auto last = std::min(static_cast<size_t>(BandOf(top + margin)), Bands - 1);
+  const double margin = (high_ - low_) * Margin;
+  const double bottom = std::max(std::min(from.north, to.north), low_);
+  const double top = std::min(std::max(from.north, to.north), high_);
+  if (!(bottom - margin <= top + margin)) return;
+  const auto first = static_cast<size_t>(std::max(0.0, (bottom - margin - low_) * perMeter_));
+  const auto last =
+      std::min(static_cast<size_t>(std::max(0.0, (top + margin - low_) * perMeter_)), Bands - 1);
   for (size_t i = first; i <= last; ++i) {
     const double bandLow = low_ + height * static_cast<double>(i) - margin;
     const double bandHigh = bandLow + height + 2 * margin;
     const double a = from.east + (std::max(bottom, bandLow) - from.north) * slope;
     const double b = from.east + (std::min(top, bandHigh) - from.north) * slope;
-    reaches[i].low = std::min({reaches[i].low, a, b});
-    reaches[i].high = std::max({reaches[i].high, a, b});
+    take(i, std::min(a, b), std::max(a, b));
   }
 }
 
-/// \return false if the chain does not only rise, or only fall
-bool InsideTest::AddChain(size_t from, size_t to, Reaches& reaches) const {
-  const bool rises = ring_[to].place.north > ring_[from].place.north;
-  constexpr double Beyond = std::numeric_limits<double>::infinity();
-  reaches.fill({Beyond, -Beyond});
-  for (size_t i = from; i != to; i = Next(ring_, i)) {
-    const Meters& start = ring_[i].place;
-    const Meters& end = ring_[Next(ring_, i)].place;
-    if (start.north != end.north && (end.north > start.north) != rises) return false;
-    AddEdge(start, end, reaches);
+/// Whether the edges rise in one run and fall in one, so that at every height between the lowest
+/// and the highest vertex there is exactly one of each.
+bool InsideTest::RunsOnceAround() const {
+  int turns = 0;
+  int direction = 0;
+  int firstDirection = 0;
+  for (size_t i = 0; i < ring_.size(); ++i) {
+    const double from = ring_[i].place.north;
+    const double to = ring_[Next(ring_, i)].place.north;
+    if (from == to) continue;
+    const int next = to > from ? 1 : -1;
+    if (direction == 0) firstDirection = next;
+    if (direction != 0 && next != direction) ++turns;
+    direction = next;
   }
-  return true;
+  if (direction != firstDirection) ++turns;
+  return turns == 2;
 }
 
 void InsideTest::Build() {
-  isReady_ = true;
-  isOfUse_ = false;
-  const auto lower = [](const RingVertex& x, const RingVertex& y) {
-    return x.place.north < y.place.north;
-  };
-  const auto [lowest, highest] = std::minmax_element(ring_.begin(), ring_.end(), lower);
-  low_ = lowest->place.north;
-  high_ = highest->place.north;
+  missed_ = 0;
+  isNew_ = true;
+  isSure_ = false;
+  if (!RunsOnceAround()) return;
+  low_ = high_ = ring_.front().place.north;
+  double margin = 0;
+  for (const RingVertex& vertex : ring_) {
+    low_ = std::min(low_, vertex.place.north);
+    high_ = std::max(high_, vertex.place.north);
+    margin = std::max(margin, SizeOf(vertex.place) * Margin);
+  }
   if (!(high_ - low_ > 1)) return;
   perMeter_ = Bands / (high_ - low_);
 
-  const auto bottom = static_cast<size_t>(lowest - ring_.begin());
-  const auto top = static_cast<size_t>(highest - ring_.begin());
-  Reaches up;
-  Reaches down;
-  if (!AddChain(bottom, top, up) || !AddChain(top, bottom, down)) return;
-  double extent = 0;
-  for (const RingVertex& vertex : ring_) {
-    extent = std::max(extent, std::fabs(vertex.place.east) + std::fabs(vertex.place.north));
+  struct Reach {
+    double low = std::numeric_limits<double>::infinity();
+    double high = -std::numeric_limits<double>::infinity();
+  };
+  std::array<Reach, Bands> rising;
+  std::array<Reach, Bands> falling;
+  for (size_t i = 0; i < ring_.size(); ++i) {
+    const Meters& from = ring_[i].place;
+    const Meters& to = ring_[Next(ring_, i)].place;
+    auto& side = to.north > from.north ? rising : falling;
+    ForEachBand(from, to, [&](size_t band, double least, double greatest) {
+      side[band].low = std::min(side[band].low, least);
+      side[band].high = std::max(side[band].high, greatest);
+    });
   }
-  const double margin = extent * Margin;
   for (size_t i = 0; i < Bands; ++i) {
-    const bool upIsLeft = up[i].high < down[i].low;
-    bands_[i].left = (upIsLeft ? up[i].high : down[i].high) + margin;
-    bands_[i].right = (upIsLeft ? down[i].low : up[i].low) - margin;
+    const bool risesLeft = rising[i].high < falling[i].low;
+    bands_[i].risesLeft = risesLeft;
+    bands_[i].left = (risesLeft ? rising[i].high : falling[i].high) + margin;
+    bands_[i].right = (risesLeft ? falling[i].low : rising[i].low) - margin;
   }
-  isOfUse_ = true;
+  isSure_ = true;
+  seen_ = ring_;
 }
 
-Ring HullOfPlaces(const std::vector<RingVertex>& places, const HullExtremes& extremes,
-                  Messages& messages) {
-  Ring start;
-  for (const size_t extreme : {extremes.north, extremes.east, extremes.south, extremes.west}) {
-    const auto isThere = [&](const RingVertex& old) { return old.point == places[extreme].point; };
-    if (std::none_of(start.begin(), start.end(), isThere)) start.push_back(places[extreme]);
+void InsideTest::KeepClearOf(const Meters& from, const Meters& to) {
+  const double margin = std::max(SizeOf(from), SizeOf(to)) * Margin;
+  const bool rises = to.north > from.north;
+  ForEachBand(from, to, [&](size_t at, double least, double greatest) {
+    Band& band = bands_[at];
+    if (rises == band.risesLeft) {
+      band.left = std::max(band.left, greatest + margin);
+    } else {
+      band.right = std::min(band.right, least - margin);
+    }
+  });
+}
+
+/// The first vertex that differs from the ring seen last.
+size_t InsideTest::ChangedFrom() const {
+  const size_t most = std::min(ring_.size(), seen_.size());
+  size_t at = 0;
+  while (at < most && IsSamePlace(ring_[at], seen_[at])) ++at;
+  return at;
+}
+
+/// The first vertex of the tail that does not.
+size_t InsideTest::ChangedTo(size_t from) const {
+  const size_t most = std::min(ring_.size(), seen_.size()) - from;
+  size_t same = 0;
+  while (same < most && IsSamePlace(ring_[ring_.size() - 1 - same], seen_[seen_.size() - 1 - same]))
+    ++same;
+  return ring_.size() - same;
+}
+
+void InsideTest::NoteChange() {
+  isNew_ = false;
+  if (!isSure_) return;
+  const auto [lowest, highest] = std::minmax_element(
+      ring_.begin(), ring_.end(),
+      [](const RingVertex& x, const RingVertex& y) { return x.place.north < y.place.north; });
+  isSure_ = lowest->place.north <= low_ && highest->place.north >= high_ && RunsOnceAround();
+  if (!isSure_) return;
+  const size_t size = ring_.size();
+  const size_t from = ChangedFrom();
+  const size_t to = ChangedTo(from);
+  // The edge that leads to the first changed vertex is new as well; it may be the closing one.
+  for (size_t i = from; i <= to; ++i) {
+    KeepClearOf(ring_[(i + size - 1) % size].place, ring_[i % size].place);
   }
-  std::reverse(start.begin(), start.end());
-  Ring ring = start;
-  if (ring.size() == 1) return ring;
-  InsideTest test(ring);
-  for (const RingVertex& vertex : places) {
-    if (test.IsInside(vertex.place)) continue;
-    const auto isVertex = [&](const RingVertex& old) { return old.point == vertex.point; };
-    if (std::any_of(start.begin(), start.end(), isVertex)) continue;
-    AddToRing(ring, vertex, messages);
-    test.NoteChange();
+  seen_ = ring_;
+}
+
+HullGrowth::HullGrowth(const RingVertex& north, const RingVertex& east, const RingVertex& south,
+                       const RingVertex& west, Messages& messages)
+    : messages_(messages) {
+  for (const RingVertex& extreme : {north, east, south, west}) {
+    if (!IsExtreme(extreme.point)) start_.push_back(extreme);
   }
-  return ring;
+  std::reverse(start_.begin(), start_.end());
+  ring_ = start_;
+}
+
+bool HullGrowth::IsExtreme(const Point* point) const {
+  return std::any_of(start_.begin(), start_.end(),
+                     [&](const RingVertex& vertex) { return vertex.point == point; });
+}
+
+void HullGrowth::Take(const RingVertex& vertex) {
+  // An extreme that is found inside is left out all the same.
+  if (inside_.IsInside(vertex.place) || IsExtreme(vertex.point)) return;
+  AddToRing(ring_, vertex, messages_);
+  inside_.NoteChange();
 }
 
 }  // namespace orvane

@@ -5,12 +5,10 @@
 
 #include <array>
 #include <cstddef>
-#include <cstdint>
-#include <vector>
 
 namespace orvane {
 
-/// Tells whether places lie in a ring, for many places and a ring that changes now and then. The
+/// Tells whether places lie in a ring, for many places and a ring that grows now and then. The
 /// answers are those of `PointInRing`, to the last place; most come from a table.
 class InsideTest {
  public:
@@ -19,54 +17,59 @@ class InsideTest {
 
   bool IsInside(const Meters& place);
   /// To be called after each change of the ring.
-  void NoteChange() {
-    isReady_ = false;
-    asked_ = 0;
-  }
+  void NoteChange();
 
  private:
   static constexpr size_t Bands = 64;
 
   /// Between its two limits every place of a band is inside.
   struct Band {
-    double left = 0;   ///< metres east
-    double right = 0;  ///< metres east; below `left` if nothing is sure
+    double left = 0;        ///< metres east
+    double right = 0;       ///< metres east; below `left` if nothing is sure
+    bool risesLeft = true;  ///< whether the edges that rise stand on the left
   };
-  /// How far a chain of edges reaches in each band.
-  struct Reach {
-    double low = 0;
-    double high = 0;
-  };
-  using Reaches = std::array<Reach, Bands>;
 
   void Build();
-  bool AddChain(size_t from, size_t to, Reaches& reaches) const;
-  void AddEdge(const Meters& from, const Meters& to, Reaches& reaches) const;
-  double BandOf(double north) const { return (north - low_) * perMeter_; }
+  bool RunsOnceAround() const;
+  size_t ChangedFrom() const;
+  size_t ChangedTo(size_t from) const;
+  void KeepClearOf(const Meters& from, const Meters& to);
+  template <typename Take>
+  void ForEachBand(const Meters& from, const Meters& to, const Take& take) const;
 
   const Ring& ring_;
-  int asked_ = 0;  // since the last change
-  bool isReady_ = false;
-  bool isOfUse_ = false;
-  double low_ = 0;
+  Ring seen_;            // the ring of the last look at it
+  int missed_ = 0;       // plain tests since the table was built
+  bool isSure_ = false;  // what the table calls inside is inside
+  bool isNew_ = false;   // the ring has not changed since the table was built
+  double low_ = 0;       // metres north, the extent of the bands
   double high_ = 0;
   double perMeter_ = 0;
   std::array<Band, Bands> bands_{};
 };
 
-/// Which places of a list reach furthest, by their numbers; among equals the first.
-struct HullExtremes {
-  size_t north = SIZE_MAX;
-  size_t east = SIZE_MAX;
-  size_t south = SIZE_MAX;
-  size_t west = SIZE_MAX;
-};
+/// Builds the hull of `ConvexHull` from places that stand in their plane already and come one by
+/// one, in the order of the list.
+class HullGrowth {
+ public:
+  /// \param north, east, south, west  the extremes of the list, in degrees; among equals the first
+  /// \param messages                  as for `ConvexHull`
+  HullGrowth(const RingVertex& north, const RingVertex& east, const RingVertex& south,
+             const RingVertex& west, Messages& messages);
+  HullGrowth(const HullGrowth&) = delete;
+  HullGrowth& operator=(const HullGrowth&) = delete;
 
-/// The hull of `ConvexHull`, made of places that stand in their plane already.
-/// \param places     in the order of the list; at least 1
-/// \param extremes   of `places`, in degrees
-/// \param messages   as for `ConvexHull`
-Ring HullOfPlaces(const std::vector<RingVertex>& places, const HullExtremes& extremes,
-                  Messages& messages);
+  /// To be called for each place of the list, the extremes among them.
+  void Take(const RingVertex& vertex);
+  const Ring& Hull() const { return ring_; }
+
+ private:
+  bool IsExtreme(const Point* point) const;
+
+  Ring ring_;
+  Ring start_;
+  InsideTest inside_{ring_};
+  Messages& messages_;
+};
 
 }  // namespace orvane

@@ -66,30 +66,61 @@ TEST(InsideTest, FollowsTheRing) {
   for (int i = 0; i < 100; ++i) ASSERT_FALSE(test.IsInside({5, 5}));
 }
 
-TEST(HullOfPlaces, IsTheConvexHull) {
-  int vertices = 0;
+/// The ring is changed in small ways, as a hull is, and in others.
+TEST(InsideTest, FollowsSmallChangesOfTheRing) {
+  for (std::uint64_t seed = 0; seed < 300; ++seed) {
+    SCOPED_TRACE("seed " + std::to_string(seed));
+    RangeRandom random(seed);
+    Ring ring = RandomRing(random, random.Below(2) * 0.02);
+    InsideTest test(ring);
+    for (int change = 0; change < 25; ++change) {
+      for (int i = 0; i < 40; ++i) {
+        const Meters place = RandomPlace(random, ring);
+        ASSERT_EQ(test.IsInside(place), PointInRing(place.east, place.north, ring))
+            << place.north << ' ' << place.east;
+      }
+      const auto at = static_cast<size_t>(random.Below(static_cast<int>(ring.size())));
+      const auto it = ring.begin() + static_cast<Ring::difference_type>(at);
+      const int kind = random.Below(4);
+      if (kind == 0 && ring.size() > 2) {
+        ring.erase(it);
+      } else if (kind == 1) {
+        const Meters place = it->place;
+        ring.insert(it, {{place.north + 3 * random.Part(), place.east + 3 * random.Part()}, {}});
+      } else if (kind == 2) {
+        it->place.north *= 1 + 0.1 * random.Part();
+        it->place.east *= 1 + 0.3 * random.Part();
+      } else {
+        it->place.east += 5 * random.Part();
+      }
+      test.NoteChange();
+    }
+  }
+}
+
+TEST(HullGrowth, BuildsTheConvexHull) {
+  size_t vertices = 0;
   for (std::uint64_t seed = 0; seed < 1500; ++seed) {
     RandomRange range = MakeRandomRange(seed, 300);
     SCOPED_TRACE("seed " + std::to_string(seed) + ", " + range.shape);
     RecordedMessages messages;
     const auto expected = ConvexHull(range.list, messages);
     ASSERT_TRUE(expected);
-    HullExtremes extremes;
-    std::vector<RingVertex> places;
-    for (Point* point : range.list) {
-      const size_t at = places.size();
-      if (point->geo.lat == expected->maxLat) extremes.north = std::min(extremes.north, at);
-      if (point->geo.lon == expected->maxLon) extremes.east = std::min(extremes.east, at);
-      if (point->geo.lat == expected->minLat) extremes.south = std::min(extremes.south, at);
-      if (point->geo.lon == expected->minLon) extremes.west = std::min(extremes.west, at);
-      places.push_back({point->projected, point});
-    }
+    const auto firstWith = [&](const auto& test) -> RingVertex {
+      Point* point = *std::find_if(range.list.begin(), range.list.end(), test);
+      return {point->projected, point};
+    };
     RecordedMessages again;
-    ASSERT_EQ(PolyOf(HullOfPlaces(places, extremes, again)), expected->hull);
+    HullGrowth growth(firstWith([&](Point* p) { return p->geo.lat == expected->maxLat; }),
+                      firstWith([&](Point* p) { return p->geo.lon == expected->maxLon; }),
+                      firstWith([&](Point* p) { return p->geo.lat == expected->minLat; }),
+                      firstWith([&](Point* p) { return p->geo.lon == expected->minLon; }), again);
+    for (Point* point : range.list) growth.Take({point->projected, point});
+    ASSERT_EQ(PolyOf(growth.Hull()), expected->hull);
     ASSERT_EQ(again.Entries().size(), messages.Entries().size());
-    vertices += static_cast<int>(expected->hull.size());
+    vertices += expected->hull.size();
   }
-  EXPECT_GT(vertices, 10000);
+  EXPECT_GT(vertices, 10000U);
 }
 
 }  // namespace
