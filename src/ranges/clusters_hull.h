@@ -20,7 +20,7 @@ class InsideTest {
   void NoteChange();
 
  private:
-  static constexpr size_t Bands = 64;
+  static constexpr size_t Bands = 32;
 
   /// Between its two limits every place of a band is inside.
   struct Band {

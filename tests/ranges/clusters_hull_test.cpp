@@ -86,7 +86,9 @@ TEST(InsideTest, FollowsSmallChangesOfTheRing) {
         ring.erase(it);
       } else if (kind == 1) {
         const Meters place = it->place;
-        ring.insert(it, {{place.north + 3 * random.Part(), place.east + 3 * random.Part()}, {}});
+        const double north = place.north + 3 * random.Part();
+        const double east = place.east + 3 * random.Part();
+        ring.insert(it, RingVertex{{north, east, NoAltitude}, nullptr});
       } else if (kind == 2) {
         it->place.north *= 1 + 0.1 * random.Part();
         it->place.east *= 1 + 0.3 * random.Part();
