@@ -43,8 +43,8 @@ struct Workspace {
   double lastLatitude = 0;      ///< degrees of the last GPS reading of any file: what a fix that
   double lastLongitude = 0;     ///< leaves out its degrees takes
   ReadingState reading;
-  std::uint64_t solverWalks = 0;      ///< walks that the solver has made so far, over all maps
-  unsigned rangeRowsMade = 0;  ///< rows of range panes made so far; their shadings take turns
+  std::uint64_t solverWalks = 0;  ///< walks that the solver has made so far, over all maps
+  unsigned rangeRowsMade = 0;     ///< rows of range panes made so far; their shadings take turns
   std::function<PackedDate()> today;  ///< the date that a save writes; the local clock if empty
 };
 

@@ -200,7 +200,10 @@ std::optional<std::string> RangeTipLine(const Range& range, std::uint32_t cluste
     default:
       break;
   }
-  if (line < 0 || range.clusters == nullptr) return std::nullopt;
+  // Where the mask is used up the line of the lowest level is repeated, as tips have always done;
+  // it has to end somewhere.
+  const bool beyondAllLevels = line >= firstLevelLine + ClusterLevels;
+  if (line < 0 || beyondAllLevels || range.clusters == nullptr) return std::nullopt;
   int left = line - firstLevelLine;
   for (int bit = 0; bit < ClusterLevels; ++bit) {
     if (((clusterMask >> static_cast<unsigned>(bit)) & 1U) == 0) continue;

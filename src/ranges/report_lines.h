@@ -24,7 +24,7 @@ std::optional<std::string> IntersectionReportLine(const RangeIntersection& recor
 
 /// One line of the tip of a range.
 /// \param clusterMask  bit i shows the cluster line of (100 - 5 i) %; once the lines of the mask
-///                     are used up, further lines repeat that of 5 %, so a caller bounds them
+///                     are used up, further lines repeat that of 5 %, up to line 24
 std::optional<std::string> RangeTipLine(const Range& range, std::uint32_t clusterMask, int line);
 
 /// One line of the tip, and of the saved text, of an overlap.

@@ -134,6 +134,8 @@ TEST_F(RangeLinesTest, TellTheLevelsOfTheMaskInATip) {
   // The mask is used up: the last level comes again and again.
   EXPECT_EQ(tip[7], "  5% area: 3m^2 clusters: 1");
   EXPECT_EQ(tip[8], tip[7]);
+  EXPECT_EQ(RangeTipLine(range, 0b101, 24), tip[7]);
+  EXPECT_EQ(RangeTipLine(range, 0b101, 25), std::nullopt);
 }
 
 TEST_F(RangeLinesTest, HaveNoNegativeNumber) {
