@@ -63,7 +63,7 @@ bool BearsName(const Map& map, const Point& point, std::string_view name) {
   return !heldHere && PointHasName(point, name);
 }
 
-/// Gives the point every part of the spec that it does not bear yet, making it if there is none.
+/// Gives the point every name of `spec` that it does not bear yet, making it if there is none.
 Point* NameSpecPoint(Map& map, Point* point, std::string_view spec) {
   ForEachPart(spec, [&](std::string_view part) {
     if (point == nullptr) {
