@@ -184,8 +184,9 @@ void DrawRangeName(const MapWindow& view, const RangePanelRow& row) {
   canvas.DrawText(at, *range.name);
 }
 
+/// The hull is the contour of 100 %: without that in its mask a range has neither outline nor hash.
 void DrawRangeOutline(const MapWindow& view, const RangePanelRow& row) {
-  if ((row.clusterMask & 1U) != 0 || row.drawMode == RangeDrawHash) {
+  if ((row.clusterMask & 1U) != 0) {
     DrawPolygonFill(view, row.range->hull, PatternOf(row), row.color);
   }
   DrawRangeName(view, row);

@@ -1,0 +1,220 @@
+#include "view/range_rows.h"
+
+#include "view/fills.h"
+#include "view/view_case.h"
+
+#include <gtest/gtest.h>
+
+namespace orvane {
+namespace {
+
+using Names = std::vector<std::string>;
+
+struct RangeRowsTest : testing::Test, ViewCase {
+  /// A range in front of the others, as the newest.
+  Range& AddRange(const std::string& name) {
+    Range& range = map.ranges.emplace_front();
+    range.name = name;
+    return range;
+  }
+  RangeIntersection& AddOverlap(Range& a, Range& b, const std::string& name) {
+    RangeIntersection& record = map.intersections.emplace_front();
+    record.name = name;
+    record.a.range = &a;
+    record.b.range = &b;
+    return record;
+  }
+  void Build() {
+    BuildTrailRows(view);
+    BuildRangeRows(view);
+  }
+  Names Texts() const {
+    Names texts;
+    for (const RangePanelRow& row : view.rangeViews) texts.push_back(row.text.value_or("<none>"));
+    return texts;
+  }
+  RangePanelRow& RowOf(const Range& range) { return *FindRangeRow(view, range); }
+  RangePanelRow& RowOf(const RangeIntersection& record) {
+    for (RangePanelRow& row : view.rangeViews) {
+      if (row.intersection == &record) return row;
+    }
+    ADD_FAILURE() << "no row";
+    return view.rangeViews.front();
+  }
+};
+
+TEST_F(RangeRowsTest, HoldTheRowNewAlone) {
+  Build();
+  ASSERT_EQ(Texts(), (Names{"New"}));
+  EXPECT_TRUE(view.rangeViews.front().fixed);
+  EXPECT_EQ(view.rangeViews.front().range, nullptr);
+}
+
+TEST_F(RangeRowsTest, StandByNameInAnyCaseRangesFirst) {
+  Range& b = AddRange("bob");
+  Range& z = AddRange("Zoe");
+  Range& a = AddRange("Ana");
+  AddOverlap(a, b, "Intersection of Ana and bob");
+  AddOverlap(z, a, "aaa");
+  Build();
+  EXPECT_EQ(Texts(), (Names{"Ana", "bob", "Zoe", "aaa", "Intersection of Ana and bob", "New"}));
+}
+
+TEST_F(RangeRowsTest, KeepEqualNamesInTheOrderOfTheirAdding) {
+  AddRange("ana");
+  AddRange("ANA");
+  AddRange("Ana");  // the newest, which the list of the map begins with
+  Build();
+  EXPECT_EQ(Texts(), (Names{"Ana", "ANA", "ana", "New"}));
+}
+
+TEST_F(RangeRowsTest, PutANamelessRangeFirst) {
+  AddRange("Ana");
+  AddRange("x").name.reset();
+  Build();
+  EXPECT_EQ(Texts(), (Names{"<none>", "Ana", "New"}));
+}
+
+TEST_F(RangeRowsTest, AddARangeAboveTheOverlaps) {
+  Range& a = AddRange("Ana");
+  Range& b = AddRange("Bob");
+  AddOverlap(a, b, "overlap");
+  Build();
+  Range& z = AddRange("Zoe");
+  const RangePanelRow& row = AddRangeRow(view, &z, nullptr);
+  EXPECT_EQ(row.range, &z);
+  EXPECT_EQ(Texts(), (Names{"Ana", "Bob", "Zoe", "overlap", "New"}));
+}
+
+TEST_F(RangeRowsTest, StartVisibleAndGreyWithoutTrails) {
+  const Range& range = AddRange("Marks");
+  Build();
+  const RangePanelRow& row = RowOf(range);
+  EXPECT_TRUE(row.visible);
+  EXPECT_FALSE(row.selected);
+  EXPECT_EQ(row.color, 0x808080);
+  EXPECT_EQ(row.clusterMask, 0U);
+  EXPECT_EQ(row.drawMode, RangeDrawClear);
+}
+
+TEST_F(RangeRowsTest, TakeHalfTheColourOfTheFirstFollow) {
+  Trail& first = AddTrail("a", {});
+  first.color = 0xFF8001;
+  Trail& second = AddTrail("b", {});
+  second.color = 0x00FF00;
+  Range& range = AddRange("Ana");
+  range.follows = {&first, &second};
+  Build();
+  EXPECT_EQ(RowOf(range).color, 0x7F4000);
+  EXPECT_EQ(RowOf(range).clusterMask, 1U);
+}
+
+TEST_F(RangeRowsTest, TakeTheColourOfTheRowOfAFollowWithoutOne) {
+  Trail& follow = AddTrail("a", {});
+  follow.color = NoColor;
+  Range& range = AddRange("Ana");
+  range.follows = {&follow};
+  BuildTrailRows(view);
+  FindTrailRow(view, follow)->color = 0x204060;
+  BuildRangeRows(view);
+  EXPECT_EQ(RowOf(range).color, 0x102030);
+}
+
+TEST_F(RangeRowsTest, TakeTurnsInShading) {
+  for (const char* name : {"F", "E", "D", "C", "B", "A"}) AddRange(name);
+  Build();
+  std::vector<int> shadings;
+  for (const RangePanelRow& row : view.rangeViews) {
+    if (!row.fixed) shadings.push_back(row.shading);
+  }
+  EXPECT_EQ(shadings, (std::vector<int>{0, 1, 2, 3, 0, 1}));
+}
+
+TEST_F(RangeRowsTest, TakeTurnsInShadingOverAllWindows) {
+  const Range& range = AddRange("A");
+  Build();
+  EXPECT_EQ(RowOf(range).shading, 0);
+  MapWindow other;
+  other.map = &map;
+  BuildRangeRows(other);
+  EXPECT_EQ(other.rangeViews.front().shading, 1);
+}
+
+TEST_F(RangeRowsTest, HideOverlapsAtFirst) {
+  Range& a = AddRange("A");
+  Range& b = AddRange("B");
+  const RangeIntersection& record = AddOverlap(a, b, "overlap");
+  Build();
+  EXPECT_FALSE(RowOf(record).visible);
+  EXPECT_EQ(RowOf(record).clusterMask, 0U);
+  EXPECT_EQ(RowOf(record).range, nullptr);
+}
+
+TEST_F(RangeRowsTest, GiveAnOverlapTheMeanColour) {
+  Range& a = AddRange("A");
+  Range& b = AddRange("B");
+  Build();
+  RowOf(a).color = 0xFF0010;
+  RowOf(b).color = 0x0000FF;
+  RangeIntersection& record = AddOverlap(a, b, "overlap");
+  EXPECT_EQ(AddRangeRow(view, nullptr, &record).color, 0x7F0087);
+}
+
+TEST_F(RangeRowsTest, ShadeAnOverlapUnlikeItsRanges) {
+  Range& a = AddRange("A");
+  Range& b = AddRange("B");
+  Build();
+  RangeIntersection& record = AddOverlap(a, b, "overlap");
+  // By the shadings of a, from above, and b.
+  const int expected[4][4] = {{4, 4, 4, 4}, {4, 4, 5, 5}, {4, 4, 5, 5}, {5, 5, 5, 5}};
+  for (int i = 0; i < 4; ++i) {
+    for (int k = 0; k < 4; ++k) {
+      RowOf(a).shading = i;
+      RowOf(b).shading = k;
+      EXPECT_EQ(AddRangeRow(view, nullptr, &record).shading, expected[i][k]) << i << " " << k;
+      DropRangeRows(view, nullptr);
+    }
+  }
+}
+
+TEST_F(RangeRowsTest, ShadeAnOverlapWithoutRowsByTurns) {
+  Range a;
+  Range b;
+  RangeIntersection& record = AddOverlap(a, b, "overlap");
+  view.rangeViews.clear();
+  workspace.rangeRowsMade = 6;
+  EXPECT_EQ(AddRangeRow(view, nullptr, &record).shading, FillDiagonals);
+  EXPECT_EQ(AddRangeRow(view, nullptr, &record).shading, FillCross);
+  EXPECT_EQ(view.rangeViews.front().color, 0x808080);
+}
+
+TEST_F(RangeRowsTest, DropAndRedoTheOverlapsOfARange) {
+  Range& a = AddRange("A");
+  Range& b = AddRange("B");
+  Range& c = AddRange("C");
+  AddOverlap(a, b, "ab");
+  AddOverlap(b, c, "bc");
+  AddOverlap(a, c, "ac");
+  Build();
+  EXPECT_TRUE(DropRangeRows(view, &b));
+  EXPECT_EQ(Texts(), (Names{"A", "B", "C", "ac", "New"}));
+  EXPECT_FALSE(DropRangeRows(view, &b));
+  EXPECT_TRUE(RedoRangeRows(view, &b));
+  EXPECT_EQ(Texts(), (Names{"A", "B", "C", "ab", "ac", "bc", "New"}));
+  EXPECT_TRUE(DropRangeRows(view, nullptr));
+  EXPECT_EQ(Texts(), (Names{"A", "B", "C", "New"}));
+  map.intersections.clear();
+  EXPECT_FALSE(RedoRangeRows(view, nullptr));
+}
+
+TEST_F(RangeRowsTest, FindTheFirstSelectedOne) {
+  AddRange("A");
+  Range& b = AddRange("B");
+  Build();
+  EXPECT_EQ(FirstSelectedRow(view.rangeViews), nullptr);
+  RowOf(b).selected = true;
+  EXPECT_EQ(FirstSelectedRow(view.rangeViews), &RowOf(b));
+}
+
+}  // namespace
+}  // namespace orvane
