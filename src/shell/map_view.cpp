@@ -3,6 +3,7 @@
 #include "paint/qt_canvas.h"
 #include "view/draw_map.h"
 #include "view/panel_rows.h"
+#include "view/range_rows.h"
 #include "view/view_transform.h"
 
 #include <QKeyEvent>
@@ -36,6 +37,7 @@ bool HasPoints(const Map& map) {
 MapView::MapView(Map& map, QWidget* parent) : QWidget(parent) {
   view_.map = &map;
   BuildTrailRows(view_);
+  BuildRangeRows(view_);
   setFocusPolicy(Qt::StrongFocus);
   setMouseTracking(true);
   setAttribute(Qt::WA_OpaquePaintEvent);
