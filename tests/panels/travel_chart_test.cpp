@@ -13,8 +13,8 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-// Letters are 6 pixels wide and lines 12 high. So the plot begins at 7 letters, two margins of 5 and
-// 3 pixels, x 55 (4 letters, x 43, ... for measures: "1000%" has 5), and is 180 pixels high.
+// Letters are 6 pixels wide and lines 12 high. So the plot is 180 pixels high, and for distances it
+// begins at x 55, behind 7 letters, two margins of 5 and a tick of 3 pixels.
 
 struct TravelChartTest : testing::Test {
   RecordingCanvas canvas{800, 600};
