@@ -3,9 +3,9 @@
 #include "ranges/analysis.h"
 #include "ranges/range_case.h"
 
-#include <gtest/gtest.h>
 #include <algorithm>
 #include <cmath>
+#include <gtest/gtest.h>
 #include <limits>
 
 namespace orvane {
