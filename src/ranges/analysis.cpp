@@ -4,7 +4,7 @@
 #include "geometry/planes.h"
 #include "geometry/polygon.h"
 #include "model/workspace.h"
-#include "ranges/clusters.h"
+#include "ranges/cluster_ranges.h"
 #include "ranges/grid_tally.h"
 #include "ranges/intersections.h"
 #include "ranges/selection.h"
@@ -34,6 +34,20 @@ void ProjectFollows(Range& range) {
   for (const Trail* follow : range.follows) ProjectPoints(follow->points, lon, lat);
 }
 
+/// All steps but the clusters, which need nothing of the others.
+void AnalyzeWithoutClusters(Range& range, Map& map) {
+  ClearRangeAnalysis(range);
+  range.follows = SelectFollows(map, range.keys);
+  range.points = CollectRangePoints(map, range.follows, range.keys);
+  TakeHull(range, map.workspace->messages);
+  ProjectFollows(range);
+  ComputeTravel(range);
+  TallyRangeOnGrid(map, range);
+  range.mcpArea = PolygonArea(range.hull);
+  RangePathLength(range);
+  ProjectPoints(range.points, 0, 0);
+}
+
 }  // namespace
 
 void ClearRangeAnalysis(Range& range) {
@@ -52,22 +66,18 @@ void ClearRangeAnalysis(Range& range) {
 }
 
 void AnalyzeRange(Range& range, Map& map) {
-  Messages& messages = map.workspace->messages;
-  ClearRangeAnalysis(range);
-  range.follows = SelectFollows(map, range.keys);
-  range.points = CollectRangePoints(map, range.follows, range.keys);
-  TakeHull(range, messages);
-  ProjectFollows(range);
-  ComputeTravel(range);
-  TallyRangeOnGrid(map, range);
-  range.mcpArea = PolygonArea(range.hull);
-  RangePathLength(range);
-  range.clusters = ClusterPoints(range.points, messages);
-  ProjectPoints(range.points, 0, 0);
+  AnalyzeWithoutClusters(range, map);
+  Range* const one[] = {&range};
+  ClusterRanges(one, map.workspace->messages);
 }
 
 void AnalyzeAllRanges(Map& map) {
-  for (Range& range : map.ranges) AnalyzeRange(range, map);
+  std::vector<Range*> ranges;
+  for (Range& range : map.ranges) {
+    AnalyzeWithoutClusters(range, map);
+    ranges.push_back(&range);
+  }
+  ClusterRanges(ranges, map.workspace->messages);
   map.intersections.clear();
   for (auto first = map.ranges.begin(); first != map.ranges.end(); ++first) {
     for (auto later = std::next(first); later != map.ranges.end(); ++later) {

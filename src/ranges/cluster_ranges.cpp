@@ -1,0 +1,87 @@
+#include "ranges/cluster_ranges.h"
+
+#include "ranges/clusters.h"
+
+#include <algorithm>
+#include <atomic>
+#include <thread>
+#include <unordered_map>
+#include <vector>
+
+// Clusters come from the places of the points and the order of their list alone, but the method
+// writes to their `projected` fields all the time. So each range is clustered on copies of its own:
+// ranges that share points do not meet, and the vertices of the hulls are turned into the range's
+// points at the end.
+
+namespace orvane {
+
+namespace {
+
+constexpr size_t PointsForThreads = 2000;  // below, a thread costs more than it saves
+constexpr unsigned MostThreads = 8;
+
+/// Copies of the points of one range, no more of them than what clusters look at.
+class PointCopies {
+ public:
+  explicit PointCopies(const std::vector<Point*>& points) {
+    std::unordered_map<Point*, size_t> places;
+    std::vector<size_t> order;
+    for (Point* point : points) {
+      const auto [entry, isNew] = places.try_emplace(point, originals_.size());
+      if (isNew) originals_.push_back(point);
+      order.push_back(entry->second);
+    }
+    copies_.resize(originals_.size());
+    for (size_t i = 0; i < copies_.size(); ++i) copies_[i].geo = originals_[i]->geo;
+    for (const size_t place : order) points_.push_back(&copies_[place]);
+  }
+
+  const std::vector<Point*>& Points() const { return points_; }
+
+  Point* OriginalOf(const Point* copy) const {
+    return originals_[static_cast<size_t>(copy - copies_.data())];
+  }
+
+ private:
+  std::vector<Point*> originals_;
+  std::vector<Point> copies_;
+  std::vector<Point*> points_;
+};
+
+void ClusterOnCopies(Range& range, Messages& messages) {
+  const PointCopies copies(range.points);
+  range.clusters = ClusterPoints(copies.Points(), messages);
+  if (range.clusters == nullptr) return;
+  for (Cluster& cluster : range.clusters->clusters) {
+    for (auto& hull : cluster.hull) {
+      for (Point*& vertex : hull) vertex = copies.OriginalOf(vertex);
+    }
+  }
+}
+
+unsigned ThreadsFor(std::span<Range* const> ranges) {
+  size_t points = 0;
+  for (const Range* range : ranges) points += range->points.size();
+  if (points < PointsForThreads) return 1;
+  const unsigned most = std::min(std::thread::hardware_concurrency(), MostThreads);
+  return static_cast<unsigned>(std::min<size_t>(std::max(most, 1U), ranges.size()));
+}
+
+}  // namespace
+
+void ClusterRanges(std::span<Range* const> ranges, Messages& messages) {
+  std::vector<RecordedMessages> said(ranges.size());
+  std::atomic<size_t> next{0};
+  const auto work = [&] {
+    for (size_t i = next++; i < ranges.size(); i = next++) ClusterOnCopies(*ranges[i], said[i]);
+  };
+  std::vector<std::thread> others;
+  for (unsigned i = 1; i < ThreadsFor(ranges); ++i) others.emplace_back(work);
+  work();
+  for (std::thread& other : others) other.join();
+  for (const RecordedMessages& ofRange : said) {
+    for (const auto& entry : ofRange.Entries()) messages.Post(entry.severity, entry.text);
+  }
+}
+
+}  // namespace orvane
