@@ -166,7 +166,9 @@ std::string ReadSize(const std::string& text, RenderRequest& request) {
 void AddRender(CommandLine& line) {
   auto request = std::make_shared<RenderRequest>();
   CLI::App* command = AddMapCommand(line, "render", "Draw the map into a picture");
-  command->add_option("-o,--output", request->output, "the picture: a .png, .svg or .pdf file")
+  command
+      ->add_option("-o,--output", request->output,
+                   "the picture: a .png, .svg or .pdf file, or - for a PNG on standard output")
       ->required();
   command
       ->add_option_function<std::string>(

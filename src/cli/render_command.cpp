@@ -1,6 +1,7 @@
 #include "cli/render_command.h"
 
 #include "cli/exit_status.h"
+#include "cli/text_output.h"
 #include "paint/render.h"
 #include "places/resolve_location.h"
 #include "view/fit_to_map.h"
@@ -18,6 +19,17 @@ void Rotate(MapWindow& view, double degrees) {
   const LatLon middle = ScreenToMap(view, {view.centerColumn, view.centerRow});
   view.rotation = static_cast<float>(degrees);
   CenterOn(view, middle);
+}
+
+/// Draws into the file, or as a PNG to standard output if it is "-".
+bool Draw(MapWindow& view, const RenderOptions& options, const std::string& output,
+          std::string& error) {
+  if (output != "-") return RenderMap(view, options, output, error);
+  const auto picture = RenderMap(view, PictureFormat::Png, options, error);
+  if (!picture) return false;
+  if (WriteOutput(output, *picture)) return true;
+  error = "Can't write to standard output";
+  return false;
 }
 
 }  // namespace
@@ -50,7 +62,7 @@ int RenderCommand(Map& map, LineMessages& messages, const RenderRequest& request
   RenderOptions options;
   options.antialias = request.antialias;
   std::string error;
-  if (RenderMap(view, options, request.output, error)) return ExitDone;
+  if (Draw(view, options, request.output, error)) return ExitDone;
   messages.Post(Severity::Error, error);
   return ExitFailed;
 }

@@ -10,9 +10,9 @@ namespace orvane {
 
 /// What `render` takes beside the map.
 struct RenderRequest {
-  std::string output;                 ///< its extension names the format
-  int width = 1024;                   ///< pixels
-  int height = 768;                   ///< pixels
+  std::string output;  ///< its extension names the format; "-" is a PNG on standard output
+  int width = 1024;    ///< pixels
+  int height = 768;    ///< pixels
   std::optional<std::string> center;  ///< a location text
   std::optional<double> scale;        ///< metres per pixel
   bool fit = false;                   ///< all points in view

@@ -187,6 +187,38 @@ TEST_F(CommandLine, DumpIsOneDocumentWithALineFeed) {
   EXPECT_NE(run.out.find("M\xC3\xBChle"), std::string::npos);
 }
 
+#ifdef ORVANE_DRAWS
+
+constexpr std::string_view PngHead = "\x89PNG\r\n\x1A\n";
+
+TEST_F(CommandLine, RenderDrawsInTheFormatThatTheExtensionNames) {
+  EXPECT_EQ(Do({"render", "site.map", "-o", "site.png", "--size", "80x60"}).status, 0);
+  EXPECT_TRUE(folder.Read("site.png").starts_with(PngHead));
+  EXPECT_EQ(Do({"render", "-o", "site.pdf", "site.map", "--fit"}).status, 0);
+  EXPECT_TRUE(folder.Read("site.pdf").starts_with("%PDF-"));
+  EXPECT_EQ(Do({"render", "-o", "site.svg", "site.map", "--rotate", "30"}).status, 0);
+  EXPECT_NE(folder.Read("site.svg").find("<svg"), std::string::npos);
+}
+
+TEST_F(CommandLine, RenderWritesAPngToStandardOutput) {
+  const Outcome run = Do({"render", "site.map", "-o", "-", "--size", "40x30"});
+  EXPECT_EQ(run.status, 0) << run.err;
+  EXPECT_TRUE(run.out.starts_with(PngHead));
+}
+
+TEST_F(CommandLine, RenderTellsWhatItCannotDraw) {
+  EXPECT_EQ(Do({"render", "site.map", "-o", "site.bmp"}).status, 1);
+  EXPECT_EQ(Do({"render", "site.map", "-o", "x.png", "--center", "the big tree"}).err,
+            "error: Can't find the big tree\n");
+  EXPECT_EQ(Do({"render", "nowhere.map", "-o", "x.png"}).status, 1);
+  EXPECT_EQ(folder.Read("x.png"), "");
+  ExpectWrongUsage({"render", "site.map", "-o", "x.png", "--size", "12"}, "--size");
+  ExpectWrongUsage({"render", "site.map", "-o", "x.png", "--scale", "0"}, "--scale");
+  ExpectWrongUsage({"render", "site.map"}, "output");
+}
+
+#endif
+
 TEST_F(CommandLine, EuropeanDatesReadTheDayFirst) {
   folder.Write("follow.map", "T\t\tGibbon\t\t2-3-1999\nG\t0800\tN0\tE0\n");
   const std::string march = Do({"--european-dates", "dump", "follow.map"}).out;
