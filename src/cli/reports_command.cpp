@@ -20,13 +20,13 @@ namespace {
 
 /// A new window of the map.
 MapWindow NewView(Map& map) {
-  constexpr int width = 1024;
-  constexpr int height = 768;
+  constexpr int Width = 1024;
+  constexpr int Height = 768;
   MapWindow view;
   view.map = &map;
   BuildTrailRows(view);
   BuildRangeRows(view);
-  SizeView(view, width, height);
+  SizeView(view, Width, Height);
   return view;
 }
 

@@ -19,9 +19,9 @@ constexpr size_t LongestMeasureName = 30;
 
 /// Cuts a coordinate to a whole pixel that any canvas takes.
 int CutPixel(double value) {
-  constexpr double farthest = 32000;
+  constexpr double Farthest = 32000;
   if (std::isnan(value)) return 0;
-  return static_cast<int>(std::clamp(value, -farthest, farthest));
+  return static_cast<int>(std::clamp(value, -Farthest, Farthest));
 }
 
 /// One chart: what it shows and where its axes stand.
@@ -65,14 +65,14 @@ class TravelChart {
   int TickLength() const { return state_.lineHeight / 4; }
 
   void TakeHours() {
-    constexpr int latestStart = 7;
-    constexpr int lateStart = 17;
-    while (start_ < latestStart && HourValue(start_) == 0) ++start_;
+    constexpr int LatestStart = 7;
+    constexpr int LateStart = 17;
+    while (start_ < LatestStart && HourValue(start_) == 0) ++start_;
     // An evening without travel is cut off only where the day begins late, which the line above
     // rules out: all charts end at midnight, so that they can be laid beside each other. Pinned by
     // TravelChart.EndsAtMidnight.
     int last = HoursOfDay - 1;
-    while (start_ > lateStart && last > start_ && HourValue(last) == 0) --last;
+    while (start_ > LateStart && last > start_ && HourValue(last) == 0) --last;
     end_ = last + 1;
   }
 

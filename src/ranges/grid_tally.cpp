@@ -47,6 +47,11 @@ bool HoldsAnything(const CellTally& tally) {
          tally.measure[2] != 0;
 }
 
+size_t IndexInWindow(const CellWindow& window, int row, int column) {
+  return static_cast<size_t>(row - window.firstRow) * static_cast<size_t>(window.columns) +
+         static_cast<size_t>(column - window.firstColumn);
+}
+
 void GridCellsOfPoints(PointSpan points, const Grid& grid) {
   const GridFrame frame = FrameOf(grid);
   for (Point* point : points) {
@@ -67,18 +72,16 @@ void TallyRangeOnGrid(const Map& map, Range& range) {
                                static_cast<size_t>(window.columns));
   for (Point* point : range.points) {
     if (point->duration == 0) point->duration = 1;
-    const int row = RowOf(*point) - window.firstRow;
-    const int column = ColumnOf(*point) - window.firstColumn;
-    AddStop(cells[static_cast<size_t>(row * window.columns + column)], *point);
+    AddStop(cells[IndexInWindow(window, RowOf(*point), ColumnOf(*point))], *point);
     AddStop(range.tally, *point);
   }
   double used = 0;
-  for (int row = 0; row < window.rows; ++row) {
-    for (int column = 0; column < window.columns; ++column) {
-      const CellTally& cell = cells[static_cast<size_t>(row * window.columns + column)];
+  for (int row = window.firstRow; row < window.firstRow + window.rows; ++row) {
+    for (int column = window.firstColumn; column < window.firstColumn + window.columns; ++column) {
+      const CellTally& cell = cells[IndexInWindow(window, row, column)];
       if (cell.minutes != 0) ++used;
       if (HoldsAnything(cell)) {
-        range.cells.push_back({window.firstRow + row, window.firstColumn + column, cell});
+        range.cells.push_back({row, column, cell});
       }
     }
   }

@@ -3,6 +3,8 @@
 #include "geometry/poly.h"
 #include "model/map.h"
 
+#include <cstddef>
+
 namespace orvane {
 
 /// Time and measures by the cells of a survey grid. Cells are counted along north and east from
@@ -13,6 +15,9 @@ void AddStop(CellTally& tally, const Point& stop);
 
 /// True if anything was spent there.
 bool HoldsAnything(const CellTally& tally);
+
+/// \return the place of a cell in a row-major list of the cells of a window that holds it
+size_t IndexInWindow(const CellWindow& window, int row, int column);
 
 /// Overwrites the `projected` north and east of each point by its cell numbers.
 void GridCellsOfPoints(PointSpan points, const Grid& grid);

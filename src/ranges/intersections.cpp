@@ -86,10 +86,13 @@ class WindowTally {
   /// A stop whose cell lies outside the window counts in no cell.
   void Add(const Point& stop) {
     const CellPosition cell = GridCellOf(stop.geo.lat, stop.geo.lon, frame_);
-    const int row = static_cast<int>(cell.alongNorth) - window_.firstRow;
-    const int column = static_cast<int>(cell.alongEast) - window_.firstColumn;
-    if (row < 0 || row >= window_.rows || column < 0 || column >= window_.columns) return;
-    AddStop(cells_[static_cast<size_t>(row * window_.columns + column)], stop);
+    const int row = static_cast<int>(cell.alongNorth);
+    const int column = static_cast<int>(cell.alongEast);
+    if (row < window_.firstRow || row >= window_.firstRow + window_.rows ||
+        column < window_.firstColumn || column >= window_.firstColumn + window_.columns) {
+      return;
+    }
+    AddStop(cells_[IndexInWindow(window_, row, column)], stop);
   }
 
   const std::vector<CellTally>& Cells() const { return cells_; }
@@ -327,8 +330,8 @@ void IntersectRanges(Range& a, Range& b, std::forward_list<RangeIntersection>& l
 }
 
 void IntersectTrailWithRanges(Map& map, Trail& trail, std::forward_list<TrailRangeOverlap>& list) {
-  constexpr size_t fewestPoints = 3;
-  if (!trail.filled || trail.points.size() < fewestPoints) return;
+  constexpr size_t FewestPoints = 3;
+  if (!trail.filled || trail.points.size() < FewestPoints) return;
   const GeoBounds trailBounds = BoundsOf(trail.points);
   for (Range& range : map.ranges) {
     if (range.hull.empty() || !BoundsOverlap(range, trailBounds)) continue;

@@ -41,11 +41,11 @@ std::string Percent(std::int64_t part, std::int64_t whole) {
 // --- Ranges ---------------------------------------------------------------------------------
 
 std::string HourText(const Range& range, int hour) {
-  constexpr double slotsOfHour = 12;
+  constexpr double SlotsOfHour = 12;
   const TravelTally& tally = range.hours[static_cast<size_t>(hour)];
   return TwoDigits(hour) + ":00-" + TwoDigits(hour + 1) +
          ":00: " + Padded(CutText(tally.distance + 0.5), 3) +
-         "m (n=" + Padded(FormatFixed(static_cast<double>(tally.count) / slotsOfHour, 1), 5) + ")";
+         "m (n=" + Padded(FormatFixed(static_cast<double>(tally.count) / SlotsOfHour, 1), 5) + ")";
 }
 
 std::string PathsText(const Range& range) {
@@ -166,16 +166,16 @@ std::optional<std::string> RangeReportLine(const Range& range, int line) {
 
 std::optional<std::string> IntersectionReportLine(const RangeIntersection& record,
                                                   const MeasureNames& names, int line) {
-  constexpr int firstMeasureLine = 10;
-  constexpr int linesOfMeasure = 6;
+  constexpr int FirstMeasureLine = 10;
+  constexpr int LinesOfMeasure = 6;
   if (line < 0) return std::nullopt;
   if (line < 6) return CommonLine(record, line);
   if (line == 6) return BeyondLine(SideA(record));
   if (line == 7) return BeyondLine(SideB(record));
   if (line == 8) return WithinOwnLine(SideA(record));
   if (line == 9) return WithinOwnLine(SideB(record));
-  const auto measure = static_cast<size_t>((line - firstMeasureLine) / linesOfMeasure);
-  const int offset = (line - firstMeasureLine) % linesOfMeasure;
+  const auto measure = static_cast<size_t>((line - FirstMeasureLine) / LinesOfMeasure);
+  const int offset = (line - FirstMeasureLine) % LinesOfMeasure;
   if (measure >= names.size() || !names[measure]) return std::nullopt;
   // Two lines of SM3 bear the name of SM2, in all reports there are.
   const bool namedAsSecond = measure == 2 && offset % 3 == 0;
@@ -184,7 +184,7 @@ std::optional<std::string> IntersectionReportLine(const RangeIntersection& recor
 }
 
 std::optional<std::string> RangeTipLine(const Range& range, std::uint32_t clusterMask, int line) {
-  constexpr int firstLevelLine = 5;
+  constexpr int FirstLevelLine = 5;
   switch (line) {
     case 0:
       return "  " + NameOf(range);
@@ -202,9 +202,9 @@ std::optional<std::string> RangeTipLine(const Range& range, std::uint32_t cluste
   }
   // Where the mask is used up the line of the lowest level is repeated, as tips have always done;
   // it has to end somewhere.
-  const bool beyondAllLevels = line >= firstLevelLine + ClusterLevels;
+  const bool beyondAllLevels = line >= FirstLevelLine + ClusterLevels;
   if (line < 0 || beyondAllLevels || range.clusters == nullptr) return std::nullopt;
-  int left = line - firstLevelLine;
+  int left = line - FirstLevelLine;
   for (int bit = 0; bit < ClusterLevels; ++bit) {
     if (((clusterMask >> static_cast<unsigned>(bit)) & 1U) == 0) continue;
     if (left-- == 0) return ClusterLevelLine(range, ClusterLevels - 1 - bit, false);
@@ -214,10 +214,10 @@ std::optional<std::string> RangeTipLine(const Range& range, std::uint32_t cluste
 
 std::optional<std::string> RangeTipLine(const RangeIntersection& record, const MeasureNames& names,
                                         int line) {
-  constexpr int firstMeasureLine = 6;
+  constexpr int FirstMeasureLine = 6;
   if (line < 0) return std::nullopt;
-  if (line < firstMeasureLine) return CommonLine(record, line);
-  const auto measure = static_cast<size_t>((line - firstMeasureLine) / 2);
+  if (line < FirstMeasureLine) return CommonLine(record, line);
+  const auto measure = static_cast<size_t>((line - FirstMeasureLine) / 2);
   if (measure >= names.size() || !names[measure]) return std::nullopt;
   // The lines of SM3 bear the name of SM2, in all texts there are.
   const std::string name = measure == 2 ? names[1].value_or("") : *names[measure];

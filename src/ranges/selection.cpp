@@ -54,9 +54,9 @@ std::optional<Element> TakeSet(std::string_view& rest) {
     rest.remove_prefix(used);
   }
   if (rest.empty()) return std::nullopt;
-  constexpr size_t skippedBehindComplement = 2;
+  constexpr size_t SkippedBehindComplement = 2;
   rest.remove_prefix(1);
-  if (set.negated) rest.remove_prefix(std::min(rest.size(), skippedBehindComplement));
+  if (set.negated) rest.remove_prefix(std::min(rest.size(), SkippedBehindComplement));
   return set;
 }
 

@@ -30,12 +30,12 @@ int PatternOf(const RangePanelRow& row) {
 
 // --- Cells ----------------------------------------------------------------------------------
 
-/// The shade of a cell that holds a percentage of the whole, on screen and on paper.
+/// The shade of a cell that holds a percentage of the whole, on Screen and on Paper.
 Color ShadeOf(long percent, bool print) {
-  static constexpr std::array<Color, 5> screen = {0xB0B0B0, 0xA0A0A0, 0x808080, 0x606060, 0x404040};
-  static constexpr std::array<Color, 5> paper = {0xF0F0F0, 0xE0E0E0, 0xC0C0C0, 0x808080, 0x404040};
+  static constexpr std::array<Color, 5> Screen = {0xB0B0B0, 0xA0A0A0, 0x808080, 0x606060, 0x404040};
+  static constexpr std::array<Color, 5> Paper = {0xF0F0F0, 0xE0E0E0, 0xC0C0C0, 0x808080, 0x404040};
   const auto index = static_cast<size_t>(std::clamp(percent, 0L, 4L));
-  return print ? paper[index] : screen[index];
+  return print ? Paper[index] : Screen[index];
 }
 
 /// What a mode of drawing shows of a cell.
@@ -80,11 +80,11 @@ void InsetByPixel(std::vector<Pixel>& corners) {
 }
 
 void DrawCellShades(const MapWindow& view, const Range& range, int drawMode) {
-  constexpr int narrowestCell = 3;  // pixels
+  constexpr int NarrowestCell = 3;  // pixels
   std::int64_t total = 0;
   for (const RangeCell& cell : range.cells) total += ShownValue(cell.tally, drawMode);
   if (total <= 0 || (range.grid->corner->flags & PointPlaced) == 0) return;
-  if (range.grid->cellSize * static_cast<double>(view.scale) < narrowestCell) return;
+  if (range.grid->cellSize * static_cast<double>(view.scale) < NarrowestCell) return;
   for (const RangeCell& cell : range.cells) {
     const std::int64_t value = ShownValue(cell.tally, drawMode);
     if (value == 0) continue;
@@ -102,9 +102,9 @@ void DrawCellShades(const MapWindow& view, const Range& range, int drawMode) {
 Color FadedColor(Color color, Color background, int level) {
   Color faded = 0;
   for (int shift = 0; shift <= 16; shift += 8) {
-    constexpr Color channel = 0xFF;
-    const Color strong = (color >> shift) & channel;
-    const Color weak = (background >> shift) & channel;
+    constexpr Color Channel = 0xFF;
+    const Color strong = (color >> shift) & Channel;
+    const Color weak = (background >> shift) & Channel;
     faded |= ((strong * level + weak * (ClusterLevels - level)) / ClusterLevels) << shift;
   }
   return faded;
@@ -159,11 +159,11 @@ void DrawOverlaps(const MapWindow& view, const GeoBounds& box) {
 // --- Outlines -------------------------------------------------------------------------------
 
 void DrawRangeName(const MapWindow& view, const RangePanelRow& row) {
-  constexpr double metersPerDegree = 60.0 * 1852.0;
-  constexpr double smallestNamed = 40;  // pixels
+  constexpr double MetersPerDegree = 60.0 * 1852.0;
+  constexpr double SmallestNamed = 40;  // pixels
   const Range& range = *row.range;
   const double span = (range.maxLat - range.minLat) + (range.maxLon - range.minLon);
-  if (!range.name || !(span * metersPerDegree * static_cast<double>(view.scale) >= smallestNamed)) {
+  if (!range.name || !(span * MetersPerDegree * static_cast<double>(view.scale) >= SmallestNamed)) {
     return;
   }
   Canvas& canvas = *view.target;

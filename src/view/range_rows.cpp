@@ -16,17 +16,17 @@ constexpr unsigned RangeShadings = 4;
 constexpr std::uint32_t WholeRangeContour = 1;  // the bit of the 100 % contour
 constexpr const char* NewText = "New";
 
-/// Each channel halved.
+/// Each Channel halved.
 Color HalfOf(Color color) {
-  constexpr Color withoutLowBits = 0x7F7F7F;
-  return (color >> 1) & withoutLowBits;
+  constexpr Color WithoutLowBits = 0x7F7F7F;
+  return (color >> 1) & WithoutLowBits;
 }
 
 Color MeanOf(Color a, Color b) {
   Color mean = 0;
   for (int shift = 0; shift <= 16; shift += 8) {
-    constexpr Color channel = 0xFF;
-    mean |= ((((a >> shift) & channel) + ((b >> shift) & channel)) / 2) << shift;
+    constexpr Color Channel = 0xFF;
+    mean |= ((((a >> shift) & Channel) + ((b >> shift) & Channel)) / 2) << shift;
   }
   return mean;
 }
