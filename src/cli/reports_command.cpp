@@ -52,7 +52,7 @@ int TrailsCommand(Map& map, LineMessages& messages, const std::vector<std::strin
   std::vector<Trail*> trails;
   for (const TrailPanelRow* row : TrailRowsInOrder(view.trailViews)) {
     if (row->trail == nullptr) continue;
-    if (named.empty() || named.count(row->trail) > 0) trails.push_back(row->trail);
+    if (named.empty() || named.contains(row->trail)) trails.push_back(row->trail);
   }
   return Print(TrailSummaryText(trails, map.magneticDeviation));
 }

@@ -197,10 +197,10 @@ std::string TrailSummaryText(const std::vector<Trail*>& trails, double magneticD
     text.append(heading.second) += '\t';
   }
   text += '\n';
-  constexpr int columns = static_cast<int>(TrailSummaryColumns);
+  constexpr int Columns = static_cast<int>(TrailSummaryColumns);
   for (Trail* trail : trails) {
     text += trail->name.value_or("");
-    for (int column = 1; column < columns; ++column) {
+    for (int column = 1; column < Columns; ++column) {
       text += '\t' + TrailSummaryCell(*trail, column, magneticDeviation);
     }
     text += '\n';

@@ -181,15 +181,15 @@ class TravelChart {
 }  // namespace
 
 double ChartAxisTop(double peak) {
-  static constexpr std::pair<double, double> steps[] = {{3160, 1000}, {1000, 500}, {316, 100},
+  static constexpr std::pair<double, double> Steps[] = {{3160, 1000}, {1000, 500}, {316, 100},
                                                         {100, 50},    {32, 10},    {10, 5}};
-  for (const auto& [above, step] : steps) {
+  for (const auto& [above, step] : Steps) {
     if (peak > above) return std::trunc(peak / step + 1) * step;
   }
   if (peak > 1) return peak + 1;
-  static constexpr std::pair<double, double> tops[] = {{0.5, 1.0},  {0.25, 0.5},   {0.1, 0.25},
+  static constexpr std::pair<double, double> Tops[] = {{0.5, 1.0},  {0.25, 0.5},   {0.1, 0.25},
                                                        {0.05, 0.1}, {0.025, 0.05}, {0.001, 0.025}};
-  for (const auto& [above, axisTop] : tops) {
+  for (const auto& [above, axisTop] : Tops) {
     if (peak > above) return axisTop;
   }
   return 0.001;

@@ -85,10 +85,10 @@ std::optional<std::vector<Element>> ParseTemplate(std::string_view rest) {
 
 /// Only the last star met has ever to be tried again, further on in the text.
 bool Fits(const std::vector<Element>& elements, std::string_view text) {
-  constexpr size_t none = static_cast<size_t>(-1);
+  constexpr size_t NoStar = static_cast<size_t>(-1);
   size_t element = 0;
   size_t at = 0;
-  size_t star = none;
+  size_t star = NoStar;
   size_t starAt = 0;
   while (at < text.size()) {
     if (element < elements.size() && elements[element].kind == Element::Kind::Star) {
@@ -97,7 +97,7 @@ bool Fits(const std::vector<Element>& elements, std::string_view text) {
     } else if (element < elements.size() && elements[element].Fits(text[at])) {
       ++element;
       ++at;
-    } else if (star != none) {
+    } else if (star != NoStar) {
       element = star + 1;
       at = ++starAt;
     } else {
