@@ -348,12 +348,13 @@ struct Range : GeoBounds {
 /// What one of two overlapping ranges spent where.
 struct OverlapShare {
   Range* range = nullptr;
-  CellTally tally;        ///< in the overlap
-  CellTally beyond;       ///< outside the other's hull, within the margin
-  CellTally withinOther;  ///< inside the other's hull, within the margin of its edge
-  CellTally withinOwn;    ///< inside the other's hull, within the margin of the own edge
-  float timeShare = 0;    ///< percent of the range's time in the overlap
-  float cellShare = 0;    ///< percent of the range's time in cells that both use
+  CellTally tally;               ///< in the overlap
+  std::vector<RangeCell> cells;  ///< in the overlap, those with any value; none without a grid
+  CellTally beyond;              ///< outside the other's hull, within the margin
+  CellTally withinOther;         ///< inside the other's hull, within the margin of its edge
+  CellTally withinOwn;           ///< inside the other's hull, within the margin of the own edge
+  float timeShare = 0;           ///< percent of the range's time in the overlap
+  float cellShare = 0;           ///< percent of the range's time in cells that both use
 };
 
 /// The overlap of the hulls of two ranges; the bounds are those of `polygon`.

@@ -97,6 +97,19 @@ class WindowTally {
 
   const std::vector<CellTally>& Cells() const { return cells_; }
 
+  /// The cells with any value, row-major.
+  std::vector<RangeCell> UsedCells() const {
+    std::vector<RangeCell> used;
+    for (int row = window_.firstRow; row < window_.firstRow + window_.rows; ++row) {
+      for (int column = window_.firstColumn; column < window_.firstColumn + window_.columns;
+           ++column) {
+        const CellTally& tally = cells_[IndexInWindow(window_, row, column)];
+        if (HoldsAnything(tally)) used.push_back({row, column, tally});
+      }
+    }
+    return used;
+  }
+
  private:
   CellWindow window_;
   GridFrame frame_;
@@ -285,7 +298,10 @@ void FillShares(RangeIntersection& record, Messages& messages) {
       PercentTimeInIntersection(a, b, record, record.a, orNull(cellsA), messages));
   record.b.timeShare = static_cast<float>(
       PercentTimeInIntersection(b, a, record, record.b, orNull(cellsB), messages));
-  if (record.grid != nullptr) TallyCommonCells(record, *cellsA, *cellsB);
+  if (record.grid == nullptr) return;
+  TallyCommonCells(record, *cellsA, *cellsB);
+  record.a.cells = cellsA->UsedCells();
+  record.b.cells = cellsB->UsedCells();
 }
 
 }  // namespace

@@ -79,18 +79,23 @@ void InsetByPixel(std::vector<Pixel>& corners) {
   }
 }
 
-void DrawCellShades(const MapWindow& view, const Range& range, int drawMode) {
+bool ShowsCells(const RangePanelRow& row) {
+  return row.drawMode >= RangeDrawCoreGrid && row.drawMode <= RangeDrawSm3;
+}
+
+void DrawCellShades(const MapWindow& view, const Grid* grid, const std::vector<RangeCell>& cells,
+                    int drawMode) {
   constexpr int NarrowestCell = 3;  // pixels
   std::int64_t total = 0;
-  for (const RangeCell& cell : range.cells) total += ShownValue(cell.tally, drawMode);
-  if (total <= 0 || (range.grid->corner->flags & PointPlaced) == 0) return;
-  if (range.grid->cellSize * static_cast<double>(view.scale) < NarrowestCell) return;
-  for (const RangeCell& cell : range.cells) {
+  for (const RangeCell& cell : cells) total += ShownValue(cell.tally, drawMode);
+  if (grid == nullptr || total <= 0 || (grid->corner->flags & PointPlaced) == 0) return;
+  if (grid->cellSize * static_cast<double>(view.scale) < NarrowestCell) return;
+  for (const RangeCell& cell : cells) {
     const std::int64_t value = ShownValue(cell.tally, drawMode);
     if (value == 0) continue;
     const long percent = (total / 2 + value * 100) / total;
     const Color color = ShadeOf(percent, IsPrint(view));
-    std::vector<Pixel> corners = CornersOf(view, *range.grid, cell);
+    std::vector<Pixel> corners = CornersOf(view, *grid, cell);
     InsetByPixel(corners);
     view.target->SetPen({0, PenPattern::Hollow, color});
     view.target->SetBrush({true, color});
@@ -124,10 +129,7 @@ void DrawClusterContours(const MapWindow& view, const RangePanelRow& row) {
 }
 
 void DrawRangeCells(const MapWindow& view, const RangePanelRow& row) {
-  if (row.drawMode >= RangeDrawCoreGrid && row.drawMode <= RangeDrawSm3 &&
-      row.range->grid != nullptr) {
-    DrawCellShades(view, *row.range, row.drawMode);
-  }
+  if (ShowsCells(row)) DrawCellShades(view, row.range->grid, row.range->cells, row.drawMode);
   DrawClusterContours(view, row);
 }
 
@@ -152,7 +154,10 @@ void DrawOverlaps(const MapWindow& view, const GeoBounds& box) {
   }
   for (const RangePanelRow& row : view.rangeViews) {
     if (!row.visible || row.intersection == nullptr || !Meets(*row.intersection, box)) continue;
-    DrawPolygonFill(view, row.intersection->polygon, PatternOf(row), row.color);
+    const RangeIntersection& record = *row.intersection;
+    // The cells are those of the first range, as a row of an overlap has always shown them.
+    if (ShowsCells(row)) DrawCellShades(view, record.grid, record.a.cells, row.drawMode);
+    DrawPolygonFill(view, record.polygon, PatternOf(row), row.color);
   }
 }
 

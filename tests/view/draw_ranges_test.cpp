@@ -337,6 +337,28 @@ TEST_F(DrawRangesTest, DrawsAnOverlapByItsOwnRow) {
   EXPECT_TRUE(canvas.Lines().empty());
 }
 
+TEST_F(DrawRangesTest, ShadesTheCellsOfAnOverlapForItsFirstRange) {
+  Range& a = AddRange("", 0, 0, 100);
+  Range& b = AddRange("", 50, 50, 100);
+  RangeIntersection& record = AddOverlap(a, b, 0, 0, 100);
+  record.grid = &AddGrid(Add("Corner", 0, 0), 10, 10, 10);
+  record.a.cells = {Cell(0, 0, 900), Cell(1, 0, 2)};
+  record.b.cells = {Cell(5, 5, 7)};
+  RangePanelRow& row = view.rangeViews.emplace_back();
+  row.intersection = &record;
+  row.visible = true;
+  row.drawMode = RangeDrawCoreGrid;
+  Draw();
+  const Lines brushes = canvas.Having("brush");
+  ASSERT_GE(brushes.size(), 2U);
+  EXPECT_EQ(brushes[0], "brush solid 404040");
+  EXPECT_EQ(brushes[1], "brush solid b0b0b0");
+  EXPECT_EQ(canvas.Count("polygon"), 3);  // two cells and the outline
+  row.drawMode = RangeDrawClear;
+  Draw();
+  EXPECT_EQ(canvas.Count("polygon"), 1);
+}
+
 TEST_F(DrawRangesTest, DrawsShadesThenOverlapsThenOutlines) {
   Range& a = AddRange("Anabel", 0, 0, 100);
   Range& b = AddRange("", 50, 50, 100);
