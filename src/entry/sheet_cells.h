@@ -1,0 +1,57 @@
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+namespace orvane {
+
+/// A follow sheet is text "saved as tab separated data": a row a line, cells between single tabs.
+
+/// References to a column of a sheet: 0 is the first. Two more values say why there is none.
+constexpr int ColumnBlank = -1;      ///< the field was left empty
+constexpr int ColumnMalformed = -2;  ///< the field names no column
+constexpr int MostColumns = 31;      ///< columns from 0 to 30 can be referred to
+
+/// Reads what a column field holds: a whole number, counted from 0, or letters in either case,
+/// where A is the first column and AA follows Z. Numbers count from 0 and letters from A on purpose:
+/// the fields of old sheets are remembered both ways.
+/// \return 0 to 30, `ColumnBlank` for an empty text, else `ColumnMalformed`
+int ParseColumnRef(std::string_view text);
+
+/// The cell of a row. One that begins and ends with a double quote loses both; any other loses one
+/// blank at its end, if there is one, and only one.
+/// \param column  below 1 means the first, so that a column that was not given reads that
+/// \return a part of `row`; empty if the row has fewer columns
+std::string_view ColumnText(std::string_view row, int column);
+
+/// The whole number in a cell. Quotes are taken off as `ColumnText` does, but a blank at the end
+/// stays and makes it no number.
+/// \return 0 for a cell that is no whole number of 32 bits, or is missing
+int ColumnNumber(std::string_view row, int column);
+
+/// Whether a time can be meant: "hmm" or "hhmm" up to 2400 with minutes up to 59, or "h:mm" with
+/// hours up to 24 and minutes up to 60. Behind "h:mm" may stand blanks and "am" or "pm", and in
+/// fact any text, unless the minutes are negative: sheets typed with remarks in that cell have
+/// always been taken.
+bool ValidTimeText(std::string_view text);
+
+/// Cuts a sheet into its lines. A line ends at a line feed. Of a longer line `LongestLine` bytes
+/// are taken at a time, and the rest is the next line: notes at the end of long rows have always
+/// come in so, as rows without a date or a place.
+class SheetLines {
+ public:
+  /// The largest number of bytes of a line, its line feed included.
+  static constexpr size_t LongestLine = 399;
+
+  /// \param text  the whole file; not copied, must outlive this
+  explicit SheetLines(std::string_view text) : rest_(text) {}
+
+  /// \return the next line, without a line feed and then a carriage return at its end; nothing at
+  ///         the end of the text
+  std::optional<std::string_view> Next();
+
+ private:
+  std::string_view rest_;
+};
+
+}  // namespace orvane
