@@ -1,6 +1,6 @@
 #pragma once
 
-#include "shell/map_view.h"
+#include "shell/map/map_view.h"
 
 #include <QMainWindow>
 

@@ -2,7 +2,7 @@
 // CMakeLists.txt), as Qt takes its scale from the environment when it starts.
 
 #include "paint/small_map.h"
-#include "shell/map_view.h"
+#include "shell/map/map_view.h"
 #include "view/view_transform.h"
 
 #include <QTest>

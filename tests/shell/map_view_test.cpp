@@ -1,4 +1,4 @@
-#include "shell/map_view.h"
+#include "shell/map/map_view.h"
 
 #include "paint/small_map.h"
 #include "view/view_transform.h"

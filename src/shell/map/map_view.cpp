@@ -1,4 +1,4 @@
-#include "shell/map_view.h"
+#include "shell/map/map_view.h"
 
 #include "paint/qt_canvas.h"
 #include "view/draw_map.h"
@@ -52,6 +52,7 @@ QSize MapView::sizeHint() const { return {1200, 800}; }
 void MapView::RequestRepaint() {
   bufferOld_ = true;
   update();
+  Q_EMIT viewChanged();
 }
 
 Pixel MapView::DevicePixel(QPointF position) const {
@@ -181,9 +182,11 @@ void MapView::mousePressEvent(QMouseEvent* event) {
 void MapView::mouseMoveEvent(QMouseEvent* event) {
   const Pixel pixel = DevicePixel(event->position());
   view_.pointer = pixel;
-  if ((view_.flags & MapWindowPan) == 0) return;
-  PanTo(view_, pixel);
-  RequestRepaint();
+  if ((view_.flags & MapWindowPan) != 0) {
+    PanTo(view_, pixel);
+    RequestRepaint();
+  }
+  Q_EMIT pointerMoved();
 }
 
 void MapView::mouseReleaseEvent(QMouseEvent* event) {
@@ -207,6 +210,11 @@ void MapView::wheelEvent(QWheelEvent* event) {
   if (units == 0) return;
   ZoomAboutPixel(view_, DevicePixel(event->position()), std::exp2(units / WheelUnitsPerDoubling));
   RequestRepaint();
+}
+
+void MapView::focusInEvent(QFocusEvent* event) {
+  QWidget::focusInEvent(event);
+  Q_EMIT focusIn();
 }
 
 void MapView::leaveEvent(QEvent*) {

@@ -33,6 +33,16 @@ class MapView final : public QWidget {
 
   QSize sizeHint() const override;
 
+ Q_SIGNALS:
+  /// The view looks elsewhere, or is drawn anew for another reason.
+  void viewChanged();
+  /// The pointer stands elsewhere, or a drag has begun or ended.
+  void pointerMoved();
+  /// A transect was drawn: it runs along `View().selection`.
+  void transectDrawn();
+  /// The map has got the keyboard.
+  void focusIn();
+
  protected:
   void paintEvent(QPaintEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
@@ -43,6 +53,7 @@ class MapView final : public QWidget {
   void mouseDoubleClickEvent(QMouseEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
   void leaveEvent(QEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
 
  private:
   Pixel DevicePixel(QPointF position) const;

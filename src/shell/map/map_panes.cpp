@@ -1,0 +1,136 @@
+#include "shell/map/map_panes.h"
+
+#include "shell/map/list_pane.h"
+#include "shell/map/map_area.h"
+#include "shell/map/map_view.h"
+
+#include <QApplication>
+#include <QListWidget>
+#include <QMouseEvent>
+#include <QRubberBand>
+#include <QStyle>
+
+namespace orvane {
+namespace {
+
+QRect ToRect(const PixelRect& rect) {
+  return QRect(rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top);
+}
+
+Pixel ToPixel(QPoint at) { return {at.x(), at.y()}; }
+
+}  // namespace
+
+MapPanes::MapPanes(Map& map, const PaneSizes& sizes, QWidget* parent)
+    : QWidget(parent),
+      trails_(new ListPane(tr("Trails"), this)),
+      ranges_(new ListPane(tr("Ranges"), this)),
+      area_(new MapArea(map, this)),
+      focusRectangle_(new QRubberBand(QRubberBand::Line, this)),
+      wanted_(sizes) {
+  trails_->List().setObjectName(QStringLiteral("trailList"));
+  ranges_->List().setObjectName(QStringLiteral("rangeList"));
+  setMouseTracking(true);
+  // Over the panes the cursor is theirs; the dividers are all that is left of this widget.
+  for (QWidget* pane : {static_cast<QWidget*>(trails_), static_cast<QWidget*>(ranges_),
+                        static_cast<QWidget*>(area_)}) {
+    pane->setCursor(Qt::ArrowCursor);
+  }
+  trails_->List().installEventFilter(this);
+  ranges_->List().installEventFilter(this);
+  View().installEventFilter(this);
+  setFocusProxy(&View());
+}
+
+MapView& MapPanes::View() { return area_->View(); }
+
+QListWidget& MapPanes::TrailList() { return trails_->List(); }
+
+QListWidget& MapPanes::RangeList() { return ranges_->List(); }
+
+void MapPanes::SetSizes(const PaneSizes& sizes) {
+  wanted_ = sizes;
+  LayOut();
+}
+
+void MapPanes::LayOut() {
+  const int scrollBar = style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, this);
+  layout_ = LayOutPanes(width(), height(), wanted_, scrollBar);
+  const auto place = [](QWidget* pane, const PixelRect& rect) {
+    pane->setGeometry(ToRect(rect));
+    pane->setVisible(rect.right > rect.left && rect.bottom > rect.top);
+  };
+  place(trails_, layout_.trails);
+  place(ranges_, layout_.ranges);
+  area_->setGeometry(ToRect(layout_.map));
+}
+
+void MapPanes::resizeEvent(QResizeEvent*) { LayOut(); }
+
+void MapPanes::ShowFocusRectangle(QPoint at) {
+  const int half = DividerSize / 2;
+  const QRect place = dragged_ == PaneDivider::BesideMap
+                          ? QRect(at.x() - half, 0, DividerSize, height())
+                          : QRect(0, at.y() - half, width(), DividerSize);
+  focusRectangle_->setGeometry(place);
+  focusRectangle_->raise();
+  focusRectangle_->show();
+}
+
+void MapPanes::mousePressEvent(QMouseEvent* event) {
+  if (event->button() != Qt::LeftButton || dragged_ != PaneDivider::None) return;
+  const QPoint at = event->position().toPoint();
+  dragged_ = DividerAt(layout_, ToPixel(at));
+  if (dragged_ != PaneDivider::None) ShowFocusRectangle(at);
+}
+
+void MapPanes::mouseMoveEvent(QMouseEvent* event) {
+  const QPoint at = event->position().toPoint();
+  if (dragged_ != PaneDivider::None) {
+    ShowFocusRectangle(at);
+    return;
+  }
+  const PaneDivider under = DividerAt(layout_, ToPixel(at));
+  if (under == PaneDivider::BesideMap) setCursor(Qt::SplitHCursor);
+  if (under == PaneDivider::BetweenLists) setCursor(Qt::SplitVCursor);
+  if (under == PaneDivider::None) unsetCursor();
+}
+
+void MapPanes::mouseReleaseEvent(QMouseEvent* event) {
+  if (event->button() != Qt::LeftButton || dragged_ == PaneDivider::None) return;
+  focusRectangle_->hide();
+  const PaneDivider divider = dragged_;
+  dragged_ = PaneDivider::None;
+  SetSizes(SizesAfterDrop(layout_, divider, ToPixel(event->position().toPoint())));
+  wanted_ = layout_.sizes;
+  Q_EMIT dividerMoved(wanted_.panelWidth, wanted_.panelHeight);
+}
+
+void MapPanes::leaveEvent(QEvent*) {
+  if (dragged_ == PaneDivider::None) unsetCursor();
+}
+
+bool MapPanes::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::FocusIn) FollowFocus(qobject_cast<QWidget*>(watched));
+  if (event->type() == QEvent::FocusOut) {
+    // A menu or a box gives the keyboard back; another part of this window reports by itself.
+    const auto reason = static_cast<QFocusEvent*>(event)->reason();
+    if (reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason ||
+        reason == Qt::MouseFocusReason || reason == Qt::OtherFocusReason) {
+      FollowFocus(QApplication::focusWidget());
+    }
+  }
+  return false;
+}
+
+void MapPanes::FollowFocus(QWidget* now) {
+  FocusPlace place = FocusPlace::Neither;
+  if (now == &trails_->List()) place = FocusPlace::TrailList;
+  if (now == &ranges_->List()) place = FocusPlace::RangeList;
+  if (now == &View()) place = FocusPlace::MapView;
+  if (place == focus_) return;
+  focus_ = place;
+  Q_EMIT focusPlaceChanged(place);
+}
+
+}  // namespace orvane
