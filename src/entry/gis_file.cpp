@@ -1,0 +1,33 @@
+#include "entry/gis_file.h"
+
+#include "entry/gis_values.h"
+
+namespace orvane {
+
+namespace {
+
+constexpr std::string_view Utf8Mark = "\xEF\xBB\xBF";
+
+/// True for a text of two bytes a character, by the mark that it begins with.
+bool IsUtf16(std::string_view text) {
+  return text.starts_with("\xFF\xFE") || text.starts_with("\xFE\xFF");
+}
+
+}  // namespace
+
+GisFile ReadGisText(std::string_view text, std::string_view name, Messages& messages) {
+  if (IsUtf16(text)) {
+    // XML says by itself how it is written.
+    constexpr size_t FirstCharacter = 2;
+    const std::string_view first = text.substr(FirstCharacter, FirstCharacter);
+    if (first.find('<') != std::string_view::npos) return ReadGpx(text, name, messages);
+    NoteError(messages, "File %s is in UTF-16, which can't be read; save it as plain text", {name});
+    return {};
+  }
+  if (text.starts_with(Utf8Mark)) text.remove_prefix(Utf8Mark.size());
+  if (TrimSpace(text.substr(0, text.find('<') + 1)) == "<")
+    return ReadGpx(TrimSpace(text), name, messages);
+  return ReadGisLines(text, name, messages);
+}
+
+}  // namespace orvane

@@ -1,0 +1,230 @@
+#include "entry/gis_file.h"
+#include "entry/gis_values.h"
+#include "geo/positions.h"
+
+#include <algorithm>
+#include <expat.h>
+#include <limits>
+#include <memory>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+// GPX is XML of a fixed outline:
+//
+//     gpx ─┬─ wpt lat lon ─┬─ ele, time, name
+//          ├─ rte ─ rtept  │
+//          └─ trk ─┬─ name │
+//                  └─ trkseg ─ trkpt lat lon ─ ele, time
+//
+// The walk keeps the kind of each open element on a stack, so that a name within an extension, say,
+// is not taken for that of the track around it. Entities are not declared in such files; one that
+// does so is refused there, since a few lines of them can stand for gigabytes.
+
+namespace orvane {
+
+namespace {
+
+enum class Element : unsigned char {
+  Other,
+  Gpx,
+  Waypoint,
+  Route,
+  Track,
+  Segment,
+  TrackPoint,
+  Name,
+  Elevation,
+  Time
+};
+
+/// Which names mean something within which element.
+struct Place {
+  Element within;
+  std::string_view name;
+  Element element;
+};
+constexpr Place Places[] = {
+    {Element::Gpx, "wpt", Element::Waypoint},
+    {Element::Gpx, "rte", Element::Route},
+    {Element::Gpx, "trk", Element::Track},
+    {Element::Waypoint, "name", Element::Name},
+    {Element::Waypoint, "ele", Element::Elevation},
+    {Element::Track, "name", Element::Name},
+    {Element::Track, "trkseg", Element::Segment},
+    {Element::Segment, "trkpt", Element::TrackPoint},
+    {Element::TrackPoint, "ele", Element::Elevation},
+    {Element::TrackPoint, "time", Element::Time},
+};
+
+/// The part behind a namespace's prefix.
+std::string_view LocalName(const char* name) {
+  const std::string_view whole(name);
+  const size_t colon = whole.rfind(':');
+  return colon == std::string_view::npos ? whole : whole.substr(colon + 1);
+}
+
+/// The date of "2004-02-18T08:00:00Z".
+std::string DateOf(std::string_view time) {
+  time = TrimSpace(time);
+  return CleanName(time.substr(0, std::min(time.find_first_of("T "), time.size())));
+}
+
+struct FreeParser {
+  void operator()(XML_Parser parser) const { XML_ParserFree(parser); }
+};
+
+class GpxWalk {
+ public:
+  GpxWalk(std::string_view fileName, Messages& messages)
+      : parser_(XML_ParserCreate(nullptr)), fileName_(fileName), messages_(messages) {}
+
+  GisFile Read(std::string_view text) {
+    if (parser_ == nullptr) return {};  // no memory
+    XML_SetUserData(parser_.get(), this);
+    XML_SetElementHandler(parser_.get(), &GpxWalk::OnStart, &GpxWalk::OnEnd);
+    XML_SetCharacterDataHandler(parser_.get(), &GpxWalk::OnText);
+    XML_SetEntityDeclHandler(parser_.get(), &GpxWalk::OnEntity);
+    Parse(text);
+    TellLeftOut(leftOut_, fileName_, messages_);
+    if (!isGpx_ && !isBroken_) NoteError(messages_, "%s is no GPX file", {fileName_});
+    if (hasRoutes_) NoteWarning(messages_, "%s: routes are left out", {fileName_});
+    std::erase_if(file_.tracks, [](const GisTrack& track) { return track.fixes.empty(); });
+    return std::move(file_);
+  }
+
+ private:
+  static void XMLCALL OnStart(void* walk, const XML_Char* name, const XML_Char** attributes) {
+    static_cast<GpxWalk*>(walk)->Open(name, attributes);
+  }
+  static void XMLCALL OnEnd(void* walk, const XML_Char* /*name*/) {
+    static_cast<GpxWalk*>(walk)->Close();
+  }
+  static void XMLCALL OnText(void* walk, const XML_Char* text, int length) {
+    auto& self = *static_cast<GpxWalk*>(walk);
+    if (self.keepsText_) self.text_.append(text, static_cast<size_t>(length));
+  }
+  static void XMLCALL OnEntity(void* walk, const XML_Char* /*name*/, int /*isParameter*/,
+                               const XML_Char* /*value*/, int /*length*/, const XML_Char* /*base*/,
+                               const XML_Char* /*systemId*/, const XML_Char* /*publicId*/,
+                               const XML_Char* /*notation*/) {
+    XML_StopParser(static_cast<GpxWalk*>(walk)->parser_.get(), XML_FALSE);
+  }
+
+  void Parse(std::string_view text) {
+    constexpr auto MostAtOnce = static_cast<size_t>(std::numeric_limits<int>::max());
+    for (bool isLast = false; !isLast;) {
+      const std::string_view part = text.substr(0, MostAtOnce);
+      text.remove_prefix(part.size());
+      isLast = text.empty();
+      const auto size = static_cast<int>(part.size());
+      if (XML_Parse(parser_.get(), part.data(), size, isLast ? 1 : 0) != XML_STATUS_OK) {
+        TellBreak();
+        return;
+      }
+    }
+  }
+
+  void TellBreak() {
+    isBroken_ = true;
+    const XML_Error error = XML_GetErrorCode(parser_.get());
+    NoteError(messages_, "%s can't be read from line %s on: %s",
+              {fileName_, std::to_string(Line()),
+               error == XML_ERROR_ABORTED ? "it declares entities" : XML_ErrorString(error)});
+  }
+
+  size_t Line() const { return static_cast<size_t>(XML_GetCurrentLineNumber(parser_.get())); }
+
+  /// What an element is by its name and by where it stands.
+  Element KindOf(std::string_view name) const {
+    if (open_.empty()) return name == "gpx" ? Element::Gpx : Element::Other;
+    const auto* place = std::find_if(std::begin(Places), std::end(Places), [&](const Place& known) {
+      return known.within == open_.back() && known.name == name;
+    });
+    return place == std::end(Places) ? Element::Other : place->element;
+  }
+
+  void Open(const char* name, const char** attributes) {
+    const Element kind = KindOf(LocalName(name));
+    open_.push_back(kind);
+    keepsText_ = kind == Element::Name || kind == Element::Elevation || kind == Element::Time;
+    text_.clear();
+    if (kind == Element::Gpx) isGpx_ = true;
+    if (kind == Element::Route) hasRoutes_ = true;
+    if (kind == Element::Track) file_.tracks.emplace_back();
+    if (kind == Element::Waypoint || kind == Element::TrackPoint) OpenFix(attributes);
+  }
+
+  void OpenFix(const char** attributes) {
+    lat_.clear();
+    lon_.clear();
+    altitude_.clear();
+    name_.clear();
+    fixLine_ = Line();
+    for (; *attributes != nullptr; attributes += 2) {
+      const std::string_view key(attributes[0]);
+      if (key == "lat") lat_ = attributes[1];
+      if (key == "lon") lon_ = attributes[1];
+    }
+  }
+
+  void Close() {
+    const Element kind = open_.back();
+    open_.pop_back();
+    const Element parent = open_.empty() ? Element::Other : open_.back();
+    if (kind == Element::Elevation) altitude_ = text_;
+    if (kind == Element::Name) CloseName(parent);
+    if (kind == Element::Time && file_.tracks.back().date.empty()) {
+      file_.tracks.back().date = DateOf(text_);
+    }
+    if (kind == Element::Waypoint || kind == Element::TrackPoint) CloseFix(kind);
+    keepsText_ = false;
+  }
+
+  void CloseName(Element parent) {
+    std::string name = CleanName(TrimSpace(text_));
+    if (parent == Element::Waypoint) {
+      name_ = std::move(name);
+    } else {
+      file_.tracks.back().name = std::move(name);
+    }
+  }
+
+  void CloseFix(Element kind) {
+    const auto fix = FixOf(lat_, lon_, altitude_);
+    if (!fix) {
+      leftOut_.Note(fixLine_);
+    } else if (kind == Element::Waypoint) {
+      file_.waypoints.push_back({std::move(name_), *fix});
+    } else {
+      file_.tracks.back().fixes.push_back(*fix);
+    }
+  }
+
+  std::unique_ptr<std::remove_pointer_t<XML_Parser>, FreeParser> parser_;
+  std::string_view fileName_;
+  Messages& messages_;
+  GisFile file_;
+  LeftOut leftOut_;
+  bool isGpx_ = false;
+  bool isBroken_ = false;
+  bool hasRoutes_ = false;
+
+  std::vector<Element> open_;  ///< outermost first
+  bool keepsText_ = false;
+  std::string text_;  ///< of the innermost element that keeps it
+  // The fix that is open.
+  size_t fixLine_ = 0;
+  std::string lat_;
+  std::string lon_;
+  std::string altitude_;
+  std::string name_;
+};
+
+}  // namespace
+
+GisFile ReadGpx(std::string_view text, std::string_view name, Messages& messages) {
+  return GpxWalk(name, messages).Read(text);
+}
+
+}  // namespace orvane
