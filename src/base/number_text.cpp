@@ -160,6 +160,15 @@ std::string FormatFixed(double value, int decimals) {
   return std::string(buffer, written.ptr);
 }
 
+std::string FormatShortest(double value) {
+  if (!std::isfinite(value)) return "null";
+  char buffer[32];
+  const std::to_chars_result written = std::to_chars(buffer, buffer + sizeof(buffer), value);
+  std::string text(buffer, written.ptr);
+  if (text.find_first_of(".e") == text.npos) text += ".0";
+  return text;
+}
+
 std::string FormatText(std::string_view format, std::initializer_list<std::string_view> arguments) {
   constexpr std::string_view Place = "%s";
   std::string text;

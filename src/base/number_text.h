@@ -52,6 +52,11 @@ std::string FormatGeneral(double value, int digits = 6);
 /// "%.{decimals}f", always with a decimal point.
 std::string FormatFixed(double value, int decimals = 6);
 
+/// The shortest text from which `ReadReal` gives the same value again, as in JSON: always with a
+/// decimal point or an exponent, so that it is a real number to any reader.
+/// \return "null" for a value that is no finite number
+std::string FormatShortest(double value);
+
 /// Replaces each "%s" of `format` by the next of `arguments`, in order. Nothing else of `format`
 /// is special, an argument is not looked into, and a "%s" too many stays as it is.
 std::string FormatText(std::string_view format, std::initializer_list<std::string_view> arguments);

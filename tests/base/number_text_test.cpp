@@ -285,6 +285,29 @@ TEST(FormatNumbers, StayBounded) {
   EXPECT_EQ(FormatFixed(std::numeric_limits<double>::infinity(), 2), "inf");
 }
 
+TEST(FormatShortest, ReadsBackAsTheSameValue) {
+  EXPECT_EQ(FormatShortest(0.1), "0.1");
+  EXPECT_EQ(FormatShortest(115.61901275744214), "115.61901275744214");
+  EXPECT_EQ(FormatShortest(1e22), "1e+22");
+  constexpr unsigned Seed = 77;
+  std::mt19937_64 random(Seed);
+  for (int i = 0; i < 50000; ++i) {
+    const double value = std::bit_cast<double>(random());
+    if (!std::isfinite(value)) continue;
+    const std::string text = FormatShortest(value);
+    const RealPrefix read = ReadReal(text);
+    ASSERT_EQ(read.length, text.size()) << text << ", seed " << Seed;
+    ASSERT_EQ(std::bit_cast<uint64_t>(read.value), std::bit_cast<uint64_t>(value)) << text;
+  }
+}
+
+TEST(FormatShortest, IsARealNumberToAnyReader) {
+  EXPECT_EQ(FormatShortest(3), "3.0");
+  EXPECT_EQ(FormatShortest(-0.0), "-0.0");
+  EXPECT_EQ(FormatShortest(std::numeric_limits<double>::infinity()), "null");
+  EXPECT_EQ(FormatShortest(std::numeric_limits<double>::quiet_NaN()), "null");
+}
+
 TEST(FormatText, PutsEachArgumentInItsPlace) {
   EXPECT_EQ(FormatText("Can't open file %s", {"a.map"}), "Can't open file a.map");
   EXPECT_EQ(FormatText("%s on %s", {"%s", "Main"}), "%s on Main");

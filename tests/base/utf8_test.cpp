@@ -1,0 +1,35 @@
+#include "base/utf8.h"
+
+#include <gtest/gtest.h>
+
+namespace orvane {
+namespace {
+
+TEST(IsValidUtf8, TakesWholeCharactersAlone) {
+  EXPECT_TRUE(IsValidUtf8(""));
+  EXPECT_TRUE(IsValidUtf8("Camp"));
+  EXPECT_TRUE(IsValidUtf8("M\xC3\xBChle \xE2\x82\xAC \xF0\x9F\x8C\xB3"));
+  EXPECT_FALSE(IsValidUtf8("M\xFChle"));
+  EXPECT_FALSE(IsValidUtf8("M\xC3"));
+  EXPECT_FALSE(IsValidUtf8("\xE2\x82"));
+  EXPECT_FALSE(IsValidUtf8("\x80"));
+}
+
+TEST(IsValidUtf8, TakesNoOverlongFormsSurrogatesOrWhatLiesBeyond) {
+  EXPECT_FALSE(IsValidUtf8("\xC0\x80"));
+  EXPECT_FALSE(IsValidUtf8("\xE0\x80\x80"));
+  EXPECT_FALSE(IsValidUtf8("\xF0\x80\x80\x80"));
+  EXPECT_FALSE(IsValidUtf8("\xED\xA0\x80"));
+  EXPECT_TRUE(IsValidUtf8("\xF4\x8F\xBF\xBF"));
+  EXPECT_FALSE(IsValidUtf8("\xF4\x90\x80\x80"));
+}
+
+TEST(ToUtf8, ReadsWhatIsNotUtf8AsLatin1) {
+  EXPECT_EQ(ToUtf8("M\xC3\xBChle"), "M\xC3\xBChle");
+  EXPECT_EQ(ToUtf8("M\xFChle"), "M\xC3\xBChle");
+  // One byte that is none makes the whole text Latin-1.
+  EXPECT_EQ(ToUtf8("\xC3\xBC\xFC"), "\xC3\x83\xC2\xBC\xC3\xBC");
+}
+
+}  // namespace
+}  // namespace orvane
