@@ -1,0 +1,376 @@
+#include "entry/sheet_import.h"
+
+#include "base/dates.h"
+#include "base/number_text.h"
+#include "base/times.h"
+#include "geo/earth.h"
+#include "model/name_index.h"
+#include "model/workspace.h"
+#include "places/resolve_location.h"
+#include "ranges/analysis.h"
+#include "survey/positions.h"
+#include "survey/solver.h"
+
+#include <algorithm>
+#include <limits>
+#include <unordered_map>
+
+namespace orvane {
+
+namespace {
+
+constexpr int NoStop = -1;
+constexpr int MinutesInHour = 60;
+
+/// Times and counts of a stop are kept in 16 bits.
+int CutTo16Bits(std::int64_t value) { return static_cast<std::int16_t>(value); }
+
+/// Whether a row is read or ends the import.
+enum class RowResult { GoOn, Abandon };
+
+/// The stop under way. It has a location as long as `end` is not `NoStop`.
+struct PendingStop {
+  std::string location;  ///< as it was typed
+  LatLon position;
+  int start = 0;     ///< minutes after midnight
+  int end = NoStop;  ///< minutes after midnight of the last row that belongs to it
+
+  bool IsPending() const { return end != NoStop; }
+};
+
+/// The texts of a row that decide on its trail.
+struct TrailTexts {
+  std::string species;
+  std::string date;
+  std::optional<std::string> focal;
+};
+
+/// The cells of a row that decide on its stop.
+struct StopTexts {
+  std::string_view time;
+  std::string_view location;
+  std::string_view activity;
+  bool outOfSight = false;  ///< "oos": nobody saw where the animal was
+  int minutes = 0;          ///< `ParseTime` of `time`
+};
+
+/// Finds places by text. A sheet names the same few hundred places again and again.
+class LocationFinder {
+ public:
+  explicit LocationFinder(Map& map) : map_(map), names_(map) {}
+
+  /// \return nothing if the text means nothing
+  std::optional<LatLon> Find(std::string_view text) {
+    // A text with one of these may mean a follow by its date, also one that was imported just now.
+    if (text.find_first_of(".:") != std::string_view::npos) return Resolve(text);
+    const auto [entry, isNew] = known_.try_emplace(std::string(text));
+    if (isNew) entry->second = Resolve(text);
+    return entry->second;
+  }
+
+ private:
+  std::optional<LatLon> Resolve(std::string_view text) {
+    const auto location = ResolveLocation(map_, text);
+    if (!location) return std::nullopt;
+    return location->place;
+  }
+
+  Map& map_;
+  NameIndexScope names_;  ///< the trails that are made meanwhile have no names
+  std::unordered_map<std::string, std::optional<LatLon>> known_;
+};
+
+/// One import under way.
+class SheetImport {
+ public:
+  SheetImport(const ImportSpec& spec, SheetLogs& logs)
+      : spec_(spec),
+        logs_(logs),
+        map_(*spec.map),
+        workspace_(*spec.map->workspace),
+        locations_(*spec.map) {}
+
+  /// \return false if the import was abandoned
+  bool Run();
+
+ private:
+  bool TrailCannotChange() const;
+  TrailTexts ReadTrailTexts(std::string_view row) const;
+  std::string SeriesDate(std::string_view row) const;
+  bool ContinuesTrail(const TrailTexts& texts, PackedDate date) const;
+  void BeginTrail(const TrailTexts& texts, PackedDate date);
+  StopTexts ReadStopTexts(std::string_view row) const;
+  void WarnOfTime(const StopTexts& texts);
+  RowResult ReadRow(std::string_view row);
+  RowResult ReadStop(std::string_view row);
+  RowResult TakeSighting(const StopTexts& texts);
+  void TakeGoodRow(const StopTexts& texts, const std::optional<LatLon>& position);
+  RowResult TakeBadRow(const StopTexts& texts);
+  void EndStop(int end);
+  void Count(std::string_view row, const StopTexts& texts);
+  bool Continues(const std::string& title, std::string_view question, std::string_view text);
+
+  const ImportSpec& spec_;
+  SheetLogs& logs_;
+  Map& map_;
+  Workspace& workspace_;
+  LocationFinder locations_;
+  Trail* trail_ = nullptr;
+  PendingStop stop_;
+  SmCounts smCount_{};
+  int lastTime_ = 0;  ///< minutes after midnight of the row read last
+  bool warnedBackwards_ = false;
+  bool askedBadLocation_ = false;
+};
+
+bool SheetImport::Run() {
+  SheetLines lines(spec_.file);
+  for (int i = 0; i < spec_.skipCount; ++i) lines.Next();
+  while (const auto row = lines.Next()) {
+    if (!row->empty() && ReadRow(*row) == RowResult::Abandon) return false;
+  }
+  if (stop_.IsPending()) EndStop(lastTime_);
+  return true;
+}
+
+/// With nothing but fixed texts all rows belong to one trail.
+bool SheetImport::TrailCannotChange() const {
+  return spec_.speciesAlways && spec_.dateAlways && spec_.focalColumn == ColumnBlank &&
+         trail_ != nullptr;
+}
+
+/// A series gives a day like "2003/5/31". A cell without a number counts as 0.
+std::string SheetImport::SeriesDate(std::string_view row) const {
+  constexpr int FirstYearOf1900s = 81;
+  constexpr int FirstFullYear = 100;
+  std::int64_t year = ReadInt32(ColumnText(row, spec_.yearColumn));
+  if (year < FirstYearOf1900s) {
+    year += 2000;
+  } else if (year < FirstFullYear) {
+    year += 1900;
+  }
+  return std::to_string(year) + '/' +
+         std::to_string(ReadInt32(ColumnText(row, spec_.monthColumn))) + '/' +
+         std::to_string(ReadInt32(ColumnText(row, spec_.dayColumn)));
+}
+
+TrailTexts SheetImport::ReadTrailTexts(std::string_view row) const {
+  TrailTexts texts{spec_.speciesAlways.value_or(""), spec_.dateAlways.value_or(""),
+                   spec_.focalAlways};
+  if (spec_.speciesColumn != ColumnBlank) texts.species = ColumnText(row, spec_.speciesColumn);
+  if (spec_.focalColumn != ColumnBlank) texts.focal = ColumnText(row, spec_.focalColumn);
+  if (spec_.dateColumn == ColumnMalformed && spec_.yearColumn >= 0) {
+    texts.date = SeriesDate(row);
+  } else if (spec_.dateColumn != ColumnBlank) {
+    // A field that names no column reads the first one, whatever date is given for all rows.
+    texts.date = ColumnText(row, spec_.dateColumn);
+  }
+  return texts;
+}
+
+/// Only the trail of the rows just before counts. A later run of rows with the same three values is
+/// a follow of its own.
+bool SheetImport::ContinuesTrail(const TrailTexts& texts, PackedDate date) const {
+  return trail_ != nullptr && trail_->date == date && trail_->type == texts.species &&
+         (!texts.focal || texts.focal == trail_->focalAnimal);
+}
+
+void SheetImport::BeginTrail(const TrailTexts& texts, PackedDate date) {
+  if (stop_.IsPending()) EndStop(stop_.end);
+  if (trail_ == nullptr || !trail_->points.empty()) trail_ = &map_.trails.emplace_front();
+  trail_->date = date;
+  trail_->focalAnimal = texts.focal;
+  trail_->type = texts.species;
+  smCount_ = {};
+  map_.flags |= MapDirty;
+}
+
+RowResult SheetImport::ReadRow(std::string_view row) {
+  if (!TrailCannotChange()) {
+    const TrailTexts texts = ReadTrailTexts(row);
+    if (texts.species.empty() || texts.date.empty()) return RowResult::GoOn;
+    const DatePrefix date = ParseDate(texts.date, workspace_.preferences.europeanDates);
+    if (date.length < texts.date.size()) {
+      NoteError(workspace_.messages, "Bad date %s", {texts.date});
+      return RowResult::Abandon;
+    }
+    if (!ContinuesTrail(texts, date.date)) BeginTrail(texts, date.date);
+  }
+  return ReadStop(row);
+}
+
+StopTexts SheetImport::ReadStopTexts(std::string_view row) const {
+  constexpr std::string_view OutOfSight = "oos";
+  StopTexts texts;
+  texts.time = ColumnText(row, spec_.timeColumn);
+  texts.location = ColumnText(row, spec_.locationColumn);
+  // Without an activity column this is the first column, and "oos" there marks the row: sheets
+  // without such a column have the mark in front.
+  texts.activity = ColumnText(row, spec_.activityColumn);
+  texts.outOfSight = SameName(texts.activity, OutOfSight) || SameName(texts.location, OutOfSight);
+  texts.minutes = ParseTime(texts.time).minutes;
+  return texts;
+}
+
+/// An empty time cell counts as midnight here too, so it can raise the warning.
+void SheetImport::WarnOfTime(const StopTexts& texts) {
+  if (!stop_.IsPending() || texts.minutes >= stop_.end || warnedBackwards_) return;
+  const DateParts date = PartsOfDate(trail_->date);
+  NoteWarning(workspace_.messages, "Time runs backwards for %s (%s) at %s on %s",
+              {trail_->type, trail_->focalAnimal.value_or(""), texts.time,
+               std::to_string(date.year) + '-' + std::to_string(date.month) + '-' +
+                   std::to_string(date.day)});
+  warnedBackwards_ = true;
+}
+
+RowResult SheetImport::ReadStop(std::string_view row) {
+  const StopTexts texts = ReadStopTexts(row);
+  lastTime_ = texts.minutes;
+  WarnOfTime(texts);
+  if (texts.outOfSight) {
+    if (stop_.IsPending()) EndStop(texts.minutes);
+  } else if (TakeSighting(texts) == RowResult::Abandon) {
+    return RowResult::Abandon;
+  }
+  // A row whose place is not known counts for the stop under way; without one there is nothing to
+  // count for, and the next stop begins at 0.
+  if (stop_.IsPending()) Count(row, texts);
+  return RowResult::GoOn;
+}
+
+RowResult SheetImport::TakeSighting(const StopTexts& texts) {
+  if (texts.time.empty()) return RowResult::GoOn;
+  if (ValidTimeText(texts.time)) {
+    std::optional<LatLon> position;
+    if (!texts.location.empty()) position = locations_.Find(texts.location);
+    if (position || (texts.location.empty() && stop_.IsPending())) {
+      TakeGoodRow(texts, position);
+      return RowResult::GoOn;
+    }
+  }
+  return TakeBadRow(texts);
+}
+
+/// \param position  of the row's location; none if the cell is empty
+void SheetImport::TakeGoodRow(const StopTexts& texts, const std::optional<LatLon>& position) {
+  const bool moved = position && (!stop_.IsPending() || !SameName(texts.location, stop_.location));
+  // With measures, stops are cut where the hour of the clock changes, so that the counts of an
+  // hour can be told.
+  const bool hourEnds =
+      map_.smName[0] && stop_.end / MinutesInHour != texts.minutes / MinutesInHour;
+  if (!moved && !hourEnds) {
+    stop_.end = texts.minutes;
+    return;
+  }
+  PendingStop next = stop_;
+  if (stop_.IsPending()) EndStop(texts.minutes);
+  if (position) {
+    next.location = texts.location;
+    next.position = *position;
+  }
+  next.start = texts.minutes;
+  next.end = texts.minutes;
+  stop_ = std::move(next);
+  smCount_ = {};
+}
+
+RowResult SheetImport::TakeBadRow(const StopTexts& texts) {
+  if (!ValidTimeText(texts.time)) {
+    const bool goOn =
+        Continues("Bad Time", "Bad time specification %s, Do you want to continue?", texts.time);
+    return goOn ? RowResult::GoOn : RowResult::Abandon;
+  }
+  if (texts.location.empty()) return RowResult::GoOn;
+  if (!askedBadLocation_) {
+    if (!Continues("Bad Location", "Bad location specification %s, Do you want to continue?",
+                   texts.location)) {
+      return RowResult::Abandon;
+    }
+    askedBadLocation_ = true;
+  }
+  NoteBadLocation(logs_, texts.location, trail_->date, texts.time);
+  return RowResult::GoOn;
+}
+
+/// Puts the stop under way on the trail. There is none after it.
+void SheetImport::EndStop(int end) {
+  AddStopPoint(map_, *trail_, stop_.position, stop_.start, end, stop_.location, smCount_);
+  stop_ = {};
+  smCount_ = {};
+}
+
+void SheetImport::Count(std::string_view row, const StopTexts& texts) {
+  for (size_t i = 0; i < smCount_.size(); ++i) {
+    // A field that names no column is not refused here, and reads the first one.
+    if (spec_.smColumn[i] != ColumnBlank) smCount_[i] += ColumnNumber(row, spec_.smColumn[i]);
+    const auto& code = spec_.smCode[i];
+    if (spec_.activityColumn != ColumnBlank && code && SameName(*code, texts.activity)) {
+      ++smCount_[i];
+    }
+  }
+}
+
+bool SheetImport::Continues(const std::string& title, std::string_view question,
+                            std::string_view text) {
+  return AskUser(workspace_.messages, title, "Yes", "No", "", question, {text}) == 1;
+}
+
+}  // namespace
+
+std::optional<std::string> ReadSheet(Messages& messages, const std::string& path) {
+  auto text = ReadWholeFile(path);
+  if (!text) {
+    NoteError(messages, "Can not open %s", {path});
+    return std::nullopt;
+  }
+  if (text->starts_with("\xFF\xFE") || text->starts_with("\xFE\xFF")) {
+    NoteError(messages, "File %s is in UTF-16, which can't be read; save it as plain text", {path});
+    return std::nullopt;
+  }
+  if (text->find('\0') != std::string::npos) {
+    NoteError(messages, "File %s holds bytes that are no text; it may be damaged", {path});
+  }
+  constexpr std::string_view Utf8Mark = "\xEF\xBB\xBF";
+  if (text->starts_with(Utf8Mark)) text->erase(0, Utf8Mark.size());
+  return text;
+}
+
+SheetOutcome RunSpreadsheetImport(const ImportSpec& spec, SheetLogs& logs,
+                                  const SideFileWriter& write) {
+  SheetOutcome outcome;
+  // The import has an index of names, and so has the solver: one goes before the other comes.
+  outcome.completed = SheetImport(spec, logs).Run();
+  if (!outcome.completed) {
+    outcome.unwritten = LeaveImportLogs(logs, write);
+    return outcome;
+  }
+  outcome.unwritten = FinishImportLogs(logs, write);
+  ClearOwnPositions(*spec.map);
+  SolveMap(*spec.map);
+  AnalyzeAllRanges(*spec.map);
+  return outcome;
+}
+
+Point& AddStopPoint(Map& map, Trail& trail, const LatLon& position, int start, int end,
+                    std::string_view locationText, const SmCounts& smCount) {
+  constexpr int ScanMinutes = 5;
+  const std::int64_t scans = (std::int64_t{end} - start) / ScanMinutes + 1;
+  if (std::find(smCount.begin(), smCount.end(), scans) != smCount.end()) {
+    end += std::min(ScanMinutes, std::numeric_limits<int>::max() - end);
+  }
+  Point& point = MakePoint(map, FormatTimeSpan(start, end));
+  Measurement& near = point.measurements.emplace_front();
+  near.flags = MeasureNear;
+  near.nearName = locationText;
+  point.geo = position;
+  point.flags |= PointPlaced;
+  point.projected = LatLonToMetersKeepingAltitude(position);
+  point.timeOfDay = CutTo16Bits(start);
+  point.duration = CutTo16Bits(std::int64_t{end} - start);
+  for (size_t i = 0; i < smCount.size(); ++i) point.sm[i] = CutTo16Bits(smCount[i]);
+  point.trail = &trail;
+  trail.points.push_back(&point);
+  return point;
+}
+
+}  // namespace orvane
