@@ -485,7 +485,7 @@ std::string MapFileText(Map& map, const std::string& path, bool full) {
   return MapWriter(map, path, full).Text();
 }
 
-void WriteMapFile(Map& map, const std::string& path, bool full) {
+bool WriteMapFile(Map& map, const std::string& path, bool full) {
   Messages& messages = map.workspace->messages;
   switch (WriteFileAtomically(path, MapFileText(map, path, full))) {
     case WriteResult::CannotOpen:
@@ -495,8 +495,9 @@ void WriteMapFile(Map& map, const std::string& path, bool full) {
       NoteError(messages, "Error ocurred while writing data file %s. It may be corrupt", {path});
       break;
     case WriteResult::Done:
-      break;
+      return true;
   }
+  return false;
 }
 
 }  // namespace orvane

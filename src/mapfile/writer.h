@@ -11,7 +11,8 @@ namespace orvane {
 /// \param full  also stores the solved places, so that the file opens without solving
 /// Failures are told: "Can't open %s for writing", or that the data file may be corrupt (the old
 /// one is then left as it was). Neither `fileName` nor `MapDirty` changes.
-void WriteMapFile(Map& map, const std::string& path, bool full);
+/// \return true if the file stands there whole
+bool WriteMapFile(Map& map, const std::string& path, bool full);
 
 /// The text that `WriteMapFile` writes. The path decides how the basis is named.
 std::string MapFileText(Map& map, const std::string& path, bool full);

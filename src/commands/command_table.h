@@ -1,0 +1,98 @@
+#pragma once
+
+#include <span>
+#include <string_view>
+
+namespace orvane {
+
+/// The commands of the menu bar. Menus, keys, tests and the guide all read this one table. The
+/// numbers are those under which the commands have always been known; what was added later counts
+/// from 40001.
+enum CommandId : int {
+  CommandNone = 0,  ///< in a menu: a line between groups
+
+  CommandNewMap = 1033,
+  CommandOpenMap = 1034,
+  CommandOpenBasis = 1000,
+  CommandSetBasis = 1009,
+  CommandCloseMap = 1035,
+  CommandSave = 1036,
+  CommandSaveAs = 1037,
+  CommandSaveSimplyAs = 1052,
+  CommandSaveAsArcView = 1053,
+  CommandImportSpreadsheet = 1025,
+  CommandImportSubmap = 1038,
+  CommandImportGis = 1013,
+  CommandPageSetup = 1002,
+  CommandPrint = 1003,
+  CommandExit = 1039,
+
+  CommandCut = 1029,
+  CommandCopy = 1030,
+  CommandPaste = 1031,
+  CommandAdd = 1059,     ///< of a trail, a range, or a row of an editor
+  CommandDelete = 1032,  ///< likewise
+  CommandGraphicalInput = 1010,
+
+  CommandCheckTrails = 1040,
+  CommandDeviation = 1005,
+  CommandViewControl = 1006,
+  CommandOrientation = 1015,
+  CommandHideGrids = 1014,
+
+  CommandElevation = 1019,
+  CommandTrailSummary = 1021,
+  CommandPointIndex = 1026,
+  CommandRangeStats = 1051,
+
+  CommandZoomIn = 32026,
+  CommandZoomOut = 1046,
+  CommandChangeZoom = 1047,
+  CommandFind = 1011,
+  CommandHideInfo = 1008,
+  CommandDegrees = 1016,
+  CommandMinutes = 1017,
+  CommandSeconds = 1018,
+  CommandEuropeanDates = 1050,
+
+  CommandAbout = 1049,
+
+  CommandRecentMaps = 40001,  ///< a menu of its own
+  CommandCopyImage = 40002,
+  CommandSavePicture = 40003,
+  CommandShowWholeMap = 40004,
+  CommandFullScreen = 40005,
+  CommandWindowList = 40006,  ///< a menu of its own
+  CommandMessages = 40007,
+  CommandHelp = 40008
+};
+
+/// One command.
+struct CommandInfo {
+  CommandId id = CommandNone;
+  std::string_view text;  ///< in the menu, with `&` before the letter that picks it
+  std::string_view key;   ///< such as "Ctrl+Shift+S"; empty for none
+  bool checkable = false;
+};
+
+/// One menu of the bar, from left to right, with what it holds from top to bottom.
+struct MenuInfo {
+  std::string_view title;
+  std::span<const CommandId> items;  ///< `CommandNone` stands for a line
+};
+
+/// Every command, in the order of the menus.
+std::span<const CommandInfo> AllCommands();
+
+/// The menus of the bar.
+std::span<const MenuInfo> AllMenus();
+
+/// \return the entry of a command, or null for an id that is none
+const CommandInfo* FindCommand(int id);
+
+/// \return true for the commands that open a menu of their own and do nothing themselves
+constexpr bool IsSubmenu(CommandId id) {
+  return id == CommandRecentMaps || id == CommandWindowList;
+}
+
+}  // namespace orvane

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace orvane {
+
+/// A file to open or to save, as a file dialog is given it and gives it back. One is kept for each
+/// purpose, so that each dialog begins where it ended the last time.
+struct FileSpecification {
+  std::string directory;  ///< empty until it is first used
+  std::string type;       ///< extension without the dot, such as "map"
+  std::string name;       ///< name without its directory; for saving, what is offered
+};
+
+/// What the program remembers between its file dialogs.
+struct FileSpecifications {
+  FileSpecification maps;
+  FileSpecification savedMaps;
+  FileSpecification spreadsheets;
+  FileSpecification gisFiles;
+  FileSpecification shapefiles;
+};
+
+enum class FileAnswer { Chosen, Cancelled, Failed };
+
+/// The boxes that ask for a file. Those of the window program are the platform's own; a test
+/// answers for itself.
+class FileDialogs {
+ public:
+  virtual ~FileDialogs() = default;
+  /// Asks for a file that exists. `file` says where to begin, and takes what was chosen.
+  virtual FileAnswer AskOpen(const std::string& title, FileSpecification& file) = 0;
+  /// Asks where to save, and before an existing file is replaced.
+  virtual FileAnswer AskSave(const std::string& title, FileSpecification& file) = 0;
+};
+
+/// Makes a specification ready for its dialog: if it was never used it gets the type, and the
+/// directory of `maps` if that has one, else the default directory.
+void PrepareSpecification(FileSpecification& file, const FileSpecification& maps,
+                          std::string_view defaultDirectory, std::string_view type);
+
+/// \return the path of the file
+std::string PathOf(const FileSpecification& file);
+
+}  // namespace orvane

@@ -1,0 +1,129 @@
+#include "commands/menu_state.h"
+
+#include "model/workspace.h"
+#include "view/map_window.h"
+
+#include <cassert>
+
+namespace orvane {
+namespace {
+
+// What needs a map, or a window of its own kind, has nothing to work on before a map is open.
+constexpr CommandId DisabledAtStart[] = {
+    CommandOpenBasis, CommandPrint, CommandDeviation, CommandViewControl, CommandHideInfo,
+    CommandSetBasis, CommandGraphicalInput, CommandFind, CommandImportGis, CommandElevation,
+    CommandTrailSummary, CommandImportSpreadsheet, CommandPointIndex, CommandDelete,
+    CommandCloseMap, CommandSave, CommandSaveAs, CommandImportSubmap, CommandCheckTrails,
+    CommandZoomOut, CommandChangeZoom, CommandRangeStats, CommandSaveSimplyAs, CommandAdd,
+    CommandZoomIn,
+    // The same for what was added.
+    CommandSavePicture, CommandCopyImage, CommandShowWholeMap};
+
+MenuState AllEnabled() {
+  MenuState menu;
+  for (const CommandInfo& command : AllCommands()) {
+    menu.states.push_back({.enabled = true, .checked = false, .text = std::string(command.text)});
+  }
+  return menu;
+}
+
+struct FocusTitles {
+  const char* add;
+  const char* remove;
+  const char* viewControl;
+};
+
+void SetTitles(MenuState& menu, const FocusTitles& titles) {
+  menu.At(CommandAdd).text = titles.add;
+  menu.At(CommandDelete).text = titles.remove;
+  menu.At(CommandViewControl).text = titles.viewControl;
+}
+
+}  // namespace
+
+CommandState& MenuState::At(CommandId id) {
+  return const_cast<CommandState&>(static_cast<const MenuState&>(*this).At(id));
+}
+
+const CommandState& MenuState::At(CommandId id) const {
+  const CommandInfo* command = FindCommand(id);
+  assert(command != nullptr);
+  return states[static_cast<size_t>(command - AllCommands().data())];
+}
+
+MenuState StartMenu(bool europeanDates) {
+  MenuState menu = AllEnabled();
+  for (const CommandId id : DisabledAtStart) menu.At(id).enabled = false;
+  for (const CommandId id : {CommandCut, CommandCopy, CommandPaste}) menu.At(id).enabled = true;
+  menu.At(CommandEuropeanDates).checked = europeanDates;
+  return menu;
+}
+
+MenuState NewMapMenu(const MapWindow& view) {
+  MenuState menu = AllEnabled();
+  menu.At(CommandSave).enabled = SaveIsOffered(*view.map);
+  RefreshMapMenu(menu, view);
+  FollowFocus(menu, FocusPlace::Neither, false);
+  return menu;
+}
+
+void RefreshMapMenu(MenuState& menu, const MapWindow& view) {
+  menu.At(CommandOpenBasis).enabled = view.map->basis != nullptr;
+  menu.At(CommandSetBasis).enabled = view.map->basis == nullptr;
+  for (const CommandId id :
+       {CommandCut, CommandCopy, CommandPaste, CommandDelete, CommandAdd, CommandGraphicalInput}) {
+    menu.At(id).enabled = false;
+  }
+  menu.At(CommandCheckTrails).enabled = true;
+  menu.At(CommandDegrees).checked = view.coordinateDisplay == CoordinateDisplay::Degrees;
+  menu.At(CommandMinutes).checked = view.coordinateDisplay == CoordinateDisplay::Minutes;
+  menu.At(CommandSeconds).checked = view.coordinateDisplay == CoordinateDisplay::Seconds;
+  menu.At(CommandEuropeanDates).checked = view.map->workspace->preferences.europeanDates;
+  menu.At(CommandHideGrids).checked = (view.flags & MapWindowGridsHidden) != 0;
+  menu.At(CommandHideInfo).checked = (view.flags & MapWindowInfoShown) == 0;
+}
+
+void FollowFocus(MenuState& menu, FocusPlace place, bool selected) {
+  switch (place) {
+    case FocusPlace::TrailList:
+      for (const CommandId id :
+           {CommandAdd, CommandElevation, CommandTrailSummary, CommandPointIndex}) {
+        menu.At(id).enabled = true;
+      }
+      for (const CommandId id : {CommandDelete, CommandViewControl, CommandCheckTrails}) {
+        menu.At(id).enabled = selected;
+      }
+      SetTitles(menu, {"Add Trail", "Delete Trail", "Trail View Control..."});
+      break;
+    case FocusPlace::RangeList:
+      menu.At(CommandAdd).enabled = true;
+      menu.At(CommandElevation).enabled = false;
+      menu.At(CommandCheckTrails).enabled = false;
+      menu.At(CommandDelete).enabled = selected;
+      menu.At(CommandViewControl).enabled = selected;
+      SetTitles(menu, {"Add Range", "Delete Range", "Range View Control..."});
+      break;
+    case FocusPlace::MapView:
+    case FocusPlace::Neither:
+      for (const CommandId id : {CommandAdd, CommandDelete, CommandViewControl}) {
+        menu.At(id).enabled = false;
+      }
+      SetTitles(menu, {"Add Trail/Range", "Delete Trail/Range", "View Control..."});
+      break;
+  }
+}
+
+bool SaveIsOffered(const Map& map) {
+  bool reached = false;  // the list has the newest map in front
+  for (const Map& each : map.workspace->maps) {
+    reached = reached || &each == &map;
+    if (reached && (each.flags & MapDirty) != 0) return true;
+  }
+  // A basis that was opened for the map is newer than the map.
+  for (const Map* each = map.basis; each != nullptr; each = each->basis) {
+    if ((each->flags & MapDirty) != 0) return true;
+  }
+  return false;
+}
+
+}  // namespace orvane

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "commands/command_table.h"
+#include "view/focus_place.h"
+
+#include <string>
+#include <vector>
+
+namespace orvane {
+
+struct Map;
+struct MapWindow;
+
+/// What the menu bar of a window offers at the moment: an entry for each command. Which commands
+/// stand there and with which keys is the same for all windows, see command_table.h.
+
+struct CommandState {
+  bool enabled = true;
+  bool checked = false;
+  std::string text;  ///< with `&` before the letter that picks it
+};
+
+struct MenuState {
+  std::vector<CommandState> states;  ///< in the order of `AllCommands`
+
+  CommandState& At(CommandId id);
+  const CommandState& At(CommandId id) const;
+};
+
+/// The menu of the window that stands where no map is open.
+MenuState StartMenu(bool europeanDates);
+
+/// The menu of a new map window; the focus is on neither list.
+MenuState NewMapMenu(const MapWindow& view);
+
+/// Brings a map window's menu up to date with its map: when the window is made, when it gains the
+/// focus, and when its map has got a basis. Save is left alone; see `SaveIsOffered`.
+void RefreshMapMenu(MenuState& menu, const MapWindow& view);
+
+/// What changes with the focus within a map window.
+/// \param selected  a row of the list that has the focus is selected
+void FollowFocus(MenuState& menu, FocusPlace place, bool selected);
+
+/// True if Save has anything to save for a window of `map`: the map, one made before it, or one
+/// that it rests on has changed.
+bool SaveIsOffered(const Map& map);
+
+}  // namespace orvane

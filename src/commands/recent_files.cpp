@@ -1,0 +1,34 @@
+#include "commands/recent_files.h"
+
+#include <algorithm>
+
+namespace orvane {
+
+void AddRecentFile(std::vector<std::string>& files, const std::string& path) {
+  if (path.empty()) return;
+  const std::string added = path;  // `path` may stand in the list
+  files.erase(std::remove(files.begin(), files.end(), added), files.end());
+  files.insert(files.begin(), added);
+  if (files.size() > MostRecentFiles) files.resize(MostRecentFiles);
+}
+
+std::vector<std::string> ParseRecentFiles(std::string_view text) {
+  std::vector<std::string> files;
+  while (!text.empty() && files.size() < MostRecentFiles) {
+    const size_t end = text.find('\n');
+    const std::string_view line = text.substr(0, end);
+    if (!line.empty()) files.emplace_back(line);
+    text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+  }
+  return files;
+}
+
+std::string RecentFilesText(const std::vector<std::string>& files) {
+  std::string text;
+  for (const std::string& file : files) {
+    if (file.find('\n') == std::string::npos) text += file + '\n';
+  }
+  return text;
+}
+
+}  // namespace orvane

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace orvane {
+
+/// The maps that were opened or saved last, newest first, kept in a small file of their own beside
+/// the preferences: one path a line.
+
+/// As many are remembered.
+constexpr size_t MostRecentFiles = 10;
+
+/// Puts a path at the head of the list; what stood there twice stands there once.
+void AddRecentFile(std::vector<std::string>& files, const std::string& path);
+
+/// \return the list that a text holds; empty lines are skipped
+std::vector<std::string> ParseRecentFiles(std::string_view text);
+
+/// \return the text of a list. A path with a line feed in it can't be told and is left out.
+std::string RecentFilesText(const std::vector<std::string>& files);
+
+}  // namespace orvane
