@@ -1,5 +1,6 @@
 #include "cli/commands.h"
 #include "cli/exit_status.h"
+#include "cli/import_command.h"
 #include "cli/line_messages.h"
 #include "cli/reports_command.h"
 #include "cli/text_output.h"
@@ -7,6 +8,7 @@
 #include "model/workspace.h"
 
 #include <CLI/CLI.hpp>
+#include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
@@ -146,6 +148,48 @@ void AddRanges(CommandLine& line) {
   });
 }
 
+void AddImport(CommandLine& line) {
+  struct FieldOption {
+    SheetField field;
+    const char* option;
+    const char* type;
+    const char* help;
+  };
+  static constexpr std::array<FieldOption, SheetFieldCount> Options = {{
+      {SheetSkip, "--skip", "N", "lines before the first row"},
+      {SheetTime, "--time", "COLUMN", "the column of the time, a letter or a number from 0"},
+      {SheetLocation, "--location", "COLUMN", "the column of the place"},
+      {SheetSpecies, "--species", "COLUMN", "the column of the species or group"},
+      {SheetSpeciesAlways, "--species-always", "TEXT", "the species or group of all rows"},
+      {SheetDate, "--date", "COLUMN", "the column of the date, or three as A/B/C"},
+      {SheetDateAlways, "--date-always", "DATE", "the date of all rows"},
+      {SheetFocal, "--focal", "COLUMN", "the column of the focal animal"},
+      {SheetFocalAlways, "--focal-always", "TEXT", "the focal animal of all rows"},
+      {SheetActivity, "--activity", "COLUMN", "the column of the activity"},
+      {SheetSm1, "--sm1", "COLUMN", "the column of counts of SM1"},
+      {SheetSm1Code, "--sm1-code", "TEXT", "the activity that counts as SM1"},
+      {SheetSm2, "--sm2", "COLUMN", "the column of counts of SM2"},
+      {SheetSm2Code, "--sm2-code", "TEXT", "the activity that counts as SM2"},
+      {SheetSm3, "--sm3", "COLUMN", "the column of counts of SM3"},
+      {SheetSm3Code, "--sm3-code", "TEXT", "the activity that counts as SM3"},
+  }};
+  auto request = std::make_shared<ImportRequest>();
+  CLI::App* command = AddMapCommand(line, "import", "Take a follow sheet into the map");
+  command->add_option("SHEET", request->sheet, "tab-separated text, a row a line")->required();
+  command->add_option("-o,--output", request->output, "the map to write; - for standard output")
+      ->required()
+      ->type_name("OUT");
+  for (const FieldOption& option : Options) {
+    command->add_option(option.option, request->fields[option.field], option.help)
+        ->type_name(option.type);
+  }
+  command->callback([&line, request] {
+    line.work = [request](Map& map, LineMessages& messages) {
+      return ImportCommand(map, messages, *request);
+    };
+  });
+}
+
 #ifdef ORVANE_HAS_RENDER
 /// Reads "1024x768". \return an empty text, or what is wrong
 std::string ReadSize(const std::string& text, RenderRequest& request) {
@@ -215,6 +259,7 @@ void AddCommands(CommandLine& line) {
   AddTrails(line);
   AddIndex(line);
   AddRanges(line);
+  AddImport(line);
 #ifdef ORVANE_HAS_RENDER
   AddRender(line);
 #endif
