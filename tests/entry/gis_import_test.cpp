@@ -1,0 +1,440 @@
+#include "base/number_text.h"
+#include "entry/gis_import.h"
+
+#include "geo/earth.h"
+#include "mapfile/writer.h"
+#include "support/map_from_text.h"
+#include "support/temporary_folder.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <random>
+
+namespace orvane {
+namespace {
+
+const std::string Header = "name,time,a,b,lat,lon,alt\n";
+const std::string TwoTracks = Header +
+                              "A,2004-2-18 08:00,,,1,115,10\nA,2004-2-19,,,1.001,115,20\n"
+                              "B,2005-3-4,,,2,115,30.25\nC,soon,,,3,115\nB,,,,2.001,115,40\n";
+
+struct GisImportTest : MapFixture {
+  Map& map = Open("T\tMain\nG\tCamp\tN1\tE115\nG\tHut\tN1\tE116\n");
+
+  std::optional<GisImport> Start(const std::string& text, const GisBoxes& boxes = {}) {
+    return StartGisImportOfText(map, text, "gps.txt", boxes);
+  }
+  /// Takes all tracks of a text, with fields as the batch tool has them.
+  void TakeAll(const std::string& text, GisTrailFields fields = {}) {
+    auto import = Start(text, fields.boxes);
+    ASSERT_TRUE(import);
+    if (const GisTrack* track = CurrentTrack(*import)) fields.name = track->name;
+    EXPECT_EQ(TakeAllTracks(*import, fields), GisField::None);
+  }
+  Trail& TrailNamed(std::string_view name) {
+    Trail* trail = FindTrail(map, name);
+    static Trail none;
+    EXPECT_NE(trail, nullptr) << name;
+    return trail == nullptr ? none : *trail;
+  }
+  static std::vector<double> Latitudes(const Trail& trail) {
+    std::vector<double> values;
+    for (const Point* point : trail.points) values.push_back(point->geo.lat);
+    return values;
+  }
+  Texts LoosePoints() const {
+    Texts names;
+    for (const Point* point : map.loosePoints) names.push_back(point->name);
+    return names;
+  }
+};
+
+TEST_F(GisImportTest, TheWindowStartsWithTheFirstTrack) {
+  const auto import = Start(TwoTracks);
+  ASSERT_TRUE(import);
+  GisBoxes boxes;
+  boxes.times = true;
+  const GisTrailFields fields = StartFields(*import, boxes);
+  EXPECT_EQ(fields.type, "Trail");
+  EXPECT_EQ(fields.color, "black");
+  EXPECT_EQ(fields.name, "A");
+  EXPECT_EQ(fields.date, "2004-2-18");
+  EXPECT_EQ(
+      fields.focalAnimal + fields.size + fields.width + fields.subSample + fields.minimumDistance,
+      "");
+  EXPECT_TRUE(fields.boxes.times);
+  EXPECT_FALSE(map.flags & MapDirty);
+}
+
+TEST_F(GisImportTest, TakingATrackMakesATrailOfNamelessPoints) {
+  auto import = Start(TwoTracks);
+  ASSERT_TRUE(import);
+  GisTrailFields fields = StartFields(*import, {});
+  fields.type = "Path";
+  fields.focalAnimal = "Ana";
+  fields.size = "3";
+  fields.width = " 1.5 ";
+  fields.color = "red";
+  EXPECT_EQ(TakeTrack(*import, fields), GisField::None);
+  EXPECT_EQ(TrailNamesOf(map), (Texts{"A", "Main"}));
+  const Trail& trail = map.trails.front();
+  EXPECT_EQ(trail.type, "Path");
+  EXPECT_EQ(trail.focalAnimal, "Ana");
+  EXPECT_EQ(trail.groupSize, 3);
+  EXPECT_EQ(trail.width, 1.5);
+  EXPECT_EQ(trail.color, 0xFF0000);
+  EXPECT_EQ(trail.date, PackDate(2004, 2, 18));
+  ASSERT_EQ(trail.points.size(), 2U);
+  const Point& point = *trail.points[1];
+  EXPECT_EQ(point.name, "");
+  EXPECT_EQ(point.trail, &trail);
+  EXPECT_TRUE(point.flags & PointPlaced);
+  EXPECT_EQ(point.geo.lat, 1.001);
+  EXPECT_EQ(point.geo.altitude, NoAltitude);
+  ASSERT_EQ(Readings(point).size(), 1U);
+  EXPECT_EQ(Readings(point)[0]->flags, std::uint32_t{MeasureGps});
+  EXPECT_EQ(Readings(point)[0]->count, 1);
+  EXPECT_EQ(Readings(point)[0]->altitude, NoAltitude);
+  EXPECT_EQ(Length(map.namelessPoints), 0);
+  EXPECT_TRUE(map.flags & MapDirty);
+}
+
+TEST_F(GisImportTest, KeepAltitudeGivesTheReadingAndThePointTheirs) {
+  GisTrailFields fields;
+  fields.boxes.keepAltitude = true;
+  TakeAll(TwoTracks, fields);
+  const Point& point = *TrailNamed("B").points[0];
+  EXPECT_EQ(Readings(point)[0]->altitude, 30.25F);
+  EXPECT_EQ(Readings(point)[0]->position.altitude, 30.25F);
+  EXPECT_EQ(point.geo.altitude, 30.25F);
+  EXPECT_EQ(TrailNamed("C").points[0]->geo.altitude, NoAltitude);
+}
+
+TEST_F(GisImportTest, TheOtherBoxesChangeNothing) {
+  GisTrailFields fields;
+  TakeAll(TwoTracks, fields);
+  const std::string without = MapFileText(map, "x.map", true);
+  Map& other = Open("T\tMain\nG\tCamp\tN1\tE115\nG\tHut\tN1\tE116\n", "other.map");
+  fields.boxes.average = true;
+  fields.boxes.times = true;
+  auto import = StartGisImportOfText(other, TwoTracks, "gps.txt", fields.boxes);
+  ASSERT_TRUE(import);
+  fields.name = "A";
+  EXPECT_EQ(TakeAllTracks(*import, fields), GisField::None);
+  EXPECT_EQ(MapFileText(other, "x.map", true), without);
+}
+
+TEST_F(GisImportTest, ATrackCanBeSkipped) {
+  auto import = Start(TwoTracks);
+  ASSERT_TRUE(import);
+  SkipTrack(*import);
+  ASSERT_NE(CurrentTrack(*import), nullptr);
+  GisTrailFields fields = StartFields(*import, {});
+  EXPECT_EQ(fields.name, "B");
+  fields.name = "Renamed";
+  EXPECT_EQ(TakeTrack(*import, fields), GisField::None);
+  NextFields(*import, fields);
+  EXPECT_EQ(fields.name, "C");
+  EXPECT_EQ(fields.date, "soon");
+  SkipTrack(*import);
+  EXPECT_EQ(CurrentTrack(*import), nullptr);
+  EXPECT_EQ(import->taken, 1U);
+  EXPECT_EQ(TakeTrack(*import, fields), GisField::None);
+  SkipTrack(*import);
+  EXPECT_EQ(TrailNamesOf(map), (Texts{"Renamed", "Main"}));
+}
+
+TEST_F(GisImportTest, TakingOneByOneAndAllAtOnceComesToTheSame) {
+  TakeAll(TwoTracks);
+  const std::string atOnce = MapFileText(map, "x.map", true);
+  Map& other = Open("T\tMain\nG\tCamp\tN1\tE115\nG\tHut\tN1\tE116\n", "other.map");
+  auto import = StartGisImportOfText(other, TwoTracks, "gps.txt", {});
+  ASSERT_TRUE(import);
+  GisTrailFields fields = StartFields(*import, {});
+  while (CurrentTrack(*import) != nullptr) {
+    fields.date = fields.date == "soon" ? "" : fields.date;
+    EXPECT_EQ(TakeTrack(*import, fields), GisField::None);
+    NextFields(*import, fields);
+  }
+  EXPECT_EQ(MapFileText(other, "x.map", true), atOnce);
+}
+
+TEST_F(GisImportTest, EachTrackTakesItsOwnDateUnlessOneIsGiven) {
+  TakeAll(TwoTracks);
+  EXPECT_EQ(TrailNamed("A").date, PackDate(2004, 2, 18));
+  EXPECT_EQ(TrailNamed("B").date, PackDate(2005, 3, 4));
+  EXPECT_EQ(TrailNamed("C").date, 0);
+  EXPECT_EQ(Said(), Texts{"Bad date soon of track C, which gets none"});
+}
+
+TEST_F(GisImportTest, AllTakesTheDateThatWasTypedAndNotTheOneThatStoodThere) {
+  for (const bool isTyped : {false, true}) {
+    auto import = Start(TwoTracks);
+    ASSERT_TRUE(import);
+    GisTrailFields fields = StartFields(*import, {});
+    if (isTyped) fields.date = "2010-5-6";
+    EXPECT_EQ(TakeAllTracks(*import, fields), GisField::None);
+    EXPECT_EQ(map.trails.front().name, "C");
+    EXPECT_EQ(map.trails.front().date, isTyped ? PackDate(2010, 5, 6) : 0);
+    EXPECT_EQ(import->taken, 3U);
+  }
+}
+
+TEST_F(GisImportTest, DatesGoByTheUsersOrder) {
+  workspace.preferences.europeanDates = true;
+  GisTrailFields fields;
+  fields.date = "2-3-99";
+  TakeAll(TwoTracks, fields);
+  EXPECT_EQ(TrailNamed("A").date, PackDate(1999, 3, 2));
+}
+
+TEST_F(GisImportTest, ABadNumberOrDateRefusesAndDoesNothing) {
+  struct Case {
+    std::string GisTrailFields::*field;
+    std::string text;
+    GisField bad;
+  };
+  const Case cases[] = {
+      {&GisTrailFields::date, "soon", GisField::Date},
+      {&GisTrailFields::date, "2004-2-18x", GisField::Date},
+      {&GisTrailFields::size, "three", GisField::Size},
+      {&GisTrailFields::size, "2.5", GisField::Size},
+      {&GisTrailFields::size, "40000", GisField::Size},
+      {&GisTrailFields::size, "-1", GisField::Size},
+      {&GisTrailFields::width, "1m", GisField::Width},
+      {&GisTrailFields::width, "1e39", GisField::Width},
+      {&GisTrailFields::subSample, "1,5", GisField::SubSample},
+      {&GisTrailFields::subSample, "1e10", GisField::SubSample},
+      {&GisTrailFields::minimumDistance, "-0.1", GisField::MinimumDistance},
+      {&GisTrailFields::minimumDistance, "10 20", GisField::MinimumDistance},
+  };
+  auto import = Start(TwoTracks);
+  ASSERT_TRUE(import);
+  for (const Case& one : cases) {
+    GisTrailFields fields = StartFields(*import, {});
+    fields.*one.field = one.text;
+    EXPECT_EQ(TakeTrack(*import, fields), one.bad) << one.text;
+    EXPECT_EQ(TakeAllTracks(*import, fields), one.bad) << one.text;
+  }
+  EXPECT_EQ(import->current, 0U);
+  EXPECT_EQ(TrailNamesOf(map), Texts{"Main"});
+  EXPECT_FALSE(map.flags & MapDirty);
+}
+
+TEST_F(GisImportTest, EmptyFieldsAndOddColoursAreNoFault) {
+  GisTrailFields fields;
+  fields.type = "";
+  fields.color = "no colour";
+  fields.size = "0";
+  TakeAll(Header + ",,,,1,115\n,,,,2,115\n", fields);
+  const Trail& trail = map.trails.front();
+  EXPECT_FALSE(trail.name);
+  EXPECT_FALSE(trail.focalAnimal);
+  EXPECT_EQ(trail.type, "");
+  EXPECT_EQ(trail.color, NoColor);
+  EXPECT_EQ(trail.groupSize, 1);
+  EXPECT_EQ(trail.date, 0);
+}
+
+TEST_F(GisImportTest, TabsThatWereTypedCannotBreakTheFile) {
+  GisTrailFields fields;
+  fields.type = "a\tb";
+  fields.focalAnimal = "c\nd";
+  TakeAll(TwoTracks, fields);
+  EXPECT_EQ(TrailNamed("A").type, "a b");
+  EXPECT_EQ(TrailNamed("A").focalAnimal, "c d");
+}
+
+// --- Which fixes are taken ------------------------------------------------------------------
+
+std::string Line(double lat) { return "A,,,,0," + std::to_string(lat) + "\n"; }
+
+TEST_F(GisImportTest, SubSampleTakesEveryNth) {
+  std::string text = Header;
+  for (int i = 0; i < 10; ++i) text += "A,,,," + std::to_string(i) + ",115\n";
+  const std::pair<std::string, std::vector<double>> cases[] = {
+      {"", {0, 1, 2, 3, 4, 5, 6, 7, 8, 9}},
+      {"0", {0, 1, 2, 3, 4, 5, 6, 7, 8, 9}},
+      {"1", {0, 1, 2, 3, 4, 5, 6, 7, 8, 9}},
+      {"3", {0, 3, 6, 9}},
+      {"4", {0, 4, 8}},
+      {"100", {0}}};
+  for (const auto& [step, expected] : cases) {
+    GisTrailFields fields;
+    fields.subSample = step;
+    TakeAll(text, fields);
+    EXPECT_EQ(Latitudes(map.trails.front()), expected) << step;
+  }
+}
+
+TEST_F(GisImportTest, TheMinimumDistanceCountsFromTheLastFixTaken) {
+  // 0.001 degrees of longitude are 111.12 m on the equator.
+  std::string text = Header;
+  for (int i = 0; i < 8; ++i) text += Line(i * 0.001);
+  GisTrailFields fields;
+  fields.minimumDistance = "250";
+  TakeAll(text, fields);
+  std::vector<double> longitudes;
+  for (const Point* point : map.trails.front().points) longitudes.push_back(point->geo.lon);
+  EXPECT_EQ(longitudes, (std::vector<double>{0, 0.003, 0.006}));
+}
+
+TEST_F(GisImportTest, BothLimitsMustBeKeptAndAFixThatFailsOneIsNotWaitedFor) {
+  const std::string text =
+      Header + Line(0) + Line(0.01) + Line(0.0001) + Line(0.0002) + Line(0.02) + Line(0.03);
+  GisTrailFields fields;
+  fields.subSample = "2";
+  fields.minimumDistance = "500";
+  TakeAll(text, fields);
+  std::vector<double> longitudes;
+  for (const Point* point : map.trails.front().points) longitudes.push_back(point->geo.lon);
+  EXPECT_EQ(longitudes, (std::vector<double>{0, 0.02}));
+}
+
+/// The rule, told another way: of all fixes in order, the first and then ever the next one that
+/// fits.
+TEST_F(GisImportTest, TheFixesTakenAreTheNextThatFit) {
+  for (unsigned seed = 1; seed <= 30; ++seed) {
+    SCOPED_TRACE(seed);
+    std::mt19937 random(seed);
+    std::string text = Header;
+    std::vector<LatLon> fixes;
+    LatLon place{1, 115};
+    for (int i = 0; i < 60; ++i) {
+      place.lat += static_cast<double>(random() % 9) * 1e-4;
+      place.lon += static_cast<double>(random() % 9) * 1e-4 - 4e-4;
+      const std::string lat = FormatFixed(place.lat, 7);
+      const std::string lon = FormatFixed(place.lon, 7);
+      text += "A,,,," + lat + "," + lon + "\n";
+      fixes.push_back({ReadReal(lat).value, ReadReal(lon).value});
+    }
+    const size_t step = random() % 6;
+    const double distance = static_cast<double>(random() % 200);
+    std::vector<double> expected = {fixes[0].lat};
+    for (size_t last = 0;;) {
+      size_t next = std::max(last + 1, last + step);
+      while (next < fixes.size() && GroundDistance(fixes[last], fixes[next]) < distance) ++next;
+      if (next >= fixes.size()) break;
+      expected.push_back(fixes[next].lat);
+      last = next;
+    }
+    GisTrailFields fields;
+    fields.subSample = std::to_string(step);
+    fields.minimumDistance = FormatGeneral(distance);
+    TakeAll(text, fields);
+    EXPECT_EQ(Latitudes(map.trails.front()), expected);
+  }
+}
+
+// --- Waypoints ------------------------------------------------------------------------------
+
+TEST_F(GisImportTest, WaypointsAreLoosePointsWithOneReading) {
+  const auto import = Start(Header + "Fig,,,,1.5,115.5,30\nLed,,,,1.6,115.5\n");
+  ASSERT_TRUE(import);
+  EXPECT_EQ(CurrentTrack(*import), nullptr);
+  EXPECT_EQ(LoosePoints(), (Texts{"Led", "Fig"}));
+  const Point& fig = Named(map, "fig");
+  EXPECT_EQ(fig.trail, nullptr);
+  EXPECT_EQ(fig.geo.lat, 1.5);
+  EXPECT_TRUE(fig.flags & PointPlaced);
+  ASSERT_EQ(Readings(fig).size(), 1U);
+  EXPECT_EQ(Readings(fig)[0]->altitude, NoAltitude);
+  EXPECT_EQ(fig.geo.altitude, NoAltitude);
+  EXPECT_EQ(TrailNamesOf(map), Texts{"Main"});
+  EXPECT_TRUE(map.flags & MapDirty);
+  EXPECT_EQ(Said(), Texts{});
+}
+
+TEST_F(GisImportTest, WaypointsTakeTheirAltitudeIfTheBoxStandsChecked) {
+  GisBoxes boxes;
+  boxes.keepAltitude = true;
+  ASSERT_TRUE(Start(Header + "Fig,,,,1.5,115.5,30\nLed,,,,1.6,115.5\n", boxes));
+  EXPECT_EQ(Named(map, "Fig").geo.altitude, 30.0F);
+  EXPECT_EQ(Named(map, "Led").geo.altitude, NoAltitude);
+}
+
+TEST_F(GisImportTest, AWaypointOfAKnownNameIsAFurtherReading) {
+  ASSERT_TRUE(Start(Header + "camp,,,,2,115\nFig=Tree,,,,3,115\ntree,,,,5,115\n"));
+  EXPECT_EQ(Readings(Named(map, "Camp")).size(), 2U);
+  EXPECT_EQ(Named(map, "Camp").geo.lat, 1.5);
+  EXPECT_EQ(Named(map, "Fig").geo.lat, 4);
+  EXPECT_EQ(LoosePoints(), Texts{"Fig"});
+}
+
+TEST_F(GisImportTest, WaypointsWithoutALastingNameAreTold) {
+  ASSERT_TRUE(Start(Header + ",,,,2,115\n0830,,,,3,115\n0830,,,,4,115\n"));
+  EXPECT_EQ(LoosePoints(), (Texts{"0830", "0830"}));
+  EXPECT_EQ(Length(map.namelessPoints), 1);
+  EXPECT_TRUE(map.namelessPoints.front()->flags & PointPlaced);
+  EXPECT_EQ(Said(), Texts{"3 waypoints are not kept when the map is saved: they have no name, or "
+                          "that of a time of day"});
+}
+
+TEST_F(GisImportTest, PointsOfTheBasisStayAsTheyAre) {
+  Map& above = Open("B\ttest.map\n", "above.map");
+  ASSERT_EQ(above.basis, &map);
+  ASSERT_TRUE(StartGisImportOfText(above, Header + "Camp,,,,2,115\nFig,,,,3,115\n", "gps.txt", {}));
+  EXPECT_EQ(Readings(Named(map, "Camp")).size(), 1U);
+  EXPECT_EQ(Named(map, "Camp").geo.lat, 1);
+  EXPECT_EQ(Named(above, "Fig").map, &above);
+  EXPECT_EQ(Said(), Texts{"A GPS location is given to a point (Camp) which is in a base map, it "
+                          "will have no effect"});
+}
+
+TEST_F(GisImportTest, NamesThatAreNoneAreToldOfAFewTimes) {
+  std::string text = Header + "Fig,,,,1,115\n";
+  for (int i = 0; i < 9; ++i) text += "=,,,,2,115\n";
+  ASSERT_TRUE(Start(text));
+  Texts expected(5, "Bad pointname =");
+  expected.emplace_back("4 more waypoints are left out");
+  EXPECT_EQ(Said(), expected);
+}
+
+TEST_F(GisImportTest, TracksAndWaypointsOfOneFileBothComeIn) {
+  TakeAll(
+      "<gpx><wpt lat='1' lon='2'><name>Fig</name></wpt><trk><trkseg><trkpt lat='1' lon='2'>"
+      "<time>2004-02-18T08:00:00Z</time></trkpt></trkseg></trk></gpx>");
+  EXPECT_EQ(LoosePoints(), Texts{"Fig"});
+  EXPECT_EQ(Length(map.trails), 2);
+  EXPECT_FALSE(map.trails.front().name);
+  EXPECT_EQ(map.trails.front().date, PackDate(2004, 2, 18));
+}
+
+// --- The whole way --------------------------------------------------------------------------
+
+TEST_F(GisImportTest, ImportedTracksAreAFollowForTheRanges) {
+  Map& follows = Open("R\tAll\nK\tGroup\n", "follows.map");
+  auto import = StartGisImportOfText(follows, TwoTracks, "gps.txt", {});
+  ASSERT_TRUE(import);
+  GisTrailFields fields = StartFields(*import, {});
+  fields.type = "Group";
+  EXPECT_EQ(TakeTrack(*import, fields), GisField::None);
+  EXPECT_EQ(follows.ranges.front().follows.size(), 1U);
+}
+
+TEST_F(GisImportTest, WhatIsSavedOpensAgain) {
+  TakeAll(TwoTracks);
+  ASSERT_TRUE(Start(Header + "Fig,,,,1.5,115.5,30\nLed,,,,1.6,115.5\n"));
+  Map& again = Open(MapFileText(map, "again.map", true), "again.map");
+  EXPECT_EQ(TrailNamesOf(again), TrailNamesOf(map));
+  EXPECT_NEAR(Named(again, "Fig").geo.lat, 1.5, 1e-7);
+  Trail* trail = FindTrail(again, "B");
+  ASSERT_NE(trail, nullptr);
+  EXPECT_EQ(trail->points.size(), 2U);
+}
+
+TEST_F(GisImportTest, AFileThatHoldsNothingOrIsNotThereIsTold) {
+  const TemporaryFolder folder;
+  EXPECT_FALSE(StartGisImport(map, folder.Path("none.txt"), {}));
+  EXPECT_FALSE(StartGisImport(map, folder.Path(), {}));
+  const std::string path = folder.Write("empty.txt", Header);
+  EXPECT_FALSE(StartGisImport(map, path, {}));
+  EXPECT_EQ(Said(),
+            (Texts{"Can't open file " + folder.Path("none.txt"), "Can't open file " + folder.Path(),
+                   "There are no tracks and no waypoints in " + path}));
+  EXPECT_FALSE(map.flags & MapDirty);
+  EXPECT_TRUE(StartGisImport(map, folder.Write("gps.txt", TwoTracks), {}));
+}
+
+}  // namespace
+}  // namespace orvane
