@@ -1,6 +1,7 @@
 #include "cli/commands.h"
 #include "cli/exit_status.h"
 #include "cli/import_command.h"
+#include "cli/import_gis_command.h"
 #include "cli/line_messages.h"
 #include "cli/reports_command.h"
 #include "cli/text_output.h"
@@ -190,6 +191,34 @@ void AddImport(CommandLine& line) {
   });
 }
 
+void AddImportGis(CommandLine& line) {
+  auto request = std::make_shared<ImportGisRequest>();
+  CLI::App* command =
+      AddMapCommand(line, "import-gis", "Take GPS tracks and waypoints into the map");
+  command->add_option("FILE", request->file, "comma-separated text or GPX")->required();
+  command->add_option("-o,--output", request->output, "the map to write; - for standard output")
+      ->required()
+      ->type_name("OUT");
+  const auto add = [&](const char* option, std::string& field, const char* type, const char* help) {
+    command->add_option(option, field, help)->type_name(type);
+  };
+  GisTrailFields& fields = request->fields;
+  add("--type", fields.type, "TEXT", "the type of the trails; Trail if not given");
+  add("--date", fields.date, "DATE", "their date; that of each track if not given");
+  add("--focal", fields.focalAnimal, "NAME", "their focal animal");
+  add("--size", fields.size, "N", "their group size; 1 if not given");
+  add("--width", fields.width, "METRES", "the width of their lines");
+  add("--color", fields.color, "COLOR", "the colour of their lines; black if not given");
+  add("--subsample", fields.subSample, "N", "take every N-th fix");
+  add("--minimum-distance", fields.minimumDistance, "METRES", "pass over fixes nearer than that");
+  command->add_flag("--keep-altitude", fields.boxes.keepAltitude, "take the altitudes as well");
+  command->callback([&line, request] {
+    line.work = [request](Map& map, LineMessages& messages) {
+      return ImportGisCommand(map, messages, *request);
+    };
+  });
+}
+
 #ifdef ORVANE_HAS_RENDER
 /// Reads "1024x768". \return an empty text, or what is wrong
 std::string ReadSize(const std::string& text, RenderRequest& request) {
@@ -260,6 +289,7 @@ void AddCommands(CommandLine& line) {
   AddIndex(line);
   AddRanges(line);
   AddImport(line);
+  AddImportGis(line);
 #ifdef ORVANE_HAS_RENDER
   AddRender(line);
 #endif

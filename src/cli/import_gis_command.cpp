@@ -1,0 +1,46 @@
+#include "cli/import_gis_command.h"
+
+#include "cli/commands.h"
+#include "cli/exit_status.h"
+
+namespace orvane {
+
+namespace {
+
+/// Tells of a field that the window would refuse.
+void TellBadField(GisField field, const GisTrailFields& fields, LineMessages& messages) {
+  switch (field) {
+    case GisField::None:
+      return;
+    case GisField::Date:
+      NoteError(messages, "Bad date for --date: %s", {fields.date});
+      return;
+    case GisField::Size:
+      NoteError(messages, "Bad number for --size: %s", {fields.size});
+      return;
+    case GisField::Width:
+      NoteError(messages, "Bad number for --width: %s", {fields.width});
+      return;
+    case GisField::SubSample:
+      NoteError(messages, "Bad number for --subsample: %s", {fields.subSample});
+      return;
+    case GisField::MinimumDistance:
+      NoteError(messages, "Bad number for --minimum-distance: %s", {fields.minimumDistance});
+      return;
+  }
+}
+
+}  // namespace
+
+int ImportGisCommand(Map& map, LineMessages& messages, const ImportGisRequest& request) {
+  auto import = StartGisImport(map, request.file, request.fields.boxes);
+  if (!import) return ExitFailed;
+  GisTrailFields fields = request.fields;
+  if (const GisTrack* track = CurrentTrack(*import)) fields.name = track->name;
+  const GisField bad = TakeAllTracks(*import, fields);
+  TellBadField(bad, fields, messages);
+  if (bad != GisField::None) return ExitFailed;
+  return SaveCommand(map, messages, request.output, false);
+}
+
+}  // namespace orvane

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "cli/line_messages.h"
+#include "entry/gis_import.h"
+#include "model/map.h"
+
+#include <string>
+
+namespace orvane {
+
+/// What `import-gis` was asked for. The date is empty unless one was given; the name is not used,
+/// since each trail bears that of its track.
+struct ImportGisRequest {
+  std::string file;
+  std::string output;
+  GisTrailFields fields;
+};
+
+/// Takes the tracks and waypoints of a file into the map and saves it in full to the file `output`,
+/// or to standard output if it is "-". Nothing is written if the file holds nothing or a field
+/// cannot be read.
+/// \return an `ExitStatus`
+int ImportGisCommand(Map& map, LineMessages& messages, const ImportGisRequest& request);
+
+}  // namespace orvane
