@@ -28,6 +28,17 @@ enum MapWindowFlag : std::uint32_t {
   MapWindowSelection = 8192,   ///< `selection` holds a rubber band
 };
 
+/// Takes the places that are clicked while it is set as the target of a view.
+class InputTarget {
+ public:
+  virtual ~InputTarget() = default;
+  /// \param place  where the button went down; no altitude
+  virtual void TakePosition(const LatLon& place) = 0;
+};
+
+/// Where the thumb of a scroll bar rests: a third of its way from either end.
+constexpr int ScrollRest = 60;
+
 /// One view of a map: where it looks, what it shows and what it draws on. It is plain: the
 /// functions of view_transform.h move it and `DrawMap` draws it; neither knows a window, so a
 /// caller that changes a view asks for its own repaint. Screen, picture and paper are alike; a job
@@ -73,7 +84,11 @@ struct MapWindow {
   Pixel pointer;        ///< where the pointer is
   double savedTop = 0;  ///< `top` and `left` at the last press
   double savedLeft = 0;
-  LatLon selection[2];  ///< the corners of the last rubber band: its beginning, its end
+  LatLon selection[2];        ///< the corners of the last rubber band: its beginning, its end
+  bool transectMode = false;  ///< the next rubber band is a transect
+  InputTarget* inputTarget = nullptr;  ///< takes clicks, or null; not owned
+  int verticalPos = ScrollRest;        ///< the last place of each thumb
+  int horizontalPos = ScrollRest;
 };
 
 /// True for a view of paper.

@@ -17,16 +17,6 @@ struct Step {
 
 double Radians(double degrees) { return degrees * (Pi / 180.0); }
 
-/// Brings a longitude into -180 up to but not including 180. One turn is taken off as a plain
-/// difference, so that a longitude that is one turn out loses no digits.
-double WrapLongitude(double longitude) {
-  if (longitude >= 180) longitude -= 360;
-  if (longitude < -180) longitude += 360;
-  if (longitude >= -180 && longitude < 180) return longitude;
-  const double rest = std::remainder(longitude, 360.0);
-  return rest >= 180 ? rest - 360 : rest;
-}
-
 /// Turns a step on the screen into one on the ground.
 Step ToGround(const MapWindow& view, Step step) {
   if (view.rotation == 0) return step;
@@ -53,10 +43,6 @@ void PullToEdge(double& value, double& other, double center, double otherCenter)
   const double edge = value > 0 ? LargestPixel : -LargestPixel;
   other = otherCenter + (other - otherCenter) * ((edge - center) / (value - center));
   value = edge;
-}
-
-float BoundedScale(double scale) {
-  return static_cast<float>(std::clamp(scale, SmallestScale, LargestScale));
 }
 
 void SetWidthFromScale(MapWindow& view) {
@@ -96,6 +82,18 @@ double Deviation(double count, double squares, double mean) {
 }
 
 }  // namespace
+
+double WrapLongitude(double longitude) {
+  if (longitude >= 180) longitude -= 360;
+  if (longitude < -180) longitude += 360;
+  if (longitude >= -180 && longitude < 180) return longitude;
+  const double rest = std::remainder(longitude, 360.0);
+  return rest >= 180 ? rest - 360 : rest;
+}
+
+float BoundedScale(double scale) {
+  return static_cast<float>(std::clamp(scale, SmallestScale, LargestScale));
+}
 
 ScreenTransform::ScreenTransform(const MapWindow& view)
     : top_(view.top),

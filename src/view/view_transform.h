@@ -64,6 +64,13 @@ LatLon ScreenToMap(const MapWindow& view, Pixel pixel);
 /// centre, and nothing else.
 void SetClientSize(MapWindow& view, int width, int height);
 
+/// Brings a longitude into -180 up to but not including 180. One turn is taken off as a plain
+/// difference, so that a longitude that is one turn out loses no digits.
+double WrapLongitude(double longitude);
+
+/// A scale that the functions of this file accept: within `SmallestScale` and `LargestScale`.
+float BoundedScale(double scale);
+
 /// Puts a place at the middle of the client rectangle; scale and rotation stay.
 void CenterOn(MapWindow& view, const LatLon& place);
 /// \param north, east  metres; east from longitude 0

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "model/altitude_field.h"
+#include "view/map_window.h"
+
+#include <string>
+#include <vector>
+
+namespace orvane {
+
+/// The info panel: what stands under the pointer and, during a rubber band, how far it reaches.
+
+/// One row of the panel.
+struct InfoRow {
+  bool mark = false;   ///< an upward arrow in front: the row tells a difference
+  std::string text;    ///< may be empty
+  std::string offset;  ///< stands in a column behind the coordinates; may be empty
+};
+
+/// What the panel reads, from the top: four rows, and a fifth one during a rubber band between two
+/// places of which one lies on the equator.
+///
+/// At rest and while the map is dragged: latitude, longitude, altitude, and the scale with the grid
+/// cell; behind the first three the way from the map's origin, if it or a basis has one. During a
+/// rubber band: how far down and to the right the pointer stands from where the band began, the
+/// rise and slope, and the distance with the bearing. Altitudes are cut to whole metres.
+/// \param altitudes  those of `view.map`
+std::vector<InfoRow> InfoRows(const MapWindow& view, const AltitudeField& altitudes);
+
+/// The scale as the panel shows it: "1px=0.5m".
+/// \param scale  pixels per metre
+std::string ScaleLabel(float scale);
+
+/// A distance over the equator, by tangents that take degrees as they are and an arc tangent that
+/// is taken as degrees. No distance on the earth comes out of it; these are the figures that have
+/// always been shown.
+/// \return metres; 0 unless one of the two lies exactly on the equator, less than 90 degrees of
+///         longitude from the other
+double GreatCircleDistance(const LatLon& pointer, const LatLon& press);
+
+/// Width and height in device pixels.
+struct InfoPanelSize {
+  int width = 0;
+  int height = 0;
+};
+
+/// The size that the panel needs: four lines high and as wide as a sample of its text, more where a
+/// row would not fit. The canvas is set to its small font.
+InfoPanelSize MeasureInfoPanel(Canvas& canvas, const std::vector<InfoRow>& rows);
+
+/// Draws the panel with its upper left corner at (0, 0).
+/// \param size  of the panel: it has a thin line along its left and lower edge
+void DrawInfoPanel(Canvas& canvas, const std::vector<InfoRow>& rows, const InfoPanelSize& size,
+                   Color background);
+
+}  // namespace orvane

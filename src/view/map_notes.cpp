@@ -1,0 +1,23 @@
+#include "view/map_notes.h"
+
+#include "model/map.h"
+
+namespace orvane {
+
+namespace {
+
+constexpr size_t LongestNoteLine = 199;
+
+}  // namespace
+
+std::vector<std::string> NoteLines(const Map& map) {
+  std::vector<std::string> lines;
+  for (const std::string& credit : map.credits) {
+    size_t start = credit.empty() ? 0 : 1;
+    if (start < credit.size() && credit[start] == ' ') ++start;
+    lines.push_back(credit.substr(start, LongestNoteLine));
+  }
+  return lines;
+}
+
+}  // namespace orvane

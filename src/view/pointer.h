@@ -1,0 +1,50 @@
+#pragma once
+
+#include "view/map_window.h"
+
+namespace orvane {
+
+/// What the mouse does to a view: the left button draws a rubber band, any other drags the map.
+
+/// A rubber band must be longer than this, rows and columns together, in pixels.
+constexpr int SmallestBand = 4;
+
+/// Keys that are held.
+struct PointerKeys {
+  bool shift = false;
+  bool control = false;
+};
+
+/// What a release of the button came to.
+struct PointerOutcome {
+  bool viewMoved = false;      ///< the map is to be drawn anew
+  bool transectDrawn = false;  ///< the transect along `selection` is to be shown
+};
+
+/// True while a rubber band is drawn, from `pressPoint` to `pointer`.
+bool IsBandDrawn(const MapWindow& view);
+
+/// A button goes down: a drag begins.
+/// \param otherButton  a button other than the left one: the drag moves the map
+void PressPointer(MapWindow& view, Pixel at, bool otherButton);
+
+/// The pointer has moved. A pan moves the map with it; a rubber band that leaves the window scrolls
+/// the map towards it.
+/// \return true if the map is to be drawn anew
+bool MovePointer(MapWindow& view, Pixel at);
+
+/// The button is let go. With an input target the place of the press goes there. Otherwise a band
+/// longer than `SmallestBand` becomes the `selection`, and then: a transect with control held or in
+/// `transectMode` (which control sets), nothing more with shift or after a pan, else a zoom to the
+/// band. What follows no press is nothing.
+PointerOutcome ReleasePointer(MapWindow& view, Pixel at, const PointerKeys& keys);
+
+/// Ends a drag without any effect, as when the window loses the mouse.
+void CancelPointer(MapWindow& view);
+
+/// Scrolls towards a pixel outside of the window, faster the farther it is; `pressPoint` is moved
+/// by as many pixels. Along the columns those pixels are taken as metres, whatever the scale is:
+/// how fast a band drags the map along has always felt so.
+void ScrollToward(MapWindow& view, Pixel at);
+
+}  // namespace orvane

@@ -1,0 +1,76 @@
+#include "model/altitude_field.h"
+
+#include "base/messages.h"
+#include "model/cells.h"
+#include "model/workspace.h"
+
+#include <cstdint>
+#include <cstring>
+#include <gtest/gtest.h>
+#include <random>
+
+namespace orvane {
+namespace {
+
+bool SameBits(float a, float b) { return std::memcmp(&a, &b, sizeof a) == 0; }
+
+class AltitudeFieldTest : public testing::Test {
+ protected:
+  Point& Add(double lat, double lon, float altitude) {
+    Point& point = MakePoint(map_, "");
+    point.geo = {lat, lon, altitude};
+    point.flags |= PointPlaced;
+    map_.namelessPoints.push_front(&point);
+    return point;
+  }
+
+  RecordedMessages messages_;
+  Workspace workspace_{messages_};
+  Map& map_ = MakeMap(workspace_, "a.map");
+};
+
+TEST_F(AltitudeFieldTest, KnowsNothingWithoutAltitudes) {
+  Add(1, 2, NoAltitude);
+  const AltitudeField field(map_);
+  EXPECT_TRUE(field.IsEmpty());
+  EXPECT_TRUE(SameBits(field.EstimateAt({1, 2}), NoAltitude));
+  EXPECT_TRUE(SameBits(AltitudeField().EstimateAt({1, 2}), NoAltitude));
+}
+
+TEST_F(AltitudeFieldTest, GivesTheAltitudeOfAPointAtItsVeryPlace) {
+  Add(1, 2, 340.5F);
+  Add(1.1, 2, 100);
+  EXPECT_TRUE(SameBits(AltitudeField(map_).EstimateAt({1, 2}), 340.5F));
+}
+
+TEST_F(AltitudeFieldTest, LeavesOutThePointsOfTheBasis) {
+  Map& above = MakeMap(workspace_, "above.map");
+  above.basis = &map_;
+  Add(1, 2, 340);
+  EXPECT_TRUE(SameBits(AltitudeField(above).EstimateAt({1, 2}), NoAltitude));
+}
+
+TEST_F(AltitudeFieldTest, AgreesWithTheWalkOverTheMapToTheLastBit) {
+  constexpr unsigned Seed = 20261;
+  SCOPED_TRACE(Seed);
+  std::mt19937 random(Seed);
+  const auto unit = [&random] { return static_cast<double>(random()) / 4294967296.0; };
+  Trail& trail = map_.trails.emplace_front();
+  for (int i = 0; i < 400; ++i) {
+    const bool known = i % 3 != 0;
+    Point& point = Add(unit(), unit(), known ? static_cast<float>(unit() * 900 - 50) : NoAltitude);
+    if (i % 2 == 0) trail.points.push_back(&point);
+    if (i % 10 == 0) trail.points.push_back(&point);
+  }
+  const AltitudeField field(map_);
+  for (int i = 0; i < 200; ++i) {
+    const LatLon place{unit() * 1.2, unit() * 1.2};
+    EXPECT_TRUE(SameBits(field.EstimateAt(place), EstimateAltitude(map_, place))) << i;
+  }
+  for (const Point& point : map_.pointStore) {
+    EXPECT_TRUE(SameBits(field.EstimateAt(point.geo), EstimateAltitude(map_, point.geo)));
+  }
+}
+
+}  // namespace
+}  // namespace orvane
