@@ -110,10 +110,4 @@ bool Precedes(const ClusterLocations& locations, const ClusterEdge& x, const Clu
   return x.a != y.a ? x.a < y.a : x.b < y.b;
 }
 
-double LocationDistance(const ClusterPoint& a, const ClusterPoint& b) {
-  const double north = a.north - b.north;
-  const double east = a.east - b.east;
-  return std::sqrt(north * north + east * east);
-}
-
 }  // namespace orvane

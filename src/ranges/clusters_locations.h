@@ -18,8 +18,6 @@ struct ClusterPoint {
   int count = 1;           ///< how many of the list stand exactly here
   int cell = 0;            ///< row-major number of its cell
   int cluster = NoIndex;   ///< the cluster that it joined, or free
-  int step = 0;            ///< when it joined
-  int nextInCluster = NoIndex;
 };
 
 /// The locations, in the order in which pairs of equal length are taken: by cell, and within a
@@ -49,8 +47,5 @@ std::optional<ClusterLocations> FindLocations(PointSpan points);
 /// more points; then by cell of the first, cell of the second, and the places of both in their
 /// cells. It is the order in which a double loop over the cells meets them.
 bool Precedes(const ClusterLocations& locations, const ClusterEdge& x, const ClusterEdge& y);
-
-/// The distance between two locations in metres.
-double LocationDistance(const ClusterPoint& a, const ClusterPoint& b);
 
 }  // namespace orvane
