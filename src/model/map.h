@@ -86,6 +86,8 @@ struct Map {
 
   std::forward_list<Trail> trails;         ///< file order once a file is read; new ones in front
   std::forward_list<Trail> contourTrails;  ///< generated contour lines; never saved
+  std::forward_list<Trail> continuousContours;  ///< the same without gaps, for the eye; never saved
+  ScratchPoints contourPoints;                  ///< the vertices of both
   std::forward_list<Range> ranges;         ///< newest first
   std::forward_list<RangeIntersection> intersections;  ///< newest first; never saved
   std::forward_list<Grid> grids;                       ///< newest first

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <forward_list>
 #include <functional>
+#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -45,6 +46,8 @@ struct Workspace {
   ReadingState reading;
   std::uint64_t solverWalks = 0;  ///< walks that the solver has made so far, over all maps
   unsigned rangeRowsMade = 0;     ///< rows of range panes made so far; their shadings take turns
+  std::map<double, int> contourCounts;  ///< contour lines made so far of each level, over all maps
+  std::map<double, int> continuousContourCounts;  ///< the same of `Map::continuousContours`
   std::function<PackedDate()> today;  ///< the date that a save writes; the local clock if empty
 };
 
