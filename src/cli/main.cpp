@@ -1,4 +1,5 @@
 #include "cli/commands.h"
+#include "cli/contours_command.h"
 #include "cli/exit_status.h"
 #include "cli/import_command.h"
 #include "cli/import_gis_command.h"
@@ -219,6 +220,20 @@ void AddImportGis(CommandLine& line) {
   });
 }
 
+void AddContours(CommandLine& line) {
+  auto request = std::make_shared<ContoursRequest>();
+  CLI::App* command = AddMapCommand(line, "contours", "Print contour lines as GeoJSON");
+  command
+      ->add_option("--interval", request->interval, "between levels; that of the map if not given")
+      ->type_name("METRES");
+  command->add_flag("--continuous", request->continuous, "lines without gaps");
+  command->callback([&line, request] {
+    line.work = [request](Map& map, LineMessages& messages) {
+      return ContoursCommand(map, messages, *request);
+    };
+  });
+}
+
 #ifdef ORVANE_HAS_RENDER
 /// Reads "1024x768". \return an empty text, or what is wrong
 std::string ReadSize(const std::string& text, RenderRequest& request) {
@@ -288,6 +303,7 @@ void AddCommands(CommandLine& line) {
   AddTrails(line);
   AddIndex(line);
   AddRanges(line);
+  AddContours(line);
   AddImport(line);
   AddImportGis(line);
 #ifdef ORVANE_HAS_RENDER
