@@ -3,6 +3,7 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QTimer>
 
 #include <string>
 #include <string_view>
@@ -68,8 +69,8 @@ int main(int argc, char** argv) {
   orvane::BoxMessages boxes;
   orvane::Workspace workspace(boxes);
   orvane::Shell shell(workspace, boxes);
-  const std::vector<std::string> files = FilesOf(argc, argv);
-  for (const std::string& file : files) shell.OpenFile(file);
-  if (files.empty()) shell.NewMap();
+  // Before the loop runs there may be boxes, and the last one closed is not the end.
+  QApplication::setQuitOnLastWindowClosed(false);
+  QTimer::singleShot(0, [&] { shell.Start(FilesOf(argc, argv)); });
   return QApplication::exec();
 }

@@ -20,6 +20,7 @@ struct FileSpecifications {
   FileSpecification spreadsheets;
   FileSpecification gisFiles;
   FileSpecification shapefiles;
+  FileSpecification pictures;
 };
 
 enum class FileAnswer { Chosen, Cancelled, Failed };

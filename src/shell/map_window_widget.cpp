@@ -1,47 +1,154 @@
 #include "shell/map_window_widget.h"
 
 #include "base/file_names.h"
+#include "commands/close_map.h"
 #include "paint/display_text.h"
+#include "shell/command_menu.h"
+#include "shell/files/local_files.h"
+#include "shell/map/map_panes.h"
+#include "shell/map/map_view.h"
 #include "shell/shell.h"
+#include "view/range_rows.h"
 
-#include <QAction>
-#include <QApplication>
+#include <QCloseEvent>
 #include <QDragEnterEvent>
 #include <QDropEvent>
-#include <QFile>
 #include <QMimeData>
 #include <QScreen>
-#include <QUrl>
+
+#include <algorithm>
 
 namespace orvane {
 namespace {
 
 constexpr QSize FirstSize(1200, 800);
 
-bool HasLocalFiles(const QMimeData& data) {
-  const QList<QUrl> urls = data.urls();
-  return std::any_of(urls.begin(), urls.end(), [](const QUrl& url) { return url.isLocalFile(); });
+bool IsEditor(const ProgramWindow& window) {
+  return window.Kind() == WindowKind::TrailEditor || window.Kind() == WindowKind::RangeEditor;
+}
+
+/// Adds rows for what the map has got since the rows were made.
+void AddMissingRows(MapWindow& view) {
+  for (Map* map = view.map; map != nullptr; map = map->basis) {
+    for (Trail& trail : map->trails) {
+      if (FindTrailRow(view, trail) == nullptr) AddTrailRow(view, trail);
+    }
+  }
+  for (Range& range : view.map->ranges) {
+    if (FindRangeRow(view, range) == nullptr) AddRangeRow(view, &range, nullptr);
+  }
+  DropRangeRows(view, nullptr);
+  RedoRangeRows(view, nullptr);
 }
 
 }  // namespace
 
 MapWindowWidget::MapWindowWidget(Shell& shell, Map& map)
-    : shell_(shell), mapView_(new MapView(map, this)) {
+    : ProgramWindow(WindowKind::Map),
+      shell_(shell),
+      map_(map),
+      commands_(new CommandMenu(*this)),
+      panes_(new MapPanes(map, {shell.trailWidth, shell.trailHeight}, this)) {
+  setObjectName(QStringLiteral("mapWindow"));
   setAttribute(Qt::WA_DeleteOnClose);
-  setWindowTitle(DisplayText(BaseName(map.fileName)));
-  setCentralWidget(mapView_);
+  setCentralWidget(panes_);
   setAcceptDrops(true);
-  mapView_->setFocus();
+  View().setFocus();
   resize(FirstSize.boundedTo(screen()->availableSize()));
+  menu_ = NewMapMenu(View().View());
+  connect(commands_, &CommandMenu::picked, this, [this](int id) { shell_.RunCommand(id, *this); });
+  connect(panes_, &MapPanes::focusPlaceChanged, this, [this] { RefreshMenu(); });
+  connect(panes_, &MapPanes::dividerMoved, this, [this](int width, int height) {
+    shell_.trailWidth = width;
+    shell_.trailHeight = height;
+  });
+  ShowTitle();
+  ShowMenu();
+}
 
-  auto* close = new QAction(tr("&Close Map"), this);
-  close->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_W));
-  connect(close, &QAction::triggered, this, &QWidget::close);
-  addAction(close);
-  auto* quit = new QAction(tr("E&xit"), this);
-  quit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
-  connect(quit, &QAction::triggered, qApp, &QApplication::closeAllWindows);
-  addAction(quit);
+MapWindowWidget::~MapWindowWidget() {
+  // Also where a window goes without having been closed, as at the end of a test.
+  shell_.Forget(*this);
+}
+
+MapView& MapWindowWidget::View() { return panes_->View(); }
+
+FocusPlace MapWindowWidget::Focus() const { return panes_->Focus(); }
+
+void MapWindowWidget::ShowMenu() {
+  commands_->Show(menu_, [this](CommandId id) { return shell_.IsPlugged(id); });
+}
+
+void MapWindowWidget::RefreshMenu() {
+  MapWindow& view = View().View();
+  const bool selected = Focus() == FocusPlace::RangeList
+                            ? FirstSelectedRow(view.rangeViews) != nullptr
+                            : FirstSelectedRow(view.trailViews) != nullptr;
+  if (Focus() == FocusPlace::MapView) RefreshMapMenu(menu_, view);
+  FollowFocus(menu_, Focus(), selected);
+  menu_.At(CommandSave).enabled = SaveIsOffered(map_);
+  menu_.At(CommandFullScreen).checked = isFullScreen();
+  ShowMenu();
+}
+
+void MapWindowWidget::ShowTitle() {
+  setWindowTitle(DisplayText(BaseName(map_.fileName)) + QStringLiteral("[*]"));
+  setWindowModified((map_.flags & MapDirty) != 0);
+  setWindowFilePath(LocalFileName(map_.fileName));
+}
+
+void MapWindowWidget::ShowMap(bool fresh) {
+  MapWindow& view = View().View();
+  if (fresh) {
+    BuildTrailRows(view);
+    BuildRangeRows(view);
+  } else {
+    AddMissingRows(view);
+  }
+  View().RequestRepaint();
+}
+
+void MapWindowWidget::RemoveDependent(ProgramWindow& window) {
+  dependents_.erase(std::remove(dependents_.begin(), dependents_.end(), &window),
+                    dependents_.end());
+}
+
+bool MapWindowWidget::CloseDependents(bool editors) {
+  // Each takes itself out of the list as it goes.
+  const std::vector<ProgramWindow*> windows = dependents_;
+  for (ProgramWindow* window : windows) {
+    if (IsEditor(*window) == editors && !window->TryClose()) return false;
+  }
+  return true;
+}
+
+bool MapWindowWidget::AskToClose() {
+  if (!CloseDependents(true)) return false;
+  switch (AskBeforeClosing(map_, shell_.Saving())) {
+    case CloseAnswer::Refused:
+      return false;
+    case CloseAnswer::Discarded:
+      Q_EMIT shell_.changesDiscarded(&map_);
+      break;
+    case CloseAnswer::Unchanged:
+    case CloseAnswer::Saved:
+      break;
+  }
+  CloseDependents(false);
+  return true;
+}
+
+bool MapWindowWidget::TryClose() {
+  if (!mayClose_ && !AskToClose()) return false;
+  mayClose_ = true;
+  close();
+  return true;
+}
+
+void MapWindowWidget::closeEvent(QCloseEvent* event) {
+  mayClose_ = mayClose_ || AskToClose();
+  event->setAccepted(mayClose_);
+  if (mayClose_) shell_.Forget(*this);
 }
 
 void MapWindowWidget::dragEnterEvent(QDragEnterEvent* event) {
@@ -50,11 +157,12 @@ void MapWindowWidget::dragEnterEvent(QDragEnterEvent* event) {
 
 void MapWindowWidget::dropEvent(QDropEvent* event) {
   event->acceptProposedAction();
-  const QList<QUrl> urls = event->mimeData()->urls();
-  for (const QUrl& url : urls) {
-    if (!url.isLocalFile()) continue;
-    shell_.OpenFile(QFile::encodeName(url.toLocalFile()).toStdString());
-  }
+  for (const std::string& file : LocalFilesOf(*event->mimeData())) shell_.OpenFile(file);
+}
+
+void MapWindowWidget::changeEvent(QEvent* event) {
+  QMainWindow::changeEvent(event);
+  if (event->type() == QEvent::ActivationChange && isActiveWindow()) RefreshMenu();
 }
 
 }  // namespace orvane

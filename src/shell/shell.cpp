@@ -3,23 +3,82 @@
 #include "base/file_names.h"
 #include "mapfile/open_map.h"
 #include "paint/display_text.h"
+#include "shell/file_commands.h"
+#include "shell/files/local_files.h"
+#include "shell/files/qt_file_dialogs.h"
+#include "shell/help_commands.h"
+#include "shell/map_commands.h"
 #include "shell/map_window_widget.h"
 #include "shell/message_boxes.h"
+#include "shell/picture_commands.h"
+#include "shell/task_window.h"
+#include "shell/view_commands.h"
 
+#include <QApplication>
 #include <QCoreApplication>
+#include <QDir>
+
+#include <algorithm>
 
 namespace orvane {
+namespace {
 
-Shell::Shell(Workspace& workspace, BoxMessages& boxes) : workspace_(workspace), boxes_(boxes) {}
-
-MapWindowWidget& Shell::OpenFile(const std::string& path) {
-  Map* map = nullptr;
-  {
-    const QString name = DisplayText(BaseName(path));
-    const MessageBatch batch(boxes_, QCoreApplication::translate("Shell", "opening %1").arg(name));
-    map = &OpenMap(workspace_, path);
+bool RestsOn(const Map& map, const Map& other) {
+  for (const Map* each = &map; each != nullptr; each = each->basis) {
+    if (each == &other) return true;
   }
-  return OpenMapWindow(*map);
+  return false;
+}
+
+}  // namespace
+
+Shell::Shell(Workspace& workspace, BoxMessages& boxes)
+    : dialogDirectory(PathOfLocalFile(QDir::currentPath())),
+      beep([] { QApplication::beep(); }),
+      endProgram([] { QCoreApplication::quit(); }),
+      workspace_(workspace),
+      boxes_(boxes),
+      dialogs_(std::make_unique<QtFileDialogs>()) {
+  PlugFileCommands(*this);
+  PlugMapCommands(*this);
+  PlugViewCommands(*this);
+  PlugPictureCommands(*this);
+  PlugHelpCommands(*this);
+}
+
+Shell::~Shell() = default;
+
+void Shell::Start(const std::vector<std::string>& files) {
+  for (const std::string& file : files) OpenFile(file);
+  const std::string defaultMap = readPreferences ? readPreferences() : std::string();
+  if (!files.empty()) return;
+  if (!defaultMap.empty()) {
+    OpenFile(defaultMap);
+    return;
+  }
+  if (openWindows_.empty()) ShowTaskWindow();
+  ProgramWindow& asking =
+      openWindows_.empty() ? static_cast<ProgramWindow&>(*taskWindow_) : *openWindows_.front();
+  RunCommand(CommandOpenMap, asking);
+}
+
+bool Shell::ExitFlow() {
+  if (exiting_) return false;
+  if (writePreferences) writePreferences();
+  exiting_ = true;
+  bool allClosed = true;
+  while (allClosed && !openWindows_.empty()) allClosed = MapWinClose(*openWindows_.front());
+  exiting_ = false;
+  if (allClosed) endProgram();
+  return allClosed;
+}
+
+MapWindowWidget& Shell::OpenFile(const std::string& path) { return OpenMapWindow(ReadMap(path)); }
+
+Map& Shell::ReadMap(const std::string& path) {
+  const QString name = DisplayText(BaseName(path));
+  const MessageBatch batch(boxes_, QCoreApplication::translate("Shell", "opening %1").arg(name));
+  return OpenMap(workspace_, path);
 }
 
 MapWindowWidget& Shell::NewMap() {
@@ -31,8 +90,83 @@ MapWindowWidget& Shell::NewMap() {
 MapWindowWidget& Shell::OpenMapWindow(Map& map) {
   // The window frees itself when it is closed.
   auto* window = new MapWindowWidget(*this, map);
+  openWindows_.insert(openWindows_.begin(), window);
   window->show();
+  if (taskWindow_) taskWindow_->hide();
+  Q_EMIT windowsChanged();
   return *window;
+}
+
+void Shell::ShowTaskWindow() {
+  if (!taskWindow_) taskWindow_ = std::make_unique<TaskWindow>(*this);
+  taskWindow_->ShowMenu();
+  taskWindow_->show();
+}
+
+bool Shell::MapWinClose(ProgramWindow& window) { return window.TryClose(); }
+
+void Shell::Forget(MapWindowWidget& window) {
+  const auto found = std::find(openWindows_.begin(), openWindows_.end(), &window);
+  if (found == openWindows_.end()) return;
+  openWindows_.erase(found);
+  if (openWindows_.empty() && !exiting_ && !QCoreApplication::closingDown()) ShowTaskWindow();
+  Q_EMIT windowsChanged();
+}
+
+void Shell::RunCommand(int id, ProgramWindow& window) {
+  const CommandInfo* command = FindCommand(id);
+  if (command == nullptr || window.Answer(command->id)) return;
+  const auto handler = handlers_.find(command->id);
+  if (handler == handlers_.end()) {
+    Beep();
+    return;
+  }
+  handler->second(window);
+}
+
+void Shell::Plug(CommandId id, Handler handler) { handlers_[id] = std::move(handler); }
+
+bool Shell::IsPlugged(CommandId id) const { return handlers_.find(id) != handlers_.end(); }
+
+void Shell::RefreshMenus() {
+  for (MapWindowWidget* window : openWindows_) {
+    window->Menu().At(CommandEuropeanDates).checked = workspace_.preferences.europeanDates;
+    window->RefreshMenu();
+  }
+  if (taskWindow_) taskWindow_->ShowMenu();
+}
+
+void Shell::SetMapDirty(Map& map, bool dirty) {
+  if (((map.flags & MapDirty) != 0) == dirty) return;
+  map.flags ^= MapDirty;
+  for (MapWindowWidget* window : openWindows_) {
+    window->ShowTitle();
+    window->RefreshMenu();
+  }
+  Q_EMIT mapDirtyChanged(&map);
+}
+
+void Shell::MapChanged(const Map& map) {
+  for (MapWindowWidget* window : openWindows_) {
+    if (RestsOn(window->TheMap(), map)) window->ShowMap();
+  }
+}
+
+SaveContext Shell::Saving() {
+  return {
+      .dialogs = *dialogs_,
+      .files = files_,
+      .defaultDirectory = dialogDirectory,
+      .setDirty = [this](Map& map, bool dirty) { SetMapDirty(map, dirty); },
+      .renamed =
+          [this](Map& map) {
+            for (MapWindowWidget* window : openWindows_) {
+              if (&window->TheMap() == &map) window->ShowTitle();
+            }
+          },
+      .mayWrite = mayWrite,
+      .written = [this](Map& map,
+                        const std::string& path) { Q_EMIT mapSaved(&map, LocalFileName(path)); }};
 }
 
 }  // namespace orvane

@@ -1,32 +1,136 @@
 #pragma once
 
+#include "commands/file_dialogs.h"
+#include "commands/save_map.h"
 #include "model/workspace.h"
+#include "shell/program_window.h"
 
+#include <QObject>
+#include <QString>
+
+#include <functional>
+#include <map>
+#include <memory>
 #include <string>
+#include <vector>
 
 namespace orvane {
 
 class BoxMessages;
 class MapWindowWidget;
+class TaskWindow;
 
-/// What all windows of the program share. Windows free themselves when they are closed.
-class Shell {
+/// What all windows of the program share: the open windows, the one dispatcher of commands, the
+/// flows that open, save and close maps. Windows free themselves when they are closed.
+///
+/// A command is carried out by a handler that is plugged in under its number. The shell plugs in
+/// those of files, of the view and of help; a window that comes later plugs in its own. A command
+/// without a handler is disabled in every menu.
+class Shell final : public QObject {
+  Q_OBJECT
+
  public:
+  using Handler = std::function<void(ProgramWindow& window)>;
+
   /// \param workspace  its messages must be `boxes`; both must outlive every window
   Shell(Workspace& workspace, BoxMessages& boxes);
+  ~Shell() override;
+
+  // --- Start and end ------------------------------------------------------------------------
+
+  /// Opens the files named at the start, then reads the preferences, and without a file opens the
+  /// map that these name, or asks for one.
+  void Start(const std::vector<std::string>& files);
+
+  /// Writes the preferences, closes all windows, each after its questions, and ends the program.
+  /// \return false if the user cancelled; the program goes on with what is still open
+  bool ExitFlow();
+
+  // --- Windows ------------------------------------------------------------------------------
 
   /// Opens a map file, or finds the map if it is open, and shows it in a new window. A file that
   /// does not open has its message, and then an empty window of that name.
   MapWindowWidget& OpenFile(const std::string& path);
-
+  /// As `OpenFile`, without a window.
+  Map& ReadMap(const std::string& path);
   /// Shows a new, empty map in a new window.
   MapWindowWidget& NewMap();
+  /// Shows a map in a new window; several may show one map.
+  MapWindowWidget& OpenMapWindow(Map& map);
+
+  /// The open map windows, newest first.
+  const std::vector<MapWindowWidget*>& OpenWindows() const { return openWindows_; }
+
+  /// Closes a window of any kind, after its questions. \return false if the user cancelled
+  bool MapWinClose(ProgramWindow& window);
+
+  /// Called by a map window when it is about to go.
+  void Forget(MapWindowWidget& window);
+
+  // --- Commands -----------------------------------------------------------------------------
+
+  /// Carries out a command that was picked in a window. An id that is no command does nothing.
+  void RunCommand(int id, ProgramWindow& window);
+  /// From now on `handler` carries out the command.
+  void Plug(CommandId id, Handler handler);
+  bool IsPlugged(CommandId id) const;
+  /// Brings the menus of all windows up to date.
+  void RefreshMenus();
+  /// Answers a command that does not fit.
+  void Beep() const { beep(); }
+
+  // --- Maps ---------------------------------------------------------------------------------
+
+  /// Sets or clears `MapDirty`, and tells the windows if that is a change.
+  void SetMapDirty(Map& map, bool dirty);
+  /// The map has got other trails, ranges or places: every window on it, or on one that rests on
+  /// it, shows them.
+  void MapChanged(const Map& map);
+
+  // --- What the flows share -----------------------------------------------------------------
+
+  Workspace& TheWorkspace() { return workspace_; }
+  BoxMessages& Boxes() { return boxes_; }
+  FileDialogs& Dialogs() { return *dialogs_; }
+  void SetDialogs(std::unique_ptr<FileDialogs> dialogs) { dialogs_ = std::move(dialogs); }
+  FileSpecifications& Files() { return files_; }
+  SaveContext Saving();
+
+  /// Where file dialogs begin at first, and where the program keeps its own files.
+  std::string dialogDirectory;
+  std::string ownDirectory;
+  /// Size of the lists of a new map window.
+  int trailWidth = 100;
+  int trailHeight = 200;
+
+  /// What sounds for a command that does not fit, and what ends the program. A test puts in its
+  /// own.
+  std::function<void()> beep;
+  std::function<void()> endProgram;
+  /// Reads the preferences and tells the map to open with, or an empty text; writes them.
+  std::function<std::string()> readPreferences;
+  std::function<void()> writePreferences;
+  /// May refuse to let a map be written over its file; see `SaveContext`.
+  std::function<bool(Map& map, const std::string& path)> mayWrite;
+
+ Q_SIGNALS:
+  void mapDirtyChanged(orvane::Map* map);
+  void mapSaved(orvane::Map* map, const QString& path);
+  /// The user closed a window with "Don't Save".
+  void changesDiscarded(orvane::Map* map);
+  void windowsChanged();
 
  private:
-  MapWindowWidget& OpenMapWindow(Map& map);
+  void ShowTaskWindow();
 
   Workspace& workspace_;
   BoxMessages& boxes_;
+  std::unique_ptr<FileDialogs> dialogs_;
+  FileSpecifications files_;
+  std::map<CommandId, Handler> handlers_;
+  std::vector<MapWindowWidget*> openWindows_;
+  std::unique_ptr<TaskWindow> taskWindow_;
+  bool exiting_ = false;
 };
 
 }  // namespace orvane

@@ -1,5 +1,6 @@
 #include "shell/shell.h"
 
+#include "shell/map/map_view.h"
 #include "shell/map_window_widget.h"
 #include "shell/message_boxes.h"
 
@@ -22,6 +23,7 @@ namespace {
 class ShellTest : public testing::Test {
  protected:
   ShellTest() : workspace_(boxes_), shell_(workspace_, boxes_) {
+    shell_.endProgram = [] {};
     closer_.setInterval(1);
     QObject::connect(&closer_, &QTimer::timeout, &closer_, [this] {
       if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
@@ -66,7 +68,7 @@ TEST_F(ShellTest, OpensAFileInAWindowThatBearsItsName) {
   const std::string path = MakeFile("site.map", "L\tCamp\t1.0\t10.0\t\nL\tHill\t1.01\t10.01\t\n");
   MapWindowWidget& window = shell_.OpenFile(path);
   EXPECT_TRUE(window.isVisible());
-  EXPECT_EQ(window.windowTitle(), QStringLiteral("site.map"));
+  EXPECT_EQ(window.windowTitle(), QStringLiteral("site.map[*]"));
   EXPECT_TRUE(HasPoints(*window.View().View().map));
   EXPECT_TRUE(texts_.isEmpty());
   EXPECT_TRUE(window.View().hasFocus() || window.focusWidget() == &window.View());
@@ -76,7 +78,7 @@ TEST_F(ShellTest, TheFirstWindowHasAWholeSizeWithinTheScreen) {
   MapWindowWidget& window = shell_.NewMap();
   const QSize room = window.screen()->availableSize();
   EXPECT_EQ(window.size(), QSize(1200, 800).boundedTo(room));
-  EXPECT_EQ(window.windowTitle(), QStringLiteral("Untitled"));
+  EXPECT_EQ(window.windowTitle(), QStringLiteral("Untitled[*]"));
   EXPECT_NE(window.View().View().map->flags & MapUntitled, 0U);
 }
 
@@ -86,7 +88,7 @@ TEST_F(ShellTest, AFileThatDoesNotOpenHasItsMessageAndThenAnEmptyWindow) {
   ASSERT_EQ(texts_.size(), 1);
   EXPECT_EQ(texts_[0].toStdString(), "Can't open file " + path);
   EXPECT_EQ(windowsAtBox_, 0);
-  EXPECT_EQ(window.windowTitle(), QStringLiteral("missing.map"));
+  EXPECT_EQ(window.windowTitle(), QStringLiteral("missing.map[*]"));
   EXPECT_FALSE(HasPoints(*window.View().View().map));
 }
 
@@ -133,7 +135,7 @@ TEST_F(ShellTest, AFileDroppedOnAWindowOpensInOneOfItsOwn) {
   ASSERT_EQ(Windows().size(), 2);
   QStringList titles;
   for (const MapWindowWidget* each : Windows()) titles.append(each->windowTitle());
-  EXPECT_TRUE(titles.contains(QStringLiteral("r\u00EDo.map"))) << titles.join('|').toStdString();
+  EXPECT_TRUE(titles.contains(QStringLiteral("r\u00EDo.map[*]"))) << titles.join('|').toStdString();
 
   QMimeData words;
   words.setText(QStringLiteral("no file"));

@@ -1,0 +1,54 @@
+#include "shell/about_box.h"
+
+#include "commands/map_facts.h"
+#include "paint/display_text.h"
+
+#include <QCoreApplication>
+#include <QDialogButtonBox>
+#include <QFrame>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace orvane {
+
+AboutBox::AboutBox(const Map* map, QWidget* parent) : QDialog(parent) {
+  setObjectName(QStringLiteral("aboutBox"));
+  setWindowTitle(tr("About Orvane"));
+  auto* layout = new QVBoxLayout(this);
+  layout->setSizeConstraint(QLayout::SetFixedSize);  // as wide and high as its lines
+
+  auto* name = new QLabel(QStringLiteral("Orvane"), this);
+  QFont large = name->font();
+  large.setPointSizeF(large.pointSizeF() * 1.6);
+  large.setBold(true);
+  name->setFont(large);
+  layout->addWidget(name);
+  layout->addWidget(new QLabel(tr("Version %1").arg(QCoreApplication::applicationVersion()), this));
+  layout->addWidget(new QLabel(tr("Maps and home ranges for field biologists"), this));
+  if (map != nullptr) AddCredits(*map);
+
+  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok, this);
+  buttons->setCenterButtons(true);
+  buttons->button(QDialogButtonBox::Ok)->setAccessibleName(tr("OK"));
+  connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+  layout->addSpacing(8);
+  layout->addWidget(buttons);
+}
+
+void AboutBox::AddCredits(const Map& map) {
+  const std::vector<std::string> lines = CreditLines(map);
+  if (lines.empty()) return;
+  auto* rule = new QFrame(this);
+  rule->setFrameShape(QFrame::HLine);
+  rule->setFrameShadow(QFrame::Sunken);
+  layout()->addWidget(rule);
+  for (const std::string& line : lines) {
+    auto* credit = new QLabel(DisplayText(line), this);
+    credit->setObjectName(QStringLiteral("credit"));
+    credit->setTextFormat(Qt::PlainText);
+    layout()->addWidget(credit);
+  }
+}
+
+}  // namespace orvane

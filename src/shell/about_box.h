@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QDialog>
+
+namespace orvane {
+
+struct Map;
+
+/// What the program is, and who made the map that is open.
+class AboutBox final : public QDialog {
+  Q_OBJECT
+
+ public:
+  /// \param map  whose credit lines are shown; null for none
+  AboutBox(const Map* map, QWidget* parent);
+
+ private:
+  void AddCredits(const Map& map);
+};
+
+}  // namespace orvane

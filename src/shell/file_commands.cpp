@@ -1,0 +1,129 @@
+#include "shell/file_commands.h"
+
+#include "base/messages.h"
+#include "commands/map_facts.h"
+#include "mapfile/open_map.h"
+#include "mapfile/reader.h"
+#include "paint/display_text.h"
+#include "shell/map/map_view.h"
+#include "shell/map_window_widget.h"
+#include "shell/message_boxes.h"
+#include "shell/shell.h"
+#include "view/view_transform.h"
+
+#include <QCoreApplication>
+
+#include <optional>
+#include <string>
+
+namespace orvane {
+namespace {
+
+/// Asks for a file to open.
+/// \return its path, or nothing if the user cancelled
+std::optional<std::string> AskOpen(Shell& shell, const std::string& title, FileSpecification& file,
+                                   std::string_view type) {
+  PrepareSpecification(file, shell.Files().maps, shell.dialogDirectory, type);
+  switch (shell.Dialogs().AskOpen(title, file)) {
+    case FileAnswer::Failed:
+      NoteFileDialogFailure(shell.TheWorkspace().messages);
+      return std::nullopt;
+    case FileAnswer::Cancelled:
+      return std::nullopt;
+    case FileAnswer::Chosen:
+      break;
+  }
+  return PathOf(file);
+}
+
+void OpenMapCommand(Shell& shell) {
+  const auto path = AskOpen(shell, "Open Map...", shell.Files().maps, "map");
+  if (path) shell.OpenFile(*path);
+}
+
+void OpenBasis(Shell& shell, ProgramWindow& window) {
+  if (window.Kind() != WindowKind::Map || window.MapSide()->TheMap().basis == nullptr) {
+    shell.Beep();
+    return;
+  }
+  shell.OpenMapWindow(*window.MapSide()->TheMap().basis);
+}
+
+/// The map is neither marked as changed nor solved again.
+void SetBasisCommand(Shell& shell, ProgramWindow& window) {
+  if (window.Kind() != WindowKind::Map || window.MapSide()->TheMap().basis != nullptr) {
+    shell.Beep();
+    return;
+  }
+  MapWindowWidget& mapWindow = *window.MapSide();
+  Map& map = mapWindow.TheMap();
+  const auto path = AskOpen(shell, "Open Map...", shell.Files().maps, "map");
+  if (!path) return;
+  Map& basis = shell.ReadMap(*path);
+  if (!SetBasis(map, basis)) {
+    // A map can't rest on itself, be it by way of others.
+    NoteError(shell.TheWorkspace().messages, "Can't open file %s", {*path});
+    return;
+  }
+  for (MapWindowWidget* each : shell.OpenWindows()) {
+    if (&each->TheMap() != &map) continue;
+    if (map.trails.empty()) InitView(each->View().View());
+    each->ShowMap(true);
+    RefreshMapMenu(each->Menu(), each->View().View());
+    each->RefreshMenu();
+  }
+}
+
+void SaveCommand(Shell& shell, ProgramWindow& window) {
+  if (window.MapSide() == nullptr) {
+    shell.Beep();
+    return;
+  }
+  SaveChangedMaps(window.MapSide()->TheMap(), shell.Saving());
+}
+
+void SaveAsCommand(Shell& shell, ProgramWindow& window, bool full) {
+  if (window.Kind() != WindowKind::Map) {
+    shell.Beep();
+    return;
+  }
+  SaveMapAs(window.MapSide()->TheMap(), full, shell.Saving());
+}
+
+/// The map is not marked as changed: what was read stands in a file of its own.
+void ImportSubmap(Shell& shell, ProgramWindow& window) {
+  if (window.Kind() != WindowKind::Map) {
+    shell.Beep();
+    return;
+  }
+  const auto path = AskOpen(shell, "Import Sub Map...", shell.Files().maps, "map");
+  if (!path) return;
+  Map& map = window.MapSide()->TheMap();
+  const QString name = DisplayText(shell.Files().maps.name);
+  {
+    const MessageBatch batch(shell.Boxes(),
+                             QCoreApplication::translate("Shell", "importing %1").arg(name));
+    ReadMapFile(map, *path);
+    FinishMap(map);
+  }
+  shell.MapChanged(map);
+}
+
+}  // namespace
+
+void PlugFileCommands(Shell& shell) {
+  shell.Plug(CommandNewMap, [&shell](ProgramWindow&) { shell.NewMap(); });
+  shell.Plug(CommandOpenMap, [&shell](ProgramWindow&) { OpenMapCommand(shell); });
+  shell.Plug(CommandOpenBasis, [&shell](ProgramWindow& window) { OpenBasis(shell, window); });
+  shell.Plug(CommandSetBasis, [&shell](ProgramWindow& window) { SetBasisCommand(shell, window); });
+  shell.Plug(CommandCloseMap, [&shell](ProgramWindow& window) { shell.MapWinClose(window); });
+  shell.Plug(CommandSave, [&shell](ProgramWindow& window) { SaveCommand(shell, window); });
+  shell.Plug(CommandSaveAs,
+             [&shell](ProgramWindow& window) { SaveAsCommand(shell, window, true); });
+  shell.Plug(CommandSaveSimplyAs,
+             [&shell](ProgramWindow& window) { SaveAsCommand(shell, window, false); });
+  shell.Plug(CommandImportSubmap, [&shell](ProgramWindow& window) { ImportSubmap(shell, window); });
+  shell.Plug(CommandExit, [&shell](ProgramWindow&) { shell.ExitFlow(); });
+}
+
+}  // namespace orvane

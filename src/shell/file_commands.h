@@ -1,0 +1,10 @@
+#pragma once
+
+namespace orvane {
+
+class Shell;
+
+/// Plugs in the commands of the menu "File" but for printing: open, save, import, close, exit.
+void PlugFileCommands(Shell& shell);
+
+}  // namespace orvane

@@ -1,0 +1,75 @@
+#include "shell/files/qt_file_dialogs.h"
+
+#include "base/file_names.h"
+#include "paint/display_text.h"
+#include "shell/files/local_files.h"
+
+#include <QApplication>
+#include <QCoreApplication>
+#include <QFileDialog>
+
+namespace orvane {
+namespace {
+
+QString Tr(const char* text) { return QCoreApplication::translate("QtFileDialogs", text); }
+
+/// The kinds of file that a dialog offers; the first is that of its type.
+QStringList FiltersOf(const std::string& type) {
+  const QString all = Tr("All files (*)");
+  if (type == "map") return {Tr("Maps (*.map)"), all};
+  if (type == "txt") return {Tr("Text files (*.txt *.tsv *.csv)"), all};
+  if (type == "gps") return {Tr("GPS files (*.txt *.csv *.gpx)"), all};
+  if (type == "shp") return {Tr("Shapefiles (*.shp)"), all};
+  const QStringList pictures{Tr("PNG picture (*.png)"), Tr("SVG drawing (*.svg)"),
+                             Tr("PDF page (*.pdf)")};
+  for (const QString& filter : pictures) {
+    if (!filter.contains(QStringLiteral("*.") + DisplayText(type))) continue;
+    QStringList filters{filter};
+    for (const QString& other : pictures) {
+      if (other != filter) filters.append(other);
+    }
+    return filters;
+  }
+  return {all};
+}
+
+FileAnswer Ask(QFileDialog& dialog, FileSpecification& file) {
+  dialog.setObjectName(QStringLiteral("fileDialog"));
+  dialog.setNameFilters(FiltersOf(file.type));
+  if (dialog.exec() != QDialog::Accepted) return FileAnswer::Cancelled;
+  const QStringList chosen = dialog.selectedFiles();
+  if (chosen.isEmpty() || chosen.front().isEmpty()) return FileAnswer::Failed;
+  const std::string path = PathOfLocalFile(chosen.front());
+  file.directory = DirectoryName(path);
+  file.name = BaseName(path);
+  return FileAnswer::Chosen;
+}
+
+}  // namespace
+
+FileAnswer QtFileDialogs::AskOpen(const std::string& title, FileSpecification& file) {
+  QFileDialog dialog(QApplication::activeWindow(), DisplayText(title),
+                     LocalFileName(file.directory));
+  dialog.setFileMode(QFileDialog::ExistingFile);
+  return Ask(dialog, file);
+}
+
+FileAnswer QtFileDialogs::AskSave(const std::string& title, FileSpecification& file) {
+  QFileDialog dialog(QApplication::activeWindow(), DisplayText(title),
+                     LocalFileName(file.directory));
+  dialog.setAcceptMode(QFileDialog::AcceptSave);
+  dialog.setFileMode(QFileDialog::AnyFile);
+  dialog.setDefaultSuffix(DisplayText(file.type));
+  dialog.selectFile(LocalFileName(file.name));
+  // Another kind of file gets its own ending.
+  QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, [&](const QString& filter) {
+    const qsizetype star = filter.indexOf(QStringLiteral("*."));
+    if (star < 0) return;
+    QString suffix = filter.mid(star + 2);
+    suffix.truncate(suffix.indexOf(QLatin1Char(')')));
+    dialog.setDefaultSuffix(suffix);
+  });
+  return Ask(dialog, file);
+}
+
+}  // namespace orvane

@@ -1,0 +1,10 @@
+#pragma once
+
+namespace orvane {
+
+class Shell;
+
+/// Plugs in the commands that work on a map: add, delete, check, the magnetic deviation.
+void PlugMapCommands(Shell& shell);
+
+}  // namespace orvane

@@ -1,0 +1,56 @@
+#include "shell/task_window.h"
+
+#include "shell/command_menu.h"
+#include "shell/files/local_files.h"
+#include "shell/shell.h"
+
+#include <QCloseEvent>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QLabel>
+#include <QMimeData>
+#include <QScreen>
+
+namespace orvane {
+namespace {
+
+constexpr QSize FirstSize(1200, 800);
+
+}  // namespace
+
+TaskWindow::TaskWindow(Shell& shell)
+    : ProgramWindow(WindowKind::Task), shell_(shell), commands_(new CommandMenu(*this)) {
+  setObjectName(QStringLiteral("taskWindow"));
+  setWindowTitle(QStringLiteral("Orvane"));
+  setAcceptDrops(true);
+  auto* hint = new QLabel(tr("No map is open\n\nOpen one with Ctrl+O, begin a new one with Ctrl+N, "
+                             "or drop a map file here"),
+                          this);
+  hint->setAlignment(Qt::AlignCenter);
+  hint->setWordWrap(true);
+  hint->setEnabled(false);
+  setCentralWidget(hint);
+  resize(FirstSize.boundedTo(screen()->availableSize()));
+  connect(commands_, &CommandMenu::picked, this, [this](int id) { shell_.RunCommand(id, *this); });
+  ShowMenu();
+}
+
+void TaskWindow::ShowMenu() {
+  commands_->Show(StartMenu(shell_.TheWorkspace().preferences.europeanDates),
+                  [this](CommandId id) { return shell_.IsPlugged(id); });
+}
+
+bool TaskWindow::TryClose() { return shell_.ExitFlow(); }
+
+void TaskWindow::closeEvent(QCloseEvent* event) { event->setAccepted(TryClose()); }
+
+void TaskWindow::dragEnterEvent(QDragEnterEvent* event) {
+  if (HasLocalFiles(*event->mimeData())) event->acceptProposedAction();
+}
+
+void TaskWindow::dropEvent(QDropEvent* event) {
+  event->acceptProposedAction();
+  for (const std::string& file : LocalFilesOf(*event->mimeData())) shell_.OpenFile(file);
+}
+
+}  // namespace orvane

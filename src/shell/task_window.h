@@ -1,0 +1,38 @@
+#pragma once
+
+#include "shell/program_window.h"
+
+#include <QMainWindow>
+
+namespace orvane {
+
+class CommandMenu;
+class Shell;
+
+/// The window that stands where no map is open, so that one can be opened. Closing it ends the
+/// program.
+class TaskWindow final : public QMainWindow, public ProgramWindow {
+  Q_OBJECT
+
+ public:
+  explicit TaskWindow(Shell& shell);
+
+  QWidget& Widget() override { return *this; }
+  MapWindowWidget* MapSide() override { return nullptr; }
+  bool TryClose() override;
+
+  CommandMenu& Commands() { return *commands_; }
+  /// Brings the menu up to date with the preferences.
+  void ShowMenu();
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
+
+ private:
+  Shell& shell_;
+  CommandMenu* commands_;
+};
+
+}  // namespace orvane
