@@ -95,8 +95,9 @@ WriteResult WriteFileAtomically(const std::string& path, std::string_view conten
   ReplacedFile file(system);
   const WriteResult opened = file.Open(path);
   if (opened != WriteResult::Done) return opened;
-  return file.Write(content) && file.Flush() && file.TakeName() ? WriteResult::Done
-                                                                : WriteResult::Failed;
+  if (!file.Write(content) || !file.Flush() || !file.TakeName()) return WriteResult::Failed;
+  FlushDirectoryOf(file.Path());
+  return WriteResult::Done;
 }
 
 }  // namespace orvane

@@ -86,16 +86,6 @@ bool TakeStatus(const FileSystem& system, int file, const struct stat& status) {
   return system.setPermissions(file, permissions) == 0;
 }
 
-/// Makes the new name last through a loss of power. The new content stands already, so a system
-/// that cannot do this is no reason to call the save a failure.
-void FlushDirectory(const std::string& directory) {
-  const int opened =
-      ::open(directory.empty() ? "." : directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  if (opened < 0) return;
-  ::fsync(opened);
-  ::close(opened);
-}
-
 }  // namespace
 
 ReplacedFile::~ReplacedFile() {
@@ -152,8 +142,16 @@ bool ReplacedFile::Flush() {
 bool ReplacedFile::TakeName() {
   if (system_.rename(temporaryPath_, path_) != 0) return false;
   temporaryPath_.clear();
-  FlushDirectory(DirectoryPart(path_));
   return true;
+}
+
+void FlushDirectoryOf(const std::string& path) {
+  const std::string directory = DirectoryPart(path);
+  const int opened =
+      ::open(directory.empty() ? "." : directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (opened < 0) return;
+  ::fsync(opened);
+  ::close(opened);
 }
 
 }  // namespace orvane

@@ -31,7 +31,8 @@ class ReplacedFile {
   bool Write(std::string_view content);
   /// Brings what was written to the disk and closes the file.
   bool Flush();
-  /// Puts the file in the place of the old one.
+  /// Puts the file in the place of the old one. Whoever wants the name to last through a loss of
+  /// power calls `FlushDirectoryOf` then, once for all files of a directory.
   bool TakeName();
 
   /// The file that is replaced, with links followed; empty before `Open`.
@@ -45,5 +46,9 @@ class ReplacedFile {
   std::string temporaryPath_;  ///< empty before there is one, and once it has taken its name
   int file_ = -1;
 };
+
+/// Makes the new names in the directory of a file last through a loss of power. The new content
+/// stands already, so a system that cannot do this is no reason to call a save a failure.
+void FlushDirectoryOf(const std::string& path);
 
 }  // namespace orvane
