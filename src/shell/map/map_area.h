@@ -1,5 +1,7 @@
 #pragma once
 
+#include "view/scrolling.h"
+
 #include <QWidget>
 
 class QScrollBar;
@@ -7,10 +9,12 @@ class QScrollBar;
 namespace orvane {
 
 struct Map;
+class InfoPanelWidget;
 class MapView;
 
-/// The map with its two scroll bars. The bars know no end of the map: they rest in the middle of
-/// their way, move the view by what they are pulled or pressed, and return there.
+/// The map with its two scroll bars, and the info panel in its corner. The bars know no end of the
+/// map: they rest in the middle of their way, move the view by what they are pulled or pressed, and
+/// return there.
 class MapArea final : public QWidget {
   Q_OBJECT
 
@@ -19,9 +23,22 @@ class MapArea final : public QWidget {
   MapArea(Map& map, QWidget* parent);
 
   MapView& View() { return *view_; }
+  InfoPanelWidget& Info() { return *info_; }
+  QScrollBar& VerticalBar() { return *vertical_; }
+  QScrollBar& HorizontalBar() { return *horizontal_; }
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
 
  private:
+  QScrollBar* MakeBar(Qt::Orientation orientation);
+  void FollowAction(QScrollBar& bar, int action);
+  void Scroll(QScrollBar& bar, ScrollAction action, int position);
+
   MapView* view_;
+  InfoPanelWidget* info_;
+  QScrollBar* vertical_;
+  QScrollBar* horizontal_;
 };
 
 }  // namespace orvane

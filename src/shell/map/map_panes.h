@@ -1,7 +1,6 @@
 #pragma once
 
 #include "view/focus_place.h"
-#include "view/focus_place.h"
 #include "view/pane_layout.h"
 
 #include <QWidget>

@@ -1,15 +1,23 @@
 #include "shell/map/map_view.h"
 
 #include "paint/qt_canvas.h"
+#include "shell/map/map_note.h"
 #include "view/draw_map.h"
+#include "view/find_in_map.h"
+#include "view/map_notes.h"
 #include "view/panel_rows.h"
+#include "view/pointer.h"
 #include "view/range_rows.h"
+#include "view/scrolling.h"
 #include "view/view_transform.h"
 
+#include <QGestureEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QNativeGestureEvent>
 #include <QPaintEvent>
 #include <QPainter>
+#include <QPinchGesture>
 #include <QWheelEvent>
 
 #include <cmath>
@@ -21,6 +29,13 @@ namespace {
 constexpr double WheelUnitsPerDoubling = 240;
 
 constexpr QRgb HintRgb = 0xFF757575;
+
+/// Lengths of the dashes of a rubber band and of the gaps between them, in widths of its line.
+constexpr double BandDash = 4;
+
+PointerKeys KeysOf(Qt::KeyboardModifiers modifiers) {
+  return {modifiers.testFlag(Qt::ShiftModifier), modifiers.testFlag(Qt::ControlModifier)};
+}
 
 }  // namespace
 
@@ -36,13 +51,20 @@ bool HasPoints(const Map& map) {
 
 MapView::MapView(Map& map, QWidget* parent) : QWidget(parent) {
   view_.map = &map;
+  view_.flags |= MapWindowInfoWaits;
   BuildTrailRows(view_);
   BuildRangeRows(view_);
+  setObjectName(QStringLiteral("mapView"));
   setFocusPolicy(Qt::StrongFocus);
   setMouseTracking(true);
   setAttribute(Qt::WA_OpaquePaintEvent);
   setMinimumSize(64, 48);
   setAccessibleName(tr("Map"));
+  grabGesture(Qt::PinchGesture);
+  findTimer_.setSingleShot(true);
+  notesTimer_.setSingleShot(true);
+  connect(&findTimer_, &QTimer::timeout, this, &MapView::EndFind);
+  connect(&notesTimer_, &QTimer::timeout, this, &MapView::FollowNotes);
 }
 
 MapView::~MapView() = default;
@@ -50,15 +72,25 @@ MapView::~MapView() = default;
 QSize MapView::sizeHint() const { return {1200, 800}; }
 
 void MapView::RequestRepaint() {
+  altitudes_.reset();  // the map may have changed
+  ShowMoved();
+}
+
+void MapView::ShowMoved() {
   bufferOld_ = true;
   update();
   Q_EMIT viewChanged();
 }
 
+const AltitudeField& MapView::Altitudes() {
+  if (!altitudes_) altitudes_.emplace(*view_.map);
+  return *altitudes_;
+}
+
 Pixel MapView::DevicePixel(QPointF position) const {
   const double ratio = devicePixelRatioF();
-  return {static_cast<int>(std::floor(position.x() * ratio)),
-          static_cast<int>(std::floor(position.y() * ratio))};
+  return {RoundToPixel(std::floor(position.x() * ratio)),
+          RoundToPixel(std::floor(position.y() * ratio))};
 }
 
 void MapView::CenterPointer() { view_.pointer = {view_.centerColumn, view_.centerRow}; }
@@ -79,7 +111,12 @@ void MapView::FitToWidget() {
     bufferOld_ = true;
   }
   if (view_.clientWidth == columns && view_.clientHeight == rows) return;
-  SizeView(view_, columns, rows);
+  SizeView(view_, columns, rows, savedView_ ? &*savedView_ : nullptr);
+  ResetScrolling(view_);
+  if ((view_.flags & MapWindowInfoWaits) != 0) {
+    view_.flags &= ~std::uint32_t{MapWindowInfoWaits};
+    view_.flags |= MapWindowInfoShown;
+  }
   if (!underMouse()) CenterPointer();
   bufferOld_ = true;
 }
@@ -108,7 +145,41 @@ void MapView::paintEvent(QPaintEvent* event) {
   QPainter painter(this);
   painter.setClipRegion(event->region());
   painter.drawImage(0, 0, buffer_);
+  if (IsBandDrawn(view_)) PaintBand(painter);
   if (!HasPoints(*view_.map)) PaintHint();
+  if (wasPainted_) return;
+  wasPainted_ = true;
+  if (view_.map->credits.empty()) return;
+  view_.flags |= MapWindowNotesDue;
+  notesTimer_.start(NotesDelayMilliseconds);
+}
+
+void MapView::PaintBand(QPainter& painter) const {
+  const double ratio = devicePixelRatioF();
+  const int width = std::max(1, static_cast<int>(std::lround(ratio)));
+  painter.save();
+  painter.scale(1 / ratio, 1 / ratio);
+  painter.setBrush(Qt::NoBrush);
+  const QPointF middle(width % 2 == 0 ? 0 : 0.5, width % 2 == 0 ? 0 : 0.5);
+  const QPointF from = QPointF(view_.pressPoint.x, view_.pressPoint.y) + middle;
+  const QPointF to = QPointF(view_.pointer.x, view_.pointer.y) + middle;
+  // White under black dashes: seen on every colour.
+  QPen pen(Qt::white, width);
+  pen.setCapStyle(Qt::FlatCap);
+  pen.setJoinStyle(Qt::MiterJoin);
+  for (const bool dashed : {false, true}) {
+    if (dashed) {
+      pen.setColor(Qt::black);
+      pen.setDashPattern({BandDash, BandDash});
+    }
+    painter.setPen(pen);
+    if (view_.transectMode || controlHeld_) {
+      painter.drawLine(from, to);
+    } else {
+      painter.drawRect(QRectF(from, to).normalized());
+    }
+  }
+  painter.restore();
 }
 
 void MapView::PaintHint() {
@@ -116,20 +187,81 @@ void MapView::PaintHint() {
   painter.setPen(QColor::fromRgb(HintRgb));
   QFont large = font();
   large.setPointSizeF(large.pointSizeF() * 1.5);
-  const QString heading = tr("This map is empty");
-  const QString advice = tr("Drop a map file here to open it");
   const double largeHeight = QFontMetricsF(large).height();
-  const double middle = height() / 2.0;
+  const double line = QFontMetricsF(font()).height();
+  const QStringList advice = {
+      tr("Open a map with Ctrl+O, or drop its file here"),
+      tr("Import a spreadsheet with Ctrl+I"),
+      tr("Begin a new trail with Ctrl+A in the list of trails"),
+  };
+  double top = (height() - largeHeight - line * static_cast<double>(advice.size() + 1)) / 2;
   painter.setFont(large);
-  painter.drawText(QRectF(0, middle - largeHeight, width(), largeHeight), Qt::AlignCenter, heading);
+  painter.drawText(QRectF(0, top, width(), largeHeight), Qt::AlignCenter, tr("This map is empty"));
+  top += largeHeight + line / 2;
   painter.setFont(font());
-  painter.drawText(QRectF(0, middle, width(), 2 * QFontMetricsF(font()).height()), Qt::AlignCenter,
-                   advice);
+  for (const QString& text : advice) {
+    painter.drawText(QRectF(0, top, width(), line), Qt::AlignCenter, text);
+    top += line * 1.25;
+  }
 }
 
 void MapView::resizeEvent(QResizeEvent*) {
   FitToWidget();
-  RequestRepaint();
+  if (note_ != nullptr) note_->Center();
+  ShowMoved();
+}
+
+bool MapView::Find(std::string_view text) {
+  const FindOutcome outcome = FindInMap(view_, text);
+  if (outcome == FindOutcome::Nothing) return false;
+  findTimer_.stop();
+  ShowMoved();
+  if (outcome == FindOutcome::Range) return true;
+  repaint();
+  findTimer_.start(FindMarkMilliseconds);
+  return true;
+}
+
+void MapView::EndFind() {
+  EndFindMark(view_);
+  ShowMoved();
+}
+
+void MapView::FollowNotes() {
+  if ((view_.flags & MapWindowNotesDue) != 0) {
+    view_.flags &= ~std::uint32_t{MapWindowNotesDue};
+    view_.flags |= MapWindowNotesShown;
+    note_ = new MapNote(NoteLines(*view_.map), this);
+    note_->show();
+    notesTimer_.start(NotesMilliseconds);
+    return;
+  }
+  view_.flags &= ~std::uint32_t{MapWindowNotesShown};
+  if (note_ != nullptr) note_->deleteLater();
+  note_ = nullptr;
+}
+
+void MapView::SetInputTarget(InputTarget* target) {
+  view_.inputTarget = target;
+  ShowCursor();
+  if (target == nullptr) return;
+  window()->show();
+  window()->raise();
+}
+
+void MapView::SetTransectMode(bool on) {
+  view_.transectMode = on;
+  ShowCursor();
+}
+
+void MapView::ShowCursor() {
+  if ((view_.flags & MapWindowPan) != 0) {
+    setCursor(Qt::ClosedHandCursor);
+  } else if (view_.inputTarget != nullptr || view_.transectMode) {
+    setCursor(Qt::CrossCursor);
+  } else {
+    setCursor(Qt::ArrowCursor);
+  }
 }
 
 bool MapView::StepByKey(const QKeyEvent& event) {
@@ -154,46 +286,70 @@ bool MapView::StepByKey(const QKeyEvent& event) {
 }
 
 void MapView::keyPressEvent(QKeyEvent* event) {
+  const bool dragged = (view_.flags & MapWindowDrag) != 0;
   if (event->key() == Qt::Key_Plus) {
     ZoomOnPixel(view_, view_.pointer, 2);
   } else if (event->key() == Qt::Key_Minus) {
     ZoomOnPixel(view_, view_.pointer, 0.5);
+  } else if (event->key() == Qt::Key_Escape && dragged) {
+    CancelPointer(view_);
+    ShowCursor();
+  } else if (event->key() == Qt::Key_Control && dragged) {
+    controlHeld_ = true;
+    update();
+    return;
+  } else if (event->key() == Qt::Key_E &&
+             (event->modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier)) == 0) {
+    Q_EMIT printRequested();
+    return;
   } else if (!StepByKey(*event)) {
     QWidget::keyPressEvent(event);
     return;
   }
-  RequestRepaint();
+  ShowMoved();
+}
+
+void MapView::keyReleaseEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Control && controlHeld_) {
+    controlHeld_ = false;
+    update();
+  }
+  QWidget::keyReleaseEvent(event);
 }
 
 void MapView::mousePressEvent(QMouseEvent* event) {
   if ((view_.flags & MapWindowDrag) != 0) return;  // a second button changes nothing
-  const Pixel pixel = DevicePixel(event->position());
-  view_.pressPoint = pixel;
-  view_.pointer = pixel;
-  view_.savedTop = view_.top;
-  view_.savedLeft = view_.left;
-  view_.flags |= MapWindowDrag;
-  if (event->button() != Qt::LeftButton) {
-    view_.flags |= MapWindowPan;
-    setCursor(Qt::ClosedHandCursor);
-  }
+  PressPointer(view_, DevicePixel(event->position()), event->button() != Qt::LeftButton);
+  controlHeld_ = event->modifiers().testFlag(Qt::ControlModifier);
+  ShowCursor();
+  Q_EMIT pointerMoved();
 }
 
 void MapView::mouseMoveEvent(QMouseEvent* event) {
-  const Pixel pixel = DevicePixel(event->position());
-  view_.pointer = pixel;
-  if ((view_.flags & MapWindowPan) != 0) {
-    PanTo(view_, pixel);
-    RequestRepaint();
+  const bool moved = MovePointer(view_, DevicePixel(event->position()));
+  controlHeld_ = event->modifiers().testFlag(Qt::ControlModifier);
+  if (moved) {
+    ShowMoved();
+  } else if (IsBandDrawn(view_)) {
+    update();
   }
   Q_EMIT pointerMoved();
 }
 
 void MapView::mouseReleaseEvent(QMouseEvent* event) {
   if (event->buttons() != Qt::NoButton) return;
-  view_.pointer = DevicePixel(event->position());
-  view_.flags &= ~std::uint32_t{MapWindowDrag | MapWindowPan};
-  unsetCursor();
+  const bool band = IsBandDrawn(view_);
+  const PointerOutcome outcome =
+      ReleasePointer(view_, DevicePixel(event->position()), KeysOf(event->modifiers()));
+  controlHeld_ = false;
+  ShowCursor();
+  if (outcome.viewMoved) {
+    ShowMoved();
+  } else if (band) {
+    update();
+  }
+  Q_EMIT pointerMoved();
+  if (outcome.transectDrawn) Q_EMIT transectDrawn();
 }
 
 void MapView::mouseDoubleClickEvent(QMouseEvent* event) {
@@ -201,15 +357,47 @@ void MapView::mouseDoubleClickEvent(QMouseEvent* event) {
   ZoomByDoubleClick(view_, event->modifiers().testFlag(Qt::ShiftModifier),
                     event->button() != Qt::LeftButton);
   view_.flags &= ~std::uint32_t{MapWindowPan};
-  RequestRepaint();
+  ShowCursor();
+  ShowMoved();
+}
+
+void MapView::ZoomAbout(QPointF position, double factor) {
+  if (!(factor > 0) || !std::isfinite(factor)) return;
+  ZoomAboutPixel(view_, DevicePixel(position), factor);
+  ShowMoved();
 }
 
 void MapView::wheelEvent(QWheelEvent* event) {
   const int units = event->angleDelta().y();
   event->accept();
-  if (units == 0) return;
-  ZoomAboutPixel(view_, DevicePixel(event->position()), std::exp2(units / WheelUnitsPerDoubling));
-  RequestRepaint();
+  if (units != 0) ZoomAbout(event->position(), std::exp2(units / WheelUnitsPerDoubling));
+}
+
+bool MapView::PinchByTouchPad(const QNativeGestureEvent& event) {
+  if (event.gestureType() != Qt::ZoomNativeGesture) return false;
+  ZoomAbout(event.position(), 1 + event.value());
+  return true;
+}
+
+bool MapView::PinchByTouch(QGestureEvent& event) {
+  const auto* pinch = static_cast<QPinchGesture*>(event.gesture(Qt::PinchGesture));
+  if (pinch == nullptr) return false;
+  // The first finger has begun a rubber band by then.
+  CancelPointer(view_);
+  ShowCursor();
+  ZoomAbout(mapFromGlobal(pinch->centerPoint()), pinch->scaleFactor());
+  return true;
+}
+
+bool MapView::event(QEvent* event) {
+  if (event->type() == QEvent::NativeGesture &&
+      PinchByTouchPad(*static_cast<QNativeGestureEvent*>(event))) {
+    return true;
+  }
+  if (event->type() == QEvent::Gesture && PinchByTouch(*static_cast<QGestureEvent*>(event))) {
+    return true;
+  }
+  return QWidget::event(event);
 }
 
 void MapView::focusInEvent(QFocusEvent* event) {
@@ -218,8 +406,10 @@ void MapView::focusInEvent(QFocusEvent* event) {
 }
 
 void MapView::leaveEvent(QEvent*) {
+  if ((view_.flags & MapWindowDrag) != 0) return;
   // Without a pointer over the map the keys zoom on its middle.
-  if ((view_.flags & MapWindowDrag) == 0) CenterPointer();
+  CenterPointer();
+  Q_EMIT pointerMoved();
 }
 
 }  // namespace orvane

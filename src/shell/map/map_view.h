@@ -1,22 +1,33 @@
 #pragma once
 
+#include "model/altitude_field.h"
 #include "paint/canvas_fonts.h"
 #include "view/map_window.h"
+#include "view/view_transform.h"
 
 #include <QImage>
+#include <QTimer>
 #include <QWidget>
 
 #include <memory>
+#include <optional>
+#include <string_view>
+
+class QGestureEvent;
+class QNativeGestureEvent;
 
 namespace orvane {
 
+class MapNote;
+
 /// The map in a window: paints a `MapWindow` through an off-screen image and moves it by keys,
-/// wheel and mouse. The record counts in device pixels, so that lines and letters are sharp on
-/// every screen; each event's position is converted once, here.
+/// wheel, mouse and touch pad. The record counts in device pixels, so that lines and letters are
+/// sharp on every screen; each event's position is converted once, here.
 ///
 /// Keys: "+" and "-" double and halve the scale and centre on the place under the pointer; the
-/// arrows move by a tenth of the view, with control by a thirtieth, with shift by a hundredth. The
-/// wheel zooms about the pointer, the right button drags the map, a double click zooms in.
+/// arrows move by a tenth of the view, with control by a thirtieth, with shift by a hundredth;
+/// Escape gives a rubber band up. The left button draws a rubber band, any other drags the map, a
+/// double click zooms in. Wheel, two fingers and a pinch zoom about the pointer.
 class MapView final : public QWidget {
   Q_OBJECT
 
@@ -26,10 +37,37 @@ class MapView final : public QWidget {
   ~MapView() override;
 
   MapWindow& View() { return view_; }
+  const MapWindow& View() const { return view_; }
+
+  /// The view of an earlier run, used at the first placing if it belongs to this map.
+  void TakeSavedView(const SavedView& saved) { savedView_ = saved; }
 
   /// After any change of the view or of the map: it is drawn anew, once, however many changes
   /// come before the next paint event.
   void RequestRepaint();
+  /// The same after a move of the view alone: what is known about the map stays good.
+  void ShowMoved();
+
+  /// Shows what a text means (`FindInMap`); its mark goes after a second.
+  /// \return false if the text means nothing, which a message has told
+  bool Find(std::string_view text);
+
+  /// From now on a click gives a position to `target`, and the cursor is a cross; null ends that.
+  /// The window comes to the front.
+  /// \param target  must live until it is taken back
+  void SetInputTarget(InputTarget* target);
+
+  /// The next rubber band is a transect, or is no longer one.
+  void SetTransectMode(bool on);
+
+  /// The altitudes of the map, found out when they are first asked for after a `RequestRepaint`.
+  const AltitudeField& Altitudes();
+
+  /// The fonts of the map on its screen; null before it was first shown.
+  const CanvasFonts* Fonts() const { return fonts_.get(); }
+
+  /// True while the note with the credits of the map is up.
+  bool IsNoteShown() const { return note_ != nullptr; }
 
   QSize sizeHint() const override;
 
@@ -42,11 +80,15 @@ class MapView final : public QWidget {
   void transectDrawn();
   /// The map has got the keyboard.
   void focusIn();
+  /// The key for printing this view.
+  void printRequested();
 
  protected:
+  bool event(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  void keyReleaseEvent(QKeyEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
@@ -59,15 +101,29 @@ class MapView final : public QWidget {
   Pixel DevicePixel(QPointF position) const;
   void FitToWidget();
   void DrawBuffer();
+  void PaintBand(QPainter& painter) const;
   void PaintHint();
   bool StepByKey(const QKeyEvent& event);
   void CenterPointer();
+  void ShowCursor();
+  void ZoomAbout(QPointF position, double factor);
+  bool PinchByTouchPad(const QNativeGestureEvent& event);
+  bool PinchByTouch(QGestureEvent& event);
+  void EndFind();
+  void FollowNotes();
 
   MapWindow view_;
+  std::optional<SavedView> savedView_;
+  std::optional<AltitudeField> altitudes_;
   std::unique_ptr<CanvasFonts> fonts_;
-  double pixelRatio_ = 1;  ///< device pixels to the widget's own, when the view was last fitted
-  QImage buffer_;          ///< what the map looks like, in device pixels
-  bool bufferOld_ = true;  ///< the map must be drawn again before it is shown
+  double pixelRatio_ = 1;     ///< device pixels to the widget's own, when the view was last fitted
+  QImage buffer_;             ///< what the map looks like, in device pixels
+  bool bufferOld_ = true;     ///< the map must be drawn again before it is shown
+  bool wasPainted_ = false;   ///< the first painting has been
+  bool controlHeld_ = false;  ///< during a drag: the band is going to be a transect
+  QTimer findTimer_;          ///< ends the mark of Find
+  QTimer notesTimer_;         ///< shows the note, then ends it
+  MapNote* note_ = nullptr;   ///< while it is up
 };
 
 /// \return true if the map, or one that it rests on, has any point
