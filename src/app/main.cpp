@@ -1,5 +1,6 @@
 #include "shell/message_boxes.h"
 #include "shell/shell.h"
+#include "shell/toolkit_hook.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -69,6 +70,7 @@ int main(int argc, char** argv) {
   orvane::BoxMessages boxes;
   orvane::Workspace workspace(boxes);
   orvane::Shell shell(workspace, boxes);
+  const orvane::ToolkitHook hook(boxes, shell.endProgram);
   // Before the loop runs there may be boxes, and the last one closed is not the end.
   QApplication::setQuitOnLastWindowClosed(false);
   QTimer::singleShot(0, [&] { shell.Start(FilesOf(argc, argv)); });

@@ -11,8 +11,6 @@
 #include "shell/shell.h"
 #include "view/view_transform.h"
 
-#include <QCoreApplication>
-
 #include <optional>
 #include <string>
 
@@ -101,8 +99,7 @@ void ImportSubmap(Shell& shell, ProgramWindow& window) {
   Map& map = window.MapSide()->TheMap();
   const QString name = DisplayText(shell.Files().maps.name);
   {
-    const MessageBatch batch(shell.Boxes(),
-                             QCoreApplication::translate("Shell", "importing %1").arg(name));
+    const MessageBatch batch(shell.Boxes(), Shell::tr("importing %1").arg(name));
     ReadMapFile(map, *path);
     FinishMap(map);
   }

@@ -10,8 +10,6 @@
 #include "trails/checks.h"
 #include "view/panel_rows.h"
 
-#include <QCoreApplication>
-
 #include <vector>
 
 namespace orvane {
@@ -27,7 +25,7 @@ void CheckTrails(Shell& shell, ProgramWindow& window) {
   }
   MapWindowWidget& mapWindow = *window.MapSide();
   Messages& messages = shell.TheWorkspace().messages;
-  const MessageBatch batch(shell.Boxes(), QCoreApplication::translate("Shell", "checking trails"));
+  const MessageBatch batch(shell.Boxes(), Shell::tr("checking trails"));
   if (mapWindow.Focus() != FocusPlace::TrailList) {
     CheckAllTrails(mapWindow.TheMap(), messages);
     return;

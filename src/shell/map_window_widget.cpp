@@ -5,6 +5,7 @@
 #include "paint/display_text.h"
 #include "shell/command_menu.h"
 #include "shell/files/local_files.h"
+#include "shell/list_menus.h"
 #include "shell/map/map_panes.h"
 #include "shell/map/map_view.h"
 #include "shell/shell.h"
@@ -25,6 +26,11 @@ constexpr QSize FirstSize(1200, 800);
 
 bool IsEditor(const ProgramWindow& window) {
   return window.Kind() == WindowKind::TrailEditor || window.Kind() == WindowKind::RangeEditor;
+}
+
+/// True also before the window has its first size, when the panel still waits.
+bool IsInfoShown(const MapWindow& view) {
+  return (view.flags & (MapWindowInfoShown | MapWindowInfoWaits)) != 0;
 }
 
 /// Adds rows for what the map has got since the rows were made.
@@ -62,6 +68,9 @@ MapWindowWidget::MapWindowWidget(Shell& shell, Map& map)
     shell_.trailWidth = width;
     shell_.trailHeight = height;
   });
+  connect(&View(), &MapView::printRequested, this,
+          [this] { shell_.RunCommand(CommandPrint, *this); });
+  PlugListMenus(shell_, *commands_);
   ShowTitle();
   ShowMenu();
 }
@@ -87,6 +96,7 @@ void MapWindowWidget::RefreshMenu() {
   if (Focus() == FocusPlace::MapView) RefreshMapMenu(menu_, view);
   FollowFocus(menu_, Focus(), selected);
   menu_.At(CommandSave).enabled = SaveIsOffered(map_);
+  menu_.At(CommandHideInfo).checked = !IsInfoShown(view);
   menu_.At(CommandFullScreen).checked = isFullScreen();
   ShowMenu();
 }

@@ -1,12 +1,15 @@
 #include "shell/shell.h"
 
 #include "base/file_names.h"
+#include "base/files.h"
+#include "commands/recent_files.h"
 #include "mapfile/open_map.h"
 #include "paint/display_text.h"
 #include "shell/file_commands.h"
 #include "shell/files/local_files.h"
 #include "shell/files/qt_file_dialogs.h"
 #include "shell/help_commands.h"
+#include "shell/map/map_view.h"
 #include "shell/map_commands.h"
 #include "shell/map_window_widget.h"
 #include "shell/message_boxes.h"
@@ -19,9 +22,14 @@
 #include <QDir>
 
 #include <algorithm>
+#include <filesystem>
+#include <system_error>
 
 namespace orvane {
 namespace {
+
+/// The file of the recent maps, in the program's own directory.
+constexpr auto RecentFilesName = "Orvane.recent";
 
 bool RestsOn(const Map& map, const Map& other) {
   for (const Map* each = &map; each != nullptr; each = each->basis) {
@@ -49,6 +57,7 @@ Shell::Shell(Workspace& workspace, BoxMessages& boxes)
 Shell::~Shell() = default;
 
 void Shell::Start(const std::vector<std::string>& files) {
+  ReadRecentFiles();
   for (const std::string& file : files) OpenFile(file);
   const std::string defaultMap = readPreferences ? readPreferences() : std::string();
   if (!files.empty()) return;
@@ -77,8 +86,40 @@ MapWindowWidget& Shell::OpenFile(const std::string& path) { return OpenMapWindow
 
 Map& Shell::ReadMap(const std::string& path) {
   const QString name = DisplayText(BaseName(path));
-  const MessageBatch batch(boxes_, QCoreApplication::translate("Shell", "opening %1").arg(name));
-  return OpenMap(workspace_, path);
+  const MessageBatch batch(boxes_, tr("opening %1").arg(name));
+  bool readable = false;
+  Map& map = OpenMap(workspace_, NameOfOpenMap(path), &readable);
+  if (readable) NoteRecentFile(path);
+  return map;
+}
+
+std::string Shell::NameOfOpenMap(const std::string& path) const {
+  // A file may be named from here or from the root; it must not become two maps, of which the one
+  // saved later would undo the other.
+  std::error_code error;
+  for (const Map& map : workspace_.maps) {
+    if (map.fileName != path && (map.flags & MapUntitled) == 0 &&
+        std::filesystem::equivalent(map.fileName, path, error)) {
+      return map.fileName;
+    }
+  }
+  return path;
+}
+
+void Shell::ReadRecentFiles() {
+  if (ownDirectory.empty()) return;
+  const auto text = ReadWholeFile(JoinPath(ownDirectory, RecentFilesName));
+  if (text) recentFiles_ = ParseRecentFiles(*text);
+}
+
+void Shell::NoteRecentFile(const std::string& path) {
+  std::error_code error;
+  const std::filesystem::path whole = std::filesystem::absolute(path, error);
+  AddRecentFile(recentFiles_, error ? path : whole.lexically_normal().string());
+  // That it can't be written is not worth a word.
+  if (!ownDirectory.empty()) {
+    WriteFileAtomically(JoinPath(ownDirectory, RecentFilesName), RecentFilesText(recentFiles_));
+  }
 }
 
 MapWindowWidget& Shell::NewMap() {
@@ -90,6 +131,7 @@ MapWindowWidget& Shell::NewMap() {
 MapWindowWidget& Shell::OpenMapWindow(Map& map) {
   // The window frees itself when it is closed.
   auto* window = new MapWindowWidget(*this, map);
+  window->View().TakeSavedView(savedView);
   openWindows_.insert(openWindows_.begin(), window);
   window->show();
   if (taskWindow_) taskWindow_->hide();
@@ -109,7 +151,11 @@ void Shell::Forget(MapWindowWidget& window) {
   const auto found = std::find(openWindows_.begin(), openWindows_.end(), &window);
   if (found == openWindows_.end()) return;
   openWindows_.erase(found);
-  if (openWindows_.empty() && !exiting_ && !QCoreApplication::closingDown()) ShowTaskWindow();
+  if (openWindows_.empty() && !exiting_ && !QCoreApplication::closingDown()) {
+    const QRect place = window.geometry();
+    ShowTaskWindow();
+    taskWindow_->setGeometry(place);  // as if the map had left its window
+  }
   Q_EMIT windowsChanged();
 }
 

@@ -4,6 +4,7 @@
 #include "commands/save_map.h"
 #include "model/workspace.h"
 #include "shell/program_window.h"
+#include "view/view_transform.h"
 
 #include <QObject>
 #include <QString>
@@ -94,11 +95,16 @@ class Shell final : public QObject {
   FileDialogs& Dialogs() { return *dialogs_; }
   void SetDialogs(std::unique_ptr<FileDialogs> dialogs) { dialogs_ = std::move(dialogs); }
   FileSpecifications& Files() { return files_; }
+  /// The maps opened or saved last, newest first.
+  const std::vector<std::string>& RecentFiles() const { return recentFiles_; }
   SaveContext Saving();
 
-  /// Where file dialogs begin at first, and where the program keeps its own files.
+  /// Where file dialogs begin at first.
   std::string dialogDirectory;
+  /// Where the program keeps its own files; empty to keep none.
   std::string ownDirectory;
+  /// The view of an earlier run; it is taken by the first window of its map.
+  SavedView savedView;
   /// Size of the lists of a new map window.
   int trailWidth = 100;
   int trailHeight = 200;
@@ -122,11 +128,15 @@ class Shell final : public QObject {
 
  private:
   void ShowTaskWindow();
+  std::string NameOfOpenMap(const std::string& path) const;
+  void ReadRecentFiles();
+  void NoteRecentFile(const std::string& path);
 
   Workspace& workspace_;
   BoxMessages& boxes_;
   std::unique_ptr<FileDialogs> dialogs_;
   FileSpecifications files_;
+  std::vector<std::string> recentFiles_;
   std::map<CommandId, Handler> handlers_;
   std::vector<MapWindowWidget*> openWindows_;
   std::unique_ptr<TaskWindow> taskWindow_;

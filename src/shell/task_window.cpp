@@ -2,6 +2,7 @@
 
 #include "shell/command_menu.h"
 #include "shell/files/local_files.h"
+#include "shell/list_menus.h"
 #include "shell/shell.h"
 
 #include <QCloseEvent>
@@ -32,6 +33,7 @@ TaskWindow::TaskWindow(Shell& shell)
   setCentralWidget(hint);
   resize(FirstSize.boundedTo(screen()->availableSize()));
   connect(commands_, &CommandMenu::picked, this, [this](int id) { shell_.RunCommand(id, *this); });
+  PlugListMenus(shell_, *commands_);
   ShowMenu();
 }
 

@@ -2,13 +2,20 @@
 
 #include "base/messages.h"
 #include "shell/map/map_view.h"
+#include "shell/map/orientation_dialog.h"
 #include "shell/map_window_widget.h"
 #include "shell/shell.h"
 #include "view/fit_to_map.h"
-#include "view/view_transform.h"
+#include "view/scale_text.h"
+
+#include <string>
 
 namespace orvane {
 namespace {
+
+/// Bytes of the answers, with the one that ends them.
+constexpr size_t ScaleSize = 30;
+constexpr size_t FindSize = 100;
 
 /// A command that makes sense in a map window alone; anywhere else it is answered with a beep.
 Shell::Handler OnMap(Shell& shell, void (*run)(Shell& shell, MapWindowWidget& window)) {
@@ -21,10 +28,50 @@ Shell::Handler OnMap(Shell& shell, void (*run)(Shell& shell, MapWindowWidget& wi
   };
 }
 
-void Zoom(MapWindowWidget& window, float factor) {
+void Zoom(MapWindowWidget& window, double factor) {
   MapWindow& view = window.View().View();
-  ZoomAboutPixel(view, {view.centerColumn, view.centerRow}, static_cast<double>(factor));
-  window.View().RequestRepaint();
+  ZoomToScale(view, factor * static_cast<double>(view.scale));
+  window.View().ShowMoved();
+}
+
+void ChangeZoom(Shell& shell, MapWindowWidget& window) {
+  MapWindow& view = window.View().View();
+  std::string answer = ScalePrompt(view.scale);
+  for (;;) {
+    if (!PromptForText(shell.TheWorkspace().messages, "Set Scale",
+                       "Set the scale (zoom) factor\nExpressed as meters per pixel", answer,
+                       ScaleSize)) {
+      return;
+    }
+    if (const auto scale = ParseScale(answer)) {
+      ZoomToScale(view, *scale);
+      window.View().ShowMoved();
+      return;
+    }
+    shell.Beep();
+  }
+}
+
+/// Windows with a search of their own have answered before it comes to this.
+void Find(Shell& shell, ProgramWindow& window) {
+  if (window.MapSide() == nullptr) {
+    shell.Beep();
+    return;
+  }
+  std::string text;
+  if (!PromptForText(shell.TheWorkspace().messages, "Find", "Find what?", text, FindSize)) return;
+  window.MapSide()->View().Find(text);
+}
+
+void HideInfo(Shell&, MapWindowWidget& window) {
+  window.View().View().flags ^= MapWindowInfoShown;
+  window.View().ShowMoved();
+  window.RefreshMenu();
+}
+
+void AskOrientation(Shell&, MapWindowWidget& window) {
+  OrientationDialog dialog(window.View().View(), &window);
+  if (dialog.exec() == QDialog::Accepted) window.View().ShowMoved();
 }
 
 void HideGrids(Shell&, MapWindowWidget& window) {
@@ -58,7 +105,11 @@ void FullScreen(ProgramWindow& window) {
 void PlugViewCommands(Shell& shell) {
   shell.Plug(CommandZoomIn, OnMap(shell, [](Shell&, MapWindowWidget& window) { Zoom(window, 2); }));
   shell.Plug(CommandZoomOut,
-             OnMap(shell, [](Shell&, MapWindowWidget& window) { Zoom(window, 0.5F); }));
+             OnMap(shell, [](Shell&, MapWindowWidget& window) { Zoom(window, 0.5); }));
+  shell.Plug(CommandChangeZoom, OnMap(shell, ChangeZoom));
+  shell.Plug(CommandFind, [&shell](ProgramWindow& window) { Find(shell, window); });
+  shell.Plug(CommandHideInfo, OnMap(shell, HideInfo));
+  shell.Plug(CommandOrientation, OnMap(shell, AskOrientation));
   shell.Plug(CommandHideGrids, OnMap(shell, HideGrids));
   shell.Plug(CommandDegrees, OnMap(shell, ShowAngles<CoordinateDisplay::Degrees>));
   shell.Plug(CommandMinutes, OnMap(shell, ShowAngles<CoordinateDisplay::Minutes>));

@@ -1,0 +1,79 @@
+#include "shell/list_menus.h"
+
+#include "base/file_names.h"
+#include "paint/display_text.h"
+#include "shell/command_menu.h"
+#include "shell/files/local_files.h"
+#include "shell/map_window_widget.h"
+#include "shell/shell.h"
+
+#include <QAction>
+#include <QMenu>
+
+namespace orvane {
+namespace {
+
+/// Entries of lists are told from the commands of a menu by this name.
+constexpr auto EntryName = "listEntry";
+
+void RemoveEntries(QMenu& menu) {
+  const QList<QAction*> actions = menu.actions();
+  for (QAction* action : actions) {
+    if (action->objectName() == QLatin1String(EntryName)) delete action;
+  }
+}
+
+/// A text with a digit that picks it, where there is one left.
+QString Numbered(int index, QString text) {
+  text.replace(QLatin1Char('&'), QStringLiteral("&&"));
+  return index < 9 ? QStringLiteral("&%1  %2").arg(index + 1).arg(text) : text;
+}
+
+QAction* AddEntry(QMenu& menu, const QString& text) {
+  QAction* action = menu.addAction(text);
+  action->setObjectName(QLatin1String(EntryName));
+  return action;
+}
+
+void FillRecentMaps(Shell& shell, QMenu& menu) {
+  RemoveEntries(menu);
+  int index = 0;
+  for (const std::string& file : shell.RecentFiles()) {
+    QAction* action = AddEntry(menu, Numbered(index++, LocalFileName(file)));
+    QObject::connect(action, &QAction::triggered, &shell,
+                     [&shell, path = file] { shell.OpenFile(path); });
+  }
+  if (index == 0) AddEntry(menu, Shell::tr("No maps yet"))->setEnabled(false);
+}
+
+void FillWindowList(Shell& shell, QMenu& menu) {
+  RemoveEntries(menu);
+  int index = 0;
+  // Oldest first, so that a window keeps its number while others open.
+  const std::vector<MapWindowWidget*>& windows = shell.OpenWindows();
+  for (auto it = windows.rbegin(); it != windows.rend(); ++it) {
+    MapWindowWidget* window = *it;
+    const QString name = DisplayText(BaseName(window->TheMap().fileName));
+    QAction* action = AddEntry(menu, Numbered(index++, name));
+    action->setCheckable(true);
+    action->setChecked(window->isActiveWindow());
+    QObject::connect(action, &QAction::triggered, window, [window] {
+      window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
+      window->raise();
+      window->activateWindow();
+    });
+  }
+}
+
+}  // namespace
+
+void PlugListMenus(Shell& shell, CommandMenu& commands) {
+  QMenu& recent = commands.MenuOf(CommandRecentMaps);
+  QObject::connect(&recent, &QMenu::aboutToShow, &commands,
+                   [&shell, &recent] { FillRecentMaps(shell, recent); });
+  QMenu& windows = commands.MenuOf(CommandWindowList);
+  QObject::connect(&windows, &QMenu::aboutToShow, &commands,
+                   [&shell, &windows] { FillWindowList(shell, windows); });
+}
+
+}  // namespace orvane

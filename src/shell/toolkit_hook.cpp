@@ -1,0 +1,44 @@
+#include "shell/toolkit_hook.h"
+
+#include <QCoreApplication>
+#include <QMetaObject>
+
+#include <cstdio>
+
+namespace orvane {
+namespace {
+
+/// Severities of `ToolkitErrors`.
+constexpr int PlainError = 2;
+
+}  // namespace
+
+ToolkitHook::ToolkitHook(Messages& messages, std::function<void()> endProgram)
+    : QObject(QCoreApplication::instance()),
+      errors_(messages),
+      endProgram_(std::move(endProgram)),
+      previous_(qInstallMessageHandler(&ToolkitHook::Receive)) {}
+
+ToolkitHook::~ToolkitHook() { qInstallMessageHandler(previous_); }
+
+void ToolkitHook::Receive(QtMsgType type, const QMessageLogContext& context, const QString& text) {
+  const QCoreApplication* application = QCoreApplication::instance();
+  auto* hook = application == nullptr
+                   ? nullptr
+                   : application->findChild<ToolkitHook*>(QString(), Qt::FindDirectChildrenOnly);
+  if (hook != nullptr && type == QtCriticalMsg) {
+    // Not here: the error may have come in the middle of drawing a window.
+    QMetaObject::invokeMethod(
+        hook, [hook, text] { hook->Report(PlainError, text); }, Qt::QueuedConnection);
+  } else if (hook != nullptr && hook->previous_ != nullptr) {
+    hook->previous_(type, context, text);
+  } else {
+    std::fprintf(stderr, "%s\n", qPrintable(text));
+  }
+}
+
+void ToolkitHook::Report(int severity, const QString& text) {
+  if (!errors_.Report(0, severity, text.toStdString())) endProgram_();
+}
+
+}  // namespace orvane
