@@ -10,13 +10,21 @@ set(saved ${OUTPUT_DIR}/${CASE}.saved)
 file(MAKE_DIRECTORY ${OUTPUT_DIR})
 file(REMOVE ${out} ${err} ${saved})
 
-set(file_out "")
+set(folder ${here})
+set(files "")
 if(SUBCOMMAND STREQUAL "save")
-  set(file_out ${saved})
+  set(files ${saved})
+elseif(SUBCOMMAND STREQUAL "import")
+  # It writes files of fixed names where it runs.
+  set(folder ${OUTPUT_DIR}/${CASE}.run)
+  file(REMOVE_RECURSE ${folder})
+  file(MAKE_DIRECTORY ${folder})
+  file(COPY ${here}/${CASE}.map ${here}/${CASE}.sheet DESTINATION ${folder})
+  set(files ${CASE}.sheet -o ${saved})
 endif()
 execute_process(
-  COMMAND ${CLI} ${SUBCOMMAND} ${CASE}.map ${file_out} ${ARGS}
-  WORKING_DIRECTORY ${here}
+  COMMAND ${CLI} ${GLOBAL} ${SUBCOMMAND} ${CASE}.map ${files} ${ARGS}
+  WORKING_DIRECTORY ${folder}
   OUTPUT_FILE ${out} ERROR_FILE ${err} RESULT_VARIABLE status)
 
 # The ending of the file for standard output follows from what is there, or else from the command.
@@ -70,3 +78,7 @@ endif()
 check(${here}/${CASE}.${ending} ${out})
 check(${here}/${CASE}.err ${err})
 check(${here}/${CASE}.saved ${saved})
+if(SUBCOMMAND STREQUAL "import")
+  check(${here}/${CASE}.unknownlocs ${folder}/unknownlocs.txt)
+  check(${here}/${CASE}.badweather ${folder}/badweather.txt)
+endif()
