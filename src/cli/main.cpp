@@ -1,6 +1,7 @@
 #include "cli/commands.h"
 #include "cli/contours_command.h"
 #include "cli/exit_status.h"
+#include "cli/export_command.h"
 #include "cli/import_command.h"
 #include "cli/import_gis_command.h"
 #include "cli/line_messages.h"
@@ -234,6 +235,28 @@ void AddContours(CommandLine& line) {
   });
 }
 
+void AddExport(CommandLine& line) {
+  auto request = std::make_shared<ExportRequest>();
+  CLI::App* command = AddMapCommand(line, "export", "Write the map as shapefiles or as GeoJSON");
+  CLI::Option* directory =
+      command->add_option("DIRECTORY", request->directory, "the folder for the shapefiles");
+  CLI::Option* projection = command->add_flag("--prj", request->projection,
+                                              "a .prj (WGS 84) and a .cpg beside each shapefile");
+  command->add_option("--geojson", request->geoJson, "the file to write; - for standard output")
+      ->type_name("FILE")
+      ->excludes(directory)
+      ->excludes(projection);
+  command->callback([&line, request] {
+    if (request->directory.empty() && request->geoJson.empty()) {
+      throw CLI::RequiredError("DIRECTORY or --geojson FILE");
+    }
+    line.work = [request](Map& map, LineMessages& messages) {
+      (void)messages;
+      return ExportCommand(map, *request);
+    };
+  });
+}
+
 #ifdef ORVANE_HAS_RENDER
 /// Reads "1024x768". \return an empty text, or what is wrong
 std::string ReadSize(const std::string& text, RenderRequest& request) {
@@ -306,6 +329,7 @@ void AddCommands(CommandLine& line) {
   AddContours(line);
   AddImport(line);
   AddImportGis(line);
+  AddExport(line);
 #ifdef ORVANE_HAS_RENDER
   AddRender(line);
 #endif

@@ -1,0 +1,33 @@
+#include "cli/export_command.h"
+
+#include "cli/exit_status.h"
+#include "output/geojson.h"
+#include "output/shapefiles.h"
+
+#include <cstdio>
+#include <string_view>
+
+namespace orvane {
+
+namespace {
+
+bool PrintGeoJson(Map& map) {
+  const bool written = WriteGeoJson(map, [](std::string_view text) {
+    return std::fwrite(text.data(), 1, text.size(), stdout) == text.size();
+  });
+  return std::fflush(stdout) == 0 && written;
+}
+
+bool Export(Map& map, const ExportRequest& request) {
+  if (request.geoJson == "-") return PrintGeoJson(map);
+  if (!request.geoJson.empty()) return ExportGeoJson(map, request.geoJson);
+  return ExportShapefiles(map, request.directory, {request.projection});
+}
+
+}  // namespace
+
+int ExportCommand(Map& map, const ExportRequest& request) {
+  return Export(map, request) ? ExitDone : ExitFailed;
+}
+
+}  // namespace orvane

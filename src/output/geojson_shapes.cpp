@@ -1,0 +1,233 @@
+// Longitudes go round in a circle. A path that crosses the 180th meridian is first unrolled, so that
+// each step goes the short way, and then cut into turns of 360 degrees:
+//
+//          -180         180          540
+//     ...   | turn 0     |  turn 1    |  ...       170, -170 unrolls to 170, 190 and is cut into
+//           |        o---+---o        |            170 to 180 and -180 to -170
+
+#include "output/geojson_shapes.h"
+
+#include <algorithm>
+#include <cmath>
+#include <optional>
+#include <utility>
+
+namespace orvane {
+
+namespace {
+
+constexpr double HalfTurn = 180;
+constexpr double FullTurn = 360;
+
+/// An area over more turns than this is none on the earth, and is not cut.
+constexpr double MostTurnsOfArea = 3;
+
+double WestOf(double turn) { return turn * FullTurn - HalfTurn; }
+double EastOf(double turn) { return turn * FullTurn + HalfTurn; }
+
+/// \return the same longitude within -180 to 180; unchanged if it is
+double WithinTurn(double lon) {
+  return std::fabs(lon) <= HalfTurn ? lon : std::remainder(lon, FullTurn);
+}
+
+bool StaysWithinTurn(const GeoPath& path) {
+  for (size_t i = 0; i < path.size(); ++i) {
+    if (std::fabs(path[i].lon) > HalfTurn) return false;
+    if (i > 0 && std::fabs(path[i].lon - path[i - 1].lon) > HalfTurn) return false;
+  }
+  return true;
+}
+
+/// Each longitude follows the one before it by at most 180 degrees; the first lies in turn 0.
+GeoPath Unrolled(const GeoPath& path) {
+  GeoPath unrolled;
+  unrolled.reserve(path.size());
+  for (size_t i = 0; i < path.size(); ++i) {
+    const double lon =
+        i == 0
+            ? WithinTurn(path[0].lon)
+            : unrolled[i - 1].lon +
+                  std::remainder(WithinTurn(path[i].lon) - WithinTurn(path[i - 1].lon), FullTurn);
+    unrolled.push_back({lon, path[i].lat});
+  }
+  return unrolled;
+}
+
+/// The place at which a step meets a longitude that lies between its ends.
+GeoPlace PlaceAt(const GeoPlace& a, const GeoPlace& b, double lon) {
+  return {lon, a.lat + (b.lat - a.lat) * ((lon - a.lon) / (b.lon - a.lon))};
+}
+
+void Append(GeoPath& path, const GeoPlace& place) {
+  if (path.empty() || path.back() != place) path.push_back(place);
+}
+
+/// Cuts an unrolled line into its turns.
+std::vector<GeoPath> CutLine(const GeoPath& unrolled) {
+  std::vector<GeoPath> parts(1);
+  double turn = 0;
+  for (size_t i = 0; i < unrolled.size(); ++i) {
+    const GeoPlace& place = unrolled[i];
+    // A step is at most half a turn, so it leaves one turn at most.
+    const double way = place.lon > EastOf(turn) ? 1 : place.lon < WestOf(turn) ? -1 : 0;
+    if (way != 0) {
+      const double edge = way > 0 ? EastOf(turn) : WestOf(turn);
+      const double lat = PlaceAt(unrolled[i - 1], place, edge).lat;
+      Append(parts.back(), {way * HalfTurn, lat});
+      turn += way;
+      parts.push_back({{-way * HalfTurn, lat}});
+    }
+    Append(parts.back(), {place.lon - turn * FullTurn, place.lat});
+  }
+  std::erase_if(parts, [](const GeoPath& part) { return part.size() < 2; });
+  return parts;
+}
+
+/// The part of a ring on one side of a meridian.
+/// \param side  1 for what lies to the east of it, -1 for the west
+GeoPath ClipRing(const GeoPath& ring, double meridian, double side) {
+  GeoPath clipped;
+  for (size_t i = 0; i < ring.size(); ++i) {
+    const GeoPlace& from = ring[i];
+    const GeoPlace& to = ring[i + 1 < ring.size() ? i + 1 : 0];
+    const bool fromInside = side * (from.lon - meridian) >= 0;
+    const bool toInside = side * (to.lon - meridian) >= 0;
+    if (fromInside) Append(clipped, from);
+    if (fromInside != toInside) Append(clipped, PlaceAt(from, to, meridian));
+  }
+  while (clipped.size() > 1 && clipped.front() == clipped.back()) clipped.pop_back();
+  return clipped;
+}
+
+/// Twice the area in square degrees, positive for a ring that runs anticlockwise.
+double DirectedArea(const GeoPath& ring) {
+  const GeoPlace& origin = ring.front();
+  double sum = 0;
+  for (size_t i = 0; i + 1 < ring.size(); ++i) {
+    sum += (ring[i].lon - origin.lon) * (ring[i + 1].lat - origin.lat) -
+           (ring[i + 1].lon - origin.lon) * (ring[i].lat - origin.lat);
+  }
+  return sum;
+}
+
+GeoPath ClosedRing(GeoPath ring) {
+  if (DirectedArea(ring) < 0) std::reverse(ring.begin() + 1, ring.end());
+  ring.push_back(ring.front());
+  return ring;
+}
+
+/// Cuts an open unrolled ring into its turns. \return nothing if it goes round the earth
+std::optional<std::vector<GeoPath>> CutRing(const GeoPath& unrolled) {
+  if (std::fabs(unrolled.back().lon - unrolled.front().lon) > HalfTurn) return std::nullopt;
+  const auto [west, east] =
+      std::minmax_element(unrolled.begin(), unrolled.end(),
+                          [](const GeoPlace& a, const GeoPlace& b) { return a.lon < b.lon; });
+  const double first = std::floor((west->lon + HalfTurn) / FullTurn);
+  const double last = std::floor((east->lon + HalfTurn) / FullTurn);
+  if (last - first >= MostTurnsOfArea) return std::nullopt;
+  std::vector<GeoPath> rings;
+  for (double turn = first; turn <= last; ++turn) {
+    GeoPath part = ClipRing(ClipRing(unrolled, WestOf(turn), 1), EastOf(turn), -1);
+    // Where the ring only touches the meridian nothing lies beyond it.
+    if (part.size() < 3 || DirectedArea(part) == 0) continue;
+    for (GeoPlace& place : part) place.lon -= turn * FullTurn;
+    rings.push_back(ClosedRing(std::move(part)));
+  }
+  if (rings.empty()) return std::nullopt;
+  return rings;
+}
+
+void PutPlace(JsonWriter& json, const GeoPlace& place) {
+  json.BeginArray();
+  json.Number(place.lon);
+  json.Number(place.lat);
+  json.EndArray();
+}
+
+void PutPath(JsonWriter& json, const GeoPath& path) {
+  json.BeginArray();
+  for (const GeoPlace& place : path) PutPlace(json, place);
+  json.EndArray();
+}
+
+/// The rings of a polygon: none of the areas here has a hole.
+void PutRings(JsonWriter& json, const GeoPath& ring) {
+  json.BeginArray();
+  PutPath(json, ring);
+  json.EndArray();
+}
+
+void PutCoordinates(JsonWriter& json, const GeoShape& shape) {
+  const bool several = shape.parts.size() > 1;
+  if (several) json.BeginArray();
+  for (const GeoPath& part : shape.parts) {
+    if (shape.kind == GeoKind::Point) PutPlace(json, part.front());
+    if (shape.kind == GeoKind::Line) PutPath(json, part);
+    if (shape.kind == GeoKind::Area) PutRings(json, part);
+  }
+  if (several) json.EndArray();
+}
+
+const char* TypeOf(const GeoShape& shape) {
+  const bool several = shape.parts.size() > 1;
+  if (shape.kind == GeoKind::Point) return "Point";
+  if (shape.kind == GeoKind::Line) return several ? "MultiLineString" : "LineString";
+  return several ? "MultiPolygon" : "Polygon";
+}
+
+}  // namespace
+
+bool IsOnEarth(const LatLon& place) {
+  return std::isfinite(place.lon) && std::fabs(place.lat) <= 90;
+}
+
+GeoPath PathOf(PointSpan points) {
+  GeoPath path;
+  path.reserve(points.size());
+  for (const Point* point : points) {
+    if (IsOnEarth(point->geo)) path.push_back({point->geo.lon, point->geo.lat});
+  }
+  return path;
+}
+
+GeoShape PointShape(const LatLon& place) {
+  if (!IsOnEarth(place)) return {};
+  return {GeoKind::Point, {{{WithinTurn(place.lon), place.lat}}}};
+}
+
+GeoShape LineShape(const GeoPath& path) {
+  if (path.empty()) return {};
+  if (path.size() == 1) return PointShape({path[0].lat, path[0].lon});
+  if (StaysWithinTurn(path)) return {GeoKind::Line, {path}};
+  std::vector<GeoPath> parts = CutLine(Unrolled(path));
+  if (parts.empty()) return PointShape({path[0].lat, path[0].lon});
+  return {GeoKind::Line, std::move(parts)};
+}
+
+GeoShape AreaShape(GeoPath ring) {
+  ring.erase(std::unique(ring.begin(), ring.end()), ring.end());
+  while (ring.size() > 1 && ring.front() == ring.back()) ring.pop_back();
+  if (ring.size() < 3) return LineShape(ring);
+  GeoPath closed = ring;
+  closed.push_back(ring.front());
+  if (!StaysWithinTurn(closed)) {
+    if (auto rings = CutRing(Unrolled(ring))) return {GeoKind::Area, std::move(*rings)};
+    for (GeoPlace& place : ring) place.lon = WithinTurn(place.lon);
+  }
+  return {GeoKind::Area, {ClosedRing(std::move(ring))}};
+}
+
+void PutGeometry(JsonWriter& json, const GeoShape& shape) {
+  if (shape.kind == GeoKind::None) {
+    json.Null();
+    return;
+  }
+  json.BeginObject();
+  json.Key("type");
+  json.Text(TypeOf(shape));
+  json.Key("coordinates");
+  PutCoordinates(json, shape);
+  json.EndObject();
+}
+
+}  // namespace orvane

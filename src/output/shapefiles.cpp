@@ -1,0 +1,94 @@
+#include "output/shapefiles.h"
+
+#include "base/messages.h"
+#include "model/workspace.h"
+#include "output/shapefile_groups.h"
+
+#include <ctime>
+#include <future>
+#include <utility>
+#include <vector>
+
+namespace orvane {
+
+namespace {
+
+PackedDate DateOfExport(const Workspace& workspace) {
+  constexpr int FirstYear = 1900;
+  if (workspace.today) return workspace.today();
+  const std::time_t now = std::time(nullptr);
+  std::tm local{};
+  localtime_r(&now, &local);
+  return PackDate(FirstYear + local.tm_year, local.tm_mon + 1, local.tm_mday);
+}
+
+}  // namespace
+
+ShapefileExport::ShapefileExport(Map& map, std::string directory, bool projection,
+                                 const FileSystem& system)
+    : map_(map),
+      directory_(std::move(directory)),
+      projection_(projection),
+      system_(system),
+      today_(DateOfExport(*map.workspace)) {}
+
+ShapefileSet* ShapefileExport::Open(const std::string& name, std::string_view failure) {
+  ShapefileSet& set = sets_.emplace_back(system_);
+  if (set.Open(directory_, name, projection_)) return &set;
+  sets_.pop_back();
+  NoteInternalError(map_.workspace->messages, failure);
+  done_ = false;
+  return nullptr;
+}
+
+void ShapefileExport::TellTooLarge(std::string_view what) {
+  NoteError(map_.workspace->messages,
+            "The grids have more than %s %s: no shapefiles are written of them",
+            {std::to_string(MostExportedCells), what});
+  done_ = false;
+}
+
+bool ShapefileExport::Finish() {
+  // No file takes its name before every file has been brought to the disk. A disk that is told of
+  // all files at once is done with them soonest.
+  std::vector<std::future<bool>> finishing;
+  for (ShapefileSet& set : sets_) {
+    finishing.push_back(std::async(std::launch::async, [&set] { return set.Finish(); }));
+  }
+  std::vector<ShapefileSet*> whole;
+  for (size_t i = 0; i < finishing.size(); ++i) {
+    ShapefileSet& set = sets_[i];
+    if (finishing[i].get()) {
+      whole.push_back(&set);
+      continue;
+    }
+    NoteError(map_.workspace->messages,
+              "Error while writing %s; its old files, if any, stand as they were", {set.Path()});
+    done_ = false;
+  }
+  for (ShapefileSet* set : whole) {
+    if (set->TakeNames()) continue;
+    NoteError(map_.workspace->messages, "Error while replacing %s; some of its files are missing",
+              {set->Path()});
+    done_ = false;
+  }
+  if (!whole.empty()) FlushDirectoryOf(whole.front()->Path());
+  return done_;
+}
+
+bool ExportShapefiles(Map& map, const std::string& directory, const ShapefileOptions& options) {
+  return ExportShapefiles(map, directory, options, SystemFiles());
+}
+
+bool ExportShapefiles(Map& map, const std::string& directory, const ShapefileOptions& options,
+                      const FileSystem& system) {
+  ShapefileExport shapes(map, directory, options.projection, system);
+  PutPointShapes(shapes);
+  PutTrailShapes(shapes);
+  PutTrailShapesWithAltitude(shapes);
+  PutAreaShapes(shapes);
+  PutGridShapes(shapes);
+  return shapes.Finish();
+}
+
+}  // namespace orvane
