@@ -1,0 +1,107 @@
+#pragma once
+
+#include "base/messages.h"
+#include "elevation/altitude_estimates.h"
+#include "geometry/poly.h"
+#include "model/map.h"
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace orvane {
+
+/// The side profile of a line across the ground: of a trail, or of a straight transect. Along the
+/// line runs the distance, upwards the altitude, which is mostly not measured: every pixel column
+/// but a few gets an estimate from all the altitudes of the map.
+
+/// One pixel column of a profile.
+struct ElevationSample {
+  LatLon position;                     ///< altitude `NoAltitude` until it is known
+  const std::string* label = nullptr;  ///< name of a point near the column; not owned
+};
+
+/// Bits of `ElevationView::flags`.
+enum ElevationFlag : std::uint32_t {
+  ElevationOwnsPoints = 1,    ///< a transect: its two points stand in `ends`
+  ElevationInfoShown = 2,     ///< the info pane is visible
+  ElevationInfoAtLayout = 4,  ///< the info pane is to be shown at the first layout
+  ElevationPanning = 16,      ///< the line is being dragged
+};
+
+/// What a profile shows. Altitudes and distances in metres, the rest in pixels of the window, whose
+/// plot begins `leftMargin` from its left and at its top.
+struct ElevationView {
+  Map* map = nullptr;
+  const Trail* trail = nullptr;  ///< null for a transect
+  std::vector<Point*> points;    ///< the line, at least two points
+  ScratchPoints ends;            ///< of a transect
+  std::uint32_t flags = ElevationInfoShown;
+  double dragAnchor = 0;  ///< distance that was under the pointer at the start of a pan
+  int lineHeight = 0;     ///< of the font
+  int ascent = 0;         ///< of the font
+  std::vector<ElevationSample> samples;  ///< one for each column of the plot
+  int plotWidth = 0;                     ///< at least 2 once laid out
+  int plotHeight = 0;                    ///< at least 1 once laid out
+  double metresPerPixelY = 0;
+  double plotBottom = 0;  ///< altitude at the bottom line of the plot
+  double metresPerPixelX = 0;
+  double minAltitude = NoAltitude;  ///< of the points of the line, or `NoAltitude`
+  double maxAltitude = NoAltitude;  ///< likewise
+  double lineLength = 0;
+  double viewStart = 0;  ///< distance at the first column
+  double viewEnd = 0;    ///< distance at the last column
+  int leftMargin = 0;
+  int pointerX = 0;
+  int pointerY = 0;
+  AltitudeEstimates estimates;  ///< of the map as `SampleLine` met it
+};
+
+/// The profile of a trail, all of it in view.
+/// \return nothing, after a message, if the trail has fewer than two points
+std::optional<ElevationView> OpenElevation(Map& map, const Trail& trail);
+
+/// The profile of the straight line between two places, all of it in view.
+/// \return nothing, after a message, if the map has no altitude at all
+std::optional<ElevationView> OpenTransect(Map& map, const LatLon& from, const LatLon& to);
+
+/// "Elevation of", name and type for a trail with a name; nothing for any other line.
+std::optional<std::string> ElevationTitle(const ElevationView& view);
+
+/// Makes the samples of all columns, from `viewStart` to `viewEnd`: places and labels. A measured
+/// altitude is taken only where a point falls exactly on a column; the first and the last column
+/// are estimated otherwise, and the rest is left unknown. Beyond the ends the line goes straight
+/// on. Puts the points into their local plane.
+void SampleLine(ElevationView& view);
+
+/// What one step of the filling drew anew: the chord from column `from` to column `to` is replaced
+/// by two lines, over `middle`.
+struct ElevationStep {
+  int from = 0;
+  int middle = 0;
+  int to = 0;
+};
+
+/// One pass of the filling: halves each run of unknown columns by an estimate in its middle. A
+/// window draws the steps, first all chords `from` to `to` in the background colour and then all
+/// lines over the middles, so that the profile sharpens from pass to pass.
+/// \param steps  if not null, receives the steps of this pass from left to right
+/// \return true if another pass has something to do
+bool FillGapsPass(ElevationView& view, std::vector<ElevationStep>* steps);
+
+/// All passes: afterwards every column has its altitude, unless the map has none.
+void FillGaps(ElevationView& view);
+
+/// \return the column under the pointer, within the plot: the one that the info pane tells of
+int PointerColumn(const ElevationView& view);
+
+/// Centres the view on the first point of the line that bears a name, with half the span: by its
+/// name or a synonym, or else by one of them without the leading `_` or `@`. The window is then to
+/// be refreshed.
+/// \return false, after "Can't find ...", if there is none
+bool ElevationFindPoint(ElevationView& view, std::string_view name, Messages& messages);
+
+}  // namespace orvane

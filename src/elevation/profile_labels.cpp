@@ -1,0 +1,98 @@
+#include "elevation/profile_labels.h"
+
+#include "base/number_text.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace orvane {
+
+namespace {
+
+/// Nothing is drawn further from the plot, in pixels. On level ground the scale is without bound.
+constexpr double FarthestPixel = 32000;
+
+/// A height above the bottom line as a pixel row, cut to a whole one.
+int RowOf(const ElevationView& view, double height) {
+  const double row = view.plotHeight - height / view.metresPerPixelY;
+  if (std::isnan(row)) return view.plotHeight;  // at the bottom, on level ground
+  return static_cast<int>(std::clamp(row, -FarthestPixel, FarthestPixel));
+}
+
+int NameLine(const ElevationView& view) { return view.plotHeight + view.ascent; }
+
+std::vector<ElevationText> EndTexts(const ElevationView& view, CoordinateDisplay display,
+                                    const TextWidth& textWidth) {
+  if (view.samples.empty()) return {};
+  const std::string left = FormatLatLon(view.samples.front().position, display);
+  const std::string right = FormatLatLon(view.samples.back().position, display);
+  return {{view.leftMargin, NameLine(view), left},
+          {view.leftMargin + view.plotWidth - 1 - textWidth(right), NameLine(view), right}};
+}
+
+}  // namespace
+
+std::vector<ElevationText> PlaceNameTexts(const ElevationView& view, CoordinateDisplay display,
+                                          const TextWidth& textWidth) {
+  std::vector<ElevationText> texts;
+  const int gap = textWidth(" ");
+  const int last = static_cast<int>(view.samples.size()) - 1;
+  int edge = 0;
+  for (int i = 0; i <= last;) {
+    const std::string* label = view.samples[static_cast<size_t>(i)].label;
+    const int width = label == nullptr ? 0 : textWidth(*label);
+    if (label == nullptr || (i != 0 && i - width / 2 < edge && i != last)) {
+      ++i;
+      continue;
+    }
+    const int x = i == last ? i - width : std::max(i - width / 2, 0);
+    texts.push_back({x + view.leftMargin, NameLine(view), *label});
+    edge = x + width + gap - 1;
+    i = std::max(edge, i) + 1;
+  }
+  return texts.empty() ? EndTexts(view, display, textWidth) : texts;
+}
+
+std::vector<ElevationText> DistanceTexts(const ElevationView& view, const TextWidth& textWidth) {
+  std::vector<ElevationText> texts;
+  const int gap = textWidth(" ");
+  int edge = 0;
+  for (int i = 0; i < view.plotWidth;) {
+    std::string text = FormatDistance(i * view.metresPerPixelX + view.viewStart);
+    const int width = textWidth(text);
+    if (edge != 0 && i <= edge + width / 2) {
+      ++i;
+      continue;
+    }
+    texts.push_back({i + view.leftMargin, NameLine(view) + view.lineHeight, std::move(text)});
+    edge += width + gap - 1;
+    i = std::max(edge, i) + 1;
+  }
+  return texts;
+}
+
+std::vector<ElevationText> AltitudeTexts(const ElevationView& view) {
+  std::vector<ElevationText> texts;
+  for (const double altitude : {view.minAltitude, view.maxAltitude}) {
+    const int row = RowOf(view, std::trunc(altitude - view.plotBottom));
+    texts.push_back({1, row + view.ascent, FormatFixed(altitude, 0)});
+  }
+  return texts;
+}
+
+ElevationVertex ElevationVertexAt(const ElevationView& view, int column) {
+  const ElevationSample& sample = view.samples[static_cast<size_t>(column)];
+  return {column + view.leftMargin,
+          RowOf(view, double{sample.position.altitude} - view.plotBottom)};
+}
+
+std::vector<ElevationVertex> ElevationLine(const ElevationView& view) {
+  std::vector<ElevationVertex> line;
+  for (size_t i = 0; i < view.samples.size(); ++i) {
+    if (!HasAltitude(view.samples[i].position.altitude)) continue;
+    line.push_back(ElevationVertexAt(view, static_cast<int>(i)));
+  }
+  return line;
+}
+
+}  // namespace orvane

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "elevation/profile.h"
+#include "elevation/profile_view.h"
+#include "geo/angle_text.h"
+
+#include <string>
+#include <vector>
+
+namespace orvane {
+
+/// What is drawn of a profile: texts along both axes, and the line itself. All in pixels of the
+/// window; a text stands with its left end at x and its base line at y.
+
+/// A text on an axis.
+struct ElevationText {
+  int x = 0;
+  int y = 0;
+  std::string text;
+};
+
+/// A vertex of the profile's line.
+struct ElevationVertex {
+  int x = 0;
+  int y = 0;
+};
+
+/// The first line below the plot: the labels of the samples, those that would collide left out, but
+/// never that of the last column; without any label the coordinates of both ends.
+std::vector<ElevationText> PlaceNameTexts(const ElevationView& view, CoordinateDisplay display,
+                                          const TextWidth& textWidth);
+
+/// The second line below the plot: distances, as many as fit.
+std::vector<ElevationText> DistanceTexts(const ElevationView& view, const TextWidth& textWidth);
+
+/// Lowest and highest altitude of the line, at the left edge.
+std::vector<ElevationText> AltitudeTexts(const ElevationView& view);
+
+/// \return the vertex of one column, which must be known
+ElevationVertex ElevationVertexAt(const ElevationView& view, int column);
+
+/// The line over all known columns.
+std::vector<ElevationVertex> ElevationLine(const ElevationView& view);
+
+}  // namespace orvane
