@@ -2,17 +2,22 @@
 
 #include "base/messages.h"
 #include "commands/map_facts.h"
+#include "entry/gis_import.h"
 #include "mapfile/open_map.h"
 #include "mapfile/reader.h"
+#include "output/shapefiles.h"
 #include "paint/display_text.h"
+#include "shell/entry/gis_trail_window.h"
 #include "shell/map/map_view.h"
 #include "shell/map_window_widget.h"
 #include "shell/message_boxes.h"
 #include "shell/shell.h"
 #include "view/view_transform.h"
 
+#include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace orvane {
 namespace {
@@ -106,6 +111,39 @@ void ImportSubmap(Shell& shell, ProgramWindow& window) {
   shell.MapChanged(map);
 }
 
+/// Tracks are decided on one by one in a window of their own.
+void ImportGis(Shell& shell, ProgramWindow& window, GisBoxes& boxes) {
+  if (window.Kind() != WindowKind::Map) {
+    shell.Beep();
+    return;
+  }
+  const auto path = AskOpen(shell, "Import GIS data...", shell.Files().gisFiles, "txt");
+  if (!path) return;
+  Map& map = window.MapSide()->TheMap();
+  const bool wasDirty = (map.flags & MapDirty) != 0;
+  std::optional<GisImport> import;
+  {
+    const QString name = DisplayText(shell.Files().gisFiles.name);
+    const MessageBatch batch(shell.Boxes(), Shell::tr("importing %1").arg(name));
+    import = StartGisImport(map, *path, boxes);
+  }
+  if (!import) return;
+  shell.NoteEdit(map, wasDirty);
+  if (CurrentTrack(*import) == nullptr) return;
+  // The window frees itself, and goes with the map's own.
+  auto* tracks = new GisTrailWindow(shell, std::move(*import), boxes, &window.Widget());
+  tracks->show();
+}
+
+void SaveAsArcView(Shell& shell, ProgramWindow& window) {
+  if (window.Kind() != WindowKind::Map) {
+    shell.Beep();
+    return;
+  }
+  const std::string folder = AskShapefileFolder(shell.TheWorkspace().messages, shell.Saving());
+  if (!folder.empty()) ExportShapefiles(window.MapSide()->TheMap(), folder);
+}
+
 }  // namespace
 
 void PlugFileCommands(Shell& shell) {
@@ -120,6 +158,10 @@ void PlugFileCommands(Shell& shell) {
   shell.Plug(CommandSaveSimplyAs,
              [&shell](ProgramWindow& window) { SaveAsCommand(shell, window, false); });
   shell.Plug(CommandImportSubmap, [&shell](ProgramWindow& window) { ImportSubmap(shell, window); });
+  shell.Plug(CommandSaveAsArcView,
+             [&shell](ProgramWindow& window) { SaveAsArcView(shell, window); });
+  shell.Plug(CommandImportGis, [&shell, boxes = std::make_shared<GisBoxes>()](
+                                   ProgramWindow& window) { ImportGis(shell, window, *boxes); });
   shell.Plug(CommandExit, [&shell](ProgramWindow&) { shell.ExitFlow(); });
 }
 

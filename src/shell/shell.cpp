@@ -185,6 +185,15 @@ void Shell::RefreshMenus() {
 void Shell::SetMapDirty(Map& map, bool dirty) {
   if (((map.flags & MapDirty) != 0) == dirty) return;
   map.flags ^= MapDirty;
+  TellDirty(map);
+}
+
+void Shell::NoteEdit(Map& map, bool wasDirty) {
+  if (((map.flags & MapDirty) != 0) != wasDirty) TellDirty(map);
+  MapChanged(map);
+}
+
+void Shell::TellDirty(Map& map) {
   for (MapWindowWidget* window : openWindows_) {
     window->ShowTitle();
     window->RefreshMenu();

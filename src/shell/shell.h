@@ -84,6 +84,9 @@ class Shell final : public QObject {
 
   /// Sets or clears `MapDirty`, and tells the windows if that is a change.
   void SetMapDirty(Map& map, bool dirty);
+  /// After an operation that changed a map and marked it: tells the windows.
+  /// \param wasDirty  whether the map was marked before
+  void NoteEdit(Map& map, bool wasDirty);
   /// The map has got other trails, ranges or places: every window on it, or on one that rests on
   /// it, shows them.
   void MapChanged(const Map& map);
@@ -127,6 +130,7 @@ class Shell final : public QObject {
   void windowsChanged();
 
  private:
+  void TellDirty(Map& map);
   void ShowTaskWindow();
   std::string NameOfOpenMap(const std::string& path) const;
   void ReadRecentFiles();

@@ -17,8 +17,7 @@ QString Tr(const char* text) { return QCoreApplication::translate("QtFileDialogs
 QStringList FiltersOf(const std::string& type) {
   const QString all = Tr("All files (*)");
   if (type == "map") return {Tr("Maps (*.map)"), all};
-  if (type == "txt") return {Tr("Text files (*.txt *.tsv *.csv)"), all};
-  if (type == "gps") return {Tr("GPS files (*.txt *.csv *.gpx)"), all};
+  if (type == "txt") return {Tr("Text and GPS files (*.txt *.tsv *.csv *.gpx)"), all};
   if (type == "shp") return {Tr("Shapefiles (*.shp)"), all};
   const QStringList pictures{Tr("PNG picture (*.png)"), Tr("SVG drawing (*.svg)"),
                              Tr("PDF page (*.pdf)")};

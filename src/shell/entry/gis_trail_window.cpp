@@ -1,0 +1,155 @@
+#include "shell/entry/gis_trail_window.h"
+
+#include "model/workspace.h"
+#include "paint/display_text.h"
+#include "shell/shell.h"
+
+#include <QCheckBox>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include <utility>
+
+namespace orvane {
+
+GisTrailWindow::GisTrailWindow(Shell& shell, GisImport import, GisBoxes& boxes, QWidget* parent)
+    : QDialog(parent),
+      shell_(shell),
+      import_(std::move(import)),
+      boxes_(boxes),
+      fields_(StartFields(import_, boxes)),
+      progress_(new QLabel(this)) {
+  setObjectName(QStringLiteral("gisTrail"));
+  setWindowTitle(tr("GIS Trail"));
+  setAttribute(Qt::WA_DeleteOnClose);
+  auto* layout = new QVBoxLayout(this);
+  progress_->setObjectName(QStringLiteral("progress"));
+  layout->addWidget(progress_);
+  layout->addLayout(MakeFields());
+  layout->addLayout(MakeBoxes());
+  layout->addSpacing(4);
+  layout->addLayout(MakeButtons());
+  ShowFields();
+}
+
+void GisTrailWindow::AddRow(QGridLayout& layout, const QString& label,
+                            std::string GisTrailFields::*text, GisField field) {
+  auto* edit = new QLineEdit(this);
+  edit->setAccessibleName(label.chopped(1));
+  edit->setObjectName(edit->accessibleName().remove(QLatin1Char(' ')));
+  auto* caption = new QLabel(label, this);
+  caption->setBuddy(edit);
+  const int row = layout.rowCount();
+  layout.addWidget(caption, row, 0);
+  layout.addWidget(edit, row, 1);
+  rows_.push_back({edit, text, field});
+}
+
+QLayout* GisTrailWindow::MakeFields() {
+  auto* layout = new QGridLayout;
+  AddRow(*layout, tr("Trail Type:"), &GisTrailFields::type);
+  AddRow(*layout, tr("Date:"), &GisTrailFields::date, GisField::Date);
+  AddRow(*layout, tr("Focal Animal:"), &GisTrailFields::focalAnimal);
+  AddRow(*layout, tr("Size:"), &GisTrailFields::size, GisField::Size);
+  AddRow(*layout, tr("Width:"), &GisTrailFields::width, GisField::Width);
+  AddRow(*layout, tr("Name:"), &GisTrailFields::name);
+  AddRow(*layout, tr("Color:"), &GisTrailFields::color);
+  AddRow(*layout, tr("SubSample by:"), &GisTrailFields::subSample, GisField::SubSample);
+  AddRow(*layout, tr("Minimum Distance:"), &GisTrailFields::minimumDistance,
+         GisField::MinimumDistance);
+  return layout;
+}
+
+void GisTrailWindow::AddBox(QLayout& layout, const QString& label, bool GisBoxes::*box) {
+  auto* check = new QCheckBox(label, this);
+  check->setObjectName(QString(label).remove(QLatin1Char(' ')));
+  check->setAccessibleName(label);
+  check->setChecked(boxes_.*box);
+  connect(check, &QCheckBox::toggled, this, [this, box](bool checked) { boxes_.*box = checked; });
+  layout.addWidget(check);
+}
+
+QLayout* GisTrailWindow::MakeBoxes() {
+  auto* layout = new QHBoxLayout;
+  AddBox(*layout, tr("Average"), &GisBoxes::average);
+  AddBox(*layout, tr("Keep Altitude"), &GisBoxes::keepAltitude);
+  AddBox(*layout, tr("Times"), &GisBoxes::times);
+  return layout;
+}
+
+QPushButton* GisTrailWindow::AddButton(QLayout& layout, const QString& label) {
+  auto* button = new QPushButton(label, this);
+  button->setAutoDefault(false);
+  button->setAccessibleName(label);
+  layout.addWidget(button);
+  return button;
+}
+
+QLayout* GisTrailWindow::MakeButtons() {
+  auto* layout = new QHBoxLayout;
+  QPushButton* take = AddButton(*layout, tr("OK"));
+  take->setDefault(true);
+  connect(take, &QPushButton::clicked, this, [this] { Take(&TakeTrack); });
+  QPushButton* takeAll = AddButton(*layout, tr("OK to All"));
+  connect(takeAll, &QPushButton::clicked, this, [this] { Take(&TakeAllTracks); });
+  QPushButton* skip = AddButton(*layout, tr("No"));
+  connect(skip, &QPushButton::clicked, this, [this] { Skip(); });
+  cancel_ = AddButton(*layout, tr("Cancel"));
+  connect(cancel_, &QPushButton::clicked, this, &QWidget::close);
+  return layout;
+}
+
+void GisTrailWindow::ShowFields() {
+  progress_->setText(tr("Track %1 of %2").arg(import_.current + 1).arg(import_.file.tracks.size()));
+  for (const Row& row : rows_) row.edit->setText(DisplayText(fields_.*row.text));
+  cancel_->setText(import_.taken == 0 ? tr("Cancel") : tr("Dismiss"));
+  cancel_->setAccessibleName(cancel_->text());
+  rows_.front().edit->setFocus();
+}
+
+GisTrailFields GisTrailWindow::ReadFields() const {
+  GisTrailFields typed = fields_;
+  for (const Row& row : rows_) {
+    typed.*row.text = StoredText(row.edit->text(), fields_.*row.text);
+  }
+  typed.boxes = boxes_;
+  return typed;
+}
+
+void GisTrailWindow::Take(GisField (*take)(GisImport&, const GisTrailFields&)) {
+  const GisTrailFields typed = ReadFields();
+  Map& map = *import_.map;
+  const bool wasDirty = (map.flags & MapDirty) != 0;
+  const GisField bad = take(import_, typed);
+  for (const Row& row : rows_) {
+    if (bad == GisField::None || row.field != bad) continue;
+    shell_.Beep();
+    row.edit->setFocus();
+    row.edit->selectAll();
+    return;
+  }
+  shell_.NoteEdit(map, wasDirty);
+  Advance(typed);
+}
+
+void GisTrailWindow::Skip() {
+  const GisTrailFields typed = ReadFields();
+  SkipTrack(import_);
+  Advance(typed);
+}
+
+void GisTrailWindow::Advance(const GisTrailFields& typed) {
+  if (CurrentTrack(import_) == nullptr) {
+    close();
+    return;
+  }
+  fields_ = typed;
+  NextFields(import_, fields_);
+  ShowFields();
+}
+
+}  // namespace orvane

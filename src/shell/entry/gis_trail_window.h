@@ -1,0 +1,64 @@
+#pragma once
+
+#include "entry/gis_import.h"
+
+#include <QDialog>
+
+#include <string>
+#include <vector>
+
+class QCheckBox;
+class QGridLayout;
+class QLabel;
+class QLayout;
+class QLineEdit;
+class QPushButton;
+
+namespace orvane {
+
+class Shell;
+
+/// The window "GIS Trail": shows the tracks of a file of a GPS unit one after the other, and makes
+/// trails of those that the user takes. The other windows stay in use meanwhile. It frees itself
+/// when it is closed, and closes by itself after the last track.
+class GisTrailWindow final : public QDialog {
+  Q_OBJECT
+
+ public:
+  /// \param import  with a current track
+  /// \param boxes   the state of the check boxes, kept from import to import; must outlive the
+  ///                window
+  GisTrailWindow(Shell& shell, GisImport import, GisBoxes& boxes, QWidget* parent);
+
+ private:
+  /// A field of the window and the text that it edits.
+  struct Row {
+    QLineEdit* edit;
+    std::string GisTrailFields::*text;
+    GisField field;  ///< as which it is named when it can't be read
+  };
+
+  void AddRow(QGridLayout& layout, const QString& label, std::string GisTrailFields::*text,
+              GisField field = GisField::None);
+  void AddBox(QLayout& layout, const QString& label, bool GisBoxes::*box);
+  QPushButton* AddButton(QLayout& layout, const QString& label);
+  QLayout* MakeFields();
+  QLayout* MakeBoxes();
+  QLayout* MakeButtons();
+
+  void ShowFields();
+  GisTrailFields ReadFields() const;
+  void Take(GisField (*take)(GisImport&, const GisTrailFields&));
+  void Skip();
+  void Advance(const GisTrailFields& typed);
+
+  Shell& shell_;
+  GisImport import_;
+  GisBoxes& boxes_;
+  GisTrailFields fields_;  ///< what was shown last
+  QLabel* progress_;
+  std::vector<Row> rows_;
+  QPushButton* cancel_ = nullptr;
+};
+
+}  // namespace orvane
