@@ -5,6 +5,7 @@
 #include "cli/import_command.h"
 #include "cli/import_gis_command.h"
 #include "cli/line_messages.h"
+#include "cli/profile_command.h"
 #include "cli/reports_command.h"
 #include "cli/text_output.h"
 #include "mapfile/open_map.h"
@@ -257,6 +258,27 @@ void AddExport(CommandLine& line) {
   });
 }
 
+void AddProfile(CommandLine& line) {
+  constexpr int Widest = 32000;
+  auto request = std::make_shared<ProfileRequest>();
+  CLI::App* command =
+      AddMapCommand(line, "profile", "Print altitudes along a trail or a straight line");
+  CLI::Option_group* lines = command->add_option_group("line");
+  lines->require_option(1);
+  lines->add_option("--trail", request->trail, "the trail")->type_name("NAME");
+  lines->add_option("--transect", request->transect, "from one location to another")
+      ->type_name("TEXT TEXT")
+      ->expected(2);
+  command->add_option("--width", request->width, "how many columns; 800 if not given")
+      ->type_name("PIXELS")
+      ->check(CLI::Range(2, Widest));
+  command->callback([&line, request] {
+    line.work = [request](Map& map, LineMessages& messages) {
+      return ProfileCommand(map, messages, *request);
+    };
+  });
+}
+
 #ifdef ORVANE_HAS_RENDER
 /// Reads "1024x768". \return an empty text, or what is wrong
 std::string ReadSize(const std::string& text, RenderRequest& request) {
@@ -329,6 +351,7 @@ void AddCommands(CommandLine& line) {
   AddContours(line);
   AddImport(line);
   AddImportGis(line);
+  AddProfile(line);
   AddExport(line);
 #ifdef ORVANE_HAS_RENDER
   AddRender(line);

@@ -1,0 +1,64 @@
+#include "cli/profile_command.h"
+
+#include "cli/exit_status.h"
+#include "cli/text_output.h"
+#include "elevation/profile.h"
+#include "elevation/profile_view.h"
+#include "model/point_names.h"
+#include "places/resolve_location.h"
+
+#include <nlohmann/json.hpp>
+
+namespace orvane {
+
+namespace {
+
+int CannotFind(LineMessages& messages, const std::string& name) {
+  NoteError(messages, "Can't find %s", {name});
+  return ExitFailed;
+}
+
+/// As a number stands in JSON: reading it gives the same value again.
+std::string NumberText(double value) { return nlohmann::json(value).dump(); }
+
+std::string SampleText(const ElevationView& view, size_t column) {
+  const ElevationSample& sample = view.samples[column];
+  const double distance = static_cast<double>(column) * view.metresPerPixelX + view.viewStart;
+  std::string line = std::to_string(column) + '\t' + NumberText(distance) + '\t' +
+                     NumberText(sample.position.lat) + '\t' + NumberText(sample.position.lon) +
+                     '\t';
+  if (HasAltitude(sample.position.altitude)) line += NumberText(double{sample.position.altitude});
+  line += '\t';
+  if (sample.label != nullptr) line += *sample.label;
+  return line + '\n';
+}
+
+int PrintProfile(ElevationView& view, int width) {
+  LayoutColumns(view, width);
+  FillGaps(view);
+  std::string text = "column\tdistance\tlat\tlon\taltitude\tlabel\n";
+  for (size_t i = 0; i < view.samples.size(); ++i) text += SampleText(view, i);
+  return WriteOutput("-", FieldsToUtf8(text)) ? ExitDone : ExitFailed;
+}
+
+}  // namespace
+
+int ProfileCommand(Map& map, LineMessages& messages, const ProfileRequest& request) {
+  std::optional<ElevationView> view;
+  if (request.transect.empty()) {
+    const Trail* trail = FindTrailOrContour(map, request.trail);
+    if (trail == nullptr) return CannotFind(messages, request.trail);
+    view = OpenElevation(map, *trail);
+  } else {
+    LatLon ends[2];
+    for (size_t i = 0; i < 2; ++i) {
+      const auto location = ResolveLocation(map, request.transect[i]);
+      if (!location) return CannotFind(messages, request.transect[i]);
+      ends[i] = location->place;
+    }
+    view = OpenTransect(map, ends[0], ends[1]);
+  }
+  return view ? PrintProfile(*view, request.width) : ExitFailed;
+}
+
+}  // namespace orvane
