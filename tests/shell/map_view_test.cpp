@@ -184,11 +184,13 @@ TEST_F(MapViewTest, TheRightButtonDragsTheMapUnderThePointer) {
   EXPECT_FLOAT_EQ(View().scale, 1);
 }
 
-TEST_F(MapViewTest, TheLeftButtonMovesNothing) {
+TEST_F(MapViewTest, TheLeftButtonMovesNothingWhileItIsHeld) {
   const double top = View().top;
   QTest::mousePress(widget_.get(), Qt::LeftButton, Qt::NoModifier, QPoint(250, 100));
   MovePointer(200, 130);
-  QTest::mouseRelease(widget_.get(), Qt::LeftButton, Qt::NoModifier, QPoint(200, 130));
+  EXPECT_EQ(View().top, top);
+  MovePointer(250, 100);
+  QTest::mouseRelease(widget_.get(), Qt::LeftButton, Qt::NoModifier, QPoint(250, 100));
   EXPECT_EQ(View().top, top);
   EXPECT_EQ(View().flags & (MapWindowPan | MapWindowDrag), 0U);
 }
