@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <atomic>
+#include <exception>
+#include <new>
 #include <thread>
 #include <unordered_map>
 #include <vector>
@@ -49,14 +51,25 @@ class PointCopies {
 };
 
 void ClusterOnCopies(Range& range, Messages& messages) {
-  const PointCopies copies(range.points);
-  range.clusters = ClusterPoints(copies.Points(), messages);
-  if (range.clusters == nullptr) return;
-  for (Cluster& cluster : range.clusters->clusters) {
-    for (auto& hull : cluster.hull) {
-      for (Point*& vertex : hull) vertex = copies.OriginalOf(vertex);
+  try {
+    const PointCopies copies(range.points);
+    range.clusters = ClusterPoints(copies.Points(), messages);
+    if (range.clusters == nullptr) return;
+    for (Cluster& cluster : range.clusters->clusters) {
+      for (auto& hull : cluster.hull) {
+        for (Point*& vertex : hull) vertex = copies.OriginalOf(vertex);
+      }
     }
+  } catch (const std::bad_alloc&) {
+    // Out of a thread this would end the program without a word.
+    NoteTooComplex(messages, range.points.size());
   }
+}
+
+bool IsTooComplex(const RecordedMessages& said) {
+  const auto& entries = said.Entries();
+  return std::any_of(entries.begin(), entries.end(),
+                     [](const auto& entry) { return entry.severity == Severity::Fatal; });
 }
 
 unsigned ThreadsFor(std::span<Range* const> ranges) {
@@ -76,9 +89,19 @@ void ClusterRanges(std::span<Range* const> ranges, Messages& messages) {
     for (size_t i = next++; i < ranges.size(); i = next++) ClusterOnCopies(*ranges[i], said[i]);
   };
   std::vector<std::thread> others;
-  for (unsigned i = 1; i < ThreadsFor(ranges); ++i) others.emplace_back(work);
+  try {
+    for (unsigned i = 1; i < ThreadsFor(ranges); ++i) others.emplace_back(work);
+  } catch (const std::exception&) {
+    // There is no room for more threads: those that run do all the work.
+  }
   work();
   for (std::thread& other : others) other.join();
+  for (size_t i = 0; i < ranges.size() && !others.empty(); ++i) {
+    if (!IsTooComplex(said[i])) continue;
+    // Side by side they may want more memory than one that has it all to itself.
+    said[i] = RecordedMessages();
+    ClusterOnCopies(*ranges[i], said[i]);
+  }
   for (const RecordedMessages& ofRange : said) {
     for (const auto& entry : ofRange.Entries()) messages.Post(entry.severity, entry.text);
   }

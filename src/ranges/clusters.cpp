@@ -19,10 +19,6 @@ namespace {
 /// The column at which the number of clusters stands in a padded line.
 constexpr size_t ClustersColumn = 19;
 
-void NoteTooComplex(Messages& messages, size_t count) {
-  NoteFatal(messages, "That range is too complex to be analyzed: %s", {std::to_string(count)});
-}
-
 std::unique_ptr<ClusterTree> TreeOf(const ClusterForest& forest) {
   auto tree = std::make_unique<ClusterTree>();
   tree->steps = forest.Steps();
@@ -56,6 +52,10 @@ void FillLevels(const ClusterForest& forest, ClusterTree& tree, Messages& messag
 }
 
 }  // namespace
+
+void NoteTooComplex(Messages& messages, size_t count) {
+  NoteFatal(messages, "That range is too complex to be analyzed: %s", {std::to_string(count)});
+}
 
 std::unique_ptr<ClusterTree> ClusterPoints(PointSpan points, Messages& messages,
                                            size_t mostLocations) {

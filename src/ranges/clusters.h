@@ -34,6 +34,10 @@ constexpr size_t MostClusterLocations = 500000000;
 std::unique_ptr<ClusterTree> ClusterPoints(PointSpan points, Messages& messages,
                                            size_t mostLocations = MostClusterLocations);
 
+/// The fatal message of a range for which the memory does not suffice.
+/// \param count  its distinct locations, or its points where those are not known yet
+void NoteTooComplex(Messages& messages, size_t count);
+
 /// One line on the clusters of a range at one level, such as "  5% area: 1.2ha clusters: 2".
 /// \param level  0 to 19
 /// \param pad    fills up the area to 19 characters, so that the numbers of all lines stand below
