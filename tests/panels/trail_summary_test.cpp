@@ -243,6 +243,13 @@ TEST_F(TrailSummaryTest, WritesTheAspectTableForClosedTrails) {
                       "311\xB0-320\xB0:\t0\n");
 }
 
+TEST_F(TrailSummaryTest, CountsAspectsWhateverTheDeviation) {
+  // By the compass the plot would face into the class below.
+  const std::string text = TrailSummaryText({&Plot("Plot", 0.2, 0)}, 45);
+  EXPECT_NE(text.find("\t90\xB0\t45\xB0\t"), std::string::npos);
+  EXPECT_NE(text.find("\n41\xB0-50\xB0:\t0\n51\xB0-130\xB0:\t1\n"), std::string::npos);
+}
+
 TEST_F(TrailSummaryTest, StandsPlacesThatAreNoNumbers) {
   Trail& plot = Plot("Plot", 0.2, 0);
   plot.points[1]->geo.lat = std::numeric_limits<double>::quiet_NaN();
