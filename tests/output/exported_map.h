@@ -1,0 +1,80 @@
+#pragma once
+
+#include "output/shapefile_reader.h"
+#include "output/shapefiles.h"
+#include "support/map_from_text.h"
+#include "support/temporary_folder.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace orvane {
+
+/// A map of every group, with each kind of thing that a record can hold.
+constexpr const char* SiteOfAllGroups =
+    "T\tMain\tPath\t\t\t2,#806040,Solid\tthe way up\n"
+    "G\tCamp=Base\tN1\tE115\t10\t1\tthe camp\n"
+    "G\tRidge\tN1.001\tE115.001\t30\n"
+    "G\t_bend\tN1.002\tE115.001\n"
+    "T\tPlot\tArea\t\t\t,#b8d8d0,Solid,None,1,6\n"
+    "G\tP1\tN1\tE115.002\nG\tP2\tN1\tE115.003\nG\tP3\tN1.001\tE115.003\nP\tP1\n"
+    "T\n"
+    "H\tCamp\t100\t2\t3\t15\tA1\t11\n"
+    "HS\tA2\t#ff0000\n";
+
+/// A folder and a map whose exports go there.
+struct ExportFixture : MapFixture {
+  TemporaryFolder folder;
+
+  ExportFixture() {
+    workspace.today = [] { return PackDate(2003, 3, 14); };  // stands in every table
+  }
+
+  /// An empty map to which the helpers below add.
+  Map& Empty() { return MakeMap(workspace, "made.map"); }
+  static Point& Add(Map& map, std::string_view name, double lat, double lon,
+                    float altitude = NoAltitude) {
+    Point& point = MakePoint(map, name);
+    point.geo = {lat, lon, altitude};
+    point.flags |= PointPlaced;
+    AddPointName(map, point, name);
+    return point;
+  }
+  static void AddSynonym(Map& map, Point& point, const std::string& name) {
+    point.synonyms.push_front(name);
+    AddPointName(map, point, name);
+  }
+  static Trail& AddTrail(Map& map, std::string_view name, std::vector<Point*> points,
+                         std::string_view type = "Path") {
+    Trail& trail = map.trails.emplace_front();
+    trail.name = name;
+    trail.type = type;
+    trail.points = std::move(points);
+    return trail;
+  }
+  static Grid& AddGrid(Map& map, Point& corner, int rows, int columns, int cellSize = 100) {
+    Grid& grid = map.grids.emplace_front();
+    grid.corner = &corner;
+    grid.rows = rows;
+    grid.columns = columns;
+    grid.cellSize = cellSize;
+    grid.rowStart = 1;
+    grid.columnStart = 1;
+    return grid;
+  }
+
+  bool Export(Map& map) { return ExportShapefiles(map, folder.Path()); }
+  ReadShapefile Group(const std::string& name) const { return ReadShapefile(folder.Path(name)); }
+  Texts FilesThere() const {
+    Texts names;
+    for (const auto& entry : std::filesystem::directory_iterator(folder.Path())) {
+      names.push_back(entry.path().filename());
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+  }
+};
+
+}  // namespace orvane

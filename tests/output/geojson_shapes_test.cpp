@@ -1,0 +1,112 @@
+#include "output/geojson_shapes.h"
+
+#include <cmath>
+#include <gtest/gtest.h>
+#include <limits>
+#include <random>
+
+namespace orvane {
+namespace {
+
+double Area(const GeoPath& ring) {
+  double sum = 0;
+  for (size_t i = 0; i + 1 < ring.size(); ++i) {
+    sum += ring[i].lon * ring[i + 1].lat - ring[i + 1].lon * ring[i].lat;
+  }
+  return sum / 2;
+}
+
+TEST(AreaShape, IsClosedAndRunsAnticlockwise) {
+  const GeoPath expected = {{0, 0}, {1, 0}, {1, 1}, {0, 0}};
+  for (const GeoPath& ring :
+       {GeoPath{{0, 0}, {1, 0}, {1, 1}}, GeoPath{{0, 0}, {1, 1}, {1, 0}},
+        GeoPath{{0, 0}, {1, 1}, {1, 0}, {0, 0}}, GeoPath{{0, 0}, {0, 0}, {1, 1}, {1, 1}, {1, 0}}}) {
+    const GeoShape shape = AreaShape(ring);
+    EXPECT_EQ(shape.kind, GeoKind::Area);
+    EXPECT_EQ(shape.parts, std::vector<GeoPath>{expected});
+  }
+}
+
+TEST(AreaShape, OfFewerThanThreePlacesIsWhatIsLeft) {
+  EXPECT_EQ(AreaShape({}).kind, GeoKind::None);
+  EXPECT_EQ(AreaShape({{1, 2}, {1, 2}}).kind, GeoKind::Point);
+  EXPECT_EQ(AreaShape({{1, 2}, {1, 3}, {1, 2}}).kind, GeoKind::Line);
+}
+
+TEST(LineShape, IsCutAtThe180thMeridian) {
+  const GeoShape shape = LineShape({{179, 0}, {-179, 2}, {-178, 2}, {179, -1}});
+  EXPECT_EQ(shape.kind, GeoKind::Line);
+  ASSERT_EQ(shape.parts.size(), 3U);
+  EXPECT_EQ(shape.parts[0], (GeoPath{{179, 0}, {180, 1}}));
+  EXPECT_EQ(shape.parts[1], (GeoPath{{-180, 1}, {-179, 2}, {-178, 2}, {-180, 0}}));
+  EXPECT_EQ(shape.parts[2], (GeoPath{{180, 0}, {179, -1}}));
+}
+
+TEST(LineShape, ThatOnlyTouchesTheMeridianStaysWhole) {
+  const GeoPath path = {{179, 0}, {180, 1}, {179, 2}};
+  EXPECT_EQ(LineShape(path).parts, std::vector<GeoPath>{path});
+  EXPECT_EQ(LineShape({{179, 0}, {180, 1}, {-180, 2}, {179, 3}}).parts,
+            (std::vector<GeoPath>{{{179, 0}, {180, 1}, {180, 2}, {179, 3}}}));
+}
+
+TEST(LineShape, BeyondTheMeridianIsBroughtBack) {
+  EXPECT_EQ(LineShape({{181, 0}, {182, 1}}).parts, (std::vector<GeoPath>{{{-179, 0}, {-178, 1}}}));
+  EXPECT_EQ(PointShape({1, 541}).parts, (std::vector<GeoPath>{{{-179, 1}}}));
+}
+
+TEST(AreaShape, IsCutAtThe180thMeridian) {
+  const GeoShape shape = AreaShape({{179, 0}, {-179, 0}, {-179, 2}, {179, 2}});
+  EXPECT_EQ(shape.kind, GeoKind::Area);
+  ASSERT_EQ(shape.parts.size(), 2U);
+  EXPECT_DOUBLE_EQ(Area(shape.parts[0]), 2);
+  EXPECT_DOUBLE_EQ(Area(shape.parts[1]), 2);
+  for (const GeoPlace& place : shape.parts[0]) EXPECT_GE(place.lon, 179);
+  for (const GeoPlace& place : shape.parts[1]) EXPECT_LE(place.lon, -179);
+}
+
+TEST(AreaShape, AroundThePoleIsNotCut) {
+  const GeoShape shape = AreaShape({{0, 80}, {120, 80}, {-120, 80}});
+  EXPECT_EQ(shape.parts.size(), 1U);
+}
+
+TEST(GeoShapes, LeaveOutWhatIsNotOnEarth) {
+  const double nan = std::nan("");
+  const double infinite = std::numeric_limits<double>::infinity();
+  EXPECT_EQ(PointShape({nan, 1}).kind, GeoKind::None);
+  EXPECT_EQ(PointShape({1, infinite}).kind, GeoKind::None);
+  EXPECT_EQ(PointShape({91, 1}).kind, GeoKind::None);
+  Point good;
+  good.geo = {90, -180};
+  Point bad;
+  bad.geo = {nan, 3};
+  EXPECT_EQ(PathOf(std::vector<Point*>{&bad, &good, &bad}), (GeoPath{{-180, 90}}));
+}
+
+TEST(GeoShapes, StayWithinTheirBoundsWhateverTheyAreMadeOf) {
+  for (unsigned seed = 1; seed <= 3000; ++seed) {
+    std::mt19937 random(seed);
+    GeoPath path;
+    for (std::uint_fast32_t n = random() % 12; n > 0; --n) {
+      const double spread = random() % 2 == 0 ? 2000 : 200;
+      path.push_back({(static_cast<double>(random()) / 4294967296.0 - 0.5) * spread,
+                      static_cast<double>(random() % 181) - 90});
+    }
+    for (const GeoShape& shape : {LineShape(path), AreaShape(path)}) {
+      EXPECT_EQ(shape.kind == GeoKind::None, path.empty()) << "seed " << seed;
+      for (const GeoPath& part : shape.parts) {
+        for (size_t i = 0; i < part.size(); ++i) {
+          ASSERT_LE(std::fabs(part[i].lon), 180) << "seed " << seed;
+          ASSERT_LE(std::fabs(part[i].lat), 90) << "seed " << seed;
+        }
+        ASSERT_GE(part.size(), shape.kind == GeoKind::Line ? 2U : 1U) << "seed " << seed;
+        if (shape.kind != GeoKind::Area) continue;
+        ASSERT_GE(part.size(), 4U) << "seed " << seed;
+        ASSERT_EQ(part.front(), part.back()) << "seed " << seed;
+        ASSERT_GE(Area(part), -1e-9) << "seed " << seed;
+      }
+    }
+  }
+}
+
+}  // namespace
+}  // namespace orvane

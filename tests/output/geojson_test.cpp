@@ -1,0 +1,188 @@
+#include "output/geojson.h"
+
+#include "output/exported_map.h"
+
+#include <cerrno>
+#include <cmath>
+#include <nlohmann/json.hpp>
+
+namespace orvane {
+namespace {
+
+using Json = nlohmann::json;
+
+/// Follows over a grid, with two ranges that overlap.
+constexpr const char* SiteOfRanges =
+    "G\tCorner\tN1.000\tE30.000\t\t1\nH\tCorner\t100\t3\t2\t0\tA1\t11\nHS\tA2\t#ff0000\n"
+    "T\t\tBlue\tAna\t2001-3-4\n"
+    "G\t0800-0815\tN0.9980\tE30.0010\t\t1\t,3,1\nG\t0830-0840\tN0.9960\tE30.0015\n"
+    "G\t0900-1000\tN0.9950\tE30.0040\nG\t1015\tN0.9975\tE30.0045\n"
+    "T\t\tRed\tZoe\t2001-3-4\n"
+    "G\t1400-1420\tN0.9960\tE30.0030\nG\t1445-1500\tN0.9930\tE30.0035\n"
+    "G\t1530-1540\tN0.9945\tE30.0070\nG\t1600-1630\tN0.9970\tE30.0065\n"
+    "R\tBlue group\t\tall\nK\tBlue\nR\tRed group\nK\tRed\n";
+
+struct GeoJson : ExportFixture {
+  Json Written(Map& map, bool expected = true) {
+    std::string text;
+    EXPECT_EQ(WriteGeoJson(map,
+                           [&](std::string_view piece) {
+                             text += piece;
+                             return true;
+                           }),
+              expected);
+    EXPECT_TRUE(text.ends_with("]}\n"));
+    Json json = Json::parse(text, nullptr, false);
+    EXPECT_FALSE(json.is_discarded());
+    EXPECT_EQ(json["type"], "FeatureCollection");
+    return json;
+  }
+  static std::vector<Json> OfKind(const Json& json, const std::string& kind) {
+    std::vector<Json> found;
+    for (const Json& feature : json["features"]) {
+      EXPECT_EQ(feature["type"], "Feature");
+      if (feature["properties"]["kind"] == kind) found.push_back(feature);
+    }
+    return found;
+  }
+};
+
+TEST_F(GeoJson, HoldsPointsAndTrails) {
+  const Json json = Written(Open(SiteOfAllGroups));
+  const auto points = OfKind(json, "point");
+  EXPECT_EQ(points.size(), 5U);  // not _bend
+  const auto camp = std::find_if(points.begin(), points.end(), [](const Json& point) {
+    return point["properties"]["name"] == "Camp";
+  });
+  ASSERT_NE(camp, points.end());
+  EXPECT_EQ((*camp)["properties"]["synonyms"], Json({"Base"}));
+  EXPECT_EQ((*camp)["properties"]["note"], "the camp");
+  EXPECT_EQ((*camp)["properties"]["altitude"], 10.0);
+  EXPECT_EQ((*camp)["geometry"], (Json{{"type", "Point"}, {"coordinates", {115.0, 1.0}}}));
+  const auto trails = OfKind(json, "trail");
+  ASSERT_EQ(trails.size(), 1U);
+  EXPECT_EQ(trails[0]["properties"]["color"], "#806040");
+  EXPECT_EQ(trails[0]["properties"]["width"], 2.0);
+  EXPECT_EQ(trails[0]["properties"]["date"], nullptr);
+  EXPECT_EQ(trails[0]["geometry"]["type"], "LineString");
+  EXPECT_EQ(trails[0]["geometry"]["coordinates"].size(), 3U);
+  const auto areas = OfKind(json, "area");
+  ASSERT_EQ(areas.size(), 1U);
+  EXPECT_EQ(areas[0]["geometry"]["coordinates"],
+            (Json{{{115.002, 1.0}, {115.003, 1.0}, {115.003, 1.001}, {115.002, 1.0}}}));
+  EXPECT_NEAR(areas[0]["properties"]["area"].get<double>(), 111.12 * 111.12 / 2, 5);
+}
+
+TEST_F(GeoJson, HoldsWhatWasWorkedOutOfTheMap) {
+  Map& map = Open(SiteOfRanges);
+  const Json json = Written(map);
+  EXPECT_EQ(OfKind(json, "stop").size(), 8U);
+  const Json stop = OfKind(json, "stop")[0]["properties"];
+  EXPECT_EQ(stop["date"], "2001-03-04");
+  EXPECT_EQ(stop["timeOfDay"], 480);
+  EXPECT_EQ(stop["duration"], 15);
+  EXPECT_EQ(stop["focalAnimal"], "Ana");
+  const auto ranges = OfKind(json, "range");
+  ASSERT_EQ(ranges.size(), 2U);
+  for (const Json& range : ranges) {
+    EXPECT_EQ(range["geometry"]["type"], "Polygon");
+    EXPECT_GT(range["properties"]["area"].get<double>(), 10000);
+    EXPECT_EQ(range["properties"]["follows"], 1);
+  }
+  size_t hulls = 0;
+  for (const Range& range : map.ranges) {
+    ASSERT_NE(range.clusters, nullptr);
+    for (const Cluster& cluster : range.clusters->clusters) {
+      for (const auto& hull : cluster.hull) hulls += hull.empty() ? 0U : 1U;
+    }
+  }
+  const auto clusters = OfKind(json, "cluster");
+  EXPECT_EQ(clusters.size(), hulls);
+  EXPECT_GT(hulls, 0U);
+  EXPECT_EQ(clusters[0]["properties"]["level"].get<int>() % 5, 0);
+  const auto overlaps = OfKind(json, "intersection");
+  ASSERT_EQ(overlaps.size(), 1U);
+  EXPECT_EQ(overlaps[0]["geometry"]["type"], "Polygon");
+  EXPECT_EQ(overlaps[0]["properties"]["area"], map.intersections.front().area);
+  const auto cells = OfKind(json, "cell");
+  ASSERT_EQ(cells.size(), 6U);
+  EXPECT_EQ(cells[1]["properties"]["name"], "A2");
+  EXPECT_EQ(cells[1]["properties"]["color"], "#ff0000");
+  EXPECT_FALSE(cells[0]["properties"].contains("color"));
+  EXPECT_EQ(cells[5]["properties"]["row"], 2);
+}
+
+TEST_F(GeoJson, LeavesTheMapAsItWas) {
+  Map& map = Open(SiteOfAllGroups);
+  std::vector<Meters> before;
+  for (const Point& point : map.pointStore) before.push_back(point.projected);
+  Written(map);
+  for (size_t i = 0; i < before.size(); ++i) {
+    EXPECT_EQ(map.pointStore[i].projected.north, before[i].north);
+    EXPECT_EQ(map.pointStore[i].projected.east, before[i].east);
+  }
+}
+
+TEST_F(GeoJson, ReadsTextThatIsNotUtf8AsLatin1) {
+  Map& map = Empty();
+  Add(map, "M\xFChle", 1, 2).note = "caf\xC3\xA9 \"x\"\n";
+  const Json json = Written(map);
+  EXPECT_EQ(json["features"][0]["properties"]["name"], "M\xC3\xBChle");
+  EXPECT_EQ(json["features"][0]["properties"]["note"], "caf\xC3\xA9 \"x\"\n");
+}
+
+TEST_F(GeoJson, LeavesOutWhatHasNoPlace) {
+  Map& map = Empty();
+  Point& nowhere = Add(map, "A", std::nan(""), 2);
+  Add(map, "B", 1, 2).flags = 0;
+  AddTrail(map, "t", {&nowhere, &nowhere});
+  const Json json = Written(map);
+  EXPECT_EQ(OfKind(json, "point").size(), 0U);
+  ASSERT_EQ(OfKind(json, "trail").size(), 1U);
+  EXPECT_EQ(OfKind(json, "trail")[0]["geometry"], nullptr);
+  EXPECT_EQ(OfKind(json, "trail")[0]["properties"]["pathLength"], nullptr);
+}
+
+TEST_F(GeoJson, NamesAPointByItsFirstVisibleName) {
+  Map& map = Empty();
+  Point& point = Add(map, "_bend", 1, 2);
+  AddSynonym(map, point, "@x");
+  AddSynonym(map, point, "Curve");
+  const Json json = Written(map);
+  EXPECT_EQ(json["features"][0]["properties"]["name"], "Curve");
+  EXPECT_EQ(json["features"][0]["properties"]["synonyms"], Json::array());
+}
+
+TEST_F(GeoJson, OfTooManyCellsLeavesThemOut) {
+  Map& map = Empty();
+  AddGrid(map, Add(map, "A", 1, 2), 2147483647, 2147483647);
+  const Json json = Written(map, false);
+  EXPECT_EQ(json["features"].size(), 1U);
+  EXPECT_EQ(Said(), Texts{"The grids have more than 4000000 cells: they are left out"});
+}
+
+TEST_F(GeoJson, OfAnEmptyMapIsAnEmptyCollection) {
+  EXPECT_EQ(Written(Empty())["features"], Json::array());
+}
+
+TEST_F(GeoJson, ReplacesAFileWhenItIsWhole) {
+  Map& map = Open(SiteOfAllGroups);
+  folder.Write("a.geojson", "old");
+  FileSystem system = SystemFiles();
+  system.write = [](int, const char*, size_t) -> long {
+    errno = ENOSPC;
+    return -1;
+  };
+  EXPECT_FALSE(ExportGeoJson(map, folder.Path("a.geojson"), system));
+  EXPECT_EQ(folder.Read("a.geojson"), "old");
+  EXPECT_FALSE(ExportGeoJson(map, folder.Path("nowhere/a.geojson")));
+  EXPECT_EQ(Said(), (Texts{"Error while writing " + folder.Path("a.geojson") +
+                               "; the old file, if any, stands as it was",
+                           "Can't open " + folder.Path("nowhere/a.geojson") + " for writing"}));
+  EXPECT_TRUE(ExportGeoJson(map, folder.Path("a.geojson")));
+  EXPECT_FALSE(Json::parse(folder.Read("a.geojson"), nullptr, false).is_discarded());
+  EXPECT_EQ(FilesThere(), Texts{"a.geojson"});
+}
+
+}  // namespace
+}  // namespace orvane
