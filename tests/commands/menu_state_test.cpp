@@ -1,0 +1,174 @@
+#include "commands/menu_state.h"
+
+#include "base/messages.h"
+#include "model/workspace.h"
+#include "view/map_window.h"
+
+#include <gtest/gtest.h>
+#include <set>
+#include <string>
+
+namespace orvane {
+namespace {
+
+class MenuStateTest : public testing::Test {
+ protected:
+  MenuStateTest() : workspace_(messages_), map_(MakeMap(workspace_, "season.map")) {
+    view_.map = &map_;
+  }
+
+  static std::set<int> Disabled(const MenuState& menu) {
+    std::set<int> ids;
+    for (const CommandInfo& command : AllCommands()) {
+      if (!menu.At(command.id).enabled) ids.insert(command.id);
+    }
+    return ids;
+  }
+
+  RecordedMessages messages_;
+  Workspace workspace_;
+  Map& map_;
+  MapWindow view_;
+};
+
+TEST_F(MenuStateTest, AtTheStartWhatNeedsAMapIsDisabled) {
+  const MenuState menu = StartMenu(false);
+  EXPECT_EQ(Disabled(menu), (std::set<int>{1000,
+                                           1003,
+                                           1005,
+                                           1006,
+                                           1008,
+                                           1009,
+                                           1010,
+                                           1011,
+                                           1013,
+                                           1019,
+                                           1021,
+                                           1025,
+                                           1026,
+                                           1032,
+                                           1035,
+                                           1036,
+                                           1037,
+                                           1038,
+                                           1040,
+                                           1046,
+                                           1047,
+                                           1051,
+                                           1052,
+                                           1059,
+                                           32026,
+                                           CommandSavePicture,
+                                           CommandCopyImage,
+                                           CommandShowWholeMap}));
+  EXPECT_FALSE(menu.At(CommandEuropeanDates).checked);
+  EXPECT_TRUE(StartMenu(true).At(CommandEuropeanDates).checked);
+}
+
+TEST_F(MenuStateTest, ANewWindowGoesByItsMap) {
+  const MenuState menu = NewMapMenu(view_);
+  EXPECT_EQ(Disabled(menu), (std::set<int>{1000, 1029, 1030, 1031, 1032, 1059, 1010, 1006, 1036}));
+  EXPECT_TRUE(menu.At(CommandMinutes).checked);
+  EXPECT_FALSE(menu.At(CommandDegrees).checked);
+  EXPECT_FALSE(menu.At(CommandSeconds).checked);
+  EXPECT_EQ(menu.At(CommandAdd).text, "Add Trail/Range");
+  EXPECT_EQ(menu.At(CommandViewControl).text, "View Control...");
+}
+
+TEST_F(MenuStateTest, AMapWithABasisOffersToOpenItAndNotToSetIt) {
+  map_.basis = &MakeMap(workspace_, "trails.map");
+  MenuState menu = NewMapMenu(view_);
+  EXPECT_TRUE(menu.At(CommandOpenBasis).enabled);
+  EXPECT_FALSE(menu.At(CommandSetBasis).enabled);
+  map_.basis = nullptr;
+  RefreshMapMenu(menu, view_);
+  EXPECT_FALSE(menu.At(CommandOpenBasis).enabled);
+  EXPECT_TRUE(menu.At(CommandSetBasis).enabled);
+}
+
+TEST_F(MenuStateTest, ARefreshFollowsFormOfAnglesDatesAndGrids) {
+  MenuState menu = NewMapMenu(view_);
+  view_.coordinateDisplay = CoordinateDisplay::Seconds;
+  view_.flags |= MapWindowGridsHidden;
+  workspace_.preferences.europeanDates = true;
+  menu.At(CommandCheckTrails).enabled = false;
+  menu.At(CommandAdd).enabled = true;
+  RefreshMapMenu(menu, view_);
+  EXPECT_TRUE(menu.At(CommandSeconds).checked);
+  EXPECT_FALSE(menu.At(CommandMinutes).checked);
+  EXPECT_TRUE(menu.At(CommandEuropeanDates).checked);
+  EXPECT_TRUE(menu.At(CommandHideGrids).checked);
+  EXPECT_TRUE(menu.At(CommandCheckTrails).enabled);
+  EXPECT_FALSE(menu.At(CommandAdd).enabled);
+}
+
+TEST_F(MenuStateTest, OnTheTrailListTheCommandsAreAboutTrails) {
+  MenuState menu = NewMapMenu(view_);
+  FollowFocus(menu, FocusPlace::TrailList, false);
+  for (const CommandId id :
+       {CommandAdd, CommandElevation, CommandTrailSummary, CommandPointIndex}) {
+    EXPECT_TRUE(menu.At(id).enabled) << id;
+  }
+  for (const CommandId id : {CommandDelete, CommandViewControl, CommandCheckTrails}) {
+    EXPECT_FALSE(menu.At(id).enabled) << id;
+  }
+  FollowFocus(menu, FocusPlace::TrailList, true);
+  for (const CommandId id : {CommandDelete, CommandViewControl, CommandCheckTrails}) {
+    EXPECT_TRUE(menu.At(id).enabled) << id;
+  }
+  EXPECT_EQ(menu.At(CommandAdd).text, "Add Trail");
+  EXPECT_EQ(menu.At(CommandDelete).text, "Delete Trail");
+  EXPECT_EQ(menu.At(CommandViewControl).text, "Trail View Control...");
+}
+
+TEST_F(MenuStateTest, OnTheRangeListTheCommandsAreAboutRanges) {
+  MenuState menu = NewMapMenu(view_);
+  FollowFocus(menu, FocusPlace::RangeList, false);
+  EXPECT_TRUE(menu.At(CommandAdd).enabled);
+  for (const CommandId id :
+       {CommandElevation, CommandCheckTrails, CommandDelete, CommandViewControl}) {
+    EXPECT_FALSE(menu.At(id).enabled) << id;
+  }
+  FollowFocus(menu, FocusPlace::RangeList, true);
+  EXPECT_TRUE(menu.At(CommandDelete).enabled);
+  EXPECT_TRUE(menu.At(CommandViewControl).enabled);
+  EXPECT_FALSE(menu.At(CommandCheckTrails).enabled);
+  EXPECT_EQ(menu.At(CommandAdd).text, "Add Range");
+  EXPECT_EQ(menu.At(CommandDelete).text, "Delete Range");
+  EXPECT_EQ(menu.At(CommandViewControl).text, "Range View Control...");
+}
+
+TEST_F(MenuStateTest, AwayFromTheListsTheirCommandsRest) {
+  for (const FocusPlace place : {FocusPlace::MapView, FocusPlace::Neither}) {
+    MenuState menu = NewMapMenu(view_);
+    FollowFocus(menu, FocusPlace::RangeList, true);
+    FollowFocus(menu, place, true);
+    for (const CommandId id : {CommandAdd, CommandDelete, CommandViewControl}) {
+      EXPECT_FALSE(menu.At(id).enabled) << id;
+    }
+    // What the range list took away comes back with the trail list.
+    EXPECT_FALSE(menu.At(CommandElevation).enabled);
+    EXPECT_EQ(menu.At(CommandAdd).text, "Add Trail/Range");
+    EXPECT_EQ(menu.At(CommandDelete).text, "Delete Trail/Range");
+    EXPECT_EQ(menu.At(CommandViewControl).text, "View Control...");
+  }
+}
+
+TEST_F(MenuStateTest, SaveIsOfferedForAChangedMapItsBasisOrAnOlderMap) {
+  EXPECT_FALSE(SaveIsOffered(map_));
+  Map& newer = MakeMap(workspace_, "newer.map");
+  newer.flags |= MapDirty;
+  EXPECT_FALSE(SaveIsOffered(map_));
+  EXPECT_TRUE(SaveIsOffered(newer));
+  map_.basis = &newer;
+  EXPECT_TRUE(SaveIsOffered(map_));
+  map_.basis = nullptr;
+  newer.flags = 0;
+  map_.flags |= MapDirty;
+  EXPECT_TRUE(SaveIsOffered(map_));
+  EXPECT_TRUE(SaveIsOffered(newer));  // the list goes on behind it
+  EXPECT_TRUE(NewMapMenu(view_).At(CommandSave).enabled);
+}
+
+}  // namespace
+}  // namespace orvane

@@ -1,0 +1,294 @@
+#include "commands/save_map.h"
+
+#include "commands/close_map.h"
+#include "model/point_names.h"
+#include "model/workspace.h"
+#include "support/scripted_questions.h"
+#include "support/temporary_folder.h"
+
+#include <filesystem>
+#include <gtest/gtest.h>
+
+namespace orvane {
+namespace {
+
+class SaveMapTest : public testing::Test {
+ protected:
+  SaveMapTest() : workspace_(messages_) {
+    std::filesystem::create_directory(folder_.Path("other"));
+  }
+
+  Map& MakeChanged(const std::string& name) {
+    Map& map = MakeMap(workspace_, folder_.Path(name));
+    map.flags |= MapDirty;
+    return map;
+  }
+
+  static bool IsDirty(const Map& map) { return (map.flags & MapDirty) != 0; }
+
+  bool Exists(const std::string& name) const { return std::filesystem::exists(folder_.Path(name)); }
+
+  SaveContext Context() {
+    return {.dialogs = dialogs_,
+            .files = files_,
+            .defaultDirectory = "/start",
+            .setDirty =
+                [](Map& map, bool dirty) {
+                  map.flags = dirty ? map.flags | MapDirty : map.flags & ~std::uint32_t{MapDirty};
+                },
+            .renamed = [this](Map& map) { renamed_.push_back(map.fileName); },
+            .mayWrite = [this](Map&, const std::string&) { return mayWrite_; },
+            .written = [this](Map&, const std::string& path) { written_.push_back(path); }};
+  }
+
+  TemporaryFolder folder_;
+  ScriptedMessages messages_;
+  ScriptedDialogs dialogs_;
+  FileSpecifications files_;
+  Workspace workspace_;
+  std::vector<std::string> renamed_, written_;
+  bool mayWrite_ = true;
+};
+
+TEST_F(SaveMapTest, SavesWhatHasChangedUpTheChain) {
+  Map& map = MakeChanged("season.map");
+  Map& middle = MakeMap(workspace_, folder_.Path("middle.map"));
+  Map& basis = MakeChanged("trails.map");
+  map.basis = &middle;
+  middle.basis = &basis;
+  EXPECT_TRUE(SaveChangedMaps(map, Context()));
+  EXPECT_TRUE(Exists("season.map"));
+  EXPECT_FALSE(Exists("middle.map"));
+  EXPECT_TRUE(Exists("trails.map"));
+  EXPECT_FALSE(IsDirty(map));
+  EXPECT_FALSE(IsDirty(basis));
+  EXPECT_TRUE(dialogs_.questions.empty());
+  EXPECT_EQ(written_.size(), 2U);
+  EXPECT_TRUE(renamed_.empty());
+}
+
+TEST_F(SaveMapTest, AnUntitledMapIsAskedForItsNameAtEachSave) {
+  Map& map = MakeMap(workspace_, "Untitled");
+  map.flags |= MapDirty | MapUntitled;
+  dialogs_.paths = {folder_.Path("a.map"), folder_.Path("b.map")};
+  EXPECT_TRUE(SaveChangedMaps(map, Context()));
+  EXPECT_EQ(map.fileName, folder_.Path("a.map"));
+  EXPECT_NE(map.flags & MapUntitled, 0U);
+  EXPECT_EQ(dialogs_.questions[0].title, "Save untitled map as...");
+  EXPECT_EQ(dialogs_.questions[0].file.name, "Untitled");
+  map.flags |= MapDirty;
+  EXPECT_TRUE(SaveChangedMaps(map, Context()));
+  ASSERT_EQ(dialogs_.questions.size(), 2U);
+  EXPECT_EQ(dialogs_.questions[1].title, "Save untitled map as...");
+  EXPECT_EQ(dialogs_.questions[1].file.name, "a.map");
+  EXPECT_EQ(map.fileName, folder_.Path("b.map"));
+}
+
+TEST_F(SaveMapTest, CancellingANameStopsTheWalk) {
+  Map& map = MakeMap(workspace_, "Untitled");
+  map.flags |= MapDirty | MapUntitled;
+  Map& basis = MakeChanged("trails.map");
+  map.basis = &basis;
+  EXPECT_FALSE(SaveChangedMaps(map, Context()));
+  EXPECT_TRUE(IsDirty(map));
+  EXPECT_TRUE(IsDirty(basis));
+  EXPECT_FALSE(Exists("trails.map"));
+}
+
+TEST_F(SaveMapTest, AMapThatCannotBeWrittenStaysChanged) {
+  Map& map = MakeMap(workspace_, folder_.Path("none/season.map"));
+  map.flags |= MapDirty;
+  EXPECT_FALSE(SaveChangedMaps(map, Context()));
+  EXPECT_TRUE(IsDirty(map));
+  ASSERT_EQ(messages_.Entries().size(), 1U);
+  EXPECT_EQ(messages_.Entries()[0].text,
+            "Can't open " + folder_.Path("none/season.map") + " for writing");
+  EXPECT_TRUE(written_.empty());
+}
+
+TEST_F(SaveMapTest, AWriteThatIsRefusedLeavesAllAsItWas) {
+  Map& map = MakeChanged("season.map");
+  mayWrite_ = false;
+  EXPECT_FALSE(SaveChangedMaps(map, Context()));
+  EXPECT_TRUE(IsDirty(map));
+  EXPECT_FALSE(Exists("season.map"));
+}
+
+TEST_F(SaveMapTest, SaveAsGivesTheMapItsNewName) {
+  Map& map = MakeChanged("season.map");
+  dialogs_.paths = {folder_.Path("other/copy.map")};
+  EXPECT_TRUE(SaveMapAs(map, true, Context()));
+  EXPECT_EQ(dialogs_.questions[0].title, "Save season.map as...");
+  EXPECT_EQ(dialogs_.questions[0].file.name, "season.map");
+  EXPECT_EQ(dialogs_.questions[0].file.type, "map");
+  EXPECT_EQ(dialogs_.questions[0].file.directory, "/start");
+  EXPECT_TRUE(dialogs_.questions[0].save);
+  EXPECT_EQ(map.fileName, folder_.Path("other/copy.map"));
+  EXPECT_FALSE(IsDirty(map));
+  EXPECT_TRUE(Exists("other/copy.map"));
+  EXPECT_FALSE(Exists("season.map"));
+  EXPECT_EQ(renamed_, (std::vector<std::string>{folder_.Path("other/copy.map")}));
+  EXPECT_TRUE(messages_.Questions().empty());
+}
+
+TEST_F(SaveMapTest, SaveAsBeginsWhereMapsAreOpenedAndThenWhereItLastWas) {
+  Map& map = MakeChanged("season.map");
+  files_.maps.directory = folder_.Path();
+  dialogs_.paths = {folder_.Path("other/copy.map"), ""};
+  EXPECT_TRUE(SaveMapAs(map, true, Context()));
+  EXPECT_EQ(dialogs_.questions[0].file.directory, folder_.Path());
+  EXPECT_FALSE(SaveMapAs(map, true, Context()));
+  EXPECT_EQ(dialogs_.questions[1].file.directory, folder_.Path("other"));
+}
+
+TEST_F(SaveMapTest, ADialogThatBreaksDownIsFatal) {
+  Map& map = MakeChanged("season.map");
+  dialogs_.fails = true;
+  EXPECT_FALSE(SaveMapAs(map, true, Context()));
+  ASSERT_EQ(messages_.Entries().size(), 1U);
+  EXPECT_EQ(messages_.Entries()[0].severity, Severity::Fatal);
+  EXPECT_EQ(messages_.Entries()[0].text, "Error getting file name.");
+}
+
+class BasisQuestion : public SaveMapTest {
+ protected:
+  BasisQuestion() : map_(MakeChanged("season.map")), basis_(MakeChanged("trails.map")) {
+    map_.basis = &basis_;
+    basis_.basis = &MakeChanged("far.map");
+    dialogs_.paths = {folder_.Path("other/season.map")};
+  }
+
+  Map& map_;
+  Map& basis_;
+};
+
+TEST_F(BasisQuestion, SaveTakesTheBasisAlong) {
+  messages_.answers = {1};
+  EXPECT_TRUE(SaveMapAs(map_, true, Context()));
+  const auto& question = messages_.Questions().at(0);
+  EXPECT_EQ(question.title, "Save map basis?");
+  EXPECT_EQ(question.text,
+            "Do you want to save the basis files into the same directory as the main map?");
+  EXPECT_EQ(question.buttons, (std::vector<std::string>{"Save", "Don't Save", "Cancel"}));
+  EXPECT_EQ(basis_.fileName, folder_.Path("other/trails.map"));
+  EXPECT_FALSE(IsDirty(basis_));
+  EXPECT_TRUE(Exists("other/trails.map"));
+  // Only the immediate basis is taken along.
+  EXPECT_TRUE(IsDirty(*basis_.basis));
+  EXPECT_FALSE(Exists("other/far.map"));
+  EXPECT_NE(folder_.Read("other/season.map").find("trails.map"), std::string::npos);
+}
+
+TEST_F(BasisQuestion, DontSaveLeavesTheBasisWhereItIs) {
+  messages_.answers = {2};
+  EXPECT_TRUE(SaveMapAs(map_, true, Context()));
+  EXPECT_EQ(basis_.fileName, folder_.Path("trails.map"));
+  EXPECT_TRUE(IsDirty(basis_));
+  EXPECT_FALSE(IsDirty(map_));
+  EXPECT_FALSE(Exists("other/trails.map"));
+}
+
+TEST_F(BasisQuestion, CancelSavesNothing) {
+  messages_.answers = {3};
+  EXPECT_FALSE(SaveMapAs(map_, true, Context()));
+  EXPECT_TRUE(IsDirty(map_));
+  EXPECT_EQ(map_.fileName, folder_.Path("season.map"));
+  EXPECT_FALSE(Exists("other/season.map"));
+}
+
+TEST_F(BasisQuestion, IsNotAskedInTheFolderOfTheBasis) {
+  dialogs_.paths = {folder_.Path("copy.map")};
+  EXPECT_TRUE(SaveMapAs(map_, true, Context()));
+  EXPECT_TRUE(messages_.Questions().empty());
+}
+
+TEST_F(SaveMapTest, SavingSimplyLeavesSolvedPlacesOut) {
+  Map& map = MakeChanged("season.map");
+  Point& point = MakePoint(map, "Camp");
+  AddPointName(map, point, "Camp");
+  map.loosePoints.push_front(&point);
+  point.flags |= PointPlaced;
+  point.geo = {.lat = 1.5, .lon = 10.5};
+  dialogs_.paths = {folder_.Path("full.map"), folder_.Path("simple.map")};
+  EXPECT_TRUE(SaveMapAs(map, true, Context()));
+  EXPECT_TRUE(SaveMapAs(map, false, Context()));
+  EXPECT_NE(folder_.Read("full.map").find("\nL\tCamp"), std::string::npos)
+      << folder_.Read("full.map");
+  EXPECT_EQ(folder_.Read("simple.map").find("\nL\tCamp"), std::string::npos);
+}
+
+class CloseMapTest : public SaveMapTest {
+ protected:
+  CloseMapTest() : map_(MakeMap(workspace_, folder_.Path("season.map"))) {}
+  Map& map_;
+};
+
+TEST_F(CloseMapTest, NothingIsAskedForAnUnchangedMap) {
+  EXPECT_EQ(AskBeforeClosing(map_, Context()), CloseAnswer::Unchanged);
+  EXPECT_TRUE(messages_.Questions().empty());
+}
+
+TEST_F(CloseMapTest, AsksAboutTheChangedMapFarthestUpTheChain) {
+  map_.flags |= MapDirty;
+  Map& basis = MakeChanged("trails.map");
+  map_.basis = &basis;
+  basis.basis = &MakeMap(workspace_, folder_.Path("far.map"));
+  messages_.answers = {2};
+  EXPECT_EQ(AskBeforeClosing(map_, Context()), CloseAnswer::Refused);
+  const auto& question = messages_.Questions().at(0);
+  EXPECT_EQ(question.title, "Save Map?");
+  EXPECT_EQ(question.text, "trails.map has changed, do you want to save it?");
+  EXPECT_EQ(question.buttons, (std::vector<std::string>{"Save", "Cancel", "Don't Save"}));
+  EXPECT_TRUE(IsDirty(map_));
+}
+
+TEST_F(CloseMapTest, SaveSavesAndDontSaveGoesOn) {
+  map_.flags |= MapDirty;
+  messages_.answers = {3, 1};
+  EXPECT_EQ(AskBeforeClosing(map_, Context()), CloseAnswer::Discarded);
+  EXPECT_TRUE(IsDirty(map_));
+  EXPECT_FALSE(Exists("season.map"));
+  EXPECT_EQ(AskBeforeClosing(map_, Context()), CloseAnswer::Saved);
+  EXPECT_FALSE(IsDirty(map_));
+  EXPECT_TRUE(Exists("season.map"));
+}
+
+TEST_F(CloseMapTest, ASaveThatComesToNothingKeepsTheWindow) {
+  map_.flags |= MapDirty | MapUntitled;
+  messages_.answers = {1};
+  EXPECT_EQ(AskBeforeClosing(map_, Context()), CloseAnswer::Refused);
+  EXPECT_TRUE(IsDirty(map_));
+}
+
+TEST_F(SaveMapTest, TheShapefileDialogInsistsOnItsName) {
+  dialogs_.paths = {folder_.Path("trees.shp"), folder_.Path("other/points.shp"), ""};
+  EXPECT_EQ(AskShapefileFolder(messages_, Context()), folder_.Path("other"));
+  ASSERT_EQ(dialogs_.questions.size(), 2U);
+  EXPECT_EQ(dialogs_.questions[0].title, "Where should arcview files be placed?");
+  EXPECT_EQ(dialogs_.questions[0].file.type, "shp");
+  EXPECT_EQ(dialogs_.questions[1].file.name, "points.shp");
+  ASSERT_EQ(messages_.Entries().size(), 1U);
+  EXPECT_EQ(messages_.Entries()[0].text,
+            "Je m'excuse, mais il faut que le nom du ficheur soit \"points.shp\".");
+  EXPECT_EQ(AskShapefileFolder(messages_, Context()), "");
+}
+
+TEST(FileSpecification, BeginsWithItsTypeWhereMapsWereOpened) {
+  FileSpecification maps, sheets;
+  PrepareSpecification(maps, maps, "/start", "map");
+  EXPECT_EQ(maps.directory, "/start");
+  EXPECT_EQ(maps.type, "map");
+  maps.directory = "/maps";
+  PrepareSpecification(sheets, maps, "/start", "txt");
+  EXPECT_EQ(sheets.directory, "/maps");
+  EXPECT_EQ(sheets.type, "txt");
+  sheets.directory = "/sheets";
+  maps.directory = "/elsewhere";
+  PrepareSpecification(sheets, maps, "/start", "txt");
+  EXPECT_EQ(sheets.directory, "/sheets");
+  sheets.name = "may.txt";
+  EXPECT_EQ(PathOf(sheets), "/sheets/may.txt");
+}
+
+}  // namespace
+}  // namespace orvane
