@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <filesystem>
 #include <gtest/gtest.h>
 #include <string>
 #include <sys/wait.h>
@@ -226,6 +227,80 @@ TEST_F(CommandLine, EuropeanDatesReadTheDayFirst) {
   EXPECT_NE(march, february);
   EXPECT_EQ(Do({"--european-dates", "locate", "follow.map", "Gibbon.2-3-1999"}).status, 0);
   EXPECT_EQ(Do({"--european-dates", "locate", "follow.map", "Gibbon.3-2-1999"}).status, 1);
+}
+
+/// The usual fields for a sheet of date, group, time and place.
+const std::vector<std::string> SheetOptions = {"--date", "A", "--species",  "B",
+                                               "--time", "C", "--location", "D"};
+
+std::vector<std::string> With(std::vector<std::string> arguments,
+                              const std::vector<std::string>& more) {
+  arguments.insert(arguments.end(), more.begin(), more.end());
+  return arguments;
+}
+
+TEST_F(CommandLine, ImportTakesASheetAndLeavesItsListsInTheCurrentFolder) {
+  folder.Write("sheet.txt",
+               "2003-5-31\tOru\t700\train\n2003-5-31\tOru\t800\tCamp\n"
+               "2003-5-31\tOru\t830\tthe creek\n2003-5-31\tOru\t900\toos\n");
+  const Outcome run = Do(With({"import", "site.map", "sheet.txt", "-o", "out.map"}, SheetOptions));
+  EXPECT_EQ(run.status, 0);
+  EXPECT_EQ(run.out, "");
+  EXPECT_EQ(run.err, "");
+  EXPECT_NE(folder.Read("out.map").find("\nT\t\tOru\t\t2003-5-31\nN\t08:00-09:00\tCamp\nL\t"),
+            std::string::npos)
+      << folder.Read("out.map");
+  EXPECT_EQ(folder.Read("unknownlocs.txt"), "the creek\n");
+  EXPECT_EQ(folder.Read("badweather.txt"), "31-5-2003 700: rain\n");
+  EXPECT_EQ(Do(With({"import", "site.map", "sheet.txt", "-o", "-"}, SheetOptions)).out,
+            folder.Read("out.map"));
+}
+
+TEST_F(CommandLine, ImportAnswersQuestionsAsToldAndSavesWhatWasBuilt) {
+  folder.Write("sheet.txt",
+               "2003-5-31\tOru\t800\tCamp\n2003-5-31\tOru\t830\tRidge\n"
+               "2003-5-31\tOru\t840\tthe creek\n2003-5-31\tOru\t900\tCamp\n");
+  const Outcome run =
+      Do(With({"--answer", "2", "import", "site.map", "sheet.txt", "-o", "out.map"}, SheetOptions));
+  EXPECT_EQ(run.status, 1);
+  EXPECT_NE(folder.Read("out.map").find("N\t08:00-08:30\tCamp\n"), std::string::npos);
+  EXPECT_EQ(folder.Read("out.map").find("Ridge\nL"), std::string::npos);
+  EXPECT_FALSE(std::ifstream(folder.Path("unknownlocs.txt")));
+}
+
+TEST_F(CommandLine, ImportTellsWhatItRefusesAndWritesNothing) {
+  folder.Write("sheet.txt", "2003-5-31\tOru\t800\tCamp\n");
+  const auto arguments = With({"import", "site.map", "sheet.txt", "-o", "out.map"}, SheetOptions);
+  Outcome run = Do(With(arguments, {"--skip", "31"}));
+  EXPECT_EQ(run.status, 1);
+  // With something else amiss the missing focal animal comes first.
+  EXPECT_TRUE(
+      run.err.starts_with("error: You must specify either a column number in which to find "
+                          "a focal animal"))
+      << run.err;
+  run = Do(With(arguments, {"--skip", "31", "--focal-always", "Ulo"}));
+  EXPECT_EQ(run.err, "error: Badly specified (or too large) skip count\n");
+  run = Do(With({"import", "site.map", "none.txt", "-o", "out.map"}, SheetOptions));
+  EXPECT_EQ(run.status, 1);
+  EXPECT_EQ(run.err, "error: Can not open none.txt\n");
+  EXPECT_FALSE(std::ifstream(folder.Path("out.map")));
+  EXPECT_FALSE(std::ifstream(folder.Path("unknownlocs.txt")));
+  ExpectWrongUsage({"import", "site.map", "sheet.txt"}, "output");
+  ExpectWrongUsage({"import", "site.map", "-o", "out.map"}, "SHEET");
+}
+
+TEST_F(CommandLine, ImportTellsWhatItCannotWrite) {
+  folder.Write("sheet.txt", "2003-5-31\tOru\t800\tCamp\n");
+  Outcome run =
+      Do(With({"import", "site.map", "sheet.txt", "-o", "no/such/out.map"}, SheetOptions));
+  EXPECT_EQ(run.status, 1);
+  EXPECT_EQ(run.err, "error: Can't open no/such/out.map for writing\n");
+  std::filesystem::remove(folder.Path("unknownlocs.txt"));
+  std::filesystem::create_directory(folder.Path("unknownlocs.txt"));
+  run = Do(With({"import", "site.map", "sheet.txt", "-o", "out.map"}, SheetOptions));
+  EXPECT_EQ(run.status, 1);
+  EXPECT_EQ(run.err, "error: Can't open unknownlocs.txt for writing\n");
+  EXPECT_NE(folder.Read("out.map").find("N\t08:00-08:00\tCamp\n"), std::string::npos);
 }
 
 TEST_F(CommandLine, OutputThatCannotBeWrittenIsAFailure) {
