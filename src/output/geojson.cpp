@@ -160,11 +160,13 @@ void PutPoint(FeatureWriter& features, const Point& point) {
 
 void PutStop(FeatureWriter& features, const Point& point, const Trail& trail) {
   features.Begin("stop");
-  features.PutText("name", *PointTimeName(point));
+  const std::string& time = *PointTimeName(point);
+  features.PutText("name", time);
   features.PutText("type", trail.type);
   features.PutTextOrNull("focalAnimal", trail.focalAnimal);
   features.PutTextOrNull("date", IsoDate(trail.date));
-  features.PutWhole("timeOfDay", point.timeOfDay);
+  // The record of a trail's last stop may have none.
+  features.PutWhole("timeOfDay", ParseTimeName(time));
   features.PutWhole("duration", point.duration);
   features.PutWhole("sm1", point.sm[0]);
   features.PutWhole("sm2", point.sm[1]);

@@ -82,6 +82,7 @@ TEST_F(GeoJson, HoldsWhatWasWorkedOutOfTheMap) {
   EXPECT_EQ(stop["timeOfDay"], 480);
   EXPECT_EQ(stop["duration"], 15);
   EXPECT_EQ(stop["focalAnimal"], "Ana");
+  EXPECT_EQ(OfKind(json, "stop")[3]["properties"]["timeOfDay"], 615);
   const auto ranges = OfKind(json, "range");
   ASSERT_EQ(ranges.size(), 2U);
   for (const Json& range : ranges) {
