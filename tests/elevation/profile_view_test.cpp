@@ -1,0 +1,339 @@
+#include "elevation/profile_view.h"
+
+#include "elevation/profile_labels.h"
+#include "support/map_from_text.h"
+
+#include <gtest/gtest.h>
+
+namespace orvane {
+namespace {
+
+constexpr double Step = 111.12;
+
+/// Every letter is six pixels wide.
+int SixEach(std::string_view text) { return static_cast<int>(text.size()) * 6; }
+
+struct ProfileView : MapFixture {
+  Map& map = Open(
+      "T\tLine\tRidge\nL\tA\t0\t0\t100\nL\tBee\t0\t0.001\t150\nL\tCee\t0\t0.002\t200\n"
+      "L\tDee\t0\t0.01\t120\n");
+
+  ElevationView Shown(int right = 521, int bottom = 300) {
+    auto view = OpenElevation(map, map.trails.front());
+    return Laid(std::move(*view), right, bottom);
+  }
+  ElevationView Transect(int right = 521) {
+    auto view = OpenTransect(map, {0, 0}, {0, 0.01});
+    return Laid(std::move(*view), right, 300);
+  }
+  static ElevationView Laid(ElevationView view, int right, int bottom) {
+    view.lineHeight = 12;
+    view.ascent = 9;
+    RefreshElevation(view, right, bottom, SixEach);
+    return view;
+  }
+  static void Refresh(ElevationView& view) { RefreshElevation(view, 521, 300, SixEach); }
+  static Texts TextsOf(const std::vector<ElevationText>& list) {
+    Texts texts;
+    for (const ElevationText& text : list) texts.push_back(text.text);
+    return texts;
+  }
+};
+
+// --- Layout ---------------------------------------------------------------------------------
+
+TEST_F(ProfileView, TheLayoutFollowsFromSizeAndFont) {
+  const ElevationView view = Shown();
+  EXPECT_EQ(view.leftMargin, 3 * 6 + 3);
+  EXPECT_EQ(view.plotWidth, 500);
+  EXPECT_EQ(view.plotHeight, 276);
+  EXPECT_EQ(view.plotBottom, 90);
+  EXPECT_DOUBLE_EQ(view.metresPerPixelY, 120.0 / 276);
+  EXPECT_DOUBLE_EQ(view.metresPerPixelX, view.lineLength / 499);
+  EXPECT_EQ(view.samples.size(), 500U);
+}
+
+TEST_F(ProfileView, ThePlotDoesNotBeginBelowSeaLevelForDryLand) {
+  Map& low = Open("T\tLine\nL\tA\t0\t0\t1\nL\tB\t0\t1\t101\n", "low.map");
+  EXPECT_EQ(Laid(*OpenElevation(low, low.trails.front()), 300, 300).plotBottom, 0);
+  Map& deep = Open("T\tLine\nL\tA\t0\t0\t-10\nL\tB\t0\t1\t90\n", "deep.map");
+  EXPECT_EQ(Laid(*OpenElevation(deep, deep.trails.front()), 300, 300).plotBottom, -20);
+}
+
+TEST_F(ProfileView, ATinyWindowStillHasTwoColumnsAndOneRow) {
+  const ElevationView view = Shown(0, 0);
+  EXPECT_EQ(view.plotWidth, 2);
+  EXPECT_EQ(view.plotHeight, 1);
+}
+
+TEST_F(ProfileView, ThePointerStaysWithinThePlot) {
+  ElevationView view = Shown();
+  MoveElevationPointer(view, 5000, 7);
+  EXPECT_EQ(PointerColumn(view), 499);
+  Refresh(view);
+  EXPECT_EQ(view.pointerX, 499);
+  MoveElevationPointer(view, 21 + 30, 7);
+  EXPECT_EQ(PointerColumn(view), 30);
+  MoveElevationPointer(view, 3, 7);
+  EXPECT_EQ(PointerColumn(view), 0);
+}
+
+TEST_F(ProfileView, TheInfoPaneStandsInTheTopRightCorner) {
+  const ElevationView view = Shown();
+  const InfoPanePlace place = PlaceInfoPane(view, 521, SixEach);
+  EXPECT_EQ(place.left, 521 - (19 * 6 + 10));
+  EXPECT_EQ(place.top, 0);
+  EXPECT_EQ(place.right, 521);
+  EXPECT_EQ(place.bottom, 52);
+}
+
+// --- The view on the line -------------------------------------------------------------------
+
+TEST_F(ProfileView, ZoomingOutOnATrailStopsAtTheWholeLine) {
+  ElevationView view = Shown();
+  for (int i = 0; i < 5; ++i) {
+    ZoomElevation(view, false);
+    Refresh(view);
+  }
+  EXPECT_EQ(view.viewStart, 0);
+  EXPECT_EQ(view.viewEnd, view.lineLength);
+}
+
+TEST_F(ProfileView, ZoomingOutOnATransectGoesOnPastBothEnds) {
+  ElevationView view = Transect();
+  ZoomElevation(view, false);
+  Refresh(view);
+  EXPECT_NEAR(view.viewStart, -5 * Step, 1e-6);
+  EXPECT_NEAR(view.viewEnd, 15 * Step, 1e-6);
+  EXPECT_NEAR(view.samples.front().position.lon, -0.005, 1e-9);
+  EXPECT_NEAR(view.samples.back().position.lon, 0.015, 1e-9);
+}
+
+TEST_F(ProfileView, ATrailsViewIsMovedBackWithItsSpan) {
+  ElevationView view = Shown();
+  view.viewStart = -3 * Step;
+  view.viewEnd = 2 * Step;
+  Refresh(view);
+  EXPECT_EQ(view.viewStart, 0);
+  EXPECT_DOUBLE_EQ(view.viewEnd, 5 * Step);
+  view.viewStart = 7 * Step;
+  view.viewEnd = 12 * Step;
+  Refresh(view);
+  EXPECT_NEAR(view.viewStart, 5 * Step, 1e-9);
+  EXPECT_EQ(view.viewEnd, view.lineLength);
+}
+
+TEST_F(ProfileView, PlusAndMinusKeepTheMiddle) {
+  ElevationView view = Shown();
+  ZoomElevation(view, true);
+  EXPECT_DOUBLE_EQ(view.viewStart, 2.5 * Step);
+  EXPECT_DOUBLE_EQ(view.viewEnd, 7.5 * Step);
+  ZoomElevation(view, false);
+  EXPECT_NEAR(view.viewStart, 0, 1e-9);
+  EXPECT_NEAR(view.viewEnd, 10 * Step, 1e-9);
+}
+
+TEST_F(ProfileView, ADoubleClickZoomsAboutThePointer) {
+  ElevationView view = Shown();
+  const double under = DistanceUnder(view, 21 + 250);
+  EXPECT_DOUBLE_EQ(under, 250 * view.metresPerPixelX);
+  ZoomElevationAbout(view, 21 + 250, true);
+  EXPECT_DOUBLE_EQ(view.viewStart, under - 2.5 * Step);
+  EXPECT_DOUBLE_EQ(view.viewEnd, under + 2.5 * Step);
+  Refresh(view);
+  const double next = DistanceUnder(view, 21);
+  ZoomElevationAbout(view, 21, false);
+  EXPECT_DOUBLE_EQ(view.viewStart, next - 5 * Step);
+  EXPECT_DOUBLE_EQ(view.viewEnd, next + 5 * Step);
+}
+
+TEST_F(ProfileView, APanKeepsTheLineUnderThePointer) {
+  ElevationView view = Shown();
+  ZoomElevation(view, true);
+  Refresh(view);
+  const double held = DistanceUnder(view, 200);
+  EXPECT_FALSE(MoveElevationPointer(view, 200, 50));
+  StartElevationPan(view, 200);
+  EXPECT_TRUE(MoveElevationPointer(view, 120, 60));
+  Refresh(view);
+  EXPECT_NEAR(DistanceUnder(view, 120), held, 1e-9);
+  EXPECT_EQ(view.pointerX, 200);
+  EndElevationPan(view);
+  EXPECT_FALSE(MoveElevationPointer(view, 130, 60));
+  EXPECT_EQ(view.pointerX, 130);
+}
+
+TEST_F(ProfileView, KeysAndScrollLinesMoveByEighths) {
+  ElevationView view = Shown();
+  ZoomElevation(view, true);
+  ShiftElevation(view, 1);
+  EXPECT_DOUBLE_EQ(view.viewStart, (2.5 + 5.0 / 8) * Step);
+  ShiftElevation(view, -7);
+  EXPECT_DOUBLE_EQ(view.viewStart, (2.5 - 6 * 5.0 / 8) * Step);
+}
+
+TEST_F(ProfileView, TheScrollBarOfATrailShowsWhereTheViewIs) {
+  ElevationView view = Shown();
+  ElevationScroll bar = ElevationScrollBar(view);
+  EXPECT_EQ(bar.first, 0);
+  EXPECT_EQ(bar.last, 499);
+  EXPECT_EQ(bar.proportion, 499);
+  EXPECT_EQ(bar.position, 0);
+  view.viewStart = 2 * Step;
+  view.viewEnd = 4 * Step;
+  Refresh(view);
+  bar = ElevationScrollBar(view);
+  EXPECT_EQ(bar.proportion, 99);
+  EXPECT_EQ(bar.position, 99);
+  ScrollElevationTo(view, 249);
+  EXPECT_DOUBLE_EQ(view.viewStart, 249 * view.lineLength / 499);
+  EXPECT_NEAR(view.viewEnd - view.viewStart, 2 * Step, 1e-9);
+}
+
+TEST_F(ProfileView, TheScrollBarOfATransectStaysInTheMiddle) {
+  ElevationView view = Transect();
+  const ElevationScroll bar = ElevationScrollBar(view);
+  EXPECT_EQ(bar.first, 0);
+  EXPECT_EQ(bar.last, 140);
+  EXPECT_EQ(bar.proportion, 20);
+  EXPECT_EQ(bar.position, 60);
+  ScrollElevationTo(view, 100);
+  EXPECT_EQ(view.viewStart, 0);
+}
+
+TEST_F(ProfileView, ZoomingAndMovingStopSomewhere) {
+  ElevationView view = Transect();
+  for (int i = 0; i < 3000; ++i) ZoomElevation(view, false);
+  EXPECT_LE(view.viewEnd - view.viewStart, 1e9);
+  for (int i = 0; i < 3000; ++i) ShiftElevation(view, 7);
+  EXPECT_LE(view.viewEnd, 1e10);
+  for (int i = 0; i < 3000; ++i) ZoomElevation(view, true);
+  EXPECT_GT(view.viewEnd, view.viewStart);
+  Refresh(view);
+  FillGaps(view);
+  EXPECT_FALSE(DistanceTexts(view, SixEach).empty());
+}
+
+TEST_F(ProfileView, ALineWithoutLengthCanBeLookedAt) {
+  Map& dot = Open("T\tLine\nL\tA\t0\t0\t10\nP\tA\n", "dot.map");
+  dot.trails.front().points.push_back(dot.trails.front().points.front());
+  ElevationView view = Laid(*OpenElevation(dot, dot.trails.front()), 300, 300);
+  ZoomElevation(view, true);
+  ZoomElevationAbout(view, 40, false);
+  ShiftElevation(view, 1);
+  ScrollElevationTo(view, 9);
+  RefreshElevation(view, 300, 300, SixEach);
+  FillGaps(view);
+  EXPECT_EQ(view.viewStart, 0);
+  EXPECT_EQ(view.viewEnd, 0);
+  EXPECT_EQ(ElevationScrollBar(view).proportion, view.plotWidth - 1);
+  // Level ground: the line lies on the bottom of the plot.
+  for (const ElevationVertex& vertex : ElevationLine(view)) EXPECT_EQ(vertex.y, view.plotHeight);
+}
+
+// --- Texts ----------------------------------------------------------------------------------
+
+TEST_F(ProfileView, NamesThatWouldCollideAreLeftOutButNotInTheLastColumn) {
+  ElevationView view = Shown();
+  static const std::string names[] = {"Long name", "B", "Far", "Last one"};
+  for (ElevationSample& sample : view.samples) sample.label = nullptr;
+  view.samples[0].label = &names[0];
+  view.samples[30].label = &names[1];  // 30 - 3 is left of the edge
+  view.samples[63].label = &names[1];  // within the text of the first, up to 59, and behind it
+  view.samples[450].label = &names[2];
+  view.samples[499].label = &names[3];
+  const auto texts = PlaceNameTexts(view, CoordinateDisplay::Minutes, SixEach);
+  EXPECT_EQ(TextsOf(texts), (Texts{"Long name", "B", "Far", "Last one"}));
+  EXPECT_EQ(texts[0].x, 21);
+  EXPECT_EQ(texts[1].x, 63 - 3 + 21);
+  EXPECT_EQ(texts[2].x, 450 - 9 + 21);
+  EXPECT_EQ(texts[3].x, 499 - 48 + 21);
+  EXPECT_EQ(texts[3].y, 276 + 9);
+}
+
+TEST_F(ProfileView, ANameAtTheLeftEdgeIsNotCut) {
+  ElevationView view = Shown();
+  static const std::string name = "Long name";
+  for (ElevationSample& sample : view.samples) sample.label = nullptr;
+  view.samples[40].label = &name;
+  const auto texts = PlaceNameTexts(view, CoordinateDisplay::Minutes, SixEach);
+  ASSERT_EQ(texts.size(), 1U);
+  EXPECT_EQ(texts[0].x, 40 - 27 + 21);
+  view.samples[40].label = nullptr;
+  view.samples[0].label = &name;
+  EXPECT_EQ(PlaceNameTexts(view, CoordinateDisplay::Minutes, SixEach)[0].x, 21);
+}
+
+TEST_F(ProfileView, WithoutNamesTheEndsAreGivenByTheirCoordinates) {
+  const ElevationView view = Transect();
+  const auto texts = PlaceNameTexts(view, CoordinateDisplay::Minutes, SixEach);
+  ASSERT_EQ(texts.size(), 2U);
+  EXPECT_EQ(texts[0].text, "N0\xB0 0.000' E0\xB0 0.000'");
+  EXPECT_EQ(texts[1].text, "N0\xB0 0.000' E0\xB0 0.600'");
+  EXPECT_EQ(texts[0].x, view.leftMargin);
+  EXPECT_EQ(texts[1].x + SixEach(texts[1].text), view.leftMargin + view.plotWidth - 1);
+}
+
+TEST_F(ProfileView, DistancesStandAsCloseAsTheyFit) {
+  const ElevationView view = Shown();
+  const auto texts = DistanceTexts(view, SixEach);
+  ASSERT_GE(texts.size(), 4U);
+  EXPECT_EQ(texts[0].text, "0m");
+  EXPECT_EQ(texts[0].x, 21);
+  EXPECT_EQ(texts[0].y, 276 + 9 + 12);
+  // The first text is 12 wide, so the edge is 17. Behind it, "60.1m" at 27 would need half of its 30
+  // pixels; the first that is short enough is "69m", which needs 9.
+  EXPECT_EQ(texts[1].x - 21, 31);
+  EXPECT_EQ(texts[1].text, "69m");
+  for (size_t i = 1; i < texts.size(); ++i) {
+    EXPECT_GE(texts[i].x, texts[i - 1].x + SixEach(texts[i - 1].text)) << i;
+    EXPECT_EQ(texts[i].text, FormatDistance((texts[i].x - 21) * view.metresPerPixelX));
+  }
+}
+
+TEST_F(ProfileView, TextsWithoutWidthEndAllTheSame) {
+  const ElevationView view = Shown();
+  const TextWidth none = [](std::string_view) { return 0; };
+  EXPECT_FALSE(PlaceNameTexts(view, CoordinateDisplay::Degrees, none).empty());
+  EXPECT_LE(DistanceTexts(view, none).size(), 500U);
+}
+
+TEST_F(ProfileView, TheAltitudesStandAtTheirHeights) {
+  const auto texts = AltitudeTexts(Shown());
+  ASSERT_EQ(texts.size(), 2U);
+  EXPECT_EQ(texts[0].text, "100");
+  EXPECT_EQ(texts[1].text, "200");
+  EXPECT_EQ(texts[0].x, 1);
+  EXPECT_EQ(texts[0].y, static_cast<int>(276 - 10 / (120.0 / 276)) + 9);
+  EXPECT_EQ(texts[1].y, static_cast<int>(276 - 110 / (120.0 / 276)) + 9);
+}
+
+TEST_F(ProfileView, TheLineRunsOverTheKnownColumns) {
+  ElevationView view = Shown();
+  auto line = ElevationLine(view);
+  ASSERT_EQ(line.size(), 2U);
+  EXPECT_EQ(line[0].x, 21);
+  EXPECT_EQ(line[0].y, static_cast<int>(276 - 10 / (120.0 / 276)));
+  EXPECT_EQ(line[1].x, 21 + 499);
+  FillGaps(view);
+  EXPECT_EQ(ElevationLine(view).size(), 500U);
+}
+
+TEST_F(ProfileView, ABlankProfileHasNoLine) {
+  Map& blank = Open("T\tLine\nL\tA\t0\t0\nL\tB\t0\t1\n", "blank.map");
+  ElevationView view = Laid(*OpenElevation(blank, blank.trails.front()), 300, 300);
+  FillGaps(view);
+  EXPECT_TRUE(ElevationLine(view).empty());
+  EXPECT_EQ(TextsOf(AltitudeTexts(view)), (Texts{"-9999", "-9999"}));
+}
+
+TEST_F(ProfileView, AltitudesAroundATrailWithoutAnyStayWithinBounds) {
+  Map& around = Open("T\tLine\nL\tA\t0\t0\nL\tB\t0\t1\nT\tRest\nL\tC\t0\t0.5\t300\n", "around.map");
+  ElevationView view = Laid(*OpenElevation(around, *FindTrail(around, "Line")), 300, 300);
+  FillGaps(view);
+  EXPECT_EQ(view.samples[5].position.altitude, 300);
+  for (const ElevationVertex& vertex : ElevationLine(view)) EXPECT_EQ(vertex.y, -32000);
+}
+
+}  // namespace
+}  // namespace orvane
