@@ -1,6 +1,5 @@
 #include "elevation/contours_continuous.h"
 
-#include "elevation/contours_lines.h"
 #include "model/workspace.h"
 
 #include <algorithm>
@@ -9,6 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <limits>
+#include <utility>
 
 // A corner is above a level if it has it or more. A level crosses an edge if one end is above it and
 // the other is not, so a cell has 0, 2 or 4 crossings of a level on its sides, and they pair up:
@@ -78,7 +78,7 @@ class ContinuousTracer {
     return true;
   }
 
-  const std::vector<ContourLine>& Lines() const { return lines_; }
+  std::vector<ContourLine> TakeLines() { return std::move(lines_); }
 
  private:
   struct Corner {
@@ -214,15 +214,24 @@ class ContinuousTracer {
 ContourOutcome Generate(Map& map, int interval, ContourWork& work) {
   const ContourOutcome prepared = PrepareContours(map, interval, work);
   if (prepared != ContourMade) return prepared;
-  ContinuousTracer tracer(work);
-  if (!tracer.FindCrossings()) return RefuseCrossings(map);
-  if (!tracer.ConnectCrossings()) return ContourCancelled;
-  MakeContourTrails(tracer.Lines(), map.workspace->continuousContourCounts, map.continuousContours,
+  std::vector<ContourLine> lines;
+  const ContourOutcome traced = TraceContinuousContours(work, lines);
+  if (traced == ContourRefused) return RefuseCrossings(map);
+  if (traced != ContourMade) return traced;
+  MakeContourTrails(lines, map.workspace->continuousContourCounts, map.continuousContours,
                     map.contourPoints);
   return ContourMade;
 }
 
 }  // namespace
+
+ContourOutcome TraceContinuousContours(const ContourWork& work, std::vector<ContourLine>& lines) {
+  ContinuousTracer tracer(work);
+  if (!tracer.FindCrossings()) return ContourRefused;
+  if (!tracer.ConnectCrossings()) return ContourCancelled;
+  lines = tracer.TakeLines();
+  return ContourMade;
+}
 
 ContourOutcome GenerateContinuousContours(Map& map, int interval, const ContourProgress& progress) {
   return RunContours(progress, [&](ContourWork& work) { return Generate(map, interval, work); });

@@ -1,6 +1,9 @@
 #pragma once
 
+#include "elevation/contours_lines.h"
 #include "elevation/contours_work.h"
+
+#include <vector>
 
 namespace orvane {
 
@@ -18,5 +21,12 @@ namespace orvane {
 /// \return as `GenerateContours`
 ContourOutcome GenerateContinuousContours(Map& map, int interval,
                                           const ContourProgress& progress = {});
+
+/// Traces the continuous contours of a grid that has been sampled: the last stage.
+/// \param work   its places, altitudes, interval and progress are used
+/// \param lines  receives the lines
+/// \return `ContourMade`, `ContourCancelled`, or `ContourRefused` for too many crossings, of which
+///         nothing is told
+ContourOutcome TraceContinuousContours(const ContourWork& work, std::vector<ContourLine>& lines);
 
 }  // namespace orvane

@@ -11,6 +11,76 @@ namespace orvane {
 namespace {
 
 constexpr double NearestPair = 3.0;  // metres; closer pairs say nothing on the slope
+constexpr double Slack = 1e-9;       // what no rounding reaches
+
+/// The steepest pair of points. A pair that is farther apart than the whole range of altitudes
+/// takes to rise as steeply as the steepest one so far need not be looked at: the points are sorted
+/// by latitude, and each is held against those up to that far north of it.
+class SlopeSearch {
+ public:
+  explicit SlopeSearch(PointSpan points) {
+    std::vector<const Point*> sorted;
+    for (const Point* point : points) {
+      if (std::isfinite(point->geo.lat) && std::isfinite(point->geo.lon)) sorted.push_back(point);
+    }
+    std::sort(sorted.begin(), sorted.end(),
+              [](const Point* a, const Point* b) { return a->geo.lat < b->geo.lat; });
+    for (const Point* point : sorted) {
+      lats_.push_back(point->geo.lat);
+      lons_.push_back(point->geo.lon);
+      altitudes_.push_back(static_cast<double>(point->geo.altitude));
+    }
+  }
+
+  double Steepest() {
+    if (lats_.empty()) return 0;
+    const auto [low, high] = std::minmax_element(altitudes_.begin(), altitudes_.end());
+    const double range = *high - *low;
+    for (size_t i = 0; i < lats_.size(); ++i) {
+      for (size_t j = i + 1; j < lats_.size(); j += Block) {
+        if (slope_ > 0 && lats_[j] - lats_[i] > range / slope_ * (1 + Slack)) break;
+        const size_t end = std::min(j + Block, lats_.size());
+        if (MayBeSteeper(i, j, end)) LookAt(i, j, end);
+      }
+    }
+    return slope_;
+  }
+
+ private:
+  static constexpr size_t Block = 64;
+
+  double Square(size_t i, size_t j) const {
+    const double dlat = lats_[i] - lats_[j];
+    const double dlon = lons_[i] - lons_[j];
+    return dlat * dlat + dlon * dlon;
+  }
+
+  /// False only if no pair is steeper, close ones included. It takes no root and no quotient, which
+  /// is what the time goes to.
+  bool MayBeSteeper(size_t i, size_t begin, size_t end) const {
+    const double bound = slope_ * slope_ * (1 - Slack);
+    double excess = -1;
+    for (size_t j = begin; j < end; ++j) {
+      const double rise = altitudes_[i] - altitudes_[j];
+      excess = std::max(excess, rise * rise - bound * Square(i, j));
+    }
+    return excess > 0;
+  }
+
+  void LookAt(size_t i, size_t begin, size_t end) {
+    for (size_t j = begin; j < end; ++j) {
+      const double square = Square(i, j);
+      if (!(square > nearest_ * nearest_)) continue;
+      slope_ = std::max(slope_, std::fabs(altitudes_[i] - altitudes_[j]) / std::sqrt(square));
+    }
+  }
+
+  const double nearest_ = MetersToDegrees(NearestPair);
+  std::vector<double> lats_;  // of the points, from south to north
+  std::vector<double> lons_;
+  std::vector<double> altitudes_;
+  double slope_ = 0;  // the steepest so far
+};
 
 }  // namespace
 
@@ -26,24 +96,7 @@ std::vector<Point*> CollectAltitudePoints(const Map& map) {
   return points;
 }
 
-double MaxSlope(PointSpan points) {
-  const double nearest = MetersToDegrees(NearestPair);
-  double slope = 0;
-  for (size_t i = 0; i < points.size(); ++i) {
-    const LatLon& a = points[i]->geo;
-    for (size_t j = i + 1; j < points.size(); ++j) {
-      const LatLon& b = points[j]->geo;
-      const double dlat = a.lat - b.lat;
-      const double dlon = a.lon - b.lon;
-      const double square = dlat * dlat + dlon * dlon;
-      if (!(square > nearest * nearest)) continue;
-      const double rise =
-          std::fabs(static_cast<double>(a.altitude) - static_cast<double>(b.altitude));
-      slope = std::max(slope, rise / std::sqrt(square));
-    }
-  }
-  return slope;
-}
+double MaxSlope(PointSpan points) { return SlopeSearch(points).Steepest(); }
 
 double SurfaceAltitude(PointSpan points, double lat, double lon) {
   double altitudes = 0;
