@@ -303,6 +303,46 @@ TEST_F(CommandLine, ImportTellsWhatItCannotWrite) {
   EXPECT_NE(folder.Read("out.map").find("N\t08:00-08:00\tCamp\n"), std::string::npos);
 }
 
+TEST_F(CommandLine, ImportOfTheExampleSiteAsTheGuideTellsIt) {
+  const std::string site = std::string(ORVANE_EXAMPLES) + "/site/";
+  const Outcome run = Do({"import",
+                          site + "rains.map",
+                          site + "rains.txt",
+                          "-o",
+                          "follows.map",
+                          "--skip",
+                          "2",
+                          "--date",
+                          "A",
+                          "--species",
+                          "B",
+                          "--focal",
+                          "C",
+                          "--time",
+                          "D",
+                          "--location",
+                          "E",
+                          "--activity",
+                          "F",
+                          "--sm1-code",
+                          "fruit",
+                          "--sm2-code",
+                          "leaf",
+                          "--sm3-code",
+                          "rest"});
+  EXPECT_EQ(run.status, 0);
+  EXPECT_EQ(run.err, "");
+  EXPECT_TRUE(std::ifstream(folder.Path("unknownlocs.txt")));
+  EXPECT_EQ(folder.Read("unknownlocs.txt"), "");
+  EXPECT_TRUE(folder.Read("badweather.txt").starts_with("4-9-2003 600: same as yesterday, dry\n"));
+  const std::string report = Do({"ranges", "follows.map", "--range", "Oru in the rains"}).out;
+  EXPECT_NE(report.find("MCP area: 7.1ha                          Grid area: 12ha\n"
+                        "Mean daily path:   959m                 Mean follow:   737m (n=7, total "
+                        "time: 25 hours)\n"),
+            std::string::npos)
+      << report;
+}
+
 TEST_F(CommandLine, OutputThatCannotBeWrittenIsAFailure) {
   if (!std::ifstream("/dev/full")) GTEST_SKIP() << "no /dev/full here";
   for (const auto& arguments : {std::vector<std::string>{"dump", "site.map"},
