@@ -4,11 +4,18 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace orvane {
 
 enum class Severity { Warning, Error, InternalError, Fatal };
+
+/// A place in a text file that a message is about.
+struct MessageOrigin {
+  std::string file;  ///< as it was named when it was opened
+  size_t line = 0;   ///< from 1; 0 for the file as a whole
+};
 
 /// Where messages and questions go: boxes in the window program, lines on standard error in the
 /// batch tool, a list in a test. The core reports and goes on; nothing is thrown.
@@ -32,6 +39,36 @@ class Messages {
   /// \return the text, or nothing if the user cancelled
   virtual std::optional<std::string> Prompt(const std::string& title, const std::string& message,
                                             const std::string& text) = 0;
+
+  /// The line that is being read at the moment, for whoever posts; null while nothing is read. See
+  /// `OriginScope`.
+  const MessageOrigin* Origin() const { return origin_; }
+
+ private:
+  friend class OriginScope;
+  const MessageOrigin* origin_ = nullptr;
+};
+
+/// A file is being read for as long as this lives: messages posted meanwhile come from it. A file
+/// that is read in the middle of another has a scope of its own inside the other's.
+class OriginScope {
+ public:
+  /// \param messages  has to outlive this
+  OriginScope(Messages& messages, std::string file)
+      : messages_(messages), outer_(messages.origin_), origin_{std::move(file), 0} {
+    messages_.origin_ = &origin_;
+  }
+  ~OriginScope() { messages_.origin_ = outer_; }
+  OriginScope(const OriginScope&) = delete;
+  OriginScope& operator=(const OriginScope&) = delete;
+
+  /// Goes on to the next line: 1 at the first call.
+  void NextLine() { ++origin_.line; }
+
+ private:
+  Messages& messages_;
+  const MessageOrigin* outer_;
+  MessageOrigin origin_;
 };
 
 /// A warning: the user goes on. Each "%s" of `format` takes the next argument.

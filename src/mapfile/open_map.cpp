@@ -14,6 +14,8 @@ Map& OpenMap(Workspace& workspace, const std::string& name, bool* readable) {
     return *map;
   }
   Map& map = MakeMap(workspace, name);
+  // What is found out once all lines are read is about the file as a whole.
+  const OriginScope origin(workspace.messages, name);
   const bool read = ReadMapFile(map, name);
   if (readable != nullptr) *readable = read;
   FinishMap(map);

@@ -192,12 +192,19 @@ void ReadTextInto(LineContext& context, std::string_view text) {
   const bool warnedBefore = state.warnedOnce;
   state.warnedOnce = false;
   CloseTrailAndRange(state);
+  const std::string file = state.openFiles.empty() ? map.fileName : state.openFiles.back();
+  OriginScope origin(context.messages, file);
   if (text.find('\0') != std::string_view::npos) {
-    NoteError(context.messages, "File %s holds bytes that are no text; it may be damaged",
-              {state.openFiles.empty() ? map.fileName : state.openFiles.back()});
+    NoteError(context.messages, "File %s holds bytes that are no text; it may be damaged", {file});
   }
   LineReader lines(text, LongestMapLine);
-  while (const auto line = lines.Next()) ReadMapLine(context, *line);
+  const char* end = nullptr;
+  while (const auto line = lines.Next()) {
+    // Where no end of a line was taken, this is the rest of a line that was too long.
+    if (line->data() != end) origin.NextLine();
+    end = line->data() + line->size();
+    ReadMapLine(context, *line);
+  }
   if ((map.flags & MapHasDeviation) == 0 && map.basis != nullptr &&
       (map.basis->flags & MapHasDeviation) != 0) {
     map.magneticDeviation = map.basis->magneticDeviation;
