@@ -14,6 +14,8 @@ set(folder ${here})
 set(files "")
 if(SUBCOMMAND STREQUAL "save")
   set(files ${saved})
+elseif(SUBCOMMAND STREQUAL "import-gis")
+  set(files ${CASE}.gps -o ${saved})
 elseif(SUBCOMMAND STREQUAL "import")
   # It writes files of fixed names where it runs.
   set(folder ${OUTPUT_DIR}/${CASE}.run)
@@ -30,7 +32,7 @@ execute_process(
 # The ending of the file for standard output follows from what is there, or else from the command.
 set(ending txt)
 if(EXISTS ${here}/${CASE}.json OR
-   (SUBCOMMAND MATCHES "^(dump|locate)$" AND NOT EXISTS ${here}/${CASE}.txt))
+   (SUBCOMMAND MATCHES "^(contours|dump|locate)$" AND NOT EXISTS ${here}/${CASE}.txt))
   set(ending json)
 endif()
 
