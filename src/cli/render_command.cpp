@@ -1,5 +1,6 @@
 #include "cli/render_command.h"
 
+#include "cli/contours_command.h"
 #include "cli/exit_status.h"
 #include "cli/text_output.h"
 #include "paint/render.h"
@@ -19,6 +20,17 @@ void Rotate(MapWindow& view, double degrees) {
   const LatLon middle = ScreenToMap(view, {view.centerColumn, view.centerRow});
   view.rotation = static_cast<float>(degrees);
   CenterOn(view, middle);
+}
+
+/// Makes the contours of one kind, gives them rows and shows them.
+/// \return false after an error was told
+bool ShowContours(MapWindow& view, LineMessages& messages, bool continuous) {
+  Map* const source = MakeContours(*view.map, messages, {std::nullopt, continuous});
+  if (source == nullptr) return false;
+  for (Trail& trail : continuous ? source->continuousContours : source->contourTrails) {
+    AddContourRow(view, trail).visible = true;
+  }
+  return true;
 }
 
 /// Draws into the file, or as a PNG to standard output if it is "-".
@@ -55,6 +67,8 @@ int RenderCommand(Map& map, LineMessages& messages, const RenderRequest& request
     }
     CenterOn(view, location->place);
   }
+  if (request.contours && !ShowContours(view, messages, true)) return ExitFailed;
+  if (request.toldContours && !ShowContours(view, messages, false)) return ExitFailed;
   if (request.hideGrids) view.flags |= MapWindowGridsHidden;
   if (request.showAllTrails) {
     for (TrailPanelRow* row : TrailRowsInOrder(view.trailViews)) row->visible = true;

@@ -19,6 +19,8 @@ struct RenderRequest {
   double rotate = 0;                  ///< degrees
   bool hideGrids = false;
   bool showAllTrails = false;
+  bool contours = false;      ///< makes contours without gaps and shows them
+  bool toldContours = false;  ///< makes contours as they have always been made and shows them
   bool antialias = false;
 };
 
