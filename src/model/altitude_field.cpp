@@ -5,7 +5,7 @@ namespace orvane {
 AltitudeField::AltitudeField(const Map& map) {
   ForEachPoint(map, [this](const Point& point) {
     if (!HasAltitude(point.geo.altitude)) return;
-    samples_.push_back({point.geo.lat, point.geo.lon, double{point.geo.altitude}});
+    samples_.push_back({point.geo.lat, point.geo.lon, static_cast<double>(point.geo.altitude)});
   });
 }
 

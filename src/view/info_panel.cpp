@@ -22,6 +22,7 @@ constexpr int PanelPadding = 10;  // pixels added to the width of the sample
 constexpr int LeftMargin = 3;
 constexpr int ColumnGap = 3;
 constexpr int UsualRows = 4;
+constexpr int AscentOfUnit = 10;  // letters with ascents below twice this have single margins
 constexpr Color EdgeColor = 0xC0C0C0;
 
 /// Metres cut to whole ones.
@@ -56,13 +57,14 @@ std::vector<InfoRow> RestingRows(const MapWindow& view, const AltitudeField& alt
   std::vector<InfoRow> rows(UsualRows);
   rows[0].text = FormatLatitude(place.lat, view.coordinateDisplay);
   rows[1].text = FormatLongitude(place.lon, view.coordinateDisplay);
-  if (HasAltitude(altitude)) rows[2].text = " Alt: " + WholeMeters(double{altitude});
+  if (HasAltitude(altitude)) rows[2].text = " Alt: " + WholeMeters(static_cast<double>(altitude));
   if (const Point* origin = OriginOf(view.map)) {
     const Meters at = LatLonToMeters(place.lat, place.lon - origin->geo.lon);
     rows[0].offset = OffsetText(at.north - DegreesToMeters(origin->geo.lat));
     rows[1].offset = OffsetText(at.east);
     if (HasAltitude(altitude) && HasAltitude(origin->geo.altitude)) {
-      rows[2].offset = WholeMeters(double{altitude} - double{origin->geo.altitude});
+      rows[2].offset =
+          WholeMeters(static_cast<double>(altitude) - static_cast<double>(origin->geo.altitude));
     }
   }
   rows[3].text = ScaleLabel(view.scale) + CellNameAt(view, place);
@@ -99,7 +101,7 @@ std::vector<InfoRow> BandRows(const MapWindow& view, const AltitudeField& altitu
   rows[1] = {true, "E" + FormatDistance(columnsRight / scale), ""};
   rows[3].text = FormatDistance(ground);
   if (HasAltitude(endAltitude) && HasAltitude(beginAltitude)) {
-    const double height = double{endAltitude} - double{beginAltitude};
+    const double height = static_cast<double>(endAltitude) - static_cast<double>(beginAltitude);
     const double slope = ground > 0 ? std::atan(height / ground) * DegreesPerRadian : 0;
     rows[2] = {true, "Alt: " + WholeMeters(height) + " " + FormatFixed(slope, 0) + DegreeSign, ""};
     rows[3].text += " (" + FormatDistance(std::sqrt(ground * ground + height * height)) + ")";
@@ -110,18 +112,27 @@ std::vector<InfoRow> BandRows(const MapWindow& view, const AltitudeField& altitu
   return rows;
 }
 
+/// What one pixel of the margins comes to: more on a screen of fine pixels, where letters are tall.
+int MarginUnit(const Canvas& canvas) {
+  return std::max(1, canvas.Ascent(CanvasFont::Small) / AscentOfUnit);
+}
+
 /// Distance of two lines of the panel.
-int RowPitch(const Canvas& canvas) { return canvas.Ascent(CanvasFont::Small) + 2; }
+int RowPitch(const Canvas& canvas) {
+  return canvas.Ascent(CanvasFont::Small) + 2 * MarginUnit(canvas);
+}
 
 /// Room that the arrow takes, with the gap behind it.
-int MarkWidth(const Canvas& canvas) { return canvas.Ascent(CanvasFont::Small) / 2 + 4; }
+int MarkWidth(const Canvas& canvas) {
+  return canvas.Ascent(CanvasFont::Small) / 2 + 4 * MarginUnit(canvas);
+}
 
 int OffsetColumn(const Canvas& canvas, const std::vector<InfoRow>& rows) {
   int widest = canvas.TextWidth(CoordinateSample);
   for (const InfoRow& row : rows) {
     if (!row.offset.empty()) widest = std::max(widest, canvas.TextWidth(row.text));
   }
-  return LeftMargin + widest + ColumnGap;
+  return widest + (LeftMargin + ColumnGap) * MarginUnit(canvas);
 }
 
 void DrawMark(Canvas& canvas, int left, int baseline) {
@@ -163,18 +174,20 @@ double GreatCircleDistance(const LatLon& pointer, const LatLon& press) {
 
 InfoPanelSize MeasureInfoPanel(Canvas& canvas, const std::vector<InfoRow>& rows) {
   canvas.SetFont(CanvasFont::Small);
-  int width = canvas.TextWidth(PanelSample) + PanelPadding;
+  const int unit = MarginUnit(canvas);
+  const int margin = LeftMargin * unit;
+  int width = canvas.TextWidth(PanelSample) + PanelPadding * unit;
   const int column = OffsetColumn(canvas, rows);
   for (const InfoRow& row : rows) {
-    const int start = LeftMargin + (row.mark ? MarkWidth(canvas) : 0);
-    width = std::max(width, start + canvas.TextWidth(row.text) + LeftMargin);
+    const int start = margin + (row.mark ? MarkWidth(canvas) : 0);
+    width = std::max(width, start + canvas.TextWidth(row.text) + margin);
     if (row.offset.empty()) continue;
-    width = std::max(width, column + canvas.TextWidth(row.offset) + LeftMargin);
+    width = std::max(width, column + canvas.TextWidth(row.offset) + margin);
   }
   const int line = canvas.LineHeight(CanvasFont::Small);
   const int descent = line - canvas.Ascent(CanvasFont::Small);
   const int lastBaseline = static_cast<int>(rows.size()) * RowPitch(canvas);
-  return {width, std::max(UsualRows * line + 4, lastBaseline + descent + 1)};
+  return {width, std::max(UsualRows * (line + unit), lastBaseline + descent + unit)};
 }
 
 void DrawInfoPanel(Canvas& canvas, const std::vector<InfoRow>& rows, const InfoPanelSize& size,
@@ -190,7 +203,7 @@ void DrawInfoPanel(Canvas& canvas, const std::vector<InfoRow>& rows, const InfoP
   int baseline = 0;
   for (const InfoRow& row : rows) {
     baseline += RowPitch(canvas);
-    int x = LeftMargin;
+    int x = LeftMargin * MarginUnit(canvas);
     if (row.mark) {
       DrawMark(canvas, x, baseline);
       x += MarkWidth(canvas);

@@ -27,6 +27,11 @@ struct InfoRow {
 /// \param altitudes  those of `view.map`
 std::vector<InfoRow> InfoRows(const MapWindow& view, const AltitudeField& altitudes);
 
+/// Sets the form of angles that the panel shows.
+inline void SetDisplayMode(MapWindow& view, CoordinateDisplay display) {
+  view.coordinateDisplay = display;
+}
+
 /// The scale as the panel shows it: "1px=0.5m".
 /// \param scale  pixels per metre
 std::string ScaleLabel(float scale);

@@ -40,7 +40,7 @@ TEST_F(InfoPanelTest, ShowsThePlaceUnderThePointer) {
   c_.view.pointer = {200, 150};
   for (const auto display :
        {CoordinateDisplay::Degrees, CoordinateDisplay::Minutes, CoordinateDisplay::Seconds}) {
-    c_.view.coordinateDisplay = display;
+    SetDisplayMode(c_.view, display);
     const LatLon place = ScreenToMap(c_.view, {200, 150});
     const auto rows = Rows();
     ASSERT_EQ(rows.size(), 4U);
