@@ -1,0 +1,81 @@
+// Which file and line a message of the reader comes from.
+
+#include "mapfile/open_map.h"
+#include "mapfile/reader.h"
+#include "support/temporary_folder.h"
+
+#include <gtest/gtest.h>
+
+namespace orvane {
+namespace {
+
+/// Keeps the places of messages, as "file:line" with the file's own name.
+class PlacedMessages : public RecordedMessages {
+ public:
+  void Post(Severity severity, const std::string& text) override {
+    RecordedMessages::Post(severity, text);
+    if (Origin() == nullptr) {
+      places.emplace_back("none");
+      return;
+    }
+    const std::string& file = Origin()->file;
+    places.push_back(file.substr(file.rfind('/') + 1) + ":" + std::to_string(Origin()->line));
+  }
+
+  std::vector<std::string> places;
+};
+
+using Places = std::vector<std::string>;
+
+TEST(MessageOrigin, IsTheLineThatIsRead) {
+  PlacedMessages messages;
+  Workspace workspace(messages);
+  const TemporaryFolder folder;
+  OpenMap(workspace, folder.Write("a.map", "G\tCamp\tN1 E10\n\nO\tCamp\nO\tCamp\n\r\n#\rO\tCamp"));
+  EXPECT_EQ(messages.places, (Places{"a.map:4", "a.map:7"}));
+  EXPECT_EQ(messages.Origin(), nullptr);
+}
+
+TEST(MessageOrigin, GoesIntoAnIncludedFileAndComesBack) {
+  PlacedMessages messages;
+  Workspace workspace(messages);
+  const TemporaryFolder folder;
+  const std::string inner = folder.Write("in.map", "\n\nO\tNowhere\nO\tCamp\n");
+  OpenMap(workspace, folder.Write("out.map", "G\tCamp\tN1 E10\nO\tCamp\nI " + inner +
+                                                 "\nO\tCamp\nI " + folder.Path("no.map") + "\n"));
+  EXPECT_EQ(messages.places, (Places{"in.map:3", "in.map:4", "out.map:4", "out.map:5"}));
+}
+
+TEST(MessageOrigin, IsTheLineOfTheBasisForItsMessages) {
+  PlacedMessages messages;
+  Workspace workspace(messages);
+  const TemporaryFolder folder;
+  folder.Write("basis.map", "G\tCamp\tN1 E10\nO\tCamp\nO\tCamp\n");
+  OpenMap(workspace, folder.Write("top.map", "#\nB\tbasis.map\nO\tCamp\nO\tCamp\n"));
+  EXPECT_EQ(messages.places, (Places{"basis.map:3", "top.map:4"}));
+}
+
+TEST(MessageOrigin, IsTheFileAsAWholeForWhatIsFoundAtItsEnd) {
+  PlacedMessages messages;
+  Workspace workspace(messages);
+  OpenMap(workspace, "/nowhere/missing.map");
+  EXPECT_EQ(messages.places, Places{"missing.map:0"});
+  NoteError(messages, "later");
+  EXPECT_EQ(messages.places.back(), "none");
+}
+
+TEST(MessageOrigin, TheRestOfALineThatIsTooLongIsTheSameLine) {
+  PlacedMessages messages;
+  Workspace workspace(messages);
+  const TemporaryFolder folder;
+  // The comment takes several lines of the reader, and only the last is none.
+  std::string text = "#";
+  text.append(3 * LongestMapLine, 'x');
+  OpenMap(workspace, folder.Write("long.map", text + "\nG\tCamp\tN1 E10\nO\tCamp\nO\tCamp\n"));
+  ASSERT_EQ(messages.places.size(), 2U);
+  EXPECT_EQ(messages.places[0], "long.map:1");
+  EXPECT_EQ(messages.places[1], "long.map:4");
+}
+
+}  // namespace
+}  // namespace orvane
