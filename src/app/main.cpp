@@ -1,4 +1,5 @@
 #include "shell/message_boxes.h"
+#include "shell/preferences_file.h"
 #include "shell/shell.h"
 #include "shell/toolkit_hook.h"
 
@@ -70,6 +71,7 @@ int main(int argc, char** argv) {
   orvane::BoxMessages boxes;
   orvane::Workspace workspace(boxes);
   orvane::Shell shell(workspace, boxes);
+  orvane::PlugDefaultPreferences(shell);
   const orvane::ToolkitHook hook(boxes, shell.endProgram);
   // Before the loop runs there may be boxes, and the last one closed is not the end.
   QApplication::setQuitOnLastWindowClosed(false);

@@ -1,20 +1,16 @@
 #include "shell/message_boxes.h"
 
+#include "base/utf8.h"
 #include "paint/display_text.h"
+#include "shell/messages/built_box.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QCoreApplication>
-#include <QDialog>
-#include <QDialogButtonBox>
-#include <QInputDialog>
-#include <QLabel>
-#include <QListWidget>
 #include <QMessageBox>
-#include <QPushButton>
-#include <QStyle>
-#include <QVBoxLayout>
 
 #include <cstdlib>
+#include <string_view>
 #include <utility>
 
 namespace orvane {
@@ -22,23 +18,41 @@ namespace {
 
 QString Tr(const char* text) { return QCoreApplication::translate("MessageBoxes", text); }
 
-QString WithCount(const char* text, size_t count) {
-  return QCoreApplication::translate("MessageBoxes", text, nullptr, static_cast<int>(count));
-}
-
 QMessageBox::Icon BoxIcon(Severity severity) {
   return severity == Severity::Warning ? QMessageBox::Warning : QMessageBox::Critical;
 }
 
-QIcon ListIcon(Severity severity) {
-  const auto pixmap =
-      severity == Severity::Warning ? QStyle::SP_MessageBoxWarning : QStyle::SP_MessageBoxCritical;
-  return QApplication::style()->standardIcon(pixmap);
+/// A message that was cut may end in half a character, for which the whole of it would not be
+/// taken as UTF-8.
+std::string_view WithoutHalfCharacter(std::string_view text) {
+  if (text.size() < Messages::LongestMessage || IsValidUtf8(text)) return text;
+  constexpr size_t LongestHalf = 3;
+  for (size_t less = 1; less <= LongestHalf; ++less) {
+    const std::string_view shorter = text.substr(0, text.size() - less);
+    if (IsValidUtf8(shorter)) return shorter;
+  }
+  return text;
 }
 
 QString ShownText(Severity severity, const std::string& text) {
-  const QString shown = DisplayText(text);
+  const QString shown = DisplayText(WithoutHalfCharacter(text));
   return severity == Severity::InternalError ? QStringLiteral("Internal Error: ") + shown : shown;
+}
+
+/// Lets a path, or any other long word, be broken, so that no box is wider than a screen.
+QString WithBreaks(const QString& text) {
+  constexpr int LongestWord = 50;
+  constexpr QChar BreakHere(0x200B);
+  QString broken;
+  int word = 0;
+  for (const QChar c : text) {
+    word = c.isSpace() ? 0 : word + 1;
+    broken += c;
+    if (word < LongestWord || c.isHighSurrogate()) continue;
+    broken += BreakHere;
+    word = 0;
+  }
+  return broken;
 }
 
 }  // namespace
@@ -46,19 +60,17 @@ QString ShownText(Severity severity, const std::string& text) {
 BoxMessages::BoxMessages() : endProgram([](int status) { std::exit(status); }) {}
 
 void BoxMessages::Post(Severity severity, const std::string& text) {
-  const Waiting message{severity, ShownText(severity, text)};
+  const LoggedMessage& logged = log_.Add(severity, ShownText(severity, text), Origin());
+  const Waiting message{.number = logged.number, .severity = severity, .text = logged.text};
   if (severity == Severity::Fatal) {
     ShowWaiting();
-    ShowBox(message);
+    ShowBox(message, {}, false);
     endProgram(FatalExit);
-    return;
+  } else if (batchDepth_ == 0) {
+    ShowBox(message, {}, false);
+  } else if (waiting_.size() <= MostBoxes) {
+    waiting_.push_back(message);
   }
-  if (batchDepth_ == 0) {
-    ShowBox(message);
-    return;
-  }
-  ++waitingCount_;
-  if (waiting_.size() < MostListed) waiting_.push_back(message);
 }
 
 void BoxMessages::BeginBatch(const QString& occasion) {
@@ -72,87 +84,47 @@ void BoxMessages::EndBatch() {
 void BoxMessages::ShowWaiting() {
   // A box runs its own event loop, from which more may come: they wait for their own turn.
   const std::vector<Waiting> messages = std::exchange(waiting_, {});
-  const size_t count = std::exchange(waitingCount_, 0);
-  if (count > MostSingleBoxes) {
-    ShowList(messages, count);
+  const QString occasion = occasion_;
+  for (size_t i = 0; i < messages.size(); ++i) {
+    const bool tooMany = i >= MostBoxes;
+    const bool withCheck = i >= BoxesWithoutCheck;
+    if (!tooMany && !ShowBox(messages[i], occasion, withCheck)) continue;
+    const size_t rest = tooMany ? i : i + 1;
+    if (rest < messages.size() && showInWindow) showInWindow(log_.RowOf(messages[rest].number));
     return;
   }
-  for (const Waiting& message : messages) ShowBox(message);
 }
 
-void BoxMessages::ShowBox(const Waiting& message) {
-  QMessageBox box(BoxIcon(message.severity), QApplication::applicationDisplayName(), message.text,
-                  QMessageBox::Ok, QApplication::activeWindow());
+bool BoxMessages::ShowBox(const Waiting& message, const QString& occasion, bool withCheck) {
+  const QString name = QApplication::applicationDisplayName();
+  QMessageBox box(BoxIcon(message.severity), name, WithBreaks(message.text), QMessageBox::Ok,
+                  QApplication::activeWindow());
+  box.setObjectName(QStringLiteral("messageBox"));
+  if (!occasion.isEmpty()) box.setWindowTitle(Tr("%1: %2").arg(name, occasion));
   // Texts hold names that users typed, and these may look like markup.
   box.setTextFormat(Qt::PlainText);
+  QCheckBox* check = nullptr;
+  if (withCheck) {
+    check = new QCheckBox(Tr("&Show the rest in the messages window only"), &box);
+    check->setObjectName(QStringLiteral("showRestInWindow"));
+    box.setCheckBox(check);
+  }
   box.exec();
-}
-
-void BoxMessages::ShowList(const std::vector<Waiting>& messages, size_t count) const {
-  QDialog dialog(QApplication::activeWindow());
-  dialog.setWindowTitle(QApplication::applicationDisplayName());
-  auto* layout = new QVBoxLayout(&dialog);
-
-  auto* heading = new QLabel(&dialog);
-  heading->setTextFormat(Qt::PlainText);
-  heading->setWordWrap(true);
-  heading->setText(Tr("There were %1 messages while %2:")
-                       .arg(QLocale().toString(static_cast<qulonglong>(count)), occasion_));
-  layout->addWidget(heading);
-
-  auto* list = new QListWidget(&dialog);
-  list->setAccessibleName(Tr("Messages"));
-  list->setWordWrap(true);
-  list->setSelectionMode(QAbstractItemView::ExtendedSelection);
-  list->setUniformItemSizes(false);
-  for (const Waiting& message : messages) {
-    new QListWidgetItem(ListIcon(message.severity), message.text, list);
-  }
-  if (count > messages.size()) {
-    auto* more = new QListWidgetItem(WithCount("and %n more", count - messages.size()), list);
-    more->setFlags(Qt::NoItemFlags);
-  }
-  layout->addWidget(list);
-
-  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok, &dialog);
-  QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
-  layout->addWidget(buttons);
-  dialog.resize(560, 360);
-  dialog.exec();
+  return check != nullptr && check->isChecked();
 }
 
 int BoxMessages::Ask(const std::string& title, const std::vector<std::string>& buttons,
                      const std::string& text) {
-  QMessageBox box(QMessageBox::Question, DisplayText(title), DisplayText(text),
-                  QMessageBox::NoButton, QApplication::activeWindow());
-  box.setTextFormat(Qt::PlainText);
-  std::vector<QAbstractButton*> made;
-  for (const std::string& button : buttons) {
-    const bool shown = !button.empty();
-    // All in one role, so that no platform changes their order.
-    made.push_back(shown ? box.addButton(DisplayText(button), QMessageBox::ActionRole) : nullptr);
-  }
-  // The first button is the default; closing the box counts as the second.
-  if (!made.empty() && made[0] != nullptr) {
-    box.setDefaultButton(qobject_cast<QPushButton*>(made[0]));
-    box.setEscapeButton(made[0]);
-  }
-  if (made.size() > 1 && made[1] != nullptr) box.setEscapeButton(made[1]);
-  box.exec();
-  for (size_t i = 0; i < made.size(); ++i) {
-    if (made[i] != nullptr && made[i] == box.clickedButton()) return static_cast<int>(i) + 1;
-  }
-  return made.size() > 1 && made[1] != nullptr ? 2 : 1;
+  BuiltBox box(DisplayText(title), text, buttons, std::nullopt, QApplication::activeWindow());
+  return box.Run();
 }
 
 std::optional<std::string> BoxMessages::Prompt(const std::string& title, const std::string& message,
                                                const std::string& text) {
-  bool accepted = false;
-  const QString answer =
-      QInputDialog::getText(QApplication::activeWindow(), DisplayText(title), DisplayText(message),
-                            QLineEdit::Normal, DisplayText(text), &accepted);
-  if (!accepted) return std::nullopt;
-  return StoredText(answer, text);
+  BuiltBox box(DisplayText(title), message, {"OK", "Cancel"}, DisplayText(text),
+               QApplication::activeWindow());
+  if (box.Run() != 1) return std::nullopt;
+  return StoredText(box.FieldText(), text);
 }
 
 }  // namespace orvane

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/messages.h"
+#include "shell/messages/message_log.h"
 
 #include <QString>
 
@@ -9,21 +10,24 @@
 #include <string>
 #include <vector>
 
-class QWidget;
-
 namespace orvane {
 
-/// Shows messages and questions as boxes over the active window.
+/// Shows messages and questions as boxes over the active window, and keeps every message in a log.
 ///
-/// While files are opened (`BeginBatch`) messages wait, so that a file with 200 faults is one box
-/// with a list and not 200 boxes. Questions and fatal messages never wait; a fatal one shows what
-/// has been waiting before it, and then ends the program.
+/// While files are read (`BeginBatch`) messages wait, since a box lets the windows paint, and the
+/// map is only half there. Afterwards each has its box; from the third on the box has a check that
+/// leaves the rest to the messages window, so that a file with 200 faults is not 200 clicks.
+/// Questions and fatal messages never wait; a fatal one shows what has been waiting before it, and
+/// then ends the program.
 class BoxMessages final : public Messages {
+ private:
+  MessageLog log_;  // first, so that it outlives what shows it
+
  public:
-  /// As many waiting messages have a box each; more stand in one list.
-  static constexpr size_t MostSingleBoxes = 2;
-  /// A list shows this many; behind it stands how many more there were.
-  static constexpr size_t MostListed = 1000;
+  /// So many boxes of a batch have no check.
+  static constexpr size_t BoxesWithoutCheck = 2;
+  /// No batch has more boxes than this; the rest is left to the messages window.
+  static constexpr size_t MostBoxes = 1000;
   /// Exit status after a fatal message.
   static constexpr int FatalExit = 3;
 
@@ -36,28 +40,32 @@ class BoxMessages final : public Messages {
                                     const std::string& text) override;
 
   /// From now on messages wait. Batches may stand in each other: the outermost counts.
-  /// \param occasion  what is going on, for the heading of a list: "opening site.map"
+  /// \param occasion  what is going on, for the title of the boxes: "opening site.map"
   void BeginBatch(const QString& occasion);
   /// Shows what has come since the outermost `BeginBatch`.
   void EndBatch();
 
+  /// All messages of the run.
+  MessageLog& Log() { return log_; }
+
   /// What ends the program after a fatal message; `std::exit` unless a test puts in its own.
   std::function<void(int status)> endProgram;
+  /// Shows the log from a row on, in a window; empty for none.
+  std::function<void(int row)> showInWindow;
 
  private:
   struct Waiting {
+    size_t number;  ///< in the log
     Severity severity;
     QString text;
   };
 
   void ShowWaiting();
-  static void ShowBox(const Waiting& message);
-  void ShowList(const std::vector<Waiting>& messages, size_t count) const;
+  static bool ShowBox(const Waiting& message, const QString& occasion, bool withCheck);
 
   int batchDepth_ = 0;
   QString occasion_;
-  std::vector<Waiting> waiting_;  ///< at most `MostListed`
-  size_t waitingCount_ = 0;       ///< all that have come
+  std::vector<Waiting> waiting_;  ///< one more than `MostBoxes` at most
 };
 
 /// A batch for as long as it lives.

@@ -13,6 +13,7 @@
 #include "shell/map_commands.h"
 #include "shell/map_window_widget.h"
 #include "shell/message_boxes.h"
+#include "shell/messages/messages_window.h"
 #include "shell/picture_commands.h"
 #include "shell/task_window.h"
 #include "shell/view_commands.h"
@@ -52,6 +53,7 @@ Shell::Shell(Workspace& workspace, BoxMessages& boxes)
   PlugViewCommands(*this);
   PlugPictureCommands(*this);
   PlugHelpCommands(*this);
+  PlugMessagesWindow(*this);
 }
 
 Shell::~Shell() = default;

@@ -1,0 +1,178 @@
+#include "shell/messages/built_box.h"
+
+#include "base/utf8.h"
+#include "paint/display_text.h"
+
+#include <QApplication>
+#include <QFontMetrics>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
+#include <QStyle>
+#include <QTextLayout>
+
+#include <algorithm>
+#include <utility>
+
+namespace orvane {
+namespace {
+
+/// Room around a box for the frame that the platform gives it.
+constexpr QSize FrameRoom(24, 64);
+
+QRect RectOf(const BoxPlace& place) { return {place.x, place.y, place.width, place.height}; }
+
+/// One line of text cut to lines that are no wider than `width`.
+QStringList Wrapped(const QString& line, const QFont& font, int width) {
+  if (QFontMetrics(font).horizontalAdvance(line) <= width) return {line};
+  QTextLayout layout(line, font);
+  QTextOption option;
+  option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+  layout.setTextOption(option);
+  layout.beginLayout();
+  QStringList lines;
+  for (QTextLine part = layout.createLine(); part.isValid(); part = layout.createLine()) {
+    part.setLineWidth(width);
+    lines.append(line.mid(part.textStart(), part.textLength()).trimmed());
+  }
+  layout.endLayout();
+  return lines;
+}
+
+/// The lines of a message as they stand on the screen.
+QStringList ShownLines(const std::string& text, const QFont& font, int widest) {
+  QStringList lines;
+  for (const std::string& broken : BreakMessage(text)) {
+    // The last one may hold line feeds.
+    const QStringList parts = DisplayText(broken).split(QLatin1Char('\n'));
+    for (const QString& part : parts) lines.append(Wrapped(part, font, widest));
+  }
+  return lines;
+}
+
+/// A button's text with Qt's mark before its letter.
+QString MarkedText(const BoxButton& button) {
+  QString text = DisplayText(button.text);
+  qsizetype letter = -1;
+  if (button.mnemonic) {
+    const std::string before = button.text.substr(0, *button.mnemonic);
+    letter = IsValidUtf8(button.text) ? DisplayText(before).size()
+                                      : static_cast<qsizetype>(before.size());
+  }
+  QString marked;
+  for (qsizetype i = 0; i < text.size(); ++i) {
+    if (i == letter) marked += QLatin1Char('&');
+    marked += text[i];
+    if (text[i] == QLatin1Char('&')) marked += text[i];
+  }
+  return marked;
+}
+
+BoxPlace RoomOf(const QScreen& screen) {
+  const QRect room = screen.availableGeometry();
+  return {.x = room.x(), .y = room.y(), .width = room.width(), .height = room.height()};
+}
+
+}  // namespace
+
+BuiltBox::BuiltBox(const QString& title, const std::string& text,
+                   const std::vector<std::string>& buttons, const std::optional<QString>& field,
+                   QWidget* parent)
+    : QDialog(parent) {
+  setObjectName(field ? QStringLiteral("promptBox") : QStringLiteral("questionBox"));
+  setWindowTitle(title);
+  const BoxPlace screen = RoomOf(*(parent != nullptr ? parent->screen() : this->screen()));
+  const int widest = screen.width - FrameRoom.width();
+  const int highest = screen.height - FrameRoom.height();
+
+  const QFontMetrics metrics(font());
+  BoxMeasures measures;
+  // What the layout leaves of the box's width for the text.
+  constexpr int TextMargins = 72;
+  const QStringList lines = ShownLines(text, font(), widest - TextMargins);
+  for (const QString& line : lines) measures.lineWidths.push_back(metrics.horizontalAdvance(line));
+  measures.lineHeight = metrics.lineSpacing();
+  const std::vector<BoxButton> row = ButtonRow(buttons);
+  for (const BoxButton& button : row) {
+    measures.buttonWidths.push_back(metrics.horizontalAdvance(DisplayText(button.text)));
+  }
+  measures.buttonHeight = QPushButton(QStringLiteral("X")).sizeHint().height();
+  if (field) measures.editHeight = QLineEdit().sizeHint().height();
+
+  const BoxLayout layout = LayOutBox(measures, widest, highest);
+  MakePicture();
+  MakeText(lines, layout.text);
+  if (field) MakeField(*field, layout.edit);
+  MakeButtons(row, layout.buttons);
+  setFixedSize(layout.width, layout.height);
+  const BoxPlace place = PlaceBox(layout.width, layout.height, screen);
+  move(place.x, place.y);
+}
+
+void BuiltBox::MakePicture() {
+  auto* picture = new QLabel(this);
+  const QIcon icon = style()->standardIcon(QStyle::SP_MessageBoxQuestion, nullptr, this);
+  picture->setPixmap(icon.pixmap(QSize(BoxPictureSize, BoxPictureSize)));
+  picture->setGeometry(BoxPictureAt, BoxPictureAt, BoxPictureSize, BoxPictureSize);
+}
+
+void BuiltBox::MakeText(const QStringList& lines, const BoxPlace& place) {
+  const QString all = lines.join(QLatin1Char('\n'));
+  auto* text = new QLabel(this);
+  text->setObjectName(QStringLiteral("boxText"));
+  // Texts hold names that users typed, and these may look like markup.
+  text->setTextFormat(Qt::PlainText);
+  text->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+  text->setText(all);
+  setAccessibleDescription(all);
+  const bool fits = lines.size() * fontMetrics().lineSpacing() <= place.height;
+  if (fits) {
+    text->setGeometry(RectOf(place));
+    return;
+  }
+  auto* area = new QScrollArea(this);
+  area->setObjectName(QStringLiteral("boxScroll"));
+  area->setAccessibleName(all);
+  area->setFrameShape(QFrame::NoFrame);
+  area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  area->setWidget(text);
+  text->adjustSize();
+  // The bar stands in the margin of the box, so that it covers no text.
+  area->setGeometry(RectOf(place).adjusted(
+      0, 0, style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, this), 0));
+}
+
+void BuiltBox::MakeField(const QString& content, const BoxPlace& place) {
+  field_ = new QLineEdit(content, this);
+  field_->setObjectName(QStringLiteral("boxField"));
+  field_->setAccessibleName(accessibleDescription());
+  field_->setGeometry(RectOf(place));
+  field_->selectAll();
+  firstFocus_ = field_;
+}
+
+void BuiltBox::MakeButtons(const std::vector<BoxButton>& row, const std::vector<BoxPlace>& places) {
+  for (size_t i = 0; i < row.size(); ++i) {
+    auto* button = new QPushButton(MarkedText(row[i]), this);
+    button->setObjectName(QStringLiteral("boxButton%1").arg(row[i].answer));
+    button->setAccessibleName(DisplayText(row[i].text));
+    button->setGeometry(RectOf(places[i]));
+    button->setDefault(i == 0);
+    connect(button, &QPushButton::clicked, this, [this, answer = row[i].answer] { done(answer); });
+    if (i <= 1) closingAnswer_ = row[i].answer;
+    if (firstFocus_ == nullptr) firstFocus_ = button;
+  }
+}
+
+int BuiltBox::Run() {
+  if (firstFocus_ != nullptr) firstFocus_->setFocus();
+  return exec();
+}
+
+QString BuiltBox::FieldText() const { return field_ == nullptr ? QString() : field_->text(); }
+
+void BuiltBox::reject() { done(closingAnswer_); }
+
+}  // namespace orvane
