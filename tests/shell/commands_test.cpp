@@ -1,0 +1,441 @@
+// Each command of the menu bar, by its key where it has one, else by its entry in the menu.
+
+#include "mapfile/open_map.h"
+#include "shell/about_box.h"
+#include "shell/map/map_panes.h"
+#include "shell/map/orientation_dialog.h"
+#include "shell/shell_case.h"
+#include "view/view_transform.h"
+
+#include <QCheckBox>
+#include <QClipboard>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMenu>
+#include <QPushButton>
+#include <QTimer>
+
+#include <filesystem>
+
+namespace orvane {
+namespace {
+
+class CommandsTest : public ShellCase {
+ protected:
+  static void Pick(MapWindowWidget& window, CommandId id) { ActionOf(window, id).trigger(); }
+
+  /// Runs `look` on the dialog that comes up next, and then closes that.
+  template <typename Dialog>
+  void WhenShown(std::function<void(Dialog&)> look) {
+    QTimer::singleShot(0, [look = std::move(look)] {
+      auto* dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
+      ASSERT_NE(dialog, nullptr);
+      look(*dialog);
+      if (dialog->isVisible()) dialog->reject();
+    });
+  }
+};
+
+TEST_F(CommandsTest, EachMenuShowsItsCommandsWithTheirKeys) {
+  MapWindowWidget& window = OpenNew();
+  for (const CommandInfo& command : AllCommands()) {
+    if (IsSubmenu(command.id)) continue;
+    const QAction& action = ActionOf(window, command.id);
+    EXPECT_EQ(action.shortcut().toString(QKeySequence::PortableText).toStdString(), command.key);
+    EXPECT_EQ(action.isCheckable(), command.checkable) << command.text;
+  }
+}
+
+TEST_F(CommandsTest, ACommandWithoutAHandlerIsDisabledAndBeepsIfReached) {
+  MapWindowWidget& window = OpenNew();
+  EXPECT_FALSE(IsEnabled(window, CommandPrint));
+  shell_.RunCommand(CommandPrint, window);
+  EXPECT_EQ(beeps_, 1);
+  int printed = 0;
+  shell_.Plug(CommandPrint, [&](ProgramWindow&) { ++printed; });
+  window.RefreshMenu();
+  EXPECT_TRUE(IsEnabled(window, CommandPrint));
+  Press(window, CommandPrint);
+  EXPECT_EQ(printed, 1);
+  EXPECT_EQ(beeps_, 1);
+}
+
+TEST_F(CommandsTest, AnUnknownNumberDoesNothing) {
+  MapWindowWidget& window = OpenNew();
+  shell_.RunCommand(4711, window);
+  EXPECT_EQ(beeps_, 0);
+  EXPECT_TRUE(Texts().empty());
+}
+
+TEST_F(CommandsTest, NewMapOpensAnUntitledMap) {
+  MapWindowWidget& window = OpenNew();
+  Press(window, CommandNewMap);
+  ASSERT_EQ(shell_.OpenWindows().size(), 2U);
+  MapWindowWidget& newest = *shell_.OpenWindows().front();
+  EXPECT_NE(&newest, &window);
+  EXPECT_NE(&newest.TheMap(), &window.TheMap());
+  EXPECT_NE(newest.TheMap().flags & MapUntitled, 0U);
+}
+
+TEST_F(CommandsTest, OpenMapAsksAndOpens) {
+  MapWindowWidget& window = OpenNew();
+  dialogs_->paths = {"", WriteMap("site.map")};
+  Press(window, CommandOpenMap);
+  EXPECT_EQ(shell_.OpenWindows().size(), 1U);
+  Press(window, CommandOpenMap);
+  ASSERT_EQ(shell_.OpenWindows().size(), 2U);
+  EXPECT_EQ(shell_.OpenWindows()[0]->TheMap().fileName, folder_.Path("site.map"));
+  EXPECT_EQ(dialogs_->questions[0].title, "Open Map...");
+  EXPECT_EQ(dialogs_->questions[0].file.type, "map");
+  EXPECT_EQ(dialogs_->questions[0].file.directory, folder_.Path());
+  EXPECT_FALSE(dialogs_->questions[0].save);
+}
+
+TEST_F(CommandsTest, ADialogThatBreaksDownIsFatal) {
+  MapWindowWidget& window = OpenNew();
+  dialogs_->fails = true;
+  Press(window, CommandOpenMap);
+  EXPECT_EQ(Texts(), (std::vector<std::string>{"Error getting file name."}));
+  EXPECT_EQ(messages_.Entries()[0].severity, Severity::Fatal);
+}
+
+TEST_F(CommandsTest, OpenBasisShowsTheBasisAndElseBeeps) {
+  WriteMap("trails.map");
+  MapWindowWidget& window = OpenActive(folder_.Write("season.map", "B\ttrails.map\n"));
+  ASSERT_NE(window.TheMap().basis, nullptr);
+  EXPECT_FALSE(IsEnabled(window, CommandSetBasis));
+  Press(window, CommandOpenBasis);
+  ASSERT_EQ(shell_.OpenWindows().size(), 2U);
+  EXPECT_EQ(&shell_.OpenWindows()[0]->TheMap(), window.TheMap().basis);
+  shell_.RunCommand(CommandOpenBasis, *shell_.OpenWindows()[0]);
+  EXPECT_EQ(beeps_, 1);
+  shell_.RunCommand(CommandSetBasis, window);
+  EXPECT_EQ(beeps_, 2);
+}
+
+TEST_F(CommandsTest, SetBasisFitsTheViewAndLeavesTheMapUnchanged) {
+  MapWindowWidget& window = OpenNew();
+  dialogs_->paths = {WriteMap("trails.map")};
+  EXPECT_TRUE(IsEnabled(window, CommandSetBasis));
+  Press(window, CommandSetBasis);
+  ASSERT_NE(window.TheMap().basis, nullptr);
+  EXPECT_EQ(window.TheMap().basis->fileName, folder_.Path("trails.map"));
+  EXPECT_EQ(window.TheMap().flags & MapDirty, 0U);
+  EXPECT_TRUE(IsEnabled(window, CommandOpenBasis));
+  EXPECT_FALSE(IsEnabled(window, CommandSetBasis));
+  EXPECT_NEAR(window.View().View().centralLongitude, 10.005, 0.02);
+  EXPECT_EQ(dialogs_->questions[0].title, "Open Map...");
+}
+
+TEST_F(CommandsTest, AMapNeverRestsOnItself) {
+  MapWindowWidget& window = OpenActive(WriteMap("site.map"));
+  dialogs_->paths = {folder_.Path("site.map")};
+  Press(window, CommandSetBasis);
+  EXPECT_EQ(window.TheMap().basis, nullptr);
+  EXPECT_EQ(Texts(), (std::vector<std::string>{"Can't open file " + folder_.Path("site.map")}));
+}
+
+TEST_F(CommandsTest, SaveIsOfferedOnceAMapHasChangedAndWritesIt) {
+  MapWindowWidget& window = OpenActive(WriteMap("site.map"));
+  MapWindowWidget& second = OpenActive(folder_.Path("site.map"));
+  EXPECT_FALSE(IsEnabled(window, CommandSave));
+  shell_.SetMapDirty(window.TheMap(), true);
+  EXPECT_TRUE(IsEnabled(window, CommandSave));
+  EXPECT_TRUE(IsEnabled(second, CommandSave));
+  EXPECT_TRUE(window.isWindowModified());
+  folder_.Write("site.map", "");
+  Press(window, CommandSave);
+  EXPECT_NE(folder_.Read("site.map").find("Ridge"), std::string::npos);
+  EXPECT_FALSE(IsEnabled(window, CommandSave));
+  EXPECT_FALSE(IsEnabled(second, CommandSave));
+  EXPECT_FALSE(window.isWindowModified());
+}
+
+TEST_F(CommandsTest, SaveAsTakesTheNewNameIntoTheTitleOfEachWindow) {
+  MapWindowWidget& window = OpenActive(WriteMap("site.map"));
+  MapWindowWidget& second = OpenActive(folder_.Path("site.map"));
+  dialogs_->paths = {folder_.Path("copy.map"), folder_.Path("simple.map")};
+  Press(window, CommandSaveAs);
+  EXPECT_EQ(window.windowTitle().toStdString(), "copy.map[*]");
+  EXPECT_EQ(second.windowTitle().toStdString(), "copy.map[*]");
+  EXPECT_TRUE(std::filesystem::exists(folder_.Path("copy.map")));
+  Pick(window, CommandSaveSimplyAs);
+  EXPECT_EQ(window.windowTitle().toStdString(), "simple.map[*]");
+  EXPECT_TRUE(std::filesystem::exists(folder_.Path("simple.map")));
+  EXPECT_EQ(dialogs_->questions[1].title, "Save copy.map as...");
+}
+
+TEST_F(CommandsTest, SaveAsArcViewWritesIntoTheChosenFolder) {
+  MapWindowWidget& window = OpenActive(WriteMap("site.map"));
+  std::filesystem::create_directory(folder_.Path("out"));
+  dialogs_->paths = {folder_.Path("out/points.shp")};
+  Pick(window, CommandSaveAsArcView);
+  EXPECT_TRUE(std::filesystem::exists(folder_.Path("out/points.shp")));
+  EXPECT_TRUE(std::filesystem::exists(folder_.Path("out/points.dbf")));
+  EXPECT_EQ(dialogs_->questions[0].title, "Where should arcview files be placed?");
+}
+
+TEST_F(CommandsTest, ImportSubmapAddsToTheMapAndLeavesItUnchanged) {
+  MapWindowWidget& window = OpenActive(WriteMap("site.map"));
+  dialogs_->paths = {folder_.Write("more.map", "T\tLoop\tTrail\nG\tFar\t1.02\t10.02\nP\tCamp\n")};
+  Pick(window, CommandImportSubmap);
+  Map& map = window.TheMap();
+  EXPECT_EQ(std::distance(map.trails.begin(), map.trails.end()), 2);
+  EXPECT_EQ(map.flags & MapDirty, 0U);
+  EXPECT_FALSE(IsEnabled(window, CommandSave));
+  for (Trail& trail : map.trails) EXPECT_NE(FindTrailRow(window.View().View(), trail), nullptr);
+  EXPECT_EQ(dialogs_->questions[0].title, "Import Sub Map...");
+}
+
+TEST_F(CommandsTest, DeleteInAMapWindowIsNotThereYet) {
+  MapWindowWidget& window = OpenNew();
+  shell_.RunCommand(CommandDelete, window);
+  EXPECT_EQ(Texts(), (std::vector<std::string>{"NYI"}));
+}
+
+TEST_F(CommandsTest, CutCopyAndPasteAreDisabledOverAMap) {
+  MapWindowWidget& window = OpenNew();
+  for (const CommandId id : {CommandCut, CommandCopy, CommandPaste}) {
+    EXPECT_FALSE(IsEnabled(window, id));
+  }
+}
+
+TEST_F(CommandsTest, CheckTrailsGoesByTheFocus) {
+  MapWindowWidget& window = OpenActive(folder_.Write(
+      "site.map", "T\tA\tTrail\nG\tA10\t1.0\t10.0\nG\tA30\t1.0\t10.001\nG\tA20\t1.0\t10.002\n"));
+  messages_.Clear();
+  Press(window, CommandCheckTrails);
+  const size_t all = Texts().size();
+  EXPECT_GE(all, 1U);
+  window.Panes().RangeList().setFocus();
+  ASSERT_EQ(window.Focus(), FocusPlace::RangeList);
+  EXPECT_FALSE(IsEnabled(window, CommandCheckTrails));
+  shell_.RunCommand(CommandCheckTrails, window);
+  EXPECT_EQ(beeps_, 1);
+  window.Panes().TrailList().setFocus();
+  messages_.Clear();
+  shell_.RunCommand(CommandCheckTrails, window);
+  EXPECT_TRUE(Texts().empty());  // none is selected
+  FindTrailRow(window.View().View(), window.TheMap().trails.front())->selected = true;
+  window.RefreshMenu();
+  Press(window, CommandCheckTrails);
+  EXPECT_GE(Texts().size(), 1U);
+}
+
+TEST_F(CommandsTest, TheMenuFollowsTheFocus) {
+  MapWindowWidget& window = OpenActive(WriteMap("site.map"));
+  window.Panes().TrailList().setFocus();
+  EXPECT_EQ(ActionOf(window, CommandDelete).text().toStdString(), "Delete Trail");
+  EXPECT_FALSE(IsEnabled(window, CommandDelete));
+  window.Panes().RangeList().setFocus();
+  EXPECT_EQ(ActionOf(window, CommandDelete).text().toStdString(), "Delete Range");
+  window.View().setFocus();
+  EXPECT_EQ(ActionOf(window, CommandDelete).text().toStdString(), "Delete Trail/Range");
+}
+
+TEST_F(CommandsTest, TheDeviationIsStoredAndMarksTheMap) {
+  MapWindowWidget& window = OpenActive(WriteMap("site.map"));
+  messages_.texts = {"-2.5\xB0", "two", std::nullopt};
+  Press(window, CommandDeviation);
+  EXPECT_EQ(messages_.shown[0], "0.000000\xB0");
+  EXPECT_EQ(messages_.Questions()[0].title, "Magnetic Deviation");
+  EXPECT_EQ(messages_.Questions()[0].text, "What is the local magnetic deviation?");
+  EXPECT_EQ(window.TheMap().magneticDeviation, -2.5);
+  EXPECT_EQ(window.TheMap().flags & MapHasDeviation, 0U);
+  EXPECT_TRUE(IsEnabled(window, CommandSave));
+  Press(window, CommandDeviation);
+  EXPECT_EQ(Texts(), (std::vector<std::string>{"Bad number"}));
+  Press(window, CommandDeviation);
+  EXPECT_EQ(window.TheMap().magneticDeviation, -2.5);
+  EXPECT_EQ(Texts().size(), 1U);
+}
+
+TEST_F(CommandsTest, ZoomInAndOutDoubleAndHalveAboutTheMiddle) {
+  MapWindowWidget& window = OpenActive(WriteMap("site.map"));
+  MapWindow& view = window.View().View();
+  const float scale = view.scale;
+  const LatLon middle = ScreenToMap(view, {view.centerColumn, view.centerRow});
+  Press(window, CommandZoomIn);
+  EXPECT_FLOAT_EQ(view.scale, 2 * scale);
+  Press(window, CommandZoomOut);
+  Press(window, CommandZoomOut);
+  EXPECT_FLOAT_EQ(view.scale, scale / 2);
+  const LatLon after = ScreenToMap(view, {view.centerColumn, view.centerRow});
+  const double pixel = 1 / (static_cast<double>(view.scale) * 111120);  // degrees
+  EXPECT_NEAR(after.lat, middle.lat, 2 * pixel);
+  EXPECT_NEAR(after.lon, middle.lon, 2 * pixel);
+}
+
+TEST_F(CommandsTest, ChangeZoomAsksAgainUntilTheAnswerIsAScale) {
+  MapWindowWidget& window = OpenActive(WriteMap("site.map"));
+  MapWindow& view = window.View().View();
+  view.scale = 0.5F;
+  messages_.texts = {"fast", "1px = 4m", std::nullopt};
+  Press(window, CommandChangeZoom);
+  EXPECT_EQ(beeps_, 1);
+  EXPECT_FLOAT_EQ(view.scale, 0.25F);
+  EXPECT_EQ(messages_.shown[0], "1px = 2m");
+  EXPECT_EQ(messages_.Questions()[0].title, "Set Scale");
+  EXPECT_EQ(messages_.Questions()[0].text,
+            "Set the scale (zoom) factor\nExpressed as meters per pixel");
+  Press(window, CommandChangeZoom);
+  EXPECT_FLOAT_EQ(view.scale, 0.25F);
+}
+
+TEST_F(CommandsTest, FindGoesToThePlaceOrTellsThatThereIsNone) {
+  MapWindowWidget& window = OpenActive(WriteMap("site.map"));
+  messages_.texts = {"Hill", "Nowhere", std::nullopt};
+  Press(window, CommandFind);
+  MapWindow& view = window.View().View();
+  EXPECT_NEAR(ScreenToMap(view, {view.centerColumn, view.centerRow}).lat, 1.01, 1e-4);
+  EXPECT_NE(view.flags & MapWindowFindMarker, 0U);
+  EXPECT_EQ(messages_.Questions()[0].title, "Find");
+  EXPECT_EQ(messages_.Questions()[0].text, "Find what?");
+  Press(window, CommandFind);
+  EXPECT_EQ(Texts(), (std::vector<std::string>{"Can't find Nowhere"}));
+  Press(window, CommandFind);
+  EXPECT_EQ(Texts().size(), 1U);
+}
+
+TEST_F(CommandsTest, HideInfoAndHideGridsTurnTheirFlagsAndMarks) {
+  MapWindowWidget& window = OpenActive(WriteMap("site.map"));
+  QApplication::processEvents();
+  MapWindow& view = window.View().View();
+  ASSERT_NE(view.flags & MapWindowInfoShown, 0U);
+  EXPECT_FALSE(ActionOf(window, CommandHideInfo).isChecked());
+  Press(window, CommandHideInfo);
+  EXPECT_EQ(view.flags & MapWindowInfoShown, 0U);
+  EXPECT_TRUE(ActionOf(window, CommandHideInfo).isChecked());
+  Press(window, CommandHideInfo);
+  EXPECT_NE(view.flags & MapWindowInfoShown, 0U);
+  Pick(window, CommandHideGrids);
+  EXPECT_NE(view.flags & MapWindowGridsHidden, 0U);
+  EXPECT_TRUE(ActionOf(window, CommandHideGrids).isChecked());
+  Pick(window, CommandHideGrids);
+  EXPECT_EQ(view.flags & MapWindowGridsHidden, 0U);
+}
+
+TEST_F(CommandsTest, TheFormOfAnglesIsOneOfThree) {
+  MapWindowWidget& window = OpenActive(WriteMap("site.map"));
+  const CommandId forms[] = {CommandDegrees, CommandMinutes, CommandSeconds};
+  for (int i = 0; i < 3; ++i) {
+    Pick(window, forms[i]);
+    Pick(window, forms[i]);  // picked again it stays
+    EXPECT_EQ(static_cast<int>(window.View().View().coordinateDisplay), i);
+    for (int j = 0; j < 3; ++j) EXPECT_EQ(ActionOf(window, forms[j]).isChecked(), i == j);
+  }
+}
+
+TEST_F(CommandsTest, EuropeanDatesAreMarkedInAllWindows) {
+  MapWindowWidget& window = OpenNew();
+  MapWindowWidget& second = OpenNew();
+  Pick(window, CommandEuropeanDates);
+  EXPECT_TRUE(workspace_.preferences.europeanDates);
+  EXPECT_TRUE(ActionOf(second, CommandEuropeanDates).isChecked());
+  Pick(second, CommandEuropeanDates);
+  EXPECT_FALSE(workspace_.preferences.europeanDates);
+  EXPECT_FALSE(ActionOf(window, CommandEuropeanDates).isChecked());
+}
+
+TEST_F(CommandsTest, SetOrientationTurnsTheView) {
+  MapWindowWidget& window = OpenActive(WriteMap("site.map"));
+  WhenShown<OrientationDialog>([](OrientationDialog& dialog) {
+    dialog.Field().setText(QStringLiteral("45"));
+    dialog.accept();
+  });
+  Pick(window, CommandOrientation);
+  EXPECT_FLOAT_EQ(window.View().View().rotation, 45);
+}
+
+TEST_F(CommandsTest, AboutShowsTheCreditsOfTheMap) {
+  MapWindowWidget& window =
+      OpenActive(folder_.Write("site.map", "\xA9 2003 A. Field\n\xA9 B. Forest\n"));
+  QStringList credits;
+  WhenShown<AboutBox>([&](AboutBox& box) {
+    const auto labels = box.findChildren<QLabel*>(QStringLiteral("credit"));
+    for (const QLabel* label : labels) credits.append(label->text());
+  });
+  Pick(window, CommandAbout);
+  EXPECT_EQ(credits, (QStringList{QStringLiteral("2003 A. Field"), QStringLiteral("B. Forest")}));
+}
+
+TEST_F(CommandsTest, ShowWholeMapBringsEveryPointIntoView) {
+  MapWindowWidget& window = OpenActive(WriteMap("site.map"));
+  MapWindow& view = window.View().View();
+  view.scale = 100;
+  CenterOn(view, LatLon{.lat = 5, .lon = 50});
+  Press(window, CommandShowWholeMap);
+  EXPECT_FALSE(ViewOutOfWindow(view, MapToScreen(view, {.lat = 1, .lon = 10})));
+  EXPECT_FALSE(ViewOutOfWindow(view, MapToScreen(view, {.lat = 1.01, .lon = 10.01})));
+}
+
+TEST_F(CommandsTest, FullScreenComesAndGoes) {
+  MapWindowWidget& window = OpenNew();
+  Press(window, CommandFullScreen);
+  EXPECT_TRUE(window.isFullScreen());
+  EXPECT_TRUE(ActionOf(window, CommandFullScreen).isChecked());
+  Press(window, CommandFullScreen);
+  EXPECT_FALSE(window.isFullScreen());
+  EXPECT_FALSE(ActionOf(window, CommandFullScreen).isChecked());
+}
+
+TEST_F(CommandsTest, TheMapIsCopiedAsAnImageOfItsView) {
+  MapWindowWidget& window = OpenActive(WriteMap("site.map"));
+  Press(window, CommandCopyImage);
+  const QImage image = QApplication::clipboard()->image();
+  const MapWindow& view = window.View().View();
+  EXPECT_EQ(image.size(), QSize(view.clientWidth, view.clientHeight));
+  int drawn = 0;
+  for (int y = 0; y < image.height(); ++y) {
+    for (int x = 0; x < image.width(); ++x) drawn += (image.pixel(x, y) & 0xFFFFFF) != 0xFFFFFF;
+  }
+  EXPECT_GT(drawn, 20);
+}
+
+TEST_F(CommandsTest, ThePictureIsSavedInTheFormatOfItsName) {
+  MapWindowWidget& window = OpenActive(WriteMap("site.map"));
+  dialogs_->paths = {folder_.Path("a.svg"), folder_.Path("b.png"), folder_.Path("c.xyz"), ""};
+  for (int i = 0; i < 4; ++i) Press(window, CommandSavePicture);
+  EXPECT_EQ(folder_.Read("a.svg").substr(0, 5), "<?xml");
+  EXPECT_EQ(folder_.Read("b.png").substr(1, 3), "PNG");
+  EXPECT_EQ(Texts().size(), 1U);  // what c.xyz is, nobody knows
+  EXPECT_FALSE(std::filesystem::exists(folder_.Path("c.xyz")));
+  EXPECT_EQ(dialogs_->questions[0].file.name, "site.png");
+  EXPECT_EQ(dialogs_->questions[1].file.name, "site.svg");
+}
+
+TEST_F(CommandsTest, RecentMapsAreListedAndOpen) {
+  shell_.ownDirectory = folder_.Path();
+  OpenActive(WriteMap("one.map"));
+  MapWindowWidget& window = OpenActive(WriteMap("two.map"));
+  QMenu& menu = window.Commands().MenuOf(CommandRecentMaps);
+  Q_EMIT menu.aboutToShow();
+  ASSERT_EQ(menu.actions().size(), 2);
+  EXPECT_TRUE(menu.actions()[0]->text().endsWith(QStringLiteral("two.map")));
+  menu.actions()[1]->trigger();
+  ASSERT_EQ(shell_.OpenWindows().size(), 3U);
+  EXPECT_EQ(shell_.OpenWindows()[0]->TheMap().fileName, folder_.Path("one.map"));
+  EXPECT_EQ(folder_.Read("Orvane.recent"),
+            folder_.Path("one.map") + "\n" + folder_.Path("two.map") + "\n");
+}
+
+TEST_F(CommandsTest, TheWindowListBringsAWindowToTheFront) {
+  MapWindowWidget& first = OpenActive(WriteMap("one.map"));
+  MapWindowWidget& second = OpenActive(WriteMap("two.map"));
+  QMenu& menu = second.Commands().MenuOf(CommandWindowList);
+  for (int i = 0; i < 2; ++i) Q_EMIT menu.aboutToShow();  // opened twice it is no longer
+  QList<QAction*> entries;
+  const auto actions = menu.actions();
+  for (QAction* action : actions) {
+    if (action->objectName() == QStringLiteral("listEntry")) entries.append(action);
+  }
+  ASSERT_EQ(entries.size(), 2);
+  EXPECT_TRUE(entries[0]->text().endsWith(QStringLiteral("one.map")));
+  EXPECT_TRUE(entries[1]->isChecked());
+  entries[0]->trigger();
+  EXPECT_TRUE(QTest::qWaitForWindowActive(&first));
+}
+
+}  // namespace
+}  // namespace orvane

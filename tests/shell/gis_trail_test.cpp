@@ -1,0 +1,180 @@
+// Import GIS and its window.
+
+#include "shell/entry/gis_trail_window.h"
+#include "shell/shell_case.h"
+
+#include <QCheckBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPointer>
+#include <QPushButton>
+
+namespace orvane {
+namespace {
+
+constexpr auto Tracks =
+    "name,time,x,y,lat,lon,alt\n"
+    "May1,2003-05-01 06:00,,,1.000,10.000,100\n"
+    "May1,2003-05-01 06:05,,,1.001,10.000,110\n"
+    "May2,2003-05-02 06:00,,,1.002,10.000,120\n"
+    "May2,2003-05-02 06:05,,,1.003,10.001,130\n"
+    "May3,2003-05-03 06:00,,,1.004,10.000,140\n"
+    "May3,2003-05-03 06:05,,,1.005,10.001,150\n";
+
+class GisTrailTest : public ShellCase {
+ protected:
+  GisTrailTest() : window_(OpenActive(WriteMap("site.map"))) {}
+
+  /// Imports the text of a file. \return the window that came up, or null
+  GisTrailWindow* Import(const char* text) {
+    dialogs_->paths = {folder_.Write("gps.txt", text)};
+    ActionOf(window_, CommandImportGis).trigger();
+    return window_.findChild<GisTrailWindow*>();
+  }
+
+  static QLineEdit& Field(GisTrailWindow& window, const char* name) {
+    auto* field = window.findChild<QLineEdit*>(QLatin1String(name));
+    EXPECT_NE(field, nullptr) << name;
+    return *field;
+  }
+
+  static QPushButton& Button(GisTrailWindow& window, const QString& text) {
+    const auto buttons = window.findChildren<QPushButton*>();
+    for (QPushButton* button : buttons) {
+      if (button->text() == text) return *button;
+    }
+    ADD_FAILURE() << "no button " << text.toStdString();
+    return *buttons.front();
+  }
+
+  std::vector<std::string> NamesOfTrails() const {
+    std::vector<std::string> names;
+    for (const Trail& trail : window_.TheMap().trails) names.push_back(trail.name.value_or(""));
+    return names;
+  }
+
+  MapWindowWidget& window_;
+};
+
+TEST_F(GisTrailTest, ShowsTheFirstTrackWithItsFields) {
+  GisTrailWindow* window = Import(Tracks);
+  ASSERT_NE(window, nullptr);
+  EXPECT_EQ(dialogs_->questions[0].title, "Import GIS data...");
+  EXPECT_EQ(dialogs_->questions[0].file.type, "txt");
+  EXPECT_EQ(window->windowTitle(), QStringLiteral("GIS Trail"));
+  EXPECT_FALSE(window->isModal());
+  EXPECT_EQ(Field(*window, "TrailType").text(), QStringLiteral("Trail"));
+  EXPECT_EQ(Field(*window, "Name").text(), QStringLiteral("May1"));
+  EXPECT_EQ(Field(*window, "Date").text(), QStringLiteral("2003-05-01"));
+  EXPECT_EQ(Field(*window, "Color").text(), QStringLiteral("black"));
+  QStringList labels;
+  const auto all = window->findChildren<QLabel*>();
+  for (const QLabel* label : all) {
+    if (label->buddy() != nullptr) labels.append(label->text());
+  }
+  EXPECT_EQ(labels.join(QLatin1Char('|')).toStdString(),
+            "Trail Type:|Date:|Focal Animal:|Size:|Width:|Name:|Color:|SubSample by:|"
+            "Minimum Distance:");
+  EXPECT_EQ(window_.TheMap().flags & MapDirty, 0U);
+}
+
+TEST_F(GisTrailTest, OkTakesATrackAndNoSkipsOne) {
+  GisTrailWindow* window = Import(Tracks);
+  ASSERT_NE(window, nullptr);
+  const QPointer<GisTrailWindow> watched = window;
+  Button(*window, QStringLiteral("Cancel"));
+  Button(*window, QStringLiteral("OK")).click();
+  EXPECT_EQ(NamesOfTrails(), (std::vector<std::string>{"May1", "Ridge"}));
+  EXPECT_NE(window_.TheMap().flags & MapDirty, 0U);
+  EXPECT_TRUE(IsEnabled(window_, CommandSave));
+  EXPECT_NE(FindTrailRow(window_.View().View(), window_.TheMap().trails.front()), nullptr);
+  EXPECT_EQ(Field(*window, "Name").text(), QStringLiteral("May2"));
+  Button(*window, QStringLiteral("Dismiss"));
+  Button(*window, QStringLiteral("No")).click();
+  EXPECT_EQ(Field(*window, "Name").text(), QStringLiteral("May3"));
+  Button(*window, QStringLiteral("OK")).click();
+  DeliverDeletes();
+  EXPECT_TRUE(watched.isNull());  // that was the last one
+  EXPECT_EQ(NamesOfTrails(), (std::vector<std::string>{"May3", "May1", "Ridge"}));
+}
+
+TEST_F(GisTrailTest, OkToAllTakesWhatRemainsWithTheSameSettings) {
+  GisTrailWindow* window = Import(Tracks);
+  ASSERT_NE(window, nullptr);
+  Button(*window, QStringLiteral("No")).click();
+  Field(*window, "TrailType").setText(QStringLiteral("Follow"));
+  Button(*window, QStringLiteral("OK to All")).click();
+  EXPECT_EQ(NamesOfTrails(), (std::vector<std::string>{"May3", "May2", "Ridge"}));
+  for (const Trail& trail : window_.TheMap().trails) {
+    EXPECT_EQ(trail.type, trail.name == "Ridge" ? "Trail" : "Follow");
+  }
+}
+
+TEST_F(GisTrailTest, ReturnTakesAndEscapeCloses) {
+  GisTrailWindow* window = Import(Tracks);
+  ASSERT_NE(window, nullptr);
+  const QPointer<GisTrailWindow> watched = window;
+  ASSERT_TRUE(QTest::qWaitForWindowActive(window));
+  QTest::keyClick(&Field(*window, "Name"), Qt::Key_Return);
+  EXPECT_EQ(NamesOfTrails(), (std::vector<std::string>{"May1", "Ridge"}));
+  QTest::keyClick(&Field(*window, "Name"), Qt::Key_Escape);
+  DeliverDeletes();
+  EXPECT_TRUE(watched.isNull());
+  EXPECT_EQ(NamesOfTrails().size(), 2U);
+}
+
+TEST_F(GisTrailTest, ABadFieldIsRefusedWithABeepAndTheFocus) {
+  GisTrailWindow* window = Import(Tracks);
+  ASSERT_NE(window, nullptr);
+  ASSERT_TRUE(QTest::qWaitForWindowActive(window));
+  for (const char* name : {"Date", "Size", "Width", "SubSampleby", "MinimumDistance"}) {
+    QLineEdit& field = Field(*window, name);
+    const QString before = field.text();
+    field.setText(QStringLiteral("x"));
+    Field(*window, "Name").setFocus();
+    beeps_ = 0;
+    Button(*window, QStringLiteral("OK")).click();
+    EXPECT_EQ(beeps_, 1) << name;
+    EXPECT_EQ(window->focusWidget(), &field) << name;
+    field.setText(before);
+  }
+  EXPECT_EQ(NamesOfTrails(), (std::vector<std::string>{"Ridge"}));
+  EXPECT_EQ(window_.TheMap().flags & MapDirty, 0U);
+}
+
+TEST_F(GisTrailTest, TheBoxesAreKeptFromImportToImport) {
+  GisTrailWindow* window = Import(Tracks);
+  ASSERT_NE(window, nullptr);
+  for (const char* name : {"Average", "KeepAltitude", "Times"}) {
+    auto* box = window->findChild<QCheckBox*>(QLatin1String(name));
+    ASSERT_NE(box, nullptr) << name;
+    EXPECT_FALSE(box->isChecked());
+    box->setChecked(true);
+  }
+  window->close();
+  DeliverDeletes();
+  window = Import(Tracks);
+  ASSERT_NE(window, nullptr);
+  for (const char* name : {"Average", "KeepAltitude", "Times"}) {
+    EXPECT_TRUE(window->findChild<QCheckBox*>(QLatin1String(name))->isChecked()) << name;
+  }
+  Button(*window, QStringLiteral("OK")).click();
+  EXPECT_EQ(window_.TheMap().trails.front().points.front()->geo.altitude, 100);
+}
+
+TEST_F(GisTrailTest, WaypointsComeAtOnceAndWithoutAWindow) {
+  EXPECT_EQ(Import("name,time,x,y,lat,lon,alt\nTree,2003-05-01,,,1.0,10.0,5\n"
+                   "Nest,2003-05-01,,,1.1,10.1,6\n"),
+            nullptr);
+  EXPECT_NE(window_.TheMap().flags & MapDirty, 0U);
+  EXPECT_TRUE(IsEnabled(window_, CommandSave));
+}
+
+TEST_F(GisTrailTest, AFileThatHoldsNothingIsToldAndChangesNothing) {
+  EXPECT_EQ(Import(""), nullptr);
+  EXPECT_EQ(Texts().size(), 1U);
+  EXPECT_EQ(window_.TheMap().flags & MapDirty, 0U);
+}
+
+}  // namespace
+}  // namespace orvane

@@ -1,0 +1,104 @@
+#pragma once
+
+#include "commands/file_dialogs.h"
+#include "shell/command_menu.h"
+#include "shell/map/map_view.h"
+#include "shell/map_window_widget.h"
+#include "shell/message_boxes.h"
+#include "shell/shell.h"
+#include "shell/task_window.h"
+#include "support/scripted_questions.h"
+#include "support/temporary_folder.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QTest>
+
+#include <gtest/gtest.h>
+#include <memory>
+#include <string>
+
+namespace orvane {
+
+/// A shell whose every question is answered as a test lays down.
+class ShellCase : public testing::Test {
+ protected:
+  ShellCase() : workspace_(messages_), shell_(workspace_, boxes_) {
+    auto dialogs = std::make_unique<ScriptedDialogs>();
+    dialogs_ = dialogs.get();
+    shell_.SetDialogs(std::move(dialogs));
+    shell_.dialogDirectory = folder_.Path();
+    shell_.beep = [this] { ++beeps_; };
+    shell_.endProgram = [this] { ++ends_; };
+  }
+
+  ~ShellCase() override {
+    messages_.answers.clear();
+    for (Map& map : workspace_.maps) map.flags &= ~std::uint32_t{MapDirty};
+    while (!shell_.OpenWindows().empty()) shell_.OpenWindows().front()->TryClose();
+    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  }
+
+  /// A map of two points and a trail between them.
+  std::string WriteMap(const std::string& name) const {
+    return folder_.Write(name, "T\tRidge\tTrail\nG\tCamp\tN1\tE10\nG\tHill\tN1 0.6'\tE10 0.6'\n");
+  }
+
+  MapWindowWidget& OpenNew() {
+    MapWindowWidget& window = shell_.NewMap();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+    return window;
+  }
+
+  MapWindowWidget& OpenActive(const std::string& path) {
+    MapWindowWidget& window = shell_.OpenFile(path);
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+    return window;
+  }
+
+  static QAction& ActionOf(MapWindowWidget& window, CommandId id) {
+    return window.Commands().ActionOf(id);
+  }
+  static bool IsEnabled(MapWindowWidget& window, CommandId id) {
+    return ActionOf(window, id).isEnabled();
+  }
+
+  /// Presses the key that the table tells for a command.
+  static void Press(QWidget& window, CommandId id) {
+    const std::string_view key = FindCommand(id)->key;
+    ASSERT_FALSE(key.empty());
+    const QKeySequence keys(QString::fromUtf8(key.data(), static_cast<qsizetype>(key.size())));
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    QWidget* focus = window.focusWidget() != nullptr ? window.focusWidget() : &window;
+    QTest::keyClick(focus, keys[0].key(), keys[0].keyboardModifiers());
+  }
+
+  void DeliverDeletes() { QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }
+
+  TaskWindow* ShownTaskWindow() {
+    const auto all = QApplication::topLevelWidgets();
+    for (QWidget* widget : all) {
+      auto* window = qobject_cast<TaskWindow*>(widget);
+      if (window != nullptr && window->isVisible()) return window;
+    }
+    return nullptr;
+  }
+
+  std::vector<std::string> Texts() const {
+    std::vector<std::string> texts;
+    for (const auto& entry : messages_.Entries()) texts.push_back(entry.text);
+    return texts;
+  }
+
+  TemporaryFolder folder_;
+  ScriptedMessages messages_;
+  BoxMessages boxes_;
+  Workspace workspace_;
+  Shell shell_;
+  ScriptedDialogs* dialogs_;
+  int beeps_ = 0;
+  int ends_ = 0;
+};
+
+}  // namespace orvane

@@ -1,0 +1,281 @@
+// How the program starts, how windows close, and how it ends.
+
+#include "mapfile/open_map.h"
+#include "shell/shell_case.h"
+#include "shell/toolkit_hook.h"
+
+#include <QDropEvent>
+#include <QMimeData>
+#include <QPointer>
+#include <QUrl>
+
+#include <filesystem>
+
+namespace orvane {
+namespace {
+
+class StartTest : public ShellCase {};
+
+TEST_F(StartTest, EachFileOpensInAWindowOfItsOwnAndTheDefaultMapDoesNot) {
+  int read = 0;
+  size_t windowsBefore = 0;
+  shell_.readPreferences = [&] {
+    ++read;
+    windowsBefore = shell_.OpenWindows().size();
+    return WriteMap("default.map");
+  };
+  shell_.Start({WriteMap("one.map"), WriteMap("two.map")});
+  ASSERT_EQ(shell_.OpenWindows().size(), 2U);
+  EXPECT_EQ(shell_.OpenWindows()[0]->TheMap().fileName, folder_.Path("two.map"));
+  EXPECT_EQ(shell_.OpenWindows()[1]->TheMap().fileName, folder_.Path("one.map"));
+  EXPECT_EQ(read, 1);
+  EXPECT_EQ(windowsBefore, 2U);  // the preferences are read after the files
+  EXPECT_TRUE(dialogs_->questions.empty());
+}
+
+TEST_F(StartTest, WithoutAFileTheDefaultMapOpens) {
+  shell_.readPreferences = [&] { return WriteMap("default.map"); };
+  shell_.Start({});
+  ASSERT_EQ(shell_.OpenWindows().size(), 1U);
+  EXPECT_EQ(shell_.OpenWindows()[0]->TheMap().fileName, folder_.Path("default.map"));
+  EXPECT_TRUE(dialogs_->questions.empty());
+}
+
+TEST_F(StartTest, WithNeitherAMapIsAskedFor) {
+  dialogs_->paths = {WriteMap("asked.map")};
+  shell_.Start({});
+  ASSERT_EQ(dialogs_->questions.size(), 1U);
+  EXPECT_EQ(dialogs_->questions[0].title, "Open Map...");
+  ASSERT_EQ(shell_.OpenWindows().size(), 1U);
+  EXPECT_EQ(ShownTaskWindow(), nullptr);
+}
+
+TEST_F(StartTest, WhoCancelsIsLeftWithTheWindowWithoutAMap) {
+  shell_.Start({});
+  EXPECT_TRUE(shell_.OpenWindows().empty());
+  TaskWindow* window = ShownTaskWindow();
+  ASSERT_NE(window, nullptr);
+  EXPECT_EQ(window->windowTitle(), QStringLiteral("Orvane"));
+  EXPECT_FALSE(window->Commands().ActionOf(CommandSave).isEnabled());
+  EXPECT_FALSE(window->Commands().ActionOf(CommandFind).isEnabled());
+  EXPECT_TRUE(window->Commands().ActionOf(CommandNewMap).isEnabled());
+  ASSERT_TRUE(QTest::qWaitForWindowActive(window));
+  Press(*window, CommandNewMap);
+  EXPECT_EQ(shell_.OpenWindows().size(), 1U);
+  EXPECT_EQ(ShownTaskWindow(), nullptr);
+}
+
+TEST_F(StartTest, AFileDroppedOnTheWindowWithoutAMapOpens) {
+  shell_.Start({});
+  TaskWindow* window = ShownTaskWindow();
+  ASSERT_NE(window, nullptr);
+  QMimeData data;
+  data.setUrls({QUrl::fromLocalFile(QString::fromStdString(WriteMap("site.map")))});
+  QDragEnterEvent enter(QPoint(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(window, &enter);
+  EXPECT_TRUE(enter.isAccepted());
+  QDropEvent drop(QPointF(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(window, &drop);
+  ASSERT_EQ(shell_.OpenWindows().size(), 1U);
+  EXPECT_EQ(ShownTaskWindow(), nullptr);
+}
+
+TEST_F(StartTest, AMissingFileIsToldAndOpensEmptyAndSavingMakesIt) {
+  shell_.Start({folder_.Path("new.map")});
+  EXPECT_EQ(Texts(), (std::vector<std::string>{"Can't open file " + folder_.Path("new.map")}));
+  ASSERT_EQ(shell_.OpenWindows().size(), 1U);
+  MapWindowWidget& window = *shell_.OpenWindows()[0];
+  EXPECT_EQ(window.TheMap().flags & MapUntitled, 0U);
+  EXPECT_TRUE(shell_.RecentFiles().empty());
+  shell_.SetMapDirty(window.TheMap(), true);
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+  Press(window, CommandSave);
+  EXPECT_TRUE(std::filesystem::exists(folder_.Path("new.map")));
+}
+
+TEST_F(StartTest, AFileUnderTwoNamesIsOneMap) {
+  WriteMap("site.map");
+  std::filesystem::create_directory(folder_.Path("sub"));
+  Map& first = shell_.ReadMap(folder_.Path("site.map"));
+  EXPECT_EQ(&shell_.ReadMap(folder_.Path("sub/../site.map")), &first);
+  WriteMap("other.map");
+  EXPECT_NE(&shell_.ReadMap(folder_.Path("other.map")), &first);
+}
+
+class CloseTest : public ShellCase {
+ protected:
+  MapWindowWidget& OpenChanged(const std::string& name) {
+    MapWindowWidget& window = OpenActive(WriteMap(name));
+    shell_.SetMapDirty(window.TheMap(), true);
+    return window;
+  }
+};
+
+TEST_F(CloseTest, TheLastWindowLeavesTheOneWithoutAMap) {
+  QPointer<MapWindowWidget> window = &OpenActive(WriteMap("site.map"));
+  Press(*window, CommandCloseMap);
+  DeliverDeletes();
+  EXPECT_TRUE(window.isNull());
+  EXPECT_NE(ShownTaskWindow(), nullptr);
+  EXPECT_EQ(ends_, 0);
+}
+
+TEST_F(CloseTest, CancelKeepsTheWindow) {
+  MapWindowWidget& window = OpenChanged("site.map");
+  messages_.answers = {2};
+  Press(window, CommandCloseMap);
+  EXPECT_TRUE(window.isVisible());
+  EXPECT_EQ(shell_.OpenWindows().size(), 1U);
+  EXPECT_EQ(messages_.Questions().at(0).text, "site.map has changed, do you want to save it?");
+}
+
+TEST_F(CloseTest, DontSaveKeepsTheChangesInMemory) {
+  MapWindowWidget& window = OpenChanged("site.map");
+  Map* map = &window.TheMap();
+  map->magneticDeviation = 7;
+  Map* discarded = nullptr;
+  QObject::connect(&shell_, &Shell::changesDiscarded, [&](Map* each) { discarded = each; });
+  messages_.answers = {3};
+  Press(window, CommandCloseMap);
+  EXPECT_TRUE(shell_.OpenWindows().empty());
+  EXPECT_EQ(discarded, map);
+  MapWindowWidget& again = OpenActive(folder_.Path("site.map"));
+  EXPECT_EQ(&again.TheMap(), map);
+  EXPECT_EQ(again.TheMap().magneticDeviation, 7);
+  EXPECT_TRUE(IsEnabled(again, CommandSave));
+}
+
+TEST_F(CloseTest, SaveSavesAndCloses) {
+  MapWindowWidget& window = OpenChanged("site.map");
+  window.TheMap().comments.push_back("# kept");
+  messages_.answers = {1};
+  Press(window, CommandCloseMap);
+  EXPECT_TRUE(shell_.OpenWindows().empty());
+  EXPECT_NE(folder_.Read("site.map").find("# kept"), std::string::npos);
+}
+
+TEST_F(CloseTest, TheFrameOfTheWindowAsksToo) {
+  MapWindowWidget& window = OpenChanged("site.map");
+  messages_.answers = {2, 3};
+  EXPECT_FALSE(window.close());
+  EXPECT_EQ(shell_.OpenWindows().size(), 1U);
+  EXPECT_TRUE(window.close());
+  EXPECT_TRUE(shell_.OpenWindows().empty());
+  EXPECT_EQ(messages_.Questions().size(), 2U);
+}
+
+/// A window that hangs on a map window and notes when it is asked to close.
+class Dependent final : public ProgramWindow {
+ public:
+  Dependent(WindowKind kind, MapWindowWidget& map, std::vector<WindowKind>& closed)
+      : ProgramWindow(kind), map_(map), closed_(closed) {
+    map_.AddDependent(*this);
+  }
+  QWidget& Widget() override { return map_; }
+  MapWindowWidget* MapSide() override { return &map_; }
+  bool Answer(CommandId id) override {
+    answered = id;
+    return id == CommandFind;
+  }
+  bool TryClose() override {
+    if (refuses) return false;
+    closed_.push_back(Kind());
+    map_.RemoveDependent(*this);
+    return true;
+  }
+  bool refuses = false;
+  CommandId answered = CommandNone;
+
+ private:
+  MapWindowWidget& map_;
+  std::vector<WindowKind>& closed_;
+};
+
+TEST_F(CloseTest, EditorsAreAskedFirstAndReportsCloseLast) {
+  MapWindowWidget& window = OpenChanged("site.map");
+  std::vector<WindowKind> closed;
+  Dependent summary(WindowKind::TrailSummary, window, closed);
+  Dependent editor(WindowKind::TrailEditor, window, closed);
+  editor.refuses = true;
+  EXPECT_FALSE(shell_.MapWinClose(window));
+  EXPECT_TRUE(messages_.Questions().empty());
+  editor.refuses = false;
+  messages_.answers = {2};
+  EXPECT_FALSE(shell_.MapWinClose(window));
+  EXPECT_EQ(closed, (std::vector<WindowKind>{WindowKind::TrailEditor}));
+  messages_.answers = {3};
+  EXPECT_TRUE(shell_.MapWinClose(window));
+  EXPECT_EQ(closed, (std::vector<WindowKind>{WindowKind::TrailEditor, WindowKind::TrailSummary}));
+}
+
+TEST_F(CloseTest, AWindowOfAnotherKindAnswersForItselfOrGetsABeep) {
+  MapWindowWidget& window = OpenActive(WriteMap("site.map"));
+  std::vector<WindowKind> closed;
+  Dependent index(WindowKind::PointIndex, window, closed);
+  shell_.RunCommand(CommandFind, index);
+  EXPECT_EQ(index.answered, CommandFind);
+  EXPECT_TRUE(messages_.Questions().empty());
+  for (const CommandId id : {CommandOpenBasis, CommandSetBasis, CommandCheckTrails, CommandSaveAs,
+                             CommandSaveAsArcView, CommandZoomIn, CommandViewControl}) {
+    beeps_ = 0;
+    shell_.RunCommand(id, index);
+    EXPECT_EQ(beeps_, 1) << id;
+  }
+  shell_.RunCommand(CommandCloseMap, index);
+  EXPECT_EQ(closed, (std::vector<WindowKind>{WindowKind::PointIndex}));
+  EXPECT_EQ(shell_.OpenWindows().size(), 1U);
+}
+
+class ExitTest : public CloseTest {};
+
+TEST_F(ExitTest, WritesThePreferencesClosesAllAndEnds) {
+  OpenActive(WriteMap("one.map"));
+  MapWindowWidget& window = OpenActive(WriteMap("two.map"));
+  size_t windowsWhenWritten = 0;
+  shell_.writePreferences = [&] { windowsWhenWritten = shell_.OpenWindows().size(); };
+  Press(window, CommandExit);
+  EXPECT_EQ(windowsWhenWritten, 2U);
+  EXPECT_TRUE(shell_.OpenWindows().empty());
+  EXPECT_EQ(ShownTaskWindow(), nullptr);
+  EXPECT_EQ(ends_, 1);
+}
+
+TEST_F(ExitTest, ARefusalStopsItWithThePreferencesWritten) {
+  OpenActive(WriteMap("one.map"));
+  MapWindowWidget& changed = OpenChanged("two.map");
+  OpenActive(WriteMap("three.map"));
+  int written = 0;
+  shell_.writePreferences = [&] { ++written; };
+  messages_.answers = {2};
+  EXPECT_FALSE(shell_.ExitFlow());
+  EXPECT_EQ(written, 1);
+  EXPECT_EQ(ends_, 0);
+  ASSERT_EQ(shell_.OpenWindows().size(), 2U);  // the newest had gone already
+  EXPECT_EQ(shell_.OpenWindows()[0], &changed);
+}
+
+TEST_F(ExitTest, ClosingTheWindowWithoutAMapIsExit) {
+  shell_.Start({});
+  ASSERT_NE(ShownTaskWindow(), nullptr);
+  ShownTaskWindow()->close();
+  EXPECT_EQ(ends_, 1);
+}
+
+TEST(ToolkitHook, ErrorsOfTheWindowSystemAreShownAsInternalErrors) {
+  RecordedMessages messages;
+  int ends = 0;
+  {
+    const ToolkitHook hook(messages, [&] { ++ends; });
+    for (int i = 0; i < 11; ++i) qCritical("lost the display %d", i);
+    EXPECT_TRUE(messages.Entries().empty());  // not in the middle of whatever goes on
+    QApplication::processEvents();
+    ASSERT_EQ(messages.Entries().size(), 11U);
+    EXPECT_EQ(messages.Entries()[0].text, "lost the display 0");
+    EXPECT_EQ(messages.Entries()[0].severity, Severity::InternalError);
+    EXPECT_EQ(ends, 1);
+  }
+  EXPECT_EQ(messages.Entries().size(), 11U);
+}
+
+}  // namespace
+}  // namespace orvane
