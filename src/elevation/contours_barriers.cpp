@@ -41,7 +41,7 @@ class BarrierMaker {
 
   /// The new points in the order in which they were made.
   const std::vector<Point*>& Made() const { return made_; }
-  bool TooMany() const { return made_.size() > MostBarrierPoints; }
+  bool TooMany() const { return wouldBeTooMany_ || made_.size() > MostBarrierPoints; }
 
   void BarrierSamples(const Trail& trail, bool river) {
     const auto isKnown = [](const Point* point) { return HasAltitude(point->geo.altitude); };
@@ -99,6 +99,8 @@ class BarrierMaker {
   void SampleStretch(const Stretch& stretch, double width, bool river) {
     const double length = LengthInDegrees(stretch);
     if (length < step_) return;
+    // Five points for every other step, at least: no need to make them to know.
+    wouldBeTooMany_ = length / step_ * 2 > static_cast<double>(MostBarrierPoints);
     double acc = 0;
     double offset = 0;
     for (size_t i = 1; i < stretch.size() && !TooMany(); ++i) {
@@ -131,6 +133,7 @@ class BarrierMaker {
   double step_;
   ScratchPoints& store_;
   std::vector<Point*> made_;
+  bool wouldBeTooMany_ = false;
 };
 
 }  // namespace

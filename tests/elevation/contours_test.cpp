@@ -84,7 +84,7 @@ void ExpectSame(const std::vector<LiteralContours::Line>& lines,
 TEST_F(ContoursTest, AreThoseOfTheLiteralMethodToTheLastBit) {
   size_t lines = 0;
   size_t vertices = 0;
-  for (std::uint64_t seed = 1; seed <= 60; ++seed) {
+  for (std::uint64_t seed = 1; seed <= 30; ++seed) {
     SCOPED_TRACE(seed);
     Dice dice(seed);
     map = &MakeMap(workspace, "twins.map");
@@ -107,8 +107,8 @@ TEST_F(ContoursTest, AreThoseOfTheLiteralMethodToTheLastBit) {
     lines += literal.Lines().size();
     for (const auto& line : literal.Lines()) vertices += line.size();
   }
-  EXPECT_GT(lines, 1000U);
-  EXPECT_GT(vertices, 5000U);
+  EXPECT_GT(lines, 500U);
+  EXPECT_GT(vertices, 2500U);
 }
 
 TEST_F(ContoursTest, TheEastEndOfEveryRowIsThatOfTheFirst) {
