@@ -59,7 +59,7 @@ Map* MakeContours(Map& map, LineMessages& messages, const ContoursRequest& reque
   Map* source = &map;
   while (source != nullptr && !OffersContours(*source)) source = source->basis;
   if (source == nullptr && !request.interval) {
-    NoteError(messages, "No contour interval in %s; give one by --interval", {map.fileName});
+    NoteError(messages, "No contour interval in %s", {map.fileName});
     return nullptr;
   }
   if (source == nullptr) source = &map;

@@ -207,6 +207,29 @@ TEST_F(CommandLine, RenderWritesAPngToStandardOutput) {
   EXPECT_TRUE(run.out.starts_with(PngHead));
 }
 
+TEST_F(CommandLine, ContoursAreDrawnOnDemand) {
+  folder.Write("hills.map",
+               "Z\t\t1,10\nT\nG\ta\tN0\tE0\t10\nG\tb\tN0.01\tE0.01\t35\nG\tc\tN0.02\tE0\t64\n"
+               "G\td\tN0.012\tE0.02\t15\n");
+  const auto picture = [this](const std::vector<std::string>& options) {
+    std::vector<std::string> arguments = {"render", "hills.map", "-o", "-", "--fit"};
+    arguments.insert(arguments.end(), options.begin(), options.end());
+    const Outcome run = Do(arguments);
+    EXPECT_EQ(run.status, 0) << run.err;
+    EXPECT_EQ(run.err, "");
+    return run.out;
+  };
+  const std::string plain = picture({});
+  const std::string whole = picture({"--contours"});
+  const std::string told = picture({"--told-contours"});
+  EXPECT_NE(whole, plain);
+  EXPECT_NE(told, plain);
+  EXPECT_NE(told, whole);
+  const Outcome none = Do({"render", "site.map", "-o", "x.png", "--contours"});
+  EXPECT_EQ(none.status, 1);
+  EXPECT_EQ(none.err, "error: No contour interval in site.map\n");
+}
+
 TEST_F(CommandLine, RenderTellsWhatItCannotDraw) {
   EXPECT_EQ(Do({"render", "site.map", "-o", "site.bmp"}).status, 1);
   EXPECT_EQ(Do({"render", "site.map", "-o", "x.png", "--center", "the big tree"}).err,
