@@ -156,18 +156,20 @@ class ContinuousTracer {
     // A corner without a number: its edges bear no crossings, and the cell is a hole.
     if (!std::isfinite(southWest + southEast + northWest + northEast)) return;
     const double mean = southWest / 4 + southEast / 4 + northWest / 4 + northEast / 4;
-    for (double k = levels.first; k <= levels.last; ++k) {
+    const auto count = static_cast<std::int64_t>(levels.Count());
+    for (std::int64_t i = 0; i < count; ++i) {
+      const double k = levels.first + static_cast<double>(i);
       const Crossing south = CrossingOf(rowEdges_[Node(r, c)], k);
       const Crossing north = CrossingOf(rowEdges_[Node(r + 1, c)], k);
       const Crossing west = CrossingOf(columnEdges_[Node(r, c)], k);
       const Crossing east = CrossingOf(columnEdges_[Node(r, c + 1)], k);
       std::array<Crossing, 4> ends{};
-      size_t count = 0;
+      size_t sides = 0;
       for (const Crossing end : {south, west, north, east}) {
-        if (end != NoCrossing) ends[count++] = end;
+        if (end != NoCrossing) ends[sides++] = end;
       }
-      if (count == 2) Link(ends[0], ends[1]);
-      if (count != 4) continue;
+      if (sides == 2) Link(ends[0], ends[1]);
+      if (sides != 4) continue;
       const double level = k * work_.interval;
       const bool cutsSouthWest = (southWest >= level) != (mean >= level);
       Link(south, cutsSouthWest ? west : east);
