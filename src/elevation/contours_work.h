@@ -2,6 +2,7 @@
 
 #include "model/map.h"
 
+#include <cstddef>
 #include <functional>
 #include <vector>
 
