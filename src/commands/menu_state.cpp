@@ -80,7 +80,8 @@ void RefreshMapMenu(MenuState& menu, const MapWindow& view) {
   menu.At(CommandSeconds).checked = view.coordinateDisplay == CoordinateDisplay::Seconds;
   menu.At(CommandEuropeanDates).checked = view.map->workspace->preferences.europeanDates;
   menu.At(CommandHideGrids).checked = (view.flags & MapWindowGridsHidden) != 0;
-  menu.At(CommandHideInfo).checked = (view.flags & MapWindowInfoShown) == 0;
+  // A panel that still waits for the window's first size counts as shown.
+  menu.At(CommandHideInfo).checked = (view.flags & (MapWindowInfoShown | MapWindowInfoWaits)) == 0;
 }
 
 void FollowFocus(MenuState& menu, FocusPlace place, bool selected) {

@@ -1,6 +1,7 @@
 #include "shell/command_menu.h"
 
 #include <QAction>
+#include <QActionGroup>
 #include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
@@ -19,6 +20,11 @@ CommandMenu::CommandMenu(QMainWindow& window) : QObject(&window), window_(window
     QMenu* menu = window_.menuBar()->addMenu(TextOf(info.title));
     menu->setObjectName(QStringLiteral("menu") + menu->title().remove(QLatin1Char('&')));
     FillMenu(*menu, info);
+  }
+  // One of these three is always on.
+  auto* angles = new QActionGroup(this);
+  for (const CommandId id : {CommandDegrees, CommandMinutes, CommandSeconds}) {
+    angles->addAction(&ActionOf(id));
   }
 }
 

@@ -28,11 +28,6 @@ bool IsEditor(const ProgramWindow& window) {
   return window.Kind() == WindowKind::TrailEditor || window.Kind() == WindowKind::RangeEditor;
 }
 
-/// True also before the window has its first size, when the panel still waits.
-bool IsInfoShown(const MapWindow& view) {
-  return (view.flags & (MapWindowInfoShown | MapWindowInfoWaits)) != 0;
-}
-
 /// Adds rows for what the map has got since the rows were made.
 void AddMissingRows(MapWindow& view) {
   for (Map* map = view.map; map != nullptr; map = map->basis) {
@@ -96,7 +91,6 @@ void MapWindowWidget::RefreshMenu() {
   if (Focus() == FocusPlace::MapView) RefreshMapMenu(menu_, view);
   FollowFocus(menu_, Focus(), selected);
   menu_.At(CommandSave).enabled = SaveIsOffered(map_);
-  menu_.At(CommandHideInfo).checked = !IsInfoShown(view);
   menu_.At(CommandFullScreen).checked = isFullScreen();
   ShowMenu();
 }

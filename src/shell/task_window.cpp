@@ -29,7 +29,9 @@ TaskWindow::TaskWindow(Shell& shell)
                           this);
   hint->setAlignment(Qt::AlignCenter);
   hint->setWordWrap(true);
-  hint->setEnabled(false);
+  QPalette grey = hint->palette();
+  grey.setColor(QPalette::WindowText, grey.color(QPalette::PlaceholderText));
+  hint->setPalette(grey);
   setCentralWidget(hint);
   resize(FirstSize.boundedTo(screen()->availableSize()));
   connect(commands_, &CommandMenu::picked, this, [this](int id) { shell_.RunCommand(id, *this); });

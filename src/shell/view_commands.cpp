@@ -66,6 +66,7 @@ void Find(Shell& shell, ProgramWindow& window) {
 void HideInfo(Shell&, MapWindowWidget& window) {
   window.View().View().flags ^= MapWindowInfoShown;
   window.View().ShowMoved();
+  RefreshMapMenu(window.Menu(), window.View().View());
   window.RefreshMenu();
 }
 
