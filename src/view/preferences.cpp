@@ -1,7 +1,6 @@
 #include "view/preferences.h"
 
 #include "base/file_names.h"
-#include "base/files.h"
 #include "base/line_reader.h"
 #include "base/number_text.h"
 #include "base/text.h"
@@ -121,8 +120,9 @@ std::string PreferencesText(const Workspace& workspace, const WindowPreferences&
 
 void WritePreferences(const Workspace& workspace, const std::string& path,
                       const WindowPreferences& preferences,
-                      const std::vector<const MapWindow*>& windows) {
-  if (!path.empty()) WriteFileAtomically(path, PreferencesText(workspace, preferences, windows));
+                      const std::vector<const MapWindow*>& windows, const FileSystem& system) {
+  if (path.empty()) return;
+  WriteFileAtomically(path, PreferencesText(workspace, preferences, windows), system);
 }
 
 std::string DefaultDirectory(const std::string& home, const std::string& startDirectory,

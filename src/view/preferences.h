@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/files.h"
 #include "view/view_transform.h"
 
 #include <functional>
@@ -43,10 +44,12 @@ std::string PreferencesText(const Workspace& workspace, const WindowPreferences&
 
 /// Writes the file so that a crash or a full disk leaves the old one. A file that can't be written
 /// is passed over in silence, as it always was.
-/// \param path  empty to write nothing
+/// \param path    empty to write nothing
+/// \param system  what the file is written with; a test lets its calls fail
 void WritePreferences(const Workspace& workspace, const std::string& path,
                       const WindowPreferences& preferences,
-                      const std::vector<const MapWindow*>& windows);
+                      const std::vector<const MapWindow*>& windows,
+                      const FileSystem& system = SystemFiles());
 
 /// The directory of the program's own files.
 /// \param home            what the user has set for it in `ORVANE_HOME`; empty for nothing
