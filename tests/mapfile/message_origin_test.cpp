@@ -31,7 +31,9 @@ TEST(MessageOrigin, IsTheLineThatIsRead) {
   PlacedMessages messages;
   Workspace workspace(messages);
   const TemporaryFolder folder;
-  OpenMap(workspace, folder.Write("a.map", "G\tCamp\tN1 E10\n\nO\tCamp\nO\tCamp\n\r\n#\rO\tCamp"));
+  OpenMap(
+      workspace,
+      folder.Write("a.map", "G\tCamp\tN1 0'\tE10 0'\t100\t5\n\nO\tCamp\nO\tCamp\n\r\n#\rO\tCamp"));
   EXPECT_EQ(messages.places, (Places{"a.map:4", "a.map:7"}));
   EXPECT_EQ(messages.Origin(), nullptr);
 }
@@ -41,7 +43,7 @@ TEST(MessageOrigin, GoesIntoAnIncludedFileAndComesBack) {
   Workspace workspace(messages);
   const TemporaryFolder folder;
   const std::string inner = folder.Write("in.map", "\n\nO\tNowhere\nO\tCamp\n");
-  OpenMap(workspace, folder.Write("out.map", "G\tCamp\tN1 E10\nO\tCamp\nI " + inner +
+  OpenMap(workspace, folder.Write("out.map", "G\tCamp\tN1 0'\tE10 0'\t100\t5\nO\tCamp\nI " + inner +
                                                  "\nO\tCamp\nI " + folder.Path("no.map") + "\n"));
   EXPECT_EQ(messages.places, (Places{"in.map:3", "in.map:4", "out.map:4", "out.map:5"}));
 }
@@ -50,7 +52,7 @@ TEST(MessageOrigin, IsTheLineOfTheBasisForItsMessages) {
   PlacedMessages messages;
   Workspace workspace(messages);
   const TemporaryFolder folder;
-  folder.Write("basis.map", "G\tCamp\tN1 E10\nO\tCamp\nO\tCamp\n");
+  folder.Write("basis.map", "G\tCamp\tN1 0'\tE10 0'\t100\t5\nO\tCamp\nO\tCamp\n");
   OpenMap(workspace, folder.Write("top.map", "#\nB\tbasis.map\nO\tCamp\nO\tCamp\n"));
   EXPECT_EQ(messages.places, (Places{"basis.map:3", "top.map:4"}));
 }
@@ -71,7 +73,8 @@ TEST(MessageOrigin, TheRestOfALineThatIsTooLongIsTheSameLine) {
   // The comment takes several lines of the reader, and only the last is none.
   std::string text = "#";
   text.append(3 * LongestMapLine, 'x');
-  OpenMap(workspace, folder.Write("long.map", text + "\nG\tCamp\tN1 E10\nO\tCamp\nO\tCamp\n"));
+  OpenMap(workspace,
+          folder.Write("long.map", text + "\nG\tCamp\tN1 0'\tE10 0'\t100\t5\nO\tCamp\nO\tCamp\n"));
   ASSERT_EQ(messages.places.size(), 2U);
   EXPECT_EQ(messages.places[0], "long.map:1");
   EXPECT_EQ(messages.places[1], "long.map:4");

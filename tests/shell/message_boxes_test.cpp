@@ -1,13 +1,15 @@
 #include "shell/message_boxes.h"
 
 #include <QApplication>
-#include <QDialog>
-#include <QInputDialog>
+#include <QCheckBox>
+#include <QFontMetrics>
 #include <QLabel>
 #include <QLineEdit>
-#include <QListWidget>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTest>
 #include <QTimer>
 
@@ -15,6 +17,15 @@
 
 namespace orvane {
 namespace {
+
+/// What a box says, without the places where it may be broken.
+QString TextOf(QWidget& box) {
+  if (auto* message = qobject_cast<QMessageBox*>(&box)) {
+    return message->text().remove(QChar(0x200B));
+  }
+  const auto* label = box.findChild<QLabel*>(QStringLiteral("boxText"));
+  return label == nullptr ? QString() : label->text();
+}
 
 /// Answers each modal box as it comes up, and remembers what it said.
 class BoxWatcher {
@@ -27,19 +38,18 @@ class BoxWatcher {
 
   const QStringList& Texts() const { return texts_; }
   const QList<QMessageBox::Icon>& Icons() const { return icons_; }
-  const QStringList& Listed() const { return listed_; }
+  const QStringList& Titles() const { return titles_; }
+  /// Of each box, whether it had the check.
+  const QList<bool>& Checks() const { return checks_; }
 
  private:
   void Look() {
     QWidget* widget = QApplication::activeModalWidget();
     if (widget == nullptr) return;
-    if (auto* box = qobject_cast<QMessageBox*>(widget)) {
-      texts_.append(box->text());
-      icons_.append(box->icon());
-    } else if (auto* list = widget->findChild<QListWidget*>()) {
-      texts_.append(widget->findChild<QLabel*>()->text());
-      for (int i = 0; i < list->count(); ++i) listed_.append(list->item(i)->text());
-    }
+    texts_.append(TextOf(*widget));
+    titles_.append(widget->windowTitle());
+    checks_.append(widget->findChild<QCheckBox*>() != nullptr);
+    if (auto* box = qobject_cast<QMessageBox*>(widget)) icons_.append(box->icon());
     if (answer_) {
       answer_(*widget);
     } else {
@@ -50,14 +60,15 @@ class BoxWatcher {
   QTimer timer_;
   std::function<void(QWidget&)> answer_;
   QStringList texts_;
+  QStringList titles_;
   QList<QMessageBox::Icon> icons_;
-  QStringList listed_;
+  QList<bool> checks_;
 };
 
 QPushButton* ButtonOf(QWidget& box, const QString& text) {
   const auto buttons = box.findChildren<QPushButton*>();
   for (QPushButton* button : buttons) {
-    if (button->text() == text) return button;
+    if (button->text().remove(QLatin1Char('&')) == text) return button;
   }
   return nullptr;
 }
@@ -109,30 +120,105 @@ TEST(BoxMessages, FewMessagesOfABatchHaveABoxEachAtItsEnd) {
   EXPECT_EQ(watcher.Texts().size(), 3);
 }
 
-TEST(BoxMessages, ManyMessagesOfABatchStandInOneList) {
-  BoxMessages boxes;
-  BoxWatcher watcher;
-  {
-    const MessageBatch batch(boxes, QStringLiteral("opening a.map"));
-    for (int i = 0; i < 200; ++i) NoteWarning(boxes, "fault %s", {std::to_string(i)});
-  }
-  ASSERT_EQ(watcher.Texts().size(), 1);
-  EXPECT_TRUE(watcher.Texts()[0].contains(QStringLiteral("200")));
-  EXPECT_TRUE(watcher.Texts()[0].contains(QStringLiteral("a.map")));
-  ASSERT_EQ(watcher.Listed().size(), 200);
-  EXPECT_EQ(watcher.Listed()[0], QStringLiteral("fault 0"));
-  EXPECT_EQ(watcher.Listed()[199], QStringLiteral("fault 199"));
+/// Posts so many messages in one batch.
+void PostMany(BoxMessages& boxes, int count) {
+  const MessageBatch batch(boxes, QStringLiteral("opening a.map"));
+  for (int i = 0; i < count; ++i) NoteWarning(boxes, "fault %s", {std::to_string(i)});
 }
 
-TEST(BoxMessages, AListEndsWithHowManyItLeavesOut) {
+TEST(BoxMessages, FromTheThirdOnTheBoxesOfABatchHaveACheck) {
   BoxMessages boxes;
-  BoxWatcher watcher;
+  const BoxWatcher watcher;
+  int shown = 0;
+  boxes.showInWindow = [&shown](int) { ++shown; };
+  PostMany(boxes, 5);
+  EXPECT_EQ(watcher.Texts().size(), 5);
+  EXPECT_EQ(watcher.Checks(), (QList<bool>{false, false, true, true, true}));
+  EXPECT_EQ(shown, 0);
+  EXPECT_TRUE(watcher.Titles()[0].contains(QStringLiteral("opening a.map")));
+  NoteWarning(boxes, "alone");
+  EXPECT_FALSE(watcher.Checks().last());
+}
+
+TEST(BoxMessages, TheCheckLeavesTheRestToTheWindow) {
+  BoxMessages boxes;
   {
-    const MessageBatch batch(boxes, QStringLiteral("opening a.map"));
-    for (int i = 0; i < 5000; ++i) NoteWarning(boxes, "fault");
+    const BoxWatcher before;
+    NoteWarning(boxes, "before");
   }
-  ASSERT_EQ(watcher.Listed().size(), 1001);
-  EXPECT_TRUE(watcher.Listed().last().contains(QStringLiteral("4000")));
+  int row = -1;
+  boxes.showInWindow = [&row](int given) { row = given; };
+  const BoxWatcher watcher([](QWidget& box) {
+    auto* check = box.findChild<QCheckBox*>();
+    if (check != nullptr) {
+      EXPECT_EQ(check->text(), QStringLiteral("&Show the rest in the messages window only"));
+      QTest::keyClick(check, Qt::Key_Space);
+      EXPECT_TRUE(check->isChecked());
+    }
+    QTest::keyClick(&box, Qt::Key_Return);
+  });
+  PostMany(boxes, 200);
+  EXPECT_EQ(watcher.Texts().size(), 3);
+  EXPECT_EQ(row, 1 + 3);  // behind the one before
+  ASSERT_EQ(boxes.Log().rowCount(), 201);
+  EXPECT_EQ(boxes.Log().At(4).text, QStringLiteral("fault 3"));
+  // The next read begins anew.
+  PostMany(boxes, 3);
+  EXPECT_EQ(watcher.Texts().size(), 6);
+}
+
+TEST(BoxMessages, TheCheckOfTheLastBoxLeavesNothing) {
+  BoxMessages boxes;
+  int shown = 0;
+  boxes.showInWindow = [&shown](int) { ++shown; };
+  const BoxWatcher watcher([](QWidget& box) {
+    if (auto* check = box.findChild<QCheckBox*>()) check->setChecked(true);
+    QTest::keyClick(&box, Qt::Key_Return);
+  });
+  PostMany(boxes, 3);
+  EXPECT_EQ(watcher.Texts().size(), 3);
+  EXPECT_EQ(shown, 0);
+}
+
+TEST(BoxMessages, EveryMessageIsLoggedWithItsOrigin) {
+  BoxMessages boxes;
+  const BoxWatcher watcher;
+  {
+    OriginScope origin(boxes, "/maps/a.map");
+    origin.NextLine();
+    origin.NextLine();
+    NoteError(boxes, "bad line");
+  }
+  NoteInternalError(boxes, "odd");
+  ASSERT_EQ(boxes.Log().rowCount(), 2);
+  EXPECT_EQ(boxes.Log().At(0).text, QStringLiteral("bad line"));
+  EXPECT_EQ(boxes.Log().At(0).origin.file, "/maps/a.map");
+  EXPECT_EQ(boxes.Log().At(0).origin.line, 2U);
+  EXPECT_EQ(boxes.Log().At(1).text, QStringLiteral("Internal Error: odd"));
+  EXPECT_EQ(boxes.Log().At(1).origin.file, "");
+  EXPECT_EQ(boxes.Log().At(1).severity, Severity::InternalError);
+}
+
+TEST(BoxMessages, ACutMessageIsStillReadAsUtf8) {
+  BoxMessages boxes;
+  const BoxWatcher watcher;
+  std::string name = "x";
+  for (int i = 0; i < 150; ++i) name += "\xC3\xAD";
+  NoteError(boxes, "%s", {name});
+  ASSERT_EQ(watcher.Texts().size(), 1);
+  EXPECT_EQ(watcher.Texts()[0], QLatin1Char('x') + QString(99, QChar(0xED)));
+}
+
+TEST(BoxMessages, ALongPathDoesNotMakeABoxWiderThanTheScreen) {
+  BoxMessages boxes;
+  int width = 0;
+  const BoxWatcher watcher([&width](QWidget& box) {
+    width = box.width();
+    QTest::keyClick(&box, Qt::Key_Return);
+  });
+  NoteError(boxes, "Can't open file %s", {"/" + std::string(400, 'W')});
+  EXPECT_GT(width, 0);
+  EXPECT_LE(width, QApplication::primaryScreen()->availableGeometry().width());
 }
 
 TEST(BoxMessages, AnEmptyBatchShowsNothing) {
@@ -176,6 +262,159 @@ TEST(BoxMessages, ReturnIsTheFirstButtonAndClosingTheSecond) {
   {
     const BoxWatcher watcher([](QWidget& box) { box.close(); });
     EXPECT_EQ(AskUser(boxes, "T", "OK", "", "", "text"), 1);
+  }
+}
+
+TEST(BuiltBox, ALetterOfItsTextPressesAButton) {
+  for (const auto& [key, number] :
+       {std::pair{Qt::Key_S, 1}, std::pair{Qt::Key_C, 2}, std::pair{Qt::Key_D, 3}}) {
+    BoxMessages boxes;
+    const BoxWatcher watcher(
+        [key = key](QWidget& box) { QTest::keyClick(&box, key, Qt::AltModifier); });
+    EXPECT_EQ(AskUser(boxes, "Save Map?", "Save", "Cancel", "Don't Save", "text"), number);
+  }
+}
+
+TEST(BuiltBox, ReturnOnAnotherButtonPressesThat) {
+  BoxMessages boxes;
+  const BoxWatcher watcher([](QWidget& box) {
+    QTest::keyClick(box.focusWidget(), Qt::Key_Tab);
+    QTest::keyClick(box.focusWidget(), Qt::Key_Tab);
+    QTest::keyClick(box.focusWidget(), Qt::Key_Return);
+  });
+  EXPECT_EQ(AskUser(boxes, "T", "Save", "Cancel", "Don't Save", "text"), 3);
+}
+
+TEST(BuiltBox, IsLaidOutFromTheRealMetrics) {
+  BoxMessages boxes;
+  const BoxWatcher watcher([](QWidget& box) {
+    const QFontMetrics metrics(box.font());
+    const QString text = QStringLiteral("The quick brown fox jumps over the lazy dog");
+    const auto* save = ButtonOf(box, QStringLiteral("Save"));
+    const auto* last = ButtonOf(box, QStringLiteral("Don't Save"));
+    ASSERT_NE(save, nullptr);
+    EXPECT_EQ(save->width(), metrics.horizontalAdvance(QStringLiteral("Don't Save")) + 20);
+    EXPECT_EQ(last->width(), save->width());
+    EXPECT_TRUE(save->isDefault());
+    EXPECT_EQ(box.width(),
+              std::max(metrics.horizontalAdvance(text) + 72, 16 + 3 * (save->width() + 14)));
+    EXPECT_EQ(save->y(), 42 + 10);
+    EXPECT_EQ(box.height(), 42 + save->height() + 25);
+    const QRect screen = box.screen()->availableGeometry();
+    EXPECT_EQ(box.x(), screen.x() + (screen.width() - box.width()) / 2);
+    EXPECT_EQ(box.y(), screen.y() + (screen.height() - box.height()) / 3);
+    EXPECT_EQ(box.windowTitle(), QStringLiteral("Save Map?"));
+    EXPECT_EQ(box.accessibleDescription(), text);
+    EXPECT_EQ(save->accessibleName(), QStringLiteral("Save"));
+    box.close();
+  });
+  AskUser(boxes, "Save Map?", "Save", "Cancel", "Don't Save", "%s",
+          {"The quick brown fox jumps over the lazy dog"});
+}
+
+TEST(BuiltBox, MarkupAndMarksInTextsAreShownAsTheyAre) {
+  BoxMessages boxes;
+  const BoxWatcher watcher([](QWidget& box) {
+    EXPECT_EQ(TextOf(box), QStringLiteral("<b>R&D</b> has changed"));
+    EXPECT_EQ(box.findChildren<QPushButton*>()[0]->text(), QStringLiteral("&R&&D"));
+    box.close();
+  });
+  EXPECT_EQ(AskUser(boxes, "T", "R&D", "No", "", "%s has changed", {"<b>R&D</b>"}), 2);
+}
+
+TEST(BuiltBox, AnEmptyFirstButtonLetsTheOthersChangePlaces) {
+  BoxMessages boxes;
+  int answer = 0;
+  {
+    const BoxWatcher watcher([](QWidget& box) {
+      const auto* stop = ButtonOf(box, QStringLiteral("Stop"));
+      const auto* go = ButtonOf(box, QStringLiteral("Go on"));
+      ASSERT_NE(stop, nullptr);
+      ASSERT_NE(go, nullptr);
+      EXPECT_LT(go->x(), stop->x());
+      QTest::keyClick(&box, Qt::Key_Return);
+    });
+    answer = AskUser(boxes, "T", "", "Stop", "Go on", "text");
+  }
+  EXPECT_EQ(answer, 3);
+  const BoxWatcher watcher([](QWidget& box) { box.close(); });
+  EXPECT_EQ(AskUser(boxes, "T", "", "Stop", "Go on", "text"), 2);
+}
+
+/// The box lies within the screen, and its buttons within the box.
+void ExpectFits(const QWidget& box) {
+  const QRect screen = box.screen()->availableGeometry();
+  EXPECT_LE(box.width(), screen.width());
+  EXPECT_LE(box.height(), screen.height());
+  const auto buttons = box.findChildren<QPushButton*>();
+  for (const QPushButton* button : buttons) EXPECT_TRUE(box.rect().contains(button->geometry()));
+}
+
+TEST(BuiltBox, AHighTextIsScrolled) {
+  BoxMessages boxes;
+  std::string text;
+  for (int i = 0; i < 300; ++i) text += "line " + std::to_string(i) + "\n";
+  const BoxWatcher watcher([](QWidget& box) {
+    ExpectFits(box);
+    auto* area = box.findChild<QScrollArea*>();
+    ASSERT_NE(area, nullptr);
+    EXPECT_GT(area->verticalScrollBar()->maximum(), 0);
+    EXPECT_TRUE(TextOf(box).contains(QStringLiteral("line 299")));
+    box.close();
+  });
+  EXPECT_EQ(AskUser(boxes, "T", "Open", "Leave", "", "%s", {text}), 2);
+}
+
+TEST(BuiltBox, AWideTextIsWrapped) {
+  BoxMessages boxes;
+  std::string text = "1\n2\n3\n4\n";
+  for (int i = 0; i < 400; ++i) text += "Word" + std::to_string(i) + " ";
+  text += std::string(1000, 'W');
+  const BoxWatcher watcher([](QWidget& box) {
+    ExpectFits(box);
+    const QFontMetrics metrics(box.font());
+    const auto* label = box.findChild<QLabel*>(QStringLiteral("boxText"));
+    EXPECT_TRUE(label->text().contains(QStringLiteral("Word399")));
+    const QStringList lines = label->text().split(QLatin1Char('\n'));
+    for (const QString& line : lines) {
+      EXPECT_LE(metrics.horizontalAdvance(line), label->width()) << line.toStdString();
+    }
+    box.close();
+  });
+  EXPECT_EQ(AskUser(boxes, "T", "Open", "Leave", "", "%s", {text}), 2);
+}
+
+TEST(BuiltBox, APromptHasTheFocusInItsFieldWithTheTextSelected) {
+  BoxMessages boxes;
+  std::string buffer = "old";
+  const BoxWatcher watcher([](QWidget& box) {
+    auto* field = box.findChild<QLineEdit*>();
+    ASSERT_NE(field, nullptr);
+    EXPECT_EQ(box.focusWidget(), field);
+    EXPECT_EQ(field->x(), 15);
+    EXPECT_EQ(field->width(), box.width() - 30);
+    EXPECT_EQ(field->accessibleName(), QStringLiteral("Find what?"));
+    EXPECT_EQ(field->y() + field->height() + 10, ButtonOf(box, QStringLiteral("OK"))->y());
+    QTest::keyClicks(field, QStringLiteral("Camp"));
+    QTest::keyClick(field, Qt::Key_Return);
+  });
+  EXPECT_TRUE(PromptForText(boxes, "Find", "Find what?", buffer, 100));
+  EXPECT_EQ(buffer, "Camp");
+}
+
+TEST(BuiltBox, CancelAndClosingEmptyTheAnswer) {
+  for (const bool byButton : {true, false}) {
+    BoxMessages boxes;
+    const BoxWatcher watcher([byButton](QWidget& box) {
+      if (byButton) {
+        QTest::mouseClick(ButtonOf(box, QStringLiteral("Cancel")), Qt::LeftButton);
+      } else {
+        box.close();
+      }
+    });
+    std::string buffer = "before";
+    EXPECT_FALSE(PromptForText(boxes, "Find", "Find what?", buffer, 100));
+    EXPECT_EQ(buffer, "");
   }
 }
 

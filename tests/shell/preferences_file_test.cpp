@@ -1,0 +1,174 @@
+// The preferences in the start and the end of the program.
+
+#include "shell/preferences_file.h"
+
+#include "shell/shell_case.h"
+#include "view/scale_text.h"
+
+#include <QStandardPaths>
+
+#include <filesystem>
+
+namespace orvane {
+namespace {
+
+class PreferencesFileTest : public ShellCase {
+ protected:
+  PreferencesFileTest() { PlugPreferences(shell_, own_.Path("own")); }
+
+  std::string Stored() const { return own_.Read("own/Orvane.prf"); }
+
+  TemporaryFolder own_;
+};
+
+TEST_F(PreferencesFileTest, TheDirectoryIsMade) {
+  EXPECT_EQ(shell_.ownDirectory, own_.Path("own"));
+  EXPECT_TRUE(std::filesystem::is_directory(own_.Path("own")));
+  EXPECT_FALSE(std::filesystem::exists(own_.Path("own/Orvane.prf")));
+}
+
+TEST_F(PreferencesFileTest, WithoutAFileAMapIsAskedFor) {
+  shell_.Start({});
+  ASSERT_EQ(dialogs_->questions.size(), 1U);
+  EXPECT_EQ(dialogs_->questions[0].title, "Open Map...");
+  EXPECT_TRUE(Texts().empty());
+}
+
+TEST_F(PreferencesFileTest, AllWindowsComeBackAndTheOldestAsItWas) {
+  const std::string first = WriteMap("first.map");
+  const std::string second = WriteMap("second.map");
+  own_.Write("own/Orvane.prf", "TrailWidth=150\r\nDefaultMap=" + second + "\r\nScale=9\r\n" +
+                                   "DefaultMap=" + first +
+                                   "\r\nCenterLon=10.005\r\nCenterLat=1.005\r\nScale=0.25\r\n"
+                                   "HideGrid=1\r\nRotate=90\r\n");
+  shell_.Start({});
+  ASSERT_EQ(shell_.OpenWindows().size(), 2U);
+  MapWindowWidget& oldest = *shell_.OpenWindows()[1];
+  MapWindowWidget& newest = *shell_.OpenWindows()[0];
+  EXPECT_EQ(oldest.TheMap().fileName, second);
+  EXPECT_EQ(newest.TheMap().fileName, first);
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&newest));
+  const MapWindow& view = newest.View().View();
+  EXPECT_EQ(view.scale, 0.25F);
+  EXPECT_EQ(view.rotation, 90);
+  EXPECT_EQ(view.centralLongitude, 10.005);
+  EXPECT_NE(view.flags & MapWindowGridsHidden, 0U);
+  EXPECT_TRUE(newest.Menu().At(CommandHideGrids).checked);
+  // The other is fitted to its data.
+  EXPECT_NE(oldest.View().View().scale, 9);
+  EXPECT_EQ(oldest.View().View().rotation, 0);
+  EXPECT_EQ(shell_.trailWidth, 150);
+  EXPECT_TRUE(dialogs_->questions.empty());
+}
+
+TEST_F(PreferencesFileTest, AFileOfTheCommandLineKeepsTheLastMapAway) {
+  const std::string given = WriteMap("given.map");
+  const std::string before = WriteMap("before.map");
+  const std::string last = WriteMap("last.map");
+  own_.Write("own/Orvane.prf",
+             "DefaultMap=" + before + "\nDefaultMap=" + last + "\nScale=0.5\nEuropeanDates=1\n");
+  shell_.Start({given});
+  ASSERT_EQ(shell_.OpenWindows().size(), 2U);
+  EXPECT_EQ(shell_.OpenWindows()[0]->TheMap().fileName, before);
+  EXPECT_EQ(shell_.OpenWindows()[1]->TheMap().fileName, given);
+  EXPECT_TRUE(shell_.OpenWindows()[1]->Menu().At(CommandEuropeanDates).checked);
+  // It takes its view when the user opens it later.
+  MapWindowWidget& window = OpenActive(last);
+  EXPECT_EQ(window.View().View().scale, 0.5F);
+}
+
+TEST_F(PreferencesFileTest, TheViewIsForTheVeryNameOnly) {
+  const std::string map = WriteMap("site.map");
+  own_.Write("own/Orvane.prf", "Scale=0.5\nDefaultMap=" + folder_.Path("./site.map") + "\n");
+  shell_.Start({});
+  ASSERT_EQ(shell_.OpenWindows().size(), 1U);
+  ASSERT_TRUE(QTest::qWaitForWindowActive(shell_.OpenWindows()[0]));
+  EXPECT_EQ(shell_.OpenWindows()[0]->View().View().scale, 0.5F);
+  MapWindowWidget& other = shell_.OpenMapWindow(MakeMap(workspace_, map));
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+  EXPECT_NE(other.View().View().scale, 0.5F);
+}
+
+TEST_F(PreferencesFileTest, AWindowThatOpensInTheMiddleOfTheReadHasItsPanels) {
+  const std::string map = WriteMap("a.map");
+  own_.Write("own/Orvane.prf", "TrailWidth=\nDefaultMap=" + map + "\nDefaultMap=" + map + "\n");
+  shell_.Start({});
+  EXPECT_EQ(shell_.OpenWindows().size(), 2U);
+  EXPECT_EQ(shell_.trailWidth, 0);
+}
+
+TEST_F(PreferencesFileTest, UnknownLinesAreToldEach) {
+  own_.Write("own/Orvane.prf", "Colour=red\r\nTrailHeight=90\r\nnonsense\r\n");
+  shell_.Start({WriteMap("a.map")});
+  EXPECT_EQ(Texts(), (std::vector<std::string>{"Unknown preference: Colour=red",
+                                               "Unknown preference: nonsense"}));
+  EXPECT_EQ(shell_.trailHeight, 90);
+}
+
+TEST_F(PreferencesFileTest, ExitWritesThemFirstOfAll) {
+  MapWindowWidget& window = OpenActive(WriteMap("site.map"));
+  shell_.SetMapDirty(window.TheMap(), true);
+  shell_.trailWidth = 123;
+  messages_.answers = {2};
+  EXPECT_FALSE(shell_.ExitFlow());
+  const std::string text = Stored();
+  EXPECT_EQ(text.substr(0, text.find("CenterLon")),
+            "EuropeanDates=0\r\nTrailWidth=123\r\nTrailHeight=200\r\nDefaultMap=" +
+                folder_.Path("site.map") + "\r\n");
+}
+
+TEST_F(PreferencesFileTest, AnUntitledMapIsNotNamed) {
+  OpenNew();
+  workspace_.preferences = {.europeanDates = true, .showHiddenNames = true};
+  EXPECT_TRUE(shell_.ExitFlow());
+  EXPECT_EQ(Stored(),
+            "ShowHiddenNames=1\r\nEuropeanDates=1\r\nTrailWidth=100\r\nTrailHeight=200\r\n");
+}
+
+TEST_F(PreferencesFileTest, WhatOneRunWritesTheNextOneShows) {
+  OpenActive(WriteMap("old.map"));
+  MapWindow& view = shell_.OpenWindows()[0]->View().View();
+  OpenActive(WriteMap("new.map"));
+  view.rotation = 30;
+  ZoomToScale(view, 0.125);
+  const double longitude = view.centralLongitude;
+  EXPECT_TRUE(shell_.ExitFlow());
+  DeliverDeletes();
+
+  Workspace workspace(messages_);
+  Shell next(workspace, boxes_);
+  PlugPreferences(next, own_.Path("own"));
+  next.Start({});
+  ASSERT_EQ(next.OpenWindows().size(), 2U);
+  MapWindowWidget& oldest = *next.OpenWindows()[0];
+  EXPECT_EQ(oldest.TheMap().fileName, folder_.Path("old.map"));
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&oldest));
+  EXPECT_EQ(oldest.View().View().scale, 0.125F);
+  EXPECT_EQ(oldest.View().View().rotation, 30);
+  EXPECT_NEAR(oldest.View().View().centralLongitude, longitude, 1e-4);
+  while (!next.OpenWindows().empty()) next.OpenWindows().front()->TryClose();
+  DeliverDeletes();
+}
+
+class DefaultPlaceTest : public ShellCase {};
+
+TEST_F(DefaultPlaceTest, OrvaneHomeIsTakenForFilesAndDialogs) {
+  const TemporaryFolder home;
+  qputenv("ORVANE_HOME", QByteArray::fromStdString(home.Path()));
+  PlugDefaultPreferences(shell_);
+  qunsetenv("ORVANE_HOME");
+  EXPECT_EQ(shell_.ownDirectory, home.Path());
+  EXPECT_EQ(shell_.dialogDirectory, home.Path());
+}
+
+TEST_F(DefaultPlaceTest, WithoutItThePlatformTells) {
+  QStandardPaths::setTestModeEnabled(true);
+  PlugDefaultPreferences(shell_);
+  const QString user = QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation);
+  QStandardPaths::setTestModeEnabled(false);
+  EXPECT_EQ(shell_.ownDirectory, user.toStdString());
+  EXPECT_EQ(shell_.dialogDirectory, folder_.Path());  // files of the user are not looked for there
+}
+
+}  // namespace
+}  // namespace orvane
