@@ -41,13 +41,27 @@ QStringList Wrapped(const QString& line, const QFont& font, int width) {
   return lines;
 }
 
+/// The width that the text behind the fourth line is wrapped to: one long line across the whole
+/// screen reads badly.
+int WidthOfRest(const QStringList& lines, const QFont& font) {
+  constexpr int GoodLineLength = 60;
+  const QFontMetrics metrics(font);
+  int width = GoodLineLength * metrics.averageCharWidth();
+  for (const QString& line : lines) width = std::max(width, metrics.horizontalAdvance(line));
+  return width;
+}
+
 /// The lines of a message as they stand on the screen.
 QStringList ShownLines(const std::string& text, const QFont& font, int widest) {
   QStringList lines;
   for (const std::string& broken : BreakMessage(text)) {
+    int width = widest;
+    if (lines.size() >= static_cast<qsizetype>(MostMessageLines)) {
+      width = std::min(width, WidthOfRest(lines, font));
+    }
     // The last one may hold line feeds.
     const QStringList parts = DisplayText(broken).split(QLatin1Char('\n'));
-    for (const QString& part : parts) lines.append(Wrapped(part, font, widest));
+    for (const QString& part : parts) lines.append(Wrapped(part, font, width));
   }
   return lines;
 }

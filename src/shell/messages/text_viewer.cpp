@@ -63,6 +63,7 @@ TextViewer::TextViewer(QWidget* parent)
 void TextViewer::ShowLine(const std::string& file, size_t line) {
   setWindowTitle(DisplayText(BaseName(file)));
   text_->clear();
+  show();  // now, so that the line can come to the middle
   const auto content = ReadWholeFile(file);
   if (!content) {
     place_->setText(tr("%1 can't be read").arg(LocalFileName(file)));
@@ -76,7 +77,6 @@ void TextViewer::ShowLine(const std::string& file, size_t line) {
                                          LocalFileName(file)));
     Mark(line);
   }
-  show();
   raise();
   activateWindow();
   text_->setFocus();
