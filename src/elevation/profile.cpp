@@ -165,6 +165,7 @@ void SampleLine(ElevationView& view) {
 bool FillGapsPass(ElevationView& view, std::vector<ElevationStep>* steps) {
   std::vector<ElevationStep> found = FindSteps(view.samples);
   std::vector<LatLon> places;
+  places.reserve(found.size());
   for (const ElevationStep& step : found) {
     places.push_back(view.samples[static_cast<size_t>(step.middle)].position);
   }

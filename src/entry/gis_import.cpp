@@ -99,8 +99,9 @@ PackedDate OwnDate(const GisTrack& track, const Workspace& workspace) {
   if (track.date.empty()) return 0;
   const auto date = WholeDate(track.date, workspace.preferences.europeanDates);
   if (!date) {
-    NoteWarning(workspace.messages, "Bad date %s of track %s, which gets none",
-                {track.date, track.name});
+    NoteWarning(
+        workspace.messages, "Bad date %s of track %s, which gets none",
+        {track.date, track.name.empty() ? "<nameless trail>" : std::string_view(track.name)});
   }
   return date.value_or(0);
 }

@@ -40,21 +40,21 @@ enum class Element : unsigned char {
 
 /// Which names mean something within which element.
 struct Place {
-  Element within;
   std::string_view name;
+  Element within;
   Element element;
 };
 constexpr Place Places[] = {
-    {Element::Gpx, "wpt", Element::Waypoint},
-    {Element::Gpx, "rte", Element::Route},
-    {Element::Gpx, "trk", Element::Track},
-    {Element::Waypoint, "name", Element::Name},
-    {Element::Waypoint, "ele", Element::Elevation},
-    {Element::Track, "name", Element::Name},
-    {Element::Track, "trkseg", Element::Segment},
-    {Element::Segment, "trkpt", Element::TrackPoint},
-    {Element::TrackPoint, "ele", Element::Elevation},
-    {Element::TrackPoint, "time", Element::Time},
+    {"wpt", Element::Gpx, Element::Waypoint},
+    {"rte", Element::Gpx, Element::Route},
+    {"trk", Element::Gpx, Element::Track},
+    {"name", Element::Waypoint, Element::Name},
+    {"ele", Element::Waypoint, Element::Elevation},
+    {"name", Element::Track, Element::Name},
+    {"trkseg", Element::Track, Element::Segment},
+    {"trkpt", Element::Segment, Element::TrackPoint},
+    {"ele", Element::TrackPoint, Element::Elevation},
+    {"time", Element::TrackPoint, Element::Time},
 };
 
 /// The part behind a namespace's prefix.

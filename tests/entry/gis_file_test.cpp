@@ -43,6 +43,13 @@ struct GisText : testing::Test {
   }
 };
 
+/// A line of ten million letters.
+std::string LongText() {
+  std::string text;
+  text.resize(10000000, 'n');
+  return text;
+}
+
 using GisLines = GisText;
 using Gpx = GisText;
 
@@ -163,7 +170,7 @@ TEST_F(GisLines, ControlCharactersInANameBecomeBlanks) {
 
 TEST_F(GisLines, UnboundedColumnsAndLinesAreReadAllTheSame) {
   const std::string wide(1000000, ',');
-  const std::string longName(10000000, 'n');
+  const std::string longName = LongText();
   const GisFile file = Read("name" + wide + "\nA,,,,1,115,7" + wide + "\n" + longName +
                             ",,,,2,115\n\"" + longName + "\n");
   ASSERT_EQ(file.waypoints.size(), 2U);
@@ -194,7 +201,7 @@ TEST_F(GisLines, NothingComesOfNothing) {
 
 /// Whatever names and quotes are put in, the same fixes come out, each in the track of its name.
 TEST_F(GisLines, EveryFixComesOutOnceInOrder) {
-  const std::string names[] = {"A", "b", "\"B\"", "\"c,d\"", "", "\"e\"\"f\""};
+  const std::string names[] = {"A", "b", R"("B")", R"("c,d")", "", R"("e""f")"};
   const std::string tracks[] = {"A", "b", "b", "c,d", "", "e\"f"};
   for (unsigned seed = 1; seed <= 50; ++seed) {
     SCOPED_TRACE(seed);
@@ -204,7 +211,7 @@ TEST_F(GisLines, EveryFixComesOutOnceInOrder) {
     for (int i = 0; i < 40; ++i) {
       const size_t name = random() % 6;
       const double lat = static_cast<double>(random() % 90000) / 1000;
-      text += names[name] + ",,\"q\"\"\",," + FormatGeneral(lat, 17) + ",5\n";
+      text += names[name] + R"(,,"q""",,)" + FormatGeneral(lat, 17) + ",5\n";
       expected.emplace_back(tracks[name], lat);
     }
     const GisFile file = Read(text);
@@ -335,7 +342,7 @@ TEST_F(Gpx, DeepAndWideFilesAreRead) {
   for (int i = 0; i < Depth; ++i) text += "</x>";
   text += "<wpt lat='1' lon='2' ";
   for (int i = 0; i < Depth; ++i) text += "a" + std::to_string(i) + "='' ";
-  text += "><name>" + std::string(10000000, 'n') + "</name></wpt></gpx>";
+  text += "><name>" + LongText() + "</name></wpt></gpx>";
   EXPECT_EQ(WaypointNames(Read(text)), Texts{std::string(LongestGisName, 'n')});
   EXPECT_EQ(Said(), Texts{});
 }
