@@ -18,6 +18,7 @@ int ImportCommand(Map& map, LineMessages& messages, const ImportRequest& request
     return ExitFailed;
   }
   reading.spec.file = *sheet;
+  reading.spec.fileName = request.sheet;
   SheetLogs logs;
   const SheetOutcome outcome =
       RunSpreadsheetImport(reading.spec, logs, [](const std::string& name, std::string_view text) {

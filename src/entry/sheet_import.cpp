@@ -124,9 +124,13 @@ class SheetImport {
 };
 
 bool SheetImport::Run() {
+  OriginScope origin(workspace_.messages, spec_.fileName);
   SheetLines lines(spec_.file);
-  for (int i = 0; i < spec_.skipCount; ++i) lines.Next();
+  for (int i = 0; i < spec_.skipCount; ++i) {
+    if (lines.Next()) origin.NextLine();
+  }
   while (const auto row = lines.Next()) {
+    origin.NextLine();
     if (!row->empty() && ReadRow(*row) == RowResult::Abandon) return false;
   }
   if (stop_.IsPending()) EndStop(lastTime_);

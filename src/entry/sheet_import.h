@@ -32,6 +32,7 @@ using SmCounts = std::array<std::int64_t, 3>;
 struct ImportSpec {
   Map* map = nullptr;                ///< what the trails are added to
   std::string_view file;             ///< the whole sheet; must outlive the import
+  std::string fileName;              ///< where it lies, for the origin of messages
   int skipCount = ColumnBlank;       ///< lines before the first row; none if blank
   int timeColumn = ColumnBlank;      ///< never below 0
   int locationColumn = ColumnBlank;  ///< never below 0

@@ -22,7 +22,13 @@ class ScriptedMessages : public RecordedMessages {
     return next_ < answers.size() ? answers[next_++] : 1;
   }
 
+  void Post(Severity severity, const std::string& text) override {
+    RecordedMessages::Post(severity, text);
+    origins.push_back(Origin() == nullptr ? MessageOrigin() : *Origin());
+  }
+
   std::vector<int> answers;
+  std::vector<MessageOrigin> origins;  ///< of all messages
 
  private:
   size_t next_ = 0;
@@ -68,6 +74,7 @@ struct SheetCase : testing::Test {
     SheetReading reading = ReadSheetFields(fields, map);
     EXPECT_FALSE(reading.refusal) << reading.refusal->message;
     reading.spec.file = sheet;
+    reading.spec.fileName = "follows.txt";
     return RunSpreadsheetImport(reading.spec, logs,
                                 [&](const std::string& name, std::string_view text) {
                                   if (folderIsClosed) return WriteResult::CannotOpen;

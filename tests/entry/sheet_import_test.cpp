@@ -406,6 +406,17 @@ TEST_F(SheetImportTest, TimeThatRunsBackwardsIsToldOnce) {
   EXPECT_EQ(Said().size(), 2U);
 }
 
+TEST_F(SheetImportTest, MessagesComeFromTheLineOfTheirRow) {
+  Map& map = Open(Site);
+  messages.origins.clear();
+  SheetFields fields = Columns();
+  fields[SheetSkip] = "2";
+  Import(map, "Title\nNames\n\n" + Row("1000", "Main0") + Row("0930", "Main0"), fields);
+  ASSERT_EQ(messages.origins.size(), 1U);
+  EXPECT_EQ(messages.origins[0].file, "follows.txt");
+  EXPECT_EQ(messages.origins[0].line, 5U);
+}
+
 TEST_F(SheetImportTest, ARowWithoutATimeCountsAsMidnightInThatWarning) {
   Map& map = Open(Site);
   SheetFields fields = Columns();
