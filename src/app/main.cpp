@@ -1,4 +1,4 @@
-#include "shell/message_boxes.h"
+#include "shell/messages/box_messages.h"
 #include "shell/preferences_file.h"
 #include "shell/shell.h"
 #include "shell/toolkit_hook.h"

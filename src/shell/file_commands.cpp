@@ -10,7 +10,7 @@
 #include "shell/entry/gis_trail_window.h"
 #include "shell/map/map_view.h"
 #include "shell/map_window_widget.h"
-#include "shell/message_boxes.h"
+#include "shell/messages/box_messages.h"
 #include "shell/shell.h"
 #include "view/view_transform.h"
 

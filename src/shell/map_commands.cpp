@@ -5,7 +5,7 @@
 #include "paint/display_text.h"
 #include "shell/map/map_view.h"
 #include "shell/map_window_widget.h"
-#include "shell/message_boxes.h"
+#include "shell/messages/box_messages.h"
 #include "shell/shell.h"
 #include "trails/checks.h"
 #include "view/panel_rows.h"

@@ -4,7 +4,7 @@
 #include "shell/files/local_files.h"
 #include "shell/map/map_view.h"
 #include "shell/map_window_widget.h"
-#include "shell/message_boxes.h"
+#include "shell/messages/box_messages.h"
 #include "shell/shell.h"
 #include "view/preferences.h"
 

@@ -12,7 +12,7 @@
 #include "shell/map/map_view.h"
 #include "shell/map_commands.h"
 #include "shell/map_window_widget.h"
-#include "shell/message_boxes.h"
+#include "shell/messages/box_messages.h"
 #include "shell/messages/messages_window.h"
 #include "shell/picture_commands.h"
 #include "shell/task_window.h"

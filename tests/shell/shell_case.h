@@ -4,7 +4,7 @@
 #include "shell/command_menu.h"
 #include "shell/map/map_view.h"
 #include "shell/map_window_widget.h"
-#include "shell/message_boxes.h"
+#include "shell/messages/box_messages.h"
 #include "shell/shell.h"
 #include "shell/task_window.h"
 #include "support/scripted_questions.h"

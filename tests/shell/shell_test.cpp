@@ -2,7 +2,7 @@
 
 #include "shell/map/map_view.h"
 #include "shell/map_window_widget.h"
-#include "shell/message_boxes.h"
+#include "shell/messages/box_messages.h"
 
 #include <QApplication>
 #include <QDropEvent>

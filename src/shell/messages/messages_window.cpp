@@ -2,7 +2,7 @@
 
 #include "paint/display_text.h"
 #include "shell/files/local_files.h"
-#include "shell/message_boxes.h"
+#include "shell/messages/box_messages.h"
 #include "shell/messages/message_log.h"
 #include "shell/messages/text_viewer.h"
 #include "shell/shell.h"

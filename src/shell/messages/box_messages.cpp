@@ -1,4 +1,4 @@
-#include "shell/message_boxes.h"
+#include "shell/messages/box_messages.h"
 
 #include "base/utf8.h"
 #include "paint/display_text.h"
