@@ -126,7 +126,8 @@ std::optional<std::vector<GeoPath>> CutRing(const GeoPath& unrolled) {
   const double last = std::floor((east->lon + HalfTurn) / FullTurn);
   if (last - first >= MostTurnsOfArea) return std::nullopt;
   std::vector<GeoPath> rings;
-  for (double turn = first; turn <= last; ++turn) {
+  for (int i = 0; i <= static_cast<int>(last - first); ++i) {
+    const double turn = first + i;
     GeoPath part = ClipRing(ClipRing(unrolled, WestOf(turn), 1), EastOf(turn), -1);
     // Where the ring only touches the meridian nothing lies beyond it.
     if (part.size() < 3 || DirectedArea(part) == 0) continue;

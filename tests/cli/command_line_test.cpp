@@ -376,5 +376,30 @@ TEST_F(CommandLine, OutputThatCannotBeWrittenIsAFailure) {
   }
 }
 
+TEST_F(CommandLine, ExportNeedsOneForm) {
+  ExpectWrongUsage({"export", "site.map"}, "DIRECTORY or --geojson FILE");
+  ExpectWrongUsage({"export", "site.map", ".", "--geojson", "a"}, "--geojson");
+  ExpectWrongUsage({"export", "site.map", "--prj", "--geojson", "a"}, "--geojson");
+}
+
+TEST_F(CommandLine, ExportWritesShapefilesIntoAFolder) {
+  EXPECT_EQ(Do({"export", "site.map", ".", "--prj"}).status, 0);
+  EXPECT_EQ(folder.Read("points.cpg"), "ISO-8859-1");
+  EXPECT_FALSE(folder.Read("trails3d.shp").empty());
+  EXPECT_EQ(folder.Read("areas.shp"), "");
+  const Outcome failed = Do({"export", "site.map", "nowhere"});
+  EXPECT_EQ(failed.status, 1);
+  EXPECT_NE(failed.err.find("internal error: Can't open point datafiles"), std::string::npos);
+}
+
+TEST_F(CommandLine, ExportWritesGeoJsonToAFileOrStandardOutput) {
+  const Outcome printed = Do({"export", "site.map", "--geojson", "-"});
+  EXPECT_EQ(printed.status, 0);
+  EXPECT_NE(printed.out.find("M\xC3\xBChle"), std::string::npos);
+  EXPECT_EQ(Do({"export", "--geojson", "site.geojson", "site.map"}).status, 0);
+  EXPECT_EQ(folder.Read("site.geojson"), printed.out);
+  EXPECT_EQ(Do({"export", "site.map", "--geojson", "-"}, ">/dev/full").status, 1);
+}
+
 }  // namespace
 }  // namespace orvane
