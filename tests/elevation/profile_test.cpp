@@ -213,6 +213,7 @@ TEST_F(Profile, APassHalvesEachGap) {
   std::vector<ElevationStep> steps;
   const auto told = [&] {
     std::vector<std::vector<int>> list;
+    list.reserve(steps.size());
     for (const ElevationStep& step : steps) list.push_back({step.from, step.middle, step.to});
     return list;
   };
@@ -288,6 +289,7 @@ TEST_F(Profile, ManyEstimatesAtOnceAreThoseOfEach) {
     const AltitudeEstimates estimates(map);
     std::vector<LatLon> places;
     std::mt19937 random(seed);
+    places.reserve(100);
     for (int i = 0; i < 43; ++i) {
       places.push_back({1 + static_cast<double>(random() % 1000) * 1e-5,
                         115 + static_cast<double>(random() % 1000) * 1e-5});
