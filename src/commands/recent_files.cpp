@@ -1,14 +1,14 @@
 #include "commands/recent_files.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace orvane {
 
-void AddRecentFile(std::vector<std::string>& files, const std::string& path) {
+void AddRecentFile(std::vector<std::string>& files, std::string path) {
   if (path.empty()) return;
-  const std::string added = path;  // `path` may stand in the list
-  files.erase(std::remove(files.begin(), files.end(), added), files.end());
-  files.insert(files.begin(), added);
+  files.erase(std::remove(files.begin(), files.end(), path), files.end());
+  files.insert(files.begin(), std::move(path));
   if (files.size() > MostRecentFiles) files.resize(MostRecentFiles);
 }
 

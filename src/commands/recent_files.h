@@ -13,7 +13,7 @@ namespace orvane {
 constexpr size_t MostRecentFiles = 10;
 
 /// Puts a path at the head of the list; what stood there twice stands there once.
-void AddRecentFile(std::vector<std::string>& files, const std::string& path);
+void AddRecentFile(std::vector<std::string>& files, std::string path);
 
 /// \return the list that a text holds; empty lines are skipped
 std::vector<std::string> ParseRecentFiles(std::string_view text);
