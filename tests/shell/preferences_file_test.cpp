@@ -97,6 +97,27 @@ TEST_F(PreferencesFileTest, AWindowThatOpensInTheMiddleOfTheReadHasItsPanels) {
   EXPECT_EQ(shell_.trailWidth, 0);
 }
 
+TEST_F(PreferencesFileTest, AViewOfNonsenseIsAWindowAllTheSame) {
+  const std::string map = WriteMap("site.map");
+  for (const char* value : {"1e300", "-1e300", "1e-300", "99999999999"}) {
+    const std::string number = value;
+    own_.Write("own/Orvane.prf", "TrailWidth=" + number + "\nTrailHeight=-5\nDefaultMap=" + map +
+                                     "\nCenterLon=" + number + "\nCenterLat=" + number +
+                                     "\nScale=" + number + "\nRotate=" + number + "\n");
+    shell_.savedView = {};
+    shell_.Start({});
+    MapWindowWidget& window = *shell_.OpenWindows().front();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    EXPECT_FALSE(window.grab().isNull());
+    Press(window, CommandZoomOut);
+    Press(window, CommandShowWholeMap);
+    EXPECT_FALSE(window.grab().isNull());
+    EXPECT_TRUE(shell_.ExitFlow());
+    DeliverDeletes();
+    EXPECT_EQ(Stored().find("nan"), std::string::npos) << Stored();
+  }
+}
+
 TEST_F(PreferencesFileTest, UnknownLinesAreToldEach) {
   own_.Write("own/Orvane.prf", "Colour=red\r\nTrailHeight=90\r\nnonsense\r\n");
   shell_.Start({WriteMap("a.map")});
