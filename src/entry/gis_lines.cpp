@@ -140,17 +140,17 @@ GisFile ReadGisLines(std::string_view text, std::string_view name, Messages& mes
   Collector collector;
   LineFields fields;
   LeftOut leftOut;
-  bool isHeader = true;
   for (size_t lineNumber = 1; !text.empty(); ++lineNumber) {
     const std::string_view line = TakeLine(text);
     if (TrimSpace(line).empty()) continue;
     fields.Split(line);
     const auto fix = FixOf(fields[LatColumn], fields[LonColumn], fields[AltColumn]);
-    if (std::exchange(isHeader, false)) {
-      if (!fix) continue;
-      NoteWarning(messages, "%s has no header line; its first line is read as a fix", {name});
-    }
-    if (fix) {
+    if (lineNumber == 1) {
+      if (fix) {
+        NoteWarning(messages, "%s has a position in its first line, which is taken as the header",
+                    {name});
+      }
+    } else if (fix) {
       collector.Add(fields[NameColumn], fields[DateColumn], *fix);
     } else {
       leftOut.Note(lineNumber);

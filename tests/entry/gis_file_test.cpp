@@ -129,11 +129,19 @@ TEST_F(GisLines, AMarkOfUtf8InFrontIsPassedOver) {
   EXPECT_EQ(WaypointNames(Read("\xEF\xBB\xBF" + Header + "A,,,,1,115\n")), Texts{"A"});
 }
 
-TEST_F(GisLines, WithoutAHeaderTheFirstLineIsKeptAndTold) {
-  const GisFile file = Read("A,,,,1,115\nA,,,,2,115\n");
+TEST_F(GisLines, TheFirstLineIsTheHeaderEvenWithAPositionAndThatIsTold) {
+  const GisFile file = Read("A,,,,1,115\nA,,,,2,115\nA,,,,3,115\n");
+  ASSERT_EQ(file.tracks.size(), 1U);
+  EXPECT_EQ(Latitudes(file.tracks[0]), (std::vector<double>{2, 3}));
+  EXPECT_EQ(Said(),
+            Texts{"gps.txt has a position in its first line, which is taken as the header"});
+}
+
+TEST_F(GisLines, AnEmptyFirstLineIsTheHeader) {
+  const GisFile file = Read("\nA,,,,1,115\nA,,,,2,115\n");
   ASSERT_EQ(file.tracks.size(), 1U);
   EXPECT_EQ(Latitudes(file.tracks[0]), (std::vector<double>{1, 2}));
-  EXPECT_EQ(Said(), Texts{"gps.txt has no header line; its first line is read as a fix"});
+  EXPECT_EQ(Said(), Texts{});
 }
 
 TEST_F(GisLines, LinesWithoutAPositionAreLeftOutAndToldOnce) {

@@ -1,6 +1,6 @@
-#include "base/number_text.h"
 #include "entry/gis_import.h"
 
+#include "base/number_text.h"
 #include "geo/earth.h"
 #include "mapfile/writer.h"
 #include "support/map_from_text.h"
