@@ -37,6 +37,7 @@ int ImportGisCommand(Map& map, LineMessages& messages, const ImportGisRequest& r
   if (!import) return ExitFailed;
   GisTrailFields fields = request.fields;
   if (const GisTrack* track = CurrentTrack(*import)) fields.name = track->name;
+  fields.dateIsForAll = !fields.date.empty();
   const GisField bad = TakeAllTracks(*import, fields);
   TellBadField(bad, fields, messages);
   if (bad != GisField::None) return ExitFailed;

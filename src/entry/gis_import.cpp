@@ -255,7 +255,7 @@ GisField TakeAllTracks(GisImport& import, const GisTrailFields& fields) {
       ReadFields(fields, import.map->workspace->preferences.europeanDates, settings);
   if (bad != GisField::None) return bad;
   // A date that the window has put there itself is that of this track alone.
-  const bool dateIsOwn = fields.date == shown->date;
+  const bool dateIsOwn = !fields.dateIsForAll && fields.date == shown->date;
   EnterTrack(import, fields, settings);
   if (dateIsOwn) settings.date = 0;
   GisTrailFields following = fields;

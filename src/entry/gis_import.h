@@ -27,6 +27,7 @@ struct GisBoxes {
 struct GisTrailFields {
   std::string type = "Trail";
   std::string date;             ///< empty: each track takes its own
+  bool dateIsForAll = false;    ///< not taken for that of the shown track, which may be the same
   std::string focalAnimal;      ///< empty for none
   std::string size;             ///< whole number; empty for 1
   std::string width;            ///< metres; empty for the thinnest line
@@ -82,7 +83,8 @@ void NextFields(const GisImport& import, GisTrailFields& fields);
 GisField TakeTrack(GisImport& import, const GisTrailFields& fields);
 
 /// As `TakeTrack` for the current track and all behind it, which take their own names and, unless
-/// the user gave one, their own dates. The map is solved once.
+/// the user gave one, their own dates. A date that is also that of the current track counts as given
+/// only with `dateIsForAll`, since the window puts the track's own there. The map is solved once.
 GisField TakeAllTracks(GisImport& import, const GisTrailFields& fields);
 
 /// Goes on to the next track.

@@ -180,6 +180,17 @@ TEST_F(GisImportTest, AllTakesTheDateThatWasTypedAndNotTheOneThatStoodThere) {
   }
 }
 
+TEST_F(GisImportTest, ADateForAllHoldsThoughTheFirstTrackHasTheSame) {
+  GisTrailFields fields;
+  fields.date = "2004-2-18";
+  fields.dateIsForAll = true;
+  TakeAll(TwoTracks, fields);
+  for (const char* name : {"A", "B", "C"}) {
+    EXPECT_EQ(TrailNamed(name).date, PackDate(2004, 2, 18)) << name;
+  }
+  EXPECT_EQ(Said(), Texts{});
+}
+
 TEST_F(GisImportTest, DatesGoByTheUsersOrder) {
   workspace.preferences.europeanDates = true;
   GisTrailFields fields;
