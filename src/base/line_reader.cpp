@@ -21,11 +21,11 @@ std::optional<std::string_view> LineReader::Next() {
     rest_ = {};
     return std::nullopt;
   }
-  const size_t most = std::min(rest_.size(), longest_);
-  size_t length = 0;
-  while (length < most && !EndsLine(rest_[length])) ++length;
-  const std::string_view line = rest_.substr(0, length);
-  rest_.remove_prefix(length);
+  std::string_view line = rest_.substr(0, longest_);
+  // One look for each kind of end is faster than a look at each byte. The usual one comes first,
+  // so that the others have only the line to look through.
+  for (const char end : {'\n', '\r', EndOfText}) line = line.substr(0, line.find(end));
+  rest_.remove_prefix(line.size());
   // A line of exactly the longest length has its end taken too, so that no empty line and no end
   // of the text is found behind it.
   if (!rest_.empty() && EndsLine(rest_.front())) {

@@ -1,8 +1,11 @@
 #include "base/number_text.h"
 
+#include "base/text.h"
+
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <cstdint>
 #include <limits>
 
 namespace orvane {
@@ -67,6 +70,40 @@ bool IsTooSmall(std::string_view number, bool hexadecimal) {
   return static_cast<double>(place) * weight + static_cast<double>(exponent.value) < 0;
 }
 
+/// Reads a number of up to 15 digits and a point, as nearly all in map files are. Both the digits
+/// taken as a whole number and the power of ten below them are exact, so that one division rounds
+/// to the nearest double, as from_chars does in four times the time. `BeginsNumber` holds.
+/// \return length 0 if the number is of another kind
+RealPrefix ReadPlainReal(std::string_view text) {
+  constexpr size_t MostPlainDigits = 15;
+  constexpr double PowersOfTen[MostPlainDigits + 1] = {
+      1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+  std::int64_t digits = 0;
+  size_t length = 0;
+  const auto takeDigits = [&] {
+    const size_t begin = length;
+    while (length < text.size() && length <= MostPlainDigits && IsDigit(text[length])) {
+      digits = digits * 10 + (text[length] - '0');
+      ++length;
+    }
+    return length - begin;
+  };
+  size_t count = takeDigits();
+  size_t decimals = 0;
+  if (length < text.size() && text[length] == '.') {
+    ++length;
+    decimals = takeDigits();
+    count += decimals;
+  }
+  if (count > MostPlainDigits) return {};
+  if (length < text.size()) {
+    const char behind = text[length];
+    // Of these letters some belong to a number, and a digit to a longer one.
+    if (IsDigit(behind) || FoldByte(behind) == 'e' || FoldByte(behind) == 'x') return {};
+  }
+  return {static_cast<double>(digits) / PowersOfTen[decimals], length};
+}
+
 /// Reads digits in the given form from the front of `text`, where `BeginsNumber` holds.
 /// \return length 0 if the value overflows
 RealPrefix ReadUnsignedReal(std::string_view text, std::chars_format form) {
@@ -86,14 +123,15 @@ RealPrefix ReadUnsignedReal(std::string_view text, std::chars_format form) {
 
 }  // namespace
 
-bool IsSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
-
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
-
 RealPrefix ReadReal(std::string_view text) {
   const NumberStart start = FindNumberStart(text);
   const std::string_view number = text.substr(start.at);
   if (!BeginsNumber(number, IsDigit)) return {};
+  if (RealPrefix plain = ReadPlainReal(number); plain.length > 0) {
+    plain.length += start.at;
+    if (start.negative) plain.value = -plain.value;
+    return plain;
+  }
   RealPrefix result;
   size_t before = start.at;
   const bool hexadecimal = number.size() > 2 && number[0] == '0' &&

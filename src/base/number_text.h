@@ -20,9 +20,9 @@ struct IntegerPrefix {
 };
 
 /// True for blank, tab, line feed, vertical tab, form feed and carriage return.
-bool IsSpace(char c);
+constexpr bool IsSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 /// True for 0 to 9.
-bool IsDigit(char c);
+constexpr bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
 /// Reads a real number as the standard conversion does in the C locale: leading white space, a
 /// sign, decimal digits with an optional point and exponent, or a hexadecimal number behind 0x.

@@ -55,8 +55,6 @@ size_t MatchOneByte(std::string_view pattern, char c) {
 
 }  // namespace
 
-char FoldByte(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
-
 std::string FoldedText(std::string_view text) {
   std::string folded(text);
   std::transform(folded.begin(), folded.end(), folded.begin(), FoldByte);

@@ -10,7 +10,9 @@ namespace orvane {
 /// depends neither on the locale nor on how a text was encoded.
 
 /// \return `c` with an upper-case ASCII letter made lower case; any other byte as it is
-char FoldByte(char c);
+constexpr char FoldByte(char c) {
+  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
 
 /// \return `text` with every byte folded by `FoldByte`
 std::string FoldedText(std::string_view text);
