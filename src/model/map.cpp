@@ -3,7 +3,23 @@
 #include "base/text.h"
 #include "model/workspace.h"
 
+#include <utility>
+
 namespace orvane {
+
+namespace {
+
+template <size_t... Index>
+PointBuckets BucketsIn(std::pmr::memory_resource& memory, std::index_sequence<Index...> order) {
+  (void)order;
+  return {((void)Index, PointList(&memory))...};
+}
+
+}  // namespace
+
+PointBuckets MakeBuckets(std::pmr::memory_resource& memory) {
+  return BucketsIn(memory, std::make_index_sequence<NameBuckets>());
+}
 
 Point& MakePoint(Map& map, std::string_view name) {
   Point& point = map.pointStore.emplace_back();

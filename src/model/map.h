@@ -1,5 +1,6 @@
 #pragma once
 
+#include "model/map_memory.h"
 #include "model/records.h"
 
 #include <array>
@@ -7,6 +8,7 @@
 #include <cstdint>
 #include <deque>
 #include <forward_list>
+#include <memory_resource>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -29,10 +31,18 @@ enum MapFlag : std::uint32_t {
 /// and are saved; finding goes through `NameTable`.
 constexpr size_t NameBuckets = 32;
 
+/// A list of points of a map, newest first: new ones are pushed to its front. It lies in the map's
+/// memory in pieces of 64, so that a walk need not wait for one item to learn where the next is.
+using PointList = std::pmr::deque<Point*>;
+/// The buckets of `Map::pointHash`.
+using PointBuckets = std::array<PointList, NameBuckets>;
+
 /// Finds the points of one map by main name or synonym, without regard to case, in constant time.
 /// It holds an entry for each node of `Map::pointHash`, and answers as a walk over them would.
 class NameTable {
  public:
+  explicit NameTable(std::pmr::memory_resource& memory) : entries_(&memory) {}
+
   /// Adds an entry for `name`, one of the names of `point`. All its entries of that bucket become
   /// the newest, since a walk over the bucket now meets the point first.
   void Add(Point& point, std::string_view name);
@@ -56,15 +66,23 @@ class NameTable {
   void Insert(const Entry& entry);
   void Grow();
 
-  std::vector<Entry> entries_;
+  std::pmr::deque<Entry> entries_;     ///< oldest first
   std::vector<std::uint32_t> heads_;   ///< index of the newest entry of each slot
   std::vector<std::string> synonyms_;  ///< kept here, so that no entry walks those of its point
   /// By bucket, for points with synonyms in it: index of the point's newest entry.
   std::array<std::unordered_map<const Point*, std::uint32_t>, NameBuckets> newest_;
 };
 
-/// One document: everything that a map file describes.
+/// \return empty buckets that lie in `memory`
+PointBuckets MakeBuckets(std::pmr::memory_resource& memory);
+
+/// One document: everything that a map file describes. It is made in its place and never moved.
 struct Map {
+  MapMemory pointMemory;
+  /// Of the lists of points and of the names. They are walked without their points or in another
+  /// order, so they stand close together.
+  MapMemory listMemory;
+
   Workspace* workspace = nullptr;  ///< the one that holds the map
   std::string fileName;            ///< the path of the file, or "Untitled"
   Map* basis = nullptr;            ///< the map that this one rests on
@@ -77,18 +95,18 @@ struct Map {
 
   /// Every name and synonym of an ordinary named point, by `NameBucket`; newest first. Change it
   /// through `AddPointName` and `RemovePointName`, which keep `names` in step.
-  std::array<std::forward_list<Point*>, NameBuckets> pointHash;
-  NameTable names;
+  PointBuckets pointHash = MakeBuckets(listMemory);
+  NameTable names{listMemory};
 
-  std::forward_list<Point*> loosePoints;     ///< named points on no trail, newest first
-  std::forward_list<Point*> namelessPoints;  ///< points without name or trail, newest first
+  PointList loosePoints{&listMemory};     ///< named points on no trail, newest first
+  PointList namelessPoints{&listMemory};  ///< points without name or trail, newest first
   Point* origin = nullptr;
 
   std::forward_list<Trail> trails;         ///< file order once a file is read; new ones in front
   std::forward_list<Trail> contourTrails;  ///< generated contour lines; never saved
   std::forward_list<Trail> continuousContours;  ///< the same without gaps, for the eye; never saved
   ScratchPoints contourPoints;                  ///< the vertices of both
-  std::forward_list<Range> ranges;         ///< newest first
+  std::forward_list<Range> ranges;              ///< newest first
   std::forward_list<RangeIntersection> intersections;  ///< newest first; never saved
   std::forward_list<Grid> grids;                       ///< newest first
   std::forward_list<GridShade> gridShades;             ///< newest first
@@ -97,8 +115,9 @@ struct Map {
 
   const NameIndex* nameIndex = nullptr;  ///< while a `NameIndexScope` stands; null otherwise
 
-  std::deque<Point> pointStore;  ///< every point that this map made; a deque never moves them
-  std::deque<Link> rayStore;     ///< the rays of those points
+  /// Every point that this map made; a deque never moves them.
+  std::pmr::deque<Point> pointStore{&pointMemory};
+  std::deque<Link> rayStore;  ///< the rays of those points
 };
 
 /// Calls `visit(Point&)` for each node of the map's lists, in the one order of all walks: each

@@ -13,13 +13,19 @@ namespace {
 
 constexpr std::uint32_t NoEntry = 0xFFFFFFFF;
 constexpr size_t FirstSlots = 64;
+/// Slots are kept this many times as many as entries, at least: most names that are looked up while
+/// a map is read are new, and an empty slot says so without a look at any entry.
+constexpr size_t SlotsPerEntry = 2;
+constexpr size_t SlotGrowth = 4;
 
-/// FNV-1a over the folded bytes: names that differ in case alone share a slot.
+/// FNV-1 over the folded bytes: names that differ in case alone share a slot. The last byte comes in
+/// last and is not multiplied, so that names that are counted up, as those of stations are, look
+/// at slots next to each other.
 std::uint32_t HashOf(std::string_view name) {
   std::uint32_t hash = 2166136261U;
   for (const char c : name) {
-    hash ^= static_cast<unsigned char>(FoldByte(c));
     hash *= 16777619U;
+    hash ^= static_cast<unsigned char>(FoldByte(c));
   }
   return hash;
 }
@@ -27,7 +33,7 @@ std::uint32_t HashOf(std::string_view name) {
 }  // namespace
 
 void NameTable::Insert(const Entry& entry) {
-  if (entries_.size() >= heads_.size()) Grow();
+  if (entries_.size() * SlotsPerEntry >= heads_.size()) Grow();
   std::uint32_t& head = heads_[entry.hash & (heads_.size() - 1)];
   entries_.push_back(entry);
   entries_.back().next = head;
@@ -49,7 +55,7 @@ void NameTable::Add(Point& point, std::string_view name) {
 }
 
 void NameTable::Grow() {
-  heads_.assign(heads_.empty() ? FirstSlots : heads_.size() * 2, NoEntry);
+  heads_.assign(heads_.empty() ? FirstSlots : heads_.size() * SlotGrowth, NoEntry);
   for (size_t i = 0; i < entries_.size(); ++i) {
     if (entries_[i].point == nullptr) continue;  // taken out
     std::uint32_t& head = heads_[entries_[i].hash & (heads_.size() - 1)];

@@ -6,7 +6,6 @@
 #include "model/workspace.h"
 
 #include <algorithm>
-#include <iterator>
 
 namespace orvane {
 
@@ -147,12 +146,9 @@ void AddPointName(Map& map, Point& point, std::string_view name) {
 }
 
 void RemovePointName(Map& map, std::string_view name, const Point& point) {
-  auto& bucket = map.pointHash[NameBucket(name)];
-  for (auto before = bucket.before_begin(); std::next(before) != bucket.end(); ++before) {
-    if (*std::next(before) != &point) continue;
-    bucket.erase_after(before);
-    break;
-  }
+  PointList& bucket = map.pointHash[NameBucket(name)];
+  const auto newest = std::find(bucket.begin(), bucket.end(), &point);
+  if (newest != bucket.end()) bucket.erase(newest);
   map.names.Remove(point, name);
 }
 
@@ -162,8 +158,8 @@ void RemovePointNames(Map& map, const Point& point) {
 }
 
 void RemoveFromLists(Map& map, const Point& point) {
-  auto& list = point.name.empty() ? map.namelessPoints : map.loosePoints;
-  list.remove_if([&](const Point* listed) { return listed == &point; });
+  PointList& list = point.name.empty() ? map.namelessPoints : map.loosePoints;
+  std::erase(list, &point);
 }
 
 Trail* FindTrail(Map& map, std::string_view name) {

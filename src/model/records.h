@@ -33,8 +33,8 @@ namespace orvane {
 ///     Range, SearchKey        Map::ranges,           panel rows
 ///                             Range::keys
 ///
-/// Orders are behaviour. "Newest first" is a forward_list to whose front new items are pushed;
-/// "in walking order" and "in file order" are vectors.
+/// Orders are behaviour. "Newest first" is a forward_list, or a `PointList` of a map, to whose front
+/// new items are pushed; "in walking order" and "in file order" are vectors.
 // clang-format on
 
 struct Map;

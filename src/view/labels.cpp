@@ -313,8 +313,8 @@ void DrawTrailPoints(MapWindow& view, const std::vector<Point*>& points, int mod
   PointListDrawer(view, mode, look, boxes).Draw(points.begin(), points.end());
 }
 
-void DrawTrailPoints(MapWindow& view, const std::forward_list<Point*>& points, int mode,
-                     const MarkLook& look, LabelBoxes& boxes) {
+void DrawTrailPoints(MapWindow& view, const PointList& points, int mode, const MarkLook& look,
+                     LabelBoxes& boxes) {
   PointListDrawer(view, mode, look, boxes).Draw(points.begin(), points.end());
 }
 

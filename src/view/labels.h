@@ -37,8 +37,8 @@ void DrawLabels(MapWindow& view, const std::vector<ShownTrail>& shown);
 /// \param boxes  the labels that Auto has placed in this pass; Auto adds to them, all avoid them
 void DrawTrailPoints(MapWindow& view, const std::vector<Point*>& points, int mode,
                      const MarkLook& look, LabelBoxes& boxes);
-void DrawTrailPoints(MapWindow& view, const std::forward_list<Point*>& points, int mode,
-                     const MarkLook& look, LabelBoxes& boxes);
+void DrawTrailPoints(MapWindow& view, const PointList& points, int mode, const MarkLook& look,
+                     LabelBoxes& boxes);
 
 /// What became of a label.
 enum class LabelResult {

@@ -310,10 +310,10 @@ TEST_F(PointNamesTest, RemovesEveryNodeFromTheListOfThePoint) {
   map.loosePoints = {&loose, &other, &loose, &loose};
   map.namelessPoints = {&nameless, &loose};
   RemoveFromLists(map, loose);
-  EXPECT_EQ(map.loosePoints, (std::forward_list<Point*>{&other}));
-  EXPECT_EQ(map.namelessPoints, (std::forward_list<Point*>{&nameless, &loose}));
+  EXPECT_EQ(map.loosePoints, (PointList{&other}));
+  EXPECT_EQ(map.namelessPoints, (PointList{&nameless, &loose}));
   RemoveFromLists(map, nameless);
-  EXPECT_EQ(map.namelessPoints, (std::forward_list<Point*>{&loose}));
+  EXPECT_EQ(map.namelessPoints, (PointList{&loose}));
 }
 
 // --- Trails and ranges ------------------------------------------------------------------------
