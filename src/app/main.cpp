@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QIcon>
 #include <QTimer>
 
 #include <string>
@@ -67,6 +68,9 @@ int main(int argc, char** argv) {
   }
   const QApplication application(argc, argv);
   ReadOptions(application);
+  // By this name the desktop knows whose windows these are.
+  QApplication::setDesktopFileName(QStringLiteral("orvane"));
+  QApplication::setWindowIcon(QIcon(QStringLiteral(":/orvane.svg")));
 
   orvane::BoxMessages boxes;
   orvane::Workspace workspace(boxes);

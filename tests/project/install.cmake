@@ -1,0 +1,83 @@
+# Installs a build below a new directory and runs the programs from there.
+#   cmake -D BUILD_DIR=<build> -D WORK_DIR=<scratch> -D WITH_QT=<ON|OFF> [-D PACKAGE=ON]
+#         -P install.cmake
+#
+# With PACKAGE the Debian package is made and unpacked instead, and what it depends on is looked at.
+cmake_minimum_required(VERSION 3.25)
+
+function(run)
+  execute_process(COMMAND ${ARGV} RESULT_VARIABLE status OUTPUT_VARIABLE text ERROR_VARIABLE text)
+  if(NOT status EQUAL 0)
+    list(JOIN ARGV " " command)
+    message(FATAL_ERROR "${command}\nended with ${status}:\n${text}")
+  endif()
+  set(text "${text}" PARENT_SCOPE)
+endfunction()
+
+function(need file)
+  if(NOT EXISTS ${root}/${file})
+    message(FATAL_ERROR "${file} was not installed")
+  endif()
+  file(SIZE ${root}/${file} size)
+  if(size EQUAL 0)
+    message(FATAL_ERROR "${file} was installed empty")
+  endif()
+endfunction()
+
+file(REMOVE_RECURSE ${WORK_DIR})
+file(MAKE_DIRECTORY ${WORK_DIR})
+set(root ${WORK_DIR}/root)
+if(PACKAGE)
+  run(${CMAKE_CPACK_COMMAND} -G DEB --config ${BUILD_DIR}/CPackConfig.cmake -B ${WORK_DIR})
+  file(GLOB packages ${WORK_DIR}/*.deb)
+  list(LENGTH packages count)
+  if(NOT count EQUAL 1)
+    message(FATAL_ERROR "${count} packages were made: ${packages}")
+  endif()
+  run(dpkg-deb -x ${packages} ${root})
+  run(dpkg-deb -f ${packages} Depends)
+  foreach(library libc6 libstdc\\+\\+6 libexpat1 libqt6core6 libqt6widgets6 libqt6svg6)
+    if(NOT text MATCHES "${library} ")
+      message(FATAL_ERROR "The package does not depend on ${library}: ${text}")
+    endif()
+  endforeach()
+  string(APPEND root /usr)
+else()
+  run(${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${root})
+endif()
+
+need(share/doc/orvane/docs/guide/README.md)
+need(share/doc/orvane/docs/pictures/season.png)
+need(share/doc/orvane/examples/site/season.map)
+set(cli ${root}/bin/orvane-cli)
+set(site ${root}/share/doc/orvane/examples/site/season.map)
+run(${cli} --version)
+run(${cli} ranges ${site})
+if(WITH_QT)
+  need(share/applications/orvane.desktop)
+  need(share/metainfo/orvane.metainfo.xml)
+  need(share/mime/packages/orvane.xml)
+  need(share/icons/hicolor/scalable/apps/orvane.svg)
+  foreach(size 16 22 24 32 48 64 128 256)
+    need(share/icons/hicolor/${size}x${size}/apps/orvane.png)
+  endforeach()
+  # The picture comes from the second program, which is found beside the first.
+  run(${CMAKE_COMMAND} -E env QT_QPA_PLATFORM=offscreen
+      ${cli} render ${site} -o ${WORK_DIR}/site.png --fit)
+  file(SIZE ${WORK_DIR}/site.png size)
+  if(size LESS 1000)
+    message(FATAL_ERROR "The picture has ${size} bytes")
+  endif()
+  run(${root}/bin/orvane --version)
+  if(NOT text MATCHES "^[Oo]rvane [0-9]")
+    message(FATAL_ERROR "orvane --version printed: ${text}")
+  endif()
+  # A window that opens stays; it is ended after a second, which is the only good end here.
+  execute_process(
+    COMMAND ${CMAKE_COMMAND} -E env QT_QPA_PLATFORM=offscreen ORVANE_HOME=${WORK_DIR}/home
+            timeout 2 ${root}/bin/orvane ${site}
+    RESULT_VARIABLE status OUTPUT_VARIABLE text ERROR_VARIABLE text)
+  if(NOT status EQUAL 124)
+    message(FATAL_ERROR "orvane ended with ${status}: ${text}")
+  endif()
+endif()
