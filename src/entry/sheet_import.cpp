@@ -5,6 +5,7 @@
 #include "base/times.h"
 #include "geo/earth.h"
 #include "model/name_index.h"
+#include "model/point_names.h"
 #include "model/workspace.h"
 #include "places/resolve_location.h"
 #include "ranges/analysis.h"
@@ -54,21 +55,48 @@ struct StopTexts {
   int minutes = 0;          ///< `ParseTime` of `time`
 };
 
+/// True if some trail is carried on by another, whose name ends in "'".
+bool HasTrailsInParts(const Map& map) {
+  for (const Map* level = &map; level != nullptr; level = level->basis) {
+    for (const Trail& trail : level->trails) {
+      if (trail.name && trail.name->ends_with('\'')) return true;
+    }
+  }
+  return false;
+}
+
+/// True if the text may hold a place "left of" or "right of" a mark.
+bool MayTellSides(std::string_view text) {
+  for (size_t of = text.find("of"); of != std::string_view::npos; of = text.find("of", of + 1)) {
+    const std::string_view before = text.substr(0, text.substr(0, of).find_last_not_of(' ') + 1);
+    for (const std::string_view side : {"left", "right", "l", "r"}) {
+      if (before.ends_with(side)) return true;
+    }
+  }
+  return false;
+}
+
 /// Finds places by text. A sheet names the same few hundred places again and again.
 class LocationFinder {
  public:
-  explicit LocationFinder(Map& map) : map_(map), names_(map) {}
+  LocationFinder(Map& map, std::string_view sheet)
+      : map_(map), names_(map), planesCount_(MayTellSides(sheet) || HasTrailsInParts(map)) {}
 
   /// \return nothing if the text means nothing
   std::optional<LatLon> Find(std::string_view text) {
-    // A text with one of these may mean a follow by its date, also one that was imported just now.
-    if (text.find_first_of(".:") != std::string_view::npos) return Resolve(text);
+    if (!MeansTheSameAgain(text)) return Resolve(text);
     const auto [entry, isNew] = known_.try_emplace(std::string(text));
     if (isNew) entry->second = Resolve(text);
     return entry->second;
   }
 
  private:
+  bool MeansTheSameAgain(std::string_view text) const {
+    // A text with one of these may mean a follow by its date, also one that was imported just now.
+    if (text.find_first_of(".:") != std::string_view::npos) return false;
+    return !planesCount_ || FindPointByName(map_, nullptr, text) != nullptr;
+  }
+
   std::optional<LatLon> Resolve(std::string_view text) {
     const auto location = ResolveLocation(map_, text);
     if (!location) return std::nullopt;
@@ -77,6 +105,9 @@ class LocationFinder {
 
   Map& map_;
   NameIndexScope names_;  ///< the trails that are made meanwhile have no names
+  /// A place "left of" a mark, and one between two trails, is found in the planes in which earlier
+  /// texts left the points, so that a text must be looked up each time it comes.
+  bool planesCount_;
   std::unordered_map<std::string, std::optional<LatLon>> known_;
 };
 
@@ -88,7 +119,7 @@ class SheetImport {
         logs_(logs),
         map_(*spec.map),
         workspace_(*spec.map->workspace),
-        locations_(*spec.map) {}
+        locations_(*spec.map, spec.file) {}
 
   /// \return false if the import was abandoned
   bool Run();
@@ -349,6 +380,8 @@ SheetOutcome RunSpreadsheetImport(const ImportSpec& spec, SheetLogs& logs,
     return outcome;
   }
   outcome.unwritten = FinishImportLogs(logs, write);
+  // What was measured on the old places is measured again when it is asked for.
+  for (Trail& trail : spec.map->trails) trail.flags &= ~std::uint32_t{TrailMeasured};
   ClearOwnPositions(*spec.map);
   SolveMap(*spec.map);
   AnalyzeAllRanges(*spec.map);

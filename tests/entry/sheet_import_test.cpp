@@ -4,6 +4,7 @@
 #include "base/times.h"
 #include "geo/earth.h"
 #include "mapfile/writer.h"
+#include "places/resolve_location.h"
 #include "sheet_case.h"
 #include "support/temporary_folder.h"
 
@@ -235,6 +236,50 @@ TEST_F(SheetImportTest, AnyLocationTextWillDo) {
                   Row("1020", "N1 0' E10 0.1'"));
   EXPECT_EQ(Follows(map), (Texts{"Oru/Ulo/2003-5-31: 10:00-10:10@20m n of Main50+10 "
                                  "10:10-10:20@Main0, Main100+10 10:20-10:20@N1 0' E10 0.1'+0"}));
+}
+
+TEST_F(SheetImportTest, APlaceBesideAMarkIsFoundAsItsPlaneStandsEachTime) {
+  constexpr std::string_view BentSite =
+      "T\tMain\tTrail\nG\tMain0\tN20 0'\tE100 0'\nG\tMain100\tN20 0.5'\tE100 0.5'\n"
+      "G\tMain200\tN20 1'\tE100 0.2'\n";
+  Map& asked = Open(BentSite);
+  const auto first = ResolveLocation(asked, "20m left of Main100");
+  const auto between = ResolveLocation(asked, "Main150");
+  const auto again = ResolveLocation(asked, "20m left of Main100");
+  ASSERT_TRUE(first && between && again);
+  ASSERT_NE(first->place.lat, again->place.lat);
+  Map& map = Open(BentSite);
+  const SheetOutcome outcome =
+      Import(map, Row("1000", "20m left of Main100") + Row("1010", "Main150") +
+                      Row("1020", "20m left of Main100") + Row("1030", "Main0") +
+                      "Oru\tUlo\tx\t1100\tMain0\n");
+  ASSERT_FALSE(outcome.completed);
+  const std::vector<Point*>& stops = map.trails.front().points;
+  ASSERT_EQ(stops.size(), 3U);
+  EXPECT_EQ(stops[0]->geo.lat, first->place.lat);
+  EXPECT_EQ(stops[1]->geo.lat, between->place.lat);
+  EXPECT_EQ(stops[2]->geo.lat, again->place.lat);
+}
+
+TEST_F(SheetImportTest, APlaceBetweenTwoTrailsIsFoundAsItsPlaneStandsEachTime) {
+  constexpr std::string_view PartedSite =
+      "T\tMain\tTrail\nG\tMain0\tN20 0'\tE100 0'\nG\tMain100\tN20 0.5'\tE100 0.5'\n"
+      "G\tMain200\tN20 1'\tE100 0.2'\nG\tBend\tN20 1.5'\tE100 0.9'\n"
+      "T\tMain'\tTrail\nG\tMain300\tN20 2'\tE100 0.4'\nG\tMain400\tN20 2.5'\tE100 0.9'\n";
+  Map& asked = Open(PartedSite);
+  const auto first = ResolveLocation(asked, "Main250");
+  const auto within = ResolveLocation(asked, "Main150");
+  const auto again = ResolveLocation(asked, "Main250");
+  ASSERT_TRUE(first && within && again);
+  ASSERT_NE(first->place.lat, again->place.lat);
+  Map& map = Open(PartedSite);
+  Import(map, Row("1000", "Main250") + Row("1010", "Main150") + Row("1020", "Main250") +
+                  Row("1030", "Main0") + "Oru\tUlo\tx\t1100\tMain0\n");
+  const std::vector<Point*>& stops = map.trails.front().points;
+  ASSERT_EQ(stops.size(), 3U);
+  EXPECT_EQ(stops[0]->geo.lat, first->place.lat);
+  EXPECT_EQ(stops[2]->geo.lat, again->place.lat);
+  EXPECT_EQ(stops[2]->geo.lon, again->place.lon);
 }
 
 TEST_F(SheetImportTest, OosAsThePlaceEndsTheStopAtItsTime) {
@@ -592,6 +637,13 @@ TEST_F(SheetImportTest, ACompletedImportSolvesTheMapAndRefreshesItsRanges) {
   EXPECT_EQ(range.follows.size(), 1U);
   EXPECT_EQ(range.points.size(), 2U);
   EXPECT_EQ(range.totalMinutes, 60);
+}
+
+TEST_F(SheetImportTest, ACompletedImportLetsTrailsBeMeasuredAgain) {
+  Map& map = Open(Site);
+  map.trails.front().flags |= TrailMeasured | TrailClosed;
+  Import(map, Row("1000", "Main0"));
+  EXPECT_EQ(std::next(map.trails.begin())->flags, std::uint32_t{TrailClosed});
 }
 
 TEST_F(SheetImportTest, AnAbandonedImportDoesNeither) {
