@@ -12,6 +12,7 @@
 #include "model/workspace.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <cstdlib>
@@ -19,6 +20,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 #if defined(ORVANE_DRAWS) || defined(ORVANE_HANDS_OVER)
 #include "cli/hand_over.h"
@@ -386,11 +388,31 @@ std::string WhatIsWrong(const CLI::App& app, const CLI::ParseError& error) {
   return left.front() + ": no such command";
 }
 
+/// The arguments, last first. "--name=" gives an option the empty text, where the library would miss
+/// one: it gets the name and the text apart.
+std::vector<std::string> ReversedArguments(int argc, char** argv) {
+  std::vector<std::string> arguments;
+  bool options = true;
+  for (int i = 1; i < argc; ++i) {
+    std::string argument = argv[i];
+    options = options && argument != "--";
+    if (options && argument.starts_with("--") && argument.find('=') == argument.size() - 1) {
+      argument.pop_back();
+      arguments.push_back(std::move(argument));
+      argument.clear();
+    }
+    arguments.push_back(std::move(argument));
+  }
+  std::reverse(arguments.begin(), arguments.end());
+  return arguments;
+}
+
 int Main(int argc, char** argv) {
   CommandLine line;
   AddCommands(line);
   try {
-    line.app.parse(argc, argv);
+    line.app.name(argv[0]);
+    line.app.parse(ReversedArguments(argc, argv));
   } catch (const CLI::Success& request) {
     return line.app.exit(request);  // help or version
   } catch (const CLI::ParseError& error) {

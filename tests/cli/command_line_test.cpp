@@ -291,6 +291,14 @@ TEST_F(CommandLine, ImportAnswersQuestionsAsToldAndSavesWhatWasBuilt) {
   EXPECT_FALSE(std::ifstream(folder.Path("unknownlocs.txt")));
 }
 
+TEST_F(CommandLine, AnOptionTakesAnEmptyTextBehindAnEqualsSignToo) {
+  folder.Write("sheet.txt", "2003-5-31\tOru\t800\tCamp\n");
+  const auto arguments = With({"import", "site.map", "sheet.txt", "-o", "out.map"}, SheetOptions);
+  const Outcome run = Do(With(arguments, {"--focal-always=", "--skip="}));
+  EXPECT_EQ(run.status, 0) << run.err;
+  EXPECT_NE(folder.Read("out.map").find("N\t08:00-08:00\tCamp\n"), std::string::npos);
+}
+
 TEST_F(CommandLine, ImportTellsWhatItRefusesAndWritesNothing) {
   folder.Write("sheet.txt", "2003-5-31\tOru\t800\tCamp\n");
   const auto arguments = With({"import", "site.map", "sheet.txt", "-o", "out.map"}, SheetOptions);
