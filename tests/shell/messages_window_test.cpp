@@ -206,5 +206,14 @@ TEST_F(MessagesCommandTest, TheMenuOpensTheWindow) {
   EXPECT_EQ(Shown<MessagesWindow>(), nullptr);
 }
 
+TEST_F(MessagesCommandTest, TheRestOfTheMessagesOfAMapStandsBeforeItsWindow) {
+  boxes_.showInWindow(0);
+  MapWindowWidget& map = shell_.NewMap();
+  ASSERT_NE(Shown<MessagesWindow>(), nullptr);
+  EXPECT_TRUE(QTest::qWaitForWindowActive(Shown<MessagesWindow>()));
+  EXPECT_FALSE(map.isActiveWindow());
+  Shown<MessagesWindow>()->close();
+}
+
 }  // namespace
 }  // namespace orvane

@@ -109,6 +109,14 @@ void MessagesWindow::ShowRow(int row) {
   show();
   raise();
   activateWindow();
+  // Once more when what goes on now is done: a map that was read is about to get its window.
+  QMetaObject::invokeMethod(
+      this,
+      [this] {
+        raise();
+        activateWindow();
+      },
+      Qt::QueuedConnection);
   const QModelIndex index = log_.index(row, MessageLog::TextColumn);
   if (!index.isValid()) return;
   list_->setCurrentIndex(index);
