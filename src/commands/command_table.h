@@ -67,6 +67,9 @@ enum CommandId : int {
   CommandHelp = 40008
 };
 
+/// \return true for the numbers under which help was known before it had one command
+constexpr bool IsOldHelpCommand(int id) { return id >= 32450 && id <= 32462; }
+
 /// One command.
 struct CommandInfo {
   CommandId id = CommandNone;

@@ -162,7 +162,7 @@ void Shell::Forget(MapWindowWidget& window) {
 }
 
 void Shell::RunCommand(int id, ProgramWindow& window) {
-  const CommandInfo* command = FindCommand(id);
+  const CommandInfo* command = FindCommand(IsOldHelpCommand(id) ? CommandHelp : id);
   if (command == nullptr || window.Answer(command->id)) return;
   const auto handler = handlers_.find(command->id);
   if (handler == handlers_.end()) {

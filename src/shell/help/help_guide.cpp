@@ -1,0 +1,76 @@
+#include "shell/help/help_guide.h"
+
+#include "shell/files/local_files.h"
+#include "shell/help/help_file.h"
+#include "shell/help/help_topics.h"
+#include "shell/help/help_window.h"
+#include "shell/shell.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QWidget>
+
+namespace orvane {
+namespace {
+
+/// Open menus would keep the keyboard from the help.
+void CloseMenus() {
+  while (QWidget* menu = QApplication::activePopupWidget()) {
+    if (!menu->close()) return;
+  }
+}
+
+}  // namespace
+
+HelpGuide::HelpGuide(Shell& shell) : QObject(&shell), shell_(shell) {
+  QCoreApplication::instance()->installEventFilter(this);
+}
+
+HelpGuide::~HelpGuide() { delete window_.data(); }
+
+bool HelpGuide::eventFilter(QObject* watched, QEvent* event) {
+  const bool isPress = event->type() == QEvent::KeyPress;
+  if ((!isPress && event->type() != QEvent::ShortcutOverride) || !watched->isWidgetType()) {
+    return false;
+  }
+  const auto* key = static_cast<QKeyEvent*>(event);
+  if (key->key() != Qt::Key_F1 || key->modifiers() != Qt::NoModifier) return false;
+  // The menu entry with this key leads to the contents whatever has the focus. So the key is kept
+  // from it, and comes back as a plain key.
+  event->accept();
+  if (isPress && !key->isAutoRepeat()) {
+    const std::string_view page = HelpPageAt(*static_cast<QWidget*>(watched));
+    CloseMenus();
+    ShowPage(page);
+  }
+  return true;
+}
+
+void HelpGuide::ShowPage(std::string_view page) {
+  if (asking_) return;
+  if (helpFile_.empty()) {
+    asking_ = true;
+    const auto found =
+        FindHelpFile(shell_, PathOfLocalFile(QCoreApplication::applicationDirPath()), file_);
+    asking_ = false;
+    if (!found) return;
+    helpFile_ = *found;
+  }
+  HelpWindow* window = WindowFor(QApplication::activeModalWidget());
+  window->ShowPage(page);
+  window->show();
+  window->raise();
+  window->activateWindow();
+}
+
+HelpWindow* HelpGuide::WindowFor(QWidget* modal) {
+  // A modal dialog lets nobody use another window but its own children.
+  if (modal != nullptr) {
+    auto* window = modal->findChild<HelpWindow*>(QString(), Qt::FindDirectChildrenOnly);
+    return window != nullptr ? window : new HelpWindow(LocalFileName(helpFile_), modal);
+  }
+  if (window_.isNull()) window_ = new HelpWindow(LocalFileName(helpFile_), nullptr);
+  return window_;
+}
+
+}  // namespace orvane

@@ -1,0 +1,85 @@
+#include "shell/help/help_topics.h"
+
+#include <QAction>
+#include <QMenu>
+#include <QWidget>
+
+#include <algorithm>
+#include <array>
+
+namespace orvane {
+namespace {
+
+constexpr std::array Topics{
+    // Windows and what stands in them.
+    HelpTopic{"taskWindow", HelpContentsPage},
+    HelpTopic{"mapWindow", "window.html"},
+    HelpTopic{"mapView", "window.html#moving-about"},
+    HelpTopic{"infoPanel", "window.html#the-info-panel"},
+    HelpTopic{"trailList", "window.html#the-lists"},
+    HelpTopic{"rangeList", "window.html#the-lists"},
+    HelpTopic{"messagesWindow", "messages.html#the-messages-window"},
+    HelpTopic{"textViewer", "messages.html#the-messages-window"},
+    HelpTopic{"gisTrail", "gps-files.html#tracks"},
+    // Dialogs.
+    HelpTopic{"aboutBox", "overview.html"},
+    HelpTopic{"orientationDialog", "window.html#which-way-is-up"},
+    HelpTopic{"fileDialog", "commands.html#file"},
+    HelpTopic{"messageBox", "messages.html"},
+    HelpTopic{"questionBox", "messages.html#questions"},
+    HelpTopic{"promptBox", "messages.html#questions"},
+    // Menus; an entry that has a chapter of its own goes there.
+    HelpTopic{"menuFile", "commands.html#file"},
+    HelpTopic{"menuEdit", "commands.html#edit"},
+    HelpTopic{"menuMap", "commands.html#map"},
+    HelpTopic{"menuAnalysis", "commands.html#analysis"},
+    HelpTopic{"menuView", "commands.html#view"},
+    HelpTopic{"menuWindow", "commands.html#window-and-help"},
+    HelpTopic{"menuHelp", "commands.html#window-and-help"},
+    HelpTopic{"command1036", "saving.html"},
+    HelpTopic{"command1037", "saving.html"},
+    HelpTopic{"command1052", "saving.html"},
+    HelpTopic{"command1053", "export.html"},
+    HelpTopic{"command1025", "field-sheet.html"},
+    HelpTopic{"command1013", "commands.html#import-gis"},
+    HelpTopic{"command1040", "checking.html"},
+    HelpTopic{"command1015", "window.html#which-way-is-up"},
+    HelpTopic{"command1019", "profiles.html"},
+    HelpTopic{"command1021", "reports.html"},
+    HelpTopic{"command1026", "reports.html"},
+    HelpTopic{"command1051", "ranges.html#the-report-of-a-range"},
+    HelpTopic{"command1047", "window.html#the-scale"},
+    HelpTopic{"command1011", "window.html#finding-a-place"},
+    HelpTopic{"command1008", "window.html#the-info-panel"},
+    HelpTopic{"command40007", "messages.html#the-messages-window"},
+};
+
+}  // namespace
+
+std::span<const HelpTopic> AllHelpTopics() { return Topics; }
+
+std::string_view HelpPageOf(const QString& objectName) {
+  const QByteArray name = objectName.toUtf8();
+  const auto* const found = std::find_if(Topics.begin(), Topics.end(), [&](const HelpTopic& topic) {
+    return topic.objectName == std::string_view(name.constData(), static_cast<size_t>(name.size()));
+  });
+  return found == Topics.end() ? std::string_view() : found->page;
+}
+
+std::string_view HelpPageAt(const QWidget& control) {
+  if (const auto* menu = qobject_cast<const QMenu*>(&control)) {
+    const QAction* entry = menu->activeAction();
+    const std::string_view page =
+        entry != nullptr ? HelpPageOf(entry->objectName()) : std::string_view();
+    if (!page.empty()) return page;
+  }
+  for (const QWidget* each = &control; each != nullptr; each = each->parentWidget()) {
+    const std::string_view page = HelpPageOf(each->objectName());
+    if (!page.empty()) return page;
+    // A dialog is not a part of the window that it stands over.
+    if (each->isWindow()) break;
+  }
+  return HelpContentsPage;
+}
+
+}  // namespace orvane

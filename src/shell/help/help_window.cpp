@@ -1,0 +1,175 @@
+#include "shell/help/help_window.h"
+
+#include "shell/help/help_file.h"
+
+#include <QAction>
+#include <QHelpContentWidget>
+#include <QHelpEngine>
+#include <QHelpIndexWidget>
+#include <QHelpLink>
+#include <QHelpSearchEngine>
+#include <QHelpSearchQueryWidget>
+#include <QHelpSearchResultWidget>
+#include <QImage>
+#include <QLineEdit>
+#include <QShortcut>
+#include <QSplitter>
+#include <QStyle>
+#include <QTabWidget>
+#include <QTextBrowser>
+#include <QToolBar>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace orvane {
+namespace {
+
+/// A text browser that takes its pages and pictures out of the help file, and nothing from outside.
+class PageBrowser final : public QTextBrowser {
+ public:
+  PageBrowser(const QHelpEngine& engine, QWidget* parent) : QTextBrowser(parent), engine_(engine) {}
+
+  QVariant loadResource(int type, const QUrl& name) override {
+    const QUrl url = name.isRelative() ? source().resolved(name) : name;
+    if (url.scheme() != QLatin1String("qthelp")) return {};
+    const QByteArray bytes = engine_.fileData(url);
+    if (type != QTextDocument::ImageResource) return QString::fromUtf8(bytes);
+    // A picture that is too wide would have to be read through a scroll bar.
+    const QImage image = QImage::fromData(bytes);
+    const int room = std::max(300, viewport()->width() - 40);
+    return image.width() > room ? image.scaledToWidth(room, Qt::SmoothTransformation) : image;
+  }
+
+ private:
+  const QHelpEngine& engine_;
+};
+
+}  // namespace
+
+HelpWindow::HelpWindow(const QString& helpFile, QWidget* parent)
+    : QMainWindow(parent, Qt::Window), engine_(nullptr) {
+  setObjectName(QStringLiteral("helpWindow"));
+  setWindowTitle(tr("Orvane Help"));
+  OpenFile(helpFile);
+
+  auto* split = new QSplitter(this);
+  tabs_ = new QTabWidget(split);
+  tabs_->setObjectName(QStringLiteral("helpTabs"));
+  tabs_->setAccessibleName(tr("Ways into the help"));
+  text_ = new PageBrowser(*engine_, split);
+  text_->setObjectName(QStringLiteral("helpPage"));
+  text_->setAccessibleName(tr("Page of the help"));
+  text_->document()->setDocumentMargin(12);
+
+  QHelpContentWidget* contents = engine_->contentWidget();
+  contents->setObjectName(QStringLiteral("helpContents"));
+  contents->setAccessibleName(tr("Contents"));
+  connect(contents, &QHelpContentWidget::linkActivated, this, &HelpWindow::ShowUrl);
+  connect(contents, &QHelpContentWidget::clicked, this, [this, contents](const QModelIndex& row) {
+    Q_EMIT contents->activated(row);
+    text_->setFocus();
+  });
+  tabs_->addTab(contents, tr("&Contents"));
+  tabs_->addTab(MakeIndex(), tr("&Index"));
+  tabs_->addTab(MakeSearch(), tr("&Search"));
+
+  split->addWidget(tabs_);
+  split->addWidget(text_);
+  split->setStretchFactor(1, 1);
+  split->setSizes({270, 680});
+  setCentralWidget(split);
+  MakeToolBar();
+  resize(950, 700);
+  auto* close = new QShortcut(QKeySequence(QKeySequence::Close), this);
+  connect(close, &QShortcut::activated, this, &QWidget::close);
+}
+
+HelpWindow::~HelpWindow() = default;
+
+void HelpWindow::OpenFile(const QString& helpFile) {
+  engine_ = std::make_unique<QHelpEngine>(folder_.filePath(QStringLiteral("Orvane.qhc")));
+  engine_->setReadOnly(false);
+  engine_->setupData();
+  engine_->registerDocumentation(helpFile);
+  engine_->setupData();  // reads contents and index of what was entered
+}
+
+void HelpWindow::MakeToolBar() {
+  QToolBar* bar = addToolBar(tr("Pages"));
+  bar->setObjectName(QStringLiteral("helpBar"));
+  bar->setMovable(false);
+  bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+  const auto add = [&](QStyle::StandardPixmap icon, const QString& text, const QKeySequence& key) {
+    QAction* action = bar->addAction(style()->standardIcon(icon), text);
+    action->setShortcut(key);
+    return action;
+  };
+  QAction* back = add(QStyle::SP_ArrowBack, tr("Back"), QKeySequence::Back);
+  QAction* forward = add(QStyle::SP_ArrowForward, tr("Forward"), QKeySequence::Forward);
+  QAction* home = add(QStyle::SP_DirHomeIcon, tr("All Chapters"), {});
+  back->setEnabled(false);
+  forward->setEnabled(false);
+  connect(back, &QAction::triggered, text_, &QTextBrowser::backward);
+  connect(forward, &QAction::triggered, text_, &QTextBrowser::forward);
+  connect(home, &QAction::triggered, this, [this] { ShowPage("README.html"); });
+  connect(text_, &QTextBrowser::backwardAvailable, back, &QAction::setEnabled);
+  connect(text_, &QTextBrowser::forwardAvailable, forward, &QAction::setEnabled);
+}
+
+QWidget* HelpWindow::MakeIndex() {
+  auto* page = new QWidget(tabs_);
+  auto* layout = new QVBoxLayout(page);
+  auto* word = new QLineEdit(page);
+  word->setObjectName(QStringLiteral("helpWord"));
+  word->setAccessibleName(tr("Word of the index"));
+  word->setPlaceholderText(tr("Look for a word"));
+  word->setClearButtonEnabled(true);
+  QHelpIndexWidget* index = engine_->indexWidget();
+  index->setObjectName(QStringLiteral("helpIndex"));
+  index->setAccessibleName(tr("Index"));
+  layout->addWidget(word);
+  layout->addWidget(index);
+  connect(word, &QLineEdit::textChanged, index,
+          [index](const QString& text) { index->filterIndices(text); });
+  connect(word, &QLineEdit::returnPressed, index, &QHelpIndexWidget::activateCurrentItem);
+  connect(index, &QHelpIndexWidget::documentActivated, this,
+          [this](const QHelpLink& link) { ShowUrl(link.url); });
+  // A word with several pages leads to the first; the title of each chapter stands in the index.
+  connect(index, &QHelpIndexWidget::documentsActivated, this,
+          [this](const QList<QHelpLink>& links) { ShowUrl(links.front().url); });
+  return page;
+}
+
+QWidget* HelpWindow::MakeSearch() {
+  auto* page = new QWidget(tabs_);
+  auto* layout = new QVBoxLayout(page);
+  QHelpSearchEngine* search = engine_->searchEngine();
+  QHelpSearchQueryWidget* query = search->queryWidget();
+  QHelpSearchResultWidget* results = search->resultWidget();
+  query->setObjectName(QStringLiteral("helpQuery"));
+  query->setAccessibleName(tr("Words to search for"));
+  results->setObjectName(QStringLiteral("helpResults"));
+  results->setAccessibleName(tr("Pages that were found"));
+  layout->addWidget(query);
+  layout->addWidget(results, 1);
+  connect(query, &QHelpSearchQueryWidget::search, this,
+          [search, query] { search->search(query->searchInput()); });
+  connect(results, &QHelpSearchResultWidget::requestShowLink, this, &HelpWindow::ShowUrl);
+  search->reindexDocumentation();
+  return page;
+}
+
+void HelpWindow::ShowPage(std::string_view page) {
+  ShowUrl(QUrl(QStringLiteral("qthelp://%1/orvane/guide/%2")
+                   .arg(QLatin1String(HelpNamespace),
+                        QLatin1String(page.data(), static_cast<qsizetype>(page.size())))));
+}
+
+void HelpWindow::ShowUrl(const QUrl& url) {
+  if (url.isValid()) text_->setSource(url);
+}
+
+QUrl HelpWindow::ShownPage() const { return text_->source(); }
+
+}  // namespace orvane

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QMainWindow>
+#include <QTemporaryDir>
+#include <QUrl>
+
+#include <memory>
+#include <string_view>
+
+class QHelpEngine;
+class QTabWidget;
+class QTextBrowser;
+class QToolBar;
+
+namespace orvane {
+
+/// Shows the help file: at the left the contents, an index and a search, at the right a page.
+class HelpWindow final : public QMainWindow {
+  Q_OBJECT
+
+ public:
+  /// \param helpFile  a good one, see `LookAtHelpFile`
+  /// \param parent    null, or the modal dialog over which this window must be of use
+  HelpWindow(const QString& helpFile, QWidget* parent);
+  ~HelpWindow() override;
+
+  /// \param page  such as "window.html#moving-about"
+  void ShowPage(std::string_view page);
+  QUrl ShownPage() const;
+
+ private:
+  void OpenFile(const QString& helpFile);
+  void MakeToolBar();
+  QWidget* MakeIndex();
+  QWidget* MakeSearch();
+  void ShowUrl(const QUrl& url);
+
+  QTemporaryDir folder_;  ///< of the engine's own files, made anew each time: they hold nothing
+  std::unique_ptr<QHelpEngine> engine_;
+  QTextBrowser* text_;
+  QTabWidget* tabs_;
+};
+
+}  // namespace orvane
