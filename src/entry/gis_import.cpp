@@ -4,11 +4,9 @@
 #include "base/number_text.h"
 #include "entry/gis_values.h"
 #include "geo/earth.h"
+#include "mapfile/open_map.h"
 #include "model/point_names.h"
 #include "model/time_names.h"
-#include "ranges/analysis.h"
-#include "survey/positions.h"
-#include "survey/solver.h"
 
 #include <algorithm>
 #include <limits>
@@ -84,11 +82,10 @@ void AddFix(Point& point, const GisFix& fix, bool keepAltitude) {
   point.flags &= ~std::uint32_t{PointPlaced};
 }
 
-/// What follows each change of the map.
+/// What follows each change of the map. What has a place keeps it: a fix alone moves no survey, so
+/// the map is solved only where `FinishMap` finds need.
 void FinishImport(Map& map) {
-  ClearOwnPositions(map);
-  SolveMap(map);
-  AnalyzeAllRanges(map);
+  FinishMap(map);
   map.flags |= MapDirty;
 }
 

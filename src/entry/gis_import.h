@@ -50,7 +50,8 @@ struct GisImport {
   size_t taken = 0;    ///< tracks that became trails
 };
 
-/// Reads a file of either form and puts its waypoints into the map, which is then solved and dirty.
+/// Reads a file of either form and puts its waypoints into the map, which is then dirty, and solved
+/// if it holds points that no fix of their own places.
 ///
 /// A waypoint is a point named as any other: one whose name the map knows already is a further
 /// reading of that point, and one that is named like a time of day is a point of its own. A name
@@ -75,7 +76,8 @@ GisTrailFields StartFields(const GisImport& import, const GisBoxes& boxes);
 void NextFields(const GisImport& import, GisTrailFields& fields);
 
 /// Makes a trail of the current track, at the head of the map's trails, with nameless points;
-/// solves the map, brings its ranges up to date and marks it dirty; then goes on to the next track.
+/// solves the map if need be (`NeedsSolving`), brings its ranges up to date, marks it dirty and
+/// goes on to the next track.
 ///
 /// The first fix is taken. Another is taken if it is at least the n-th behind the last one taken
 /// and lies at least the minimum distance from it on the ground.
@@ -83,8 +85,9 @@ void NextFields(const GisImport& import, GisTrailFields& fields);
 GisField TakeTrack(GisImport& import, const GisTrailFields& fields);
 
 /// As `TakeTrack` for the current track and all behind it, which take their own names and, unless
-/// the user gave one, their own dates. A date that is also that of the current track counts as given
-/// only with `dateIsForAll`, since the window puts the track's own there. The map is solved once.
+/// the user gave one, their own dates. A date that is also that of the current track counts as
+/// given only with `dateIsForAll`, since the window puts the track's own there. The map is finished
+/// once.
 GisField TakeAllTracks(GisImport& import, const GisTrailFields& fields);
 
 /// Goes on to the next track.

@@ -380,8 +380,6 @@ SheetOutcome RunSpreadsheetImport(const ImportSpec& spec, SheetLogs& logs,
     return outcome;
   }
   outcome.unwritten = FinishImportLogs(logs, write);
-  // What was measured on the old places is measured again when it is asked for.
-  for (Trail& trail : spec.map->trails) trail.flags &= ~std::uint32_t{TrailMeasured};
   ClearOwnPositions(*spec.map);
   SolveMap(*spec.map);
   AnalyzeAllRanges(*spec.map);

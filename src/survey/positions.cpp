@@ -45,6 +45,7 @@ bool NeedsSolving(Map& map) {
 }
 
 void ClearOwnPositions(Map& map) {
+  for (Trail& trail : map.trails) trail.flags &= ~std::uint32_t{TrailMeasured};
   ForEachPoint(map, [&](Point& point) {
     if (point.map == &map) point.flags &= ~std::uint32_t{PointPlaced | PointInProgress};
   });

@@ -18,8 +18,8 @@ bool QuickPosition(Point& point);
 /// \return true if the map must be solved
 bool NeedsSolving(Map& map);
 
-/// Takes the placed mark off every point of the map's lists that this map made; points of its
-/// basis keep their places.
+/// Takes the placed mark off every point of the map's lists that this map made, and the mark of what
+/// was measured on those places off its trails; points of its basis keep their places.
 void ClearOwnPositions(Map& map);
 
 }  // namespace orvane

@@ -343,7 +343,8 @@ TEST_F(GisImportTest, WaypointsAreLoosePointsWithOneReading) {
   const auto import = Start(Header + "Fig,,,,1.5,115.5,30\nLed,,,,1.6,115.5\n");
   ASSERT_TRUE(import);
   EXPECT_EQ(CurrentTrack(*import), nullptr);
-  EXPECT_EQ(LoosePoints(), (Texts{"Led", "Fig"}));
+  // To finish a map names its loose points anew, those that stand on the list already as well.
+  EXPECT_EQ(LoosePoints(), (Texts{"Fig", "Led", "Led", "Fig"}));
   const Point& fig = Named(map, "fig");
   EXPECT_EQ(fig.trail, nullptr);
   EXPECT_EQ(fig.geo.lat, 1.5);
@@ -369,7 +370,44 @@ TEST_F(GisImportTest, AWaypointOfAKnownNameIsAFurtherReading) {
   EXPECT_EQ(Readings(Named(map, "Camp")).size(), 2U);
   EXPECT_EQ(Named(map, "Camp").geo.lat, 1.5);
   EXPECT_EQ(Named(map, "Fig").geo.lat, 4);
-  EXPECT_EQ(LoosePoints(), Texts{"Fig"});
+  EXPECT_EQ(LoosePoints(), (Texts{"Fig", "Fig", "Fig"}));
+}
+
+TEST_F(GisImportTest, PlacesThatOnlyTheMapFileTellsAreKept) {
+  for (const char* lines : {"A,,,,1,115\nA,,,,2,115\n", "Fig,,,,1,115\nNest,,,,2,115\n"}) {
+    Map& told = Open("T\tPath\nL\tStart\t1.5\t115.5\t20\n\nT\nL\tTree\t2\t116\t\n");
+    auto import = StartGisImportOfText(told, Header + lines, "gps.txt", {});
+    ASSERT_TRUE(import);
+    EXPECT_EQ(TakeAllTracks(*import, {}), GisField::None);
+    for (const char* name : {"Start", "Tree"}) {
+      EXPECT_TRUE(Named(told, name).flags & PointPlaced) << name;
+    }
+    EXPECT_EQ(Named(told, "Start").geo.lat, 1.5);
+    EXPECT_EQ(Named(told, "Start").geo.altitude, 20.0F);
+    EXPECT_EQ(Said(), Texts{});
+  }
+}
+
+TEST_F(GisImportTest, ReadingsAveragedWithoutTheirCountsStayAveragedSo) {
+  Map& counted = Open("T\nG\tCamp\tN1\tE115\t\t5\nG\tCamp\tN2\tE115\n");
+  ASSERT_EQ(Named(counted, "Camp").geo.lat, 1.5);
+  auto import = StartGisImportOfText(counted, TwoTracks, "gps.txt", {});
+  ASSERT_TRUE(import);
+  GisTrailFields fields;
+  fields.date = "2004-2-18";
+  EXPECT_EQ(TakeTrack(*import, fields), GisField::None);
+  EXPECT_EQ(Named(counted, "Camp").geo.lat, 1.5);
+}
+
+TEST_F(GisImportTest, AFixForAPointOfCompassReadingsSolvesTheMap) {
+  const std::string survey = "T\tPath\nG\tCamp\tN1\tE115\nC\tHut\tCamp\t100\t180\n";
+  const Map& atOnce = Open(survey + "\nT\nG\tHut\tN1.01\tE115\n");
+  Map& later = Open(survey);
+  ASSERT_TRUE(StartGisImportOfText(later, Header + "Hut,,,,1.01,115\n", "gps.txt", {}));
+  for (const char* name : {"Camp", "Hut"}) {
+    EXPECT_EQ(Named(later, name).geo.lat, Named(atOnce, name).geo.lat) << name;
+  }
+  EXPECT_GT(Named(later, "Camp").geo.lat, 1);
 }
 
 TEST_F(GisImportTest, WaypointsWithoutALastingNameAreTold) {
@@ -405,7 +443,7 @@ TEST_F(GisImportTest, TracksAndWaypointsOfOneFileBothComeIn) {
   TakeAll(
       "<gpx><wpt lat='1' lon='2'><name>Fig</name></wpt><trk><trkseg><trkpt lat='1' lon='2'>"
       "<time>2004-02-18T08:00:00Z</time></trkpt></trkseg></trk></gpx>");
-  EXPECT_EQ(LoosePoints(), Texts{"Fig"});
+  EXPECT_EQ(LoosePoints(), (Texts{"Fig", "Fig", "Fig"}));
   EXPECT_EQ(Length(map.trails), 2);
   EXPECT_FALSE(map.trails.front().name);
   EXPECT_EQ(map.trails.front().date, PackDate(2004, 2, 18));
