@@ -30,16 +30,16 @@ bool IsEditor(const ProgramWindow& window) {
 
 /// Adds rows for what the map has got since the rows were made.
 void AddMissingRows(MapWindow& view) {
-  for (Map* map = view.map; map != nullptr; map = map->basis) {
-    for (Trail& trail : map->trails) {
-      if (FindTrailRow(view, trail) == nullptr) AddTrailRow(view, trail);
-    }
-  }
   for (Range& range : view.map->ranges) {
     if (FindRangeRow(view, range) == nullptr) AddRangeRow(view, &range, nullptr);
   }
   DropRangeRows(view, nullptr);
   RedoRangeRows(view, nullptr);
+  for (Map* map = view.map; map != nullptr; map = map->basis) {
+    for (Trail& trail : map->trails) {
+      if (FindTrailRow(view, trail) == nullptr) AddTrailRow(view, trail);
+    }
+  }
 }
 
 }  // namespace

@@ -327,12 +327,12 @@ void MapView::mousePressEvent(QMouseEvent* event) {
 
 void MapView::mouseMoveEvent(QMouseEvent* event) {
   const bool moved = MovePointer(view_, DevicePixel(event->position()));
-  controlHeld_ = event->modifiers().testFlag(Qt::ControlModifier);
   if (moved) {
     ShowMoved();
   } else if (IsBandDrawn(view_)) {
     update();
   }
+  controlHeld_ = event->modifiers().testFlag(Qt::ControlModifier);
   Q_EMIT pointerMoved();
 }
 
@@ -341,13 +341,13 @@ void MapView::mouseReleaseEvent(QMouseEvent* event) {
   const bool band = IsBandDrawn(view_);
   const PointerOutcome outcome =
       ReleasePointer(view_, DevicePixel(event->position()), KeysOf(event->modifiers()));
-  controlHeld_ = false;
-  ShowCursor();
   if (outcome.viewMoved) {
     ShowMoved();
   } else if (band) {
     update();
   }
+  controlHeld_ = false;
+  ShowCursor();
   Q_EMIT pointerMoved();
   if (outcome.transectDrawn) Q_EMIT transectDrawn();
 }
