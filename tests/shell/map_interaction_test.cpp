@@ -305,7 +305,8 @@ TEST_F(MapInteraction, APinchOfATouchPadZoomsAboutThePointer) {
 }
 
 TEST_F(MapInteraction, TwoFingersOnTheScreenZoomWithoutABand) {
-  QPointingDevice* screen = QTest::createTouchDevice();
+  // It stays to the end of the program, as that of a real screen does.
+  static QPointingDevice* const screen = QTest::createTouchDevice();
   QTest::touchEvent(widget_.get(), screen).press(0, QPoint(180, 150)).press(1, QPoint(220, 150));
   for (int i = 1; i <= 10; ++i) {
     QTest::touchEvent(widget_.get(), screen)
