@@ -150,7 +150,7 @@ void DrawOverlaps(const MapWindow& view, const GeoBounds& box) {
     const RangePanelRow* a = RowOf(view, record.a.range);
     const RangePanelRow* b = RowOf(view, record.b.range);
     if (a == nullptr || b == nullptr || !a->visible || !b->visible) continue;
-    if (PatternOf(*a) != FillNone) DrawPolygonFill(view, record.polygon, PatternOf(*a), a->color);
+    DrawPolygonFill(view, record.polygon, PatternOf(*a), a->color);
   }
   for (const RangePanelRow& row : view.rangeViews) {
     if (!row.visible || row.intersection == nullptr || !Meets(*row.intersection, box)) continue;

@@ -373,7 +373,7 @@ TEST_F(DrawRangesTest, DrawsShadesThenOverlapsThenOutlines) {
   rowOverlap.visible = true;
   rowOverlap.color = 0xCC;
   Draw();
-  EXPECT_EQ(PolygonPens(), (Lines{"404040", "0000cc", "aa0000", "00bb00"}));
+  EXPECT_EQ(PolygonPens(), (Lines{"404040", "aa0000", "0000cc", "aa0000", "00bb00"}));
 }
 
 // --- Points ---------------------------------------------------------------------------------
