@@ -234,6 +234,7 @@ bool ReadFileInto(LineContext& context, const std::string& path) {
               {path});
     return false;
   }
+  if (path == context.map.fileName) context.map.fileMark = MarkOf(*text);
   context.state.openFiles.push_back(path);
   ReadTextInto(context, *text);
   context.state.openFiles.pop_back();

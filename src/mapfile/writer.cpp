@@ -486,8 +486,12 @@ std::string MapFileText(Map& map, const std::string& path, bool full) {
 }
 
 bool WriteMapFile(Map& map, const std::string& path, bool full) {
-  Messages& messages = map.workspace->messages;
-  switch (WriteFileAtomically(path, MapFileText(map, path, full))) {
+  return WriteMapText(map.workspace->messages, path, MapFileText(map, path, full));
+}
+
+bool WriteMapText(Messages& messages, const std::string& path, std::string_view text,
+                  const FileSystem& system) {
+  switch (WriteFileAtomically(path, text, system)) {
     case WriteResult::CannotOpen:
       NoteError(messages, "Can't open %s for writing", {path});
       break;

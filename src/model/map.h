@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/file_mark.h"
 #include "model/map_memory.h"
 #include "model/records.h"
 
@@ -85,6 +86,9 @@ struct Map {
 
   Workspace* workspace = nullptr;  ///< the one that holds the map
   std::string fileName;            ///< the path of the file, or "Untitled"
+  /// Of the file when it was last read or written whole; none if neither has been. Whoever writes
+  /// over a file with other bytes destroys what someone else has put there.
+  std::optional<FileMark> fileMark;
   Map* basis = nullptr;            ///< the map that this one rests on
   double magneticDeviation = 0;    ///< degrees, added to compass bearings
   std::uint32_t flags = 0;         ///< `MapFlag` bits

@@ -1,0 +1,31 @@
+#include "base/file_mark.h"
+
+#include <cstring>
+#include <filesystem>
+#include <system_error>
+
+namespace orvane {
+
+FileMark MarkOf(std::string_view content) {
+  // Eight bytes a step: a map is marked each time it is read, and must not be read for it twice as
+  // long.
+  constexpr std::uint64_t Multiplier = 0x9E3779B97F4A7C15;
+  constexpr int HalfWord = 32;
+  FileMark mark{.size = content.size(), .hash = Multiplier};
+  while (!content.empty()) {
+    std::uint64_t word = 0;
+    const size_t length = content.size() < sizeof word ? content.size() : sizeof word;
+    std::memcpy(&word, content.data(), length);
+    mark.hash = (mark.hash ^ word) * Multiplier;
+    mark.hash ^= mark.hash >> HalfWord;
+    content.remove_prefix(length);
+  }
+  return mark;
+}
+
+bool IsSameFile(const std::string& a, const std::string& b) {
+  std::error_code error;
+  return a == b || std::filesystem::equivalent(a, b, error);
+}
+
+}  // namespace orvane
