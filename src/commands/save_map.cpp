@@ -1,9 +1,14 @@
 #include "commands/save_map.h"
 
+#include "base/file_mark.h"
 #include "base/file_names.h"
 #include "base/messages.h"
 #include "mapfile/writer.h"
 #include "model/workspace.h"
+
+#include <filesystem>
+#include <optional>
+#include <system_error>
 
 namespace orvane {
 namespace {
@@ -12,19 +17,35 @@ constexpr std::string_view ShapefileName = "points.shp";
 
 /// Writes a map to a file; the map bears its name from then on and is unchanged.
 bool WriteUnder(Map& map, const std::string& path, bool full, const SaveContext& context) {
-  if (context.mayWrite && !context.mayWrite(map, path)) return false;
-  if (!WriteMapFile(map, path, full)) return false;
+  const std::string text = MapFileText(map, path, full);
+  if (!WriteMapText(map.workspace->messages, path, text, context.system)) return false;
   const bool renamed = map.fileName != path;
   map.fileName = path;
+  map.fileMark = MarkOf(text);
   context.setDirty(map, false);
   if (renamed && context.renamed) context.renamed(map);
   if (context.written) context.written(map, path);
   return true;
 }
 
+/// Asks for a name to save under.
+/// \return false if the user cancelled, or the dialog broke down
+bool AskName(const std::string& title, FileSpecification& file, Messages& messages,
+             const SaveContext& context) {
+  switch (context.dialogs.AskSave(title, file)) {
+    case FileAnswer::Failed:
+      NoteFileDialogFailure(messages);
+      return false;
+    case FileAnswer::Cancelled:
+      return false;
+    case FileAnswer::Chosen:
+      break;
+  }
+  return true;
+}
+
 /// \return the file name under which the map will stand; empty if the user cancelled
 std::string AskMapName(const Map& map, const SaveContext& context) {
-  Messages& messages = map.workspace->messages;
   FileSpecification& file = context.files.savedMaps;
   PrepareSpecification(file, context.files.maps, context.defaultDirectory, "map");
   file.type = "map";
@@ -32,16 +53,21 @@ std::string AskMapName(const Map& map, const SaveContext& context) {
   file.name = baseName;
   const std::string title =
       (map.flags & MapUntitled) != 0 ? "Save untitled map as..." : "Save " + baseName + " as...";
-  switch (context.dialogs.AskSave(title, file)) {
-    case FileAnswer::Failed:
-      NoteFileDialogFailure(messages);
-      return {};
-    case FileAnswer::Cancelled:
-      return {};
-    case FileAnswer::Chosen:
-      break;
-  }
-  return PathOf(file);
+  return AskName(title, file, map.workspace->messages, context) ? PathOf(file) : std::string();
+}
+
+enum ChangedFileAnswer { ChangedSaveAs = 1, ChangedCancel = 2, ChangedOverwrite = 3 };
+
+/// Asks about a file that has changed on the disk, if it has.
+/// \return what to do; to write it, if there is nothing to ask
+ChangedFileAnswer AskAboutChange(const Map& map, const std::string& path) {
+  if (!HasChangedOnDisk(map, path)) return ChangedOverwrite;
+  // The first button is the one of the Return key: it destroys nothing.
+  const int answer = AskUser(
+      map.workspace->messages, "File Has Changed", "Save As...", "Cancel", "Overwrite",
+      "%s on the disk is not what was opened here. Overwriting it destroys what stands there now.",
+      {BaseName(path)});
+  return static_cast<ChangedFileAnswer>(answer);
 }
 
 enum BasisAnswer { BasisSave = 1, BasisDontSave = 2, BasisCancel = 3 };
@@ -60,22 +86,40 @@ bool SaveBasisBeside(Map& basis, const std::string& path, bool full, const SaveC
 
 }  // namespace
 
+bool HasChangedOnDisk(const Map& map, const std::string& path) {
+  if (!IsSameFile(path, map.fileName)) return false;
+  std::error_code error;
+  if (!std::filesystem::exists(path, error)) return false;
+  const std::optional<std::string> content = ReadWholeFile(path);
+  return !content || !map.fileMark || MarkOf(*content) != *map.fileMark;
+}
+
 bool SaveChangedMaps(Map& map, const SaveContext& context) {
   for (Map* each = &map; each != nullptr; each = each->basis) {
     if ((each->flags & MapDirty) == 0) continue;
-    const bool saved = (each->flags & MapUntitled) != 0
-                           ? SaveMapAs(*each, true, context)
-                           : WriteUnder(*each, each->fileName, true, context);
+    bool underNewName = (each->flags & MapUntitled) != 0;
+    if (!underNewName) {
+      const ChangedFileAnswer answer = AskAboutChange(*each, each->fileName);
+      if (answer == ChangedCancel) return false;
+      underNewName = answer == ChangedSaveAs;
+    }
+    const bool saved = underNewName ? SaveMapAs(*each, true, context)
+                                    : WriteUnder(*each, each->fileName, true, context);
     if (!saved) return false;
   }
   return true;
 }
 
 bool SaveMapAs(Map& map, bool full, const SaveContext& context) {
-  const std::string path = AskMapName(map, context);
-  if (path.empty()) return false;
-  if (map.basis != nullptr && !SaveBasisBeside(*map.basis, path, full, context)) return false;
-  return WriteUnder(map, path, full, context);
+  for (;;) {
+    const std::string path = AskMapName(map, context);
+    if (path.empty()) return false;
+    const ChangedFileAnswer answer = AskAboutChange(map, path);
+    if (answer == ChangedCancel) return false;
+    if (answer == ChangedSaveAs) continue;
+    if (map.basis != nullptr && !SaveBasisBeside(*map.basis, path, full, context)) return false;
+    return WriteUnder(map, path, full, context);
+  }
 }
 
 std::string AskShapefileFolder(Messages& messages, const SaveContext& context) {
@@ -83,15 +127,7 @@ std::string AskShapefileFolder(Messages& messages, const SaveContext& context) {
   PrepareSpecification(file, context.files.maps, context.defaultDirectory, "shp");
   for (;;) {
     file.name = ShapefileName;
-    switch (context.dialogs.AskSave("Where should arcview files be placed?", file)) {
-      case FileAnswer::Failed:
-        NoteFileDialogFailure(messages);
-        return {};
-      case FileAnswer::Cancelled:
-        return {};
-      case FileAnswer::Chosen:
-        break;
-    }
+    if (!AskName("Where should arcview files be placed?", file, messages, context)) return {};
     if (PathOf(file).find(ShapefileName) != std::string::npos) return file.directory;
     NoteError(messages, "Je m'excuse, mais il faut que le nom du ficheur soit \"points.shp\".");
   }

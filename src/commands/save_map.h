@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/files.h"
 #include "commands/file_dialogs.h"
 #include "model/map.h"
 
@@ -21,21 +22,27 @@ struct SaveContext {
   std::function<void(Map& map, bool dirty)> setDirty;
   /// Tells the windows that a map bears another file name.
   std::function<void(Map& map)> renamed{};
-  /// May refuse to let a map be written to its file, after a question of its own: the file may
-  /// have changed since it was read. None lets every map be written.
-  std::function<bool(Map& map, const std::string& path)> mayWrite{};
   /// Called after a map was written whole.
   std::function<void(Map& map, const std::string& path)> written{};
+  /// What files are written with; a test lets its calls fail.
+  FileSystem system = SystemFiles();
 };
+
+/// True if a save to `path` would destroy what this program has never read: the path leads to the
+/// map's own file, and other bytes stand there than when it was last read or written. So does a
+/// file that stands there by now, or that could not be read; one that has gone has nothing to lose.
+bool HasChangedOnDisk(const Map& map, const std::string& path);
 
 /// Saves every changed map from `map` up its basis chain, in full form. A map made by New is asked
 /// for its name at each save: that it is untitled is never forgotten, so that a scratch map can
-/// not become the map with which the program starts.
+/// not become the map with which the program starts. Where the file has changed on the disk, the
+/// user is asked first, and may give the map another name.
 /// \return false if a name was not given or a map could not be written; what follows in the chain
 ///         is then not saved
 bool SaveChangedMaps(Map& map, const SaveContext& context);
 
 /// Asks for a name and saves the map under it, and, where the user wants it, its basis beside it.
+/// Choosing the map's own file, when that has changed on the disk, is asked about too.
 /// \param full  also stores the solved places
 /// \return false if the user cancelled or the map could not be written
 bool SaveMapAs(Map& map, bool full, const SaveContext& context);

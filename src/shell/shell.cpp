@@ -60,17 +60,23 @@ Shell::~Shell() = default;
 
 void Shell::Start(const std::vector<std::string>& files) {
   ReadRecentFiles();
+  const std::vector<Map*> recovered = recoverMaps ? recoverMaps() : std::vector<Map*>();
   for (const std::string& file : files) OpenFile(file);
   const std::string defaultMap = readPreferences ? readPreferences() : std::string();
-  if (!files.empty()) return;
-  if (!defaultMap.empty()) {
-    OpenFile(defaultMap);
-    return;
+  if (files.empty() && !defaultMap.empty()) OpenFile(defaultMap);
+  for (Map* map : recovered) {
+    if (!IsShown(*map)) OpenMapWindow(*map);
   }
+  if (!files.empty() || !defaultMap.empty() || !recovered.empty()) return;
   if (openWindows_.empty()) ShowTaskWindow();
   ProgramWindow& asking =
       openWindows_.empty() ? static_cast<ProgramWindow&>(*taskWindow_) : *openWindows_.front();
   RunCommand(CommandOpenMap, asking);
+}
+
+bool Shell::IsShown(const Map& map) const {
+  return std::any_of(openWindows_.begin(), openWindows_.end(),
+                     [&](const MapWindowWidget* window) { return &window->TheMap() == &map; });
 }
 
 bool Shell::ExitFlow() {
@@ -185,9 +191,11 @@ void Shell::RefreshMenus() {
 }
 
 void Shell::SetMapDirty(Map& map, bool dirty) {
-  if (((map.flags & MapDirty) != 0) == dirty) return;
-  map.flags ^= MapDirty;
-  TellDirty(map);
+  if (((map.flags & MapDirty) != 0) != dirty) {
+    map.flags ^= MapDirty;
+    TellDirty(map);
+  }
+  if (dirty) Q_EMIT mapEdited(&map);
 }
 
 void Shell::NoteEdit(Map& map, bool wasDirty) {
@@ -207,6 +215,7 @@ void Shell::MapChanged(const Map& map) {
   for (MapWindowWidget* window : openWindows_) {
     if (RestsOn(window->TheMap(), map)) window->ShowMap();
   }
+  Q_EMIT mapEdited(&map);
 }
 
 SaveContext Shell::Saving() {
@@ -221,7 +230,6 @@ SaveContext Shell::Saving() {
               if (&window->TheMap() == &map) window->ShowTitle();
             }
           },
-      .mayWrite = mayWrite,
       .written = [this](Map& map,
                         const std::string& path) { Q_EMIT mapSaved(&map, LocalFileName(path)); }};
 }

@@ -40,7 +40,8 @@ class Shell final : public QObject {
   // --- Start and end ------------------------------------------------------------------------
 
   /// Opens the files named at the start, then reads the preferences, and without a file opens the
-  /// map that these name, or asks for one.
+  /// map that these name, or asks for one. What is recovered is read before all files, so that each
+  /// is found open then, and has a window in any case.
   void Start(const std::vector<std::string>& files);
 
   /// Writes the preferences, closes all windows, each after its questions, and ends the program.
@@ -119,11 +120,13 @@ class Shell final : public QObject {
   /// Reads the preferences and tells the map to open with, or an empty text; writes them.
   std::function<std::string()> readPreferences;
   std::function<void()> writePreferences;
-  /// May refuse to let a map be written over its file; see `SaveContext`.
-  std::function<bool(Map& map, const std::string& path)> mayWrite;
+  /// Reads the maps that an earlier run left unsaved and that the user wants back.
+  std::function<std::vector<Map*>()> recoverMaps;
 
  Q_SIGNALS:
   void mapDirtyChanged(orvane::Map* map);
+  /// The map was changed, be it for the first time since it was saved or not.
+  void mapEdited(const orvane::Map* map);
   void mapSaved(orvane::Map* map, const QString& path);
   /// The user closed a window with "Don't Save".
   void changesDiscarded(orvane::Map* map);
@@ -132,6 +135,7 @@ class Shell final : public QObject {
  private:
   void TellDirty(Map& map);
   void ShowTaskWindow();
+  bool IsShown(const Map& map) const;
   std::string NameOfOpenMap(const std::string& path) const;
   void ReadRecentFiles();
   void NoteRecentFile(const std::string& path);

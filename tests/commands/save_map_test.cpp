@@ -1,13 +1,19 @@
 #include "commands/save_map.h"
 
 #include "commands/close_map.h"
+#include "mapfile/open_map.h"
+#include "mapfile/reader.h"
 #include "model/point_names.h"
 #include "model/workspace.h"
 #include "support/scripted_questions.h"
 #include "support/temporary_folder.h"
 
 #include <filesystem>
+#include <functional>
 #include <gtest/gtest.h>
+#include <set>
+#include <string>
+#include <vector>
 
 namespace orvane {
 namespace {
@@ -28,6 +34,14 @@ class SaveMapTest : public testing::Test {
 
   bool Exists(const std::string& name) const { return std::filesystem::exists(folder_.Path(name)); }
 
+  std::set<std::string> FilesInFolder() const {
+    std::set<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(folder_.Path())) {
+      names.insert(entry.path().filename().string());
+    }
+    return names;
+  }
+
   SaveContext Context() {
     return {.dialogs = dialogs_,
             .files = files_,
@@ -37,8 +51,8 @@ class SaveMapTest : public testing::Test {
                   map.flags = dirty ? map.flags | MapDirty : map.flags & ~std::uint32_t{MapDirty};
                 },
             .renamed = [this](Map& map) { renamed_.push_back(map.fileName); },
-            .mayWrite = [this](Map&, const std::string&) { return mayWrite_; },
-            .written = [this](Map&, const std::string& path) { written_.push_back(path); }};
+            .written = [this](Map&, const std::string& path) { written_.push_back(path); },
+            .system = system_};
   }
 
   TemporaryFolder folder_;
@@ -47,7 +61,7 @@ class SaveMapTest : public testing::Test {
   FileSpecifications files_;
   Workspace workspace_;
   std::vector<std::string> renamed_, written_;
-  bool mayWrite_ = true;
+  FileSystem system_ = SystemFiles();
 };
 
 TEST_F(SaveMapTest, SavesWhatHasChangedUpTheChain) {
@@ -106,12 +120,188 @@ TEST_F(SaveMapTest, AMapThatCannotBeWrittenStaysChanged) {
   EXPECT_TRUE(written_.empty());
 }
 
-TEST_F(SaveMapTest, AWriteThatIsRefusedLeavesAllAsItWas) {
-  Map& map = MakeChanged("season.map");
-  mayWrite_ = false;
+TEST_F(SaveMapTest, WhateverCallFailsTheOldFileStandsAndTheMapStaysChanged) {
+  struct Case {
+    const char* call;
+    std::function<void(FileSystem&)> fail;
+    const char* message;
+  };
+  constexpr auto CannotOpen = "Can't open %s for writing";
+  constexpr auto Corrupt = "Error ocurred while writing data file %s. It may be corrupt";
+  const std::vector<Case> cases = {
+      {"create", [](FileSystem& f) { f.create = [](const auto&, unsigned) { return -1; }; },
+       CannotOpen},
+      {"permissions", [](FileSystem& f) { f.setPermissions = [](int, unsigned) { return -1; }; },
+       Corrupt},
+      {"write", [](FileSystem& f) { f.write = [](int, const char*, size_t) { return -1L; }; },
+       Corrupt},
+      {"flush", [](FileSystem& f) { f.flush = [](int) { return -1; }; }, Corrupt},
+      {"close",
+       [](FileSystem& f) {
+         f.close = [](int file) {
+           SystemFiles().close(file);
+           return -1;
+         };
+       },
+       Corrupt},
+      {"rename", [](FileSystem& f) { f.rename = [](const auto&, const auto&) { return -1; }; },
+       Corrupt}};
+  const std::string path = folder_.Write("season.map", "P\tOld\n");
+  Map& map = OpenMap(workspace_, path);
+  map.flags |= MapDirty;
+  for (const Case& each : cases) {
+    SCOPED_TRACE(each.call);
+    system_ = SystemFiles();
+    each.fail(system_);
+    messages_.Clear();
+    EXPECT_FALSE(SaveChangedMaps(map, Context()));
+    EXPECT_TRUE(IsDirty(map));
+    EXPECT_EQ(folder_.Read("season.map"), "P\tOld\n");
+    ASSERT_EQ(messages_.Entries().size(), 1U);
+    EXPECT_EQ(messages_.Entries()[0].severity, Severity::Error);
+    std::string text = each.message;
+    text.replace(text.find("%s"), 2, path);
+    EXPECT_EQ(messages_.Entries()[0].text, text.substr(0, Messages::LongestMessage));
+    EXPECT_TRUE(written_.empty());
+    EXPECT_TRUE(messages_.Questions().empty());
+    EXPECT_EQ(FilesInFolder(), (std::set<std::string>{"other", "season.map"}));
+  }
+  system_ = SystemFiles();
+  EXPECT_TRUE(SaveChangedMaps(map, Context()));
+  EXPECT_FALSE(IsDirty(map));
+  EXPECT_NE(folder_.Read("season.map").find("P\tOld\n"), std::string::npos);
+}
+
+class ChangedFileTest : public SaveMapTest {
+ protected:
+  ChangedFileTest() : map_(OpenMap(workspace_, folder_.Write("season.map", "P\tOld\n"))) {
+    map_.flags |= MapDirty;
+  }
+
+  void ChangeFile() const { folder_.Write("season.map", "P\tNew\n"); }
+
+  Map& map_;
+};
+
+TEST_F(ChangedFileTest, IsAskedAbout) {
+  ChangeFile();
+  messages_.answers = {2};
+  EXPECT_FALSE(SaveChangedMaps(map_, Context()));
+  ASSERT_EQ(messages_.Questions().size(), 1U);
+  const auto& question = messages_.Questions()[0];
+  EXPECT_EQ(question.title, "File Has Changed");
+  EXPECT_EQ(question.text,
+            "season.map on the disk is not what was opened here. Overwriting it destroys what "
+            "stands there now.");
+  EXPECT_EQ(question.buttons, (std::vector<std::string>{"Save As...", "Cancel", "Overwrite"}));
+}
+
+TEST_F(ChangedFileTest, StandsAfterCancel) {
+  ChangeFile();
+  messages_.answers = {2};
+  EXPECT_FALSE(SaveChangedMaps(map_, Context()));
+  EXPECT_EQ(folder_.Read("season.map"), "P\tNew\n");
+  EXPECT_TRUE(IsDirty(map_));
+  EXPECT_TRUE(dialogs_.questions.empty());
+}
+
+TEST_F(ChangedFileTest, IsReplacedAfterOverwriteAndThenNotAskedAboutAgain) {
+  ChangeFile();
+  messages_.answers = {3};
+  EXPECT_TRUE(SaveChangedMaps(map_, Context()));
+  EXPECT_NE(folder_.Read("season.map").find("P\tOld"), std::string::npos);
+  map_.flags |= MapDirty;
+  map_.magneticDeviation = 3;
+  EXPECT_TRUE(SaveChangedMaps(map_, Context()));
+  EXPECT_NE(folder_.Read("season.map").find("M\t3"), std::string::npos);
+  EXPECT_EQ(messages_.Questions().size(), 1U);
+}
+
+TEST_F(ChangedFileTest, StandsBesideTheOneOfSaveAs) {
+  ChangeFile();
+  messages_.answers = {1};
+  dialogs_.paths = {folder_.Path("mine.map")};
+  EXPECT_TRUE(SaveChangedMaps(map_, Context()));
+  EXPECT_EQ(folder_.Read("season.map"), "P\tNew\n");
+  EXPECT_NE(folder_.Read("mine.map").find("P\tOld"), std::string::npos);
+  EXPECT_EQ(map_.fileName, folder_.Path("mine.map"));
+  EXPECT_FALSE(IsDirty(map_));
+}
+
+TEST_F(ChangedFileTest, StandsIfSaveAsIsCancelled) {
+  ChangeFile();
+  messages_.answers = {1};
+  EXPECT_FALSE(SaveChangedMaps(map_, Context()));
+  EXPECT_EQ(folder_.Read("season.map"), "P\tNew\n");
+  EXPECT_TRUE(IsDirty(map_));
+}
+
+TEST_F(ChangedFileTest, IsAskedAboutWhenSaveAsChoosesItByWhateverName) {
+  ChangeFile();
+  // Save As again, then another name.
+  messages_.answers = {1, 1};
+  dialogs_.paths = {folder_.Path("season.map"), folder_.Path("other/../season.map"),
+                    folder_.Path("mine.map")};
+  EXPECT_TRUE(SaveMapAs(map_, false, Context()));
+  EXPECT_EQ(messages_.Questions().size(), 2U);
+  EXPECT_EQ(dialogs_.questions.size(), 3U);
+  EXPECT_EQ(folder_.Read("season.map"), "P\tNew\n");
+  EXPECT_EQ(map_.fileName, folder_.Path("mine.map"));
+}
+
+TEST_F(ChangedFileTest, IsAskedAboutFarUpTheChain) {
+  Map& above = MakeChanged("above.map");
+  above.basis = &map_;
+  ChangeFile();
+  messages_.answers = {2};
+  EXPECT_FALSE(SaveChangedMaps(above, Context()));
+  EXPECT_FALSE(IsDirty(above));
+  EXPECT_TRUE(IsDirty(map_));
+  EXPECT_EQ(folder_.Read("season.map"), "P\tNew\n");
+}
+
+TEST_F(ChangedFileTest, WithOtherBytesOfTheSameLengthAndTimeIsStillSeen) {
+  const auto time = std::filesystem::last_write_time(folder_.Path("season.map"));
+  ChangeFile();
+  std::filesystem::last_write_time(folder_.Path("season.map"), time);
+  EXPECT_TRUE(HasChangedOnDisk(map_, map_.fileName));
+}
+
+TEST_F(ChangedFileTest, WrittenAnewWithTheSameBytesIsNotAskedAbout) {
+  folder_.Write("season.map", "P\tOld\n");
+  EXPECT_FALSE(HasChangedOnDisk(map_, map_.fileName));
+  EXPECT_TRUE(SaveChangedMaps(map_, Context()));
+  EXPECT_TRUE(messages_.Questions().empty());
+}
+
+TEST_F(ChangedFileTest, ThatHasGoneIsMadeAgainWithoutAQuestion) {
+  std::filesystem::remove(folder_.Path("season.map"));
+  EXPECT_TRUE(SaveChangedMaps(map_, Context()));
+  EXPECT_TRUE(Exists("season.map"));
+  EXPECT_TRUE(messages_.Questions().empty());
+}
+
+TEST_F(ChangedFileTest, ThatWasMadeSinceTheMapOpenedEmptyIsAskedAbout) {
+  Map& map = OpenMap(workspace_, folder_.Path("later.map"));
+  map.flags |= MapDirty;
+  folder_.Write("later.map", "P\tOthers\n");
+  messages_.answers = {2};
   EXPECT_FALSE(SaveChangedMaps(map, Context()));
-  EXPECT_TRUE(IsDirty(map));
-  EXPECT_FALSE(Exists("season.map"));
+  EXPECT_EQ(folder_.Read("later.map"), "P\tOthers\n");
+}
+
+TEST_F(ChangedFileTest, ThatCouldNotBeReadIsAskedAbout) {
+  const std::string content("\xFF\xFEP\0\t\0", 6);
+  Map& map = OpenMap(workspace_, folder_.Write("utf16.map", content));
+  map.flags |= MapDirty;
+  messages_.answers = {2};
+  EXPECT_FALSE(SaveChangedMaps(map, Context()));
+  EXPECT_EQ(folder_.Read("utf16.map"), content);
+}
+
+TEST_F(ChangedFileTest, OfASubmapThatWasImportedDoesNotCount) {
+  ReadMapFile(map_, folder_.Write("sub.map", "P\tSub\n"));
+  EXPECT_FALSE(HasChangedOnDisk(map_, map_.fileName));
 }
 
 TEST_F(SaveMapTest, SaveAsGivesTheMapItsNewName) {
