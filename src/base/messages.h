@@ -64,6 +64,9 @@ class OriginScope {
 
   /// Goes on to the next line: 1 at the first call.
   void NextLine() { ++origin_.line; }
+  /// Goes to a line by its number, where a fault is told only after later lines were read; 0 for
+  /// the file as a whole.
+  void GoToLine(size_t line) { origin_.line = line; }
 
  private:
   Messages& messages_;
@@ -91,7 +94,8 @@ int AskUser(Messages& messages, const std::string& title, const std::string& but
             const std::string& button2, const std::string& button3, std::string_view format,
             std::initializer_list<std::string_view> arguments = {});
 
-/// Asks for one line of text of fewer than `size` bytes.
+/// Asks for one line of text of fewer than `size` bytes; a longer answer is cut, in UTF-8 between
+/// two characters.
 /// \param buffer  what stands in the field at first; receives the answer, emptied on cancel
 /// \return true on "OK", false on "Cancel"
 bool PromptForText(Messages& messages, const std::string& title, const std::string& message,

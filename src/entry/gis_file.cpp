@@ -1,6 +1,9 @@
 #include "entry/gis_file.h"
 
+#include "base/number_text.h"
 #include "entry/gis_values.h"
+
+#include <string>
 
 namespace orvane {
 
@@ -21,12 +24,15 @@ GisFile ReadGisText(std::string_view text, std::string_view name, Messages& mess
     constexpr size_t FirstCharacter = 2;
     const std::string_view first = text.substr(FirstCharacter, FirstCharacter);
     if (first.find('<') != std::string_view::npos) return ReadGpx(text, name, messages);
+    const OriginScope origin(messages, std::string(name));
     NoteError(messages, "File %s is in UTF-16, which can't be read; save it as plain text", {name});
     return {};
   }
   if (text.starts_with(Utf8Mark)) text.remove_prefix(Utf8Mark.size());
-  if (TrimSpace(text.substr(0, text.find('<') + 1)) == "<")
-    return ReadGpx(TrimSpace(text), name, messages);
+  if (TrimSpace(text.substr(0, text.find('<') + 1)) == "<") {
+    while (IsSpace(text.back())) text.remove_suffix(1);
+    return ReadGpx(text, name, messages);
+  }
   return ReadGisLines(text, name, messages);
 }
 

@@ -193,6 +193,7 @@ void ImportWaypoints(Map& map, const std::vector<GisWaypoint>& waypoints, bool k
 std::optional<GisImport> StartGisImport(Map& map, const std::string& path, const GisBoxes& boxes) {
   const auto text = ReadWholeFile(path);
   if (!text) {
+    const OriginScope origin(map.workspace->messages, path);
     NoteError(map.workspace->messages, "Can't open file %s", {path});
     return std::nullopt;
   }
@@ -205,6 +206,7 @@ std::optional<GisImport> StartGisImportOfText(Map& map, std::string_view text,
   import.map = &map;
   import.file = ReadGisText(text, name, map.workspace->messages);
   if (import.file.tracks.empty() && import.file.waypoints.empty()) {
+    const OriginScope origin(map.workspace->messages, name);
     NoteError(map.workspace->messages, "There are no tracks and no waypoints in %s", {name});
     return std::nullopt;
   }

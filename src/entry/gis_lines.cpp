@@ -136,11 +136,13 @@ class Collector {
 }  // namespace
 
 GisFile ReadGisLines(std::string_view text, std::string_view name, Messages& messages) {
+  OriginScope origin(messages, std::string(name));
   TellDamage(text, name, messages);
   Collector collector;
   LineFields fields;
   LeftOut leftOut;
   for (size_t lineNumber = 1; !text.empty(); ++lineNumber) {
+    origin.NextLine();
     const std::string_view line = TakeLine(text);
     if (TrimSpace(line).empty()) continue;
     fields.Split(line);
@@ -156,6 +158,7 @@ GisFile ReadGisLines(std::string_view text, std::string_view name, Messages& mes
       leftOut.Note(lineNumber);
     }
   }
+  origin.GoToLine(leftOut.firstLine);
   TellLeftOut(leftOut, name, messages);
   return collector.Finish();
 }

@@ -1,3 +1,4 @@
+#include "base/number_text.h"
 #include "entry/gis_file.h"
 #include "entry/gis_values.h"
 #include "geo/positions.h"
@@ -6,6 +7,7 @@
 #include <expat.h>
 #include <limits>
 #include <memory>
+#include <string>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -64,6 +66,18 @@ std::string_view LocalName(const char* name) {
   return colon == std::string_view::npos ? whole : whole.substr(colon + 1);
 }
 
+/// Takes the white space in front, which XML allows nowhere before its declaration.
+/// \return the number of lines that end in it
+size_t TakeBlankLines(std::string_view& text) {
+  size_t lines = 0;
+  for (char before = 0; !text.empty() && IsSpace(text.front()); text.remove_prefix(1)) {
+    const char c = text.front();
+    if (c == '\r' || (c == '\n' && before != '\r')) ++lines;
+    before = c;
+  }
+  return lines;
+}
+
 /// The date of "2004-02-18T08:00:00Z".
 std::string DateOf(std::string_view time) {
   time = TrimSpace(time);
@@ -77,7 +91,10 @@ struct FreeParser {
 class GpxWalk {
  public:
   GpxWalk(std::string_view fileName, Messages& messages)
-      : parser_(XML_ParserCreate(nullptr)), fileName_(fileName), messages_(messages) {}
+      : parser_(XML_ParserCreate(nullptr)),
+        fileName_(fileName),
+        messages_(messages),
+        origin_(messages, std::string(fileName)) {}
 
   GisFile Read(std::string_view text) {
     if (parser_ == nullptr) return {};  // no memory
@@ -85,10 +102,14 @@ class GpxWalk {
     XML_SetElementHandler(parser_.get(), &GpxWalk::OnStart, &GpxWalk::OnEnd);
     XML_SetCharacterDataHandler(parser_.get(), &GpxWalk::OnText);
     XML_SetEntityDeclHandler(parser_.get(), &GpxWalk::OnEntity);
+    linesBefore_ = TakeBlankLines(text);
     Parse(text);
+    origin_.GoToLine(leftOut_.firstLine);
     TellLeftOut(leftOut_, fileName_, messages_);
+    origin_.GoToLine(0);
     if (!isGpx_ && !isBroken_) NoteError(messages_, "%s is no GPX file", {fileName_});
-    if (hasRoutes_) NoteWarning(messages_, "%s: routes are left out", {fileName_});
+    origin_.GoToLine(routeLine_);
+    if (routeLine_ > 0) NoteWarning(messages_, "%s: routes are left out", {fileName_});
     std::erase_if(file_.tracks, [](const GisTrack& track) { return track.fixes.empty(); });
     return std::move(file_);
   }
@@ -128,12 +149,15 @@ class GpxWalk {
   void TellBreak() {
     isBroken_ = true;
     const XML_Error error = XML_GetErrorCode(parser_.get());
+    origin_.GoToLine(Line());
     NoteError(messages_, "%s can't be read from line %s on: %s",
               {fileName_, std::to_string(Line()),
                error == XML_ERROR_ABORTED ? "it declares entities" : XML_ErrorString(error)});
   }
 
-  size_t Line() const { return static_cast<size_t>(XML_GetCurrentLineNumber(parser_.get())); }
+  size_t Line() const {
+    return linesBefore_ + static_cast<size_t>(XML_GetCurrentLineNumber(parser_.get()));
+  }
 
   /// What an element is by its name and by where it stands.
   Element KindOf(std::string_view name) const {
@@ -150,7 +174,7 @@ class GpxWalk {
     keepsText_ = kind == Element::Name || kind == Element::Elevation || kind == Element::Time;
     text_.clear();
     if (kind == Element::Gpx) isGpx_ = true;
-    if (kind == Element::Route) hasRoutes_ = true;
+    if (kind == Element::Route && routeLine_ == 0) routeLine_ = Line();
     if (kind == Element::Track) file_.tracks.emplace_back();
     if (kind == Element::Waypoint || kind == Element::TrackPoint) OpenFix(attributes);
   }
@@ -204,11 +228,13 @@ class GpxWalk {
   std::unique_ptr<std::remove_pointer_t<XML_Parser>, FreeParser> parser_;
   std::string_view fileName_;
   Messages& messages_;
+  OriginScope origin_;
+  size_t linesBefore_ = 0;  ///< those that the parser does not see
   GisFile file_;
   LeftOut leftOut_;
   bool isGpx_ = false;
   bool isBroken_ = false;
-  bool hasRoutes_ = false;
+  size_t routeLine_ = 0;  ///< of the first route; 0 for none
 
   std::vector<Element> open_;  ///< outermost first
   bool keepsText_ = false;

@@ -237,6 +237,48 @@ TEST_F(GisLines, EveryFixComesOutOnceInOrder) {
   EXPECT_EQ(Said(), Texts{});
 }
 
+/// Remembers where each message comes from: "gps.txt:3".
+class PlacedMessages : public RecordedMessages {
+ public:
+  void Post(Severity severity, const std::string& text) override {
+    RecordedMessages::Post(severity, text);
+    places.push_back(Origin() == nullptr ? "nowhere"
+                                         : Origin()->file + ":" + std::to_string(Origin()->line));
+  }
+  Texts places;
+};
+
+Texts PlacesOf(const std::string& text) {
+  PlacedMessages messages;
+  ReadGisText(text, "gps.txt", messages);
+  EXPECT_EQ(messages.Origin(), nullptr);
+  return messages.places;
+}
+
+TEST(GisOrigin, MessagesAboutLinesComeFromTheirLine) {
+  EXPECT_EQ(PlacesOf("A,,,,1,115\nA,,,,2,115\n"), Texts{"gps.txt:1"});
+  EXPECT_EQ(PlacesOf(Header + "A,,,,1,115\r\n\r\nA\r\nA,,,,2,115\r\nB"), Texts{"gps.txt:4"});
+  std::string damaged = Header + "A,,,,1,115\nA,,,,2,115\n";
+  damaged[damaged.size() - 2] = '\0';
+  EXPECT_EQ(PlacesOf(damaged), (Texts{"gps.txt:0", "gps.txt:3"}));
+  EXPECT_EQ(PlacesOf(std::string("\xFF\xFEn\0a\0", 6)), Texts{"gps.txt:0"});
+}
+
+TEST(GisOrigin, MessagesAboutGpxComeFromTheirLine) {
+  EXPECT_EQ(PlacesOf("<gpx>\n<wpt lat='1'/>\n<rte>\n</rte><rte/></gpx>"),
+            (Texts{"gps.txt:2", "gps.txt:3"}));
+  EXPECT_EQ(PlacesOf("<gpx>\n\n<wpt lat='1' lon='2'>"), Texts{"gps.txt:3"});
+  EXPECT_EQ(PlacesOf("<kml>\n</kml>"), Texts{"gps.txt:0"});
+}
+
+TEST(GisOrigin, EmptyLinesBeforeGpxCount) {
+  EXPECT_EQ(PlacesOf("\n \r\n\r<gpx>\n<wpt lat='1'/>\n</gpx>\n"), Texts{"gps.txt:5"});
+  PlacedMessages messages;
+  ReadGisText("\n\n<gpx>\n<wpt", "gps.txt", messages);
+  EXPECT_EQ(messages.places, Texts{"gps.txt:4"});
+  EXPECT_EQ(messages.Entries()[0].text, "gps.txt can't be read from line 4 on: unclosed token");
+}
+
 // --- GPX ------------------------------------------------------------------------------------
 
 TEST_F(Gpx, TracksAndWaypointsAreTaken) {
