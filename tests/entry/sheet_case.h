@@ -3,6 +3,7 @@
 #include "entry/sheet_fields.h"
 #include "entry/sheet_import.h"
 #include "support/map_from_text.h"
+#include "support/scripted_messages.h"
 
 #include <initializer_list>
 #include <map>
@@ -12,27 +13,6 @@
 #include <vector>
 
 namespace orvane {
-
-/// Gives the answers to questions in turn, and "Yes" when there are no more.
-class ScriptedMessages : public RecordedMessages {
- public:
-  int Ask(const std::string& title, const std::vector<std::string>& buttons,
-          const std::string& text) override {
-    RecordedMessages::Ask(title, buttons, text);
-    return next_ < answers.size() ? answers[next_++] : 1;
-  }
-
-  void Post(Severity severity, const std::string& text) override {
-    RecordedMessages::Post(severity, text);
-    origins.push_back(Origin() == nullptr ? MessageOrigin() : *Origin());
-  }
-
-  std::vector<int> answers;
-  std::vector<MessageOrigin> origins;  ///< of all messages
-
- private:
-  size_t next_ = 0;
-};
 
 /// A made-up site with three marks and a camp, and imports into it. The columns of a sheet are
 /// species, focal animal, date, time, place, activity, SM1, SM2, SM3 unless a test says otherwise.
@@ -67,6 +47,13 @@ struct SheetCase : testing::Test {
     fields[SheetTime] = "D";
     fields[SheetLocation] = "E";
     fields[SheetActivity] = "F";
+    return fields;
+  }
+
+  /// The usual columns with one field changed.
+  static SheetFields With(SheetField field, const std::string& text) {
+    SheetFields fields = Columns();
+    fields[field] = text;
     return fields;
   }
 
@@ -106,6 +93,12 @@ struct SheetCase : testing::Test {
       texts.push_back(text);
     }
     return texts;
+  }
+  /// The trails that a sheet makes of a fresh site.
+  Texts FollowsOf(std::string_view sheet, const SheetFields& fields = Columns()) {
+    Map& map = Open(Site);
+    Import(map, sheet, fields);
+    return Follows(map);
   }
   /// The counts of the points of the newest follow, as "1,0,2".
   static Texts Counts(const Map& map) {

@@ -32,12 +32,6 @@ struct SheetFieldsTest : SheetCase {
     EXPECT_EQ(reading.refusal->message, message);
     EXPECT_EQ(reading.refusal->focus, focus) << message;
   }
-  /// The usual columns with one field changed.
-  static SheetFields With(SheetField field, const std::string& text) {
-    SheetFields fields = Columns();
-    fields[field] = text;
-    return fields;
-  }
 };
 
 TEST_F(SheetFieldsTest, AreReadIntoTheSpec) {
