@@ -30,10 +30,15 @@ std::optional<double> ParseDeviation(std::string_view text) {
   return number.value;
 }
 
-bool SetBasis(Map& map, Map& basis) {
-  for (const Map* each = &basis; each != nullptr; each = each->basis) {
-    if (each == &map) return false;
+bool RestsOn(const Map& map, const Map& other) {
+  for (const Map* each = &map; each != nullptr; each = each->basis) {
+    if (each == &other) return true;
   }
+  return false;
+}
+
+bool SetBasis(Map& map, Map& basis) {
+  if (RestsOn(basis, map)) return false;
   map.basis = &basis;
   return true;
 }

@@ -8,6 +8,7 @@
 #include <QFrame>
 #include <QLabel>
 #include <QPushButton>
+#include <QScreen>
 #include <QVBoxLayout>
 
 namespace orvane {
@@ -43,10 +44,16 @@ void AboutBox::AddCredits(const Map& map) {
   rule->setFrameShape(QFrame::HLine);
   rule->setFrameShadow(QFrame::Sunken);
   layout()->addWidget(rule);
+  // The box grows with its lines, but not past the screen.
+  const int room = screen()->availableSize().width() * 2 / 3;
   for (const std::string& line : lines) {
     auto* credit = new QLabel(DisplayText(line), this);
     credit->setObjectName(QStringLiteral("credit"));
     credit->setTextFormat(Qt::PlainText);
+    if (credit->sizeHint().width() > room) {
+      credit->setWordWrap(true);
+      credit->setFixedWidth(room);
+    }
     layout()->addWidget(credit);
   }
 }

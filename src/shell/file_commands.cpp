@@ -52,6 +52,15 @@ void OpenBasis(Shell& shell, ProgramWindow& window) {
   shell.OpenMapWindow(*window.MapSide()->TheMap().basis);
 }
 
+/// The map has got a basis: its windows, and those of maps that rest on it, show the new trails.
+void ShowBasis(Shell& shell, const Map& map) {
+  for (MapWindowWidget* each : shell.OpenWindows()) {
+    if (!RestsOn(each->TheMap(), map)) continue;
+    each->ShowMap(true);
+    each->RefreshMarks();
+  }
+}
+
 /// The map is neither marked as changed nor solved again.
 void SetBasisCommand(Shell& shell, ProgramWindow& window) {
   if (window.Kind() != WindowKind::Map || window.MapSide()->TheMap().basis != nullptr) {
@@ -69,12 +78,9 @@ void SetBasisCommand(Shell& shell, ProgramWindow& window) {
     return;
   }
   for (MapWindowWidget* each : shell.OpenWindows()) {
-    if (&each->TheMap() != &map) continue;
-    if (map.trails.empty()) InitView(each->View().View());
-    each->ShowMap(true);
-    RefreshMapMenu(each->Menu(), each->View().View());
-    each->RefreshMenu();
+    if (&each->TheMap() == &map && map.trails.empty()) InitView(each->View().View());
   }
+  ShowBasis(shell, map);
 }
 
 void SaveCommand(Shell& shell, ProgramWindow& window) {
@@ -102,6 +108,7 @@ void ImportSubmap(Shell& shell, ProgramWindow& window) {
   const auto path = AskOpen(shell, "Import Sub Map...", shell.Files().maps, "map");
   if (!path) return;
   Map& map = window.MapSide()->TheMap();
+  const Map* basis = map.basis;
   const QString name = DisplayText(shell.Files().maps.name);
   {
     const MessageBatch batch(shell.Boxes(), Shell::tr("importing %1").arg(name));
@@ -109,6 +116,7 @@ void ImportSubmap(Shell& shell, ProgramWindow& window) {
     FinishMap(map);
   }
   shell.MapChanged(map);
+  if (map.basis != basis) ShowBasis(shell, map);
 }
 
 /// Tracks are decided on one by one in a window of their own.

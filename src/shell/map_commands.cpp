@@ -65,6 +65,10 @@ void SetDeviation(Shell& shell, ProgramWindow& window) {
 void PlugMapCommands(Shell& shell) {
   shell.Plug(CommandCheckTrails, [&shell](ProgramWindow& window) { CheckTrails(shell, window); });
   shell.Plug(CommandDeviation, [&shell](ProgramWindow& window) { SetDeviation(shell, window); });
+  // These stand in the menu and do nothing: texts are edited in dialogs, which have their own.
+  for (const CommandId id : {CommandCut, CommandCopy, CommandPaste}) {
+    shell.Plug(id, [](ProgramWindow&) {});
+  }
   // Editors delete their rows themselves. In a map window it has never done more than this.
   shell.Plug(CommandDelete,
              [&shell](ProgramWindow&) { NoteWarning(shell.TheWorkspace().messages, "NYI"); });

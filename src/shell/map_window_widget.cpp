@@ -95,6 +95,11 @@ void MapWindowWidget::RefreshMenu() {
   ShowMenu();
 }
 
+void MapWindowWidget::RefreshMarks() {
+  RefreshMapMenu(menu_, View().View());
+  RefreshMenu();
+}
+
 void MapWindowWidget::ShowTitle() {
   setWindowTitle(DisplayText(BaseName(map_.fileName)) + QStringLiteral("[*]"));
   setWindowModified((map_.flags & MapDirty) != 0);
@@ -166,7 +171,9 @@ void MapWindowWidget::dropEvent(QDropEvent* event) {
 
 void MapWindowWidget::changeEvent(QEvent* event) {
   QMainWindow::changeEvent(event);
-  if (event->type() == QEvent::ActivationChange && isActiveWindow()) RefreshMenu();
+  // The platform too may make a window fill the screen, or end that.
+  const bool resized = event->type() == QEvent::WindowStateChange;
+  if (resized || (event->type() == QEvent::ActivationChange && isActiveWindow())) RefreshMenu();
 }
 
 }  // namespace orvane

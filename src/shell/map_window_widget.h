@@ -39,6 +39,9 @@ class MapWindowWidget final : public QMainWindow, public ProgramWindow {
   void ShowMenu();
   /// Brings the menu up to date with map, view and focus.
   void RefreshMenu();
+  /// As `RefreshMenu`, after a change of what the menu shows of the map and the view: the basis, the
+  /// marks.
+  void RefreshMarks();
 
   /// Takes the name of the map as it is now, and whether it has changed.
   void ShowTitle();

@@ -2,6 +2,8 @@
 
 #include "base/file_names.h"
 #include "base/files.h"
+#include "base/messages.h"
+#include "commands/map_facts.h"
 #include "commands/recent_files.h"
 #include "mapfile/open_map.h"
 #include "paint/display_text.h"
@@ -31,13 +33,6 @@ namespace {
 
 /// The file of the recent maps, in the program's own directory.
 constexpr auto RecentFilesName = "Orvane.recent";
-
-bool RestsOn(const Map& map, const Map& other) {
-  for (const Map* each = &map; each != nullptr; each = each->basis) {
-    if (each == &other) return true;
-  }
-  return false;
-}
 
 }  // namespace
 
@@ -153,7 +148,24 @@ void Shell::ShowTaskWindow() {
   taskWindow_->show();
 }
 
-bool Shell::MapWinClose(ProgramWindow& window) { return window.TryClose(); }
+bool Shell::MapWinClose(ProgramWindow& window) {
+  switch (window.Kind()) {
+    case WindowKind::Map:
+    case WindowKind::TrailEditor:
+    case WindowKind::RangeEditor:
+    case WindowKind::Elevation:
+    case WindowKind::TrailSummary:
+    case WindowKind::PointIndex:
+    case WindowKind::RangeStats:
+      return window.TryClose();
+    case WindowKind::Task:
+      break;
+  }
+  NoteInternalError(workspace_.messages, "Unknown window type %s in MapWinClose",
+                    {std::to_string(static_cast<int>(window.Kind()))});
+  window.Widget().close();
+  return true;
+}
 
 void Shell::Forget(MapWindowWidget& window) {
   const auto found = std::find(openWindows_.begin(), openWindows_.end(), &window);
@@ -219,19 +231,21 @@ void Shell::MapChanged(const Map& map) {
 }
 
 SaveContext Shell::Saving() {
-  return {
-      .dialogs = *dialogs_,
-      .files = files_,
-      .defaultDirectory = dialogDirectory,
-      .setDirty = [this](Map& map, bool dirty) { SetMapDirty(map, dirty); },
-      .renamed =
-          [this](Map& map) {
-            for (MapWindowWidget* window : openWindows_) {
-              if (&window->TheMap() == &map) window->ShowTitle();
-            }
-          },
-      .written = [this](Map& map,
-                        const std::string& path) { Q_EMIT mapSaved(&map, LocalFileName(path)); }};
+  return {.dialogs = *dialogs_,
+          .files = files_,
+          .defaultDirectory = dialogDirectory,
+          .setDirty = [this](Map& map, bool dirty) { SetMapDirty(map, dirty); },
+          .renamed =
+              [this](Map& map) {
+                for (MapWindowWidget* window : openWindows_) {
+                  if (&window->TheMap() == &map) window->ShowTitle();
+                }
+              },
+          .written =
+              [this](Map& map, const std::string& path) {
+                NoteRecentFile(path);
+                Q_EMIT mapSaved(&map, LocalFileName(path));
+              }};
 }
 
 }  // namespace orvane

@@ -63,7 +63,9 @@ class Shell final : public QObject {
   /// The open map windows, newest first.
   const std::vector<MapWindowWidget*>& OpenWindows() const { return openWindows_; }
 
-  /// Closes a window of any kind, after its questions. \return false if the user cancelled
+  /// Closes a window of any kind, after its questions. One of an unknown kind, or the one that
+  /// stands where no map is open, is a fault of the program; it is told, and the window goes.
+  /// \return false if the user cancelled
   bool MapWinClose(ProgramWindow& window);
 
   /// Called by a map window when it is about to go.
@@ -107,7 +109,7 @@ class Shell final : public QObject {
   std::string dialogDirectory;
   /// Where the program keeps its own files; empty to keep none.
   std::string ownDirectory;
-  /// The view of an earlier run; it is taken by the first window of its map.
+  /// The view of an earlier run; each new window of its map begins with it.
   SavedView savedView;
   /// Size of the lists of a new map window.
   int trailWidth = 100;

@@ -34,14 +34,18 @@ TaskWindow::TaskWindow(Shell& shell)
   hint->setPalette(grey);
   setCentralWidget(hint);
   resize(FirstSize.boundedTo(screen()->availableSize()));
-  connect(commands_, &CommandMenu::picked, this, [this](int id) { shell_.RunCommand(id, *this); });
+  connect(commands_, &CommandMenu::picked, this, [this](int id) {
+    shell_.RunCommand(id, *this);
+    ShowMenu();  // a command that came to nothing has left its mark
+  });
   PlugListMenus(shell_, *commands_);
   ShowMenu();
 }
 
 void TaskWindow::ShowMenu() {
-  commands_->Show(StartMenu(shell_.TheWorkspace().preferences.europeanDates),
-                  [this](CommandId id) { return shell_.IsPlugged(id); });
+  MenuState menu = StartMenu(shell_.TheWorkspace().preferences.europeanDates);
+  menu.At(CommandFullScreen).checked = isFullScreen();
+  commands_->Show(menu, [this](CommandId id) { return shell_.IsPlugged(id); });
 }
 
 bool TaskWindow::TryClose() { return shell_.ExitFlow(); }

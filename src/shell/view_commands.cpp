@@ -1,14 +1,18 @@
 #include "shell/view_commands.h"
 
 #include "base/messages.h"
+#include "paint/display_text.h"
+#include "places/resolve_location.h"
 #include "shell/map/map_view.h"
 #include "shell/map/orientation_dialog.h"
 #include "shell/map_window_widget.h"
 #include "shell/shell.h"
 #include "view/fit_to_map.h"
+#include "view/info_panel.h"
 #include "view/scale_text.h"
 
 #include <string>
+#include <string_view>
 
 namespace orvane {
 namespace {
@@ -52,6 +56,16 @@ void ChangeZoom(Shell& shell, MapWindowWidget& window) {
   }
 }
 
+/// Names in old maps are Latin-1, and what is typed is UTF-8.
+/// \return `text` as UTF-8, or in Latin-1 where only that means something to the map
+std::string AsTheMapHasIt(Map& map, const std::string& text) {
+  constexpr std::string_view AnyLatin1 = "\xE9";
+  const std::string latin1 = StoredText(DisplayText(text), AnyLatin1);
+  // Plain text is not looked up twice: a search may move the plane in which the next one works.
+  if (latin1 == text || ResolveLocation(map, text)) return text;
+  return ResolveLocation(map, latin1) ? latin1 : text;
+}
+
 /// Windows with a search of their own have answered before it comes to this.
 void Find(Shell& shell, ProgramWindow& window) {
   if (window.MapSide() == nullptr) {
@@ -60,14 +74,13 @@ void Find(Shell& shell, ProgramWindow& window) {
   }
   std::string text;
   if (!PromptForText(shell.TheWorkspace().messages, "Find", "Find what?", text, FindSize)) return;
-  window.MapSide()->View().Find(text);
+  window.MapSide()->View().Find(AsTheMapHasIt(window.MapSide()->TheMap(), text));
 }
 
 void HideInfo(Shell&, MapWindowWidget& window) {
   window.View().View().flags ^= MapWindowInfoShown;
   window.View().ShowMoved();
-  RefreshMapMenu(window.Menu(), window.View().View());
-  window.RefreshMenu();
+  window.RefreshMarks();
 }
 
 void AskOrientation(Shell&, MapWindowWidget& window) {
@@ -78,16 +91,14 @@ void AskOrientation(Shell&, MapWindowWidget& window) {
 void HideGrids(Shell&, MapWindowWidget& window) {
   window.View().View().flags ^= MapWindowGridsHidden;
   window.View().RequestRepaint();
-  RefreshMapMenu(window.Menu(), window.View().View());
-  window.RefreshMenu();
+  window.RefreshMarks();
 }
 
 template <CoordinateDisplay Form>
 void ShowAngles(Shell&, MapWindowWidget& window) {
-  window.View().View().coordinateDisplay = Form;
+  SetDisplayMode(window.View().View(), Form);
   window.View().RequestRepaint();
-  RefreshMapMenu(window.Menu(), window.View().View());
-  window.RefreshMenu();
+  window.RefreshMarks();
 }
 
 void ShowWholeMap(Shell&, MapWindowWidget& window) {

@@ -144,9 +144,9 @@ TEST_F(CommandsTest, SaveIsOfferedOnceAMapHasChangedAndWritesIt) {
   EXPECT_TRUE(IsEnabled(window, CommandSave));
   EXPECT_TRUE(IsEnabled(second, CommandSave));
   EXPECT_TRUE(window.isWindowModified());
-  folder_.Write("site.map", "");
+  window.TheMap().comments.push_back("# kept");
   Press(window, CommandSave);
-  EXPECT_NE(folder_.Read("site.map").find("Ridge"), std::string::npos);
+  EXPECT_NE(folder_.Read("site.map").find("# kept"), std::string::npos);
   EXPECT_FALSE(IsEnabled(window, CommandSave));
   EXPECT_FALSE(IsEnabled(second, CommandSave));
   EXPECT_FALSE(window.isWindowModified());
@@ -188,17 +188,52 @@ TEST_F(CommandsTest, ImportSubmapAddsToTheMapAndLeavesItUnchanged) {
   EXPECT_EQ(dialogs_->questions[0].title, "Import Sub Map...");
 }
 
+TEST_F(CommandsTest, ASubmapThatBringsABasisTurnsTheMenu) {
+  WriteMap("trails.map");
+  MapWindowWidget& window = OpenActive(folder_.Write("site.map", "G\tTree\tN1\tE10\n"));
+  EXPECT_TRUE(IsEnabled(window, CommandSetBasis));
+  dialogs_->paths = {folder_.Write("more.map", "B\ttrails.map\nT\tLoop\tTrail\nP\tCamp\n")};
+  Pick(window, CommandImportSubmap);
+  EXPECT_TRUE(Texts().empty());
+  Map* basis = window.TheMap().basis;
+  ASSERT_NE(basis, nullptr);
+  ASSERT_FALSE(basis->trails.empty());
+  EXPECT_TRUE(IsEnabled(window, CommandOpenBasis));
+  EXPECT_FALSE(IsEnabled(window, CommandSetBasis));
+  EXPECT_NE(FindTrailRow(window.View().View(), basis->trails.front()), nullptr);
+}
+
+TEST_F(CommandsTest, WindowsOfMapsThatRestOnAMapShowItsNewBasis) {
+  WriteMap("trails.map");
+  folder_.Write("middle.map", "");
+  MapWindowWidget& upper = OpenActive(folder_.Write("upper.map", "B\tmiddle.map\n"));
+  MapWindowWidget& middle = shell_.OpenMapWindow(*upper.TheMap().basis);
+  dialogs_->paths = {folder_.Path("trails.map")};
+  Pick(middle, CommandSetBasis);
+  Map* basis = middle.TheMap().basis;
+  ASSERT_NE(basis, nullptr);
+  for (MapWindowWidget* window : {&upper, &middle}) {
+    EXPECT_NE(FindTrailRow(window->View().View(), basis->trails.front()), nullptr);
+  }
+  // Only the windows of the map itself are fitted to it.
+  EXPECT_NEAR(middle.View().View().centralLongitude, 10.005, 0.02);
+  EXPECT_NE(upper.View().View().scale, middle.View().View().scale);
+}
+
 TEST_F(CommandsTest, DeleteInAMapWindowIsNotThereYet) {
   MapWindowWidget& window = OpenNew();
   shell_.RunCommand(CommandDelete, window);
   EXPECT_EQ(Texts(), (std::vector<std::string>{"NYI"}));
 }
 
-TEST_F(CommandsTest, CutCopyAndPasteAreDisabledOverAMap) {
+TEST_F(CommandsTest, CutCopyAndPasteAreDisabledOverAMapAndDoNothing) {
   MapWindowWidget& window = OpenNew();
   for (const CommandId id : {CommandCut, CommandCopy, CommandPaste}) {
     EXPECT_FALSE(IsEnabled(window, id));
+    shell_.RunCommand(id, window);
   }
+  EXPECT_EQ(beeps_, 0);
+  EXPECT_TRUE(Texts().empty());
 }
 
 TEST_F(CommandsTest, CheckTrailsGoesByTheFocus) {
@@ -360,6 +395,24 @@ TEST_F(CommandsTest, AboutShowsTheCreditsOfTheMap) {
   EXPECT_EQ(credits, (QStringList{QStringLiteral("2003 A. Field"), QStringLiteral("B. Forest")}));
 }
 
+TEST_F(CommandsTest, AboutIsAsWideAsItsCreditsButNotAsTheScreen) {
+  MapWindowWidget& plain = OpenActive(WriteMap("plain.map"));
+  MapWindowWidget& wide =
+      OpenActive(folder_.Write("wide.map", "\xA9 " + std::string(60, 'm') + "\n"));
+  std::string words;
+  for (int i = 0; i < 150; ++i) words += "many ";
+  MapWindowWidget& widest = OpenActive(folder_.Write("widest.map", "\xA9 " + words + "\n"));
+  std::vector<QSize> sizes;
+  for (MapWindowWidget* window : {&plain, &wide, &widest}) {
+    WhenShown<AboutBox>([&](AboutBox& box) { sizes.push_back(box.size()); });
+    Pick(*window, CommandAbout);
+  }
+  ASSERT_EQ(sizes.size(), 3U);
+  EXPECT_LT(sizes[0].width(), sizes[1].width());
+  EXPECT_LT(sizes[2].width(), widest.screen()->availableSize().width());
+  EXPECT_GT(sizes[2].height(), sizes[1].height());  // its line is broken
+}
+
 TEST_F(CommandsTest, ShowWholeMapBringsEveryPointIntoView) {
   MapWindowWidget& window = OpenActive(WriteMap("site.map"));
   MapWindow& view = window.View().View();
@@ -377,6 +430,14 @@ TEST_F(CommandsTest, FullScreenComesAndGoes) {
   EXPECT_TRUE(ActionOf(window, CommandFullScreen).isChecked());
   Press(window, CommandFullScreen);
   EXPECT_FALSE(window.isFullScreen());
+  EXPECT_FALSE(ActionOf(window, CommandFullScreen).isChecked());
+}
+
+TEST_F(CommandsTest, FullScreenIsMarkedWhoeverTurnedItOn) {
+  MapWindowWidget& window = OpenNew();
+  window.setWindowState(Qt::WindowFullScreen);
+  EXPECT_TRUE(ActionOf(window, CommandFullScreen).isChecked());
+  window.setWindowState(Qt::WindowNoState);
   EXPECT_FALSE(ActionOf(window, CommandFullScreen).isChecked());
 }
 
@@ -418,6 +479,25 @@ TEST_F(CommandsTest, RecentMapsAreListedAndOpen) {
   EXPECT_EQ(shell_.OpenWindows()[0]->TheMap().fileName, folder_.Path("one.map"));
   EXPECT_EQ(folder_.Read("Orvane.recent"),
             folder_.Path("one.map") + "\n" + folder_.Path("two.map") + "\n");
+}
+
+TEST_F(CommandsTest, AMapThatWasSavedIsARecentOne) {
+  MapWindowWidget& window = OpenActive(WriteMap("one.map"));
+  dialogs_->paths = {folder_.Path("copy.map")};
+  Press(window, CommandSaveAs);
+  EXPECT_EQ(shell_.RecentFiles(),
+            (std::vector<std::string>{folder_.Path("copy.map"), folder_.Path("one.map")}));
+}
+
+TEST_F(CommandsTest, FindKnowsANameOfAnOldMapThatIsTypedInUtf8) {
+  MapWindowWidget& window =
+      OpenActive(folder_.Write("old.map", "G\tR\xEDo\tN1\tE10\nG\tFar\tN3\tE12\n"));
+  messages_.texts = {"R\xC3\xADo", "\xC3\xADo"};
+  Press(window, CommandFind);
+  EXPECT_TRUE(Texts().empty());
+  EXPECT_NEAR(window.View().View().centralLongitude, 10, 1e-6);
+  Press(window, CommandFind);
+  EXPECT_EQ(Texts(), (std::vector<std::string>{"Can't find \xC3\xADo"}));
 }
 
 TEST_F(CommandsTest, TheWindowListBringsAWindowToTheFront) {

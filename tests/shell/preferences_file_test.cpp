@@ -72,9 +72,12 @@ TEST_F(PreferencesFileTest, AFileOfTheCommandLineKeepsTheLastMapAway) {
   EXPECT_EQ(shell_.OpenWindows()[0]->TheMap().fileName, before);
   EXPECT_EQ(shell_.OpenWindows()[1]->TheMap().fileName, given);
   EXPECT_TRUE(shell_.OpenWindows()[1]->Menu().At(CommandEuropeanDates).checked);
-  // It takes its view when the user opens it later.
-  MapWindowWidget& window = OpenActive(last);
-  EXPECT_EQ(window.View().View().scale, 0.5F);
+  // It takes its view when the user opens it later, and each time anew.
+  for (int i = 0; i < 2; ++i) {
+    MapWindowWidget& window = OpenActive(last);
+    EXPECT_EQ(window.View().View().scale, 0.5F);
+    Press(window, CommandZoomIn);
+  }
 }
 
 TEST_F(PreferencesFileTest, TheViewIsForTheVeryNameOnly) {

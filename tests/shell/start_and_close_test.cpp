@@ -65,6 +65,39 @@ TEST_F(StartTest, WhoCancelsIsLeftWithTheWindowWithoutAMap) {
   EXPECT_EQ(ShownTaskWindow(), nullptr);
 }
 
+TEST_F(StartTest, WithoutAMapCutCopyAndPasteAreThereAndDoNothing) {
+  shell_.Start({});
+  TaskWindow* window = ShownTaskWindow();
+  ASSERT_NE(window, nullptr);
+  for (const CommandId id : {CommandCut, CommandCopy, CommandPaste}) {
+    EXPECT_TRUE(window->Commands().ActionOf(id).isEnabled()) << id;
+    window->Commands().ActionOf(id).trigger();
+  }
+  EXPECT_EQ(beeps_, 0);
+}
+
+TEST_F(StartTest, WithoutAMapACommandThatBeepsLeavesNoMark) {
+  shell_.Start({});
+  TaskWindow* window = ShownTaskWindow();
+  ASSERT_NE(window, nullptr);
+  int beeps = 0;
+  for (const CommandId id : {CommandHideGrids, CommandDegrees, CommandSeconds}) {
+    QAction& action = window->Commands().ActionOf(id);
+    ASSERT_TRUE(action.isEnabled()) << id;
+    action.trigger();
+    EXPECT_EQ(beeps_, ++beeps) << id;
+    EXPECT_FALSE(action.isChecked()) << id;
+  }
+  QAction& fullScreen = window->Commands().ActionOf(CommandFullScreen);
+  fullScreen.trigger();
+  EXPECT_TRUE(window->isFullScreen());
+  EXPECT_TRUE(fullScreen.isChecked());
+  window->ShowMenu();
+  EXPECT_TRUE(fullScreen.isChecked());
+  fullScreen.trigger();
+  EXPECT_FALSE(fullScreen.isChecked());
+}
+
 TEST_F(StartTest, AFileDroppedOnTheWindowWithoutAMapOpens) {
   shell_.Start({});
   TaskWindow* window = ShownTaskWindow();
@@ -224,6 +257,27 @@ TEST_F(CloseTest, AWindowOfAnotherKindAnswersForItselfOrGetsABeep) {
   shell_.RunCommand(CommandCloseMap, index);
   EXPECT_EQ(closed, (std::vector<WindowKind>{WindowKind::PointIndex}));
   EXPECT_EQ(shell_.OpenWindows().size(), 1U);
+}
+
+/// A window of a kind that there is not.
+class StrangeWindow final : public ProgramWindow {
+ public:
+  StrangeWindow() : ProgramWindow(static_cast<WindowKind>(6)) {}
+  QWidget& Widget() override { return widget_; }
+  MapWindowWidget* MapSide() override { return nullptr; }
+  bool TryClose() override { return false; }
+
+ private:
+  QWidget widget_;
+};
+
+TEST_F(CloseTest, AWindowOfAnUnknownKindIsToldAndGoes) {
+  StrangeWindow window;
+  window.Widget().show();
+  EXPECT_TRUE(shell_.MapWinClose(window));
+  EXPECT_FALSE(window.Widget().isVisible());
+  EXPECT_EQ(Texts(), (std::vector<std::string>{"Unknown window type 6 in MapWinClose"}));
+  EXPECT_EQ(messages_.Entries()[0].severity, Severity::InternalError);
 }
 
 class ExitTest : public CloseTest {};

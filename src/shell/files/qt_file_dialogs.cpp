@@ -19,6 +19,7 @@ QStringList FiltersOf(const std::string& type) {
   if (type == "map") return {Tr("Maps (*.map)"), all};
   if (type == "txt") return {Tr("Text and GPS files (*.txt *.tsv *.csv *.gpx)"), all};
   if (type == "shp") return {Tr("Shapefiles (*.shp)"), all};
+  if (type == "qch") return {Tr("Help files (*.qch)"), all};
   const QStringList pictures{Tr("PNG picture (*.png)"), Tr("SVG drawing (*.svg)"),
                              Tr("PDF page (*.pdf)")};
   for (const QString& filter : pictures) {

@@ -1,0 +1,124 @@
+// The platform's own boxes that ask for a file.
+
+#include "shell/files/qt_file_dialogs.h"
+#include "support/temporary_folder.h"
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QTimer>
+
+#include <functional>
+#include <gtest/gtest.h>
+#include <string>
+#include <utility>
+
+namespace orvane {
+namespace {
+
+class FileBoxes : public testing::Test {
+ protected:
+  /// Runs `act` on the box that comes up next, and then closes that.
+  static void WhenShown(std::function<void(QFileDialog&)> act) {
+    QTimer::singleShot(0, [act = std::move(act)] {
+      auto* box = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+      ASSERT_NE(box, nullptr);
+      act(*box);
+      if (box->isVisible()) box->reject();
+    });
+  }
+
+  static void Type(QFileDialog& box, const char* name) {
+    auto* field = box.findChild<QLineEdit*>();
+    ASSERT_NE(field, nullptr);
+    field->setText(QString::fromUtf8(name));
+    static_cast<QDialog&>(box).accept();
+  }
+
+  TemporaryFolder folder_;
+  QtFileDialogs boxes_;
+};
+
+TEST_F(FileBoxes, OpenBeginsInItsFolderAndKeepsWhatWasChosen) {
+  folder_.Write("site.map", "");
+  FileSpecification file{.directory = folder_.Path(), .type = "map", .name = {}};
+  WhenShown([&](QFileDialog& box) {
+    EXPECT_EQ(box.windowTitle(), QStringLiteral("Open Map..."));
+    EXPECT_EQ(box.directory().absolutePath().toStdString(), folder_.Path());
+    EXPECT_EQ(box.fileMode(), QFileDialog::ExistingFile);
+    EXPECT_EQ(box.acceptMode(), QFileDialog::AcceptOpen);
+    EXPECT_TRUE(box.selectedNameFilter().contains(QStringLiteral("*.map")));
+    EXPECT_TRUE(box.nameFilters().contains(QStringLiteral("All files (*)")));
+    Type(box, "site.map");
+  });
+  EXPECT_EQ(boxes_.AskOpen("Open Map...", file), FileAnswer::Chosen);
+  EXPECT_EQ(PathOf(file), folder_.Path("site.map"));
+  EXPECT_EQ(file.type, "map");
+}
+
+TEST_F(FileBoxes, CancelLeavesTheSpecificationAsItWas) {
+  FileSpecification file{.directory = folder_.Path(), .type = "map", .name = "old.map"};
+  WhenShown([](QFileDialog& box) { box.setDirectory(QStringLiteral("/")); });
+  EXPECT_EQ(boxes_.AskOpen("Open Map...", file), FileAnswer::Cancelled);
+  EXPECT_EQ(PathOf(file), folder_.Path("old.map"));
+}
+
+TEST_F(FileBoxes, EachTypeHasItsKindOfFileInFront) {
+  const std::pair<const char*, const char*> kinds[] = {{"map", "*.map"}, {"txt", "*.gpx"},
+                                                       {"shp", "*.shp"}, {"qch", "*.qch"},
+                                                       {"png", "*.png"}, {"svg", "*.svg"}};
+  for (const auto& [type, pattern] : kinds) {
+    FileSpecification file{.directory = folder_.Path(), .type = type, .name = {}};
+    WhenShown([&](QFileDialog& box) {
+      EXPECT_TRUE(box.selectedNameFilter().contains(QLatin1String(pattern))) << type;
+    });
+    EXPECT_EQ(boxes_.AskOpen("Open", file), FileAnswer::Cancelled);
+  }
+}
+
+TEST_F(FileBoxes, SaveOffersTheNameAndAddsTheEndingThatIsMissing) {
+  FileSpecification file{.directory = folder_.Path(), .type = "map", .name = "Untitled"};
+  WhenShown([](QFileDialog& box) {
+    EXPECT_EQ(box.acceptMode(), QFileDialog::AcceptSave);
+    EXPECT_EQ(box.findChild<QLineEdit*>()->text(), QStringLiteral("Untitled"));
+    Type(box, "season");
+  });
+  EXPECT_EQ(boxes_.AskSave("Save untitled map as...", file), FileAnswer::Chosen);
+  EXPECT_EQ(PathOf(file), folder_.Path("season.map"));
+}
+
+TEST_F(FileBoxes, AnotherKindOfPictureGetsItsOwnEnding) {
+  FileSpecification file{.directory = folder_.Path(), .type = "png", .name = "site.png"};
+  WhenShown([](QFileDialog& box) {
+    for (const QString& filter : box.nameFilters()) {
+      if (!filter.contains(QStringLiteral("*.svg"))) continue;
+      box.selectNameFilter(filter);
+      Q_EMIT box.filterSelected(filter);
+    }
+    Type(box, "picture");
+  });
+  EXPECT_EQ(boxes_.AskSave("Save Picture of Map...", file), FileAnswer::Chosen);
+  EXPECT_EQ(PathOf(file), folder_.Path("picture.svg"));
+}
+
+TEST_F(FileBoxes, AFileThatStandsThereIsReplacedOnlyAfterAQuestion) {
+  folder_.Write("site.map", "old");
+  FileSpecification file{.directory = folder_.Path(), .type = "map", .name = "site.map"};
+  bool asked = false;
+  WhenShown([&](QFileDialog& box) {
+    QTimer::singleShot(0, [&asked] {
+      auto* question = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+      ASSERT_NE(question, nullptr);
+      asked = true;
+      question->done(QMessageBox::No);
+    });
+    static_cast<QDialog&>(box).accept();
+    EXPECT_TRUE(box.isVisible());
+  });
+  EXPECT_EQ(boxes_.AskSave("Save site.map as...", file), FileAnswer::Cancelled);
+  EXPECT_TRUE(asked);
+}
+
+}  // namespace
+}  // namespace orvane
