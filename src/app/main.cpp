@@ -1,5 +1,6 @@
 #include "shell/messages/box_messages.h"
 #include "shell/preferences_file.h"
+#include "shell/recovery/map_recovery.h"
 #include "shell/shell.h"
 #include "shell/toolkit_hook.h"
 
@@ -76,6 +77,7 @@ int main(int argc, char** argv) {
   orvane::Workspace workspace(boxes);
   orvane::Shell shell(workspace, boxes);
   orvane::PlugDefaultPreferences(shell);
+  orvane::PlugRecovery(shell);
   const orvane::ToolkitHook hook(boxes, shell.endProgram);
   // Before the loop runs there may be boxes, and the last one closed is not the end.
   QApplication::setQuitOnLastWindowClosed(false);

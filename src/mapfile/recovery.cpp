@@ -9,6 +9,7 @@
 #include "mapfile/writer.h"
 #include "model/workspace.h"
 
+#include <algorithm>
 #include <charconv>
 #include <filesystem>
 #include <system_error>
@@ -80,6 +81,13 @@ std::string FreeName(Workspace& workspace, const std::string& fileName) {
     std::string name = ReplaceBaseName(fileName, stem + " (recovered" + mark + ")" + ending);
     if (FindMap(workspace, name) == nullptr) return name;
   }
+}
+
+/// \return the whole path of the file that a copy rests on; empty for none
+std::string BasisOf(const RecoveryCopy& copy) {
+  const auto text = ReadWholeFile(RecoveryCopyPath(copy.slot));
+  const auto rest = text ? StartsWith("B\t", *text) : std::nullopt;
+  return rest ? std::string(rest->substr(0, rest->find('\n'))) : std::string();
 }
 
 /// While it lives, the user's file counts as being read, so that no basis can rest on it, and
@@ -189,6 +197,29 @@ Map* OpenRecoveryCopy(Workspace& workspace, const RecoveryCopy& copy) {
   if (!taken) map.fileMark = record.original;
   map.flags |= MapDirty;
   return &map;
+}
+
+std::vector<Map*> OpenRecoveryCopies(Workspace& workspace,
+                                     const std::vector<RecoveryCopy>& copies) {
+  std::vector<std::string> bases;
+  std::vector<size_t> waiting;
+  for (size_t i = 0; i < copies.size(); ++i) {
+    bases.push_back(BasisOf(copies[i]));
+    waiting.push_back(i);
+  }
+  std::vector<Map*> maps(copies.size(), nullptr);
+  while (!waiting.empty()) {
+    const auto basisWaits = [&](size_t i) {
+      return std::any_of(waiting.begin(), waiting.end(),
+                         [&](size_t j) { return copies[j].record.fileName == bases[i]; });
+    };
+    auto next = std::find_if_not(waiting.begin(), waiting.end(), basisWaits);
+    // Where they rest on each other in a circle, one has to begin.
+    if (next == waiting.end()) next = waiting.begin();
+    maps[*next] = OpenRecoveryCopy(workspace, copies[*next]);
+    waiting.erase(next);
+  }
+  return maps;
 }
 
 }  // namespace orvane

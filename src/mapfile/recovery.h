@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace orvane {
 
@@ -50,5 +51,10 @@ std::string RecoveryText(Map& map);
 /// map of the workspace, the copy becomes an untitled map of a name with "(recovered)" in it.
 /// \return null, with a message, if the copy can't be read
 Map* OpenRecoveryCopy(Workspace& workspace, const RecoveryCopy& copy);
+
+/// Opens several copies, in such an order that a map rests on the recovered form of its basis where
+/// that is among them. Of copies of one file the first takes its name.
+/// \return the maps, each in the place of its copy; null for one that can't be read
+std::vector<Map*> OpenRecoveryCopies(Workspace& workspace, const std::vector<RecoveryCopy>& copies);
 
 }  // namespace orvane

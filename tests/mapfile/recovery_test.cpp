@@ -8,6 +8,8 @@
 
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <utility>
+#include <vector>
 
 namespace orvane {
 namespace {
@@ -148,6 +150,40 @@ TEST_F(RecoveryTest, AMapWhoseNameIsTakenBecomesUntitledUnderAnotherName) {
     EXPECT_FALSE(map->fileMark);
   }
   EXPECT_EQ(&OpenMap(later, path), &open);
+}
+
+TEST_F(RecoveryTest, AMapRestsOnTheRecoveredFormOfItsBasis) {
+  const std::string path = folder.Write("season.map", SeasonText);
+  const std::string basisPath = folder.Write("trails.map", TrailsText);
+  Map& map = OpenMap(workspace, path);
+  Map& basis = OpenMap(workspace, basisPath);
+  basis.comments.emplace_back("# changed");
+  std::vector<RecoveryCopy> both = {Copied(map), Copied(basis)};
+  for (const bool turned : {false, true}) {
+    SCOPED_TRACE(turned);
+    if (turned) std::swap(both[0], both[1]);
+    Workspace next(laterMessages);
+    const std::vector<Map*> maps = OpenRecoveryCopies(next, both);
+    ASSERT_EQ(maps.size(), 2U);
+    const Map& season = *maps[turned ? 1 : 0];
+    EXPECT_EQ(season.fileName, path);
+    EXPECT_EQ(season.basis, maps[turned ? 0 : 1]);
+    EXPECT_EQ(season.basis->fileName, basisPath);
+    EXPECT_EQ(season.basis->comments, Texts{"# changed"});
+    EXPECT_EQ(Length(next.maps), 2);
+  }
+}
+
+TEST_F(RecoveryTest, OfTwoCopiesOfAFileTheFirstTakesItsName) {
+  const std::string path = folder.Write("site.map", TrailsText);
+  Map& map = OpenMap(workspace, path);
+  std::vector<RecoveryCopy> both = {Copied(map), Copied(map), Copied(map)};
+  fs::remove(RecoveryCopyPath(both[2].slot));
+  const std::vector<Map*> maps = OpenRecoveryCopies(later, both);
+  ASSERT_EQ(maps.size(), 3U);
+  EXPECT_EQ(maps[0]->fileName, path);
+  EXPECT_EQ(maps[1]->fileName, folder.Path("site (recovered).map"));
+  EXPECT_EQ(maps[2], nullptr);
 }
 
 TEST_F(RecoveryTest, ABasisThatHasComeToRestOnTheMapMakesNoCircle) {

@@ -44,6 +44,8 @@ class BoxMessages final : public Messages {
   void BeginBatch(const QString& occasion);
   /// Shows what has come since the outermost `BeginBatch`.
   void EndBatch();
+  /// True while messages wait: files are being read, and maps are half there.
+  bool IsBatchOpen() const { return batchDepth_ > 0; }
 
   /// All messages of the run.
   MessageLog& Log() { return log_; }

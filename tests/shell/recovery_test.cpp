@@ -1,0 +1,594 @@
+// Copies of unsaved changes: when they are written, when they go, and what the next start makes of
+// them. Questions are real boxes, and real buttons are pressed.
+
+#include "base/file_names.h"
+#include "commands/file_dialogs.h"
+#include "mapfile/open_map.h"
+#include "mapfile/recovery_folder.h"
+#include "shell/command_menu.h"
+#include "shell/map_window_widget.h"
+#include "shell/messages/box_messages.h"
+#include "shell/recovery/map_recovery.h"
+#include "shell/recovery/recovery_dialog.h"
+#include "shell/shell.h"
+#include "support/scripted_questions.h"
+#include "support/temporary_folder.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QDialog>
+#include <QLabel>
+#include <QMessageBox>
+#include <QPointer>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTest>
+#include <QTimer>
+
+#include <chrono>
+#include <deque>
+#include <filesystem>
+#include <functional>
+#include <gtest/gtest.h>
+#include <memory>
+#include <utility>
+
+namespace orvane {
+namespace {
+
+namespace fs = std::filesystem;
+using std::chrono::milliseconds;
+using std::chrono::seconds;
+
+constexpr auto SiteText = "T\tRidge\tTrail\nG\tCamp\tN1\tE10\nG\tHill\tN1 0.6'\tE10 0.6'\n";
+
+/// Presses the buttons that were laid down, each in the modal box that comes up next.
+class ButtonPresser {
+ public:
+  ButtonPresser() {
+    timer_.setInterval(1);
+    QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] { Look(); });
+    timer_.start();
+  }
+  ~ButtonPresser() { EXPECT_TRUE(buttons.empty()) << "a box did not come up"; }
+  ButtonPresser(const ButtonPresser&) = delete;
+  ButtonPresser& operator=(const ButtonPresser&) = delete;
+
+  /// Texts of buttons; several, between bars, for one box; an empty one for Escape.
+  std::deque<QString> buttons;
+  QStringList titles, texts;
+  /// Done while the next box waits.
+  std::function<void()> meanwhile;
+
+ private:
+  void Look() {
+    QWidget* box = QApplication::activeModalWidget();
+    if (box == nullptr || box == last_) return;
+    last_ = box;
+    titles.append(box->windowTitle());
+    const auto* label = box->findChild<QLabel*>(QStringLiteral("boxText"));
+    const auto* message = qobject_cast<QMessageBox*>(box);
+    texts.append(label != nullptr     ? label->text()
+                 : message != nullptr ? message->text()
+                                      : QString());
+    if (const auto action = std::exchange(meanwhile, nullptr)) action();
+    if (buttons.empty()) {
+      ADD_FAILURE() << "unexpected box " << titles.back().toStdString() << ": "
+                    << texts.back().toStdString();
+      QTest::keyClick(box, Qt::Key_Escape);
+      return;
+    }
+    const QString wanted = buttons.front();
+    buttons.pop_front();
+    if (wanted.isEmpty()) {
+      QTest::keyClick(box, Qt::Key_Escape);
+      return;
+    }
+    const QStringList parts = wanted.split(QLatin1Char('|'));
+    for (const QString& part : parts) Press(*box, part);
+  }
+
+  static void Press(QWidget& box, const QString& text) {
+    for (auto* button : box.findChildren<QAbstractButton*>()) {
+      if (button->text().remove(QLatin1Char('&')) == text || button->accessibleName() == text) {
+        QTest::mouseClick(button, Qt::LeftButton, Qt::NoModifier, QPoint(8, button->height() / 2));
+        return;
+      }
+    }
+    ADD_FAILURE() << "no button " << text.toStdString();
+    QTest::keyClick(&box, Qt::Key_Escape);
+  }
+
+  QTimer timer_;
+  QPointer<QWidget> last_;
+};
+
+/// One run of the program.
+class ProgramRun {
+ public:
+  ProgramRun(const TemporaryFolder& folder, const RecoveryTiming::Time& now,
+             FileSystem system = SystemFiles())
+      : workspace(boxes), shell(workspace, boxes) {
+    auto scripted = std::make_unique<ScriptedDialogs>();
+    dialogs = scripted.get();
+    shell.SetDialogs(std::move(scripted));
+    shell.beep = [] {};
+    shell.endProgram = [this] { ++ends; };
+    recovery = new MapRecovery(shell, folder.Path("own/recovery"), std::move(system));
+    recovery->clock = [&now] { return now; };
+    shell.recoverMaps = [this] { return recovery->OfferCopies(); };
+  }
+  ~ProgramRun() {
+    for (Map& map : workspace.maps) map.flags &= ~std::uint32_t{MapDirty};
+    while (!shell.OpenWindows().empty()) shell.OpenWindows().front()->TryClose();
+    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  }
+  ProgramRun(const ProgramRun&) = delete;
+  ProgramRun& operator=(const ProgramRun&) = delete;
+
+  MapWindowWidget& Open(const std::string& path) {
+    MapWindowWidget& window = shell.OpenFile(path);
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+    return window;
+  }
+
+  BoxMessages boxes;
+  Workspace workspace;
+  Shell shell;
+  ScriptedDialogs* dialogs;
+  MapRecovery* recovery;
+  int ends = 0;
+};
+
+class RecoveryShell : public testing::Test {
+ protected:
+  /// The copies on the disk, whoever holds them.
+  std::vector<std::string> Copies() const {
+    std::vector<std::string> texts;
+    if (!fs::exists(folder_.Path("own/recovery"))) return texts;
+    for (const auto& entry : fs::recursive_directory_iterator(folder_.Path("own/recovery"))) {
+      if (entry.path().extension() == ".map") {
+        texts.push_back(ReadWholeFile(entry.path().string()).value_or(""));
+      }
+    }
+    return texts;
+  }
+
+  void Edit(ProgramRun& run, Map& map, const std::string& comment) {
+    map.comments.push_back("# " + comment);
+    run.shell.SetMapDirty(map, true);
+  }
+
+  void Wait(ProgramRun& run, milliseconds time) {
+    now_ += time;
+    run.recovery->WriteWhatIsDue();
+  }
+
+  /// A run that ends as a power cut ends one, with a copy of a changed map on the disk.
+  void LeaveCopy(const std::string& path, const std::string& comment) {
+    RecoveryFolder copies(folder_.Path("own/recovery"));
+    RecordedMessages unheard;
+    Workspace workspace(unheard);
+    Map& map = OpenMap(workspace, path);
+    map.comments.push_back("# " + comment);
+    copies.Write(copies.NewSlot(), RecordOf(map), RecoveryText(map));
+  }
+
+  static bool Holds(const std::string& text, const std::string& part) {
+    return text.find(part) != std::string::npos;
+  }
+
+  TemporaryFolder folder_;
+  RecoveryTiming::Time now_ = seconds(1000);
+  std::string path_ = folder_.Write("site.map", SiteText);
+  ButtonPresser presser_;
+};
+
+// --- Writing ----------------------------------------------------------------------------------
+
+TEST_F(RecoveryShell, ACopyIsWrittenFifteenSecondsAfterTheFirstChange) {
+  ProgramRun run(folder_, now_);
+  Map& map = run.Open(path_).TheMap();
+  Wait(run, seconds(100));
+  EXPECT_TRUE(Copies().empty());
+  Edit(run, map, "one");
+  Wait(run, milliseconds(14'900));
+  EXPECT_TRUE(Copies().empty());
+  Wait(run, milliseconds(100));
+  ASSERT_EQ(Copies().size(), 1U);
+  EXPECT_TRUE(Holds(Copies()[0], "# one"));
+  EXPECT_EQ(folder_.Read("site.map"), SiteText);
+}
+
+TEST_F(RecoveryShell, ItIsWrittenAnewOnceAMinuteAndOnlyAfterAChange) {
+  ProgramRun run(folder_, now_);
+  Map& map = run.Open(path_).TheMap();
+  Edit(run, map, "one");
+  Wait(run, seconds(15));
+  Edit(run, map, "two");
+  Wait(run, seconds(59));
+  ASSERT_EQ(Copies().size(), 1U);
+  EXPECT_FALSE(Holds(Copies()[0], "# two"));
+  Wait(run, seconds(1));
+  ASSERT_EQ(Copies().size(), 1U);
+  EXPECT_TRUE(Holds(Copies()[0], "# two"));
+  // A change of which nobody was told, to see whether the copy is written without one.
+  map.comments.emplace_back("# three");
+  Wait(run, seconds(600));
+  EXPECT_FALSE(Holds(Copies()[0], "# three"));
+}
+
+TEST_F(RecoveryShell, TheProgramsOwnClockBringsItAbout) {
+  ProgramRun run(folder_, now_);
+  Map& map = run.Open(path_).TheMap();
+  now_ = seconds(0);
+  Edit(run, map, "one");
+  now_ = seconds(20);
+  // The timer runs on the real clock; the next change sets it anew.
+  Edit(run, map, "two");
+  EXPECT_TRUE(QTest::qWaitFor([&] { return !Copies().empty(); }, 5000));
+}
+
+TEST_F(RecoveryShell, ItWaitsUntilTheUserIsStill) {
+  ProgramRun run(folder_, now_);
+  MapWindowWidget& window = run.Open(path_);
+  Edit(run, window.TheMap(), "one");
+  now_ += milliseconds(14'500);
+  QTest::keyClick(&window, Qt::Key_F20);
+  Wait(run, milliseconds(500));
+  EXPECT_TRUE(Copies().empty());
+  Wait(run, milliseconds(500));
+  EXPECT_EQ(Copies().size(), 1U);
+}
+
+TEST_F(RecoveryShell, NothingIsWrittenWhileFilesAreRead) {
+  ProgramRun run(folder_, now_);
+  Edit(run, run.Open(path_).TheMap(), "one");
+  run.boxes.BeginBatch(QStringLiteral("opening"));
+  Wait(run, seconds(20));
+  EXPECT_TRUE(Copies().empty());
+  run.boxes.EndBatch();
+  Wait(run, seconds(0));
+  EXPECT_EQ(Copies().size(), 1U);
+}
+
+TEST_F(RecoveryShell, NothingIsWrittenWhileADialogWaits) {
+  ProgramRun run(folder_, now_);
+  Edit(run, run.Open(path_).TheMap(), "one");
+  presser_.buttons = {QString()};
+  presser_.meanwhile = [&] {
+    Wait(run, seconds(20));
+    EXPECT_TRUE(Copies().empty());
+  };
+  QDialog dialog;
+  dialog.exec();
+  Wait(run, seconds(1));
+  EXPECT_EQ(Copies().size(), 1U);
+}
+
+TEST_F(RecoveryShell, EachChangedMapHasItsOwnCopy) {
+  folder_.Write("season.map", "B\tsite.map\nG\tFig\tN1\tE10 1'\n");
+  ProgramRun run(folder_, now_);
+  Map& map = run.Open(folder_.Path("season.map")).TheMap();
+  Edit(run, map, "season");
+  Edit(run, *map.basis, "site");
+  Edit(run, run.shell.NewMap().TheMap(), "new");
+  Wait(run, seconds(15));
+  EXPECT_EQ(Copies().size(), 3U);
+}
+
+TEST_F(RecoveryShell, ADiskThatFailsIsToldOnceUntilACopySucceeds) {
+  // Whatever is made fails from now on, and for as long as is wanted.
+  bool full = true;
+  FileSystem system = SystemFiles();
+  system.write = [&](int file, const char* bytes, size_t size) {
+    return full ? -1L : SystemFiles().write(file, bytes, size);
+  };
+  ProgramRun run(folder_, now_, system);
+  Map& map = run.Open(path_).TheMap();
+  Edit(run, map, "one");
+  presser_.buttons = {QStringLiteral("OK")};
+  Wait(run, seconds(15));
+  ASSERT_EQ(presser_.texts.size(), 1);
+  EXPECT_EQ(presser_.texts[0].remove(QChar(0x200B)),
+            QStringLiteral("No recovery copy of site.map can be written; the disk may be full. "
+                           "Save your map soon."));
+  Wait(run, seconds(60));
+  Wait(run, seconds(60));
+  EXPECT_TRUE(Copies().empty());
+  full = false;
+  Wait(run, seconds(60));
+  EXPECT_EQ(Copies().size(), 1U);
+  full = true;
+  Edit(run, map, "two");
+  presser_.buttons = {QStringLiteral("OK")};
+  Wait(run, seconds(60));
+  EXPECT_EQ(presser_.texts.size(), 2);
+}
+
+// --- Removing ---------------------------------------------------------------------------------
+
+TEST_F(RecoveryShell, ItGoesWhenTheMapIsSaved) {
+  ProgramRun run(folder_, now_);
+  MapWindowWidget& window = run.Open(path_);
+  Edit(run, window.TheMap(), "one");
+  Wait(run, seconds(15));
+  ASSERT_EQ(Copies().size(), 1U);
+  run.shell.RunCommand(CommandSave, window);
+  EXPECT_TRUE(Copies().empty());
+  EXPECT_TRUE(Holds(folder_.Read("site.map"), "# one"));
+  Wait(run, seconds(600));
+  EXPECT_TRUE(Copies().empty());
+}
+
+TEST_F(RecoveryShell, ItGoesWhenTheMapIsSavedUnderAnotherName) {
+  ProgramRun run(folder_, now_);
+  MapWindowWidget& window = run.Open(path_);
+  Edit(run, window.TheMap(), "one");
+  Wait(run, seconds(15));
+  run.dialogs->paths = {folder_.Path("other.map")};
+  run.shell.RunCommand(CommandSaveAs, window);
+  EXPECT_TRUE(Copies().empty());
+}
+
+TEST_F(RecoveryShell, ItStaysWhenASaveFails) {
+  ProgramRun run(folder_, now_);
+  MapWindowWidget& window = run.Open(path_);
+  Edit(run, window.TheMap(), "one");
+  Wait(run, seconds(15));
+  fs::remove(path_);
+  fs::create_directory(path_);
+  // The folder in its place is no file that was read; then it can't be written over either.
+  presser_.buttons = {QStringLiteral("Overwrite"), QStringLiteral("OK")};
+  run.shell.RunCommand(CommandSave, window);
+  EXPECT_EQ(Copies().size(), 1U);
+}
+
+TEST_F(RecoveryShell, ItGoesWithDontSave) {
+  ProgramRun run(folder_, now_);
+  QPointer<MapWindowWidget> window = &run.Open(path_);
+  Edit(run, window->TheMap(), "one");
+  Wait(run, seconds(15));
+  presser_.buttons = {QStringLiteral("Cancel")};
+  EXPECT_FALSE(window->close());
+  EXPECT_EQ(Copies().size(), 1U);
+  presser_.buttons = {QStringLiteral("Don't Save")};
+  EXPECT_TRUE(window->close());
+  EXPECT_TRUE(Copies().empty());
+  Wait(run, seconds(600));
+  EXPECT_TRUE(Copies().empty());
+}
+
+TEST_F(RecoveryShell, ItStaysForAnotherWindowOnTheMap) {
+  ProgramRun run(folder_, now_);
+  QPointer<MapWindowWidget> first = &run.Open(path_);
+  QPointer<MapWindowWidget> second = &run.Open(path_);
+  Edit(run, first->TheMap(), "one");
+  Wait(run, seconds(15));
+  presser_.buttons = {QStringLiteral("Don't Save")};
+  EXPECT_TRUE(first->close());
+  EXPECT_EQ(Copies().size(), 1U);
+  presser_.buttons = {QStringLiteral("Don't Save")};
+  EXPECT_TRUE(second->close());
+  EXPECT_TRUE(Copies().empty());
+}
+
+TEST_F(RecoveryShell, ThatOfABasisGoesWithTheLastWindowThatRestsOnIt) {
+  folder_.Write("season.map", "B\tsite.map\nG\tFig\tN1\tE10 1'\n");
+  ProgramRun run(folder_, now_);
+  QPointer<MapWindowWidget> season = &run.Open(folder_.Path("season.map"));
+  QPointer<MapWindowWidget> site = &run.Open(path_);
+  Edit(run, site->TheMap(), "one");
+  Wait(run, seconds(15));
+  presser_.buttons = {QStringLiteral("Don't Save")};
+  EXPECT_TRUE(site->close());
+  EXPECT_EQ(Copies().size(), 1U);
+  presser_.buttons = {QStringLiteral("Don't Save")};
+  EXPECT_TRUE(season->close());
+  EXPECT_TRUE(Copies().empty());
+}
+
+TEST_F(RecoveryShell, AMapThatIsOpenedAgainAfterDontSaveIsCopiedAgain) {
+  ProgramRun run(folder_, now_);
+  QPointer<MapWindowWidget> window = &run.Open(path_);
+  Edit(run, window->TheMap(), "one");
+  Wait(run, seconds(15));
+  presser_.buttons = {QStringLiteral("Don't Save")};
+  EXPECT_TRUE(window->close());
+  run.Open(path_);
+  Wait(run, seconds(60));
+  ASSERT_EQ(Copies().size(), 1U);
+  EXPECT_TRUE(Holds(Copies()[0], "# one"));
+}
+
+TEST_F(RecoveryShell, AfterAnOrderlyEndNothingIsLeft) {
+  {
+    ProgramRun run(folder_, now_);
+    Edit(run, run.Open(path_).TheMap(), "one");
+    Wait(run, seconds(15));
+    presser_.buttons = {QStringLiteral("Save")};
+    EXPECT_TRUE(run.shell.ExitFlow());
+  }
+  EXPECT_TRUE(fs::is_empty(folder_.Path("own/recovery")));
+  ProgramRun run(folder_, now_);
+  EXPECT_TRUE(run.recovery->OfferCopies().empty());
+  EXPECT_EQ(presser_.titles.size(), 1);  // the question of the first run
+}
+
+// --- The next start ---------------------------------------------------------------------------
+
+TEST_F(RecoveryShell, ARecoveredMapOpensWithItsChangesUnsaved) {
+  LeaveCopy(path_, "one");
+  ProgramRun run(folder_, now_);
+  presser_.buttons = {QStringLiteral("Recover site.map|OK")};
+  run.shell.Start({});
+  EXPECT_EQ(presser_.titles, QStringList{QStringLiteral("Unsaved Maps")});
+  ASSERT_EQ(run.shell.OpenWindows().size(), 1U);
+  MapWindowWidget& window = *run.shell.OpenWindows()[0];
+  Map& map = window.TheMap();
+  EXPECT_EQ(map.fileName, path_);
+  EXPECT_TRUE(window.isWindowModified());
+  EXPECT_TRUE(window.Commands().ActionOf(CommandSave).isEnabled());
+  EXPECT_EQ(map.comments, std::vector<std::string>{"# one"});
+  EXPECT_EQ(folder_.Read("site.map"), SiteText);
+  EXPECT_TRUE(run.dialogs->questions.empty());
+  // The copy stays until the changes are in the file.
+  EXPECT_EQ(Copies().size(), 1U);
+  run.shell.RunCommand(CommandSave, window);
+  EXPECT_TRUE(Copies().empty());
+  EXPECT_TRUE(Holds(folder_.Read("site.map"), "# one"));
+}
+
+TEST_F(RecoveryShell, AFileNamedAtTheStartIsFoundRecovered) {
+  const std::string other = folder_.Write("other.map", SiteText);
+  LeaveCopy(path_, "one");
+  ProgramRun run(folder_, now_);
+  presser_.buttons = {QStringLiteral("OK")};
+  run.shell.Start({path_, other});
+  ASSERT_EQ(run.shell.OpenWindows().size(), 2U);
+  EXPECT_EQ(run.shell.OpenWindows()[1]->TheMap().comments, std::vector<std::string>{"# one"});
+}
+
+TEST_F(RecoveryShell, TheDefaultMapIsFoundRecoveredToo) {
+  LeaveCopy(path_, "one");
+  ProgramRun run(folder_, now_);
+  run.shell.readPreferences = [&] { return path_; };
+  presser_.buttons = {QStringLiteral("OK")};
+  run.shell.Start({});
+  ASSERT_EQ(run.shell.OpenWindows().size(), 1U);
+  EXPECT_EQ(run.shell.OpenWindows()[0]->TheMap().comments, std::vector<std::string>{"# one"});
+}
+
+TEST_F(RecoveryShell, LaterKeepsTheCopyForTheStartAfter) {
+  LeaveCopy(path_, "one");
+  for (int i = 0; i < 2; ++i) {
+    ProgramRun run(folder_, now_);
+    presser_.buttons = {i == 0 ? QStringLiteral("Later site.map|OK") : QString()};
+    run.shell.Start({path_});
+    ASSERT_EQ(run.shell.OpenWindows().size(), 1U);
+    EXPECT_TRUE(run.shell.OpenWindows()[0]->TheMap().comments.empty());
+    // Work on the file itself goes on beside it.
+    Edit(run, run.shell.OpenWindows()[0]->TheMap(), "two");
+    Wait(run, seconds(15));
+    EXPECT_EQ(Copies().size(), 2U);
+    run.shell.RunCommand(CommandSave, *run.shell.OpenWindows()[0]);
+    EXPECT_EQ(Copies().size(), 1U);
+    fs::copy_file(folder_.Write("fresh.map", SiteText), path_,
+                  fs::copy_options::overwrite_existing);
+  }
+  EXPECT_EQ(presser_.titles.size(), 2);
+  EXPECT_EQ(Copies().size(), 1U);
+}
+
+TEST_F(RecoveryShell, DiscardRemovesTheCopyAndNothingElse) {
+  LeaveCopy(path_, "one");
+  {
+    ProgramRun run(folder_, now_);
+    presser_.buttons = {QStringLiteral("Discard site.map|OK")};
+    run.shell.Start({path_});
+    EXPECT_TRUE(Copies().empty());
+    EXPECT_TRUE(run.shell.OpenWindows()[0]->TheMap().comments.empty());
+  }
+  EXPECT_EQ(folder_.Read("site.map"), SiteText);
+  ProgramRun run(folder_, now_);
+  EXPECT_TRUE(run.recovery->OfferCopies().empty());
+}
+
+TEST_F(RecoveryShell, ARecoveredMapThatIsGivenUpIsNotOfferedAgain) {
+  LeaveCopy(path_, "one");
+  {
+    ProgramRun run(folder_, now_);
+    presser_.buttons = {QStringLiteral("OK"), QStringLiteral("Don't Save")};
+    run.shell.Start({});
+    EXPECT_TRUE(run.shell.OpenWindows()[0]->TryClose());
+    EXPECT_TRUE(Copies().empty());
+  }
+  ProgramRun run(folder_, now_);
+  EXPECT_TRUE(run.recovery->OfferCopies().empty());
+}
+
+TEST_F(RecoveryShell, ASecondProgramIsNotOfferedTheCopiesOfTheFirst) {
+  ProgramRun first(folder_, now_);
+  Edit(first, first.Open(path_).TheMap(), "one");
+  Wait(first, seconds(15));
+  ASSERT_EQ(Copies().size(), 1U);
+  ProgramRun second(folder_, now_);
+  EXPECT_TRUE(second.recovery->OfferCopies().empty());
+  EXPECT_TRUE(presser_.titles.empty());
+}
+
+TEST_F(RecoveryShell, AShellWithoutADirectoryKeepsNoCopies) {
+  BoxMessages boxes;
+  Workspace workspace(boxes);
+  Shell shell(workspace, boxes);
+  PlugRecovery(shell);
+  EXPECT_EQ(shell.recoverMaps, nullptr);
+  shell.ownDirectory = folder_.Path("own");
+  PlugRecovery(shell);
+  ASSERT_NE(shell.recoverMaps, nullptr);
+  EXPECT_TRUE(shell.recoverMaps().empty());
+  LeaveCopy(path_, "one");
+  presser_.buttons = {QStringLiteral("OK")};
+  EXPECT_EQ(shell.recoverMaps().size(), 1U);
+}
+
+// --- A file that has changed on the disk ------------------------------------------------------
+
+class ChangedOnDisk : public RecoveryShell {
+ protected:
+  ChangedOnDisk() : window_(run_.Open(path_)) {
+    Edit(run_, window_.TheMap(), "mine");
+    folder_.Write("site.map", Others);
+  }
+
+  static constexpr auto Others = "G\tCamp\tN2\tE20\n";
+  ProgramRun run_{folder_, now_};
+  MapWindowWidget& window_;
+};
+
+TEST_F(ChangedOnDisk, ReturnSavesUnderAnotherName) {
+  presser_.buttons = {QStringLiteral("Save As...")};
+  run_.dialogs->paths = {folder_.Path("mine.map")};
+  run_.shell.RunCommand(CommandSave, window_);
+  EXPECT_EQ(presser_.titles, QStringList{QStringLiteral("File Has Changed")});
+  EXPECT_EQ(folder_.Read("site.map"), Others);
+  EXPECT_TRUE(Holds(folder_.Read("mine.map"), "# mine"));
+  EXPECT_EQ(window_.windowTitle(), QStringLiteral("mine.map[*]"));
+}
+
+TEST_F(ChangedOnDisk, CancelAndEscapeLeaveAllAsItWas) {
+  for (const char* button : {"Cancel", ""}) {
+    presser_.buttons = {QString::fromLatin1(button)};
+    run_.shell.RunCommand(CommandSave, window_);
+    EXPECT_EQ(folder_.Read("site.map"), Others);
+    EXPECT_TRUE(window_.isWindowModified());
+  }
+}
+
+TEST_F(ChangedOnDisk, OverwriteReplacesIt) {
+  presser_.buttons = {QStringLiteral("Overwrite")};
+  run_.shell.RunCommand(CommandSave, window_);
+  EXPECT_TRUE(Holds(folder_.Read("site.map"), "# mine"));
+  EXPECT_FALSE(window_.isWindowModified());
+}
+
+TEST_F(ChangedOnDisk, ClosingWithSaveAsksTooAndCancelKeepsTheWindow) {
+  presser_.buttons = {QStringLiteral("Save"), QStringLiteral("Cancel")};
+  EXPECT_FALSE(window_.TryClose());
+  EXPECT_EQ(folder_.Read("site.map"), Others);
+  EXPECT_TRUE(window_.isVisible());
+}
+
+TEST_F(ChangedOnDisk, ARecoveredMapAsksBeforeItReplacesAFileOfAnotherDay) {
+  LeaveCopy(path_, "one");
+  folder_.Write("site.map", SiteText);
+  ProgramRun next(folder_, now_);
+  presser_.buttons = {QStringLiteral("OK"), QStringLiteral("Cancel")};
+  next.shell.Start({});
+  next.shell.RunCommand(CommandSave, *next.shell.OpenWindows()[0]);
+  EXPECT_EQ(presser_.titles.back(), QStringLiteral("File Has Changed"));
+  EXPECT_EQ(folder_.Read("site.map"), SiteText);
+}
+
+}  // namespace
+}  // namespace orvane
