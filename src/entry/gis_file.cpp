@@ -18,12 +18,13 @@ bool IsUtf16(std::string_view text) {
 
 }  // namespace
 
-GisFile ReadGisText(std::string_view text, std::string_view name, Messages& messages) {
+GisFile ReadGisText(std::string_view text, std::string_view name, Messages& messages,
+                    Progress* progress) {
   if (IsUtf16(text)) {
     // XML says by itself how it is written.
     constexpr size_t FirstCharacter = 2;
     const std::string_view first = text.substr(FirstCharacter, FirstCharacter);
-    if (first.find('<') != std::string_view::npos) return ReadGpx(text, name, messages);
+    if (first.find('<') != std::string_view::npos) return ReadGpx(text, name, messages, progress);
     const OriginScope origin(messages, std::string(name));
     NoteError(messages, "File %s is in UTF-16, which can't be read; save it as plain text", {name});
     return {};
@@ -31,9 +32,9 @@ GisFile ReadGisText(std::string_view text, std::string_view name, Messages& mess
   if (text.starts_with(Utf8Mark)) text.remove_prefix(Utf8Mark.size());
   if (TrimSpace(text.substr(0, text.find('<') + 1)) == "<") {
     while (IsSpace(text.back())) text.remove_suffix(1);
-    return ReadGpx(text, name, messages);
+    return ReadGpx(text, name, messages, progress);
   }
-  return ReadGisLines(text, name, messages);
+  return ReadGisLines(text, name, messages, progress);
 }
 
 }  // namespace orvane

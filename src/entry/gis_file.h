@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/messages.h"
+#include "base/progress.h"
 #include "geo/positions.h"
 
 #include <string>
@@ -54,12 +55,17 @@ constexpr size_t LongestGisName = 150;
 /// What cannot be used is left out and told in one message of each kind; a file that breaks off
 /// keeps what stands before the break.
 /// \param name  of the file, for messages
-GisFile ReadGisText(std::string_view text, std::string_view name, Messages& messages);
+/// \param progress  is told of it, and may call it off; what was read so far comes back, and what
+///                  was left out is not told
+GisFile ReadGisText(std::string_view text, std::string_view name, Messages& messages,
+                    Progress* progress = nullptr);
 
 /// The comma-separated form alone.
-GisFile ReadGisLines(std::string_view text, std::string_view name, Messages& messages);
+GisFile ReadGisLines(std::string_view text, std::string_view name, Messages& messages,
+                     Progress* progress = nullptr);
 
 /// GPX alone.
-GisFile ReadGpx(std::string_view text, std::string_view name, Messages& messages);
+GisFile ReadGpx(std::string_view text, std::string_view name, Messages& messages,
+                Progress* progress = nullptr);
 
 }  // namespace orvane

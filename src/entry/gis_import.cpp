@@ -85,6 +85,7 @@ void AddFix(Point& point, const GisFix& fix, bool keepAltitude) {
 /// What follows each change of the map. What has a place keeps it: a fix alone moves no survey, so
 /// the map is solved only where `FinishMap` finds need.
 void FinishImport(Map& map) {
+  const MustFinish finish(map.workspace->progress);
   FinishMap(map);
   map.flags |= MapDirty;
 }
@@ -204,7 +205,8 @@ std::optional<GisImport> StartGisImportOfText(Map& map, std::string_view text,
                                               const std::string& name, const GisBoxes& boxes) {
   GisImport import;
   import.map = &map;
-  import.file = ReadGisText(text, name, map.workspace->messages);
+  import.file = ReadGisText(text, name, map.workspace->messages, map.workspace->progress);
+  if (IsCancelled(map.workspace->progress)) return std::nullopt;
   if (import.file.tracks.empty() && import.file.waypoints.empty()) {
     const OriginScope origin(map.workspace->messages, name);
     NoteError(map.workspace->messages, "There are no tracks and no waypoints in %s", {name});
@@ -258,7 +260,9 @@ GisField TakeAllTracks(GisImport& import, const GisTrailFields& fields) {
   EnterTrack(import, fields, settings);
   if (dateIsOwn) settings.date = 0;
   GisTrailFields following = fields;
-  while (CurrentTrack(import) != nullptr) {
+  ProgressSteps steps(import.map->workspace->progress, WorkStage::Importing,
+                      import.file.tracks.size());
+  while (CurrentTrack(import) != nullptr && steps.Next(import.current)) {
     NextFields(import, following);
     EnterTrack(import, following, settings);
   }

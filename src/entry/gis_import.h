@@ -57,7 +57,8 @@ struct GisImport {
 /// reading of that point, and one that is named like a time of day is a point of its own. A name
 /// that means a point of the basis is told and left out, since the basis does not change.
 /// \return nothing, after a message, if the file cannot be opened or holds neither tracks nor
-///         waypoints
+///         waypoints; nothing, and without a message, if it was called off (`Workspace::progress`),
+///         which it can be until the first waypoint is taken
 std::optional<GisImport> StartGisImport(Map& map, const std::string& path, const GisBoxes& boxes);
 
 /// As above, from the text of a file.
@@ -87,7 +88,7 @@ GisField TakeTrack(GisImport& import, const GisTrailFields& fields);
 /// As `TakeTrack` for the current track and all behind it, which take their own names and, unless
 /// the user gave one, their own dates. A date that is also that of the current track counts as
 /// given only with `dateIsForAll`, since the window puts the track's own there. The map is finished
-/// once.
+/// once. Where that is called off, what was taken stays, and the next track is the current one.
 GisField TakeAllTracks(GisImport& import, const GisTrailFields& fields);
 
 /// Goes on to the next track.

@@ -135,13 +135,18 @@ class Collector {
 
 }  // namespace
 
-GisFile ReadGisLines(std::string_view text, std::string_view name, Messages& messages) {
+GisFile ReadGisLines(std::string_view text, std::string_view name, Messages& messages,
+                     Progress* progress) {
   OriginScope origin(messages, std::string(name));
   TellDamage(text, name, messages);
   Collector collector;
   LineFields fields;
   LeftOut leftOut;
+  constexpr unsigned LinesOfStep = 512;
+  const size_t size = text.size();
+  ProgressSteps steps(progress, WorkStage::Reading, size, LinesOfStep);
   for (size_t lineNumber = 1; !text.empty(); ++lineNumber) {
+    if (!steps.Next(size - text.size())) return collector.Finish();
     origin.NextLine();
     const std::string_view line = TakeLine(text);
     if (TrimSpace(line).empty()) continue;

@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <expat.h>
-#include <limits>
 #include <memory>
 #include <string>
 #include <type_traits>
@@ -90,10 +89,11 @@ struct FreeParser {
 
 class GpxWalk {
  public:
-  GpxWalk(std::string_view fileName, Messages& messages)
+  GpxWalk(std::string_view fileName, Messages& messages, Progress* progress)
       : parser_(XML_ParserCreate(nullptr)),
         fileName_(fileName),
         messages_(messages),
+        progress_(progress),
         origin_(messages, std::string(fileName)) {}
 
   GisFile Read(std::string_view text) {
@@ -104,6 +104,7 @@ class GpxWalk {
     XML_SetEntityDeclHandler(parser_.get(), &GpxWalk::OnEntity);
     linesBefore_ = TakeBlankLines(text);
     Parse(text);
+    if (IsCancelled(progress_)) return std::move(file_);
     origin_.GoToLine(leftOut_.firstLine);
     TellLeftOut(leftOut_, fileName_, messages_);
     origin_.GoToLine(0);
@@ -133,8 +134,10 @@ class GpxWalk {
   }
 
   void Parse(std::string_view text) {
-    constexpr auto MostAtOnce = static_cast<size_t>(std::numeric_limits<int>::max());
-    for (bool isLast = false; !isLast;) {
+    constexpr size_t MostAtOnce = 1 << 20;  // then a look at whether the user has had enough
+    const size_t whole = text.size();
+    ProgressSteps steps(progress_, WorkStage::Reading, whole);
+    for (bool isLast = false; !isLast && steps.Next(whole - text.size());) {
       const std::string_view part = text.substr(0, MostAtOnce);
       text.remove_prefix(part.size());
       isLast = text.empty();
@@ -228,6 +231,7 @@ class GpxWalk {
   std::unique_ptr<std::remove_pointer_t<XML_Parser>, FreeParser> parser_;
   std::string_view fileName_;
   Messages& messages_;
+  Progress* progress_;
   OriginScope origin_;
   size_t linesBefore_ = 0;  ///< those that the parser does not see
   GisFile file_;
@@ -249,8 +253,9 @@ class GpxWalk {
 
 }  // namespace
 
-GisFile ReadGpx(std::string_view text, std::string_view name, Messages& messages) {
-  return GpxWalk(name, messages).Read(text);
+GisFile ReadGpx(std::string_view text, std::string_view name, Messages& messages,
+                Progress* progress) {
+  return GpxWalk(name, messages, progress).Read(text);
 }
 
 }  // namespace orvane

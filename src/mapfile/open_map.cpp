@@ -22,7 +22,23 @@ Map& OpenMap(Workspace& workspace, const std::string& name, bool* readable) {
   return map;
 }
 
+Map* OpenMapUnlessCancelled(Workspace& workspace, const std::string& name, bool* readable) {
+  const Map* newest = workspace.maps.empty() ? nullptr : &workspace.maps.front();
+  const ReadingState reading = workspace.reading;
+  const double latitude = workspace.lastLatitude;
+  const double longitude = workspace.lastLongitude;
+  Map& map = OpenMap(workspace, name, readable);
+  if (!IsCancelled(workspace.progress)) return &map;
+  // Nothing but these maps themselves points to what they hold, once it is as before.
+  workspace.reading = reading;
+  workspace.lastLatitude = latitude;
+  workspace.lastLongitude = longitude;
+  while (!workspace.maps.empty() && &workspace.maps.front() != newest) workspace.maps.pop_front();
+  return nullptr;
+}
+
 void FinishMap(Map& map) {
+  if (IsCancelled(map.workspace->progress)) return;
   for (Trail& trail : map.trails) FillPointTimes(trail);
   for (const auto& bucket : map.pointHash) {
     for (Point* point : bucket) {
@@ -33,7 +49,7 @@ void FinishMap(Map& map) {
     ClearOwnPositions(map);
     SolveMap(map);
   }
-  AnalyzeAllRanges(map);
+  if (!IsCancelled(map.workspace->progress)) AnalyzeAllRanges(map);
 }
 
 }  // namespace orvane

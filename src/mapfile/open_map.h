@@ -12,8 +12,15 @@ namespace orvane {
 /// \param readable  if not null, receives whether the file was read, now or earlier
 Map& OpenMap(Workspace& workspace, const std::string& name, bool* readable = nullptr);
 
+/// As `OpenMap`, for work that may be called off (`Workspace::progress`).
+/// \return null if it was: then neither the map nor any that was opened with it is left
+Map* OpenMapUnlessCancelled(Workspace& workspace, const std::string& name,
+                            bool* readable = nullptr);
+
 /// What follows a read: time-named points get their times, points on no trail are listed, and all
-/// get their places, by the solver only if some place is not known from the file alone.
+/// get their places, by the solver only if some place is not known from the file alone. Where that
+/// is called off the map is not fit to be shown; who finishes a map that stays keeps it from that
+/// by a `MustFinish`.
 void FinishMap(Map& map);
 
 }  // namespace orvane

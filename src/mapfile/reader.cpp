@@ -25,6 +25,8 @@ constexpr size_t LongestBasisName = 1000;
 /// Lines that name a file, counted over all that is read with the outermost one. Without it some
 /// files that include each other by turns would be read for ever.
 constexpr int MostFilesNamed = 10000;
+/// Lines between two looks at whether the user has had enough.
+constexpr unsigned LinesOfStep = 512;
 constexpr char CreditTag = '\xA9';
 
 bool ReadFileInto(LineContext& context, const std::string& path);
@@ -80,8 +82,8 @@ void ReadBasisLine(LineContext& context, std::string_view line) {
   if (name.size() > LongestBasisName || !MayOpenAnother(context.state) ||
       WouldCloseCircle(context, FindMap(context.workspace, name))) {
     NoteError(context.messages, CannotOpen, {name});
-  } else {
-    map.basis = &OpenMap(context.workspace, name);
+  } else if (Map* basis = OpenMapUnlessCancelled(context.workspace, name)) {
+    map.basis = basis;
   }
   context.trailNames.Forget();
   CloseTrailAndRange(context.state);
@@ -198,8 +200,10 @@ void ReadTextInto(LineContext& context, std::string_view text) {
     NoteError(context.messages, "File %s holds bytes that are no text; it may be damaged", {file});
   }
   LineReader lines(text, LongestMapLine);
+  ProgressSteps steps(context.workspace.progress, WorkStage::Reading, text.size(), LinesOfStep);
   const char* end = nullptr;
   while (const auto line = lines.Next()) {
+    if (!steps.Next(static_cast<size_t>(line->data() - text.data()))) break;
     // Where no end of a line was taken, this is the rest of a line that was too long.
     if (line->data() != end) origin.NextLine();
     end = line->data() + line->size();

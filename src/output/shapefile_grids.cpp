@@ -40,8 +40,9 @@ void PutPart(ShapefileSet& set, std::uint64_t words, std::span<const LatLon> pla
   }
 }
 
-void PutCells(ShapefileSet& set, const ExportedGrid& grid) {
+void PutCells(ShapefileExport& shapes, ShapefileSet& set, const ExportedGrid& grid) {
   for (std::int64_t r = 0; r < grid.Rows(); ++r) {
+    if (!shapes.GoesOn()) return;
     const std::string rowLabel = grid.RowLabel(r);
     for (std::int64_t c = 0; c < grid.Columns(); ++c) {
       set.BeginRow();
@@ -118,7 +119,7 @@ void PutGridShapes(ShapefileExport& shapes) {
     if (ShapefileSet* set = shapes.Open("grids", CannotOpenGrids)) {
       set->PutHeaders({ShapePolygon, group.bounds, cells, CellBytes * cells, shapes.Today()},
                       {{"Name", 'C', CellNameWidth, 0}});
-      for (const ExportedGrid& grid : group.grids) PutCells(*set, grid);
+      for (const ExportedGrid& grid : group.grids) PutCells(shapes, *set, grid);
     }
   }
   if (IsExported(shapes, group.lines, "lines")) {

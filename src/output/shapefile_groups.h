@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/progress.h"
 #include "model/map.h"
 #include "output/shapefile_set.h"
 
@@ -25,11 +26,14 @@ class ShapefileExport {
   /// \return null if they do not
   ShapefileSet* Open(const std::string& name, std::string_view failure);
 
+  /// Asked before each record. \return false once the export is called off
+  bool GoesOn() { return steps_.Next(0); }
+
   /// Tells that a group holds more than is written.
   void TellTooLarge(std::string_view what);
 
-  /// Brings all files to the disk and lets them take their names. \return false if any group was
-  /// not written
+  /// Brings all files to the disk and lets them take their names, unless the export was called off.
+  /// \return false if any group was not written
   bool Finish();
 
  private:
@@ -39,6 +43,7 @@ class ShapefileExport {
   const FileSystem& system_;
   PackedDate today_;
   std::deque<ShapefileSet> sets_;
+  ProgressSteps steps_;
   bool done_ = true;
 };
 

@@ -110,7 +110,9 @@ void PutPointShapes(ShapefileExport& shapes) {
       {ShapePoint, group.bounds, group.records, PointRecordBytes * group.records, shapes.Today()},
       FieldsOf(group));
   PointWriter writer(*set, group);
-  ForEachAhead(group.points, [&](const Point& point) { writer.Put(point); });
+  ForEachAhead(group.points, [&](const Point& point) {
+    if (shapes.GoesOn()) writer.Put(point);
+  });
 }
 
 }  // namespace orvane

@@ -154,6 +154,7 @@ void PutGroup(ShapefileExport& shapes, const TrailGroup& group, const std::strin
                               (withZ ? PlaceBytesWithZ : PlaceBytes) * group.places;
   set->PutHeaders({type, group.bounds, count, bytes, shapes.Today()}, fields);
   for (const Trail* trail : group.trails) {
+    if (!shapes.GoesOn()) return;
     PutTrailRow(*set, *trail, group, hasWidth);
     PutTrailShape(*set, *trail, type);
   }

@@ -13,6 +13,9 @@ namespace orvane {
 
 namespace {
 
+/// Records, or rows of cells, between two looks at whether the user has had enough.
+constexpr unsigned RecordsOfStep = 32;
+
 PackedDate DateOfExport(const Workspace& workspace) {
   constexpr int FirstYear = 1900;
   if (workspace.today) return workspace.today();
@@ -30,7 +33,8 @@ ShapefileExport::ShapefileExport(Map& map, std::string directory, bool projectio
       directory_(std::move(directory)),
       projection_(projection),
       system_(system),
-      today_(DateOfExport(*map.workspace)) {}
+      today_(DateOfExport(*map.workspace)),
+      steps_(map.workspace->progress, WorkStage::Writing, 0, RecordsOfStep) {}
 
 ShapefileSet* ShapefileExport::Open(const std::string& name, std::string_view failure) {
   ShapefileSet& set = sets_.emplace_back(system_);
@@ -49,6 +53,7 @@ void ShapefileExport::TellTooLarge(std::string_view what) {
 }
 
 bool ShapefileExport::Finish() {
+  if (IsCancelled(map_.workspace->progress)) return false;
   // No file takes its name before every file has been brought to the disk. A disk that is told of
   // all files at once is done with them soonest.
   std::vector<std::future<bool>> finishing;
@@ -66,6 +71,8 @@ bool ShapefileExport::Finish() {
               "Error while writing %s; its old files, if any, stand as they were", {set.Path()});
     done_ = false;
   }
+  steps_.Next(0);
+  if (IsCancelled(map_.workspace->progress)) return false;
   for (ShapefileSet* set : whole) {
     if (set->TakeNames()) continue;
     NoteError(map_.workspace->messages, "Error while replacing %s; some of its files are missing",

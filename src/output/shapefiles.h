@@ -46,7 +46,9 @@ struct ShapefileOptions {
 ///
 /// A group whose files cannot be opened is told as an internal error, one that cannot be written
 /// whole (a full disk) as an error; the others go on, and what stood in the place of that group is
-/// left as it was. Overwrites `PointVisited`; the map is not changed otherwise.
+/// left as it was. An export that is called off (`Workspace::progress`) changes no file; once the
+/// first of them has its name the rest follow. Overwrites `PointVisited`; the map is not changed
+/// otherwise.
 /// \param directory  the folder, which must exist
 /// \return false if any group that holds something was not written
 bool ExportShapefiles(Map& map, const std::string& directory, const ShapefileOptions& options = {});

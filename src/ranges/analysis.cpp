@@ -10,6 +10,8 @@
 #include "ranges/selection.h"
 #include "ranges/travel.h"
 
+#include <iterator>
+
 // The steps share the `projected` fields of the points and the durations of the stops, so their
 // order matters: travel is measured before the tally gives each stop at least a minute, and areas
 // are taken in the plane that the step before has left.
@@ -68,19 +70,25 @@ void ClearRangeAnalysis(Range& range) {
 void AnalyzeRange(Range& range, Map& map) {
   AnalyzeWithoutClusters(range, map);
   Range* const one[] = {&range};
-  ClusterRanges(one, map.workspace->messages);
+  ClusterRanges(one, map.workspace->messages, map.workspace->progress);
 }
 
 void AnalyzeAllRanges(Map& map) {
   std::vector<Range*> ranges;
+  Progress* progress = map.workspace->progress;
+  const auto count = static_cast<size_t>(std::distance(map.ranges.begin(), map.ranges.end()));
+  ProgressSteps steps(progress, WorkStage::Analyzing, count * (count + 1) / 2);
   for (Range& range : map.ranges) {
+    if (!steps.Next()) return;
     AnalyzeWithoutClusters(range, map);
     ranges.push_back(&range);
   }
-  ClusterRanges(ranges, map.workspace->messages);
+  ClusterRanges(ranges, map.workspace->messages, progress);
+  if (IsCancelled(progress)) return;
   map.intersections.clear();
   for (auto first = map.ranges.begin(); first != map.ranges.end(); ++first) {
     for (auto later = std::next(first); later != map.ranges.end(); ++later) {
+      if (!steps.Next()) return;
       IntersectRanges(*first, *later, map.intersections, map.workspace->messages);
     }
   }

@@ -13,7 +13,8 @@ void AnalyzeRange(Range& range, Map& map);
 /// Empties the analysis fields of a range; the offset hulls stay.
 void ClearRangeAnalysis(Range& range);
 
-/// All ranges of the map in list order, then the overlap of each pair.
+/// All ranges of the map in list order, then the overlap of each pair. Where that is called off
+/// (`Workspace::progress`), some ranges have their analysis and others not.
 void AnalyzeAllRanges(Map& map);
 
 /// One range of the map and its overlaps with the others.

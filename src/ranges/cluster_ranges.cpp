@@ -50,10 +50,22 @@ class PointCopies {
   std::vector<Point*> points_;
 };
 
-void ClusterOnCopies(Range& range, Messages& messages) {
+/// For the threads that help: it shows nothing, and ends with the work of the thread that began.
+class Follower final : public Progress {
+ public:
+  explicit Follower(const Progress* leader) : leader_(leader) {}
+  void Reach(WorkStage, size_t, size_t) override {
+    if (IsCancelled(leader_)) Cancel();
+  }
+
+ private:
+  const Progress* leader_;
+};
+
+void ClusterOnCopies(Range& range, Messages& messages, Progress* progress) {
   try {
     const PointCopies copies(range.points);
-    range.clusters = ClusterPoints(copies.Points(), messages);
+    range.clusters = ClusterPoints(copies.Points(), messages, MostClusterLocations, progress);
     if (range.clusters == nullptr) return;
     for (Cluster& cluster : range.clusters->clusters) {
       for (auto& hull : cluster.hull) {
@@ -82,25 +94,31 @@ unsigned ThreadsFor(std::span<Range* const> ranges) {
 
 }  // namespace
 
-void ClusterRanges(std::span<Range* const> ranges, Messages& messages) {
+void ClusterRanges(std::span<Range* const> ranges, Messages& messages, Progress* progress) {
   std::vector<RecordedMessages> said(ranges.size());
   std::atomic<size_t> next{0};
-  const auto work = [&] {
-    for (size_t i = next++; i < ranges.size(); i = next++) ClusterOnCopies(*ranges[i], said[i]);
+  const auto work = [&](Progress* watching) {
+    for (size_t i = next++; i < ranges.size() && !IsCancelled(watching); i = next++) {
+      ClusterOnCopies(*ranges[i], said[i], watching);
+    }
+  };
+  const auto help = [&] {
+    Follower follower(progress);
+    work(&follower);
   };
   std::vector<std::thread> others;
   try {
-    for (unsigned i = 1; i < ThreadsFor(ranges); ++i) others.emplace_back(work);
+    for (unsigned i = 1; i < ThreadsFor(ranges); ++i) others.emplace_back(help);
   } catch (const std::exception&) {
     // There is no room for more threads: those that run do all the work.
   }
-  work();
+  work(progress);
   for (std::thread& other : others) other.join();
   for (size_t i = 0; i < ranges.size() && !others.empty(); ++i) {
     if (!IsTooComplex(said[i])) continue;
     // Side by side they may want more memory than one that has it all to itself.
     said[i] = RecordedMessages();
-    ClusterOnCopies(*ranges[i], said[i]);
+    ClusterOnCopies(*ranges[i], said[i], progress);
   }
   for (const RecordedMessages& ofRange : said) {
     for (const auto& entry : ofRange.Entries()) messages.Post(entry.severity, entry.text);

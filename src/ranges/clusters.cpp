@@ -58,7 +58,7 @@ void NoteTooComplex(Messages& messages, size_t count) {
 }
 
 std::unique_ptr<ClusterTree> ClusterPoints(PointSpan points, Messages& messages,
-                                           size_t mostLocations) {
+                                           size_t mostLocations, Progress* progress) {
   size_t count = points.size();
   try {
     std::optional<ClusterLocations> locations = FindLocations(points);
@@ -71,7 +71,8 @@ std::unique_ptr<ClusterTree> ClusterPoints(PointSpan points, Messages& messages,
     ClusterSets sets;
     LocationIndex index(*locations, sets);
     ClusterForest forest(*locations, index, sets, messages);
-    GrowClusters(*locations, index, sets, forest);
+    GrowClusters(*locations, index, sets, forest, progress);
+    if (IsCancelled(progress)) return nullptr;
     std::unique_ptr<ClusterTree> tree = TreeOf(forest);
     FillLevels(forest, *tree, messages);
     return tree;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/messages.h"
+#include "base/progress.h"
 #include "geometry/poly.h"
 #include "model/records.h"
 
@@ -29,10 +30,12 @@ constexpr size_t MostClusterLocations = 500000000;
 /// \param messages  the fatal "That range is too complex to be analyzed" if there are more than
 ///                  `mostLocations` distinct locations or the memory does not suffice; internal
 ///                  errors of hulls
-/// \return null after that, for an empty list, for points whose extent north or east is below a
+/// \param progress  is told of it, and may call it off
+/// \return null after that, for what was called off, for an empty list, for points whose extent north or east is below a
 ///         thousandth of a millimetre, and for places that are no numbers or lie 1e16 m apart
 std::unique_ptr<ClusterTree> ClusterPoints(PointSpan points, Messages& messages,
-                                           size_t mostLocations = MostClusterLocations);
+                                           size_t mostLocations = MostClusterLocations,
+                                           Progress* progress = nullptr);
 
 /// The fatal message of a range for which the memory does not suffice.
 /// \param count  its distinct locations, or its points where those are not known yet

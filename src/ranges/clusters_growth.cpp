@@ -60,10 +60,13 @@ struct Seeds {
   ClusterEdge second;
 };
 
+/// Pairs between two looks at whether the user has had enough.
+constexpr unsigned PairsOfStep = 256;
+
 class Growth {
  public:
   Growth(const ClusterLocations& locations, const LocationIndex& index, const ClusterSets& sets,
-         ClusterForest& forest)
+         ClusterForest& forest, Progress* progress)
       : locations_(locations),
         index_(index),
         sets_(sets),
@@ -71,7 +74,8 @@ class Growth {
         kept_(locations.size()),
         foreign_(Later{&locations}),
         free_(Later{&locations}),
-        freeCount_(locations.size()) {
+        freeCount_(locations.size()),
+        steps_(progress, WorkStage::Analyzing, locations.size(), PairsOfStep) {
     for (size_t i = 0; i < locations.size(); ++i) {
       const int location = static_cast<int>(i);
       if (locations[i].count >= 2) repeated_.push_back(location);
@@ -82,7 +86,7 @@ class Growth {
   }
 
   void ProcessEdges() {
-    for (;;) {
+    while (GoesOn()) {
       const Seeds seeds = ChooseSeed();
       Sweep(seeds.threshold);
       if (seeds.first.IsNone()) return;
@@ -91,6 +95,8 @@ class Growth {
   }
 
  private:
+  bool GoesOn() { return steps_.Next(locations_.size() - freeCount_); }
+
   const ClusterPoint& At(int location) const { return locations_[static_cast<size_t>(location)]; }
   bool IsFree(int location) const { return At(location).cluster == NoIndex; }
   bool IsFree(const ClusterEdge& edge) const { return IsFree(edge.a) && IsFree(edge.b); }
@@ -196,7 +202,7 @@ class Growth {
 
   void Sweep(double threshold) {
     while (!foreign_.empty() && foreign_.top().edge.length < threshold) {
-      if (freeCount_ == 0 && forest_.CountTops() == 1) break;
+      if ((freeCount_ == 0 && forest_.CountTops() == 1) || !GoesOn()) break;
       const KeptEdge head = foreign_.top();
       foreign_.pop();
       const ClusterEdge& current = kept_[static_cast<size_t>(head.holder)];
@@ -226,13 +232,15 @@ class Growth {
   size_t freeCount_ = 0;
   std::vector<int> repeated_;  // locations of two points or more, in the order of their own pairs
   size_t nextRepeated_ = 0;
+
+  ProgressSteps steps_;
 };
 
 }  // namespace
 
 void GrowClusters(const ClusterLocations& locations, const LocationIndex& index,
-                  const ClusterSets& sets, ClusterForest& forest) {
-  Growth(locations, index, sets, forest).ProcessEdges();
+                  const ClusterSets& sets, ClusterForest& forest, Progress* progress) {
+  Growth(locations, index, sets, forest, progress).ProcessEdges();
 }
 
 }  // namespace orvane

@@ -1,5 +1,6 @@
 #include "survey/elimination.h"
 
+#include "base/progress.h"
 #include "survey/pivot_power.h"
 
 #include <algorithm>
@@ -124,6 +125,7 @@ void EliminateNormalDense(NormalSystem& system, std::span<const double> freeValu
 
 void EliminateNormal(NormalSystem& system, std::span<const double> freeValues) {
   if (system.size > SmallSystem && EliminateNormalSparse(system)) return;
+  if (IsCancelled(system.progress)) return;
   EliminateNormalDense(system, freeValues);
 }
 

@@ -8,6 +8,8 @@
 
 namespace orvane {
 
+class Progress;
+
 /// One coefficient of a square matrix.
 struct MatrixEntry {
   int row = 0;
@@ -21,6 +23,7 @@ struct NormalSystem {
   int size = 0;
   std::vector<MatrixEntry> entries;             ///< both triangles
   std::vector<std::vector<double>> rightSides;  ///< `size` values each; become the solutions
+  Progress* progress = nullptr;                 ///< may call it off; the solutions are then none
 };
 
 /// Solves the system in place by Gauss-Jordan elimination without pivoting for size and without a

@@ -1,6 +1,7 @@
 #include "survey/region_system.h"
 
 #include "geo/earth.h"
+#include "model/workspace.h"
 #include "survey/elimination.h"
 #include "survey/links.h"
 
@@ -148,7 +149,9 @@ void SolveRegionSystem(const Region& region) {
   Append(equations, fixes);
   std::vector<Side> sides{Side::North, Side::East};
   if (together) sides.push_back(Side::Altitude);
+  Progress* progress = junctions.front()->map->workspace->progress;
   NormalSystem places = FormNormal(equations, junctions.size(), sides);
+  places.progress = progress;
   const double freeValues[] = {0, 0, NoSolution};
   EliminateNormal(places, std::span(freeValues).first(sides.size()));
 
@@ -159,6 +162,7 @@ void SolveRegionSystem(const Region& region) {
     equations = chains;
     Append(equations, AltitudeEquations(region, fixes));
     NormalSystem heights = FormNormal(equations, junctions.size(), {Side::Altitude});
+    heights.progress = progress;
     EliminateNormal(heights, std::span(freeValues).subspan(2));
     altitudes = heights.rightSides[0];
   }

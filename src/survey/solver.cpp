@@ -1,5 +1,7 @@
 #include "survey/solver.h"
 
+#include "base/progress.h"
+#include "model/workspace.h"
 #include "survey/links.h"
 #include "survey/positions.h"
 #include "survey/regions.h"
@@ -10,9 +12,13 @@ namespace orvane {
 namespace {
 
 void SolvePoints(Map& map) {
+  constexpr unsigned PointsOfStep = 64;
+  Progress* progress = map.workspace->progress;
+  ProgressSteps steps(progress, WorkStage::Solving, map.pointStore.size(), PointsOfStep);
   ForEachPoint(map, [&](Point& point) {
-    if ((point.flags & PointPlaced) == 0) SolveRegion(map, point);
+    if (steps.Next() && (point.flags & PointPlaced) == 0) SolveRegion(map, point);
   });
+  if (IsCancelled(progress)) return;
   SolveStrayPoints(map);
   ForEachPoint(map, ProjectPoint);
 }

@@ -10,7 +10,7 @@ namespace orvane {
 /// and at last the points that hang on a named place or on bearings alone. A fixed sequence of
 /// passes: no iteration, no tolerance.
 /// The placed mark of the points to be solved must be clear. What can't be placed gives a warning
-/// and stays without a place.
+/// and stays without a place. Solving that is called off leaves places that mean nothing.
 void SolveMap(Map& map);
 
 }  // namespace orvane

@@ -1,3 +1,4 @@
+#include "base/progress.h"
 #include "survey/elimination.h"
 #include "survey/pivot_power.h"
 
@@ -23,6 +24,7 @@ constexpr double GrownTooFar = 0x1p300;
 constexpr double ScaleBack = 0x1p-300;
 constexpr double WorkForThreads = 4e6;  ///< multiplications that are worth a second thread
 constexpr unsigned MostThreads = 8;
+constexpr unsigned RowsOfStep = 64;  ///< between two looks at whether the user has had enough
 
 size_t Index(int column) { return static_cast<size_t>(column); }
 
@@ -203,11 +205,13 @@ class PivotRowMaker {
   PivotRowMaker(const NormalSystem& system, const Patterns& patterns)
       : system_(system), patterns_(patterns), place_(patterns.Size() + patterns.Sides()) {}
 
-  /// \return nothing if a pivot was 0
+  /// \return nothing if a pivot was 0, or the work was called off
   std::optional<PivotRows> Compute() {
+    ProgressSteps steps(system_.progress, WorkStage::Solving, 2 * patterns_.Size(), RowsOfStep);
     rows_.values.resize(patterns_.Values());
     rows_.pivots.resize(patterns_.Size());
     for (size_t k = 0; k < patterns_.Size(); ++k) {
+      if (!steps.Next(k)) return std::nullopt;
       Load(k);
       const std::span<const int> above = patterns_.RowsAbove(k);
       double growth = 1;
@@ -421,19 +425,22 @@ double UpwardWork(const Patterns& patterns) {
 void RunAll(const Patterns& patterns, const PivotRows& rows, NormalSystem& system) {
   const std::vector<int> order = RowsByTree(patterns);
   std::atomic<size_t> next{0};
-  const auto work = [&] {
+  // Only the thread that has begun the work tells of it; the others end with it.
+  const auto work = [&](Progress* progress) {
     UpwardRuns runs(patterns, rows, system);
+    ProgressSteps steps(progress, WorkStage::Solving, 2 * order.size(), RowsOfStep / Lanes);
     for (size_t first = next.fetch_add(Lanes); first < order.size();
          first = next.fetch_add(Lanes)) {
+      if (!steps.Next(order.size() + first)) next = order.size();
       runs.Run(std::span(order).subspan(first, std::min(Lanes, order.size() - first)));
     }
   };
   std::vector<std::thread> helpers;
   if (UpwardWork(patterns) > WorkForThreads) {
     const unsigned threads = std::min(std::thread::hardware_concurrency(), MostThreads);
-    for (unsigned t = 1; t < threads; ++t) helpers.emplace_back(work);
+    for (unsigned t = 1; t < threads; ++t) helpers.emplace_back(work, nullptr);
   }
-  work();
+  work(system.progress);
   for (std::thread& helper : helpers) helper.join();
 }
 

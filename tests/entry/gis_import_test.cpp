@@ -3,6 +3,7 @@
 #include "base/number_text.h"
 #include "geo/earth.h"
 #include "mapfile/writer.h"
+#include "support/counted_progress.h"
 #include "support/map_from_text.h"
 #include "support/temporary_folder.h"
 
@@ -483,6 +484,47 @@ TEST_F(GisImportTest, AFileThatHoldsNothingOrIsNotThereIsTold) {
                    "There are no tracks and no waypoints in " + path}));
   EXPECT_FALSE(map.flags & MapDirty);
   EXPECT_TRUE(StartGisImport(map, folder.Write("gps.txt", TwoTracks), {}));
+}
+
+// --- Called off -----------------------------------------------------------------------------
+
+TEST_F(GisImportTest, CalledOffWhileItIsReadItChangesNothing) {
+  std::string text = Header;
+  for (int i = 0; i < 2000; ++i) text += "W" + std::to_string(i) + ",,,,1.5,115\n";
+  for (const std::string& file :
+       {text, "<gpx><wpt lat=\"1\" lon=\"2\"/>" + std::string(3 << 20, ' ') + "</gpx>"}) {
+    for (const size_t at : {1U, 3U}) {
+      CountedProgress progress(at);
+      workspace.progress = &progress;
+      const size_t points = map.pointStore.size();
+      EXPECT_FALSE(Start(file));
+      EXPECT_EQ(map.pointStore.size(), points);
+      EXPECT_EQ(map.flags & MapDirty, 0U);
+    }
+  }
+  EXPECT_TRUE(Said().empty());
+  workspace.progress = nullptr;
+}
+
+TEST_F(GisImportTest, TracksTakenBeforeItWasCalledOffStay) {
+  std::string text = Header;
+  for (int i = 0; i < 10; ++i) {
+    const std::string name = "T" + std::to_string(i);
+    text += name + ",,,,1." + std::to_string(i) + ",115\n" + name + ",,,,1.5,115.1\n";
+  }
+  auto import = Start(text);
+  ASSERT_TRUE(import);
+  CountedProgress progress(4);
+  workspace.progress = &progress;
+  EXPECT_EQ(TakeAllTracks(*import, StartFields(*import, {})), GisField::None);
+  workspace.progress = nullptr;
+  EXPECT_EQ(import->taken, 4U);
+  ASSERT_NE(CurrentTrack(*import), nullptr);
+  EXPECT_EQ(CurrentTrack(*import)->name, "T4");
+  EXPECT_NE(map.flags & MapDirty, 0U);
+  EXPECT_NE(FindTrail(map, "T3"), nullptr);
+  EXPECT_EQ(FindTrail(map, "T4"), nullptr);
+  for (const Point* point : TrailNamed("T3").points) EXPECT_NE(point->flags & PointPlaced, 0U);
 }
 
 }  // namespace

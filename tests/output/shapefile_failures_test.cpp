@@ -1,4 +1,5 @@
 #include "output/exported_map.h"
+#include "support/counted_progress.h"
 
 #include <atomic>
 #include <cerrno>
@@ -137,6 +138,31 @@ TEST_F(ShapefileFailures, DoNotComeOfAQuestionMarkInTheFolder) {
   std::filesystem::create_directory(folder.Path("what?"));
   EXPECT_TRUE(ExportShapefiles(map, folder.Path("what?")));
   EXPECT_TRUE(std::filesystem::exists(folder.Path("what?/points.shp")));
+}
+
+TEST_F(ShapefileFailures, DoNotComeOfAnExportThatIsCalledOff) {
+  Map& map = Open(SiteOfAllGroups);
+  for (int i = 0; i < 200; ++i) Add(map, "more" + std::to_string(i), 1, 115 + i / 1000.0);
+  PutOldPoints();
+  const Texts before = FilesThere();
+  CountedProgress whole;
+  workspace.progress = &whole;
+  {
+    const TemporaryFolder other;
+    EXPECT_TRUE(ExportShapefiles(map, other.Path()));
+  }
+  ASSERT_GT(whole.stages.size(), 5U);
+  for (size_t at = 1; at <= whole.stages.size(); ++at) {
+    CountedProgress progress(at);
+    workspace.progress = &progress;
+    EXPECT_FALSE(Export(map));
+    EXPECT_EQ(FilesThere(), before) << at;
+    ExpectOldPoints();
+  }
+  EXPECT_TRUE(Said().empty());
+  workspace.progress = nullptr;
+  EXPECT_TRUE(Export(map));
+  EXPECT_GT(FilesThere().size(), before.size());
 }
 
 }  // namespace

@@ -1,0 +1,49 @@
+#include "base/progress.h"
+
+#include "support/counted_progress.h"
+
+#include <gtest/gtest.h>
+
+namespace orvane {
+namespace {
+
+TEST(ProgressSteps, WithoutAnybodyWatchingGoOn) {
+  ProgressSteps steps(nullptr, WorkStage::Reading, 10);
+  for (int i = 0; i < 10; ++i) EXPECT_TRUE(steps.Next());
+  EXPECT_FALSE(IsCancelled(nullptr));
+}
+
+TEST(ProgressSteps, TellOfTheFirstStepAndThenOfEachStride) {
+  CountedProgress progress;
+  ProgressSteps steps(&progress, WorkStage::Solving, 10, 4);
+  for (int i = 0; i < 10; ++i) EXPECT_TRUE(steps.Next());
+  EXPECT_EQ(progress.stages.size(), 3U);  // before steps 0, 4 and 8
+  EXPECT_EQ(progress.stages.front(), WorkStage::Solving);
+  EXPECT_TRUE(progress.inBounds);
+}
+
+TEST(ProgressSteps, EndAtTheStepThatIsCalledOffAndStayEnded) {
+  CountedProgress progress(2);
+  ProgressSteps steps(&progress, WorkStage::Reading, 10, 3);
+  for (int i = 0; i < 3; ++i) EXPECT_TRUE(steps.Next());
+  for (int i = 0; i < 8; ++i) EXPECT_FALSE(steps.Next());
+  EXPECT_TRUE(progress.Cancelled());
+  EXPECT_EQ(progress.stages.size(), 2U);  // nobody is told of steps that are not made
+}
+
+TEST(MustFinish, KeepsWorkFromBeingCalledOff) {
+  CountedProgress progress(1);
+  {
+    const MustFinish outer(&progress);
+    const MustFinish inner(&progress);
+    ProgressSteps steps(&progress, WorkStage::Solving, 2);
+    EXPECT_TRUE(steps.Next());
+    EXPECT_TRUE(steps.Next());
+    EXPECT_FALSE(progress.Cancelled());
+  }
+  EXPECT_TRUE(progress.Cancelled());
+  const MustFinish ofNothing(nullptr);
+}
+
+}  // namespace
+}  // namespace orvane
