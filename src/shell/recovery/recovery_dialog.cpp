@@ -17,7 +17,6 @@
 #include <QScrollBar>
 #include <QVBoxLayout>
 
-#include <algorithm>
 #include <utility>
 
 namespace orvane {
@@ -100,7 +99,7 @@ RecoveryDialog::RecoveryDialog(const std::vector<RecoveryOffer>& offers, QWidget
   const QMargins margins = layout->contentsMargins();
   const int width = LettersAcross * fontMetrics().averageCharWidth() +
                     area->verticalScrollBar()->sizeHint().width();
-  const int listHeight = std::max(list->heightForWidth(width), list->sizeHint().height());
+  const int listHeight = listLayout->heightForWidth(width);
   const int rest = head->heightForWidth(width) + box->sizeHint().height() + 2 * layout->spacing();
   const QSize wanted(width + margins.left() + margins.right(),
                      listHeight + rest + margins.top() + margins.bottom());
