@@ -3,6 +3,7 @@
 #include "base/dates.h"
 #include "base/messages.h"
 #include "base/progress.h"
+#include "base/progress.h"
 #include "model/map.h"
 
 #include <cstdint>
