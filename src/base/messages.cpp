@@ -1,6 +1,7 @@
 #include "base/messages.h"
 
 #include "base/number_text.h"
+#include "base/utf8.h"
 
 #include <utility>
 
@@ -52,7 +53,10 @@ bool PromptForText(Messages& messages, const std::string& title, const std::stri
   }
   buffer = std::move(*answer);
   const size_t most = size > 0 ? size - 1 : 0;
-  if (buffer.size() > most) buffer.resize(most);
+  if (buffer.size() <= most) return true;
+  const bool isUtf8 = IsValidUtf8(buffer);
+  buffer.resize(most);
+  while (isUtf8 && !IsValidUtf8(buffer)) buffer.pop_back();
   return true;
 }
 

@@ -74,6 +74,18 @@ TEST(PromptForText, KeepsTheTextThatFits) {
   EXPECT_EQ(buffer, "");
 }
 
+TEST(PromptForText, CutsBetweenTwoCharacters) {
+  std::string buffer;
+  AnsweredMessages utf8("r\xC3\xADo");
+  EXPECT_TRUE(PromptForText(utf8, "Find", "Find what?", buffer, 3));
+  EXPECT_EQ(buffer, "r");
+  EXPECT_TRUE(PromptForText(utf8, "Find", "Find what?", buffer, 4));
+  EXPECT_EQ(buffer, "r\xC3\xAD");
+  AnsweredMessages latin1("r\xEDo");
+  EXPECT_TRUE(PromptForText(latin1, "Find", "Find what?", buffer, 3));
+  EXPECT_EQ(buffer, "r\xED");
+}
+
 TEST(PromptForText, StartsWithTheBuffer) {
   RecordedMessages messages;
   std::string buffer = "1:1000";
