@@ -221,6 +221,22 @@ TEST(BoxMessages, ALongPathDoesNotMakeABoxWiderThanTheScreen) {
   EXPECT_LE(width, QApplication::primaryScreen()->availableGeometry().width());
 }
 
+TEST(BoxMessages, AMessageOfManyLinesDoesNotMakeABoxHigherThanTheScreen) {
+  BoxMessages boxes;
+  int height = 0;
+  const BoxWatcher watcher([&height](QWidget& box) {
+    height = box.height();
+    QTest::keyClick(&box, Qt::Key_Return);
+  });
+  std::string lines;
+  for (int i = 0; i < 90; ++i) lines += "a\n";
+  NoteError(boxes, "%s", {lines});
+  EXPECT_GT(height, 0);
+  EXPECT_LE(height, QApplication::primaryScreen()->availableGeometry().height());
+  EXPECT_TRUE(watcher.Texts()[0].endsWith(QChar(0x2026)));
+  EXPECT_EQ(boxes.Log().At(0).text.size(), 180);
+}
+
 TEST(BoxMessages, AnEmptyBatchShowsNothing) {
   BoxMessages boxes;
   BoxWatcher watcher;
@@ -260,8 +276,10 @@ TEST(BoxMessages, ReturnIsTheFirstButtonAndClosingTheSecond) {
     EXPECT_EQ(AskUser(boxes, "T", "Save", "Cancel", "Don't Save", "text"), 2);
   }
   {
+    // Whether there is a second one or not.
     const BoxWatcher watcher([](QWidget& box) { box.close(); });
-    EXPECT_EQ(AskUser(boxes, "T", "OK", "", "", "text"), 1);
+    EXPECT_EQ(AskUser(boxes, "T", "OK", "", "", "text"), 2);
+    EXPECT_EQ(AskUser(boxes, "T", "OK", "", "Help", "text"), 2);
   }
 }
 

@@ -55,6 +55,15 @@ QString WithBreaks(const QString& text) {
   return broken;
 }
 
+/// The lines that a box has room for; the messages window has them all.
+QString FirstLines(const QString& text) {
+  constexpr qsizetype MostLines = 12;
+  constexpr QChar MoreFollows(0x2026);
+  const QStringList lines = text.split(QLatin1Char('\n'));
+  if (lines.size() <= MostLines) return text;
+  return lines.first(MostLines).join(QLatin1Char('\n')) + QLatin1Char('\n') + MoreFollows;
+}
+
 }  // namespace
 
 BoxMessages::BoxMessages() : endProgram([](int status) { std::exit(status); }) {}
@@ -97,8 +106,8 @@ void BoxMessages::ShowWaiting() {
 
 bool BoxMessages::ShowBox(const Waiting& message, const QString& occasion, bool withCheck) {
   const QString name = QApplication::applicationDisplayName();
-  QMessageBox box(BoxIcon(message.severity), name, WithBreaks(message.text), QMessageBox::Ok,
-                  QApplication::activeWindow());
+  QMessageBox box(BoxIcon(message.severity), name, WithBreaks(FirstLines(message.text)),
+                  QMessageBox::Ok, QApplication::activeWindow());
   box.setObjectName(QStringLiteral("messageBox"));
   if (!occasion.isEmpty()) box.setWindowTitle(Tr("%1: %2").arg(name, occasion));
   // Texts hold names that users typed, and these may look like markup.

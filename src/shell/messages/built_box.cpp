@@ -19,6 +19,9 @@
 namespace orvane {
 namespace {
 
+/// Escape, and the frame's own close button, count as the second button.
+constexpr int ClosingAnswer = 2;
+
 /// Room around a box for the frame that the platform gives it.
 constexpr QSize FrameRoom(24, 64);
 
@@ -175,7 +178,6 @@ void BuiltBox::MakeButtons(const std::vector<BoxButton>& row, const std::vector<
     button->setGeometry(RectOf(places[i]));
     button->setDefault(i == 0);
     connect(button, &QPushButton::clicked, this, [this, answer = row[i].answer] { done(answer); });
-    if (i <= 1) closingAnswer_ = row[i].answer;
     if (firstFocus_ == nullptr) firstFocus_ = button;
   }
 }
@@ -187,6 +189,6 @@ int BuiltBox::Run() {
 
 QString BuiltBox::FieldText() const { return field_ == nullptr ? QString() : field_->text(); }
 
-void BuiltBox::reject() { done(closingAnswer_); }
+void BuiltBox::reject() { done(ClosingAnswer); }
 
 }  // namespace orvane

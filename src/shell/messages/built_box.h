@@ -14,7 +14,7 @@ namespace orvane {
 
 /// The box of a question, with up to three buttons, or of a prompt, with a field for one line of
 /// text besides. Laid out by `LayOutBox`; the first button is the default one, and closing the box
-/// counts as the second.
+/// counts as the second, also where that is not shown.
 ///
 /// A text too wide for the screen is wrapped, and one too high is scrolled.
 class BuiltBox final : public QDialog {
@@ -41,7 +41,6 @@ class BuiltBox final : public QDialog {
   void MakeText(const QStringList& lines, const BoxPlace& place);
   void MakeField(const QString& content, const BoxPlace& place);
 
-  int closingAnswer_ = 1;  ///< of Escape, and of the frame's own close button
   QWidget* firstFocus_ = nullptr;
   QLineEdit* field_ = nullptr;
 };
