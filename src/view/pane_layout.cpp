@@ -16,6 +16,12 @@ int FittedSize(int wanted, int room, int least) {
   return size < least ? 0 : size;
 }
 
+/// A size that grows by a step: from nothing to what is shown at all.
+int SteppedSize(int size, int step, int least) {
+  const int stepped = std::max(0, size + step);
+  return size == 0 && step > 0 ? std::max(stepped, least) : stepped;
+}
+
 }  // namespace
 
 PaneLayout LayOutPanes(int width, int height, const PaneSizes& sizes, int scrollBarWidth) {
@@ -47,6 +53,17 @@ PaneSizes SizesAfterDrop(const PaneLayout& layout, PaneDivider divider, Pixel at
   PaneSizes sizes = layout.sizes;
   if (divider == PaneDivider::BesideMap) sizes.panelWidth = std::max(0, at.x - DividerSize / 2);
   if (divider == PaneDivider::BetweenLists) sizes.panelHeight = std::max(0, at.y - DividerSize / 2);
+  return sizes;
+}
+
+PaneSizes SizesAfterStep(const PaneLayout& layout, PaneDivider divider, int pixels, int least) {
+  PaneSizes sizes = layout.sizes;
+  if (divider == PaneDivider::BesideMap) {
+    sizes.panelWidth = SteppedSize(sizes.panelWidth, pixels, least);
+  }
+  if (divider == PaneDivider::BetweenLists) {
+    sizes.panelHeight = SteppedSize(sizes.panelHeight, pixels, least);
+  }
   return sizes;
 }
 

@@ -13,6 +13,9 @@ struct PaneSizes {
 /// Width of the dividers between the panes, in pixels.
 constexpr int DividerSize = 5;
 
+/// How far an arrow key moves a divider, in pixels.
+constexpr int DividerStep = 10;
+
 /// Which divider of a map window.
 enum class PaneDivider {
   None,
@@ -44,5 +47,11 @@ PaneDivider DividerAt(const PaneLayout& layout, Pixel at);
 /// The sizes when a divider is dropped.
 /// \param at  the pixel where the middle of the divider is to stand; it may lie outside the window
 PaneSizes SizesAfterDrop(const PaneLayout& layout, PaneDivider divider, Pixel at);
+
+/// The sizes when a divider is moved by some pixels. A pane that has vanished comes back with its
+/// least size at the first step, where it is seen.
+/// \param pixels  to the right, or down, above 0
+/// \param least   the least size of a list, as for `LayOutPanes`
+PaneSizes SizesAfterStep(const PaneLayout& layout, PaneDivider divider, int pixels, int least);
 
 }  // namespace orvane

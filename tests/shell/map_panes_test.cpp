@@ -1,9 +1,11 @@
 #include "shell/map/map_panes.h"
 
 #include "paint/small_map.h"
+#include "shell/map/divider_handle.h"
 #include "shell/map/map_area.h"
 #include "shell/map/map_view.h"
 
+#include <QApplication>
 #include <QListWidget>
 #include <QRubberBand>
 #include <QSignalSpy>
@@ -131,6 +133,110 @@ TEST_F(MapPanesTest, TabGoesRoundTheThreeParts) {
   EXPECT_EQ(panes_.Focus(), FocusPlace::RangeList);
   QTest::keyClick(&panes_.RangeList(), Qt::Key_Tab);
   EXPECT_EQ(panes_.Focus(), FocusPlace::MapView);
+}
+
+class DividerKeys : public MapPanesTest {
+ protected:
+  DividerHandle& Handle(const char* name) {
+    const auto handles = panes_.findChildren<DividerHandle*>();
+    for (DividerHandle* handle : handles) {
+      if (handle->accessibleName() == QLatin1String(name)) return *handle;
+    }
+    ADD_FAILURE() << name;
+    return *handles.first();
+  }
+  DividerHandle& BesideMap() { return Handle("Divider between the lists and the map"); }
+  DividerHandle& BetweenLists() { return Handle("Divider between the two lists"); }
+};
+
+TEST_F(DividerKeys, TabComesToTheDividersBehindTheMap) {
+  panes_.View().setFocus();
+  QTest::keyClick(&panes_.View(), Qt::Key_Tab);
+  EXPECT_EQ(QApplication::focusWidget(), &BesideMap());
+  EXPECT_EQ(panes_.Focus(), FocusPlace::Neither);
+  QTest::keyClick(&BesideMap(), Qt::Key_Tab);
+  EXPECT_EQ(QApplication::focusWidget(), &BetweenLists());
+  QTest::keyClick(&BetweenLists(), Qt::Key_Tab);
+  EXPECT_EQ(panes_.Focus(), FocusPlace::TrailList);
+}
+
+TEST_F(DividerKeys, LeftAndRightMoveTheDividerBesideTheMap) {
+  QSignalSpy moved(&panes_, &MapPanes::dividerMoved);
+  BesideMap().setFocus();
+  QTest::keyClick(&BesideMap(), Qt::Key_Right);
+  EXPECT_EQ(panes_.Area().geometry().left(), 165);
+  EXPECT_EQ(BesideMap().geometry(), QRect(160, 0, 5, 500));
+  QTest::keyClick(&BesideMap(), Qt::Key_Left, Qt::ShiftModifier);
+  EXPECT_EQ(panes_.Area().geometry().left(), 164);
+  QTest::keyClick(&BesideMap(), Qt::Key_Up);
+  QTest::keyClick(&BesideMap(), Qt::Key_Down);
+  ASSERT_EQ(moved.size(), 2);
+  EXPECT_EQ(moved[1][0].toInt(), 159);
+  EXPECT_EQ(moved[1][1].toInt(), 200);
+  EXPECT_TRUE(BesideMap().hasFocus());
+}
+
+TEST_F(DividerKeys, UpAndDownMoveTheDividerBetweenTheLists) {
+  QSignalSpy moved(&panes_, &MapPanes::dividerMoved);
+  BetweenLists().setFocus();
+  QTest::keyClick(&BetweenLists(), Qt::Key_Down);
+  QTest::keyClick(&BetweenLists(), Qt::Key_Down);
+  QTest::keyClick(&BetweenLists(), Qt::Key_Up, Qt::ShiftModifier);
+  QTest::keyClick(&BetweenLists(), Qt::Key_Right);
+  ASSERT_EQ(moved.size(), 3);
+  EXPECT_EQ(panes_.Sizes().panelHeight, 219);
+  EXPECT_EQ(panes_.Sizes().panelWidth, 150);
+}
+
+TEST_F(DividerKeys, APaneIsMovedAwayAndBroughtBack) {
+  BesideMap().setFocus();
+  for (int i = 0; i < 20; ++i) QTest::keyClick(&BesideMap(), Qt::Key_Left);
+  EXPECT_EQ(panes_.Sizes().panelWidth, 0);
+  EXPECT_FALSE(panes_.TrailList().isVisible());
+  EXPECT_FALSE(BetweenLists().isVisible());
+  EXPECT_TRUE(BesideMap().hasFocus());
+  QTest::keyClick(&BesideMap(), Qt::Key_Right);
+  EXPECT_TRUE(panes_.TrailList().isVisible());
+  EXPECT_TRUE(BetweenLists().isVisible());
+  for (int i = 0; i < 200; ++i) QTest::keyClick(&BesideMap(), Qt::Key_Right);
+  EXPECT_EQ(panes_.Sizes().panelWidth, 795);
+  QTest::keyClick(&BesideMap(), Qt::Key_Left);
+  EXPECT_EQ(panes_.Sizes().panelWidth, 785);
+}
+
+TEST_F(DividerKeys, EnterAndEscapeLeadBackToTheMap) {
+  for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Escape}) {
+    BetweenLists().setFocus();
+    QTest::keyClick(&BetweenLists(), key);
+    EXPECT_EQ(panes_.Focus(), FocusPlace::MapView);
+    EXPECT_TRUE(panes_.View().hasFocus());
+  }
+}
+
+TEST_F(DividerKeys, ADividerShowsThatItHasTheKeyboard) {
+  const auto highlit = [this](DividerHandle& handle) {
+    const QColor wanted = panes_.palette().color(QPalette::Highlight);
+    const QImage image = panes_.grab(handle.geometry()).toImage();
+    int count = 0;
+    for (int y = 0; y < image.height(); ++y) {
+      for (int x = 0; x < image.width(); ++x) {
+        if (image.pixelColor(x, y) == wanted) ++count;
+      }
+    }
+    return count;
+  };
+  EXPECT_EQ(highlit(BesideMap()), 0);
+  BesideMap().setFocus();
+  EXPECT_GT(highlit(BesideMap()), 1000);
+  EXPECT_EQ(highlit(BetweenLists()), 0);
+  BetweenLists().setFocus();
+  EXPECT_EQ(highlit(BesideMap()), 0);
+  EXPECT_GT(highlit(BetweenLists()), 300);
+}
+
+TEST_F(DividerKeys, TheMouseGoesThroughToThePanes) {
+  EXPECT_EQ(panes_.childAt(152, 300), nullptr);
+  EXPECT_EQ(panes_.childAt(50, 202), nullptr);
 }
 
 }  // namespace

@@ -119,5 +119,32 @@ TEST(PaneLayout, WhatHasVanishedCanBePulledBack) {
   EXPECT_EQ(layout.sizes.panelHeight, 300);
 }
 
+TEST(PaneLayout, AStepMovesADividerByPixels) {
+  const PaneLayout layout = LayOutPanes(1000, 700, {150, 300}, ScrollBar);
+  PaneSizes sizes = SizesAfterStep(layout, PaneDivider::BesideMap, 10, ScrollBar);
+  EXPECT_EQ(sizes.panelWidth, 160);
+  EXPECT_EQ(sizes.panelHeight, 300);
+  sizes = SizesAfterStep(layout, PaneDivider::BetweenLists, -1, ScrollBar);
+  EXPECT_EQ(sizes.panelWidth, 150);
+  EXPECT_EQ(sizes.panelHeight, 299);
+  sizes = SizesAfterStep(layout, PaneDivider::None, 10, ScrollBar);
+  EXPECT_EQ(sizes.panelWidth, 150);
+  EXPECT_EQ(sizes.panelHeight, 300);
+}
+
+TEST(PaneLayout, StepsMakeAPaneVanishAndBringItBackAtOnce) {
+  PaneLayout layout = LayOutPanes(1000, 700, {20, 20}, ScrollBar);
+  for (const PaneDivider divider : {PaneDivider::BesideMap, PaneDivider::BetweenLists}) {
+    PaneSizes sizes = SizesAfterStep(layout, divider, -10, ScrollBar);
+    const bool across = divider == PaneDivider::BesideMap;
+    const PaneLayout without = LayOutPanes(1000, 700, sizes, ScrollBar);
+    EXPECT_EQ(across ? without.sizes.panelWidth : without.sizes.panelHeight, 0);
+    sizes = SizesAfterStep(without, divider, -10, ScrollBar);
+    EXPECT_EQ(across ? sizes.panelWidth : sizes.panelHeight, 0);
+    sizes = SizesAfterStep(without, divider, 1, ScrollBar);
+    EXPECT_EQ(across ? sizes.panelWidth : sizes.panelHeight, ScrollBar);
+  }
+}
+
 }  // namespace
 }  // namespace orvane

@@ -1,5 +1,6 @@
 #include "shell/map/map_panes.h"
 
+#include "shell/map/divider_handle.h"
 #include "shell/map/list_pane.h"
 #include "shell/map/map_area.h"
 #include "shell/map/map_view.h"
@@ -19,6 +20,11 @@ QRect ToRect(const PixelRect& rect) {
 
 Pixel ToPixel(QPoint at) { return {at.x(), at.y()}; }
 
+/// The least size of a list.
+int LeastPane(const QWidget& widget) {
+  return widget.style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, &widget);
+}
+
 }  // namespace
 
 MapPanes::MapPanes(Map& map, const PaneSizes& sizes, QWidget* parent)
@@ -26,6 +32,8 @@ MapPanes::MapPanes(Map& map, const PaneSizes& sizes, QWidget* parent)
       trails_(new ListPane(tr("Trails"), this)),
       ranges_(new ListPane(tr("Ranges"), this)),
       area_(new MapArea(map, this)),
+      besideMap_(MakeHandle(PaneDivider::BesideMap, tr("Divider between the lists and the map"))),
+      betweenLists_(MakeHandle(PaneDivider::BetweenLists, tr("Divider between the two lists"))),
       focusRectangle_(new QRubberBand(QRubberBand::Line, this)),
       wanted_(sizes) {
   trails_->List().setObjectName(QStringLiteral("trailList"));
@@ -39,7 +47,6 @@ MapPanes::MapPanes(Map& map, const PaneSizes& sizes, QWidget* parent)
   trails_->List().installEventFilter(this);
   ranges_->List().installEventFilter(this);
   View().installEventFilter(this);
-  setFocusProxy(&View());
 }
 
 MapView& MapPanes::View() { return area_->View(); }
@@ -48,20 +55,30 @@ QListWidget& MapPanes::TrailList() { return trails_->List(); }
 
 QListWidget& MapPanes::RangeList() { return ranges_->List(); }
 
+DividerHandle* MapPanes::MakeHandle(PaneDivider divider, const QString& name) {
+  auto* handle = new DividerHandle(divider, name, this);
+  connect(handle, &DividerHandle::stepped, this, [this, divider](int pixels) {
+    TakeSizes(SizesAfterStep(layout_, divider, pixels, LeastPane(*this)));
+  });
+  connect(handle, &DividerHandle::left, this, [this] { View().setFocus(Qt::TabFocusReason); });
+  return handle;
+}
+
 void MapPanes::SetSizes(const PaneSizes& sizes) {
   wanted_ = sizes;
   LayOut();
 }
 
 void MapPanes::LayOut() {
-  const int scrollBar = style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, this);
-  layout_ = LayOutPanes(width(), height(), wanted_, scrollBar);
+  layout_ = LayOutPanes(width(), height(), wanted_, LeastPane(*this));
   const auto place = [](QWidget* pane, const PixelRect& rect) {
     pane->setGeometry(ToRect(rect));
     pane->setVisible(rect.right > rect.left && rect.bottom > rect.top);
   };
   place(trails_, layout_.trails);
   place(ranges_, layout_.ranges);
+  place(besideMap_, layout_.besideMap);
+  place(betweenLists_, layout_.betweenLists);
   area_->setGeometry(ToRect(layout_.map));
 }
 
@@ -101,7 +118,11 @@ void MapPanes::mouseReleaseEvent(QMouseEvent* event) {
   focusRectangle_->hide();
   const PaneDivider divider = dragged_;
   dragged_ = PaneDivider::None;
-  SetSizes(SizesAfterDrop(layout_, divider, ToPixel(event->position().toPoint())));
+  TakeSizes(SizesAfterDrop(layout_, divider, ToPixel(event->position().toPoint())));
+}
+
+void MapPanes::TakeSizes(const PaneSizes& sizes) {
+  SetSizes(sizes);
   wanted_ = layout_.sizes;
   Q_EMIT dividerMoved(wanted_.panelWidth, wanted_.panelHeight);
 }

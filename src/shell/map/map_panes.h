@@ -11,13 +11,15 @@ class QRubberBand;
 namespace orvane {
 
 struct Map;
+class DividerHandle;
 class ListPane;
 class MapArea;
 class MapView;
 
 /// The inside of a map window: the lists "Trails" and "Ranges" one over the other at the left, the
 /// map at the right, and dividers of `DividerSize` pixels between them that can be dragged. While
-/// one is dragged, a focus rectangle across the window shows where it would come to stand.
+/// one is dragged, a focus rectangle across the window shows where it would come to stand. For the
+/// keyboard each divider has a `DividerHandle`.
 class MapPanes final : public QWidget {
   Q_OBJECT
 
@@ -40,7 +42,7 @@ class MapPanes final : public QWidget {
   /// Also when a menu or another window takes the keyboard away only for a moment, `Focus` stays
   /// what it was: this is sent for a real change alone.
   void focusPlaceChanged(orvane::FocusPlace place);
-  /// A divider was dropped: the preferences take the sizes.
+  /// A divider was dropped, or moved by a key: the preferences take the sizes.
   void dividerMoved(int panelWidth, int panelHeight);
 
  protected:
@@ -52,13 +54,17 @@ class MapPanes final : public QWidget {
   void leaveEvent(QEvent* event) override;
 
  private:
+  DividerHandle* MakeHandle(PaneDivider divider, const QString& name);
   void LayOut();
+  void TakeSizes(const PaneSizes& sizes);
   void ShowFocusRectangle(QPoint at);
   void FollowFocus(QWidget* now);
 
   ListPane* trails_;
   ListPane* ranges_;
   MapArea* area_;
+  DividerHandle* besideMap_;
+  DividerHandle* betweenLists_;
   QRubberBand* focusRectangle_;
   PaneSizes wanted_;   ///< as asked for; cut to fit at each layout, so that room regained is used
   PaneLayout layout_;  ///< as it stands
