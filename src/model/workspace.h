@@ -3,7 +3,6 @@
 #include "base/dates.h"
 #include "base/messages.h"
 #include "base/progress.h"
-#include "base/progress.h"
 #include "model/map.h"
 
 #include <cstdint>
@@ -18,54 +17,46 @@ namespace orvane {
 
 /// The user's settings that the core reads.
 struct Preferences {
-  bool europeanDates = false;   ///< day before month
-  bool showHiddenNames = false; ///< draw the names that begin with `_` or `@`
+  bool europeanDates = false;    ///< day before month
+  bool showHiddenNames = false;  ///< draw the names that begin with `_` or `@`
 };
 
-/// Where the reader of map files stands. It goes on from file to file: what a
-/// file includes, or rests on, is read in the middle of it.
+/// Where the reader of map files stands. It goes on from file to file: what a file includes, or
+/// rests on, is read in the middle of it.
 struct ReadingState {
-  Trail *currentTrail = nullptr; ///< null outside a trail
-  Range *currentRange = nullptr; ///< null outside a range
-  bool trailHasTail = false;  ///< a point was added since the trail was opened
-  Point *lastPoint = nullptr; ///< the point of the previous point line
-  bool warnedOnce = false;    ///< gates the messages that are told once a file
-  std::vector<std::string> openFiles; ///< files being read, outermost first
-  int depth = 0;      ///< texts being read, one in the middle of the other
-  int filesNamed = 0; ///< by includes and bases, since the outermost text began
+  Trail* currentTrail = nullptr;       ///< null outside a trail
+  Range* currentRange = nullptr;       ///< null outside a range
+  bool trailHasTail = false;           ///< a point was added since the trail was opened
+  Point* lastPoint = nullptr;          ///< the point of the previous point line
+  bool warnedOnce = false;             ///< gates the messages that are told once a file
+  std::vector<std::string> openFiles;  ///< files being read, outermost first
+  int depth = 0;                       ///< texts being read, one in the middle of the other
+  int filesNamed = 0;                  ///< by includes and bases, since the outermost text began
 };
 
-/// What is process-wide by its nature. Made once by the program and handed
-/// down; a test makes its own, so that no two meet.
+/// What is process-wide by its nature. Made once by the program and handed down; a test makes its
+/// own, so that no two meet.
 struct Workspace {
-  explicit Workspace(Messages &messagesToUse) : messages(messagesToUse) {}
+  explicit Workspace(Messages& messagesToUse) : messages(messagesToUse) {}
 
-  Messages &messages; ///< where messages and questions go
-  Progress *progress =
-      nullptr; ///< is told of long work and may call it off; null for nobody
+  Messages& messages;            ///< where messages and questions go
+  Progress* progress = nullptr;  ///< is told of long work and may call it off; null for nobody
   Preferences preferences;
-  std::forward_list<Map>
-      maps; ///< every map ever made, newest first; none is ever freed
-  double lastLatitude =
-      0; ///< degrees of the last GPS reading of any file: what a fix that
-  double lastLongitude = 0; ///< leaves out its degrees takes
+  std::forward_list<Map> maps;  ///< every map ever made, newest first; none is ever freed
+  double lastLatitude = 0;      ///< degrees of the last GPS reading of any file: what a fix that
+  double lastLongitude = 0;     ///< leaves out its degrees takes
   ReadingState reading;
-  std::uint64_t solverWalks =
-      0; ///< walks that the solver has made so far, over all maps
-  unsigned rangeRowsMade =
-      0; ///< rows of range panes made so far; their shadings take turns
-  std::map<double, int>
-      contourCounts; ///< contour lines made so far of each level, over all maps
-  std::map<double, int>
-      continuousContourCounts; ///< the same of `Map::continuousContours`
-  std::function<PackedDate()>
-      today; ///< the date that a save writes; the local clock if empty
+  std::uint64_t solverWalks = 0;  ///< walks that the solver has made so far, over all maps
+  unsigned rangeRowsMade = 0;     ///< rows of range panes made so far; their shadings take turns
+  std::map<double, int> contourCounts;  ///< contour lines made so far of each level, over all maps
+  std::map<double, int> continuousContourCounts;  ///< the same of `Map::continuousContours`
+  std::function<PackedDate()> today;  ///< the date that a save writes; the local clock if empty
 };
 
 /// Makes an empty map and puts it at the head of the workspace's list.
-Map &MakeMap(Workspace &workspace, std::string_view name);
+Map& MakeMap(Workspace& workspace, std::string_view name);
 
 /// \return the map of that file name, without regard to case, or null
-Map *FindMap(Workspace &workspace, std::string_view name);
+Map* FindMap(Workspace& workspace, std::string_view name);
 
-} // namespace orvane
+}  // namespace orvane
