@@ -18,6 +18,7 @@
 #include <QTabWidget>
 #include <QTextBrowser>
 #include <QToolBar>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -44,6 +45,25 @@ class PageBrowser final : public QTextBrowser {
  private:
   const QHelpEngine& engine_;
 };
+
+/// Names for those who have the search read out: its buttons have pictures alone.
+void NameSearch(QHelpSearchQueryWidget& query, QHelpSearchResultWidget& results) {
+  query.setAccessibleName(HelpWindow::tr("Words to search for"));
+  if (auto* words = query.findChild<QLineEdit*>()) words->setAccessibleName(query.accessibleName());
+  const auto searches = query.findChildren<QToolButton*>(QString(), Qt::FindDirectChildrenOnly);
+  for (QToolButton* button : searches) button->setAccessibleName(button->toolTip());
+  results.setAccessibleName(HelpWindow::tr("Pages that were found"));
+  if (auto* list = results.findChild<QTextBrowser*>()) {
+    list->setAccessibleName(results.accessibleName());
+  }
+  const QStringList pages = {HelpWindow::tr("First results"),
+                             HelpWindow::tr("Results before these"), HelpWindow::tr("More results"),
+                             HelpWindow::tr("Last results")};
+  const auto turns = results.findChildren<QToolButton*>();
+  for (qsizetype i = 0; i < std::min(turns.size(), pages.size()); ++i) {
+    turns[i]->setAccessibleName(pages[i]);
+  }
+}
 
 }  // namespace
 
@@ -148,9 +168,8 @@ QWidget* HelpWindow::MakeSearch() {
   QHelpSearchQueryWidget* query = search->queryWidget();
   QHelpSearchResultWidget* results = search->resultWidget();
   query->setObjectName(QStringLiteral("helpQuery"));
-  query->setAccessibleName(tr("Words to search for"));
   results->setObjectName(QStringLiteral("helpResults"));
-  results->setAccessibleName(tr("Pages that were found"));
+  NameSearch(*query, *results);
   layout->addWidget(query);
   layout->addWidget(results, 1);
   connect(query, &QHelpSearchQueryWidget::search, this,
