@@ -2,6 +2,7 @@
 // CMakeLists.txt), as Qt takes its scale from the environment when it starts.
 
 #include "paint/small_map.h"
+#include "shell/map/map_panes.h"
 #include "shell/map/map_view.h"
 #include "view/view_transform.h"
 
@@ -62,6 +63,43 @@ TEST_F(FineScreen, AHairlineIsOneDevicePixelThick) {
     }
     EXPECT_EQ(red, 1) << x;
     EXPECT_EQ(tinted, 1) << x;
+  }
+}
+
+/// The pixels of a row or column that are not white, from one end to the other.
+int TintedAlong(const QImage& image, QPoint from, QPoint to) {
+  const QPoint step(to.x() > from.x() ? 1 : 0, to.y() > from.y() ? 1 : 0);
+  int tinted = 0;
+  for (QPoint at = from; at != to; at += step) {
+    if ((image.pixel(at) & 0xFFFFFF) != 0xFFFFFF) ++tinted;
+  }
+  return tinted;
+}
+
+TEST_F(FineScreen, HairlinesAreAsThinBehindTheListsAsAlone) {
+  Point& north = map_.AddPoint("", 5000, 70);
+  Point& south = map_.AddPoint("", -5000, 70);
+  map_.AddTrail("Upright", {&north, &south}, 0xFF0000);
+  const auto scaled = [this](int x, int y) {
+    return QPoint(static_cast<int>(x * Ratio()), static_cast<int>(y * Ratio()));
+  };
+  // At a ratio of 1.5 an odd place lets the map begin within a device pixel.
+  for (const QPoint corner : {QPoint(0, 0), QPoint(0, 21), QPoint(1, 20), QPoint(1, 21)}) {
+    QWidget window;
+    MapPanes panes(map_.TheMap(), {150, 101}, &window);
+    panes.setGeometry(QRect(corner, QSize(601, 400)));
+    window.resize(610, 430);
+    window.show();
+    EXPECT_TRUE(QTest::qWaitForWindowExposed(&window));
+    panes.View().View().scale = 1;
+    CenterOn(panes.View().View(), LatLon{.lat = 1, .lon = 10});
+    panes.View().RequestRepaint();
+    const QImage image = window.grab().toImage().convertToFormat(QImage::Format_RGB32);
+    SCOPED_TRACE(corner.x() * 100 + corner.y());
+    EXPECT_EQ(TintedAlong(image, scaled(250, 150), scaled(250, 260)), 1);
+    EXPECT_EQ(TintedAlong(image, scaled(300, 150), scaled(300, 260)), 1);
+    EXPECT_EQ(TintedAlong(image, scaled(250, 120), scaled(580, 120)), 1);
+    EXPECT_EQ(TintedAlong(image, scaled(250, 300), scaled(580, 300)), 1);
   }
 }
 

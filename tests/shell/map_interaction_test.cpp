@@ -181,6 +181,23 @@ TEST_F(MapInteraction, EscapeGivesABandUp) {
   EXPECT_FLOAT_EQ(View().scale, 1);
 }
 
+TEST_F(MapInteraction, ADragWhoseReleaseWentElsewhereEndsAtTheNextMove) {
+  for (const Qt::MouseButton button : {Qt::LeftButton, Qt::RightButton}) {
+    QTest::mousePress(widget_.get(), button, Qt::NoModifier, QPoint(100, 50));
+    const double top = View().top;
+    // A box that came up meanwhile has taken the release.
+    QMouseEvent move(QEvent::MouseMove, QPointF(200, 110), widget_->mapToGlobal(QPointF(200, 110)),
+                     Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+    QApplication::sendEvent(widget_.get(), &move);
+    EXPECT_FALSE(HasFlag(MapWindowDrag | MapWindowPan));
+    EXPECT_EQ(widget_->cursor().shape(), Qt::ArrowCursor);
+    EXPECT_EQ(View().pointer.x, 200);
+    EXPECT_EQ(View().top, top);
+    QTest::mouseRelease(widget_.get(), button, Qt::NoModifier, QPoint(200, 110));
+    EXPECT_FALSE(HasFlag(MapWindowSelection));
+  }
+}
+
 TEST_F(MapInteraction, ABandThatLeavesTheWindowScrollsTheMap) {
   const double top = View().top;
   Press({100, 50});
@@ -363,6 +380,18 @@ TEST_F(MapInteraction, CreditsShowAsANoteForThreeSeconds) {
   QTest::qWait(600);
   EXPECT_FALSE(widget_->IsNoteShown());
   EXPECT_FALSE(HasFlag(MapWindowNotesShown));
+}
+
+TEST_F(MapInteraction, ANoteWiderThanTheMapIsBroken) {
+  QString credit;
+  for (int i = 0; i < 30; ++i) credit += QStringLiteral("people ");
+  MapNote note({credit.toStdString()}, widget_.get());
+  EXPECT_LE(note.width(), Width);
+  EXPECT_GT(note.height(), 2 * note.fontMetrics().lineSpacing());
+  EXPECT_LE(note.heightForWidth(note.width()), note.height());
+  MapNote small({"people"}, widget_.get());
+  EXPECT_LT(small.height(), 2 * small.fontMetrics().lineSpacing());
+  EXPECT_EQ(small.size(), small.sizeHint());
 }
 
 TEST_F(MapInteraction, AMapWithoutCreditsShowsNoNote) {

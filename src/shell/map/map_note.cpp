@@ -34,7 +34,14 @@ MapNote::MapNote(const std::vector<std::string>& lines, QWidget* parent) : QLabe
 
 void MapNote::Center() {
   const QSize room = parentWidget()->size();
-  const QSize size = sizeHint().boundedTo(room);
+  // Lines too wide for the map are broken.
+  setWordWrap(false);
+  QSize size = sizeHint();
+  if (size.width() > room.width()) {
+    setWordWrap(true);
+    size = {room.width(), heightForWidth(room.width())};
+  }
+  size = size.boundedTo(room);
   setGeometry((room.width() - size.width()) / 2, (room.height() - size.height()) / 2, size.width(),
               size.height());
 }

@@ -146,7 +146,7 @@ void MapView::paintEvent(QPaintEvent* event) {
   painter.setClipRegion(event->region());
   painter.drawImage(0, 0, buffer_);
   if (IsBandDrawn(view_)) PaintBand(painter);
-  if (!HasPoints(*view_.map)) PaintHint();
+  if (!HasPoints(*view_.map)) PaintHint(painter);
   if (wasPainted_) return;
   wasPainted_ = true;
   if (view_.map->credits.empty()) return;
@@ -182,8 +182,7 @@ void MapView::PaintBand(QPainter& painter) const {
   painter.restore();
 }
 
-void MapView::PaintHint() {
-  QPainter painter(this);
+void MapView::PaintHint(QPainter& painter) const {
   painter.setPen(QColor::fromRgb(HintRgb));
   QFont large = font();
   large.setPointSizeF(large.pointSizeF() * 1.5);
@@ -326,6 +325,12 @@ void MapView::mousePressEvent(QMouseEvent* event) {
 }
 
 void MapView::mouseMoveEvent(QMouseEvent* event) {
+  // A box that came up during a drag has kept its release.
+  if (event->buttons() == Qt::NoButton && (view_.flags & MapWindowDrag) != 0) {
+    CancelPointer(view_);
+    ShowCursor();
+    update();
+  }
   const bool moved = MovePointer(view_, DevicePixel(event->position()));
   if (moved) {
     ShowMoved();

@@ -102,7 +102,7 @@ class MapView final : public QWidget {
   void FitToWidget();
   void DrawBuffer();
   void PaintBand(QPainter& painter) const;
-  void PaintHint();
+  void PaintHint(QPainter& painter) const;
   bool StepByKey(const QKeyEvent& event);
   void CenterPointer();
   void ShowCursor();
