@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <ctime>
 #include <limits>
 #include <utility>
 
@@ -36,17 +37,28 @@ PackedDate PackWide(int64_t year, int64_t month, int64_t day) {
 
 PackedDate PackDate(int year, int month, int day) { return PackWide(year, month, day); }
 
-std::string FormatDate(PackedDate date) {
-  if (date == 0) return {};
-  // Rounded down, so that a date before 1900 comes out as it went in.
+DateParts UnpackDate(PackedDate date) {
   int yearsSinceFirst = date / DaysInYear;
   int rest = date % DaysInYear;
   if (rest < 0) {
     rest += DaysInYear;
     --yearsSinceFirst;
   }
-  return std::to_string(yearsSinceFirst + FirstYear) + '-' +
-         std::to_string(rest / DaysInMonth + 1) + '-' + std::to_string(rest % DaysInMonth + 1);
+  return {yearsSinceFirst + FirstYear, rest / DaysInMonth + 1, rest % DaysInMonth + 1};
+}
+
+PackedDate LocalDate() {
+  const std::time_t now = std::time(nullptr);
+  std::tm local{};
+  localtime_r(&now, &local);
+  return PackDate(FirstYear + local.tm_year, local.tm_mon + 1, local.tm_mday);
+}
+
+std::string FormatDate(PackedDate date) {
+  if (date == 0) return {};
+  const DateParts parts = UnpackDate(date);
+  return std::to_string(parts.year) + '-' + std::to_string(parts.month) + '-' +
+         std::to_string(parts.day);
 }
 
 DatePrefix ParseDate(std::string_view text, bool europeanDates) {

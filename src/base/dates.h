@@ -9,6 +9,13 @@ namespace orvane {
 /// like a date, but the difference of two gives no days. 0 means "no date".
 using PackedDate = int;
 
+/// A date taken apart.
+struct DateParts {
+  int year = 0;
+  int month = 0;  ///< 1 to 12
+  int day = 0;    ///< 1 to 31
+};
+
 /// A date that was read at the front of a text.
 struct DatePrefix {
   PackedDate date = 0;
@@ -17,6 +24,12 @@ struct DatePrefix {
 
 /// Packs a date. No range of month or day is checked.
 PackedDate PackDate(int year, int month, int day);
+
+/// Takes a packed date apart, rounding down, so that a date before 1900 comes out as it went in.
+DateParts UnpackDate(PackedDate date);
+
+/// Today's date by the local clock.
+PackedDate LocalDate();
 
 /// "year-month-day" without leading zeros; the empty text for 0.
 std::string FormatDate(PackedDate date);

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/messages.h"
-#include "elevation/altitude_estimates.h"
+#include "model/altitude_estimates.h"
 #include "geometry/poly.h"
 #include "model/map.h"
 

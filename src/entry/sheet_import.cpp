@@ -250,7 +250,7 @@ StopTexts SheetImport::ReadStopTexts(std::string_view row) const {
 /// An empty time cell counts as midnight here too, so it can raise the warning.
 void SheetImport::WarnOfTime(const StopTexts& texts) {
   if (!stop_.IsPending() || texts.minutes >= stop_.end || warnedBackwards_) return;
-  const DateParts date = PartsOfDate(trail_->date);
+  const DateParts date = UnpackDate(trail_->date);
   NoteWarning(workspace_.messages, "Time runs backwards for %s (%s) at %s on %s",
               {trail_->type, trail_->focalAnimal.value_or(""), texts.time,
                std::to_string(date.year) + '-' + std::to_string(date.month) + '-' +

@@ -25,26 +25,13 @@ void WriteOrTell(const SideFileWriter& write, const std::string& name, std::stri
 
 }  // namespace
 
-DateParts PartsOfDate(PackedDate date) {
-  constexpr int FirstYear = 1900;
-  constexpr int DaysInMonth = 31;
-  constexpr int DaysInYear = 12 * DaysInMonth;
-  int years = date / DaysInYear;
-  int rest = date % DaysInYear;
-  if (rest < 0) {
-    rest += DaysInYear;
-    --years;
-  }
-  return {years + FirstYear, rest / DaysInMonth + 1, rest % DaysInMonth + 1};
-}
-
 void NoteBadLocation(SheetLogs& logs, std::string_view text, PackedDate date,
                      std::string_view timeText) {
   if (!IsAboutWeather(text)) {
     logs.unknownLocations.emplace(text);
     return;
   }
-  const DateParts parts = PartsOfDate(date);
+  const DateParts parts = UnpackDate(date);
   std::string& weather = logs.weather ? *logs.weather : logs.weather.emplace();
   weather += std::to_string(parts.day) + '-' + std::to_string(parts.month) + '-' +
              std::to_string(parts.year) + ' ';

@@ -34,14 +34,6 @@ struct SheetLogs {
 /// How a file is put into the current directory: `WriteFileAtomically`, or what a test gives.
 using SideFileWriter = std::function<WriteResult(const std::string& name, std::string_view text)>;
 
-/// Year, month and day of a packed date, that of 0 included, which is 1 January 1900.
-struct DateParts {
-  int year = 0;
-  int month = 0;
-  int day = 0;
-};
-DateParts PartsOfDate(PackedDate date);
-
 /// Notes a location text that means nothing. It is about the weather if it contains "sun", "rain",
 /// "cloud", "dry", "warm", "clear", "same as" or "cool", in any case and also within a word: then it
 /// becomes the line "day-month-year time: text" of `badweather.txt`. Any other is kept once for

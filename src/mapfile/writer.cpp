@@ -8,7 +8,6 @@
 
 #include <cmath>
 #include <cstdio>
-#include <ctime>
 #include <forward_list>
 #include <iterator>
 
@@ -18,15 +17,6 @@
 namespace orvane {
 
 namespace {
-
-/// Today's date by the local clock.
-PackedDate LocalDate() {
-  constexpr int FirstYear = 1900;
-  const std::time_t now = std::time(nullptr);
-  std::tm local{};
-  localtime_r(&now, &local);
-  return PackDate(FirstYear + local.tm_year, local.tm_mon + 1, local.tm_mday);
-}
 
 char GridStyleLetter(int style) {
   switch (style) {
@@ -157,9 +147,8 @@ class MapWriter {
       Put(map_.origin->name);
       Put('\n');
     }
-    const auto& today = map_.workspace->today;
     Put("D\t");
-    Put(FormatDate(today ? today() : LocalDate()));
+    Put(FormatDate(map_.workspace->Today()));
     Put("\n\n");
   }
 

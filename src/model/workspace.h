@@ -50,7 +50,10 @@ struct Workspace {
   unsigned rangeRowsMade = 0;     ///< rows of range panes made so far; their shadings take turns
   std::map<double, int> contourCounts;  ///< contour lines made so far of each level, over all maps
   std::map<double, int> continuousContourCounts;  ///< the same of `Map::continuousContours`
-  std::function<PackedDate()> today;  ///< the date that a save writes; the local clock if empty
+  std::function<PackedDate()> today;  ///< the date that is written; the local clock if empty
+
+  /// The date that saves and exports write.
+  PackedDate Today() const { return today ? today() : LocalDate(); }
 };
 
 /// Makes an empty map and puts it at the head of the workspace's list.

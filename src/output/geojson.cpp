@@ -25,14 +25,10 @@ namespace {
 
 /// "2003-03-14", or nothing for no date.
 std::optional<std::string> IsoDate(PackedDate date) {
-  constexpr int DaysInMonth = 31;
-  constexpr int MonthsInYear = 12;
-  constexpr int FirstYear = 1900;
   if (date == 0) return std::nullopt;
+  const DateParts parts = UnpackDate(date);
   char text[32];
-  std::snprintf(text, sizeof text, "%04d-%02d-%02d",
-                date / (DaysInMonth * MonthsInYear) + FirstYear,
-                date / DaysInMonth % MonthsInYear + 1, date % DaysInMonth + 1);
+  std::snprintf(text, sizeof text, "%04d-%02d-%02d", parts.year, parts.month, parts.day);
   return text;
 }
 

@@ -63,14 +63,14 @@ void PutShapeHeader(ByteBuffer& out, const ShapefileHeader& header, std::uint64_
 
 void PutTableHeader(ByteBuffer& out, const ShapefileHeader& header,
                     const std::vector<TableField>& fields) {
-  constexpr int DaysInMonth = 31;
-  constexpr int MonthsInYear = 12;
+  constexpr int FirstYear = 1900;
+  const DateParts today = UnpackDate(header.today);
   size_t rowBytes = 1;
   for (const TableField& field : fields) rowBytes += field.width;
   out.PutByte(TableVersion);
-  out.PutByte(static_cast<std::uint32_t>(header.today / (DaysInMonth * MonthsInYear)));
-  out.PutByte(static_cast<std::uint32_t>(header.today / DaysInMonth % MonthsInYear + 1));
-  out.PutByte(static_cast<std::uint32_t>(header.today % DaysInMonth + 1));
+  out.PutByte(static_cast<std::uint32_t>(today.year - FirstYear));
+  out.PutByte(static_cast<std::uint32_t>(today.month));
+  out.PutByte(static_cast<std::uint32_t>(today.day));
   out.PutLittle(static_cast<std::uint32_t>(header.records));
   out.PutShort(static_cast<std::uint32_t>(FieldDescriptorBytes * (fields.size() + 1) + 1));
   out.PutShort(static_cast<std::uint32_t>(rowBytes));

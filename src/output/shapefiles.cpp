@@ -4,7 +4,6 @@
 #include "model/workspace.h"
 #include "output/shapefile_groups.h"
 
-#include <ctime>
 #include <future>
 #include <utility>
 #include <vector>
@@ -16,15 +15,6 @@ namespace {
 /// Records, or rows of cells, between two looks at whether the user has had enough.
 constexpr unsigned RecordsOfStep = 32;
 
-PackedDate DateOfExport(const Workspace& workspace) {
-  constexpr int FirstYear = 1900;
-  if (workspace.today) return workspace.today();
-  const std::time_t now = std::time(nullptr);
-  std::tm local{};
-  localtime_r(&now, &local);
-  return PackDate(FirstYear + local.tm_year, local.tm_mon + 1, local.tm_mday);
-}
-
 }  // namespace
 
 ShapefileExport::ShapefileExport(Map& map, std::string directory, bool projection,
@@ -33,7 +23,7 @@ ShapefileExport::ShapefileExport(Map& map, std::string directory, bool projectio
       directory_(std::move(directory)),
       projection_(projection),
       system_(system),
-      today_(DateOfExport(*map.workspace)),
+      today_(map.workspace->Today()),
       steps_(map.workspace->progress, WorkStage::Writing, 0, RecordsOfStep) {}
 
 ShapefileSet* ShapefileExport::Open(const std::string& name, std::string_view failure) {

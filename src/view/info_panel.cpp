@@ -51,9 +51,9 @@ std::string CellNameAt(const MapWindow& view, const LatLon& place) {
   return {};
 }
 
-std::vector<InfoRow> RestingRows(const MapWindow& view, const AltitudeField& altitudes) {
+std::vector<InfoRow> RestingRows(const MapWindow& view, const AltitudeEstimates& altitudes) {
   const LatLon place = ScreenToMap(view, view.pointer);
-  const float altitude = altitudes.EstimateAt(place);
+  const float altitude = altitudes.At(place);
   std::vector<InfoRow> rows(UsualRows);
   rows[0].text = FormatLatitude(place.lat, view.coordinateDisplay);
   rows[1].text = FormatLongitude(place.lon, view.coordinateDisplay);
@@ -85,7 +85,7 @@ double BearingOf(int rowsDown, int columnsRight) {
   return bearing < 0 ? bearing + 360 : bearing;
 }
 
-std::vector<InfoRow> BandRows(const MapWindow& view, const AltitudeField& altitudes) {
+std::vector<InfoRow> BandRows(const MapWindow& view, const AltitudeEstimates& altitudes) {
   const double scale = static_cast<double>(view.scale);
   const int rowsDown = view.pointer.y - view.pressPoint.y;
   const int columnsRight = view.pointer.x - view.pressPoint.x;
@@ -93,8 +93,8 @@ std::vector<InfoRow> BandRows(const MapWindow& view, const AltitudeField& altitu
       std::sqrt(1.0 * rowsDown * rowsDown + 1.0 * columnsRight * columnsRight) / scale;
   const LatLon end = ScreenToMap(view, view.pointer);
   const LatLon begin = ScreenToMap(view, view.pressPoint);
-  const float endAltitude = altitudes.EstimateAt(end);
-  const float beginAltitude = altitudes.EstimateAt(begin);
+  const float endAltitude = altitudes.At(end);
+  const float beginAltitude = altitudes.At(begin);
 
   std::vector<InfoRow> rows(UsualRows);
   rows[0] = {true, "N" + FormatDistance(rowsDown / scale), ""};
@@ -146,7 +146,7 @@ void DrawMark(Canvas& canvas, int left, int baseline) {
 
 }  // namespace
 
-std::vector<InfoRow> InfoRows(const MapWindow& view, const AltitudeField& altitudes) {
+std::vector<InfoRow> InfoRows(const MapWindow& view, const AltitudeEstimates& altitudes) {
   const bool band = (view.flags & MapWindowDrag) != 0 && (view.flags & MapWindowPan) == 0;
   return band ? BandRows(view, altitudes) : RestingRows(view, altitudes);
 }

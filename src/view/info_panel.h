@@ -1,6 +1,6 @@
 #pragma once
 
-#include "model/altitude_field.h"
+#include "model/altitude_estimates.h"
 #include "view/map_window.h"
 
 #include <string>
@@ -25,7 +25,7 @@ struct InfoRow {
 /// rubber band: how far down and to the right the pointer stands from where the band began, the
 /// rise and slope, and the distance with the bearing. Altitudes are cut to whole metres.
 /// \param altitudes  those of `view.map`
-std::vector<InfoRow> InfoRows(const MapWindow& view, const AltitudeField& altitudes);
+std::vector<InfoRow> InfoRows(const MapWindow& view, const AltitudeEstimates& altitudes);
 
 /// Sets the form of angles that the panel shows.
 inline void SetDisplayMode(MapWindow& view, CoordinateDisplay display) {

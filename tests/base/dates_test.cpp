@@ -1,6 +1,7 @@
 #include "base/dates.h"
 
 #include <climits>
+#include <ctime>
 #include <gtest/gtest.h>
 #include <random>
 #include <string>
@@ -116,6 +117,35 @@ TEST(FormatDate, IsReadBack) {
       ASSERT_EQ(ParseDate(text, european).length, text.size()) << text;
     }
   }
+}
+
+TEST(UnpackDate, GivesBackWhatWasPacked) {
+  for (const int year : {1850, 1899, 1900, 1999, 2026}) {
+    for (const int month : {1, 2, 12}) {
+      for (const int day : {1, 28, 31}) {
+        const DateParts parts = UnpackDate(PackDate(year, month, day));
+        EXPECT_EQ(parts.year, year);
+        EXPECT_EQ(parts.month, month);
+        EXPECT_EQ(parts.day, day);
+      }
+    }
+  }
+}
+
+TEST(LocalDate, IsTheDayOfTheLocalClock) {
+  const auto now = [] {
+    const std::time_t seconds = std::time(nullptr);
+    char text[32];
+    std::tm local{};
+    std::strftime(text, sizeof text, "%Y-%m-%d", localtime_r(&seconds, &local));
+    const std::string_view digits = text;
+    EXPECT_EQ(digits.size(), 10U);
+    return ParseDate(digits, false).date;
+  };
+  // Midnight may pass between the two clocks, but not twice.
+  const PackedDate before = now();
+  const PackedDate today = LocalDate();
+  EXPECT_TRUE(today == before || today == now());
 }
 
 }  // namespace

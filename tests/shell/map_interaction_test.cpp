@@ -354,10 +354,10 @@ TEST_F(MapInteraction, ASavedViewOfThisMapIsTakenAtTheFirstPlacing) {
 }
 
 TEST_F(MapInteraction, AltitudesAreTakenAnewAfterAChangeOfTheMap) {
-  EXPECT_FALSE(HasAltitude(widget_->Altitudes().EstimateAt({1, 10})));
+  EXPECT_FALSE(HasAltitude(widget_->Altitudes().At({1, 10})));
   map_.TheMap().loosePoints.front()->geo.altitude = 55;
   widget_->RequestRepaint();
-  EXPECT_EQ(widget_->Altitudes().EstimateAt({1, 10}), 55);
+  EXPECT_EQ(widget_->Altitudes().At({1, 10}), 55);
 }
 
 TEST_F(MapInteraction, CreditsShowAsANoteForThreeSeconds) {

@@ -11,7 +11,7 @@ namespace {
 
 class InfoPanelTest : public testing::Test {
  protected:
-  std::vector<InfoRow> Rows() { return InfoRows(c_.view, AltitudeField(c_.map)); }
+  std::vector<InfoRow> Rows() { return InfoRows(c_.view, AltitudeEstimates(c_.map)); }
 
   /// A nameless point of the map with an altitude.
   void AddAltitude(double north, double east, float altitude) {

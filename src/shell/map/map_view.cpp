@@ -82,7 +82,7 @@ void MapView::ShowMoved() {
   Q_EMIT viewChanged();
 }
 
-const AltitudeField& MapView::Altitudes() {
+const AltitudeEstimates& MapView::Altitudes() {
   if (!altitudes_) altitudes_.emplace(*view_.map);
   return *altitudes_;
 }

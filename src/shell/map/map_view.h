@@ -1,6 +1,6 @@
 #pragma once
 
-#include "model/altitude_field.h"
+#include "model/altitude_estimates.h"
 #include "paint/canvas_fonts.h"
 #include "view/map_window.h"
 #include "view/view_transform.h"
@@ -61,7 +61,7 @@ class MapView final : public QWidget {
   void SetTransectMode(bool on);
 
   /// The altitudes of the map, found out when they are first asked for after a `RequestRepaint`.
-  const AltitudeField& Altitudes();
+  const AltitudeEstimates& Altitudes();
 
   /// The fonts of the map on its screen; null before it was first shown.
   const CanvasFonts* Fonts() const { return fonts_.get(); }
@@ -114,7 +114,7 @@ class MapView final : public QWidget {
 
   MapWindow view_;
   std::optional<SavedView> savedView_;
-  std::optional<AltitudeField> altitudes_;
+  std::optional<AltitudeEstimates> altitudes_;
   std::unique_ptr<CanvasFonts> fonts_;
   double pixelRatio_ = 1;     ///< device pixels to the widget's own, when the view was last fitted
   QImage buffer_;             ///< what the map looks like, in device pixels

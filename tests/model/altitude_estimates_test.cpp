@@ -1,4 +1,4 @@
-#include "model/altitude_field.h"
+#include "model/altitude_estimates.h"
 
 #include "base/messages.h"
 #include "model/cells.h"
@@ -14,7 +14,7 @@ namespace {
 
 bool SameBits(float a, float b) { return std::memcmp(&a, &b, sizeof a) == 0; }
 
-class AltitudeFieldTest : public testing::Test {
+class AltitudeEstimatesTest : public testing::Test {
  protected:
   Point& Add(double lat, double lon, float altitude) {
     Point& point = MakePoint(map_, "");
@@ -29,28 +29,28 @@ class AltitudeFieldTest : public testing::Test {
   Map& map_ = MakeMap(workspace_, "a.map");
 };
 
-TEST_F(AltitudeFieldTest, KnowsNothingWithoutAltitudes) {
+TEST_F(AltitudeEstimatesTest, KnowsNothingWithoutAltitudes) {
   Add(1, 2, NoAltitude);
-  const AltitudeField field(map_);
-  EXPECT_TRUE(field.IsEmpty());
-  EXPECT_TRUE(SameBits(field.EstimateAt({1, 2}), NoAltitude));
-  EXPECT_TRUE(SameBits(AltitudeField().EstimateAt({1, 2}), NoAltitude));
+  const AltitudeEstimates estimates(map_);
+  EXPECT_TRUE(estimates.IsEmpty());
+  EXPECT_TRUE(SameBits(estimates.At({1, 2}), NoAltitude));
+  EXPECT_TRUE(SameBits(AltitudeEstimates().At({1, 2}), NoAltitude));
 }
 
-TEST_F(AltitudeFieldTest, GivesTheAltitudeOfAPointAtItsVeryPlace) {
+TEST_F(AltitudeEstimatesTest, GivesTheAltitudeOfAPointAtItsVeryPlace) {
   Add(1, 2, 340.5F);
   Add(1.1, 2, 100);
-  EXPECT_TRUE(SameBits(AltitudeField(map_).EstimateAt({1, 2}), 340.5F));
+  EXPECT_TRUE(SameBits(AltitudeEstimates(map_).At({1, 2}), 340.5F));
 }
 
-TEST_F(AltitudeFieldTest, LeavesOutThePointsOfTheBasis) {
+TEST_F(AltitudeEstimatesTest, LeavesOutThePointsOfTheBasis) {
   Map& above = MakeMap(workspace_, "above.map");
   above.basis = &map_;
   Add(1, 2, 340);
-  EXPECT_TRUE(SameBits(AltitudeField(above).EstimateAt({1, 2}), NoAltitude));
+  EXPECT_TRUE(SameBits(AltitudeEstimates(above).At({1, 2}), NoAltitude));
 }
 
-TEST_F(AltitudeFieldTest, AgreesWithTheWalkOverTheMapToTheLastBit) {
+TEST_F(AltitudeEstimatesTest, AgreesWithTheWalkOverTheMapToTheLastBit) {
   constexpr unsigned Seed = 20261;
   SCOPED_TRACE(Seed);
   std::mt19937 random(Seed);
@@ -62,13 +62,13 @@ TEST_F(AltitudeFieldTest, AgreesWithTheWalkOverTheMapToTheLastBit) {
     if (i % 2 == 0) trail.points.push_back(&point);
     if (i % 10 == 0) trail.points.push_back(&point);
   }
-  const AltitudeField field(map_);
+  const AltitudeEstimates estimates(map_);
   for (int i = 0; i < 200; ++i) {
     const LatLon place{unit() * 1.2, unit() * 1.2};
-    EXPECT_TRUE(SameBits(field.EstimateAt(place), EstimateAltitude(map_, place))) << i;
+    EXPECT_TRUE(SameBits(estimates.At(place), EstimateAltitude(map_, place))) << i;
   }
   for (const Point& point : map_.pointStore) {
-    EXPECT_TRUE(SameBits(field.EstimateAt(point.geo), EstimateAltitude(map_, point.geo)));
+    EXPECT_TRUE(SameBits(estimates.At(point.geo), EstimateAltitude(map_, point.geo)));
   }
 }
 

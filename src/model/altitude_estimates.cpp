@@ -1,4 +1,4 @@
-#include "elevation/altitude_estimates.h"
+#include "model/altitude_estimates.h"
 
 #include <cmath>
 #include <cstring>
