@@ -189,6 +189,8 @@ Map* OpenRecoveryCopy(Workspace& workspace, const RecoveryCopy& copy) {
   Map& map = MakeMap(workspace, taken ? FreeName(workspace, record.fileName) : record.fileName);
   if (record.untitled || taken) map.flags |= MapUntitled;
   const OriginScope origin(workspace.messages, path);
+  // Half a map would be copied over the whole one.
+  const MustFinish whole(workspace.progress);
   {
     const ReadingAs reading(workspace, record);
     ReadMapFile(map, path);

@@ -210,6 +210,20 @@ TEST_F(RecoveryTest, ACopyThatHasGoneLeavesNoMapUnderTheUsersName) {
   EXPECT_TRUE(later.maps.empty());
 }
 
+TEST_F(RecoveryTest, ACopyIsReadToItsEndWhoeverCallsItOff) {
+  struct Impatient : Progress {
+    void Reach(WorkStage /*stage*/, size_t /*done*/, size_t /*of*/) override { Cancel(); }
+    using Progress::Cancel;
+  } progress;
+  Map& map = OpenMap(workspace, folder.Write("site.map", TrailsText));
+  const RecoveryCopy copy = Copied(map);
+  progress.Cancel();
+  later.progress = &progress;
+  Map* recovered = OpenRecoveryCopy(later, copy);
+  ASSERT_NE(recovered, nullptr);
+  EXPECT_EQ(TrailNamesOf(*recovered), TrailNamesOf(map));
+}
+
 TEST_F(RecoveryTest, DatesAreReadAsTheyWereThen) {
   const std::string basis = folder.Write("trails.map", "T\tA\tOru\tAda\t2-3-99\nP\tCamp\n");
   const std::string path = folder.Write("season.map", "B\ttrails.map\n");

@@ -252,6 +252,20 @@ TEST_F(RecoveryShell, NothingIsWrittenWhileFilesAreRead) {
   EXPECT_EQ(Copies().size(), 1U);
 }
 
+TEST_F(RecoveryShell, NothingIsWrittenInTheMidstOfLongWork) {
+  struct Watcher : Progress {
+    void Reach(WorkStage /*stage*/, size_t /*done*/, size_t /*of*/) override {}
+  } watcher;
+  ProgramRun run(folder_, now_);
+  Edit(run, run.Open(path_).TheMap(), "one");
+  run.workspace.progress = &watcher;
+  Wait(run, seconds(20));
+  EXPECT_TRUE(Copies().empty());
+  run.workspace.progress = nullptr;
+  Wait(run, seconds(0));
+  EXPECT_EQ(Copies().size(), 1U);
+}
+
 TEST_F(RecoveryShell, NothingIsWrittenWhileADialogWaits) {
   ProgramRun run(folder_, now_);
   Edit(run, run.Open(path_).TheMap(), "one");

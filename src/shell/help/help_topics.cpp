@@ -24,6 +24,7 @@ constexpr std::array Topics{
     // Dialogs.
     HelpTopic{"aboutBox", "overview.html"},
     HelpTopic{"orientationDialog", "window.html#which-way-is-up"},
+    HelpTopic{"recoveryDialog", "safety.html#recovery-copies"},
     HelpTopic{"fileDialog", "commands.html#file"},
     HelpTopic{"messageBox", "messages.html"},
     HelpTopic{"questionBox", "messages.html#questions"},

@@ -133,7 +133,8 @@ void MapRecovery::Settle(const Map& map) {
 bool MapRecovery::MayWriteNow() const {
   return QApplication::activeModalWidget() == nullptr &&
          QApplication::activePopupWidget() == nullptr &&
-         QApplication::mouseButtons() == Qt::NoButton && !shell_.Boxes().IsBatchOpen();
+         QApplication::mouseButtons() == Qt::NoButton && !shell_.Boxes().IsBatchOpen() &&
+         shell_.TheWorkspace().progress == nullptr;
 }
 
 void MapRecovery::WriteWhatIsDue() {

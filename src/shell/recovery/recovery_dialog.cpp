@@ -53,7 +53,8 @@ QString BreakablePath(const std::string& path) {
 
 QString WhereAndWhen(const RecoveryCopy& copy) {
   const QDateTime time = QDateTime::fromSecsSinceEpoch(copy.written);
-  const QString when = QLocale().toString(time, QLocale::ShortFormat);
+  // The month in letters: nobody takes it for the day.
+  const QString when = QLocale().toString(time, RecoveryDialog::tr("d MMMM yyyy, h:mm"));
   const std::string folder(DirectoryName(copy.record.fileName));
   if (folder.empty()) return RecoveryDialog::tr("Copied %1").arg(when);
   return RecoveryDialog::tr("In %1\nCopied %2").arg(BreakablePath(folder), when);
