@@ -172,9 +172,9 @@ void Shell::Forget(MapWindowWidget& window) {
   if (found == openWindows_.end()) return;
   openWindows_.erase(found);
   if (openWindows_.empty() && !exiting_ && !QCoreApplication::closingDown()) {
-    const QRect place = window.geometry();
+    if (!taskWindow_) taskWindow_ = std::make_unique<TaskWindow>(*this);
+    taskWindow_->TakePlaceOf(window);  // as if the map had left its window
     ShowTaskWindow();
-    taskWindow_->setGeometry(place);  // as if the map had left its window
   }
   Q_EMIT windowsChanged();
 }

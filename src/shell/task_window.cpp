@@ -48,6 +48,18 @@ void TaskWindow::ShowMenu() {
   commands_->Show(menu, [this](CommandId id) { return shell_.IsPlugged(id); });
 }
 
+void TaskWindow::TakePlaceOf(const QWidget& window) {
+  const bool fillsScreen = window.isFullScreen() || window.isMaximized();
+  setWindowState(Qt::WindowNoState);
+  setGeometry(fillsScreen ? window.normalGeometry() : window.geometry());
+  setWindowState(window.windowState() & ~Qt::WindowMinimized);
+}
+
+void TaskWindow::changeEvent(QEvent* event) {
+  QMainWindow::changeEvent(event);
+  if (event->type() == QEvent::WindowStateChange) ShowMenu();
+}
+
 bool TaskWindow::TryClose() { return shell_.ExitFlow(); }
 
 void TaskWindow::closeEvent(QCloseEvent* event) { event->setAccepted(TryClose()); }

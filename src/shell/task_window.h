@@ -24,8 +24,11 @@ class TaskWindow final : public QMainWindow, public ProgramWindow {
   CommandMenu& Commands() { return *commands_; }
   /// Brings the menu up to date with the preferences.
   void ShowMenu();
+  /// Stands where `window` stands, and as large; fills the screen if that does.
+  void TakePlaceOf(const QWidget& window);
 
  protected:
+  void changeEvent(QEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
   void dragEnterEvent(QDragEnterEvent* event) override;
   void dropEvent(QDropEvent* event) override;

@@ -153,6 +153,25 @@ TEST_F(CloseTest, TheLastWindowLeavesTheOneWithoutAMap) {
   EXPECT_EQ(ends_, 0);
 }
 
+TEST_F(CloseTest, TheWindowWithoutAMapStandsWhereTheLastOneStood) {
+  const std::string path = WriteMap("site.map");
+  MapWindowWidget* window = &OpenActive(path);
+  window->setGeometry(40, 60, 500, 300);
+  Press(*window, CommandCloseMap);
+  ASSERT_NE(ShownTaskWindow(), nullptr);
+  EXPECT_EQ(ShownTaskWindow()->geometry(), QRect(40, 60, 500, 300));
+  // One that filled the screen does not leave its mark on the next.
+  for (const bool full : {true, false}) {
+    window = &OpenActive(path);
+    window->setWindowState(full ? Qt::WindowFullScreen : Qt::WindowNoState);
+    Press(*window, CommandCloseMap);
+    TaskWindow* task = ShownTaskWindow();
+    ASSERT_NE(task, nullptr);
+    EXPECT_EQ(task->isFullScreen(), full);
+    EXPECT_EQ(task->Commands().ActionOf(CommandFullScreen).isChecked(), full);
+  }
+}
+
 TEST_F(CloseTest, CancelKeepsTheWindow) {
   MapWindowWidget& window = OpenChanged("site.map");
   messages_.answers = {2};
