@@ -1,0 +1,106 @@
+#pragma once
+
+#include "commands/file_dialogs.h"
+#include "shell/messages/box_messages.h"
+#include "shell/random_map.h"
+#include "shell/shell.h"
+#include "support/temporary_folder.h"
+
+#include <QObject>
+#include <QPointer>
+#include <QTimer>
+
+#include <deque>
+#include <functional>
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+class QPointingDevice;
+class QWidget;
+
+namespace orvane {
+
+class MapView;
+class TaskWindow;
+
+/// Somebody who knows nothing of the program and does everything to it: keys, mouse, wheel, two
+/// fingers, menus, sizes, focus, closing, dropped files, and any answer to any box. All follows
+/// from a seed.
+class Monkey final : public QObject {
+ public:
+  explicit Monkey(std::uint64_t seed);
+  ~Monkey() override;
+
+  /// Does one thing, and whatever it leads to, until the program waits again.
+  void Act();
+  /// Tests what must hold whenever the program waits.
+  void Check();
+  /// What was done last, oldest first.
+  std::string LastEvents() const;
+
+ private:
+  class Dialogs;
+
+  // What it does.
+  void StartUp();
+  void PressKey();
+  void UseMouse();
+  void TurnWheel();
+  void Pinch();
+  void PickCommand();
+  void PickListEntry();
+  void RunByNumber();
+  void Resize();
+  void MoveFocus();
+  void CloseWindow();
+  void DropFiles();
+  void Edit();
+  void LetOthersWrite();
+  void ChangeWindowState();
+  void AnswerBox();
+  void AnswerField(QWidget& box);
+  void AfterEvent();
+
+  // What it finds.
+  std::vector<QWidget*> Windows();
+  std::vector<QWidget*> ControlsOf(QWidget& window) const;
+  QWidget* AnyWindow();
+  MapWindowWidget* AnyMapWindow();
+  MapView* AnyMapView();
+  QPoint AnyPointOf(const QWidget& widget);
+  Qt::KeyboardModifiers AnyModifiers();
+  std::string AnyFile();
+  std::string AnyNewFile();
+
+  // What it tests.
+  void CheckWindows();
+  void CheckStartMenu(TaskWindow& window);
+  void CheckMenu(MapWindowWidget& window);
+  void CheckView(MapWindowWidget& window);
+  void CheckFiles();
+  std::map<std::string, std::string> ReadAllFiles() const;
+
+  void Note(const std::string& event);
+  void AllowWriting(const std::string& path);
+
+  std::uint64_t seed_;
+  Dice dice_;
+  RandomMap maps_;
+  TemporaryFolder folder_;  ///< the user's
+  TemporaryFolder own_;     ///< the program's
+  BoxMessages boxes_;
+  Workspace workspace_;
+  Shell shell_;
+  QTimer answers_;
+  QPointingDevice* fingers_;
+  std::deque<std::string> events_;
+  std::map<std::string, std::string> files_;  ///< of the user's folder, as they last stood
+  std::set<std::string> writable_;            ///< what a save action has been given since then
+  int boxSteps_ = 0;                          ///< answers since the last event
+  int windowsSeen_ = 0;
+  bool ended_ = false;
+};
+
+}  // namespace orvane
