@@ -59,9 +59,8 @@ MapWindowWidget::MapWindowWidget(Shell& shell, Map& map)
   menu_ = NewMapMenu(View().View());
   connect(commands_, &CommandMenu::picked, this, [this](int id) { shell_.RunCommand(id, *this); });
   connect(panes_, &MapPanes::focusPlaceChanged, this, [this] { RefreshMenu(); });
-  connect(panes_, &MapPanes::dividerMoved, this, [this](int width, int height) {
-    shell_.trailWidth = width;
-    shell_.trailHeight = height;
+  connect(panes_, &MapPanes::dividerMoved, this, [this](PaneDivider divider, int size) {
+    (divider == PaneDivider::BesideMap ? shell_.trailWidth : shell_.trailHeight) = size;
   });
   connect(&View(), &MapView::printRequested, this,
           [this] { shell_.RunCommand(CommandPrint, *this); });

@@ -220,6 +220,16 @@ TEST_F(CommandsTest, WindowsOfMapsThatRestOnAMapShowItsNewBasis) {
   EXPECT_NE(upper.View().View().scale, middle.View().View().scale);
 }
 
+TEST_F(CommandsTest, ADividerSetsItsOwnPreferenceAlone) {
+  MapWindowWidget& first = OpenNew();
+  MapWindowWidget& second = OpenNew();
+  Q_EMIT first.Panes().dividerMoved(PaneDivider::BetweenLists, 320);
+  Q_EMIT second.Panes().dividerMoved(PaneDivider::BesideMap, 180);
+  EXPECT_EQ(shell_.trailWidth, 180);
+  EXPECT_EQ(shell_.trailHeight, 320);
+  EXPECT_EQ(OpenNew().Panes().Sizes().panelWidth, 180);
+}
+
 TEST_F(CommandsTest, DeleteInAMapWindowIsNotThereYet) {
   MapWindowWidget& window = OpenNew();
   shell_.RunCommand(CommandDelete, window);

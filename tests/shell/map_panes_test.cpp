@@ -60,15 +60,15 @@ TEST_F(MapPanesTest, ADividerShowsARectangleWhileItIsDraggedAndThenMoves) {
   EXPECT_FALSE(rectangle->isVisible());
   EXPECT_EQ(panes_.Area().geometry().left(), 255);
   ASSERT_EQ(moved.size(), 1);
-  EXPECT_EQ(moved[0][0].toInt(), 250);
-  EXPECT_EQ(moved[0][1].toInt(), 200);
+  EXPECT_EQ(moved[0][0].value<PaneDivider>(), PaneDivider::BesideMap);
+  EXPECT_EQ(moved[0][1].toInt(), 250);
 }
 
 TEST_F(MapPanesTest, TheDividerBetweenTheListsMovesUpAndDown) {
   QSignalSpy moved(&panes_, &MapPanes::dividerMoved);
   DragDivider({50, 202}, {60, 322});
   ASSERT_EQ(moved.size(), 1);
-  EXPECT_EQ(moved[0][0].toInt(), 150);
+  EXPECT_EQ(moved[0][0].value<PaneDivider>(), PaneDivider::BetweenLists);
   EXPECT_EQ(moved[0][1].toInt(), 320);
   EXPECT_EQ(panes_.RangeList().parentWidget()->geometry().top(), 325);
 }
@@ -94,6 +94,15 @@ TEST_F(MapPanesTest, ASmallerWindowCutsThePanesAndALargerOneGivesThemBack) {
   EXPECT_EQ(panes_.Sizes().panelHeight, 115);
   panes_.resize(800, 500);
   EXPECT_EQ(panes_.Sizes().panelWidth, 150);
+  EXPECT_EQ(panes_.Sizes().panelHeight, 200);
+}
+
+TEST_F(MapPanesTest, ADividerThatMovesLeavesTheOtherSizeAsItWasAskedFor) {
+  panes_.resize(800, 120);
+  EXPECT_EQ(panes_.Sizes().panelHeight, 115);
+  DragDivider({152, 60}, {252, 60});
+  panes_.resize(800, 500);
+  EXPECT_EQ(panes_.Sizes().panelWidth, 250);
   EXPECT_EQ(panes_.Sizes().panelHeight, 200);
 }
 
@@ -171,8 +180,8 @@ TEST_F(DividerKeys, LeftAndRightMoveTheDividerBesideTheMap) {
   QTest::keyClick(&BesideMap(), Qt::Key_Up);
   QTest::keyClick(&BesideMap(), Qt::Key_Down);
   ASSERT_EQ(moved.size(), 2);
-  EXPECT_EQ(moved[1][0].toInt(), 159);
-  EXPECT_EQ(moved[1][1].toInt(), 200);
+  EXPECT_EQ(moved[1][0].value<PaneDivider>(), PaneDivider::BesideMap);
+  EXPECT_EQ(moved[1][1].toInt(), 159);
   EXPECT_TRUE(BesideMap().hasFocus());
 }
 

@@ -58,7 +58,7 @@ QListWidget& MapPanes::RangeList() { return ranges_->List(); }
 DividerHandle* MapPanes::MakeHandle(PaneDivider divider, const QString& name) {
   auto* handle = new DividerHandle(divider, name, this);
   connect(handle, &DividerHandle::stepped, this, [this, divider](int pixels) {
-    TakeSizes(SizesAfterStep(layout_, divider, pixels, LeastPane(*this)));
+    TakeSize(divider, SizesAfterStep(layout_, divider, pixels, LeastPane(*this)));
   });
   connect(handle, &DividerHandle::left, this, [this] { View().setFocus(Qt::TabFocusReason); });
   return handle;
@@ -118,13 +118,16 @@ void MapPanes::mouseReleaseEvent(QMouseEvent* event) {
   focusRectangle_->hide();
   const PaneDivider divider = dragged_;
   dragged_ = PaneDivider::None;
-  TakeSizes(SizesAfterDrop(layout_, divider, ToPixel(event->position().toPoint())));
+  TakeSize(divider, SizesAfterDrop(layout_, divider, ToPixel(event->position().toPoint())));
 }
 
-void MapPanes::TakeSizes(const PaneSizes& sizes) {
-  SetSizes(sizes);
-  wanted_ = layout_.sizes;
-  Q_EMIT dividerMoved(wanted_.panelWidth, wanted_.panelHeight);
+void MapPanes::TakeSize(PaneDivider divider, const PaneSizes& sizes) {
+  int PaneSizes::*const moved =
+      divider == PaneDivider::BesideMap ? &PaneSizes::panelWidth : &PaneSizes::panelHeight;
+  wanted_.*moved = sizes.*moved;
+  LayOut();
+  wanted_.*moved = layout_.sizes.*moved;
+  Q_EMIT dividerMoved(divider, wanted_.*moved);
 }
 
 void MapPanes::leaveEvent(QEvent*) {

@@ -42,8 +42,9 @@ class MapPanes final : public QWidget {
   /// Also when a menu or another window takes the keyboard away only for a moment, `Focus` stays
   /// what it was: this is sent for a real change alone.
   void focusPlaceChanged(orvane::FocusPlace place);
-  /// A divider was dropped, or moved by a key: the preferences take the sizes.
-  void dividerMoved(int panelWidth, int panelHeight);
+  /// A divider was dropped, or moved by a key: the preferences take the width of the lists, or the
+  /// height of the upper one. The other size stays, though this window may have cut it.
+  void dividerMoved(orvane::PaneDivider divider, int size);
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
@@ -56,7 +57,7 @@ class MapPanes final : public QWidget {
  private:
   DividerHandle* MakeHandle(PaneDivider divider, const QString& name);
   void LayOut();
-  void TakeSizes(const PaneSizes& sizes);
+  void TakeSize(PaneDivider divider, const PaneSizes& sizes);
   void ShowFocusRectangle(QPoint at);
   void FollowFocus(QWidget* now);
 
