@@ -6,6 +6,7 @@
 #include "shell/map/orientation_dialog.h"
 #include "shell/shell_case.h"
 
+#include <QDir>
 #include <QHelpContentWidget>
 #include <QHelpEngineCore>
 #include <QHelpIndexWidget>
@@ -221,6 +222,12 @@ TEST_F(HelpTest, F1InADialogOpensAWindowOfTheDialog) {
   ActionOf(window, CommandOrientation).trigger();
   EXPECT_TRUE(looked);
   EXPECT_EQ(ShownHelp(), nullptr);
+}
+
+TEST_F(HelpTest, AFileNamedFromTheCurrentDirectoryHasItsPages) {
+  HelpWindow window(QDir::current().relativeFilePath(QStringLiteral(HELP_FILE)), nullptr);
+  window.ShowPage("ranges.html");
+  EXPECT_GT(PartOf<QTextBrowser>(window, "helpPage").toPlainText().size(), 300);
 }
 
 TEST_F(HelpTest, TheMenuLeadsToTheContents) {

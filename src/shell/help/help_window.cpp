@@ -3,6 +3,7 @@
 #include "shell/help/help_file.h"
 
 #include <QAction>
+#include <QFileInfo>
 #include <QHelpContentWidget>
 #include <QHelpEngine>
 #include <QHelpIndexWidget>
@@ -111,7 +112,8 @@ void HelpWindow::OpenFile(const QString& helpFile) {
   engine_ = std::make_unique<QHelpEngine>(folder_.filePath(QStringLiteral("Orvane.qhc")));
   engine_->setReadOnly(false);
   engine_->setupData();
-  engine_->registerDocumentation(helpFile);
+  // The engine takes a relative path for one beside its own files.
+  engine_->registerDocumentation(QFileInfo(helpFile).absoluteFilePath());
   engine_->setupData();  // reads contents and index of what was entered
 }
 
