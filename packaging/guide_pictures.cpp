@@ -1,0 +1,196 @@
+// Makes the pictures of windows that the guide shows, from the windows themselves on the example
+// site.
+//
+//   guide_pictures SITE FOLDER
+//
+// SITE is the folder of the example; the pictures are written to FOLDER.
+
+#include "entry/gis_import.h"
+#include "model/workspace.h"
+#include "shell/entry/gis_trail_window.h"
+#include "shell/map/map_view.h"
+#include "shell/map/orientation_dialog.h"
+#include "shell/map_window_widget.h"
+#include "shell/messages/box_messages.h"
+#include "shell/messages/messages_window.h"
+#include "shell/recovery/recovery_dialog.h"
+#include "shell/shell.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QCheckBox>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QTemporaryDir>
+#include <QTimer>
+
+#include <cstdio>
+#include <functional>
+#include <string>
+
+namespace orvane {
+
+namespace {
+
+constexpr QSize WindowSize(1000, 680);
+constexpr int Settling = 100;    ///< milliseconds; a window is laid out and painted by then
+constexpr int NoteTime = 3500;   ///< milliseconds; the note with the credits has gone by then
+constexpr int BoxInterval = 50;  ///< milliseconds between two looks for a box
+
+void LetPass(int milliseconds) {
+  QElapsedTimer timer;
+  timer.start();
+  while (timer.elapsed() < milliseconds) QApplication::processEvents(QEventLoop::AllEvents, 10);
+}
+
+class GuidePictures {
+ public:
+  GuidePictures(QString site, QString folder) : site_(std::move(site)), folder_(std::move(folder)) {
+    shell_.dialogDirectory = site_.toStdString();
+  }
+
+  ~GuidePictures() {
+    for (Map& map : workspace_.maps) map.flags &= ~std::uint32_t{MapDirty};
+    while (!shell_.OpenWindows().empty()) shell_.OpenWindows().front()->TryClose();
+    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  }
+
+  /// \return false if a picture could not be written
+  bool Make() {
+    MapWindowWidget& window = shell_.OpenFile(site_.toStdString() + "/season.map");
+    window.resize(WindowSize);
+    LetPass(NoteTime);
+    ShowMap(window);
+    ShowDialogs(window);
+    ShowMessages();
+    return good_;
+  }
+
+ private:
+  /// Writes what a window shows, with a thin frame where it ends.
+  void Save(QWidget& widget, const QString& name) {
+    QPixmap picture = widget.grab();
+    QPainter painter(&picture);
+    painter.setPen(Qt::gray);
+    painter.drawRect(picture.rect().adjusted(0, 0, -1, -1));
+    painter.end();
+    if (picture.save(folder_ + QLatin1Char('/') + name + QStringLiteral(".png"))) return;
+    std::fprintf(stderr, "guide_pictures: can't write %s\n", qPrintable(name));
+    good_ = false;
+  }
+
+  void SendMouse(QWidget& widget, QEvent::Type type, QPoint place, Qt::MouseButtons held) {
+    const Qt::MouseButton button = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
+    QMouseEvent event(type, place, widget.mapToGlobal(place), button, held, Qt::NoModifier);
+    QApplication::sendEvent(&widget, &event);
+    LetPass(Settling);
+  }
+
+  void ShowMap(MapWindowWidget& window) {
+    MapView& view = window.View();
+    constexpr QPoint Begin(260, 180);
+    constexpr QPoint End(560, 420);
+    SendMouse(view, QEvent::MouseMove, Begin, Qt::NoButton);
+    Save(window, QStringLiteral("window"));
+    SendMouse(view, QEvent::MouseButtonPress, Begin, Qt::LeftButton);
+    SendMouse(view, QEvent::MouseMove, End, Qt::LeftButton);
+    Save(window, QStringLiteral("measuring"));
+    QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+    QApplication::sendEvent(&view, &escape);
+  }
+
+  void ShowDialogs(MapWindowWidget& window) {
+    SaveShown(std::make_unique<OrientationDialog>(window.View().View(), &window),
+              QStringLiteral("orientation"));
+    SaveBoxes(QStringLiteral("question"), 1, [this] {
+      boxes_.Ask("Save Map?", {"Save", "Cancel", "Don't Save"},
+                 "season.map has changed, do you want to save it?");
+    });
+    RecoveryOffer offer;
+    offer.copy.record.fileName = "/home/field/season.map";
+    offer.copy.written = 1078484400;  // 5 March 2004
+    offer.differences = {"2 trails more than in the file.", "41 points more than in the file."};
+    SaveShown(std::make_unique<RecoveryDialog>(std::vector{offer}, &window),
+              QStringLiteral("recovery"));
+    auto import =
+        StartGisImport(window.TheMap(), site_.toStdString() + "/gps-tracks.txt", gisBoxes_);
+    if (!import) {
+      good_ = false;
+      return;
+    }
+    SaveShown(std::make_unique<GisTrailWindow>(shell_, std::move(*import), gisBoxes_, &window),
+              QStringLiteral("gis-trail"));
+  }
+
+  void ShowMessages() {
+    const QTemporaryDir scratch;
+    const QString path = scratch.filePath(QStringLiteral("notebook.map"));
+    QFile file(path);
+    good_ = file.open(QIODevice::WriteOnly) && good_;
+    file.write(
+        "T\tRidge\tTrail\n"
+        "G\tCamp\tN1\tE115\n"
+        "C\tHide\tCamp\t2o0\t35\n"
+        "C\tFig1\tHide\t40\t18o\n"
+        "C\tFig2\tFig1\t35\t9S\n"
+        "Q\tFig2\n"
+        "C\tFig3\tFig2\t4O\t95\n");
+    file.close();
+    constexpr int BoxWithCheck = 3;
+    SaveBoxes(QStringLiteral("message"), BoxWithCheck,
+              [&] { shell_.OpenFile(path.toStdString()); });
+    auto window = std::make_unique<MessagesWindow>(boxes_.Log());
+    window->resize(WindowSize.width() * 7 / 10, WindowSize.height() / 3);
+    SaveShown(std::move(window), QStringLiteral("messages"));
+  }
+
+  void SaveShown(std::unique_ptr<QWidget> widget, const QString& name) {
+    widget->show();
+    LetPass(Settling);
+    Save(*widget, name);
+  }
+
+  /// Runs what asks, and takes the picture of the box of that number, from 1. All boxes are closed.
+  void SaveBoxes(const QString& name, int number, const std::function<void()>& ask) {
+    int shown = 0;
+    QTimer looks;
+    QObject::connect(&looks, &QTimer::timeout, [&] {
+      QWidget* const box = QApplication::activeModalWidget();
+      if (box == nullptr) return;
+      if (++shown == number) Save(*box, name);
+      for (QCheckBox* check : box->findChildren<QCheckBox*>()) check->setChecked(true);
+      box->close();
+    });
+    looks.start(BoxInterval);
+    ask();
+    if (shown >= number) return;
+    std::fprintf(stderr, "guide_pictures: only %d boxes for %s\n", shown, qPrintable(name));
+    good_ = false;
+  }
+
+  QString site_;
+  QString folder_;
+  BoxMessages boxes_;
+  Workspace workspace_{boxes_};
+  Shell shell_{workspace_, boxes_};
+  GisBoxes gisBoxes_;
+  bool good_ = true;
+};
+
+}  // namespace
+
+}  // namespace orvane
+
+int main(int argc, char** argv) {
+  const QApplication application(argc, argv);
+  constexpr int Arguments = 3;
+  if (argc != Arguments) {
+    std::fputs("usage: guide_pictures SITE FOLDER\n", stderr);
+    return 2;
+  }
+  QApplication::setQuitOnLastWindowClosed(false);
+  orvane::GuidePictures pictures(QFile::decodeName(argv[1]), QFile::decodeName(argv[2]));
+  return pictures.Make() ? 0 : 1;
+}
