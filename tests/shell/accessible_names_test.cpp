@@ -1,4 +1,7 @@
-// Every control that the keyboard can reach has a name that can be read out.
+// Every control that the keyboard can reach has a name that can be read out, and every window has
+// a title. What the other tests show is looked at as well, see main.cpp.
+
+#include "shell/accessible_names.h"
 
 #include "entry/gis_import.h"
 #include "shell/about_box.h"
@@ -9,44 +12,25 @@
 #include "shell/messages/built_box.h"
 #include "shell/messages/messages_window.h"
 #include "shell/messages/text_viewer.h"
+#include "shell/recovery/recovery_dialog.h"
 #include "shell/shell_case.h"
 
-#include <QAccessible>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QTimer>
 
+#include <gtest/gtest-spi.h>
+
 namespace orvane {
 namespace {
 
-/// What a screen reader says for a control: its own name, or that of its label or its text.
-QString SpokenName(QWidget& widget) {
-  const QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(&widget);
-  return spoken == nullptr ? QString() : spoken->text(QAccessible::Name).trimmed();
-}
-
-/// The controls within a window that can have the keyboard and have no name, and the window itself
-/// if it has no title.
-std::vector<std::string> NamelessOf(QWidget& window) {
-  std::vector<std::string> nameless;
-  const auto note = [&nameless](const QWidget& widget) {
-    nameless.push_back(std::string(widget.metaObject()->className()) + " \"" +
-                       widget.objectName().toStdString() + "\" of " +
-                       (widget.parentWidget() == nullptr
-                            ? "nothing"
-                            : widget.parentWidget()->metaObject()->className()) +
-                       " in \"" + widget.window()->windowTitle().toStdString() + "\"");
-  };
-  if (window.windowTitle().isEmpty()) note(window);
-  const auto all = window.findChildren<QWidget*>();
-  for (QWidget* widget : all) {
-    if (widget->focusPolicy() == Qt::NoFocus || widget->focusProxy() != nullptr) continue;
-    if (SpokenName(*widget).isEmpty()) note(*widget);
-  }
-  return nameless;
-}
-
 const std::vector<std::string> None;
+
+/// \return what has no name in a window, which must have a title
+std::vector<std::string> NamelessIn(const QWidget& window) {
+  EXPECT_FALSE(window.windowTitle().isEmpty()) << window.metaObject()->className();
+  return NamelessOf(window);
+}
 
 class AccessibleNames : public ShellCase {
  protected:
@@ -62,28 +46,33 @@ class AccessibleNames : public ShellCase {
 
 TEST_F(AccessibleNames, TheWalkFindsWhatHasNone) {
   QWidget window;
-  window.setWindowTitle(QStringLiteral("T"));
   auto* edit = new QLineEdit(&window);
-  EXPECT_EQ(NamelessOf(window), std::vector<std::string>{"QLineEdit \"\" of QWidget in \"T\""});
+  EXPECT_EQ(NamelessOf(window), std::vector<std::string>{"QLineEdit \"\" of QWidget"});
   edit->setAccessibleName(QStringLiteral("Name"));
   EXPECT_EQ(NamelessOf(window), None);
+}
+
+TEST_F(AccessibleNames, WhateverATestShowsIsLookedAt) {
+  QWidget window;
+  new QLineEdit(&window);
+  EXPECT_NONFATAL_FAILURE(window.show(), "QLineEdit \"\" of QWidget");
 }
 
 TEST_F(AccessibleNames, TheWindowsOfTheProgram) {
   shell_.Start({});
   ASSERT_NE(ShownTaskWindow(), nullptr);
-  EXPECT_EQ(NamelessOf(*ShownTaskWindow()), None);
+  EXPECT_EQ(NamelessIn(*ShownTaskWindow()), None);
   MapWindowWidget& map = OpenNew();
-  EXPECT_EQ(NamelessOf(map), None);
+  EXPECT_EQ(NamelessIn(map), None);
   EXPECT_GE(map.findChildren<QWidget*>().size(), 10);
 }
 
 TEST_F(AccessibleNames, TheWindowsOfMessages) {
   MessagesWindow messages(boxes_.Log());
-  EXPECT_EQ(NamelessOf(messages), None);
+  EXPECT_EQ(NamelessIn(messages), None);
   TextViewer viewer;
   viewer.ShowLine(folder_.Write("a.map", "G\tCamp\n"), 1);
-  EXPECT_EQ(NamelessOf(viewer), None);
+  EXPECT_EQ(NamelessIn(viewer), None);
 }
 
 TEST_F(AccessibleNames, TheBuiltBoxes) {
@@ -91,9 +80,9 @@ TEST_F(AccessibleNames, TheBuiltBoxes) {
   for (const std::string& text : {std::string("has changed"), longText + "end"}) {
     BuiltBox question(QStringLiteral("Save Map?"), text, {"Save", "Cancel", "Don't Save"},
                       std::nullopt, nullptr);
-    EXPECT_EQ(NamelessOf(question), None);
+    EXPECT_EQ(NamelessIn(question), None);
     BuiltBox prompt(QStringLiteral("Find"), text, {"OK", "Cancel"}, QString(), nullptr);
-    EXPECT_EQ(NamelessOf(prompt), None);
+    EXPECT_EQ(NamelessIn(prompt), None);
   }
 }
 
@@ -105,7 +94,7 @@ TEST_F(AccessibleNames, TheBoxOfAMessage) {
     QWidget* box = QApplication::activeModalWidget();
     if (box == nullptr) return;
     ++seen;
-    EXPECT_EQ(NamelessOf(*box), None);
+    EXPECT_EQ(NamelessIn(*box), None);
     QTest::keyClick(box, Qt::Key_Return);
   });
   look.start();
@@ -119,18 +108,26 @@ TEST_F(AccessibleNames, TheBoxOfAMessage) {
 TEST_F(AccessibleNames, TheDialogs) {
   MapWindowWidget& window = OpenNew();
   OrientationDialog orientation(window.View().View(), &window);
-  EXPECT_EQ(NamelessOf(orientation), None);
+  EXPECT_EQ(NamelessIn(orientation), None);
   AboutBox about(&window.TheMap(), &window);
-  EXPECT_EQ(NamelessOf(about), None);
+  EXPECT_EQ(NamelessIn(about), None);
   auto* trail = new GisTrailWindow(shell_, Import(window.TheMap()), gisBoxes_, &window);
-  EXPECT_EQ(NamelessOf(*trail), None);
+  EXPECT_EQ(NamelessIn(*trail), None);
   delete trail;
+}
+
+TEST_F(AccessibleNames, TheOfferOfCopies) {
+  RecoveryOffer offer;
+  offer.copy.record.fileName = "/maps/site.map";
+  offer.differences = {"It has one trail more."};
+  RecoveryDialog dialog({offer, offer}, nullptr);
+  EXPECT_EQ(NamelessIn(dialog), None);
 }
 
 TEST_F(AccessibleNames, TheHelp) {
   HelpWindow help(QStringLiteral(HELP_FILE), nullptr);
   help.show();
-  EXPECT_EQ(NamelessOf(help), None);
+  EXPECT_EQ(NamelessIn(help), None);
 }
 
 }  // namespace

@@ -1,3 +1,5 @@
+#include "shell/accessible_names.h"
+
 #include <QApplication>
 
 #include <gtest/gtest.h>
@@ -8,6 +10,8 @@ int main(int argc, char** argv) {
   QApplication application(argc, argv);
   QApplication::setApplicationDisplayName(QStringLiteral("Orvane"));
   QApplication::setQuitOnLastWindowClosed(false);
+  orvane::NameWatcher names;
+  application.installEventFilter(&names);
   testing::InitGoogleTest(&argc, argv);
   return RUN_ALL_TESTS();
 }
