@@ -144,7 +144,7 @@ TEST_F(CommandsTest, SaveIsOfferedOnceAMapHasChangedAndWritesIt) {
   EXPECT_TRUE(IsEnabled(window, CommandSave));
   EXPECT_TRUE(IsEnabled(second, CommandSave));
   EXPECT_TRUE(window.isWindowModified());
-  window.TheMap().comments.push_back("# kept");
+  window.TheMap().comments.emplace_back("# kept");
   Press(window, CommandSave);
   EXPECT_NE(folder_.Read("site.map").find("# kept"), std::string::npos);
   EXPECT_FALSE(IsEnabled(window, CommandSave));

@@ -12,7 +12,6 @@
 #include <functional>
 #include <gtest/gtest.h>
 #include <string>
-#include <utility>
 
 namespace orvane {
 namespace {
@@ -65,13 +64,15 @@ TEST_F(FileBoxes, CancelLeavesTheSpecificationAsItWas) {
 }
 
 TEST_F(FileBoxes, EachTypeHasItsKindOfFileInFront) {
-  const std::pair<const char*, const char*> kinds[] = {{"map", "*.map"}, {"txt", "*.gpx"},
-                                                       {"shp", "*.shp"}, {"qch", "*.qch"},
-                                                       {"png", "*.png"}, {"svg", "*.svg"}};
-  for (const auto& [type, pattern] : kinds) {
-    FileSpecification file{.directory = folder_.Path(), .type = type, .name = {}};
+  struct Kind {
+    const char* type;
+    const char* pattern;
+  };
+  for (const Kind& kind : {Kind{"map", "*.map"}, Kind{"txt", "*.gpx"}, Kind{"shp", "*.shp"},
+                           Kind{"qch", "*.qch"}, Kind{"png", "*.png"}, Kind{"svg", "*.svg"}}) {
+    FileSpecification file{.directory = folder_.Path(), .type = kind.type, .name = {}};
     WhenShown([&](QFileDialog& box) {
-      EXPECT_TRUE(box.selectedNameFilter().contains(QLatin1String(pattern))) << type;
+      EXPECT_TRUE(box.selectedNameFilter().contains(QLatin1String(kind.pattern))) << kind.type;
     });
     EXPECT_EQ(boxes_.AskOpen("Open", file), FileAnswer::Cancelled);
   }
