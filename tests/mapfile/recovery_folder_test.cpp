@@ -26,7 +26,7 @@ struct RecoveryFolderTest : testing::Test {
   /// A program that writes a copy and ends without having removed it.
   std::string Abandon(const std::string& fileName, const std::string& text) const {
     RecoveryFolder ended(directory);
-    const std::string slot = ended.NewSlot();
+    std::string slot = ended.NewSlot();
     EXPECT_EQ(ended.Write(slot, Of(fileName), text), WriteResult::Done);
     return slot;
   }
