@@ -20,11 +20,11 @@ void DividerHandle::keyPressEvent(QKeyEvent* event) {
   const int step = event->modifiers().testFlag(Qt::ShiftModifier) ? 1 : DividerStep;
   const int key = event->key();
   if (key == (movesAcross_ ? Qt::Key_Right : Qt::Key_Down)) {
-    Q_EMIT stepped(step);
+    Q_EMIT stepRequested(step);
   } else if (key == (movesAcross_ ? Qt::Key_Left : Qt::Key_Up)) {
-    Q_EMIT stepped(-step);
+    Q_EMIT stepRequested(-step);
   } else if (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Escape) {
-    Q_EMIT left();
+    Q_EMIT leaveRequested();
   } else {
     QWidget::keyPressEvent(event);
   }

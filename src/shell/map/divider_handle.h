@@ -18,9 +18,9 @@ class DividerHandle final : public QWidget {
 
  Q_SIGNALS:
   /// \param pixels  to the right, or down, above 0
-  void stepped(int pixels);
+  void stepRequested(int pixels);
   /// The user is done with it.
-  void left();
+  void leaveRequested();
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;

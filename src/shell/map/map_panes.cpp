@@ -57,10 +57,11 @@ QListWidget& MapPanes::RangeList() { return ranges_->List(); }
 
 DividerHandle* MapPanes::MakeHandle(PaneDivider divider, const QString& name) {
   auto* handle = new DividerHandle(divider, name, this);
-  connect(handle, &DividerHandle::stepped, this, [this, divider](int pixels) {
+  connect(handle, &DividerHandle::stepRequested, this, [this, divider](int pixels) {
     TakeSize(divider, SizesAfterStep(layout_, divider, pixels, LeastPane(*this)));
   });
-  connect(handle, &DividerHandle::left, this, [this] { View().setFocus(Qt::TabFocusReason); });
+  connect(handle, &DividerHandle::leaveRequested, this,
+          [this] { View().setFocus(Qt::TabFocusReason); });
   return handle;
 }
 
