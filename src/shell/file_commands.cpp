@@ -1,5 +1,6 @@
 #include "shell/file_commands.h"
 
+#include "base/file_names.h"
 #include "base/messages.h"
 #include "commands/map_facts.h"
 #include "entry/gis_import.h"
@@ -10,7 +11,7 @@
 #include "shell/entry/gis_trail_window.h"
 #include "shell/map/map_view.h"
 #include "shell/map_window_widget.h"
-#include "shell/messages/box_messages.h"
+#include "shell/progress/busy_work.h"
 #include "shell/shell.h"
 #include "view/view_transform.h"
 
@@ -71,8 +72,9 @@ void SetBasisCommand(Shell& shell, ProgramWindow& window) {
   Map& map = mapWindow.TheMap();
   const auto path = AskOpen(shell, "Open Map...", shell.Files().maps, "map");
   if (!path) return;
-  Map& basis = shell.ReadMap(*path);
-  if (!SetBasis(map, basis)) {
+  Map* basis = shell.ReadMap(*path);
+  if (basis == nullptr) return;
+  if (!SetBasis(map, *basis)) {
     // A map can't rest on itself, be it by way of others.
     NoteError(shell.TheWorkspace().messages, "Can't open file %s", {*path});
     return;
@@ -111,8 +113,14 @@ void ImportSubmap(Shell& shell, ProgramWindow& window) {
   const Map* basis = map.basis;
   const QString name = DisplayText(shell.Files().maps.name);
   {
-    const MessageBatch batch(shell.Boxes(), Shell::tr("importing %1").arg(name));
+    Workspace& workspace = shell.TheWorkspace();
+    const BusyWork busy(workspace, shell.Boxes(), Shell::tr("importing %1").arg(name), shell.clock);
     ReadMapFile(map, *path);
+    if (IsCancelled(workspace.progress)) {
+      NoteWarning(workspace.messages, "Only a part of %s was imported", {*path});
+    }
+    // What was read stays, and has to get its places.
+    const MustFinish finish(workspace.progress);
     FinishMap(map);
   }
   shell.MapChanged(map);
@@ -132,7 +140,8 @@ void ImportGis(Shell& shell, ProgramWindow& window, GisBoxes& boxes) {
   std::optional<GisImport> import;
   {
     const QString name = DisplayText(shell.Files().gisFiles.name);
-    const MessageBatch batch(shell.Boxes(), Shell::tr("importing %1").arg(name));
+    const BusyWork busy(shell.TheWorkspace(), shell.Boxes(), Shell::tr("importing %1").arg(name),
+                        shell.clock);
     import = StartGisImport(map, *path, boxes);
   }
   if (!import) return;
@@ -149,7 +158,12 @@ void SaveAsArcView(Shell& shell, ProgramWindow& window) {
     return;
   }
   const std::string folder = AskShapefileFolder(shell.TheWorkspace().messages, shell.Saving());
-  if (!folder.empty()) ExportShapefiles(window.MapSide()->TheMap(), folder);
+  if (folder.empty()) return;
+  Map& map = window.MapSide()->TheMap();
+  const QString name = DisplayText(BaseName(map.fileName));
+  const BusyWork busy(shell.TheWorkspace(), shell.Boxes(), Shell::tr("exporting %1").arg(name),
+                      shell.clock);
+  ExportShapefiles(map, folder);
 }
 
 }  // namespace

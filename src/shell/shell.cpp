@@ -17,6 +17,7 @@
 #include "shell/messages/box_messages.h"
 #include "shell/messages/messages_window.h"
 #include "shell/picture_commands.h"
+#include "shell/progress/busy_work.h"
 #include "shell/task_window.h"
 #include "shell/view_commands.h"
 
@@ -62,8 +63,8 @@ void Shell::Start(const std::vector<std::string>& files) {
   for (Map* map : recovered) {
     if (!IsShown(*map)) OpenMapWindow(*map);
   }
-  if (!files.empty() || !defaultMap.empty() || !recovered.empty()) return;
   if (openWindows_.empty()) ShowTaskWindow();
+  if (!files.empty() || !defaultMap.empty() || !recovered.empty()) return;
   ProgramWindow& asking =
       openWindows_.empty() ? static_cast<ProgramWindow&>(*taskWindow_) : *openWindows_.front();
   RunCommand(CommandOpenMap, asking);
@@ -85,14 +86,17 @@ bool Shell::ExitFlow() {
   return allClosed;
 }
 
-MapWindowWidget& Shell::OpenFile(const std::string& path) { return OpenMapWindow(ReadMap(path)); }
+MapWindowWidget* Shell::OpenFile(const std::string& path) {
+  Map* map = ReadMap(path);
+  return map == nullptr ? nullptr : &OpenMapWindow(*map);
+}
 
-Map& Shell::ReadMap(const std::string& path) {
+Map* Shell::ReadMap(const std::string& path) {
   const QString name = DisplayText(BaseName(path));
-  const MessageBatch batch(boxes_, tr("opening %1").arg(name));
+  const BusyWork busy(workspace_, boxes_, tr("opening %1").arg(name), clock);
   bool readable = false;
-  Map& map = OpenMap(workspace_, NameOfOpenMap(path), &readable);
-  if (readable) NoteRecentFile(path);
+  Map* map = OpenMapUnlessCancelled(workspace_, NameOfOpenMap(path), &readable);
+  if (map != nullptr && readable) NoteRecentFile(path);
   return map;
 }
 

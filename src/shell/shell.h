@@ -9,6 +9,7 @@
 #include <QObject>
 #include <QString>
 
+#include <chrono>
 #include <functional>
 #include <map>
 #include <memory>
@@ -52,9 +53,10 @@ class Shell final : public QObject {
 
   /// Opens a map file, or finds the map if it is open, and shows it in a new window. A file that
   /// does not open has its message, and then an empty window of that name.
-  MapWindowWidget& OpenFile(const std::string& path);
+  /// \return null if the user has called it off; then there is neither a map nor a window
+  MapWindowWidget* OpenFile(const std::string& path);
   /// As `OpenFile`, without a window.
-  Map& ReadMap(const std::string& path);
+  Map* ReadMap(const std::string& path);
   /// Shows a new, empty map in a new window.
   MapWindowWidget& NewMap();
   /// Shows a map in a new window; several may show one map.
@@ -119,6 +121,8 @@ class Shell final : public QObject {
   /// own.
   std::function<void()> beep;
   std::function<void()> endProgram;
+  /// The time for long work (`BusyWork`); that of the machine if empty.
+  std::function<std::chrono::milliseconds()> clock;
   /// Reads the preferences and tells the map to open with, or an empty text; writes them.
   std::function<std::string()> readPreferences;
   std::function<void()> writePreferences;

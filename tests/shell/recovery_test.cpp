@@ -127,7 +127,7 @@ class ProgramRun {
   ProgramRun& operator=(const ProgramRun&) = delete;
 
   MapWindowWidget& Open(const std::string& path) {
-    MapWindowWidget& window = shell.OpenFile(path);
+    MapWindowWidget& window = *shell.OpenFile(path);
     EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
     return window;
   }

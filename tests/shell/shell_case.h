@@ -51,7 +51,7 @@ class ShellCase : public testing::Test {
   }
 
   MapWindowWidget& OpenActive(const std::string& path) {
-    MapWindowWidget& window = shell_.OpenFile(path);
+    MapWindowWidget& window = *shell_.OpenFile(path);
     EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
     return window;
   }

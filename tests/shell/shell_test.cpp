@@ -66,7 +66,7 @@ class ShellTest : public testing::Test {
 
 TEST_F(ShellTest, OpensAFileInAWindowThatBearsItsName) {
   const std::string path = MakeFile("site.map", "L\tCamp\t1.0\t10.0\t\nL\tHill\t1.01\t10.01\t\n");
-  MapWindowWidget& window = shell_.OpenFile(path);
+  MapWindowWidget& window = *shell_.OpenFile(path);
   EXPECT_TRUE(window.isVisible());
   EXPECT_EQ(window.windowTitle(), QStringLiteral("site.map[*]"));
   EXPECT_TRUE(HasPoints(*window.View().View().map));
@@ -84,7 +84,7 @@ TEST_F(ShellTest, TheFirstWindowHasAWholeSizeWithinTheScreen) {
 
 TEST_F(ShellTest, AFileThatDoesNotOpenHasItsMessageAndThenAnEmptyWindow) {
   const std::string path = directory_.path().toStdString() + "/missing.map";
-  MapWindowWidget& window = shell_.OpenFile(path);
+  MapWindowWidget& window = *shell_.OpenFile(path);
   ASSERT_EQ(texts_.size(), 1);
   EXPECT_EQ(texts_[0].toStdString(), "Can't open file " + path);
   EXPECT_EQ(windowsAtBox_, 0);
@@ -94,8 +94,8 @@ TEST_F(ShellTest, AFileThatDoesNotOpenHasItsMessageAndThenAnEmptyWindow) {
 
 TEST_F(ShellTest, OpeningAFileTwiceGivesTwoWindowsOnOneMap) {
   const std::string path = MakeFile("site.map", "L\tCamp\t1.0\t10.0\t\n");
-  MapWindowWidget& first = shell_.OpenFile(path);
-  MapWindowWidget& second = shell_.OpenFile(path);
+  MapWindowWidget& first = *shell_.OpenFile(path);
+  MapWindowWidget& second = *shell_.OpenFile(path);
   EXPECT_NE(&first, &second);
   EXPECT_EQ(first.View().View().map, second.View().View().map);
   const float scale = second.View().View().scale;
@@ -105,7 +105,7 @@ TEST_F(ShellTest, OpeningAFileTwiceGivesTwoWindowsOnOneMap) {
 
 TEST_F(ShellTest, ControlWClosesOneWindowAndControlQAll) {
   const std::string path = MakeFile("site.map", "L\tCamp\t1.0\t10.0\t\n");
-  const QPointer<MapWindowWidget> first = &shell_.OpenFile(path);
+  const QPointer<MapWindowWidget> first = shell_.OpenFile(path);
   const QPointer<MapWindowWidget> second = &shell_.NewMap();
   const QPointer<MapWindowWidget> third = &shell_.NewMap();
   ASSERT_TRUE(QTest::qWaitForWindowActive(third));
@@ -132,6 +132,7 @@ TEST_F(ShellTest, AFileDroppedOnAWindowOpensInOneOfItsOwn) {
   EXPECT_TRUE(enter.isAccepted());
   QDropEvent drop(QPointF(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
   QApplication::sendEvent(&window, &drop);
+  QApplication::processEvents();
   ASSERT_EQ(Windows().size(), 2);
   QStringList titles;
   for (const MapWindowWidget* each : Windows()) titles.append(each->windowTitle());

@@ -2,6 +2,7 @@
 
 #include "model/workspace.h"
 #include "paint/display_text.h"
+#include "shell/progress/busy_work.h"
 #include "shell/shell.h"
 
 #include <QCheckBox>
@@ -124,7 +125,10 @@ void GisTrailWindow::Take(GisField (*take)(GisImport&, const GisTrailFields&)) {
   const GisTrailFields typed = ReadFields();
   Map& map = *import_.map;
   const bool wasDirty = (map.flags & MapDirty) != 0;
-  const GisField bad = take(import_, typed);
+  const GisField bad = [&] {
+    const BusyWork busy(shell_.TheWorkspace(), shell_.Boxes(), tr("taking tracks"), shell_.clock);
+    return take(import_, typed);
+  }();
   for (const Row& row : rows_) {
     if (bad == GisField::None || row.field != bad) continue;
     shell_.Beep();
