@@ -7,6 +7,9 @@ function(add_module_benchmark name)
   add_executable(${name}_bench ${B_SOURCES})
   target_link_libraries(${name}_bench PRIVATE ${name} ${B_LIBRARIES} project_options
                                               benchmark::benchmark_main)
+  # What benchmarks share stands in bench/support, what they share with tests in tests/support.
+  target_include_directories(${name}_bench PRIVATE ${PROJECT_SOURCE_DIR}/bench
+                                                   ${PROJECT_SOURCE_DIR}/tests)
   set_target_properties(${name}_bench PROPERTIES
     RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bench)
   add_custom_target(bench_smoke_${name}

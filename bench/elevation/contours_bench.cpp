@@ -8,10 +8,10 @@
 #include "elevation/contours_surface.h"
 #include "geo/earth.h"
 #include "model/workspace.h"
+#include "support/dice.h"
 
 #include <benchmark/benchmark.h>
 #include <cmath>
-#include <cstdint>
 #include <memory>
 #include <string>
 
@@ -28,8 +28,8 @@ class MadeUpGround {
   MadeUpGround(int points, double nodes) {
     const double step = Extent / (std::sqrt(nodes) - 2);
     for (int i = 0; i < points - 2; ++i) {
-      const double north = Part();
-      const double east = Part();
+      const double north = dice_.Part();
+      const double east = dice_.Part();
       Add(north * Extent, east * Extent,
           200 + 90 * std::sin(north * 9) * std::cos(east * 7) +
               40 * std::sin(north * 23 + east * 17));
@@ -42,11 +42,6 @@ class MadeUpGround {
   Map& map() { return map_; }
 
  private:
-  /// \return from 0 to 1
-  double Part() {
-    state_ = (state_ * 0x5DEECE66DULL + 11) & ((1ULL << 48) - 1);
-    return static_cast<double>(state_ >> 16) / 4294967296.0;
-  }
   void Add(double north, double east, double altitude) {
     Point& point = MakePoint(map_, "");
     point.geo = {1.3 + north, 115.6 + east, static_cast<float>(altitude)};
@@ -56,7 +51,7 @@ class MadeUpGround {
   RecordedMessages messages_;
   Workspace workspace_{messages_};
   Map& map_ = MakeMap(workspace_, "made up.map");
-  std::uint64_t state_ = 1;
+  Dice dice_{1};
 };
 
 template <ContourOutcome (*Generate)(Map&, int, const ContourProgress&)>

@@ -6,9 +6,9 @@
 #include "mapfile/open_map.h"
 #include "mapfile/reader.h"
 #include "model/workspace.h"
+#include "support/dice.h"
 
 #include <benchmark/benchmark.h>
-#include <cstdint>
 #include <string>
 
 namespace orvane {
@@ -18,17 +18,6 @@ constexpr int Trails = 20;
 constexpr int MarksOfTrail = 100;
 constexpr int RowsOfFollow = 250;
 constexpr int RowsOfStop = 3;
-
-class Dice {
- public:
-  int Below(int count) {
-    state_ = (state_ * 0x5DEECE66DULL + 11) & ((1ULL << 48) - 1);
-    return static_cast<int>((state_ >> 17) % static_cast<std::uint64_t>(count));
-  }
-
- private:
-  std::uint64_t state_ = 7;
-};
 
 std::string MadeSite(const std::string& more) {
   std::string text = "Z\tfruit,leaf,rest\n";
@@ -55,7 +44,7 @@ std::string MadePlace(Dice& dice, bool variedTexts) {
 }
 
 std::string MadeSheet(int rows, bool variedTexts) {
-  Dice dice;
+  Dice dice(7);
   std::string sheet;
   std::string place;
   for (int row = 0; row < rows; ++row) {

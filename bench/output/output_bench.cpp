@@ -1,14 +1,13 @@
 #include "base/messages.h"
-#include "geo/earth.h"
 #include "model/map.h"
 #include "model/point_names.h"
 #include "model/workspace.h"
 #include "output/shapefiles.h"
+#include "support/dice.h"
+#include "support/temporary_folder.h"
+#include "support/wandering_trails.h"
 
 #include <benchmark/benchmark.h>
-#include <cstdint>
-#include <cstdlib>
-#include <filesystem>
 #include <string>
 
 namespace orvane {
@@ -19,32 +18,16 @@ namespace {
 class Site {
  public:
   explicit Site(int points) : workspace_(messages_), map_(MakeMap(workspace_, "bench.map")) {
-    std::uint64_t state = 7;
-    const auto next = [&state] {
-      state = (state * 0x5DEECE66DULL + 11) & ((1ULL << 48) - 1);
-      return static_cast<double>(state >> 16) / 4294967296.0;
-    };
-    double north = 0;
-    double east = 0;
-    Trail* trail = nullptr;
-    for (int i = 0; i < points; ++i) {
-      if (i % 100 == 0) {
-        trail = &map_.trails.emplace_front();
-        trail->name = "trail " + std::to_string(i);
-        trail->type = "Path";
-        trail->filled = i % 1000 == 0;
-        north = 10000 * next();
-        east = 10000 * next();
+    AddWanderingTrails(map_, points);
+    Dice dice(8);
+    int number = 0;
+    for (Trail& trail : map_.trails) {
+      trail.type = "Path";
+      trail.filled = ++number % 10 == 0;
+      for (Point* point : trail.points) {
+        point->geo.altitude = static_cast<float>(dice.Between(0, 300));
+        AddPointName(map_, *point, point->name);
       }
-      north += 40 * next() - 20;
-      east += 40 * next() - 20;
-      Point& point = MakePoint(map_, "P" + std::to_string(i));
-      point.geo = MetersToLatLon(DegreesToMeters(1.5) + north, east);
-      point.geo.lon += 30;
-      point.geo.altitude = static_cast<float>(300 * next());
-      point.flags |= PointPlaced;
-      AddPointName(map_, point, point.name);
-      trail->points.push_back(&point);
     }
   }
   Map& GetMap() { return map_; }
@@ -55,25 +38,9 @@ class Site {
   Map& map_;
 };
 
-/// A folder that goes at the end.
-class Folder {
- public:
-  Folder() {
-    path_ = std::filesystem::temp_directory_path() / "orvane-bench-XXXXXX";
-    if (::mkdtemp(path_.data()) == nullptr) std::abort();
-  }
-  ~Folder() { std::filesystem::remove_all(path_); }
-  Folder(const Folder&) = delete;
-  Folder& operator=(const Folder&) = delete;
-  const std::string& Path() const { return path_; }
-
- private:
-  std::string path_;
-};
-
 void WriteShapefiles(benchmark::State& state) {
   Site site(static_cast<int>(state.range(0)));
-  const Folder folder;
+  const TemporaryFolder folder;
   for (auto unused : state) {
     (void)unused;
     if (!ExportShapefiles(site.GetMap(), folder.Path())) state.SkipWithError("not written");
@@ -84,7 +51,7 @@ BENCHMARK(WriteShapefiles)->Arg(20000)->Arg(200000)->Unit(benchmark::kMillisecon
 /// The same without waiting for the disk, which differs by machine.
 void MakeShapefiles(benchmark::State& state) {
   Site site(static_cast<int>(state.range(0)));
-  const Folder folder;
+  const TemporaryFolder folder;
   FileSystem system = SystemFiles();
   system.flush = [](int) { return 0; };
   for (auto unused : state) {

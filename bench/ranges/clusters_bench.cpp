@@ -3,10 +3,10 @@
 
 #include "geo/earth.h"
 #include "ranges/clusters.h"
+#include "support/dice.h"
 
 #include <benchmark/benchmark.h>
 #include <cmath>
-#include <cstdint>
 #include <deque>
 #include <vector>
 
@@ -23,17 +23,14 @@ class MadeUpRange {
   }
   void AddAgain(int times) { list_.insert(list_.end(), static_cast<size_t>(times), list_.back()); }
   /// \return from -1 to 1
-  double Part() {
-    state_ = (state_ * 0x5DEECE66DULL + 11) & ((1ULL << 48) - 1);
-    return static_cast<double>(state_ >> 16) / 2147483648.0 - 1;
-  }
+  double Part() { return dice_.Between(-1, 1); }
   const std::vector<Point*>& List() const { return list_; }
 
  private:
   static constexpr double Latitude = -21.25;
   std::deque<Point> store_;
   std::vector<Point*> list_;
-  std::uint64_t state_ = 7;
+  Dice dice_{7};
 };
 
 void Run(benchmark::State& state, const MadeUpRange& range) {

@@ -2,6 +2,7 @@
 #include "geo/earth.h"
 #include "model/map.h"
 #include "model/workspace.h"
+#include "support/wandering_trails.h"
 #include "view/draw_map.h"
 #include "view/fills.h"
 #include "view/panel_rows.h"
@@ -51,30 +52,9 @@ class NullCanvas : public Canvas {
 class Site {
  public:
   explicit Site(int points) : workspace_(messages_), map_(MakeMap(workspace_, "bench.map")) {
-    std::uint64_t state = 7;
-    const auto next = [&state] {
-      state = (state * 0x5DEECE66DULL + 11) & ((1ULL << 48) - 1);
-      return static_cast<double>(state >> 16) / 4294967296.0;
-    };
-    double north = 0;
-    double east = 0;
-    Trail* trail = nullptr;
-    for (int i = 0; i < points; ++i) {
-      if (i % 100 == 0) {
-        trail = &map_.trails.emplace_front();
-        trail->name = "trail " + std::to_string(i);
-        trail->type = "Path " + std::to_string(i % 700);
-        north = 10000 * next();
-        east = 10000 * next();
-      }
-      north += 40 * next() - 20;
-      east += 40 * next() - 20;
-      Point& point = MakePoint(map_, "P" + std::to_string(i));
-      point.geo = MetersToLatLon(DegreesToMeters(1.5) + north, east);
-      point.geo.lon += 30;
-      point.flags |= PointPlaced;
-      trail->points.push_back(&point);
-    }
+    AddWanderingTrails(map_, points);
+    int number = 0;
+    for (Trail& trail : map_.trails) trail.type = "Path " + std::to_string(++number % 7);
     view.map = &map_;
     view.target = &canvas;
     TakeFontMetrics(view);

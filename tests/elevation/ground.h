@@ -2,28 +2,13 @@
 
 #include "model/map.h"
 #include "model/workspace.h"
+#include "support/dice.h"
 
-#include <cstdint>
 #include <gtest/gtest.h>
 #include <string>
 #include <vector>
 
 namespace orvane {
-
-/// Numbers that are the same with every library.
-class Dice {
- public:
-  explicit Dice(std::uint64_t seed) : state_(seed * 2654435761U + 12345) {}
-  /// \return from 0 to 1
-  double Part() {
-    state_ = (state_ * 0x5DEECE66DULL + 11) & ((1ULL << 48) - 1);
-    return static_cast<double>(state_ >> 16) / 4294967296.0;
-  }
-  int Below(int count) { return static_cast<int>(Part() * count); }
-
- private:
-  std::uint64_t state_;
-};
 
 /// A map to put altitudes on, and short ways to look at its contours.
 struct GroundFixture : testing::Test {

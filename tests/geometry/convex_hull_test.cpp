@@ -14,7 +14,6 @@ namespace {
 using test::AreaOf;
 using test::Corners;
 using test::CornersOf;
-using test::Numbers;
 using test::PerimeterOf;
 using test::PointBag;
 using test::SortedHull;
@@ -133,14 +132,14 @@ TEST(ConvexHull, LeavesThePointsProjectedAboutTheCentreOfTheBounds) {
 TEST(ConvexHull, AgreesWithASortedHullToAMetreOnRandomPoints) {
   for (std::uint64_t seed = 1; seed <= 300; ++seed) {
     SCOPED_TRACE("seed " + std::to_string(seed));
-    Numbers numbers(seed);
+    Dice dice(seed);
     PointBag bag;
     RecordedMessages messages;
     Poly points;
-    const int count = numbers.Whole(3, 120);
-    const double extent = numbers.Real(50, 20000);
+    const int count = dice.Int(3, 121);
+    const double extent = dice.Between(50, 20000);
     for (int i = 0; i < count; ++i) {
-      points.push_back(bag.At(numbers.Real(-extent, extent), numbers.Real(-extent, extent)));
+      points.push_back(bag.At(dice.Between(-extent, extent), dice.Between(-extent, extent)));
     }
     const auto hull = ConvexHull(points, messages);
     ASSERT_TRUE(hull.has_value());
@@ -153,15 +152,15 @@ TEST(ConvexHull, AgreesWithASortedHullToAMetreOnRandomPoints) {
 TEST(ConvexHull, AgreesWithASortedHullOnDegenerateSets) {
   for (std::uint64_t seed = 1; seed <= 300; ++seed) {
     SCOPED_TRACE("seed " + std::to_string(seed));
-    Numbers numbers(seed);
+    Dice dice(seed);
     PointBag bag;
     RecordedMessages messages;
     Poly points;
     // Few places on a coarse raster: doubles, and many points on one line.
-    const int size = numbers.Whole(1, 4);
-    const int count = numbers.Whole(2, 40);
+    const int size = dice.Int(1, 5);
+    const int count = dice.Int(2, 41);
     for (int i = 0; i < count; ++i) {
-      points.push_back(bag.At(100.0 * numbers.Whole(0, size), 100.0 * numbers.Whole(0, size)));
+      points.push_back(bag.At(100.0 * dice.Int(0, size + 1), 100.0 * dice.Int(0, size + 1)));
     }
     const auto hull = ConvexHull(points, messages);
     const Corners expected = SortedHull(CornersOf(points));
@@ -170,13 +169,13 @@ TEST(ConvexHull, AgreesWithASortedHullOnDegenerateSets) {
 }
 
 TEST(ConvexHull, IsUnmovedByFurtherInnerPoints) {
-  Numbers numbers(7);
+  Dice dice(7);
   PointBag bag;
   RecordedMessages messages;
   Poly points = bag.Ring("0:0 -3000:4000 0:8000 6000:7000 8000:1000");
   const Poly hull = ConvexHull(points, messages)->hull;
   for (int i = 0; i < 1000; ++i) {
-    points.push_back(bag.At(numbers.Real(1000, 5000), numbers.Real(1500, 6000)));
+    points.push_back(bag.At(dice.Between(1000, 5000), dice.Between(1500, 6000)));
   }
   EXPECT_EQ(ConvexHull(points, messages)->hull, hull);
 }
@@ -185,9 +184,9 @@ TEST(ConvexHull, TakesTenThousandPointsOnACircleInTime) {
   PointBag bag;
   RecordedMessages messages;
   Poly points;
-  Numbers numbers(3);
+  Dice dice(3);
   for (int i = 0; i < 10000; ++i) {
-    const double angle = numbers.Real(0, 2 * Pi);
+    const double angle = dice.Between(0, 2 * Pi);
     points.push_back(bag.At(50000 * std::cos(angle), 50000 * std::sin(angle)));
   }
   const auto start = std::chrono::steady_clock::now();
@@ -271,12 +270,12 @@ TEST(PolyAddPoint, SwallowsAcrossTheHeadOfTheListAndKeepsTwo) {
 TEST(PolyAddPoint, NeverLeavesFewerThanTwoVertices) {
   for (std::uint64_t seed = 1; seed <= 500; ++seed) {
     SCOPED_TRACE("seed " + std::to_string(seed));
-    Numbers numbers(seed);
+    Dice dice(seed);
     PointBag bag;
     RecordedMessages messages;
     Poly points;
     for (int i = 0; i < 12; ++i) {
-      points.push_back(bag.At(numbers.Real(-2, 2), numbers.Real(-2, 2)));
+      points.push_back(bag.At(dice.Between(-2, 2), dice.Between(-2, 2)));
     }
     // Below a metre nearly every test of a place is rough; the ring must still stand.
     Poly ring = {points[0], points[1]};
@@ -288,14 +287,14 @@ TEST(PolyAddPoint, NeverLeavesFewerThanTwoVertices) {
 TEST(PolyAddPoint, GrowsTheExactHullOfPlacesOnWholeMetres) {
   for (std::uint64_t seed = 1; seed <= 500; ++seed) {
     SCOPED_TRACE("seed " + std::to_string(seed));
-    Numbers numbers(seed);
+    Dice dice(seed);
     PointBag bag;
     RecordedMessages messages;
     Poly points;
-    const int count = numbers.Whole(3, 60);
-    const int extent = numbers.Whole(3, 5000);
+    const int count = dice.Int(3, 61);
+    const int extent = dice.Int(3, 5001);
     for (int i = 0; i < count; ++i) {
-      points.push_back(bag.At(numbers.Whole(-extent, extent), numbers.Whole(-extent, extent)));
+      points.push_back(bag.At(dice.Int(-extent, extent + 1), dice.Int(-extent, extent + 1)));
     }
     Poly ring = ExtremesOf(points);
     if (ring.size() < 2) continue;

@@ -15,18 +15,17 @@ using test::AreaOf;
 using test::ClipConvex;
 using test::Corners;
 using test::CornersOf;
-using test::Numbers;
 using test::PerimeterOf;
 using test::PointBag;
 using test::TextOf;
 
 /// A convex ring with corners on an ellipse, counterclockwise.
-Poly Oval(PointBag& bag, Numbers& numbers, double north, double east, double size) {
+Poly Oval(PointBag& bag, Dice& dice, double north, double east, double size) {
   std::vector<double> angles;
-  const int count = numbers.Whole(3, 12);
-  for (int i = 0; i < count; ++i) angles.push_back((i + numbers.Real(0, 0.8)) * 2 * Pi / count);
+  const int count = dice.Int(3, 13);
+  for (int i = 0; i < count; ++i) angles.push_back((i + dice.Between(0, 0.8)) * 2 * Pi / count);
   Poly ring;
-  const double flatness = numbers.Real(0.3, 1);
+  const double flatness = dice.Between(0.3, 1);
   for (const double angle : angles) {
     ring.push_back(
         bag.At(north + size * std::sin(angle), east + flatness * size * std::cos(angle)));
@@ -71,12 +70,12 @@ TEST(PolygonArea, OfFewerThanThreeVerticesIsZero) {
 
 TEST(PolygonArea, AgreesWithTrianglesOnRandomRings) {
   for (std::uint64_t seed = 1; seed <= 200; ++seed) {
-    Numbers numbers(seed);
+    Dice dice(seed);
     PointBag bag;
     Poly ring;
-    const int count = numbers.Whole(3, 30);
+    const int count = dice.Int(3, 31);
     for (int i = 0; i < count; ++i) {
-      ring.push_back(bag.At(numbers.Real(-1000, 1000), numbers.Real(-1000, 1000)));
+      ring.push_back(bag.At(dice.Between(-1000, 1000), dice.Between(-1000, 1000)));
     }
     EXPECT_NEAR(PolygonArea(ring), AreaOf(CornersOf(ring)), 1e-6) << "seed " << seed;
   }
@@ -136,14 +135,14 @@ TEST(PointInPolygon, CountsACrossingAtThePlaceItself) {
 
 TEST(PointInPolygon, DoesNotDependOnTheVertexAtWhichTheRingBegins) {
   for (std::uint64_t seed = 1; seed <= 200; ++seed) {
-    Numbers numbers(seed);
+    Dice dice(seed);
     PointBag bag;
     Poly ring;
     for (int i = 0; i < 9; ++i) {
-      ring.push_back(bag.At(numbers.Whole(-5, 5), numbers.Whole(-5, 5) + 0.5));
+      ring.push_back(bag.At(dice.Int(-5, 6), dice.Int(-5, 6) + 0.5));
     }
-    const double east = numbers.Whole(-10, 10) / 2.0;
-    const double north = numbers.Whole(-5, 5);
+    const double east = dice.Int(-10, 11) / 2.0;
+    const double north = dice.Int(-5, 6);
     const bool inside = PointInPolygon(east, north, ring);
     for (size_t i = 0; i < ring.size(); ++i) {
       std::rotate(ring.begin(), ring.begin() + 1, ring.end());
@@ -168,8 +167,8 @@ TEST(SquaredDistanceToSegment, FallsOnTheSegmentOrTheNearerEnd) {
 
 TEST(SquaredDistanceToSegment, AgreesWithASearchAlongTheSegment) {
   for (std::uint64_t seed = 1; seed <= 200; ++seed) {
-    Numbers numbers(seed);
-    const auto place = [&] { return Meters{numbers.Real(-50, 50), numbers.Real(-50, 50)}; };
+    Dice dice(seed);
+    const auto place = [&] { return Meters{dice.Between(-50, 50), dice.Between(-50, 50)}; };
     const Meters p = place();
     const Meters a = place();
     const Meters b = place();
@@ -343,13 +342,13 @@ TEST(IntersectPolygons, GivesTheCrossingsTheirPlaceOnTheEarth) {
 TEST(IntersectPolygons, AgreesWithClippingOnConvexRingsToAMetre) {
   for (std::uint64_t seed = 1; seed <= 500; ++seed) {
     SCOPED_TRACE("seed " + std::to_string(seed));
-    Numbers numbers(seed);
+    Dice dice(seed);
     PointBag bag;
     ScratchPoints scratch;
     RecordedMessages messages;
-    const Poly a = Oval(bag, numbers, 0, 0, 5000);
-    const Poly b = Oval(bag, numbers, numbers.Real(-6000, 6000), numbers.Real(-6000, 6000),
-                        numbers.Real(500, 5000));
+    const Poly a = Oval(bag, dice, 0, 0, 5000);
+    const Poly b = Oval(bag, dice, dice.Between(-6000, 6000), dice.Between(-6000, 6000),
+                        dice.Between(500, 5000));
     const Corners expected = ClipConvex(CornersOf(a), CornersOf(b));
     const Poly both = IntersectPolygons(scratch, a, b, 0, 0, messages);
     const double grain = PerimeterOf(expected) + 10;

@@ -3,11 +3,10 @@
 #include "base/number_text.h"
 #include "geo/earth.h"
 #include "geometry/poly.h"
+#include "support/dice.h"
 
 #include <cmath>
-#include <cstdint>
 #include <deque>
-#include <random>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -59,24 +58,6 @@ inline std::string TextOf(PointSpan ring) {
   }
   return text;
 }
-
-/// Numbers that are the same on every machine, unlike those of the standard distributions.
-class Numbers {
- public:
-  explicit Numbers(std::uint64_t seed) : engine_(seed) {}
-
-  /// A real number from `low` up to, but not, `high`.
-  double Real(double low, double high) {
-    return low + (high - low) * (static_cast<double>(engine_() >> 11) * 0x1p-53);
-  }
-  /// A whole number from `low` to `high`.
-  int Whole(int low, int high) {
-    return low + static_cast<int>(engine_() % static_cast<std::uint64_t>(high - low + 1));
-  }
-
- private:
-  std::mt19937_64 engine_;
-};
 
 /// The corners of a polygon in a plane, for the independent calculations that tests compare with.
 using Corners = std::vector<Meters>;

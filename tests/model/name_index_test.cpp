@@ -2,6 +2,7 @@
 
 #include "model/point_names.h"
 #include "model/workspace.h"
+#include "support/dice.h"
 
 #include <cstdint>
 #include <gtest/gtest.h>
@@ -11,52 +12,39 @@
 namespace orvane {
 namespace {
 
-/// A small generator whose numbers are the same everywhere.
-class Numbers {
- public:
-  explicit Numbers(std::uint64_t seed) : state_(seed) {}
-  size_t Below(size_t bound) {
-    state_ = state_ * 6364136223846793005ULL + 1442695040888963407ULL;
-    return static_cast<size_t>(state_ >> 33U) % bound;
-  }
-
- private:
-  std::uint64_t state_;
-};
-
 /// Names of few letters, so that they meet often: plain, hidden, and times of day.
-std::string SomeName(Numbers& numbers) {
+std::string SomeName(Dice& dice) {
   constexpr const char* pieces[] = {"_", "@", "a", "B", "b", "0815", "1:2", "c"};
   std::string name;
-  for (size_t left = 1 + numbers.Below(3); left > 0; --left) name += pieces[numbers.Below(8)];
+  for (int left = 1 + dice.Below(3); left > 0; --left) name += dice.Of(pieces);
   return name;
 }
 
-void FillMap(Map& map, Numbers& numbers) {
+void FillMap(Map& map, Dice& dice) {
   for (int i = 0; i < 12; ++i) {
-    Point& point = MakePoint(map, SomeName(numbers));
+    Point& point = MakePoint(map, SomeName(dice));
     AddPointName(map, point, point.name);
-    if (numbers.Below(2) == 0) {
-      point.synonyms.push_front(SomeName(numbers));
+    if (dice.Below(2) == 0) {
+      point.synonyms.push_front(SomeName(dice));
       AddPointName(map, point, point.synonyms.front());
     }
-    map.trails.emplace_front().name = SomeName(numbers);
+    map.trails.emplace_front().name = SomeName(dice);
   }
 }
 
 TEST(NameIndexScope, ChangesNoAnswer) {
   for (std::uint64_t seed = 1; seed <= 300; ++seed) {
     SCOPED_TRACE("seed " + std::to_string(seed));
-    Numbers numbers(seed);
+    Dice dice(seed);
     RecordedMessages messages;
     Workspace workspace(messages);
     Map& basis = MakeMap(workspace, "basis");
     Map& map = MakeMap(workspace, "map");
     map.basis = &basis;
-    FillMap(basis, numbers);
-    FillMap(map, numbers);
+    FillMap(basis, dice);
+    FillMap(map, dice);
     std::vector<std::string> asked;
-    for (int i = 0; i < 60; ++i) asked.push_back(SomeName(numbers));
+    for (int i = 0; i < 60; ++i) asked.push_back(SomeName(dice));
     std::vector<const Trail*> trails;
     std::vector<const Point*> points;
     for (const std::string& name : asked) {

@@ -4,6 +4,7 @@
 #include "geo/earth.h"
 #include "model/point_names.h"
 #include "model/workspace.h"
+#include "support/dice.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
@@ -104,16 +105,12 @@ TEST_F(PointIndexTest, SortsNamesThatRunInACircle) {
   EXPECT_LT(CompareIndexNames("A9", "A10"), 0);
   EXPECT_LT(CompareIndexNames("A10", "A1b"), 0);
   EXPECT_LT(CompareIndexNames("A1b", "A9"), 0);
-  std::uint64_t state = 99;
-  const auto next = [&](int count) {
-    state = (state * 0x5DEECE66DULL + 11) & ((1ULL << 48) - 1);
-    return static_cast<int>((state >> 20) % static_cast<std::uint64_t>(count));
-  };
+  Dice dice(99);
   for (int round = 0; round < 60; ++round) {
     Map& many = MakeMap(workspace, "many.map");
-    for (int i = next(80); i > 0; --i) {
-      std::string name = next(2) == 0 ? "A" : "B";
-      for (int k = next(4); k > 0; --k) name += "0129.b"[next(6)];
+    for (int i = dice.Below(80); i > 0; --i) {
+      std::string name = dice.OneIn(2) ? "A" : "B";
+      for (int k = dice.Below(4); k > 0; --k) name += "0129.b"[dice.Below(6)];
       Point& point = MakePoint(many, name);
       AddPointName(many, point, name);
     }

@@ -45,7 +45,7 @@ Lines Figures(const Map& map) {
 
 /// Adds three groups that share ground, each with several follows.
 void AddGroups(RangeCase& site, std::uint64_t seed) {
-  CaseNumbers numbers(seed);
+  Dice dice(seed);
 
   for (int follow = 0; follow < 12; ++follow) {
     std::vector<Stop> stops;
@@ -53,10 +53,10 @@ void AddGroups(RangeCase& site, std::uint64_t seed) {
     double east = 100.0 * (follow % 3);
     int time = 400;
     for (int i = 0; i < 12; ++i) {
-      north += numbers.Between(-90, 90);
-      east += numbers.Between(-90, 90);
-      stops.push_back({north, east, time, numbers.Int(0, 12), numbers.Int(0, 4), 1, 2});
-      time += numbers.Int(15, 30);
+      north += dice.Between(-90, 90);
+      east += dice.Between(-90, 90);
+      stops.push_back({north, east, time, dice.Int(0, 12), dice.Int(0, 4), 1, 2});
+      time += dice.Int(15, 30);
     }
     site.AddFollow("Group" + std::to_string(follow % 3), follow + 1, stops);
   }
@@ -203,7 +203,7 @@ TEST_F(AnalysisTest, DoesNotHangOnTheOrderOfTheTrails) {
     for (int turn = 0; turn < 3; ++turn) {
       RangeCase site;
       AddGroups(site, seed);
-      CaseNumbers shuffle(seed * 10 + static_cast<std::uint64_t>(turn));
+      Dice shuffle(seed * 10 + static_cast<std::uint64_t>(turn));
       if (turn > 0) {
         std::vector<std::pair<int, PackedDate>> order;
         for (const Trail& trail : site.map.trails)

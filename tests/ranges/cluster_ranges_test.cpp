@@ -1,8 +1,8 @@
 #include "ranges/cluster_ranges.h"
 
 #include "ranges/clusters.h"
+#include "support/dice.h"
 
-#include <cstdint>
 #include <deque>
 #include <gtest/gtest.h>
 #include <vector>
@@ -10,36 +10,22 @@
 namespace orvane {
 namespace {
 
-/// A small generator whose numbers are the same everywhere.
-class Numbers {
- public:
-  explicit Numbers(std::uint64_t seed) : state_(seed) {}
-  size_t Below(size_t bound) {
-    state_ = state_ * 6364136223846793005ULL + 1442695040888963407ULL;
-    return static_cast<size_t>(state_ >> 33U) % bound;
-  }
-  double Share() { return static_cast<double>(Below(1000000)) / 1e6; }
-
- private:
-  std::uint64_t state_;
-};
-
 /// Ranges that share many of their points, some of them several times.
 struct SharedGround {
   std::deque<Point> points;
   std::deque<Range> ranges;
 
   SharedGround(size_t rangeCount, size_t pointsOfRange) {
-    Numbers numbers(23);
+    Dice dice(23);
     for (int i = 0; i < 600; ++i) {
       Point& point = points.emplace_back();
-      point.geo.lat = 1.5 + 0.01 * numbers.Share();
-      point.geo.lon = 20.5 + 0.01 * numbers.Share();
+      point.geo.lat = 1.5 + 0.01 * dice.Part();
+      point.geo.lon = 20.5 + 0.01 * dice.Part();
     }
     for (size_t r = 0; r < rangeCount; ++r) {
       Range& range = ranges.emplace_back();
       for (size_t i = 0; i < pointsOfRange; ++i) {
-        range.points.push_back(&points[numbers.Below(points.size())]);
+        range.points.push_back(&dice.Of(points));
       }
     }
   }

@@ -160,15 +160,15 @@ TEST_F(GridTallyTest, PutsCellNumbersInPlaceOfCoordinates) {
 
 TEST_F(GridTallyTest, AgreesWithAMapOfAllCells) {
   constexpr std::uint64_t seed = 11;
-  CaseNumbers numbers(seed);
+  Dice dice(seed);
   for (int round = 0; round < 50; ++round) {
     RangeCase site;
-    Grid& grid = site.AddGrid(numbers.Int(5, 60), numbers.Between(-100, 100), 20);
-    grid.angle = round % 2 == 0 ? 0 : numbers.Between(-180, 180);
+    Grid& grid = site.AddGrid(dice.Int(5, 60), dice.Between(-100, 100), 20);
+    grid.angle = round % 2 == 0 ? 0 : dice.Between(-180, 180);
     std::vector<Stop> stops;
     for (int i = 0; i < 60; ++i) {
-      stops.push_back({numbers.Between(-300, 300), numbers.Between(-300, 300), 400 + i,
-                       numbers.Int(-1, 5), numbers.Int(0, 3), 0, numbers.Int(-1, 2)});
+      stops.push_back({dice.Between(-300, 300), dice.Between(-300, 300), 400 + i, dice.Int(-1, 5),
+                       dice.Int(0, 3), 0, dice.Int(-1, 2)});
     }
     const Trail& trail = site.AddFollow("Blue", 1, stops);
     Range& range = site.AddRangeOf("Blue");

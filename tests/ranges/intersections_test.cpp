@@ -334,16 +334,15 @@ double Length(const std::vector<Place>& ring) {
 }
 
 struct RandomOverlaps : testing::TestWithParam<int>, RangeCase {
-  CaseNumbers numbers{static_cast<std::uint64_t>(1000 + GetParam())};
+  Dice dice{static_cast<std::uint64_t>(1000 + GetParam())};
 
   void AddCloud(const std::string& type, double north, double east) {
     std::vector<Stop> stops;
-    const double height = numbers.Between(50, 600);
-    const double width = numbers.Between(50, 600);
-    for (int i = numbers.Int(3, 60); i > 0; --i) {
-      stops.push_back({north + numbers.Between(-height, height),
-                       east + numbers.Between(-width, width), 400 + i, numbers.Int(0, 20),
-                       numbers.Int(0, 4), numbers.Int(0, 2), numbers.Int(0, 9)});
+    const double height = dice.Between(50, 600);
+    const double width = dice.Between(50, 600);
+    for (int i = dice.Int(3, 60); i > 0; --i) {
+      stops.push_back({north + dice.Between(-height, height), east + dice.Between(-width, width),
+                       400 + i, dice.Int(0, 20), dice.Int(0, 4), dice.Int(0, 2), dice.Int(0, 9)});
     }
     AddFollow(type, 0, stops);
     AddRangeOf(type);
@@ -353,7 +352,7 @@ struct RandomOverlaps : testing::TestWithParam<int>, RangeCase {
 TEST_P(RandomOverlaps, HaveTheAreaThatAClipperFinds) {
   SCOPED_TRACE(testing::Message() << "seed " << 1000 + GetParam());
   AddCloud("A", 0, 0);
-  AddCloud("B", numbers.Between(-400, 400), numbers.Between(-400, 400));
+  AddCloud("B", dice.Between(-400, 400), dice.Between(-400, 400));
   AnalyzeAllRanges(map);
   const Range& a = map.ranges.front();
   const Range& b = *std::next(map.ranges.begin());
@@ -421,9 +420,9 @@ void ExpectSame(const CellTally& found, const CellTally& expected, const char* w
 
 TEST_P(RandomOverlaps, HaveTheTalliesOfAWalkFromPointToPoint) {
   SCOPED_TRACE(testing::Message() << "seed " << 1000 + GetParam());
-  AddGrid(numbers.Int(10, 80), 30, -50).angle = GetParam() % 2 == 0 ? 0 : 33;
+  AddGrid(dice.Int(10, 80), 30, -50).angle = GetParam() % 2 == 0 ? 0 : 33;
   AddCloud("A", 0, 0);
-  AddCloud("B", numbers.Between(-400, 400), numbers.Between(-400, 400));
+  AddCloud("B", dice.Between(-400, 400), dice.Between(-400, 400));
   AnalyzeAllRanges(map);
   if (map.intersections.empty()) return;
   const RangeIntersection& record = map.intersections.front();
@@ -460,7 +459,7 @@ TEST_P(RandomOverlaps, AreTheSameFromEitherSide) {
   SCOPED_TRACE(testing::Message() << "seed " << 1000 + GetParam());
   AddGrid(40, 30, -50);
   AddCloud("A", 0, 0);
-  AddCloud("B", numbers.Between(-400, 400), numbers.Between(-400, 400));
+  AddCloud("B", dice.Between(-400, 400), dice.Between(-400, 400));
   AnalyzeAllRanges(map);
   if (map.intersections.empty()) return;
   std::forward_list<RangeIntersection> turned;

@@ -5,8 +5,8 @@
 #include "model/map.h"
 #include "model/point_names.h"
 #include "model/workspace.h"
+#include "support/dice.h"
 
-#include <cstdint>
 #include <cstdio>
 #include <string>
 #include <vector>
@@ -130,22 +130,6 @@ struct RangeCase {
     for (const auto& entry : messages.Entries()) texts.push_back(entry.text);
     return texts;
   }
-};
-
-/// Numbers that are the same with every library: the 48-bit generator of long standing.
-class CaseNumbers {
- public:
-  explicit CaseNumbers(std::uint64_t seed) : state_(seed) {}
-  /// From `low` up to but not including `high`.
-  double Between(double low, double high) {
-    state_ = (state_ * 0x5DEECE66DULL + 11) & ((1ULL << 48) - 1);
-    return low + (high - low) * (static_cast<double>(state_ >> 16) / 4294967296.0);
-  }
-  /// From `low` to `high` - 1.
-  int Int(int low, int high) { return static_cast<int>(Between(low, high)); }
-
- private:
-  std::uint64_t state_;
 };
 
 }  // namespace orvane

@@ -139,17 +139,17 @@ TEST(WildcardMatch, FailsOnASetThatIsNeverClosed) {
 
 TEST(WildcardMatch, AgreesWithTheLiteralWayOnRandomTemplates) {
   constexpr std::uint64_t seed = 20;
-  CaseNumbers numbers(seed);
+  Dice dice(seed);
   const std::string letters = "aabb*?[]^-c*";
   int fits = 0;
   for (int i = 0; i < 200000; ++i) {
     std::string pattern;
-    for (int n = numbers.Int(0, 10); n > 0; --n) {
-      pattern += letters[static_cast<size_t>(numbers.Int(0, static_cast<int>(letters.size())))];
+    for (int n = dice.Int(0, 10); n > 0; --n) {
+      pattern += letters[static_cast<size_t>(dice.Int(0, static_cast<int>(letters.size())))];
     }
     std::string text;
-    for (int n = numbers.Int(0, 7); n > 0; --n) {
-      text += "abc^-"[static_cast<size_t>(numbers.Int(0, 5))];
+    for (int n = dice.Int(0, 7); n > 0; --n) {
+      text += "abc^-"[static_cast<size_t>(dice.Int(0, 5))];
     }
     const bool expected = literal::Match(pattern, 0, text, 0);
     fits += expected ? 1 : 0;

@@ -217,15 +217,15 @@ TEST_F(TravelTest, CountsFollowsOfFewerThanTwoPointsInTheMeanPath) {
 
 TEST_F(TravelTest, AveragesEachSlotOfRandomDaysOverItsFollows) {
   constexpr std::uint64_t seed = 7;
-  CaseNumbers numbers(seed);
+  Dice dice(seed);
   std::vector<std::vector<double>> distances;
   for (PackedDate day = 0; day < 20; ++day) {
     std::vector<Stop> stops;
     int time = 300;
     for (int i = 0; i < 15; ++i) {
-      const int duration = numbers.Int(5, 30);
-      stops.push_back({numbers.Between(0, 500), 0, time, duration});
-      time += duration + numbers.Int(5, 40);
+      const int duration = dice.Int(5, 30);
+      stops.push_back({dice.Between(0, 500), 0, time, duration});
+      time += duration + dice.Int(5, 40);
     }
     AddFollow("Blue", day, stops);
     // The same by brute force: minutes of way for each slot of this day, all along one line.

@@ -11,7 +11,6 @@
 namespace orvane {
 namespace {
 
-using test::Dice;
 using test::Edge;
 using Sides = std::vector<std::vector<double>>;
 
@@ -186,7 +185,7 @@ TEST(Elimination, SwapsRowsAndLeavesColumnsFreeAlike) {
     }
     system.rightSides.assign(3, std::vector<double>(size));
     for (auto& side : system.rightSides) {
-      for (double& value : side) value = dice.Real(-10, 10);
+      for (double& value : side) value = dice.Between(-10, 10);
     }
     ExpectSameBits(system);
     if (HasFailure()) return;

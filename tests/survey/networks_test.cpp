@@ -8,7 +8,6 @@
 namespace orvane {
 namespace {
 
-using test::Dice;
 using Matrix = std::vector<std::vector<double>>;
 
 /// Solves a positive definite system by its triangular root.

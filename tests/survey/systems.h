@@ -1,30 +1,13 @@
 #pragma once
 
+#include "support/dice.h"
 #include "survey/elimination.h"
 
 #include <cmath>
-#include <cstdint>
-#include <random>
 #include <utility>
 #include <vector>
 
 namespace orvane::test {
-
-/// Random numbers that are the same with every library.
-class Dice {
- public:
-  explicit Dice(std::uint32_t seed) : engine_(seed) {}
-
-  /// \return 0 to `below` - 1
-  int Below(int below) { return static_cast<int>(engine_() % static_cast<std::uint32_t>(below)); }
-  double Real(double low, double high) {
-    return low + (high - low) * static_cast<double>(engine_()) / 4294967296.0;
-  }
-  bool OneIn(int many) { return Below(many) == 0; }
-
- private:
-  std::mt19937 engine_;
-};
 
 /// A line of sight between two junctions.
 using Edge = std::pair<int, int>;
@@ -85,14 +68,15 @@ inline NormalSystem SystemOf(int size, const std::vector<Edge>& edges,
     }
     add(to, to, 1);
     for (auto& side : system.rightSides) {
-      const double step = dice.Real(-100, 100);
+      const double step = dice.Between(-100, 100);
       if (from != to) side[static_cast<size_t>(from)] -= step;
       side[static_cast<size_t>(to)] += step;
     }
   }
   for (const int fix : fixes) {
     add(fix, fix, 1);
-    for (auto& side : system.rightSides) side[static_cast<size_t>(fix)] += dice.Real(-1000, 1000);
+    for (auto& side : system.rightSides)
+      side[static_cast<size_t>(fix)] += dice.Between(-1000, 1000);
   }
   return system;
 }

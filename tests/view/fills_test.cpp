@@ -121,11 +121,11 @@ TEST(HatchPolygon, AHugeRingTakesNoMoreLinesThanTheClip) {
 
 TEST(HatchPolygon, EveryPixelOfALineLiesInTheRing) {
   constexpr std::uint64_t Seed = 88;
-  Numbers numbers(Seed);
+  Dice dice(Seed);
   for (int round = 0; round < 200; ++round) {
     std::vector<Pixel> ring;
-    for (int i = numbers.Int(3, 9); i > 0; --i) {
-      ring.push_back({numbers.Int(0, 390), numbers.Int(0, 290)});
+    for (int i = dice.Int(3, 9); i > 0; --i) {
+      ring.push_back({dice.Int(0, 390), dice.Int(0, 290)});
     }
     ring.push_back(ring.front());
     const auto inside = [&ring](double x, double y) {
@@ -239,9 +239,9 @@ TEST(DrawFilledTrails, TakesVisibleFilledRows) {
 TEST(DrawFilledTrails, ARingOfManyCornersIsHatchedInGoodTime) {
   ViewCase c;
   std::vector<Point*> points;
-  Numbers numbers(3);
+  Dice dice(3);
   for (int i = 0; i < 20000; ++i) {
-    points.push_back(&c.Add("", numbers.Between(-140, 140), 0.018 * i - 180));
+    points.push_back(&c.Add("", dice.Between(-140, 140), 0.018 * i - 180));
   }
   const auto start = std::chrono::steady_clock::now();
   DrawPolygonFill(c.view, points, FillCross, 0);

@@ -30,16 +30,15 @@ TEST(LabelBoxes, ABoxOfNoWidthHitsWhatItLiesIn) {
 
 TEST(LabelBoxes, AnswersAsIfEachBoxWereLookedAt) {
   constexpr std::uint64_t Seed = 2024;
-  Numbers numbers(Seed);
+  Dice dice(Seed);
   for (const int reach : {100, 2000, 40000}) {
     LabelBoxes boxes;
     std::vector<PixelRect> kept;
     int hits = 0;
     for (int i = 0; i < 3000; ++i) {
-      const int left = numbers.Int(-reach, reach);
-      const int top = numbers.Int(-reach, reach);
-      const PixelRect box{left, top, left + numbers.Int(0, reach / 10),
-                          top + numbers.Int(0, reach / 30)};
+      const int left = dice.Int(-reach, reach);
+      const int top = dice.Int(-reach, reach);
+      const PixelRect box{left, top, left + dice.Int(0, reach / 10), top + dice.Int(0, reach / 30)};
       const bool expected = std::any_of(kept.begin(), kept.end(), [&](const PixelRect& other) {
         return BoxesOverlap(other, box);
       });

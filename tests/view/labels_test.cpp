@@ -414,14 +414,14 @@ TEST(DrawLabels, EachPassStartsAnewButNotUnderAWrap) {
 
 TEST(DrawLabels, AutoNeverLetsTwoLabelsMeet) {
   constexpr std::uint64_t Seed = 6;
-  Numbers numbers(Seed);
+  Dice dice(Seed);
   for (int round = 0; round < 20; ++round) {
     ViewCase c;
     for (int t = 0; t < 10; ++t) {
       std::vector<Point*> points;
       for (int i = 0; i < 60; ++i) {
-        points.push_back(&c.Add(std::string(static_cast<size_t>(numbers.Int(1, 7)), 'x'),
-                                numbers.Between(-160, 160), numbers.Between(-210, 210)));
+        points.push_back(&c.Add(std::string(static_cast<size_t>(dice.Int(1, 7)), 'x'),
+                                dice.Between(-160, 160), dice.Between(-210, 210)));
       }
       c.AddTrail("t" + std::to_string(t), points);
     }

@@ -64,11 +64,11 @@ TEST(PaneLayout, APaneThatNoLongerFitsIsCut) {
 TEST(PaneLayout, CoversTheWindowWithoutOverlapAtAnySize) {
   constexpr std::uint64_t Seed = 5;
   SCOPED_TRACE(Seed);
-  Numbers numbers(Seed);
+  Dice dice(Seed);
   for (int i = 0; i < 2000; ++i) {
-    const int width = numbers.Int(0, 400);
-    const int height = numbers.Int(0, 300);
-    const PaneSizes sizes{numbers.Int(-20, 500), numbers.Int(-20, 400)};
+    const int width = dice.Int(0, 400);
+    const int height = dice.Int(0, 300);
+    const PaneSizes sizes{dice.Int(-20, 500), dice.Int(-20, 400)};
     const PaneLayout layout = LayOutPanes(width, height, sizes, ScrollBar);
     long long area = 0;
     for (const PixelRect& rect :

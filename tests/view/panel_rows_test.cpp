@@ -106,13 +106,13 @@ TEST(BuildTrailRows, GivesEveryTrailARowOfItsOwnBehindRowsOfEqualText) {
 
 TEST(BuildTrailRows, MakesTheRowsThatAddingOneByOneMakes) {
   constexpr std::uint64_t Seed = 19;
-  Numbers numbers(Seed);
+  Dice dice(Seed);
   for (int round = 0; round < 50; ++round) {
     ViewCase c;
     for (int i = 0; i < 40; ++i) {
       std::string name;
-      for (int k = numbers.Int(0, 4); k > 0; --k) name += "aAbBzZ_\xE9"[numbers.Int(0, 8)];
-      AddTyped(c.map, std::string(1, "pqPQ"[numbers.Int(0, 4)]), name);
+      for (int k = dice.Int(0, 4); k > 0; --k) name += "aAbBzZ_\xE9"[dice.Int(0, 8)];
+      AddTyped(c.map, std::string(1, "pqPQ"[dice.Int(0, 4)]), name);
     }
     BuildTrailRows(c.view);
     const std::string atOnce = TextOf(c.view.trailViews);

@@ -49,9 +49,9 @@ TEST(ParseScale, RefusesWhatIsNoScale) {
 }
 
 TEST(ParseScale, ReadsBackWhatThePromptShows) {
-  Numbers numbers(17);
+  Dice dice(17);
   for (int i = 0; i < 500; ++i) {
-    const double scale = std::exp(numbers.Between(-12, 8));
+    const double scale = std::exp(dice.Between(-12, 8));
     const auto read = ParseScale(ScalePrompt(static_cast<float>(scale)));
     ASSERT_TRUE(read.has_value());
     EXPECT_NEAR(*read / scale, 1, 1e-5);

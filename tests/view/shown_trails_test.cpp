@@ -55,23 +55,23 @@ TEST(IsBeyondView, LeavesNothingOutUnderARotation) {
 
 TEST(IsBeyondView, ChangesNoDrawing) {
   constexpr std::uint64_t Seed = 41;
-  Numbers numbers(Seed);
+  Dice dice(Seed);
   int leftOut = 0;
   for (int round = 0; round < 300; ++round) {
     ViewCase c;
-    const double lat = numbers.Between(-89.9, 89.9);
-    const double lon = numbers.Between(-180, 180);
-    const double reach = std::exp(numbers.Between(-8, 5));
-    c.view.scale = static_cast<float>(std::exp(numbers.Between(-12, 2)));
+    const double lat = dice.Between(-89.9, 89.9);
+    const double lon = dice.Between(-180, 180);
+    const double reach = std::exp(dice.Between(-8, 5));
+    c.view.scale = static_cast<float>(std::exp(dice.Between(-12, 2)));
     CenterOn(c.view, {.lat = lat, .lon = lon});
-    c.view.longitudeWrap = numbers.Int(-1, 2) * 360;
+    c.view.longitudeWrap = dice.Int(-1, 2) * 360;
     for (int t = 0; t < 8; ++t) {
-      const double north = lat + reach * numbers.Between(-1, 1);
-      const double east = lon + reach * numbers.Between(-2, 2);
+      const double north = lat + reach * dice.Between(-1, 1);
+      const double east = lon + reach * dice.Between(-2, 2);
       std::vector<Point*> points;
-      for (int i = numbers.Int(0, 5); i >= 0; --i) {
-        points.push_back(&c.AddAt("p", north + 0.2 * reach * numbers.Between(-1, 1),
-                                  east + 0.2 * reach * numbers.Between(-1, 1)));
+      for (int i = dice.Int(0, 5); i >= 0; --i) {
+        points.push_back(&c.AddAt("p", north + 0.2 * reach * dice.Between(-1, 1),
+                                  east + 0.2 * reach * dice.Between(-1, 1)));
       }
       c.AddTrail("t" + std::to_string(t), points);
     }

@@ -4,12 +4,12 @@
 #include "geo/earth.h"
 #include "model/map.h"
 #include "model/workspace.h"
+#include "support/dice.h"
 #include "support/recording_canvas.h"
 #include "view/map_window.h"
 #include "view/panel_rows.h"
 #include "view/view_transform.h"
 
-#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -66,21 +66,6 @@ class ViewCase {
   Map& map;
   RecordingCanvas canvas;
   MapWindow view;
-};
-
-/// Numbers that are the same with every library: the 48-bit generator of long standing.
-class Numbers {
- public:
-  explicit Numbers(std::uint64_t seed) : state_(seed) {}
-  /// From `low` up to but not including `high`.
-  double Between(double low, double high) {
-    state_ = (state_ * 0x5DEECE66DULL + 11) & ((1ULL << 48) - 1);
-    return low + (high - low) * (static_cast<double>(state_ >> 16) / 4294967296.0);
-  }
-  int Int(int low, int high) { return static_cast<int>(Between(low, high)); }
-
- private:
-  std::uint64_t state_;
 };
 
 }  // namespace orvane

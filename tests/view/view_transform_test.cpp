@@ -99,14 +99,14 @@ TEST(MapToScreen, StaysWithin16BitsForAnyInput) {
 }
 
 TEST(ScreenTransform, AgreesWithMapToScreenToTheBit) {
-  Numbers numbers(4);
+  Dice dice(4);
   for (int i = 0; i < 500; ++i) {
     ViewCase c;
-    c.view.scale = static_cast<float>(numbers.Between(1e-4, 10));
-    c.view.rotation = static_cast<float>(numbers.Int(-2, 3) * 37);
-    CenterOn(c.view, At(numbers.Between(-80, 80), numbers.Between(-180, 180)));
+    c.view.scale = static_cast<float>(dice.Between(1e-4, 10));
+    c.view.rotation = static_cast<float>(dice.Int(-2, 3) * 37);
+    CenterOn(c.view, At(dice.Between(-80, 80), dice.Between(-180, 180)));
     const ScreenTransform transform(c.view);
-    const LatLon place = At(numbers.Between(-80, 80), numbers.Between(-180, 180));
+    const LatLon place = At(dice.Between(-80, 80), dice.Between(-180, 180));
     const ExactPixel one = MapToScreenExact(c.view, place);
     const ExactPixel other = transform.ToExactPixel(transform.Project(place));
     EXPECT_EQ(one.row, other.row);
@@ -116,14 +116,14 @@ TEST(ScreenTransform, AgreesWithMapToScreenToTheBit) {
 
 TEST(ScreenToMap, UndoesMapToScreenUpToAPixel) {
   constexpr std::uint64_t Seed = 71;
-  Numbers numbers(Seed);
+  Dice dice(Seed);
   for (int i = 0; i < 2000; ++i) {
     ViewCase c;
-    SetClientSize(c.view, numbers.Int(50, 2000), numbers.Int(50, 2000));
-    c.view.scale = static_cast<float>(std::exp(numbers.Between(-3, 3)));
-    c.view.rotation = i % 3 == 0 ? 0 : static_cast<float>(numbers.Between(-360, 360));
-    CenterOn(c.view, At(numbers.Between(-70, 70), numbers.Between(-180, 180)));
-    const Pixel pixel{numbers.Int(0, c.view.clientWidth), numbers.Int(0, c.view.clientHeight)};
+    SetClientSize(c.view, dice.Int(50, 2000), dice.Int(50, 2000));
+    c.view.scale = static_cast<float>(std::exp(dice.Between(-3, 3)));
+    c.view.rotation = i % 3 == 0 ? 0 : static_cast<float>(dice.Between(-360, 360));
+    CenterOn(c.view, At(dice.Between(-70, 70), dice.Between(-180, 180)));
+    const Pixel pixel{dice.Int(0, c.view.clientWidth), dice.Int(0, c.view.clientHeight)};
     const Pixel back = MapToScreen(c.view, ScreenToMap(c.view, pixel));
     EXPECT_LE(std::abs(back.x - pixel.x), 1) << "seed " << Seed << " round " << i;
     EXPECT_LE(std::abs(back.y - pixel.y), 1) << "seed " << Seed << " round " << i;
@@ -424,13 +424,13 @@ TEST(ZoomOnPixel, CentresOnThePlace) {
 
 TEST(ZoomAboutPixel, KeepsThePlaceUnderThePointer) {
   constexpr std::uint64_t Seed = 5;
-  Numbers numbers(Seed);
+  Dice dice(Seed);
   for (int i = 0; i < 500; ++i) {
     ViewCase c;
-    c.view.scale = static_cast<float>(numbers.Between(1e-3, 2));
-    c.view.rotation = i % 2 == 0 ? 0 : static_cast<float>(numbers.Between(-180, 180));
-    CenterOn(c.view, At(numbers.Between(-60, 60), numbers.Between(-180, 180)));
-    const Pixel pixel{numbers.Int(0, 400), numbers.Int(0, 300)};
+    c.view.scale = static_cast<float>(dice.Between(1e-3, 2));
+    c.view.rotation = i % 2 == 0 ? 0 : static_cast<float>(dice.Between(-180, 180));
+    CenterOn(c.view, At(dice.Between(-60, 60), dice.Between(-180, 180)));
+    const Pixel pixel{dice.Int(0, 400), dice.Int(0, 300)};
     const LatLon place = ScreenToMap(c.view, pixel);
     ZoomAboutPixel(c.view, pixel, i % 3 == 0 ? 0.8 : 1.25);
     const LatLon now = ScreenToMap(c.view, pixel);
