@@ -4,6 +4,7 @@
 #include "commands/close_map.h"
 #include "paint/display_text.h"
 #include "shell/command_menu.h"
+#include "shell/files/dropped_files.h"
 #include "shell/files/local_files.h"
 #include "shell/list_menus.h"
 #include "shell/map/map_panes.h"
@@ -14,7 +15,6 @@
 #include <QCloseEvent>
 #include <QDragEnterEvent>
 #include <QDropEvent>
-#include <QMimeData>
 #include <QScreen>
 
 #include <algorithm>
@@ -159,14 +159,9 @@ void MapWindowWidget::closeEvent(QCloseEvent* event) {
   if (mayClose_) shell_.Forget(*this);
 }
 
-void MapWindowWidget::dragEnterEvent(QDragEnterEvent* event) {
-  if (HasLocalFiles(*event->mimeData())) event->acceptProposedAction();
-}
+void MapWindowWidget::dragEnterEvent(QDragEnterEvent* event) { WelcomeFiles(*event); }
 
-void MapWindowWidget::dropEvent(QDropEvent* event) {
-  event->acceptProposedAction();
-  for (const std::string& file : LocalFilesOf(*event->mimeData())) shell_.OpenFile(file);
-}
+void MapWindowWidget::dropEvent(QDropEvent* event) { OpenDroppedFiles(shell_, *event); }
 
 void MapWindowWidget::changeEvent(QEvent* event) {
   QMainWindow::changeEvent(event);

@@ -1,7 +1,7 @@
 #include "shell/task_window.h"
 
 #include "shell/command_menu.h"
-#include "shell/files/local_files.h"
+#include "shell/files/dropped_files.h"
 #include "shell/list_menus.h"
 #include "shell/shell.h"
 
@@ -9,7 +9,6 @@
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QLabel>
-#include <QMimeData>
 #include <QScreen>
 
 namespace orvane {
@@ -64,13 +63,8 @@ bool TaskWindow::TryClose() { return shell_.ExitFlow(); }
 
 void TaskWindow::closeEvent(QCloseEvent* event) { event->setAccepted(TryClose()); }
 
-void TaskWindow::dragEnterEvent(QDragEnterEvent* event) {
-  if (HasLocalFiles(*event->mimeData())) event->acceptProposedAction();
-}
+void TaskWindow::dragEnterEvent(QDragEnterEvent* event) { WelcomeFiles(*event); }
 
-void TaskWindow::dropEvent(QDropEvent* event) {
-  event->acceptProposedAction();
-  for (const std::string& file : LocalFilesOf(*event->mimeData())) shell_.OpenFile(file);
-}
+void TaskWindow::dropEvent(QDropEvent* event) { OpenDroppedFiles(shell_, *event); }
 
 }  // namespace orvane
