@@ -63,7 +63,8 @@ bool MovePointer(MapWindow& view, Pixel at) {
   return moved;
 }
 
-PointerOutcome ReleasePointer(MapWindow& view, Pixel at, const PointerKeys& keys) {
+PointerOutcome ReleasePointer(MapWindow& view, Pixel at, const PointerKeys& keys,
+                              int smallestBand) {
   if ((view.flags & MapWindowDrag) == 0) return {};
   const bool panning = (view.flags & MapWindowPan) != 0;
   CancelPointer(view);
@@ -75,7 +76,7 @@ PointerOutcome ReleasePointer(MapWindow& view, Pixel at, const PointerKeys& keys
     return {};
   }
   const int length = std::abs(at.y - view.pressPoint.y) + std::abs(at.x - view.pressPoint.x);
-  return length > SmallestBand ? UseBand(view, keys, panning) : PointerOutcome{};
+  return length > smallestBand ? UseBand(view, keys, panning) : PointerOutcome{};
 }
 
 void CancelPointer(MapWindow& view) { view.flags &= ~std::uint32_t{MapWindowDrag | MapWindowPan}; }

@@ -6,7 +6,8 @@ namespace orvane {
 
 /// What the mouse does to a view: the left button draws a rubber band, any other drags the map.
 
-/// A rubber band must be longer than this, rows and columns together, in pixels.
+/// A rubber band must be longer than this, rows and columns together, in pixels of a screen of
+/// usual fineness.
 constexpr int SmallestBand = 4;
 
 /// Keys that are held.
@@ -34,10 +35,13 @@ void PressPointer(MapWindow& view, Pixel at, bool otherButton);
 bool MovePointer(MapWindow& view, Pixel at);
 
 /// The button is let go. With an input target the place of the press goes there. Otherwise a band
-/// longer than `SmallestBand` becomes the `selection`, and then: a transect with control held or in
+/// longer than `smallestBand` becomes the `selection`, and then: a transect with control held or in
 /// `transectMode` (which control sets), nothing more with shift or after a pan, else a zoom to the
 /// band. What follows no press is nothing.
-PointerOutcome ReleasePointer(MapWindow& view, Pixel at, const PointerKeys& keys);
+/// \param smallestBand  `SmallestBand` in pixels of the view, so that a hand that shakes a little
+///                      draws no band on a screen of fine pixels either
+PointerOutcome ReleasePointer(MapWindow& view, Pixel at, const PointerKeys& keys,
+                              int smallestBand = SmallestBand);
 
 /// Ends a drag without any effect, as when the window loses the mouse.
 void CancelPointer(MapWindow& view);

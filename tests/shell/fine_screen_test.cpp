@@ -118,6 +118,18 @@ TEST_F(FineScreen, LettersGrowWithTheRatio) {
   EXPECT_NEAR(bottom - top, 10 * Ratio(), 2 + Ratio());
 }
 
+TEST_F(FineScreen, AHandShakesBySoManyOfTheWidgetsOwnPixels) {
+  const auto drag = [this](QPoint to) {
+    QTest::mousePress(&widget_, Qt::LeftButton, Qt::ShiftModifier, QPoint(100, 50));
+    QTest::mouseMove(&widget_, to);
+    QTest::mouseRelease(&widget_, Qt::LeftButton, Qt::ShiftModifier, to);
+    return (widget_.View().flags & MapWindowSelection) != 0;
+  };
+  EXPECT_FALSE(drag({102, 52}));
+  EXPECT_FALSE(drag({100, 46}));
+  EXPECT_TRUE(drag({102, 53}));
+}
+
 TEST_F(FineScreen, TheMousePointsAtDevicePixels) {
   const auto devicePixel = [this](int x, int y) {
     return Pixel{static_cast<int>(x * Ratio()), static_cast<int>(y * Ratio())};

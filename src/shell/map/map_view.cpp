@@ -344,8 +344,9 @@ void MapView::mouseMoveEvent(QMouseEvent* event) {
 void MapView::mouseReleaseEvent(QMouseEvent* event) {
   if (event->buttons() != Qt::NoButton) return;
   const bool band = IsBandDrawn(view_);
-  const PointerOutcome outcome =
-      ReleasePointer(view_, DevicePixel(event->position()), KeysOf(event->modifiers()));
+  const auto smallestBand = static_cast<int>(std::lround(SmallestBand * devicePixelRatioF()));
+  const PointerOutcome outcome = ReleasePointer(view_, DevicePixel(event->position()),
+                                                KeysOf(event->modifiers()), smallestBand);
   if (outcome.viewMoved) {
     ShowMoved();
   } else if (band) {
