@@ -201,7 +201,7 @@ TEST_F(CloseTest, DontSaveKeepsTheChangesInMemory) {
 
 TEST_F(CloseTest, SaveSavesAndCloses) {
   MapWindowWidget& window = OpenChanged("site.map");
-  window.TheMap().comments.push_back("# kept");
+  window.TheMap().comments.emplace_back("# kept");
   messages_.answers = {1};
   Press(window, CommandCloseMap);
   EXPECT_TRUE(shell_.OpenWindows().empty());
