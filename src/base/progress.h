@@ -21,6 +21,9 @@ class Progress {
   /// that help with the work may ask too.
   bool Cancelled() const { return cancelled_ && mustFinish_ == 0; }
 
+  /// From now on the work can't be called off: it changes what stays.
+  void Commit() { ++mustFinish_; }
+
   /// Called now and then while work goes on, by the thread that began it. It may show that, but changes no map.
   /// \param done  how much of the stage is behind; from 0 to `of`
   /// \param of    the whole of it, in whatever the work counts; 0 where it does not know
@@ -73,10 +76,12 @@ class ProgressSteps {
   /// \return false if the loop is to end, and so from then on
   bool Next(size_t done) {
     if (progress_ == nullptr) return true;
-    if (--left_ != 0) return goesOn_;
-    left_ = stride_;
-    if (goesOn_) progress_->Reach(stage_, done, of_);
-    goesOn_ = !progress_->Cancelled();
+    if (--left_ == 0) {
+      left_ = stride_;
+      if (goesOn_) progress_->Reach(stage_, done, of_);
+    }
+    // Also where it was called off in a loop within this one.
+    goesOn_ = goesOn_ && !progress_->Cancelled();
     return goesOn_;
   }
   /// The same where the steps themselves are counted.

@@ -13,6 +13,8 @@ namespace orvane {
 Map& OpenMap(Workspace& workspace, const std::string& name, bool* readable = nullptr);
 
 /// As `OpenMap`, for work that may be called off (`Workspace::progress`).
+/// A map that rests on one that was open before is opened to the end: its lines may change the
+/// other one.
 /// \return null if it was: then neither the map nor any that was opened with it is left
 Map* OpenMapUnlessCancelled(Workspace& workspace, const std::string& name,
                             bool* readable = nullptr);

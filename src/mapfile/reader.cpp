@@ -82,8 +82,13 @@ void ReadBasisLine(LineContext& context, std::string_view line) {
   if (name.size() > LongestBasisName || !MayOpenAnother(context.state) ||
       WouldCloseCircle(context, FindMap(context.workspace, name))) {
     NoteError(context.messages, CannotOpen, {name});
-  } else if (Map* basis = OpenMapUnlessCancelled(context.workspace, name)) {
-    map.basis = basis;
+  } else {
+    // Lines for points and trails of the basis change these; where it was open before, such lines
+    // can't be taken back.
+    Progress* progress = context.workspace.progress;
+    if (progress != nullptr && FindMap(context.workspace, name) != nullptr) progress->Commit();
+    Map* basis = OpenMapUnlessCancelled(context.workspace, name);
+    if (basis != nullptr) map.basis = basis;
   }
   context.trailNames.Forget();
   CloseTrailAndRange(context.state);

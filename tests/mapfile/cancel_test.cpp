@@ -111,6 +111,42 @@ TEST_F(CancelTest, AMapThatStaysIsFinishedAllTheSame) {
   EXPECT_NE(Named(map, "Hill").flags & PointPlaced, 0U);
 }
 
+TEST_F(CancelTest, AMapOnOneThatIsOpenIsReadToTheEnd) {
+  folder.Write("open.map", "T\tMain\tTrail\nG\tA\tN1\tE10\nG\tB\tN1.1\tE10\n");
+  Map& open = OpenMap(workspace, folder.Path("open.map"));
+  // The trail and a point of the other map get something of this one.
+  std::string text = "B\topen.map\nT\tMain\tTrail\n";
+  for (int i = 0; i < 2000; ++i) {
+    text += "C\tN" + std::to_string(i) + "\tA\t5\t90\t0\n";
+  }
+  text += "C\tA\tN7\t5\t90\t0\n";
+  const std::string path = folder.Write("site.map", text);
+  CountedProgress progress(2);
+  workspace.progress = &progress;
+  Map* map = OpenMapUnlessCancelled(workspace, path);
+  ASSERT_NE(map, nullptr);
+  EXPECT_EQ(map->basis, &open);
+  EXPECT_GT(progress.stages.size(), 2U);
+  EXPECT_EQ(map->pointStore.size(), 2000U);
+  Workspace unwatched{messages};
+  unwatched.today = workspace.today;
+  OpenMap(unwatched, folder.Path("open.map"));
+  EXPECT_EQ(Saved(*map), Saved(OpenMap(unwatched, path)));
+}
+
+TEST_F(CancelTest, NoLineIsTakenOnceAnIncludedFileWasCalledOff) {
+  std::string text;
+  for (int i = 0; i < 600; ++i) text += "# " + std::to_string(i) + "\n";
+  folder.Write("long.map", text);
+  Map& map = MakeMap(workspace, "stays.map");
+  CountedProgress progress(3);  // in the middle of the included file
+  workspace.progress = &progress;
+  ReadMapText(map, "I " + folder.Path("long.map") + "\n# behind\n");
+  EXPECT_TRUE(progress.Cancelled());
+  ASSERT_FALSE(map.comments.empty());
+  EXPECT_NE(map.comments.back(), "# behind");
+}
+
 TEST_F(CancelTest, ABasisThatWasCalledOffIsNotTheMapsBasis) {
   WriteMaps();
   Map& map = MakeMap(workspace, folder.Path("stays.map"));
