@@ -45,6 +45,12 @@ void PullToEdge(double& value, double& other, double center, double otherCenter)
   value = edge;
 }
 
+/// True for a saved view with a scale, and with a place and a rotation that a view can have.
+bool IsUsable(const SavedView& saved) {
+  return saved.scale > 0 && std::isfinite(DegreesToMeters(saved.latitude)) &&
+         std::isfinite(saved.longitude) && std::isfinite(static_cast<float>(saved.rotation));
+}
+
 void SetWidthFromScale(MapWindow& view) {
   const double scale = static_cast<double>(view.scale);
   view.left = -view.clientWidth / (2 * scale);
@@ -179,7 +185,7 @@ void CenterOnMeters(MapWindow& view, double north, double east) {
 }
 
 void InitView(MapWindow& view, const SavedView* saved) {
-  if (saved != nullptr && saved->scale > 0 && view.map != nullptr &&
+  if (saved != nullptr && IsUsable(*saved) && view.map != nullptr &&
       saved->fileName == view.map->fileName) {
     view.scale = BoundedScale(saved->scale);
     view.centralLongitude = WrapLongitude(saved->longitude);
@@ -252,6 +258,8 @@ Extent MapExtent(const Map& map) {
   if (sums.count == 0) return {};
   const double north = sums.north / sums.count;
   const double east = sums.east / sums.count;
+  // A file may hold places beyond all bounds, of which the sums are none.
+  if (!std::isfinite(north) || !std::isfinite(east)) return {};
   double spread = 1;
   if (sums.count > 1) {
     spread = Deviation(sums.count, sums.northSquares, north) +

@@ -308,6 +308,32 @@ TEST(InitView, IgnoresASavedViewOfAnotherFileOrWithoutScale) {
   EXPECT_EQ(c.view.flags, 0U);
 }
 
+TEST(InitView, StaysFiniteWherePlacesAreBeyondAllBounds) {
+  for (const double lat : {1e308, -1.7e308, 1e200, 90.0}) {
+    ViewCase c;
+    c.AddTrail("t", {&c.AddAt("a", lat, 1e308), &c.AddAt("b", lat, 10), &c.AddAt("c", lat, 12)});
+    InitView(c.view);
+    EXPECT_TRUE(std::isfinite(c.view.top) && std::isfinite(c.view.bottom)) << lat;
+    EXPECT_TRUE(std::isfinite(c.view.left) && std::isfinite(c.view.right)) << lat;
+    EXPECT_TRUE(c.view.centralLongitude >= -180 && c.view.centralLongitude < 180) << lat;
+  }
+}
+
+TEST(InitView, IgnoresASavedViewThatIsNoPlace) {
+  const double none = std::numeric_limits<double>::quiet_NaN();
+  const double far = std::numeric_limits<double>::max();
+  for (const SavedView& saved :
+       {SavedView{"case.map", none, 33, 0.5, 0, true}, SavedView{"case.map", far, 33, 0.5, 0, true},
+        SavedView{"case.map", 1, none, 0.5, 0, true}, SavedView{"case.map", 1, 2, none, 0, true},
+        SavedView{"case.map", 1, 2, 0.5, none, true},
+        SavedView{"case.map", 1, 2, 0.5, far, true}}) {
+    ViewCase c;
+    InitView(c.view, &saved);
+    EXPECT_EQ(c.view.scale, 150);
+    EXPECT_EQ(c.view.flags, 0U);
+  }
+}
+
 TEST(SizeView, PlacesAViewOnce) {
   ViewCase c;
   SizeView(c.view, 200, 100);
