@@ -17,6 +17,7 @@
 #include <QTimer>
 
 #include <filesystem>
+#include <map>
 
 namespace orvane {
 namespace {
@@ -59,6 +60,32 @@ TEST_F(CommandsTest, ACommandWithoutAHandlerIsDisabledAndBeepsIfReached) {
   Press(window, CommandPrint);
   EXPECT_EQ(printed, 1);
   EXPECT_EQ(beeps_, 1);
+}
+
+TEST_F(CommandsTest, EachCommandIsReachedByItsEntryAndByItsKey) {
+  MapWindowWidget& window = OpenNew();
+  std::map<CommandId, int> runs;
+  for (const CommandInfo& command : AllCommands()) {
+    shell_.Plug(command.id, [&runs, id = command.id](ProgramWindow&) { ++runs[id]; });
+  }
+  for (const CommandInfo& command : AllCommands()) {
+    if (IsSubmenu(command.id)) continue;
+    window.Menu().At(command.id).enabled = true;
+    window.ShowMenu();
+    Pick(window, command.id);
+    EXPECT_EQ(runs[command.id], 1) << command.text;
+    // The key for help asks the window that has the focus for its page; see the tests of help.
+    if (command.key.empty() || command.id == CommandHelp) continue;
+    Press(window, command.id);
+    EXPECT_EQ(runs[command.id], 2) << command.text;
+    // A disabled one is not reached at all.
+    window.Menu().At(command.id).enabled = false;
+    window.ShowMenu();
+    Press(window, command.id);
+    Pick(window, command.id);
+    EXPECT_EQ(runs[command.id], 2) << command.text;
+  }
+  EXPECT_EQ(beeps_, 0);
 }
 
 TEST_F(CommandsTest, AnUnknownNumberDoesNothing) {

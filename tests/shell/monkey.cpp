@@ -4,6 +4,9 @@
 #include "shell/map/map_view.h"
 #include "shell/map_window_widget.h"
 #include "shell/preferences_file.h"
+#include "shell/progress/busy_work.h"
+#include "shell/progress/progress_box.h"
+#include "shell/recovery/map_recovery.h"
 #include "shell/task_window.h"
 
 #include <QAbstractButton>
@@ -89,6 +92,11 @@ Monkey::Monkey(std::uint64_t seed)
     ended_ = true;
   };
   PlugPreferences(shell_, own_.Path());
+  // The shell frees it.
+  recovery_ = new MapRecovery(shell_, own_.Path("recovery"));
+  recovery_->clock = [this] { return time_; };
+  shell_.recoverMaps = [this] { return recovery_->OfferCopies(); };
+  shell_.clock = [this] { return WatchWork(); };
   // Without it every question for help asks for its file.
   if (dice_.OneIn(2)) std::filesystem::create_symlink(HELP_FILE, own_.Path("Orvane.qch"));
   connect(&shell_, &Shell::mapSaved, this, [this](Map* map, const QString&) {
@@ -226,7 +234,7 @@ std::string Monkey::AnyNewFile() {
 
 void Monkey::Act() {
   using Action = void (Monkey::*)();
-  static constexpr std::array<std::pair<int, Action>, 14> Actions{
+  static constexpr std::array<std::pair<int, Action>, 15> Actions{
       {{22, &Monkey::PressKey},
        {24, &Monkey::UseMouse},
        {6, &Monkey::TurnWheel},
@@ -240,6 +248,7 @@ void Monkey::Act() {
        {2, &Monkey::DropFiles},
        {4, &Monkey::Edit},
        {1, &Monkey::LetOthersWrite},
+       {2, &Monkey::LetTimePass},
        {2, &Monkey::ChangeWindowState}}};
   int all = 0;
   for (const auto& [weight, action] : Actions) all += weight;
@@ -498,6 +507,25 @@ void Monkey::LetOthersWrite() {
   Note("another program writes " + name);
   folder_.Write(name, maps_.Text({}));
   AllowWriting(folder_.Path(name));
+}
+
+void Monkey::LetTimePass() {
+  Note("a minute passes");
+  time_ += std::chrono::seconds(70);
+  recovery_->WriteWhatIsDue();
+}
+
+std::chrono::milliseconds Monkey::WatchWork() {
+  // The timer that answers boxes stands still as long as this one is there.
+  const QWidgetList all = QApplication::topLevelWidgets();
+  for (QWidget* widget : all) {
+    auto* box = qobject_cast<ProgressBox*>(widget);
+    if (box == nullptr || !box->isVisible() || !dice_.OneIn(3)) continue;
+    Note("  call off \"" + box->windowTitle().toStdString() + "\"");
+    QTest::keyClick(box, Qt::Key_Escape);
+  }
+  if (dice_.OneIn(4)) workTime_ += BusyWork::Patience;
+  return workTime_;
 }
 
 void Monkey::ChangeWindowState() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "commands/file_dialogs.h"
+#include "commands/recovery_timing.h"
 #include "shell/messages/box_messages.h"
 #include "shell/random_map.h"
 #include "shell/shell.h"
@@ -10,6 +11,7 @@
 #include <QPointer>
 #include <QTimer>
 
+#include <chrono>
 #include <deque>
 #include <functional>
 #include <map>
@@ -22,6 +24,7 @@ class QWidget;
 
 namespace orvane {
 
+class MapRecovery;
 class MapView;
 class TaskWindow;
 
@@ -58,6 +61,8 @@ class Monkey final : public QObject {
   void DropFiles();
   void Edit();
   void LetOthersWrite();
+  void LetTimePass();
+  std::chrono::milliseconds WatchWork();
   void ChangeWindowState();
   void AnswerBox();
   void AnswerField(QWidget& box);
@@ -98,7 +103,10 @@ class Monkey final : public QObject {
   std::deque<std::string> events_;
   std::map<std::string, std::string> files_;  ///< of the user's folder, as they last stood
   std::set<std::string> writable_;            ///< what a save action has been given since then
-  int boxSteps_ = 0;                          ///< answers since the last event
+  MapRecovery* recovery_ = nullptr;
+  RecoveryTiming::Time time_{};
+  std::chrono::milliseconds workTime_{0};
+  int boxSteps_ = 0;  ///< answers since the last event
   int windowsSeen_ = 0;
   bool ended_ = false;
 };

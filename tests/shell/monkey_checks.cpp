@@ -174,7 +174,9 @@ void Monkey::CheckMenu(MapWindowWidget& window) {
 void Monkey::CheckView(MapWindowWidget& window) {
   const MapWindow& view = window.View().View();
   for (const double number : {view.top, view.bottom, view.left, view.right}) {
-    EXPECT_TRUE(std::isfinite(number)) << number;
+    EXPECT_TRUE(std::isfinite(number))
+        << number << " in the view of " << view.map->fileName << " at scale " << view.scale
+        << " about " << view.centralLongitude;
   }
   EXPECT_TRUE(std::isfinite(view.rotation));
   EXPECT_GE(static_cast<double>(view.scale), SmallestScale * 0.999);
