@@ -59,11 +59,12 @@ class GuidePictures {
 
   /// \return false if a picture could not be written
   bool Make() {
-    MapWindowWidget& window = shell_.OpenFile(site_.toStdString() + "/season.map");
-    window.resize(WindowSize);
+    MapWindowWidget* const window = shell_.OpenFile(site_.toStdString() + "/season.map");
+    if (window == nullptr) return false;
+    window->resize(WindowSize);
     LetPass(NoteTime);
-    ShowMap(window);
-    ShowDialogs(window);
+    ShowMap(*window);
+    ShowDialogs(*window);
     ShowMessages();
     return good_;
   }
