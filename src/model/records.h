@@ -174,14 +174,14 @@ struct Trail {
   std::optional<std::string> note;
 
   // Metrics, filled by MeasureTrail and never saved.
-  double plane[3] = {0, 0, 0};       ///< altitude = a * north + b * east + c, metres from the mean
-  double aspect = 0;                 ///< radians
-  double slope = 0;                  ///< radians
-  double area = 0;                   ///< square metres
-  double slantedArea = 0;            ///< square metres
-  double groundLength = NoAltitude;  ///< metres, or -9999 if some point has no altitude
-  double minAltitude = NoAltitude;   ///< metres, or -9999
-  double maxAltitude = NoAltitude;   ///< metres, or -9999
+  double plane[3] = {0, 0, 0};  ///< altitude = a * north + b * east + c, metres from the mean
+  double aspect = 0;            ///< radians
+  double slope = 0;             ///< radians
+  double area = 0;              ///< square metres
+  double slantedArea = 0;       ///< square metres
+  double groundLength = double{NoAltitude};  ///< metres, or -9999 if some point has no altitude
+  double minAltitude = double{NoAltitude};   ///< metres, or -9999
+  double maxAltitude = double{NoAltitude};   ///< metres, or -9999
 };
 
 // --- Grids ----------------------------------------------------------------------------------

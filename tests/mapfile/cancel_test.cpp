@@ -96,7 +96,9 @@ TEST_F(CancelTest, CalledOffAtAnyMomentItLeavesNothing) {
     again.progress = nullptr;
     Map* then = OpenMapUnlessCancelled(again, path);
     ASSERT_NE(then, nullptr);
-    if (at % 3 == 0) EXPECT_EQ(Saved(*then), saved);
+    if (at % 3 == 0) {
+      EXPECT_EQ(Saved(*then), saved);
+    }
   }
   EXPECT_EQ(&other, &*std::next(workspace.maps.begin(), 2));
 }
