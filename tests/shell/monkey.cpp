@@ -80,6 +80,7 @@ class Monkey::Dialogs final : public FileDialogs {
 
 Monkey::Monkey(std::uint64_t seed)
     : seed_(seed), dice_(seed), maps_(dice_), workspace_(boxes_), shell_(workspace_, boxes_) {
+  Note("seed " + std::to_string(seed));
   // It stays to the end of the program, as that of a real screen does.
   static QPointingDevice* const screen = QTest::createTouchDevice();
   fingers_ = screen;
@@ -539,12 +540,12 @@ void Monkey::ChangeWindowState() {
 }
 
 void Monkey::AnswerField(QWidget& box) {
-  static const std::array<QString, 9> Texts{
+  static const std::array<QString, 9> texts{
       QStringLiteral("1px = 2m"), QStringLiteral("Kana25"), QStringLiteral("-2.5"),
       QStringLiteral("45"),       QStringLiteral("Ridge*"), QStringLiteral(""),
       QStringLiteral("nan"),      QStringLiteral("1e-300"), QString(300, QLatin1Char('x'))};
   auto* field = box.findChild<QLineEdit*>();
-  if (field != nullptr && !field->isReadOnly()) field->setText(dice_.Of(Texts));
+  if (field != nullptr && !field->isReadOnly()) field->setText(dice_.Of(texts));
 }
 
 void Monkey::AnswerBox() {

@@ -213,7 +213,7 @@ std::map<std::string, std::string> Monkey::ReadAllFiles() const {
 void Monkey::CheckFiles() {
   // Shapefiles stand beside the one that was named, under names of their own.
   const bool shapes =
-      writable_.count(std::filesystem::canonical(folder_.Path("")).string() + "/points.shp") != 0;
+      writable_.contains(std::filesystem::canonical(folder_.Path("")).string() + "/points.shp");
   const auto isShape = [](const std::string& name) {
     const std::string ending = std::filesystem::path(name).extension().string();
     return ending == ".shp" || ending == ".shx" || ending == ".dbf";
@@ -226,7 +226,7 @@ void Monkey::CheckFiles() {
   for (const auto& [name, text] : now) {
     const auto before = files_.find(name);
     if (before != files_.end() && before->second == text) continue;
-    EXPECT_TRUE(writable_.count(folder + "/" + name) != 0 || (shapes && isShape(name)))
+    EXPECT_TRUE(writable_.contains(folder + "/" + name) || (shapes && isShape(name)))
         << name << " was written without a save";
   }
   files_ = std::move(now);

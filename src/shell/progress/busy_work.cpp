@@ -99,7 +99,10 @@ BusyWork::BusyWork(Workspace& workspace, BoxMessages& boxes, const QString& occa
 
 BusyWork::~BusyWork() {
   if (isOutermost_) workspace_.progress = nullptr;
-  if (!box_) return;
+  if (box_) HideBox();
+}
+
+void BusyWork::HideBox() {
   guard_.reset();
   for (const auto& window : unpainted_) {
     if (window.isNull()) continue;
@@ -118,7 +121,7 @@ void BusyWork::ShowBox() {
     unpainted_.emplace_back(window);
   }
   box_ = std::make_unique<ProgressBox>(occasion_, QApplication::activeWindow());
-  QObject::connect(box_.get(), &ProgressBox::cancelPressed, box_.get(), [this] {
+  QObject::connect(box_.get(), &ProgressBox::cancelRequested, box_.get(), [this] {
     Cancel();
     box_->ShowStopping();
   });

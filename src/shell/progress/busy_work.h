@@ -45,6 +45,7 @@ class BusyWork final : public Progress {
 
  private:
   void ShowBox();
+  void HideBox();
   void Serve();
 
   MessageBatch batch_;  // ends last, when the box is gone

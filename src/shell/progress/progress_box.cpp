@@ -81,7 +81,7 @@ void ProgressBox::ShowStopping() {
 }
 
 void ProgressBox::reject() {
-  if (!stopping_ && cancel_->isEnabled()) Q_EMIT cancelPressed();
+  if (!stopping_ && cancel_->isEnabled()) Q_EMIT cancelRequested();
 }
 
 }  // namespace orvane

@@ -30,7 +30,7 @@ class ProgressBox final : public QDialog {
   void reject() override;
 
  Q_SIGNALS:
-  void cancelPressed();
+  void cancelRequested();
 
  private:
   QLabel* stage_;
