@@ -96,7 +96,9 @@ void Monkey::CheckWindows() {
       ++taskWindows;
       CheckStartMenu(*window);
     }
-    if (auto* dialog = qobject_cast<QDialog*>(widget)) EXPECT_FALSE(dialog->isModal());
+    if (auto* dialog = qobject_cast<QDialog*>(widget)) {
+      EXPECT_FALSE(dialog->isModal());
+    }
   }
   EXPECT_EQ(mapWindows, open.size());
   EXPECT_EQ(taskWindows, open.empty() ? 1U : 0U);
