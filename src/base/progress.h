@@ -24,7 +24,8 @@ class Progress {
   /// From now on the work can't be called off: it changes what stays.
   void Commit() { ++mustFinish_; }
 
-  /// Called now and then while work goes on, by the thread that began it. It may show that, but changes no map.
+  /// Called now and then while work goes on, by the thread that began it. It may show that, but
+  /// changes no map.
   /// \param done  how much of the stage is behind; from 0 to `of`
   /// \param of    the whole of it, in whatever the work counts; 0 where it does not know
   virtual void Reach(WorkStage stage, size_t done, size_t of) = 0;

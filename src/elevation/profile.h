@@ -1,8 +1,8 @@
 #pragma once
 
 #include "base/messages.h"
-#include "model/altitude_estimates.h"
 #include "geometry/poly.h"
+#include "model/altitude_estimates.h"
 #include "model/map.h"
 
 #include <cstdint>

@@ -89,12 +89,12 @@ struct Map {
   /// Of the file when it was last read or written whole; none if neither has been. Whoever writes
   /// over a file with other bytes destroys what someone else has put there.
   std::optional<FileMark> fileMark;
-  Map* basis = nullptr;            ///< the map that this one rests on
-  double magneticDeviation = 0;    ///< degrees, added to compass bearings
-  std::uint32_t flags = 0;         ///< `MapFlag` bits
-  PackedDate date = 0;             ///< stays 0 for maps read from a file
-  int contourEnabled = 0;          ///< contours are offered while this and the interval are not 0
-  int contourInterval = 0;         ///< metres between contour levels
+  Map* basis = nullptr;          ///< the map that this one rests on
+  double magneticDeviation = 0;  ///< degrees, added to compass bearings
+  std::uint32_t flags = 0;       ///< `MapFlag` bits
+  PackedDate date = 0;           ///< stays 0 for maps read from a file
+  int contourEnabled = 0;        ///< contours are offered while this and the interval are not 0
+  int contourInterval = 0;       ///< metres between contour levels
   std::array<std::optional<std::string>, 3> smName;  ///< names of SM1, SM2, SM3
 
   /// Every name and synonym of an ordinary named point, by `NameBucket`; newest first. Change it

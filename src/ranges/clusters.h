@@ -31,8 +31,9 @@ constexpr size_t MostClusterLocations = 500000000;
 ///                  `mostLocations` distinct locations or the memory does not suffice; internal
 ///                  errors of hulls
 /// \param progress  is told of it, and may call it off
-/// \return null after that, for what was called off, for an empty list, for points whose extent north or east is below a
-///         thousandth of a millimetre, and for places that are no numbers or lie 1e16 m apart
+/// \return null after that, for what was called off, for an empty list, for points whose extent
+///         north or east is below a thousandth of a millimetre, and for places that are no numbers
+///         or lie 1e16 m apart
 std::unique_ptr<ClusterTree> ClusterPoints(PointSpan points, Messages& messages,
                                            size_t mostLocations = MostClusterLocations,
                                            Progress* progress = nullptr);
