@@ -1,5 +1,5 @@
 // Ten thousand events at random, in ten runs that can stand side by side. MONKEY_TRACE=1 in the
-// environment writes each event out as it happens.
+// environment writes each event out as it happens; MONKEY_SEEDS=100 takes the seeds from 101 on.
 
 #include "shell/monkey.h"
 
@@ -13,7 +13,8 @@ class MonkeyTest : public testing::TestWithParam<int> {};
 TEST_P(MonkeyTest, WhateverIsDoneTheProgramHolds) {
   constexpr int Events = 1000;
   constexpr int EventsBetweenChecks = 5;
-  Monkey monkey(static_cast<std::uint64_t>(GetParam()));
+  Monkey monkey(
+      static_cast<std::uint64_t>(GetParam() + qEnvironmentVariableIntValue("MONKEY_SEEDS")));
   for (int i = 0; i < Events && !HasFailure(); ++i) {
     monkey.Act();
     if (i % EventsBetweenChecks == 0) monkey.Check();
