@@ -58,6 +58,14 @@ std::string AskMapName(const Map& map, const SaveContext& context) {
 
 enum ChangedFileAnswer { ChangedSaveAs = 1, ChangedCancel = 2, ChangedOverwrite = 3 };
 
+/// True if another file than the one that the map was read from, or written to, stands there.
+bool HoldsOtherBytes(const Map& map, const std::string& path) {
+  std::error_code error;
+  if (!std::filesystem::exists(path, error)) return false;
+  const std::optional<std::string> content = ReadWholeFile(path);
+  return !content || !map.fileMark || MarkOf(*content) != *map.fileMark;
+}
+
 /// Asks about a file that has changed on the disk, if it has.
 /// \return what to do; to write it, if there is nothing to ask
 ChangedFileAnswer AskAboutChange(const Map& map, const std::string& path) {
@@ -72,6 +80,20 @@ ChangedFileAnswer AskAboutChange(const Map& map, const std::string& path) {
 
 enum BasisAnswer { BasisSave = 1, BasisDontSave = 2, BasisCancel = 3 };
 
+enum OtherBasisAnswer { OtherBasisDontSave = 1, OtherBasisCancel = 2, OtherBasisOverwrite = 3 };
+
+/// The user never chose the file to which the basis goes, and so has not been asked whether it is
+/// to be replaced.
+/// \return what to do; to write it, if there is nothing to ask
+OtherBasisAnswer AskAboutOtherBasis(const Map& basis, const std::string& path) {
+  if (!HoldsOtherBytes(basis, path)) return OtherBasisOverwrite;
+  const int answer =
+      AskUser(basis.workspace->messages, "Basis File Exists", "Don't Save", "Cancel", "Overwrite",
+              "Another %s stands in that directory. Overwriting it destroys what stands there now.",
+              {BaseName(path)});
+  return static_cast<OtherBasisAnswer>(answer);
+}
+
 /// Offers to save the basis beside the map.
 /// \return false if the whole save is off
 bool SaveBasisBeside(Map& basis, const std::string& path, bool full, const SaveContext& context) {
@@ -81,17 +103,22 @@ bool SaveBasisBeside(Map& basis, const std::string& path, bool full, const SaveC
               "Do you want to save the basis files into the same directory as the main map?");
   if (answer == BasisCancel) return false;
   if (answer == BasisDontSave) return true;
-  return WriteUnder(basis, ReplaceBaseName(path, BaseName(basis.fileName)), full, context);
+  const std::string beside = ReplaceBaseName(path, BaseName(basis.fileName));
+  switch (AskAboutOtherBasis(basis, beside)) {
+    case OtherBasisDontSave:
+      return true;
+    case OtherBasisCancel:
+      return false;
+    case OtherBasisOverwrite:
+      break;
+  }
+  return WriteUnder(basis, beside, full, context);
 }
 
 }  // namespace
 
 bool HasChangedOnDisk(const Map& map, const std::string& path) {
-  if (!IsSameFile(path, map.fileName)) return false;
-  std::error_code error;
-  if (!std::filesystem::exists(path, error)) return false;
-  const std::optional<std::string> content = ReadWholeFile(path);
-  return !content || !map.fileMark || MarkOf(*content) != *map.fileMark;
+  return IsSameFile(path, map.fileName) && HoldsOtherBytes(map, path);
 }
 
 bool SaveChangedMaps(Map& map, const SaveContext& context) {

@@ -1,5 +1,6 @@
 #include "commands/save_map.h"
 
+#include "base/file_mark.h"
 #include "commands/close_map.h"
 #include "mapfile/open_map.h"
 #include "mapfile/reader.h"
@@ -384,6 +385,49 @@ TEST_F(BasisQuestion, CancelSavesNothing) {
   EXPECT_TRUE(IsDirty(map_));
   EXPECT_EQ(map_.fileName, folder_.Path("season.map"));
   EXPECT_FALSE(Exists("other/season.map"));
+}
+
+class OtherBasisQuestion : public BasisQuestion {
+ protected:
+  OtherBasisQuestion() { folder_.Write("other/trails.map", "* of another site\n"); }
+};
+
+TEST_F(OtherBasisQuestion, ComesBeforeAnotherFileOfThatNameIsReplaced) {
+  messages_.answers = {1, 3};
+  EXPECT_TRUE(SaveMapAs(map_, true, Context()));
+  const auto& question = messages_.Questions().at(1);
+  EXPECT_EQ(question.title, "Basis File Exists");
+  EXPECT_EQ(question.text,
+            "Another trails.map stands in that directory. Overwriting it destroys what stands "
+            "there now.");
+  EXPECT_EQ(question.buttons, (std::vector<std::string>{"Don't Save", "Cancel", "Overwrite"}));
+  EXPECT_EQ(basis_.fileName, folder_.Path("other/trails.map"));
+  EXPECT_EQ(folder_.Read("other/trails.map").find("another site"), std::string::npos);
+}
+
+TEST_F(OtherBasisQuestion, DontSaveLeavesBothFilesAndSavesTheMap) {
+  messages_.answers = {1, 1};
+  EXPECT_TRUE(SaveMapAs(map_, true, Context()));
+  EXPECT_EQ(basis_.fileName, folder_.Path("trails.map"));
+  EXPECT_TRUE(IsDirty(basis_));
+  EXPECT_FALSE(IsDirty(map_));
+  EXPECT_EQ(folder_.Read("other/trails.map"), "* of another site\n");
+}
+
+TEST_F(OtherBasisQuestion, CancelSavesNothing) {
+  messages_.answers = {1, 2};
+  EXPECT_FALSE(SaveMapAs(map_, true, Context()));
+  EXPECT_TRUE(IsDirty(map_));
+  EXPECT_FALSE(Exists("other/season.map"));
+  EXPECT_EQ(folder_.Read("other/trails.map"), "* of another site\n");
+}
+
+TEST_F(OtherBasisQuestion, DoesNotComeForACopyOfTheBasisAsItWasRead) {
+  basis_.fileMark = MarkOf("* of another site\n");
+  messages_.answers = {1};
+  EXPECT_TRUE(SaveMapAs(map_, true, Context()));
+  EXPECT_EQ(messages_.Questions().size(), 1U);
+  EXPECT_EQ(basis_.fileName, folder_.Path("other/trails.map"));
 }
 
 TEST_F(BasisQuestion, IsNotAskedInTheFolderOfTheBasis) {
