@@ -42,7 +42,7 @@ struct Workspace {
   Messages& messages;            ///< where messages and questions go
   Progress* progress = nullptr;  ///< is told of long work and may call it off; null for nobody
   Preferences preferences;
-  std::forward_list<Map> maps;  ///< every map ever made, newest first; none is ever freed
+  std::forward_list<Map> maps;  ///< every map ever opened or made, newest first; none goes
   double lastLatitude = 0;      ///< degrees of the last GPS reading of any file: what a fix that
   double lastLongitude = 0;     ///< leaves out its degrees takes
   ReadingState reading;
