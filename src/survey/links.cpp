@@ -4,6 +4,7 @@
 #include "model/workspace.h"
 
 #include <unordered_map>
+#include <vector>
 
 // Each pair of points between which shots were taken gets one link in either direction. While
 // measurements are gathered a link holds weighted sums; when both its ends have been visited they
@@ -114,7 +115,8 @@ void AddShotToOtherMap(Point& point, const Measurement& reading) {
   }
 }
 
-/// Collects the measurements of the points of one walk.
+/// Collects the measurements of the points of a map and of its basis chain. One walk covers the
+/// whole chain: a point that a map and its basis both list gives its readings once.
 class Collector {
  public:
   Collector(Map& map, LinkStore& links) : walk_(map), links_(links) {}
@@ -141,6 +143,14 @@ class Collector {
     for (Link* link = point.links; link != nullptr; link = link->next)
       FinishLink(point, *link, false);
     for (Link* ray = point.rays; ray != nullptr; ray = ray->next) FinishLink(point, *ray, true);
+  }
+
+  /// Turns the links that still hold sums into means: no list holds their far end, so the walk never
+  /// came to it.
+  void FinishOpenLinks() {
+    for (Link* link : openLinks_) {
+      if (!walk_.Visited(*link->other)) TakeMeans(*link);
+    }
   }
 
  private:
@@ -176,25 +186,44 @@ class Collector {
       mirror.reverse = &link;
       link.reverse = &mirror;
     }
-    Link& mirror = *link.reverse;
-    const auto count = static_cast<float>(link.count);
     if (walk_.Visited(far)) {
-      link.distance /= count;
-      link.bearing /= count;
-      link.inclination /= count;
-      mirror.bearing = link.bearing - HalfTurn;
-      if (mirror.bearing < 0) mirror.bearing += FullTurn;
+      TakeMeans(link);
     } else {
-      mirror.bearing = link.bearing - count * HalfTurn;
-      if (mirror.bearing < 0) mirror.bearing += count * FullTurn;
+      PassSumsOn(link);
+      openLinks_.push_back(&link);
     }
-    mirror.distance = link.distance;
-    mirror.inclination = -link.inclination;
-    mirror.count = link.count;
+  }
+
+  /// Divides the sums of a link by its count, and gives its reverse the mirror of the means.
+  static void TakeMeans(Link& link) {
+    const auto count = static_cast<float>(link.count);
+    link.distance /= count;
+    link.bearing /= count;
+    link.inclination /= count;
+    Link& mirror = *link.reverse;
+    mirror.bearing = link.bearing - HalfTurn;
+    if (mirror.bearing < 0) mirror.bearing += FullTurn;
+    MirrorTheRest(link);
+  }
+
+  /// Gives the reverse of a link the mirror of its sums, so that the far end can add its own shots.
+  static void PassSumsOn(Link& link) {
+    const auto count = static_cast<float>(link.count);
+    Link& mirror = *link.reverse;
+    mirror.bearing = link.bearing - count * HalfTurn;
+    if (mirror.bearing < 0) mirror.bearing += count * FullTurn;
+    MirrorTheRest(link);
+  }
+
+  static void MirrorTheRest(Link& link) {
+    link.reverse->distance = link.distance;
+    link.reverse->inclination = -link.inclination;
+    link.reverse->count = link.count;
   }
 
   SolverWalk walk_;
   LinkStore& links_;
+  std::vector<Link*> openLinks_;  ///< held sums when their holder was visited
 };
 
 }  // namespace
@@ -202,10 +231,11 @@ class Collector {
 SolverWalk::SolverWalk(Map& map) : number_(++map.workspace->solverWalks) {}
 
 void BuildLinks(Map& map, LinkStore& links) {
+  Collector collector(map, links);
   for (Map* level = &map; level != nullptr; level = level->basis) {
-    Collector collector(map, links);
     ForEachPoint(*level, [&](Point& point) { collector.CollectMeasurements(point); });
   }
+  collector.FinishOpenLinks();
 }
 
 void FreeLinks(LinkStore& links) {

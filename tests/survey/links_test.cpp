@@ -7,7 +7,7 @@
 namespace orvane {
 namespace {
 
-struct Links : test::SurveyFixture {
+struct LinksFixture : test::SurveyFixture {
   LinkStore store;
 
   /// The link from `from` to `to` of a map that is read but not solved.
@@ -19,6 +19,9 @@ struct Links : test::SurveyFixture {
     EXPECT_NE(link, nullptr) << from << " to " << to;
     return link == nullptr ? none : *link;
   }
+};
+
+struct Links : LinksFixture {
   Map& Gather(std::string_view text) {
     Map& map = Read(text);
     BuildLinks(map, store);
@@ -135,8 +138,7 @@ TEST_F(Links, GoWithTheSolve) {
 }
 
 /// A map that rests on another, far from where a degree of longitude is as long as one of latitude.
-struct ShotsToBasis : test::SurveyFixture {
-  LinkStore store;
+struct ShotsToBasis : LinksFixture {
   Map* basis = nullptr;
 
   Map& Rest(std::string_view basisText, std::string_view text) {
@@ -189,6 +191,64 @@ TEST_F(ShotsToBasis, PlaceTheirHolders) {
   ExpectAt(map, "B", 100, 0);
   ExpectAt(map, "D", 100, 50);
   EXPECT_EQ(Said(), Texts{});
+}
+
+/// A season's map whose points stand on a trail of its basis.
+struct LinksAcrossBasis : ShotsToBasis {
+  static constexpr double Lat = 20;
+  static constexpr double Lon = 100;
+
+  /// Metres north and east of the fix of the survey.
+  static void ExpectFromFix(const Map& map, std::string_view name, double north, double east) {
+    ASSERT_TRUE(Placed(map, name)) << name;
+    const LatLon& geo = Named(map, name).geo;
+    const Meters at = LatLonToMeters(geo.lat, geo.lon - Lon);
+    EXPECT_NEAR(at.north - Lat * MetersPerDegree, north, 1e-2) << name;
+    EXPECT_NEAR(at.east, east, 1e-2) << name;
+  }
+};
+
+TEST_F(LinksAcrossBasis, TakeAShotOnceThatTwoMapsList) {
+  // The basis listed Spring on its trail Pde and gave its shot again: 1200 m, and turned round.
+  Map& map = Rest("T\tPde\tTrail\n",
+                  "T\tPde\tHuman\nG\tSpring\tN20 0\tE100 0\n"
+                  "T\tNew\tHuman\nC\tSpring\tHQ\t600\t90\t0\n");
+  FinishMap(map);
+  ExpectFromFix(map, "HQ", 0, 600);
+  EXPECT_EQ(Named(map, "Spring").positionWeight, 1);
+  EXPECT_EQ(Said(), Texts{});
+}
+
+TEST_F(LinksAcrossBasis, TakeAllShotsOfAPointThatOnlyTheBasisLists) {
+  Map& map = Rest("T\tPde\tTrail\n",
+                  "T\tPde\tHuman\nC\tSpring\tHQ\t600\t90\t0\t\t2\nC\tSpring\tHQ\t300\t90\t0\n"
+                  "T\tNew\tHuman\nG\tHQ\tN20 0\tE100 0\nC\tHQ\tSpring\t500\t280\t0\t\t5\n");
+  BuildLinks(map, store);
+  const Link& link = LinkOf(map, "Spring", "HQ");
+  EXPECT_FLOAT_EQ(link.distance, 500);  // (2 * 600 + 300 + 5 * 500) / 8
+  EXPECT_FLOAT_EQ(link.bearing, 96.25F);
+  EXPECT_FLOAT_EQ(LinkOf(map, "HQ", "Spring").bearing, 276.25F);
+}
+
+TEST_F(LinksAcrossBasis, AverageTheShotsAtAPointThatStandsInNoList) {
+  // The trail is given twice, so its first points are on it no more, and no list has them.
+  Map& map = Rest("",
+                  "T\tPde\tHuman\nP\tGone\nT\nG\tHQ\tN20 0\tE100 0\n"
+                  "C\tHQ\tGone\t600\t90\t10\t\t2\nC\tHQ\tGone\t300\t90\t10\n"
+                  "C\tHQ\tGone\t0\t80\t\t\t2\nT\tPde\tHuman\nP\tOther\n");
+  for (Point* listed : map.loosePoints) ASSERT_NE(listed->name, "Gone");
+  map.loosePoints.push_front(&Named(map, "HQ"));
+  BuildLinks(map, store);
+  const Link& link = LinkOf(map, "HQ", "Gone");
+  EXPECT_FLOAT_EQ(link.distance, 500);
+  EXPECT_FLOAT_EQ(link.bearing, 90);
+  EXPECT_FLOAT_EQ(link.inclination, 10);
+  EXPECT_FLOAT_EQ(link.reverse->distance, 500);
+  EXPECT_FLOAT_EQ(link.reverse->bearing, 270);
+  EXPECT_FLOAT_EQ(link.reverse->inclination, -10);
+  ASSERT_NE(Named(map, "HQ").rays, nullptr);
+  EXPECT_FLOAT_EQ(Named(map, "HQ").rays->bearing, 80);
+  EXPECT_FLOAT_EQ(Named(map, "Gone").rays->bearing, 260);
 }
 
 TEST_F(ShotsToBasis, LeaveTheBasisWhereItIs) {
