@@ -36,6 +36,13 @@ void ProjectFollows(Range& range) {
   for (const Trail* follow : range.follows) ProjectPoints(follow->points, lon, lat);
 }
 
+/// Puts the points of the range and of its follows back into the plane of a solved map: a place that
+/// is looked up along a trail must not depend on whether a range exists.
+void ReturnToAbsolutePlane(Range& range) {
+  ProjectPoints(range.points, 0, 0);
+  for (const Trail* follow : range.follows) ProjectPoints(follow->points, 0, 0);
+}
+
 /// All steps but the clusters, which need nothing of the others.
 void AnalyzeWithoutClusters(Range& range, Map& map) {
   ClearRangeAnalysis(range);
@@ -47,7 +54,7 @@ void AnalyzeWithoutClusters(Range& range, Map& map) {
   TallyRangeOnGrid(map, range);
   range.mcpArea = PolygonArea(range.hull);
   RangePathLength(range);
-  ProjectPoints(range.points, 0, 0);
+  ReturnToAbsolutePlane(range);
 }
 
 }  // namespace

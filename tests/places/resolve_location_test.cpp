@@ -232,6 +232,20 @@ TEST_F(Locations, RightAndLeftAreToldFromTheDirectionOfTravel) {
   ExpectNothing("10m l of Ridge");
 }
 
+TEST_F(Locations, RightOfAMarkIsTheSamePlaceWithARangeAndWithout) {
+  // The range takes 0830 only; Pde20 stayed in the plane of the range, which turned the direction.
+  const std::string follow =
+      "T\tPde\tChimp\nG\tPde20\tN60\tE20\nG\t0830\tN60.001\tE20.002\nG\t0930\tN60.002\tE20\n";
+  Map& plain = Open(follow, "plain.map");
+  Map& withRange = Open(follow + "R\tMorning\nK\tChimp\t\t8:00-9:00\n", "range.map");
+  ASSERT_EQ(withRange.ranges.front().points.size(), 1U);
+  const auto expected = ResolveLocation(plain, "10m right of Pde20");
+  const auto found = ResolveLocation(withRange, "10m right of Pde20");
+  ASSERT_TRUE(expected && found);
+  EXPECT_EQ(found->place.lat, expected->place.lat);
+  EXPECT_EQ(found->place.lon, expected->place.lon);
+}
+
 TEST_F(Locations, ARelativePlaceMustBeWhole) {
   for (const char* text :
        {"m east of Camp", "20 east of Camp", "20ft east of Camp", "20m East of Camp",

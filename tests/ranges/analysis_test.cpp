@@ -110,6 +110,22 @@ TEST_F(AnalysisTest, ReturnsPointsToTheirAbsoluteForm) {
   }
 }
 
+TEST_F(AnalysisTest, ReturnsPointsOutsideItsTimesToTheirAbsoluteForm) {
+  // These stayed in the plane of the range, and moved what was looked up by them.
+  const Trail& trail = AddSquare("A", 0, 0, 400);
+  Range& some = AddRange("some", {KeyOf("A", 490, 530)});
+  Range& none = AddRange("none", {KeyOf("A", 600, 610)});
+  for (Range* range : {&some, &none}) {
+    AnalyzeRange(*range, map);
+    ASSERT_LT(range->points.size(), trail.points.size());
+    for (const Point* point : trail.points) {
+      const Meters expected = LatLonToMeters(point->geo.lat, point->geo.lon);
+      EXPECT_EQ(point->projected.north, expected.north) << point->name;
+      EXPECT_EQ(point->projected.east, expected.east) << point->name;
+    }
+  }
+}
+
 TEST_F(AnalysisTest, GivesAnEmptyRangeNoFigures) {
   AddGrid(50, 0, 0);
   Range& range = AddRangeOf("Nobody");
