@@ -1,6 +1,7 @@
 #include "survey/positions.h"
 
 #include "geo/earth.h"
+#include "survey/links.h"
 
 namespace orvane {
 
@@ -46,8 +47,18 @@ bool NeedsSolving(Map& map) {
 
 void ClearOwnPositions(Map& map) {
   for (Trail& trail : map.trails) trail.flags &= ~std::uint32_t{TrailMeasured};
+  SolverWalk bases(map);
+  ForEachPoint(map, [&](const Point& point) {
+    for (const Measurement& reading : point.measurements) {
+      if (reading.base != nullptr) bases.FirstVisit(*reading.base);
+    }
+  });
   ForEachPoint(map, [&](Point& point) {
-    if (point.map == &map) point.flags &= ~std::uint32_t{PointPlaced | PointInProgress};
+    if (point.map != &map) return;
+    point.flags &= ~std::uint32_t{PointInProgress};
+    // Without a reading at either end nothing could give the point its place again.
+    const bool canBeSolved = !point.measurements.empty() || bases.Visited(point);
+    if (canBeSolved) point.flags &= ~std::uint32_t{PointPlaced};
   });
 }
 

@@ -18,8 +18,10 @@ bool QuickPosition(Point& point);
 /// \return true if the map must be solved
 bool NeedsSolving(Map& map);
 
-/// Takes the placed mark off every point of the map's lists that this map made, and the mark of what
-/// was measured on those places off its trails; points of its basis keep their places.
+/// Prepares the map for solving: clears `PointPlaced` of the points in its lists that it made, and
+/// `TrailMeasured` of its trails. Points of its basis keep their places. So does a point without a
+/// reading that is not the base of a reading of a listed point: only an `L` line gave it its place,
+/// and no solve could find it again.
 void ClearOwnPositions(Map& map);
 
 }  // namespace orvane

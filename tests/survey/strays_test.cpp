@@ -218,5 +218,57 @@ TEST_F(Quick, AMapOlderThanItsBasisNeedsTheSolver) {
   EXPECT_TRUE(NeedsSolving(map));
 }
 
+/// Places that an `L` line gives. Solving used to clear them all, and a save then wrote `P` lines.
+using StoredPlaces = test::SurveyFixture;
+
+TEST_F(StoredPlaces, OfPointsWithoutReadingsOutliveEverySolve) {
+  Map& map = Open(
+      "T\tW\nL\tA\t3\t4\t55\nG\tFix\tN1\tE1\nC\tNew\tFix\t10\t180\nT\nL\tLoose\t5\t6\nL\t\t7\t8\n");
+  for (int turn = 0; turn < 2; ++turn) {
+    for (const auto& [name, lat] : {std::pair{"A", 3.0}, {"Loose", 7.0}}) {
+      EXPECT_TRUE(Placed(map, name)) << name;
+      EXPECT_EQ(Named(map, name).geo.lat, lat);
+      EXPECT_EQ(Named(map, name).projected.north, lat * MetersPerDegree);
+    }
+    ExpectAltitude(map, "A", 55);
+    EXPECT_TRUE(Placed(map, "New"));
+    Solve(map);
+  }
+  EXPECT_EQ(Said(), Texts{});
+}
+
+TEST_F(StoredPlaces, OutliveABasisWithALaterDate) {
+  Map& basis = Open("", "basis.map");
+  basis.date = 1;
+  Map& map = Read("T\tW\nL\tA\t3\t4\nG\tB\tN1\tE1\n");
+  map.basis = &basis;
+  FinishMap(map);
+  EXPECT_TRUE(Placed(map, "A"));
+  EXPECT_EQ(Named(map, "A").geo.lon, 4);
+}
+
+TEST_F(StoredPlaces, AreSolvedAnewIfAReadingTouchesThePoint) {
+  // A has a reading, B is the base of one: both follow from Fix.
+  Map& map =
+      Read("T\tW\nG\tFix\tN0\tE0\nC\tA\tFix\t100\t180\nC\tFix\tB\t50\t0\nL\tA\t3\t4\nL\tB\t3\t4\n");
+  EXPECT_TRUE(Placed(map, "A"));
+  EXPECT_TRUE(Placed(map, "B"));
+  ClearOwnPositions(map);
+  EXPECT_FALSE(Placed(map, "A"));
+  EXPECT_FALSE(Placed(map, "B"));
+  SolveMap(map);
+  ExpectAt(map, "A", 100, 0);
+  ExpectAt(map, "B", 50, 0);
+}
+
+TEST_F(StoredPlaces, OfPointsThatOnlyAnUnlistedReadingNamesAreKept) {
+  Map& map = Read("T\tW\nL\tA\t3\t4\n");
+  Measurement& shot = MakePoint(map, "Nowhere").measurements.emplace_front();
+  shot.flags = MeasureCompass;
+  shot.base = &Named(map, "A");
+  ClearOwnPositions(map);
+  EXPECT_TRUE(Placed(map, "A"));
+}
+
 }  // namespace
 }  // namespace orvane
