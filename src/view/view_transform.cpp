@@ -25,8 +25,9 @@ Step ToGround(const MapWindow& view, Step step) {
           std::cos(r) * step.right + std::sin(r) * step.up};
 }
 
-/// Half the height and half the width of the client rectangle in metres, turned as the view is, so
-/// that the corner at pixel (0, 0) comes to stand right.
+/// Half the height and half the width of the client rectangle in metres, turned as the view is.
+/// Both directions of the transform turn about pixel (0, 0), so `top` and `left` need the turned
+/// extents for the middle of the view to be the middle of the window.
 Step HalfExtent(const MapWindow& view) {
   const double scale = static_cast<double>(view.scale);
   const double a = view.clientHeight / (2 * scale);
@@ -51,16 +52,14 @@ bool IsUsable(const SavedView& saved) {
          std::isfinite(saved.longitude) && std::isfinite(static_cast<float>(saved.rotation));
 }
 
-void SetWidthFromScale(MapWindow& view) {
-  const double scale = static_cast<double>(view.scale);
-  view.left = -view.clientWidth / (2 * scale);
-  view.right = view.clientWidth / (2 * scale);
-}
-
-void SetHeightAbout(MapWindow& view, double north) {
-  const double scale = static_cast<double>(view.scale);
-  view.top = north + view.clientHeight / (2 * scale);
-  view.bottom = north - view.clientHeight / (2 * scale);
+/// Sets the four edges from the scale and the rotation.
+/// \param north  metres, of the middle of the client rectangle
+void SetEdgesAbout(MapWindow& view, double north) {
+  const Step half = HalfExtent(view);
+  view.top = north + half.up;
+  view.bottom = north - half.up;
+  view.left = -half.right;
+  view.right = half.right;
 }
 
 /// Sums over the points that an extent is taken of.
@@ -98,6 +97,7 @@ double WrapLongitude(double longitude) {
 }
 
 float BoundedScale(double scale) {
+  if (std::isnan(scale)) return static_cast<float>(SmallestScale);
   return static_cast<float>(std::clamp(scale, SmallestScale, LargestScale));
 }
 
@@ -192,7 +192,7 @@ void InitView(MapWindow& view, const SavedView* saved) {
     view.rotation = static_cast<float>(saved->rotation);
     view.flags &= ~std::uint32_t{MapWindowGridsHidden};
     if (saved->hideGrids) view.flags |= MapWindowGridsHidden;
-    SetHeightAbout(view, DegreesToMeters(saved->latitude));
+    SetEdgesAbout(view, DegreesToMeters(saved->latitude));
   } else {
     Extent extent;
     if (view.map != nullptr) extent = MapExtent(*view.map);
@@ -200,15 +200,11 @@ void InitView(MapWindow& view, const SavedView* saved) {
     view.scale = BoundedScale(shorter / (2 * static_cast<double>(extent.radius)));
     if (view.scale < 0.00002F) extent.east = 0;
     view.centralLongitude = WrapLongitude(MetersToLatLon(extent.north, extent.east).lon);
-    SetHeightAbout(view, extent.north);
+    SetEdgesAbout(view, extent.north);
   }
-  SetWidthFromScale(view);
 }
 
-void ResizeView(MapWindow& view) {
-  SetHeightAbout(view, (view.top + view.bottom) / 2);
-  SetWidthFromScale(view);
-}
+void ResizeView(MapWindow& view) { SetEdgesAbout(view, (view.top + view.bottom) / 2); }
 
 void SizeView(MapWindow& view, int width, int height, const SavedView* saved) {
   SetClientSize(view, width, height);
@@ -238,8 +234,7 @@ void FitToBounds(MapWindow& view, double north, double south, double east, doubl
   }
   view.scale = BoundedScale(scale);
   view.centralLongitude = WrapLongitude(central);
-  SetHeightAbout(view, corner.north);
-  SetWidthFromScale(view);
+  SetEdgesAbout(view, corner.north);
 }
 
 Extent MapExtent(const Map& map) {

@@ -68,7 +68,8 @@ void SetClientSize(MapWindow& view, int width, int height);
 /// difference, so that a longitude that is one turn out loses no digits.
 double WrapLongitude(double longitude);
 
-/// A scale that the functions of this file accept: within `SmallestScale` and `LargestScale`.
+/// \return the scale within `SmallestScale` and `LargestScale` that is next to `scale`; the smallest
+///         for a value that is not a number
 float BoundedScale(double scale);
 
 /// Puts a place at the middle of the client rectangle; scale and rotation stay.
@@ -91,17 +92,18 @@ struct SavedView {
 /// \param saved  may be null
 void InitView(MapWindow& view, const SavedView* saved = nullptr);
 
-/// What is done when the client rectangle has changed: north at the centre and scale stay. A
-/// rotation is not taken into account, on purpose.
+/// Fits the edges of the view to a client rectangle or a scale that has changed. The place at the
+/// middle, the scale and the rotation stay.
 void ResizeView(MapWindow& view);
 
 /// The whole of a change of size: `SetClientSize`, then `InitView` the first time (it sets
 /// `MapWindowPlaced`), `ResizeView` always.
 void SizeView(MapWindow& view, int width, int height, const SavedView* saved = nullptr);
 
-/// Zooms so that a box shows, with a margin of a fortieth at each side. A rotation is not taken
-/// into account. A box of no extent in either direction is shown like a map of one point, with a
-/// metre about it.
+/// Puts the middle of a box at the middle of the view, at the scale at which the box shows with a
+/// margin of a fortieth at each side. The scale is that of a view that is not turned, so the
+/// corners of a box may lie outside a turned one. A box of no extent in either direction is shown
+/// like a map of one point, with a metre about it.
 /// \param north, south, east, west  degrees
 void FitToBounds(MapWindow& view, double north, double south, double east, double west);
 

@@ -86,6 +86,19 @@ TEST_F(FindInMapTest, ATrailIsFittedAndFlashed) {
   EXPECT_EQ(c_.view.centralLongitude, expected.centralLongitude);
 }
 
+TEST_F(FindInMapTest, ATurnedViewShowsTheTrailAtItsMiddle) {
+  Point& a = c_.AddAt("", 1, 1);
+  Point& b = c_.AddAt("", 1.02, 1.06);
+  c_.AddTrail("Ridge", {&a, &b});
+  c_.view.rotation = 115;
+  ASSERT_EQ(FindInMap(c_.view, "ridge"), FindOutcome::Trail);
+  const Pixel first = MapToScreen(c_.view, a.geo);
+  const Pixel second = MapToScreen(c_.view, b.geo);
+  // The margin of the second side is a fortieth wider, so the middle is a few pixels off.
+  EXPECT_NEAR((first.x + second.x) / 2, 200, 5);
+  EXPECT_NEAR((first.y + second.y) / 2, 150, 5);
+}
+
 TEST_F(FindInMapTest, ARangeIsFittedWithoutAMark) {
   Range& range = c_.map.ranges.emplace_front();
   range.name = "North group";

@@ -2,6 +2,7 @@
 
 #include "view_case.h"
 
+#include <cmath>
 #include <gtest/gtest.h>
 
 namespace orvane {
@@ -76,6 +77,18 @@ TEST(ZoomToScale, StaysWithinItsBounds) {
   EXPECT_EQ(c.view.scale, static_cast<float>(LargestScale));
   ZoomToScale(c.view, 1e-30);
   EXPECT_EQ(c.view.scale, static_cast<float>(SmallestScale));
+  ZoomToScale(c.view, std::nan(""));
+  EXPECT_EQ(c.view.scale, static_cast<float>(SmallestScale));
+}
+
+TEST(ZoomToScale, KeepsThePlaceAtTheMiddleOfATurnedView) {
+  ViewCase c;
+  c.view.rotation = 60;
+  CenterOn(c.view, LatLon{.lat = 2, .lon = 3});
+  ZoomToScale(c.view, 0.02);
+  const Pixel middle = MapToScreen(c.view, LatLon{.lat = 2, .lon = 3});
+  EXPECT_NEAR(middle.x, 200, 1);
+  EXPECT_NEAR(middle.y, 150, 1);
 }
 
 }  // namespace

@@ -13,6 +13,12 @@ LatLon At(double lat, double lon) { return {.lat = lat, .lon = lon}; }
 
 bool Same(Pixel a, Pixel b) { return a.x == b.x && a.y == b.y; }
 
+void ExpectAtMiddle(const MapWindow& view, const LatLon& place) {
+  const Pixel pixel = MapToScreen(view, place);
+  EXPECT_NEAR(pixel.x, view.centerColumn, 1) << "turned by " << view.rotation;
+  EXPECT_NEAR(pixel.y, view.centerRow, 1) << "turned by " << view.rotation;
+}
+
 TEST(MapToScreen, PutsTheCentreInTheMiddle) {
   ViewCase c;
   CenterOn(c.view, At(-3.5, 29.25));
@@ -188,12 +194,18 @@ TEST(ResizeView, KeepsNorthAtTheCentreAndScale) {
   EXPECT_EQ(c.view.centerRow, 40);
 }
 
-TEST(ResizeView, TakesNoAccountOfARotation) {
-  ViewCase c;
-  c.view.rotation = 45;
-  ResizeView(c.view);
-  EXPECT_EQ(c.view.left, -200);
-  EXPECT_EQ(c.view.right, 200);
+TEST(ResizeView, KeepsThePlaceAtTheMiddleOfATurnedView) {
+  for (const float rotation : {30.0F, 90.0F, 180.0F, 275.5F}) {
+    ViewCase c;
+    c.view.rotation = rotation;
+    CenterOn(c.view, At(-2, 31));
+    SetClientSize(c.view, 900, 100);
+    ResizeView(c.view);
+    ExpectAtMiddle(c.view, At(-2, 31));
+    SetClientSize(c.view, 200, 700);
+    ResizeView(c.view);
+    ExpectAtMiddle(c.view, At(-2, 31));
+  }
 }
 
 TEST(MapExtent, OfNoPointsIsAMetreAboutTheOrigin) {
@@ -283,15 +295,25 @@ TEST(InitView, OfAContinentLooksAtTheMeridianOfGreenwich) {
 
 TEST(InitView, TakesTheSavedViewOfTheVerySameFile) {
   ViewCase c;
-  SavedView saved{"case.map", -2.5, 33, 0.5, 90, true};
+  SavedView saved{"case.map", -2.5, 33, 0.5, 0, true};
   InitView(c.view, &saved);
   EXPECT_EQ(c.view.scale, 0.5F);
-  EXPECT_EQ(c.view.rotation, 90);
+  EXPECT_EQ(c.view.rotation, 0);
   EXPECT_EQ(c.view.centralLongitude, 33);
   EXPECT_EQ(c.view.top, DegreesToMeters(-2.5) + 300);
   EXPECT_EQ(c.view.bottom, DegreesToMeters(-2.5) - 300);
   EXPECT_EQ(c.view.left, -400);
   EXPECT_TRUE((c.view.flags & MapWindowGridsHidden) != 0);
+}
+
+TEST(InitView, ASavedViewThatIsTurnedHasItsPlaceAtTheMiddle) {
+  for (const double rotation : {45.0, 90.0, 200.0}) {
+    ViewCase c;
+    const SavedView saved{"case.map", -2.5, 33, 0.5, rotation, false};
+    SizeView(c.view, 800, 250, &saved);
+    EXPECT_EQ(c.view.rotation, static_cast<float>(rotation));
+    ExpectAtMiddle(c.view, At(-2.5, 33));
+  }
 }
 
 TEST(InitView, IgnoresASavedViewOfAnotherFileOrWithoutScale) {
@@ -368,6 +390,16 @@ TEST(FitToBounds, ABoxOfNoExtentShowsAMetreAboutIt) {
   EXPECT_EQ(c.view.scale, 150);
   EXPECT_NEAR((c.view.top + c.view.bottom) / 2, DegreesToMeters(3), 1e-6);
   EXPECT_EQ(c.view.centralLongitude, 7);
+}
+
+TEST(FitToBounds, PutsTheMiddleOfTheBoxAtTheMiddleOfATurnedView) {
+  for (const float rotation : {30.0F, 90.0F, 180.0F}) {
+    ViewCase c;
+    c.view.rotation = rotation;
+    FitToBounds(c.view, 0.02, 0.01, 0.05, 0.01);
+    // Each side is widened by a fortieth, the second by a little more.
+    ExpectAtMiddle(c.view, At((0.02025 + 0.00974375) / 2, (0.051 + 0.008975) / 2));
+  }
 }
 
 TEST(FitToBounds, KeepsAScaleForAnyBox) {
