@@ -56,7 +56,7 @@ int RenderCommand(Map& map, LineMessages& messages, const RenderRequest& request
   if (request.fit) FitToMap(view);
   if (request.scale) {
     const LatLon middle = ScreenToMap(view, {view.centerColumn, view.centerRow});
-    view.scale = static_cast<float>(1 / *request.scale);
+    view.scale = BoundedScale(1 / *request.scale);
     CenterOn(view, middle);
   }
   if (request.center) {

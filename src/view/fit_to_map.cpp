@@ -70,7 +70,7 @@ void FitToMap(MapWindow& view) {
   });
   const double scale =
       std::min(view.clientHeight / rows.WithMargins(), view.clientWidth / columns.WithMargins());
-  view.scale = static_cast<float>(std::clamp(scale, SmallestScale, LargestScale));
+  view.scale = BoundedScale(scale);
   const double south = std::cos(turn) * rows.Middle() + std::sin(turn) * columns.Middle();
   const double east = std::cos(turn) * columns.Middle() - std::sin(turn) * rows.Middle();
   LatLon center = MetersToLatLon(-south, east);

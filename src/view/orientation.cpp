@@ -44,10 +44,12 @@ std::optional<double> ParseRotation(std::string_view text) {
   if (text.empty()) return 0;
   const RealPrefix number = ReadReal(text);
   if (number.length == 0 || number.length != text.size()) return std::nullopt;
+  if (!std::isfinite(number.value)) return std::nullopt;
   return std::fmod(number.value, 360.0);
 }
 
 void SetOrientation(MapWindow& view, double rotation) {
+  if (!std::isfinite(rotation)) return;
   const LatLon middle = ScreenToMap(view, {view.centerColumn, view.centerRow});
   view.rotation = static_cast<float>(std::fmod(rotation, 360.0));
   CenterOn(view, middle);

@@ -45,8 +45,8 @@ std::string RotationText(double rotation);
 /// \return degrees above -360 and below 360; nothing for any other text
 std::optional<double> ParseRotation(std::string_view text);
 
-/// Turns the view. What is at its middle stays there.
-/// \param rotation  degrees
+/// Turns the view about the place at its middle.
+/// \param rotation  degrees; a value that is not finite changes nothing
 void SetOrientation(MapWindow& view, double rotation);
 
 }  // namespace orvane

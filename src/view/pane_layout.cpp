@@ -27,7 +27,7 @@ int SteppedSize(int size, int step, int least) {
 PaneLayout LayOutPanes(int width, int height, const PaneSizes& sizes, int scrollBarWidth) {
   PaneLayout layout;
   const int least = std::max(1, scrollBarWidth);
-  const int panel = FittedSize(sizes.panelWidth, width - DividerSize, least);
+  const int panel = FittedSize(sizes.panelWidth, width - DividerSize - LeastMapWidth, least);
   const int mapLeft = std::min(std::max(width, 0), panel + DividerSize);
   layout.besideMap = {panel, 0, mapLeft, height};
   layout.map = {mapLeft, 0, std::max(mapLeft, width), height};

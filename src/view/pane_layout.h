@@ -13,6 +13,9 @@ struct PaneSizes {
 /// Width of the dividers between the panes, in pixels.
 constexpr int DividerSize = 5;
 
+/// The width that the lists leave to the map, in pixels.
+constexpr int LeastMapWidth = 64;
+
 /// How far an arrow key moves a divider, in pixels.
 constexpr int DividerStep = 10;
 
@@ -34,8 +37,9 @@ struct PaneLayout {
 };
 
 /// Lays the panes out. A list that would be narrower, or lower, than a scroll bar vanishes and its
-/// size becomes 0; a pane that no longer fits is cut to what there is. The divider beside the map
-/// is always there, and the one between the lists while the lists are, so that what has vanished
+/// size becomes 0; a pane that no longer fits is cut to what there is. Lists of any width leave
+/// `LeastMapWidth` to the map, and vanish in a window too narrow for both. The divider beside the
+/// map is always there, and the one between the lists while the lists are, so that what has vanished
 /// can be pulled back.
 /// \param width, height   of the window's inside, in pixels
 /// \param scrollBarWidth  the least size of a list

@@ -90,7 +90,7 @@ TEST_F(MapPanesTest, PanesMadeTooSmallVanishAndCanBePulledBack) {
 
 TEST_F(MapPanesTest, ASmallerWindowCutsThePanesAndALargerOneGivesThemBack) {
   panes_.resize(100, 120);
-  EXPECT_EQ(panes_.Sizes().panelWidth, 95);
+  EXPECT_EQ(panes_.Sizes().panelWidth, 31);
   EXPECT_EQ(panes_.Sizes().panelHeight, 115);
   panes_.resize(800, 500);
   EXPECT_EQ(panes_.Sizes().panelWidth, 150);
@@ -208,9 +208,9 @@ TEST_F(DividerKeys, APaneIsMovedAwayAndBroughtBack) {
   EXPECT_TRUE(panes_.TrailList().isVisible());
   EXPECT_TRUE(BetweenLists().isVisible());
   for (int i = 0; i < 200; ++i) QTest::keyClick(&BesideMap(), Qt::Key_Right);
-  EXPECT_EQ(panes_.Sizes().panelWidth, 795);
+  EXPECT_EQ(panes_.Sizes().panelWidth, 731);
   QTest::keyClick(&BesideMap(), Qt::Key_Left);
-  EXPECT_EQ(panes_.Sizes().panelWidth, 785);
+  EXPECT_EQ(panes_.Sizes().panelWidth, 721);
 }
 
 TEST_F(DividerKeys, EnterAndEscapeLeadBackToTheMap) {

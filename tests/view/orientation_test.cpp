@@ -2,6 +2,7 @@
 
 #include "view_case.h"
 
+#include <cmath>
 #include <gtest/gtest.h>
 
 namespace orvane {
@@ -58,7 +59,7 @@ TEST(Orientation, TheFieldHoldsOneNumberReducedByWholeTurns) {
   EXPECT_EQ(ParseRotation("-370"), -10);
   EXPECT_EQ(ParseRotation("359.5"), 359.5);
   EXPECT_EQ(ParseRotation(""), 0);
-  for (const char* text : {"45 ", "45 degrees", "north", " ", "1,5", "45\xB0"}) {
+  for (const char* text : {"45 ", "45 degrees", "north", " ", "1,5", "45\xB0", "inf", "nan"}) {
     EXPECT_FALSE(ParseRotation(text).has_value()) << text;
   }
 }
@@ -80,6 +81,15 @@ TEST(SetOrientation, TurnsAboutTheMiddleOfTheView) {
     EXPECT_NEAR(middle.lon, 3, 1e-6);
   }
   EXPECT_EQ(c.view.scale, 1);
+}
+
+TEST(SetOrientation, LeavesTheViewForATurnThatIsNotFinite) {
+  ViewCase c;
+  SetOrientation(c.view, 30);
+  for (const double rotation : {std::nan(""), HUGE_VAL, -HUGE_VAL}) {
+    SetOrientation(c.view, rotation);
+    EXPECT_EQ(c.view.rotation, 30);
+  }
 }
 
 TEST(SetOrientation, AtNinetyEastIsUp) {

@@ -55,10 +55,18 @@ TEST(PaneLayout, TheLowerListVanishesWhenNothingIsLeftForIt) {
 
 TEST(PaneLayout, APaneThatNoLongerFitsIsCut) {
   const PaneLayout layout = LayOutPanes(200, 100, {500, 400}, ScrollBar);
-  EXPECT_EQ(layout.sizes.panelWidth, 195);
+  EXPECT_EQ(layout.sizes.panelWidth, 131);
   EXPECT_EQ(layout.sizes.panelHeight, 95);
-  EXPECT_EQ(Text(layout.besideMap), "195,0 200,100");
-  EXPECT_TRUE(IsEmpty(layout.map));
+  EXPECT_EQ(Text(layout.besideMap), "131,0 136,100");
+}
+
+TEST(PaneLayout, ListsWiderThanTheWindowLeaveSomeOfTheMap) {
+  for (const int wanted : {1000, 30000, 2147483647}) {
+    const PaneLayout layout = LayOutPanes(1000, 700, {wanted, 300}, ScrollBar);
+    EXPECT_EQ(Text(layout.map), "936,0 1000,700") << wanted;
+  }
+  const PaneLayout narrow = LayOutPanes(84, 700, {1000, 300}, ScrollBar);
+  EXPECT_EQ(Text(narrow.map), "5,0 84,700");
 }
 
 TEST(PaneLayout, CoversTheWindowWithoutOverlapAtAnySize) {
