@@ -1,4 +1,5 @@
 #include "commands/map_facts.h"
+#include "model/map_chain.h"
 
 #include "base/number_text.h"
 
@@ -28,13 +29,6 @@ std::optional<double> ParseDeviation(std::string_view text) {
   if (!text.empty() && text.front() == DegreeSign) text.remove_prefix(1);
   if (!text.empty()) return std::nullopt;
   return number.value;
-}
-
-bool RestsOn(const Map& map, const Map& other) {
-  for (const Map* each = &map; each != nullptr; each = each->basis) {
-    if (each == &other) return true;
-  }
-  return false;
 }
 
 bool SetBasis(Map& map, Map& basis) {

@@ -24,9 +24,6 @@ std::string DeviationText(double deviation);
 /// \return the number of such a text, with or without the sign; nothing if anything else is in it
 std::optional<double> ParseDeviation(std::string_view text);
 
-/// \return true if `map` is `other` or rests on it, be it by way of others
-bool RestsOn(const Map& map, const Map& other);
-
 /// Lets `map` rest on `basis`.
 /// \return false, and nothing is changed, if `basis` is the map or rests on it
 bool SetBasis(Map& map, Map& basis);

@@ -14,6 +14,9 @@ struct LatLon {
   double lat = 0;               ///< degrees, north positive
   double lon = 0;               ///< degrees, east positive
   float altitude = NoAltitude;  ///< metres, or `NoAltitude`
+
+  /// Exact on purpose: a place that differs in the last bit is another place.
+  friend bool operator==(const LatLon&, const LatLon&) = default;
 };
 
 /// A place in a plane. On a `Point` the fields are also known as x (north), y (east), z.

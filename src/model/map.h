@@ -77,6 +77,15 @@ class NameTable {
 /// \return empty buckets that lie in `memory`
 PointBuckets MakeBuckets(std::pmr::memory_resource& memory);
 
+/// Records that an edit took out of a map. They stay at their addresses, so that an edit can be taken
+/// back and pointers to them stay good. Nothing looks into these lists to draw, solve or save.
+struct RemovedRecords {
+  std::forward_list<Trail> trails;
+  std::forward_list<Range> ranges;
+  std::forward_list<Grid> grids;
+  std::forward_list<GridShade> gridShades;
+};
+
 /// One document: everything that a map file describes. It is made in its place and never moved.
 struct Map {
   MapMemory pointMemory;
@@ -114,6 +123,7 @@ struct Map {
   std::forward_list<RangeIntersection> intersections;  ///< newest first; never saved
   std::forward_list<Grid> grids;                       ///< newest first
   std::forward_list<GridShade> gridShades;             ///< newest first
+  RemovedRecords removed;
   std::vector<std::string> comments;  ///< `#` lines, each with its `#`, in file order
   std::vector<std::string> credits;   ///< lines that begin with 0xA9, with it, in file order
 

@@ -65,6 +65,8 @@ struct Measurement {
   double distance = 0;     ///< compass: metres along the slope
   double inclination = 0;  ///< compass: degrees, -90 to 90, up towards `base`
   std::string nearName;    ///< near: the text that names the place
+
+  friend bool operator==(const Measurement&, const Measurement&) = default;
 };
 
 /// One direction of a pair of points between which shots were taken; the solver's record.
@@ -207,6 +209,8 @@ struct Grid {
   int columnStyle = GridDecimal;
   int rowStart = 0;     ///< number of the first row
   int columnStart = 0;  ///< number of the first column
+
+  friend bool operator==(const Grid&, const Grid&) = default;
 };
 
 /// Special values of `GridShade::value`; any value of 0 or more is a hatch angle in degrees.
@@ -221,6 +225,8 @@ struct GridShade {
   Grid* grid = nullptr;
   int row = 0;     ///< counted from the grid's start
   int column = 0;  ///< likewise
+
+  friend bool operator==(const GridShade&, const GridShade&) = default;
 };
 
 // --- Ranges ---------------------------------------------------------------------------------
@@ -233,6 +239,8 @@ struct SearchKey {
   int timeTo = 0;
   PackedDate dateFrom = 0;  ///< 0 for no limit
   PackedDate dateTo = 0;
+
+  friend bool operator==(const SearchKey&, const SearchKey&) = default;
 };
 
 /// A box in degrees.

@@ -3,6 +3,7 @@
 #include "base/file_names.h"
 #include "base/messages.h"
 #include "commands/map_facts.h"
+#include "model/map_chain.h"
 #include "entry/gis_import.h"
 #include "mapfile/open_map.h"
 #include "mapfile/reader.h"

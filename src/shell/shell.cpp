@@ -4,6 +4,7 @@
 #include "base/files.h"
 #include "base/messages.h"
 #include "commands/map_facts.h"
+#include "model/map_chain.h"
 #include "commands/recent_files.h"
 #include "mapfile/open_map.h"
 #include "paint/display_text.h"

@@ -53,19 +53,6 @@ TEST(SetBasis, NeverClosesACircle) {
   EXPECT_EQ(a.flags, 0U);
 }
 
-TEST(RestsOn, GoesUpTheWholeChain) {
-  RecordedMessages messages;
-  Workspace workspace(messages);
-  Map& a = MakeMap(workspace, "a");
-  Map& b = MakeMap(workspace, "b");
-  Map& c = MakeMap(workspace, "c");
-  a.basis = &b;
-  b.basis = &c;
-  EXPECT_TRUE(RestsOn(a, a));
-  EXPECT_TRUE(RestsOn(a, c));
-  EXPECT_FALSE(RestsOn(c, a));
-}
-
 TEST(RecentFiles, TheLastOneStandsInFrontAndOnce) {
   std::vector<std::string> files;
   AddRecentFile(files, "/a.map");

@@ -3,6 +3,7 @@
 #include "base/file_names.h"
 #include "base/messages.h"
 #include "commands/map_facts.h"
+#include "model/map_chain.h"
 #include "mapfile/recovery_differences.h"
 #include "shell/map_window_widget.h"
 #include "shell/messages/box_messages.h"

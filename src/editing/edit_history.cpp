@@ -1,0 +1,162 @@
+#include "editing/edit_history.h"
+
+#include "editing/solve_edited.h"
+
+#include <algorithm>
+#include <new>
+#include <utility>
+
+namespace orvane {
+namespace {
+
+/// The state of a map that was read and never edited.
+constexpr std::uint64_t AsRead = 0;
+/// The state of no map: what is saved of a map that was dirty before its first edit.
+constexpr std::uint64_t NeverReached = ~std::uint64_t{0};
+
+constexpr size_t NoStep = ~size_t{0};
+
+template <typename Step>
+bool ShareMaps(const Step& a, const Step& b) {
+  const std::vector<Map*> maps = a.delta.Maps();
+  return std::any_of(maps.begin(), maps.end(),
+                     [&](const Map* map) { return b.delta.Touches(*map); });
+}
+
+/// The step that has to go first before `map` can leave its last step. A later step that shares
+/// maps with it blocks it: its delta was taken on top.
+/// \return an index, or `NoStep`
+template <typename Steps>
+size_t NextStepOf(const Steps& steps, const Map& map) {
+  size_t found = NoStep;
+  for (size_t i = steps.size(); i-- > 0 && found == NoStep;) {
+    if (steps[i].delta.Touches(map)) found = i;
+  }
+  if (found == NoStep) return NoStep;
+  for (size_t later = found + 1; later < steps.size(); ++later) {
+    if (ShareMaps(steps[later], steps[found])) found = later;
+  }
+  return found;
+}
+
+}  // namespace
+
+bool EditHistory::Apply(const Edit& edit) {
+  Map& map = *edit.map;
+  MapSnapshot before(workspace_);
+  const auto takeBack = [&] {
+    MapDelta changes = before.TakeDelta();
+    changes.Swap();
+  };
+  bool done = false;
+  try {
+    done = edit.change();
+    if (done && edit.followUp == EditFollowUp::Solving) SolveEdited(map);
+  } catch (const std::bad_alloc&) {
+    takeBack();
+    throw;
+  }
+  if (!done) {
+    takeBack();
+    return false;
+  }
+  NoteUnsavedStart(map);
+  Step step{.name = edit.name, .map = &map, .delta = before.TakeDelta()};
+  step.before = StateOf(map);
+  step.after = edit.marksDirty ? ++newestState_ : step.before;
+  if (edit.marksDirty) EnterState(map, step.after);
+  const bool changed = step.delta.Change().Any();
+  Tell(step, EditNews::Kind::Applied);
+  if (changed) Record(std::move(step));
+  return true;
+}
+
+/// A map may be dirty before its first edit, as one that was recovered: no step leads back to what
+/// its file holds.
+void EditHistory::NoteUnsavedStart(const Map& map) {
+  const bool wasDirty = (map.flags & MapDirty) != 0;
+  if (wasDirty && states_.find(&map) == states_.end()) saved_[&map] = NeverReached;
+}
+
+void EditHistory::Record(Step step) {
+  undone_.erase(std::remove_if(undone_.begin(), undone_.end(),
+                               [&](const Step& each) { return ShareMaps(each, step); }),
+                undone_.end());
+  done_.push_back(std::move(step));
+  size_t bytes = Bytes();
+  while (bytes > mostBytes_ && !done_.empty()) {
+    bytes -= done_.front().delta.Bytes();
+    done_.erase(done_.begin());
+  }
+}
+
+const std::string* EditHistory::UndoName(const Map& map) const {
+  const size_t index = NextStepOf(done_, map);
+  return index == NoStep ? nullptr : &done_[index].name;
+}
+
+const std::string* EditHistory::RedoName(const Map& map) const {
+  const size_t index = NextStepOf(undone_, map);
+  return index == NoStep ? nullptr : &undone_[index].name;
+}
+
+bool EditHistory::Undo(const Map& map) {
+  const size_t index = NextStepOf(done_, map);
+  if (index == NoStep) return false;
+  Exchange(done_, undone_, index, EditNews::Kind::Undone);
+  return true;
+}
+
+bool EditHistory::Redo(const Map& map) {
+  const size_t index = NextStepOf(undone_, map);
+  if (index == NoStep) return false;
+  Exchange(undone_, done_, index, EditNews::Kind::Redone);
+  return true;
+}
+
+void EditHistory::Exchange(StepList& from, StepList& to, size_t index, EditNews::Kind kind) {
+  Step step = std::move(from[index]);
+  from.erase(from.begin() + static_cast<std::ptrdiff_t>(index));
+  step.delta.Swap();
+  RefreshAfterSwap(step.delta);
+  if (step.before != step.after) {
+    EnterState(*step.map, kind == EditNews::Kind::Undone ? step.before : step.after);
+  }
+  to.push_back(std::move(step));
+  Tell(to.back(), kind);
+}
+
+void EditHistory::NoteSaved(Map& map) {
+  map.flags &= ~std::uint32_t{MapDirty};
+  saved_[&map] = StateOf(map);
+}
+
+size_t EditHistory::Bytes() const {
+  size_t bytes = 0;
+  for (const StepList* steps : {&done_, &undone_}) {
+    for (const Step& step : *steps) bytes += step.delta.Bytes();
+  }
+  return bytes;
+}
+
+void EditHistory::Tell(const Step& step, EditNews::Kind kind) const {
+  const EditNews news{.kind = kind, .name = &step.name, .map = step.map, .delta = &step.delta};
+  for (const Listener& listener : listeners_) listener(news);
+}
+
+EditHistory::StateNumber EditHistory::StateOf(const Map& map) const {
+  const auto found = states_.find(&map);
+  return found == states_.end() ? AsRead : found->second;
+}
+
+void EditHistory::EnterState(Map& map, StateNumber state) {
+  states_[&map] = state;
+  const auto saved = saved_.find(&map);
+  if (state == (saved == saved_.end() ? AsRead : saved->second)) {
+    map.flags &= ~std::uint32_t{MapDirty};
+  } else {
+    map.flags |= MapDirty;
+  }
+}
+
+}  // namespace orvane

@@ -1,0 +1,127 @@
+#pragma once
+
+#include "editing/map_delta.h"
+#include "model/map.h"
+#include "model/workspace.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace orvane {
+
+/// How positions and ranges follow a change of the records.
+enum class EditFollowUp {
+  None,     ///< the change brings them up to date itself, or they don't depend on it
+  Solving,  ///< `SolveEdited` on the map of the edit
+};
+
+/// A change of a map, ready to be carried out: what every editor, import and command hands to
+/// `EditHistory::Apply`.
+struct Edit {
+  std::string name;    ///< what Undo takes back, as "Edit of Trail Kana"
+  Map* map = nullptr;  ///< the map that the change is about; becomes dirty
+  EditFollowUp followUp = EditFollowUp::None;
+  bool marksDirty = true;  ///< false for a change that the file of the map does not hold
+
+  /// Changes the records. It may change any open map, and may open others.
+  /// \return false to give up: all maps are then as they were before
+  std::function<bool()> change;
+};
+
+/// What listeners of an `EditHistory` learn after each edit, undo and redo.
+struct EditNews {
+  enum class Kind { Applied, Undone, Redone };
+
+  Kind kind = Kind::Applied;
+  const std::string* name = nullptr;  ///< of the edit
+  Map* map = nullptr;                 ///< the map of the edit
+  const MapDelta* delta = nullptr;    ///< what changed, map by map
+};
+
+/// The one way to change a map after it was read. It applies edits, takes them back and applies them
+/// again, and keeps `MapDirty` right; whoever shows a map, or keeps a copy of it, listens here.
+///
+/// An edit is recorded as the difference that it makes, so an edit needs no code to take itself
+/// back, and what was taken back is the former map to the last bit.
+///
+/// Steps are taken back in the reverse order where they changed the same maps. Steps in maps that
+/// don't touch each other are independent.
+class EditHistory {
+ public:
+  using Listener = std::function<void(const EditNews&)>;
+
+  /// Steps are dropped, oldest first, once all together take more than this.
+  static constexpr size_t MostBytes = size_t{256} << 20;
+
+  /// \param workspace  must outlive the history
+  /// \param mostBytes  as `MostBytes`; smaller in tests
+  explicit EditHistory(Workspace& workspace, size_t mostBytes = MostBytes)
+      : workspace_(workspace), mostBytes_(mostBytes) {}
+
+  EditHistory(const EditHistory&) = delete;
+  EditHistory& operator=(const EditHistory&) = delete;
+
+  /// Calls `listener` after each edit, undo and redo, in the order of these calls.
+  void Listen(Listener listener) { listeners_.push_back(std::move(listener)); }
+
+  /// Carries out an edit. One that changes nothing leaves no step, but marks the map dirty as it
+  /// asks for. If memory runs out the maps are brought back to what they were and
+  /// `std::bad_alloc` goes on to the caller.
+  /// \return false if the edit gave up
+  bool Apply(const Edit& edit);
+
+  /// \return the name of the edit that `Undo` takes back; null if there is none
+  const std::string* UndoName(const Map& map) const;
+  const std::string* RedoName(const Map& map) const;
+
+  /// Takes back the newest edit that changed `map`; before that, one that was made later and
+  /// changed a map that this one changed too, as an edit of the common basis.
+  /// \return false if there is none
+  bool Undo(const Map& map);
+  /// Applies again what `Undo` took back last.
+  bool Redo(const Map& map);
+
+  /// Call after a map was saved, or read anew: the present state is that of its file. Clears
+  /// `MapDirty`.
+  void NoteSaved(Map& map);
+
+  /// \return the number of steps that `Undo` can take back, over all maps
+  size_t Steps() const { return done_.size(); }
+  /// \return the memory of all steps, in bytes
+  size_t Bytes() const;
+
+ private:
+  /// Names a state of one map: equal numbers are equal states.
+  using StateNumber = std::uint64_t;
+
+  struct Step {
+    std::string name;
+    Map* map = nullptr;
+    MapDelta delta;
+    StateNumber before = 0;  ///< of `map`
+    StateNumber after = 0;
+  };
+  using StepList = std::vector<Step>;
+
+  void NoteUnsavedStart(const Map& map);
+  void Record(Step step);
+  void Exchange(StepList& from, StepList& to, size_t index, EditNews::Kind kind);
+  void Tell(const Step& step, EditNews::Kind kind) const;
+  StateNumber StateOf(const Map& map) const;
+  void EnterState(Map& map, StateNumber state);
+
+  Workspace& workspace_;
+  size_t mostBytes_;
+  std::vector<Listener> listeners_;
+  StepList done_;    ///< oldest first
+  StepList undone_;  ///< the one taken back last comes last
+  StateNumber newestState_ = 0;
+  std::map<const Map*, StateNumber> states_;  ///< the present one; `AsRead` for those not named
+  std::map<const Map*, StateNumber> saved_;   ///< the one that the file has; likewise
+};
+
+}  // namespace orvane

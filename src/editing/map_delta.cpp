@@ -1,0 +1,613 @@
+// A snapshot copies what a map file can hold of every record, a delta keeps the copies of those
+// records that have changed since, and of each list the stretch that has:
+//
+//     list then   a b c d e f g          head 2, tail 3; the delta holds "c d" and the
+//     list now    a b X e f g            length of what is there instead, 1
+//
+// Swapping exchanges the copies with the records, and the stretches with those of the lists. So
+// taking back needs to know nothing of what an edit has done.
+
+#include "editing/map_delta.h"
+
+#include "model/point_names.h"
+#include "model/workspace.h"
+#include "survey/positions.h"
+
+#include <algorithm>
+#include <cstring>
+#include <iterator>
+#include <tuple>
+#include <unordered_map>
+#include <utility>
+
+namespace orvane {
+namespace {
+
+// --- What is kept of each record --------------------------------------------------------------
+
+constexpr std::uint32_t KeptPointFlags = PointNamedTwice | PointMarkFilled;
+constexpr std::uint32_t KeptTrailFlags = TrailContour | TrailHidden;
+constexpr std::uint32_t KeptMapFlags = MapHasDeviation;
+
+struct PointContent {
+  std::uint32_t flags = 0;
+  bool namedAbove = false;
+  std::uint8_t markShape = PointMarkNone;
+  Trail* trail = nullptr;
+  std::forward_list<Measurement> measurements;
+  std::forward_list<std::string> synonyms;
+  std::string name;
+  double labelLimit = 0;
+  int markSize = 0;
+  int timeOfDay = 0;
+  int duration = 0;
+  std::array<int, 3> sm{};
+  std::optional<std::string> note;
+};
+
+struct PointPlace {
+  LatLon geo;
+  bool placed = false;
+};
+
+struct TrailContent {
+  std::uint32_t flags = 0;
+  std::optional<std::string> name;
+  std::vector<Point*> points;
+  std::string type;
+  std::optional<std::string> focalAnimal;
+  PackedDate date = 0;
+  double width = 0;
+  int groupSize = 1;
+  Color color = NoColor;
+  int lineStyle = LineUnset;
+  int labelMode = LabelUnset;
+  bool filled = false;
+  int fillPattern = 0;
+  int markStyle = MarkNone;
+  std::optional<std::string> note;
+};
+
+struct RangeContent {
+  std::optional<std::string> name;
+  std::optional<std::string> note;
+  std::forward_list<SearchKey> keys;
+};
+
+struct MapSettings {
+  std::uint32_t flags = 0;
+  Map* basis = nullptr;
+  double magneticDeviation = 0;
+  PackedDate date = 0;
+  int contourEnabled = 0;
+  int contourInterval = 0;
+  std::array<std::optional<std::string>, 3> smName;
+  Point* origin = nullptr;
+  std::vector<std::string> comments;
+  std::vector<std::string> credits;
+};
+
+// Each list of fields is written once; it serves to copy, to compare and to exchange.
+template <typename Record>
+auto FieldsOfPoint(Record& p) {
+  return std::tie(p.namedAbove, p.markShape, p.trail, p.measurements, p.synonyms, p.name,
+                  p.labelLimit, p.markSize, p.timeOfDay, p.duration, p.note);
+}
+
+template <typename Record>
+auto IdentityOfTrail(Record& t) {
+  return std::tie(t.name, t.points, t.type, t.focalAnimal, t.date, t.width, t.groupSize, t.note);
+}
+
+template <typename Record>
+auto StyleOfTrail(Record& t) {
+  return std::tie(t.color, t.lineStyle, t.labelMode, t.filled, t.fillPattern, t.markStyle);
+}
+
+template <typename Record>
+auto FieldsOfRange(Record& r) {
+  return std::tie(r.name, r.note, r.keys);
+}
+
+template <typename Record>
+auto FieldsOfSettings(Record& m) {
+  return std::tie(m.basis, m.magneticDeviation, m.date, m.contourEnabled, m.contourInterval,
+                  m.smName, m.origin, m.comments, m.credits);
+}
+
+/// Exchanges two tuples of references field by field.
+template <typename... Fields>
+void SwapFields(std::tuple<Fields&...> a, std::tuple<Fields&...> b) {
+  std::swap(a, b);
+}
+
+void SwapFlags(std::uint32_t& record, std::uint32_t& kept, std::uint32_t mask) {
+  const std::uint32_t now = record & mask;
+  record = (record & ~mask) | kept;
+  kept = now;
+}
+
+// --- Comparing, copying and exchanging one record ---------------------------------------------
+
+PointContent ContentOf(const Point& point) {
+  PointContent content;
+  FieldsOfPoint(content) = FieldsOfPoint(point);
+  std::copy(std::begin(point.sm), std::end(point.sm), content.sm.begin());
+  content.flags = point.flags & KeptPointFlags;
+  return content;
+}
+
+bool Differs(const Point& point, const PointContent& content) {
+  return FieldsOfPoint(point) != FieldsOfPoint(content) ||
+         !std::equal(content.sm.begin(), content.sm.end(), std::begin(point.sm)) ||
+         (point.flags & KeptPointFlags) != content.flags;
+}
+
+void SwapContent(Point& point, PointContent& content) {
+  SwapFields(FieldsOfPoint(point), FieldsOfPoint(content));
+  std::swap_ranges(content.sm.begin(), content.sm.end(), std::begin(point.sm));
+  SwapFlags(point.flags, content.flags, KeptPointFlags);
+}
+
+PointPlace PlaceOf(const Point& point) {
+  return {.geo = point.geo, .placed = (point.flags & PointPlaced) != 0};
+}
+
+/// Compares bits: a place that is not a number is the same place still.
+bool Differs(const Point& point, const PointPlace& place) {
+  return std::memcmp(&point.geo.lat, &place.geo.lat, sizeof(double)) != 0 ||
+         std::memcmp(&point.geo.lon, &place.geo.lon, sizeof(double)) != 0 ||
+         std::memcmp(&point.geo.altitude, &place.geo.altitude, sizeof(float)) != 0 ||
+         ((point.flags & PointPlaced) != 0) != place.placed;
+}
+
+void SwapContent(Point& point, PointPlace& place) {
+  const PointPlace now = PlaceOf(point);
+  point.geo = place.geo;
+  if (place.placed) {
+    point.flags |= PointPlaced;
+    ProjectPoint(point);
+  } else {
+    point.flags &= ~std::uint32_t{PointPlaced};
+  }
+  place = now;
+}
+
+TrailContent ContentOf(const Trail& trail) {
+  TrailContent content;
+  IdentityOfTrail(content) = IdentityOfTrail(trail);
+  StyleOfTrail(content) = StyleOfTrail(trail);
+  content.flags = trail.flags & KeptTrailFlags;
+  return content;
+}
+
+bool DiffersInStyle(const Trail& trail, const TrailContent& content) {
+  return StyleOfTrail(trail) != StyleOfTrail(content) ||
+         (trail.flags & KeptTrailFlags) != content.flags;
+}
+
+bool DiffersInIdentity(const Trail& trail, const TrailContent& content) {
+  return IdentityOfTrail(trail) != IdentityOfTrail(content);
+}
+
+bool Differs(const Trail& trail, const TrailContent& content) {
+  return DiffersInStyle(trail, content) || DiffersInIdentity(trail, content);
+}
+
+void SwapContent(Trail& trail, TrailContent& content) {
+  SwapFields(IdentityOfTrail(trail), IdentityOfTrail(content));
+  SwapFields(StyleOfTrail(trail), StyleOfTrail(content));
+  SwapFlags(trail.flags, content.flags, KeptTrailFlags);
+  trail.flags &= ~std::uint32_t{TrailMeasured | TrailClosed};
+}
+
+RangeContent ContentOf(const Range& range) {
+  RangeContent content;
+  FieldsOfRange(content) = FieldsOfRange(range);
+  return content;
+}
+
+bool Differs(const Range& range, const RangeContent& content) {
+  return FieldsOfRange(range) != FieldsOfRange(content);
+}
+
+void SwapContent(Range& range, RangeContent& content) {
+  SwapFields(FieldsOfRange(range), FieldsOfRange(content));
+}
+
+// Grids and shades are small: a copy of the whole record is its content.
+Grid ContentOf(const Grid& grid) { return grid; }
+GridShade ContentOf(const GridShade& shade) { return shade; }
+bool Differs(const Grid& grid, const Grid& content) { return grid != content; }
+bool Differs(const GridShade& shade, const GridShade& content) { return shade != content; }
+void SwapContent(Grid& grid, Grid& content) { std::swap(grid, content); }
+void SwapContent(GridShade& shade, GridShade& content) { std::swap(shade, content); }
+
+MapSettings SettingsOf(const Map& map) {
+  MapSettings settings;
+  FieldsOfSettings(settings) = FieldsOfSettings(map);
+  settings.flags = map.flags & KeptMapFlags;
+  return settings;
+}
+
+bool Differs(const Map& map, const MapSettings& settings) {
+  return FieldsOfSettings(map) != FieldsOfSettings(settings) ||
+         (map.flags & KeptMapFlags) != settings.flags;
+}
+
+void SwapContent(Map& map, MapSettings& settings) {
+  SwapFields(FieldsOfSettings(map), FieldsOfSettings(settings));
+  SwapFlags(map.flags, settings.flags, KeptMapFlags);
+}
+
+// --- Lists ------------------------------------------------------------------------------------
+
+template <typename Item>
+using Addresses = std::vector<Item*>;
+
+/// The stretch in which two states of a list differ.
+template <typename Item>
+struct Stretch {
+  size_t head = 0;        ///< items before it, the same in both states
+  size_t length = 0;      ///< items that the present state has there
+  Addresses<Item> other;  ///< what the other state has there
+
+  bool Empty() const { return length == 0 && other.empty(); }
+};
+
+template <typename Item, typename List>
+Stretch<Item> StretchBetween(const List& now, const Addresses<Item>& then) {
+  Stretch<Item> stretch;
+  const size_t shorter = std::min(now.size(), then.size());
+  while (stretch.head < shorter && now[stretch.head] == then[stretch.head]) ++stretch.head;
+  size_t tail = 0;
+  while (tail < shorter - stretch.head &&
+         now[now.size() - 1 - tail] == then[then.size() - 1 - tail]) {
+    ++tail;
+  }
+  stretch.length = now.size() - stretch.head - tail;
+  stretch.other.assign(then.begin() + static_cast<std::ptrdiff_t>(stretch.head),
+                       then.end() - static_cast<std::ptrdiff_t>(tail));
+  return stretch;
+}
+
+/// Exchanges the stretch with that of the list.
+template <typename Item, typename List>
+void SwapStretch(List& list, Stretch<Item>& stretch) {
+  if (stretch.Empty()) return;
+  const auto first = list.begin() + static_cast<std::ptrdiff_t>(stretch.head);
+  const auto last = first + static_cast<std::ptrdiff_t>(stretch.length);
+  Addresses<Item> now(first, last);
+  const auto gap = list.erase(first, last);
+  list.insert(gap, stretch.other.begin(), stretch.other.end());
+  stretch.length = stretch.other.size();
+  stretch.other = std::move(now);
+}
+
+template <typename Item>
+Addresses<Item> AddressesOf(std::forward_list<Item>& records) {
+  Addresses<Item> addresses;
+  for (Item& record : records) addresses.push_back(&record);
+  return addresses;
+}
+
+/// Brings the records into the given order. Those that are not in it go to `removed`, those that
+/// are missing come from there.
+template <typename Item>
+void Arrange(std::forward_list<Item>& records, std::forward_list<Item>& removed,
+             const Addresses<Item>& order) {
+  std::unordered_map<const Item*, std::forward_list<Item>> loose;
+  for (std::forward_list<Item>* from : {&records, &removed}) {
+    while (!from->empty()) {
+      std::forward_list<Item> one;
+      one.splice_after(one.before_begin(), *from, from->before_begin());
+      const Item* address = &one.front();
+      loose.emplace(address, std::move(one));
+    }
+  }
+  auto last = records.before_begin();
+  for (const Item* address : order) {
+    records.splice_after(last, loose[address]);
+    ++last;
+  }
+  for (auto& [address, rest] : loose) removed.splice_after(removed.before_begin(), rest);
+}
+
+/// The records of one kind of a map: their order, and the content of each.
+template <typename Item, typename Content>
+struct RecordsThen {
+  Addresses<Item> order;
+  std::vector<Content> contents;  ///< in that order
+};
+
+template <typename Item, typename Content>
+struct RecordsDelta {
+  Stretch<Item> order;
+  std::vector<std::pair<Item*, Content>> contents;  ///< of records that are in both states
+
+  bool Empty() const { return order.Empty() && contents.empty(); }
+  size_t Bytes() const {
+    return (order.other.size() + order.length) * sizeof(Item*) +
+           contents.size() * sizeof(std::pair<Item*, Content>);
+  }
+};
+
+template <typename Content, typename Item>
+RecordsThen<Item, Content> TakeRecords(std::forward_list<Item>& records) {
+  RecordsThen<Item, Content> then;
+  for (Item& record : records) {
+    then.order.push_back(&record);
+    then.contents.push_back(ContentOf(record));
+  }
+  return then;
+}
+
+template <typename Item, typename Content>
+RecordsDelta<Item, Content> CompareRecords(std::forward_list<Item>& records,
+                                           RecordsThen<Item, Content>& then) {
+  RecordsDelta<Item, Content> delta;
+  delta.order = StretchBetween(AddressesOf(records), then.order);
+  // A record that was taken out keeps its content, which may have been changed before.
+  for (size_t i = 0; i < then.order.size(); ++i) {
+    if (Differs(*then.order[i], then.contents[i])) {
+      delta.contents.emplace_back(then.order[i], std::move(then.contents[i]));
+    }
+  }
+  return delta;
+}
+
+template <typename Item, typename Content>
+void SwapRecords(std::forward_list<Item>& records, std::forward_list<Item>& removed,
+                 RecordsDelta<Item, Content>& delta) {
+  if (!delta.order.Empty()) {
+    Addresses<Item> order = AddressesOf(records);
+    SwapStretch(order, delta.order);
+    Arrange(records, removed, order);
+  }
+  for (auto& [record, content] : delta.contents) SwapContent(*record, content);
+}
+
+/// Enters in `map.names` what its buckets hold. A bucket says which points have a name in it; of
+/// several nodes of one point each stands for another of its names.
+void RebuildNames(Map& map) {
+  NameTable names(map.listMemory);
+  for (size_t bucket = 0; bucket < NameBuckets; ++bucket) {
+    const PointList& nodes = map.pointHash[bucket];
+    std::unordered_map<const Point*, size_t> taken;
+    for (auto node = nodes.rbegin(); node != nodes.rend(); ++node) {
+      Point& point = **node;
+      std::vector<std::string_view> candidates;
+      for (const std::string& synonym : point.synonyms) {
+        if (NameBucket(synonym) == bucket) candidates.emplace_back(synonym);
+      }
+      std::reverse(candidates.begin(), candidates.end());
+      if (NameBucket(point.name) == bucket) candidates.emplace(candidates.begin(), point.name);
+      if (candidates.empty()) continue;
+      const size_t nth = candidates.size() == 1 ? 0 : taken[&point]++ % candidates.size();
+      names.Add(point, candidates[nth]);
+    }
+  }
+  map.names = std::move(names);
+}
+
+}  // namespace
+
+// --- Snapshot and delta of one map --------------------------------------------------------------
+
+struct MapSnapshot::OneMap {
+  Map* map = nullptr;
+  MapSettings settings;
+  RecordsThen<Trail, TrailContent> trails;
+  RecordsThen<Range, RangeContent> ranges;
+  RecordsThen<Grid, Grid> grids;
+  RecordsThen<GridShade, GridShade> shades;
+  Addresses<Point> loose;
+  Addresses<Point> nameless;
+  std::array<Addresses<Point>, NameBuckets> buckets;
+  std::vector<PointContent> points;  ///< by the order of `Map::pointStore`
+  std::vector<PointPlace> places;    ///< likewise
+};
+
+struct MapDelta::OneMap {
+  Map* map = nullptr;
+  MapChange change;
+  std::optional<MapSettings> settings;
+  RecordsDelta<Trail, TrailContent> trails;
+  RecordsDelta<Range, RangeContent> ranges;
+  RecordsDelta<Grid, Grid> grids;
+  RecordsDelta<GridShade, GridShade> shades;
+  Stretch<Point> loose;
+  Stretch<Point> nameless;
+  std::array<Stretch<Point>, NameBuckets> buckets;
+  std::vector<std::pair<Point*, PointContent>> points;
+  std::vector<std::pair<Point*, PointPlace>> places;
+
+  void Swap();
+  size_t Bytes() const;
+};
+
+namespace {
+
+size_t BytesOf(const TrailContent& trail) { return trail.points.size() * sizeof(Point*); }
+
+/// Of a point's texts only those that are outside its record count.
+size_t BytesOf(const PointContent& point) {
+  const auto readings = std::distance(point.measurements.begin(), point.measurements.end());
+  const auto synonyms = std::distance(point.synonyms.begin(), point.synonyms.end());
+  return static_cast<size_t>(readings) * (sizeof(Measurement) + sizeof(void*)) +
+         static_cast<size_t>(synonyms) * (sizeof(std::string) + sizeof(void*)) +
+         (point.note ? point.note->size() : 0);
+}
+
+bool AnyStretch(const std::array<Stretch<Point>, NameBuckets>& buckets) {
+  return std::any_of(buckets.begin(), buckets.end(),
+                     [](const Stretch<Point>& stretch) { return !stretch.Empty(); });
+}
+
+/// What differs between a map now and its delta to an earlier state.
+MapChange ChangeIn(const MapDelta::OneMap& delta, size_t pointsThen) {
+  MapChange change;
+  change.settings = delta.settings.has_value() || !delta.grids.Empty() || !delta.shades.Empty();
+  change.ranges = !delta.ranges.Empty();
+  change.trails = !delta.trails.order.Empty();
+  for (const auto& [trail, content] : delta.trails.contents) {
+    change.trails = change.trails || DiffersInIdentity(*trail, content);
+    change.style = change.style || DiffersInStyle(*trail, content);
+  }
+  change.points = delta.map->pointStore.size() != pointsThen || !delta.points.empty() ||
+                  !delta.loose.Empty() || !delta.nameless.Empty() || AnyStretch(delta.buckets);
+  change.positions = !delta.places.empty();
+  return change;
+}
+
+std::unique_ptr<MapSnapshot::OneMap> TakeMap(Map& map) {
+  auto then = std::make_unique<MapSnapshot::OneMap>();
+  then->map = &map;
+  then->settings = SettingsOf(map);
+  then->trails = TakeRecords<TrailContent>(map.trails);
+  then->ranges = TakeRecords<RangeContent>(map.ranges);
+  then->grids = TakeRecords<Grid>(map.grids);
+  then->shades = TakeRecords<GridShade>(map.gridShades);
+  then->loose.assign(map.loosePoints.begin(), map.loosePoints.end());
+  then->nameless.assign(map.namelessPoints.begin(), map.namelessPoints.end());
+  for (size_t bucket = 0; bucket < NameBuckets; ++bucket) {
+    const PointList& nodes = map.pointHash[bucket];
+    then->buckets[bucket].assign(nodes.begin(), nodes.end());
+  }
+  then->points.reserve(map.pointStore.size());
+  then->places.reserve(map.pointStore.size());
+  for (const Point& point : map.pointStore) {
+    then->points.push_back(ContentOf(point));
+    then->places.push_back(PlaceOf(point));
+  }
+  return then;
+}
+
+std::unique_ptr<MapDelta::OneMap> CompareMap(MapSnapshot::OneMap& then) {
+  Map& map = *then.map;
+  auto delta = std::make_unique<MapDelta::OneMap>();
+  delta->map = &map;
+  if (Differs(map, then.settings)) delta->settings = std::move(then.settings);
+  delta->trails = CompareRecords(map.trails, then.trails);
+  delta->ranges = CompareRecords(map.ranges, then.ranges);
+  delta->grids = CompareRecords(map.grids, then.grids);
+  delta->shades = CompareRecords(map.gridShades, then.shades);
+  delta->loose = StretchBetween(map.loosePoints, then.loose);
+  delta->nameless = StretchBetween(map.namelessPoints, then.nameless);
+  for (size_t bucket = 0; bucket < NameBuckets; ++bucket) {
+    delta->buckets[bucket] = StretchBetween(map.pointHash[bucket], then.buckets[bucket]);
+  }
+  for (size_t i = 0; i < then.points.size(); ++i) {
+    Point& point = map.pointStore[i];
+    if (Differs(point, then.points[i])) {
+      delta->points.emplace_back(&point, std::move(then.points[i]));
+    }
+    if (Differs(point, then.places[i])) delta->places.emplace_back(&point, then.places[i]);
+  }
+  delta->change = ChangeIn(*delta, then.points.size());
+  return delta;
+}
+
+}  // namespace
+
+void MapDelta::OneMap::Swap() {
+  if (settings) SwapContent(*map, *settings);
+  SwapRecords(map->trails, map->removed.trails, trails);
+  SwapRecords(map->ranges, map->removed.ranges, ranges);
+  SwapRecords(map->grids, map->removed.grids, grids);
+  SwapRecords(map->gridShades, map->removed.gridShades, shades);
+  SwapStretch(map->loosePoints, loose);
+  SwapStretch(map->namelessPoints, nameless);
+  for (auto& [point, content] : points) SwapContent(*point, content);
+  // The names are read off the points, so these have to be in place.
+  if (AnyStretch(buckets)) {
+    for (size_t bucket = 0; bucket < NameBuckets; ++bucket) {
+      SwapStretch(map->pointHash[bucket], buckets[bucket]);
+    }
+  }
+  for (auto& [point, place] : places) SwapContent(*point, place);
+  if (!places.empty()) {
+    for (Trail& trail : map->trails) trail.flags &= ~std::uint32_t{TrailMeasured};
+  }
+}
+
+size_t MapDelta::OneMap::Bytes() const {
+  size_t bytes = sizeof(OneMap) + trails.Bytes() + ranges.Bytes() + grids.Bytes() + shades.Bytes() +
+                 points.size() * sizeof(points.front()) + places.size() * sizeof(places.front());
+  for (const auto& [trail, content] : trails.contents) bytes += BytesOf(content);
+  for (const auto& [point, content] : points) bytes += BytesOf(content);
+  bytes += (loose.other.size() + nameless.other.size()) * sizeof(Point*);
+  for (const Stretch<Point>& stretch : buckets) bytes += stretch.other.size() * sizeof(Point*);
+  return bytes;
+}
+
+MapChange& MapChange::operator|=(const MapChange& other) {
+  trails = trails || other.trails;
+  points = points || other.points;
+  positions = positions || other.positions;
+  ranges = ranges || other.ranges;
+  style = style || other.style;
+  settings = settings || other.settings;
+  return *this;
+}
+
+MapDelta::MapDelta() = default;
+MapDelta::~MapDelta() = default;
+MapDelta::MapDelta(MapDelta&&) noexcept = default;
+MapDelta& MapDelta::operator=(MapDelta&&) noexcept = default;
+
+void MapDelta::Swap() {
+  bool renamed = false;
+  for (const auto& each : maps_) {
+    each->Swap();
+    renamed = renamed || each->change.points;
+  }
+  // A map above may hold names of points below, so all tables wait for all points.
+  if (!renamed) return;
+  for (const auto& each : maps_) RebuildNames(*each->map);
+}
+
+std::vector<Map*> MapDelta::Maps() const {
+  std::vector<Map*> maps;
+  for (const auto& each : maps_) maps.push_back(each->map);
+  return maps;
+}
+
+bool MapDelta::Touches(const Map& map) const { return ChangeOf(map).Any(); }
+
+MapChange MapDelta::ChangeOf(const Map& map) const {
+  for (const auto& each : maps_) {
+    if (each->map == &map) return each->change;
+  }
+  return {};
+}
+
+MapChange MapDelta::Change() const {
+  MapChange all;
+  for (const auto& each : maps_) all |= each->change;
+  return all;
+}
+
+size_t MapDelta::Bytes() const {
+  size_t bytes = sizeof(MapDelta);
+  for (const auto& each : maps_) bytes += each->Bytes();
+  return bytes;
+}
+
+MapSnapshot::MapSnapshot(Workspace& workspace) {
+  for (Map& map : workspace.maps) maps_.push_back(TakeMap(map));
+}
+
+MapSnapshot::~MapSnapshot() = default;
+
+MapDelta MapSnapshot::TakeDelta() {
+  MapDelta delta;
+  for (const auto& then : maps_) {
+    auto each = CompareMap(*then);
+    if (each->change.Any()) delta.maps_.push_back(std::move(each));
+  }
+  maps_.clear();
+  return delta;
+}
+
+}  // namespace orvane

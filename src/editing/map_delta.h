@@ -1,0 +1,84 @@
+#pragma once
+
+#include "model/map.h"
+
+#include <cstddef>
+#include <memory>
+#include <vector>
+
+namespace orvane {
+
+/// What differs between two states of some maps, for those who show them.
+struct MapChange {
+  bool trails = false;  ///< a trail was added or removed, or has other points or another identity
+  bool points = false;  ///< a point was added or removed, or has other names, readings or notes
+  bool positions = false;  ///< a point was moved, placed, or has lost its place
+  bool ranges = false;     ///< a range was added or removed, or has another name or other keys
+  bool style = false;      ///< a trail has another colour, line, mark, fill or label mode
+  bool settings = false;   ///< basis, deviation, grids, contour interval, comments, credits, ...
+
+  bool Any() const { return trails || points || positions || ranges || style || settings; }
+
+  /// Adds what differs in `other`.
+  MapChange& operator|=(const MapChange& other);
+};
+
+/// The difference between two states of some maps: whatever a map file holds, and where each point
+/// is. One of the states is in the maps, the delta holds what the other one has instead.
+///
+/// Records are known by their addresses, so whoever points to one can go on doing so: a trail,
+/// range or grid that the present state does not have waits in `Map::removed`, and a point in
+/// `Map::pointStore`, which is never emptied.
+class MapDelta {
+ public:
+  MapDelta();
+  ~MapDelta();
+  MapDelta(MapDelta&&) noexcept;
+  MapDelta& operator=(MapDelta&&) noexcept;
+
+  /// Exchanges the state of the maps with the one held here. A second call brings the first state
+  /// back. Between the two nothing else may have changed these maps, except by deltas that were
+  /// swapped back.
+  ///
+  /// What follows from the records is left to the caller: the solver's sums, the analysis of the
+  /// ranges. Trails lose their metrics where a point has moved.
+  void Swap();
+
+  /// \return the maps in which something differs
+  std::vector<Map*> Maps() const;
+  /// \return true if something differs in `map`
+  bool Touches(const Map& map) const;
+  /// What differs in `map`, or in all of them. Nothing differs in a map that is not touched.
+  MapChange ChangeOf(const Map& map) const;
+  MapChange Change() const;
+
+  /// \return the memory that this holds, in bytes, close to the truth for large deltas
+  size_t Bytes() const;
+
+  struct OneMap;
+
+ private:
+  friend class MapSnapshot;
+  std::vector<std::unique_ptr<OneMap>> maps_;
+};
+
+/// Holds the state of all maps of a workspace at one moment, to find out later what has changed.
+/// It takes a few hundred bytes a point, so it lives no longer than one edit.
+class MapSnapshot {
+ public:
+  explicit MapSnapshot(Workspace& workspace);
+  ~MapSnapshot();
+  MapSnapshot(const MapSnapshot&) = delete;
+  MapSnapshot& operator=(const MapSnapshot&) = delete;
+
+  /// \return the difference between now and the time of the snapshot, which is empty from then on.
+  ///         Maps that were made since are not in it.
+  MapDelta TakeDelta();
+
+  struct OneMap;
+
+ private:
+  std::vector<std::unique_ptr<OneMap>> maps_;
+};
+
+}  // namespace orvane
