@@ -23,6 +23,15 @@ bool ShareMaps(const Step& a, const Step& b) {
                      [&](const Map* map) { return b.delta.Touches(*map); });
 }
 
+/// \return true if the step changed `map` or a map that it rests on
+template <typename Step>
+bool Reaches(const Step& step, const Map& map) {
+  for (const Map* each = &map; each != nullptr; each = each->basis) {
+    if (step.delta.Touches(*each)) return true;
+  }
+  return false;
+}
+
 /// The step that has to go first before `map` can leave its last step. A later step that shares
 /// maps with it blocks it: its delta was taken on top.
 /// \return an index, or `NoStep`
@@ -30,7 +39,7 @@ template <typename Steps>
 size_t NextStepOf(const Steps& steps, const Map& map) {
   size_t found = NoStep;
   for (size_t i = steps.size(); i-- > 0 && found == NoStep;) {
-    if (steps[i].delta.Touches(map)) found = i;
+    if (Reaches(steps[i], map)) found = i;
   }
   if (found == NoStep) return NoStep;
   for (size_t later = found + 1; later < steps.size(); ++later) {

@@ -78,8 +78,8 @@ class EditHistory {
   const std::string* UndoName(const Map& map) const;
   const std::string* RedoName(const Map& map) const;
 
-  /// Takes back the newest edit that changed `map`; before that, one that was made later and
-  /// changed a map that this one changed too, as an edit of the common basis.
+  /// Takes back the newest edit that changed `map` or a map that it rests on; before that, one that
+  /// was made later and changed one of the same maps, as an edit of the common basis.
   /// \return false if there is none
   bool Undo(const Map& map);
   /// Applies again what `Undo` took back last.

@@ -206,8 +206,7 @@ TEST_F(EditHistoryTest, LaterStepsInACommonBasisGoFirst) {
   EXPECT_EQ(Saved(one), before);
   EXPECT_EQ(*history.RedoName(one), "First");
   history.Redo(one);
-  EXPECT_EQ(history.RedoName(one), nullptr) << "the second never changed this map";
-  history.Redo(two);
+  history.Redo(one);
   EXPECT_EQ(*Named(basis, "Hill").note, "\tflat");
 }
 
