@@ -74,11 +74,13 @@ std::optional<std::string> TextOrNone(std::string_view text) {
   return clean;
 }
 
+/// Adds a reading as the map file reader does: the altitude is that of the reading. If its position
+/// had one too, the solver would count it twice.
 void AddFix(Point& point, const GisFix& fix, bool keepAltitude) {
   Measurement& reading = point.measurements.emplace_front();
   reading.flags = MeasureGps;
-  reading.position = {fix.lat, fix.lon, keepAltitude ? fix.altitude : NoAltitude};
-  reading.altitude = reading.position.altitude;
+  reading.position = {fix.lat, fix.lon, NoAltitude};
+  if (keepAltitude) reading.altitude = fix.altitude;
   point.flags &= ~std::uint32_t{PointPlaced};
 }
 

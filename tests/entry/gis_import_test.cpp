@@ -106,7 +106,7 @@ TEST_F(GisImportTest, KeepAltitudeGivesTheReadingAndThePointTheirs) {
   TakeAll(TwoTracks, fields);
   const Point& point = *TrailNamed("B").points[0];
   EXPECT_EQ(Readings(point)[0]->altitude, 30.25F);
-  EXPECT_EQ(Readings(point)[0]->position.altitude, 30.25F);
+  EXPECT_EQ(Readings(point)[0]->position.altitude, NoAltitude);
   EXPECT_EQ(point.geo.altitude, 30.25F);
   EXPECT_EQ(TrailNamed("C").points[0]->geo.altitude, NoAltitude);
 }
@@ -364,6 +364,17 @@ TEST_F(GisImportTest, WaypointsTakeTheirAltitudeIfTheBoxStandsChecked) {
   ASSERT_TRUE(Start(Header + "Fig,,,,1.5,115.5,30\nLed,,,,1.6,115.5\n", boxes));
   EXPECT_EQ(Named(map, "Fig").geo.altitude, 30.0F);
   EXPECT_EQ(Named(map, "Led").geo.altitude, NoAltitude);
+}
+
+// The altitude was in the reading and in its position, and each of them counted.
+TEST_F(GisImportTest, AnAltitudeThatIsKeptCountsOnceInTheMean) {
+  Map& known = Open("T\tMain\nG\tCamp\tN1\tE115\t10\n");
+  GisBoxes boxes;
+  boxes.keepAltitude = true;
+  ASSERT_TRUE(StartGisImportOfText(known, Header + "Camp,,,,1,115,30\n", "gps.txt", boxes));
+  EXPECT_EQ(Named(known, "Camp").geo.altitude, 20.0F);
+  Map& again = Open(MapFileText(known, "again.map", false), "again.map");
+  EXPECT_EQ(Named(again, "Camp").geo.altitude, 20.0F);
 }
 
 TEST_F(GisImportTest, AWaypointOfAKnownNameIsAFurtherReading) {
