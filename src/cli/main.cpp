@@ -322,8 +322,8 @@ void AddRender(CommandLine& line) {
   command->add_option("--rotate", request->rotate, "turn the view")->type_name("DEGREES");
   command->add_flag("--hide-grids", request->hideGrids, "draw no grids");
   command->add_flag("--contours", request->contours, "make contour lines and draw them");
-  command->add_flag("--told-contours", request->toldContours,
-                    "the same as older maps have them, with their gaps");
+  command->add_flag("--classic-contours", request->classicContours,
+                    "draw those of the Contours group, with their gaps");
   command->add_flag("--show-all-trails", request->showAllTrails,
                     "draw trails that start hidden as well");
   command->add_flag("--antialias", request->antialias, "smooth lines");

@@ -68,7 +68,7 @@ int RenderCommand(Map& map, LineMessages& messages, const RenderRequest& request
     CenterOn(view, location->place);
   }
   if (request.contours && !ShowContours(view, messages, true)) return ExitFailed;
-  if (request.toldContours && !ShowContours(view, messages, false)) return ExitFailed;
+  if (request.classicContours && !ShowContours(view, messages, false)) return ExitFailed;
   if (request.hideGrids) view.flags |= MapWindowGridsHidden;
   if (request.showAllTrails) {
     for (TrailPanelRow* row : TrailRowsInOrder(view.trailViews)) row->visible = true;

@@ -221,10 +221,10 @@ TEST_F(CommandLine, ContoursAreDrawnOnDemand) {
   };
   const std::string plain = picture({});
   const std::string whole = picture({"--contours"});
-  const std::string told = picture({"--told-contours"});
+  const std::string classic = picture({"--classic-contours"});
   EXPECT_NE(whole, plain);
-  EXPECT_NE(told, plain);
-  EXPECT_NE(told, whole);
+  EXPECT_NE(classic, plain);
+  EXPECT_NE(classic, whole);
   const Outcome none = Do({"render", "site.map", "-o", "x.png", "--contours"});
   EXPECT_EQ(none.status, 1);
   EXPECT_EQ(none.err, "error: No contour interval in site.map\n");
