@@ -15,7 +15,7 @@ namespace orvane {
 int DumpCommand(Map& map, const LineMessages& messages);
 
 /// Writes the map to the file `output`, or to standard output if it is "-".
-int SaveCommand(Map& map, const LineMessages& messages, const std::string& output, bool simple);
+int SaveCommand(Map& map, const std::string& output, bool simple);
 
 /// Writes the place that `text` means as JSON to standard output.
 int LocateCommand(Map& map, LineMessages& messages, const std::string& text);

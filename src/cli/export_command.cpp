@@ -1,6 +1,7 @@
 #include "cli/export_command.h"
 
 #include "cli/exit_status.h"
+#include "cli/text_output.h"
 #include "output/geojson.h"
 #include "output/shapefiles.h"
 
@@ -12,10 +13,10 @@ namespace orvane {
 namespace {
 
 bool PrintGeoJson(Map& map) {
-  const bool written = WriteGeoJson(map, [](std::string_view text) {
-    return std::fwrite(text.data(), 1, text.size(), stdout) == text.size();
+  return WriteGeoJson(map, [](std::string_view text) {
+    Print(text);
+    return std::ferror(stdout) == 0;
   });
-  return std::fflush(stdout) == 0 && written;
 }
 
 bool Export(Map& map, const ExportRequest& request) {

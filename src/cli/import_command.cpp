@@ -27,7 +27,7 @@ int ImportCommand(Map& map, LineMessages& messages, const ImportRequest& request
   for (const std::string& name : outcome.unwritten) {
     NoteError(messages, "Can't open %s for writing", {name});
   }
-  const int saved = SaveCommand(map, messages, request.output, false);
+  const int saved = SaveCommand(map, request.output, false);
   return outcome.completed && outcome.unwritten.empty() ? saved : ExitFailed;
 }
 

@@ -41,7 +41,7 @@ int ImportGisCommand(Map& map, LineMessages& messages, const ImportGisRequest& r
   const GisField bad = TakeAllTracks(*import, fields);
   TellBadField(bad, fields, messages);
   if (bad != GisField::None) return ExitFailed;
-  return SaveCommand(map, messages, request.output, false);
+  return SaveCommand(map, request.output, false);
 }
 
 }  // namespace orvane

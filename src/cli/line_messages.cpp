@@ -3,7 +3,6 @@
 #include "cli/exit_status.h"
 #include "cli/text_output.h"
 
-#include <algorithm>
 #include <cstdlib>
 
 namespace orvane {
@@ -27,14 +26,31 @@ void LineMessages::Post(Severity severity, const std::string& text) {
   if (asResult_) {
     std::fprintf(stdout, "%s\n", line.c_str());
   } else {
-    std::fprintf(stderr, "%s: %s\n", SeverityWord(severity), line.c_str());
+    PrintToStandardError(SeverityWord(severity), line);
   }
   if (severity == Severity::Fatal) std::exit(ExitFatal);
 }
 
+/// A button with an empty text is not there, but the others keep their numbers.
 int LineMessages::Ask(const std::string& /*title*/, const std::vector<std::string>& buttons,
-                      const std::string& /*text*/) {
-  return std::clamp(answer_, 1, std::max(static_cast<int>(buttons.size()), 1));
+                      const std::string& text) {
+  size_t taken = 0;
+  int left = answer_;
+  for (size_t i = 0; i < buttons.size() && left > 0; ++i) {
+    if (buttons[i].empty()) continue;
+    taken = i;
+    --left;
+  }
+  PrintToStandardError("question", OneLine(text + " [" + buttons[taken] + "]"));
+  return static_cast<int>(taken) + 1;
+}
+
+void LineMessages::PrintToStandardError(const char* word, const std::string& text) const {
+  std::string place;
+  if (showsPlaces_ && Origin() != nullptr && Origin()->line > 0) {
+    place = OneLine(Origin()->file) + ':' + std::to_string(Origin()->line) + ": ";
+  }
+  std::fprintf(stderr, "%s%s: %s\n", place.c_str(), word, text.c_str());
 }
 
 std::optional<std::string> LineMessages::Prompt(const std::string& /*title*/,

@@ -26,13 +26,19 @@ class LineMessages : public Messages {
 
   /// From now on messages go to standard output, without a severity.
   void PrintAsResult() { asResult_ = true; }
-  /// \param answer  the button, from 1, that answers every question
+  /// \param answer  the button, from 1, that answers every question; the last one if there are fewer
   void SetAnswer(int answer) { answer_ = answer; }
+  /// From now on "FILE:LINE: " precedes each message and question on standard error that is about a
+  /// line of a file.
+  void ShowPlaces() { showsPlaces_ = true; }
 
   const std::vector<Entry>& Entries() const { return entries_; }
 
  private:
+  void PrintToStandardError(const char* word, const std::string& text) const;
+
   bool asResult_ = false;
+  bool showsPlaces_ = false;
   int answer_ = 1;
   std::vector<Entry> entries_;
 };

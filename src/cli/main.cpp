@@ -5,6 +5,7 @@
 #include "cli/import_command.h"
 #include "cli/import_gis_command.h"
 #include "cli/line_messages.h"
+#include "cli/number_options.h"
 #include "cli/profile_command.h"
 #include "cli/reports_command.h"
 #include "cli/text_output.h"
@@ -16,10 +17,14 @@
 #include <array>
 #include <cstdio>
 #include <cstdlib>
+#include <exception>
 #include <functional>
+#include <limits>
 #include <map>
 #include <memory>
+#include <new>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 #if defined(ORVANE_DRAWS) || defined(ORVANE_HANDS_OVER)
@@ -42,6 +47,7 @@ struct CommandLine {
   CLI::App app{"Maps and home ranges for field biologists, as a batch tool"};
   bool europeanDates = false;
   int answer = 1;
+  bool where = false;
   std::string mapFile;
   Work work;
   bool handsOver = false;  ///< another program does the work, with the same arguments
@@ -73,7 +79,8 @@ void AddSave(CommandLine& line) {
   command->add_flag("--simple", options->simple, "without the solved places");
   command->callback([&line, options] {
     line.work = [options](Map& map, LineMessages& messages) {
-      return SaveCommand(map, messages, options->output, options->simple);
+      (void)messages;
+      return SaveCommand(map, options->output, options->simple);
     };
   });
 }
@@ -227,8 +234,9 @@ void AddImportGis(CommandLine& line) {
 void AddContours(CommandLine& line) {
   auto request = std::make_shared<ContoursRequest>();
   CLI::App* command = AddMapCommand(line, "contours", "Print contour lines as GeoJSON");
-  command
-      ->add_option("--interval", request->interval, "between levels; that of the map if not given")
+  AddNumber(*command, "--interval", request->interval,
+            WholeNumbers{1, std::numeric_limits<int>::max(), "a whole number of metres from 1 on"},
+            "between levels; that of the map if not given")
       ->type_name("METRES");
   command->add_flag("--continuous", request->continuous, "lines without gaps");
   command->callback([&line, request] {
@@ -261,7 +269,6 @@ void AddExport(CommandLine& line) {
 }
 
 void AddProfile(CommandLine& line) {
-  constexpr int Widest = 32000;
   auto request = std::make_shared<ProfileRequest>();
   CLI::App* command =
       AddMapCommand(line, "profile", "Print altitudes along a trail or a straight line");
@@ -271,9 +278,10 @@ void AddProfile(CommandLine& line) {
   lines->add_option("--transect", request->transect, "from one location to another")
       ->type_name("TEXT TEXT")
       ->expected(2);
-  command->add_option("--width", request->width, "how many columns; 800 if not given")
-      ->type_name("PIXELS")
-      ->check(CLI::Range(2, Widest));
+  AddNumber(*command, "--width", request->width,
+            WholeNumbers{2, 32000, "a whole number of pixels from 2 to 32000"},
+            "how many columns; 800 if not given")
+      ->type_name("PIXELS");
   command->callback([&line, request] {
     line.work = [request](Map& map, LineMessages& messages) {
       return ProfileCommand(map, messages, *request);
@@ -291,7 +299,7 @@ std::string ReadSize(const std::string& text, RenderRequest& request) {
   const int read = std::sscanf(text.c_str(), "%5dx%5d%n", &width, &height, &length);
   if (read != 2 || text.size() != static_cast<size_t>(length) || width < 1 || height < 1 ||
       width > Largest || height > Largest) {
-    return "--size: " + text + " is no WIDTHxHEIGHT in pixels";
+    return "--size: " + text + " is not WIDTHxHEIGHT in pixels, such as 1024x768, to 32000x32000";
   }
   request.width = width;
   request.height = height;
@@ -315,11 +323,14 @@ void AddRender(CommandLine& line) {
           "the size in pixels; 1024x768 if not given")
       ->type_name("WIDTHxHEIGHT");
   command->add_option("--center", request->center, "the location in the middle")->type_name("TEXT");
-  command->add_option("--scale", request->scale, "metres per pixel")
-      ->type_name("METRES")
-      ->check(CLI::PositiveNumber);
+  AddNumber(*command, "--scale", request->scale, RealNumbers{0, "a number of metres above 0"},
+            "metres per pixel")
+      ->type_name("METRES");
   command->add_flag("--fit", request->fit, "show all points of the map and its basis");
-  command->add_option("--rotate", request->rotate, "turn the view")->type_name("DEGREES");
+  AddNumber(*command, "--rotate", request->rotate,
+            RealNumbers{-std::numeric_limits<double>::infinity(), "a number of degrees"},
+            "turn the view")
+      ->type_name("DEGREES");
   command->add_flag("--hide-grids", request->hideGrids, "draw no grids");
   command->add_flag("--contours", request->contours, "make contour lines and draw them");
   command->add_flag("--classic-contours", request->classicContours,
@@ -343,9 +354,10 @@ void AddCommands(CommandLine& line) {
   line.app.set_version_flag("--version", std::string("orvane-cli ") + ORVANE_VERSION);
   line.app.require_subcommand(1);
   line.app.add_flag("--european-dates", line.europeanDates, "read the day before the month");
-  line.app.add_option("--answer", line.answer, "answer every question by the N-th button")
-      ->type_name("N")
-      ->check(CLI::Range(1, 3));
+  AddNumber(line.app, "--answer", line.answer, WholeNumbers{1, 3, "a whole number from 1 to 3"},
+            "answer every question by the N-th button")
+      ->type_name("N");
+  line.app.add_flag("--where", line.where, "precede messages by the file and line they are about");
   AddDump(line);
   AddSave(line);
   AddLocate(line);
@@ -366,12 +378,13 @@ void AddCommands(CommandLine& line) {
 int RunCommand(const CommandLine& line) {
   LineMessages messages;
   messages.SetAnswer(line.answer);
+  if (line.where) messages.ShowPlaces();
   Workspace workspace(messages);
   workspace.preferences.europeanDates = line.europeanDates;
   bool readable = false;
   Map& map = OpenMap(workspace, line.mapFile, &readable);
   if (!readable) return ExitFailed;
-  const int status = line.work(map, messages);
+  const int status = FinishOutput(line.work(map, messages));
 #ifdef NDEBUG
   // The system takes the memory back at once, where a large map is a long walk to take apart.
   std::fflush(nullptr);
@@ -381,8 +394,14 @@ int RunCommand(const CommandLine& line) {
 #endif
 }
 
-/// What the command line library says, but for a word that stands where a command should.
+/// What the command line library says, except where that is not clear enough: for an unknown command,
+/// and for a flag that is given a text. All other options read their text themselves.
 std::string WhatIsWrong(const CLI::App& app, const CLI::ParseError& error) {
+  constexpr std::string_view Unclear = "Could not convert: ";
+  const std::string_view said = error.what();
+  if (said.starts_with(Unclear)) {
+    return std::string(said.substr(Unclear.size())) + ": only true and false may be given here";
+  }
   const std::vector<std::string> left = app.remaining();
   if (!app.get_subcommands().empty() || left.empty()) return error.what();
   return left.front() + ": no such command";
@@ -407,6 +426,24 @@ std::vector<std::string> ReversedArguments(int argc, char** argv) {
   return arguments;
 }
 
+/// Ends the program without unwinding what is left and without taking memory.
+[[noreturn]] void EndOutOfMemory() {
+  std::fputs("fatal: out of memory\n", stderr);
+  std::_Exit(ExitFatal);
+}
+
+/// Replaces the abort of an exception that nothing catches.
+[[noreturn]] void EndUnhandled() {
+  try {
+    if (const std::exception_ptr error = std::current_exception()) std::rethrow_exception(error);
+  } catch (const std::bad_alloc&) {
+    EndOutOfMemory();
+  } catch (...) {  // a fault of the program
+    std::abort();
+  }
+  std::abort();
+}
+
 int Main(int argc, char** argv) {
   CommandLine line;
   AddCommands(line);
@@ -414,7 +451,7 @@ int Main(int argc, char** argv) {
     line.app.name(argv[0]);
     line.app.parse(ReversedArguments(argc, argv));
   } catch (const CLI::Success& request) {
-    return line.app.exit(request);  // help or version
+    return FinishOutput(line.app.exit(request));  // help or version
   } catch (const CLI::ParseError& error) {
     std::fprintf(stderr, "orvane-cli: %s\n", OneLine(WhatIsWrong(line.app, error)).c_str());
     return ExitUsage;
@@ -429,4 +466,12 @@ int Main(int argc, char** argv) {
 
 }  // namespace orvane
 
-int main(int argc, char** argv) { return orvane::Main(argc, argv); }
+int main(int argc, char** argv) {
+  // Memory can also run out in a thread, or where nothing may be thrown: both end in `terminate`.
+  std::set_terminate(orvane::EndUnhandled);
+  try {
+    return orvane::Main(argc, argv);
+  } catch (const std::bad_alloc&) {
+    orvane::EndOutOfMemory();
+  }
+}

@@ -33,12 +33,12 @@ std::string SampleText(const ElevationView& view, size_t column) {
   return line + '\n';
 }
 
-int PrintProfile(ElevationView& view, int width) {
+void PrintProfile(ElevationView& view, int width) {
   LayoutColumns(view, width);
   FillGaps(view);
   std::string text = "column\tdistance\tlat\tlon\taltitude\tlabel\n";
   for (size_t i = 0; i < view.samples.size(); ++i) text += SampleText(view, i);
-  return WriteOutput("-", FieldsToUtf8(text)) ? ExitDone : ExitFailed;
+  Print(FieldsToUtf8(text));
 }
 
 }  // namespace
@@ -58,7 +58,9 @@ int ProfileCommand(Map& map, LineMessages& messages, const ProfileRequest& reque
     }
     view = OpenTransect(map, ends[0], ends[1]);
   }
-  return view ? PrintProfile(*view, request.width) : ExitFailed;
+  if (!view) return ExitFailed;
+  PrintProfile(*view, request.width);
+  return ExitDone;
 }
 
 }  // namespace orvane

@@ -11,14 +11,18 @@
 #include "view/range_rows.h"
 #include "view/view_transform.h"
 
+#include <cmath>
+
 namespace orvane {
 
 namespace {
 
+constexpr double FullTurn = 360;  // degrees
+
 /// Turns the view about its middle.
 void Rotate(MapWindow& view, double degrees) {
   const LatLon middle = ScreenToMap(view, {view.centerColumn, view.centerRow});
-  view.rotation = static_cast<float>(degrees);
+  view.rotation = static_cast<float>(std::fmod(degrees, FullTurn));
   CenterOn(view, middle);
 }
 
@@ -38,10 +42,8 @@ bool Draw(MapWindow& view, const RenderOptions& options, const std::string& outp
           std::string& error) {
   if (output != "-") return RenderMap(view, options, output, error);
   const auto picture = RenderMap(view, PictureFormat::Png, options, error);
-  if (!picture) return false;
-  if (WriteOutput(output, *picture)) return true;
-  error = "Can't write to standard output";
-  return false;
+  if (picture) Print(*picture);
+  return picture.has_value();
 }
 
 }  // namespace

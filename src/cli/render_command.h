@@ -19,7 +19,7 @@ struct RenderRequest {
   double rotate = 0;                  ///< degrees
   bool hideGrids = false;
   bool showAllTrails = false;
-  bool contours = false;         ///< makes contours without gaps and shows them
+  bool contours = false;         ///< makes continuous contours and shows them
   bool classicContours = false;  ///< makes the contours of the Contours group and shows them
   bool antialias = false;
 };

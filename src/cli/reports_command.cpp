@@ -35,8 +35,9 @@ int CannotFind(LineMessages& messages, const std::string& name) {
   return ExitFailed;
 }
 
-int Print(const std::string& report) {
-  return WriteOutput("-", FieldsToUtf8(report)) ? ExitDone : ExitFailed;
+int PrintReport(const std::string& report) {
+  Print(FieldsToUtf8(report));
+  return ExitDone;
 }
 
 }  // namespace
@@ -54,11 +55,11 @@ int TrailsCommand(Map& map, LineMessages& messages, const std::vector<std::strin
     if (row->trail == nullptr) continue;
     if (named.empty() || named.contains(row->trail)) trails.push_back(row->trail);
   }
-  return Print(TrailSummaryText(trails, map.magneticDeviation));
+  return PrintReport(TrailSummaryText(trails, map.magneticDeviation));
 }
 
 int IndexCommand(Map& map, CoordinateDisplay display) {
-  return Print(PointIndexText(BuildPointIndex(map, NewView(map).centralLongitude), display));
+  return PrintReport(PointIndexText(BuildPointIndex(map, NewView(map).centralLongitude), display));
 }
 
 int RangesCommand(Map& map, LineMessages& messages, const std::vector<std::string>& rangeNames) {
@@ -79,7 +80,7 @@ int RangesCommand(Map& map, LineMessages& messages, const std::vector<std::strin
       rows.push_back(&row);
     }
   }
-  return Print(RangeStatsText(rows, map.smName));
+  return PrintReport(RangeStatsText(rows, map.smName));
 }
 
 }  // namespace orvane

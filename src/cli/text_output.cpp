@@ -1,6 +1,6 @@
 #include "cli/text_output.h"
 
-#include "base/files.h"
+#include "cli/exit_status.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -30,12 +30,13 @@ std::string OneLine(std::string_view text) {
   return line;
 }
 
-bool WriteOutput(const std::string& path, std::string_view text) {
-  if (path == "-") {
-    const bool written = std::fwrite(text.data(), 1, text.size(), stdout) == text.size();
-    return std::fflush(stdout) == 0 && written;
-  }
-  return WriteFileAtomically(path, text) == WriteResult::Done;
+void Print(std::string_view text) { std::fwrite(text.data(), 1, text.size(), stdout); }
+
+int FinishOutput(int status) {
+  // All output passes through `stdout`, also that of `std::cout`, and an error stays set.
+  if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return status;
+  std::fputs("error: Can't write to standard output\n", stderr);
+  return status == ExitDone ? ExitFailed : status;
 }
 
 }  // namespace orvane

@@ -1,0 +1,134 @@
+#include "cli/command_line.h"
+
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+namespace orvane {
+namespace {
+
+#if defined(__SANITIZE_ADDRESS__)
+constexpr bool LimitsMemory = false;  // it reserves far more than any limit
+#else
+constexpr bool LimitsMemory = true;
+#endif
+
+const std::vector<std::string> Import = {"import", "site.map",      "sheet.txt", "-o",
+                                         "-",      "--date-always", "2003-5-31", "--time",
+                                         "A",      "--location",    "B",         "--species-always",
+                                         "Oru"};
+
+std::vector<std::string> With(std::vector<std::string> before,
+                              const std::vector<std::string>& after) {
+  before.insert(before.end(), after.begin(), after.end());
+  return before;
+}
+
+TEST_F(CommandLine, ANumberThatIsRefusedSaysWhatIsWanted) {
+  const std::string wanted = "--answer: many is not a whole number from 1 to 3";
+  ExpectWrongUsage({"--answer", "many", "dump", "site.map"}, wanted);
+  for (const std::string number : {"0", "4", "1.5", " 1", "1 ", "0x1", "99999999999999999999"}) {
+    ExpectWrongUsage({"--answer", number, "dump", "site.map"}, number + " is not a whole number");
+  }
+  ExpectWrongUsage({"--answer=", "dump", "site.map"}, "--answer: \"\" is not a whole number");
+  ExpectWrongUsage({"contours", "site.map", "--interval", "0"},
+                   "--interval: 0 is not a whole number of metres from 1 on");
+  ExpectWrongUsage({"profile", "site.map", "--trail", "Main", "--width", "1"},
+                   "--width: 1 is not a whole number of pixels from 2 to 32000");
+  ExpectWrongUsage({"profile", "site.map", "--trail", "Main", "--width", "32001"}, "32001 is not");
+  ExpectWrongUsage({"save", "site.map", "-", "--simple=maybe"}, "only true and false");
+#ifdef ORVANE_DRAWS
+  for (const std::string number : {"nan", "inf", "-1", "0", "1m", "1e400"}) {
+    ExpectWrongUsage({"render", "site.map", "-o", "x.png", "--scale", number},
+                     "--scale: " + number + " is not a number of metres above 0");
+  }
+  for (const std::string number : {"nan", "-inf", "north", "1e400"}) {
+    ExpectWrongUsage({"render", "site.map", "-o", "x.png", "--rotate=" + number},
+                     "--rotate: " + number + " is not a number of degrees");
+  }
+  EXPECT_EQ(folder.Read("x.png"), "");
+  EXPECT_EQ(Do({"render", "site.map", "-o", "a.svg", "--rotate", "-90"}).status, 0);
+  EXPECT_EQ(Do({"render", "site.map", "-o", "b.svg", "--rotate", "-810"}).status, 0);
+  EXPECT_EQ(folder.Read("a.svg"), folder.Read("b.svg"));
+#endif
+}
+
+TEST_F(CommandLine, AQuestionIsShownWithTheButtonThatAnsweredIt) {
+  folder.Write("sheet.txt", "800\tCamp\n830\tthe creek\n840\tRidge\n");
+  const std::string question =
+      "question: Bad location specification the creek, Do you want to continue? ";
+  EXPECT_EQ(Do(Import).err.find(question + "[Yes]\n"), 0U) << Do(Import).err;
+  for (const std::string answer : {"2", "3"}) {
+    // There is no third button: the last one is taken.
+    const Outcome run = Do(With({"--answer", answer}, Import));
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.err.find(question + "[No]\n"), 0U) << run.err;
+  }
+}
+
+TEST_F(CommandLine, WherePutsFileAndLineBeforeMessagesThatHaveThem) {
+  folder.Write("faults.map", "T\tW\nG\tCamp\tN0\tE0\nC\tA\tCamp\t5cm\t0\nP\tLost\n");
+  EXPECT_EQ(Do({"--where", "locate", "faults.map", "Camp"}).err,
+            "faults.map:3: error: Bad distance for point A\n"
+            "warning: No position found for point Lost\n");
+  EXPECT_EQ(Do({"locate", "faults.map", "Camp"}).err,
+            "error: Bad distance for point A\nwarning: No position found for point Lost\n");
+  folder.Write("sheet.txt", "800\tCamp\n\n930x\tCamp\n");
+  EXPECT_EQ(
+      Do(With({"--where"}, Import)).err.find("sheet.txt:3: question: Bad time specification 930x"),
+      0U);
+}
+
+/// The commands that write to standard output.
+std::vector<std::vector<std::string>> PrintingCommands() {
+  return {{"--help"},
+          {"--version"},
+          {"dump", "site.map"},
+          {"save", "site.map", "-"},
+          {"locate", "site.map", "Camp"},
+          {"check", "site.map"},
+          {"trails", "site.map"},
+          {"index", "site.map"},
+          {"ranges", "site.map"},
+          {"contours", "site.map", "--interval", "10"},
+          {"profile", "site.map", "--trail", "Main"},
+          {"export", "site.map", "--geojson", "-"},
+          {"import-gis", "site.map", "gps.txt", "-o", "-"},
+#ifdef ORVANE_DRAWS
+          {"render", "site.map", "-o", "-"},
+#endif
+          Import};
+}
+
+TEST_F(CommandLine, EachCommandReportsThatStandardOutputCannotBeWritten) {
+  if (!std::ifstream("/dev/full")) GTEST_SKIP() << "no /dev/full here";
+  folder.Write("site.map", Site + std::string("R\tHome\nF\tMain\n"));
+  folder.Write("gps.txt", "name,time,a,b,lat,lon\nA,,,,1,1\nA,,,,1,2\n");
+  folder.Write("sheet.txt", "800\tCamp\n");
+  for (const auto& arguments : PrintingCommands()) {
+    const Outcome run = Do(arguments, ">/dev/full");
+    EXPECT_EQ(run.status, 1) << arguments.front();
+    const std::string said = "error: Can't write to standard output\n";
+    EXPECT_TRUE(run.err.ends_with(said)) << arguments.front() << ": " << run.err;
+    EXPECT_EQ(run.err.find("Can't"), run.err.rfind("Can't")) << run.err;
+    EXPECT_EQ(Do(arguments).status, 0) << arguments.front() << ": " << Do(arguments).err;
+  }
+}
+
+TEST_F(CommandLine, RunningOutOfMemoryIsAFatalMessage) {
+  if (!LimitsMemory) GTEST_SKIP() << "the sanitizer takes memory of its own";
+  std::string map = "T\tMain\n";
+  for (int i = 0; i < 60000; ++i) {
+    map += "G\tp" + std::to_string(i) + "\tN0 " + std::to_string(i / 2000.0) + "\tE0\n";
+  }
+  folder.Write("big.map", map);
+  for (const std::string command : {"check", "dump", "index"}) {
+    const Outcome run = Do({command, "big.map"}, ">out", "ulimit -v 40000 && ");
+    EXPECT_EQ(run.status, 3) << command;
+    EXPECT_EQ(run.err, "fatal: out of memory\n") << command;
+  }
+  EXPECT_EQ(Do({"check", "site.map"}, ">out", "ulimit -v 40000 && ").status, 0);
+}
+
+}  // namespace
+}  // namespace orvane
