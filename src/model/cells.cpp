@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <limits>
 
 namespace orvane {
@@ -54,16 +55,18 @@ std::optional<CellIndex> ReadCellName(const Grid& grid, std::string_view text) {
 
 /// The index along one axis if it lies on the grid; for an axis that extends the other way the
 /// count is taken off, as files in use are labelled so.
-std::optional<int> IndexOnAxis(double index, int count) {
+std::optional<std::int64_t> IndexOnAxis(double index, int count) {
   const bool inside = count >= 0 ? index >= 0 && index <= static_cast<double>(count) - 1
                                  : index >= static_cast<double>(count) + 1 && index <= 0;
   if (!inside) return std::nullopt;
-  return static_cast<int>(count < 0 ? index - count : index);
+  return static_cast<std::int64_t>(count < 0 ? index - count : index);
 }
 
-int AddClamped(int a, int b) {
-  return static_cast<int>(std::clamp(long{a} + b, long{std::numeric_limits<int>::min()},
-                                     long{std::numeric_limits<int>::max()}));
+/// The number of a cell; an index can be 2^31, and no label is longer than 32 bits.
+int CellNumberAt(std::int64_t index, int start) {
+  constexpr std::int64_t Lowest = std::numeric_limits<int>::min();
+  constexpr std::int64_t Highest = std::numeric_limits<int>::max();
+  return static_cast<int>(std::clamp(index + start, Lowest, Highest));
 }
 
 }  // namespace
@@ -141,9 +144,9 @@ std::optional<std::string> CellAt(const Map& map, const LatLon& place, double ce
     const auto row = IndexOnAxis(std::floor(south / grid.cellSize), grid.rows);
     const auto column = IndexOnAxis(std::floor(east / grid.cellSize), grid.columns);
     if (!row || !column) continue;
-    const std::string rowPart = FormatCellNumber(AddClamped(*row, grid.rowStart), grid.rowStyle);
+    const std::string rowPart = FormatCellNumber(CellNumberAt(*row, grid.rowStart), grid.rowStyle);
     const std::string columnPart =
-        FormatCellNumber(AddClamped(*column, grid.columnStart), grid.columnStyle);
+        FormatCellNumber(CellNumberAt(*column, grid.columnStart), grid.columnStyle);
     return ColumnComesFirst(grid) ? " " + columnPart + rowPart : " " + rowPart + columnPart;
   }
   return std::nullopt;

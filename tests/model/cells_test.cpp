@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <gtest/gtest.h>
+#include <limits>
 #include <random>
 
 namespace orvane {
@@ -240,6 +241,19 @@ TEST_F(CellsTest, NegativeCountExtendsTheOtherWayAndIsTakenOffTheIndex) {
   EXPECT_FALSE(at(-950, -50).has_value());
   EXPECT_FALSE(at(-50, -1950).has_value());
   EXPECT_FALSE(at(150, 50).has_value());
+}
+
+TEST_F(CellsTest, CountsTheCellsOfTheLargestNegativeGrid) {
+  // Index 0 less the count is 2^31, which does not fit 32 bits.
+  Grid& grid = AddGrid(map, 1, 2);
+  grid.rows = std::numeric_limits<int>::min();
+  grid.columns = std::numeric_limits<int>::min();
+  grid.rowStyle = Decimal;
+  const auto label = [&](double south) { return CellAt(map, Offset(1, 2, south, -50), 2); };
+  EXPECT_EQ(label(-50), " 21474836472147483647");
+  EXPECT_EQ(label(50), " 21474836472147483647");  // 2^31 is held at the largest number
+  grid.rowStart = -10;
+  EXPECT_EQ(label(50), " 21474836382147483647");
 }
 
 TEST_F(CellsTest, LongitudesAreTakenFromTheCentreOfTheView) {
