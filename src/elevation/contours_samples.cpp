@@ -1,10 +1,11 @@
 #include "elevation/contours_samples.h"
 
+#include "base/parallel.h"
+
 #include <algorithm>
 #include <atomic>
 #include <cmath>
 #include <cstddef>
-#include <thread>
 
 #if defined(__x86_64__) && defined(__GNUC__)
 #define ORVANE_HAS_AVX2_PATH
@@ -143,10 +144,7 @@ class RowQueue {
   size_t told_ = 0;
 };
 
-unsigned ThreadsFor(double pairs) {
-  if (pairs < WorkForThreads) return 1;
-  return std::clamp(std::thread::hardware_concurrency(), 1U, MostThreads);
-}
+unsigned ThreadsFor(double pairs) { return pairs < WorkForThreads ? 1 : ThreadsUpTo(MostThreads); }
 
 }  // namespace
 
@@ -193,15 +191,11 @@ std::optional<std::vector<double>> SampleSurface(PointSpan points, std::span<con
   };
   const unsigned threads =
       ThreadsFor(static_cast<double>(values.size()) * static_cast<double>(points.size()));
-  std::vector<std::thread> others;
-  for (unsigned i = 1; i < threads; ++i) {
-    others.emplace_back([&] {
-      while (queue.Work(doRow)) {
-      }
-    });
-  }
-  while (queue.Work(doRow)) queue.Tell(rowDone);
-  for (std::thread& other : others) other.join();
+  RunInParallel(threads, [&](unsigned worker) {
+    while (queue.Work(doRow)) {
+      if (worker == 0) queue.Tell(rowDone);
+    }
+  });
   queue.Tell(rowDone);
   if (queue.GivenUp()) return std::nullopt;
   return values;

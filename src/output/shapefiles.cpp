@@ -1,10 +1,11 @@
 #include "output/shapefiles.h"
 
 #include "base/messages.h"
+#include "base/parallel.h"
 #include "model/workspace.h"
 #include "output/shapefile_groups.h"
 
-#include <future>
+#include <atomic>
 #include <utility>
 #include <vector>
 
@@ -46,14 +47,15 @@ bool ShapefileExport::Finish() {
   if (IsCancelled(map_.workspace->progress)) return false;
   // No file takes its name before every file has been brought to the disk. A disk that is told of
   // all files at once is done with them soonest.
-  std::vector<std::future<bool>> finishing;
-  for (ShapefileSet& set : sets_) {
-    finishing.push_back(std::async(std::launch::async, [&set] { return set.Finish(); }));
-  }
+  std::vector<char> finished(sets_.size());
+  std::atomic<size_t> next{0};
+  RunInParallel(static_cast<unsigned>(sets_.size()), [&](unsigned) {
+    for (size_t i = next++; i < sets_.size(); i = next++) finished[i] = sets_[i].Finish() ? 1 : 0;
+  });
   std::vector<ShapefileSet*> whole;
-  for (size_t i = 0; i < finishing.size(); ++i) {
+  for (size_t i = 0; i < sets_.size(); ++i) {
     ShapefileSet& set = sets_[i];
-    if (finishing[i].get()) {
+    if (finished[i] != 0) {
       whole.push_back(&set);
       continue;
     }

@@ -1,12 +1,11 @@
 #include "ranges/cluster_ranges.h"
 
+#include "base/parallel.h"
 #include "ranges/clusters.h"
 
 #include <algorithm>
 #include <atomic>
-#include <exception>
 #include <new>
-#include <thread>
 #include <unordered_map>
 #include <vector>
 
@@ -88,8 +87,7 @@ unsigned ThreadsFor(std::span<Range* const> ranges) {
   size_t points = 0;
   for (const Range* range : ranges) points += range->points.size();
   if (points < PointsForThreads) return 1;
-  const unsigned most = std::min(std::thread::hardware_concurrency(), MostThreads);
-  return static_cast<unsigned>(std::min<size_t>(std::max(most, 1U), ranges.size()));
+  return static_cast<unsigned>(std::min<size_t>(ThreadsUpTo(MostThreads), ranges.size()));
 }
 
 }  // namespace
@@ -97,24 +95,14 @@ unsigned ThreadsFor(std::span<Range* const> ranges) {
 void ClusterRanges(std::span<Range* const> ranges, Messages& messages, Progress* progress) {
   std::vector<RecordedMessages> said(ranges.size());
   std::atomic<size_t> next{0};
-  const auto work = [&](Progress* watching) {
+  const unsigned workers = RunInParallel(ThreadsFor(ranges), [&](unsigned worker) {
+    Follower follower(progress);
+    Progress* watching = worker == 0 ? progress : &follower;
     for (size_t i = next++; i < ranges.size() && !IsCancelled(watching); i = next++) {
       ClusterOnCopies(*ranges[i], said[i], watching);
     }
-  };
-  const auto help = [&] {
-    Follower follower(progress);
-    work(&follower);
-  };
-  std::vector<std::thread> others;
-  try {
-    for (unsigned i = 1; i < ThreadsFor(ranges); ++i) others.emplace_back(help);
-  } catch (const std::exception&) {
-    // There is no room for more threads: those that run do all the work.
-  }
-  work(progress);
-  for (std::thread& other : others) other.join();
-  for (size_t i = 0; i < ranges.size() && !others.empty(); ++i) {
+  });
+  for (size_t i = 0; i < ranges.size() && workers > 1; ++i) {
     if (!IsTooComplex(said[i])) continue;
     // Side by side they may want more memory than one that has it all to itself.
     said[i] = RecordedMessages();

@@ -1,3 +1,4 @@
+#include "base/parallel.h"
 #include "base/progress.h"
 #include "survey/elimination.h"
 #include "survey/pivot_power.h"
@@ -8,7 +9,6 @@
 #include <cmath>
 #include <cstring>
 #include <optional>
-#include <thread>
 
 // The method is told in elimination.cpp. Here the pivot rows come first, each computed from the
 // rows above it; then each row runs on through the pivots below it, up the elimination tree. The
@@ -425,9 +425,10 @@ double UpwardWork(const Patterns& patterns) {
 void RunAll(const Patterns& patterns, const PivotRows& rows, NormalSystem& system) {
   const std::vector<int> order = RowsByTree(patterns);
   std::atomic<size_t> next{0};
-  // Only the thread that has begun the work tells of it; the others end with it.
-  const auto work = [&](Progress* progress) {
+  const auto work = [&](unsigned worker) {
     UpwardRuns runs(patterns, rows, system);
+    // Only the calling thread reports; the others end with it.
+    Progress* progress = worker == 0 ? system.progress : nullptr;
     ProgressSteps steps(progress, WorkStage::Solving, 2 * order.size(), RowsOfStep / Lanes);
     for (size_t first = next.fetch_add(Lanes); first < order.size();
          first = next.fetch_add(Lanes)) {
@@ -435,13 +436,7 @@ void RunAll(const Patterns& patterns, const PivotRows& rows, NormalSystem& syste
       runs.Run(std::span(order).subspan(first, std::min(Lanes, order.size() - first)));
     }
   };
-  std::vector<std::thread> helpers;
-  if (UpwardWork(patterns) > WorkForThreads) {
-    const unsigned threads = std::min(std::thread::hardware_concurrency(), MostThreads);
-    for (unsigned t = 1; t < threads; ++t) helpers.emplace_back(work, nullptr);
-  }
-  work(system.progress);
-  for (std::thread& helper : helpers) helper.join();
+  RunInParallel(UpwardWork(patterns) > WorkForThreads ? ThreadsUpTo(MostThreads) : 1, work);
 }
 
 }  // namespace
