@@ -34,13 +34,13 @@ Shell::Handler OnMap(Shell& shell, void (*run)(Shell& shell, MapWindowWidget& wi
 
 void Zoom(MapWindowWidget& window, double factor) {
   MapWindow& view = window.View().View();
-  ZoomToScale(view, factor * static_cast<double>(view.scale));
+  ZoomToScale(view, factor * static_cast<double>(LogicalScale(view)));
   window.View().ShowMoved();
 }
 
 void ChangeZoom(Shell& shell, MapWindowWidget& window) {
   MapWindow& view = window.View().View();
-  std::string answer = ScalePrompt(view.scale);
+  std::string answer = ScalePrompt(LogicalScale(view));
   for (;;) {
     if (!PromptForText(shell.TheWorkspace().messages, "Set Scale",
                        "Set the scale (zoom) factor\nExpressed as meters per pixel", answer,

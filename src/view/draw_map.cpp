@@ -13,22 +13,26 @@ namespace orvane {
 
 namespace {
 
-constexpr int MarkerGap = 2;      // pixels from the place to where the lines begin
-constexpr int MarkerReach = 30;   // pixels from the place to where they end
+// The Find marker, in logical pixels.
+constexpr int MarkerGap = 2;      // from the place to where the lines begin
+constexpr int MarkerReach = 30;   // from the place to where they end
 constexpr int MarkerRadius = 20;  // of the circle
+constexpr int MarkerWidth = 3;    // of its line
 
 void DrawFindMarker(const MapWindow& view) {
   Canvas& canvas = *view.target;
   const Pixel p = MapToScreen(view, view.highlight);
-  canvas.SetPen({1, PenPattern::Solid, ForegroundColor});
-  canvas.DrawLine({p.x - MarkerReach, p.y}, {p.x - MarkerGap, p.y});
-  canvas.DrawLine({p.x + MarkerGap, p.y}, {p.x + MarkerReach, p.y});
-  canvas.DrawLine({p.x, p.y - MarkerReach}, {p.x, p.y - MarkerGap});
-  canvas.DrawLine({p.x, p.y + MarkerGap}, {p.x, p.y + MarkerReach});
-  canvas.SetPen({3, PenPattern::Solid, MarkerColor});
+  const int gap = DevicePixels(view, MarkerGap);
+  const int reach = DevicePixels(view, MarkerReach);
+  const int radius = DevicePixels(view, MarkerRadius);
+  canvas.SetPen({DevicePixels(view, 1), PenPattern::Solid, ForegroundColor});
+  canvas.DrawLine({p.x - reach, p.y}, {p.x - gap, p.y});
+  canvas.DrawLine({p.x + gap, p.y}, {p.x + reach, p.y});
+  canvas.DrawLine({p.x, p.y - reach}, {p.x, p.y - gap});
+  canvas.DrawLine({p.x, p.y + gap}, {p.x, p.y + reach});
+  canvas.SetPen({DevicePixels(view, MarkerWidth), PenPattern::Solid, MarkerColor});
   canvas.SetBrush({false, MarkerColor});
-  canvas.DrawOval(
-      {p.x - MarkerRadius, p.y - MarkerRadius, p.x + MarkerRadius + 1, p.y + MarkerRadius + 1});
+  canvas.DrawOval({p.x - radius, p.y - radius, p.x + radius + 1, p.y + radius + 1});
 }
 
 /// The wrap under which trails and labels are drawn once more, 0 for none. Metres are compared

@@ -62,16 +62,16 @@ std::vector<Pixel> CornersOf(const MapWindow& view, const Grid& grid, const Rang
   return corners;
 }
 
-/// Moves each corner by a pixel towards the middle, along both axes.
-void InsetByPixel(std::vector<Pixel>& corners) {
+/// Moves each corner by some pixels towards the middle, along both axes.
+void Inset(std::vector<Pixel>& corners, int pixels) {
   Pixel middle;
   for (const Pixel& corner : corners) {
     middle.x += corner.x;
     middle.y += corner.y;
   }
   const auto count = static_cast<int>(corners.size());
-  const auto step = [](int value, int center) {
-    return value < center ? 1 : value > center ? -1 : 0;
+  const auto step = [pixels](int value, int center) {
+    return value < center ? pixels : value > center ? -pixels : 0;
   };
   for (Pixel& corner : corners) {
     corner.x += step(corner.x * count, middle.x);
@@ -85,18 +85,18 @@ bool ShowsCells(const RangePanelRow& row) {
 
 void DrawCellShades(const MapWindow& view, const Grid* grid, const std::vector<RangeCell>& cells,
                     int drawMode) {
-  constexpr int NarrowestCell = 3;  // pixels
+  constexpr int NarrowestCell = 3;  // logical pixels
   std::int64_t total = 0;
   for (const RangeCell& cell : cells) total += ShownValue(cell.tally, drawMode);
   if (grid == nullptr || total <= 0 || (grid->corner->flags & PointPlaced) == 0) return;
-  if (grid->cellSize * static_cast<double>(view.scale) < NarrowestCell) return;
+  if (grid->cellSize * static_cast<double>(LogicalScale(view)) < NarrowestCell) return;
   for (const RangeCell& cell : cells) {
     const std::int64_t value = ShownValue(cell.tally, drawMode);
     if (value == 0) continue;
     const long percent = (total / 2 + value * 100) / total;
     const Color color = ShadeOf(percent, IsPrint(view));
     std::vector<Pixel> corners = CornersOf(view, *grid, cell);
-    InsetByPixel(corners);
+    Inset(corners, DevicePixels(view, 1));
     view.target->SetPen({0, PenPattern::Hollow, color});
     view.target->SetBrush({true, color});
     view.target->DrawPolygon(corners);
@@ -165,10 +165,11 @@ void DrawOverlaps(const MapWindow& view, const GeoBounds& box) {
 
 void DrawRangeName(const MapWindow& view, const RangePanelRow& row) {
   constexpr double MetersPerDegree = 60.0 * 1852.0;
-  constexpr double SmallestNamed = 40;  // pixels
+  constexpr double SmallestNamed = 40;  // logical pixels
   const Range& range = *row.range;
   const double span = (range.maxLat - range.minLat) + (range.maxLon - range.minLon);
-  if (!range.name || !(span * MetersPerDegree * static_cast<double>(view.scale) >= SmallestNamed)) {
+  if (!range.name ||
+      !(span * MetersPerDegree * static_cast<double>(LogicalScale(view)) >= SmallestNamed)) {
     return;
   }
   Canvas& canvas = *view.target;

@@ -30,8 +30,8 @@ void ShowTrail(MapWindow& view, const Trail& trail) {
 void ShowPlace(MapWindow& view, const Location& found) {
   const Point* point = found.point;
   if (point != nullptr && !point->name.empty() && point->labelLimit != 0 &&
-      static_cast<double>(view.scale) > point->labelLimit) {
-    view.scale = BoundedScale(point->labelLimit);
+      static_cast<double>(LogicalScale(view)) > point->labelLimit) {
+    view.scale = BoundedScale(point->labelLimit * view.pixelRatio);
   }
   view.highlight = found.place;
   view.flags |= MapWindowFindMarker;

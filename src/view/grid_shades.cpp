@@ -10,7 +10,7 @@ namespace orvane {
 
 namespace {
 
-constexpr int ScreenHatchSpacing = 4;  // pixels
+constexpr int ScreenHatchSpacing = 4;  // logical pixels
 constexpr int PrintHatchSpacing = 18;
 
 bool CanBeDrawn(const GridShade& shade) {
@@ -150,7 +150,7 @@ void HatchCell(const MapWindow& view, const GridShade& shade) {
   }
   const ColumnRange cell = ColumnsOf(corners);
   const ColumnRange shown = ColumnsOfClip(turn, view.target->Clip());
-  const double spacing = IsPrint(view) ? PrintHatchSpacing : ScreenHatchSpacing;
+  const double spacing = DevicePixels(view, IsPrint(view) ? PrintHatchSpacing : ScreenHatchSpacing);
   const double low = std::max(cell.low, shown.low - 1);
   const double high = std::min(cell.high, shown.high + 1);
   if (!(low <= high)) return;

@@ -67,7 +67,7 @@ std::vector<InfoRow> RestingRows(const MapWindow& view, const AltitudeEstimates&
           WholeMeters(static_cast<double>(altitude) - static_cast<double>(origin->geo.altitude));
     }
   }
-  rows[3].text = ScaleLabel(view.scale) + CellNameAt(view, place);
+  rows[3].text = ScaleLabel(LogicalScale(view)) + CellNameAt(view, place);
   return rows;
 }
 

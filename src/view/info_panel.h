@@ -33,7 +33,7 @@ inline void SetDisplayMode(MapWindow& view, CoordinateDisplay display) {
 }
 
 /// The scale as the panel shows it: "1px=0.5m".
-/// \param scale  pixels per metre
+/// \param scale  logical pixels per metre
 std::string ScaleLabel(float scale);
 
 /// A distance over the equator, by tangents that take degrees as they are and an arc tangent that

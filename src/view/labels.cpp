@@ -165,7 +165,7 @@ class PointListDrawer {
         look_(look),
         boxes_(boxes),
         clip_(view.target->Clip()),
-        metersPerPixel_(view.scale > 0 ? 1 / view.scale : 1),
+        metersPerPixel_(view.scale > 0 ? 1 / LogicalScale(view) : 1),
         showHidden_(ShowsHiddenNames(view)) {}
 
   template <typename Iterator>
@@ -254,7 +254,7 @@ class PointListDrawer {
   const MarkLook& look_;
   LabelBoxes& boxes_;
   const PixelRect clip_;
-  const float metersPerPixel_;
+  const float metersPerPixel_;  ///< of a logical pixel
   const bool showHidden_;
   std::optional<Pixel> last_;
 };

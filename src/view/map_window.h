@@ -43,6 +43,9 @@ constexpr int ScrollRest = 60;
 /// functions of view_transform.h move it and `DrawMap` draws it; neither knows a window, so a
 /// caller that changes a view asks for its own repaint. Screen, picture and paper are alike; a job
 /// on paper works on a copy (which copies the rows, a few hundred records).
+///
+/// Pixels are those of the device. What users set or read in pixels, such as a label limit or
+/// "1px=", counts logical pixels, of which a screen of fine pixels shows as many as any other.
 struct MapWindow {
   Map* map = nullptr;        ///< what is shown; not owned
   Canvas* target = nullptr;  ///< what is drawn on now; not owned
@@ -56,6 +59,7 @@ struct MapWindow {
   float rotation = 0;           ///< degrees; at 0 north is up, at 90 east is
   double centralLongitude = 0;  ///< degrees, from -180 up to but not including 180
   int longitudeWrap = 0;        ///< 0, 360 or -360; not 0 only inside `DrawMap`
+  double pixelRatio = 1;        ///< pixels to a logical one; set by `SetPixelRatio`
   int clientWidth = 0;          ///< pixels; set by `SetClientSize`, as the next three
   int clientHeight = 0;         ///< pixels
   int centerColumn = 0;         ///< half the width

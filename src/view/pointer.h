@@ -47,8 +47,8 @@ PointerOutcome ReleasePointer(MapWindow& view, Pixel at, const PointerKeys& keys
 void CancelPointer(MapWindow& view);
 
 /// Scrolls towards a pixel outside of the window, faster the farther it is; `pressPoint` is moved
-/// by as many pixels. Along the columns those pixels are taken as metres, whatever the scale is:
-/// how fast a band drags the map along has always felt so.
+/// by as many pixels. Along the columns each logical pixel moves the map by a metre, whatever the
+/// scale is.
 void ScrollToward(MapWindow& view, Pixel at);
 
 }  // namespace orvane

@@ -78,7 +78,7 @@ void AddWindow(std::string& text, const MapWindow& view) {
   AddLine(text, DefaultMapKey, view.map->fileName);
   AddLine(text, CenterLonKey, FormatGeneral(view.centralLongitude));
   AddLine(text, CenterLatKey, FormatGeneral(MetersToDegrees((view.top + view.bottom) / 2)));
-  AddLine(text, ScaleKey, FormatGeneral(static_cast<double>(view.scale)));
+  AddLine(text, ScaleKey, FormatGeneral(static_cast<double>(LogicalScale(view))));
   AddLine(text, HideGridKey, (view.flags & MapWindowGridsHidden) != 0 ? 1 : 0);
   AddLine(text, RotateKey, FormatGeneral(static_cast<double>(view.rotation)));
 }

@@ -50,7 +50,7 @@ std::optional<double> ParseScale(std::string_view answer) {
 }
 
 void ZoomToScale(MapWindow& view, double scale) {
-  view.scale = BoundedScale(scale);
+  view.scale = BoundedScale(scale * view.pixelRatio);
   ResizeView(view);
 }
 

@@ -9,7 +9,7 @@ namespace orvane {
 
 namespace {
 
-constexpr int SelectedWidth = 5;    // pixels, at least
+constexpr int SelectedWidth = 5;    // logical pixels, at least
 constexpr double HalfTurn = 180.0;  // degrees
 
 PenPattern PatternOf(int lineStyle) {
@@ -142,7 +142,7 @@ void DrawTrails(const MapWindow& view, const std::vector<ShownTrail>& shown) {
     Pen pen{PixelsOfWidth(view, row->trail->width), PatternOf(row->lineStyle),
             DrawnColor(row->color)};
     if (row->trail == view.selectedTrail) {
-      pen.width = std::max(pen.width, SelectedWidth);
+      pen.width = std::max(pen.width, DevicePixels(view, SelectedWidth));
       pen.color = MarkerColor;
     }
     view.target->SetPen(pen);

@@ -169,6 +169,21 @@ void SetClientSize(MapWindow& view, int width, int height) {
   view.centerRow = view.clientHeight / 2;
 }
 
+void SetPixelRatio(MapWindow& view, double ratio) {
+  if (!(ratio > 0) || !std::isfinite(ratio)) return;
+  view.scale = BoundedScale(static_cast<double>(view.scale) * ratio / view.pixelRatio);
+  view.pixelRatio = ratio;
+  ResizeView(view);
+}
+
+float LogicalScale(const MapWindow& view) {
+  return static_cast<float>(static_cast<double>(view.scale) / view.pixelRatio);
+}
+
+int DevicePixels(const MapWindow& view, int logicalPixels) {
+  return std::max(1, RoundToPixel(logicalPixels * view.pixelRatio));
+}
+
 void CenterOn(MapWindow& view, const LatLon& place) {
   if (!std::isfinite(place.lat) || !std::isfinite(place.lon)) return;
   view.centralLongitude = WrapLongitude(place.lon);
@@ -187,7 +202,7 @@ void CenterOnMeters(MapWindow& view, double north, double east) {
 void InitView(MapWindow& view, const SavedView* saved) {
   if (saved != nullptr && IsUsable(*saved) && view.map != nullptr &&
       saved->fileName == view.map->fileName) {
-    view.scale = BoundedScale(saved->scale);
+    view.scale = BoundedScale(saved->scale * view.pixelRatio);
     view.centralLongitude = WrapLongitude(saved->longitude);
     view.rotation = static_cast<float>(saved->rotation);
     view.flags &= ~std::uint32_t{MapWindowGridsHidden};

@@ -64,6 +64,17 @@ LatLon ScreenToMap(const MapWindow& view, Pixel pixel);
 /// centre, and nothing else.
 void SetClientSize(MapWindow& view, int width, int height);
 
+/// Sets how many pixels of the device make a logical one: 2 on a screen that is twice as fine as
+/// usual. The place at the middle and the logical scale stay.
+/// \param ratio  above 0; any other changes nothing
+void SetPixelRatio(MapWindow& view, double ratio);
+
+/// The scale in logical pixels per metre.
+float LogicalScale(const MapWindow& view);
+
+/// \return the pixels that come next to a length in logical pixels; at least 1
+int DevicePixels(const MapWindow& view, int logicalPixels);
+
 /// Brings a longitude into -180 up to but not including 180. One turn is taken off as a plain
 /// difference, so that a longitude that is one turn out loses no digits.
 double WrapLongitude(double longitude);
@@ -82,7 +93,7 @@ struct SavedView {
   std::string fileName;  ///< the map that it belongs to
   double latitude = 0;   ///< degrees, of the centre
   double longitude = 0;  ///< degrees, of the centre
-  double scale = 0;      ///< pixels per metre; 0 (or less) for no saved view
+  double scale = 0;      ///< logical pixels per metre; 0 (or less) for no saved view
   double rotation = 0;   ///< degrees
   bool hideGrids = false;
 };

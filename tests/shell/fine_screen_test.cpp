@@ -4,6 +4,8 @@
 #include "paint/small_map.h"
 #include "shell/map/map_panes.h"
 #include "shell/map/map_view.h"
+#include "view/info_panel.h"
+#include "view/scale_text.h"
 #include "view/view_transform.h"
 
 #include <QTest>
@@ -49,6 +51,15 @@ TEST_F(FineScreen, TheViewCountsInDevicePixels) {
   EXPECT_EQ(widget_.View().clientHeight, static_cast<int>(std::ceil(200 * Ratio())));
   EXPECT_EQ(Grabbed().width(), widget_.View().clientWidth);
   EXPECT_EQ(Grabbed().height(), widget_.View().clientHeight);
+}
+
+TEST_F(FineScreen, TheScaleIsThatOfTheWidgetsOwnPixels) {
+  EXPECT_EQ(widget_.View().pixelRatio, Ratio());
+  ZoomToScale(widget_.View(), 0.4);
+  widget_.RequestRepaint();
+  Grabbed();
+  EXPECT_FLOAT_EQ(widget_.View().scale, static_cast<float>(0.4 * Ratio()));
+  EXPECT_EQ(InfoRows(widget_.View(), widget_.Altitudes())[3].text, "1px=2.5m");
 }
 
 TEST_F(FineScreen, AHairlineIsOneDevicePixelThick) {

@@ -99,10 +99,8 @@ void MapView::FitToWidget() {
   const double ratio = devicePixelRatioF();
   const int columns = static_cast<int>(std::ceil(width() * ratio));
   const int rows = static_cast<int>(std::ceil(height() * ratio));
-  if (ratio != pixelRatio_) {
-    // On a screen of finer pixels the map keeps its size in the hand.
-    view_.scale = static_cast<float>(static_cast<double>(view_.scale) * ratio / pixelRatio_);
-    pixelRatio_ = ratio;
+  if (ratio != view_.pixelRatio) {
+    SetPixelRatio(view_, ratio);
     bufferOld_ = true;
   }
   const double pixelsPerInch = logicalDpiY() * ratio;

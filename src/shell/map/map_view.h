@@ -116,7 +116,6 @@ class MapView final : public QWidget {
   std::optional<SavedView> savedView_;
   std::optional<AltitudeEstimates> altitudes_;
   std::unique_ptr<CanvasFonts> fonts_;
-  double pixelRatio_ = 1;     ///< device pixels to the widget's own, when the view was last fitted
   QImage buffer_;             ///< what the map looks like, in device pixels
   bool bufferOld_ = true;     ///< the map must be drawn again before it is shown
   bool wasPainted_ = false;   ///< the first painting has been
