@@ -10,6 +10,7 @@ namespace orvane {
 
 ExportedGrid::ExportedGrid(const Grid& grid)
     : grid_(grid),
+      isNegative_(grid.rows < 0 || grid.columns < 0),
       rows_(std::max(0, grid.rows)),
       columns_(std::max(0, grid.columns)),
       cosine_(std::cos(grid.angle * RadiansPerDegree)),

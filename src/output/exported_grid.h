@@ -17,7 +17,8 @@ namespace orvane {
 ///            | B1 | B2 |
 ///     (2, 0) +----+----+ (2, 2)
 ///
-/// A grid that extends to the other side of its corner has no rows, or columns, here.
+/// A grid that extends to the other side of its corner has no rows or columns here, no cells and no
+/// lines.
 class ExportedGrid {
  public:
   /// \param grid  has a corner, and outlives this
@@ -27,7 +28,9 @@ class ExportedGrid {
   std::int64_t Rows() const { return rows_; }
   std::int64_t Columns() const { return columns_; }
   std::uint64_t Cells() const { return static_cast<std::uint64_t>(rows_ * columns_); }
-  std::uint64_t Lines() const { return static_cast<std::uint64_t>(rows_ + columns_); }
+  std::uint64_t Lines() const {
+    return isNegative_ ? 0 : static_cast<std::uint64_t>(rows_ + columns_);
+  }
 
   /// The place where two lines of the grid meet, without altitude.
   LatLon Place(std::int64_t row, std::int64_t column) const;
@@ -37,6 +40,7 @@ class ExportedGrid {
 
  private:
   const Grid& grid_;
+  bool isNegative_;  ///< has rows or columns below 0
   std::int64_t rows_;
   std::int64_t columns_;
   double cosine_;

@@ -63,6 +63,7 @@ void PutLine(ShapefileSet& set, const std::string& label, const LatLon& from, co
 }
 
 void PutLines(ShapefileSet& set, const ExportedGrid& grid) {
+  if (grid.Lines() == 0) return;
   for (std::int64_t r = 0; r < grid.Rows(); ++r) {
     PutLine(set, grid.RowLabel(r), grid.Place(r, 0), grid.Place(r, grid.Columns()));
   }
@@ -112,9 +113,11 @@ void PutGridShapes(ShapefileExport& shapes) {
   const GridGroup group = GatherGrids(shapes.GetMap());
   // The headers count the last grid alone, while the records of all are there: right for a map with
   // one grid, and files have always been made so. Pinned by GridShapes.CountTheLastGridAlone.
-  if (group.grids.empty() || group.grids.back().Lines() == 0) return;
-  const std::uint64_t cells = group.grids.back().Cells();
-  const std::uint64_t lines = group.grids.back().Lines();
+  if (group.grids.empty()) return;
+  const ExportedGrid& last = group.grids.back();
+  if (last.Rows() + last.Columns() == 0) return;
+  const std::uint64_t cells = last.Cells();
+  const std::uint64_t lines = last.Lines();
   if (IsExported(shapes, group.cells, "cells")) {
     if (ShapefileSet* set = shapes.Open("grids", CannotOpenGrids)) {
       set->PutHeaders({ShapePolygon, group.bounds, cells, CellBytes * cells, shapes.Today()},

@@ -5,6 +5,7 @@
 #include "output/exported_map.h"
 
 #include <cmath>
+#include <limits>
 #include <random>
 
 namespace orvane {
@@ -312,17 +313,30 @@ TEST_F(GridShapes, AreNoneIfTheLastGridHasNoneAtAll) {
   EXPECT_EQ(FilesThere(), Texts{});
 }
 
-TEST_F(GridShapes, TakeNegativeRowsAndColumnsForNone) {
+// The columns of such a grid were written as lines from the corner to the corner.
+TEST_F(GridShapes, OfNegativeRowsOrColumnsHaveNoCellsAndNoLines) {
   Map& map = Empty();
   Point& corner = Add(map, "_Corner", 0, 30);
   AddGrid(map, corner, -3, 2);
   EXPECT_TRUE(Export(map));
-  EXPECT_EQ(FilesThere(), (Texts{"gridlins.dbf", "gridlins.shp", "gridlins.shx"}));
-  EXPECT_EQ(Group("gridlins").records.size(), 2U);
-  map.grids.front().columns = -2;
-  std::filesystem::remove(folder.Path("gridlins.shp"));
+  map.grids.front().rows = 3;
+  map.grids.front().columns = std::numeric_limits<int>::min();
   EXPECT_TRUE(Export(map));
-  EXPECT_FALSE(std::filesystem::exists(folder.Path("gridlins.shp")));
+  map.grids.front().rows = -2;
+  EXPECT_TRUE(Export(map));
+  EXPECT_EQ(FilesThere(), Texts{});
+}
+
+TEST_F(GridShapes, OfNegativeRowsLeaveTheOtherGridsThere) {
+  Map& map = Empty();
+  Point& corner = Add(map, "_Corner", 0, 30);
+  AddGrid(map, corner, -3, 2);
+  AddGrid(map, corner, 2, 4);  // newest first: the one above is the last
+  EXPECT_TRUE(Export(map));
+  EXPECT_EQ(Group("grids").records.size(), 8U);
+  const ReadShapefile lines = Group("gridlins");
+  EXPECT_EQ(lines.records.size(), 6U);
+  for (const auto& record : lines.records) EXPECT_NE(record.places[0], record.places[1]);
 }
 
 TEST_F(GridShapes, NameTheRowBeforeTheColumnAlways) {
