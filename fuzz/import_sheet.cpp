@@ -76,7 +76,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   orvane::Map& map = Open(workspace, "site.map", text);
   orvane::SheetReading reading = orvane::ReadSheetFields(fields, map);
   if (reading.refusal) return 0;
-  reading.spec.file = sheet;
+  const orvane::FollowSheet read{.text = std::string(sheet)};
+  reading.spec.sheet = &read;
   orvane::SheetLogs logs;
   for (int time = 0; time < 2; ++time) {
     orvane::RunSpreadsheetImport(reading.spec, logs, [](const std::string&, std::string_view) {

@@ -84,7 +84,8 @@ void Run(benchmark::State& state, const std::string& sheet, const std::string& m
     ReadMapText(map, MadeSite(more));
     FinishMap(map);
     SheetReading reading = ReadSheetFields(UsualFields(), map);
-    reading.spec.file = sheet;
+    const FollowSheet read{.text = sheet};
+    reading.spec.sheet = &read;
     SheetLogs logs;
     state.ResumeTiming();
     RunSpreadsheetImport(reading.spec, logs,

@@ -17,7 +17,7 @@ int ImportCommand(Map& map, LineMessages& messages, const ImportRequest& request
     NoteError(messages, "%s", {reading.refusal->message});
     return ExitFailed;
   }
-  reading.spec.file = *sheet;
+  reading.spec.sheet = &*sheet;
   reading.spec.fileName = request.sheet;
   SheetLogs logs;
   const SheetOutcome outcome =

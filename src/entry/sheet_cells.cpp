@@ -100,7 +100,9 @@ std::optional<std::string_view> SheetLines::Next() {
     line = line.substr(0, end + 1);
   }
   rest_.remove_prefix(line.size());
-  if (!line.empty() && line.back() == '\n') line.remove_suffix(1);
+  if (endsLine_) ++number_;
+  endsLine_ = line.back() == '\n';
+  if (endsLine_) line.remove_suffix(1);
   if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
   return line;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string_view>
 
@@ -49,9 +50,14 @@ class SheetLines {
   /// \return the next line, without a line feed and then a carriage return at its end; nothing at
   ///         the end of the text
   std::optional<std::string_view> Next();
+  /// \return the number, from 1, of the line of the text that the last one came from, whole or a
+  ///         part of it
+  size_t Number() const { return number_; }
 
  private:
   std::string_view rest_;
+  size_t number_ = 0;
+  bool endsLine_ = true;  ///< the last one ended with a line feed
 };
 
 }  // namespace orvane

@@ -3,6 +3,7 @@
 #include "base/dates.h"
 #include "base/number_text.h"
 #include "base/times.h"
+#include "entry/sheet_summary.h"
 #include "geo/earth.h"
 #include "model/name_index.h"
 #include "model/point_names.h"
@@ -119,10 +120,10 @@ class SheetImport {
         logs_(logs),
         map_(*spec.map),
         workspace_(*spec.map->workspace),
-        locations_(*spec.map, spec.file) {}
+        locations_(*spec.map, spec.sheet->text) {}
 
-  /// \return false if the import was abandoned
-  bool Run();
+  /// \return what was met; the import was abandoned if it says at which line
+  SheetCounts Run();
 
  private:
   bool TrailCannotChange() const;
@@ -134,9 +135,11 @@ class SheetImport {
   void WarnOfTime(const StopTexts& texts);
   RowResult ReadRow(std::string_view row);
   RowResult ReadStop(std::string_view row);
-  RowResult TakeSighting(const StopTexts& texts);
+  RowResult TakeSighting(std::string_view row, const StopTexts& texts);
   void TakeGoodRow(const StopTexts& texts, const std::optional<LatLon>& position);
-  RowResult TakeBadRow(const StopTexts& texts);
+  RowResult TakeBadRow(std::string_view row, const StopTexts& texts);
+  void LeaveOut(std::string_view row);
+  size_t LineOfFile(size_t number) const;
   void EndStop(int end);
   void Count(std::string_view row, const StopTexts& texts);
   bool Continues(const std::string& title, std::string_view question, std::string_view text);
@@ -152,20 +155,38 @@ class SheetImport {
   int lastTime_ = 0;  ///< minutes after midnight of the row read last
   bool warnedBackwards_ = false;
   bool askedBadLocation_ = false;
+  SheetCounts counts_;
+  size_t line_ = 0;            ///< of the file, of the row read last
+  bool isRestOfLine_ = false;  ///< the row is not the first part of its line
 };
 
-bool SheetImport::Run() {
+SheetCounts SheetImport::Run() {
   OriginScope origin(workspace_.messages, spec_.fileName);
-  SheetLines lines(spec_.file);
-  for (int i = 0; i < spec_.skipCount; ++i) {
-    if (lines.Next()) origin.NextLine();
+  SheetLines lines(spec_.sheet->text);
+  for (int i = 0; i < spec_.skipCount; ++i) lines.Next();
+  for (size_t last = lines.Number(); const auto row = lines.Next(); last = lines.Number()) {
+    isRestOfLine_ = lines.Number() == last;
+    line_ = LineOfFile(lines.Number());
+    origin.GoToLine(line_);
+    if (!row->empty() && ReadRow(*row) == RowResult::Abandon) {
+      counts_.abandonedAt = line_;
+      break;
+    }
   }
-  while (const auto row = lines.Next()) {
-    origin.NextLine();
-    if (!row->empty() && ReadRow(*row) == RowResult::Abandon) return false;
-  }
-  if (stop_.IsPending()) EndStop(lastTime_);
-  return true;
+  if (counts_.abandonedAt == 0 && stop_.IsPending()) EndStop(lastTime_);
+  counts_.unknownPlaces = logs_.unknownLocations.size();
+  return counts_;
+}
+
+size_t SheetImport::LineOfFile(size_t number) const {
+  const std::vector<size_t>& lines = spec_.sheet->rowLines;
+  return lines.empty() ? number : lines[number - 1];
+}
+
+/// Counts a row that gives no stop. A row without text, and the rest of a long line, do not count.
+void SheetImport::LeaveOut(std::string_view row) {
+  if (isRestOfLine_ || row.find_first_not_of(" \t") == std::string_view::npos) return;
+  counts_.leftOut.Add(line_);
 }
 
 /// With nothing but fixed texts all rows belong to one trail.
@@ -223,7 +244,10 @@ void SheetImport::BeginTrail(const TrailTexts& texts, PackedDate date) {
 RowResult SheetImport::ReadRow(std::string_view row) {
   if (!TrailCannotChange()) {
     const TrailTexts texts = ReadTrailTexts(row);
-    if (texts.species.empty() || texts.date.empty()) return RowResult::GoOn;
+    if (texts.species.empty() || texts.date.empty()) {
+      LeaveOut(row);
+      return RowResult::GoOn;
+    }
     const DatePrefix date = ParseDate(texts.date, workspace_.preferences.europeanDates);
     if (date.length < texts.date.size()) {
       NoteError(workspace_.messages, "Bad date %s", {texts.date});
@@ -264,7 +288,7 @@ RowResult SheetImport::ReadStop(std::string_view row) {
   WarnOfTime(texts);
   if (texts.outOfSight) {
     if (stop_.IsPending()) EndStop(texts.minutes);
-  } else if (TakeSighting(texts) == RowResult::Abandon) {
+  } else if (TakeSighting(row, texts) == RowResult::Abandon) {
     return RowResult::Abandon;
   }
   // A row whose place is not known counts for the stop under way; without one there is nothing to
@@ -273,8 +297,11 @@ RowResult SheetImport::ReadStop(std::string_view row) {
   return RowResult::GoOn;
 }
 
-RowResult SheetImport::TakeSighting(const StopTexts& texts) {
-  if (texts.time.empty()) return RowResult::GoOn;
+RowResult SheetImport::TakeSighting(std::string_view row, const StopTexts& texts) {
+  if (texts.time.empty()) {
+    LeaveOut(row);
+    return RowResult::GoOn;
+  }
   if (ValidTimeText(texts.time)) {
     std::optional<LatLon> position;
     if (!texts.location.empty()) position = locations_.Find(texts.location);
@@ -283,7 +310,7 @@ RowResult SheetImport::TakeSighting(const StopTexts& texts) {
       return RowResult::GoOn;
     }
   }
-  return TakeBadRow(texts);
+  return TakeBadRow(row, texts);
 }
 
 /// \param position  of the row's location; none if the cell is empty
@@ -309,13 +336,18 @@ void SheetImport::TakeGoodRow(const StopTexts& texts, const std::optional<LatLon
   smCount_ = {};
 }
 
-RowResult SheetImport::TakeBadRow(const StopTexts& texts) {
+RowResult SheetImport::TakeBadRow(std::string_view row, const StopTexts& texts) {
   if (!ValidTimeText(texts.time)) {
-    const bool goOn =
-        Continues("Bad Time", "Bad time specification %s, Do you want to continue?", texts.time);
-    return goOn ? RowResult::GoOn : RowResult::Abandon;
+    if (!Continues("Bad Time", "Bad time specification %s, Do you want to continue?", texts.time)) {
+      return RowResult::Abandon;
+    }
+    LeaveOut(row);
+    return RowResult::GoOn;
   }
-  if (texts.location.empty()) return RowResult::GoOn;
+  if (texts.location.empty()) {
+    LeaveOut(row);
+    return RowResult::GoOn;
+  }
   if (!askedBadLocation_) {
     if (!Continues("Bad Location", "Bad location specification %s, Do you want to continue?",
                    texts.location)) {
@@ -323,12 +355,18 @@ RowResult SheetImport::TakeBadRow(const StopTexts& texts) {
     }
     askedBadLocation_ = true;
   }
-  NoteBadLocation(logs_, texts.location, trail_->date, texts.time);
+  if (NoteBadLocation(logs_, texts.location, trail_->date, texts.time)) {
+    ++counts_.weatherNotes;
+  } else {
+    LeaveOut(row);
+  }
   return RowResult::GoOn;
 }
 
 /// Puts the stop under way on the trail. There is none after it.
 void SheetImport::EndStop(int end) {
+  if (trail_->points.empty()) ++counts_.follows;
+  ++counts_.stops;
   AddStopPoint(map_, *trail_, stop_.position, stop_.start, end, stop_.location, smCount_);
   stop_ = {};
   smCount_ = {};
@@ -352,29 +390,13 @@ bool SheetImport::Continues(const std::string& title, std::string_view question,
 
 }  // namespace
 
-std::optional<std::string> ReadSheet(Messages& messages, const std::string& path) {
-  auto text = ReadWholeFile(path);
-  if (!text) {
-    NoteError(messages, "Can not open %s", {path});
-    return std::nullopt;
-  }
-  if (text->starts_with("\xFF\xFE") || text->starts_with("\xFE\xFF")) {
-    NoteError(messages, "File %s is in UTF-16, which can't be read; save it as plain text", {path});
-    return std::nullopt;
-  }
-  if (text->find('\0') != std::string::npos) {
-    NoteError(messages, "File %s holds bytes that are no text; it may be damaged", {path});
-  }
-  constexpr std::string_view Utf8Mark = "\xEF\xBB\xBF";
-  if (text->starts_with(Utf8Mark)) text->erase(0, Utf8Mark.size());
-  return text;
-}
-
 SheetOutcome RunSpreadsheetImport(const ImportSpec& spec, SheetLogs& logs,
                                   const SideFileWriter& write) {
   SheetOutcome outcome;
   // The import has an index of names, and so has the solver: one goes before the other comes.
-  outcome.completed = SheetImport(spec, logs).Run();
+  const SheetCounts counts = SheetImport(spec, logs).Run();
+  outcome.completed = counts.abandonedAt == 0;
+  outcome.summary = SheetSummary(spec, counts);
   if (!outcome.completed) {
     outcome.unwritten = LeaveImportLogs(logs, write);
     return outcome;

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "base/messages.h"
 #include "entry/sheet_cells.h"
+#include "entry/sheet_file.h"
 #include "entry/sheet_logs.h"
 #include "geo/positions.h"
 #include "model/map.h"
@@ -30,19 +30,19 @@ using SmCounts = std::array<std::int64_t, 3>;
 
 /// What one import is to do. Columns are as `ParseColumnRef` gives them.
 struct ImportSpec {
-  Map* map = nullptr;                ///< what the trails are added to
-  std::string_view file;             ///< the whole sheet; must outlive the import
-  std::string fileName;              ///< where it lies, for the origin of messages
-  int skipCount = ColumnBlank;       ///< lines before the first row; none if blank
-  int timeColumn = ColumnBlank;      ///< never below 0
-  int locationColumn = ColumnBlank;  ///< never below 0
-  int dateColumn = ColumnBlank;      ///< `ColumnMalformed` also where the field holds a series
-  int focalColumn = ColumnBlank;     ///< never malformed
-  int speciesColumn = ColumnBlank;   ///< never malformed
-  int activityColumn = ColumnBlank;  ///< never malformed
-  int yearColumn = ColumnBlank;      ///< of a series of columns for the date
-  int monthColumn = ColumnBlank;     ///< likewise
-  int dayColumn = ColumnBlank;       ///< likewise
+  Map* map = nullptr;                  ///< what the trails are added to
+  const FollowSheet* sheet = nullptr;  ///< must outlive the import
+  std::string fileName;                ///< of the sheet, for messages
+  int skipCount = ColumnBlank;         ///< lines before the first row; none if blank
+  int timeColumn = ColumnBlank;        ///< never below 0
+  int locationColumn = ColumnBlank;    ///< never below 0
+  int dateColumn = ColumnBlank;        ///< `ColumnMalformed` also where the field holds a series
+  int focalColumn = ColumnBlank;       ///< never malformed
+  int speciesColumn = ColumnBlank;     ///< never malformed
+  int activityColumn = ColumnBlank;    ///< never malformed
+  int yearColumn = ColumnBlank;        ///< of a series of columns for the date
+  int monthColumn = ColumnBlank;       ///< likewise
+  int dayColumn = ColumnBlank;         ///< likewise
   std::array<int, 3> smColumn = {ColumnBlank, ColumnBlank, ColumnBlank};
   std::array<std::optional<std::string>, 3> smCode;  ///< activities that count as one SM1, 2, 3
   std::optional<std::string> speciesAlways;          ///< species of all rows, where no column says
@@ -54,12 +54,8 @@ struct ImportSpec {
 struct SheetOutcome {
   bool completed = false;  ///< false if a bad date or an answer ended it; what was built stays
   std::vector<std::string> unwritten;  ///< names of side files that could not be written
+  std::string summary;                 ///< a sentence on what was done, for the user
 };
-
-/// Reads a sheet for an import. A file that cannot be opened, or is in UTF-16, gives an error and
-/// nothing; one that holds zero bytes gives an error and is read all the same. The mark of UTF-8
-/// that some programs put in front of a text is taken off.
-std::optional<std::string> ReadSheet(Messages& messages, const std::string& path);
 
 /// Runs an import to the end of the sheet, or until a date cannot be read or the user answers a
 /// question about a bad time or location with "No". A completed import writes the logs, solves the

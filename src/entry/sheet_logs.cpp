@@ -25,11 +25,11 @@ void WriteOrTell(const SideFileWriter& write, const std::string& name, std::stri
 
 }  // namespace
 
-void NoteBadLocation(SheetLogs& logs, std::string_view text, PackedDate date,
+bool NoteBadLocation(SheetLogs& logs, std::string_view text, PackedDate date,
                      std::string_view timeText) {
   if (!IsAboutWeather(text)) {
     logs.unknownLocations.emplace(text);
-    return;
+    return false;
   }
   const DateParts parts = UnpackDate(date);
   std::string& weather = logs.weather ? *logs.weather : logs.weather.emplace();
@@ -39,6 +39,7 @@ void NoteBadLocation(SheetLogs& logs, std::string_view text, PackedDate date,
   weather += ": ";
   weather += text;
   weather += '\n';
+  return true;
 }
 
 std::vector<std::string> FinishImportLogs(SheetLogs& logs, const SideFileWriter& write) {

@@ -38,7 +38,8 @@ using SideFileWriter = std::function<WriteResult(const std::string& name, std::s
 /// "cloud", "dry", "warm", "clear", "same as" or "cool", in any case and also within a word: then it
 /// becomes the line "day-month-year time: text" of `badweather.txt`. Any other is kept once for
 /// `unknownlocs.txt`.
-void NoteBadLocation(SheetLogs& logs, std::string_view text, PackedDate date,
+/// \return true for a note on the weather
+bool NoteBadLocation(SheetLogs& logs, std::string_view text, PackedDate date,
                      std::string_view timeText);
 
 /// Ends the logs of an import: writes `unknownlocs.txt`, also when there is nothing to tell, and

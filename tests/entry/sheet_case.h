@@ -60,7 +60,8 @@ struct SheetCase : testing::Test {
   SheetOutcome Import(Map& map, std::string_view sheet, const SheetFields& fields = Columns()) {
     SheetReading reading = ReadSheetFields(fields, map);
     EXPECT_FALSE(reading.refusal) << reading.refusal->message;
-    reading.spec.file = sheet;
+    const FollowSheet read{.text = std::string(sheet)};
+    reading.spec.sheet = &read;
     reading.spec.fileName = "follows.txt";
     return RunSpreadsheetImport(reading.spec, logs,
                                 [&](const std::string& name, std::string_view text) {

@@ -132,6 +132,20 @@ TEST(SheetLines, GoOnWithTheRestOfALongLine) {
   EXPECT_EQ(LinesOf(shorter + "\r\nnext\n"), (std::vector<std::string>{shorter, "", "next"}));
 }
 
+TEST(SheetLines, NumberTheLinesOfTheTextAndNotTheirParts) {
+  const std::string text = "a\n" + std::string(1000, 'x') + "\n\nlast";
+  SheetLines reader(text);
+  std::vector<size_t> numbers;
+  while (reader.Next()) numbers.push_back(reader.Number());
+  EXPECT_EQ(numbers, (std::vector<size_t>{1, 2, 2, 2, 3, 4}));
+  // A line feed for which a part has no room belongs to the same line.
+  const std::string whole = std::string(399, 'x') + "\nnext\n";
+  SheetLines exact(whole);
+  numbers.clear();
+  while (exact.Next()) numbers.push_back(exact.Number());
+  EXPECT_EQ(numbers, (std::vector<size_t>{1, 1, 2}));
+}
+
 TEST(SheetLines, PassZeroBytesThrough) {
   using namespace std::string_literals;
   EXPECT_EQ(LinesOf("a\0b\n\0\n"s), (std::vector<std::string>{"a\0b"s, "\0"s}));

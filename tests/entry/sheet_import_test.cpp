@@ -6,7 +6,6 @@
 #include "mapfile/writer.h"
 #include "places/resolve_location.h"
 #include "sheet_case.h"
-#include "support/temporary_folder.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -659,45 +658,6 @@ TEST_F(SheetImportTest, ASavedImportReadsBackAsItWas) {
 }
 
 // --- Files ----------------------------------------------------------------------------------
-
-struct ReadSheetTest : testing::Test {
-  TemporaryFolder folder;
-  RecordedMessages messages;
-
-  void ExpectOneError(const std::string& text) const {
-    ASSERT_EQ(messages.Entries().size(), 1U);
-    EXPECT_EQ(messages.Entries()[0].severity, Severity::Error);
-    EXPECT_EQ(messages.Entries()[0].text, text);
-  }
-};
-
-TEST_F(ReadSheetTest, TellsWhatCannotBeOpened) {
-  EXPECT_FALSE(ReadSheet(messages, folder.Path("none.txt")));
-  ExpectOneError("Can not open " + folder.Path("none.txt"));
-  messages.Clear();
-  EXPECT_FALSE(ReadSheet(messages, folder.Path()));
-  ExpectOneError("Can not open " + folder.Path());
-}
-
-TEST_F(ReadSheetTest, TellsAFileInUtf16) {
-  using namespace std::string_literals;
-  const std::string path = folder.Write("wide.txt", "\xFF\xFEO\0r\0u\0"s);
-  EXPECT_FALSE(ReadSheet(messages, path));
-  ExpectOneError("File " + path + " is in UTF-16, which can't be read; save it as plain text");
-}
-
-TEST_F(ReadSheetTest, TakesOffTheMarkOfUtf8) {
-  EXPECT_EQ(ReadSheet(messages, folder.Write("a.txt", "\xEF\xBB\xBFOru\tUlo\n")), "Oru\tUlo\n");
-  EXPECT_TRUE(messages.Entries().empty());
-}
-
-TEST_F(ReadSheetTest, ReadsAFileWithZeroBytesAllTheSame) {
-  using namespace std::string_literals;
-  const std::string text = "Oru\0\tUlo\n"s;
-  const std::string path = folder.Write("a.txt", text);
-  EXPECT_EQ(ReadSheet(messages, path), text);
-  ExpectOneError("File " + path + " holds bytes that are no text; it may be damaged");
-}
 
 TEST_F(SheetImportTest, ALineOfTenMegabytesIsTakenInPieces) {
   Map& map = Open(Site);

@@ -1,0 +1,166 @@
+#include "entry/separated_table.h"
+
+#include "base/utf8.h"
+
+#include <algorithm>
+#include <array>
+
+namespace orvane {
+
+namespace {
+
+constexpr std::string_view Utf8Mark = "\xEF\xBB\xBF";
+constexpr std::string_view LineEnds = "\r\n";
+constexpr std::string_view Separators = "\t;,";
+
+constexpr char32_t Replacement = 0xFFFD;
+constexpr char32_t HighSurrogates = 0xD800;
+constexpr char32_t LowSurrogates = 0xDC00;
+constexpr char32_t AfterSurrogates = 0xE000;
+constexpr char32_t FirstSupplementary = 0x10000;
+
+void AppendUtf8(std::string& text, char32_t code) {
+  const auto put = [&](char32_t byte) { text += static_cast<char>(byte); };
+  const auto putContinuing = [&](unsigned shift) { put(0x80U | ((code >> shift) & 0x3FU)); };
+  if (code < 0x80) {
+    put(code);
+  } else if (code < 0x800) {
+    put(0xC0U | (code >> 6U));
+    putContinuing(0);
+  } else if (code < FirstSupplementary) {
+    put(0xE0U | (code >> 12U));
+    putContinuing(6);
+    putContinuing(0);
+  } else {
+    put(0xF0U | (code >> 18U));
+    putContinuing(12);
+    putContinuing(6);
+    putContinuing(0);
+  }
+}
+
+/// Reads UTF-16 unit by unit.
+class Utf16Reader {
+ public:
+  Utf16Reader(std::string_view bytes, bool isBigEndian)
+      : bytes_(bytes), isBigEndian_(isBigEndian) {}
+
+  std::string ReadAll() {
+    std::string text;
+    while (!bytes_.empty()) AppendUtf8(text, NextCode());
+    return text;
+  }
+
+ private:
+  char32_t Unit() const {
+    const auto first = static_cast<unsigned char>(bytes_[0]);
+    const auto second = static_cast<unsigned char>(bytes_[1]);
+    return isBigEndian_ ? char32_t{first} << 8U | second : char32_t{second} << 8U | first;
+  }
+
+  char32_t NextCode() {
+    if (bytes_.size() < 2) {
+      bytes_ = {};
+      return Replacement;
+    }
+    const char32_t unit = Unit();
+    bytes_.remove_prefix(2);
+    if (unit < HighSurrogates || unit >= AfterSurrogates) return unit;
+    if (unit >= LowSurrogates || bytes_.size() < 2) return Replacement;
+    const char32_t low = Unit();
+    if (low < LowSurrogates || low >= AfterSurrogates) return Replacement;
+    bytes_.remove_prefix(2);
+    return FirstSupplementary + ((unit - HighSurrogates) << 10U) + (low - LowSurrogates);
+  }
+
+  std::string_view bytes_;
+  bool isBigEndian_;
+};
+
+size_t CountLineEnds(std::string_view text) {
+  size_t count = 0;
+  for (size_t i = 0; i < text.size(); ++i) {
+    if (text[i] == '\r' || (text[i] == '\n' && (i == 0 || text[i - 1] != '\r'))) ++count;
+  }
+  return count;
+}
+
+bool IsIn(std::string_view set, char c) { return set.find(c) != std::string_view::npos; }
+
+}  // namespace
+
+std::string TableText(std::string_view bytes) {
+  if (bytes.starts_with("\xFF\xFE")) return Utf16Reader(bytes.substr(2), false).ReadAll();
+  if (bytes.starts_with("\xFE\xFF")) return Utf16Reader(bytes.substr(2), true).ReadAll();
+  if (bytes.starts_with(Utf8Mark)) bytes.remove_prefix(Utf8Mark.size());
+  return ToUtf8(bytes);
+}
+
+bool TableRows::Next(TableRow& row) {
+  if (rest_.empty()) return false;
+  row.line = line_;
+  row.cells.clear();
+  row.cells.push_back(TakeCell());
+  while (!rest_.empty() && rest_.front() == separator_) {
+    rest_.remove_prefix(1);
+    row.cells.push_back(TakeCell());
+  }
+  TakeLineEnd();
+  return true;
+}
+
+/// Takes a cell off the text, up to its separator or the end of the row.
+std::string TableRows::TakeCell() {
+  std::string cell;
+  const bool isQuoted = rest_.starts_with('"');
+  if (isQuoted) TakeQuoted(cell);
+  size_t end = 0;
+  while (end < rest_.size() && rest_[end] != separator_ && !IsIn(LineEnds, rest_[end])) ++end;
+  if (!isQuoted) cell = rest_.substr(0, end);
+  rest_.remove_prefix(end);
+  return cell;
+}
+
+/// From the opening quote to behind the closing one.
+void TableRows::TakeQuoted(std::string& cell) {
+  rest_.remove_prefix(1);
+  while (true) {
+    const size_t end = std::min(rest_.find('"'), rest_.size());
+    const std::string_view part = rest_.substr(0, end);
+    cell += part;
+    line_ += CountLineEnds(part);
+    rest_.remove_prefix(std::min(end + 1, rest_.size()));
+    if (!rest_.starts_with('"')) return;
+    cell += '"';
+    rest_.remove_prefix(1);
+  }
+}
+
+void TableRows::TakeLineEnd() {
+  if (rest_.empty()) return;
+  rest_.remove_prefix(rest_.starts_with("\r\n") ? 2 : 1);
+  ++line_;
+}
+
+char SeparatorOf(std::string_view text) {
+  text.remove_prefix(std::min(text.find_first_not_of(" \r\n"), text.size()));
+  std::array<size_t, Separators.size()> counts{};
+  bool isQuoted = false;
+  bool beginsCell = true;
+  for (const char c : text) {
+    // A doubled quote within quotes closes and opens again.
+    if (c == '"' && (beginsCell || isQuoted)) {
+      isQuoted = !isQuoted;
+      beginsCell = !isQuoted;
+      continue;
+    }
+    if (isQuoted) continue;
+    if (IsIn(LineEnds, c)) break;
+    beginsCell = IsIn(Separators, c);
+    if (beginsCell) ++counts[Separators.find(c)];
+  }
+  const auto most = std::max_element(counts.begin(), counts.end());
+  return Separators[static_cast<size_t>(most - counts.begin())];
+}
+
+}  // namespace orvane

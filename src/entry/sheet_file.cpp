@@ -1,0 +1,67 @@
+#include "entry/sheet_file.h"
+
+#include "base/files.h"
+#include "base/text.h"
+#include "entry/separated_table.h"
+
+#include <algorithm>
+
+namespace orvane {
+
+namespace {
+
+bool IsCsvName(std::string_view path) {
+  constexpr std::string_view Extension = ".csv";
+  return path.size() >= Extension.size() &&
+         SameName(path.substr(path.size() - Extension.size()), Extension);
+}
+
+bool IsUtf16(std::string_view text) {
+  return text.starts_with("\xFF\xFE") || text.starts_with("\xFE\xFF");
+}
+
+void AppendCell(std::string& text, std::string_view cell) {
+  for (const char c : cell) text += c == '\t' || c == '\r' || c == '\n' ? ' ' : c;
+}
+
+}  // namespace
+
+std::optional<FollowSheet> ReadSheet(Messages& messages, const std::string& path) {
+  const auto bytes = ReadWholeFile(path);
+  if (!bytes) {
+    NoteError(messages, "Can not open %s", {path});
+    return std::nullopt;
+  }
+  FollowSheet sheet;
+  if (IsCsvName(path)) {
+    sheet = SheetFromCsv(*bytes);
+  } else if (IsUtf16(*bytes)) {
+    NoteError(messages, "File %s is in UTF-16, which can't be read; save it as plain text", {path});
+    return std::nullopt;
+  } else {
+    constexpr std::string_view Utf8Mark = "\xEF\xBB\xBF";
+    sheet.text = bytes->substr(bytes->starts_with(Utf8Mark) ? Utf8Mark.size() : 0);
+  }
+  if (sheet.text.find('\0') != std::string::npos) {
+    NoteError(messages, "File %s holds bytes that are no text; it may be damaged", {path});
+  }
+  return sheet;
+}
+
+FollowSheet SheetFromCsv(std::string_view bytes) {
+  const std::string table = TableText(bytes);
+  FollowSheet sheet;
+  sheet.separator = SeparatorOf(table);
+  TableRows rows(table, sheet.separator);
+  for (TableRow row; rows.Next(row);) {
+    for (size_t i = 0; i < row.cells.size(); ++i) {
+      if (i > 0) sheet.text += '\t';
+      AppendCell(sheet.text, row.cells[i]);
+    }
+    sheet.text += '\n';
+    sheet.rowLines.push_back(row.line);
+  }
+  return sheet;
+}
+
+}  // namespace orvane

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "base/messages.h"
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace orvane {
+
+/// A follow sheet as an import reads it: a row a line, cells between tabs.
+struct FollowSheet {
+  std::string text;
+  char separator = '\t';  ///< between the cells of the file
+  std::vector<size_t> rowLines =
+      {};  ///< the line of the file where each line of `text` begins; empty
+           ///< if they are the same
+};
+
+/// Reads a sheet. A file whose name ends in ".csv", in any case, goes through `SheetFromCsv`. Any
+/// other is taken byte for byte, without a byte order mark of UTF-8.
+/// \return nothing, after an error, for a file that cannot be opened, and for one in UTF-16 that is
+///         not ".csv". A file with zero bytes gives an error and is read all the same.
+std::optional<FollowSheet> ReadSheet(Messages& messages, const std::string& path);
+
+/// Turns comma-separated text (see separated_table.h) into a sheet. Its separator may also be a
+/// semicolon or a tab. Tabs and line ends within a cell become blanks. The text is UTF-8 afterwards.
+FollowSheet SheetFromCsv(std::string_view bytes);
+
+}  // namespace orvane
