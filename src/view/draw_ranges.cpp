@@ -5,6 +5,7 @@
 #include "view/fills.h"
 #include "view/labels.h"
 #include "view/panel_rows.h"
+#include "view/pixel_square.h"
 #include "view/view_transform.h"
 
 #include <algorithm>
@@ -44,10 +45,11 @@ std::int64_t ShownValue(const CellTally& tally, int drawMode) {
   return tally.measure[drawMode - RangeDrawSm1];
 }
 
-std::vector<Pixel> CornersOf(const MapWindow& view, const Grid& grid, const RangeCell& cell) {
+std::vector<ExactPixel> CornersOf(const ScreenTransform& transform, const Grid& grid,
+                                  const RangeCell& cell) {
   static constexpr int RowSteps[] = {1, 1, 0, 0};
   static constexpr int ColumnSteps[] = {0, 1, 1, 0};
-  std::vector<Pixel> corners;
+  std::vector<ExactPixel> corners;
   for (size_t i = 0; i < 4; ++i) {
     LatLon place = grid.corner->geo;
     const double north = (1.0 * cell.row + RowSteps[i]) * grid.cellSize;
@@ -57,25 +59,26 @@ std::vector<Pixel> CornersOf(const MapWindow& view, const Grid& grid, const Rang
     } else {
       AddMeters(place, north, east);
     }
-    corners.push_back(MapToScreen(view, place));
+    corners.push_back(WholePixel(transform.ToUnboundedPixel(transform.Project(place))));
   }
   return corners;
 }
 
 /// Moves each corner by some pixels towards the middle, along both axes.
-void Inset(std::vector<Pixel>& corners, int pixels) {
-  Pixel middle;
-  for (const Pixel& corner : corners) {
-    middle.x += corner.x;
-    middle.y += corner.y;
+/// \param corners  of whole pixels
+void Inset(std::vector<ExactPixel>& corners, int pixels) {
+  ExactPixel middle;
+  for (const ExactPixel& corner : corners) {
+    middle.row += corner.row;
+    middle.column += corner.column;
   }
-  const auto count = static_cast<int>(corners.size());
-  const auto step = [pixels](int value, int center) {
+  const auto count = static_cast<double>(corners.size());
+  const auto step = [pixels](double value, double center) {
     return value < center ? pixels : value > center ? -pixels : 0;
   };
-  for (Pixel& corner : corners) {
-    corner.x += step(corner.x * count, middle.x);
-    corner.y += step(corner.y * count, middle.y);
+  for (ExactPixel& corner : corners) {
+    corner.row += step(corner.row * count, middle.row);
+    corner.column += step(corner.column * count, middle.column);
   }
 }
 
@@ -90,13 +93,16 @@ void DrawCellShades(const MapWindow& view, const Grid* grid, const std::vector<R
   for (const RangeCell& cell : cells) total += ShownValue(cell.tally, drawMode);
   if (grid == nullptr || total <= 0 || (grid->corner->flags & PointPlaced) == 0) return;
   if (grid->cellSize * static_cast<double>(LogicalScale(view)) < NarrowestCell) return;
+  const ScreenTransform transform(view);
   for (const RangeCell& cell : cells) {
     const std::int64_t value = ShownValue(cell.tally, drawMode);
     if (value == 0) continue;
     const long percent = (total / 2 + value * 100) / total;
     const Color color = ShadeOf(percent, IsPrint(view));
-    std::vector<Pixel> corners = CornersOf(view, *grid, cell);
-    Inset(corners, DevicePixels(view, 1));
+    std::vector<ExactPixel> exact = CornersOf(transform, *grid, cell);
+    Inset(exact, DevicePixels(view, 1));
+    const std::vector<Pixel> corners = CutRing(exact);
+    if (corners.empty()) continue;
     view.target->SetPen({0, PenPattern::Hollow, color});
     view.target->SetBrush({true, color});
     view.target->DrawPolygon(corners);

@@ -1,6 +1,7 @@
 #include "view/fills.h"
 
 #include "geo/earth.h"
+#include "view/pixel_square.h"
 #include "view/view_transform.h"
 
 #include <algorithm>
@@ -150,11 +151,13 @@ void DrawPolygonFill(const MapWindow& view, const std::vector<Point*>& points, i
                      Color color) {
   Canvas& canvas = *view.target;
   const ScreenTransform transform(view);
-  std::vector<Pixel> pixels;
-  pixels.reserve(points.size() + 1);
+  std::vector<ExactPixel> corners;
+  corners.reserve(points.size());
   for (const Point* point : points) {
-    if (IsDrawable(*point)) pixels.push_back(transform.ToPixel(point->geo));
+    if (!IsDrawable(*point)) continue;
+    corners.push_back(transform.ToUnboundedPixel(transform.Project(point->geo)));
   }
+  std::vector<Pixel> pixels = CutRing(corners);
   if (pixels.size() < 2) return;
   pixels.push_back(pixels.front());
 

@@ -1,6 +1,7 @@
 #include "view/grid_shades.h"
 
 #include "geo/earth.h"
+#include "view/pixel_square.h"
 #include "view/view_transform.h"
 
 #include <algorithm>
@@ -33,23 +34,28 @@ std::array<LatLon, 4> CellCorners(const GridShade& shade) {
   return corners;
 }
 
-bool MissesClip(const std::array<Pixel, 5>& corners, const PixelRect& clip) {
-  const auto [left, right] = std::minmax_element(corners.begin(), corners.end(),
-                                                 [](Pixel a, Pixel b) { return a.x < b.x; });
-  const auto [top, bottom] = std::minmax_element(corners.begin(), corners.end(),
-                                                 [](Pixel a, Pixel b) { return a.y < b.y; });
-  return right->x < clip.left || left->x > clip.right || bottom->y < clip.top ||
-         top->y > clip.bottom;
+bool MissesClip(const CellRing& corners, const PixelRect& clip) {
+  const auto [left, right] =
+      std::minmax_element(corners.begin(), corners.end(),
+                          [](const auto& a, const auto& b) { return a.column < b.column; });
+  const auto [top, bottom] = std::minmax_element(
+      corners.begin(), corners.end(), [](const auto& a, const auto& b) { return a.row < b.row; });
+  return right->column < clip.left || left->column > clip.right || bottom->row < clip.top ||
+         top->row > clip.bottom;
 }
 
-void DrawFullShade(const MapWindow& view, const GridShade& shade,
-                   const std::array<Pixel, 5>& corners) {
+void DrawRing(const MapWindow& view, const CellRing& corners) {
+  const std::vector<Pixel> cut = CutRing({corners.begin(), corners.end()});
+  if (!cut.empty()) view.target->DrawPolygon(cut);
+}
+
+void DrawFullShade(const MapWindow& view, const GridShade& shade, const CellRing& corners) {
   view.target->SetPen({0, PenPattern::Hollow, DrawnColor(shade.color)});
   view.target->SetBrush({true, DrawnColor(shade.color)});
-  view.target->DrawPolygon({corners.begin(), corners.end()});
+  DrawRing(view, corners);
 }
 
-void DrawSecondShade(const MapWindow& view, const GridShade& shade, std::array<Pixel, 5> corners) {
+void DrawSecondShade(const MapWindow& view, const GridShade& shade, CellRing corners) {
   const double unit = static_cast<double>(view.penWidthFactor);
   if (shade.value == ShadeInset) {
     ShrinkPolygon(corners, 4 * unit);
@@ -59,7 +65,7 @@ void DrawSecondShade(const MapWindow& view, const GridShade& shade, std::array<P
   const Color color = DrawnColor(shade.color);
   view.target->SetPen({TruncateToPixel(2 * unit), PenPattern::Solid, color});
   view.target->SetBrush({false, color});
-  view.target->DrawPolygon({corners.begin(), corners.end()});
+  DrawRing(view, corners);
 }
 
 void DrawHatchedShade(const MapWindow& view, const GridShade& shade) {
@@ -116,25 +122,28 @@ ColumnRange ColumnsOfClip(const Turn& turn, const PixelRect& clip) {
 
 }  // namespace
 
-std::array<Pixel, 5> CellPolygon(const MapWindow& view, const GridShade& shade) {
+CellRing CellPolygon(const MapWindow& view, const GridShade& shade) {
   const std::array<LatLon, 4> places = CellCorners(shade);
   const ScreenTransform transform(view);
-  std::array<Pixel, 5> corners;
-  for (size_t i = 0; i < places.size(); ++i) corners[i] = transform.ToPixel(places[i]);
+  CellRing corners;
+  for (size_t i = 0; i < places.size(); ++i) {
+    corners[i] = WholePixel(transform.ToUnboundedPixel(transform.Project(places[i])));
+  }
   corners[4] = corners[0];
   return corners;
 }
 
-void ShrinkPolygon(std::array<Pixel, 5>& corners, double size) {
-  const double side = std::hypot(corners[1].x - corners[0].x, corners[1].y - corners[0].y);
+void ShrinkPolygon(CellRing& corners, double size) {
+  const double side =
+      std::hypot(corners[1].column - corners[0].column, corners[1].row - corners[0].row);
   if (!(side > size)) return;
   const double f = (side - size) / (2 * side);
   for (const size_t i : {size_t{0}, size_t{1}}) {
-    Pixel& a = corners[i];
-    Pixel& b = corners[i + 2];
-    const Pixel step{TruncateToPixel(f * (b.x - a.x)), TruncateToPixel(f * (b.y - a.y))};
-    a = {a.x + step.x, a.y + step.y};
-    b = {b.x - step.x, b.y - step.y};
+    ExactPixel& a = corners[i];
+    ExactPixel& b = corners[i + 2];
+    const ExactPixel step{std::trunc(f * (b.row - a.row)), std::trunc(f * (b.column - a.column))};
+    a = {a.row + step.row, a.column + step.column};
+    b = {b.row - step.row, b.column - step.column};
   }
   corners[4] = corners[0];
 }
@@ -146,7 +155,7 @@ void HatchCell(const MapWindow& view, const GridShade& shade) {
   const Turn turn{std::cos(radians), std::sin(radians)};
   std::array<ExactPixel, 4> corners;
   for (size_t i = 0; i < places.size(); ++i) {
-    corners[i] = turn.To(transform.ToExactPixel(transform.Project(places[i])));
+    corners[i] = turn.To(transform.ToUnboundedPixel(transform.Project(places[i])));
   }
   const ColumnRange cell = ColumnsOf(corners);
   const ColumnRange shown = ColumnsOfClip(turn, view.target->Clip());
@@ -169,10 +178,10 @@ void HatchCell(const MapWindow& view, const GridShade& shade) {
       rows.push_back(a.row + t * (b.row - a.row));
     }
     if (rows.size() != 2) continue;
-    const ExactPixel from = turn.Back({rows[0], column});
-    const ExactPixel to = turn.Back({rows[1], column});
-    view.target->DrawLine({TruncateToPixel(from.column), TruncateToPixel(from.row)},
-                          {TruncateToPixel(to.column), TruncateToPixel(to.row)});
+    const auto cut = CutSegment({turn.Back({rows[0], column}), turn.Back({rows[1], column})});
+    if (!cut) continue;
+    view.target->DrawLine({TruncateToPixel(cut->from.column), TruncateToPixel(cut->from.row)},
+                          {TruncateToPixel(cut->to.column), TruncateToPixel(cut->to.row)});
   }
 }
 
@@ -182,7 +191,7 @@ void DrawGridShades(MapWindow& view) {
     for (const Map* map = view.map; map != nullptr; map = map->basis) {
       for (const GridShade& shade : map->gridShades) {
         if (PassOf(shade) != pass || !CanBeDrawn(shade)) continue;
-        const std::array<Pixel, 5> corners = CellPolygon(view, shade);
+        const CellRing corners = CellPolygon(view, shade);
         if (MissesClip(corners, clip)) continue;
         if (pass == 1) DrawFullShade(view, shade, corners);
         if (pass == 2) DrawSecondShade(view, shade, corners);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "view/map_window.h"
+#include "view/view_transform.h"
 
 #include <array>
 
@@ -10,14 +10,18 @@ namespace orvane {
 /// insets and outlines, then hatched ones, so that each kind lies above the ones before.
 void DrawGridShades(MapWindow& view);
 
-/// The corners of a shaded cell in pixels: north-west, north-east, south-east, south-west of a
-/// grid that is not turned, and the first once more.
-std::array<Pixel, 5> CellPolygon(const MapWindow& view, const GridShade& shade);
+/// The corners of a cell in whole pixels, in order round it, the first repeated. They may lie beyond
+/// the pixels that drawing takes.
+using CellRing = std::array<ExactPixel, 5>;
+
+/// The corners of a shaded cell: north-west, north-east, south-east and south-west of a grid that
+/// is not turned.
+CellRing CellPolygon(const MapWindow& view, const GridShade& shade);
 
 /// Shrinks a cell about its centre until its side is `size` pixels long, in whole pixels; a cell
 /// whose first side is no longer than that stays as it is.
-/// \param corners  in order round the cell, the first repeated; changed in place
-void ShrinkPolygon(std::array<Pixel, 5>& corners, double size);
+/// \param corners  changed in place
+void ShrinkPolygon(CellRing& corners, double size);
 
 /// Hatches a shaded cell with the current pen.
 /// The hatch angle is `shade.value`, in degrees clockwise from the columns.

@@ -2,13 +2,12 @@
 
 #include "geo/earth.h"
 #include "model/cells.h"
+#include "view/pixel_square.h"
 #include "view/view_transform.h"
 
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <optional>
-#include <utility>
 
 namespace orvane {
 
@@ -77,23 +76,6 @@ LineRange ShownLines(const LineFamily& family, const PixelRect& clip, double roo
   return range;
 }
 
-/// Cuts a line to the pixels that a canvas takes; nothing is left of one that lies outside.
-std::optional<std::pair<Vector, Vector>> CutToCanvas(Vector from, Vector to) {
-  double enter = 0;
-  double leave = 1;
-  const Vector d{to.x - from.x, to.y - from.y};
-  const auto cut = [&](double start, double delta) {
-    if (delta == 0) return std::abs(start) <= LargestPixel;
-    const double a = (-LargestPixel - start) / delta;
-    const double b = (LargestPixel - start) / delta;
-    enter = std::max(enter, std::min(a, b));
-    leave = std::min(leave, std::max(a, b));
-    return enter <= leave;
-  };
-  if (!cut(from.x, d.x) || !cut(from.y, d.y)) return std::nullopt;
-  return std::pair{from + enter * d, from + leave * d};
-}
-
 class GridDrawer {
  public:
   explicit GridDrawer(MapWindow& view)
@@ -101,10 +83,12 @@ class GridDrawer {
 
   void Draw(const Grid& grid) {
     if (grid.corner == nullptr || !IsDrawable(*grid.corner)) return;
-    const Pixel corner = MapToScreen(view_, grid.corner->geo);
+    const ScreenTransform transform(view_);
+    const ExactPixel corner =
+        WholePixel(transform.ToUnboundedPixel(transform.Project(grid.corner->geo)));
     const double cell = grid.cellSize * static_cast<double>(view_.scale);
     if (!std::isfinite(cell)) return;
-    const Vector start{static_cast<double>(corner.x), static_cast<double>(corner.y)};
+    const Vector start{corner.column, corner.row};
     const double angle = grid.angle - static_cast<double>(view_.rotation);
     const bool turned = angle != 0;
     const double radians = angle * (Pi / 180.0);
@@ -150,10 +134,9 @@ class GridDrawer {
 
   void DrawOne(const LineFamily& family, std::int64_t i) {
     const Vector from = family.start + static_cast<double>(i) * family.step;
-    const auto line = CutToCanvas(from, from + family.length);
-    if (!line) return;
-    canvas_.DrawLine({RoundToPixel(line->first.x), RoundToPixel(line->first.y)},
-                     {RoundToPixel(line->second.x), RoundToPixel(line->second.y)});
+    const Vector to = from + family.length;
+    const auto line = CutSegment({{from.y, from.x}, {to.y, to.x}});
+    if (line) canvas_.DrawLine(RoundedPixel(line->from), RoundedPixel(line->to));
   }
 
   /// Above the upper end of each line, in the middle of the cell to the right. On paper the labels

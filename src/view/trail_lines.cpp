@@ -1,6 +1,7 @@
 #include "view/trail_lines.h"
 
 #include "geo/earth.h"
+#include "view/pixel_square.h"
 #include "view/view_transform.h"
 
 #include <algorithm>
@@ -113,20 +114,34 @@ class TrailLine {
     const bool alongParallel = view_.rotation == 0 && a.place.lat == b.place.lat;
     const bool pullA = alongParallel && IsBeyond(a);
     const bool pullB = alongParallel && IsBeyond(b);
-    if (pullA) run_.End();
-    if (run_.Empty()) run_.Add(pullA ? PulledPixel(a) : transform_.ToPixel(Projected(a)));
-    run_.Add(pullB ? PulledPixel(b) : transform_.ToPixel(Projected(b)));
-    if (pullB) run_.End();
+    const ExactPixel from = pullA ? PulledPixel(a) : transform_.ToUnboundedPixel(Projected(a));
+    const ExactPixel to = pullB ? PulledPixel(b) : transform_.ToUnboundedPixel(Projected(b));
+    if (InSquare(from) && InSquare(to)) {
+      AddSegment(RoundedPixel(from), RoundedPixel(to), pullA, pullB);
+    } else if (const auto cut = CutSegment({from, to})) {
+      AddSegment(RoundedPixel(cut->from), RoundedPixel(cut->to), pullA || !InSquare(from),
+                 pullB || !InSquare(to));
+    } else {
+      run_.End();
+    }
+  }
+
+  /// \param begins, ends  the line does not run on from the segment before, or into the next one
+  void AddSegment(Pixel from, Pixel to, bool begins, bool ends) {
+    if (begins) run_.End();
+    if (run_.Empty()) run_.Add(from);
+    run_.Add(to);
+    if (ends) run_.End();
   }
 
   static bool IsBeyond(const LineEnd& end) { return end.turn > HalfTurn || end.turn < -HalfTurn; }
 
   /// The pixel of an end beyond the limit of the map, moved along its parallel to the limit.
-  Pixel PulledPixel(const LineEnd& end) const {
+  ExactPixel PulledPixel(const LineEnd& end) const {
     LatLon place = end.place;
     const double limit = end.turn > 0 ? HalfTurn : -HalfTurn;
     place.lon = view_.centralLongitude + limit - view_.longitudeWrap;
-    return transform_.ToPixel(place);
+    return transform_.ToUnboundedPixel(transform_.Project(place));
   }
 
   const MapWindow& view_;

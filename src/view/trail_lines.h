@@ -14,8 +14,9 @@ void DrawTrails(const MapWindow& view, const std::vector<ShownTrail>& shown);
 
 /// Draws the line of one trail with the current pen. Without a rotation, segments that lie wholly
 /// beyond one edge of the view or beyond 180 degrees from its centre are left out, and a segment
-/// along a parallel that runs over this limit is cut there. A point that is not placed breaks the
-/// line.
+/// along a parallel that runs over this limit is cut there. A segment that leaves the range of
+/// pixels that drawing takes is cut at its edge, so what shows of it lies on the line between its
+/// points. A point that is not placed breaks the line.
 void DrawTrailLine(const MapWindow& view, const Trail& trail);
 
 /// The pixels that a length on the ground takes, cut to a whole number: width x scale + 0.5.

@@ -46,6 +46,10 @@ void PullToEdge(double& value, double& other, double center, double otherCenter)
   value = edge;
 }
 
+/// Within this distance fractions of a pixel are still exact in 64 bits; the whole earth at the
+/// largest scale is smaller.
+constexpr double FarthestPixel = 1e14;
+
 /// True for a saved view with a scale, and with a place and a rotation that a view can have.
 bool IsUsable(const SavedView& saved) {
   return saved.scale > 0 && std::isfinite(DegreesToMeters(saved.latitude)) &&
@@ -117,14 +121,22 @@ Meters ScreenTransform::Project(const LatLon& place) const {
   return LatLonToMeters(place.lat, place.lon - centralLongitude_ + longitudeWrap_);
 }
 
+ExactPixel ScreenTransform::Turned(const Meters& projected) const {
+  const double row = (top_ - projected.north) * scale_;
+  const double column = (projected.east - left_) * scale_;
+  if (!rotated_) return {row, column};
+  return {cosine_ * row - sine_ * column, cosine_ * column + sine_ * row};
+}
+
+ExactPixel ScreenTransform::ToUnboundedPixel(const Meters& projected) const {
+  const ExactPixel pixel = Turned(projected);
+  const bool countable =
+      std::abs(pixel.row) < FarthestPixel && std::abs(pixel.column) < FarthestPixel;
+  return countable ? pixel : ToExactPixel(projected);
+}
+
 ExactPixel ScreenTransform::ToExactPixel(const Meters& projected) const {
-  double row = (top_ - projected.north) * scale_;
-  double column = (projected.east - left_) * scale_;
-  if (rotated_) {
-    const double turnedRow = cosine_ * row - sine_ * column;
-    column = cosine_ * column + sine_ * row;
-    row = turnedRow;
-  }
+  auto [row, column] = Turned(projected);
   PullToEdge(row, column, centerRow_, centerColumn_);
   PullToEdge(column, row, centerColumn_, centerRow_);
   if (std::isnan(row)) row = centerRow_;

@@ -35,10 +35,16 @@ class ScreenTransform {
   /// North and east in metres, east from the central longitude with the wrap.
   Meters Project(const LatLon& place) const;
   ExactPixel ToExactPixel(const Meters& projected) const;
+  /// Where a place lies, however far beyond the range that drawing takes: for lines, which are cut
+  /// at its edges. Always finite; a place too far away to count pixels comes out on the line from
+  /// the centre towards it.
+  ExactPixel ToUnboundedPixel(const Meters& projected) const;
   Pixel ToPixel(const Meters& projected) const;
   Pixel ToPixel(const LatLon& place) const { return ToPixel(Project(place)); }
 
  private:
+  ExactPixel Turned(const Meters& projected) const;
+
   double top_;
   double left_;
   double scale_;

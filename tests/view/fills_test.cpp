@@ -218,6 +218,29 @@ TEST(DrawPolygonFill, LeavesOutPointsWithoutAPlace) {
   EXPECT_EQ(c.canvas.Lines(), Lines{});
 }
 
+TEST(DrawPolygonFill, ASideWithFarEndsPassesWhereItLies) {
+  ViewCase c;
+  c.view.scale = 100;
+  CenterOn(c.view, LatLon{});
+  // The lower side runs 50 pixels above the middle of the view, the corners lie 100,000 pixels away.
+  const std::vector<Point*> ring{&c.Add("", 0.5, -1000), &c.Add("", 0.5, 1000),
+                                 &c.Add("", 1000, 0)};
+  DrawPolygonFill(c.view, ring, FillSolid, 0);
+  const Lines drawn = c.canvas.Having("polygon");
+  ASSERT_EQ(drawn.size(), 1U);
+  EXPECT_NE(drawn[0].find(" -32000,100 "), std::string::npos) << drawn[0];
+  EXPECT_NE(drawn[0].find(" 32000,100 "), std::string::npos) << drawn[0];
+}
+
+TEST(DrawPolygonFill, AnAreaBeyondThePixelsIsLeftOut) {
+  ViewCase c;
+  c.view.scale = 100;
+  CenterOn(c.view, LatLon{});
+  DrawPolygonFill(c.view, {&c.Add("", 900, 0), &c.Add("", 990, 0), &c.Add("", 990, 90)}, FillNone,
+                  0);
+  EXPECT_EQ(c.canvas.Count("polygon"), 0);
+}
+
 TEST(DrawFilledTrails, TakesVisibleFilledRows) {
   ViewCase c;
   Trail& trail = c.AddTrail("t", Plot(c));

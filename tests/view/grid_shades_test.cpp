@@ -90,37 +90,59 @@ TEST(DrawGridShades, LeavesOutCellsBesideTheClip) {
   EXPECT_EQ(c.canvas.Lines(), Lines{});
 }
 
+TEST(DrawGridShades, ACellLargerThanThePixelsEndsWhereItLies) {
+  ShadeCase c;
+  c.grid.cellSize = 2000;
+  c.grid.corner->geo = MetersToLatLon(1000, -0.5);  // its west side is left of the middle
+  c.Shade(ShadeFull, 0, 0);
+  c.Shade(90, 0, 0);
+  c.view.scale = 100;
+  CenterOn(c.view, LatLon{});
+  DrawGridShades(c.view);
+  const Lines drawn = c.canvas.Having("polygon");
+  ASSERT_EQ(drawn.size(), 1U);
+  EXPECT_NE(drawn[0].find(" 150,-32000"), std::string::npos) << drawn[0];
+  EXPECT_NE(drawn[0].find(" 150,32000"), std::string::npos) << drawn[0];
+  for (const std::string& line : c.canvas.Having("line")) {
+    Pixel from;
+    Pixel to;
+    ASSERT_EQ(std::sscanf(line.c_str(), "line %d,%d %d,%d", &from.x, &from.y, &to.x, &to.y), 4);
+    EXPECT_NEAR(std::min(from.x, to.x), 150, 1) << line;
+  }
+  EXPECT_GT(c.canvas.Count("line"), 70);
+}
+
 TEST(CellPolygon, TurnsWithTheGrid) {
   ShadeCase c;
   c.grid.angle = 90;
   const auto corners = CellPolygon(c.view, c.Shade(ShadeFull));
   // Columns run down now, and rows to the left.
-  EXPECT_EQ(corners[0].x, 60);
-  EXPECT_EQ(corners[0].y, 130);
-  EXPECT_EQ(corners[2].x, 20);
-  EXPECT_EQ(corners[2].y, 170);
-  EXPECT_EQ(corners[4].x, corners[0].x);
-  EXPECT_EQ(corners[4].y, corners[0].y);
+  EXPECT_EQ(corners[0].column, 60);
+  EXPECT_EQ(corners[0].row, 130);
+  EXPECT_EQ(corners[2].column, 20);
+  EXPECT_EQ(corners[2].row, 170);
+  EXPECT_EQ(corners[4].column, corners[0].column);
+  EXPECT_EQ(corners[4].row, corners[0].row);
 }
 
 TEST(ShrinkPolygon, LeavesASmallCell) {
-  std::array<Pixel, 5> corners{{{0, 0}, {6, 0}, {6, 6}, {0, 6}, {0, 0}}};
+  CellRing corners{{{0, 0}, {0, 6}, {6, 6}, {6, 0}, {0, 0}}};
   ShrinkPolygon(corners, 6);
-  EXPECT_EQ(corners[2].x, 6);
+  EXPECT_EQ(corners[2].column, 6);
   ShrinkPolygon(corners, 4);
-  EXPECT_EQ(corners[0].x, 1);
-  EXPECT_EQ(corners[0].y, 1);
-  EXPECT_EQ(corners[1].x, 5);
-  EXPECT_EQ(corners[1].y, 1);
-  EXPECT_EQ(corners[2].x, 5);
-  EXPECT_EQ(corners[3].y, 5);
-  EXPECT_EQ(corners[4].x, 1);
+  EXPECT_EQ(corners[0].column, 1);
+  EXPECT_EQ(corners[0].row, 1);
+  EXPECT_EQ(corners[1].column, 5);
+  EXPECT_EQ(corners[1].row, 1);
+  EXPECT_EQ(corners[2].column, 5);
+  EXPECT_EQ(corners[3].row, 5);
+  EXPECT_EQ(corners[4].column, 1);
 }
 
 TEST(ShrinkPolygon, ACellWithoutASideStays) {
-  std::array<Pixel, 5> corners{};
+  CellRing corners{};
   ShrinkPolygon(corners, 0);
-  EXPECT_EQ(corners[2].x, 0);
+  EXPECT_EQ(corners[2].column, 0);
 }
 
 TEST(HatchCell, AtZeroTheLinesAreColumnsAtMultiplesOfFour) {

@@ -5,6 +5,7 @@
 #include <chrono>
 #include <climits>
 #include <cstdio>
+#include <cstdlib>
 #include <gtest/gtest.h>
 #include <set>
 
@@ -37,6 +38,30 @@ TEST(DrawGrids, NegativeCountsExtendTheOtherWay) {
   DrawGrids(c.view);
   EXPECT_EQ(c.canvas.Having("line"), (Lines{"line 100,50 100,42", "line 92,50 92,42",
                                             "line 100,50 92,50", "line 100,42 92,42"}));
+}
+
+TEST(DrawGrids, AGridWhoseCornerIsFarAwayStaysInPlace) {
+  // At a centimetre to the pixel the corner lies 80,000 pixels to the north and west, and the
+  // grid's lines still pass at every 100 metres from it.
+  for (const float rotation : {0.0F, 90.0F}) {
+    ViewCase c;
+    c.AddGrid(c.Add("corner", 800, -800), 100, 20, 20);
+    c.view.scale = 100;
+    c.view.rotation = rotation;
+    CenterOn(c.view, LatLon{});
+    DrawGrids(c.view);
+    int upright = 0;
+    int level = 0;
+    for (const std::string& line : c.canvas.Having("line")) {
+      Pixel from;
+      Pixel to;
+      ASSERT_EQ(std::sscanf(line.c_str(), "line %d,%d %d,%d", &from.x, &from.y, &to.x, &to.y), 4);
+      if (std::abs(from.x - 200) <= 1 && std::abs(to.x - 200) <= 1) ++upright;
+      if (std::abs(from.y - 150) <= 1 && std::abs(to.y - 150) <= 1) ++level;
+    }
+    EXPECT_EQ(upright, 1) << rotation;
+    EXPECT_EQ(level, 1) << rotation;
+  }
 }
 
 TEST(DrawGrids, LabelsColumnsAboveAndRowsBefore) {

@@ -3,6 +3,7 @@
 #include "view/view_case.h"
 
 #include <cmath>
+#include <cstdio>
 #include <gtest/gtest.h>
 
 namespace orvane {
@@ -124,6 +125,51 @@ TEST(DrawTrailLine, UnderARotationAFarLineKeepsItsDirection) {
   c.AddTrail("t", {&c.Add("a", 0, 0), &c.Add("b", 300000, 100000)});
   // North is left and east is up: three to the left for one up.
   EXPECT_EQ(Drawn(c), Lines{"polyline 200,150 -32000,-10583"});
+}
+
+TEST(DrawTrailLine, ASegmentThatLeavesTheSquareRunsThroughBothItsPoints) {
+  // A centimetre to the pixel: the ends lie 200,000 pixels off, on a line that passes 30 metres
+  // from the middle.
+  for (const float rotation : {0.0F, 20.0F}) {
+    ViewCase c;
+    c.view.scale = 100;
+    c.view.rotation = rotation;
+    CenterOn(c.view, LatLon{});
+    Point& west = c.Add("w", -100, -2000);
+    Point& east = c.Add("e", 60, 2000);
+    Point& near = c.Add("n", -18, 50);  // on the line between them
+    c.AddTrail("t", {&west, &east});
+    const Lines whole = Drawn(c);
+    ASSERT_EQ(whole.size(), 1U);
+    int x1 = 0;
+    int y1 = 0;
+    int x2 = 0;
+    int y2 = 0;
+    ASSERT_EQ(std::sscanf(whole[0].c_str(), "polyline %d,%d %d,%d", &x1, &y1, &x2, &y2), 4);
+    const Pixel on = MapToScreen(c.view, near.geo);
+    const double across = (1.0 * (x2 - x1) * (on.y - y1) - 1.0 * (y2 - y1) * (on.x - x1)) /
+                          std::hypot(x2 - x1, y2 - y1);
+    EXPECT_NEAR(across, 0, 1) << rotation;
+    EXPECT_LE(c.canvas.Farthest(), LargestPixel);
+  }
+}
+
+TEST(DrawTrailLine, ALineThatLeavesTheSquareBeginsAnewWhereItComesBack) {
+  ViewCase c;
+  c.view.scale = 100;
+  CenterOn(c.view, LatLon{});
+  c.AddTrail("t", {&c.Add("a", 0, 0), &c.Add("b", 0, 1000), &c.Add("c", 1, 1000), &c.Add("d", 1, 0),
+                   &c.Add("e", 2, 0)});
+  EXPECT_EQ(Drawn(c), (Lines{"polyline 200,150 32000,150", "polyline 32000,50 200,50 200,-50"}));
+}
+
+TEST(DrawTrailLine, UnderARotationASegmentOutsideTheSquareIsLeftOut) {
+  ViewCase c;
+  c.view.scale = 100;
+  c.view.rotation = 90;
+  CenterOn(c.view, LatLon{});
+  c.AddTrail("t", {&c.Add("a", 900, 0), &c.Add("b", 0, 900)});
+  EXPECT_EQ(Drawn(c), Lines{});
 }
 
 TEST(DrawTrailLine, LeavesOutWhatLiesMoreThanHalfATurnAway) {
