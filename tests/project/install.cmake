@@ -2,7 +2,7 @@
 #   cmake -D BUILD_DIR=<build> -D WORK_DIR=<scratch> -D WITH_QT=<ON|OFF> [-D PACKAGE=ON]
 #         -P install.cmake
 #
-# With PACKAGE the Debian package is made and unpacked instead, and what it depends on is looked at.
+# With PACKAGE it makes and unpacks the Debian package instead, and checks its dependencies.
 cmake_minimum_required(VERSION 3.25)
 
 function(run)
@@ -49,6 +49,9 @@ endif()
 need(share/doc/orvane/docs/guide/README.md)
 need(share/doc/orvane/docs/pictures/season.png)
 need(share/doc/orvane/examples/site/season.map)
+need(share/doc/orvane/copyright)
+need(share/doc/orvane/changelog.gz)
+need(share/man/man1/orvane-cli.1.gz)
 set(cli ${root}/bin/orvane-cli)
 set(site ${root}/share/doc/orvane/examples/site/season.map)
 run(${cli} --version)
@@ -58,6 +61,8 @@ if(WITH_QT)
   need(share/metainfo/orvane.metainfo.xml)
   need(share/mime/packages/orvane.xml)
   need(share/orvane/Orvane.qch)
+  need(share/man/man1/orvane.1.gz)
+  need(share/man/man1/orvane-render.1.gz)
   need(share/icons/hicolor/scalable/apps/orvane.svg)
   foreach(size 16 22 24 32 48 64 128 256)
     need(share/icons/hicolor/${size}x${size}/apps/orvane.png)
