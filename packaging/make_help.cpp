@@ -1,9 +1,9 @@
-// make_help GUIDE PICTURES OUT: turns the guide into what the help file is made of, in the build.
+// make_help GUIDE PICTURES OUT: turns the guide into the pages of the help file, in the build.
 //
 // Each chapter of GUIDE, in Markdown, becomes a page OUT/guide/<chapter>.html, with an anchor at each
-// heading, named as links in the guide name it. The pictures that are shown are copied to
-// OUT/pictures. OUT/Orvane.qhp lists pages, contents and index for the help generator: the contents
-// follow the list of chapters in the guide's README.md, and each heading is a word of the index.
+// heading for the links of the guide. The pictures that it shows are copied to OUT/pictures.
+// OUT/Orvane.qhp lists pages, contents and index for the help generator: the contents follow the list
+// of chapters in the guide's README.md, and each heading is an entry of the index.
 
 #include <QDir>
 #include <QFile>
@@ -52,8 +52,8 @@ void WriteText(const QString& path, const QString& text) {
   }
 }
 
-/// The anchor of a heading, as links in the guide name it: lower case, blanks as hyphens, without
-/// other signs.
+/// The anchor of a heading, as in links of the guide: lower case, blanks as hyphens, without other
+/// signs.
 QString AnchorOf(const QString& heading) {
   QString anchor;
   for (const QChar letter : heading.toLower()) {
@@ -83,8 +83,8 @@ QList<Heading> HeadingsOf(const QString& text) {
   return headings;
 }
 
-/// Leads to a page of the help what led to a chapter, and leaves what leads out of the guide as
-/// plain text: there is nothing behind it in the help.
+/// Makes links to chapters lead to pages of the help. Links out of the guide become plain text, because
+/// the help does not have their targets.
 QString WithLinksOfPages(QString html) {
   static const QRegularExpression chapter(QStringLiteral("href=\"([\\w-]+)\\.md(#[^\"]*)?\""));
   html.replace(chapter, QStringLiteral("href=\"\\1.html\\2\""));
@@ -101,8 +101,8 @@ QString WithLinksOfPages(QString html) {
   return html;
 }
 
-/// Leaves fonts and colours to the machine that shows the page, so that it is read as well in a dark
-/// theme, and gives headings, examples and tables room.
+/// Removes fonts and colours, so that the page is readable in a dark theme too, and gives headings,
+/// examples and tables room.
 QString WithPlainLook(QString html) {
   struct Change {
     QRegularExpression from;
@@ -127,7 +127,7 @@ QString PageOf(const Chapter& chapter) {
   QTextDocument document;
   document.setMarkdown(chapter.text, QTextDocument::MarkdownDialectGitHub);
   QString html = WithPlainLook(WithLinksOfPages(document.toHtml()));
-  // The headings come in the order in which they stand in the text.
+  // The headings come in the order of the text.
   static const QRegularExpression opening(QStringLiteral("<h[1-6][^>]*>"));
   qsizetype from = 0;
   for (const Heading& heading : chapter.headings) {
@@ -142,13 +142,12 @@ QString PageOf(const Chapter& chapter) {
   return html.replace(QStringLiteral("<head>"), title);
 }
 
-/// The chapters in the order of the guide's own list, that list first.
+/// The chapters in the order of the guide's list, after the page with that list.
 QList<Chapter> ReadGuide(const QDir& guide) {
   QStringList names{QStringLiteral("README")};
   const QString list = ReadText(guide.filePath(QStringLiteral("README.md")));
-  static const QRegularExpression entry(
-      QStringLiteral("^\\d+\\. \\[[^\\]]*\\]\\(([\\w-]+)\\.md\\)"),
-      QRegularExpression::MultilineOption);
+  static const QRegularExpression entry(QStringLiteral("^- \\[[^\\]]*\\]\\(([\\w-]+)\\.md\\)"),
+                                        QRegularExpression::MultilineOption);
   for (auto found = entry.globalMatch(list); found.hasNext();) {
     names.append(found.next().captured(1));
   }
@@ -167,7 +166,7 @@ QList<Chapter> ReadGuide(const QDir& guide) {
   return chapters;
 }
 
-/// Two headings of a page with one anchor would make links go wrong, and so would a link to none.
+/// Fails if a link leads to a page or heading that does not exist.
 void CheckLinks(const QList<Chapter>& chapters) {
   QSet<QString> targets;
   for (const Chapter& chapter : chapters) {
@@ -232,7 +231,8 @@ QString ProjectOf(const QList<Chapter>& chapters, const QStringList& pictures) {
       .arg(sections, keywords, files);
 }
 
-/// Copies the pictures that the chapters show. \return their names
+/// Copies the pictures that the chapters show.
+/// \return their names
 QStringList CopyPictures(const QList<Chapter>& chapters, const QDir& from, const QDir& to) {
   QStringList names;
   static const QRegularExpression shown(QStringLiteral("\\]\\(\\.\\./pictures/([\\w.-]+)\\)"));

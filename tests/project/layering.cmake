@@ -1,15 +1,15 @@
 # Compares every #include of src/ with the table of modules.
 #   cmake -D SOURCE_DIR=<tree> -D TABLE=<modules.cmake> -P layering.cmake
 #
-# Faults that it finds: a folder that includes one outside of what it uses, directly or through
-# what it uses; a module that uses one which stands behind it in the table; a folder that is in no
-# table; an #include without its folder; Qt in a folder that must do without; and a table in
-# docs/ARCHITECTURE.md that tells something else than the build does.
+# It finds these faults: a folder that includes one that it does not use, directly or through others; a
+# module that uses one which comes after it in the table; a folder that is not in the table; an #include
+# without its folder; Qt in a folder that must not use it; and a table in docs/ARCHITECTURE.md that
+# differs from the build.
 cmake_minimum_required(VERSION 3.25)
 
 include(${TABLE})  # sets `modules`
 
-# The only folders that may include Qt. The batch tool needs it for pictures alone.
+# The only folders that may include Qt. The batch tool needs it only for pictures.
 set(qt_folders paint shell app cli)
 
 set(faults "")
@@ -23,7 +23,7 @@ foreach(row IN LISTS modules)
   set(reach_${name} ${name})
   foreach(use IN LISTS uses)
     if(NOT use IN_LIST names)
-      list(APPEND faults "src/${name} uses ${use}, which does not stand before it in the table")
+      list(APPEND faults "src/${name} uses ${use}, which does not come before it in the table")
     endif()
     list(APPEND reach_${name} ${reach_${use}})
   endforeach()
@@ -31,7 +31,7 @@ foreach(row IN LISTS modules)
   list(APPEND names ${name})
 endforeach()
 
-# A build without Qt has no rows for the folders that need it, and its batch tool does not use them.
+# A build without Qt has no rows for the folders that need Qt, and its batch tool does not use them.
 set(left_out ${qt_folders})
 list(REMOVE_ITEM left_out ${names})
 
@@ -64,7 +64,7 @@ foreach(source IN LISTS sources)
       endif()
     elseif(include MATCHES "<(Q[A-Za-z]+[/>])")
       if(NOT folder IN_LIST qt_folders)
-        list(APPEND faults "src/${source} includes Qt, and ${folder} must do without")
+        list(APPEND faults "src/${source} includes Qt, which ${folder} must not use")
       endif()
     endif()
   endforeach()

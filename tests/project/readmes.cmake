@@ -1,4 +1,4 @@
-# Every folder of src/ tells its subject in a README.md.
+# Every folder of src/ describes its subject in a README.md.
 #   cmake -D SOURCE_DIR=<tree> -P readmes.cmake
 cmake_minimum_required(VERSION 3.25)
 
