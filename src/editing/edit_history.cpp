@@ -1,6 +1,7 @@
 #include "editing/edit_history.h"
 
 #include "editing/solve_edited.h"
+#include "ranges/analysis.h"
 
 #include <algorithm>
 #include <new>
@@ -48,6 +49,14 @@ size_t NextStepOf(const Steps& steps, const Map& map) {
   return found;
 }
 
+void Follow(Map& map, const EditFollowUp& followUp) {
+  if (followUp.solve) {
+    SolveEdited(map);
+    return;
+  }
+  for (Range* range : followUp.ranges) AnalyzeOneRange(*range, map);
+}
+
 }  // namespace
 
 bool EditHistory::Apply(const Edit& edit) {
@@ -57,10 +66,11 @@ bool EditHistory::Apply(const Edit& edit) {
     MapDelta changes = before.TakeDelta();
     changes.Swap();
   };
+  EditFollowUp followUp;
   bool done = false;
   try {
-    done = edit.change();
-    if (done && edit.followUp == EditFollowUp::Solving) SolveEdited(map);
+    done = edit.change(followUp);
+    if (done) Follow(map, followUp);
   } catch (const std::bad_alloc&) {
     takeBack();
     throw;
@@ -75,7 +85,7 @@ bool EditHistory::Apply(const Edit& edit) {
   step.after = edit.marksDirty ? ++newestState_ : step.before;
   if (edit.marksDirty) EnterState(map, step.after);
   const bool changed = step.delta.Change().Any();
-  Tell(step, EditNews::Kind::Applied);
+  Tell(step, EditNews::Kind::Applied, &followUp);
   if (changed) Record(std::move(step));
   return true;
 }
@@ -132,7 +142,7 @@ void EditHistory::Exchange(StepList& from, StepList& to, size_t index, EditNews:
     EnterState(*step.map, kind == EditNews::Kind::Undone ? step.before : step.after);
   }
   to.push_back(std::move(step));
-  Tell(to.back(), kind);
+  Tell(to.back(), kind, nullptr);
 }
 
 void EditHistory::NoteSaved(Map& map) {
@@ -148,8 +158,12 @@ size_t EditHistory::Bytes() const {
   return bytes;
 }
 
-void EditHistory::Tell(const Step& step, EditNews::Kind kind) const {
-  const EditNews news{.kind = kind, .name = &step.name, .map = step.map, .delta = &step.delta};
+void EditHistory::Tell(const Step& step, EditNews::Kind kind, const EditFollowUp* followUp) const {
+  const EditNews news{.kind = kind,
+                      .name = &step.name,
+                      .map = step.map,
+                      .delta = &step.delta,
+                      .followUp = followUp};
   for (const Listener& listener : listeners_) listener(news);
 }
 

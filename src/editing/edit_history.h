@@ -13,23 +13,25 @@
 
 namespace orvane {
 
-/// How positions and ranges follow a change of the records.
-enum class EditFollowUp {
-  None,     ///< the change brings them up to date itself, or they don't depend on it
-  Solving,  ///< `SolveEdited` on the map of the edit
+/// What has to follow a change of the records. The change asks for it, and `EditHistory` does it.
+struct EditFollowUp {
+  bool solve = false;  ///< positions and all ranges, by `SolveEdited` on the map of the edit
+  std::vector<Range*>
+      ranges;              ///< of that map, to be analysed in this order; `solve` does it anyway
+  bool solved = false;     ///< the change has solved the map and analysed its ranges itself
+  bool freshRows = false;  ///< windows forget what their rows of trails and ranges looked like
 };
 
 /// A change of a map, ready to be carried out: what every editor, import and command hands to
 /// `EditHistory::Apply`.
 struct Edit {
-  std::string name;    ///< what Undo takes back, as "Edit of Trail Kana"
-  Map* map = nullptr;  ///< the map that the change is about; becomes dirty
-  EditFollowUp followUp = EditFollowUp::None;
+  std::string name;        ///< what Undo takes back, as "Edit of Trail Kana"
+  Map* map = nullptr;      ///< the map that the change is about; becomes dirty
   bool marksDirty = true;  ///< false for a change that the file of the map does not hold
 
   /// Changes the records. It may change any open map, and may open others.
   /// \return false to give up: all maps are then as they were before
-  std::function<bool()> change;
+  std::function<bool(EditFollowUp& followUp)> change;
 };
 
 /// What listeners of an `EditHistory` learn after each edit, undo and redo.
@@ -37,9 +39,10 @@ struct EditNews {
   enum class Kind { Applied, Undone, Redone };
 
   Kind kind = Kind::Applied;
-  const std::string* name = nullptr;  ///< of the edit
-  Map* map = nullptr;                 ///< the map of the edit
-  const MapDelta* delta = nullptr;    ///< what changed, map by map
+  const std::string* name = nullptr;       ///< of the edit
+  Map* map = nullptr;                      ///< the map of the edit
+  const MapDelta* delta = nullptr;         ///< what changed, map by map
+  const EditFollowUp* followUp = nullptr;  ///< what followed; null for an undo or a redo
 };
 
 /// The one way to change a map after it was read. It applies edits, takes them back and applies them
@@ -110,7 +113,7 @@ class EditHistory {
   void NoteUnsavedStart(const Map& map);
   void Record(Step step);
   void Exchange(StepList& from, StepList& to, size_t index, EditNews::Kind kind);
-  void Tell(const Step& step, EditNews::Kind kind) const;
+  void Tell(const Step& step, EditNews::Kind kind, const EditFollowUp* followUp) const;
   StateNumber StateOf(const Map& map) const;
   void EnterState(Map& map, StateNumber state);
 

@@ -18,6 +18,7 @@
 #include <iterator>
 #include <tuple>
 #include <unordered_map>
+#include <unordered_set>
 #include <utility>
 
 namespace orvane {
@@ -367,24 +368,22 @@ void SwapRecords(std::forward_list<Item>& records, std::forward_list<Item>& remo
   for (auto& [record, content] : delta.contents) SwapContent(*record, content);
 }
 
-/// Enters in `map.names` what its buckets hold. A bucket says which points have a name in it; of
-/// several nodes of one point each stands for another of its names.
+/// Enters in `map.names` what a walk over its buckets meets: of each point in a bucket all names that
+/// belong there, the newest point last.
 void RebuildNames(Map& map) {
   NameTable names(map.listMemory);
   for (size_t bucket = 0; bucket < NameBuckets; ++bucket) {
-    const PointList& nodes = map.pointHash[bucket];
-    std::unordered_map<const Point*, size_t> taken;
-    for (auto node = nodes.rbegin(); node != nodes.rend(); ++node) {
-      Point& point = **node;
-      std::vector<std::string_view> candidates;
-      for (const std::string& synonym : point.synonyms) {
-        if (NameBucket(synonym) == bucket) candidates.emplace_back(synonym);
-      }
-      std::reverse(candidates.begin(), candidates.end());
-      if (NameBucket(point.name) == bucket) candidates.emplace(candidates.begin(), point.name);
-      if (candidates.empty()) continue;
-      const size_t nth = candidates.size() == 1 ? 0 : taken[&point]++ % candidates.size();
-      names.Add(point, candidates[nth]);
+    Addresses<Point> newestFirst;
+    std::unordered_set<const Point*> met;
+    for (Point* point : map.pointHash[bucket]) {
+      if (met.insert(point).second) newestFirst.push_back(point);
+    }
+    for (auto point = newestFirst.rbegin(); point != newestFirst.rend(); ++point) {
+      const auto add = [&](const std::string& name) {
+        if (NameBucket(name) == bucket) names.Add(**point, name);
+      };
+      add((*point)->name);
+      for (const std::string& synonym : (*point)->synonyms) add(synonym);
     }
   }
   map.names = std::move(names);

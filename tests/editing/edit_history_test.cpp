@@ -34,9 +34,9 @@ struct EditHistoryTest : MapFixture {
   Edit EditOf(Map& map, std::string name, std::function<void()> change) {
     return {.name = std::move(name),
             .map = &map,
-            .followUp = EditFollowUp::Solving,
-            .change = [change = std::move(change)] {
+            .change = [change = std::move(change)](EditFollowUp& followUp) {
               change();
+              followUp.solve = true;
               return true;
             }};
   }
@@ -125,8 +125,8 @@ TEST_F(EditHistoryTest, AnEditThatGivesUpLeavesNoTrace) {
   Map& map = Open(SeasonText);
   const std::string before = Saved(map);
   Edit edit = NewTrail(map, "A");
-  edit.change = [inner = edit.change] {
-    inner();
+  edit.change = [inner = edit.change](EditFollowUp& followUp) {
+    inner(followUp);
     return false;
   };
   EXPECT_FALSE(history.Apply(edit));
@@ -139,8 +139,8 @@ TEST_F(EditHistoryTest, BringsTheMapBackWhereMemoryRunsOut) {
   Map& map = Open(SeasonText);
   const std::string before = Saved(map);
   Edit edit = NewTrail(map, "A");
-  edit.change = [inner = edit.change]() -> bool {
-    inner();
+  edit.change = [inner = edit.change](EditFollowUp& followUp) -> bool {
+    inner(followUp);
     throw std::bad_alloc();
   };
   EXPECT_THROW(history.Apply(edit), std::bad_alloc);
@@ -150,7 +150,7 @@ TEST_F(EditHistoryTest, BringsTheMapBackWhereMemoryRunsOut) {
 
 TEST_F(EditHistoryTest, AnEditThatChangesNothingIsNoStep) {
   Map& map = Open(SeasonText);
-  history.Apply({.name = "Nothing", .map = &map, .change = [] { return true; }});
+  history.Apply({.name = "Nothing", .map = &map, .change = [](EditFollowUp&) { return true; }});
   EXPECT_EQ(history.Steps(), 0U);
   EXPECT_NE(map.flags & MapDirty, 0U) << "the caller asked for the mark";
 }

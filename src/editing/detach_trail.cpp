@@ -1,0 +1,131 @@
+#include "editing/detach_trail.h"
+
+#include "base/text.h"
+#include "model/map_chain.h"
+#include "model/point_names.h"
+#include "model/time_names.h"
+
+#include <algorithm>
+#include <unordered_set>
+
+namespace orvane {
+
+TrailDetacher::TrailDetacher(Map& map, Trail& trail, const std::vector<TrailRow>& rows)
+    : map_(map), trail_(trail) {
+  for (const TrailRow& row : rows) {
+    const std::string name = FoldedText(row.name);
+    rowNames_.push_back(name);
+    for (size_t start = 0; start <= name.size();) {
+      const size_t end = std::min(name.find('=', start), name.size());
+      rowParts_.push_back(name.substr(start, end - start));
+      start = end + 1;
+    }
+  }
+  std::sort(rowNames_.begin(), rowNames_.end());
+  std::sort(rowParts_.begin(), rowParts_.end());
+}
+
+TrailDetacher::Found TrailDetacher::FindInRows(const Point& point) const {
+  const auto isIn = [](const std::vector<std::string>& names, const std::string& name) {
+    return std::binary_search(names.begin(), names.end(), FoldedText(name));
+  };
+  Found found{.exact = isIn(rowNames_, point.name), .named = isIn(rowParts_, point.name)};
+  for (const std::string& synonym : point.synonyms) {
+    found.named = found.named || isIn(rowParts_, synonym);
+  }
+  return found;
+}
+
+/// One walk over all trails finds who else holds the points of this one.
+void TrailDetacher::FindHolders() {
+  const std::unordered_set<const Point*> own(trail_.points.begin(), trail_.points.end());
+  std::vector<Map*> maps = MapsRestingOn(map_);
+  maps.insert(maps.begin(), &map_);
+  for (Map* each : maps) {
+    for (Trail& other : each->trails) {
+      if (&other == &trail_) continue;
+      for (const Point* point : other.points) {
+        if (own.count(point) != 0) holders_.try_emplace(point, each == &map_ ? &other : nullptr);
+      }
+    }
+  }
+}
+
+void TrailDetacher::Detach() {
+  FindHolders();
+  std::unordered_set<const Point*> met;
+  for (Point* point : trail_.points) {
+    if (met.insert(point).second) DetachPoint(*point);
+  }
+  trail_.points.clear();
+  RemoveGone();
+}
+
+void TrailDetacher::DetachPoint(Point& point) {
+  const Found found = FindInRows(point);
+  const auto holding = holders_.find(&point);
+  const bool isHeld = holding != holders_.end();
+  Trail* holder = isHeld ? holding->second : nullptr;
+  const bool isOwn = point.map == &map_;
+  const bool stays = found.exact || isHeld || !isOwn;
+  if (stays && !found.exact && !found.named) {
+    // Nothing here gives its readings back.
+    if (point.trail == &trail_) {
+      point.trail = holder;
+      if (holder == nullptr && isOwn && !point.name.empty()) map_.loosePoints.push_front(&point);
+    }
+    return;
+  }
+  point.measurements.clear();
+  point.note.reset();
+  point.labelLimit = 0;
+  std::fill(std::begin(point.sm), std::end(point.sm), 0);
+  point.timeOfDay = 0;
+  point.duration = 0;
+  if (!found.exact && point.trail == &trail_) point.trail = holder;
+  if (!stays) going_.push_back(&point);
+}
+
+/// Points that the saved file would bring back stay, without readings, on no trail.
+void TrailDetacher::RemoveGone() {
+  std::unordered_set<const Point*> needed;
+  const auto needBases = [&](const Point& point) {
+    for (const Measurement& reading : point.measurements) needed.insert(reading.base);
+  };
+  std::vector<Map*> maps = MapsRestingOn(map_);
+  maps.push_back(&map_);
+  for (const Map* each : maps) {
+    ForEachPoint(*each, needBases);
+    for (const Grid& grid : each->grids) needed.insert(grid.corner);
+    needed.insert(each->origin);
+  }
+  for (Point* point : going_) {
+    const bool canStay = !point->name.empty() && !IsTimeName(point->name);
+    if (canStay && needed.count(point) != 0) {
+      map_.loosePoints.push_front(point);
+    } else {
+      TakeOut(*point);
+    }
+  }
+}
+
+void TrailDetacher::TakeOut(Point& point) {
+  const Mark mark = {.shape = point.markShape,
+                     .filled = (point.flags & PointMarkFilled) != 0,
+                     .size = point.markSize};
+  marks_.emplace(FoldedText(point.name), mark);
+  for (const std::string& synonym : point.synonyms) marks_.emplace(FoldedText(synonym), mark);
+  RemovePointNames(map_, point);
+  RemoveFromLists(map_, point);
+  for (Map* above : MapsRestingOn(map_)) RemovePointNames(*above, point);
+}
+
+void TrailDetacher::RestoreMark(Point& point) const {
+  const auto found = marks_.find(FoldedText(point.name));
+  if (found == marks_.end() || point.name.empty()) return;
+  point.markShape = found->second.shape;
+  point.markSize = found->second.size;
+  if (found->second.filled) point.flags |= PointMarkFilled;
+}
+
+}  // namespace orvane

@@ -1,0 +1,81 @@
+#pragma once
+
+#include "editing/cell_model.h"
+#include "model/map.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace orvane {
+
+/// A search key in the editor's table. A key that was never given a type has none.
+struct RangeRow {
+  std::optional<std::string> type;
+  std::optional<std::string> focalAnimal;
+  int timeFrom = 0;  ///< minutes after midnight; equal to `timeTo` for no limit
+  int timeTo = 0;
+  PackedDate dateFrom = 0;  ///< 0 for no limit
+  PackedDate dateTo = 0;
+};
+
+enum RangeColumn : size_t {
+  ColumnType = 0,
+  ColumnFocal = 1,
+  ColumnDateFrom = 2,
+  ColumnDateTo = 3,
+  ColumnTimeFrom = 4,
+  ColumnTimeTo = 5,
+};
+
+/// The range editor without its window: a private copy of a range's name, colour and keys.
+class RangeEditor final : public CellModel {
+ public:
+  /// \param map    of the window that opens the editor
+  /// \param range  the range to edit; null for a new one
+  /// \param color  of the row of the range; not looked at for a new one, which starts gray
+  RangeEditor(Map& map, Range* range, Color color);
+
+  Map& WindowMap() const { return map_; }
+  Range* Edited() const { return range_; }
+  std::string Title() const;
+
+  const std::string& Name() const { return name_; }
+  const std::string& ColorText() const { return color_; }
+  void SetName(std::string_view text) { name_ = text; }
+  void SetColorText(std::string_view text) { color_ = text; }
+
+  /// True once the table was changed; name and colour don't count.
+  bool IsChanged() const { return changed_; }
+
+  const std::vector<RangeRow>& Rows() const { return rows_; }
+  /// Puts back rows that were kept for an editor that was lost.
+  void RestoreRows(std::vector<RangeRow> rows);
+
+  const std::vector<CellColumn>& Columns() const override;
+  size_t RowCount() const override { return rows_.size(); }
+  std::string GetCell(size_t row, size_t column) const override;
+  bool SetCell(size_t row, size_t column, std::string_view text) override;
+  /// A key can be inserted before the first only.
+  bool InsertRow(size_t row) override;
+  void DeleteRow(size_t row) override;
+  void MoveRow(size_t from, size_t to) override;
+  bool IsReadOnly() const override { return false; }
+
+  /// \return true if name or keys of the range are no longer what they were when the editor was
+  ///         opened
+  bool WasChangedElsewhere() const;
+
+ private:
+  Map& map_;
+  Range* range_;
+  std::string name_;
+  std::string color_;
+  std::vector<RangeRow> rows_;
+  bool changed_ = false;
+  std::optional<std::string> openedName_;
+  std::forward_list<SearchKey> openedKeys_;
+};
+
+}  // namespace orvane

@@ -1,0 +1,79 @@
+#include "editing/save_range.h"
+
+#include "base/colors.h"
+#include "base/messages.h"
+#include "editing/edit_history.h"
+#include "model/workspace.h"
+
+#include <iterator>
+
+namespace orvane {
+namespace {
+
+/// Bytes that are read of a field.
+constexpr size_t FieldBytes = 29;
+
+/// The keys in the order of the table; a row without a type is no search.
+std::forward_list<SearchKey> KeysOf(const std::vector<RangeRow>& rows) {
+  std::forward_list<SearchKey> keys;
+  auto last = keys.before_begin();
+  for (const RangeRow& row : rows) {
+    if (!row.type) continue;
+    last = keys.insert_after(last, {.type = *row.type,
+                                    .focalAnimal = row.focalAnimal,
+                                    .timeFrom = row.timeFrom,
+                                    .timeTo = row.timeTo,
+                                    .dateFrom = row.dateFrom,
+                                    .dateTo = row.dateTo});
+  }
+  return keys;
+}
+
+/// The map that holds the range: that of the window, or one below it.
+Map& MapOfRange(Map& map, const Range* range) {
+  for (Map* level = &map; level != nullptr; level = level->basis) {
+    for (const Range& each : level->ranges) {
+      if (&each == range) return *level;
+    }
+  }
+  return map;
+}
+
+}  // namespace
+
+SaveOutcome SaveRangeEditor(RangeEditor& editor, EditHistory& history,
+                            const std::function<void(Range& range, Color color)>& show) {
+  Map& map = MapOfRange(editor.WindowMap(), editor.Edited());
+  Messages& messages = map.workspace->messages;
+  const auto refuse = [&](const char* refusal) {
+    NoteError(messages, refusal);
+    return SaveOutcome::Stays;
+  };
+  const std::string name = editor.Name().substr(0, FieldBytes);
+  const std::string colorText = editor.ColorText().substr(0, FieldBytes);
+  const Color color = ParseColor(colorText);
+  if (color == NoColor && !colorText.empty()) return refuse("Sorry, I don't know that color");
+  if (name.empty()) return refuse("You must supply a name");
+  if (editor.Rows().empty()) return refuse("Put something in the range first");
+  if (editor.WasChangedElsewhere() &&
+      AskUser(messages, "Range changed", "Yes", "Cancel", "",
+              "This range was changed elsewhere.  Do you want to replace it?") != 1) {
+    return SaveOutcome::Stays;
+  }
+  const bool isNew = editor.Edited() == nullptr;
+  history.Apply({.name = (isNew ? "New Range " : "Edit of Range ") + name,
+                 .map = &map,
+                 .change = [&](EditFollowUp& followUp) {
+                   Range& range = isNew ? map.ranges.emplace_front() : *editor.Edited();
+                   range.name = name;
+                   if (editor.IsChanged()) {
+                     range.keys = KeysOf(editor.Rows());
+                     followUp.ranges.push_back(&range);
+                   }
+                   show(range, color);
+                   return true;
+                 }});
+  return SaveOutcome::Closes;
+}
+
+}  // namespace orvane

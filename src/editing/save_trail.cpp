@@ -1,0 +1,300 @@
+#include "editing/save_trail.h"
+
+#include "base/messages.h"
+#include "base/number_text.h"
+#include "base/text.h"
+#include "editing/detach_trail.h"
+#include "editing/edit_history.h"
+#include "model/point_names.h"
+#include "model/time_names.h"
+#include "model/workspace.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace orvane {
+namespace {
+
+/// Bytes that are read of a field.
+constexpr size_t FieldBytes = 29;
+constexpr size_t QuestionPlaceBytes = 60;
+constexpr size_t QuestionPointBytes = 30;
+
+/// What the form says.
+struct TrailInput {
+  std::string type;
+  std::string name;
+  std::string focal;
+  PackedDate date = 0;
+  int groupSize = 1;
+  double width = 0;
+  Color color = NoColor;
+};
+
+std::string FieldText(const TrailForm& form, TrailField field) {
+  return form.Text(field).substr(0, FieldBytes);
+}
+
+/// \return a message if the field can't be read
+const char* ReadDate(const TrailForm& form, bool europeanDates, TrailInput& input) {
+  const std::string text = FieldText(form, TrailField::Date);
+  const DatePrefix read = ParseDate(text, europeanDates);
+  input.date = read.date;
+  return read.length == text.size() ? nullptr : "Sorry, Date is in a bad format";
+}
+
+const char* ReadSize(const TrailForm& form, TrailInput& input) {
+  const std::string& text = form.Text(TrailField::Size);
+  size_t length = 0;
+  input.groupSize = std::max(ReadInt32(text, &length), 1);
+  return length == text.size() ? nullptr
+                               : "Sorry, Troop size is in a bad format (must be an integer)";
+}
+
+const char* ReadWidth(const TrailForm& form, TrailInput& input) {
+  const std::string_view text = form.Text(TrailField::Width);
+  const RealPrefix read = ReadReal(text);
+  const std::string_view rest = text.substr(read.length);
+  input.width = read.value;
+  return rest.empty() || rest == "m" || rest == "M"
+             ? nullptr
+             : "Sorry, Trail Width is in a bad format (must be an integer, a number of meters)";
+}
+
+const char* ReadColor(const TrailForm& form, TrailInput& input) {
+  const std::string& text = form.Text(TrailField::LineColor);
+  input.color = ParseColor(text);
+  return input.color != NoColor || text.empty() ? nullptr : "Sorry, I don't know that color";
+}
+
+bool HasRowToKeep(const TrailRow& row) { return !row.name.empty() || !IsVisit(row); }
+
+/// The trail as the form names it, or as it is where the form can't be typed over.
+bool IsFoundElsewhere(Map& map, const TrailInput& input, const Trail* trail) {
+  const bool byName = !input.name.empty() && FindTrail(map, input.name) != trail;
+  const bool byDate =
+      input.date != 0 && FindTrailByDate(map, input.type, input.date, input.focal) != trail;
+  return byName || byDate;
+}
+
+/// What is asked before the map is changed.
+class Questions {
+ public:
+  Questions(const TrailEditor& editor, Map& map)
+      : editor_(editor), map_(map), messages_(map.workspace->messages) {}
+
+  /// \return true if the user stays in the window, or has to
+  bool StopAtIdentity(const TrailInput& input) {
+    Trail* trail = editor_.Edited();
+    if (trail == nullptr) {
+      const bool exists = (!input.name.empty() && FindTrail(map_, input.name) != nullptr) ||
+                          (input.date != 0 &&
+                           FindTrailByDate(map_, input.type, input.date, input.focal) != nullptr);
+      if (exists) NoteError(messages_, "Sorry, this trail already exists");
+      return exists;
+    }
+    const TrailInput own = {.type = trail->type,
+                            .name = trail->name.value_or(""),
+                            .focal = trail->focalAnimal.value_or(""),
+                            .date = trail->date};
+    return IsFoundElsewhere(map_, own, trail) &&
+           AskUser(messages_, "Rename trail", "Yes", "Cancel", "",
+                   "Do you want to rename this trail?") != 1;
+  }
+
+  bool StopWithoutIdentity(const TrailInput& input) {
+    return input.date == 0 && input.name.empty() &&
+           AskUser(messages_, "No trail", "Yes", "No", "",
+                   "You have not specified a name or date. You are not creating a trail, but these "
+                   "points will be drawn.  Is that what you want?") != 1;
+  }
+
+  /// A near place can't be typed, so the reading that holds it would be lost.
+  bool StopAtNearPlace() {
+    for (const TrailRow& row : editor_.Rows()) {
+      if (!row.showsNear || !IsVisit(row) || !HasRowToKeep(row)) continue;
+      const std::string place = row.nearName.value_or("").substr(0, QuestionPlaceBytes);
+      return AskUser(messages_, "Place", "OK", "Cancel", "",
+                     "The place \"%s\" of %s can't be kept by this editor.",
+                     {place, std::string_view(row.name).substr(0, QuestionPointBytes)}) != 1;
+    }
+    return false;
+  }
+
+  bool StopAtForeignChange() {
+    return editor_.WasChangedElsewhere() &&
+           AskUser(messages_, "Trail changed", "Yes", "Cancel", "",
+                   "This trail was changed elsewhere.  Do you want to replace it?") != 1;
+  }
+
+ private:
+  const TrailEditor& editor_;
+  Map& map_;
+  Messages& messages_;
+};
+
+/// Finds or makes the base of a reading. One that is made goes among the loose points.
+Point* ResolveBasePoint(Map& map, Trail* trail, std::string_view name) {
+  const size_t before = map.pointStore.size();
+  Point* point = ResolvePointName(map, trail, name);
+  const bool isNew = map.pointStore.size() != before;
+  if (point != nullptr && isNew && !point->name.empty()) map.loosePoints.push_front(point);
+  return point;
+}
+
+/// Makes the points of a trail, or loose points without one, from the rows of the editor.
+class TrailBuilder {
+ public:
+  TrailBuilder(Map& map, Trail* trail, const TrailDetacher* detached)
+      : map_(map), trail_(trail), detached_(detached) {}
+
+  void Build(const std::vector<TrailRow>& rows) {
+    for (const TrailRow& row : rows) {
+      if (HasRowToKeep(row)) AddRow(row);
+    }
+    if (trail_ != nullptr) FillPointTimes(*trail_);
+  }
+
+ private:
+  void AddRow(const TrailRow& row) {
+    Point* point = PointOf(row.name);
+    if (point == nullptr) return;
+    if (point != previous_) Place(*point);
+    previous_ = point;
+    if (row.scale != 0) point->labelLimit = row.scale;
+    if (row.comment) point->note = AppendNote(point->note, *row.comment);
+    for (size_t i = 0; i < row.sm.size(); ++i) {
+      if (row.sm[i] != 0) point->sm[i] = row.sm[i];
+    }
+    if (!IsVisit(row)) AddReading(*point, row);
+  }
+
+  Point* PointOf(const std::string& name) {
+    const size_t before = map_.pointStore.size();
+    Point* point = ResolvePointName(map_, trail_, name);
+    const bool isNew = map_.pointStore.size() != before;
+    if (point != nullptr && isNew && detached_ != nullptr) detached_->RestoreMark(*point);
+    return point;
+  }
+
+  void Place(Point& point) {
+    if (trail_ == nullptr) {
+      const bool isListed = point.name.empty() || (point.flags & PointNamedTwice) != 0;
+      if (!isListed) map_.loosePoints.push_front(&point);
+      return;
+    }
+    if (point.trail == nullptr) {
+      if ((point.flags & PointNamedTwice) != 0) RemoveFromLists(map_, point);
+      point.trail = trail_;
+    }
+    trail_->points.push_back(&point);
+  }
+
+  void AddReading(Point& point, const TrailRow& row) {
+    Measurement reading;
+    reading.count = row.weight == 0 ? 1 : row.weight;
+    reading.altitude = static_cast<float>(row.altitude);
+    if (row.isAbsolute) reading.flags |= MeasureAbsoluteBearing;
+    if (row.isGps) {
+      reading.flags |= MeasureGps;
+      reading.position = row.gps;
+    } else {
+      reading.bearing = row.bearing;
+      reading.distance = row.distance;
+      reading.inclination = row.inclination;
+      const bool hasBase = row.basePoint && !row.basePoint->empty();
+      if (hasBase) reading.base = ResolveBasePoint(map_, trail_, *row.basePoint);
+      reading.flags |= reading.base != nullptr ? MeasureCompass : MeasureAltitude;
+    }
+    point.measurements.push_front(std::move(reading));
+  }
+
+  Map& map_;
+  Trail* trail_;
+  const TrailDetacher* detached_;
+  Point* previous_ = nullptr;
+};
+
+Trail& MakeTrail(Map& map, const TrailInput& input) {
+  Trail& trail = map.trails.emplace_front();
+  if (!input.name.empty()) trail.name = input.name;
+  trail.type = input.type;
+  trail.date = input.date;
+  if (!input.focal.empty()) trail.focalAnimal = input.focal;
+  return trail;
+}
+
+void ChangeMap(const TrailEditor& editor, Map& map, const TrailInput& input) {
+  Trail* trail = editor.Edited();
+  if (trail == nullptr && (!input.name.empty() || input.date != 0)) {
+    trail = &MakeTrail(map, input);
+  }
+  if (trail == nullptr) {
+    TrailBuilder(map, nullptr, nullptr).Build(editor.Rows());
+    return;
+  }
+  trail->color = input.color;
+  trail->groupSize = input.groupSize;
+  trail->width = input.width;
+  // The vertices of a contour are no survey points, and its table can't be edited.
+  if (editor.IsReadOnly()) return;
+  TrailDetacher detacher(map, *trail, editor.Rows());
+  detacher.Detach();
+  TrailBuilder(map, trail, &detacher).Build(editor.Rows());
+}
+
+std::string EditName(const TrailEditor& editor, const TrailInput& input) {
+  if (editor.Edited() != nullptr) {
+    const std::string title = editor.Title();
+    constexpr std::string_view Prefix = "Trail: ";
+    return "Edit of Trail " + title.substr(Prefix.size());
+  }
+  if (!input.name.empty()) return "New Trail " + input.name;
+  if (input.date == 0) return "New Points";
+  std::string name = "New Trail " + FormatDate(input.date);
+  if (!input.focal.empty()) name += " " + input.focal;
+  return name;
+}
+
+}  // namespace
+
+SaveOutcome SaveTrailEditor(TrailEditor& editor, EditHistory& history) {
+  if (!editor.IsChanged()) return SaveOutcome::Closes;
+  Map& window = editor.WindowMap();
+  Messages& messages = window.workspace->messages;
+  Map* holder = editor.Edited() == nullptr ? nullptr : MapOfTrail(window, *editor.Edited());
+  Map& map = holder == nullptr ? window : *holder;
+  const TrailForm& form = editor.Form();
+  TrailInput input;
+  input.name = FieldText(form, TrailField::Name);
+  input.type = FieldText(form, TrailField::Type);
+  input.focal = FieldText(form, TrailField::Focal);
+  const auto refuse = [&](const char* refusal) {
+    if (refusal != nullptr) NoteError(messages, refusal);
+    return refusal != nullptr;
+  };
+  if (refuse(ReadDate(form, window.workspace->preferences.europeanDates, input)) ||
+      refuse(ReadSize(form, input)) || refuse(ReadWidth(form, input))) {
+    return SaveOutcome::Stays;
+  }
+  Questions questions(editor, map);
+  if (questions.StopAtIdentity(input) || questions.StopWithoutIdentity(input)) {
+    return SaveOutcome::Stays;
+  }
+  if (editor.Rows().empty() && refuse("Sorry but there must be at least one point on your trail")) {
+    return SaveOutcome::Stays;
+  }
+  if (refuse(ReadColor(form, input)) || questions.StopAtNearPlace() ||
+      questions.StopAtForeignChange()) {
+    return SaveOutcome::Stays;
+  }
+  history.Apply(
+      {.name = EditName(editor, input), .map = &map, .change = [&](EditFollowUp& followUp) {
+         ChangeMap(editor, map, input);
+         followUp.solve = true;
+         return true;
+       }});
+  return SaveOutcome::Closes;
+}
+
+}  // namespace orvane

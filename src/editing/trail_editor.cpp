@@ -1,0 +1,167 @@
+#include "editing/trail_editor.h"
+
+#include "base/messages.h"
+#include "editing/trail_cells.h"
+#include "model/workspace.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace orvane {
+namespace {
+
+/// As much of a name as a title shows.
+constexpr size_t TitleBytes = 20;
+
+/// A row made below another takes everything but what belongs to one point.
+TrailRow CopyForNewPoint(const TrailRow& row) {
+  TrailRow copy = row;
+  copy.name.clear();
+  copy.comment.reset();
+  return copy;
+}
+
+int WholeMeters(float altitude) {
+  if (!HasAltitude(altitude) || !std::isfinite(altitude)) return NoRowAltitude;
+  constexpr float Most = 1e9F;
+  return static_cast<int>(std::clamp(altitude, -Most, Most));
+}
+
+}  // namespace
+
+TrailFingerprint FingerprintOf(const Trail& trail) {
+  TrailFingerprint print{.name = trail.name,
+                         .type = trail.type,
+                         .focalAnimal = trail.focalAnimal,
+                         .date = trail.date,
+                         .points = trail.points,
+                         .readings = {}};
+  for (const Point* point : trail.points) print.readings.push_back(point->measurements);
+  return print;
+}
+
+TrailEditor::TrailEditor(Map& map, Trail* trail)
+    : map_(map), trail_(trail), smColumns_(SmColumnsOf(map)) {
+  if (trail_ != nullptr) {
+    form_ = TrailForm(*trail_);
+    rows_ = LoadTrailRows(*trail_);
+    opened_ = FingerprintOf(*trail_);
+  }
+  for (const TrailRow& row : rows_) NoteReadingsOf(row);
+  EntryMode mode = EntryMode::Relative;
+  if (hasGps_) mode = hasCompass_ ? EntryMode::Mixture : EntryMode::Gps;
+  SetMode(mode);
+}
+
+void TrailEditor::NoteReadingsOf(const TrailRow& row) {
+  if (row.isGps) {
+    hasGps_ = true;
+  } else if (!row.isAltitude && !row.isRepeat) {
+    hasCompass_ = true;
+  }
+}
+
+Messages& TrailEditor::TheMessages() const { return map_.workspace->messages; }
+
+std::string TrailEditor::Title() const {
+  if (trail_ == nullptr) return "New Trail";
+  if (trail_->name) return "Trail: " + trail_->name->substr(0, TitleBytes);
+  std::string title = "Trail: " + FormatDate(trail_->date);
+  if (trail_->focalAnimal) title += " " + trail_->focalAnimal->substr(0, TitleBytes);
+  return title;
+}
+
+void TrailEditor::SetField(TrailField field, std::string_view text) {
+  if (form_.Text(field) == text) return;
+  form_.SetText(field, text);
+  changed_ = true;
+}
+
+bool TrailEditor::IsModeEnabled(EntryMode mode) const {
+  if (mode == EntryMode::Relative) return !hasGps_;
+  if (mode == EntryMode::Gps) return !hasCompass_;
+  return true;
+}
+
+void TrailEditor::SetMode(EntryMode mode) {
+  mode_ = mode;
+  columns_ = TrailColumns(mode, map_);
+}
+
+void TrailEditor::RestoreRows(std::vector<TrailRow> rows) {
+  rows_ = std::move(rows);
+  for (const TrailRow& row : rows_) NoteReadingsOf(row);
+  if (!IsModeEnabled(mode_)) SetMode(EntryMode::Mixture);
+  changed_ = true;
+}
+
+TrailRow TrailEditor::CopyOfLast() const {
+  return rows_.empty() ? TrailRow{} : CopyForNewPoint(rows_.back());
+}
+
+void TrailEditor::AddGpsRow(const LatLon& place) {
+  TrailRow row = CopyOfLast();
+  row.gps = {.lat = place.lat, .lon = place.lon};
+  row.altitude = WholeMeters(place.altitude);
+  row.isGps = true;
+  row.isAltitude = false;
+  row.isRepeat = false;
+  rows_.push_back(std::move(row));
+  hasGps_ = true;
+  changed_ = true;
+}
+
+std::string TrailEditor::GetCell(size_t row, size_t column) const {
+  if (row >= rows_.size()) return {};
+  return TrailCellText(rows_[row], TrailColumnOf(mode_, column), smColumns_);
+}
+
+bool TrailEditor::SetCell(size_t row, size_t column, std::string_view text) {
+  if (row > rows_.size() || (rows_.empty() && row != 0)) return true;
+  const bool isNew = row == rows_.size();
+  TrailRow changed = isNew ? CopyOfLast() : rows_[row];
+  const TrailCellResult result =
+      SetTrailCellText(changed, TrailColumnOf(mode_, column), smColumns_, text);
+  if (result.refusal != nullptr) {
+    NoteError(TheMessages(), result.refusal);
+    return false;
+  }
+  if (isNew) {
+    rows_.push_back(std::move(changed));
+  } else {
+    rows_[row] = std::move(changed);
+  }
+  hasGps_ = hasGps_ || result.gps;
+  hasCompass_ = hasCompass_ || result.compass;
+  changed_ = true;
+  return true;
+}
+
+bool TrailEditor::InsertRow(size_t row) {
+  if (row != 0) return false;
+  rows_.insert(rows_.begin(), rows_.empty() ? TrailRow{} : CopyForNewPoint(rows_.front()));
+  changed_ = true;
+  return true;
+}
+
+void TrailEditor::DeleteRow(size_t row) {
+  if (row >= rows_.size()) return;
+  rows_.erase(rows_.begin() + static_cast<std::ptrdiff_t>(row));
+  changed_ = true;
+}
+
+void TrailEditor::MoveRow(size_t from, size_t to) {
+  if (from >= rows_.size()) return;
+  MoveItem(rows_, from, to);
+  changed_ = true;
+}
+
+bool TrailEditor::IsReadOnly() const {
+  return trail_ != nullptr && (trail_->flags & TrailContour) != 0;
+}
+
+bool TrailEditor::WasChangedElsewhere() const {
+  return trail_ != nullptr && opened_ && FingerprintOf(*trail_) != *opened_;
+}
+
+}  // namespace orvane

@@ -1,0 +1,102 @@
+#pragma once
+
+#include "editing/cell_model.h"
+#include "editing/trail_columns.h"
+#include "editing/trail_form.h"
+#include "editing/trail_rows.h"
+#include "model/map.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace orvane {
+
+class Messages;
+
+/// What identifies a trail and makes up its readings, to find out whether another window changed it.
+struct TrailFingerprint {
+  std::optional<std::string> name;
+  std::string type;
+  std::optional<std::string> focalAnimal;
+  PackedDate date = 0;
+  std::vector<Point*> points;
+  std::vector<std::forward_list<Measurement>> readings;  ///< of each point
+
+  friend bool operator==(const TrailFingerprint&, const TrailFingerprint&) = default;
+};
+
+TrailFingerprint FingerprintOf(const Trail& trail);
+
+/// The trail editor without its window: a private copy of a trail as form and rows. The map is
+/// changed by `SaveTrailEditor` alone.
+class TrailEditor final : public CellModel {
+ public:
+  /// \param map    of the window that opens the editor
+  /// \param trail  the trail to edit, of `map` or a map below it; null for a new one
+  TrailEditor(Map& map, Trail* trail);
+
+  Map& WindowMap() const { return map_; }
+  /// \return null for a trail that is not made yet
+  Trail* Edited() const { return trail_; }
+
+  /// The title of the window.
+  std::string Title() const;
+
+  const TrailForm& Form() const { return form_; }
+  /// Types a text into a field that is enabled.
+  void SetField(TrailField field, std::string_view text);
+
+  /// True once the user has changed something.
+  bool IsChanged() const { return changed_; }
+
+  EntryMode Mode() const { return mode_; }
+  /// A mode can't be entered once readings of the kind that it hides exist; mixture always can.
+  bool IsModeEnabled(EntryMode mode) const;
+  /// Chooses other columns; no row changes.
+  void SetMode(EntryMode mode);
+  /// \return true if clicks on the map can add rows
+  bool TakesClicks() const { return mode_ != EntryMode::Relative && !IsReadOnly(); }
+
+  const std::vector<TrailRow>& Rows() const { return rows_; }
+  /// Puts back rows that were kept for an editor that was lost.
+  void RestoreRows(std::vector<TrailRow> rows);
+
+  /// Appends a GPS row, a copy of the last row otherwise.
+  /// \param place  degrees; its altitude in metres is cut to a whole number
+  void AddGpsRow(const LatLon& place);
+
+  const std::vector<CellColumn>& Columns() const override { return columns_; }
+  size_t RowCount() const override { return rows_.size(); }
+  std::string GetCell(size_t row, size_t column) const override;
+  bool SetCell(size_t row, size_t column, std::string_view text) override;
+  /// A row can be inserted before the first only; elsewhere typing in the blank row makes one.
+  bool InsertRow(size_t row) override;
+  void DeleteRow(size_t row) override;
+  void MoveRow(size_t from, size_t to) override;
+  /// True for a contour.
+  bool IsReadOnly() const override;
+
+  /// \return true if the trail is no longer what it was when the editor was opened
+  bool WasChangedElsewhere() const;
+
+ private:
+  Messages& TheMessages() const;
+  TrailRow CopyOfLast() const;
+  void NoteReadingsOf(const TrailRow& row);
+
+  Map& map_;
+  Trail* trail_;
+  TrailForm form_;
+  std::vector<TrailRow> rows_;
+  size_t smColumns_;
+  EntryMode mode_ = EntryMode::Relative;
+  std::vector<CellColumn> columns_;
+  bool changed_ = false;
+  bool hasGps_ = false;      ///< a fix exists: the relative columns would hide it
+  bool hasCompass_ = false;  ///< a compass reading exists, likewise for the GPS columns
+  std::optional<TrailFingerprint> opened_;
+};
+
+}  // namespace orvane

@@ -1,0 +1,87 @@
+#include "editing/trail_rows.h"
+
+namespace orvane {
+namespace {
+
+/// The point's name, and its synonyms behind it: A100=Camp=7.
+std::string NameWithSynonyms(const Point& point) {
+  std::string text = point.name;
+  for (const std::string& synonym : point.synonyms) text += "=" + synonym;
+  return text;
+}
+
+TrailRow RepeatOf(const Point& point) {
+  TrailRow row;
+  row.name = point.name;
+  row.isRepeat = true;
+  return row;
+}
+
+/// What belongs to the point is shown in its first row.
+void ShowPoint(const Point& point, TrailRow& row) {
+  row.name = NameWithSynonyms(point);
+  row.comment = point.note;
+  row.scale = point.labelLimit;
+  for (size_t i = 0; i < row.sm.size(); ++i) row.sm[i] = point.sm[i];
+}
+
+TrailRow RowOfReading(const Point& point, const Measurement& reading) {
+  TrailRow row;
+  row.name = point.name;
+  row.gps = reading.position;
+  row.bearing = reading.bearing;
+  row.distance = reading.distance;
+  row.inclination = reading.inclination;
+  row.altitude = static_cast<int>(reading.altitude);
+  row.weight = reading.count;
+  row.isGps = (reading.flags & MeasureGps) != 0;
+  row.isAltitude = (reading.flags & MeasureAltitude) != 0;
+  row.isAbsolute = (reading.flags & MeasureAbsoluteBearing) != 0;
+  if ((reading.flags & MeasureNear) != 0) {
+    row.nearName = reading.nearName;
+    row.showsNear = true;
+  } else if ((reading.flags & MeasureCompass) != 0 && reading.base != nullptr) {
+    row.basePoint = reading.base->name;
+  }
+  return row;
+}
+
+void AddRowsOf(const Point& point, bool isContour, std::vector<TrailRow>& rows) {
+  const bool again = (point.flags & PointVisited) != 0;
+  bool first = true;
+  for (const Measurement& reading : point.measurements) {
+    if ((reading.flags & MeasureDerived) != 0) continue;
+    rows.push_back(again ? RepeatOf(point) : RowOfReading(point, reading));
+    if (first && !again) ShowPoint(point, rows.back());
+    first = false;
+  }
+  if (!first) return;
+  TrailRow row = RepeatOf(point);
+  if (isContour) {
+    row.isRepeat = false;
+    row.isGps = true;
+    row.gps = point.geo;
+  } else if (!again) {
+    ShowPoint(point, row);
+  }
+  rows.push_back(std::move(row));
+}
+
+}  // namespace
+
+bool IsVisit(const TrailRow& row) {
+  return !row.isGps && (!row.basePoint || row.basePoint->empty()) && row.altitude == NoRowAltitude;
+}
+
+std::vector<TrailRow> LoadTrailRows(const Trail& trail) {
+  const bool isContour = (trail.flags & TrailContour) != 0;
+  for (Point* point : trail.points) point->flags &= ~std::uint32_t{PointVisited};
+  std::vector<TrailRow> rows;
+  for (Point* point : trail.points) {
+    AddRowsOf(*point, isContour, rows);
+    point->flags |= PointVisited;
+  }
+  return rows;
+}
+
+}  // namespace orvane
