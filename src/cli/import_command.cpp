@@ -9,26 +9,57 @@
 
 namespace orvane {
 
-int ImportCommand(Map& map, LineMessages& messages, const ImportRequest& request) {
-  const auto sheet = ReadSheet(messages, request.sheet);
-  if (!sheet) return ExitFailed;
-  SheetReading reading = ReadSheetFields(request.fields, map);
+const std::array<SheetOption, SheetFieldCount>& SheetOptions() {
+  static constexpr std::array<SheetOption, SheetFieldCount> Options = {{
+      {SheetSkip, "--skip", "N", "lines before the first row"},
+      {SheetTime, "--time", "COLUMN", "the column of the time, a letter or a number from 0"},
+      {SheetLocation, "--location", "COLUMN", "the column of the place"},
+      {SheetSpecies, "--species", "COLUMN", "the column of the species or group"},
+      {SheetSpeciesAlways, "--species-always", "TEXT", "the species or group of all rows"},
+      {SheetDate, "--date", "COLUMN", "the column of the date, or three as A/B/C"},
+      {SheetDateAlways, "--date-always", "DATE", "the date of all rows"},
+      {SheetFocal, "--focal", "COLUMN", "the column of the focal animal"},
+      {SheetFocalAlways, "--focal-always", "TEXT", "the focal animal of all rows"},
+      {SheetActivity, "--activity", "COLUMN", "the column of the activity"},
+      {SheetSm1, "--sm1", "COLUMN", "the column of counts of SM1"},
+      {SheetSm1Code, "--sm1-code", "TEXT", "the activity that counts as SM1"},
+      {SheetSm2, "--sm2", "COLUMN", "the column of counts of SM2"},
+      {SheetSm2Code, "--sm2-code", "TEXT", "the activity that counts as SM2"},
+      {SheetSm3, "--sm3", "COLUMN", "the column of counts of SM3"},
+      {SheetSm3Code, "--sm3-code", "TEXT", "the activity that counts as SM3"},
+  }};
+  return Options;
+}
+
+bool ImportSheet(Map& map, Messages& messages, const std::string& sheet, const SheetFields& fields,
+                 bool* started) {
+  const auto text = ReadSheet(messages, sheet);
+  if (!text) return false;
+  SheetReading reading = ReadSheetFields(fields, map);
   if (reading.refusal) {
     NoteError(messages, "%s", {reading.refusal->message});
-    return ExitFailed;
+    return false;
   }
-  reading.spec.sheet = &*sheet;
-  reading.spec.fileName = request.sheet;
+  if (started != nullptr) *started = true;
+  reading.spec.sheet = &*text;
+  reading.spec.fileName = sheet;
   SheetLogs logs;
   const SheetOutcome outcome =
-      RunSpreadsheetImport(reading.spec, logs, [](const std::string& name, std::string_view text) {
-        return WriteFileAtomically(name, text);
+      RunSpreadsheetImport(reading.spec, logs, [](const std::string& name, std::string_view log) {
+        return WriteFileAtomically(name, log);
       });
   for (const std::string& name : outcome.unwritten) {
     NoteError(messages, "Can't open %s for writing", {name});
   }
+  return outcome.completed && outcome.unwritten.empty();
+}
+
+int ImportCommand(Map& map, LineMessages& messages, const ImportRequest& request) {
+  bool started = false;
+  const bool done = ImportSheet(map, messages, request.sheet, request.fields, &started);
+  if (!started) return ExitFailed;
   const int saved = SaveCommand(map, request.output, false);
-  return outcome.completed && outcome.unwritten.empty() ? saved : ExitFailed;
+  return done ? saved : ExitFailed;
 }
 
 }  // namespace orvane

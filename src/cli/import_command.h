@@ -4,6 +4,7 @@
 #include "entry/sheet_fields.h"
 #include "model/map.h"
 
+#include <array>
 #include <string>
 
 namespace orvane {
@@ -14,6 +15,23 @@ struct ImportRequest {
   std::string output;  ///< the map to write
   SheetFields fields;  ///< what the fields of the dialog would hold
 };
+
+/// An option of the batch tool for a field of the dialog.
+struct SheetOption {
+  SheetField field;
+  const char* option;  ///< with its dashes
+  const char* type;    ///< what it takes, for the help
+  const char* help;
+};
+
+/// The options for all fields, in the order of the help.
+const std::array<SheetOption, SheetFieldCount>& SheetOptions();
+
+/// Takes a follow sheet into the map, with its messages.
+/// \return false if the fields or the sheet were refused, or the import was abandoned
+/// \param started  if not null, receives whether the map was touched
+bool ImportSheet(Map& map, Messages& messages, const std::string& sheet, const SheetFields& fields,
+                 bool* started = nullptr);
 
 /// Takes a follow sheet into the map and saves it in full to the file `output`, or to standard
 /// output if it is "-". Fields that the dialog would refuse and a sheet that can't be opened write

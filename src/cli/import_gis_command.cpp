@@ -8,7 +8,7 @@ namespace orvane {
 namespace {
 
 /// Tells of a field that the window would refuse.
-void TellBadField(GisField field, const GisTrailFields& fields, LineMessages& messages) {
+void TellBadField(GisField field, const GisTrailFields& fields, Messages& messages) {
   switch (field) {
     case GisField::None:
       return;
@@ -32,15 +32,18 @@ void TellBadField(GisField field, const GisTrailFields& fields, LineMessages& me
 
 }  // namespace
 
-int ImportGisCommand(Map& map, LineMessages& messages, const ImportGisRequest& request) {
-  auto import = StartGisImport(map, request.file, request.fields.boxes);
-  if (!import) return ExitFailed;
-  GisTrailFields fields = request.fields;
+bool ImportGisFile(Map& map, Messages& messages, const std::string& file, GisTrailFields fields) {
+  auto import = StartGisImport(map, file, fields.boxes);
+  if (!import) return false;
   if (const GisTrack* track = CurrentTrack(*import)) fields.name = track->name;
   fields.dateIsForAll = !fields.date.empty();
   const GisField bad = TakeAllTracks(*import, fields);
   TellBadField(bad, fields, messages);
-  if (bad != GisField::None) return ExitFailed;
+  return bad == GisField::None;
+}
+
+int ImportGisCommand(Map& map, LineMessages& messages, const ImportGisRequest& request) {
+  if (!ImportGisFile(map, messages, request.file, request.fields)) return ExitFailed;
   return SaveCommand(map, request.output, false);
 }
 

@@ -16,6 +16,10 @@ struct ImportGisRequest {
   GisTrailFields fields;
 };
 
+/// Takes the tracks and waypoints of a file into the map, with its messages.
+/// \return false if the file holds nothing, or a field cannot be read
+bool ImportGisFile(Map& map, Messages& messages, const std::string& file, GisTrailFields fields);
+
 /// Takes the tracks and waypoints of a file into the map and saves it in full to the file `output`,
 /// or to standard output if it is "-". Nothing is written if the file holds nothing or a field
 /// cannot be read.

@@ -36,6 +36,10 @@ int LineMessages::Ask(const std::string& /*title*/, const std::vector<std::strin
                       const std::string& text) {
   size_t taken = 0;
   int left = answer_;
+  if (!queuedAnswers_.empty()) {
+    left = queuedAnswers_.front();
+    queuedAnswers_.pop_front();
+  }
   for (size_t i = 0; i < buttons.size() && left > 0; ++i) {
     if (buttons[i].empty()) continue;
     taken = i;

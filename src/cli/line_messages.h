@@ -3,6 +3,7 @@
 #include "base/messages.h"
 
 #include <cstdio>
+#include <deque>
 #include <optional>
 #include <string>
 #include <vector>
@@ -26,8 +27,12 @@ class LineMessages : public Messages {
 
   /// From now on messages go to standard output, without a severity.
   void PrintAsResult() { asResult_ = true; }
+  /// From now on messages go to standard error again.
+  void PrintAsMessages() { asResult_ = false; }
   /// \param answer  the button, from 1, that answers every question; the last one if there are fewer
   void SetAnswer(int answer) { answer_ = answer; }
+  /// Answers one question to come in its own way, after those that were queued before.
+  void QueueAnswer(int answer) { queuedAnswers_.push_back(answer); }
   /// From now on "FILE:LINE: " precedes each message and question on standard error that is about a
   /// line of a file.
   void ShowPlaces() { showsPlaces_ = true; }
@@ -40,6 +45,7 @@ class LineMessages : public Messages {
   bool asResult_ = false;
   bool showsPlaces_ = false;
   int answer_ = 1;
+  std::deque<int> queuedAnswers_;
   std::vector<Entry> entries_;
 };
 

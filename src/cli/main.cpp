@@ -162,37 +162,13 @@ void AddRanges(CommandLine& line) {
 }
 
 void AddImport(CommandLine& line) {
-  struct FieldOption {
-    SheetField field;
-    const char* option;
-    const char* type;
-    const char* help;
-  };
-  static constexpr std::array<FieldOption, SheetFieldCount> Options = {{
-      {SheetSkip, "--skip", "N", "lines before the first row"},
-      {SheetTime, "--time", "COLUMN", "the column of the time, a letter or a number from 0"},
-      {SheetLocation, "--location", "COLUMN", "the column of the place"},
-      {SheetSpecies, "--species", "COLUMN", "the column of the species or group"},
-      {SheetSpeciesAlways, "--species-always", "TEXT", "the species or group of all rows"},
-      {SheetDate, "--date", "COLUMN", "the column of the date, or three as A/B/C"},
-      {SheetDateAlways, "--date-always", "DATE", "the date of all rows"},
-      {SheetFocal, "--focal", "COLUMN", "the column of the focal animal"},
-      {SheetFocalAlways, "--focal-always", "TEXT", "the focal animal of all rows"},
-      {SheetActivity, "--activity", "COLUMN", "the column of the activity"},
-      {SheetSm1, "--sm1", "COLUMN", "the column of counts of SM1"},
-      {SheetSm1Code, "--sm1-code", "TEXT", "the activity that counts as SM1"},
-      {SheetSm2, "--sm2", "COLUMN", "the column of counts of SM2"},
-      {SheetSm2Code, "--sm2-code", "TEXT", "the activity that counts as SM2"},
-      {SheetSm3, "--sm3", "COLUMN", "the column of counts of SM3"},
-      {SheetSm3Code, "--sm3-code", "TEXT", "the activity that counts as SM3"},
-  }};
   auto request = std::make_shared<ImportRequest>();
   CLI::App* command = AddMapCommand(line, "import", "Take a follow sheet into the map");
   command->add_option("SHEET", request->sheet, "tab-separated text, a row a line")->required();
   command->add_option("-o,--output", request->output, "the map to write; - for standard output")
       ->required()
       ->type_name("OUT");
-  for (const FieldOption& option : Options) {
+  for (const SheetOption& option : SheetOptions()) {
     command->add_option(option.option, request->fields[option.field], option.help)
         ->type_name(option.type);
   }

@@ -1,11 +1,14 @@
 #include "editing/cell_model.h"
 
+#include <algorithm>
+
 namespace orvane {
 
 bool PasteCells(CellModel& model, size_t row, size_t column,
                 const std::vector<std::vector<std::string>>& rows) {
   const size_t columns = model.Columns().size();
   for (const std::vector<std::string>& texts : rows) {
+    row = std::min(row, model.RowCount());
     for (size_t i = 0; i < texts.size() && column + i < columns; ++i) {
       if (!model.SetCell(row, column + i, texts[i])) return false;
     }

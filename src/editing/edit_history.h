@@ -19,6 +19,7 @@ struct EditFollowUp {
   std::vector<Range*>
       ranges;              ///< of that map, to be analysed in this order; `solve` does it anyway
   bool solved = false;     ///< the change has solved the map and analysed its ranges itself
+  std::vector<const Trail*> recolored;  ///< trails whose rows take the colour that they now have
   bool freshRows = false;  ///< windows forget what their rows of trails and ranges looked like
 };
 

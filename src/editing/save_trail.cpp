@@ -224,7 +224,9 @@ Trail& MakeTrail(Map& map, const TrailInput& input) {
   return trail;
 }
 
-void ChangeMap(const TrailEditor& editor, Map& map, const TrailInput& input) {
+void ChangeMap(const TrailEditor& editor, Map& map, const TrailInput& input,
+               EditFollowUp& followUp) {
+  followUp.solve = true;
   Trail* trail = editor.Edited();
   if (trail == nullptr && (!input.name.empty() || input.date != 0)) {
     trail = &MakeTrail(map, input);
@@ -233,6 +235,7 @@ void ChangeMap(const TrailEditor& editor, Map& map, const TrailInput& input) {
     TrailBuilder(map, nullptr, nullptr).Build(editor.Rows());
     return;
   }
+  if (input.color != NoColor && input.color != trail->color) followUp.recolored.push_back(trail);
   trail->color = input.color;
   trail->groupSize = input.groupSize;
   trail->width = input.width;
@@ -290,8 +293,7 @@ SaveOutcome SaveTrailEditor(TrailEditor& editor, EditHistory& history) {
   }
   history.Apply(
       {.name = EditName(editor, input), .map = &map, .change = [&](EditFollowUp& followUp) {
-         ChangeMap(editor, map, input);
-         followUp.solve = true;
+         ChangeMap(editor, map, input, followUp);
          return true;
        }});
   return SaveOutcome::Closes;

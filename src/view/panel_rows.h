@@ -2,6 +2,7 @@
 
 #include "model/records.h"
 
+#include <array>
 #include <cstdint>
 #include <list>
 #include <optional>
@@ -59,6 +60,8 @@ struct RangePanelRow {
   Color color = 0;
   Range* range = nullptr;                     ///< or null; not owned
   RangeIntersection* intersection = nullptr;  ///< or null; not owned
+  /// The two ranges of the intersection. Known without its record, which an analysis replaces.
+  std::array<const Range*, 2> overlapOf{};
 };
 
 /// Every row of a tree in the order of the pane: each row, then its children.

@@ -75,6 +75,7 @@ RangePanelRow MakeRangeRow(MapWindow& view, Range* range, RangeIntersection* int
   row.shading = static_cast<int>(counter % RangeShadings);
   if (intersection != nullptr) {
     row.text = intersection->name;
+    row.overlapOf = {intersection->a.range, intersection->b.range};
     TakeLookOfOverlap(view, *intersection, counter, row);
   } else {
     row.text = range->name;
@@ -128,7 +129,8 @@ RangePanelRow* FindRangeRow(MapWindow& view, const Range& range) {
 
 bool DropRangeRows(MapWindow& view, const Range* range) {
   return view.rangeViews.remove_if([&](const RangePanelRow& row) {
-    return row.intersection != nullptr && Involves(*row.intersection, range);
+    if (row.intersection == nullptr) return false;
+    return range == nullptr || row.overlapOf[0] == range || row.overlapOf[1] == range;
   }) > 0;
 }
 

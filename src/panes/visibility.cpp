@@ -1,0 +1,146 @@
+#include "panes/visibility.h"
+
+#include "base/messages.h"
+#include "editing/trail_form.h"
+#include "model/workspace.h"
+#include "panes/pane_clicks.h"
+#include "view/fills.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace orvane {
+namespace {
+
+/// \return false, after a message, if the text means no colour; the empty text means none
+bool ReadColorField(const MapWindow& view, const std::string& text, Color& color) {
+  color = ParseColor(text);
+  if (color != NoColor || text.empty()) return true;
+  NoteError(view.map->workspace->messages, "Bad Color");
+  return false;
+}
+
+void GiveStyle(const TrailVisibility& dialog, Color color, TrailPanelRow& row) {
+  row.visible = dialog.visible;
+  row.lineStyle = dialog.lineStyle;
+  row.labelMode = dialog.labelMode;
+  row.color = color;
+  row.fillPattern = dialog.fillPattern;
+  row.filled = dialog.filled;
+  row.markStyle = dialog.markStyle;
+  if (row.trail == nullptr) return;
+  Trail& trail = *row.trail;
+  trail.lineStyle = dialog.lineStyle;
+  trail.labelMode = dialog.labelMode;
+  trail.color = color;
+  trail.fillPattern = dialog.fillPattern;
+  trail.filled = dialog.filled;
+  trail.markStyle = dialog.markStyle;
+}
+
+}  // namespace
+
+std::optional<TrailVisibility> OpenTrailVisibility(MapWindow& view) {
+  TrailPanelRow* row = FirstSelectedRow(view.trailViews);
+  if (row == nullptr) return std::nullopt;
+  if (!row->filled && row->fillPattern == 0) row->fillPattern = FillSolid;
+  TrailVisibility dialog{.visible = row->visible,
+                         .color = ColorFieldText(row->color),
+                         .lineStyle = row->lineStyle,
+                         .filled = row->filled,
+                         .fillPattern = row->fillPattern,
+                         .labelMode = row->labelMode,
+                         .markStyle = row->markStyle};
+  if (dialog.lineStyle != LineSolid && dialog.lineStyle != LineDotted) {
+    dialog.lineStyle = LineDashed;
+  }
+  if (dialog.labelMode < LabelNone || dialog.labelMode > LabelAll) dialog.labelMode = LabelAuto;
+  if (dialog.markStyle < MarkNone || dialog.markStyle > MarkRect) dialog.markStyle = MarkPlus;
+  return dialog;
+}
+
+bool IsLineStyleEnabled(const TrailVisibility& dialog, int lineStyle) {
+  // The check "Filled" rules the button "Solid" of the lines too.
+  if (lineStyle == LineSolid) return dialog.filled;
+  return lineStyle == LineDotted || lineStyle == LineDashed;
+}
+
+bool IsFillPatternEnabled(const TrailVisibility& dialog, int fillPattern) {
+  if (fillPattern == FillSolid) return true;
+  return dialog.filled && fillPattern >= FillRising && fillPattern <= FillCross;
+}
+
+bool ApplyTrailVisibility(MapWindow& view, const TrailVisibility& dialog, EditHistory& history,
+                          const ContourProgress& progress) {
+  Color color = NoColor;
+  if (!ReadColorField(view, dialog.color, color)) return false;
+  return history.Apply({.name = "Trail Visibility",
+                        .map = view.map,
+                        .marksDirty = false,
+                        .change = [&](EditFollowUp&) {
+                          for (TrailPanelRow* row : TrailRowsInOrder(view.trailViews)) {
+                            if (!row->selected) continue;
+                            if (dialog.visible && AwaitsContours(view, *row)) {
+                              ShowContours(view, progress);
+                            }
+                            GiveStyle(dialog, color, *row);
+                          }
+                          return true;
+                        }});
+}
+
+std::optional<RangeVisibility> OpenRangeVisibility(MapWindow& view) {
+  const RangePanelRow* row = FirstSelectedRow(view.rangeViews);
+  if (row == nullptr) {
+    NoteError(view.map->workspace->messages, "Select a range first");
+    return std::nullopt;
+  }
+  RangeVisibility dialog{.visible = row->visible,
+                         .color = ColorFieldText(row->color),
+                         .shading = row->shading > FillCross ? NoShading : row->shading,
+                         .drawMode = row->drawMode,
+                         .clusterMask = row->clusterMask};
+  std::copy(std::begin(row->showSm), std::end(row->showSm), dialog.showSm.begin());
+  return dialog;
+}
+
+RangeControls ControlsOfRange(MapWindow& view) {
+  RangeControls controls;
+  const RangePanelRow* row = FirstSelectedRow(view.rangeViews);
+  if (row == nullptr) return controls;
+  const bool isOverlap = row->intersection != nullptr;
+  for (int pattern = FillRising; pattern <= FillVertical; ++pattern) {
+    controls.shading[static_cast<size_t>(pattern)] = !isOverlap;
+  }
+  controls.shading[FillDiagonals] = isOverlap;
+  controls.shading[FillCross] = isOverlap;
+  controls.shading[NoShading] = true;
+  controls.clusters = !isOverlap;
+  controls.drawMode[RangeDrawClear] = true;
+  controls.drawMode[RangeDrawHash] = true;
+  if (row->range == nullptr) return controls;
+  const bool hasGrid = row->range->grid != nullptr;
+  controls.drawMode[RangeDrawCoreGrid] = hasGrid;
+  for (size_t i = 0; i < controls.showSm.size(); ++i) {
+    controls.showSm[i] = view.map->smName[i].has_value();
+    controls.drawMode[RangeDrawSm1 + i] = hasGrid && controls.showSm[i];
+  }
+  return controls;
+}
+
+bool ApplyRangeVisibility(MapWindow& view, const RangeVisibility& dialog) {
+  Color color = NoColor;
+  if (!ReadColorField(view, dialog.color, color)) return false;
+  for (RangePanelRow& row : view.rangeViews) {
+    if (!row.selected) continue;
+    row.visible = dialog.visible;
+    row.color = color;
+    row.shading = dialog.shading;
+    std::copy(dialog.showSm.begin(), dialog.showSm.end(), std::begin(row.showSm));
+    row.drawMode = dialog.drawMode;
+    row.clusterMask = dialog.clusterMask;
+  }
+  return true;
+}
+
+}  // namespace orvane
