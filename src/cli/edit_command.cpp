@@ -74,6 +74,13 @@ bool SplitSetting(const std::string& text, std::string& name, std::string& value
   return true;
 }
 
+template <typename Words>
+auto ValueOfWord(const Words& words, const std::string& text) {
+  const auto found = std::find_if(words.begin(), words.end(),
+                                  [&](const auto& word) { return text == word.first; });
+  return found == words.end() ? std::nullopt : std::optional(found->second);
+}
+
 /// Carries out the lines of one script.
 class ScriptRun {
  public:
@@ -426,7 +433,7 @@ Fault ScriptRun::Field(const Fields& fields) {
     return {};
   }
   if (!session_.trailEditor) return "no editor is open";
-  const std::optional<TrailField> field = TrailFieldOf(fields[0]);
+  const auto field = ValueOfWord(TrailFieldWords, fields[0]);
   if (!field) return NoSuch("field", fields[0]);
   if (!session_.trailEditor->Form().IsEnabled(*field)) {
     return "the field " + fields[0] + " is disabled";
@@ -437,7 +444,7 @@ Fault ScriptRun::Field(const Fields& fields) {
 
 Fault ScriptRun::Mode(const Fields& fields) {
   if (!session_.trailEditor) return "no trail editor is open";
-  const std::optional<EntryMode> mode = EntryModeOf(fields[0]);
+  const auto mode = ValueOfWord(EntryModeWords, fields[0]);
   if (!mode) return NoSuch("mode", fields[0]);
   if (!session_.trailEditor->IsModeEnabled(*mode)) {
     return "the button " + fields[0] + " is disabled";
@@ -575,9 +582,8 @@ Fault ScriptRun::Import(const Fields& fields) {
     std::string value;
     if (!SplitSetting(fields[i], name, value)) return NoSuch("option", fields[i]);
     const auto& options = SheetOptions();
-    const auto option = std::find_if(options.begin(), options.end(), [&](const SheetOption& each) {
-      return name == each.option;
-    });
+    const auto option = std::find_if(options.begin(), options.end(),
+                                     [&](const SheetOption& each) { return name == each.option; });
     if (option == options.end()) return NoSuch("option", name);
     sheet[option->field] = value;
   }
@@ -596,7 +602,18 @@ Fault ScriptRun::Import(const Fields& fields) {
 Fault ScriptRun::ImportGis(const Fields& fields) {
   GisTrailFields gis;
   for (size_t i = 1; i < fields.size(); ++i) {
-    if (Fault fault = SetGisOption(gis, fields[i])) return fault;
+    if (fields[i] == GisKeepAltitudeOption) {
+      gis.boxes.keepAltitude = true;
+      continue;
+    }
+    std::string name;
+    std::string value;
+    if (!SplitSetting(fields[i], name, value)) return NoSuch("option", fields[i]);
+    const auto& options = GisOptions();
+    const auto option = std::find_if(options.begin(), options.end(),
+                                     [&](const GisOption& each) { return name == each.option; });
+    if (option == options.end()) return NoSuch("option", name);
+    gis.*option->field = value;
   }
   session_.history.Apply({.name = "Import of " + fields[0],
                           .map = &session_.map,

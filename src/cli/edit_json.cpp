@@ -1,7 +1,6 @@
 #include "base/utf8.h"
 #include "cli/edit_session.h"
 
-#include <array>
 #include <nlohmann/json.hpp>
 #include <unordered_map>
 
@@ -93,25 +92,13 @@ Json TitlesJson(const CellModel& table) {
 }
 
 Json TrailEditorJson(const TrailEditor& editor) {
-  constexpr std::array<std::pair<const char*, TrailField>, TrailFields> Fields = {
-      {{"type", TrailField::Type},
-       {"date", TrailField::Date},
-       {"focal", TrailField::Focal},
-       {"name", TrailField::Name},
-       {"color", TrailField::LineColor},
-       {"size", TrailField::Size},
-       {"width", TrailField::Width}}};
-  constexpr std::array<std::pair<const char*, EntryMode>, 3> Modes = {
-      {{"relative", EntryMode::Relative},
-       {"gps", EntryMode::Gps},
-       {"mixture", EntryMode::Mixture}}};
   Json fields = Json::object();
-  for (const auto& [name, field] : Fields) {
+  for (const auto& [name, field] : TrailFieldWords) {
     fields[name] = FieldJson(editor.Form().Text(field), editor.Form().IsEnabled(field));
   }
   Json mode;
   Json enabled = Json::array();
-  for (const auto& [name, value] : Modes) {
+  for (const auto& [name, value] : EntryModeWords) {
     if (value == editor.Mode()) mode = name;
     if (editor.IsModeEnabled(value)) enabled.push_back(name);
   }
@@ -127,24 +114,24 @@ Json TrailEditorJson(const TrailEditor& editor) {
 }
 
 Json RangeEditorJson(const RangeEditor& editor) {
-  return {{"kind", "range"},
-          {"title", ToUtf8(editor.Title())},
-          {"changed", editor.IsChanged()},
-          {"fields",
-           {{"name", FieldJson(editor.Name(), true)}, {"color", FieldJson(editor.ColorText(), true)}}},
-          {"mode", nullptr},
-          {"enabledModes", Json::array()},
-          {"columns", TitlesJson(editor)},
-          {"readOnly", editor.IsReadOnly()},
-          {"rows", RowsJson(editor)}};
+  return {
+      {"kind", "range"},
+      {"title", ToUtf8(editor.Title())},
+      {"changed", editor.IsChanged()},
+      {"fields",
+       {{"name", FieldJson(editor.Name(), true)}, {"color", FieldJson(editor.ColorText(), true)}}},
+      {"mode", nullptr},
+      {"enabledModes", Json::array()},
+      {"columns", TitlesJson(editor)},
+      {"readOnly", editor.IsReadOnly()},
+      {"rows", RowsJson(editor)}};
 }
 
 }  // namespace
 
 std::string PanesJson(const EditSession& session) {
-  const Json panes = {
-      {"trails", TrailRowsJson(session.view.trailViews, NumberTrails(session.map))},
-      {"ranges", RangeRowsJson(session.view)}};
+  const Json panes = {{"trails", TrailRowsJson(session.view.trailViews, NumberTrails(session.map))},
+                      {"ranges", RangeRowsJson(session.view)}};
   return panes.dump();
 }
 

@@ -6,9 +6,11 @@
 #include "editing/trail_editor.h"
 #include "view/map_window.h"
 
+#include <array>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace orvane {
@@ -37,6 +39,18 @@ struct EditSession {
 
 /// The new view of a map that the batch tool works with: 1024 by 768 pixels.
 MapWindow NewView(Map& map);
+
+/// The words of a script for the fields and the modes of the trail editor, in the order of its JSON.
+inline constexpr std::array<std::pair<const char*, TrailField>, TrailFields> TrailFieldWords = {
+    {{"type", TrailField::Type},
+     {"date", TrailField::Date},
+     {"focal", TrailField::Focal},
+     {"name", TrailField::Name},
+     {"color", TrailField::LineColor},
+     {"size", TrailField::Size},
+     {"width", TrailField::Width}}};
+inline constexpr std::array<std::pair<const char*, EntryMode>, 3> EntryModeWords = {
+    {{"relative", EntryMode::Relative}, {"gps", EntryMode::Gps}, {"mixture", EntryMode::Mixture}}};
 
 /// The rows of both panes as one line of JSON.
 std::string PanesJson(const EditSession& session);

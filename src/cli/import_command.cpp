@@ -44,10 +44,9 @@ bool ImportSheet(Map& map, Messages& messages, const std::string& sheet, const S
   reading.spec.sheet = &*text;
   reading.spec.fileName = sheet;
   SheetLogs logs;
-  const SheetOutcome outcome =
-      RunSpreadsheetImport(reading.spec, logs, [](const std::string& name, std::string_view log) {
-        return WriteFileAtomically(name, log);
-      });
+  const SheetOutcome outcome = RunSpreadsheetImport(
+      reading.spec, logs,
+      [](const std::string& name, std::string_view log) { return WriteFileAtomically(name, log); });
   for (const std::string& name : outcome.unwritten) {
     NoteError(messages, "Can't open %s for writing", {name});
   }

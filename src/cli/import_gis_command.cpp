@@ -32,6 +32,21 @@ void TellBadField(GisField field, const GisTrailFields& fields, Messages& messag
 
 }  // namespace
 
+const std::array<GisOption, 8>& GisOptions() {
+  static constexpr std::array<GisOption, 8> Options = {{
+      {&GisTrailFields::type, "--type", "TEXT", "the type of the trails; Trail if not given"},
+      {&GisTrailFields::date, "--date", "DATE", "their date; that of each track if not given"},
+      {&GisTrailFields::focalAnimal, "--focal", "NAME", "their focal animal"},
+      {&GisTrailFields::size, "--size", "N", "their group size; 1 if not given"},
+      {&GisTrailFields::width, "--width", "METRES", "the width of their lines"},
+      {&GisTrailFields::color, "--color", "COLOR", "the colour of their lines; black if not given"},
+      {&GisTrailFields::subSample, "--subsample", "N", "take every N-th fix"},
+      {&GisTrailFields::minimumDistance, "--minimum-distance", "METRES",
+       "pass over fixes nearer than that"},
+  }};
+  return Options;
+}
+
 bool ImportGisFile(Map& map, Messages& messages, const std::string& file, GisTrailFields fields) {
   auto import = StartGisImport(map, file, fields.boxes);
   if (!import) return false;

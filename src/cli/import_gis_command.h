@@ -4,6 +4,7 @@
 #include "entry/gis_import.h"
 #include "model/map.h"
 
+#include <array>
 #include <string>
 
 namespace orvane {
@@ -15,6 +16,20 @@ struct ImportGisRequest {
   std::string output;
   GisTrailFields fields;
 };
+
+/// An option of the batch tool for a field of the window "GIS Trail".
+struct GisOption {
+  std::string GisTrailFields::*field;
+  const char* option;  ///< with its dashes
+  const char* type;    ///< what it takes, for the help
+  const char* help;
+};
+
+/// The options for the fields that hold a text, in the order of the help.
+const std::array<GisOption, 8>& GisOptions();
+
+/// The option for `GisBoxes::keepAltitude`.
+constexpr const char* GisKeepAltitudeOption = "--keep-altitude";
 
 /// Takes the tracks and waypoints of a file into the map, with its messages.
 /// \return false if the file holds nothing, or a field cannot be read

@@ -1,5 +1,6 @@
 #include "cli/commands.h"
 #include "cli/contours_command.h"
+#include "cli/edit_command.h"
 #include "cli/exit_status.h"
 #include "cli/export_command.h"
 #include "cli/import_command.h"
@@ -18,6 +19,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
+#include <filesystem>
 #include <functional>
 #include <limits>
 #include <map>
@@ -49,6 +51,7 @@ struct CommandLine {
   int answer = 1;
   bool where = false;
   std::string mapFile;
+  bool makesMap = false;  ///< a map that does not exist is an empty one
   Work work;
   bool handsOver = false;  ///< another program does the work, with the same arguments
 };
@@ -187,22 +190,30 @@ void AddImportGis(CommandLine& line) {
   command->add_option("-o,--output", request->output, "the map to write; - for standard output")
       ->required()
       ->type_name("OUT");
-  const auto add = [&](const char* option, std::string& field, const char* type, const char* help) {
-    command->add_option(option, field, help)->type_name(type);
-  };
   GisTrailFields& fields = request->fields;
-  add("--type", fields.type, "TEXT", "the type of the trails; Trail if not given");
-  add("--date", fields.date, "DATE", "their date; that of each track if not given");
-  add("--focal", fields.focalAnimal, "NAME", "their focal animal");
-  add("--size", fields.size, "N", "their group size; 1 if not given");
-  add("--width", fields.width, "METRES", "the width of their lines");
-  add("--color", fields.color, "COLOR", "the colour of their lines; black if not given");
-  add("--subsample", fields.subSample, "N", "take every N-th fix");
-  add("--minimum-distance", fields.minimumDistance, "METRES", "pass over fixes nearer than that");
-  command->add_flag("--keep-altitude", fields.boxes.keepAltitude, "take the altitudes as well");
+  for (const GisOption& option : GisOptions()) {
+    command->add_option(option.option, fields.*option.field, option.help)->type_name(option.type);
+  }
+  command->add_flag(GisKeepAltitudeOption, fields.boxes.keepAltitude, "take the altitudes as well");
   command->callback([&line, request] {
     line.work = [request](Map& map, LineMessages& messages) {
       return ImportGisCommand(map, messages, *request);
+    };
+  });
+}
+
+void AddEdit(CommandLine& line) {
+  auto request = std::make_shared<EditRequest>();
+  CLI::App* command = AddMapCommand(line, "edit", "Carry out a script at panes and editors");
+  command->add_option("SCRIPT", request->script, "one action a line; - for standard input")
+      ->required();
+  command->add_option("-o,--output", request->output, "the map to write; - for standard output")
+      ->type_name("OUT");
+  command->add_flag("--simple", request->simple, "without the solved places");
+  command->add_flag("--new", line.makesMap, "start from an empty map if MAP does not exist");
+  command->callback([&line, request] {
+    line.work = [request](Map& map, LineMessages& messages) {
+      return EditCommand(map, messages, *request);
     };
   });
 }
@@ -344,6 +355,7 @@ void AddCommands(CommandLine& line) {
   AddContours(line);
   AddImport(line);
   AddImportGis(line);
+  AddEdit(line);
   AddProfile(line);
   AddExport(line);
 #ifdef ORVANE_HAS_RENDER
@@ -357,8 +369,9 @@ int RunCommand(const CommandLine& line) {
   if (line.where) messages.ShowPlaces();
   Workspace workspace(messages);
   workspace.preferences.europeanDates = line.europeanDates;
-  bool readable = false;
-  Map& map = OpenMap(workspace, line.mapFile, &readable);
+  const bool isNew = line.makesMap && !std::filesystem::exists(line.mapFile);
+  bool readable = isNew;
+  Map& map = isNew ? MakeMap(workspace, "Untitled") : OpenMap(workspace, line.mapFile, &readable);
   if (!readable) return ExitFailed;
   const int status = FinishOutput(line.work(map, messages));
 #ifdef NDEBUG

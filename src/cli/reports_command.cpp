@@ -1,6 +1,7 @@
 #include "cli/reports_command.h"
 
 #include "base/text.h"
+#include "cli/edit_session.h"
 #include "cli/exit_status.h"
 #include "cli/text_output.h"
 #include "model/point_names.h"
@@ -17,18 +18,6 @@
 namespace orvane {
 
 namespace {
-
-/// A new window of the map.
-MapWindow NewView(Map& map) {
-  constexpr int Width = 1024;
-  constexpr int Height = 768;
-  MapWindow view;
-  view.map = &map;
-  BuildTrailRows(view);
-  BuildRangeRows(view);
-  SizeView(view, Width, Height);
-  return view;
-}
 
 int CannotFind(LineMessages& messages, const std::string& name) {
   NoteError(messages, "Can't find %s", {name});

@@ -144,8 +144,7 @@ void BuildTrailRows(MapWindow& view) {
   RowIndex index;
   const RowMaker maker{&index};
   std::for_each(chain.rbegin(), chain.rend(), [&](Map* map) { AddRowsOfMap(maker, view, *map); });
-  TrailPanelRow newRow;
-  newRow.text = "New";
+  TrailPanelRow newRow = MakeTrailRow(nullptr, "New", nullptr, nullptr);
   newRow.fixed = true;
   view.trailViews.push_back(std::move(newRow));
 }

@@ -115,6 +115,8 @@ void BuildRangeRows(MapWindow& view) {
   view.rangeViews.clear();
   RangePanelRow& last = view.rangeViews.emplace_back();
   last.fixed = true;
+  last.visible = true;
+  last.color = Gray;
   last.text = NewText;
   for (Range& range : view.map->ranges) AddRangeRow(view, &range, nullptr);
   RedoRangeRows(view, nullptr);
