@@ -215,6 +215,8 @@ class Runner:
         if len(rest) == 1:
             file.write_text("\n".join(block.lines) + "\n")
             return
+        if not file.exists():
+            raise Fault(f"{block}: {rest[-1]} is not there")
         found = trimmed(file.read_text(errors="replace"))
         wanted = trimmed("\n".join(block.lines))
         if rest[0] == "=":
@@ -261,7 +263,7 @@ def main():
     arguments = parser.parse_args()
     shutil.rmtree(arguments.work, ignore_errors=True)
     arguments.work.mkdir(parents=True)
-    runner = Runner(arguments.source, arguments.prefix, arguments.work)
+    runner = Runner(arguments.source.resolve(), arguments.prefix.resolve(), arguments.work.resolve())
     pages = arguments.pages or ["README.md"] + sorted(
         str(path.relative_to(arguments.source))
         for path in (arguments.source / "docs/guide").glob("*.md"))

@@ -38,6 +38,7 @@ FAULTS = [
     ("```console\n$ orvane-cli index own.map\nCamp\n```", "in the text"),
     ("```console\n$ orvane-cli locate own.map Nowhere\n…\n```", "status 1"),
     ("```text in index.txt\nKana1\n```", "does not hold these lines"),
+    ("```text in missing.txt\nKana1\n```", "is not there"),
     ("```text = index.txt\nKana0\n```", "in the text"),
     ("```sh setup\n./no-such-script\n```", "is not there"),
     ("```sh setup\ncmake --preset nowhere\n```", "no preset nowhere"),
