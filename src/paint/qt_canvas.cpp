@@ -14,6 +14,10 @@ constexpr QRgb MarkerRgb = 0xFFE0007A;
 const QList<qreal> DottedPattern = {1, 2};
 const QList<qreal> DashedPattern = {6, 3};
 
+/// Corners of areas are pointed where the point is no longer than this many widths of the line, that
+/// is from 60 degrees on. A sharper corner is cut off: its point would reach far out of the area.
+constexpr qreal MiterLimit = 2;
+
 /// A wide line is stroked in runs of this many points: the outline of a whole day's follow at once
 /// takes longer and longer to fill, while round ends hide where the runs meet.
 constexpr size_t PointsOfWideRun = 256;
@@ -77,7 +81,8 @@ QPen QtCanvas::PainterPen(Tools tools) const {
   } else {
     pen.setWidthF(thin ? options_.hairline : pen_.width);
   }
-  pen.setJoinStyle(tools == Tools::Area ? Qt::MiterJoin : Qt::RoundJoin);
+  pen.setJoinStyle(tools == Tools::Area ? Qt::SvgMiterJoin : Qt::RoundJoin);
+  pen.setMiterLimit(MiterLimit);
   pen.setCapStyle(thin || pen_.pattern != PenPattern::Solid ? Qt::FlatCap : Qt::RoundCap);
   // A pattern of one-pixel dots would shrink to grey on a fine screen, so it grows with the fonts.
   const double unit = thin ? std::max(1.0, fonts_.PixelsPerInch() / 96.0) : 1;

@@ -55,6 +55,24 @@ TEST(QtCanvas, CentersWideLinesOnTheirPixels) {
   }
 }
 
+TEST(QtCanvas, CutsThePointOfASharpCorner) {
+  for (const bool antialias : {false, true}) {
+    PaintedPicture picture(200, 60, {.antialias = antialias});
+    picture.Paper().SetPen({.width = 9, .color = Blue});
+    picture.Paper().DrawPolygon({{20, 20}, {150, 30}, {20, 40}});
+    EXPECT_LE(picture.MarkedBounds().right, 150 + 9 / 2 + 1) << antialias;
+    EXPECT_GE(picture.MarkedBounds().right, 150) << antialias;
+  }
+}
+
+TEST(QtCanvas, RightAngledCornersOfAreasArePointed) {
+  PaintedPicture picture(40, 40);
+  picture.Paper().SetPen({.width = 5, .color = Blue});
+  picture.Paper().DrawPolygon({{10, 10}, {30, 10}, {30, 30}, {10, 30}});
+  EXPECT_EQ(picture.ColorAt(8, 8), Blue);
+  EXPECT_EQ(picture.ColorAt(32, 32), Blue);
+}
+
 TEST(QtCanvas, DrawsRectanglesWithinTheirBounds) {
   const PixelRect rect{4, 6, 14, 12};
   PaintedPicture outlined(20, 20);
