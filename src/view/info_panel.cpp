@@ -51,6 +51,12 @@ std::string CellNameAt(const MapWindow& view, const LatLon& place) {
   return {};
 }
 
+/// How far north and east of one place another lies.
+Meters WayBetween(const LatLon& from, const LatLon& to) {
+  const Meters at = LatLonToMeters(to.lat, to.lon - from.lon);
+  return {at.north - DegreesToMeters(from.lat), at.east};
+}
+
 std::vector<InfoRow> RestingRows(const MapWindow& view, const AltitudeEstimates& altitudes) {
   const LatLon place = ScreenToMap(view, view.pointer);
   const float altitude = altitudes.At(place);
@@ -59,9 +65,9 @@ std::vector<InfoRow> RestingRows(const MapWindow& view, const AltitudeEstimates&
   rows[1].text = FormatLongitude(place.lon, view.coordinateDisplay);
   if (HasAltitude(altitude)) rows[2].text = " Alt: " + WholeMeters(static_cast<double>(altitude));
   if (const Point* origin = OriginOf(view.map)) {
-    const Meters at = LatLonToMeters(place.lat, place.lon - origin->geo.lon);
-    rows[0].offset = OffsetText(at.north - DegreesToMeters(origin->geo.lat));
-    rows[1].offset = OffsetText(at.east);
+    const Meters way = WayBetween(origin->geo, place);
+    rows[0].offset = OffsetText(way.north);
+    rows[1].offset = OffsetText(way.east);
     if (HasAltitude(altitude) && HasAltitude(origin->geo.altitude)) {
       rows[2].offset =
           WholeMeters(static_cast<double>(altitude) - static_cast<double>(origin->geo.altitude));
@@ -99,6 +105,9 @@ std::vector<InfoRow> BandRows(const MapWindow& view, const AltitudeEstimates& al
   std::vector<InfoRow> rows(UsualRows);
   rows[0] = {true, "N" + FormatDistance(rowsDown / scale), ""};
   rows[1] = {true, "E" + FormatDistance(columnsRight / scale), ""};
+  const Meters way = WayBetween(begin, end);
+  if (std::isfinite(way.north)) rows[0].offset = "true N" + FormatDistance(way.north);
+  if (std::isfinite(way.east)) rows[1].offset = "true E" + FormatDistance(way.east);
   rows[3].text = FormatDistance(ground);
   if (HasAltitude(endAltitude) && HasAltitude(beginAltitude)) {
     const double height = static_cast<double>(endAltitude) - static_cast<double>(beginAltitude);
@@ -130,7 +139,8 @@ int MarkWidth(const Canvas& canvas) {
 int OffsetColumn(const Canvas& canvas, const std::vector<InfoRow>& rows) {
   int widest = canvas.TextWidth(CoordinateSample);
   for (const InfoRow& row : rows) {
-    if (!row.offset.empty()) widest = std::max(widest, canvas.TextWidth(row.text));
+    if (row.offset.empty()) continue;
+    widest = std::max(widest, canvas.TextWidth(row.text) + (row.mark ? MarkWidth(canvas) : 0));
   }
   return widest + (LeftMargin + ColumnGap) * MarginUnit(canvas);
 }

@@ -21,9 +21,10 @@ struct InfoRow {
 /// places of which one lies on the equator.
 ///
 /// At rest and while the map is dragged: latitude, longitude, altitude, and the scale with the grid
-/// cell; behind the first three the way from the map's origin, if it or a basis has one. During a
-/// rubber band: how far down and to the right the pointer stands from where the band began, the
-/// rise and slope, and the distance with the bearing. Altitudes are cut to whole metres.
+/// cell; after the first three the way from the map's origin, if it or a basis has one. During a
+/// rubber band: how far down and to the right the pointer is from where the band began, each with
+/// how far it is to the true north and east; the rise and slope; and the distance with the bearing.
+/// Altitudes are cut to whole metres.
 /// \param altitudes  those of `view.map`
 std::vector<InfoRow> InfoRows(const MapWindow& view, const AltitudeEstimates& altitudes);
 

@@ -187,6 +187,30 @@ TEST_F(InfoPanelTest, ABandShowsItsSidesDownAndToTheRight) {
   EXPECT_EQ(Rows()[1].text, "E-30m");
 }
 
+TEST_F(InfoPanelTest, ABandShowsItsWayToTheTrueNorthAndEastBesideItsSides) {
+  CenterOn(c_.view, LatLon{.lat = 1, .lon = 1});
+  Band({100, 100}, {160, 180});
+  EXPECT_EQ(Rows()[0].offset, "true N-80m");
+  EXPECT_EQ(Rows()[1].offset, "true E60m");
+  EXPECT_EQ(Rows()[2].offset, "");
+  EXPECT_EQ(Rows()[3].offset, "");
+  c_.view.rotation = 90;  // east is up, north is to the left
+  CenterOn(c_.view, LatLon{.lat = 1, .lon = 1});
+  Band({100, 100}, {160, 180});
+  EXPECT_EQ(Rows()[0].text, "N80m");
+  EXPECT_EQ(Rows()[0].offset, "true N-60m");
+  EXPECT_EQ(Rows()[1].text, "E60m");
+  EXPECT_EQ(Rows()[1].offset, "true E-80m");
+}
+
+TEST_F(InfoPanelTest, AColumnBesideMarkedRowsLeavesRoomForTheMark) {
+  const std::vector<InfoRow> rows = {{true, std::string(20, 'x'), "off"}, {}, {}, {}};
+  DrawInfoPanel(c_.canvas, rows, MeasureInfoPanel(c_.canvas, rows), 0xFFFFFF);
+  const int markWidth = 8;
+  const int column = 3 + markWidth + 20 * RecordingCanvas::LetterWidth + 3;
+  EXPECT_EQ(c_.canvas.Having("text")[1], "text " + std::to_string(column) + ",10 off");
+}
+
 TEST_F(InfoPanelTest, TheBearingOfABandRunsClockwiseFromUp) {
   CenterOn(c_.view, LatLon{.lat = 1, .lon = 1});
   const auto bearing = [this](int right, int down) {
