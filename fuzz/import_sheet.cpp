@@ -3,7 +3,7 @@
 //
 // What stands before a line with a form feed alone are the fields, a line each from top to bottom of
 // the dialog. A line behind them has marks: `e` for European dates, `n` for "No" to all questions,
-// `p` for a site without measures. Without such a line the whole input is the sheet.
+// `p` for a site without measures, `c` for a `.csv` file. Without such a line the whole input is the sheet.
 
 #include "entry/sheet_fields.h"
 #include "entry/sheet_import.h"
@@ -76,7 +76,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   orvane::Map& map = Open(workspace, "site.map", text);
   orvane::SheetReading reading = orvane::ReadSheetFields(fields, map);
   if (reading.refusal) return 0;
-  const orvane::FollowSheet read{.text = std::string(sheet)};
+  const orvane::FollowSheet read =
+      isMarked('c') ? orvane::SheetFromCsv(sheet) : orvane::FollowSheet{.text = std::string(sheet)};
   reading.spec.sheet = &read;
   orvane::SheetLogs logs;
   for (int time = 0; time < 2; ++time) {

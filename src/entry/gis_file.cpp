@@ -16,25 +16,36 @@ bool IsUtf16(std::string_view text) {
   return text.starts_with("\xFF\xFE") || text.starts_with("\xFE\xFF");
 }
 
+std::string_view WithoutUtf8Mark(std::string_view text) {
+  if (text.starts_with(Utf8Mark)) text.remove_prefix(Utf8Mark.size());
+  return text;
+}
+
 }  // namespace
 
-GisFile ReadGisText(std::string_view text, std::string_view name, Messages& messages,
-                    Progress* progress) {
+bool IsGpxText(std::string_view text) {
   if (IsUtf16(text)) {
     // XML says by itself how it is written.
     constexpr size_t FirstCharacter = 2;
-    const std::string_view first = text.substr(FirstCharacter, FirstCharacter);
-    if (first.find('<') != std::string_view::npos) return ReadGpx(text, name, messages, progress);
+    return text.substr(FirstCharacter, FirstCharacter).find('<') != std::string_view::npos;
+  }
+  text = WithoutUtf8Mark(text);
+  return TrimSpace(text.substr(0, text.find('<') + 1)) == "<";
+}
+
+GisFile ReadGisText(std::string_view text, std::string_view name, Messages& messages,
+                    Progress* progress) {
+  const bool isGpx = IsGpxText(text);
+  if (IsUtf16(text)) {
+    if (isGpx) return ReadGpx(text, name, messages, progress);
     const OriginScope origin(messages, std::string(name));
     NoteError(messages, "File %s is in UTF-16, which can't be read; save it as plain text", {name});
     return {};
   }
-  if (text.starts_with(Utf8Mark)) text.remove_prefix(Utf8Mark.size());
-  if (TrimSpace(text.substr(0, text.find('<') + 1)) == "<") {
-    while (IsSpace(text.back())) text.remove_suffix(1);
-    return ReadGpx(text, name, messages, progress);
-  }
-  return ReadGisLines(text, name, messages, progress);
+  text = WithoutUtf8Mark(text);
+  if (!isGpx) return ReadGisLines(text, name, messages, progress);
+  while (IsSpace(text.back())) text.remove_suffix(1);
+  return ReadGpx(text, name, messages, progress);
 }
 
 }  // namespace orvane

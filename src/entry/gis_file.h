@@ -2,6 +2,7 @@
 
 #include "base/messages.h"
 #include "base/progress.h"
+#include "entry/import_summary.h"
 #include "geo/positions.h"
 
 #include <string>
@@ -37,6 +38,7 @@ struct GisWaypoint {
 struct GisFile {
   std::vector<GisTrack> tracks;
   std::vector<GisWaypoint> waypoints;
+  LeftOutLines leftOut;  ///< fixes without a usable position
 };
 
 /// Names are cut to this many bytes, so that they fit on a line of a map file.
@@ -59,6 +61,9 @@ constexpr size_t LongestGisName = 150;
 ///                  was left out is not told
 GisFile ReadGisText(std::string_view text, std::string_view name, Messages& messages,
                     Progress* progress = nullptr);
+
+/// \return true if `ReadGisText` takes the text for GPX
+bool IsGpxText(std::string_view text);
 
 /// The comma-separated form alone.
 GisFile ReadGisLines(std::string_view text, std::string_view name, Messages& messages,

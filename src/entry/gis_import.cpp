@@ -1,8 +1,11 @@
 #include "entry/gis_import.h"
 
+#include "base/file_names.h"
 #include "base/files.h"
 #include "base/number_text.h"
+#include "base/text.h"
 #include "entry/gis_values.h"
+#include "entry/separated_table.h"
 #include "geo/earth.h"
 #include "mapfile/open_map.h"
 #include "model/point_names.h"
@@ -10,6 +13,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <unordered_set>
 
 namespace orvane {
 
@@ -130,6 +134,7 @@ void EnterTrack(GisImport& import, const GisTrailFields& fields, const TrailSett
     AddFix(point, fix, fields.boxes.keepAltitude);
     trail.points.push_back(&point);
   }
+  import.points += trail.points.size();
   ++import.current;
   ++import.taken;
 }
@@ -138,7 +143,8 @@ void EnterTrack(GisImport& import, const GisTrailFields& fields, const TrailSett
 /// or with that of a time of day.
 class WaypointEntry {
  public:
-  WaypointEntry(Map& map, bool keepAltitude) : map_(map), keepAltitude_(keepAltitude) {}
+  WaypointEntry(GisImport& import, bool keepAltitude)
+      : import_(import), map_(*import.map), keepAltitude_(keepAltitude) {}
 
   void Enter(const GisWaypoint& waypoint) {
     const size_t pointsBefore = map_.pointStore.size();
@@ -155,40 +161,97 @@ class WaypointEntry {
     }
     const bool isNew = map_.pointStore.size() > pointsBefore;
     if (isNew && !point->name.empty()) map_.loosePoints.push_front(point);
-    if (waypoint.name.empty() || IsTimeName(waypoint.name)) ++unsaved_;
-    AddFix(*point, waypoint.fix, keepAltitude_);
-  }
-  /// Tells what is not told yet.
-  void Finish() const {
-    if (refused_ > MostTold) {
-      NoteError(map_.workspace->messages, "%s more waypoints are left out",
-                {std::to_string(refused_ - MostTold)});
+    if (waypoint.name.empty() || IsTimeName(waypoint.name)) {
+      if (unsaved_++ == 0) unsavedName_ = waypoint.name;
     }
-    if (unsaved_ == 0) return;
-    NoteWarning(map_.workspace->messages,
-                "%s waypoints are not kept when the map is saved: they have no name, or that of a "
-                "time of day",
-                {std::to_string(unsaved_)});
+    AddFix(*point, waypoint.fix, keepAltitude_);
+    ++import_.waypoints;
+  }
+  /// Posts what was not posted yet.
+  void Finish() const {
+    if (import_.refusedWaypoints > MostTold) {
+      NoteError(map_.workspace->messages, "%s more waypoints are left out",
+                {std::to_string(import_.refusedWaypoints - MostTold)});
+    }
+    if (unsaved_ > 0) WarnOfUnsaved();
   }
 
  private:
   static constexpr size_t MostTold = 5;
 
   void Refuse(std::string_view format, std::string_view name) {
-    if (++refused_ <= MostTold) NoteError(map_.workspace->messages, format, {name});
+    if (++import_.refusedWaypoints <= MostTold) NoteError(map_.workspace->messages, format, {name});
   }
 
+  void WarnOfUnsaved() const {
+    Messages& messages = map_.workspace->messages;
+    if (unsaved_ > 1) {
+      NoteWarning(messages,
+                  "%s waypoints are not kept when the map is saved: they have no name, or that of "
+                  "a time of day",
+                  {std::to_string(unsaved_)});
+    } else if (unsavedName_.empty()) {
+      NoteWarning(messages, "1 waypoint is not kept when the map is saved: it has no name");
+    } else {
+      NoteWarning(messages,
+                  "1 waypoint is not kept when the map is saved: %s is the name of a time of day",
+                  {unsavedName_});
+    }
+  }
+
+  GisImport& import_;
   Map& map_;
   bool keepAltitude_;
-  size_t refused_ = 0;
   size_t unsaved_ = 0;
+  std::string unsavedName_;  ///< of the first of these
 };
 
-void ImportWaypoints(Map& map, const std::vector<GisWaypoint>& waypoints, bool keepAltitude) {
-  WaypointEntry entry(map, keepAltitude);
-  for (const GisWaypoint& waypoint : waypoints) entry.Enter(waypoint);
+void ImportWaypoints(GisImport& import, bool keepAltitude) {
+  WaypointEntry entry(import, keepAltitude);
+  for (const GisWaypoint& waypoint : import.file.waypoints) entry.Enter(waypoint);
   entry.Finish();
-  FinishImport(map);
+  FinishImport(*import.map);
+}
+
+/// Names the tracks that have none.
+void NameTracks(GisImport& import) {
+  std::vector<GisTrack>& tracks = import.file.tracks;
+  const auto isNameless = [](const GisTrack& track) { return TrimSpace(track.name).empty(); };
+  if (std::none_of(tracks.begin(), tracks.end(), isNameless)) return;
+  std::unordered_set<std::string> names;
+  for (const GisTrack& track : tracks) names.insert(FoldedText(track.name));
+  for (const Map* level = import.map; level != nullptr; level = level->basis) {
+    for (const Trail& trail : level->trails) names.insert(FoldedText(trail.name.value_or("")));
+  }
+  // Room for the number, and control characters away.
+  constexpr size_t LongestStem = 100;
+  const std::string_view file = BaseName(import.fileName);
+  const std::string_view stem = TrimSpace(file.substr(0, file.rfind('.')));
+  const std::string start =
+      stem.empty() ? "Track " : CleanName(stem.substr(0, LongestStem)) + ' ';
+  size_t number = 0;
+  for (GisTrack& track : tracks) {
+    if (!isNameless(track)) continue;
+    do {
+      track.name = start + std::to_string(++number);
+    } while (names.contains(FoldedText(track.name)));
+  }
+}
+
+/// Says what was looked for in a file that holds nothing, and which separator it has.
+void NoteNothingFound(Messages& messages, std::string_view text, const std::string& name) {
+  const OriginScope origin(messages, name);
+  if (IsGpxText(text)) {
+    NoteError(messages, "There are no tracks and no waypoints in %s: looked for trk and wpt",
+              {name});
+    return;
+  }
+  const char separator = SeparatorOf(TableText(text.substr(0, text.find_first_of("\r\n"))));
+  const bool isOther = separator != ',' && text.find(separator) != std::string_view::npos;
+  NoteError(messages,
+            "There are no tracks and no waypoints in %s: looked for latitude in column 5 and "
+            "longitude in column 6, separated by commas%s",
+            {name, isOther ? ", not " + std::string(SeparatorName(separator)) : ""});
 }
 
 }  // namespace
@@ -207,17 +270,38 @@ std::optional<GisImport> StartGisImportOfText(Map& map, std::string_view text,
                                               const std::string& name, const GisBoxes& boxes) {
   GisImport import;
   import.map = &map;
+  import.fileName = name;
   import.file = ReadGisText(text, name, map.workspace->messages, map.workspace->progress);
   if (IsCancelled(map.workspace->progress)) return std::nullopt;
   if (import.file.tracks.empty() && import.file.waypoints.empty()) {
-    const OriginScope origin(map.workspace->messages, name);
-    NoteError(map.workspace->messages, "There are no tracks and no waypoints in %s", {name});
+    NoteNothingFound(map.workspace->messages, text, name);
     return std::nullopt;
   }
-  if (!import.file.waypoints.empty()) {
-    ImportWaypoints(map, import.file.waypoints, boxes.keepAltitude);
-  }
+  NameTracks(import);
+  if (!import.file.waypoints.empty()) ImportWaypoints(import, boxes.keepAltitude);
   return import;
+}
+
+std::string GisSummary(const GisImport& import) {
+  std::vector<std::string> done;
+  const size_t tracks = import.file.tracks.size();
+  if (tracks > 0) {
+    std::string text = Counted(import.taken, "track", "tracks");
+    if (import.taken > 0) text += " with " + Counted(import.points, "point", "points");
+    done.push_back(text);
+  }
+  if (!import.file.waypoints.empty()) {
+    done.push_back(Counted(import.waypoints, "waypoint", "waypoints"));
+  }
+  std::string text = "Imported " + Joined(done) + " from " + import.fileName;
+  if (const size_t skipped = tracks - import.taken; skipped > 0) {
+    text += "; " + Counted(skipped, "track is skipped", "tracks are skipped");
+  }
+  if (import.refusedWaypoints > 0) {
+    text +=
+        "; " + Counted(import.refusedWaypoints, "waypoint is left out", "waypoints are left out");
+  }
+  return text + LeftOutText(import.file.leftOut);
 }
 
 const GisTrack* CurrentTrack(const GisImport& import) {

@@ -46,8 +46,12 @@ enum class GisField { None, Date, Size, Width, SubSample, MinimumDistance };
 struct GisImport {
   Map* map = nullptr;
   GisFile file;
-  size_t current = 0;  ///< index of the track that is shown; past the last one when all are done
-  size_t taken = 0;    ///< tracks that became trails
+  std::string fileName;
+  size_t current = 0;    ///< index of the track that is shown; past the last one when all are done
+  size_t taken = 0;      ///< tracks that became trails
+  size_t points = 0;     ///< of these trails
+  size_t waypoints = 0;  ///< that became readings of points
+  size_t refusedWaypoints = 0;  ///< whose name cannot be used
 };
 
 /// Reads a file of either form and puts its waypoints into the map, which is then dirty, and solved
@@ -56,6 +60,9 @@ struct GisImport {
 /// A waypoint is a point named as any other: one whose name the map knows already is a further
 /// reading of that point, and one that is named like a time of day is a point of its own. A name
 /// that means a point of the basis is told and left out, since the basis does not change.
+///
+/// A track without a name gets that of the file, without folder and extension, and a number that
+/// makes it new to the map and to the file: "walk 1".
 /// \return nothing, after a message, if the file cannot be opened or holds neither tracks nor
 ///         waypoints; nothing, and without a message, if it was called off (`Workspace::progress`),
 ///         which it can be until the first waypoint is taken
@@ -65,6 +72,9 @@ std::optional<GisImport> StartGisImport(Map& map, const std::string& path, const
 /// \param name  of the file, for messages
 std::optional<GisImport> StartGisImportOfText(Map& map, std::string_view text,
                                               const std::string& name, const GisBoxes& boxes);
+
+/// \return a sentence on what was done so far, for the user
+std::string GisSummary(const GisImport& import);
 
 /// \return the track that is to be decided on; null when all are done
 const GisTrack* CurrentTrack(const GisImport& import);

@@ -141,7 +141,7 @@ GisFile ReadGisLines(std::string_view text, std::string_view name, Messages& mes
   TellDamage(text, name, messages);
   Collector collector;
   LineFields fields;
-  LeftOut leftOut;
+  LeftOutLines leftOut;
   constexpr unsigned LinesOfStep = 512;
   const size_t size = text.size();
   ProgressSteps steps(progress, WorkStage::Reading, size, LinesOfStep);
@@ -160,12 +160,14 @@ GisFile ReadGisLines(std::string_view text, std::string_view name, Messages& mes
     } else if (fix) {
       collector.Add(fields[NameColumn], fields[DateColumn], *fix);
     } else {
-      leftOut.Note(lineNumber);
+      leftOut.Add(lineNumber);
     }
   }
   origin.GoToLine(leftOut.firstLine);
   TellLeftOut(leftOut, name, messages);
-  return collector.Finish();
+  GisFile file = collector.Finish();
+  file.leftOut = leftOut;
+  return file;
 }
 
 }  // namespace orvane

@@ -73,7 +73,7 @@ std::optional<GisFix> FixOf(std::string_view lat, std::string_view lon, std::str
   return fix;
 }
 
-void TellLeftOut(const LeftOut& leftOut, std::string_view name, Messages& messages) {
+void TellLeftOut(const LeftOutLines& leftOut, std::string_view name, Messages& messages) {
   if (leftOut.count == 0) return;
   const std::string line = std::to_string(leftOut.firstLine);
   if (leftOut.count == 1) {

@@ -28,18 +28,8 @@ std::string CleanName(std::string_view text);
 ///         ±90, a longitude within ±540
 std::optional<GisFix> FixOf(std::string_view lat, std::string_view lon, std::string_view altitude);
 
-/// Counts what had to be left out of a file, and tells it once.
-struct LeftOut {
-  size_t count = 0;
-  size_t firstLine = 0;
-
-  void Note(size_t line) {
-    if (count++ == 0) firstLine = line;
-  }
-};
-
-/// Posts what was left out for want of a position, if anything was.
-void TellLeftOut(const LeftOut& leftOut, std::string_view name, Messages& messages);
+/// Posts how many lines were left out because they have no position, if any were.
+void TellLeftOut(const LeftOutLines& leftOut, std::string_view name, Messages& messages);
 
 /// Posts that the text holds NUL bytes, if it does.
 void TellDamage(std::string_view text, std::string_view name, Messages& messages);

@@ -105,8 +105,8 @@ class GpxWalk {
     linesBefore_ = TakeBlankLines(text);
     Parse(text);
     if (IsCancelled(progress_)) return std::move(file_);
-    origin_.GoToLine(leftOut_.firstLine);
-    TellLeftOut(leftOut_, fileName_, messages_);
+    origin_.GoToLine(file_.leftOut.firstLine);
+    TellLeftOut(file_.leftOut, fileName_, messages_);
     origin_.GoToLine(0);
     if (!isGpx_ && !isBroken_) NoteError(messages_, "%s is no GPX file", {fileName_});
     origin_.GoToLine(routeLine_);
@@ -220,7 +220,7 @@ class GpxWalk {
   void CloseFix(Element kind) {
     const auto fix = FixOf(lat_, lon_, altitude_);
     if (!fix) {
-      leftOut_.Note(fixLine_);
+      file_.leftOut.Add(fixLine_);
     } else if (kind == Element::Waypoint) {
       file_.waypoints.push_back({std::move(name_), *fix});
     } else {
@@ -235,7 +235,6 @@ class GpxWalk {
   OriginScope origin_;
   size_t linesBefore_ = 0;  ///< those that the parser does not see
   GisFile file_;
-  LeftOut leftOut_;
   bool isGpx_ = false;
   bool isBroken_ = false;
   size_t routeLine_ = 0;  ///< of the first route; 0 for none

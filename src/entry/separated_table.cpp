@@ -163,4 +163,9 @@ char SeparatorOf(std::string_view text) {
   return Separators[static_cast<size_t>(most - counts.begin())];
 }
 
+std::string_view SeparatorName(char separator) {
+  static constexpr std::string_view Names[] = {"tabs", "semicolons", "commas"};
+  return Names[std::min(Separators.find(separator), Separators.size() - 1)];
+}
+
 }  // namespace orvane

@@ -46,4 +46,7 @@ class TableRows {
 ///         outside quotes; of equals the first in this order
 char SeparatorOf(std::string_view text);
 
+/// \return the name of a separator in the plural: "tabs", "semicolons" or "commas"
+std::string_view SeparatorName(char separator);
+
 }  // namespace orvane

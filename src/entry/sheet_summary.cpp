@@ -1,13 +1,13 @@
 #include "entry/sheet_summary.h"
 
+#include "entry/separated_table.h"
+
 #include <algorithm>
 #include <vector>
 
 namespace orvane {
 
 namespace {
-
-constexpr std::string_view Separators = "\t;,";
 
 /// "column C", as the column fields name it.
 std::string ColumnWords(int column) {
@@ -57,11 +57,6 @@ std::string NothingFound(const ImportSpec& spec) {
 }
 
 }  // namespace
-
-std::string_view SeparatorName(char separator) {
-  static constexpr std::string_view Names[] = {"tabs", "semicolons", "commas"};
-  return Names[std::min(Separators.find(separator), Separators.size() - 1)];
-}
 
 std::string SheetSummary(const ImportSpec& spec, const SheetCounts& counts) {
   std::string text;

@@ -9,9 +9,6 @@
 
 namespace orvane {
 
-/// \return the name of a separator in the plural: "tabs", "semicolons" or "commas"
-std::string_view SeparatorName(char separator);
-
 /// What the import of a follow sheet has met.
 struct SheetCounts {
   size_t follows = 0;  ///< trails that got a stop

@@ -240,7 +240,7 @@ TEST_F(GisImportTest, EmptyFieldsAndOddColoursAreNoFault) {
   fields.size = "0";
   TakeAll(Header + ",,,,1,115\n,,,,2,115\n", fields);
   const Trail& trail = map.trails.front();
-  EXPECT_FALSE(trail.name);
+  EXPECT_EQ(trail.name, "gps 1");
   EXPECT_FALSE(trail.focalAnimal);
   EXPECT_EQ(trail.type, "");
   EXPECT_EQ(trail.color, NoColor);
@@ -431,6 +431,14 @@ TEST_F(GisImportTest, WaypointsWithoutALastingNameAreTold) {
                           "that of a time of day"});
 }
 
+TEST_F(GisImportTest, OneWaypointWithoutALastingNameIsNamed) {
+  ASSERT_TRUE(Start(Header + "0830,,,,3,115\n"));
+  ASSERT_TRUE(Start(Header + ",,,,3,115\n"));
+  EXPECT_EQ(Said(), (Texts{"1 waypoint is not kept when the map is saved: 0830 is the name of a "
+                           "time of day",
+                           "1 waypoint is not kept when the map is saved: it has no name"}));
+}
+
 TEST_F(GisImportTest, PointsOfTheBasisStayAsTheyAre) {
   Map& above = Open("B\ttest.map\n", "above.map");
   ASSERT_EQ(above.basis, &map);
@@ -457,8 +465,60 @@ TEST_F(GisImportTest, TracksAndWaypointsOfOneFileBothComeIn) {
       "<time>2004-02-18T08:00:00Z</time></trkpt></trkseg></trk></gpx>");
   EXPECT_EQ(LoosePoints(), (Texts{"Fig", "Fig", "Fig"}));
   EXPECT_EQ(Length(map.trails), 2);
-  EXPECT_FALSE(map.trails.front().name);
+  EXPECT_EQ(map.trails.front().name, "gps 1");
   EXPECT_EQ(map.trails.front().date, PackDate(2004, 2, 18));
+}
+
+std::string GpxOf(const std::vector<std::string>& trackNames) {
+  std::string text = "<gpx>";
+  for (const std::string& name : trackNames) {
+    text += "<trk><name>" + name + "</name><trkseg><trkpt lat='1' lon='2'/></trkseg></trk>";
+  }
+  return text + "</gpx>";
+}
+
+TEST_F(GisImportTest, TracksWithoutANameGetThatOfTheFileAndANumber) {
+  const auto namesOf = [this](const std::string& file, const std::vector<std::string>& tracks) {
+    auto import = StartGisImportOfText(map, GpxOf(tracks), file, {});
+    Texts names;
+    for (const GisTrack& track : import->file.tracks) names.push_back(track.name);
+    EXPECT_EQ(TakeAllTracks(*import, StartFields(*import, {})), GisField::None);
+    return names;
+  };
+  EXPECT_EQ(namesOf("gps/walk.gpx", {"", "Ridge", " "}), (Texts{"walk 1", "Ridge", "walk 2"}));
+  // Neither a name of the map is used again, nor one of the same file.
+  EXPECT_EQ(namesOf("walk.txt", {"", "WALK 3", ""}), (Texts{"walk 4", "WALK 3", "walk 5"}));
+  EXPECT_EQ(namesOf(".gpx", {""}), Texts{"Track 1"});
+  EXPECT_EQ(namesOf("a\tb.c.gpx", {""}), Texts{"a b.c 1"});
+  const auto lines = StartGisImportOfText(map, Header + ",,,,1,2\n,,,,1,3\n", "day.txt", {});
+  EXPECT_EQ(CurrentTrack(*lines)->name, "day 1");
+}
+
+TEST_F(GisImportTest, TheSummaryCountsWhatWasTaken) {
+  auto import = Start(TwoTracks + "D,,,,x,115\n");
+  ASSERT_TRUE(import);
+  EXPECT_EQ(GisSummary(*import),
+            "Imported no tracks from gps.txt; 3 tracks are skipped; line 7 is left out");
+  EXPECT_EQ(TakeTrack(*import, StartFields(*import, {})), GisField::None);
+  SkipTrack(*import);
+  EXPECT_EQ(
+      GisSummary(*import),
+      "Imported 1 track with 2 points from gps.txt; 2 tracks are skipped; line 7 is left out");
+  EXPECT_EQ(TakeTrack(*import, {}), GisField::None);
+  EXPECT_EQ(GisSummary(*import),
+            "Imported 2 tracks with 3 points from gps.txt; 1 track is skipped; line 7 is left out");
+  const auto waypoints =
+      Start(Header + "Fig,,,,1.5,115\nCamp,,,,1,115\n=,,,,1,115\n,,,,,\n,,,,,\n");
+  ASSERT_TRUE(waypoints);
+  EXPECT_EQ(GisSummary(*waypoints),
+            "Imported 2 waypoints from gps.txt; 1 waypoint is left out; 2 lines are left out, the "
+            "first is line 5");
+  const auto both = Start(
+      "<gpx><wpt lat='1' lon='2'><name>Fig</name></wpt><trk><trkseg>"
+      "<trkpt lat='1' lon='2'/></trkseg></trk></gpx>");
+  ASSERT_TRUE(both);
+  EXPECT_EQ(GisSummary(*both),
+            "Imported no tracks and 1 waypoint from gps.txt; 1 track is skipped");
 }
 
 // --- The whole way --------------------------------------------------------------------------
@@ -492,9 +552,30 @@ TEST_F(GisImportTest, AFileThatHoldsNothingOrIsNotThereIsTold) {
   EXPECT_FALSE(StartGisImport(map, path, {}));
   EXPECT_EQ(Said(),
             (Texts{"Can't open file " + folder.Path("none.txt"), "Can't open file " + folder.Path(),
-                   "There are no tracks and no waypoints in " + path}));
+                   "There are no tracks and no waypoints in " + path +
+                       ": looked for latitude in column 5 and longitude in column 6, separated by "
+                       "commas"}));
   EXPECT_FALSE(map.flags & MapDirty);
   EXPECT_TRUE(StartGisImport(map, folder.Write("gps.txt", TwoTracks), {}));
+}
+
+TEST_F(GisImportTest, AFileThatHoldsNothingNamesItsSeparator) {
+  for (const std::string separator : {"\t", ";"}) {
+    std::string text = Header + "A,x,,,1,115\n";
+    std::replace(text.begin(), text.end(), ',', separator[0]);
+    EXPECT_FALSE(Start(text));
+  }
+  EXPECT_FALSE(Start("<gpx><rte/></gpx>"));
+  EXPECT_FALSE(Start(""));
+  const std::string start = "There are no tracks and no waypoints in gps.txt: looked for ";
+  const std::string columns =
+      start + "latitude in column 5 and longitude in column 6, separated by commas";
+  Texts errors;
+  for (const auto& entry : messages.Entries()) {
+    if (entry.severity == Severity::Error) errors.push_back(entry.text);
+  }
+  EXPECT_EQ(errors, (Texts{columns + ", not tabs", columns + ", not semicolons",
+                           start + "trk and wpt", columns}));
 }
 
 // --- Called off -----------------------------------------------------------------------------
