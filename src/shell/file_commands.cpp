@@ -3,10 +3,9 @@
 #include "base/file_names.h"
 #include "base/messages.h"
 #include "commands/map_facts.h"
-#include "model/map_chain.h"
 #include "entry/gis_import.h"
-#include "mapfile/open_map.h"
-#include "mapfile/reader.h"
+#include "entry/submap_import.h"
+#include "model/map_chain.h"
 #include "output/shapefiles.h"
 #include "paint/display_text.h"
 #include "shell/entry/gis_trail_window.h"
@@ -114,15 +113,9 @@ void ImportSubmap(Shell& shell, ProgramWindow& window) {
   const Map* basis = map.basis;
   const QString name = DisplayText(shell.Files().maps.name);
   {
-    Workspace& workspace = shell.TheWorkspace();
-    const BusyWork busy(workspace, shell.Boxes(), Shell::tr("importing %1").arg(name), shell.clock);
-    ReadMapFile(map, *path);
-    if (IsCancelled(workspace.progress)) {
-      NoteWarning(workspace.messages, "Only a part of %s was imported", {*path});
-    }
-    // What was read stays, and has to get its places.
-    const MustFinish finish(workspace.progress);
-    FinishMap(map);
+    const BusyWork busy(shell.TheWorkspace(), shell.Boxes(), Shell::tr("importing %1").arg(name),
+                        shell.clock);
+    ImportSubmap(map, *path);
   }
   shell.MapChanged(map);
   if (map.basis != basis) ShowBasis(shell, map);
