@@ -3,6 +3,7 @@
 #include "base/messages.h"
 #include "base/replaced_file.h"
 #include "base/text.h"
+#include "base/utf8.h"
 #include "model/cells.h"
 #include "model/time_names.h"
 #include "model/workspace.h"
@@ -13,6 +14,7 @@
 #include "trails/metrics.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdio>
 #include <map>
 #include <optional>
@@ -37,6 +39,37 @@ std::optional<std::string> ColorText(Color color) {
   char text[16];
   std::snprintf(text, sizeof text, "#%06x", static_cast<unsigned>(color) & 0xFFFFFFU);
   return text;
+}
+
+/// A note without the tab that parted it from the field before. A note of several lines of a file
+/// has one for each.
+std::optional<std::string> NoteText(const std::optional<std::string>& note) {
+  if (!note) return std::nullopt;
+  std::string text = note->substr(note->starts_with('\t') ? 1 : 0);
+  for (size_t at = text.find(" \t"); at != std::string::npos; at = text.find(" \t", at)) {
+    text.erase(at + 1, 1);
+  }
+  return text;
+}
+
+/// The names under which the counts of a map are put: its own, or "sm1" to "sm3" where it has none
+/// or one that another property has.
+std::array<std::string, 3> CountNames(const Map& map) {
+  constexpr std::string_view Taken[] = {"kind",    "name",           "type",         "focalAnimal",
+                                        "date",    "timeOfDay",      "duration",     "altitude",
+                                        "note",    "area",           "gridArea",     "follows",
+                                        "minutes", "meanFollowPath", "meanDailyPath"};
+  std::array<std::string, 3> names = {"sm1", "sm2", "sm3"};
+  for (size_t i = 0; i < names.size(); ++i) {
+    const std::string name = ToUtf8(map.smName[i].value_or(""));
+    const auto isSame = [&](std::string_view other) { return SameName(other, name); };
+    if (name.empty() || std::any_of(std::begin(Taken), std::end(Taken), isSame) ||
+        std::any_of(names.begin(), names.end(), isSame)) {
+      continue;
+    }
+    names[i] = name;
+  }
+  return names;
 }
 
 bool IsPlaced(const Point& point) { return (point.flags & PointPlaced) != 0; }
@@ -86,6 +119,11 @@ class FeatureWriter {
     json_.BeginObject();
     PutText("kind", kind);
   }
+  /// \param counts  of what the map counts, under its names
+  template <typename Counts>
+  void PutCounts(const std::array<std::string, 3>& names, const Counts& counts) {
+    for (size_t i = 0; i < names.size(); ++i) PutWhole(names[i], counts[i]);
+  }
   void PutText(const char* key, std::string_view text) {
     json_.Key(key);
     json_.Text(text);
@@ -117,7 +155,7 @@ class FeatureWriter {
       json_.Null();
     }
   }
-  void PutWhole(const char* key, std::int64_t value) {
+  void PutWhole(std::string_view key, std::int64_t value) {
     json_.Key(key);
     json_.Whole(value);
   }
@@ -150,11 +188,12 @@ void PutPoint(FeatureWriter& features, const Point& point) {
   features.PutText("name", names.front());
   features.PutTexts("synonyms", {names.begin() + 1, names.end()});
   features.PutAltitude("altitude", double{point.geo.altitude});
-  features.PutTextOrNull("note", point.note);
+  features.PutTextOrNull("note", NoteText(point.note));
   features.End(PointShape(point.geo));
 }
 
-void PutStop(FeatureWriter& features, const Point& point, const Trail& trail) {
+void PutStop(FeatureWriter& features, const Point& point, const Trail& trail,
+             const std::array<std::string, 3>& countNames) {
   features.Begin("stop");
   const std::string& time = *PointTimeName(point);
   features.PutText("name", time);
@@ -164,22 +203,21 @@ void PutStop(FeatureWriter& features, const Point& point, const Trail& trail) {
   // The record of a trail's last stop may have none.
   features.PutWhole("timeOfDay", ParseTimeName(time));
   features.PutWhole("duration", point.duration);
-  features.PutWhole("sm1", point.sm[0]);
-  features.PutWhole("sm2", point.sm[1]);
-  features.PutWhole("sm3", point.sm[2]);
+  features.PutCounts(countNames, point.sm);
   features.PutAltitude("altitude", double{point.geo.altitude});
-  features.PutTextOrNull("note", point.note);
+  features.PutTextOrNull("note", NoteText(point.note));
   features.End(PointShape(point.geo));
 }
 
 void PutStops(FeatureWriter& features, const Map& map) {
+  const std::array<std::string, 3> countNames = CountNames(map);
   for (const Trail& trail : map.trails) {
     for (Point* point : trail.points) point->flags &= ~std::uint32_t{PointVisited};
     for (Point* point : trail.points) {
       if ((point->flags & PointVisited) != 0) continue;
       point->flags |= PointVisited;
       if (PointTimeName(*point) == nullptr || !IsPlaced(*point)) continue;
-      if (IsOnEarth(point->geo)) PutStop(features, *point, trail);
+      if (IsOnEarth(point->geo)) PutStop(features, *point, trail, countNames);
     }
   }
 }
@@ -204,14 +242,15 @@ void PutTrail(FeatureWriter& features, const Trail& trail) {
   features.PutAltitude("minAltitude", altitudes.min);
   features.PutAltitude("maxAltitude", altitudes.max);
   if (closed || trail.filled) features.PutNumber("area", FlatTrailArea(trail));
-  features.PutTextOrNull("note", trail.note);
+  features.PutTextOrNull("note", NoteText(trail.note));
   GeoPath path = PathOf(PlacedPoints(trail.points));
   features.End(trail.filled ? AreaShape(std::move(path)) : LineShape(path));
 }
 
 // --- Ranges ---------------------------------------------------------------------------------
 
-void PutRange(FeatureWriter& features, const Range& range) {
+void PutRange(FeatureWriter& features, const Range& range,
+              const std::array<std::string, 3>& countNames) {
   features.Begin("range");
   features.PutTextOrNull("name", range.name);
   features.PutNumber("area", range.mcpArea);
@@ -220,10 +259,8 @@ void PutRange(FeatureWriter& features, const Range& range) {
   features.PutWhole("minutes", range.totalMinutes);
   features.PutWhole("meanFollowPath", range.meanFollowPath);
   features.PutWhole("meanDailyPath", range.meanDailyPath);
-  features.PutWhole("sm1", range.tally.measure[0]);
-  features.PutWhole("sm2", range.tally.measure[1]);
-  features.PutWhole("sm3", range.tally.measure[2]);
-  features.PutTextOrNull("note", range.note);
+  features.PutCounts(countNames, range.tally.measure);
+  features.PutTextOrNull("note", NoteText(range.note));
   features.End(AreaShape(PathOf(range.hull)));
 }
 
@@ -328,7 +365,8 @@ bool WriteGeoJson(Map& map, const TextSink& sink) {
   ForEachAhead(NamedPoints(map), [&](const Point& point) { PutPoint(features, point); });
   PutStops(features, map);
   for (const Trail& trail : map.trails) PutTrail(features, trail);
-  for (const Range& range : map.ranges) PutRange(features, range);
+  const std::array<std::string, 3> countNames = CountNames(map);
+  for (const Range& range : map.ranges) PutRange(features, range, countNames);
   for (const Range& range : map.ranges) PutClusters(features, range);
   for (const RangeIntersection& overlap : map.intersections) PutIntersection(features, overlap);
   const bool gridsPut = PutGrids(features, map);

@@ -110,15 +110,54 @@ double DirectedArea(const GeoPath& ring) {
   return sum;
 }
 
+/// \return the place of a ring that is farthest from its front
+const GeoPlace& FarthestFromFront(const GeoPath& ring) {
+  const auto distance = [&](const GeoPlace& place) {
+    return std::hypot(place.lon - ring.front().lon, place.lat - ring.front().lat);
+  };
+  return *std::max_element(ring.begin(), ring.end(), [&](const GeoPlace& a, const GeoPlace& b) {
+    return distance(a) < distance(b);
+  });
+}
+
+/// The two ends of a ring whose places all lie on one line, up to rounding.
+/// \param unrolled  at least two different places
+/// \return nothing for any other ring
+std::optional<GeoPath> EndsOfLine(const GeoPath& unrolled) {
+  constexpr double Rounding = 1e-9;  // width of the ring, of its length
+  const GeoPlace& front = unrolled.front();
+  const GeoPlace& end = FarthestFromFront(unrolled);
+  const double dLon = end.lon - front.lon;
+  const double dLat = end.lat - front.lat;
+  const double length2 = dLon * dLon + dLat * dLat;
+  GeoPlace ends[2] = {front, end};
+  double least = 0;
+  for (const GeoPlace& place : unrolled) {
+    const double lon = place.lon - front.lon;
+    const double lat = place.lat - front.lat;
+    if (std::fabs(lon * dLat - lat * dLon) > Rounding * length2) return std::nullopt;
+    const double along = lon * dLon + lat * dLat;
+    if (along >= least) continue;
+    least = along;
+    ends[0] = place;
+  }
+  return GeoPath{ends[0], ends[1]};
+}
+
 GeoPath ClosedRing(GeoPath ring) {
   if (DirectedArea(ring) < 0) std::reverse(ring.begin() + 1, ring.end());
   ring.push_back(ring.front());
   return ring;
 }
 
+/// True for an open unrolled ring that does not close on its own side of the earth.
+bool GoesRoundEarth(const GeoPath& unrolled) {
+  return std::fabs(unrolled.back().lon - unrolled.front().lon) > HalfTurn;
+}
+
 /// Cuts an open unrolled ring into its turns. \return nothing if it goes round the earth
 std::optional<std::vector<GeoPath>> CutRing(const GeoPath& unrolled) {
-  if (std::fabs(unrolled.back().lon - unrolled.front().lon) > HalfTurn) return std::nullopt;
+  if (GoesRoundEarth(unrolled)) return std::nullopt;
   const auto [west, east] =
       std::minmax_element(unrolled.begin(), unrolled.end(),
                           [](const GeoPlace& a, const GeoPlace& b) { return a.lon < b.lon; });
@@ -209,10 +248,14 @@ GeoShape AreaShape(GeoPath ring) {
   ring.erase(std::unique(ring.begin(), ring.end()), ring.end());
   while (ring.size() > 1 && ring.front() == ring.back()) ring.pop_back();
   if (ring.size() < 3) return LineShape(ring);
+  const GeoPath unrolled = Unrolled(ring);
+  if (!GoesRoundEarth(unrolled)) {
+    if (const auto ends = EndsOfLine(unrolled)) return LineShape(*ends);
+  }
   GeoPath closed = ring;
   closed.push_back(ring.front());
   if (!StaysWithinTurn(closed)) {
-    if (auto rings = CutRing(Unrolled(ring))) return {GeoKind::Area, std::move(*rings)};
+    if (auto rings = CutRing(unrolled)) return {GeoKind::Area, std::move(*rings)};
     for (GeoPlace& place : ring) place.lon = WithinTurn(place.lon);
   }
   return {GeoKind::Area, {ClosedRing(std::move(ring))}};

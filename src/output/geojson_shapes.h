@@ -42,8 +42,8 @@ GeoShape PointShape(const LatLon& place);
 /// degrees of longitude is taken to go the other way round the earth.
 GeoShape LineShape(const GeoPath& path);
 
-/// The area within a ring, closed or not, of either direction. Where there are not three different
-/// places one after the other it is what is left of it, a line or a point.
+/// The area within a ring, closed or not, of either direction. A ring whose places lie on one line
+/// gives that line from end to end; one place gives a point.
 GeoShape AreaShape(GeoPath ring);
 
 /// Writes it as a geometry object, or null.

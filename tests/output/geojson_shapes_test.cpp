@@ -33,6 +33,22 @@ TEST(AreaShape, OfFewerThanThreePlacesIsWhatIsLeft) {
   EXPECT_EQ(AreaShape({{1, 2}, {1, 3}, {1, 2}}).kind, GeoKind::Line);
 }
 
+TEST(AreaShape, OfPlacesOnOneLineIsThatLineFromEndToEnd) {
+  const auto expectLine = [](const GeoPath& ring, const std::vector<GeoPath>& expected) {
+    const GeoShape shape = AreaShape(ring);
+    EXPECT_EQ(shape.kind, GeoKind::Line);
+    EXPECT_EQ(shape.parts, expected);
+  };
+  expectLine({{1, 0}, {1, 2}, {1, 1}}, {{{1, 0}, {1, 2}}});
+  expectLine({{0.2, 0.2}, {0.1, 0.1}, {0.3, 0.3}, {0.2, 0.2}}, {{{0.3, 0.3}, {0.1, 0.1}}});
+  expectLine({{30.001, 1.001}, {30.002, 1.003}, {30.0035, 1.006}, {30.004, 1.007}},
+             {{{30.001, 1.001}, {30.004, 1.007}}});
+  expectLine({{179, 0}, {-179, 0}, {180, 0}}, {{{179, 0}, {180, 0}}, {{-180, 0}, {-179, 0}}});
+  // A ring that crosses itself may have no area either, and is no line.
+  EXPECT_EQ(AreaShape({{0, 0}, {1, 1}, {1, 0}, {0, 1}}).kind, GeoKind::Area);
+  EXPECT_EQ(AreaShape({{0, 0}, {1, 0}, {0.5, 1e-6}}).kind, GeoKind::Area);
+}
+
 TEST(LineShape, IsCutAtThe180thMeridian) {
   const GeoShape shape = LineShape({{179, 0}, {-179, 2}, {-178, 2}, {179, -1}});
   EXPECT_EQ(shape.kind, GeoKind::Line);
@@ -66,6 +82,7 @@ TEST(AreaShape, IsCutAtThe180thMeridian) {
 
 TEST(AreaShape, AroundThePoleIsNotCut) {
   const GeoShape shape = AreaShape({{0, 80}, {120, 80}, {-120, 80}});
+  EXPECT_EQ(shape.kind, GeoKind::Area);
   EXPECT_EQ(shape.parts.size(), 1U);
 }
 

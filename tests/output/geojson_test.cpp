@@ -73,6 +73,31 @@ TEST_F(GeoJson, HoldsPointsAndTrails) {
   EXPECT_NEAR(areas[0]["properties"]["area"].get<double>(), 111.12 * 111.12 / 2, 5);
 }
 
+TEST_F(GeoJson, LeavesTheTabOfANoteOut) {
+  Map& map = Open("T\nG\tCamp\tN1\tE30\t\t1\t\tthe camp\nG\tCamp\tN1\tE30\t\t1\t\tby the ford\n");
+  ASSERT_EQ(Named(map, "Camp").note, "\tthe camp \tby the ford");
+  EXPECT_EQ(OfKind(Written(map), "point")[0]["properties"]["note"], "the camp by the ford");
+}
+
+TEST_F(GeoJson, PutsCountsUnderTheirNames) {
+  Map& map = Open(std::string("Z\tfruit,Type,M\xFChle\n") + SiteOfRanges);
+  const Json json = Written(map);
+  const Json stop = OfKind(json, "stop")[0]["properties"];
+  EXPECT_EQ(stop["fruit"], 3);
+  EXPECT_EQ(stop["sm2"], 1);  // the name is that of another property
+  EXPECT_EQ(stop["type"], "Blue");
+  EXPECT_EQ(stop["M\xC3\xBChle"], 0);
+  EXPECT_FALSE(stop.contains("sm1"));
+  const Json range = OfKind(json, "range")[1]["properties"];
+  EXPECT_EQ(range["fruit"], 3);
+  EXPECT_EQ(range["sm2"], 1);
+  map.smName = {"Sm2", "x", "X"};
+  const Json again = OfKind(Written(map), "stop")[0]["properties"];
+  EXPECT_EQ(again["sm1"], 3);
+  EXPECT_EQ(again["x"], 1);
+  EXPECT_EQ(again["sm3"], 0);
+}
+
 TEST_F(GeoJson, HoldsWhatWasWorkedOutOfTheMap) {
   Map& map = Open(SiteOfRanges);
   const Json json = Written(map);
