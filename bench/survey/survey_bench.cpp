@@ -84,6 +84,24 @@ void SolveSurvey(benchmark::State& state) {
 }
 BENCHMARK(SolveSurvey)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
 
+/// A chain of points, each near the one before, the last one first.
+void ReadAndSolveNearChain(benchmark::State& state) {
+  std::string text = "T\tW\nG\tP0\tN1\tE1\n";
+  for (std::int64_t i = state.range(0); i > 0; --i) {
+    text += "N\tP" + std::to_string(i) + "\tP" + std::to_string(i - 1) + "\n";
+  }
+  for (auto _ : state) {
+    RecordedMessages messages;
+    Workspace workspace(messages);
+    Map& map = MakeMap(workspace, "chain.map");
+    ReadMapText(map, text);
+    FinishMap(map);
+    benchmark::DoNotOptimize(map.trails.front().points.back()->geo.lat);
+  }
+  state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+BENCHMARK(ReadAndSolveNearChain)->Arg(8000)->Arg(100000)->Unit(benchmark::kMillisecond);
+
 /// The junctions of such a survey: a tree with loops that reach a little way back.
 NormalSystem JunctionSystem(int size) {
   std::mt19937 random(7);

@@ -48,19 +48,20 @@ std::optional<RouteShare> ReadShare(std::string_view text) {
   return share;
 }
 
-const Point* PlacedPoint(const Map& map, std::string_view name) {
-  const Point* point = FindPointByName(map, nullptr, name);
-  return point != nullptr && (point->flags & PointPlaced) != 0 ? point : nullptr;
+const Point* PlacedPoint(Lookup& lookup, std::string_view name) {
+  const Point* point = FindPointByName(lookup.InMap(), nullptr, name);
+  return point != nullptr && lookup.IsPlaced(*point) ? point : nullptr;
 }
 
 /// Reads the trail names and the point between them; `text` then stands behind " by ".
 /// \return no legs if the text does not fit
-std::vector<Leg> TakeLegs(Map& map, std::string_view& text, const Point& from, const Point& to) {
+std::vector<Leg> TakeLegs(Lookup& lookup, std::string_view& text, const Point& from,
+                          const Point& to) {
   const size_t via = FindTextFolded(text, " via ");
   const size_t by = FindTextFolded(text, " by ");
   if (via >= by) {  // one leg, or no " by " either
     const auto trailName = TakeBefore(text, " by ");
-    const Trail* trail = trailName ? FindTrail(map, *trailName) : nullptr;
+    const Trail* trail = trailName ? FindTrail(lookup.InMap(), *trailName) : nullptr;
     if (trail == nullptr) return {};
     return {{trail, &from, &to}};
   }
@@ -68,28 +69,29 @@ std::vector<Leg> TakeLegs(Map& map, std::string_view& text, const Point& from, c
   const auto middleName = TakeBefore(text, " and ");
   const auto secondName = TakeBefore(text, " by ");
   if (!firstName || !middleName || !secondName) return {};
-  const Trail* first = FindTrail(map, *firstName);
-  const Trail* second = FindTrail(map, *secondName);
-  const Point* middle = PlacedPoint(map, *middleName);
+  const Trail* first = FindTrail(lookup.InMap(), *firstName);
+  const Trail* second = FindTrail(lookup.InMap(), *secondName);
+  const Point* middle = PlacedPoint(lookup, *middleName);
   if (first == nullptr || second == nullptr || middle == nullptr) return {};
   return {{first, &from, middle}, {second, middle, &to}};
 }
 
 }  // namespace
 
-std::optional<LatLon> ResolveAlongTrail(Map& map, std::string_view text) {
+std::optional<LatLon> ResolveAlongTrail(Lookup& lookup, std::string_view text) {
   constexpr std::string_view From = "from ";
   if (CompareNamesN(text, From, From.size()) != 0) return std::nullopt;
   text.remove_prefix(From.size());
   const auto startName = TakeBefore(text, " to ");
   const auto endName = TakeBefore(text, " along ");
   if (!startName || !endName) return std::nullopt;
-  const Point* start = PlacedPoint(map, *startName);
-  const Point* end = PlacedPoint(map, *endName);
+  const Point* start = PlacedPoint(lookup, *startName);
+  const Point* end = PlacedPoint(lookup, *endName);
   if (start == nullptr || end == nullptr) return std::nullopt;
-  const std::vector<Leg> legs = TakeLegs(map, text, *start, *end);
+  const std::vector<Leg> legs = TakeLegs(lookup, text, *start, *end);
   const auto share = ReadShare(text);
   if (legs.empty() || !share) return std::nullopt;
+  lookup.HangsOnMore();
 
   double total = 0;
   for (const Leg& leg : legs) {

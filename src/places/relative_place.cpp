@@ -4,7 +4,6 @@
 #include "base/text.h"
 #include "geo/earth.h"
 #include "model/point_names.h"
-#include "trails/positions_on_trail.h"
 
 #include <array>
 #include <cmath>
@@ -82,7 +81,7 @@ double AngleOf(Direction direction, double travel) {
 
 }  // namespace
 
-std::optional<LatLon> ResolveRelativePlace(Map& map, std::string_view text) {
+std::optional<LatLon> ResolveRelativePlace(Lookup& lookup, std::string_view text) {
   const RealPrefix number = ReadReal(text);
   if (number.length == 0) return std::nullopt;
   text.remove_prefix(number.length);
@@ -96,11 +95,11 @@ std::optional<LatLon> ResolveRelativePlace(Map& map, std::string_view text) {
   SkipBlanks(text);
 
   double travel = 0;
-  auto place = PositionOnTrail(map, text, &travel);
+  auto place = lookup.MarkPlace(text, &travel);
   if (!place) {
     if (*direction == Direction::Right || *direction == Direction::Left) return std::nullopt;
-    const Point* point = FindPointByName(map, nullptr, text);
-    if (point == nullptr || (point->flags & PointPlaced) == 0) return std::nullopt;
+    const Point* point = FindPointByName(lookup.InMap(), nullptr, text);
+    if (point == nullptr || !lookup.IsPlaced(*point)) return std::nullopt;
     place = point->geo;
   }
   const double angle = AngleOf(*direction, travel);

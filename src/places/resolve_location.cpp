@@ -4,8 +4,8 @@
 #include "geo/angle_text.h"
 #include "model/cells.h"
 #include "model/point_names.h"
+#include "places/lookup.h"
 #include "places/relative_place.h"
-#include "trails/positions_on_trail.h"
 
 #include <algorithm>
 #include <limits>
@@ -17,9 +17,7 @@ namespace {
 /// Two places may themselves be two places, this deep: more commas in a text are read as a list.
 constexpr int DeepestNesting = 64;
 
-std::optional<Location> Resolve(Map& map, std::string_view text, int depth);
-
-bool IsPlaced(const Point& point) { return (point.flags & PointPlaced) != 0; }
+std::optional<Location> Resolve(Lookup& lookup, std::string_view text, int depth);
 
 /// The text behind "Word:" or "Word.", exactly so written; nothing if it begins otherwise.
 std::optional<std::string_view> BehindPrefix(std::string_view word, std::string_view text) {
@@ -38,14 +36,14 @@ LatLon Midpoint(const LatLon& a, const LatLon& b) {
   return middle;
 }
 
-std::optional<LatLon> ResolveTwoPlaces(Map& map, std::string_view text, int depth) {
+std::optional<LatLon> ResolveTwoPlaces(Lookup& lookup, std::string_view text, int depth) {
   const size_t comma = text.rfind(',');
   if (comma == std::string_view::npos || depth >= DeepestNesting) return std::nullopt;
   std::string_view behind = text.substr(comma + 1);
   while (!behind.empty() && behind.front() == ' ') behind.remove_prefix(1);
-  const auto second = Resolve(map, behind, depth + 1);
+  const auto second = Resolve(lookup, behind, depth + 1);
   if (!second) return std::nullopt;
-  const auto first = Resolve(map, text.substr(0, comma), depth + 1);
+  const auto first = Resolve(lookup, text.substr(0, comma), depth + 1);
   if (!first) return std::nullopt;
   return Midpoint(first->place, second->place);
 }
@@ -70,36 +68,36 @@ Range* FindNamedRange(Map& map, std::string_view text) {
 
 /// "Trail:" and "Point:" with a name set what they name. \return a cell's place, which ends the
 /// search
-std::optional<LatLon> ResolvePrefixed(Map& map, std::string_view text, Location& found) {
+std::optional<LatLon> ResolvePrefixed(Lookup& lookup, std::string_view text, Location& found) {
   if (const auto name = BehindPrefix("Trail", text)) {
-    found.trail = FindTrailOrContour(map, *name);
+    found.trail = FindTrailOrContour(lookup.InMap(), *name);
     return std::nullopt;
   }
   if (const auto name = BehindPrefix("Point", text)) {
-    found.point = FindPointByName(map, nullptr, *name);
+    found.point = FindPointByName(lookup.InMap(), nullptr, *name);
     return std::nullopt;
   }
-  return FindGridCell(map, BehindPrefix("Grid", text).value_or(text));
+  return lookup.CellPlace(BehindPrefix("Grid", text).value_or(text));
 }
 
 /// One item of a list. \param point  receives the point that it names, or null
-std::optional<LatLon> ResolveItem(Map& map, std::string_view item, Point*& point) {
-  point = FindPointByName(map, nullptr, item);
+std::optional<LatLon> ResolveItem(Lookup& lookup, std::string_view item, Point*& point) {
+  point = FindPointByName(lookup.InMap(), nullptr, item);
   if (point == nullptr) {
-    if (const auto place = PositionOnTrail(map, item)) return place;
-    if (const auto place = FindGridCell(map, item)) return place;
+    if (const auto place = lookup.MarkPlace(item)) return place;
+    if (const auto place = lookup.CellPlace(item)) return place;
     if (const auto cell = BehindPrefix("grid", item)) {
-      if (const auto place = FindGridCell(map, *cell)) return place;
+      if (const auto place = lookup.CellPlace(*cell)) return place;
     }
-    point = FindPointLoosely(map, item);
+    point = FindPointLoosely(lookup.InMap(), item);
   }
-  if (point == nullptr || !IsPlaced(*point)) return std::nullopt;
+  if (point == nullptr || !lookup.IsPlaced(*point)) return std::nullopt;
   return point->geo;
 }
 
 /// The mean of a list with ", " between its items. \param point  receives the point that the last
 /// item names
-std::optional<LatLon> ResolveList(Map& map, std::string_view text, Point*& point) {
+std::optional<LatLon> ResolveList(Lookup& lookup, std::string_view text, Point*& point) {
   constexpr std::string_view Separator = ", ";
   double latSum = 0;
   double lonSum = 0;
@@ -108,7 +106,7 @@ std::optional<LatLon> ResolveList(Map& map, std::string_view text, Point*& point
   int count = 0;
   while (true) {
     const size_t end = text.find(Separator);
-    const auto place = ResolveItem(map, text.substr(0, end), point);
+    const auto place = ResolveItem(lookup, text.substr(0, end), point);
     if (!place) return std::nullopt;
     latSum += place->lat;
     lonSum += place->lon;
@@ -123,13 +121,14 @@ std::optional<LatLon> ResolveList(Map& map, std::string_view text, Point*& point
 }
 
 /// The middle of the bounds of a trail's placed points.
-std::optional<LatLon> MiddleOfTrail(const Trail& trail) {
+std::optional<LatLon> MiddleOfTrail(Lookup& lookup, const Trail& trail) {
+  lookup.HangsOnMore();
   constexpr double Infinity = std::numeric_limits<double>::infinity();
   LatLon low{Infinity, Infinity, NoAltitude};
   LatLon high{-Infinity, -Infinity, NoAltitude};
   bool any = false;
   for (const Point* point : trail.points) {
-    if (!IsPlaced(*point)) continue;
+    if ((point->flags & PointPlaced) == 0) continue;
     any = true;
     low.lat = std::min(low.lat, point->geo.lat);
     low.lon = std::min(low.lon, point->geo.lon);
@@ -142,21 +141,21 @@ std::optional<LatLon> MiddleOfTrail(const Trail& trail) {
 
 /// The forms that name a thing or stand for a place by themselves. \return a place if a form ended
 /// the search; else what was named is in `found`
-std::optional<LatLon> ResolveSimpleForms(Map& map, std::string_view text, int depth,
+std::optional<LatLon> ResolveSimpleForms(Lookup& lookup, std::string_view text, int depth,
                                          Location& found) {
-  if (const auto place = ResolveTwoPlaces(map, text, depth)) return place;
-  FindPointOnTrail(map, text, found);
+  if (const auto place = ResolveTwoPlaces(lookup, text, depth)) return place;
+  FindPointOnTrail(lookup.InMap(), text, found);
   if (found.point != nullptr) return std::nullopt;
-  if (Range* range = FindNamedRange(map, text); range != nullptr && range->hasBounds) {
+  if (Range* range = FindNamedRange(lookup.InMap(), text); range != nullptr && range->hasBounds) {
     found.range = range;
     return LatLon{(range->maxLat + range->minLat) / 2, (range->maxLon + range->minLon) / 2,
                   NoAltitude};
   }
-  if (const auto place = ResolvePrefixed(map, text, found)) return place;
+  if (const auto place = ResolvePrefixed(lookup, text, found)) return place;
   if (found.point == nullptr && found.trail == nullptr) {
-    if (const auto place = PositionOnTrail(map, text)) return place;
+    if (const auto place = lookup.MarkPlace(text)) return place;
     if (LatLon place; ParseLatLon(text, place)) return place;
-    found.point = FindPointLoosely(map, text);
+    found.point = FindPointLoosely(lookup.InMap(), text);
   }
   if (found.point == nullptr && found.trail != nullptr && found.trail->points.size() == 1) {
     found.point = found.trail->points.front();
@@ -164,38 +163,48 @@ std::optional<LatLon> ResolveSimpleForms(Map& map, std::string_view text, int de
   return std::nullopt;
 }
 
-std::optional<Location> Resolve(Map& map, std::string_view text, int depth) {
+std::optional<Location> Resolve(Lookup& lookup, std::string_view text, int depth) {
   if (text.empty()) return std::nullopt;
   Location found;
   const auto at = [&](const LatLon& place) {
     found.place = place;
     return found;
   };
-  found.point = FindPointByName(map, nullptr, text);
-  if (found.point == nullptr) found.trail = FindTrailOrContour(map, text);
+  found.point = FindPointByName(lookup.InMap(), nullptr, text);
+  if (found.point == nullptr) found.trail = FindTrailOrContour(lookup.InMap(), text);
   if (found.point == nullptr && found.trail == nullptr) {
-    if (const auto place = ResolveSimpleForms(map, text, depth, found)) return at(*place);
+    if (const auto place = ResolveSimpleForms(lookup, text, depth, found)) return at(*place);
   }
   if (found.point != nullptr) {
-    if (!IsPlaced(*found.point)) return std::nullopt;
+    if (!lookup.IsPlaced(*found.point)) return std::nullopt;
     return at(found.point->geo);
   }
   if (found.trail == nullptr) {
-    if (const auto place = ResolveRelativePlace(map, text)) return at(*place);
+    if (const auto place = ResolveRelativePlace(lookup, text)) return at(*place);
   }
-  if (const auto place = ResolveAlongTrail(map, text)) return at(*place);
+  if (const auto place = ResolveAlongTrail(lookup, text)) return at(*place);
   if (found.trail != nullptr) {
-    if (const auto place = MiddleOfTrail(*found.trail)) return at(*place);
+    if (const auto place = MiddleOfTrail(lookup, *found.trail)) return at(*place);
     return std::nullopt;
   }
-  if (const auto place = ResolveList(map, text, found.point)) return at(*place);
+  if (const auto place = ResolveList(lookup, text, found.point)) return at(*place);
   return std::nullopt;
 }
 
 }  // namespace
 
-std::optional<Location> ResolveLocation(Map& map, std::string_view text) {
-  return Resolve(map, text, 0);
+std::optional<LatLon> Lookup::CellPlace(std::string_view name) {
+  if (needs_ != nullptr) {
+    for (const Map* level = &map_; level != nullptr; level = level->basis) {
+      for (const Grid& grid : level->grids) IsPlaced(*grid.corner);
+    }
+  }
+  return FindGridCell(map_, name);
+}
+
+std::optional<Location> ResolveLocation(Map& map, std::string_view text, LocationNeeds* needs) {
+  Lookup lookup(map, needs);
+  return Resolve(lookup, text, 0);
 }
 
 }  // namespace orvane

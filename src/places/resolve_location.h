@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <string_view>
+#include <vector>
 
 namespace orvane {
 
@@ -13,6 +14,15 @@ struct Location {
   Point* point = nullptr;
   Trail* trail = nullptr;
   Range* range = nullptr;
+};
+
+/// What a lookup that found nothing hangs on.
+struct LocationNeeds {
+  /// Points without a place that were asked for theirs; one may be listed more than once.
+  std::vector<const Point*> points;
+  /// True if nothing but these counts: until one of them has a place, the same text means nothing
+  /// in this map, and the lookup changes no point. False if it may come out otherwise.
+  bool complete = true;
 };
 
 /// Reads a free text that stands for a place, wherever the program asks for one. The forms are
@@ -32,7 +42,9 @@ struct Location {
 ///  12. a trail that was named: the middle of its bounds
 ///
 /// A point that has no place yet gives none.
+/// \param needs  if not null, receives what the lookup hangs on; for one that finds nothing
 /// \return nothing if the text means nothing
-std::optional<Location> ResolveLocation(Map& map, std::string_view text);
+std::optional<Location> ResolveLocation(Map& map, std::string_view text,
+                                        LocationNeeds* needs = nullptr);
 
 }  // namespace orvane

@@ -6,10 +6,13 @@
 #include "places/resolve_location.h"
 #include "survey/links.h"
 #include "survey/positions.h"
+#include "survey/stray_turns.h"
 
+#include <algorithm>
 #include <cmath>
 #include <unordered_map>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
 namespace orvane {
@@ -26,7 +29,7 @@ class RayCrossings {
  public:
   /// \return true if the point has a place now
   bool IntersectRays(Point& point) {
-    if (!Ask(point)) return false;
+    if (point.rays == nullptr || !Ask(point)) return false;
     while (!stack_.empty()) {
       if (!Advance()) Finish();
     }
@@ -34,7 +37,12 @@ class RayCrossings {
   }
 
   /// A place was found by other means: what failed before may work now.
-  void NoteGain() { failed_.clear(); }
+  void NoteGain() {
+    if (!failed_.empty()) failed_.clear();
+  }
+
+  /// \return the points that were placed since the last call
+  std::vector<const Point*> TakePlaced() { return std::exchange(placed_, {}); }
 
  private:
   /// One point whose rays are being crossed, and how far that has come.
@@ -141,12 +149,14 @@ class RayCrossings {
     point.geo.lon += crossing.meanLon;
     point.flags |= PointPlaced;
     ProjectPoint(point);
+    placed_.push_back(&point);
     NoteGain();
   }
 
   std::vector<Crossing> stack_;
   std::unordered_set<const Point*> underWay_;
   std::unordered_set<const Point*> failed_;  ///< since the last gain
+  std::vector<const Point*> placed_;
 };
 
 /// A reading of distance, bearing and inclination 0 says that the point is where its base is.
@@ -155,11 +165,11 @@ bool IsTie(const Measurement& reading) {
          reading.distance == 0 && reading.bearing == 0 && reading.inclination == 0;
 }
 
-bool PlaceByNearName(Map& map, Point& point) {
+bool PlaceByNearName(Map& map, Point& point, LocationNeeds& needs) {
   if (point.measurements.empty()) return false;
   const Measurement& newest = point.measurements.front();
   if ((newest.flags & MeasureNear) == 0) return false;
-  const auto location = ResolveLocation(map, newest.nearName);
+  const auto location = ResolveLocation(map, newest.nearName, &needs);
   if (!location) return false;
   point.geo = location->place;
   point.flags |= PointPlaced;
@@ -179,38 +189,51 @@ bool PlaceByTie(Point& point) {
   return false;
 }
 
-/// Tries each way to place a stray, in turn. \return true if it has a place now
-bool SolveStrayPoint(Map& map, Point& point, RayCrossings& crossings) {
+/// Tries each way to place a stray, in turn.
+/// \param needs  receives what its near text hangs on
+/// \return true if it has a place now
+bool SolveStrayPoint(Map& map, Point& point, RayCrossings& crossings, LocationNeeds& needs) {
   const bool gained =
-      PlaceByNearName(map, point) || crossings.IntersectRays(point) || PlaceByTie(point);
+      PlaceByNearName(map, point, needs) || crossings.IntersectRays(point) || PlaceByTie(point);
   if (gained) crossings.NoteGain();
   return gained;
+}
+
+/// True if only a near text can place the point.
+bool HasOnlyNearText(const Point& point) {
+  return point.rays == nullptr &&
+         std::none_of(point.measurements.begin(), point.measurements.end(), IsTie);
 }
 
 }  // namespace
 
 void SolveStrayPoints(Map& map) {
   std::vector<Point*> strays;
-  const SolverWalk walk(map);
+  SolverWalk walk(map);
   ForEachPoint(map, [&](Point& point) {
     if (!IsPlaced(point) && walk.FirstVisit(point)) strays.push_back(&point);
   });
   const NameIndexScope index(map);
   RayCrossings crossings;
-  for (bool gained = true; gained && !strays.empty();) {
-    gained = false;
-    std::vector<Point*> left;
-    for (Point* point : strays) {
-      // It may have been placed by way of another meanwhile.
-      if (IsPlaced(*point) || SolveStrayPoint(map, *point, crossings)) {
-        gained = true;
-      } else {
-        left.push_back(point);
-      }
+  StrayTurns turns(strays.size());
+  while (const auto turn = turns.Next()) {
+    Point& point = *strays[*turn];
+    LocationNeeds needs;
+    // It may have been placed by way of another meanwhile.
+    if (IsPlaced(point)) {
+      turns.NoteGain();
+    } else if (SolveStrayPoint(map, point, crossings, needs)) {
+      turns.NoteGain();
+      turns.Wake(point);
+    } else if (needs.complete && HasOnlyNearText(point)) {
+      turns.WaitFor(needs.points);
+    } else {
+      turns.TryEachPass();
     }
-    strays = std::move(left);
+    for (const Point* placed : crossings.TakePlaced()) turns.Wake(*placed);
   }
   for (const Point* point : strays) {
+    if (IsPlaced(*point)) continue;
     NoteWarning(map.workspace->messages, "No position found for point %s", {point->name});
   }
 }

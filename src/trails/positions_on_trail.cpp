@@ -225,6 +225,22 @@ size_t ScanTrailNumber(std::string_view name) {
   return start;
 }
 
+/// The trails on which a metre mark can lie.
+struct MarkTrails {
+  const Trail* first = nullptr;   ///< null if there is none
+  const Trail* second = nullptr;  ///< where the first one goes on; may be null
+};
+
+MarkTrails TrailsOfMark(Map& map, std::string_view name) {
+  const auto start = TrailNumberStart(name);
+  if (!start) return {};
+  const std::string_view front = name.substr(0, *start);
+  const Trail* plain = FindTrail(map, front);
+  const Trail* prime = FindPrimeTrail(map, front);
+  if (plain == nullptr) return {prime, nullptr};
+  return {plain, prime};
+}
+
 }  // namespace
 
 std::optional<size_t> TrailNumberStart(std::string_view name) {
@@ -281,16 +297,13 @@ Trail* FindPrimeTrail(Map& map, std::string_view trailName) {
   return FindTrail(map, std::string(trailName.substr(0, LongestPrimeName)) + "'");
 }
 
+bool IsMarkOfTrail(Map& map, std::string_view name) {
+  return TrailsOfMark(map, name).first != nullptr;
+}
+
 std::optional<LatLon> PositionOnTrail(Map& map, std::string_view name, double* bearing) {
   const auto start = TrailNumberStart(name);
-  if (!start) return std::nullopt;
-  const std::string_view front = name.substr(0, *start);
-  const Trail* first = FindTrail(map, front);
-  const Trail* second = FindPrimeTrail(map, front);
-  if (first == nullptr) {
-    first = second;
-    second = nullptr;
-  }
+  const auto [first, second] = TrailsOfMark(map, name);
   if (first == nullptr) return std::nullopt;
 
   const int target = TrailNumberValue(name.substr(*start));

@@ -40,6 +40,10 @@ const std::string* PointNumericSynonym(const Point& point);
 ///         basis chain; null if there is none
 Trail* FindPrimeTrail(Map& map, std::string_view trailName);
 
+/// \return true if `name` ends in a number after the name of a trail, or of one with "'" added: only
+///         then does `PositionOnTrail` look at any point
+bool IsMarkOfTrail(Map& map, std::string_view name);
+
 /// The place of a metre mark, such as Pde135, whether or not a point bears it. Between two marks
 /// their numbers count as fractions of the measured path between them; before the first and
 /// behind the last mark numbers are metres. A trail may go on in a second one of the same name

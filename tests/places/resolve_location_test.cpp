@@ -331,5 +331,64 @@ TEST_F(Locations, GiveNoMessage) {
   EXPECT_EQ(Said(), Texts{});
 }
 
+/// What a lookup that finds nothing hangs on.
+struct LocationNeedsTest : Locations {
+  LocationNeeds NeedsOf(std::string_view text) {
+    LocationNeeds needs;
+    EXPECT_FALSE(ResolveLocation(map, text, &needs)) << text;
+    return needs;
+  }
+};
+
+TEST_F(LocationNeedsTest, AreThePointsWithoutAPlaceThatATextAsksFor) {
+  const Point* unplaced = &Named(map, "Unplaced");
+  for (const char* text : {"Unplaced", "Point:Unplaced", "Lost:Unplaced", "Unplaced, Camp",
+                           "5m n of Unplaced", "From Unplaced to Ridge along Walk by 1",
+                           "From Camp to Unplaced along Walk by 1", "Camp, Unplaced, Ridge"}) {
+    const LocationNeeds needs = NeedsOf(text);
+    EXPECT_TRUE(needs.complete) << text;
+    ASSERT_FALSE(needs.points.empty()) << text;
+    for (const Point* point : needs.points) EXPECT_EQ(point, unplaced) << text;
+  }
+}
+
+TEST_F(LocationNeedsTest, AreNoneForATextThatNamesNothing) {
+  const LocationNeeds needs = NeedsOf("Nowhere");
+  EXPECT_TRUE(needs.complete);
+  EXPECT_TRUE(needs.points.empty());
+}
+
+TEST_F(LocationNeedsTest, AreIncompleteWhereMoreThanSinglePointsCounts) {
+  // A mark beyond the end of its trail, a trail without places, a way along a trail.
+  for (const char* text :
+       {"Main999", "3m n of Main999", "Lost", "Camp, Lost", "From Camp to Falls along Walk by 1"}) {
+    EXPECT_FALSE(NeedsOf(text).complete) << text;
+  }
+}
+
+TEST_F(LocationNeedsTest, HoldTheCornersOfGridsWithoutAPlace) {
+  Point& corner = *map.grids.front().corner;
+  corner.flags &= ~std::uint32_t{PointPlaced};
+  const LocationNeeds needs = NeedsOf("A1");
+  EXPECT_TRUE(needs.complete);
+  ASSERT_FALSE(needs.points.empty());
+  EXPECT_EQ(needs.points.front(), &corner);
+}
+
+TEST_F(LocationNeedsTest, AreIncompleteForMorePointsThanARecordHolds) {
+  std::string list = "Unplaced";
+  for (int i = 0; i < 100; ++i) list += ", Unplaced";
+  const LocationNeeds needs = NeedsOf(list);
+  EXPECT_LE(needs.points.size(), 64U);
+  map.grids.clear();
+  for (int i = 0; i < 70; ++i) {
+    Grid& grid = map.grids.emplace_front();
+    grid.corner = &Named(map, "Unplaced");
+  }
+  const LocationNeeds many = NeedsOf("B1");
+  EXPECT_FALSE(many.complete);
+  EXPECT_EQ(many.points.size(), 64U);
+}
+
 }  // namespace
 }  // namespace orvane

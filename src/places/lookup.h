@@ -1,0 +1,56 @@
+#pragma once
+
+#include "model/map.h"
+#include "places/resolve_location.h"
+#include "trails/positions_on_trail.h"
+
+#include <cstddef>
+#include <optional>
+#include <string_view>
+
+namespace orvane {
+
+/// One lookup of a location text: the map, and a record of what the answer hangs on. Every form
+/// asks for the places of points, cells and marks through it.
+class Lookup {
+ public:
+  /// \param needs  receives the record; may be null
+  Lookup(Map& map, LocationNeeds* needs) : map_(map), needs_(needs) {}
+
+  Map& InMap() { return map_; }
+
+  /// \return true if the point has a place
+  bool IsPlaced(const Point& point) {
+    if ((point.flags & PointPlaced) != 0) return true;
+    if (needs_ != nullptr) Need(point);
+    return false;
+  }
+  /// As `FindGridCell`.
+  std::optional<LatLon> CellPlace(std::string_view name);
+  /// As `PositionOnTrail`.
+  std::optional<LatLon> MarkPlace(std::string_view name, double* bearing = nullptr) {
+    if (needs_ != nullptr && IsMarkOfTrail(map_, name)) needs_->complete = false;
+    return PositionOnTrail(map_, name, bearing);
+  }
+  /// The answer hangs on more than single points, or the lookup changes points.
+  void HangsOnMore() {
+    if (needs_ != nullptr) needs_->complete = false;
+  }
+
+ private:
+  /// A record that grows with the map would cost more than it saves.
+  static constexpr size_t MostNeeds = 64;
+
+  void Need(const Point& point) {
+    if (needs_->points.size() < MostNeeds) {
+      needs_->points.push_back(&point);
+    } else {
+      needs_->complete = false;
+    }
+  }
+
+  Map& map_;
+  LocationNeeds* needs_;
+};
+
+}  // namespace orvane
