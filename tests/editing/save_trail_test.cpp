@@ -1,0 +1,304 @@
+#include "editing/save_trail.h"
+
+#include "editing/edit_history.h"
+#include "mapfile/writer.h"
+#include "support/dice.h"
+#include "support/map_from_text.h"
+
+#include <gtest/gtest.h>
+
+namespace orvane {
+namespace {
+
+constexpr char SiteText[] =
+    "Z\tFeed\n"
+    "T\tKana\tTrail\t\t\t1.5,#804000\n"
+    "G\tKana0\tS21 15\tE47 25\t120\t2\t2k\tat the stream\n"
+    "C\tKana50\tKana0\t48.5\t84\t3.5\n"
+    "C\tKana100\tKana50\t51\tA92.5\t-2\t\t3\n"
+    "T\tRidge\tTrail\n"
+    "G\tRidge0=Camp\tS21 15.12\tE47 25.21\t180\n"
+    "C\tRidge40\tRidge0\t40\t12\t6\n"
+    "C\tKana0\tRidge0\t600\t250\t0\n"
+    "T\t\tPapio\tAna\t2020-3-1\n"
+    "G\t8:00\tS21 15.01\tE47 25.02\n"
+    "G\t8:30\tS21 15.03\tE47 25.06\n"
+    "N\t9:10\tKana50\n"
+    "R\tPapio\n"
+    "K\tPapio\n";
+
+struct SaveTrailTest : MapFixture {
+  Map& map = Open(SiteText, "site.map");
+  EditHistory history{workspace};
+
+  Trail& TrailNamed(std::string_view name) { return *FindTrail(map, name); }
+  std::string Saved() { return MapFileText(map, "site.map", true); }
+};
+
+TEST_F(SaveTrailTest, OkWithoutAChangeLeavesTheMapAlone) {
+  const std::string before = Saved();
+  TrailEditor editor(map, &TrailNamed("Kana"));
+  EXPECT_EQ(SaveTrailEditor(editor, history), SaveOutcome::Closes);
+  EXPECT_EQ(Saved(), before);
+  EXPECT_EQ(map.flags & MapDirty, 0U);
+}
+
+TEST_F(SaveTrailTest, AChangedReadingMovesThePoint) {
+  TrailEditor editor(map, &TrailNamed("Kana"));
+  ASSERT_EQ(editor.Mode(), EntryMode::Mixture);
+  const LatLon was = Named(map, "Kana100").geo;
+  ASSERT_EQ(editor.GetCell(2, ColumnName), "Kana50");
+  ASSERT_TRUE(editor.SetCell(2, ColumnDistance, "100"));
+  EXPECT_EQ(SaveTrailEditor(editor, history), SaveOutcome::Closes);
+  EXPECT_EQ(Named(map, "Kana50").measurements.front().distance, 100);
+  EXPECT_GT(was.lon - Named(map, "Kana100").geo.lon, 0.0004) << "what hangs on it moves too";
+  EXPECT_NE(map.flags & MapDirty, 0U);
+  EXPECT_EQ(*history.UndoName(map), "Edit of Trail Kana");
+}
+
+TEST_F(SaveTrailTest, APointThatNoRowNamesLeavesTheMap) {
+  TrailEditor editor(map, &TrailNamed("Kana"));
+  editor.DeleteRow(editor.RowCount() - 1);
+  SaveTrailEditor(editor, history);
+  EXPECT_EQ(FindPointByName(map, nullptr, "Kana100"), nullptr);
+  EXPECT_EQ(NamesOf(TrailNamed("Kana")), (Texts{"Kana0", "Kana50"}));
+}
+
+TEST_F(SaveTrailTest, APointThatAReadingStillNamesStaysLoose) {
+  TrailEditor editor(map, &TrailNamed("Ridge"));
+  // Of "Ridge0=Camp" the row goes; Ridge40 is still measured from it.
+  editor.DeleteRow(0);
+  SaveTrailEditor(editor, history);
+  Point& base = Named(map, "Ridge0");
+  EXPECT_EQ(base.trail, nullptr);
+  EXPECT_NE(std::find(map.loosePoints.begin(), map.loosePoints.end(), &base),
+            map.loosePoints.end());
+}
+
+TEST_F(SaveTrailTest, APointOfAnotherTrailKeepsItsReadings) {
+  // Kana0 is on both trails, and no row of Ridge names it any more.
+  TrailEditor editor(map, &TrailNamed("Ridge"));
+  while (editor.RowCount() > 0 && editor.GetCell(editor.RowCount() - 1, 0) == "Kana0") {
+    editor.DeleteRow(editor.RowCount() - 1);
+  }
+  const size_t readings = Readings(Named(map, "Kana0")).size();
+  ASSERT_EQ(SaveTrailEditor(editor, history), SaveOutcome::Closes);
+  EXPECT_EQ(Readings(Named(map, "Kana0")).size(), readings);
+  EXPECT_EQ(Named(map, "Kana0").trail, &TrailNamed("Kana"));
+  EXPECT_EQ(*Named(map, "Kana0").note, "\tat the stream");
+}
+
+TEST_F(SaveTrailTest, ReadingsOfAPointWithSynonymsDoNotDouble) {
+  TrailEditor editor(map, &TrailNamed("Ridge"));
+  editor.SetCell(0, 7, "181");
+  SaveTrailEditor(editor, history);
+  EXPECT_EQ(Readings(Named(map, "Camp")).size(), 1U);
+  EXPECT_EQ(Named(map, "Camp").name, "Ridge0");
+}
+
+TEST_F(SaveTrailTest, AVisitMakesNoReading) {
+  TrailEditor editor(map, &TrailNamed("Kana"));
+  const size_t row = editor.RowCount();
+  editor.SetCell(row, ColumnName, "Fig");
+  editor.SetCell(row, ColumnPoint, "");
+  SaveTrailEditor(editor, history);
+  EXPECT_TRUE(Named(map, "Fig").measurements.empty());
+  EXPECT_EQ(NamesOf(TrailNamed("Kana")).back(), "Fig");
+}
+
+TEST_F(SaveTrailTest, ATimeTypedTwiceIsOnePointOfItsTrail) {
+  TrailEditor editor(map, nullptr);
+  editor.SetField(TrailField::Type, "Papio");
+  editor.SetField(TrailField::Date, "2020-3-2");
+  editor.SetMode(EntryMode::Gps);
+  for (const size_t row : {0U, 1U}) {
+    editor.SetCell(row, 0, "8:00");
+    editor.SetCell(row, 1, "S21 15");
+    editor.SetCell(row, 2, "E47 25");
+  }
+  ASSERT_EQ(SaveTrailEditor(editor, history), SaveOutcome::Closes);
+  const Trail& made = map.trails.front();
+  ASSERT_EQ(made.points.size(), 1U);
+  EXPECT_EQ(Readings(*made.points.front()).size(), 2U);
+  const Trail* old = FindTrailByDate(map, "papio", PackDate(2020, 3, 1), "Ana");
+  EXPECT_NE(old->points.front(), made.points.front());
+}
+
+TEST_F(SaveTrailTest, AnUnknownPointIsMadeWithoutAMessage) {
+  TrailEditor editor(map, &TrailNamed("Kana"));
+  editor.SetCell(2, ColumnPoint, "Nowhere");
+  messages.Clear();
+  SaveTrailEditor(editor, history);
+  Point& made = Named(map, "Nowhere");
+  EXPECT_EQ(made.trail, nullptr);
+  EXPECT_EQ(map.loosePoints.front(), &made);
+}
+
+TEST_F(SaveTrailTest, RefusesWhatTheFormCannotMean) {
+  const auto said = [&](TrailField field, std::string_view text) {
+    messages.Clear();
+    TrailEditor editor(map, nullptr);
+    editor.SetField(TrailField::Type, "Road");
+    editor.SetField(TrailField::Name, "New road");
+    editor.SetCell(0, 0, "R0");
+    editor.SetField(field, text);
+    EXPECT_EQ(SaveTrailEditor(editor, history), SaveOutcome::Stays);
+    return Said().empty() ? std::string() : Said().front();
+  };
+  EXPECT_EQ(said(TrailField::Date, "2020-1-x"), "Sorry, Date is in a bad format");
+  EXPECT_EQ(said(TrailField::Size, "ten"),
+            "Sorry, Troop size is in a bad format (must be an integer)");
+  EXPECT_EQ(said(TrailField::Width, "2 feet"),
+            "Sorry, Trail Width is in a bad format (must be an integer, a number of meters)");
+  EXPECT_EQ(said(TrailField::LineColor, "muddy"), "Sorry, I don't know that color");
+  EXPECT_EQ(said(TrailField::Name, "ridge"), "Sorry, this trail already exists");
+  EXPECT_EQ(history.Steps(), 0U);
+}
+
+TEST_F(SaveTrailTest, NeedsARow) {
+  TrailEditor editor(map, nullptr);
+  editor.SetField(TrailField::Type, "Road");
+  editor.SetField(TrailField::Name, "New road");
+  EXPECT_EQ(SaveTrailEditor(editor, history), SaveOutcome::Stays);
+  EXPECT_EQ(Said().back(), "Sorry but there must be at least one point on your trail");
+}
+
+TEST_F(SaveTrailTest, PointsWithoutATrailAreLoose) {
+  TrailEditor editor(map, nullptr);
+  editor.SetCell(0, 0, "Spring");
+  editor.SetMode(EntryMode::Gps);
+  editor.SetCell(0, 1, "S21 15");
+  editor.SetCell(0, 2, "E47 25");
+  ASSERT_EQ(SaveTrailEditor(editor, history), SaveOutcome::Closes);
+  ASSERT_EQ(messages.Questions().size(), 1U);
+  EXPECT_EQ(messages.Questions()[0].title, "No trail");
+  EXPECT_EQ(map.loosePoints.front(), &Named(map, "Spring"));
+  EXPECT_NE(Named(map, "Spring").flags & PointPlaced, 0U);
+}
+
+TEST_F(SaveTrailTest, AsksBeforeANearPlaceIsLost) {
+  Trail* follow = FindTrailByDate(map, "Papio", PackDate(2020, 3, 1), "Ana");
+  TrailEditor editor(map, follow);
+  EXPECT_EQ(editor.GetCell(2, ColumnPoint), "Kana50");
+  editor.SetCell(0, ColumnFirstSm + 1, "resting");
+  SaveTrailEditor(editor, history);
+  ASSERT_EQ(messages.Questions().size(), 1U);
+  EXPECT_EQ(messages.Questions()[0].text,
+            "The place \"Kana50\" of 9:10 can't be kept by this editor.");
+}
+
+TEST_F(SaveTrailTest, AsksBeforeAChangeOfAnotherWindowIsReplaced) {
+  TrailEditor mine(map, &TrailNamed("Kana"));
+  TrailEditor other(map, &TrailNamed("Kana"));
+  other.SetCell(2, ColumnDistance, "77");
+  SaveTrailEditor(other, history);
+  mine.SetCell(2, ColumnDistance, "78");
+  messages.Clear();
+  SaveTrailEditor(mine, history);
+  ASSERT_EQ(messages.Questions().size(), 1U);
+  EXPECT_EQ(messages.Questions()[0].title, "Trail changed");
+}
+
+TEST_F(SaveTrailTest, AnEmptiedMeasureIsZero) {
+  TrailEditor editor(map, &TrailNamed("Kana"));
+  editor.SetCell(0, ColumnFirstSm, "7");
+  SaveTrailEditor(editor, history);
+  EXPECT_EQ(Named(map, "Kana0").sm[0], 7);
+  TrailEditor again(map, &TrailNamed("Kana"));
+  again.SetCell(0, ColumnFirstSm, "");
+  SaveTrailEditor(again, history);
+  EXPECT_EQ(Named(map, "Kana0").sm[0], 0);
+}
+
+TEST_F(SaveTrailTest, AContourKeepsItsVertices) {
+  Trail& contour = map.contourTrails.emplace_front();
+  contour.flags = TrailContour;
+  contour.name = "Contour 100 #1";
+  contour.points.push_back(&map.contourPoints.Make({}));
+  TrailEditor editor(map, &contour);
+  EXPECT_TRUE(editor.IsReadOnly());
+  ASSERT_EQ(editor.RowCount(), 1U);
+  EXPECT_TRUE(editor.Rows()[0].isGps);
+  editor.SetField(TrailField::LineColor, "red");
+  SaveTrailEditor(editor, history);
+  EXPECT_EQ(contour.points.size(), 1U);
+  EXPECT_EQ(contour.color, 0xFF0000);
+}
+
+void ExpectSame(const Trail& held, const Trail& back) {
+  ASSERT_EQ(held.points.size(), back.points.size());
+  for (size_t i = 0; i < held.points.size(); ++i) {
+    const Point& a = *held.points[i];
+    const Point& b = *back.points[i];
+    EXPECT_EQ(a.name, b.name);
+    EXPECT_EQ(a.flags & PointPlaced, b.flags & PointPlaced) << a.name;
+    if ((a.flags & PointPlaced) != 0) {
+      EXPECT_NEAR(a.geo.lat, b.geo.lat, 2e-7) << a.name;
+      EXPECT_NEAR(a.geo.lon, b.geo.lon, 2e-7) << a.name;
+    }
+    EXPECT_EQ(MapFixture::Readings(a).size(), MapFixture::Readings(b).size()) << a.name;
+    EXPECT_EQ(a.labelLimit, b.labelLimit) << a.name;
+    EXPECT_EQ(a.timeOfDay, b.timeOfDay) << a.name;
+    EXPECT_EQ(a.duration, b.duration) << a.name;
+  }
+}
+
+/// Random editing at one trail after the other: the map in the window must be the one that comes
+/// back when its saved file is read.
+TEST_F(SaveTrailTest, WhatTheWindowHoldsComesBackFromTheFile) {
+  for (std::uint64_t seed = 1; seed <= 40; ++seed) {
+    SCOPED_TRACE(seed);
+    Dice dice(seed);
+    workspace.maps.clear();
+    // A shot between two fixes would move them, and a file holds fixes as they were read.
+    std::string text = SiteText;
+    const std::string shot = "C\tKana0\tRidge0\t600\t250\t0\n";
+    text.erase(text.find(shot), shot.size());
+    Map& site = Open(text, "site.map");
+    EditHistory own(workspace);
+    for (int turn = 0; turn < 6; ++turn) {
+      Trail* trail = FindTrail(site, dice.OneIn(2) ? "Kana" : "Ridge");
+      TrailEditor editor(site, trail);
+      for (int i = dice.Int(1, 5); i > 0; --i) {
+        const auto row = static_cast<size_t>(dice.Below(static_cast<int>(editor.RowCount()) + 1));
+        switch (dice.Below(6)) {
+          case 0:
+            if (editor.RowCount() > 1) editor.DeleteRow(row);
+            break;
+          case 1:
+            editor.MoveRow(row, static_cast<size_t>(dice.Below(5)));
+            break;
+          case 2:
+            editor.SetMode(EntryMode::Mixture);
+            editor.SetCell(row, ColumnLat, "S21 15." + std::to_string(dice.Below(90)));
+            editor.SetCell(row, ColumnName, "P" + std::to_string(dice.Below(9)));
+            break;
+          case 3:
+            editor.SetMode(EntryMode::Mixture);
+            editor.SetCell(row, ColumnName, "Q" + std::to_string(dice.Below(9)));
+            editor.SetCell(row, ColumnPoint, "Kana0");
+            editor.SetCell(row, ColumnDistance, std::to_string(dice.Int(5, 90)));
+            break;
+          case 4:
+            editor.SetMode(EntryMode::Mixture);
+            editor.SetCell(row, ColumnBearing, std::to_string(dice.Below(360)));
+            break;
+          default:
+            editor.SetMode(EntryMode::Mixture);
+            editor.SetCell(row, ColumnWeight, std::to_string(dice.Int(1, 4)));
+        }
+      }
+      SaveTrailEditor(editor, own);
+      Workspace other(messages);
+      Map& read = MapFromText(other, MapFileText(site, "site.map", true), "site.map");
+      ASSERT_EQ(Length(site.trails), Length(read.trails));
+      auto back = read.trails.begin();
+      for (const Trail& held : site.trails) {
+        ExpectSame(held, *back++);
+      }
+    }
+  }
+}
+
+}  // namespace
+}  // namespace orvane

@@ -1,0 +1,127 @@
+#include "editing/trail_cells.h"
+
+#include "editing/trail_columns.h"
+
+#include <gtest/gtest.h>
+
+namespace orvane {
+namespace {
+
+constexpr size_t TwoSm = 2;
+constexpr size_t CommentColumn = ColumnFirstSm + TwoSm;
+
+/// Types a text and returns what the cell then shows.
+std::string Typed(size_t column, std::string_view text, TrailRow row = {}) {
+  const TrailCellResult result = SetTrailCellText(row, column, TwoSm, text);
+  if (result.refusal != nullptr) return std::string("refused: ") + result.refusal;
+  return TrailCellText(row, column, TwoSm);
+}
+
+TrailRow CompassRow() {
+  TrailRow row;
+  row.basePoint = "Camp";
+  return row;
+}
+
+TEST(TrailCells, ShowAScaleInTheUnitThatFits) {
+  EXPECT_EQ(Typed(ColumnScale, "2km"), "2km");
+  EXPECT_EQ(Typed(ColumnScale, "50c"), "50cm");
+  EXPECT_EQ(Typed(ColumnScale, "1500"), "2km");
+  EXPECT_EQ(Typed(ColumnScale, "12M"), "12m");
+  EXPECT_EQ(Typed(ColumnScale, "0.4k"), "400m");
+  EXPECT_EQ(Typed(ColumnScale, ""), "");
+  EXPECT_EQ(Typed(ColumnScale, "2kx"), "refused: Bad scale, should be a number");
+}
+
+TEST(TrailCells, ShowAWeightOnlyAboveOne) {
+  EXPECT_EQ(Typed(ColumnWeight, "3"), "3");
+  EXPECT_EQ(Typed(ColumnWeight, "1"), "");
+  EXPECT_EQ(Typed(ColumnWeight, ""), "");
+  EXPECT_EQ(Typed(ColumnWeight, "0"), "refused: Bad weight");
+  EXPECT_EQ(Typed(ColumnWeight, "2 m"), "refused: Bad weight");
+}
+
+TEST(TrailCells, TakeAltitudesInWholeMetres) {
+  EXPECT_EQ(Typed(ColumnAltitude, "95m"), "95m");
+  EXPECT_EQ(Typed(ColumnAltitude, " -4"), "-4m");
+  EXPECT_EQ(Typed(ColumnAltitude, ""), "");
+  EXPECT_EQ(Typed(ColumnAltitude, "12.5"), "refused: Bad altitude.  Must be a number of meters");
+}
+
+TEST(TrailCells, ShowPositionsInMinutes) {
+  EXPECT_EQ(Typed(ColumnLat, "S21 15.2'"), "S21\xB0 15.200'");
+  EXPECT_EQ(Typed(ColumnLon, "E47.5"), "E47\xB0 30.000'");
+  EXPECT_EQ(Typed(ColumnLat, "S21\xC2\xB0 15'"), "S21\xB0 15.000'") << "the sign of UTF-8";
+  EXPECT_EQ(Typed(ColumnLat, "north of here"), "refused: Bad Latitude");
+  EXPECT_EQ(Typed(ColumnLon, "E47 x"), "refused: Bad Longtitude");
+}
+
+TEST(TrailCells, ATypedPositionMakesAGpsRow) {
+  TrailRow row;
+  row.isRepeat = true;
+  EXPECT_TRUE(SetTrailCellText(row, ColumnLat, 0, "S20").gps);
+  EXPECT_TRUE(row.isGps);
+  EXPECT_FALSE(row.isRepeat);
+  EXPECT_FALSE(SetTrailCellText(row, ColumnLon, 0, "").gps);
+  EXPECT_FALSE(row.isGps);
+}
+
+TEST(TrailCells, ATypedPointThrowsTheFixAway) {
+  TrailRow row;
+  row.isGps = true;
+  row.showsNear = true;
+  row.nearName = "the ford";
+  EXPECT_EQ(TrailCellText(row, ColumnPoint, 0), "the ford");
+  EXPECT_TRUE(SetTrailCellText(row, ColumnPoint, 0, "Camp").compass);
+  EXPECT_FALSE(row.isGps);
+  EXPECT_EQ(TrailCellText(row, ColumnPoint, 0), "Camp");
+  EXPECT_FALSE(SetTrailCellText(row, ColumnPoint, 0, "").compass);
+  EXPECT_EQ(TrailCellText(row, ColumnPoint, 0), "");
+}
+
+TEST(TrailCells, ShowCompassValuesOnlyBesideAPoint) {
+  EXPECT_EQ(Typed(ColumnDistance, "30m", CompassRow()), "30m");
+  EXPECT_EQ(Typed(ColumnDistance, "52.25", CompassRow()), "52.25m");
+  EXPECT_EQ(Typed(ColumnBearing, "A110", CompassRow()), "A110\xB0");
+  EXPECT_EQ(Typed(ColumnInclination, "-2.5", CompassRow()), "-2.5\xB0");
+  EXPECT_EQ(Typed(ColumnDistance, "30m"), "");
+  EXPECT_EQ(Typed(ColumnDistance, "30 x", CompassRow()),
+            "refused: Bad distance.  Must be a number of meters");
+  EXPECT_EQ(Typed(ColumnBearing, "NE34", CompassRow()),
+            "refused: Bad compass bearing.  Must be an angle in degrees (minutes & seconds or a "
+            "decimal point are allowed)");
+  EXPECT_EQ(Typed(ColumnInclination, "steep", CompassRow()),
+            "refused: Bad inclination.  Must be an angle in degrees");
+}
+
+TEST(TrailCells, ABearingLosesItsMarkWhenItIsTypedWithout) {
+  TrailRow row = CompassRow();
+  SetTrailCellText(row, ColumnBearing, 0, "a35");
+  EXPECT_TRUE(row.isAbsolute);
+  SetTrailCellText(row, ColumnBearing, 0, "35");
+  EXPECT_FALSE(row.isAbsolute);
+}
+
+TEST(TrailCells, KeepMeasuresIn16Bits) {
+  EXPECT_EQ(Typed(ColumnFirstSm, "7"), "7");
+  EXPECT_EQ(Typed(ColumnFirstSm + 1, "65537"), "1");
+  EXPECT_EQ(Typed(ColumnFirstSm, "0"), "");
+  EXPECT_EQ(Typed(ColumnFirstSm, "many"), "refused: Bad integer");
+}
+
+TEST(TrailCells, TheCommentFollowsTheMeasures) {
+  EXPECT_EQ(Typed(CommentColumn, "  by the fig"), "by the fig");
+  EXPECT_EQ(Typed(CommentColumn, ""), "");
+  EXPECT_EQ(Typed(CommentColumn + 1, "x"),
+            "refused: Something is wrong with your input, but I don't know what");
+}
+
+TEST(TrailCells, ARefusedTextLeavesTheRow) {
+  TrailRow row = CompassRow();
+  row.distance = 12;
+  SetTrailCellText(row, ColumnDistance, 0, "1o");
+  EXPECT_EQ(row.distance, 12);
+}
+
+}  // namespace
+}  // namespace orvane

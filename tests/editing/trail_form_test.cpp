@@ -1,0 +1,95 @@
+#include "editing/trail_form.h"
+
+#include <gtest/gtest.h>
+
+namespace orvane {
+namespace {
+
+TEST(TrailForm, OfANewTrailAsksForTheTypeFirst) {
+  TrailForm form;
+  EXPECT_FALSE(form.IsEnabled(TrailField::Name));
+  EXPECT_FALSE(form.IsEnabled(TrailField::Date));
+  EXPECT_FALSE(form.IsEnabled(TrailField::Focal));
+  EXPECT_TRUE(form.IsEnabled(TrailField::Size));
+  EXPECT_EQ(form.Text(TrailField::Size), "1");
+  form.SetText(TrailField::Type, "River");
+  EXPECT_TRUE(form.IsEnabled(TrailField::Name));
+  EXPECT_TRUE(form.IsEnabled(TrailField::Date));
+  EXPECT_TRUE(form.IsEnabled(TrailField::Focal));
+}
+
+TEST(TrailForm, ANameExcludesADateAndEmptyingItBringsTheDateBack) {
+  TrailForm form;
+  form.SetText(TrailField::Type, "River");
+  form.SetText(TrailField::Name, "Sela");
+  EXPECT_FALSE(form.IsEnabled(TrailField::Date));
+  EXPECT_FALSE(form.IsEnabled(TrailField::Focal));
+  EXPECT_FALSE(form.IsEnabled(TrailField::Size));
+  form.SetText(TrailField::Name, "");
+  EXPECT_TRUE(form.IsEnabled(TrailField::Date));
+  EXPECT_TRUE(form.IsEnabled(TrailField::Focal));
+  EXPECT_TRUE(form.IsEnabled(TrailField::Size));
+}
+
+TEST(TrailForm, ADateExcludesAName) {
+  TrailForm form;
+  form.SetText(TrailField::Type, "Papio");
+  form.SetText(TrailField::Date, "2020-1-2");
+  EXPECT_FALSE(form.IsEnabled(TrailField::Name));
+  form.SetText(TrailField::Date, "");
+  EXPECT_TRUE(form.IsEnabled(TrailField::Name));
+}
+
+TEST(TrailForm, AFocalAnimalIsAGroupOfOne) {
+  TrailForm form;
+  form.SetText(TrailField::Type, "Papio");
+  form.SetText(TrailField::Size, "14");
+  form.SetText(TrailField::Focal, "Ana");
+  EXPECT_EQ(form.Text(TrailField::Size), "1");
+  EXPECT_FALSE(form.IsEnabled(TrailField::Size));
+  form.SetText(TrailField::Focal, "");
+  EXPECT_TRUE(form.IsEnabled(TrailField::Size));
+}
+
+TEST(TrailForm, EmptyingTheTypeDisablesTheIdentityUntilItIsGivenAgain) {
+  TrailForm form;
+  form.SetText(TrailField::Type, "River");
+  form.SetText(TrailField::Name, "Sela");
+  form.SetText(TrailField::Type, "");
+  EXPECT_FALSE(form.IsEnabled(TrailField::Name));
+  form.SetText(TrailField::Type, "Road");
+  EXPECT_TRUE(form.IsEnabled(TrailField::Name));
+  EXPECT_FALSE(form.IsEnabled(TrailField::Date)) << "the name is still there";
+}
+
+TEST(TrailForm, OfAnExistingTrailShowsItsIdentityDisabled) {
+  Trail trail;
+  trail.type = "Papio";
+  trail.date = PackDate(2020, 3, 1);
+  trail.focalAnimal = "Ana";
+  trail.color = 0x804000;
+  trail.groupSize = 3;
+  trail.width = 1.5;
+  const TrailForm form(trail);
+  EXPECT_EQ(form.Text(TrailField::Type), "Papio");
+  EXPECT_EQ(form.Text(TrailField::Date), "2020-3-1");
+  EXPECT_EQ(form.Text(TrailField::Focal), "Ana");
+  EXPECT_EQ(form.Text(TrailField::Name), "");
+  EXPECT_EQ(form.Text(TrailField::LineColor), "#804000");
+  EXPECT_EQ(form.Text(TrailField::Size), "3");
+  EXPECT_EQ(form.Text(TrailField::Width), "1.5");
+  for (const TrailField field :
+       {TrailField::Type, TrailField::Date, TrailField::Focal, TrailField::Name}) {
+    EXPECT_FALSE(form.IsEnabled(field));
+  }
+  EXPECT_TRUE(form.IsEnabled(TrailField::Size));
+}
+
+TEST(ColorFieldText, PrefersANameAndShowsNoColorAsNothing) {
+  EXPECT_EQ(ColorFieldText(0x008000), "green");
+  EXPECT_EQ(ColorFieldText(0x01AB0F), "#01ab0f");
+  EXPECT_EQ(ColorFieldText(NoColor), "");
+}
+
+}  // namespace
+}  // namespace orvane
