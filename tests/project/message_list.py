@@ -12,7 +12,9 @@ import pathlib
 import re
 import sys
 
-CALL = re.compile(r"\b(?:Note(?:Warning|Error|InternalError|Fatal|Remark|Once)|AskUser|PromptForText)\(")
+CALL = re.compile(r"\b(Note(?:Warning|Error|InternalError|Fatal|Remark|Once)|AskUser|PromptForText)\(")
+# The number of the argument that holds the text; those before it are names of boxes and buttons.
+TEXT_ARGUMENT = {"NoteOnce": 0, "AskUser": 5, "PromptForText": 2}
 LITERAL = re.compile(r'"((?:[^"\\\n]|\\.)*)"')
 SKIPPED = re.compile(r'//[^\n]*|/\*.*?\*/|\'(?:[^\'\\\n]|\\.)\'|^#include[^\n]*', re.S | re.M)
 # How texts begin that reach the messages through a variable.
@@ -22,19 +24,11 @@ PRINTED = re.compile(r"(?:warning|error|fatal|note): (?=.)")
 # Literals that look alike and are not messages: formats of numbers and lines, titles of windows, words
 # that go into messages.
 NOT_MESSAGES = {
-    "%s", "%s%s: %s\\n", "%s\\n", "%s: %s\\n", "%s Col:", "Contour: %s %d%%        \\r", "Elevation of %s %s",
+    "%s", "%s%s: %s\\n", "%s\\n", "%s: %s\\n", "%s Col:", "script %zu: %s\\n", "Contour: %s %d%%        \\r", "Elevation of %s %s",
     "orvane-cli: %s\\n", "orvane-cli: cannot run %s: %s\\n",
-    "<nameless point>", "<noname>", "<nameless trail>", "it declares entities", "Bad Time",
+    "<nameless point>", "<noname>", "<nameless trail>", "", "it declares entities", "Bad Time",
     "Bad Location",
 }
-# Names of buttons and boxes that a question has beside its text.
-NOT_QUESTIONS = {
-    "Save Map?", "File Has Changed", "Basis File Exists", "Save map basis?", "Magnetic Deviation",
-    "Set Scale", "Find", "Yes", "No", "Save", "Cancel", "Don't Save", "Save As...", "Overwrite", "OK",
-    "",
-}
-
-
 def without_comments(text):
     """The source with comments and single characters blanked; literals stay where they are."""
     parts, at = [], 0
@@ -46,18 +40,23 @@ def without_comments(text):
     return "".join(parts) + text[at:]
 
 
-def calls(text):
-    """The spans of the arguments of calls that post a message."""
+def posted(text):
+    """The spans of the arguments that hold the text of a message."""
     for found in CALL.finditer(text):
-        depth, at = 1, found.end()
+        depth, at, argument, begin = 1, found.end(), 0, found.end()
+        wanted = TEXT_ARGUMENT.get(found.group(1), 1)
         while depth and at < len(text):
             literal = LITERAL.match(text, at)
             if literal:
                 at = literal.end()
                 continue
-            depth += {"(": 1, ")": -1}.get(text[at], 0)
+            depth += {"(": 1, "{": 1, ")": -1, "}": -1}.get(text[at], 0)
+            if depth == 0 or (depth == 1 and text[at] == ","):
+                if argument == wanted:
+                    yield begin, at
+                argument += 1
+                begin = at + 1
             at += 1
-        yield found.end(), at
 
 
 def literals(text):
@@ -80,14 +79,14 @@ def texts_of_sources(source):
         if path.suffix not in (".cpp", ".h"):
             continue
         text = without_comments(path.read_text(errors="replace"))
-        spans = list(calls(text))
+        spans = list(posted(text))
         for begin, literal in literals(text):
             # Some lines of the batch tool are printed without a call that posts them.
             printed = PRINTED.match(literal)
             if printed:
                 literal = literal[printed.end():]
             direct = any(first <= begin < last for first, last in spans)
-            if literal in NOT_MESSAGES or (direct and literal in NOT_QUESTIONS):
+            if literal in NOT_MESSAGES:
                 continue
             if direct or printed or "%s" in literal or BEGINNING.match(literal):
                 texts.setdefault(shown(literal), str(path.relative_to(source)))
