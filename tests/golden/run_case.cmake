@@ -16,6 +16,8 @@ if(SUBCOMMAND STREQUAL "save")
   set(files ${saved})
 elseif(SUBCOMMAND STREQUAL "import-gis")
   set(files ${CASE}.gps -o ${saved})
+elseif(SUBCOMMAND STREQUAL "edit")
+  set(files ${CASE}.script -o ${saved})
 elseif(SUBCOMMAND STREQUAL "import")
   # It writes files of fixed names where it runs.
   set(folder ${OUTPUT_DIR}/${CASE}.run)

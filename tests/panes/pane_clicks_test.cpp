@@ -1,0 +1,135 @@
+#include "panes/pane_clicks.h"
+
+#include "pane_fixture.h"
+#include "panes/range_drops.h"
+
+namespace orvane {
+namespace {
+
+struct PaneClicks : PaneFixture {};
+
+TEST_F(PaneClicks, AClickSelectsARowWithAllBelowAndNothingElse) {
+  Show(TwoGroupsText);
+  ClickTrailRow(view, &Row("Path"), false);
+  ClickTrailRow(view, &Row("Papio"), false);
+  EXPECT_FALSE(Row("Path").selected);
+  EXPECT_TRUE(Row("Papio").selected);
+  EXPECT_TRUE(Row("2020-3-1 Ana").selected);
+  EXPECT_TRUE(Row("2020-3-2").selected);
+}
+
+TEST_F(PaneClicks, AClickWithShiftFlipsEachRowByItself) {
+  Show(TwoGroupsText);
+  ClickTrailRow(view, &Row("2020-3-2"), false);
+  ClickTrailRow(view, &Row("Papio"), true);
+  EXPECT_TRUE(Row("Papio").selected);
+  EXPECT_TRUE(Row("2020-3-1 Ana").selected);
+  EXPECT_FALSE(Row("2020-3-2").selected);
+}
+
+TEST_F(PaneClicks, TheRowNewIsNeverSelectedOrHidden) {
+  Show(TwoGroupsText);
+  ClickTrailRow(view, &Row("Path"), false);
+  ClickTrailRow(view, &Row("New"), true);
+  EXPECT_TRUE(Row("Path").selected);
+  ClickTrailTick(view, Row("New"));
+  EXPECT_TRUE(Row("Path").selected) << "its tick does nothing";
+  ClickTrailRow(view, &Row("New"), false);
+  EXPECT_FALSE(Row("New").selected);
+  EXPECT_FALSE(Row("Path").selected);
+  EXPECT_TRUE(Row("New").visible);
+  ClickRangeTick(view, RangeRow("New"));
+  EXPECT_TRUE(RangeRow("New").visible);
+}
+
+TEST_F(PaneClicks, ATickFlipsAllBelowAndClearsTheSelection) {
+  Show(TwoGroupsText);
+  Row("2020-3-2").visible = true;
+  ClickTrailRow(view, &Row("Papio"), false);
+  ClickTrailTick(view, Row("Papio"));
+  EXPECT_TRUE(Row("Papio").visible);
+  EXPECT_TRUE(Row("2020-3-1 Ana").visible);
+  EXPECT_FALSE(Row("2020-3-2").visible);
+  EXPECT_FALSE(Row("Papio").selected);
+}
+
+TEST_F(PaneClicks, ATriangleOpensAGroup) {
+  Show(TwoGroupsText);
+  EXPECT_TRUE(HasTriangle(Row("Papio")));
+  EXPECT_FALSE(HasTriangle(Row("2020-3-2")));
+  EXPECT_FALSE(HasTriangle(Row("New")));
+  ClickTriangle(view, Row("Papio"));
+  EXPECT_TRUE(Row("Papio").open);
+  ClickTriangle(view, Row("Papio"));
+  EXPECT_FALSE(Row("Papio").open);
+}
+
+TEST_F(PaneClicks, ContoursAreMadeAtTheFirstLook) {
+  Map& map = Show(
+      "Z\t\t1,10\nT\tA\tHuman\nG\tA\tS20 0\tE47 0\t100\nG\tB\tS20 0.5\tE47 0\t150\n"
+      "G\tC\tS20 0\tE47 0.5\t130\n");
+  ASSERT_TRUE(AwaitsContours(view, Row("Contours")));
+  ClickTriangle(view, Row("Contours"));
+  const auto lines = Length(map.contourTrails);
+  EXPECT_GT(lines, 0);
+  EXPECT_TRUE(Row("Contours").open);
+  EXPECT_FALSE(AwaitsContours(view, Row("Contours")));
+  ClickTrailTick(view, Row("Contours"));
+  EXPECT_EQ(Length(map.contourTrails), lines);
+}
+
+TEST_F(PaneClicks, KeysStandInTheReverseOrderOfThePane) {
+  Show(TwoGroupsText);
+  ClickTrailRow(view, &Row("Cebus"), false);
+  ClickTrailRow(view, &Row("2020-3-1 Ana"), true);
+  ClickTrailRow(view, &Row("Path"), true);
+  const std::forward_list<SearchKey> keys = KeysFromSelection(view.trailViews);
+  ASSERT_EQ(Length(keys), 3);
+  auto key = keys.begin();
+  EXPECT_EQ(key->type, "Trail");
+  EXPECT_EQ(key->dateFrom, 0);
+  ++key;
+  EXPECT_EQ(key->type, "Papio");
+  EXPECT_EQ(key->focalAnimal, "Ana");
+  EXPECT_EQ(key->dateFrom, PackDate(2020, 3, 1));
+  EXPECT_EQ(key->dateTo, key->dateFrom);
+  ++key;
+  EXPECT_EQ(key->type, "Cebus");
+}
+
+TEST_F(PaneClicks, ADropOnNewNamesTheRangeAfterItsGroupWithANumberIfNeedBe) {
+  Map& map = Show(TwoGroupsText);
+  ClickTrailRow(view, &Row("Papio"), false);
+  EXPECT_TRUE(DropSelection(view, RangeRow("New"), history));
+  EXPECT_TRUE(DropSelection(view, RangeRow("New"), history));
+  EXPECT_TRUE(DropSelection(view, RangeRow("New"), history));
+  EXPECT_EQ(RangeTexts().front(), "Papio");
+  EXPECT_EQ(RangeTexts()[1], "Papio 2");
+  EXPECT_EQ(RangeTexts()[2], "Papio 3");
+  EXPECT_EQ(RangeRow("Papio").clusterMask, 1U);
+  EXPECT_GT(map.ranges.front().mcpArea, 0);
+  EXPECT_NE(map.flags & MapDirty, 0U);
+}
+
+TEST_F(PaneClicks, ADropPutsItsKeysInFront) {
+  Map& map = Show(std::string(TwoGroupsText) + "R\tBlue\nK\tPapio\n");
+  ClickTrailRow(view, &Row("Cebus"), false);
+  EXPECT_TRUE(DropSelection(view, RangeRow("Blue"), history));
+  EXPECT_EQ(map.ranges.front().keys.front().type, "Cebus");
+  EXPECT_EQ(Length(map.ranges.front().keys), 2);
+}
+
+TEST_F(PaneClicks, ADropWithoutSelectionOrOnAnIntersectionDoesNothing) {
+  Show(std::string(TwoGroupsText) + "R\tBlue\nK\tPapio\nR\tRed\nK\tCebus\n");
+  EXPECT_FALSE(DropSelection(view, RangeRow("Blue"), history));
+  ClickTrailRow(view, &Row("Cebus"), false);
+  ASSERT_NE(view.rangeViews.size(), 3U);
+  const auto overlap = std::find_if(view.rangeViews.begin(), view.rangeViews.end(),
+                                    [](const auto& row) { return row.intersection != nullptr; });
+  ASSERT_NE(overlap, view.rangeViews.end());
+  EXPECT_FALSE(DropSelection(view, *overlap, history));
+  EXPECT_EQ(history.Steps(), 0U);
+}
+
+}  // namespace
+}  // namespace orvane

@@ -1,0 +1,118 @@
+#include "panes/visibility.h"
+
+#include "pane_fixture.h"
+#include "panes/pane_clicks.h"
+#include "view/fills.h"
+
+namespace orvane {
+namespace {
+
+struct VisibilityTest : PaneFixture {};
+
+TEST_F(VisibilityTest, ShowsTheFirstSelectedRowWithTheValuesThatItsButtonsHave) {
+  Show(TwoGroupsText);
+  EXPECT_FALSE(OpenTrailVisibility(view));
+  Row("Path").selected = true;
+  Row("Path").lineStyle = 4;
+  Row("Path").labelMode = 0;
+  Row("Path").markStyle = MarkHalfTick;
+  const auto dialog = OpenTrailVisibility(view);
+  ASSERT_TRUE(dialog);
+  EXPECT_EQ(dialog->lineStyle, LineDashed);
+  EXPECT_EQ(dialog->labelMode, LabelAuto);
+  EXPECT_EQ(dialog->markStyle, MarkPlus);
+}
+
+TEST_F(VisibilityTest, OpeningGivesAnUnfilledRowTheSolidPattern) {
+  Show(TwoGroupsText);
+  Row("Path").selected = true;
+  EXPECT_EQ(OpenTrailVisibility(view)->fillPattern, FillSolid);
+  EXPECT_EQ(Row("Path").fillPattern, FillSolid) << "even if the dialog is cancelled";
+}
+
+TEST_F(VisibilityTest, FilledRulesThePatternsAndTheSolidLine) {
+  TrailVisibility dialog;
+  EXPECT_FALSE(IsLineStyleEnabled(dialog, LineSolid));
+  EXPECT_TRUE(IsLineStyleEnabled(dialog, LineDashed));
+  EXPECT_FALSE(IsFillPatternEnabled(dialog, FillRising));
+  EXPECT_TRUE(IsFillPatternEnabled(dialog, FillSolid));
+  dialog.filled = true;
+  EXPECT_TRUE(IsLineStyleEnabled(dialog, LineSolid));
+  EXPECT_TRUE(IsFillPatternEnabled(dialog, FillCross));
+  EXPECT_FALSE(IsFillPatternEnabled(dialog, FillOutline));
+}
+
+TEST_F(VisibilityTest, OkGivesSelectedRowsAndTheirTrailsTheStyle) {
+  Map& map = Show(TwoGroupsText);
+  Row("Papio").selected = true;
+  Row("2020-3-2").selected = true;
+  TrailVisibility dialog = *OpenTrailVisibility(view);
+  dialog.visible = true;
+  dialog.color = "olive";
+  dialog.filled = true;
+  dialog.fillPattern = FillCross;
+  dialog.markStyle = MarkRect;
+  ASSERT_TRUE(ApplyTrailVisibility(view, dialog, history));
+  const Trail& trail = *FindTrailByDate(map, "Papio", PackDate(2020, 3, 2), "");
+  EXPECT_EQ(trail.color, 0x808000);
+  EXPECT_TRUE(trail.filled);
+  EXPECT_EQ(trail.fillPattern, FillCross);
+  EXPECT_EQ(trail.markStyle, MarkRect);
+  EXPECT_FALSE(Row("2020-3-1 Ana").visible) << "not selected itself";
+  EXPECT_EQ(map.flags & MapDirty, 0U);
+}
+
+TEST_F(VisibilityTest, AnEmptyColorIsNoneAndABadOneStays) {
+  Show(TwoGroupsText);
+  Row("Path").selected = true;
+  TrailVisibility dialog = *OpenTrailVisibility(view);
+  dialog.color = "muddy";
+  EXPECT_FALSE(ApplyTrailVisibility(view, dialog, history));
+  EXPECT_EQ(Said(), Texts{"Bad Color"});
+  dialog.color = "";
+  EXPECT_TRUE(ApplyTrailVisibility(view, dialog, history));
+  EXPECT_EQ(Row("Path").color, NoColor);
+}
+
+TEST_F(VisibilityTest, RangesAndIntersectionsShadeInTheirOwnPatterns) {
+  Show(std::string(TwoGroupsText) + "R\tBlue\nK\tPapio\nR\tRed\nK\tCebus\n");
+  EXPECT_FALSE(OpenRangeVisibility(view));
+  EXPECT_EQ(Said(), Texts{"Select a range first"});
+  RangeRow("Blue").selected = true;
+  RangeControls controls = ControlsOfRange(view);
+  EXPECT_TRUE(controls.shading[FillRising]);
+  EXPECT_FALSE(controls.shading[FillCross]);
+  EXPECT_FALSE(controls.shading[FillSolid]);
+  EXPECT_TRUE(controls.shading[NoShading]);
+  EXPECT_TRUE(controls.clusters);
+  EXPECT_FALSE(controls.drawMode[RangeDrawCoreGrid]) << "no grid";
+  EXPECT_FALSE(controls.showSm[0]);
+  ClearRangeSelection(view);
+  for (RangePanelRow& row : view.rangeViews) row.selected = row.intersection != nullptr;
+  controls = ControlsOfRange(view);
+  EXPECT_FALSE(controls.shading[FillRising]);
+  EXPECT_TRUE(controls.shading[FillDiagonals]);
+  EXPECT_FALSE(controls.clusters);
+}
+
+TEST_F(VisibilityTest, OkGivesAllSelectedRangesTheSameLook) {
+  Show(std::string(TwoGroupsText) + "R\tBlue\nK\tPapio\nR\tRed\nK\tCebus\n");
+  RangeRow("Blue").selected = true;
+  RangeRow("Blue").shading = 6;
+  RangeRow("Red").selected = true;
+  RangeVisibility dialog = *OpenRangeVisibility(view);
+  EXPECT_EQ(dialog.shading, NoShading);
+  dialog.clusterMask = 5;
+  dialog.drawMode = RangeDrawHash;
+  dialog.showSm = {false, true, false};
+  ASSERT_TRUE(ApplyRangeVisibility(view, dialog));
+  for (const char* name : {"Blue", "Red"}) {
+    EXPECT_EQ(RangeRow(name).clusterMask, 5U);
+    EXPECT_EQ(RangeRow(name).shading, NoShading);
+    EXPECT_EQ(RangeRow(name).drawMode, RangeDrawHash);
+    EXPECT_TRUE(RangeRow(name).showSm[1]);
+  }
+}
+
+}  // namespace
+}  // namespace orvane
