@@ -4,6 +4,7 @@
 #include "model/time_names.h"
 
 #include <algorithm>
+#include <unordered_set>
 
 namespace orvane {
 
@@ -20,8 +21,10 @@ void Fill(NameIndex& index, Map& map) {
   for (Trail& trail : map.trails) {
     if (trail.name) index.trails.try_emplace(FoldedText(*trail.name), &trail);
   }
+  std::unordered_set<const Point*> seen;  // those with synonyms, which are in several buckets
   for (const auto& bucket : map.pointHash) {
     for (Point* point : bucket) {
+      if (!point->synonyms.empty() && !seen.insert(point).second) continue;
       if (IsFoundLoosely(*point)) index.loose.push_back(point);
     }
   }

@@ -6,6 +6,7 @@
 #include "model/workspace.h"
 
 #include <algorithm>
+#include <unordered_set>
 
 namespace orvane {
 
@@ -124,9 +125,13 @@ Point* FindPointLoosely(const Map& map, std::string_view name) {
       if (found != loose.end()) return *found;
       continue;
     }
+    // A point is in the buckets once for each of its names; its synonyms are compared only once.
+    std::unordered_set<const Point*> compared;
     for (const auto& bucket : level->pointHash) {
-      const auto found = std::find_if(bucket.begin(), bucket.end(), fits);
-      if (found != bucket.end()) return *found;
+      for (Point* point : bucket) {
+        if (!point->synonyms.empty() && !compared.insert(point).second) continue;
+        if (fits(point)) return point;
+      }
     }
   }
   return nullptr;

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <optional>
+#include <unordered_map>
 
 namespace orvane {
 
@@ -192,13 +193,21 @@ std::vector<Point*> CollectRangePoints(const Map& map, const std::vector<Trail*>
 void AddPointsByTemplate(const Map& map, std::string_view pattern, std::vector<Point*>& points) {
   const auto elements = ParseTemplate(pattern);
   if (!elements) return;
+  const auto fits = [&](const Point& point) {
+    return Fits(*elements, point.name) ||
+           std::any_of(point.synonyms.begin(), point.synonyms.end(),
+                       [&](const std::string& name) { return Fits(*elements, name); });
+  };
+  // A point is in the buckets once for each of its names; its synonyms are compared only once.
+  std::unordered_map<const Point*, bool> answers;
+  const auto fitsAgain = [&](const Point& point) {
+    const auto [answer, isNew] = answers.try_emplace(&point);
+    if (isNew) answer->second = fits(point);
+    return answer->second;
+  };
   for (const auto& bucket : map.pointHash) {
     for (Point* point : bucket) {
-      if (Fits(*elements, point->name) ||
-          std::any_of(point->synonyms.begin(), point->synonyms.end(),
-                      [&](const std::string& name) { return Fits(*elements, name); })) {
-        points.push_back(point);
-      }
+      if (point->synonyms.empty() ? fits(*point) : fitsAgain(*point)) points.push_back(point);
     }
   }
 }

@@ -3,6 +3,7 @@
 #include "ranges/range_case.h"
 
 #include <algorithm>
+#include <chrono>
 #include <gtest/gtest.h>
 #include <string>
 
@@ -353,6 +354,19 @@ TEST_F(SelectionTest, AddsAPointOncePerEntryInTheBuckets) {
   EXPECT_EQ(Collect({KeyOf("points:Pde1")}), (Names{"Pde1", "Pde1"}));
   EXPECT_EQ(Collect({KeyOf("points:Ca*")}), (Names{"Pde1", "Pde1"}));
   EXPECT_EQ(Collect({KeyOf("points:*")}), (Names{"Pde1", "Pde1"}));
+}
+
+TEST_F(SelectionTest, ComparesThePointsOfManySynonymsOnce) {
+  Point& point = Named("Camp", 0, 0);
+  constexpr int Synonyms = 50000;
+  for (int i = 0; i < Synonyms; ++i) {
+    point.synonyms.push_front("s" + std::to_string(i));
+    AddPointName(map, point, point.synonyms.front());
+  }
+  const auto begin = std::chrono::steady_clock::now();
+  EXPECT_TRUE(Collect({KeyOf("points:Pde*")}).empty());
+  EXPECT_EQ(Collect({KeyOf("points:s49999")}).size(), size_t{Synonyms} + 1);
+  EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(15));
 }
 
 TEST_F(SelectionTest, PutsPointsOfTemplatesBeforeThoseOfFollows) {
