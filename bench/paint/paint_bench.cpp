@@ -41,6 +41,7 @@ BENCHMARK(DrawLabelled)
     ->Args({20000, LabelNone})
     ->Args({20000, LabelAll})
     ->Args({200000, LabelNone})
+    ->Args({200000, LabelAll})
     ->Unit(benchmark::kMillisecond);
 
 void DrawZoomedIn(benchmark::State& state) {

@@ -3,6 +3,7 @@
 #include "base/text.h"
 #include "geo/earth.h"
 #include "model/workspace.h"
+#include "view/covered_canvas.h"
 #include "view/trail_lines.h"
 #include "view/view_transform.h"
 
@@ -324,6 +325,9 @@ void DrawLabels(MapWindow& view, const std::vector<ShownTrail>& shown) {
   } else if (view.rotation != 0) {
     ForgetLabelsOutside(view);
   }
+  Canvas* const target = view.target;
+  CoveredCanvas covered(*target, CanvasFont::Label);
+  view.target = &covered;
   LabelBoxes boxes;
   const int letterWidth = LetterWidth(view);
   for (const auto& [row, bounds] : shown) {
@@ -338,6 +342,8 @@ void DrawLabels(MapWindow& view, const std::vector<ShownTrail>& shown) {
     const MarkLook nameless{MarkNone, 1, ForegroundColor, letterWidth};
     DrawTrailPoints(view, map->namelessPoints, PointModeLoose, nameless, boxes);
   }
+  covered.Finish();
+  view.target = target;
 }
 
 }  // namespace orvane

@@ -1,6 +1,8 @@
 #include "paint/qt_canvas.h"
 
 #include "paint/painted_picture.h"
+#include "support/dice.h"
+#include "view/covered_canvas.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
@@ -71,6 +73,41 @@ TEST(QtCanvas, RightAngledCornersOfAreasArePointed) {
   picture.Paper().DrawPolygon({{10, 10}, {30, 10}, {30, 30}, {10, 30}});
   EXPECT_EQ(picture.ColorAt(8, 8), Blue);
   EXPECT_EQ(picture.ColorAt(32, 32), Blue);
+}
+
+/// Labels with marks, most of them under others.
+void DrawCrowd(Canvas& canvas) {
+  static const std::vector<std::string> Names = {"Pj", "fWAy_123456", "Oru sleeping tree",
+                                                 "\xC9t\xE9", "A\u030A\u0301\u0302g"};
+  constexpr std::uint64_t Seed = 8;
+  Dice dice(Seed);
+  for (int i = 0; i < 3000; ++i) {
+    const std::string& name = Names[static_cast<size_t>(i) % Names.size()];
+    const Pixel at{dice.Int(-60, 320), dice.Int(-20, 220)};
+    canvas.SetPen({0, PenPattern::Hollow, 0});
+    canvas.SetBrush({true, 0xFFFFFF});
+    canvas.DrawRect({at.x, at.y - 9, at.x + canvas.TextWidth(name), at.y});
+    canvas.SetForeColor(dice.Int(0, 0xFFFFFF));
+    canvas.DrawText(at, name);
+    canvas.SetPen({i % 4, PenPattern::Solid, dice.Int(0, 0xFFFFFF)});
+    canvas.SetBrush({i % 3 == 0, Green});
+    canvas.DrawOval({at.x - 4, at.y - 4, at.x + 5, at.y + 5});
+    canvas.DrawLine({at.x - 9, at.y + i % 7}, {at.x + 9, at.y - 5});
+  }
+}
+
+TEST(QtCanvas, ACrowdOfLabelsLooksTheSameWithoutTheCoveredOnes) {
+  for (const bool antialias : {false, true}) {
+    PaintedPicture whole(300, 200, {.antialias = antialias});
+    whole.Paper().SetFont(CanvasFont::Label);
+    DrawCrowd(whole.Paper());
+    PaintedPicture part(300, 200, {.antialias = antialias});
+    part.Paper().SetFont(CanvasFont::Label);
+    CoveredCanvas covered(part.Paper(), CanvasFont::Label);
+    DrawCrowd(covered);
+    covered.Finish();
+    EXPECT_TRUE(whole.Image() == part.Image()) << antialias;
+  }
 }
 
 TEST(QtCanvas, DrawsRectanglesWithinTheirBounds) {
