@@ -9,8 +9,8 @@ namespace orvane {
 
 namespace {
 
-void Note(Messages& messages, Severity severity, std::string_view format,
-          std::initializer_list<std::string_view> arguments) {
+void PostText(Messages& messages, Severity severity, std::string_view format,
+              std::initializer_list<std::string_view> arguments) {
   std::string text = FormatText(format, arguments);
   if (text.size() > Messages::LongestMessage) text.resize(Messages::LongestMessage);
   messages.Post(severity, text);
@@ -18,24 +18,29 @@ void Note(Messages& messages, Severity severity, std::string_view format,
 
 }  // namespace
 
+void PostNote(Messages& messages, std::string_view format,
+              std::initializer_list<std::string_view> arguments) {
+  PostText(messages, Severity::Note, format, arguments);
+}
+
 void NoteWarning(Messages& messages, std::string_view format,
                  std::initializer_list<std::string_view> arguments) {
-  Note(messages, Severity::Warning, format, arguments);
+  PostText(messages, Severity::Warning, format, arguments);
 }
 
 void NoteError(Messages& messages, std::string_view format,
                std::initializer_list<std::string_view> arguments) {
-  Note(messages, Severity::Error, format, arguments);
+  PostText(messages, Severity::Error, format, arguments);
 }
 
 void NoteInternalError(Messages& messages, std::string_view format,
                        std::initializer_list<std::string_view> arguments) {
-  Note(messages, Severity::InternalError, format, arguments);
+  PostText(messages, Severity::InternalError, format, arguments);
 }
 
 void NoteFatal(Messages& messages, std::string_view format,
                std::initializer_list<std::string_view> arguments) {
-  Note(messages, Severity::Fatal, format, arguments);
+  PostText(messages, Severity::Fatal, format, arguments);
 }
 
 int AskUser(Messages& messages, const std::string& title, const std::string& button1,

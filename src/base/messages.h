@@ -9,7 +9,8 @@
 
 namespace orvane {
 
-enum class Severity { Warning, Error, InternalError, Fatal };
+/// A note reports what was done or noticed; nothing is wrong.
+enum class Severity { Note, Warning, Error, InternalError, Fatal };
 
 /// A place in a text file that a message is about.
 struct MessageOrigin {
@@ -74,7 +75,10 @@ class OriginScope {
   MessageOrigin origin_;
 };
 
-/// A warning: the user goes on. Each "%s" of `format` takes the next argument.
+/// A note: no box interrupts the user for it. Each "%s" of `format` takes the next argument.
+void PostNote(Messages& messages, std::string_view format,
+              std::initializer_list<std::string_view> arguments = {});
+/// A warning: the user goes on.
 void NoteWarning(Messages& messages, std::string_view format,
                  std::initializer_list<std::string_view> arguments = {});
 /// A fault of the user's data.

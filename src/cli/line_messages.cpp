@@ -9,6 +9,8 @@ namespace orvane {
 
 const char* SeverityWord(Severity severity) {
   switch (severity) {
+    case Severity::Note:
+      return "note";
     case Severity::Warning:
       return "warning";
     case Severity::Error:
@@ -21,9 +23,10 @@ const char* SeverityWord(Severity severity) {
 }
 
 void LineMessages::Post(Severity severity, const std::string& text) {
-  entries_.push_back({severity, text});
+  const bool isNote = severity == Severity::Note;
+  if (!isNote) entries_.push_back({severity, text});
   const std::string line = OneLine(text);
-  if (asResult_) {
+  if (asResult_ && !isNote) {
     std::fprintf(stdout, "%s\n", line.c_str());
   } else {
     PrintToStandardError(SeverityWord(severity), line);

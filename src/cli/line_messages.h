@@ -10,8 +10,8 @@
 
 namespace orvane {
 
-/// Messages as lines: to standard error with the severity in front, and kept for those who list
-/// them. Questions are answered by one button, prompts are cancelled.
+/// Messages as lines: to standard error with the severity in front. All but notes are also kept
+/// for those who list them. Questions are answered by one button, prompts are cancelled.
 class LineMessages : public Messages {
  public:
   struct Entry {
@@ -25,7 +25,8 @@ class LineMessages : public Messages {
   std::optional<std::string> Prompt(const std::string& title, const std::string& message,
                                     const std::string& text) override;
 
-  /// From now on messages go to standard output, without a severity.
+  /// From now on messages go to standard output, without a severity. Notes still go to standard
+  /// error.
   void PrintAsResult() { asResult_ = true; }
   /// From now on messages go to standard error again.
   void PrintAsMessages() { asResult_ = false; }
@@ -49,7 +50,7 @@ class LineMessages : public Messages {
   std::vector<Entry> entries_;
 };
 
-/// "warning", "error", "internal error" or "fatal".
+/// "note", "warning", "error", "internal error" or "fatal".
 const char* SeverityWord(Severity severity);
 
 }  // namespace orvane

@@ -23,15 +23,23 @@ std::string_view NameOr(const Point& point, std::string_view ifNameless) {
   return point.name.empty() ? ifNameless : std::string_view(point.name);
 }
 
+/// Empties a trail that a `T` line opened again, and says so with the place of that line: a name
+/// that two trails share by mistake would lose points unseen.
+void DropEarlierPoints(LineContext& context, Trail& trail) {
+  trail.points.clear();
+  context.trailTimes.Forget();
+  OriginScope place(context.messages, context.messages.Origin()->file);
+  place.GoToLine(context.state.trailLine);
+  PostNote(context.messages, "Trail %s is given again; its earlier points are dropped",
+           {trail.name.value_or(std::string())});
+}
+
 /// Puts the point at the end of the current trail, unless it is the point of the line before.
 void PutOnTrail(LineContext& context, Point& point) {
   ReadingState& state = context.state;
   if (&point != state.lastPoint && state.currentTrail != nullptr) {
     Trail& trail = *state.currentTrail;
-    if (!state.trailHasTail && !trail.points.empty()) {  // a reopened trail starts anew
-      trail.points.clear();
-      context.trailTimes.Forget();
-    }
+    if (!state.trailHasTail && !trail.points.empty()) DropEarlierPoints(context, trail);
     trail.points.push_back(&point);
     state.trailHasTail = true;
     if (point.trail == nullptr) point.trail = &trail;

@@ -161,6 +161,7 @@ void ReadTrailLine(LineContext& context, std::string_view line) {
   Trail& trail = FindOrMakeNamedTrail(context, cursor.TakeField());
   ReadTrailFields(context, cursor, trail);
   state.currentTrail = &trail;
+  state.trailLine = context.messages.Origin()->line;
 }
 
 void ReadRangeLine(LineContext& context, std::string_view line) {

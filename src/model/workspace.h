@@ -26,6 +26,7 @@ struct Preferences {
 struct ReadingState {
   Trail* currentTrail = nullptr;       ///< null outside a trail
   Range* currentRange = nullptr;       ///< null outside a range
+  size_t trailLine = 0;                ///< line of the file that opened the current trail
   bool trailHasTail = false;           ///< a point was added since the trail was opened
   Point* lastPoint = nullptr;          ///< the point of the previous point line
   bool warnedOnce = false;             ///< gates the messages that are told once a file

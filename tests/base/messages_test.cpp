@@ -25,7 +25,8 @@ TEST(Messages, HaveTheSeverityOfTheirCall) {
   NoteError(messages, "Bad pointname ");
   NoteInternalError(messages, "%s without %s", {"trail", "points"});
   NoteFatal(messages, "the end");
-  ASSERT_EQ(messages.Entries().size(), 4U);
+  PostNote(messages, "%s trails written", {"3"});
+  ASSERT_EQ(messages.Entries().size(), 5U);
   EXPECT_EQ(messages.Entries()[0].severity, Severity::Warning);
   EXPECT_EQ(messages.Entries()[0].text, "No position found for point Fig");
   EXPECT_EQ(messages.Entries()[1].severity, Severity::Error);
@@ -33,6 +34,8 @@ TEST(Messages, HaveTheSeverityOfTheirCall) {
   EXPECT_EQ(messages.Entries()[2].severity, Severity::InternalError);
   EXPECT_EQ(messages.Entries()[2].text, "trail without points");
   EXPECT_EQ(messages.Entries()[3].severity, Severity::Fatal);
+  EXPECT_EQ(messages.Entries()[4].severity, Severity::Note);
+  EXPECT_EQ(messages.Entries()[4].text, "3 trails written");
   messages.Clear();
   EXPECT_TRUE(messages.Entries().empty());
 }

@@ -62,6 +62,19 @@ TEST_F(CommandLine, MessagesGoToStandardErrorWithTheirSeverity) {
   EXPECT_EQ(std::count(run.out.begin(), run.out.end(), '\n'), 1);
 }
 
+TEST_F(CommandLine, NotesGoToStandardErrorAndAreNotAmongTheMessages) {
+  folder.Write("again.map", "T\tW\tTrail\nG\tCamp\tN0\tE0\nT\tW\tTrail\nG\tHill\tN0\tE1\n");
+  const std::string note = "note: Trail W is given again; its earlier points are dropped\n";
+  const Outcome dump = Do({"dump", "again.map"});
+  EXPECT_EQ(dump.status, 0);
+  EXPECT_EQ(dump.err, note);
+  EXPECT_NE(dump.out.find("\"messages\": []"), std::string::npos) << dump.out;
+  // In `check`, where messages are the result, too.
+  const Outcome check = Do({"check", "again.map"});
+  EXPECT_EQ(check.err, note);
+  EXPECT_EQ(check.out.find("given again"), std::string::npos) << check.out;
+}
+
 TEST_F(CommandLine, LocatePrintsThePlaceAndWhatWasNamed) {
   const Outcome run = Do({"locate", "site.map", "Main:Camp"});
   EXPECT_EQ(run.out,

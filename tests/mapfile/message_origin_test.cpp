@@ -80,5 +80,39 @@ TEST(MessageOrigin, TheRestOfALineThatIsTooLongIsTheSameLine) {
   EXPECT_EQ(messages.places[1], "long.map:4");
 }
 
+TEST(MessageOrigin, IsTheTrailLineForTheNoteOnATrailGivenAgain) {
+  PlacedMessages messages;
+  Workspace workspace(messages);
+  const TemporaryFolder folder;
+  OpenMap(workspace, folder.Write("a.map",
+                                  "T\tPde\tTrail\nL\tCamp\t1\t10\nT\tpde\tTrail\n\n"
+                                  "L\tHill\t1\t11\nL\tRock\t1\t12\n"));
+  EXPECT_EQ(messages.places, Places{"a.map:3"});
+  ASSERT_EQ(messages.Entries().size(), 1U);
+  EXPECT_EQ(messages.Entries()[0].severity, Severity::Note);
+  EXPECT_EQ(messages.Entries()[0].text, "Trail pde is given again; its earlier points are dropped");
+  EXPECT_EQ(workspace.maps.front().trails.front().points.size(), 2U);
+}
+
+TEST(MessageOrigin, IsTheTrailLineForTheNoteOnATrailOfTheBasis) {
+  PlacedMessages messages;
+  Workspace workspace(messages);
+  const TemporaryFolder folder;
+  folder.Write("base.map", "T\tPde\tTrail\nL\tCamp\t1\t10\n");
+  OpenMap(workspace, folder.Write("a.map", "B\tbase.map\n#\nT\tPde\tTrail\n#\nL\tHill\t1\t11\n"));
+  EXPECT_EQ(messages.places, Places{"a.map:3"});
+}
+
+TEST(MessageOrigin, NoNoteComesWhereATrailGivenAgainLosesNothing) {
+  PlacedMessages messages;
+  Workspace workspace(messages);
+  const TemporaryFolder folder;
+  // The first has no points yet, the second keeps those that it has.
+  OpenMap(workspace, folder.Write("a.map",
+                                  "T\tEmpty\tTrail\nT\tEmpty\tTrail\nL\tCamp\t1\t10\n"
+                                  "T\tKept\tTrail\nL\tHill\t1\t11\nT\tKept\tHuman\n"));
+  EXPECT_TRUE(messages.Entries().empty());
+}
+
 }  // namespace
 }  // namespace orvane

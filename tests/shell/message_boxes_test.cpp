@@ -199,6 +199,20 @@ TEST(BoxMessages, EveryMessageIsLoggedWithItsOrigin) {
   EXPECT_EQ(boxes.Log().At(1).severity, Severity::InternalError);
 }
 
+TEST(BoxMessages, ANoteIsLoggedWithoutABox) {
+  BoxMessages boxes;
+  const BoxWatcher watcher;
+  PostNote(boxes, "3 files were written");
+  {
+    const MessageBatch batch(boxes, QStringLiteral("opening a.map"));
+    PostNote(boxes, "a trail is given again");
+  }
+  EXPECT_TRUE(watcher.Texts().isEmpty());
+  ASSERT_EQ(boxes.Log().rowCount(), 2);
+  EXPECT_EQ(boxes.Log().At(0).severity, Severity::Note);
+  EXPECT_EQ(boxes.Log().At(1).text, QStringLiteral("a trail is given again"));
+}
+
 TEST(BoxMessages, ACutMessageIsStillReadAsUtf8) {
   BoxMessages boxes;
   const BoxWatcher watcher;

@@ -59,6 +59,10 @@ TEST(MessageLog, HasARowForEachMessage) {
   EXPECT_EQ(shown(1, MessageLog::LineColumn), QString());
   EXPECT_EQ(log.index(0, 0).data(Qt::AccessibleTextRole).toString(),
             QStringLiteral("Warning: first"));
+  EXPECT_EQ(log.index(1, 0).data(Qt::AccessibleTextRole).toString(),
+            QStringLiteral("Error: second"));
+  log.Add(Severity::Note, QStringLiteral("third"), nullptr);
+  EXPECT_EQ(log.index(2, 0).data(Qt::AccessibleTextRole).toString(), QStringLiteral("Note: third"));
   log.Clear();
   EXPECT_EQ(log.rowCount(), 0);
 }

@@ -70,6 +70,7 @@ BoxMessages::BoxMessages() : endProgram([](int status) { std::exit(status); }) {
 
 void BoxMessages::Post(Severity severity, const std::string& text) {
   const LoggedMessage& logged = log_.Add(severity, ShownText(severity, text), Origin());
+  if (severity == Severity::Note) return;
   const Waiting message{.number = logged.number, .severity = severity, .text = logged.text};
   if (severity == Severity::Fatal) {
     ShowWaiting();

@@ -13,6 +13,7 @@
 namespace orvane {
 
 /// Shows messages and questions as boxes over the active window, and keeps every message in a log.
+/// Notes are only logged.
 ///
 /// While files are read (`BeginBatch`) messages wait, since a box lets the windows paint, and the
 /// map is only half there. Afterwards each has its box; from the third on the box has a check that

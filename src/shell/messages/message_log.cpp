@@ -14,11 +14,18 @@ namespace {
 /// Rows that go at once when the log is full, so that they do not go one by one.
 constexpr size_t DroppedAtOnce = MessageLog::MostKept / 10;
 
-QIcon IconOf(Severity severity) {
-  const auto pixmap =
-      severity == Severity::Warning ? QStyle::SP_MessageBoxWarning : QStyle::SP_MessageBoxCritical;
-  return QApplication::style()->standardIcon(pixmap);
+QStyle::StandardPixmap PictureOf(Severity severity) {
+  switch (severity) {
+    case Severity::Note:
+      return QStyle::SP_MessageBoxInformation;
+    case Severity::Warning:
+      return QStyle::SP_MessageBoxWarning;
+    default:
+      return QStyle::SP_MessageBoxCritical;
+  }
 }
+
+QIcon IconOf(Severity severity) { return QApplication::style()->standardIcon(PictureOf(severity)); }
 
 QString TextOf(const LoggedMessage& message, int column) {
   switch (column) {
@@ -35,9 +42,14 @@ QString TextOf(const LoggedMessage& message, int column) {
 
 /// What a screen reader says: the severity stands in a picture.
 QString SpokenText(const LoggedMessage& message) {
-  return (message.severity == Severity::Warning ? MessageLog::tr("Warning: %1")
-                                                : MessageLog::tr("Error: %1"))
-      .arg(message.text);
+  switch (message.severity) {
+    case Severity::Note:
+      return MessageLog::tr("Note: %1").arg(message.text);
+    case Severity::Warning:
+      return MessageLog::tr("Warning: %1").arg(message.text);
+    default:
+      return MessageLog::tr("Error: %1").arg(message.text);
+  }
 }
 
 }  // namespace
