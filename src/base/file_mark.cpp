@@ -1,8 +1,6 @@
 #include "base/file_mark.h"
 
 #include <cstring>
-#include <filesystem>
-#include <system_error>
 
 namespace orvane {
 
@@ -21,11 +19,6 @@ FileMark MarkOf(std::string_view content) {
     content.remove_prefix(length);
   }
   return mark;
-}
-
-bool IsSameFile(const std::string& a, const std::string& b) {
-  std::error_code error;
-  return a == b || std::filesystem::equivalent(a, b, error);
 }
 
 }  // namespace orvane

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <string>
 #include <string_view>
 
 namespace orvane {
@@ -17,8 +16,5 @@ struct FileMark {
 /// The mark of a content. Two contents that differ have the same mark by a chance of one in 2^64;
 /// nothing is promised against a content that was made for it.
 FileMark MarkOf(std::string_view content);
-
-/// \return true if the two paths lead to one file that exists, or are the same text
-bool IsSameFile(const std::string& a, const std::string& b);
 
 }  // namespace orvane

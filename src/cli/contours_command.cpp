@@ -59,7 +59,7 @@ Map* MakeContours(Map& map, LineMessages& messages, const ContoursRequest& reque
   Map* source = &map;
   while (source != nullptr && !OffersContours(*source)) source = source->basis;
   if (source == nullptr && !request.interval) {
-    NoteError(messages, "No contour interval in %s", {map.fileName});
+    NoteError(messages, "No contour interval in %s", {map.shownName});
     return nullptr;
   }
   if (source == nullptr) source = &map;

@@ -120,8 +120,9 @@ class MapDump {
   }
 
   void WriteHead() {
-    WriteField("fileName", ToUtf8(map_.fileName));
-    WriteField("basis", map_.basis == nullptr ? Json(nullptr) : Json(ToUtf8(map_.basis->fileName)));
+    WriteField("fileName", ToUtf8(map_.shownName));
+    WriteField("basis",
+               map_.basis == nullptr ? Json(nullptr) : Json(ToUtf8(map_.basis->shownName)));
     WriteField("magneticDeviation", map_.magneticDeviation);
     WriteField("hasDeviation", (map_.flags & MapHasDeviation) != 0);
     WriteField("origin", numbers_.NumberOrNull(map_.origin));
@@ -145,7 +146,7 @@ class MapDump {
     for (const Measurement& reading : point.measurements) readings.push_back(ReadingJson(reading));
     return {{"name", ToUtf8(point.name)},
             {"synonyms", Texts(point.synonyms)},
-            {"map", point.map == nullptr ? Json(nullptr) : Json(ToUtf8(point.map->fileName))},
+            {"map", point.map == nullptr ? Json(nullptr) : Json(ToUtf8(point.map->shownName))},
             {"trail", TrailIndexOrNull(point.trail)},
             {"placed", (point.flags & PointPlaced) != 0},
             {"lat", point.geo.lat},

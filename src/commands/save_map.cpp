@@ -1,5 +1,6 @@
 #include "commands/save_map.h"
 
+#include "base/file_identity.h"
 #include "base/file_mark.h"
 #include "base/file_names.h"
 #include "base/messages.h"
@@ -17,10 +18,13 @@ constexpr std::string_view ShapefileName = "points.shp";
 
 /// Writes a map to a file; the map bears its name from then on and is unchanged.
 bool WriteUnder(Map& map, const std::string& path, bool full, const SaveContext& context) {
+  const std::string whole = WholePath(path);
+  const bool renamed = map.fileName != whole;
+  const std::string shownName = renamed ? path : map.shownName;
   const std::string text = MapFileText(map, path, full);
-  if (!WriteMapText(map.workspace->messages, path, text, context.system)) return false;
-  const bool renamed = map.fileName != path;
-  map.fileName = path;
+  if (!WriteMapText(map.workspace->messages, path, shownName, text, context.system)) return false;
+  map.fileName = whole;
+  map.shownName = shownName;
   map.fileMark = MarkOf(text);
   context.setDirty(map, false);
   if (renamed && context.renamed) context.renamed(map);
@@ -97,7 +101,7 @@ OtherBasisAnswer AskAboutOtherBasis(const Map& basis, const std::string& path) {
 /// Offers to save the basis beside the map.
 /// \return false if the whole save is off
 bool SaveBasisBeside(Map& basis, const std::string& path, bool full, const SaveContext& context) {
-  if (SameDirectory(path, basis.fileName)) return true;
+  if (InSameFolder(path, basis.fileName)) return true;
   const int answer =
       AskUser(basis.workspace->messages, "Save map basis?", "Save", "Don't Save", "Cancel",
               "Do you want to save the basis files into the same directory as the main map?");

@@ -7,10 +7,17 @@
 
 namespace orvane {
 
-/// The map of that file: the one in the workspace if it was opened before, else read, finished and
-/// solved now. A file that can't be read gives a message and an empty map of that name.
+/// The map of that file: the one in the workspace if it was opened before, under whatever spelling
+/// of its folder, else read, finished and solved now. A file that can't be read gives a message and
+/// an empty map of that name.
+/// \param name      a path from the root or from the working directory; messages show it as it is,
+///                  and the map's `fileName` is the whole path
 /// \param readable  if not null, receives whether the file was read, now or earlier
 Map& OpenMap(Workspace& workspace, const std::string& name, bool* readable = nullptr);
+
+/// \return the map of that file if it was opened before, without regard to case and to how its
+///         folder is spelled; else null
+Map* FindOpenMap(Workspace& workspace, const std::string& name);
 
 /// As `OpenMap`, for work that may be called off (`Workspace::progress`).
 /// A map that rests on one that was open before is opened to the end: its lines may change the

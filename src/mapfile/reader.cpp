@@ -1,5 +1,6 @@
 #include "mapfile/reader.h"
 
+#include "base/file_identity.h"
 #include "base/file_names.h"
 #include "base/files.h"
 #include "base/line_reader.h"
@@ -41,8 +42,10 @@ std::string_view SkipSpace(std::string_view text) {
   return text;
 }
 
+/// \param path  a whole one
 bool IsBeingRead(const ReadingState& state, const std::string& path) {
-  return std::find(state.openFiles.begin(), state.openFiles.end(), path) != state.openFiles.end();
+  return std::any_of(state.openFiles.begin(), state.openFiles.end(),
+                     [&](const OpenedFile& file) { return file.path == path; });
 }
 
 /// True while a file that a line names may still be opened. Counts the lines that ask.
@@ -52,7 +55,7 @@ bool MayOpenAnother(ReadingState& state) {
 
 void ReadIncludeLine(LineContext& context, std::string_view line) {
   const std::string path(SkipSpace(line.substr(1)));
-  if (!MayOpenAnother(context.state) || IsBeingRead(context.state, path)) {
+  if (!MayOpenAnother(context.state) || IsBeingRead(context.state, WholePath(path))) {
     NoteError(context.messages, CannotOpen, {path});
   } else {
     ReadFileInto(context, path);
@@ -76,17 +79,18 @@ void ReadBasisLine(LineContext& context, std::string_view line) {
   std::string name(cursor.Rest());
   if (map.basis != nullptr) {
     NoteError(context.messages, "This map (%s) has two bases %s and %s",
-              {map.fileName, map.basis->fileName, name});
+              {map.shownName, map.basis->shownName, name});
   }
-  if (DirectoryName(name).empty()) name = JoinPath(DirectoryName(map.fileName), name);
-  if (name.size() > LongestBasisName || !MayOpenAnother(context.state) ||
-      WouldCloseCircle(context, FindMap(context.workspace, name))) {
+  if (DirectoryName(name).empty()) name = JoinPath(DirectoryName(map.shownName), name);
+  const bool mayOpen = name.size() <= LongestBasisName && MayOpenAnother(context.state);
+  const Map* opened = mayOpen ? FindOpenMap(context.workspace, name) : nullptr;
+  if (!mayOpen || WouldCloseCircle(context, opened)) {
     NoteError(context.messages, CannotOpen, {name});
   } else {
     // Lines for points and trails of the basis change these; where it was open before, such lines
     // can't be taken back.
     Progress* progress = context.workspace.progress;
-    if (progress != nullptr && FindMap(context.workspace, name) != nullptr) progress->Commit();
+    if (progress != nullptr && opened != nullptr) progress->Commit();
     Map* basis = OpenMapUnlessCancelled(context.workspace, name);
     if (basis != nullptr) map.basis = basis;
   }
@@ -199,7 +203,8 @@ void ReadTextInto(LineContext& context, std::string_view text) {
   const bool warnedBefore = state.warnedOnce;
   state.warnedOnce = false;
   CloseTrailAndRange(state);
-  const std::string file = state.openFiles.empty() ? map.fileName : state.openFiles.back();
+  const std::string file =
+      state.openFiles.empty() ? map.shownName : state.openFiles.back().shownName;
   OriginScope origin(context.messages, file);
   if (text.find('\0') != std::string_view::npos) {
     NoteError(context.messages, "File %s holds bytes that are no text; it may be damaged", {file});
@@ -243,8 +248,9 @@ bool ReadFileInto(LineContext& context, const std::string& path) {
               {path});
     return false;
   }
-  if (path == context.map.fileName) context.map.fileMark = MarkOf(*text);
-  context.state.openFiles.push_back(path);
+  const std::string whole = WholePath(path);
+  if (whole == WholePath(context.map.fileName)) context.map.fileMark = MarkOf(*text);
+  context.state.openFiles.push_back({.path = whole, .shownName = path});
   ReadTextInto(context, *text);
   context.state.openFiles.pop_back();
   return true;

@@ -1,5 +1,6 @@
 #include "mapfile/recovery.h"
 
+#include "base/file_identity.h"
 #include "base/file_names.h"
 #include "base/files.h"
 #include "base/number_text.h"
@@ -11,8 +12,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <filesystem>
-#include <system_error>
 
 namespace orvane {
 namespace {
@@ -64,12 +63,6 @@ std::string NameWithoutEscapes(std::string_view text) {
   return name;
 }
 
-std::string WholePath(const std::string& path) {
-  std::error_code error;
-  const std::filesystem::path whole = std::filesystem::absolute(path, error);
-  return error ? path : whole.lexically_normal().string();
-}
-
 /// A name that no map of the workspace bears: "site (recovered).map" beside "site.map".
 std::string FreeName(Workspace& workspace, const std::string& fileName) {
   const std::string baseName(BaseName(fileName));
@@ -96,7 +89,7 @@ class ReadingAs {
  public:
   ReadingAs(Workspace& workspace, const RecoveryRecord& record)
       : workspace_(workspace), europeanDates_(workspace.preferences.europeanDates) {
-    workspace_.reading.openFiles.push_back(record.fileName);
+    workspace_.reading.openFiles.push_back({.path = record.fileName, .shownName = record.fileName});
     workspace_.preferences.europeanDates = record.europeanDates;
   }
   ~ReadingAs() {
@@ -185,7 +178,7 @@ Map* OpenRecoveryCopy(Workspace& workspace, const RecoveryCopy& copy) {
     return nullptr;
   }
   const bool unnamed = record.untitled && !record.original;
-  const bool taken = !unnamed && FindMap(workspace, record.fileName) != nullptr;
+  const bool taken = !unnamed && FindOpenMap(workspace, record.fileName) != nullptr;
   Map& map = MakeMap(workspace, taken ? FreeName(workspace, record.fileName) : record.fileName);
   if (record.untitled || taken) map.flags |= MapUntitled;
   const OriginScope origin(workspace.messages, path);

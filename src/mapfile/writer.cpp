@@ -1,5 +1,6 @@
 #include "mapfile/writer.h"
 
+#include "base/file_identity.h"
 #include "base/file_names.h"
 #include "base/files.h"
 #include "base/number_text.h"
@@ -51,7 +52,7 @@ std::string FixText(double degrees, char positive, char negative) {
 
 class MapWriter {
  public:
-  MapWriter(Map& map, std::string_view path, bool full) : map_(map), path_(path), full_(full) {}
+  MapWriter(Map& map, const std::string& path, bool full) : map_(map), path_(path), full_(full) {}
 
   std::string Text() {
     ClearMarks();
@@ -113,7 +114,7 @@ class MapWriter {
     if (map_.basis == nullptr) return;
     const std::string& name = map_.basis->fileName;
     Put("B\t");
-    Put(SameDirectory(name, path_) ? BaseName(name) : std::string_view(name));
+    Put(InSameFolder(name, path_) ? BaseName(name) : std::string_view(name));
     Put('\n');
   }
 
@@ -463,7 +464,7 @@ class MapWriter {
   }
 
   Map& map_;
-  std::string_view path_;
+  const std::string& path_;
   bool full_;
   std::string out_;
 };
@@ -475,17 +476,18 @@ std::string MapFileText(Map& map, const std::string& path, bool full) {
 }
 
 bool WriteMapFile(Map& map, const std::string& path, bool full) {
-  return WriteMapText(map.workspace->messages, path, MapFileText(map, path, full));
+  return WriteMapText(map.workspace->messages, path, path, MapFileText(map, path, full));
 }
 
-bool WriteMapText(Messages& messages, const std::string& path, std::string_view text,
-                  const FileSystem& system) {
+bool WriteMapText(Messages& messages, const std::string& path, std::string_view shownName,
+                  std::string_view text, const FileSystem& system) {
   switch (WriteFileAtomically(path, text, system)) {
     case WriteResult::CannotOpen:
-      NoteError(messages, "Can't open %s for writing", {path});
+      NoteError(messages, "Can't open %s for writing", {shownName});
       break;
     case WriteResult::Failed:
-      NoteError(messages, "Error ocurred while writing data file %s. It may be corrupt", {path});
+      NoteError(messages, "Error ocurred while writing data file %s. It may be corrupt",
+                {shownName});
       break;
     case WriteResult::Done:
       return true;

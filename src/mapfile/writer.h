@@ -19,9 +19,10 @@ class Messages;
 bool WriteMapFile(Map& map, const std::string& path, bool full);
 
 /// As above, with the text of the map already made.
-/// \param system  what the file is written with; a test lets its calls fail
-bool WriteMapText(Messages& messages, const std::string& path, std::string_view text,
-                  const FileSystem& system = SystemFiles());
+/// \param shownName  the name of the file in messages
+/// \param system     what the file is written with; a test lets its calls fail
+bool WriteMapText(Messages& messages, const std::string& path, std::string_view shownName,
+                  std::string_view text, const FileSystem& system = SystemFiles());
 
 /// The text that `WriteMapFile` writes. The path decides how the basis is named.
 std::string MapFileText(Map& map, const std::string& path, bool full);

@@ -32,6 +32,7 @@ Map& MakeMap(Workspace& workspace, std::string_view name) {
   Map& map = workspace.maps.emplace_front();
   map.workspace = &workspace;
   map.fileName = name;
+  map.shownName = name;
   return map;
 }
 

@@ -94,7 +94,10 @@ struct Map {
   MapMemory listMemory;
 
   Workspace* workspace = nullptr;  ///< the one that holds the map
-  std::string fileName;            ///< the path of the file, or "Untitled"
+  std::string fileName;            ///< the whole path of the file, or "Untitled"
+  /// The name of the file as the user gave it, for messages. It may be relative to the working
+  /// directory.
+  std::string shownName;
   /// Of the file when it was last read or written whole; none if neither has been. Whoever writes
   /// over a file with other bytes destroys what someone else has put there.
   std::optional<FileMark> fileMark;

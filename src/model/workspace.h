@@ -21,18 +21,24 @@ struct Preferences {
   bool showHiddenNames = false;  ///< draw the names that begin with `_` or `@`
 };
 
+/// A file that is being read.
+struct OpenedFile {
+  std::string path;       ///< from the root
+  std::string shownName;  ///< as it was given
+};
+
 /// Where the reader of map files stands. It goes on from file to file: what a file includes, or
 /// rests on, is read in the middle of it.
 struct ReadingState {
-  Trail* currentTrail = nullptr;       ///< null outside a trail
-  Range* currentRange = nullptr;       ///< null outside a range
-  size_t trailLine = 0;                ///< line of the file that opened the current trail
-  bool trailHasTail = false;           ///< a point was added since the trail was opened
-  Point* lastPoint = nullptr;          ///< the point of the previous point line
-  bool warnedOnce = false;             ///< gates the messages that are told once a file
-  std::vector<std::string> openFiles;  ///< files being read, outermost first
-  int depth = 0;                       ///< texts being read, one in the middle of the other
-  int filesNamed = 0;                  ///< by includes and bases, since the outermost text began
+  Trail* currentTrail = nullptr;      ///< null outside a trail
+  Range* currentRange = nullptr;      ///< null outside a range
+  size_t trailLine = 0;               ///< line of the file that opened the current trail
+  bool trailHasTail = false;          ///< a point was added since the trail was opened
+  Point* lastPoint = nullptr;         ///< the point of the previous point line
+  bool warnedOnce = false;            ///< gates the messages that are told once a file
+  std::vector<OpenedFile> openFiles;  ///< being read, outermost first
+  int depth = 0;                      ///< texts being read, one in the middle of the other
+  int filesNamed = 0;                 ///< by includes and bases, since the outermost text began
 };
 
 /// What is process-wide by its nature. Made once by the program and handed down; a test makes its
@@ -57,7 +63,7 @@ struct Workspace {
   PackedDate Today() const { return today ? today() : LocalDate(); }
 };
 
-/// Makes an empty map and puts it at the head of the workspace's list.
+/// Makes an empty map of that file name and puts it at the head of the workspace's list.
 Map& MakeMap(Workspace& workspace, std::string_view name);
 
 /// \return the map of that file name, without regard to case, or null

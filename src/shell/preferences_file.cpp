@@ -1,5 +1,6 @@
 #include "shell/preferences_file.h"
 
+#include "base/file_identity.h"
 #include "base/file_names.h"
 #include "shell/files/local_files.h"
 #include "shell/map/map_view.h"
@@ -34,6 +35,8 @@ std::string Read(Shell& shell, const std::string& path) {
   shell.trailWidth = preferences.trailWidth;
   shell.trailHeight = preferences.trailHeight;
   shell.savedView = preferences.savedView;
+  // Older files hold names as they were typed.
+  shell.savedView.fileName = WholePath(preferences.savedView.fileName);
   // The windows of the command line stand already; names and menus follow.
   shell.RefreshMenus();
   for (MapWindowWidget* window : shell.OpenWindows()) window->View().RequestRepaint();
@@ -51,10 +54,9 @@ void Write(Shell& shell, const std::string& path) {
 }  // namespace
 
 void PlugPreferences(Shell& shell, const std::string& directory) {
-  std::error_code error;
   // Made whole once, so that it stays the same wherever the program works later.
-  const std::filesystem::path whole = std::filesystem::absolute(directory, error);
-  shell.ownDirectory = error ? directory : whole.lexically_normal().string();
+  shell.ownDirectory = WholePath(directory);
+  std::error_code error;
   std::filesystem::create_directories(shell.ownDirectory, error);
   const std::string path = JoinPath(shell.ownDirectory, PreferencesName);
   shell.readPreferences = [&shell, path] { return Read(shell, path); };

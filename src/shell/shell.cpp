@@ -1,5 +1,6 @@
 #include "shell/shell.h"
 
+#include "base/file_identity.h"
 #include "base/file_names.h"
 #include "base/files.h"
 #include "base/messages.h"
@@ -27,8 +28,6 @@
 #include <QDir>
 
 #include <algorithm>
-#include <filesystem>
-#include <system_error>
 
 namespace orvane {
 namespace {
@@ -102,12 +101,9 @@ Map* Shell::ReadMap(const std::string& path) {
 }
 
 std::string Shell::NameOfOpenMap(const std::string& path) const {
-  // A file may be named from here or from the root; it must not become two maps, of which the one
-  // saved later would undo the other.
-  std::error_code error;
+  // A file and a link to it must not become two maps: the one saved later would undo the other.
   for (const Map& map : workspace_.maps) {
-    if (map.fileName != path && (map.flags & MapUntitled) == 0 &&
-        std::filesystem::equivalent(map.fileName, path, error)) {
+    if (map.fileName != path && (map.flags & MapUntitled) == 0 && IsSameFile(map.fileName, path)) {
       return map.fileName;
     }
   }
@@ -121,9 +117,7 @@ void Shell::ReadRecentFiles() {
 }
 
 void Shell::NoteRecentFile(const std::string& path) {
-  std::error_code error;
-  const std::filesystem::path whole = std::filesystem::absolute(path, error);
-  AddRecentFile(recentFiles_, error ? path : whole.lexically_normal().string());
+  AddRecentFile(recentFiles_, WholePath(path));
   // That it can't be written is not worth a word.
   if (!ownDirectory.empty()) {
     WriteFileAtomically(JoinPath(ownDirectory, RecentFilesName), RecentFilesText(recentFiles_));

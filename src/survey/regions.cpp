@@ -138,7 +138,7 @@ void HangFreeRegion(Map& map, Point& holder) {
   NoteWarning(
       map.workspace->messages,
       "No absolute position found for connected region containing %s in %s",
-      {holder.name.empty() ? "<nameless point>" : std::string_view(holder.name), map.fileName});
+      {holder.name.empty() ? "<nameless point>" : std::string_view(holder.name), map.shownName});
   holder.positionWeight = 1;
 }
 

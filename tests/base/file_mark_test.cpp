@@ -1,8 +1,5 @@
 #include "base/file_mark.h"
 
-#include "support/temporary_folder.h"
-
-#include <filesystem>
 #include <gtest/gtest.h>
 #include <set>
 #include <string>
@@ -36,19 +33,6 @@ TEST(FileMark, TellsContentsThatDifferInZerosAtTheirEnd) {
 
 TEST(FileMark, TellsTwoExchangedWordsFromTheOld) {
   EXPECT_NE(MarkOf("first...second.."), MarkOf("second..first..."));
-}
-
-TEST(SameFile, IsOneByWhateverName) {
-  const TemporaryFolder folder;
-  const std::string path = folder.Write("a.map", "a");
-  folder.Write("b.map", "a");
-  std::filesystem::create_symlink("a.map", folder.Path("link.map"));
-  EXPECT_TRUE(IsSameFile(path, path));
-  EXPECT_TRUE(IsSameFile(path, folder.Path("./a.map")));
-  EXPECT_TRUE(IsSameFile(path, folder.Path("link.map")));
-  EXPECT_FALSE(IsSameFile(path, folder.Path("b.map")));
-  EXPECT_FALSE(IsSameFile(path, folder.Path("missing.map")));
-  EXPECT_TRUE(IsSameFile("missing.map", "missing.map"));
 }
 
 }  // namespace

@@ -75,6 +75,31 @@ TEST_F(CommandLine, NotesGoToStandardErrorAndAreNotAmongTheMessages) {
   EXPECT_EQ(check.out.find("given again"), std::string::npos) << check.out;
 }
 
+TEST_F(CommandLine, SaveElsewhereNamesTheBasisSoThatItIsFound) {
+  std::filesystem::create_directory(folder.Path("work"));
+  std::filesystem::create_directory(folder.Path("work/sub"));
+  std::filesystem::create_directory(folder.Path("x"));
+  std::filesystem::create_directory_symlink(folder.Path("work"), folder.Path("x/link"));
+  folder.Write("work/trails.map", "L\tCamp\t1\t10\n");
+  folder.Write("work/season.map", "B\ttrails.map\nL\tHill\t1\t11\n");
+  const std::string whole =
+      "B\t" + std::filesystem::canonical(folder.Path("work")).string() + "/trails.map\n";
+  const auto doIn = [&](const std::string& where, const std::vector<std::string>& arguments) {
+    Outcome run = Do(arguments, ">../out", "cd " + where + " && ");
+    run.err = folder.Read(where + "/err");
+    return run;
+  };
+  for (const std::string name : {"season.map", "./season.map", "sub/../season.map"}) {
+    EXPECT_EQ(doIn("work", {"save", name, "../x/y.map"}).status, 0);
+    EXPECT_TRUE(folder.Read("x/y.map").starts_with(whole)) << folder.Read("x/y.map");
+    EXPECT_EQ(doIn("x", {"locate", "y.map", "Camp"}).err, "") << "read from elsewhere";
+    EXPECT_EQ(doIn("work", {"save", name, "../x/link/y.map"}).status, 0);
+    EXPECT_TRUE(folder.Read("work/y.map").starts_with("B\ttrails.map\n")) << name;
+    const std::string dump = doIn("work", {"dump", name}).out;
+    EXPECT_TRUE(dump.starts_with("{\"fileName\": \"" + name + "\"")) << dump;
+  }
+}
+
 TEST_F(CommandLine, LocatePrintsThePlaceAndWhatWasNamed) {
   const Outcome run = Do({"locate", "site.map", "Main:Camp"});
   EXPECT_EQ(run.out,

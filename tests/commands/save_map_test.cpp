@@ -8,6 +8,7 @@
 #include "model/workspace.h"
 #include "support/scripted_questions.h"
 #include "support/temporary_folder.h"
+#include "support/working_folder.h"
 
 #include <filesystem>
 #include <functional>
@@ -97,6 +98,41 @@ TEST_F(SaveMapTest, AnUntitledMapIsAskedForItsNameAtEachSave) {
   EXPECT_EQ(dialogs_.questions[1].title, "Save untitled map as...");
   EXPECT_EQ(dialogs_.questions[1].file.name, "a.map");
   EXPECT_EQ(map.fileName, folder_.Path("b.map"));
+}
+
+TEST_F(SaveMapTest, AMapOpenedByAShortNameIsSavedElsewhereWithItsBasis) {
+  folder_.Write("trails.map", "L\tCamp\t1\t10\n");
+  folder_.Write("season.map", "B\ttrails.map\nL\tHill\t1\t11\n");
+  std::filesystem::create_directory(folder_.Path("sub"));
+  const WorkingFolder working(folder_.Path());
+  for (const char* name : {"season.map", "./season.map", "sub/../season.map"}) {
+    Workspace workspace(messages_);
+    Map& map = OpenMap(workspace, name);
+    dialogs_.paths = {folder_.Path("copy.map"), folder_.Path("other/season.map")};
+    EXPECT_TRUE(SaveMapAs(map, true, Context()));
+    EXPECT_TRUE(messages_.Questions().empty()) << name << ": it is the folder of the basis";
+    messages_.answers = {2};
+    EXPECT_TRUE(SaveMapAs(map, true, Context()));
+    EXPECT_EQ(messages_.Questions().size(), 1U);
+    EXPECT_EQ(map.shownName, folder_.Path("other/season.map"));
+    EXPECT_TRUE(
+        folder_.Read("other/season.map").starts_with("B\t" + folder_.Path("trails.map") + "\n"))
+        << folder_.Read("other/season.map");
+    messages_.Clear();
+  }
+}
+
+TEST_F(SaveMapTest, AFailureIsToldWithTheNameAsTyped) {
+  folder_.Write("season.map", "L\tHill\t1\t11\n");
+  const WorkingFolder working(folder_.Path());
+  Map& map = OpenMap(workspace_, "./season.map");
+  system_.flush = [](int) { return -1; };
+  map.flags |= MapDirty;
+  EXPECT_FALSE(SaveChangedMaps(map, Context()));
+  ASSERT_EQ(messages_.Entries().size(), 1U);
+  EXPECT_EQ(messages_.Entries()[0].text,
+            "Error ocurred while writing data file ./season.map. It may be corrupt");
+  EXPECT_EQ(map.shownName, "./season.map");
 }
 
 TEST_F(SaveMapTest, CancellingANameStopsTheWalk) {
@@ -428,6 +464,16 @@ TEST_F(OtherBasisQuestion, DoesNotComeForACopyOfTheBasisAsItWasRead) {
   EXPECT_TRUE(SaveMapAs(map_, true, Context()));
   EXPECT_EQ(messages_.Questions().size(), 1U);
   EXPECT_EQ(basis_.fileName, folder_.Path("other/trails.map"));
+}
+
+TEST_F(BasisQuestion, IsNotAskedInTheFolderOfTheBasisByAnotherName) {
+  std::filesystem::create_directory_symlink(folder_.Path(), folder_.Path("other/link"));
+  for (const char* path : {"other/link/copy.map", "other/../copy.map"}) {
+    dialogs_.paths = {folder_.Path(path)};
+    EXPECT_TRUE(SaveMapAs(map_, true, Context())) << path;
+    EXPECT_TRUE(messages_.Questions().empty()) << path;
+    EXPECT_TRUE(folder_.Read(path).starts_with("B\ttrails.map\n")) << path;
+  }
 }
 
 TEST_F(BasisQuestion, IsNotAskedInTheFolderOfTheBasis) {

@@ -3,6 +3,7 @@
 #include "shell/preferences_file.h"
 
 #include "shell/shell_case.h"
+#include "support/working_folder.h"
 #include "view/scale_text.h"
 
 #include <QStandardPaths>
@@ -80,14 +81,58 @@ TEST_F(PreferencesFileTest, AFileOfTheCommandLineKeepsTheLastMapAway) {
   }
 }
 
+TEST_F(PreferencesFileTest, AMapOpenedByAShortNameComesBackAfterARestartElsewhere) {
+  WriteMap("trails.map");
+  WriteMap("season.map");
+  std::filesystem::create_directory(folder_.Path("sub"));
+  for (const char* name : {"season.map", "./season.map", "sub/../season.map"}) {
+    {
+      const WorkingFolder working(folder_.Path());
+      shell_.Start({name});
+      ASSERT_EQ(shell_.OpenWindows().size(), 1U);
+      MapWindowWidget& window = *shell_.OpenWindows()[0];
+      ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+      Press(window, CommandZoomIn);
+      EXPECT_TRUE(shell_.ExitFlow());
+      DeliverDeletes();
+    }
+    EXPECT_NE(Stored().find("DefaultMap=" + folder_.Path("season.map") + "\r\n"), std::string::npos)
+        << Stored();
+    ScriptedMessages messages;
+    BoxMessages boxes;
+    Workspace workspace(messages);
+    Shell restarted(workspace, boxes);
+    PlugPreferences(restarted, own_.Path("own"));
+    restarted.Start({});
+    ASSERT_EQ(restarted.OpenWindows().size(), 1U) << name;
+    EXPECT_EQ(restarted.OpenWindows()[0]->TheMap().fileName, folder_.Path("season.map"));
+    EXPECT_TRUE(messages.Entries().empty());
+    restarted.endProgram = [] {};
+    EXPECT_TRUE(restarted.ExitFlow());
+    DeliverDeletes();
+    std::filesystem::remove(own_.Path("own/Orvane.prf"));
+    shell_.savedView = {};
+  }
+}
+
+TEST_F(PreferencesFileTest, AShortNameOfAnOlderFileHasItsView) {
+  WriteMap("site.map");
+  const WorkingFolder working(folder_.Path());
+  own_.Write("own/Orvane.prf", "Scale=0.5\nDefaultMap=site.map\n");
+  shell_.Start({});
+  ASSERT_EQ(shell_.OpenWindows().size(), 1U);
+  ASSERT_TRUE(QTest::qWaitForWindowActive(shell_.OpenWindows()[0]));
+  EXPECT_EQ(shell_.OpenWindows()[0]->View().View().scale, 0.5F);
+}
+
 TEST_F(PreferencesFileTest, TheViewIsForTheVeryNameOnly) {
-  const std::string map = WriteMap("site.map");
+  WriteMap("site.map");
   own_.Write("own/Orvane.prf", "Scale=0.5\nDefaultMap=" + folder_.Path("./site.map") + "\n");
   shell_.Start({});
   ASSERT_EQ(shell_.OpenWindows().size(), 1U);
   ASSERT_TRUE(QTest::qWaitForWindowActive(shell_.OpenWindows()[0]));
   EXPECT_EQ(shell_.OpenWindows()[0]->View().View().scale, 0.5F);
-  MapWindowWidget& other = shell_.OpenMapWindow(MakeMap(workspace_, map));
+  MapWindowWidget& other = shell_.OpenMapWindow(MakeMap(workspace_, folder_.Path("SITE.map")));
   ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
   EXPECT_NE(other.View().View().scale, 0.5F);
 }
