@@ -10,8 +10,11 @@ function(add_module name)
   target_sources(${name} PUBLIC FILE_SET HEADERS BASE_DIRS ${PROJECT_SOURCE_DIR}/src
                                 FILES ${M_HEADERS})
   target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
-  target_link_libraries(${name} PUBLIC ${M_USES} ${M_LIBRARIES} PRIVATE project_options)
+  target_link_libraries(${name} PUBLIC ${M_USES} ${M_LIBRARIES} PRIVATE module_options)
   note_module(${name} "${M_USES}")
+  if(NOT M_LIBRARIES MATCHES "Qt6::")
+    target_precompile_headers(${name} REUSE_FROM std_headers)
+  endif()
 endfunction()
 
 # add_program(cli NAME orvane-cli SOURCES main.cpp [HEADERS ...] USES mapfile view
@@ -22,7 +25,7 @@ function(add_program folder)
   cmake_parse_arguments(P "" "NAME" "SOURCES;HEADERS;USES;LIBRARIES" ${ARGN})
   add_executable(${P_NAME} ${P_SOURCES} ${P_HEADERS})
   target_include_directories(${P_NAME} PRIVATE ${PROJECT_SOURCE_DIR}/src)
-  target_link_libraries(${P_NAME} PRIVATE ${P_USES} ${P_LIBRARIES} project_options)
+  target_link_libraries(${P_NAME} PRIVATE ${P_USES} ${P_LIBRARIES} module_options)
   note_module(${folder} "${P_USES}")
 endfunction()
 

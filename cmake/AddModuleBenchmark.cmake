@@ -5,7 +5,7 @@
 function(add_module_benchmark name)
   cmake_parse_arguments(B "" "" "SOURCES;LIBRARIES" ${ARGN})
   add_executable(${name}_bench ${B_SOURCES})
-  target_link_libraries(${name}_bench PRIVATE ${name} ${B_LIBRARIES} project_options
+  target_link_libraries(${name}_bench PRIVATE ${name} ${B_LIBRARIES} module_options
                                               benchmark::benchmark_main)
   # What benchmarks share stands in bench/support, what they share with tests in tests/support.
   target_include_directories(${name}_bench PRIVATE ${PROJECT_SOURCE_DIR}/bench

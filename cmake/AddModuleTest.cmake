@@ -1,14 +1,21 @@
 include(GoogleTest)
 
-# add_module_test(geometry SOURCES hull_test.cpp [LIBRARIES ...])
+# add_module_test(geometry SOURCES hull_test.cpp [LIBRARIES ...] [PRECOMPILED test_headers])
 #
 # Builds geometry_test from the sources of this folder; its cases are the tests geometry.*. It
-# links the module alone, so a test also shows what the module needs.
+# links only its module and LIBRARIES, so it also shows what the module needs. PRECOMPILED names the
+# compiled headers that fit its libraries, or NONE.
 function(add_module_test name)
-  cmake_parse_arguments(T "" "" "SOURCES;LIBRARIES" ${ARGN})
+  cmake_parse_arguments(T "" "PRECOMPILED" "SOURCES;LIBRARIES" ${ARGN})
   add_executable(${name}_test ${T_SOURCES})
-  target_link_libraries(${name}_test PRIVATE ${name} ${T_LIBRARIES} test_support project_options
+  target_link_libraries(${name}_test PRIVATE ${name} ${T_LIBRARIES} test_support test_options
                                              GTest::gtest_main)
+  if(NOT T_PRECOMPILED)
+    set(T_PRECOMPILED test_headers)
+  endif()
+  if(NOT T_PRECOMPILED STREQUAL NONE)
+    target_precompile_headers(${name}_test REUSE_FROM ${T_PRECOMPILED})
+  endif()
   set_target_properties(${name}_test PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/tests)
   # The cases are listed when the tests run, not in the build: a test program that cannot start
   # then fails as a test and does not stop the build of the others.

@@ -21,10 +21,36 @@ if(SANITIZE)
   add_compile_options(-fsanitize=${SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=${SANITIZE})
 endif()
+
+# For the sources of the programs.
+add_library(module_options INTERFACE)
+target_link_libraries(module_options INTERFACE project_options)
 if(WITH_FUZZERS)
-  # Everything that a fuzz target links tells libFuzzer which branches were taken.
-  add_compile_options(-fsanitize=fuzzer-no-link)
+  # Reports to libFuzzer which branches were taken; without it these calls do nothing.
+  target_compile_options(module_options INTERFACE -fsanitize=fuzzer-no-link)
 endif()
+
+# For the sources of the tests. Templates of googletest take most of the compiler's time, and
+# optimizing them makes no test faster. What they test is compiled as it is shipped.
+add_library(test_options INTERFACE)
+target_link_libraries(test_options INTERFACE project_options)
+if(NOT CMAKE_BUILD_TYPE STREQUAL "Debug" OR SANITIZE)
+  target_compile_options(test_options INTERFACE -O0)
+endif()
+if(SANITIZE)
+  # A report names the lines of src/, and the test by its function.
+  target_compile_options(test_options INTERFACE -g0)
+endif()
+
+# The fastest linker that is here. The programs are the same with each.
+include(CheckLinkerFlag)
+foreach(linker mold lld)
+  check_linker_flag(CXX -fuse-ld=${linker} LINKS_WITH_${linker})
+  if(LINKS_WITH_${linker})
+    add_link_options(-fuse-ld=${linker})
+    break()
+  endif()
+endforeach()
 if(CMAKE_CXX_CLANG_TIDY)
   # What Qt's tools write into the build directory is not ours to judge. A group that can find
   # nothing stands for none, which clang-tidy does not take.
