@@ -95,7 +95,7 @@ const char* SetRangeCellText(RangeRow& row, size_t column, std::string_view text
       return nullptr;
     case ColumnFocal:
       row.focalAnimal.reset();
-      if (!text.empty()) row.focalAnimal = text;
+      if (!text.empty()) row.focalAnimal.emplace(text);
       return nullptr;
     case ColumnDateFrom:
       return TakeDate(text, europeanDates, row.dateFrom);
