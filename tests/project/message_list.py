@@ -12,7 +12,7 @@ import pathlib
 import re
 import sys
 
-CALL = re.compile(r"\b(Note(?:Warning|Error|InternalError|Fatal|Remark|Once)|AskUser|PromptForText)\(")
+CALL = re.compile(r"\b(Note(?:Warning|Error|InternalError|Fatal|Once)|PostNote|AskUser|PromptForText)\(")
 # The number of the argument that holds the text; those before it are names of boxes and buttons.
 TEXT_ARGUMENT = {"NoteOnce": 0, "AskUser": 5, "PromptForText": 2}
 LITERAL = re.compile(r'"((?:[^"\\\n]|\\.)*)"')
