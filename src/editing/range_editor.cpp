@@ -94,8 +94,7 @@ const char* SetRangeCellText(RangeRow& row, size_t column, std::string_view text
       row.type = text;
       return nullptr;
     case ColumnFocal:
-      row.focalAnimal.reset();
-      if (!text.empty()) row.focalAnimal.emplace(text);
+      row.focalAnimal = text.empty() ? std::nullopt : std::optional<std::string>(text);
       return nullptr;
     case ColumnDateFrom:
       return TakeDate(text, europeanDates, row.dateFrom);
