@@ -22,7 +22,7 @@ bool PrintGeoJson(Map& map) {
 bool Export(Map& map, const ExportRequest& request) {
   if (request.geoJson == "-") return PrintGeoJson(map);
   if (!request.geoJson.empty()) return ExportGeoJson(map, request.geoJson);
-  return ExportShapefiles(map, request.directory, {request.projection});
+  return ExportShapefiles(map, request.directory, {request.projection}).complete;
 }
 
 }  // namespace

@@ -3,9 +3,11 @@
 #include "base/progress.h"
 #include "model/map.h"
 #include "output/shapefile_set.h"
+#include "output/shapefiles.h"
 
 #include <deque>
 #include <string>
+#include <vector>
 
 namespace orvane {
 
@@ -33,10 +35,11 @@ class ShapefileExport {
   void TellTooLarge(std::string_view what);
 
   /// Brings all files to the disk and lets them take their names, unless the export was called off.
-  /// \return false if any group was not written
-  bool Finish();
+  ShapefileOutcome Finish();
 
  private:
+  std::string Summary(const std::vector<ShapefileSet*>& written) const;
+
   Map& map_;
   std::string directory_;
   bool projection_;

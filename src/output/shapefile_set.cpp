@@ -134,6 +134,7 @@ bool ShapefileSet::Open(const std::string& directory, const std::string& name, b
   std::vector<std::string> endings = {".shp", ".shx", ".dbf"};
   if (projection) endings.insert(endings.end(), {".prj", ".cpg"});
   projection_ = projection;
+  name_ = name;
   path_ = JoinPath(directory, name + endings.front());
   for (const std::string& ending : endings) {
     const std::string path = JoinPath(directory, name + ending);

@@ -137,6 +137,9 @@ class ShapefileSet {
 
   /// The path of the main file.
   const std::string& Path() const { return path_; }
+  /// "points" and so on.
+  const std::string& Name() const { return name_; }
+  size_t FileCount() const { return files_.size(); }
 
  private:
   ExportedFile& File(size_t index) { return *files_[index]; }
@@ -145,6 +148,7 @@ class ShapefileSet {
   ExportedFile& Table() { return File(2); }
 
   const FileSystem& system_;
+  std::string name_;
   std::string path_;
   std::vector<std::unique_ptr<ExportedFile>> files_;  ///< .shp, .shx, .dbf; perhaps .prj, .cpg
   ShapeType type_ = ShapePoint;

@@ -43,8 +43,24 @@ void ShapefileExport::TellTooLarge(std::string_view what) {
   done_ = false;
 }
 
-bool ShapefileExport::Finish() {
-  if (IsCancelled(map_.workspace->progress)) return false;
+std::string ShapefileExport::Summary(const std::vector<ShapefileSet*>& written) const {
+  if (written.empty()) {
+    return done_ ? "Nothing to export: looked for named points, named trails and grids"
+                 : "No files were written to " + directory_;
+  }
+  std::string names;
+  size_t files = 0;
+  for (const ShapefileSet* set : written) {
+    if (!names.empty()) names += set == written.back() ? " and " : ", ";
+    names += set->Name();
+    files += set->FileCount();
+  }
+  return "Exported " + names + " to " + directory_ + ": " + std::to_string(files) +
+         " files were written";
+}
+
+ShapefileOutcome ShapefileExport::Finish() {
+  if (IsCancelled(map_.workspace->progress)) return {};
   // No file takes its name before every file has been brought to the disk. A disk that is told of
   // all files at once is done with them soonest.
   std::vector<char> finished(sets_.size());
@@ -64,23 +80,28 @@ bool ShapefileExport::Finish() {
     done_ = false;
   }
   steps_.Next(0);
-  if (IsCancelled(map_.workspace->progress)) return false;
+  if (IsCancelled(map_.workspace->progress)) return {};
+  std::vector<ShapefileSet*> written;
   for (ShapefileSet* set : whole) {
-    if (set->TakeNames()) continue;
+    if (set->TakeNames()) {
+      written.push_back(set);
+      continue;
+    }
     NoteError(map_.workspace->messages, "Error while replacing %s; some of its files are missing",
               {set->Path()});
     done_ = false;
   }
   if (!whole.empty()) FlushDirectoryOf(whole.front()->Path());
-  return done_;
+  return {done_, Summary(written)};
 }
 
-bool ExportShapefiles(Map& map, const std::string& directory, const ShapefileOptions& options) {
+ShapefileOutcome ExportShapefiles(Map& map, const std::string& directory,
+                                  const ShapefileOptions& options) {
   return ExportShapefiles(map, directory, options, SystemFiles());
 }
 
-bool ExportShapefiles(Map& map, const std::string& directory, const ShapefileOptions& options,
-                      const FileSystem& system) {
+ShapefileOutcome ExportShapefiles(Map& map, const std::string& directory,
+                                  const ShapefileOptions& options, const FileSystem& system) {
   ShapefileExport shapes(map, directory, options.projection, system);
   PutPointShapes(shapes);
   PutTrailShapes(shapes);

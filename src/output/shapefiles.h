@@ -40,6 +40,14 @@ struct ShapefileOptions {
   bool projection = false;
 };
 
+/// How an export ended.
+struct ShapefileOutcome {
+  bool complete = false;  ///< every group that holds something was written
+  std::string summary;    ///< a sentence on what was written, for the user; empty if cancelled
+
+  explicit operator bool() const { return complete; }
+};
+
 /// Writes the map itself, without its basis, into a folder. All files are written and brought to the
 /// disk under temporary names first, and take their names group by group at the end, so that no
 /// file stands there half-written.
@@ -50,12 +58,12 @@ struct ShapefileOptions {
 /// first of them has its name the rest follow. Overwrites `PointVisited`; the map is not changed
 /// otherwise.
 /// \param directory  the folder, which must exist
-/// \return false if any group that holds something was not written
-bool ExportShapefiles(Map& map, const std::string& directory, const ShapefileOptions& options = {});
+ShapefileOutcome ExportShapefiles(Map& map, const std::string& directory,
+                                  const ShapefileOptions& options = {});
 
 /// As above, with other calls in the place of the system's. Those that write, flush and close are
 /// called from several threads.
-bool ExportShapefiles(Map& map, const std::string& directory, const ShapefileOptions& options,
-                      const FileSystem& system);
+ShapefileOutcome ExportShapefiles(Map& map, const std::string& directory,
+                                  const ShapefileOptions& options, const FileSystem& system);
 
 }  // namespace orvane

@@ -47,6 +47,12 @@ double EastwardLongitude(double longitude) { return longitude < 0 ? longitude + 
 
 }  // namespace
 
+bool HasDrawablePoints(const Map& map) {
+  bool found = false;
+  ForEachDrawablePoint(&map, [&](const LatLon&) { found = true; });
+  return found;
+}
+
 void FitToMap(MapWindow& view) {
   Span plain;
   Span eastward;

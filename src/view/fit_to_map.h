@@ -2,7 +2,11 @@
 
 namespace orvane {
 
+struct Map;
 struct MapWindow;
+
+/// \return true if the map or a map of its basis chain has a point that can be shown
+bool HasDrawablePoints(const Map& map);
 
 /// Sets scale and centre so that every placed point of the map and its basis chain shows, with a
 /// margin of a twentieth of their extent at each side. The rotation of the view is kept and taken

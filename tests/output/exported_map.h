@@ -65,7 +65,7 @@ struct ExportFixture : MapFixture {
     return grid;
   }
 
-  bool Export(Map& map) { return ExportShapefiles(map, folder.Path()); }
+  bool Export(Map& map) { return ExportShapefiles(map, folder.Path()).complete; }
   ReadShapefile Group(const std::string& name) const { return ReadShapefile(folder.Path(name)); }
   Texts FilesThere() const {
     Texts names;

@@ -13,7 +13,7 @@ constexpr const char* NoTrails = "Can't open trail or area datafiles for ArcView
 struct ShapefileFailures : ExportFixture {
   FileSystem system = SystemFiles();
 
-  bool ExportWith(Map& map) { return ExportShapefiles(map, folder.Path(), {}, system); }
+  bool ExportWith(Map& map) { return ExportShapefiles(map, folder.Path(), {}, system).complete; }
   /// Old files of the points, which have to stand as they were.
   void PutOldPoints() const {
     for (const char* ending : {"shp", "shx", "dbf"}) {
@@ -34,6 +34,17 @@ TEST_F(ShapefileFailures, TellEachGroupThatDoesNotOpen) {
   for (const auto& entry : messages.Entries()) {
     EXPECT_EQ(entry.severity, Severity::InternalError);
   }
+}
+
+TEST_F(ShapefileFailures, AreNotInTheSummary) {
+  Map& map = Open(SiteOfAllGroups);
+  EXPECT_EQ(ExportShapefiles(map, folder.Path("nowhere")).summary,
+            "No files were written to " + folder.Path("nowhere"));
+  std::filesystem::create_directory(folder.Path("points.dbf"));
+  const ShapefileOutcome outcome = ExportShapefiles(map, folder.Path());
+  EXPECT_FALSE(outcome.complete);
+  EXPECT_EQ(outcome.summary, "Exported trails, trails3d, areas, grids and gridlins to " +
+                                 folder.Path() + ": 15 files were written");
 }
 
 TEST_F(ShapefileFailures, OfOneFileSkipItsGroupAlone) {
@@ -155,7 +166,9 @@ TEST_F(ShapefileFailures, DoNotComeOfAnExportThatIsCalledOff) {
   for (size_t at = 1; at <= whole.stages.size(); ++at) {
     CountedProgress progress(at);
     workspace.progress = &progress;
-    EXPECT_FALSE(Export(map));
+    const ShapefileOutcome outcome = ExportShapefiles(map, folder.Path());
+    EXPECT_FALSE(outcome.complete);
+    EXPECT_EQ(outcome.summary, "");
     EXPECT_EQ(FilesThere(), before) << at;
     ExpectOldPoints();
   }

@@ -392,6 +392,18 @@ TEST_F(Shapefiles, OfAnEmptyMapAreNone) {
   EXPECT_EQ(FilesThere(), Texts{});
 }
 
+TEST_F(Shapefiles, AreCountedInTheSummary) {
+  EXPECT_EQ(ExportShapefiles(Empty(), folder.Path()).summary,
+            "Nothing to export: looked for named points, named trails and grids");
+  Map& map = Empty();
+  Add(map, "Camp", 1, 30);
+  EXPECT_EQ(ExportShapefiles(map, folder.Path()).summary,
+            "Exported points to " + folder.Path() + ": 3 files were written");
+  AddTrail(map, "Path", {&Add(map, "Ford", 1, 31)});
+  EXPECT_EQ(ExportShapefiles(map, folder.Path(), {.projection = true}).summary,
+            "Exported points and trails to " + folder.Path() + ": 10 files were written");
+}
+
 TEST_F(Shapefiles, LeaveOutTheBasis) {
   folder.Write("below.map", "T\tLow\tPath\nG\tCamp\tN1\tE115\n");
   const std::string path =
