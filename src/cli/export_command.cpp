@@ -19,16 +19,18 @@ bool PrintGeoJson(Map& map) {
   });
 }
 
-bool Export(Map& map, const ExportRequest& request) {
+bool Export(Map& map, Messages& messages, const ExportRequest& request) {
   if (request.geoJson == "-") return PrintGeoJson(map);
   if (!request.geoJson.empty()) return ExportGeoJson(map, request.geoJson);
-  return ExportShapefiles(map, request.directory, {request.projection}).complete;
+  const ShapefileOutcome outcome = ExportShapefiles(map, request.directory, {request.projection});
+  messages.Post(Severity::Note, outcome.summary);
+  return outcome.complete;
 }
 
 }  // namespace
 
-int ExportCommand(Map& map, const ExportRequest& request) {
-  return Export(map, request) ? ExitDone : ExitFailed;
+int ExportCommand(Map& map, Messages& messages, const ExportRequest& request) {
+  return Export(map, messages, request) ? ExitDone : ExitFailed;
 }
 
 }  // namespace orvane

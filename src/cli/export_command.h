@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/messages.h"
 #include "model/map.h"
 
 #include <string>
@@ -14,6 +15,6 @@ struct ExportRequest {
 };
 
 /// Exports the map. \return an `ExitStatus`
-int ExportCommand(Map& map, const ExportRequest& request);
+int ExportCommand(Map& map, Messages& messages, const ExportRequest& request);
 
 }  // namespace orvane

@@ -50,6 +50,7 @@ bool ImportSheet(Map& map, Messages& messages, const std::string& sheet, const S
   for (const std::string& name : outcome.unwritten) {
     NoteError(messages, "Can't open %s for writing", {name});
   }
+  messages.Post(Severity::Note, outcome.summary);
   return outcome.completed && outcome.unwritten.empty();
 }
 

@@ -54,7 +54,9 @@ bool ImportGisFile(Map& map, Messages& messages, const std::string& file, GisTra
   fields.dateIsForAll = !fields.date.empty();
   const GisField bad = TakeAllTracks(*import, fields);
   TellBadField(bad, fields, messages);
-  return bad == GisField::None;
+  if (bad != GisField::None) return false;
+  messages.Post(Severity::Note, GisSummary(*import));
+  return true;
 }
 
 int ImportGisCommand(Map& map, LineMessages& messages, const ImportGisRequest& request) {

@@ -249,8 +249,7 @@ void AddExport(CommandLine& line) {
       throw CLI::RequiredError("DIRECTORY or --geojson FILE");
     }
     line.work = [request](Map& map, LineMessages& messages) {
-      (void)messages;
-      return ExportCommand(map, *request);
+      return ExportCommand(map, messages, *request);
     };
   });
 }

@@ -257,7 +257,10 @@ TEST_F(CommandLine, ImportTakesASheetAndLeavesItsListsInTheCurrentFolder) {
   const Outcome run = Do(With({"import", "site.map", "sheet.txt", "-o", "out.map"}, SheetOptions));
   EXPECT_EQ(run.status, 0);
   EXPECT_EQ(run.out, "");
-  EXPECT_EQ(run.err, "question: Bad location specification rain, Do you want to continue? [Yes]\n");
+  EXPECT_EQ(run.err,
+            "question: Bad location specification rain, Do you want to continue? [Yes]\n"
+            "note: Imported 1 follow with 1 stop from sheet.txt; 1 place is unknown, listed in "
+            "unknownlocs.txt; 1 note on the weather in badweather.txt; line 3 is left out\n");
   EXPECT_NE(folder.Read("out.map").find("\nT\t\tOru\t\t2003-5-31\nN\t08:00-09:00\tCamp\nL\t"),
             std::string::npos)
       << folder.Read("out.map");
@@ -313,12 +316,13 @@ TEST_F(CommandLine, ImportTellsWhatItCannotWrite) {
   Outcome run =
       Do(With({"import", "site.map", "sheet.txt", "-o", "no/such/out.map"}, SheetOptions));
   EXPECT_EQ(run.status, 1);
-  EXPECT_EQ(run.err, "error: Can't open no/such/out.map for writing\n");
+  const std::string note = "note: Imported 1 follow with 1 stop from sheet.txt\n";
+  EXPECT_EQ(run.err, note + "error: Can't open no/such/out.map for writing\n");
   std::filesystem::remove(folder.Path("unknownlocs.txt"));
   std::filesystem::create_directory(folder.Path("unknownlocs.txt"));
   run = Do(With({"import", "site.map", "sheet.txt", "-o", "out.map"}, SheetOptions));
   EXPECT_EQ(run.status, 1);
-  EXPECT_EQ(run.err, "error: Can't open unknownlocs.txt for writing\n");
+  EXPECT_EQ(run.err, "error: Can't open unknownlocs.txt for writing\n" + note);
   EXPECT_NE(folder.Read("out.map").find("N\t08:00-08:00\tCamp\n"), std::string::npos);
 }
 
@@ -352,7 +356,8 @@ TEST_F(CommandLine, ImportOfTheExampleSiteAsTheGuideTellsIt) {
   EXPECT_EQ(run.status, 0);
   EXPECT_EQ(run.err,
             "question: Bad location specification same as yesterday, dry, Do you want to continue? "
-            "[Yes]\n");
+            "[Yes]\nnote: Imported 12 follows with 151 stops from " +
+                site + "rains.txt; 4 notes on the weather in badweather.txt\n");
   EXPECT_TRUE(std::ifstream(folder.Path("unknownlocs.txt")));
   EXPECT_EQ(folder.Read("unknownlocs.txt"), "");
   EXPECT_TRUE(folder.Read("badweather.txt").starts_with("4-9-2003 600: same as yesterday, dry\n"));
@@ -371,7 +376,9 @@ TEST_F(CommandLine, ExportNeedsOneForm) {
 }
 
 TEST_F(CommandLine, ExportWritesShapefilesIntoAFolder) {
-  EXPECT_EQ(Do({"export", "site.map", ".", "--prj"}).status, 0);
+  const Outcome done = Do({"export", "site.map", ".", "--prj"});
+  EXPECT_EQ(done.status, 0);
+  EXPECT_EQ(done.err, "note: Exported points, trails and trails3d to .: 15 files were written\n");
   EXPECT_EQ(folder.Read("points.cpg"), "ISO-8859-1");
   EXPECT_FALSE(folder.Read("trails3d.shp").empty());
   EXPECT_EQ(folder.Read("areas.shp"), "");

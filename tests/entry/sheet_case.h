@@ -112,7 +112,8 @@ struct SheetCase : testing::Test {
   }
   /// All messages, as "warning: text".
   Texts Said() const {
-    static constexpr const char* Words[] = {"warning: ", "error: ", "internal error: ", "fatal: "};
+    static constexpr const char* Words[] = {
+        "note: ", "warning: ", "error: ", "internal error: ", "fatal: "};
     Texts texts;
     for (const auto& entry : messages.Entries()) {
       texts.push_back(Words[static_cast<int>(entry.severity)] + entry.text);
