@@ -8,11 +8,13 @@
 #include "model/map_chain.h"
 #include "output/shapefiles.h"
 #include "paint/display_text.h"
+#include "shell/entry/after_import.h"
 #include "shell/entry/gis_trail_window.h"
 #include "shell/map/map_view.h"
 #include "shell/map_window_widget.h"
 #include "shell/progress/busy_work.h"
 #include "shell/shell.h"
+#include "view/fit_to_map.h"
 #include "view/view_transform.h"
 
 #include <memory>
@@ -111,14 +113,17 @@ void ImportSubmap(Shell& shell, ProgramWindow& window) {
   if (!path) return;
   Map& map = window.MapSide()->TheMap();
   const Map* basis = map.basis;
+  const bool wasEmpty = !HasDrawablePoints(map);
   const QString name = DisplayText(shell.Files().maps.name);
+  std::string sentence;
   {
     const BusyWork busy(shell.TheWorkspace(), shell.Boxes(), Shell::tr("importing %1").arg(name),
                         shell.clock);
-    ImportSubmap(map, *path);
+    sentence = ImportSubmap(map, *path);
   }
   shell.MapChanged(map);
   if (map.basis != basis) ShowBasis(shell, map);
+  ShowImported(shell, map, wasEmpty, sentence);
 }
 
 /// Tracks are decided on one by one in a window of their own.
@@ -131,6 +136,7 @@ void ImportGis(Shell& shell, ProgramWindow& window, GisBoxes& boxes) {
   if (!path) return;
   Map& map = window.MapSide()->TheMap();
   const bool wasDirty = (map.flags & MapDirty) != 0;
+  const bool wasEmpty = !HasDrawablePoints(map);
   std::optional<GisImport> import;
   {
     const QString name = DisplayText(shell.Files().gisFiles.name);
@@ -140,9 +146,11 @@ void ImportGis(Shell& shell, ProgramWindow& window, GisBoxes& boxes) {
   }
   if (!import) return;
   shell.NoteEdit(map, wasDirty);
-  if (CurrentTrack(*import) == nullptr) return;
+  const bool hasTracks = CurrentTrack(*import) != nullptr;
+  ShowImported(shell, map, wasEmpty, hasTracks ? std::string() : GisSummary(*import));
+  if (!hasTracks) return;
   // The window frees itself, and goes with the map's own.
-  auto* tracks = new GisTrailWindow(shell, std::move(*import), boxes, &window.Widget());
+  auto* tracks = new GisTrailWindow(shell, std::move(*import), boxes, &window.Widget(), wasEmpty);
   tracks->show();
 }
 
@@ -157,7 +165,10 @@ void SaveAsArcView(Shell& shell, ProgramWindow& window) {
   const QString name = DisplayText(BaseName(map.fileName));
   const BusyWork busy(shell.TheWorkspace(), shell.Boxes(), Shell::tr("exporting %1").arg(name),
                       shell.clock);
-  ExportShapefiles(map, folder);
+  const ShapefileOutcome outcome = ExportShapefiles(map, folder);
+  if (!outcome.summary.empty()) {
+    shell.TheWorkspace().messages.Post(Severity::Note, outcome.summary);
+  }
 }
 
 }  // namespace

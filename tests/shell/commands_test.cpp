@@ -5,6 +5,7 @@
 #include "shell/map/map_panes.h"
 #include "shell/map/orientation_dialog.h"
 #include "shell/shell_case.h"
+#include "view/fit_to_map.h"
 #include "view/view_transform.h"
 
 #include <QCheckBox>
@@ -201,6 +202,19 @@ TEST_F(CommandsTest, SaveAsArcViewWritesIntoTheChosenFolder) {
   EXPECT_TRUE(std::filesystem::exists(folder_.Path("out/points.shp")));
   EXPECT_TRUE(std::filesystem::exists(folder_.Path("out/points.dbf")));
   EXPECT_EQ(dialogs_->questions[0].title, "Where should arcview files be placed?");
+  ASSERT_EQ(messages_.Entries().size(), 1U);
+  EXPECT_EQ(messages_.Entries()[0].severity, Severity::Note);
+  EXPECT_TRUE(messages_.Entries()[0].text.starts_with("Exported points")) << Texts()[0];
+}
+
+TEST_F(CommandsTest, ASubmapInAnEmptyMapPutsItInView) {
+  MapWindowWidget& window = OpenActive(folder_.Write("empty.map", ""));
+  dialogs_->paths = {
+      folder_.Write("more.map", "T\tLoop\tTrail\nG\tFar\t1.02\t10.02\nG\tFarther\t1.03\t10.02\n")};
+  Pick(window, CommandImportSubmap);
+  MapWindow fitted = window.View().View();
+  FitToMap(fitted);
+  EXPECT_EQ(window.View().View().scale, fitted.scale);
 }
 
 TEST_F(CommandsTest, ImportSubmapAddsToTheMapAndLeavesItUnchanged) {
@@ -221,7 +235,7 @@ TEST_F(CommandsTest, ASubmapThatBringsABasisTurnsTheMenu) {
   EXPECT_TRUE(IsEnabled(window, CommandSetBasis));
   dialogs_->paths = {folder_.Write("more.map", "B\ttrails.map\nT\tLoop\tTrail\nP\tCamp\n")};
   Pick(window, CommandImportSubmap);
-  EXPECT_TRUE(Texts().empty());
+  EXPECT_EQ(Texts(), std::vector<std::string>{"Imported 1 trail from " + folder_.Path("more.map")});
   Map* basis = window.TheMap().basis;
   ASSERT_NE(basis, nullptr);
   ASSERT_FALSE(basis->trails.empty());

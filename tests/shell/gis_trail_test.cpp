@@ -2,6 +2,8 @@
 
 #include "shell/entry/gis_trail_window.h"
 #include "shell/shell_case.h"
+#include "view/fit_to_map.h"
+#include "view/view_transform.h"
 
 #include <QCheckBox>
 #include <QLabel>
@@ -76,6 +78,38 @@ TEST_F(GisTrailTest, ShowsTheFirstTrackWithItsFields) {
             "Trail Type:|Date:|Focal Animal:|Size:|Width:|Name:|Color:|SubSample by:|"
             "Minimum Distance:");
   EXPECT_EQ(window_.TheMap().flags & MapDirty, 0U);
+}
+
+TEST_F(GisTrailTest, ANoteSaysAtTheEndWhatWasDone) {
+  GisTrailWindow* window = Import(Tracks);
+  ASSERT_NE(window, nullptr);
+  Button(*window, QStringLiteral("OK")).click();
+  EXPECT_EQ(Texts().size(), 0U);
+  Button(*window, QStringLiteral("No")).click();
+  Button(*window, QStringLiteral("Dismiss")).click();
+  EXPECT_EQ(Texts(), std::vector<std::string>{"Imported 1 track with 2 points from " +
+                                              folder_.Path("gps.txt") + "; 2 tracks are skipped"});
+}
+
+TEST_F(GisTrailTest, ImportingIntoAnEmptyMapPutsItInView) {
+  MapWindowWidget& empty = OpenActive(folder_.Write("empty.map", ""));
+  dialogs_->paths = {folder_.Write("gps.txt", Tracks)};
+  ActionOf(empty, CommandImportGis).trigger();
+  auto* window = empty.findChild<GisTrailWindow*>();
+  ASSERT_NE(window, nullptr);
+  Button(*window, QStringLiteral("OK to All")).click();
+  MapWindow fitted = empty.View().View();
+  FitToMap(fitted);
+  EXPECT_EQ(empty.View().View().scale, fitted.scale);
+  const auto middleOf = [](const MapWindow& view) {
+    return ScreenToMap(view, {view.centerColumn, view.centerRow});
+  };
+  EXPECT_EQ(middleOf(empty.View().View()).lat, middleOf(fitted).lat);
+  EXPECT_NEAR(middleOf(fitted).lat, 1.0025, 1e-4);
+  // A map that has places keeps its view.
+  const float scale = window_.View().View().scale;
+  Button(*Import(Tracks), QStringLiteral("OK to All")).click();
+  EXPECT_EQ(window_.View().View().scale, scale);
 }
 
 TEST_F(GisTrailTest, OkTakesATrackAndNoSkipsOne) {

@@ -2,6 +2,7 @@
 
 #include "model/workspace.h"
 #include "paint/display_text.h"
+#include "shell/entry/after_import.h"
 #include "shell/progress/busy_work.h"
 #include "shell/shell.h"
 
@@ -17,11 +18,13 @@
 
 namespace orvane {
 
-GisTrailWindow::GisTrailWindow(Shell& shell, GisImport import, GisBoxes& boxes, QWidget* parent)
+GisTrailWindow::GisTrailWindow(Shell& shell, GisImport import, GisBoxes& boxes, QWidget* parent,
+                               bool wasEmpty)
     : QDialog(parent),
       shell_(shell),
       import_(std::move(import)),
       boxes_(boxes),
+      wasEmpty_(wasEmpty),
       fields_(StartFields(import_, boxes)),
       progress_(new QLabel(this)) {
   setObjectName(QStringLiteral("gisTrail"));
@@ -35,6 +38,8 @@ GisTrailWindow::GisTrailWindow(Shell& shell, GisImport import, GisBoxes& boxes, 
   layout->addSpacing(4);
   layout->addLayout(MakeButtons());
   ShowFields();
+  connect(this, &QDialog::finished, this,
+          [this] { ShowImported(shell_, *import_.map, false, GisSummary(import_)); });
 }
 
 void GisTrailWindow::AddRow(QGridLayout& layout, const QString& label,
@@ -137,6 +142,7 @@ void GisTrailWindow::Take(GisField (*take)(GisImport&, const GisTrailFields&)) {
     return;
   }
   shell_.NoteEdit(map, wasDirty);
+  ShowImported(shell_, map, wasEmpty_, "");
   Advance(typed);
 }
 

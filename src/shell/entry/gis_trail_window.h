@@ -28,7 +28,10 @@ class GisTrailWindow final : public QDialog {
   /// \param import  with a current track
   /// \param boxes   the state of the check boxes, kept from import to import; must outlive the
   ///                window
-  GisTrailWindow(Shell& shell, GisImport import, GisBoxes& boxes, QWidget* parent);
+  /// \param wasEmpty  the map had no places before the import: after each track the whole of it is
+  ///                  put in view
+  GisTrailWindow(Shell& shell, GisImport import, GisBoxes& boxes, QWidget* parent,
+                 bool wasEmpty = false);
 
  private:
   /// A field of the window and the text that it edits.
@@ -55,6 +58,7 @@ class GisTrailWindow final : public QDialog {
   Shell& shell_;
   GisImport import_;
   GisBoxes& boxes_;
+  bool wasEmpty_;
   GisTrailFields fields_;  ///< what was shown last
   QLabel* progress_;
   std::vector<Row> rows_;
