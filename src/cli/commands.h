@@ -8,8 +8,8 @@
 
 namespace orvane {
 
-/// The commands of the batch tool, each a thin call of what the window program uses. All return an
-/// `ExitStatus`; the map has been opened.
+/// Commands of the batch tool, each a thin call of what the window program uses. The map is open.
+/// All return an `ExitStatus`.
 
 /// Writes the whole map as JSON to standard output.
 int DumpCommand(Map& map, const LineMessages& messages);

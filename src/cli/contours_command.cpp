@@ -16,7 +16,7 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-/// Shows progress on one line of the terminal, which a percentage that stays is not written to.
+/// Shows progress on one line of the terminal, and writes only when the percentage changes.
 class ProgressLine {
  public:
   bool operator()(const char* stage, int percent) {

@@ -16,7 +16,7 @@ struct ContoursRequest {
 /// Makes the contours of the nearest map of the basis chain that offers them, or of the map itself
 /// if an interval is given or none offers them. Progress goes to standard error if that is a
 /// terminal.
-/// \return the map that was asked, with what lines there are; null after an error was told
+/// \return the map whose contours were made; null after an error
 Map* MakeContours(Map& map, LineMessages& messages, const ContoursRequest& request);
 
 /// Writes the contours as a GeoJSON FeatureCollection of LineStrings to standard output.

@@ -8,8 +8,8 @@
 #include <unordered_map>
 #include <vector>
 
-// Each element of a list is made as one JSON value and written at once, so that a map of a hundred
-// thousand points does not stand in memory a second time.
+// Each element of a list becomes one JSON value and is written at once, so that a map of a hundred
+// thousand points is not in memory a second time.
 
 namespace orvane {
 
@@ -31,7 +31,7 @@ Json Texts(const auto& texts) {
   return list;
 }
 
-/// The points of the document, numbered as they are met.
+/// The points of the document, numbered as they first appear.
 class PointNumbers {
  public:
   explicit PointNumbers(const Map& map) {

@@ -9,9 +9,9 @@
 
 namespace orvane {
 
-/// What `import` was asked for.
+/// The arguments of `import`.
 struct ImportRequest {
-  std::string sheet;   ///< the tab-separated file
+  std::string sheet;   ///< the file of the follow sheet
   std::string output;  ///< the map to write
   SheetFields fields;  ///< what the fields of the dialog would hold
 };
@@ -35,7 +35,7 @@ bool ImportSheet(Map& map, Messages& messages, const std::string& sheet, const S
 
 /// Takes a follow sheet into the map and saves it in full to the file `output`, or to standard
 /// output if it is "-". Fields that the dialog would refuse and a sheet that can't be opened write
-/// nothing; an import that is abandoned saves what was built, and fails.
+/// nothing; an abandoned import saves what was built, and fails.
 /// \return an `ExitStatus`
 int ImportCommand(Map& map, LineMessages& messages, const ImportRequest& request);
 

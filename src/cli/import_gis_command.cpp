@@ -7,7 +7,7 @@ namespace orvane {
 
 namespace {
 
-/// Tells of a field that the window would refuse.
+/// Posts an error about a field that the window would refuse.
 void TellBadField(GisField field, const GisTrailFields& fields, Messages& messages) {
   switch (field) {
     case GisField::None:

@@ -9,8 +9,8 @@
 
 namespace orvane {
 
-/// What `import-gis` was asked for. The date is empty unless one was given; the name is not used,
-/// since each trail bears that of its track.
+/// The arguments of `import-gis`. The date is empty unless one was given. The name is not used,
+/// since each trail gets that of its track.
 struct ImportGisRequest {
   std::string file;
   std::string output;

@@ -35,14 +35,14 @@
 #define ORVANE_HAS_RENDER
 #endif
 
-// The command line is read into one record of options for each command; what is left to do is
-// then kept as one function that runs on the opened map.
+// Each command reads its options into a record of its own and leaves a function that runs on the
+// opened map.
 
 namespace orvane {
 
 namespace {
 
-/// Runs on the opened map and gives the exit status.
+/// Runs on the opened map. \return the exit status
 using Work = std::function<int(Map& map, LineMessages& messages)>;
 
 struct CommandLine {
@@ -374,7 +374,7 @@ int RunCommand(const CommandLine& line) {
   if (!readable) return ExitFailed;
   const int status = FinishOutput(line.work(map, messages));
 #ifdef NDEBUG
-  // The system takes the memory back at once, where a large map is a long walk to take apart.
+  // The system frees the memory at once; taking a large map apart would take long.
   std::fflush(nullptr);
   std::_Exit(status);
 #else
@@ -382,8 +382,8 @@ int RunCommand(const CommandLine& line) {
 #endif
 }
 
-/// What the command line library says, except where that is not clear enough: for an unknown command,
-/// and for a flag that is given a text. All other options read their text themselves.
+/// \return the text of the command line library, or a clearer one for an unknown command and for a
+///         flag with a value. Other options check their text themselves.
 std::string WhatIsWrong(const CLI::App& app, const CLI::ParseError& error) {
   constexpr std::string_view Unclear = "Could not convert: ";
   const std::string_view said = error.what();
@@ -395,8 +395,8 @@ std::string WhatIsWrong(const CLI::App& app, const CLI::ParseError& error) {
   return left.front() + ": no such command";
 }
 
-/// The arguments, last first. "--name=" gives an option the empty text, where the library would miss
-/// one: it gets the name and the text apart.
+/// \return the arguments, last first. "--name=" gives an option the empty text; the library would
+///         miss it, so it gets the name and the text as two arguments.
 std::vector<std::string> ReversedArguments(int argc, char** argv) {
   std::vector<std::string> arguments;
   bool options = true;
@@ -414,7 +414,7 @@ std::vector<std::string> ReversedArguments(int argc, char** argv) {
   return arguments;
 }
 
-/// Ends the program without unwinding what is left and without taking memory.
+/// Ends the program without freeing or allocating memory.
 [[noreturn]] void EndOutOfMemory() {
   std::fputs("fatal: out of memory\n", stderr);
   std::_Exit(ExitFatal);
@@ -426,7 +426,7 @@ std::vector<std::string> ReversedArguments(int argc, char** argv) {
     if (const std::exception_ptr error = std::current_exception()) std::rethrow_exception(error);
   } catch (const std::bad_alloc&) {
     EndOutOfMemory();
-  } catch (...) {  // a fault of the program
+  } catch (...) {  // a bug
     std::abort();
   }
   std::abort();
@@ -455,7 +455,8 @@ int Main(int argc, char** argv) {
 }  // namespace orvane
 
 int main(int argc, char** argv) {
-  // Memory can also run out in a thread, or where nothing may be thrown: both end in `terminate`.
+  // Memory can also run out in a thread or in a function that must not throw: both call
+  // `terminate`.
   std::set_terminate(orvane::EndUnhandled);
   try {
     return orvane::Main(argc, argv);

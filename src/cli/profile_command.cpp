@@ -18,7 +18,7 @@ int CannotFind(LineMessages& messages, const std::string& name) {
   return ExitFailed;
 }
 
-/// As a number stands in JSON: reading it gives the same value again.
+/// \return a number as in JSON: reading it gives the same value again
 std::string NumberText(double value) { return nlohmann::json(value).dump(); }
 
 std::string SampleText(const ElevationView& view, size_t column) {

@@ -8,15 +8,15 @@
 
 namespace orvane {
 
-/// What `profile` was asked for: a trail, or two locations.
+/// The arguments of `profile`: a trail, or two locations.
 struct ProfileRequest {
   std::string trail;
   std::vector<std::string> transect;  ///< none or two
   int width = 800;                    ///< columns of the plot
 };
 
-/// Prints the samples of a profile, all gaps filled: a heading and a line for each column, with tabs
-/// between the fields. \return an `ExitStatus`
+/// Prints the samples of a profile, all gaps filled: a heading and a line for each column, with
+/// tabs between the fields. \return an `ExitStatus`
 int ProfileCommand(Map& map, LineMessages& messages, const ProfileRequest& request);
 
 }  // namespace orvane

@@ -27,7 +27,7 @@ void Rotate(MapWindow& view, double degrees) {
 }
 
 /// Makes the contours of one kind, gives them rows and shows them.
-/// \return false after an error was told
+/// \return false after an error
 bool ShowContours(MapWindow& view, LineMessages& messages, bool continuous) {
   Map* const source = MakeContours(*view.map, messages, {std::nullopt, continuous});
   if (source == nullptr) return false;

@@ -8,7 +8,7 @@
 
 namespace orvane {
 
-/// What `render` takes beside the map.
+/// The arguments of `render`.
 struct RenderRequest {
   std::string output;  ///< its extension names the format; "-" is a PNG on standard output
   int width = 1024;    ///< pixels

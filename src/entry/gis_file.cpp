@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::string_view Utf8Mark = "\xEF\xBB\xBF";
 
-/// True for a text of two bytes a character, by the mark that it begins with.
+/// True for a text with the byte order mark of UTF-16.
 bool IsUtf16(std::string_view text) {
   return text.starts_with("\xFF\xFE") || text.starts_with("\xFE\xFF");
 }
@@ -25,7 +25,7 @@ std::string_view WithoutUtf8Mark(std::string_view text) {
 
 bool IsGpxText(std::string_view text) {
   if (IsUtf16(text)) {
-    // XML says by itself how it is written.
+    // XML itself declares its encoding.
     constexpr size_t FirstCharacter = 2;
     return text.substr(FirstCharacter, FirstCharacter).find('<') != std::string_view::npos;
   }

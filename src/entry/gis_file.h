@@ -11,8 +11,8 @@
 
 namespace orvane {
 
-/// What a GPS unit recorded, before anything of it stands in a map: tracks, which become trails,
-/// and waypoints, which become points.
+/// The recordings of a GPS unit before they are in a map: tracks, which become trails, and
+/// waypoints, which become points.
 
 /// One fix.
 struct GisFix {
@@ -24,7 +24,7 @@ struct GisFix {
 /// All fixes of one name, in the order of the file.
 struct GisTrack {
   std::string name;           ///< may be empty; holds no control characters
-  std::string date;           ///< as it stands in the file, without the time of day; may be empty
+  std::string date;           ///< as in the file, without the time of day; may be empty
   std::vector<GisFix> fixes;  ///< at least one
 };
 
@@ -44,32 +44,32 @@ struct GisFile {
 /// Names are cut to this many bytes, so that they fit on a line of a map file.
 constexpr size_t LongestGisName = 150;
 
-/// Reads either form, told by the content: a text whose first byte, blanks aside, is `<` is GPX,
-/// any other is comma-separated.
+/// Reads either form. A text whose first byte after blanks is `<` is GPX, any other is
+/// comma-separated.
 ///
 /// Comma-separated: a header line, then a line for each fix, with the columns 1 name, 2 date and
-/// time, 5 latitude, 6 longitude, 7 altitude; a field may stand in double quotes. If the first two
-/// fixes bear the same name (without regard to case) all are tracks, a track being all lines of one
-/// name; otherwise, and with a single fix, all are waypoints.
+/// time, 5 latitude, 6 longitude, 7 altitude; a field may be in double quotes. If the first two
+/// fixes have the same name (in any case), all lines of one name are a track; otherwise, and with a
+/// single fix, all are waypoints.
 ///
 /// GPX: each `trk` is one track, its segments joined; each `wpt` is a waypoint.
 ///
-/// What cannot be used is left out and told in one message of each kind; a file that breaks off
-/// keeps what stands before the break.
+/// Lines that cannot be used are left out, with one message of each kind. A file that breaks off is
+/// read up to the break.
 /// \param name  of the file, for messages
-/// \param progress  is told of it, and may call it off; what was read so far comes back, and what
-///                  was left out is not told
+/// \param progress  receives how far the reading is and can cancel it; the result is then what was
+///                  read so far, without messages on lines left out
 GisFile ReadGisText(std::string_view text, std::string_view name, Messages& messages,
                     Progress* progress = nullptr);
 
 /// \return true if `ReadGisText` takes the text for GPX
 bool IsGpxText(std::string_view text);
 
-/// The comma-separated form alone.
+/// Reads the comma-separated form.
 GisFile ReadGisLines(std::string_view text, std::string_view name, Messages& messages,
                      Progress* progress = nullptr);
 
-/// GPX alone.
+/// Reads GPX.
 GisFile ReadGpx(std::string_view text, std::string_view name, Messages& messages,
                 Progress* progress = nullptr);
 

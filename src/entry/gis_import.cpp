@@ -32,7 +32,7 @@ struct TrailSettings {
 constexpr double LargestGroup = 32767;
 constexpr double LargestStep = std::numeric_limits<int>::max();
 
-/// Reads a number that may be left out. \return false for a text that is none, or out of bounds
+/// Reads an optional number. \return false for a text that is not a number, or out of bounds
 bool ReadField(std::string_view text, double largest, bool isWhole, double& value) {
   if (TrimSpace(text).empty()) return true;
   const auto read = WholeReal(text);
@@ -42,7 +42,7 @@ bool ReadField(std::string_view text, double largest, bool isWhole, double& valu
   return true;
 }
 
-/// \return the date that the whole text is; nothing if it is none
+/// \return the date, if the whole text is one
 std::optional<PackedDate> WholeDate(std::string_view text, bool europeanDates) {
   text = TrimSpace(text);
   const DatePrefix read = ParseDate(text, europeanDates);
@@ -88,8 +88,8 @@ void AddFix(Point& point, const GisFix& fix, bool keepAltitude) {
   point.flags &= ~std::uint32_t{PointPlaced};
 }
 
-/// What follows each change of the map. What has a place keeps it: a fix alone moves no survey, so
-/// the map is solved only where `FinishMap` finds need.
+/// Follows each change of the map. Placed points keep their place: a fix by itself moves no survey,
+/// so the map is solved only if `FinishMap` finds that it must be.
 void FinishImport(Map& map) {
   const MustFinish finish(map.workspace->progress);
   FinishMap(map);
@@ -98,7 +98,7 @@ void FinishImport(Map& map) {
 
 LatLon PlaceOf(const GisFix& fix) { return {fix.lat, fix.lon}; }
 
-/// The date of a track whose user gave none.
+/// The date of a track if the user gave none.
 PackedDate OwnDate(const GisTrack& track, const Workspace& workspace) {
   if (track.date.empty()) return 0;
   const auto date = WholeDate(track.date, workspace.preferences.europeanDates);
@@ -110,7 +110,7 @@ PackedDate OwnDate(const GisTrack& track, const Workspace& workspace) {
   return date.value_or(0);
 }
 
-/// Enters the current track as a trail and goes on; the map is left unsolved.
+/// Makes a trail of the current track and goes to the next one. The map is not solved.
 void EnterTrack(GisImport& import, const GisTrailFields& fields, const TrailSettings& settings) {
   Map& map = *import.map;
   const GisTrack& track = import.file.tracks[import.current];
@@ -139,8 +139,8 @@ void EnterTrack(GisImport& import, const GisTrailFields& fields, const TrailSett
   ++import.taken;
 }
 
-/// Enters waypoints one after the other, and counts those that no save will keep: without a name,
-/// or with that of a time of day.
+/// Adds waypoints to the map one by one, and counts those that no save will keep: without a name,
+/// or named like a time of day.
 class WaypointEntry {
  public:
   WaypointEntry(GisImport& import, bool keepAltitude)
@@ -223,12 +223,11 @@ void NameTracks(GisImport& import) {
   for (const Map* level = import.map; level != nullptr; level = level->basis) {
     for (const Trail& trail : level->trails) names.insert(FoldedText(trail.name.value_or("")));
   }
-  // Room for the number, and control characters away.
+  // Leaves room for the number.
   constexpr size_t LongestStem = 100;
   const std::string_view file = BaseName(import.fileName);
   const std::string_view stem = TrimSpace(file.substr(0, file.rfind('.')));
-  const std::string start =
-      stem.empty() ? "Track " : CleanName(stem.substr(0, LongestStem)) + ' ';
+  const std::string start = stem.empty() ? "Track " : CleanName(stem.substr(0, LongestStem)) + ' ';
   size_t number = 0;
   for (GisTrack& track : tracks) {
     if (!isNameless(track)) continue;
@@ -238,7 +237,7 @@ void NameTracks(GisImport& import) {
   }
 }
 
-/// Says what was looked for in a file that holds nothing, and which separator it has.
+/// Posts what was looked for in a file without tracks and waypoints, and which separator it has.
 void NoteNothingFound(Messages& messages, std::string_view text, const std::string& name) {
   const OriginScope origin(messages, name);
   if (IsGpxText(text)) {
@@ -341,7 +340,7 @@ GisField TakeAllTracks(GisImport& import, const GisTrailFields& fields) {
   const GisField bad =
       ReadFields(fields, import.map->workspace->preferences.europeanDates, settings);
   if (bad != GisField::None) return bad;
-  // A date that the window has put there itself is that of this track alone.
+  // A date that the window has filled in belongs to this track only.
   const bool dateIsOwn = !fields.dateIsForAll && fields.date == shown->date;
   EnterTrack(import, fields, settings);
   if (dateIsOwn) settings.date = 0;

@@ -10,24 +10,23 @@
 
 namespace orvane {
 
-/// Taking what a GPS unit recorded into a map: waypoints at once, tracks one by one as the user
-/// decides on each. A window drives it so: `StartGisImport`; while there is a `CurrentTrack`, show
-/// `StartFields`, later `NextFields`; and on each button `TakeTrack`, `TakeAllTracks` or
-/// `SkipTrack`.
+/// The import of a GPS file into a map: waypoints at once, tracks one by one as the user decides on
+/// each. A window calls `StartGisImport`. While there is a `CurrentTrack` it shows `StartFields`,
+/// later `NextFields`, and on each button calls `TakeTrack`, `TakeAllTracks` or `SkipTrack`.
 
-/// The check boxes of the window. Their state is kept from import to import by the caller. Only
-/// `keepAltitude` has an effect; the others were made for later and are read by nothing.
+/// The check boxes of the window. The caller keeps their state from import to import. Only
+/// `keepAltitude` has an effect; nothing reads the others.
 struct GisBoxes {
   bool average = false;
   bool keepAltitude = false;  ///< readings and points take the altitude of the file
   bool times = false;
 };
 
-/// The fields of the window "GIS Trail", as the user sees and types them.
+/// The texts of the fields of the window "GIS Trail".
 struct GisTrailFields {
   std::string type = "Trail";
   std::string date;             ///< empty: each track takes its own
-  bool dateIsForAll = false;    ///< not taken for that of the shown track, which may be the same
+  bool dateIsForAll = false;    ///< `date` was given, even if the shown track has the same
   std::string focalAnimal;      ///< empty for none
   std::string size;             ///< whole number; empty for 1
   std::string width;            ///< metres; empty for the thinnest line
@@ -38,8 +37,8 @@ struct GisTrailFields {
   GisBoxes boxes;
 };
 
-/// Which field holds a text that is no number, is a negative one or one that is too large, or is
-/// no date.
+/// The field with a text that is not a number or not a date, or with a number that is negative or
+/// too large.
 enum class GisField { None, Date, Size, Width, SubSample, MinimumDistance };
 
 /// An import that is under way.
@@ -54,18 +53,18 @@ struct GisImport {
   size_t refusedWaypoints = 0;  ///< whose name cannot be used
 };
 
-/// Reads a file of either form and puts its waypoints into the map, which is then dirty, and solved
-/// if it holds points that no fix of their own places.
+/// Reads a file of either form and adds its waypoints to the map, which is then dirty. It is solved
+/// if it has points without a fix of their own.
 ///
-/// A waypoint is a point named as any other: one whose name the map knows already is a further
-/// reading of that point, and one that is named like a time of day is a point of its own. A name
-/// that means a point of the basis is told and left out, since the basis does not change.
+/// A waypoint whose name the map knows is a further reading of that point; one that is named like a
+/// time of day is a new point. A waypoint named like a point of the basis is left out with a
+/// message, since the basis does not change.
 ///
 /// A track without a name gets that of the file, without folder and extension, and a number that
 /// makes it new to the map and to the file: "walk 1".
 /// \return nothing, after a message, if the file cannot be opened or holds neither tracks nor
-///         waypoints; nothing, and without a message, if it was called off (`Workspace::progress`),
-///         which it can be until the first waypoint is taken
+///         waypoints; nothing, without a message, if it was cancelled (`Workspace::progress`),
+///         which is possible until the first waypoint is added
 std::optional<GisImport> StartGisImport(Map& map, const std::string& path, const GisBoxes& boxes);
 
 /// As above, from the text of a file.
@@ -76,32 +75,33 @@ std::optional<GisImport> StartGisImportOfText(Map& map, std::string_view text,
 /// \return a sentence on what was done so far, for the user
 std::string GisSummary(const GisImport& import);
 
-/// \return the track that is to be decided on; null when all are done
+/// \return the track to decide on; null when all are done
 const GisTrack* CurrentTrack(const GisImport& import);
 
-/// What the window holds when it comes up: name and date of the current track, no numbers.
+/// \return the fields when the window opens: name and date of the current track, no numbers
 GisTrailFields StartFields(const GisImport& import, const GisBoxes& boxes);
 
-/// Puts name and date of the current track into the fields, where the window goes on to it; what
-/// else was typed stays.
+/// Puts name and date of the current track into the fields when the window moves on to it. The
+/// other fields stay as typed.
 void NextFields(const GisImport& import, GisTrailFields& fields);
 
-/// Makes a trail of the current track, at the head of the map's trails, with nameless points;
-/// solves the map if need be (`NeedsSolving`), brings its ranges up to date, marks it dirty and
-/// goes on to the next track.
+/// Makes a trail of the current track, at the head of the map's trails, with nameless points.
+/// Solves the map if needed (`NeedsSolving`), updates its ranges, marks it dirty and moves on to
+/// the next track.
 ///
-/// The first fix is taken. Another is taken if it is at least the n-th behind the last one taken
-/// and lies at least the minimum distance from it on the ground.
-/// \return the first field that cannot be read, and nothing was done; `None` if the track was taken
+/// The first fix is taken. Another is taken if it is at least the n-th after the last one taken and
+/// at least the minimum distance from it on the ground.
+/// \return `None` if the track was taken; else the first field that cannot be read, and nothing
+///         changed
 GisField TakeTrack(GisImport& import, const GisTrailFields& fields);
 
-/// As `TakeTrack` for the current track and all behind it, which take their own names and, unless
-/// the user gave one, their own dates. A date that is also that of the current track counts as
-/// given only with `dateIsForAll`, since the window puts the track's own there. The map is finished
-/// once. Where that is called off, what was taken stays, and the next track is the current one.
+/// As `TakeTrack` for the current track and all after it. These have their own names and, unless
+/// the user gave one, their own dates. A date equal to that of the current track counts as given
+/// only with `dateIsForAll`, since the window fills it in. The map is finished once. If the user
+/// cancels, the tracks taken so far stay, and the next one is current.
 GisField TakeAllTracks(GisImport& import, const GisTrailFields& fields);
 
-/// Goes on to the next track.
+/// Moves on to the next track.
 void SkipTrack(GisImport& import);
 
 }  // namespace orvane

@@ -8,8 +8,8 @@
 #include <unordered_map>
 #include <utility>
 
-// The comma-separated form. Which of its two kinds a file is shows only at the second fix, so all
-// fixes are collected as tracks, the first of them put back until then.
+// The comma-separated form. Only the second fix decides whether a file has tracks or waypoints, so
+// the first one is kept as a waypoint until then.
 
 namespace orvane {
 
@@ -24,8 +24,8 @@ enum Column : size_t {
   AltColumn = 6
 };
 
-/// The columns of one line that are used. A field is a view into the line, or into its own store
-/// where a quote within quotes had to be made single.
+/// The used columns of one line. A field is a view into the line, or into a store of its own if it
+/// had a doubled quote.
 class LineFields {
  public:
   void Split(std::string_view line) {
@@ -39,7 +39,7 @@ class LineFields {
   std::string_view operator[](Column column) const { return fields_[column]; }
 
  private:
-  /// Takes one field off the line, up to its comma or the end.
+  /// Removes one field from the line, up to its comma or the end.
   static std::string_view Take(std::string_view& line, std::string& store) {
     const size_t start = line.find_first_not_of(' ');
     if (start != std::string_view::npos && line[start] == '"') {
@@ -52,8 +52,8 @@ class LineFields {
     return field;
   }
 
-  /// From behind the opening quote on. Two quotes stand for one; a quote that is never closed
-  /// takes in the rest of the line, and what stands behind a closing one is passed over.
+  /// Removes a field whose opening quote is already removed. Two quotes are one. Without a closing
+  /// quote the field takes in the rest of the line; text after a closing quote is skipped.
   static std::string_view TakeQuoted(std::string_view& line, std::string& store) {
     size_t end = std::min(line.find('"'), line.size());
     std::string_view field = line.substr(0, end);
@@ -75,7 +75,7 @@ class LineFields {
   std::array<std::string, UsedColumns> stores_;
 };
 
-/// Takes a line off the text; lines end at a line feed, a carriage return, or both in that order.
+/// Removes a line from the text. Lines end with LF, CR or CR LF.
 std::string_view TakeLine(std::string_view& text) {
   const size_t end = std::min(text.find_first_of("\n\r"), text.size());
   const std::string_view line = text.substr(0, end);
@@ -84,7 +84,7 @@ std::string_view TakeLine(std::string_view& text) {
   return line;
 }
 
-/// What stands before the first blank.
+/// \return the text before the first blank
 std::string DateOf(std::string_view field) {
   return CleanName(field.substr(0, std::min(field.find(' '), field.size())));
 }
@@ -128,8 +128,8 @@ class Collector {
   size_t fixes_ = 0;
   bool isTrackFile_ = false;
   std::string firstDate_;
-  std::string lastName_;  ///< of the fix before, as it stands in the file
-  size_t current_ = 0;    ///< its track
+  std::string lastName_;                             ///< of the fix before, as in the file
+  size_t current_ = 0;                               ///< its track
   std::unordered_map<std::string, size_t> trackOf_;  ///< by folded name
 };
 

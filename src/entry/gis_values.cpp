@@ -11,7 +11,7 @@ namespace orvane {
 namespace {
 
 constexpr double LargestLatitude = 90;
-/// The largest that one turn, added or not, can bring to a place.
+/// The largest longitude that one turn brings within ±180.
 constexpr double LargestLongitude = 540;
 constexpr double FullCircle = 360;
 

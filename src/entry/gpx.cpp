@@ -18,9 +18,9 @@
 //          └─ trk ─┬─ name │
 //                  └─ trkseg ─ trkpt lat lon ─ ele, time
 //
-// The walk keeps the kind of each open element on a stack, so that a name within an extension, say,
-// is not taken for that of the track around it. Entities are not declared in such files; one that
-// does so is refused there, since a few lines of them can stand for gigabytes.
+// The walk keeps the kind of each open element on a stack, so that the name within an extension,
+// for example, is not taken for that of the track around it. GPX files declare no entities; one
+// that does is read up to there, since a few lines of entities can expand to gigabytes.
 
 namespace orvane {
 
@@ -39,7 +39,7 @@ enum class Element : unsigned char {
   Time
 };
 
-/// Which names mean something within which element.
+/// The elements that are read: their name and the element around them.
 struct Place {
   std::string_view name;
   Element within;
@@ -58,14 +58,14 @@ constexpr Place Places[] = {
     {"time", Element::TrackPoint, Element::Time},
 };
 
-/// The part behind a namespace's prefix.
+/// The part after the prefix of a namespace.
 std::string_view LocalName(const char* name) {
   const std::string_view whole(name);
   const size_t colon = whole.rfind(':');
   return colon == std::string_view::npos ? whole : whole.substr(colon + 1);
 }
 
-/// Takes the white space in front, which XML allows nowhere before its declaration.
+/// Removes leading white space, which XML does not allow before its declaration.
 /// \return the number of lines that end in it
 size_t TakeBlankLines(std::string_view& text) {
   size_t lines = 0;
@@ -134,7 +134,7 @@ class GpxWalk {
   }
 
   void Parse(std::string_view text) {
-    constexpr size_t MostAtOnce = 1 << 20;  // then a look at whether the user has had enough
+    constexpr size_t MostAtOnce = 1 << 20;  // bytes; then the user can cancel
     const size_t whole = text.size();
     ProgressSteps steps(progress_, WorkStage::Reading, whole);
     for (bool isLast = false; !isLast && steps.Next(whole - text.size());) {
@@ -162,7 +162,7 @@ class GpxWalk {
     return linesBefore_ + static_cast<size_t>(XML_GetCurrentLineNumber(parser_.get()));
   }
 
-  /// What an element is by its name and by where it stands.
+  /// The kind of an element, by its name and the element around it.
   Element KindOf(std::string_view name) const {
     if (open_.empty()) return name == "gpx" ? Element::Gpx : Element::Other;
     const auto* place = std::find_if(std::begin(Places), std::end(Places), [&](const Place& known) {

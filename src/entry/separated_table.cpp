@@ -109,7 +109,7 @@ bool TableRows::Next(TableRow& row) {
   return true;
 }
 
-/// Takes a cell off the text, up to its separator or the end of the row.
+/// Removes a cell from the text, up to its separator or the end of the row.
 std::string TableRows::TakeCell() {
   std::string cell;
   const bool isQuoted = rest_.starts_with('"');
@@ -121,7 +121,7 @@ std::string TableRows::TakeCell() {
   return cell;
 }
 
-/// From the opening quote to behind the closing one.
+/// Removes a quoted cell, with both quotes.
 void TableRows::TakeQuoted(std::string& cell) {
   rest_.remove_prefix(1);
   while (true) {

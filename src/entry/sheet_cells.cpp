@@ -15,7 +15,7 @@ std::string_view WithoutBlanksInFront(std::string_view text) {
   return text.substr(std::min(text.find_first_not_of(' '), text.size()));
 }
 
-/// What stands between the tabs.
+/// The text between the tabs.
 std::string_view RawCell(std::string_view row, int column) {
   for (; column > 0; --column) {
     const size_t tab = row.find('\t');
@@ -31,7 +31,7 @@ bool IsQuoted(std::string_view cell) {
 
 std::string_view WithoutQuotes(std::string_view cell) { return cell.substr(1, cell.size() - 2); }
 
-/// Minutes behind the colon and what follows them.
+/// Checks the minutes after the colon and the text after them.
 bool ValidMinutes(std::string_view text) {
   constexpr long MostMinutes = 60;
   constexpr size_t MarkLength = 2;

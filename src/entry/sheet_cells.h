@@ -6,39 +6,39 @@
 
 namespace orvane {
 
-/// A follow sheet is text "saved as tab separated data": a row a line, cells between single tabs.
+/// A follow sheet is tab-separated text: one row per line, cells between single tabs.
 
-/// References to a column of a sheet: 0 is the first. Two more values say why there is none.
+/// References to a column of a sheet: 0 is the first. Two more values mean that there is none.
 constexpr int ColumnBlank = -1;      ///< the field was left empty
 constexpr int ColumnMalformed = -2;  ///< the field names no column
 constexpr int MostColumns = 31;      ///< columns from 0 to 30 can be referred to
 
 /// Reads what a column field holds: a whole number, counted from 0, or letters in either case,
-/// where A is the first column and AA follows Z. Numbers count from 0 and letters from A on purpose:
-/// the fields of old sheets are remembered both ways.
+/// where A is the first column and AA follows Z. That numbers count from 0 and letters from A is on
+/// purpose. Pinned by ParseColumnRef.CountsNumbersFromZeroAndLettersFromA.
 /// \return 0 to 30, `ColumnBlank` for an empty text, else `ColumnMalformed`
 int ParseColumnRef(std::string_view text);
 
-/// The cell of a row. One that begins and ends with a double quote loses both; any other loses one
-/// blank at its end, if there is one, and only one.
-/// \param column  below 1 means the first, so that a column that was not given reads that
+/// The cell of a row. If it begins and ends with a double quote, both are removed; otherwise one
+/// blank at its end, if there is one.
+/// \param column  below 1 means the first, also where no column was given
 /// \return a part of `row`; empty if the row has fewer columns
 std::string_view ColumnText(std::string_view row, int column);
 
-/// The whole number in a cell. Quotes are taken off as `ColumnText` does, but a blank at the end
-/// stays and makes it no number.
-/// \return 0 for a cell that is no whole number of 32 bits, or is missing
+/// The whole number in a cell. Quotes are removed as in `ColumnText`, but not a blank at the end,
+/// with which it is not a number.
+/// \return 0 for a missing cell, and for one that is not a whole number of 32 bits
 int ColumnNumber(std::string_view row, int column);
 
-/// Whether a time can be meant: "hmm" or "hhmm" up to 2400 with minutes up to 59, or "h:mm" with
-/// hours up to 24 and minutes up to 60. Behind "h:mm" may stand blanks and "am" or "pm", and in
-/// fact any text, unless the minutes are negative: sheets typed with remarks in that cell have
-/// always been taken.
+/// Whether the text is a time: "hmm" or "hhmm" up to 2400 with minutes up to 59, or "h:mm" with
+/// hours up to 24 and minutes up to 60. After "h:mm" may come blanks and "am" or "pm", and in fact
+/// any text unless the minutes are negative: a time may have a remark. Pinned by
+/// ValidTimeText.RefusesTextBehindTheMinutesOnlyIfTheyAreNegative.
 bool ValidTimeText(std::string_view text);
 
-/// Cuts a sheet into its lines. A line ends at a line feed. Of a longer line `LongestLine` bytes
-/// are taken at a time, and the rest is the next line: notes at the end of long rows have always
-/// come in so, as rows without a date or a place.
+/// Cuts a sheet into its lines. A line ends at a line feed. A longer line than `LongestLine` is cut
+/// there, and the rest is the next line: notes at the end of a long row become rows without a date
+/// or a place. Pinned by SheetLines.GoOnWithTheRestOfALongLine.
 class SheetLines {
  public:
   /// The largest number of bytes of a line, its line feed included.

@@ -27,7 +27,7 @@ constexpr const char* BadColumn = "Badly specified column number";
 constexpr std::array<SheetField, 3> SmColumns = {SheetSm1, SheetSm2, SheetSm3};
 constexpr std::array<SheetField, 3> SmCodes = {SheetSm1Code, SheetSm2Code, SheetSm3Code};
 
-/// As much of a field as is read for a column.
+/// The part of a field that is read as a column.
 std::string_view ColumnField(const SheetFields& fields, SheetField field) {
   constexpr size_t LongestColumn = 39;
   return std::string_view(fields[field]).substr(0, LongestColumn);
@@ -42,8 +42,8 @@ std::optional<std::string> TextOrNull(const std::string& text) {
   return text;
 }
 
-/// Reads "A/B/C" as the columns of day, month and year, or of month, day and year. A text with
-/// fewer than two separators sets none.
+/// Reads "A/B/C" as the columns of day, month and year, or of month, day and year. With fewer than
+/// two separators there is no series.
 void ReadDateSeries(std::string_view text, bool europeanDates, ImportSpec& spec) {
   constexpr std::string_view Separators = "./-";
   const size_t first = FindAnyOf(text, Separators);
@@ -67,13 +67,13 @@ bool IsDateMissing(const ImportSpec& spec) {
          (spec.dateColumn == ColumnMalformed && IsSeriesMissing(spec));
 }
 
-/// True if neither a column nor a text for all rows is given, or if the column is malformed, where
-/// a text does not help.
+/// True if neither a column nor a text for all rows is given, and for a malformed column even with
+/// such a text.
 bool IsColumnOrTextMissing(int column, const std::optional<std::string>& always) {
   return column == ColumnMalformed || (column == ColumnBlank && !always);
 }
 
-/// A focal animal that is not given stops nothing.
+/// A missing focal animal does not stop the import.
 bool CanStart(const ImportSpec& spec) {
   return spec.timeColumn >= 0 && spec.locationColumn >= 0 && spec.focalColumn != ColumnMalformed &&
          spec.skipCount != ColumnMalformed && spec.activityColumn != ColumnMalformed &&
@@ -139,7 +139,8 @@ void ChangeSheetField(SheetFields& fields, SheetField changed, std::string_view 
        {SheetDateAlways, SheetDate},
        {SheetFocal, SheetFocalAlways},
        {SheetFocalAlways, SheetFocal},
-       // An odd one out, and kept: who fills in dialogs by habit knows in which order to type.
+       // Not a pair, and on purpose. Pinned by
+       // ChangeSheetField.OfTheActivityEmptiesTheSpeciesOfAllRows.
        {SheetActivity, SheetSpeciesAlways}}};
   if (fields[changed] == text) return;
   fields[changed] = text;

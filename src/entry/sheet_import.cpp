@@ -27,12 +27,12 @@ constexpr int MinutesInHour = 60;
 /// Times and counts of a stop are kept in 16 bits.
 int CutTo16Bits(std::int64_t value) { return static_cast<std::int16_t>(value); }
 
-/// Whether a row is read or ends the import.
+/// Whether the import goes on after a row.
 enum class RowResult { GoOn, Abandon };
 
-/// The stop under way. It has a location as long as `end` is not `NoStop`.
+/// The current stop. It has a location as long as `end` is not `NoStop`.
 struct PendingStop {
-  std::string location;  ///< as it was typed
+  std::string location;  ///< as typed
   LatLon position;
   int start = 0;     ///< minutes after midnight
   int end = NoStop;  ///< minutes after midnight of the last row that belongs to it
@@ -56,7 +56,7 @@ struct StopTexts {
   int minutes = 0;          ///< `ParseTime` of `time`
 };
 
-/// True if some trail is carried on by another, whose name ends in "'".
+/// True if another trail continues a trail: its name ends in "'".
 bool HasTrailsInParts(const Map& map) {
   for (const Map* level = &map; level != nullptr; level = level->basis) {
     for (const Trail& trail : level->trails) {
@@ -66,7 +66,7 @@ bool HasTrailsInParts(const Map& map) {
   return false;
 }
 
-/// True if the text may hold a place "left of" or "right of" a mark.
+/// True if the text may contain a place "left of" or "right of" a mark.
 bool MayTellSides(std::string_view text) {
   for (size_t of = text.find("of"); of != std::string_view::npos; of = text.find("of", of + 1)) {
     const std::string_view before = text.substr(0, text.substr(0, of).find_last_not_of(' ') + 1);
@@ -105,9 +105,9 @@ class LocationFinder {
   }
 
   Map& map_;
-  NameIndexScope names_;  ///< the trails that are made meanwhile have no names
-  /// A place "left of" a mark, and one between two trails, is found in the planes in which earlier
-  /// texts left the points, so that a text must be looked up each time it comes.
+  NameIndexScope names_;  ///< the trails of the import have no names
+  /// A place "left of" a mark, or between two trails, depends on the planes in which earlier texts
+  /// left the points, so such a text must be looked up each time.
   bool planesCount_;
   std::unordered_map<std::string, std::optional<LatLon>> known_;
 };
@@ -189,13 +189,13 @@ void SheetImport::LeaveOut(std::string_view row) {
   counts_.leftOut.Add(line_);
 }
 
-/// With nothing but fixed texts all rows belong to one trail.
+/// With only fixed texts all rows belong to one trail.
 bool SheetImport::TrailCannotChange() const {
   return spec_.speciesAlways && spec_.dateAlways && spec_.focalColumn == ColumnBlank &&
          trail_ != nullptr;
 }
 
-/// A series gives a day like "2003/5/31". A cell without a number counts as 0.
+/// A series of columns gives a date like "2003/5/31". A cell without a number counts as 0.
 std::string SheetImport::SeriesDate(std::string_view row) const {
   constexpr int FirstYearOf1900s = 81;
   constexpr int FirstFullYear = 100;
@@ -218,14 +218,13 @@ TrailTexts SheetImport::ReadTrailTexts(std::string_view row) const {
   if (spec_.dateColumn == ColumnMalformed && spec_.yearColumn >= 0) {
     texts.date = SeriesDate(row);
   } else if (spec_.dateColumn != ColumnBlank) {
-    // A field that names no column reads the first one, whatever date is given for all rows.
+    // A malformed field reads the first column, even if all rows have a fixed date.
     texts.date = ColumnText(row, spec_.dateColumn);
   }
   return texts;
 }
 
-/// Only the trail of the rows just before counts. A later run of rows with the same three values is
-/// a follow of its own.
+/// Only the trail of the row before counts. Later rows with the same three values are a new follow.
 bool SheetImport::ContinuesTrail(const TrailTexts& texts, PackedDate date) const {
   return trail_ != nullptr && trail_->date == date && trail_->type == texts.species &&
          (!texts.focal || texts.focal == trail_->focalAnimal);
@@ -263,15 +262,15 @@ StopTexts SheetImport::ReadStopTexts(std::string_view row) const {
   StopTexts texts;
   texts.time = ColumnText(row, spec_.timeColumn);
   texts.location = ColumnText(row, spec_.locationColumn);
-  // Without an activity column this is the first column, and "oos" there marks the row: sheets
-  // without such a column have the mark in front.
+  // Without an activity column this is the first column, and "oos" there marks the row. Pinned by
+  // the tests of "oos".
   texts.activity = ColumnText(row, spec_.activityColumn);
   texts.outOfSight = SameName(texts.activity, OutOfSight) || SameName(texts.location, OutOfSight);
   texts.minutes = ParseTime(texts.time).minutes;
   return texts;
 }
 
-/// An empty time cell counts as midnight here too, so it can raise the warning.
+/// An empty time counts as midnight, so it can cause the warning.
 void SheetImport::WarnOfTime(const StopTexts& texts) {
   if (!stop_.IsPending() || texts.minutes >= stop_.end || warnedBackwards_) return;
   const DateParts date = UnpackDate(trail_->date);
@@ -291,8 +290,8 @@ RowResult SheetImport::ReadStop(std::string_view row) {
   } else if (TakeSighting(row, texts) == RowResult::Abandon) {
     return RowResult::Abandon;
   }
-  // A row whose place is not known counts for the stop under way; without one there is nothing to
-  // count for, and the next stop begins at 0.
+  // A row with an unknown place counts for the current stop. Without one nothing is counted, and
+  // the next stop starts at 0.
   if (stop_.IsPending()) Count(row, texts);
   return RowResult::GoOn;
 }
@@ -316,8 +315,8 @@ RowResult SheetImport::TakeSighting(std::string_view row, const StopTexts& texts
 /// \param position  of the row's location; none if the cell is empty
 void SheetImport::TakeGoodRow(const StopTexts& texts, const std::optional<LatLon>& position) {
   const bool moved = position && (!stop_.IsPending() || !SameName(texts.location, stop_.location));
-  // With measures, stops are cut where the hour of the clock changes, so that the counts of an
-  // hour can be told.
+  // With measures, a stop is cut when the hour of the clock changes, so that counts belong to an
+  // hour.
   const bool hourEnds =
       map_.smName[0] && stop_.end / MinutesInHour != texts.minutes / MinutesInHour;
   if (!moved && !hourEnds) {
@@ -363,7 +362,7 @@ RowResult SheetImport::TakeBadRow(std::string_view row, const StopTexts& texts) 
   return RowResult::GoOn;
 }
 
-/// Puts the stop under way on the trail. There is none after it.
+/// Puts the current stop on the trail and ends it.
 void SheetImport::EndStop(int end) {
   if (trail_->points.empty()) ++counts_.follows;
   ++counts_.stops;
@@ -374,7 +373,7 @@ void SheetImport::EndStop(int end) {
 
 void SheetImport::Count(std::string_view row, const StopTexts& texts) {
   for (size_t i = 0; i < smCount_.size(); ++i) {
-    // A field that names no column is not refused here, and reads the first one.
+    // A malformed field of a measure is not refused and reads the first column.
     if (spec_.smColumn[i] != ColumnBlank) smCount_[i] += ColumnNumber(row, spec_.smColumn[i]);
     const auto& code = spec_.smCode[i];
     if (spec_.activityColumn != ColumnBlank && code && SameName(*code, texts.activity)) {
@@ -393,7 +392,7 @@ bool SheetImport::Continues(const std::string& title, std::string_view question,
 SheetOutcome RunSpreadsheetImport(const ImportSpec& spec, SheetLogs& logs,
                                   const SideFileWriter& write) {
   SheetOutcome outcome;
-  // The import has an index of names, and so has the solver: one goes before the other comes.
+  // The import is freed before the solver starts: both keep an index of names.
   const SheetCounts counts = SheetImport(spec, logs).Run();
   outcome.completed = counts.abandonedAt == 0;
   outcome.summary = SheetSummary(spec, counts);

@@ -15,11 +15,11 @@
 
 namespace orvane {
 
-/// The import of a follow sheet: rows that follow each other and agree on date, species and focal
-/// animal become a trail, and rows at one location become one stop on it, a point named by its
-/// time span. What is imported is added to the map.
+/// The import of a follow sheet. Consecutive rows with the same date, species and focal animal
+/// become a trail, and consecutive rows at one location one stop on it, a point named by its time
+/// span. The import adds to the map.
 ///
-/// The way of the command, in the window and in the batch tool:
+/// The steps of the command, in the window and in the batch tool:
 ///
 ///     ReadSheet          the file, with its messages
 ///     ReadSheetFields    the dialog's fields -> ImportSpec, or a refusal (sheet_fields.h)
@@ -28,7 +28,7 @@ namespace orvane {
 /// Counts of SM1, SM2, SM3 over the rows of a stop.
 using SmCounts = std::array<std::int64_t, 3>;
 
-/// What one import is to do. Columns are as `ParseColumnRef` gives them.
+/// The settings of one import. Columns are results of `ParseColumnRef`.
 struct ImportSpec {
   Map* map = nullptr;                  ///< what the trails are added to
   const FollowSheet* sheet = nullptr;  ///< must outlive the import
@@ -36,7 +36,7 @@ struct ImportSpec {
   int skipCount = ColumnBlank;         ///< lines before the first row; none if blank
   int timeColumn = ColumnBlank;        ///< never below 0
   int locationColumn = ColumnBlank;    ///< never below 0
-  int dateColumn = ColumnBlank;        ///< `ColumnMalformed` also where the field holds a series
+  int dateColumn = ColumnBlank;        ///< `ColumnMalformed` also for a series of columns
   int focalColumn = ColumnBlank;       ///< never malformed
   int speciesColumn = ColumnBlank;     ///< never malformed
   int activityColumn = ColumnBlank;    ///< never malformed
@@ -57,22 +57,22 @@ struct SheetOutcome {
   std::string summary;                 ///< a sentence on what was done, for the user
 };
 
-/// Runs an import to the end of the sheet, or until a date cannot be read or the user answers a
-/// question about a bad time or location with "No". A completed import writes the logs, solves the
-/// map and brings its ranges up to date; the caller rebuilds its panes. An abandoned one leaves the
-/// map with what was built so far, without the stop that was under way, neither solved nor its
-/// ranges refreshed, and the logs as they are.
-/// \param logs   of the program; what an abandoned import left in them comes out with this one
+/// Runs an import to the end of the sheet, or until a date cannot be read or the user answers "No"
+/// to a question about a bad time or location. A completed import writes the logs, solves the map
+/// and updates its ranges; the caller rebuilds its panes. An abandoned one leaves the map with the
+/// stops so far, without the current one, unsolved and with its old ranges, and leaves the logs as
+/// they are.
+/// \param logs   of the program; this import also writes what an abandoned one left in them
 /// \param write  how the side files are written
 SheetOutcome RunSpreadsheetImport(const ImportSpec& spec, SheetLogs& logs,
                                   const SideFileWriter& write);
 
-/// Adds a stop at the end of a trail. Rows are scans taken every five minutes: a count as high as
-/// the number of scans that the stop lasts means that what was counted went on through the last of
-/// them, so the stop ends five minutes later.
-/// \param position      where the location is; its altitude too
+/// Adds a stop at the end of a trail. Rows are scans every five minutes: if a count equals the
+/// number of scans of the stop, the behaviour went on through the last one, so the stop ends five
+/// minutes later.
+/// \param position      of the location, with its altitude
 /// \param start, end    minutes after midnight
-/// \param locationText  as it was typed; the point's one reading is near that place
+/// \param locationText  as typed; the only reading of the point is near that place
 Point& AddStopPoint(Map& map, Trail& trail, const LatLon& position, int start, int end,
                     std::string_view locationText, const SmCounts& smCount);
 

@@ -9,7 +9,7 @@
 
 namespace orvane {
 
-/// What the import of a follow sheet has met.
+/// The counts of the import of a follow sheet.
 struct SheetCounts {
   size_t follows = 0;  ///< trails that got a stop
   size_t stops = 0;
@@ -19,8 +19,8 @@ struct SheetCounts {
   size_t abandonedAt = 0;  ///< the line that ended the import; 0 if it was completed
 };
 
-/// The sentence on a follow sheet. Where there are no follows it says what was looked for, and names
-/// the separator of the file if that is not the tab.
+/// The sentence on a follow sheet. Without follows it says what was looked for, and names the
+/// separator of the file if it is not the tab.
 std::string SheetSummary(const ImportSpec& spec, const SheetCounts& counts);
 
 }  // namespace orvane
