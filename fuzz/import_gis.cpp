@@ -1,8 +1,8 @@
-// Reads any bytes as a file of a GPS unit, takes its first track, skips the second and takes all the
-// others into a small map that rests on another, and reads what is then saved. Nothing may crash,
-// hang or be undefined, whatever stands in the file.
+// Reads any bytes as a file of a GPS unit, takes its first track, skips the second and takes all
+// the others into a small map that rests on another, and reads what is then saved. Nothing may
+// crash, hang or be undefined, whatever is in the file.
 //
-// What stands before a line with a form feed alone, if there is one, are the fields of the window,
+// If there is a line with only a form feed, the lines before it are the fields of the window,
 // a line each: type, date, focal animal, size, width, colour, step, minimum distance.
 
 #include "entry/gis_import.h"

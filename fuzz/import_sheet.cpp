@@ -1,9 +1,10 @@
 // Imports any bytes as a follow sheet into a small site, twice, saves the map and opens it again.
-// Nothing may crash, hang or be undefined, whatever stands in the sheet and in the fields.
+// Nothing may crash, hang or be undefined, whatever is in the sheet and in the fields.
 //
-// What stands before a line with a form feed alone are the fields, a line each from top to bottom of
-// the dialog. A line behind them has marks: `e` for European dates, `n` for "No" to all questions,
-// `p` for a site without measures, `c` for a `.csv` file. Without such a line the whole input is the sheet.
+// The lines before a line with only a form feed are the fields, a line each from top to bottom of
+// the dialog. A line after them has marks: `e` for European dates, `n` for "No" to all questions,
+// `p` for a site without measures, `c` for a `.csv` file. Without such a line the whole input is
+// the sheet.
 
 #include "entry/sheet_fields.h"
 #include "entry/sheet_import.h"

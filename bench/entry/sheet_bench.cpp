@@ -74,7 +74,7 @@ SheetFields UsualFields() {
   return fields;
 }
 
-/// Times `RunSpreadsheetImport` alone: the rows, the logs, the solving of the map, its ranges.
+/// Times only `RunSpreadsheetImport`: the rows, the logs, the solving of the map, its ranges.
 void Run(benchmark::State& state, const std::string& sheet, const std::string& more) {
   for (auto unused : state) {
     state.PauseTiming();

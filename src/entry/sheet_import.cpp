@@ -263,7 +263,7 @@ StopTexts SheetImport::ReadStopTexts(std::string_view row) const {
   texts.time = ColumnText(row, spec_.timeColumn);
   texts.location = ColumnText(row, spec_.locationColumn);
   // Without an activity column this is the first column, and "oos" there marks the row. Pinned by
-  // the tests of "oos".
+  // SheetImportTest.WithoutAnActivityColumnTheFirstColumnIsTestedForOos.
   texts.activity = ColumnText(row, spec_.activityColumn);
   texts.outOfSight = SameName(texts.activity, OutOfSight) || SameName(texts.location, OutOfSight);
   texts.minutes = ParseTime(texts.time).minutes;

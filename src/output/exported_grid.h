@@ -8,8 +8,8 @@
 
 namespace orvane {
 
-/// A grid as its cells are exported. The corner is the place (0, 0). Rows are counted to the south
-/// and columns to the east of it, and all is turned by the angle of the grid:
+/// The cells and lines of a grid for an export. The corner is the place (0, 0). Rows count to the
+/// south and columns to the east of it, turned by the angle of the grid:
 ///
 ///     corner o----+----+ (0, 2)
 ///            | A1 | A2 |
@@ -34,7 +34,7 @@ class ExportedGrid {
 
   /// The place where two lines of the grid meet, without altitude.
   LatLon Place(std::int64_t row, std::int64_t column) const;
-  /// The names of the parts; empty for a style that names nothing.
+  /// The parts of the name of a cell; empty for a style without names.
   std::string RowLabel(std::int64_t row) const;
   std::string ColumnLabel(std::int64_t column) const;
 

@@ -41,8 +41,8 @@ std::optional<std::string> ColorText(Color color) {
   return text;
 }
 
-/// A note without the tab that parted it from the field before. A note of several lines of a file
-/// has one for each.
+/// \return a note without the tab that separated it from the field before. A note from several
+///         lines of a file has a tab for each.
 std::optional<std::string> NoteText(const std::optional<std::string>& note) {
   if (!note) return std::nullopt;
   std::string text = note->substr(note->starts_with('\t') ? 1 : 0);
@@ -52,8 +52,8 @@ std::optional<std::string> NoteText(const std::optional<std::string>& note) {
   return text;
 }
 
-/// The names under which the counts of a map are put: its own, or "sm1" to "sm3" where it has none
-/// or one that another property has.
+/// \return the property names of the counts of a map: their names, or "sm1" to "sm3" for a count
+///         without a name and for a name that another property has
 std::array<std::string, 3> CountNames(const Map& map) {
   constexpr std::string_view Taken[] = {"kind",    "name",           "type",         "focalAnimal",
                                         "date",    "timeOfDay",      "duration",     "altitude",
@@ -81,7 +81,7 @@ std::vector<Point*> PlacedPoints(const std::vector<Point*>& points) {
   return placed;
 }
 
-/// While one of these lives, points may be projected; then they stand in their plane again.
+/// Restores the plane coordinates of points when it is destroyed.
 class KeptPlane {
  public:
   explicit KeptPlane(const std::vector<Point*>& points) : points_(points) {
@@ -99,7 +99,7 @@ class KeptPlane {
   std::vector<Meters> places_;
 };
 
-/// Puts features. One feature is: `Begin`, its properties, `End`.
+/// Writes features. One feature is `Begin`, its properties, `End`.
 class FeatureWriter {
  public:
   explicit FeatureWriter(const TextSink& sink) : json_(sink) {
@@ -200,7 +200,7 @@ void PutStop(FeatureWriter& features, const Point& point, const Trail& trail,
   features.PutText("type", trail.type);
   features.PutTextOrNull("focalAnimal", trail.focalAnimal);
   features.PutTextOrNull("date", IsoDate(trail.date));
-  // The record of a trail's last stop may have none.
+  // The last stop of a trail may have no time of day of its own.
   features.PutWhole("timeOfDay", ParseTimeName(time));
   features.PutWhole("duration", point.duration);
   features.PutCounts(countNames, point.sm);
@@ -299,7 +299,7 @@ void PutIntersection(FeatureWriter& features, const RangeIntersection& overlap) 
 using CellPlace = std::pair<std::int64_t, std::int64_t>;
 using CellShades = std::map<CellPlace, const GridShade*>;
 
-/// The shades of a grid by row and column; of several on one cell the newest.
+/// \return the shades of a grid by row and column, the newest one of each cell
 CellShades ShadesOf(const Map& map, const Grid& grid) {
   CellShades shades;
   for (const GridShade& shade : map.gridShades) {
@@ -332,7 +332,7 @@ void PutCell(FeatureWriter& features, const ExportedGrid& grid, CellPlace cell,
   features.End(AreaShape(std::move(ring)));
 }
 
-/// \return false if the grids have too many cells; nothing is put then
+/// \return false if the grids have too many cells; then none is written
 bool PutGrids(FeatureWriter& features, const Map& map) {
   constexpr std::uint64_t TooMany = MostExportedCells + 1;
   std::vector<ExportedGrid> grids;

@@ -8,9 +8,8 @@
 
 namespace orvane {
 
-/// Writes the map itself, without its basis, with what was worked out of it, as one GeoJSON
-/// FeatureCollection (RFC 7946), a line for each feature, in this order. The property `kind` tells
-/// what each is:
+/// Writes the map itself, without its basis, and its analyses as one GeoJSON FeatureCollection
+/// (RFC 7946), one line per feature, in this order. The property `kind` says what each is:
 ///
 ///     point         named points, at a visible name of each
 ///     stop          placed points of trails that are named by a time
@@ -21,18 +20,18 @@ namespace orvane {
 ///     cell          each cell of each grid
 ///
 /// Lengths are in metres, areas in square metres, times in minutes, dates in the form of ISO 8601.
-/// Points that are not placed, and places that are not on earth, are left out; what then has no place
-/// at all stands there without geometry. Texts are UTF-8. Grids of more than `MostExportedCells`
-/// cells in all are told as an error and left out. Overwrites `PointVisited`; the map is not
-/// changed otherwise.
-/// \return false if the sink did not take all of it or if the cells were left out
+/// Points without a place, and places that are not on earth, are left out; a feature without any
+/// place has no geometry. Texts are UTF-8. If the grids have more than `MostExportedCells` cells in
+/// all they are left out, with an error. Overwrites `PointVisited`; the map does not change
+/// otherwise.
+/// \return false if the sink did not take everything or if the cells were left out
 bool WriteGeoJson(Map& map, const TextSink& sink);
 
-/// The same into a file, which takes its name when it is whole. Failures are told as errors, and an
-/// old file then stands as it was; without the cells the file is written.
+/// Writes the same to a file, which replaces an old one only when it is complete. Failures give an
+/// error and leave the old file as it was; without the cells the file is written.
 bool ExportGeoJson(Map& map, const std::string& path);
 
-/// As above, with other calls in the place of the system's.
+/// As above, with other calls instead of those of the system.
 bool ExportGeoJson(Map& map, const std::string& path, const FileSystem& system);
 
 }  // namespace orvane

@@ -1,5 +1,5 @@
-// Longitudes go round in a circle. A path that crosses the 180th meridian is first unrolled, so that
-// each step goes the short way, and then cut into turns of 360 degrees:
+// Longitudes wrap around. A path that crosses the 180th meridian is first unrolled, so that each
+// step takes the short way, and then cut into turns of 360 degrees:
 //
 //          -180         180          540
 //     ...   | turn 0     |  turn 1    |  ...       170, -170 unrolls to 170, 190 and is cut into
@@ -19,7 +19,7 @@ namespace {
 constexpr double HalfTurn = 180;
 constexpr double FullTurn = 360;
 
-/// An area over more turns than this is none on the earth, and is not cut.
+/// An area over more turns than this is not an area on the earth, and is not cut.
 constexpr double MostTurnsOfArea = 3;
 
 double WestOf(double turn) { return turn * FullTurn - HalfTurn; }
@@ -38,7 +38,8 @@ bool StaysWithinTurn(const GeoPath& path) {
   return true;
 }
 
-/// Each longitude follows the one before it by at most 180 degrees; the first lies in turn 0.
+/// \return the path with each longitude at most 180 degrees from the one before; the first is in
+///         turn 0
 GeoPath Unrolled(const GeoPath& path) {
   GeoPath unrolled;
   unrolled.reserve(path.size());
@@ -53,7 +54,7 @@ GeoPath Unrolled(const GeoPath& path) {
   return unrolled;
 }
 
-/// The place at which a step meets a longitude that lies between its ends.
+/// \return the place where a step crosses a longitude between its ends
 GeoPlace PlaceAt(const GeoPlace& a, const GeoPlace& b, double lon) {
   return {lon, a.lat + (b.lat - a.lat) * ((lon - a.lon) / (b.lon - a.lon))};
 }
@@ -68,7 +69,7 @@ std::vector<GeoPath> CutLine(const GeoPath& unrolled) {
   double turn = 0;
   for (size_t i = 0; i < unrolled.size(); ++i) {
     const GeoPlace& place = unrolled[i];
-    // A step is at most half a turn, so it leaves one turn at most.
+    // A step is at most half a turn, so it crosses one border at most.
     const double way = place.lon > EastOf(turn) ? 1 : place.lon < WestOf(turn) ? -1 : 0;
     if (way != 0) {
       const double edge = way > 0 ? EastOf(turn) : WestOf(turn);
@@ -84,7 +85,7 @@ std::vector<GeoPath> CutLine(const GeoPath& unrolled) {
 }
 
 /// The part of a ring on one side of a meridian.
-/// \param side  1 for what lies to the east of it, -1 for the west
+/// \param side  1 for the east of it, -1 for the west
 GeoPath ClipRing(const GeoPath& ring, double meridian, double side) {
   GeoPath clipped;
   for (size_t i = 0; i < ring.size(); ++i) {
@@ -99,7 +100,7 @@ GeoPath ClipRing(const GeoPath& ring, double meridian, double side) {
   return clipped;
 }
 
-/// Twice the area in square degrees, positive for a ring that runs anticlockwise.
+/// \return twice the area in square degrees, positive for an anticlockwise ring
 double DirectedArea(const GeoPath& ring) {
   const GeoPlace& origin = ring.front();
   double sum = 0;
@@ -168,7 +169,7 @@ std::optional<std::vector<GeoPath>> CutRing(const GeoPath& unrolled) {
   for (int i = 0; i <= static_cast<int>(last - first); ++i) {
     const double turn = first + i;
     GeoPath part = ClipRing(ClipRing(unrolled, WestOf(turn), 1), EastOf(turn), -1);
-    // Where the ring only touches the meridian nothing lies beyond it.
+    // A ring that only touches the meridian has no part beyond it.
     if (part.size() < 3 || DirectedArea(part) == 0) continue;
     for (GeoPlace& place : part) place.lon -= turn * FullTurn;
     rings.push_back(ClosedRing(std::move(part)));

@@ -8,9 +8,9 @@
 
 namespace orvane {
 
-/// Geometry as GeoJSON (RFC 7946) has it: positions are longitude, latitude in degrees of WGS 84; a
-/// ring is closed and runs anticlockwise; what crosses the 180th meridian is cut there into parts;
-/// longitudes lie within -180 to 180.
+/// Geometry for GeoJSON (RFC 7946): positions are longitude, latitude in degrees of WGS 84; a ring
+/// is closed and anticlockwise; shapes that cross the 180th meridian are cut there; longitudes are
+/// within -180 to 180.
 
 struct GeoPlace {
   double lon = 0;  ///< degrees
@@ -26,27 +26,27 @@ enum class GeoKind { None, Point, Line, Area };
 /// One geometry.
 struct GeoShape {
   GeoKind kind = GeoKind::None;
-  std::vector<GeoPath> parts;  ///< the place alone; the lines; the rings, each closed
+  std::vector<GeoPath> parts;  ///< one place; the lines; the rings, each closed
 };
 
-/// \return true for a place whose numbers are finite and whose latitude lies between the poles
+/// \return true if the numbers are finite and the latitude is between the poles
 bool IsOnEarth(const LatLon& place);
 
-/// The places of points, in their order. Left out are those that are not on earth.
+/// \return the places of points in their order, without those that are not on earth
 GeoPath PathOf(PointSpan points);
 
 /// \return no shape for a place that is not on earth
 GeoShape PointShape(const LatLon& place);
 
-/// A line along places. One place alone gives a point, none no shape. A step of more than 180
-/// degrees of longitude is taken to go the other way round the earth.
+/// A line along places. One place gives a point, none gives no shape. A step of more than 180
+/// degrees of longitude goes the other way around the earth.
 GeoShape LineShape(const GeoPath& path);
 
 /// The area within a ring, closed or not, of either direction. A ring whose places lie on one line
 /// gives that line from end to end; one place gives a point.
 GeoShape AreaShape(GeoPath ring);
 
-/// Writes it as a geometry object, or null.
+/// Writes the shape as a geometry object, or null.
 void PutGeometry(JsonWriter& json, const GeoShape& shape);
 
 }  // namespace orvane

@@ -7,7 +7,7 @@ namespace orvane {
 
 namespace {
 
-/// What gathers before it is passed on.
+/// Bytes collected before they are passed on.
 constexpr size_t PieceBytes = size_t{1} << 16U;
 
 }  // namespace
@@ -44,7 +44,7 @@ void JsonWriter::End(char bracket) {
   if (buffer_.size() >= PieceBytes) Pass();
 }
 
-/// Stands before every value and key.
+/// Called before every value and key.
 void JsonWriter::Separate() {
   if (needsComma_) buffer_ += ',';
   if (newLine_) buffer_ += '\n';

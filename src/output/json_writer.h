@@ -10,9 +10,9 @@ namespace orvane {
 /// Takes text piece by piece. \return false if it cannot be taken
 using TextSink = std::function<bool(std::string_view)>;
 
-/// JSON written as it is told, from front to back, so that a document of any size needs little
-/// memory. The caller keeps the order: a key before each value of an object, and an end for each
-/// beginning. Texts are made valid UTF-8.
+/// Writes JSON from front to back, so that a document of any size needs little memory. The caller
+/// keeps the order: a key before each value of an object, and an end for each beginning. Texts
+/// become valid UTF-8.
 class JsonWriter {
  public:
   explicit JsonWriter(const TextSink& sink) : sink_(sink) {}
@@ -24,11 +24,11 @@ class JsonWriter {
   void Key(std::string_view key);
 
   void Text(std::string_view text);
-  void Number(double value);  ///< null for what is no finite number
+  void Number(double value);  ///< null for a value that is not finite
   void Whole(std::int64_t value) { Literal(std::to_string(value)); }
   void Null() { Literal("null"); }
 
-  /// The next value stands on a line of its own.
+  /// The next value starts a new line.
   void NewLine() { newLine_ = true; }
 
   /// Ends the document with a line feed. \return false if any of it was not taken

@@ -6,9 +6,9 @@ namespace orvane {
 
 namespace {
 
-/// The points of all nodes, bucket by bucket. Each node of a list is known only when the one before
-/// it has come from memory; so all lists are walked side by side, and what is waited for comes for
-/// all of them at once.
+/// The points of all nodes, bucket by bucket. The next node of a list is known only when the one
+/// before has been read from memory, so all lists are walked side by side: their reads then
+/// overlap.
 std::vector<Point*> NodesOf(const Map& map) {
   std::array<std::vector<Point*>, NameBuckets> buckets;
   std::array<decltype(map.pointHash[0].begin()), NameBuckets> at;
@@ -29,7 +29,7 @@ std::vector<Point*> NodesOf(const Map& map) {
 }  // namespace
 
 std::vector<Point*> NamedPoints(Map& map) {
-  // A point with synonyms stands in several buckets, or several times in one.
+  // A point with synonyms is in several buckets, or several times in one.
   const std::vector<Point*> nodes = NodesOf(map);
   ForEachAhead(nodes, [](Point& point) { point.flags &= ~std::uint32_t{PointVisited}; });
   std::vector<Point*> points;

@@ -7,13 +7,13 @@
 
 namespace orvane {
 
-/// The points of which a map knows a name, those of its basis that it named again too, each once:
-/// bucket by bucket, newest first. Stops that are named by a time are not among them. Leaves
-/// `PointVisited` set on all of them.
+/// \return the points of which a map knows a name, each once, also those of its basis that it names
+///         again: bucket by bucket, newest first. Stops named by a time are not among them. Leaves
+///         `PointVisited` set on all of them.
 std::vector<Point*> NamedPoints(Map& map);
 
-/// Calls `visit` for each point of a list. Where the order mixes all points of a map, each of them
-/// would be waited for; here the memory of those that come soon is asked for ahead.
+/// Calls `visit` for each point of a list. If the order mixes all points of a map, each would wait
+/// for the memory; so this prefetches the points that follow.
 template <typename List, typename Visit>
 void ForEachAhead(const List& points, Visit visit) {
   constexpr size_t Ahead = 12;

@@ -21,7 +21,7 @@ constexpr size_t LineNameWidth = 3;
 constexpr std::uint64_t LineBytes = 88;
 constexpr std::uint64_t LineContentWords = 40;
 
-/// One part of the given places, with its box.
+/// Writes a shape of one part, with its box.
 void PutPart(ShapefileSet& set, std::uint64_t words, std::span<const LatLon> places) {
   LatLon low = places.front();
   LatLon high = low;
@@ -46,7 +46,8 @@ void PutCells(ShapefileExport& shapes, ShapefileSet& set, const ExportedGrid& gr
     const std::string rowLabel = grid.RowLabel(r);
     for (std::int64_t c = 0; c < grid.Columns(); ++c) {
       set.BeginRow();
-      // Always the row's part first, also where the cell is named the other way round.
+      // The part of the row is always first, even if the map names the column first. Pinned by
+      // GridShapes.NameTheRowBeforeTheColumnAlways.
       set.PutField(rowLabel + grid.ColumnLabel(c));
       const LatLon corners[] = {grid.Place(r, c), grid.Place(r, c + 1), grid.Place(r + 1, c + 1),
                                 grid.Place(r + 1, c), grid.Place(r, c)};
@@ -90,7 +91,7 @@ GridGroup GatherGrids(const Map& map) {
         group.bounds.Take(shaped.Place(r, c));
       }
     }
-    // Held just above what is written, so that the sums stay in bounds.
+    // Bounded, so that the sums do not overflow.
     constexpr std::uint64_t TooMany = MostExportedCells + 1;
     group.cells += std::min(shaped.Cells(), TooMany);
     group.lines += std::min(shaped.Lines(), TooMany);
@@ -98,7 +99,7 @@ GridGroup GatherGrids(const Map& map) {
   return group;
 }
 
-/// True if something is to be written and not too much.
+/// \return true if there is something to write, and not too much
 bool IsExported(ShapefileExport& shapes, std::uint64_t count, std::string_view what) {
   if (count > std::uint64_t{MostExportedCells}) {
     shapes.TellTooLarge(what);
@@ -111,8 +112,8 @@ bool IsExported(ShapefileExport& shapes, std::uint64_t count, std::string_view w
 
 void PutGridShapes(ShapefileExport& shapes) {
   const GridGroup group = GatherGrids(shapes.GetMap());
-  // The headers count the last grid alone, while the records of all are there: right for a map with
-  // one grid, and files have always been made so. Pinned by GridShapes.CountTheLastGridAlone.
+  // The headers count only the last grid, while the file has the records of all. Pinned by
+  // GridShapes.CountTheLastGridAlone.
   if (group.grids.empty()) return;
   const ExportedGrid& last = group.grids.back();
   if (last.Rows() + last.Columns() == 0) return;

@@ -11,9 +11,9 @@
 
 namespace orvane {
 
-/// The groups of shapefiles. Each function looks over the map for what its group holds, opens the
-/// files if it holds anything, and puts all records; `ShapefileExport` keeps the files until all
-/// groups are there.
+/// The groups of shapefiles. Each function collects the content of its group from the map, opens
+/// the files if there is any, and writes all records. `ShapefileExport` keeps the files until all
+/// groups are written.
 
 /// One run of the export.
 class ShapefileExport {
@@ -24,17 +24,17 @@ class ShapefileExport {
   PackedDate Today() const { return today_; }
 
   /// Opens the files of a group.
-  /// \param failure  the message if they do not open
-  /// \return null if they do not
+  /// \param failure  the message if they cannot be opened
+  /// \return null if they cannot
   ShapefileSet* Open(const std::string& name, std::string_view failure);
 
-  /// Asked before each record. \return false once the export is called off
+  /// Called before each record. \return false once the user has cancelled
   bool GoesOn() { return steps_.Next(0); }
 
-  /// Tells that a group holds more than is written.
+  /// Posts that a group has more than can be written.
   void TellTooLarge(std::string_view what);
 
-  /// Brings all files to the disk and lets them take their names, unless the export was called off.
+  /// Flushes all files to the disk and gives them their names, unless the user cancelled.
   ShapefileOutcome Finish();
 
  private:

@@ -19,7 +19,7 @@ constexpr size_t LongestNote = 80;
 constexpr std::uint64_t PointRecordBytes = 28;
 constexpr std::uint64_t PointContentWords = 10;
 
-/// What the group holds, and what its fields and headers follow from.
+/// The content of the group, for its fields and headers.
 struct PointGroup {
   std::vector<const Point*> points;  ///< each once
   std::uint64_t records = 0;         ///< visible names
@@ -88,8 +88,8 @@ class PointWriter {
     ByteBuffer& shape = set_.BeginShape(PointContentWords);
     shape.PutDouble(place.lon);
     shape.PutDouble(place.lat);
-    // The altitude is counted in no length: files have always been written so, and a reader that
-    // follows the index finds each record. Pinned by PointShapes.CarryTheAltitudeUncounted.
+    // No length counts the altitude. A reader that follows the index finds each record. Pinned by
+    // PointShapes.CarryTheAltitudeUncounted.
     if (group_.hasAltitudes) {
       shape.PutDouble(HasAltitude(place.altitude) ? double{place.altitude} : NoMeasure);
     }

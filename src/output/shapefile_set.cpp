@@ -15,8 +15,8 @@ namespace {
 constexpr std::uint32_t FileCode = 9994;
 constexpr std::uint32_t Version = 1000;
 
-/// The length of the header as it is counted in all files: 4 bytes more than it has. It is how the
-/// files have always been written.
+/// The length of the header that all file lengths count: 4 bytes more than it has. Pinned by the
+/// tests of `fileWords` in shapefiles_test.cpp.
 constexpr std::uint64_t CountedHeaderBytes = 104;
 constexpr std::uint64_t IndexRecordBytes = 8;
 
@@ -25,7 +25,7 @@ constexpr size_t FieldDescriptorBytes = 32;
 constexpr size_t FieldNameBytes = 11;
 constexpr std::uint32_t EndOfFields = 13;
 
-/// What gathers before it is written.
+/// Bytes collected before they are written.
 constexpr size_t PieceBytes = size_t{1} << 20U;
 
 constexpr std::string_view Wgs84 =
@@ -55,7 +55,8 @@ void PutShapeHeader(ByteBuffer& out, const ShapefileHeader& header, std::uint64_
   for (const double value : {bounds.minX, bounds.minY, bounds.maxX, bounds.maxY}) {
     out.PutDouble(value);
   }
-  // The range of Z stays empty, and that of the altitudes stands as the range of M.
+  // The range of Z is empty, and that of the altitudes is the range of M. Pinned by
+  // PointShapes.TellTheRangeOfAltitudesAsThatOfM.
   for (const double value : {0.0, 0.0, bounds.minAltitude, bounds.maxAltitude}) {
     out.PutDouble(value);
   }
@@ -165,7 +166,7 @@ void ShapefileSet::BeginRow() {
 
 void ShapefileSet::PutField(std::string_view text) {
   const size_t width = widths_[nextField_++];
-  // A text that is cut may end within a character; what counts is how the whole was meant.
+  // A text that is cut may end within a character, so the whole text decides.
   if (projection_ && allUtf8_) allUtf8_ = IsValidUtf8(text);
   ByteBuffer& row = Table().Buffer();
   row.PutText(text.substr(0, width));

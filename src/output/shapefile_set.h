@@ -27,7 +27,7 @@ enum ShapeType : std::uint32_t {
 /// The M value of a place that has none.
 constexpr double NoMeasure = 1e-39;
 
-/// The bounds of a group, as its headers tell them. Altitudes start at 0, which takes part.
+/// The bounds of a group in its headers. The altitudes include 0.
 struct ShapeBounds {
   double minX = 180;       ///< degrees of longitude
   double minY = 90;        ///< degrees of latitude
@@ -39,7 +39,7 @@ struct ShapeBounds {
   void Take(const LatLon& place);
 };
 
-/// Bytes as they go into a file.
+/// Collects the bytes of a file.
 class ByteBuffer {
  public:
   void PutBig(std::uint32_t value);
@@ -57,20 +57,19 @@ class ByteBuffer {
   std::string bytes_;
 };
 
-/// A file that is written from front to back. What cannot be written is remembered, and told at
-/// the end.
+/// A file that is written from front to back. It remembers a failure until `Finish`.
 class ExportedFile {
  public:
   explicit ExportedFile(const FileSystem& system) : file_(system) {}
 
   WriteResult Open(const std::string& path) { return file_.Open(path); }
-  /// What is put here goes to the file, in pieces, when `Pass` is called.
+  /// Receives the bytes for the file, which `Pass` writes in pieces.
   ByteBuffer& Buffer() { return buffer_; }
   /// Bytes put so far.
   std::uint64_t Position() const { return passed_ + buffer_.Bytes().size(); }
-  /// Writes what was put if that is worth a call of the system.
+  /// Writes the buffer if it is large enough.
   void Pass();
-  /// Writes the rest and brings the file to the disk. \return false if anything failed so far
+  /// Writes the rest and flushes the file to the disk. \return false if anything failed so far
   bool Finish();
   bool TakeName() { return file_.TakeName(); }
   const std::string& Path() const { return file_.Path(); }
@@ -92,10 +91,10 @@ struct TableField {
   unsigned decimals = 0;
 };
 
-/// A field tells its width in one byte, of which 255 is not to be used.
+/// The width of a field is one byte; 255 is not used.
 constexpr size_t WidestField = 254;
 
-/// What the headers of a group tell.
+/// The content of the headers of a group.
 struct ShapefileHeader {
   ShapeType type = ShapePoint;
   ShapeBounds bounds;
@@ -112,27 +111,27 @@ class ShapefileSet {
 
   /// \param directory  the folder
   /// \param name       "points" and so on
-  /// \return false if any of the files does not open; the others are then closed and gone
+  /// \return false if a file cannot be opened; the others are then closed and removed
   bool Open(const std::string& directory, const std::string& name, bool projection);
 
   void PutHeaders(const ShapefileHeader& header, const std::vector<TableField>& fields);
 
   /// Begins the next row of the table. The fields follow in their order.
   void BeginRow();
-  /// A text, filled up with blanks, or cut, to the width of the field.
+  /// Writes a text, padded with blanks or cut to the width of the field.
   void PutField(std::string_view text);
-  /// A text with blanks in front of it up to a width, and then as `PutField`.
+  /// Pads a text on the left to `width`, then does as `PutField`.
   void PutNumberField(const std::string& text, size_t width);
 
   /// Begins the next record of the main file, and enters it in the index.
-  /// \param words  the length of its content that is told
-  /// \return where the content goes, behind the type, which is put
+  /// \param words  the length of its content for the header
+  /// \return where the content goes, after the type, which is written
   ByteBuffer& BeginShape(std::uint64_t words);
 
-  /// Writes the rest of all files and brings them to the disk. \return false if anything failed
+  /// Writes the rest of all files and flushes them to the disk. \return false if anything failed
   bool Finish();
-  /// Puts all files in the place of the old ones. If that fails on the way, those of this group
-  /// that did take their names are removed: files of two exports side by side would look whole.
+  /// Replaces the old files. If that fails on the way, the files of this group that were already
+  /// renamed are removed: files of two exports together would look complete.
   bool TakeNames();
 
   /// The path of the main file.
@@ -156,7 +155,7 @@ class ShapefileSet {
   size_t nextField_ = 0;
   std::uint32_t lastRecord_ = 0;
   bool projection_ = false;
-  bool allUtf8_ = true;  ///< the texts put so far
+  bool allUtf8_ = true;  ///< of the texts written so far
 };
 
 }  // namespace orvane

@@ -20,16 +20,15 @@ constexpr size_t WidthWidth = 2;
 constexpr std::uint64_t RecordHeadBytes = 48;
 constexpr std::uint64_t PlaceBytes = 16;
 
-// A record with altitudes is longer than it tells: besides X and Y its content counts 8 bytes for
-// each point, where Z and M take 16, and leaves out both their ranges. The length of the whole file
-// counts them all. Files have always been written so. Pinned by
-// TrailShapes.TellTooLittleOfRecordsWithAltitudes.
+// A record with altitudes is longer than its header says: besides X and Y it counts 8 bytes for
+// each point, while Z and M take 16, and it leaves out the ranges of both. The length of the file
+// counts them all. Pinned by TrailShapes.TellTooLittleOfRecordsWithAltitudes.
 constexpr std::uint64_t CountedPlaceBytesWithZ = 24;
 constexpr std::uint64_t TrailBytes = 56;
 constexpr std::uint64_t TrailBytesWithZ = 88;
 constexpr std::uint64_t PlaceBytesWithZ = 32;
 
-/// What one group holds, and what its fields and headers follow from.
+/// The content of one group, for its fields and headers.
 struct TrailGroup {
   std::vector<Trail*> trails;
   std::uint64_t places = 0;  ///< points of all trails
@@ -85,8 +84,8 @@ TrailBox BoxOf(const Trail& trail) {
   return box;
 }
 
-/// The points in the order in which they are written: those of an area run clockwise. The order of
-/// the trail, and the plane of its points, are left as they are.
+/// \return the points in the order in the file: those of an area are clockwise. The trail and the
+///         plane coordinates of its points do not change.
 std::vector<const Point*> PointsInOrder(const Trail& trail, bool clockwise) {
   std::vector<const Point*> points(trail.points.begin(), trail.points.end());
   if (!clockwise) return points;

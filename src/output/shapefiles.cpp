@@ -13,7 +13,7 @@ namespace orvane {
 
 namespace {
 
-/// Records, or rows of cells, between two looks at whether the user has had enough.
+/// Records, or rows of cells, after which the user can cancel.
 constexpr unsigned RecordsOfStep = 32;
 
 }  // namespace
@@ -61,8 +61,8 @@ std::string ShapefileExport::Summary(const std::vector<ShapefileSet*>& written) 
 
 ShapefileOutcome ShapefileExport::Finish() {
   if (IsCancelled(map_.workspace->progress)) return {};
-  // No file takes its name before every file has been brought to the disk. A disk that is told of
-  // all files at once is done with them soonest.
+  // No file gets its name before every file is flushed to the disk. Flushing all at once is
+  // fastest.
   std::vector<char> finished(sets_.size());
   std::atomic<size_t> next{0};
   RunInParallel(static_cast<unsigned>(sets_.size()), [&](unsigned) {

@@ -18,25 +18,24 @@ namespace orvane {
 ///     grids      Polygon    each cell of each grid
 ///     gridlins   PolyLine   each row and column of each grid
 ///
-/// Each group is a .shp, a .shx and a .dbf file. A group that would hold nothing leaves no files,
-/// nor does it take away those of an earlier export. Texts stand in the .dbf byte for byte as in
-/// the map.
+/// Each group is a .shp, a .shx and a .dbf file. An empty group writes no files and leaves those of
+/// an earlier export. Texts are in the .dbf byte for byte as in the map.
 ///
-/// Three things differ from the published layout, and stay since the files have always been so: all
-/// headers tell a length that is 2 words too large; a point with an altitude carries it behind its
-/// record, uncounted; and the records of `trails3d` are longer than they tell. A reader that goes
-/// by the index finds every record.
+/// Three things differ from the published layout, on purpose: the length in all headers is 2 words
+/// too large; a point with an altitude has it after its record, uncounted; and the records of
+/// `trails3d` are longer than their headers say. A reader that follows the index finds every
+/// record.
 
 /// The longest path of a file that is written, in bytes.
 constexpr size_t LongestExportPath = 1024;
 
-/// Cells of grids that are written, over all grids of a map, and likewise lines.
+/// The most cells of all grids of a map that are written, and likewise lines.
 constexpr long MostExportedCells = 4000000;
 
-/// What `ExportShapefiles` writes beside the three files of each group.
+/// What `ExportShapefiles` writes besides the three files of each group.
 struct ShapefileOptions {
   /// A .prj file (WGS 84), so that a reader places the layers without asking, and a .cpg file that
-  /// tells the encoding of the texts: UTF-8 if they are all that, else Latin-1.
+  /// names the encoding of the texts: UTF-8 if all are valid UTF-8, else Latin-1.
   bool projection = false;
 };
 
@@ -48,20 +47,18 @@ struct ShapefileOutcome {
   explicit operator bool() const { return complete; }
 };
 
-/// Writes the map itself, without its basis, into a folder. All files are written and brought to the
-/// disk under temporary names first, and take their names group by group at the end, so that no
-/// file stands there half-written.
+/// Writes the map itself, without its basis, into a folder. All files are written and flushed under
+/// temporary names first, and renamed group by group at the end, so that no file is half-written.
 ///
-/// A group whose files cannot be opened is told as an internal error, one that cannot be written
-/// whole (a full disk) as an error; the others go on, and what stood in the place of that group is
-/// left as it was. An export that is called off (`Workspace::progress`) changes no file; once the
-/// first of them has its name the rest follow. Overwrites `PointVisited`; the map is not changed
-/// otherwise.
+/// A group whose files cannot be opened gives an internal error, one that cannot be written
+/// completely (a full disk) an error. The other groups go on, and the old files of that group stay.
+/// An export that is cancelled (`Workspace::progress`) changes no file; once the first has its name
+/// the rest follow. Overwrites `PointVisited`; the map does not change otherwise.
 /// \param directory  the folder, which must exist
 ShapefileOutcome ExportShapefiles(Map& map, const std::string& directory,
                                   const ShapefileOptions& options = {});
 
-/// As above, with other calls in the place of the system's. Those that write, flush and close are
+/// As above, with other calls instead of those of the system. Those that write, flush and close are
 /// called from several threads.
 ShapefileOutcome ExportShapefiles(Map& map, const std::string& directory,
                                   const ShapefileOptions& options, const FileSystem& system);

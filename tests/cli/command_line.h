@@ -22,7 +22,7 @@ struct Outcome {
   std::string err;
 };
 
-/// Runs the tool in a folder of its own, in which site.map stands.
+/// Runs the tool in a folder of its own, with site.map in it.
 struct CommandLine : testing::Test {
   TemporaryFolder folder;
 

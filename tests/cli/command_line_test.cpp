@@ -53,7 +53,7 @@ TEST_F(CommandLine, AMapThatDoesNotOpenGivesItsMessageAndNoOutput) {
 TEST_F(CommandLine, MessagesGoToStandardErrorWithTheirSeverity) {
   folder.Write("faults.map", "T\tW\nP\tLost\nG\tCamp\tN0\tE0\nC\tA\tB\t5cm\t0\n");
   const Outcome run = Do({"locate", "faults.map", "Camp"});
-  EXPECT_EQ(run.status, 0);  // messages alone are no failure
+  EXPECT_EQ(run.status, 0);  // messages are not failures
   EXPECT_EQ(run.err,
             "error: Bad distance for point A\n"
             "warning: No absolute position found for connected region containing A in faults.map\n"

@@ -303,7 +303,7 @@ TEST_F(GisImportTest, BothLimitsMustBeKeptAndAFixThatFailsOneIsNotWaitedFor) {
   EXPECT_EQ(longitudes, (std::vector<double>{0, 0.02}));
 }
 
-/// The rule, told another way: of all fixes in order, the first and then ever the next one that
+/// The rule in other words: of all fixes in order, the first and then always the next one that
 /// fits.
 TEST_F(GisImportTest, TheFixesTakenAreTheNextThatFit) {
   for (unsigned seed = 1; seed <= 30; ++seed) {
@@ -344,7 +344,7 @@ TEST_F(GisImportTest, WaypointsAreLoosePointsWithOneReading) {
   const auto import = Start(Header + "Fig,,,,1.5,115.5,30\nLed,,,,1.6,115.5\n");
   ASSERT_TRUE(import);
   EXPECT_EQ(CurrentTrack(*import), nullptr);
-  // To finish a map names its loose points anew, those that stand on the list already as well.
+  // Finishing a map lists its loose points again, also those that are on the list.
   EXPECT_EQ(LoosePoints(), (Texts{"Fig", "Led", "Led", "Fig"}));
   const Point& fig = Named(map, "fig");
   EXPECT_EQ(fig.trail, nullptr);

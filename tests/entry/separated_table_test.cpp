@@ -78,7 +78,7 @@ TEST(TableText, ReplacesHalfCharactersOfUtf16) {
   constexpr const char* Replaced = "\xEF\xBF\xBD";
   EXPECT_EQ(TableText("\xFF\xFE\x3D\xD8"s), Replaced);                 // half a pair at the end
   EXPECT_EQ(TableText("\xFF\xFE\x3D\xD8\x61\x00"s), Replaced + "a"s);  // before a character
-  EXPECT_EQ(TableText("\xFF\xFE\x00\xDE"s), Replaced);                 // the second half alone
+  EXPECT_EQ(TableText("\xFF\xFE\x00\xDE"s), Replaced);                 // only the second half
   EXPECT_EQ(TableText("\xFF\xFE\x61\x00\x62"s), "a"s + Replaced);      // half a unit
 }
 

@@ -125,7 +125,7 @@ TEST(SheetLines, EndAtALineFeedWithAnOptionalCarriageReturn) {
 TEST(SheetLines, GoOnWithTheRestOfALongLine) {
   const std::string whole(399, 'x');
   EXPECT_EQ(LinesOf(whole + "rest\nnext\n"), (std::vector<std::string>{whole, "rest", "next"}));
-  // Its line feed counts, and comes as an empty line when there is no room for it.
+  // Its line feed counts, and becomes an empty line if there is no room for it.
   EXPECT_EQ(LinesOf(whole + "\nnext\n"), (std::vector<std::string>{whole, "", "next"}));
   const std::string shorter(398, 'x');
   EXPECT_EQ(LinesOf(shorter + "\nnext\n"), (std::vector<std::string>{shorter, "next"}));

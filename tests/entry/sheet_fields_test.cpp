@@ -62,7 +62,7 @@ TEST_F(SheetFieldsTest, BlankFieldsAreNoFaultWhereATextStands) {
   EXPECT_EQ(spec.activityColumn, ColumnBlank);
   EXPECT_EQ(spec.speciesAlways, "Oru");
   EXPECT_EQ(spec.dateAlways, "2003-5-31");
-  EXPECT_FALSE(spec.focalAlways);  // and no focal animal is no fault either
+  EXPECT_FALSE(spec.focalAlways);  // a missing focal animal is not a fault either
 }
 
 TEST_F(SheetFieldsTest, TheSkipCountTakesLettersAsAColumnDoes) {
@@ -159,7 +159,7 @@ TEST_F(SheetFieldsTest, MeasuresAreReadOnlyIfTheMapNamesTheFirst) {
   fields[SheetSm2Code] = "feed";
   fields[SheetSm3] = "I";
   EXPECT_EQ(SpecOf(fields).smColumn[2], ColumnBlank);
-  map.smName[1] = "leaf";  // the second alone is not enough
+  map.smName[1] = "leaf";  // the second is not enough
   EXPECT_EQ(SpecOf(fields).smColumn[1], ColumnBlank);
   map.smName = {"fruit", std::nullopt, std::nullopt};  // and the first is enough for all
   const ImportSpec spec = SpecOf(fields);

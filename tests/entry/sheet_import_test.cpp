@@ -310,7 +310,7 @@ TEST_F(SheetImportTest, AtTheEndTheLastRowTellsWhenTheStopEnds) {
   // Also if it has no time, which counts as midnight.
   Import(map, Row("1000", "Main0") + Row("", "Main0"));
   EXPECT_EQ(Follows(map).front(), "Oru/Ulo/2003-5-31: 10:00-00:00@Main0+-600");
-  // A row that is passed over tells nothing.
+  // A skipped row has no effect.
   Import(map, Row("1000", "Main0") + "\tUlo\t2003-5-31\t1300\tMain0\n");
   EXPECT_EQ(Follows(map).front(), "Oru/Ulo/2003-5-31: 10:00-10:00@Main0+0");
 }
@@ -320,7 +320,7 @@ TEST_F(SheetImportTest, PmMovesATimeOnlyBehindAPlainNumber) {
   Import(map, Row("2:30 pm", "Main0") + Row("3:00PM", "Main100"));
   EXPECT_EQ(Follows(map), (Texts{"Oru/Ulo/2003-5-31: 02:30-03:00@Main0+30 03:00-03:00@Main100+0"}));
   EXPECT_EQ(Asked(), Texts{});
-  Import(map, Row("230pm", "Main0"));  // which is no time that is taken
+  Import(map, Row("230pm", "Main0"));  // which is not a valid time
   EXPECT_EQ(Asked().size(), 1U);
 }
 
@@ -410,7 +410,7 @@ TEST_F(SheetImportTest, AddStopPointLengthensByTheScansThatTheStopLasts) {
   EXPECT_EQ(AddStopPoint(map, trail, place, 600, 624, "Camp", {0, 0, 5}).name, "10:00-10:29");
   EXPECT_EQ(AddStopPoint(map, trail, place, 600, 620, "Camp", {4, 6, 0}).name, "10:00-10:20");
   EXPECT_EQ(AddStopPoint(map, trail, place, 600, 600, "Camp", {0, 1, 0}).name, "10:00-10:05");
-  // Seven minutes backwards are no scans, and a count of 0 is as many.
+  // Seven minutes backwards are 0 scans, which a count of 0 equals.
   EXPECT_EQ(AddStopPoint(map, trail, place, 600, 593, "Camp", {0, 0, 0}).name, "10:00-09:58");
   const Point& last = AddStopPoint(map, trail, place, 600, 2147483647, "Camp", {429496610, 0, 0});
   EXPECT_EQ(last.duration, static_cast<std::int16_t>(2147483647 - 600));
@@ -686,8 +686,7 @@ TEST_F(SheetImportTest, TheRestOfALongRowIsARowThatSaysNothing) {
 
 // --- A plain telling of the same ------------------------------------------------------------
 
-/// What stops a sheet gives, told once more for the simplest columns and without measures: time,
-/// place, and whether the place is known, in three letters.
+/// The stops of a sheet, computed in another way, for the simplest columns and without measures.
 std::string ExpectedStops(const std::vector<std::pair<int, std::string>>& rows) {
   std::string told;
   std::string place;

@@ -1,4 +1,4 @@
-# Shows on one pair of files that compare_golden tells equal from different.
+# Checks on one pair of files that compare_golden sees a difference.
 #   cmake -D COMPARE=<program> -D CASE=<pair> -D WORK_DIR=<scratch> -P compare_finds_faults.cmake
 cmake_minimum_required(VERSION 3.25)
 

@@ -100,7 +100,7 @@ std::vector<std::string> JsonFaults(const std::string& expectedText,
   return faults;
 }
 
-/// Cuts a text behind each line feed, so that a missing one at the end is a difference too.
+/// Cuts a text after each line feed, so that a missing one at the end is a difference too.
 std::vector<std::string_view> LinesOf(std::string_view text) {
   std::vector<std::string_view> lines;
   while (!text.empty()) {

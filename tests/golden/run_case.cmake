@@ -1,4 +1,4 @@
-# Runs one golden case and compares what came out with the files beside the map; see
+# Runs one golden case and compares the output with the files beside the map; see
 # add_golden_case. With RENEW_GOLDEN in the environment it writes those files instead: `renew` sets
 # it, and the change is to be read before it is committed.
 cmake_minimum_required(VERSION 3.25)
@@ -60,7 +60,7 @@ function(check expected actual)
     if(size EQUAL 0)
       file(REMOVE ${expected})
     elseif(NOT different EQUAL 0)
-      # What differs in nothing but a last digit or today's date stays as it is.
+      # A file that differs only in a last digit or in the date of today is kept.
       file(COPY_FILE ${actual} ${expected})
     endif()
     return()
@@ -78,7 +78,7 @@ function(check expected actual)
   endif()
   execute_process(COMMAND ${COMPARE} ${expected} ${actual} RESULT_VARIABLE different)
   if(NOT different EQUAL 0)
-    message(SEND_ERROR "${actual} is not as ${expected} tells")
+    message(SEND_ERROR "${actual} differs from ${expected}")
   endif()
 endfunction()
 

@@ -29,7 +29,7 @@ struct ExportFixture : MapFixture {
   TemporaryFolder folder;
 
   ExportFixture() {
-    workspace.today = [] { return PackDate(2003, 3, 14); };  // stands in every table
+    workspace.today = [] { return PackDate(2003, 3, 14); };  // is in every table
   }
 
   /// An empty map to which the helpers below add.

@@ -44,7 +44,7 @@ TEST(AreaShape, OfPlacesOnOneLineIsThatLineFromEndToEnd) {
   expectLine({{30.001, 1.001}, {30.002, 1.003}, {30.0035, 1.006}, {30.004, 1.007}},
              {{{30.001, 1.001}, {30.004, 1.007}}});
   expectLine({{179, 0}, {-179, 0}, {180, 0}}, {{{179, 0}, {180, 0}}, {{-180, 0}, {-179, 0}}});
-  // A ring that crosses itself may have no area either, and is no line.
+  // A ring that crosses itself may have an area of 0 too, but is not a line.
   EXPECT_EQ(AreaShape({{0, 0}, {1, 1}, {1, 0}, {0, 1}}).kind, GeoKind::Area);
   EXPECT_EQ(AreaShape({{0, 0}, {1, 0}, {0.5, 1e-6}}).kind, GeoKind::Area);
 }

@@ -14,7 +14,7 @@ struct ShapefileFailures : ExportFixture {
   FileSystem system = SystemFiles();
 
   bool ExportWith(Map& map) { return ExportShapefiles(map, folder.Path(), {}, system).complete; }
-  /// Old files of the points, which have to stand as they were.
+  /// Old files of the points, which must not change.
   void PutOldPoints() const {
     for (const char* ending : {"shp", "shx", "dbf"}) {
       folder.Write(std::string("points.") + ending, "old");

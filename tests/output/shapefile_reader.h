@@ -63,12 +63,12 @@ struct ReadPlace {
 
 struct ReadRecord {
   std::uint32_t number = 0;
-  std::uint32_t words = 0;  ///< told
+  std::uint32_t words = 0;  ///< of the header
   size_t bytes = 0;         ///< of the content, up to the next record
   std::uint32_t type = 0;
   double box[4] = {};
   std::vector<ReadPlace> places;
-  std::vector<double> rest;  ///< doubles behind the places
+  std::vector<double> rest;  ///< doubles after the places
 };
 
 struct ReadField {
