@@ -42,7 +42,7 @@ const std::array<GisOption, 8>& GisOptions() {
       {&GisTrailFields::color, "--color", "COLOR", "the colour of their lines; black if not given"},
       {&GisTrailFields::subSample, "--subsample", "N", "take every N-th fix"},
       {&GisTrailFields::minimumDistance, "--minimum-distance", "METRES",
-       "pass over fixes nearer than that"},
+       "skip fixes nearer than that"},
   }};
   return Options;
 }

@@ -166,7 +166,7 @@ void AddRanges(CommandLine& line) {
 
 void AddImport(CommandLine& line) {
   auto request = std::make_shared<ImportRequest>();
-  CLI::App* command = AddMapCommand(line, "import", "Take a follow sheet into the map");
+  CLI::App* command = AddMapCommand(line, "import", "Import a follow sheet into the map");
   command->add_option("SHEET", request->sheet, "tab-separated text, a row a line")->required();
   command->add_option("-o,--output", request->output, "the map to write; - for standard output")
       ->required()
@@ -185,7 +185,7 @@ void AddImport(CommandLine& line) {
 void AddImportGis(CommandLine& line) {
   auto request = std::make_shared<ImportGisRequest>();
   CLI::App* command =
-      AddMapCommand(line, "import-gis", "Take GPS tracks and waypoints into the map");
+      AddMapCommand(line, "import-gis", "Import GPS tracks and waypoints into the map");
   command->add_option("FILE", request->file, "comma-separated text or GPX")->required();
   command->add_option("-o,--output", request->output, "the map to write; - for standard output")
       ->required()

@@ -86,7 +86,7 @@ void TellLeftOut(const LeftOutLines& leftOut, std::string_view name, Messages& m
 
 void TellDamage(std::string_view text, std::string_view name, Messages& messages) {
   if (text.find('\0') == std::string_view::npos) return;
-  NoteError(messages, "File %s holds bytes that are no text; it may be damaged", {name});
+  NoteError(messages, "File %s holds bytes that are not text; it may be damaged", {name});
 }
 
 }  // namespace orvane

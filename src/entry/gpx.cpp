@@ -108,7 +108,7 @@ class GpxWalk {
     origin_.GoToLine(file_.leftOut.firstLine);
     TellLeftOut(file_.leftOut, fileName_, messages_);
     origin_.GoToLine(0);
-    if (!isGpx_ && !isBroken_) NoteError(messages_, "%s is no GPX file", {fileName_});
+    if (!isGpx_ && !isBroken_) NoteError(messages_, "%s is not a GPX file", {fileName_});
     origin_.GoToLine(routeLine_);
     if (routeLine_ > 0) NoteWarning(messages_, "%s: routes are left out", {fileName_});
     std::erase_if(file_.tracks, [](const GisTrack& track) { return track.fixes.empty(); });

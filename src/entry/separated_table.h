@@ -7,12 +7,12 @@
 
 namespace orvane {
 
-/// Tables as spreadsheet programs save them: a row a line, cells between separators, cells that hold
-/// a separator or a line end in double quotes.
+/// Tables as spreadsheet programs save them: a row a line, cells between separators, cells that
+/// hold a separator or a line end in double quotes.
 
 /// \return the text of a file in UTF-8, without a byte order mark: UTF-16 or UTF-8 by that mark;
-///         without one UTF-8 if all of it is valid, else Latin-1. A half character of UTF-16 becomes
-///         U+FFFD.
+///         without one UTF-8 if all of it is valid, else Latin-1. A half character of UTF-16
+///         becomes U+FFFD.
 std::string TableText(std::string_view bytes);
 
 struct TableRow {
@@ -20,10 +20,10 @@ struct TableRow {
   size_t line = 0;                 ///< of the text, where the row begins, from 1
 };
 
-/// Cuts a text into rows. A row ends at LF, CR or CR LF. A cell that begins with a double quote runs
-/// to the next single one and may hold separators and line ends; a doubled quote in it is one quote,
-/// what follows it up to the separator is skipped, and without a closing quote it takes in the rest
-/// of the text.
+/// Cuts a text into rows. A row ends at LF, CR or CR LF. A cell that begins with a double quote
+/// runs to the next single one and may hold separators and line ends; a doubled quote in it is one
+/// quote, what follows it up to the separator is skipped, and without a closing quote it takes in
+/// the rest of the text.
 class TableRows {
  public:
   /// \param text  not copied, must outlive this

@@ -43,7 +43,7 @@ std::optional<FollowSheet> ReadSheet(Messages& messages, const std::string& path
     sheet.text = bytes->substr(bytes->starts_with(Utf8Mark) ? Utf8Mark.size() : 0);
   }
   if (sheet.text.find('\0') != std::string::npos) {
-    NoteError(messages, "File %s holds bytes that are no text; it may be damaged", {path});
+    NoteError(messages, "File %s holds bytes that are not text; it may be damaged", {path});
   }
   return sheet;
 }

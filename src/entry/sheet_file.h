@@ -16,7 +16,7 @@ struct FollowSheet {
   char separator = '\t';  ///< between the cells of the file
   std::vector<size_t> rowLines =
       {};  ///< the line of the file where each line of `text` begins; empty
-           ///< if they are the same
+           /// < if they are the same
 };
 
 /// Reads a sheet. A file whose name ends in ".csv", in any case, goes through `SheetFromCsv`. Any
@@ -26,7 +26,8 @@ struct FollowSheet {
 std::optional<FollowSheet> ReadSheet(Messages& messages, const std::string& path);
 
 /// Turns comma-separated text (see separated_table.h) into a sheet. Its separator may also be a
-/// semicolon or a tab. Tabs and line ends within a cell become blanks. The text is UTF-8 afterwards.
+/// semicolon or a tab. Tabs and line ends within a cell become blanks. The text is UTF-8
+/// afterwards.
 FollowSheet SheetFromCsv(std::string_view bytes);
 
 }  // namespace orvane

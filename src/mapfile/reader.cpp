@@ -207,7 +207,7 @@ void ReadTextInto(LineContext& context, std::string_view text) {
       state.openFiles.empty() ? map.shownName : state.openFiles.back().shownName;
   OriginScope origin(context.messages, file);
   if (text.find('\0') != std::string_view::npos) {
-    NoteError(context.messages, "File %s holds bytes that are no text; it may be damaged", {file});
+    NoteError(context.messages, "File %s holds bytes that are not text; it may be damaged", {file});
   }
   LineReader lines(text, LongestMapLine);
   ProgressSteps steps(context.workspace.progress, WorkStage::Reading, text.size(), LinesOfStep);

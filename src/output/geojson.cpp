@@ -390,7 +390,7 @@ bool ExportGeoJson(Map& map, const std::string& path, const FileSystem& system) 
     return written;
   });
   if (!written || !file.Flush() || !file.TakeName()) {
-    NoteError(messages, "Error while writing %s; the old file, if any, stands as it was", {path});
+    NoteError(messages, "Error while writing %s; the old file, if any, is unchanged", {path});
     return false;
   }
   FlushDirectoryOf(file.Path());

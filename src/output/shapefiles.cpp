@@ -76,7 +76,7 @@ ShapefileOutcome ShapefileExport::Finish() {
       continue;
     }
     NoteError(map_.workspace->messages,
-              "Error while writing %s; its old files, if any, stand as they were", {set.Path()});
+              "Error while writing %s; its old files, if any, are unchanged", {set.Path()});
     done_ = false;
   }
   steps_.Next(0);

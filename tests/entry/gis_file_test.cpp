@@ -167,7 +167,7 @@ TEST_F(GisLines, NulBytesAreToldAndCostTheirLine) {
   text[text.size() - 2] = '\0';
   const GisFile file = Read(text);
   EXPECT_EQ(WaypointNames(file), Texts{"A"});
-  EXPECT_EQ(Said(), (Texts{"File gps.txt holds bytes that are no text; it may be damaged",
+  EXPECT_EQ(Said(), (Texts{"File gps.txt holds bytes that are not text; it may be damaged",
                            "gps.txt: line 3 has no position and is left out"}));
 }
 
@@ -370,7 +370,7 @@ TEST_F(Gpx, EntitiesAreRefusedWhereTheyAreDeclared) {
 TEST_F(Gpx, OtherXmlIsToldToBeNone) {
   const GisFile file = Read("<kml><wpt lat='1' lon='1'/></kml>");
   EXPECT_TRUE(file.waypoints.empty());
-  EXPECT_EQ(Said(), Texts{"gps.txt is no GPX file"});
+  EXPECT_EQ(Said(), Texts{"gps.txt is not a GPX file"});
 }
 
 TEST_F(Gpx, OtherEncodingsAreRead) {

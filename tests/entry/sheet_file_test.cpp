@@ -46,7 +46,7 @@ TEST_F(ReadSheetTest, ReadsAFileWithZeroBytesAllTheSame) {
   const std::string text = "Oru\0\tUlo\n"s;
   const std::string path = folder.Write("a.txt", text);
   EXPECT_EQ(ReadSheet(messages, path)->text, text);
-  ExpectOneError("File " + path + " holds bytes that are no text; it may be damaged");
+  ExpectOneError("File " + path + " holds bytes that are not text; it may be damaged");
 }
 
 TEST_F(ReadSheetTest, TurnsACsvFileIntoRowsWithTabs) {

@@ -270,7 +270,7 @@ TEST_F(ReadFileTest, BytesThatAreNoTextAreToldOfAndTheRestIsKept) {
   Map& map = MakeMap(workspace, path);
   EXPECT_TRUE(ReadMapFile(map, path));
   ASSERT_EQ(Said().size(), 1U);
-  EXPECT_EQ(Said()[0], "File " + path + " holds bytes that are no text; it may be damaged");
+  EXPECT_EQ(Said()[0], "File " + path + " holds bytes that are not text; it may be damaged");
   Named(map, std::string_view("a\0b", 3));
   Named(map, "c");
   EXPECT_EQ(map.comments, Texts{std::string("#\0", 2)});

@@ -203,7 +203,7 @@ TEST_F(GeoJson, ReplacesAFileWhenItIsWhole) {
   EXPECT_EQ(folder.Read("a.geojson"), "old");
   EXPECT_FALSE(ExportGeoJson(map, folder.Path("nowhere/a.geojson")));
   EXPECT_EQ(Said(), (Texts{"Error while writing " + folder.Path("a.geojson") +
-                               "; the old file, if any, stands as it was",
+                               "; the old file, if any, is unchanged",
                            "Can't open " + folder.Path("nowhere/a.geojson") + " for writing"}));
   EXPECT_TRUE(ExportGeoJson(map, folder.Path("a.geojson")));
   EXPECT_FALSE(Json::parse(folder.Read("a.geojson"), nullptr, false).is_discarded());

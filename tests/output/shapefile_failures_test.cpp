@@ -112,7 +112,7 @@ TEST_F(ShapefileFailures, OfTheFlushLeaveTheOldFiles) {
   EXPECT_FALSE(ExportWith(map));
   EXPECT_EQ(Said().size(), 6U);
   EXPECT_EQ(Said()[0], "Error while writing " + folder.Path("points.shp") +
-                           "; its old files, if any, stand as they were");
+                           "; its old files, if any, are unchanged");
   ExpectOldPoints();
   EXPECT_EQ(FilesThere().size(), 3U);
 }
