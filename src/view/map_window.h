@@ -26,6 +26,7 @@ enum MapWindowFlag : std::uint32_t {
   MapWindowNotesDue = 2048,    ///< the map's notes are to be shown
   MapWindowNotesShown = 4096,  ///< the map's notes are up
   MapWindowSelection = 8192,   ///< `selection` holds a rubber band
+  MapWindowAreaShown = 16384,  ///< `selection` is an area for the printer, and its box is shown
 };
 
 /// Takes the places that are clicked while it is set as the target of a view.

@@ -24,9 +24,14 @@ PointerOutcome UseBand(MapWindow& view, const PointerKeys& keys, bool panning) {
   view.selection[0] = ScreenToMap(view, view.pressPoint);
   view.selection[1] = ScreenToMap(view, view.pointer);
   view.flags |= MapWindowSelection;
+  view.flags &= ~std::uint32_t{MapWindowAreaShown};
   if (keys.shift || keys.control || panning || view.transectMode) {
     outcome.transectDrawn = view.transectMode || keys.control;
-    if (outcome.transectDrawn) view.transectMode = true;
+    if (outcome.transectDrawn) {
+      view.transectMode = true;
+    } else if (!panning) {
+      view.flags |= MapWindowAreaShown;
+    }
   } else {
     ZoomToPixels(view, view.pressPoint, view.pointer);
     outcome.viewMoved = true;
@@ -77,6 +82,23 @@ PointerOutcome ReleasePointer(MapWindow& view, Pixel at, const PointerKeys& keys
   }
   const int length = std::abs(at.y - view.pressPoint.y) + std::abs(at.x - view.pressPoint.x);
   return length > smallestBand ? UseBand(view, keys, panning) : PointerOutcome{};
+}
+
+bool PanBy(MapWindow& view, int columns, int rows) {
+  if ((view.flags & MapWindowDrag) != 0 || (columns == 0 && rows == 0)) return false;
+  const Pixel pressed = view.pressPoint;
+  view.pressPoint = {0, 0};
+  PanTo(view, {columns, rows});
+  view.pressPoint = pressed;
+  return true;
+}
+
+bool EscapePointer(MapWindow& view) {
+  constexpr std::uint32_t Ended = MapWindowDrag | MapWindowPan | MapWindowAreaShown;
+  const bool ends = (view.flags & (MapWindowDrag | MapWindowAreaShown)) != 0 || view.transectMode;
+  view.flags &= ~Ended;
+  view.transectMode = false;
+  return ends;
 }
 
 void CancelPointer(MapWindow& view) { view.flags &= ~std::uint32_t{MapWindowDrag | MapWindowPan}; }

@@ -36,8 +36,8 @@ bool MovePointer(MapWindow& view, Pixel at);
 
 /// The button is let go. With an input target the place of the press goes there. Otherwise a band
 /// longer than `smallestBand` becomes the `selection`, and then: a transect with control held or in
-/// `transectMode` (which control sets), nothing more with shift or after a pan, else a zoom to the
-/// band. What follows no press is nothing.
+/// `transectMode` (which control sets), the area for the printer with shift (`MapWindowAreaShown`),
+/// nothing more after a pan, else a zoom to the band. What follows no press is nothing.
 /// \param smallestBand  `SmallestBand` in pixels of the view, so that a hand that shakes a little
 ///                      draws no band on a screen of fine pixels either
 PointerOutcome ReleasePointer(MapWindow& view, Pixel at, const PointerKeys& keys,
@@ -45,6 +45,15 @@ PointerOutcome ReleasePointer(MapWindow& view, Pixel at, const PointerKeys& keys
 
 /// Ends a drag without any effect, as when the window loses the mouse.
 void CancelPointer(MapWindow& view);
+
+/// Moves the map by whole pixels, right and down above 0, as two fingers or a wheel do.
+/// \return true if the map is to be drawn anew; false during a drag, and for no pixels
+bool PanBy(MapWindow& view, int columns, int rows);
+
+/// Escape: ends a drag without any effect, the transect mode, and the box around the area for the
+/// printer. The `selection` itself stays until the next one.
+/// \return false if there was nothing to end
+bool EscapePointer(MapWindow& view);
 
 /// Scrolls towards a pixel outside of the window, faster the farther it is; `pressPoint` is moved
 /// by as many pixels. Along the columns each logical pixel moves the map by a metre, whatever the

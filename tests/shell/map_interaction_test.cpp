@@ -68,6 +68,20 @@ class MapInteraction : public testing::Test {
     Release(to, keys);
   }
 
+  struct WheelTurn {
+    QPoint pixels{};
+    QPoint turn{};
+    Qt::ScrollPhase phase = Qt::NoScrollPhase;
+    Qt::KeyboardModifiers keys = Qt::NoModifier;
+  };
+  /// A turn of the wheel, or two fingers on a touch pad, over the middle of the view.
+  void Wheel(const WheelTurn& turn) {
+    const QPointF at(Width / 2.0, Height / 2.0);
+    QWheelEvent event(at, widget_->mapToGlobal(at), turn.pixels, turn.turn, Qt::NoButton, turn.keys,
+                      turn.phase, false);
+    QApplication::sendEvent(widget_.get(), &event);
+  }
+
   /// Pixels of the marker's colour.
   int MarkerPixels() {
     const QImage image = Grabbed();
@@ -169,6 +183,35 @@ TEST_F(MapInteraction, InTransectModeTheCursorIsACrossAndABandATransect) {
   EXPECT_EQ(drawn.size(), 1);
   widget_->SetTransectMode(false);
   EXPECT_EQ(widget_->cursor().shape(), Qt::ArrowCursor);
+}
+
+TEST_F(MapInteraction, WithoutATakerTransectModeEndsWithTheDrag) {
+  Drag({100, 50}, {200, 110}, Qt::ControlModifier);
+  EXPECT_FALSE(View().transectMode);
+  EXPECT_EQ(widget_->cursor().shape(), Qt::ArrowCursor);
+  Drag({100, 50}, {200, 110});
+  EXPECT_FLOAT_EQ(View().scale, 4);  // an ordinary band zooms again
+}
+
+TEST_F(MapInteraction, EscapeEndsTransectMode) {
+  QSignalSpy drawn(widget_.get(), &MapView::transectDrawn);
+  Drag({100, 50}, {200, 110}, Qt::ControlModifier);
+  EXPECT_EQ(widget_->cursor().shape(), Qt::CrossCursor);
+  QTest::keyClick(widget_.get(), Qt::Key_Escape);
+  EXPECT_FALSE(View().transectMode);
+  EXPECT_EQ(widget_->cursor().shape(), Qt::ArrowCursor);
+}
+
+TEST_F(MapInteraction, TheAreaForThePrinterStaysVisibleUntilEscape) {
+  Drag({100, 50}, {200, 110}, Qt::ShiftModifier);
+  EXPECT_GT(BlackAlong(Grabbed(), {100, 50}, {200, 50}), 30);
+  EXPECT_GT(BlackAlong(Grabbed(), {200, 50}, {200, 110}), 20);
+  QTest::keyClick(widget_.get(), Qt::Key_Right);  // it moves with the map
+  EXPECT_EQ(BlackAlong(Grabbed(), {180, 50}, {200, 50}), 0);
+  EXPECT_GT(BlackAlong(Grabbed(), {60, 50}, {160, 50}), 30);
+  QTest::keyClick(widget_.get(), Qt::Key_Escape);
+  EXPECT_EQ(BlackAlong(Grabbed(), {60, 50}, {160, 50}), 0);
+  EXPECT_TRUE(HasFlag(MapWindowSelection));
 }
 
 TEST_F(MapInteraction, EscapeGivesABandUp) {
@@ -298,6 +341,42 @@ TEST_F(MapInteraction, WhatIsNotFoundChangesNothing) {
   const double top = View().top;
   EXPECT_FALSE(widget_->Find("Nowhere"));
   EXPECT_EQ(View().top, top);
+}
+
+TEST_F(MapInteraction, TwoFingersOnATouchPadMoveTheMap) {
+  const LatLon place = Under(200, 150);
+  Wheel({.pixels = {30, -20}, .turn = {60, -40}, .phase = Qt::ScrollUpdate});
+  EXPECT_FLOAT_EQ(View().scale, 1);
+  EXPECT_NEAR(Under(230, 130).lat, place.lat, PixelDegrees / 10);
+  EXPECT_NEAR(Under(230, 130).lon, place.lon, PixelDegrees / 10);
+  // Where the platform does not count pixels, a notch is 60 of them.
+  Wheel({.turn = {-60, 40}, .phase = Qt::ScrollUpdate});
+  EXPECT_NEAR(Under(200, 150).lat, place.lat, PixelDegrees / 10);
+  EXPECT_NEAR(Under(200, 150).lon, place.lon, PixelDegrees / 10);
+}
+
+TEST_F(MapInteraction, TwoFingersWithControlZoom) {
+  Wheel({.pixels = {0, 60},
+         .turn = {0, 240},
+         .phase = Qt::ScrollUpdate,
+         .keys = Qt::ControlModifier});
+  EXPECT_FLOAT_EQ(View().scale, 2);
+}
+
+TEST_F(MapInteraction, AWheelToTheSideMovesTheMapToTheSide) {
+  const LatLon place = Under(200, 150);
+  Wheel({.turn = {-120, 0}});
+  EXPECT_NEAR(Under(140, 150).lon, place.lon, PixelDegrees / 10);
+  EXPECT_NEAR(Under(140, 150).lat, place.lat, PixelDegrees / 10);
+  EXPECT_FLOAT_EQ(View().scale, 1);
+  Wheel({.turn = {0, 240}});
+  EXPECT_FLOAT_EQ(View().scale, 2);
+}
+
+TEST_F(MapInteraction, TinyStepsOfTwoFingersAddUp) {
+  const LatLon place = Under(200, 150);
+  for (int i = 0; i < 20; ++i) Wheel({.turn = {1, 0}, .phase = Qt::ScrollUpdate});
+  EXPECT_NEAR(Under(210, 150).lon, place.lon, PixelDegrees / 10);
 }
 
 TEST_F(MapInteraction, APinchOfATouchPadZoomsAboutThePointer) {

@@ -111,6 +111,61 @@ TEST(Pointer, ShiftSelectsWithoutAnythingElse) {
   EXPECT_FALSE(c.view.transectMode);
 }
 
+TEST(Pointer, TheAreaForThePrinterIsShownUntilTheNextSelection) {
+  ViewCase c;
+  Drag(c.view, {100, 50}, {200, 110}, {.shift = true});
+  EXPECT_NE(c.view.flags & MapWindowAreaShown, 0U);
+  Drag(c.view, {100, 50}, {101, 51});  // too short for a band
+  EXPECT_NE(c.view.flags & MapWindowAreaShown, 0U);
+  Drag(c.view, {100, 50}, {200, 110});
+  EXPECT_EQ(c.view.flags & MapWindowAreaShown, 0U);
+  Drag(c.view, {100, 50}, {200, 110}, {.shift = true, .control = true});
+  EXPECT_EQ(c.view.flags & MapWindowAreaShown, 0U);
+}
+
+TEST(Pointer, EscapeHidesTheAreaAndKeepsTheSelection) {
+  ViewCase c;
+  EXPECT_FALSE(EscapePointer(c.view));
+  Drag(c.view, {100, 50}, {200, 110}, {.shift = true});
+  EXPECT_TRUE(EscapePointer(c.view));
+  EXPECT_EQ(c.view.flags & MapWindowAreaShown, 0U);
+  EXPECT_TRUE(HasSelection(c.view));
+  EXPECT_FALSE(EscapePointer(c.view));
+}
+
+TEST(Pointer, EscapeEndsTransectModeAndADrag) {
+  ViewCase c;
+  c.view.transectMode = true;
+  EXPECT_TRUE(EscapePointer(c.view));
+  EXPECT_FALSE(c.view.transectMode);
+  PressPointer(c.view, {10, 10}, true);
+  EXPECT_TRUE(EscapePointer(c.view));
+  EXPECT_EQ(c.view.flags & (MapWindowDrag | MapWindowPan), 0U);
+}
+
+TEST(Pointer, PanByMovesTheMapAlsoWhenTurned) {
+  for (const float rotation : {0.0F, 30.0F}) {
+    ViewCase c;
+    c.view.rotation = rotation;
+    c.view.pressPoint = {7, 9};
+    const LatLon place = ScreenToMap(c.view, {100, 50});
+    EXPECT_TRUE(PanBy(c.view, 40, -25));
+    const Pixel now = MapToScreen(c.view, place);
+    EXPECT_NEAR(now.x, 140, 1);
+    EXPECT_NEAR(now.y, 25, 1);
+    EXPECT_EQ(c.view.pressPoint.x, 7);
+    EXPECT_FALSE(PanBy(c.view, 0, 0));
+  }
+}
+
+TEST(Pointer, PanByWaitsForADragToEnd) {
+  ViewCase c;
+  PressPointer(c.view, {10, 10}, false);
+  const double top = c.view.top;
+  EXPECT_FALSE(PanBy(c.view, 40, -25));
+  EXPECT_EQ(c.view.top, top);
+}
+
 TEST(Pointer, ControlDrawsATransect) {
   ViewCase c;
   const PointerOutcome outcome = Drag(c.view, {100, 50}, {200, 110}, {.control = true});

@@ -13,11 +13,13 @@
 
 #include <QGestureEvent>
 #include <QKeyEvent>
+#include <QMetaMethod>
 #include <QMouseEvent>
 #include <QNativeGestureEvent>
 #include <QPaintEvent>
 #include <QPainter>
 #include <QPinchGesture>
+#include <QPointingDevice>
 #include <QWheelEvent>
 
 #include <cmath>
@@ -27,6 +29,8 @@ namespace {
 
 /// Two notches of a wheel double the scale. A notch is 120 units; touch pads give fewer at a time.
 constexpr double WheelUnitsPerDoubling = 240;
+/// How far a notch moves the map: 60 pixels, as in a list.
+constexpr double PixelsPerWheelUnit = 0.5;
 
 constexpr QRgb HintRgb = 0xFF757575;
 
@@ -35,6 +39,12 @@ constexpr double BandDash = 4;
 
 PointerKeys KeysOf(Qt::KeyboardModifiers modifiers) {
   return {modifiers.testFlag(Qt::ShiftModifier), modifiers.testFlag(Qt::ControlModifier)};
+}
+
+/// True for two fingers on a touch pad. Only they have phases, or name themselves.
+bool IsTwoFingers(const QWheelEvent& event) {
+  return event.phase() != Qt::NoScrollPhase ||
+         event.pointingDevice()->type() == QInputDevice::DeviceType::TouchPad;
 }
 
 }  // namespace
@@ -143,7 +153,12 @@ void MapView::paintEvent(QPaintEvent* event) {
   QPainter painter(this);
   painter.setClipRegion(event->region());
   painter.drawImage(0, 0, buffer_);
-  if (IsBandDrawn(view_)) PaintBand(painter);
+  if (IsBandDrawn(view_)) {
+    PaintBand(painter, view_.pressPoint, view_.pointer, view_.transectMode || controlHeld_);
+  } else if ((view_.flags & MapWindowAreaShown) != 0) {
+    PaintBand(painter, MapToScreen(view_, view_.selection[0]),
+              MapToScreen(view_, view_.selection[1]), false);
+  }
   if (!HasPoints(*view_.map)) PaintHint(painter);
   if (wasPainted_) return;
   wasPainted_ = true;
@@ -152,15 +167,15 @@ void MapView::paintEvent(QPaintEvent* event) {
   notesTimer_.start(NotesDelayMilliseconds);
 }
 
-void MapView::PaintBand(QPainter& painter) const {
+void MapView::PaintBand(QPainter& painter, Pixel begin, Pixel end, bool asLine) const {
   const double ratio = devicePixelRatioF();
   const int width = std::max(1, static_cast<int>(std::lround(ratio)));
   painter.save();
   painter.scale(1 / ratio, 1 / ratio);
   painter.setBrush(Qt::NoBrush);
   const QPointF middle(width % 2 == 0 ? 0 : 0.5, width % 2 == 0 ? 0 : 0.5);
-  const QPointF from = QPointF(view_.pressPoint.x, view_.pressPoint.y) + middle;
-  const QPointF to = QPointF(view_.pointer.x, view_.pointer.y) + middle;
+  const QPointF from = QPointF(begin.x, begin.y) + middle;
+  const QPointF to = QPointF(end.x, end.y) + middle;
   // White under black dashes: seen on every colour.
   QPen pen(Qt::white, width);
   pen.setCapStyle(Qt::FlatCap);
@@ -171,7 +186,7 @@ void MapView::PaintBand(QPainter& painter) const {
       pen.setDashPattern({BandDash, BandDash});
     }
     painter.setPen(pen);
-    if (view_.transectMode || controlHeld_) {
+    if (asLine) {
       painter.drawLine(from, to);
     } else {
       painter.drawRect(QRectF(from, to).normalized());
@@ -288,8 +303,7 @@ void MapView::keyPressEvent(QKeyEvent* event) {
     ZoomOnPixel(view_, view_.pointer, 2);
   } else if (event->key() == Qt::Key_Minus) {
     ZoomOnPixel(view_, view_.pointer, 0.5);
-  } else if (event->key() == Qt::Key_Escape && dragged) {
-    CancelPointer(view_);
+  } else if (event->key() == Qt::Key_Escape && EscapePointer(view_)) {
     ShowCursor();
   } else if (event->key() == Qt::Key_Control && dragged) {
     controlHeld_ = true;
@@ -351,6 +365,9 @@ void MapView::mouseReleaseEvent(QMouseEvent* event) {
     update();
   }
   controlHeld_ = false;
+  // Without a window that shows transects, the next drag is an ordinary one again.
+  const bool taken = isSignalConnected(QMetaMethod::fromSignal(&MapView::transectDrawn));
+  if (outcome.transectDrawn && !taken) view_.transectMode = false;
   ShowCursor();
   Q_EMIT pointerMoved();
   if (outcome.transectDrawn) Q_EMIT transectDrawn();
@@ -371,10 +388,27 @@ void MapView::ZoomAbout(QPointF position, double factor) {
   ShowMoved();
 }
 
+void MapView::PanAlong(QPointF way) {
+  // What is less than a pixel is kept for the next event.
+  panRest_ += way * devicePixelRatioF();
+  const QPoint pixels(static_cast<int>(panRest_.x()), static_cast<int>(panRest_.y()));
+  panRest_ -= pixels;
+  if (PanBy(view_, pixels.x(), pixels.y())) ShowMoved();
+}
+
 void MapView::wheelEvent(QWheelEvent* event) {
-  const int units = event->angleDelta().y();
   event->accept();
-  if (units != 0) ZoomAbout(event->position(), std::exp2(units / WheelUnitsPerDoubling));
+  const QPoint turned = event->angleDelta();
+  const bool control = event->modifiers().testFlag(Qt::ControlModifier);
+  if (IsTwoFingers(*event) && !control) {
+    PanAlong(event->pixelDelta().isNull() ? QPointF(turned) * PixelsPerWheelUnit
+                                          : QPointF(event->pixelDelta()));
+    return;
+  }
+  if (turned.x() != 0) PanAlong(QPointF(turned.x() * PixelsPerWheelUnit, 0));
+  if (turned.y() != 0) {
+    ZoomAbout(event->position(), std::exp2(turned.y() / WheelUnitsPerDoubling));
+  }
 }
 
 bool MapView::PinchByTouchPad(const QNativeGestureEvent& event) {
@@ -389,6 +423,7 @@ bool MapView::PinchByTouch(QGestureEvent& event) {
   // The first finger has begun a rubber band by then.
   CancelPointer(view_);
   ShowCursor();
+  PanAlong(pinch->centerPoint() - pinch->lastCenterPoint());
   ZoomAbout(mapFromGlobal(pinch->centerPoint()), pinch->scaleFactor());
   return true;
 }

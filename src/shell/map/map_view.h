@@ -26,8 +26,9 @@ class MapNote;
 ///
 /// Keys: "+" and "-" double and halve the scale and centre on the place under the pointer; the
 /// arrows move by a tenth of the view, with control by a thirtieth, with shift by a hundredth;
-/// Escape gives a rubber band up. The left button draws a rubber band, any other drags the map, a
-/// double click zooms in. Wheel, two fingers and a pinch zoom about the pointer.
+/// Escape ends a rubber band, transect mode, and the box around the area for the printer. The left
+/// button draws a rubber band, any other drags the map, a double click zooms in. The wheel and a
+/// pinch zoom about the pointer; two fingers and a wheel to the side move the map.
 class MapView final : public QWidget {
   Q_OBJECT
 
@@ -76,7 +77,8 @@ class MapView final : public QWidget {
   void viewChanged();
   /// The pointer stands elsewhere, or a drag has begun or ended.
   void pointerMoved();
-  /// A transect was drawn: it runs along `View().selection`.
+  /// A transect was drawn: it runs along `View().selection`. While nothing is connected to this,
+  /// transect mode ends with each drag.
   void transectDrawn();
   /// The map has got the keyboard.
   void focusIn();
@@ -101,12 +103,15 @@ class MapView final : public QWidget {
   Pixel DevicePixel(QPointF position) const;
   void FitToWidget();
   void DrawBuffer();
-  void PaintBand(QPainter& painter) const;
+  /// \param asLine  a line from `begin` to `end`, or else the box around both
+  void PaintBand(QPainter& painter, Pixel begin, Pixel end, bool asLine) const;
   void PaintHint(QPainter& painter) const;
   bool StepByKey(const QKeyEvent& event);
   void CenterPointer();
   void ShowCursor();
   void ZoomAbout(QPointF position, double factor);
+  /// \param way  pixels of the widget, right and down
+  void PanAlong(QPointF way);
   bool PinchByTouchPad(const QNativeGestureEvent& event);
   bool PinchByTouch(QGestureEvent& event);
   void EndFind();
@@ -120,6 +125,7 @@ class MapView final : public QWidget {
   bool bufferOld_ = true;     ///< the map must be drawn again before it is shown
   bool wasPainted_ = false;   ///< the first painting has been
   bool controlHeld_ = false;  ///< during a drag: the band is going to be a transect
+  QPointF panRest_;           ///< of `PanAlong`: less than a device pixel each way
   QTimer findTimer_;          ///< ends the mark of Find
   QTimer notesTimer_;         ///< shows the note, then ends it
   MapNote* note_ = nullptr;   ///< while it is up
