@@ -371,7 +371,7 @@ void SwapRecords(std::forward_list<Item>& records, std::forward_list<Item>& remo
 /// Enters in `map.names` what a walk over its buckets meets: of each point in a bucket all names that
 /// belong there, the newest point last.
 void RebuildNames(Map& map) {
-  NameTable names(map.listMemory);
+  NameTable names(*map.listMemory);
   for (size_t bucket = 0; bucket < NameBuckets; ++bucket) {
     Addresses<Point> newestFirst;
     std::unordered_set<const Point*> met;

@@ -10,15 +10,54 @@ namespace orvane {
 namespace {
 
 template <size_t... Index>
-PointBuckets BucketsIn(std::pmr::memory_resource& memory, std::index_sequence<Index...> order) {
+PointBuckets BucketsIn(MapMemory& memory, std::index_sequence<Index...> order) {
   (void)order;
   return {((void)Index, PointList(&memory))...};
 }
 
 }  // namespace
 
-PointBuckets MakeBuckets(std::pmr::memory_resource& memory) {
+PointBuckets MakeBuckets(MapMemory& memory) {
   return BucketsIn(memory, std::make_index_sequence<NameBuckets>());
+}
+
+void SwapContents(Map& a, Map& b) noexcept {
+  using std::swap;
+  swap(a.pointMemory, b.pointMemory);
+  swap(a.listMemory, b.listMemory);
+  swap(a.fileMark, b.fileMark);
+  swap(a.basis, b.basis);
+  swap(a.magneticDeviation, b.magneticDeviation);
+  swap(a.flags, b.flags);
+  swap(a.date, b.date);
+  swap(a.contourEnabled, b.contourEnabled);
+  swap(a.contourInterval, b.contourInterval);
+  swap(a.smName, b.smName);
+  swap(a.pointHash, b.pointHash);
+  a.names.Swap(b.names);
+  swap(a.loosePoints, b.loosePoints);
+  swap(a.namelessPoints, b.namelessPoints);
+  swap(a.origin, b.origin);
+  swap(a.trails, b.trails);
+  swap(a.contourTrails, b.contourTrails);
+  swap(a.continuousContours, b.continuousContours);
+  swap(a.contourPoints.store, b.contourPoints.store);
+  swap(a.ranges, b.ranges);
+  swap(a.intersections, b.intersections);
+  swap(a.grids, b.grids);
+  swap(a.gridShades, b.gridShades);
+  swap(a.removed.trails, b.removed.trails);
+  swap(a.removed.ranges, b.removed.ranges);
+  swap(a.removed.grids, b.removed.grids);
+  swap(a.removed.gridShades, b.removed.gridShades);
+  swap(a.comments, b.comments);
+  swap(a.credits, b.credits);
+  swap(a.nameIndex, b.nameIndex);
+  swap(a.pointStore, b.pointStore);
+  swap(a.rayStore, b.rayStore);
+  for (Map* each : {&a, &b}) {
+    for (Point& point : each->pointStore) point.map = each;
+  }
 }
 
 Point& MakePoint(Map& map, std::string_view name) {

@@ -9,7 +9,7 @@
 #include <cstdint>
 #include <deque>
 #include <forward_list>
-#include <memory_resource>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -26,6 +26,7 @@ enum MapFlag : std::uint32_t {
   MapDirty = 1,         ///< changed since the last save
   MapUntitled = 2,      ///< made by New; has no file yet
   MapHasDeviation = 4,  ///< the deviation was given; otherwise the basis's is taken
+  MapUnlikeFile = 8,  ///< took in a submap or a basis since it was read, without being marked dirty
 };
 
 /// Number of buckets of `Map::pointHash`. The buckets fix the order in which loose points stand
@@ -34,7 +35,7 @@ constexpr size_t NameBuckets = 32;
 
 /// A list of points of a map, newest first: new ones are pushed to its front. It lies in the map's
 /// memory in pieces of 64, so that a walk need not wait for one item to learn where the next is.
-using PointList = std::pmr::deque<Point*>;
+using PointList = std::deque<Point*, MapAllocator<Point*>>;
 /// The buckets of `Map::pointHash`.
 using PointBuckets = std::array<PointList, NameBuckets>;
 
@@ -42,7 +43,7 @@ using PointBuckets = std::array<PointList, NameBuckets>;
 /// It holds an entry for each node of `Map::pointHash`, and answers as a walk over them would.
 class NameTable {
  public:
-  explicit NameTable(std::pmr::memory_resource& memory) : entries_(&memory) {}
+  explicit NameTable(MapMemory& memory) : entries_(&memory) {}
 
   /// Adds an entry for `name`, one of the names of `point`. All its entries of that bucket become
   /// the newest, since a walk over the bucket now meets the point first.
@@ -54,6 +55,9 @@ class NameTable {
   Point* Find(std::string_view name) const;
   /// \return true if there is an entry of `point` for `name`
   bool Holds(const Point& point, std::string_view name) const;
+
+  /// Exchanges the entries of two tables, with the memories that hold them.
+  void Swap(NameTable& other) noexcept;
 
  private:
   struct Entry {
@@ -67,15 +71,15 @@ class NameTable {
   void Insert(const Entry& entry);
   void Grow();
 
-  std::pmr::deque<Entry> entries_;     ///< oldest first
-  std::vector<std::uint32_t> heads_;   ///< index of the newest entry of each slot
+  std::deque<Entry, MapAllocator<Entry>> entries_;  ///< oldest first
+  std::vector<std::uint32_t> heads_;                ///< index of the newest entry of each slot
   std::vector<std::string> synonyms_;  ///< kept here, so that no entry walks those of its point
   /// By bucket, for points with synonyms in it: index of the point's newest entry.
   std::array<std::unordered_map<const Point*, std::uint32_t>, NameBuckets> newest_;
 };
 
 /// \return empty buckets that lie in `memory`
-PointBuckets MakeBuckets(std::pmr::memory_resource& memory);
+PointBuckets MakeBuckets(MapMemory& memory);
 
 /// Records that an edit took out of a map. They stay at their addresses, so that an edit can be taken
 /// back and pointers to them stay good. Nothing looks into these lists to draw, solve or save.
@@ -88,10 +92,10 @@ struct RemovedRecords {
 
 /// One document: everything that a map file describes. It is made in its place and never moved.
 struct Map {
-  MapMemory pointMemory;
+  std::unique_ptr<MapMemory> pointMemory = std::make_unique<MapMemory>();
   /// Of the lists of points and of the names. They are walked without their points or in another
   /// order, so they stand close together.
-  MapMemory listMemory;
+  std::unique_ptr<MapMemory> listMemory = std::make_unique<MapMemory>();
 
   Workspace* workspace = nullptr;  ///< the one that holds the map
   std::string fileName;            ///< the whole path of the file, or "Untitled"
@@ -111,11 +115,11 @@ struct Map {
 
   /// Every name and synonym of an ordinary named point, by `NameBucket`; newest first. Change it
   /// through `AddPointName` and `RemovePointName`, which keep `names` in step.
-  PointBuckets pointHash = MakeBuckets(listMemory);
-  NameTable names{listMemory};
+  PointBuckets pointHash = MakeBuckets(*listMemory);
+  NameTable names{*listMemory};
 
-  PointList loosePoints{&listMemory};     ///< named points on no trail, newest first
-  PointList namelessPoints{&listMemory};  ///< points without name or trail, newest first
+  PointList loosePoints{listMemory.get()};     ///< named points on no trail, newest first
+  PointList namelessPoints{listMemory.get()};  ///< points without name or trail, newest first
   Point* origin = nullptr;
 
   std::forward_list<Trail> trails;         ///< file order once a file is read; new ones in front
@@ -133,7 +137,7 @@ struct Map {
   const NameIndex* nameIndex = nullptr;  ///< while a `NameIndexScope` stands; null otherwise
 
   /// Every point that this map made; a deque never moves them.
-  std::pmr::deque<Point> pointStore{&pointMemory};
+  std::deque<Point, MapAllocator<Point>> pointStore{pointMemory.get()};
   std::deque<Link> rayStore;  ///< the rays of those points
 };
 
@@ -148,6 +152,10 @@ void ForEachPoint(const Map& map, Visit visit) {
   for (Point* point : map.loosePoints) visit(*point);
   for (Point* point : map.namelessPoints) visit(*point);
 }
+
+/// Exchanges what two maps hold; each keeps its address, its name and its workspace. Pointers to
+/// points, trails and ranges stay good, and lead to what the other map holds now.
+void SwapContents(Map& a, Map& b) noexcept;
 
 /// Makes a point of `map` with the given name. It enters no list.
 Point& MakePoint(Map& map, std::string_view name);

@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <memory_resource>
+#include <type_traits>
 #include <vector>
 
 namespace orvane {
@@ -47,6 +48,38 @@ class MapMemory : public std::pmr::memory_resource {
   size_t freeBytes_ = 0;
   std::array<Returned*, LargestRecord / Grain + 1> returned_{};  ///< by size in grains
   std::vector<Block> blocks_;                                    ///< oldest first
+};
+
+/// Takes the items of a container from a `MapMemory`, or from the general heap if made without
+/// one. Containers that are swapped swap their memories too.
+template <typename T>
+class MapAllocator {
+ public:
+  using value_type = T;
+  using propagate_on_container_swap = std::true_type;
+  using propagate_on_container_move_assignment = std::true_type;
+
+  MapAllocator() noexcept : memory_(std::pmr::new_delete_resource()) {}
+  /// \param memory  must outlive the container
+  MapAllocator(MapMemory* memory) noexcept : memory_(memory) {}
+  template <typename Other>
+  MapAllocator(const MapAllocator<Other>& other) noexcept : memory_(other.Memory()) {}
+
+  T* allocate(size_t count) {
+    return static_cast<T*>(memory_->allocate(count * sizeof(T), alignof(T)));
+  }
+  void deallocate(T* items, size_t count) noexcept {
+    memory_->deallocate(items, count * sizeof(T), alignof(T));
+  }
+  std::pmr::memory_resource* Memory() const noexcept { return memory_; }
+
+  template <typename Other>
+  bool operator==(const MapAllocator<Other>& other) const noexcept {
+    return memory_ == other.Memory();
+  }
+
+ private:
+  std::pmr::memory_resource* memory_;
 };
 
 }  // namespace orvane

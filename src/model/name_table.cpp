@@ -64,6 +64,13 @@ void NameTable::Grow() {
   }
 }
 
+void NameTable::Swap(NameTable& other) noexcept {
+  entries_.swap(other.entries_);
+  heads_.swap(other.heads_);
+  synonyms_.swap(other.synonyms_);
+  newest_.swap(other.newest_);
+}
+
 void NameTable::Remove(const Point& point, std::string_view name) {
   if (heads_.empty()) return;
   const std::uint32_t hash = HashOf(name);

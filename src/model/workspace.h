@@ -19,6 +19,7 @@ namespace orvane {
 struct Preferences {
   bool europeanDates = false;    ///< day before month
   bool showHiddenNames = false;  ///< draw the names that begin with `_` or `@`
+  bool smoothLines = true;       ///< draw lines on the screen and in pictures with smooth edges
 };
 
 /// A file that is being read.

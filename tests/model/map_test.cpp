@@ -1,5 +1,6 @@
 #include "model/map.h"
 
+#include "model/point_names.h"
 #include "model/workspace.h"
 
 #include <gtest/gtest.h>
@@ -105,6 +106,40 @@ TEST_F(MapTest, WalkMeetsTrailsThenLooseThenNamelessPoints) {
   std::vector<const Point*> met;
   ForEachPoint(map, [&](const Point& point) { met.push_back(&point); });
   EXPECT_EQ(met, (std::vector<const Point*>{&a, &b, &a, &b, &loose, &nameless}));
+}
+
+TEST_F(MapTest, SwappedMapsGoOnWithEachOthersContents) {
+  Map& a = MakeMap(workspace, "a.map");
+  {
+    Workspace other(messages);
+    Map& b = MakeMap(other, "b.map");
+    ResolvePointName(a, nullptr, "Camp");
+    for (int i = 0; i < 1000; ++i) ResolvePointName(b, nullptr, "P" + std::to_string(i));
+    Point& hill = *ResolvePointName(b, nullptr, "Hill=Top");
+    b.trails.emplace_front().points = {&hill};
+    b.origin = &hill;
+    b.comments.emplace_back("# new");
+    b.removed.trails.emplace_front().name = "Old";
+    SwapContents(a, b);
+    EXPECT_NE(FindPointByName(b, nullptr, "Camp"), nullptr);
+    EXPECT_EQ(FindPointByName(b, nullptr, "Hill"), nullptr);
+    EXPECT_EQ(b.workspace, &other);
+    // The other map goes with its workspace, and with it the memory of what it holds now.
+  }
+  EXPECT_EQ(a.fileName, "a.map");
+  EXPECT_EQ(a.workspace, &workspace);
+  Point* hill = FindPointByName(a, nullptr, "Top");
+  ASSERT_NE(hill, nullptr);
+  EXPECT_EQ(a.origin, hill);
+  EXPECT_EQ(hill->map, &a);
+  EXPECT_EQ(a.trails.front().points.front(), hill);
+  EXPECT_EQ(a.comments, std::vector<std::string>{"# new"});
+  EXPECT_EQ(a.removed.trails.front().name, "Old");
+  EXPECT_EQ(FindPointByName(a, nullptr, "Camp"), nullptr);
+  for (int i = 0; i < 1000; ++i) ResolvePointName(a, nullptr, "Q" + std::to_string(i));
+  for (const char* name : {"P0", "P999", "Q0", "Q999"}) {
+    EXPECT_NE(FindPointByName(a, nullptr, name), nullptr) << name;
+  }
 }
 
 }  // namespace
