@@ -4,10 +4,14 @@
 #include "base/file_names.h"
 #include "base/text.h"
 #include "mapfile/reader.h"
+#include "mapfile/reread_maps.h"
 #include "model/time_names.h"
 #include "ranges/analysis.h"
 #include "survey/positions.h"
 #include "survey/solver.h"
+
+#include <new>
+#include <vector>
 
 namespace orvane {
 
@@ -50,18 +54,59 @@ Map& OpenMap(Workspace& workspace, const std::string& name, bool* readable) {
   return map;
 }
 
+namespace {
+
+/// Lets go of the maps that were made since `newest`. Nothing but these points to what they hold,
+/// unless they rest on maps that were open before.
+void DropNewMaps(Workspace& workspace, const Map* newest) {
+  while (!workspace.maps.empty() && &workspace.maps.front() != newest) workspace.maps.pop_front();
+}
+
+/// The same where maps that were open before may have got points and readings from the new ones.
+void TakeBackNewMaps(Workspace& workspace, const Map* newest) {
+  std::vector<Map*> olderBases;
+  for (Map& map : workspace.maps) {
+    if (&map == newest) break;
+    bool isNew = false;
+    for (const Map& each : workspace.maps) {
+      if (&each == newest) break;
+      isNew = isNew || &each == map.basis;
+    }
+    if (map.basis != nullptr && !isNew) olderBases.push_back(map.basis);
+  }
+  for (Map& map : workspace.maps) {
+    if (&map == newest) break;
+    map.basis = nullptr;
+    map.fileName.clear();  // if it has to stay, nobody finds it
+  }
+  for (Map* basis : olderBases) {
+    if (!RestoreMap(*basis, BackUp(*basis))) return;
+  }
+  DropNewMaps(workspace, newest);
+}
+
+}  // namespace
+
 Map* OpenMapUnlessCancelled(Workspace& workspace, const std::string& name, bool* readable) {
   const Map* newest = workspace.maps.empty() ? nullptr : &workspace.maps.front();
   const ReadingState reading = workspace.reading;
   const double latitude = workspace.lastLatitude;
   const double longitude = workspace.lastLongitude;
-  Map& map = OpenMap(workspace, name, readable);
-  if (!IsCancelled(workspace.progress)) return &map;
-  // Nothing but these maps themselves points to what they hold, once it is as before.
-  workspace.reading = reading;
-  workspace.lastLatitude = latitude;
-  workspace.lastLongitude = longitude;
-  while (!workspace.maps.empty() && &workspace.maps.front() != newest) workspace.maps.pop_front();
+  const auto putBack = [&] {
+    workspace.reading = reading;
+    workspace.lastLatitude = latitude;
+    workspace.lastLongitude = longitude;
+  };
+  try {
+    Map& map = OpenMap(workspace, name, readable);
+    if (!IsCancelled(workspace.progress)) return &map;
+  } catch (const std::bad_alloc&) {
+    putBack();
+    TakeBackNewMaps(workspace, newest);
+    throw;
+  }
+  putBack();
+  DropNewMaps(workspace, newest);
   return nullptr;
 }
 

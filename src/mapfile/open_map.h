@@ -23,6 +23,8 @@ Map* FindOpenMap(Workspace& workspace, const std::string& name);
 /// A map that rests on one that was open before is opened to the end: its lines may change the
 /// other one.
 /// \return null if it was: then neither the map nor any that was opened with it is left
+/// \throws std::bad_alloc  the same; maps that were open before are as they were, if the memory
+///                         suffices to read them again
 Map* OpenMapUnlessCancelled(Workspace& workspace, const std::string& name,
                             bool* readable = nullptr);
 

@@ -1,0 +1,334 @@
+#include "mapfile/reread_maps.h"
+
+#include "base/file_identity.h"
+#include "base/files.h"
+#include "mapfile/basis_points.h"
+#include "mapfile/open_map.h"
+#include "mapfile/reader.h"
+#include "mapfile/writer.h"
+#include "model/map_chain.h"
+#include "model/workspace.h"
+
+#include <algorithm>
+#include <map>
+
+namespace orvane {
+namespace {
+
+/// What the user knows of a map beside its file.
+constexpr std::uint32_t KeptFlags = MapDirty | MapUntitled | MapUnlikeFile;
+
+bool IsTied(const std::vector<Map*>& maps, const Map& map) {
+  return std::any_of(maps.begin(), maps.end(), [&](const Map* each) {
+    return each == &map || each->basis == &map || map.basis == each;
+  });
+}
+
+int DepthOf(const Map& map) {
+  int depth = 0;
+  for (const Map* each = map.basis; each != nullptr; each = each->basis) ++depth;
+  return depth;
+}
+
+/// Puts each basis before what rests on it.
+void SortByDepth(std::vector<Map*>& maps) {
+  std::stable_sort(maps.begin(), maps.end(),
+                   [](const Map* a, const Map* b) { return DepthOf(*a) < DepthOf(*b); });
+}
+
+/// True if reading the file of a map gives what the map holds.
+bool SaysWhatItsFileSays(const Map& map) {
+  if ((map.flags & (MapDirty | MapUnlikeFile)) != 0 || !map.fileMark) return false;
+  const auto text = ReadWholeFile(map.fileName);
+  return text && MarkOf(*text) == *map.fileMark;
+}
+
+/// A map as a save would write it, without the line for its basis.
+std::string TextOf(Map& map) {
+  std::string text = MapFileText(map, map.fileName, true);
+  if (map.basis != nullptr) text.erase(0, text.find('\n') + 1);
+  return text;
+}
+
+/// Passes on what is said about some maps, and keeps quiet about the others.
+class ChosenMessages final : public Messages {
+ public:
+  explicit ChosenMessages(Messages& messages) : messages_(messages) {}
+
+  void Post(Severity severity, const std::string& text) override {
+    if (quiet) return;
+    if (Origin() == nullptr) return messages_.Post(severity, text);
+    OriginScope origin(messages_, Origin()->file);
+    origin.GoToLine(Origin()->line);
+    messages_.Post(severity, text);
+  }
+  int Ask(const std::string& title, const std::vector<std::string>& buttons,
+          const std::string& text) override {
+    return messages_.Ask(title, buttons, text);
+  }
+  std::optional<std::string> Prompt(const std::string& title, const std::string& message,
+                                    const std::string& text) override {
+    return messages_.Prompt(title, message, text);
+  }
+
+  bool quiet = false;
+
+ private:
+  Messages& messages_;
+};
+
+/// Where a map is read from.
+struct Source {
+  const std::string* text = nullptr;  ///< what it held in memory; null for its file
+  bool basisChanged = false;          ///< a map that it rests on says something else than before
+  bool isQuiet = false;               ///< nothing is said, whatever is found
+};
+
+/// Maps that are read again beside the old ones, in a workspace of their own.
+class Rereading {
+ public:
+  explicit Rereading(Workspace& old) : old_(old), messages_(old.messages), fresh_(messages_) {
+    fresh_.progress = old.progress;
+    fresh_.preferences = old.preferences;
+    fresh_.today = old.today;
+    fresh_.lastLatitude = old.lastLatitude;
+    fresh_.lastLongitude = old.lastLongitude;
+    fresh_.solverWalks = old.solverWalks;
+    fresh_.contourCounts = old.contourCounts;
+    fresh_.continuousContourCounts = old.continuousContourCounts;
+  }
+
+  /// Makes a map that is read later. Until then it counts as being read: no other may rest on it.
+  void Await(Map& old) {
+    freshOf_[&old] = &MakeMap(fresh_, old.fileName);
+    awaited_.push_back({.path = old.fileName, .shownName = old.shownName});
+  }
+
+  /// Reads one map. Its basis, if it is among the maps that are read again, comes before it.
+  /// \return false if the file can't be read
+  bool Read(Map& old, const Source& source) {
+    const auto made = freshOf_.find(&old);
+    Map& map = made == freshOf_.end() ? MakeMap(fresh_, old.fileName) : *made->second;
+    freshOf_[&old] = &map;
+    // As it was typed, as long as that still leads to the file.
+    map.shownName = WholePath(old.shownName) == old.fileName ? old.shownName : old.fileName;
+    awaited_.erase(
+        std::remove_if(awaited_.begin(), awaited_.end(),
+                       [&](const OpenedFile& file) { return file.path == old.fileName; }),
+        awaited_.end());
+    fresh_.reading.openFiles = awaited_;
+    // Of what is in memory, everything was said before.
+    messages_.quiet = source.isQuiet || source.text != nullptr;
+    const OriginScope origin(messages_, map.shownName);
+    if (source.text != nullptr) {
+      if (old.basis != nullptr) map.basis = freshOf_.at(old.basis);
+      fresh_.reading.openFiles.push_back({.path = old.fileName, .shownName = map.shownName});
+      BasisPoints basis(map.basis);
+      ReadMapText(map, *source.text);
+      if (source.basisChanged) {
+        basis.TakeBackAll();
+      } else {
+        basis.TakeBackRepeats();
+      }
+      TakeTabsFromNotes(map);
+    } else if (!ReadMapFile(map, map.shownName)) {
+      return false;
+    }
+    FinishMap(map);
+    return true;
+  }
+
+  /// True if a map that was read from its file is not what it was.
+  bool HasChanged(const Map& old) const {
+    return (old.flags & (MapDirty | MapUnlikeFile)) != 0 ||
+           freshOf_.at(const_cast<Map*>(&old))->fileMark != old.fileMark;
+  }
+
+  /// True if what was read rests on the same map as before.
+  bool RestsAsBefore(const Map& old) const {
+    const Map* basis = freshOf_.at(const_cast<Map*>(&old))->basis;
+    if (old.basis == nullptr || basis == nullptr) return old.basis == basis;
+    return freshOf_.at(old.basis) == basis;
+  }
+
+  /// \return a map of the old workspace that was opened again as a new basis, and so has to be read
+  ///         again with the others; null if there is none
+  Map* TwiceOpened() {
+    for (const Map& map : fresh_.maps) {
+      Map* old = FindOpenMap(old_, map.fileName);
+      if (old != nullptr && !IsCounterpart(map) && freshOf_.find(old) == freshOf_.end()) return old;
+    }
+    return nullptr;
+  }
+
+  /// Puts what was read into the old maps, and new bases beside them.
+  /// \param reread  takes its flags from `flags`; the others keep theirs
+  void Commit(const Map& reread, std::uint32_t flags, const std::vector<const Map*>& fromText) {
+    std::map<const Map*, Map*> oldOf;
+    for (const auto& [old, fresh] : freshOf_) oldOf[fresh] = old;
+    for (Map& map : fresh_.maps) {
+      const auto basis = oldOf.find(map.basis);
+      if (basis != oldOf.end()) map.basis = basis->second;
+    }
+    for (const auto& [old, fresh] : freshOf_) {
+      const std::uint32_t kept = (old == &reread ? flags : old->flags) & KeptFlags;
+      SwapContents(*old, *fresh);
+      old->flags = (old->flags & ~std::uint32_t{KeptFlags}) | kept;
+      // Memory is no file: the one on the disk is still what it was.
+      const bool readText = std::find(fromText.begin(), fromText.end(), old) != fromText.end();
+      if (readText) old->fileMark = fresh->fileMark;
+    }
+    MoveNewMaps(oldOf);
+    old_.lastLatitude = fresh_.lastLatitude;
+    old_.lastLongitude = fresh_.lastLongitude;
+    old_.solverWalks = fresh_.solverWalks;
+    old_.contourCounts.swap(fresh_.contourCounts);
+    old_.continuousContourCounts.swap(fresh_.continuousContourCounts);
+    old_.reading = {};  // what it led to is gone
+  }
+
+ private:
+  bool IsCounterpart(const Map& fresh) const {
+    return std::any_of(freshOf_.begin(), freshOf_.end(),
+                       [&](const auto& pair) { return pair.second == &fresh; });
+  }
+
+  void MoveNewMaps(const std::map<const Map*, Map*>& oldOf) {
+    auto before = fresh_.maps.before_begin();
+    auto last = old_.maps.before_begin();
+    while (std::next(before) != fresh_.maps.end()) {
+      Map& map = *std::next(before);
+      if (oldOf.find(&map) != oldOf.end()) {
+        ++before;
+        continue;
+      }
+      map.workspace = &old_;
+      old_.maps.splice_after(last, fresh_.maps, before);
+      ++last;
+    }
+  }
+
+  Workspace& old_;
+  ChosenMessages messages_;
+  Workspace fresh_;
+  std::map<Map*, Map*> freshOf_;
+  std::vector<OpenedFile> awaited_;  ///< those that are not read yet
+};
+
+/// What one map is read from and becomes.
+struct Wanted {
+  Map& map;
+  const std::string* text;  ///< null for the file
+  std::uint32_t flags;
+  bool isRestored;  ///< it becomes what it was; nothing is said
+};
+
+/// Puts what rests on `map` after all others, so that `map` may come to rest on any of these.
+void SortForReading(std::vector<Map*>& maps, const Map& map) {
+  SortByDepth(maps);
+  std::stable_partition(maps.begin(), maps.end(),
+                        [&](const Map* each) { return !RestsOn(*each, map); });
+}
+
+/// One attempt to read all maps again.
+class Attempt {
+ public:
+  Attempt(const Wanted& wanted, std::vector<Map*>& maps, std::vector<const Map*>& fromText)
+      : wanted_(wanted), maps_(maps), fromText_(fromText), rereading_(*wanted.map.workspace) {}
+
+  /// \return nothing if `maps` or `fromText` have got one more, and all begins again
+  std::optional<RereadOutcome> Run() {
+    bool reachedIt = false;
+    for (Map* each : maps_) {
+      if (each != &wanted_.map && RestsOn(*each, wanted_.map)) rereading_.Await(*each);
+    }
+    for (Map* each : maps_) {
+      reachedIt = reachedIt || each == &wanted_.map;
+      if (!Read(*each, !reachedIt)) return RereadOutcome::Unreadable;
+      if (IsCancelled(wanted_.map.workspace->progress)) return RereadOutcome::Cancelled;
+      if (!IsFromText(*each) && each != &wanted_.map && !rereading_.RestsAsBefore(*each)) {
+        fromText_.push_back(each);  // its basis was renamed since its file was written
+        return std::nullopt;
+      }
+    }
+    if (Map* another = rereading_.TwiceOpened()) {
+      for (Map* each : MapsTiedTo(*another)) maps_.push_back(each);
+      SortForReading(maps_, wanted_.map);
+      return std::nullopt;
+    }
+    rereading_.Commit(wanted_.map, wanted_.flags, fromText_);
+    return RereadOutcome::Done;
+  }
+
+ private:
+  bool IsFromText(const Map& map) const {
+    return std::find(fromText_.begin(), fromText_.end(), &map) != fromText_.end();
+  }
+
+  bool Read(Map& map, bool quiet) {
+    Source source{.isQuiet = quiet || wanted_.isRestored};
+    const bool restsOnIt = &map != &wanted_.map && RestsOn(map, wanted_.map);
+    source.basisChanged = restsOnIt && !wanted_.isRestored && rereading_.HasChanged(wanted_.map);
+    std::string text;
+    if (&map == &wanted_.map) {
+      source.text = wanted_.text;
+    } else {
+      if (!IsFromText(map) && !SaysWhatItsFileSays(map)) fromText_.push_back(&map);
+      if (IsFromText(map)) {
+        text = TextOf(map);
+        source.text = &text;
+      }
+    }
+    return rereading_.Read(map, source);
+  }
+
+  const Wanted& wanted_;
+  std::vector<Map*>& maps_;
+  std::vector<const Map*>& fromText_;
+  Rereading rereading_;
+};
+
+RereadOutcome RereadWith(const Wanted& wanted) {
+  std::vector<Map*> maps = MapsTiedTo(wanted.map);
+  SortForReading(maps, wanted.map);
+  std::vector<const Map*> fromText;
+  if (wanted.text != nullptr) fromText.push_back(&wanted.map);
+  for (;;) {
+    if (const auto outcome = Attempt(wanted, maps, fromText).Run()) return *outcome;
+  }
+}
+
+}  // namespace
+
+std::vector<Map*> MapsTiedTo(Map& map) {
+  std::vector<Map*> tied{&map};
+  for (size_t before = 0; before != tied.size();) {
+    before = tied.size();
+    for (Map& each : map.workspace->maps) {
+      const bool isThere = std::find(tied.begin(), tied.end(), &each) != tied.end();
+      if (!isThere && IsTied(tied, each)) tied.push_back(&each);
+    }
+  }
+  SortByDepth(tied);
+  return tied;
+}
+
+RereadOutcome RereadMap(Map& map) {
+  return RereadWith({.map = map, .text = nullptr, .flags = 0, .isRestored = false});
+}
+
+MapBackup BackUp(Map& map) {
+  MapBackup backup{.text = std::nullopt, .basis = map.basis, .flags = map.flags};
+  if (!SaysWhatItsFileSays(map)) backup.text = TextOf(map);
+  return backup;
+}
+
+bool RestoreMap(Map& map, const MapBackup& backup) {
+  const MustFinish whole(map.workspace->progress);
+  map.basis = backup.basis;
+  const std::string* text = backup.text ? &*backup.text : nullptr;
+  return RereadWith({.map = map, .text = text, .flags = backup.flags, .isRestored = true}) ==
+         RereadOutcome::Done;
+}
+
+}  // namespace orvane
