@@ -150,6 +150,16 @@ void EditHistory::NoteSaved(Map& map) {
   saved_[&map] = StateOf(map);
 }
 
+void EditHistory::Forget(const Map& map) {
+  for (StepList* steps : {&done_, &undone_}) {
+    steps->erase(std::remove_if(steps->begin(), steps->end(),
+                                [&](const Step& step) { return step.delta.Touches(map); }),
+                 steps->end());
+  }
+  states_.erase(&map);
+  saved_.erase(&map);
+}
+
 size_t EditHistory::Bytes() const {
   size_t bytes = 0;
   for (const StepList* steps : {&done_, &undone_}) {

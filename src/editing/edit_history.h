@@ -89,9 +89,12 @@ class EditHistory {
   /// Applies again what `Undo` took back last.
   bool Redo(const Map& map);
 
-  /// Call after a map was saved, or read anew: the present state is that of its file. Clears
-  /// `MapDirty`.
+  /// Call after a map was saved: the present state is that of its file. Clears `MapDirty`.
   void NoteSaved(Map& map);
+
+  /// Call before a map is read again (`RereadMap`): drops each step that touches it, since the
+  /// records that the step would bring back are gone. Leaves `MapDirty` alone.
+  void Forget(const Map& map);
 
   /// \return the number of steps that `Undo` can take back, over all maps
   size_t Steps() const { return done_.size(); }

@@ -417,5 +417,24 @@ TEST_F(EditHistoryTest, LeadsThroughTheSameFilesInBothDirections) {
   }
 }
 
+TEST_F(EditHistoryTest, NoStepLeadsBackIntoAMapThatIsReadAgain) {
+  Map& map = Open(BasisText, "basis.map");
+  Map& other = Open("T\tOther\tTrail\nG\tFar\t1\t2\n", "other.map");
+  ASSERT_TRUE(history.Apply(NewTrail(map, "A")));
+  ASSERT_TRUE(history.Apply(NewTrail(map, "B")));
+  ASSERT_TRUE(history.Apply(NewTrail(other, "C")));
+  ASSERT_TRUE(history.Undo(map));
+  history.Forget(map);
+  EXPECT_EQ(history.UndoName(map), nullptr);
+  EXPECT_EQ(history.RedoName(map), nullptr);
+  ASSERT_NE(history.UndoName(other), nullptr);
+  // What follows begins from the file again.
+  map.flags &= ~std::uint32_t{MapDirty};
+  ASSERT_TRUE(history.Apply(NewTrail(map, "D")));
+  EXPECT_NE(map.flags & MapDirty, 0U);
+  ASSERT_TRUE(history.Undo(map));
+  EXPECT_EQ(map.flags & MapDirty, 0U);
+}
+
 }  // namespace
 }  // namespace orvane
