@@ -1,5 +1,6 @@
 // The platform's own boxes that ask for a file.
 
+#include "shell/files/local_files.h"
 #include "shell/files/qt_file_dialogs.h"
 #include "support/temporary_folder.h"
 
@@ -7,7 +8,9 @@
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QMimeData>
 #include <QTimer>
+#include <QUrl>
 
 #include <functional>
 #include <gtest/gtest.h>
@@ -119,6 +122,37 @@ TEST_F(FileBoxes, AFileThatStandsThereIsReplacedOnlyAfterAQuestion) {
   });
   EXPECT_EQ(boxes_.AskSave("Save site.map as...", file), FileAnswer::Cancelled);
   EXPECT_TRUE(asked);
+}
+
+TEST_F(FileBoxes, ALatin1NameThatIsLeftAsOfferedKeepsItsBytes) {
+  const std::string name = "R\xEDo.map";
+  FileSpecification file{.directory = folder_.Path(), .type = "map", .name = name};
+  WhenShown([](QFileDialog& box) {
+    EXPECT_EQ(box.findChild<QLineEdit*>()->text(), QString::fromUtf8("Río.map"));
+    static_cast<QDialog&>(box).accept();
+  });
+  EXPECT_EQ(boxes_.AskSave("Save as...", file), FileAnswer::Chosen);
+  EXPECT_EQ(PathOf(file), folder_.Path(name));
+  WhenShown([](QFileDialog& box) { Type(box, "Río Grande.map"); });
+  EXPECT_EQ(boxes_.AskSave("Save as...", file), FileAnswer::Chosen);
+  EXPECT_EQ(PathOf(file), folder_.Path("Río Grande.map"));
+}
+
+TEST(LocalFiles, EachNameOfAPathIsShownInItsOwnEncoding) {
+  EXPECT_EQ(LocalFileName("/home/Jos\xC3\xA9/R\xEDo.map"), QString::fromUtf8("/home/José/Río.map"));
+  EXPECT_EQ(LocalFileName("site.map"), QStringLiteral("site.map"));
+  EXPECT_EQ(LocalFileName("/"), QStringLiteral("/"));
+  EXPECT_EQ(LocalFileName(""), QString());
+}
+
+TEST(LocalFiles, ADroppedFileKeepsTheBytesOfItsName) {
+  for (const std::string path : {"/home/R\xEDo 100%.map", "/home/R\xC3\xADo.map", "/a b#c?.map"}) {
+    const QByteArray bytes(path.data(), static_cast<qsizetype>(path.size()));
+    QMimeData data;
+    data.setUrls({QUrl::fromEncoded("file://" + bytes.toPercentEncoding("/"))});
+    EXPECT_TRUE(HasLocalFiles(data));
+    EXPECT_EQ(LocalFilesOf(data), std::vector<std::string>{path});
+  }
 }
 
 }  // namespace

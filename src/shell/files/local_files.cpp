@@ -1,5 +1,8 @@
 #include "shell/files/local_files.h"
 
+#include "paint/display_text.h"
+
+#include <QByteArray>
 #include <QFile>
 #include <QMimeData>
 #include <QUrl>
@@ -9,10 +12,23 @@
 namespace orvane {
 
 QString LocalFileName(std::string_view path) {
-  return QFile::decodeName(QByteArray(path.data(), static_cast<qsizetype>(path.size())));
+  // Folders and the file may come from different times, and so be in different encodings.
+  QString name;
+  for (;;) {
+    const size_t slash = path.find('/');
+    name += DisplayText(path.substr(0, slash));
+    if (slash == std::string_view::npos) return name;
+    name += QLatin1Char('/');
+    path.remove_prefix(slash + 1);
+  }
 }
 
 std::string PathOfLocalFile(const QString& name) { return QFile::encodeName(name).toStdString(); }
+
+std::string PathOfUrl(const QUrl& url) {
+  // Escaped bytes need not be UTF-8, as the text of the address would be.
+  return QByteArray::fromPercentEncoding(url.path(QUrl::FullyEncoded).toLatin1()).toStdString();
+}
 
 bool HasLocalFiles(const QMimeData& data) {
   const QList<QUrl> urls = data.urls();
@@ -23,7 +39,7 @@ std::vector<std::string> LocalFilesOf(const QMimeData& data) {
   std::vector<std::string> files;
   const QList<QUrl> urls = data.urls();
   for (const QUrl& url : urls) {
-    if (url.isLocalFile()) files.push_back(PathOfLocalFile(url.toLocalFile()));
+    if (url.isLocalFile()) files.push_back(PathOfUrl(url));
   }
   return files;
 }

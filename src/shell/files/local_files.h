@@ -7,12 +7,19 @@
 #include <vector>
 
 class QMimeData;
+class QUrl;
 
 namespace orvane {
 
 /// A file name is bytes to the program and text to Qt. These turn one into the other.
+
+/// \return a path as people see it: each of its names is UTF-8, or else Latin-1. Only where all are
+///         UTF-8 does Qt find the file under it.
 QString LocalFileName(std::string_view path);
+/// \return the bytes of a path that Qt or a user named
 std::string PathOfLocalFile(const QString& name);
+/// \return the path of a file of this machine, whatever bytes it holds
+std::string PathOfUrl(const QUrl& url);
 
 /// \return true if what is dragged holds a file of this machine
 bool HasLocalFiles(const QMimeData& data);

@@ -39,7 +39,10 @@ FileAnswer Ask(QFileDialog& dialog, FileSpecification& file) {
   if (dialog.exec() != QDialog::Accepted) return FileAnswer::Cancelled;
   const QStringList chosen = dialog.selectedFiles();
   if (chosen.isEmpty() || chosen.front().isEmpty()) return FileAnswer::Failed;
-  const std::string path = PathOfLocalFile(chosen.front());
+  // A name that was offered and left as it is keeps its bytes, which may be Latin-1.
+  const std::string offered = PathOf(file);
+  const bool isOffered = !file.name.empty() && chosen.front() == LocalFileName(offered);
+  const std::string path = isOffered ? offered : PathOfLocalFile(chosen.front());
   file.directory = DirectoryName(path);
   file.name = BaseName(path);
   return FileAnswer::Chosen;
