@@ -5,11 +5,13 @@
 //
 // SITE is the folder of the example; the pictures are written to FOLDER.
 
+#include "commands/reload_map.h"
 #include "entry/gis_import.h"
 #include "model/workspace.h"
 #include "shell/entry/gis_trail_window.h"
 #include "shell/map/map_view.h"
 #include "shell/map/orientation_dialog.h"
+#include "shell/map/reload_bar.h"
 #include "shell/map_window_widget.h"
 #include "shell/messages/box_messages.h"
 #include "shell/messages/messages_window.h"
@@ -100,6 +102,11 @@ class GuidePictures {
     Save(window, QStringLiteral("measuring"));
     QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
     QApplication::sendEvent(&view, &escape);
+    window.Offer().Show(QString::fromStdString(NewsText(window.TheMap(), window.TheMap())));
+    LetPass(Settling);
+    Save(window, QStringLiteral("reload"));
+    window.Offer().Show({});
+    LetPass(Settling);
   }
 
   void ShowDialogs(MapWindowWidget& window) {

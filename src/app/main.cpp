@@ -1,4 +1,6 @@
+#include "shell/end_of_session.h"
 #include "shell/messages/box_messages.h"
+#include "shell/out_of_memory.h"
 #include "shell/preferences_file.h"
 #include "shell/recovery/map_recovery.h"
 #include "shell/shell.h"
@@ -7,8 +9,11 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QIcon>
+#include <QSessionManager>
 #include <QTimer>
 
+#include <functional>
+#include <new>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -57,6 +62,23 @@ void ReadOptions(const QCoreApplication& application) {
   parser.process(application);
 }
 
+/// Lets nothing that runs out of memory end the program, wherever in the event loop it does.
+class Application final : public QApplication {
+ public:
+  using QApplication::QApplication;
+
+  bool notify(QObject* receiver, QEvent* event) override {
+    try {
+      return QApplication::notify(receiver, event);
+    } catch (const std::bad_alloc&) {
+      if (outOfMemory) outOfMemory();
+      return true;
+    }
+  }
+
+  std::function<void()> outOfMemory;
+};
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -67,7 +89,7 @@ int main(int argc, char** argv) {
     const QCoreApplication application(argc, argv);
     ReadOptions(application);  // prints and ends
   }
-  const QApplication application(argc, argv);
+  Application application(argc, argv);
   ReadOptions(application);
   // By this name the desktop knows whose windows these are.
   QApplication::setDesktopFileName(QStringLiteral("orvane"));
@@ -79,6 +101,11 @@ int main(int argc, char** argv) {
   orvane::PlugDefaultPreferences(shell);
   orvane::PlugRecovery(shell);
   const orvane::ToolkitHook hook(boxes, shell.endProgram);
+  const orvane::EndSignals endSignals(shell);
+  QObject::connect(
+      &application, &QGuiApplication::commitDataRequest, &shell,
+      [&shell](QSessionManager&) { orvane::WriteBeforeEnd(shell); }, Qt::DirectConnection);
+  application.outOfMemory = [&shell] { orvane::ReportOutOfMemory(shell); };
   // Before the loop runs there may be boxes, and the last one closed is not the end.
   QApplication::setQuitOnLastWindowClosed(false);
   QTimer::singleShot(0, [&] { shell.Start(FilesOf(argc, argv)); });

@@ -26,6 +26,7 @@ constexpr std::array Commands{
     CommandInfo{CommandPrint, "&Print...", "Ctrl+P"},
     CommandInfo{CommandSavePicture, "Save Pict&ure of Map...", "Ctrl+Alt+S"},
     CommandInfo{CommandRecentMaps, "&Recent Maps", ""},
+    CommandInfo{CommandReload, "Re&load from Disk", "F5"},
     CommandInfo{CommandExit, "E&xit", "Ctrl+Q"},
 
     CommandInfo{CommandCut, "Cu&t", "Ctrl+X"},
@@ -57,6 +58,7 @@ constexpr std::array Commands{
     CommandInfo{CommandSeconds, "&Seconds", "", true},
     CommandInfo{CommandEuropeanDates, "European Da&te Format", "", true},
     CommandInfo{CommandShowWholeMap, "Show &Whole Map", "Ctrl+0"},
+    CommandInfo{CommandSmoothLines, "Smooth &Lines", "", true},
     CommandInfo{CommandFullScreen, "F&ull Screen", "F11", true},
 
     CommandInfo{CommandMessages, "&Messages", ""},
@@ -72,7 +74,7 @@ constexpr std::array FileMenu{
     CommandSaveSimplyAs, CommandSaveAsArcView, CommandNone,      CommandImportSpreadsheet,
     CommandImportSubmap, CommandImportGis,     CommandNone,      CommandPageSetup,
     CommandPrint,        CommandSavePicture,   CommandNone,      CommandRecentMaps,
-    CommandNone,         CommandExit};
+    CommandReload,       CommandNone,          CommandExit};
 constexpr std::array EditMenu{CommandCut,      CommandCopy,   CommandPaste,          CommandNone,
                               CommandAdd,      CommandDelete, CommandGraphicalInput, CommandNone,
                               CommandCopyImage};
@@ -84,7 +86,8 @@ constexpr std::array ViewMenu{CommandZoomIn,  CommandZoomOut,      CommandChange
                               CommandFind,    CommandNone,         CommandHideInfo,
                               CommandNone,    CommandDegrees,      CommandMinutes,
                               CommandSeconds, CommandNone,         CommandEuropeanDates,
-                              CommandNone,    CommandShowWholeMap, CommandFullScreen};
+                              CommandNone,    CommandShowWholeMap, CommandFullScreen,
+                              CommandNone,    CommandSmoothLines};
 constexpr std::array WindowMenu{CommandMessages, CommandNone, CommandWindowList};
 constexpr std::array HelpMenu{CommandHelp, CommandNone, CommandAbout};
 

@@ -64,7 +64,9 @@ enum CommandId : int {
   CommandFullScreen = 40005,
   CommandWindowList = 40006,  ///< a menu of its own
   CommandMessages = 40007,
-  CommandHelp = 40008
+  CommandHelp = 40008,
+  CommandReload = 40009,
+  CommandSmoothLines = 40010
 };
 
 /// \return true for the numbers under which help was known before it had one command

@@ -1,13 +1,18 @@
 #include "commands/file_dialogs.h"
 
 #include "base/file_names.h"
+#include "commands/map_facts.h"
 
 namespace orvane {
 
+std::string FolderOf(const Map& map) {
+  return HasFile(map) ? std::string(DirectoryName(map.fileName)) : std::string();
+}
+
 void PrepareSpecification(FileSpecification& file, const FileSpecification& maps,
-                          std::string_view defaultDirectory, std::string_view type) {
-  if (file.directory.empty()) {
-    file.directory = maps.directory.empty() ? std::string(defaultDirectory) : maps.directory;
+                          const DialogStart& start, std::string_view type) {
+  for (const std::string* folder : {&start.mapFolder, &maps.directory, &start.defaultDirectory}) {
+    if (file.directory.empty()) file.directory = *folder;
   }
   if (file.type.empty()) file.type = type;
 }

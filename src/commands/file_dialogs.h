@@ -5,6 +5,8 @@
 
 namespace orvane {
 
+struct Map;
+
 /// A file to open or to save, as a file dialog is given it and gives it back. One is kept for each
 /// purpose, so that each dialog begins where it ended the last time.
 struct FileSpecification {
@@ -36,10 +38,19 @@ class FileDialogs {
   virtual FileAnswer AskSave(const std::string& title, FileSpecification& file) = 0;
 };
 
-/// Makes a specification ready for its dialog: if it was never used it gets the type, and the
-/// directory of `maps` if that has one, else the default directory.
+/// Where a dialog that was never used begins.
+struct DialogStart {
+  std::string mapFolder;         ///< of the map of the window; empty without one
+  std::string defaultDirectory;  ///< if neither this nor the dialog for maps has a folder
+};
+
+/// \return the folder of a map's file; empty if it has none yet
+std::string FolderOf(const Map& map);
+
+/// Makes a specification ready for its dialog: if it was never used it gets the type, and a folder:
+/// that of the map, else the one of the dialog for maps, else the default one.
 void PrepareSpecification(FileSpecification& file, const FileSpecification& maps,
-                          std::string_view defaultDirectory, std::string_view type);
+                          const DialogStart& start, std::string_view type);
 
 /// \return the path of the file
 std::string PathOf(const FileSpecification& file);

@@ -1,7 +1,7 @@
 #include "commands/map_facts.h"
-#include "model/map_chain.h"
 
 #include "base/number_text.h"
+#include "model/map_chain.h"
 
 namespace orvane {
 namespace {
@@ -34,7 +34,10 @@ std::optional<double> ParseDeviation(std::string_view text) {
 bool SetBasis(Map& map, Map& basis) {
   if (RestsOn(basis, map)) return false;
   map.basis = &basis;
+  map.flags |= MapUnlikeFile;
   return true;
 }
+
+bool HasFile(const Map& map) { return (map.flags & MapUntitled) == 0 || map.fileMark.has_value(); }
 
 }  // namespace orvane

@@ -24,8 +24,11 @@ std::string DeviationText(double deviation);
 /// \return the number of such a text, with or without the sign; nothing if anything else is in it
 std::optional<double> ParseDeviation(std::string_view text);
 
-/// Lets `map` rest on `basis`.
+/// Lets `map` rest on `basis`. The map does not count as changed (`MapUnlikeFile`).
 /// \return false, and nothing is changed, if `basis` is the map or rests on it
 bool SetBasis(Map& map, Map& basis);
+
+/// \return false for a map that was made by New and never saved
+bool HasFile(const Map& map);
 
 }  // namespace orvane

@@ -1,5 +1,6 @@
 #include "commands/menu_state.h"
 
+#include "commands/map_facts.h"
 #include "model/workspace.h"
 #include "view/map_window.h"
 
@@ -17,7 +18,7 @@ constexpr CommandId DisabledAtStart[] = {
     CommandZoomOut, CommandChangeZoom, CommandRangeStats, CommandSaveSimplyAs, CommandAdd,
     CommandZoomIn,
     // The same for what was added.
-    CommandSavePicture, CommandCopyImage, CommandShowWholeMap};
+    CommandSavePicture, CommandCopyImage, CommandShowWholeMap, CommandReload};
 
 MenuState AllEnabled() {
   MenuState menu;
@@ -39,6 +40,11 @@ void SetTitles(MenuState& menu, const FocusTitles& titles) {
   menu.At(CommandViewControl).text = titles.viewControl;
 }
 
+void TakePreferences(MenuState& menu, const Preferences& preferences) {
+  menu.At(CommandEuropeanDates).checked = preferences.europeanDates;
+  menu.At(CommandSmoothLines).checked = preferences.smoothLines;
+}
+
 }  // namespace
 
 CommandState& MenuState::At(CommandId id) {
@@ -51,11 +57,11 @@ const CommandState& MenuState::At(CommandId id) const {
   return states[static_cast<size_t>(command - AllCommands().data())];
 }
 
-MenuState StartMenu(bool europeanDates) {
+MenuState StartMenu(const Preferences& preferences) {
   MenuState menu = AllEnabled();
   for (const CommandId id : DisabledAtStart) menu.At(id).enabled = false;
   for (const CommandId id : {CommandCut, CommandCopy, CommandPaste}) menu.At(id).enabled = true;
-  menu.At(CommandEuropeanDates).checked = europeanDates;
+  TakePreferences(menu, preferences);
   return menu;
 }
 
@@ -78,7 +84,8 @@ void RefreshMapMenu(MenuState& menu, const MapWindow& view) {
   menu.At(CommandDegrees).checked = view.coordinateDisplay == CoordinateDisplay::Degrees;
   menu.At(CommandMinutes).checked = view.coordinateDisplay == CoordinateDisplay::Minutes;
   menu.At(CommandSeconds).checked = view.coordinateDisplay == CoordinateDisplay::Seconds;
-  menu.At(CommandEuropeanDates).checked = view.map->workspace->preferences.europeanDates;
+  menu.At(CommandReload).enabled = HasFile(*view.map);
+  TakePreferences(menu, view.map->workspace->preferences);
   menu.At(CommandHideGrids).checked = (view.flags & MapWindowGridsHidden) != 0;
   // A panel that still waits for the window's first size counts as shown.
   menu.At(CommandHideInfo).checked = (view.flags & (MapWindowInfoShown | MapWindowInfoWaits)) == 0;

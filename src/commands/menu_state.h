@@ -10,6 +10,7 @@ namespace orvane {
 
 struct Map;
 struct MapWindow;
+struct Preferences;
 
 /// What the menu bar of a window offers at the moment: an entry for each command. Which commands
 /// stand there and with which keys is the same for all windows, see command_table.h.
@@ -28,7 +29,7 @@ struct MenuState {
 };
 
 /// The menu of the window that stands where no map is open.
-MenuState StartMenu(bool europeanDates);
+MenuState StartMenu(const Preferences& preferences);
 
 /// The menu of a new map window; the focus is on neither list.
 MenuState NewMapMenu(const MapWindow& view);

@@ -26,6 +26,7 @@ bool WriteUnder(Map& map, const std::string& path, bool full, const SaveContext&
   map.fileName = whole;
   map.shownName = shownName;
   map.fileMark = MarkOf(text);
+  map.flags &= ~std::uint32_t{MapUnlikeFile};
   context.setDirty(map, false);
   if (renamed && context.renamed) context.renamed(map);
   if (context.written) context.written(map, path);
@@ -51,7 +52,9 @@ bool AskName(const std::string& title, FileSpecification& file, Messages& messag
 /// \return the file name under which the map will stand; empty if the user cancelled
 std::string AskMapName(const Map& map, const SaveContext& context) {
   FileSpecification& file = context.files.savedMaps;
-  PrepareSpecification(file, context.files.maps, context.defaultDirectory, "map");
+  const std::string folder = FolderOf(map);
+  PrepareSpecification(file, context.files.maps, {folder, context.defaultDirectory}, "map");
+  if (!folder.empty()) file.directory = folder;
   file.type = "map";
   const std::string baseName(BaseName(map.fileName));
   file.name = baseName;
@@ -153,9 +156,10 @@ bool SaveMapAs(Map& map, bool full, const SaveContext& context) {
   }
 }
 
-std::string AskShapefileFolder(Messages& messages, const SaveContext& context) {
+std::string AskShapefileFolder(const Map& map, const SaveContext& context) {
+  Messages& messages = map.workspace->messages;
   FileSpecification& file = context.files.shapefiles;
-  PrepareSpecification(file, context.files.maps, context.defaultDirectory, "shp");
+  PrepareSpecification(file, context.files.maps, {FolderOf(map), context.defaultDirectory}, "shp");
   for (;;) {
     file.name = ShapefileName;
     if (!AskName("Where should arcview files be placed?", file, messages, context)) return {};

@@ -47,9 +47,9 @@ bool SaveChangedMaps(Map& map, const SaveContext& context);
 /// \return false if the user cancelled or the map could not be written
 bool SaveMapAs(Map& map, bool full, const SaveContext& context);
 
-/// Asks for the folder of a set of shapefiles; the name in the dialog only tells the folder.
+/// Asks for the folder of a map's shapefiles; the name in the dialog only shows the folder.
 /// \return the folder; empty if the user cancelled
-std::string AskShapefileFolder(Messages& messages, const SaveContext& context);
+std::string AskShapefileFolder(const Map& map, const SaveContext& context);
 
 /// Tells that a file dialog broke down. That ends the program.
 void NoteFileDialogFailure(Messages& messages);

@@ -12,6 +12,7 @@
 #include "shell/entry/gis_trail_window.h"
 #include "shell/map/map_view.h"
 #include "shell/map_window_widget.h"
+#include "shell/out_of_memory.h"
 #include "shell/progress/busy_work.h"
 #include "shell/shell.h"
 #include "view/fit_to_map.h"
@@ -25,11 +26,11 @@
 namespace orvane {
 namespace {
 
-/// Asks for a file to open.
+/// Asks for a file to open, over a window.
 /// \return its path, or nothing if the user cancelled
-std::optional<std::string> AskOpen(Shell& shell, const std::string& title, FileSpecification& file,
-                                   std::string_view type) {
-  PrepareSpecification(file, shell.Files().maps, shell.dialogDirectory, type);
+std::optional<std::string> AskOpen(Shell& shell, const std::string& title, ProgramWindow& window,
+                                   FileSpecification& file, std::string_view type) {
+  PrepareSpecification(file, shell.Files().maps, shell.StartOfDialogs(window), type);
   switch (shell.Dialogs().AskOpen(title, file)) {
     case FileAnswer::Failed:
       NoteFileDialogFailure(shell.TheWorkspace().messages);
@@ -42,8 +43,8 @@ std::optional<std::string> AskOpen(Shell& shell, const std::string& title, FileS
   return PathOf(file);
 }
 
-void OpenMapCommand(Shell& shell) {
-  const auto path = AskOpen(shell, "Open Map...", shell.Files().maps, "map");
+void OpenMapCommand(Shell& shell, ProgramWindow& window) {
+  const auto path = AskOpen(shell, "Open Map...", window, shell.Files().maps, "map");
   if (path) shell.OpenFile(*path);
 }
 
@@ -72,7 +73,7 @@ void SetBasisCommand(Shell& shell, ProgramWindow& window) {
   }
   MapWindowWidget& mapWindow = *window.MapSide();
   Map& map = mapWindow.TheMap();
-  const auto path = AskOpen(shell, "Open Map...", shell.Files().maps, "map");
+  const auto path = AskOpen(shell, "Open Map...", window, shell.Files().maps, "map");
   if (!path) return;
   Map* basis = shell.ReadMap(*path);
   if (basis == nullptr) return;
@@ -109,7 +110,7 @@ void ImportSubmap(Shell& shell, ProgramWindow& window) {
     shell.Beep();
     return;
   }
-  const auto path = AskOpen(shell, "Import Sub Map...", shell.Files().maps, "map");
+  const auto path = AskOpen(shell, "Import Sub Map...", window, shell.Files().maps, "map");
   if (!path) return;
   Map& map = window.MapSide()->TheMap();
   const Map* basis = map.basis;
@@ -119,7 +120,8 @@ void ImportSubmap(Shell& shell, ProgramWindow& window) {
   {
     const BusyWork busy(shell.TheWorkspace(), shell.Boxes(), Shell::tr("importing %1").arg(name),
                         shell.clock);
-    sentence = ImportSubmap(map, *path);
+    ChangeMaps(shell, [&] { sentence = ImportSubmap(map, *path); });
+    if (!sentence.empty()) map.flags |= MapUnlikeFile;
   }
   shell.MapChanged(map);
   if (map.basis != basis) ShowBasis(shell, map);
@@ -132,7 +134,7 @@ void ImportGis(Shell& shell, ProgramWindow& window, GisBoxes& boxes) {
     shell.Beep();
     return;
   }
-  const auto path = AskOpen(shell, "Import GIS data...", shell.Files().gisFiles, "txt");
+  const auto path = AskOpen(shell, "Import GIS data...", window, shell.Files().gisFiles, "txt");
   if (!path) return;
   Map& map = window.MapSide()->TheMap();
   const bool wasDirty = (map.flags & MapDirty) != 0;
@@ -142,7 +144,7 @@ void ImportGis(Shell& shell, ProgramWindow& window, GisBoxes& boxes) {
     const QString name = DisplayText(shell.Files().gisFiles.name);
     const BusyWork busy(shell.TheWorkspace(), shell.Boxes(), Shell::tr("importing %1").arg(name),
                         shell.clock);
-    import = StartGisImport(map, *path, boxes);
+    ChangeMaps(shell, [&] { import = StartGisImport(map, *path, boxes); });
   }
   if (!import) return;
   shell.NoteEdit(map, wasDirty);
@@ -159,9 +161,9 @@ void SaveAsArcView(Shell& shell, ProgramWindow& window) {
     shell.Beep();
     return;
   }
-  const std::string folder = AskShapefileFolder(shell.TheWorkspace().messages, shell.Saving());
-  if (folder.empty()) return;
   Map& map = window.MapSide()->TheMap();
+  const std::string folder = AskShapefileFolder(map, shell.Saving());
+  if (folder.empty()) return;
   const QString name = DisplayText(BaseName(map.fileName));
   const BusyWork busy(shell.TheWorkspace(), shell.Boxes(), Shell::tr("exporting %1").arg(name),
                       shell.clock);
@@ -175,7 +177,7 @@ void SaveAsArcView(Shell& shell, ProgramWindow& window) {
 
 void PlugFileCommands(Shell& shell) {
   shell.Plug(CommandNewMap, [&shell](ProgramWindow&) { shell.NewMap(); });
-  shell.Plug(CommandOpenMap, [&shell](ProgramWindow&) { OpenMapCommand(shell); });
+  shell.Plug(CommandOpenMap, [&shell](ProgramWindow& window) { OpenMapCommand(shell, window); });
   shell.Plug(CommandOpenBasis, [&shell](ProgramWindow& window) { OpenBasis(shell, window); });
   shell.Plug(CommandSetBasis, [&shell](ProgramWindow& window) { SetBasisCommand(shell, window); });
   shell.Plug(CommandCloseMap, [&shell](ProgramWindow& window) { shell.MapWinClose(window); });

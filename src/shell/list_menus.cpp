@@ -1,10 +1,9 @@
 #include "shell/list_menus.h"
 
-#include "base/file_names.h"
-#include "paint/display_text.h"
 #include "shell/command_menu.h"
 #include "shell/files/local_files.h"
 #include "shell/map_window_widget.h"
+#include "shell/out_of_memory.h"
 #include "shell/shell.h"
 
 #include <QAction>
@@ -40,8 +39,9 @@ void FillRecentMaps(Shell& shell, QMenu& menu) {
   int index = 0;
   for (const std::string& file : shell.RecentFiles()) {
     QAction* action = AddEntry(menu, Numbered(index++, LocalFileName(file)));
-    QObject::connect(action, &QAction::triggered, &shell,
-                     [&shell, path = file] { shell.OpenFile(path); });
+    QObject::connect(action, &QAction::triggered, &shell, [&shell, path = file] {
+      RunWithinMemory(shell, [&] { shell.OpenRecentFile(path); });
+    });
   }
   if (index == 0) AddEntry(menu, Shell::tr("No maps yet"))->setEnabled(false);
 }
@@ -53,8 +53,7 @@ void FillWindowList(Shell& shell, QMenu& menu) {
   const std::vector<MapWindowWidget*>& windows = shell.OpenWindows();
   for (auto it = windows.rbegin(); it != windows.rend(); ++it) {
     MapWindowWidget* window = *it;
-    const QString name = DisplayText(BaseName(window->TheMap().fileName));
-    QAction* action = AddEntry(menu, Numbered(index++, name));
+    QAction* action = AddEntry(menu, Numbered(index++, window->Name()));
     action->setCheckable(true);
     action->setChecked(window->isActiveWindow());
     QObject::connect(action, &QAction::triggered, window, [window] {

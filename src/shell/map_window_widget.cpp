@@ -6,23 +6,23 @@
 #include "shell/command_menu.h"
 #include "shell/files/dropped_files.h"
 #include "shell/files/local_files.h"
+#include "shell/first_size.h"
 #include "shell/list_menus.h"
 #include "shell/map/map_panes.h"
 #include "shell/map/map_view.h"
+#include "shell/map/reload_bar.h"
 #include "shell/shell.h"
 #include "view/range_rows.h"
 
 #include <QCloseEvent>
 #include <QDragEnterEvent>
 #include <QDropEvent>
-#include <QScreen>
+#include <QVBoxLayout>
 
 #include <algorithm>
 
 namespace orvane {
 namespace {
-
-constexpr QSize FirstSize(1200, 800);
 
 bool IsEditor(const ProgramWindow& window) {
   return window.Kind() == WindowKind::TrailEditor || window.Kind() == WindowKind::RangeEditor;
@@ -48,14 +48,22 @@ MapWindowWidget::MapWindowWidget(Shell& shell, Map& map)
     : ProgramWindow(WindowKind::Map),
       shell_(shell),
       map_(map),
+      number_(shell.FreeWindowNumber(map)),
       commands_(new CommandMenu(*this)),
+      offer_(new ReloadBar(this)),
       panes_(new MapPanes(map, {shell.trailWidth, shell.trailHeight}, this)) {
   setObjectName(QStringLiteral("mapWindow"));
   setAttribute(Qt::WA_DeleteOnClose);
-  setCentralWidget(panes_);
+  auto* inside = new QWidget(this);
+  auto* layout = new QVBoxLayout(inside);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->setSpacing(0);
+  layout->addWidget(offer_);
+  layout->addWidget(panes_, 1);
+  setCentralWidget(inside);
   setAcceptDrops(true);
   View().setFocus();
-  resize(FirstSize.boundedTo(screen()->availableSize()));
+  GiveFirstSize(*this);
   menu_ = NewMapMenu(View().View());
   connect(commands_, &CommandMenu::picked, this, [this](int id) { shell_.RunCommand(id, *this); });
   connect(panes_, &MapPanes::focusPlaceChanged, this, [this] { RefreshMenu(); });
@@ -64,6 +72,10 @@ MapWindowWidget::MapWindowWidget(Shell& shell, Map& map)
   });
   connect(&View(), &MapView::printRequested, this,
           [this] { shell_.RunCommand(CommandPrint, *this); });
+  connect(offer_, &ReloadBar::reloadRequested, this,
+          [this] { Q_EMIT shell_.reloadAnswered(this, true); });
+  connect(offer_, &ReloadBar::declined, this,
+          [this] { Q_EMIT shell_.reloadAnswered(this, false); });
   PlugListMenus(shell_, *commands_);
   ShowTitle();
   ShowMenu();
@@ -99,8 +111,13 @@ void MapWindowWidget::RefreshMarks() {
   RefreshMenu();
 }
 
+QString MapWindowWidget::Name() const {
+  const QString name = DisplayText(BaseName(map_.fileName));
+  return shell_.WindowsOn(map_) > 1 ? QStringLiteral("%1:%2").arg(name).arg(number_) : name;
+}
+
 void MapWindowWidget::ShowTitle() {
-  setWindowTitle(DisplayText(BaseName(map_.fileName)) + QStringLiteral("[*]"));
+  setWindowTitle(Name() + QStringLiteral("[*]"));
   setWindowModified((map_.flags & MapDirty) != 0);
   setWindowFilePath(LocalFileName(map_.fileName));
 }

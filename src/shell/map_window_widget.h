@@ -12,6 +12,7 @@ namespace orvane {
 class CommandMenu;
 class MapPanes;
 class MapView;
+class ReloadBar;
 class Shell;
 
 /// A window on one map. Several may show the same map, each in its own way. It frees itself when
@@ -29,9 +30,15 @@ class MapWindowWidget final : public QMainWindow, public ProgramWindow {
   bool TryClose() override;
 
   Map& TheMap() const { return map_; }
+  /// Tells the windows on one map apart, from 1.
+  int Number() const { return number_; }
+  /// The name of the map, with the number of the window if there are others on the map.
+  QString Name() const;
   MapPanes& Panes() { return *panes_; }
   MapView& View();
   FocusPlace Focus() const;
+  /// The bar that offers to read the map again.
+  ReloadBar& Offer() { return *offer_; }
 
   CommandMenu& Commands() { return *commands_; }
   /// What the menu bar offers; `ShowMenu` after a change.
@@ -53,6 +60,9 @@ class MapWindowWidget final : public QMainWindow, public ProgramWindow {
   void AddDependent(ProgramWindow& window) { dependents_.push_back(&window); }
   void RemoveDependent(ProgramWindow& window);
   const std::vector<ProgramWindow*>& Dependents() const { return dependents_; }
+  /// Closes them all, the editors first, each after its questions.
+  /// \return false if the user wants one to stay
+  bool CloseDependents() { return CloseDependents(true) && CloseDependents(false); }
 
  protected:
   void closeEvent(QCloseEvent* event) override;
@@ -66,7 +76,9 @@ class MapWindowWidget final : public QMainWindow, public ProgramWindow {
 
   Shell& shell_;
   Map& map_;
+  int number_;
   CommandMenu* commands_;
+  ReloadBar* offer_;
   MapPanes* panes_;
   MenuState menu_;
   std::vector<ProgramWindow*> dependents_;

@@ -2,6 +2,7 @@
 
 #include "base/file_names.h"
 #include "base/messages.h"
+#include "model/workspace.h"
 #include "paint/render.h"
 #include "shell/map/map_view.h"
 #include "shell/map_window_widget.h"
@@ -27,6 +28,7 @@ MapWindow ViewToDraw(MapWindowWidget& window) {
 
 RenderOptions OptionsOf(MapWindowWidget& window) {
   RenderOptions options;
+  options.antialias = window.TheMap().workspace->preferences.smoothLines;
   options.pixelsPerInch = window.View().logicalDpiY() * window.View().devicePixelRatioF();
   options.title = BaseName(window.TheMap().fileName);
   return options;
@@ -56,7 +58,7 @@ void SavePicture(Shell& shell, ProgramWindow& window) {
   MapWindowWidget& mapWindow = *window.MapSide();
   Messages& messages = shell.TheWorkspace().messages;
   FileSpecification& file = shell.Files().pictures;
-  PrepareSpecification(file, shell.Files().maps, shell.dialogDirectory, "png");
+  PrepareSpecification(file, shell.Files().maps, shell.StartOfDialogs(window), "png");
   std::string_view name = BaseName(mapWindow.TheMap().fileName);
   name = name.substr(0, name.rfind('.'));
   file.name = std::string(name) + "." + file.type;

@@ -5,9 +5,9 @@
 #include "base/files.h"
 #include "base/messages.h"
 #include "commands/map_facts.h"
-#include "model/map_chain.h"
 #include "commands/recent_files.h"
 #include "mapfile/open_map.h"
+#include "model/map_chain.h"
 #include "paint/display_text.h"
 #include "shell/file_commands.h"
 #include "shell/files/local_files.h"
@@ -18,8 +18,10 @@
 #include "shell/map_window_widget.h"
 #include "shell/messages/box_messages.h"
 #include "shell/messages/messages_window.h"
+#include "shell/out_of_memory.h"
 #include "shell/picture_commands.h"
 #include "shell/progress/busy_work.h"
+#include "shell/reload_commands.h"
 #include "shell/task_window.h"
 #include "shell/view_commands.h"
 
@@ -49,6 +51,7 @@ Shell::Shell(Workspace& workspace, BoxMessages& boxes)
   PlugViewCommands(*this);
   PlugPictureCommands(*this);
   PlugHelpCommands(*this);
+  PlugReload(*this);
   PlugMessagesWindow(*this);
 }
 
@@ -70,10 +73,7 @@ void Shell::Start(const std::vector<std::string>& files) {
   RunCommand(CommandOpenMap, asking);
 }
 
-bool Shell::IsShown(const Map& map) const {
-  return std::any_of(openWindows_.begin(), openWindows_.end(),
-                     [&](const MapWindowWidget* window) { return &window->TheMap() == &map; });
-}
+bool Shell::IsShown(const Map& map) const { return WindowsOn(map) > 0; }
 
 bool Shell::ExitFlow() {
   if (exiting_) return false;
@@ -118,10 +118,29 @@ void Shell::ReadRecentFiles() {
 
 void Shell::NoteRecentFile(const std::string& path) {
   AddRecentFile(recentFiles_, WholePath(path));
-  // That it can't be written is not worth a word.
+  WriteRecentFiles();
+}
+
+void Shell::WriteRecentFiles() {
+  // Failing to write this list is not worth a message.
   if (!ownDirectory.empty()) {
     WriteFileAtomically(JoinPath(ownDirectory, RecentFilesName), RecentFilesText(recentFiles_));
   }
+}
+
+void Shell::OpenRecentFile(const std::string& path) {
+  std::error_code error;
+  const bool isOpen = FindOpenMap(workspace_, NameOfOpenMap(path)) != nullptr;
+  if (isOpen || std::filesystem::exists(path, error)) {
+    OpenFile(path);
+    return;
+  }
+  const int answer = AskUser(workspace_.messages, "Recent Maps", "Remove", "Keep", "",
+                             "%s is not there any more. Remove it from the list?", {path});
+  if (answer != 1) return;
+  recentFiles_.erase(std::remove(recentFiles_.begin(), recentFiles_.end(), path),
+                     recentFiles_.end());
+  WriteRecentFiles();
 }
 
 MapWindowWidget& Shell::NewMap() {
@@ -135,10 +154,30 @@ MapWindowWidget& Shell::OpenMapWindow(Map& map) {
   auto* window = new MapWindowWidget(*this, map);
   window->View().TakeSavedView(savedView);
   openWindows_.insert(openWindows_.begin(), window);
+  ShowTitles();
   window->show();
   if (taskWindow_) taskWindow_->hide();
   Q_EMIT windowsChanged();
   return *window;
+}
+
+void Shell::ShowTitles() {
+  for (MapWindowWidget* window : openWindows_) window->ShowTitle();
+}
+
+int Shell::WindowsOn(const Map& map) const {
+  return static_cast<int>(
+      std::count_if(openWindows_.begin(), openWindows_.end(),
+                    [&](const MapWindowWidget* window) { return &window->TheMap() == &map; }));
+}
+
+int Shell::FreeWindowNumber(const Map& map) const {
+  for (int number = 1;; ++number) {
+    const bool isTaken = std::any_of(openWindows_.begin(), openWindows_.end(), [&](auto* window) {
+      return &window->TheMap() == &map && window->Number() == number;
+    });
+    if (!isTaken) return number;
+  }
 }
 
 void Shell::ShowTaskWindow() {
@@ -170,6 +209,7 @@ void Shell::Forget(MapWindowWidget& window) {
   const auto found = std::find(openWindows_.begin(), openWindows_.end(), &window);
   if (found == openWindows_.end()) return;
   openWindows_.erase(found);
+  ShowTitles();
   if (openWindows_.empty() && !exiting_ && !QCoreApplication::closingDown()) {
     if (!taskWindow_) taskWindow_ = std::make_unique<TaskWindow>(*this);
     taskWindow_->TakePlaceOf(window);  // as if the map had left its window
@@ -180,13 +220,13 @@ void Shell::Forget(MapWindowWidget& window) {
 
 void Shell::RunCommand(int id, ProgramWindow& window) {
   const CommandInfo* command = FindCommand(IsOldHelpCommand(id) ? CommandHelp : id);
-  if (command == nullptr || window.Answer(command->id)) return;
-  const auto handler = handlers_.find(command->id);
-  if (handler == handlers_.end()) {
-    Beep();
-    return;
-  }
-  handler->second(window);
+  if (command == nullptr) return;
+  RunWithinMemory(*this, [&] {
+    if (window.Answer(command->id)) return;
+    const auto handler = handlers_.find(command->id);
+    if (handler == handlers_.end()) return Beep();
+    handler->second(window);
+  });
 }
 
 void Shell::Plug(CommandId id, Handler handler) { handlers_[id] = std::move(handler); }
@@ -196,6 +236,7 @@ bool Shell::IsPlugged(CommandId id) const { return handlers_.find(id) != handler
 void Shell::RefreshMenus() {
   for (MapWindowWidget* window : openWindows_) {
     window->Menu().At(CommandEuropeanDates).checked = workspace_.preferences.europeanDates;
+    window->Menu().At(CommandSmoothLines).checked = workspace_.preferences.smoothLines;
     window->RefreshMenu();
   }
   if (taskWindow_) taskWindow_->ShowMenu();
@@ -229,17 +270,23 @@ void Shell::MapChanged(const Map& map) {
   Q_EMIT mapEdited(&map);
 }
 
+void Shell::NoteReread(Map& map, bool wasDirty) {
+  if (wasDirty) TellDirty(map);
+  Q_EMIT mapReread(&map);
+}
+
+DialogStart Shell::StartOfDialogs(ProgramWindow& window) const {
+  const MapWindowWidget* mapWindow = window.MapSide();
+  return {.mapFolder = mapWindow == nullptr ? std::string() : FolderOf(mapWindow->TheMap()),
+          .defaultDirectory = dialogDirectory};
+}
+
 SaveContext Shell::Saving() {
   return {.dialogs = *dialogs_,
           .files = files_,
           .defaultDirectory = dialogDirectory,
           .setDirty = [this](Map& map, bool dirty) { SetMapDirty(map, dirty); },
-          .renamed =
-              [this](Map& map) {
-                for (MapWindowWidget* window : openWindows_) {
-                  if (&window->TheMap() == &map) window->ShowTitle();
-                }
-              },
+          .renamed = [this](Map& /*map*/) { ShowTitles(); },
           .written =
               [this](Map& map, const std::string& path) {
                 NoteRecentFile(path);

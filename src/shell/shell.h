@@ -70,6 +70,11 @@ class Shell final : public QObject {
   /// \return false if the user cancelled
   bool MapWinClose(ProgramWindow& window);
 
+  /// Gives a new window on a map its number: the smallest that no other window on the map has.
+  int FreeWindowNumber(const Map& map) const;
+  /// \return how many windows show a map
+  int WindowsOn(const Map& map) const;
+
   /// Called by a map window when it is about to go.
   void Forget(MapWindowWidget& window);
 
@@ -95,19 +100,26 @@ class Shell final : public QObject {
   /// The map has got other trails, ranges or places: every window on it, or on one that rests on
   /// it, shows them.
   void MapChanged(const Map& map);
+  /// A map was read again, and the windows show it: tells them of its flags, and the others.
+  /// \param wasDirty  whether the map was marked before
+  void NoteReread(Map& map, bool wasDirty);
 
   // --- What the flows share -----------------------------------------------------------------
 
   Workspace& TheWorkspace() { return workspace_; }
   BoxMessages& Boxes() { return boxes_; }
   FileDialogs& Dialogs() { return *dialogs_; }
+  /// Where file dialogs over a window begin if they were never used.
+  DialogStart StartOfDialogs(ProgramWindow& window) const;
   void SetDialogs(std::unique_ptr<FileDialogs> dialogs) { dialogs_ = std::move(dialogs); }
   FileSpecifications& Files() { return files_; }
   /// The maps opened or saved last, newest first.
   const std::vector<std::string>& RecentFiles() const { return recentFiles_; }
+  /// Opens one of these. If its file is gone, offers to take it from the list.
+  void OpenRecentFile(const std::string& path);
   SaveContext Saving();
 
-  /// Where file dialogs begin at first.
+  /// Where file dialogs begin at first, without a map that has a folder.
   std::string dialogDirectory;
   /// Where the program keeps its own files; empty to keep none.
   std::string ownDirectory;
@@ -128,12 +140,18 @@ class Shell final : public QObject {
   std::function<void()> writePreferences;
   /// Reads the maps that an earlier run left unsaved and that the user wants back.
   std::function<std::vector<Map*>()> recoverMaps;
+  /// Writes recovery copies of all unsaved maps at once.
+  std::function<void()> writeCopies;
 
  Q_SIGNALS:
   void mapDirtyChanged(orvane::Map* map);
   /// The map was changed, be it for the first time since it was saved or not.
   void mapEdited(const orvane::Map* map);
   void mapSaved(orvane::Map* map, const QString& path);
+  /// The map was read again from its file: nothing that it held before is there any more.
+  void mapReread(orvane::Map* map);
+  /// The user answered the offer of a window to reload its map.
+  void reloadAnswered(orvane::MapWindowWidget* window, bool reload);
   /// The user closed a window with "Don't Save".
   void changesDiscarded(orvane::Map* map);
   void windowsChanged();
@@ -145,6 +163,8 @@ class Shell final : public QObject {
   std::string NameOfOpenMap(const std::string& path) const;
   void ReadRecentFiles();
   void NoteRecentFile(const std::string& path);
+  void WriteRecentFiles();
+  void ShowTitles();
 
   Workspace& workspace_;
   BoxMessages& boxes_;

@@ -2,6 +2,7 @@
 
 #include "shell/command_menu.h"
 #include "shell/files/dropped_files.h"
+#include "shell/first_size.h"
 #include "shell/list_menus.h"
 #include "shell/shell.h"
 
@@ -9,15 +10,8 @@
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QLabel>
-#include <QScreen>
 
 namespace orvane {
-namespace {
-
-constexpr QSize FirstSize(1200, 800);
-
-}  // namespace
-
 TaskWindow::TaskWindow(Shell& shell)
     : ProgramWindow(WindowKind::Task), shell_(shell), commands_(new CommandMenu(*this)) {
   setObjectName(QStringLiteral("taskWindow"));
@@ -32,7 +26,7 @@ TaskWindow::TaskWindow(Shell& shell)
   grey.setColor(QPalette::WindowText, grey.color(QPalette::PlaceholderText));
   hint->setPalette(grey);
   setCentralWidget(hint);
-  resize(FirstSize.boundedTo(screen()->availableSize()));
+  GiveFirstSize(*this);
   connect(commands_, &CommandMenu::picked, this, [this](int id) {
     shell_.RunCommand(id, *this);
     ShowMenu();  // a command that came to nothing has left its mark
@@ -42,7 +36,7 @@ TaskWindow::TaskWindow(Shell& shell)
 }
 
 void TaskWindow::ShowMenu() {
-  MenuState menu = StartMenu(shell_.TheWorkspace().preferences.europeanDates);
+  MenuState menu = StartMenu(shell_.TheWorkspace().preferences);
   menu.At(CommandFullScreen).checked = isFullScreen();
   commands_->Show(menu, [this](CommandId id) { return shell_.IsPlugged(id); });
 }

@@ -128,6 +128,12 @@ void PlugViewCommands(Shell& shell) {
   shell.Plug(CommandSeconds, OnMap(shell, ShowAngles<CoordinateDisplay::Seconds>));
   shell.Plug(CommandShowWholeMap, OnMap(shell, ShowWholeMap));
   shell.Plug(CommandFullScreen, FullScreen);
+  shell.Plug(CommandSmoothLines, [&shell](ProgramWindow&) {
+    bool& smooth = shell.TheWorkspace().preferences.smoothLines;
+    smooth = !smooth;
+    shell.RefreshMenus();
+    for (MapWindowWidget* window : shell.OpenWindows()) window->View().RequestRepaint();
+  });
   shell.Plug(CommandEuropeanDates, [&shell](ProgramWindow&) {
     bool& european = shell.TheWorkspace().preferences.europeanDates;
     european = !european;

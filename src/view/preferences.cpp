@@ -28,6 +28,7 @@ constexpr std::string_view HideGridKey = "HideGrid=";
 constexpr std::string_view RotateKey = "Rotate=";
 constexpr std::string_view HiddenNamesKey = "ShowHiddenNames=";
 constexpr std::string_view EuropeanDatesKey = "EuropeanDates=";
+constexpr std::string_view SmoothLinesKey = "SmoothLines=";
 
 double Real(std::string_view text) { return ReadReal(text).value; }
 
@@ -52,6 +53,8 @@ bool TakeSetting(std::string_view line, Preferences& settings, WindowPreferences
     settings.showHiddenNames = ReadInt32(*names) != 0;
   } else if (const auto dates = StartsWith(EuropeanDatesKey, line)) {
     settings.europeanDates = ReadInt32(*dates) != 0;
+  } else if (const auto smooth = StartsWith(SmoothLinesKey, line)) {
+    settings.smoothLines = ReadInt32(*smooth) != 0;
   } else {
     return false;
   }
@@ -109,6 +112,7 @@ std::string PreferencesText(const Workspace& workspace, const WindowPreferences&
   std::string text;
   if (workspace.preferences.showHiddenNames) AddLine(text, HiddenNamesKey, 1);
   AddLine(text, EuropeanDatesKey, workspace.preferences.europeanDates ? 1 : 0);
+  if (!workspace.preferences.smoothLines) AddLine(text, SmoothLinesKey, 0);
   AddLine(text, TrailWidthKey, preferences.trailWidth);
   AddLine(text, TrailHeightKey, preferences.trailHeight);
   for (const MapWindow* view : windows) {

@@ -32,7 +32,7 @@ class MenuStateTest : public testing::Test {
 };
 
 TEST_F(MenuStateTest, AtTheStartWhatNeedsAMapIsDisabled) {
-  const MenuState menu = StartMenu(false);
+  const MenuState menu = StartMenu({});
   EXPECT_EQ(Disabled(menu), (std::set<int>{1000,
                                            1003,
                                            1005,
@@ -60,9 +60,12 @@ TEST_F(MenuStateTest, AtTheStartWhatNeedsAMapIsDisabled) {
                                            32026,
                                            CommandSavePicture,
                                            CommandCopyImage,
-                                           CommandShowWholeMap}));
+                                           CommandShowWholeMap,
+                                           CommandReload}));
   EXPECT_FALSE(menu.At(CommandEuropeanDates).checked);
-  EXPECT_TRUE(StartMenu(true).At(CommandEuropeanDates).checked);
+  EXPECT_TRUE(StartMenu({.europeanDates = true}).At(CommandEuropeanDates).checked);
+  EXPECT_TRUE(menu.At(CommandSmoothLines).checked);
+  EXPECT_FALSE(StartMenu({.smoothLines = false}).At(CommandSmoothLines).checked);
 }
 
 TEST_F(MenuStateTest, ANewWindowGoesByItsMap) {
@@ -168,6 +171,14 @@ TEST_F(MenuStateTest, SaveIsOfferedForAChangedMapItsBasisOrAnOlderMap) {
   EXPECT_TRUE(SaveIsOffered(map_));
   EXPECT_TRUE(SaveIsOffered(newer));  // the list goes on behind it
   EXPECT_TRUE(NewMapMenu(view_).At(CommandSave).enabled);
+}
+
+TEST_F(MenuStateTest, OnlyAMapWithAFileIsReloaded) {
+  EXPECT_TRUE(NewMapMenu(view_).At(CommandReload).enabled);
+  map_.flags |= MapUntitled;
+  EXPECT_FALSE(NewMapMenu(view_).At(CommandReload).enabled);
+  map_.fileMark = MarkOf("saved");
+  EXPECT_TRUE(NewMapMenu(view_).At(CommandReload).enabled);
 }
 
 }  // namespace

@@ -348,7 +348,7 @@ TEST_F(SaveMapTest, SaveAsGivesTheMapItsNewName) {
   EXPECT_EQ(dialogs_.questions[0].title, "Save season.map as...");
   EXPECT_EQ(dialogs_.questions[0].file.name, "season.map");
   EXPECT_EQ(dialogs_.questions[0].file.type, "map");
-  EXPECT_EQ(dialogs_.questions[0].file.directory, "/start");
+  EXPECT_EQ(dialogs_.questions[0].file.directory, folder_.Path());
   EXPECT_TRUE(dialogs_.questions[0].save);
   EXPECT_EQ(map.fileName, folder_.Path("other/copy.map"));
   EXPECT_FALSE(IsDirty(map));
@@ -542,7 +542,9 @@ TEST_F(CloseMapTest, ASaveThatComesToNothingKeepsTheWindow) {
 
 TEST_F(SaveMapTest, TheShapefileDialogInsistsOnItsName) {
   dialogs_.paths = {folder_.Path("trees.shp"), folder_.Path("other/points.shp"), ""};
-  EXPECT_EQ(AskShapefileFolder(messages_, Context()), folder_.Path("other"));
+  const Map& map = MakeMap(workspace_, folder_.Path("season.map"));
+  EXPECT_EQ(AskShapefileFolder(map, Context()), folder_.Path("other"));
+  EXPECT_EQ(dialogs_.questions[0].file.directory, folder_.Path());
   ASSERT_EQ(dialogs_.questions.size(), 2U);
   EXPECT_EQ(dialogs_.questions[0].title, "Where should arcview files be placed?");
   EXPECT_EQ(dialogs_.questions[0].file.type, "shp");
@@ -550,24 +552,46 @@ TEST_F(SaveMapTest, TheShapefileDialogInsistsOnItsName) {
   ASSERT_EQ(messages_.Entries().size(), 1U);
   EXPECT_EQ(messages_.Entries()[0].text,
             "Je m'excuse, mais il faut que le nom du ficheur soit \"points.shp\".");
-  EXPECT_EQ(AskShapefileFolder(messages_, Context()), "");
+  EXPECT_EQ(AskShapefileFolder(map, Context()), "");
 }
 
-TEST(FileSpecification, BeginsWithItsTypeWhereMapsWereOpened) {
+TEST(FileSpecification, BeginsWithItsTypeInTheFolderOfTheMap) {
   FileSpecification maps, sheets;
-  PrepareSpecification(maps, maps, "/start", "map");
+  PrepareSpecification(maps, maps, {.mapFolder = "", .defaultDirectory = "/start"}, "map");
   EXPECT_EQ(maps.directory, "/start");
   EXPECT_EQ(maps.type, "map");
   maps.directory = "/maps";
-  PrepareSpecification(sheets, maps, "/start", "txt");
+  PrepareSpecification(sheets, maps, {.mapFolder = "", .defaultDirectory = "/start"}, "txt");
   EXPECT_EQ(sheets.directory, "/maps");
   EXPECT_EQ(sheets.type, "txt");
+  FileSpecification pictures;
+  const DialogStart start{.mapFolder = "/season", .defaultDirectory = "/start"};
+  PrepareSpecification(pictures, maps, start, "png");
+  EXPECT_EQ(pictures.directory, "/season");
+  // Later each goes on where it ended.
   sheets.directory = "/sheets";
   maps.directory = "/elsewhere";
-  PrepareSpecification(sheets, maps, "/start", "txt");
+  PrepareSpecification(sheets, maps, start, "txt");
   EXPECT_EQ(sheets.directory, "/sheets");
   sheets.name = "may.txt";
   EXPECT_EQ(PathOf(sheets), "/sheets/may.txt");
+}
+
+TEST_F(SaveMapTest, SaveAsBeginsInTheFolderOfTheMapEachTime) {
+  dialogs_.paths = {folder_.Path("other/copy.map"), ""};
+  files_.savedMaps.directory = "/elsewhere";
+  Map& map = MakeChanged("season.map");
+  EXPECT_TRUE(SaveMapAs(map, true, Context()));
+  EXPECT_EQ(dialogs_.questions[0].file.directory, folder_.Path());
+  EXPECT_FALSE(SaveMapAs(map, true, Context()));
+  EXPECT_EQ(dialogs_.questions[1].file.directory, folder_.Path("other"));
+}
+
+TEST_F(SaveMapTest, ASavedMapIsLikeItsFile) {
+  Map& map = MakeChanged("season.map");
+  map.flags |= MapUnlikeFile;
+  EXPECT_TRUE(SaveChangedMaps(map, Context()));
+  EXPECT_EQ(map.flags & MapUnlikeFile, 0U);
 }
 
 }  // namespace

@@ -185,11 +185,11 @@ TEST_F(CommandsTest, SaveAsTakesTheNewNameIntoTheTitleOfEachWindow) {
   MapWindowWidget& second = OpenActive(folder_.Path("site.map"));
   dialogs_->paths = {folder_.Path("copy.map"), folder_.Path("simple.map")};
   Press(window, CommandSaveAs);
-  EXPECT_EQ(window.windowTitle().toStdString(), "copy.map[*]");
-  EXPECT_EQ(second.windowTitle().toStdString(), "copy.map[*]");
+  EXPECT_EQ(window.windowTitle().toStdString(), "copy.map:1[*]");
+  EXPECT_EQ(second.windowTitle().toStdString(), "copy.map:2[*]");
   EXPECT_TRUE(std::filesystem::exists(folder_.Path("copy.map")));
   Pick(window, CommandSaveSimplyAs);
-  EXPECT_EQ(window.windowTitle().toStdString(), "simple.map[*]");
+  EXPECT_EQ(window.windowTitle().toStdString(), "simple.map:1[*]");
   EXPECT_TRUE(std::filesystem::exists(folder_.Path("simple.map")));
   EXPECT_EQ(dialogs_->questions[1].title, "Save copy.map as...");
 }
@@ -566,6 +566,100 @@ TEST_F(CommandsTest, TheWindowListBringsAWindowToTheFront) {
   EXPECT_TRUE(entries[1]->isChecked());
   entries[0]->trigger();
   EXPECT_TRUE(QTest::qWaitForWindowActive(&first));
+}
+
+TEST_F(CommandsTest, WindowsOnOneMapAreNumbered) {
+  MapWindowWidget& first = OpenActive(WriteMap("site.map"));
+  MapWindowWidget& other = OpenActive(WriteMap("other.map"));
+  EXPECT_EQ(first.windowTitle().toStdString(), "site.map[*]");
+  MapWindowWidget& second = OpenActive(folder_.Path("site.map"));
+  MapWindowWidget& third = OpenActive(folder_.Path("site.map"));
+  EXPECT_EQ(first.windowTitle().toStdString(), "site.map:1[*]");
+  EXPECT_EQ(second.windowTitle().toStdString(), "site.map:2[*]");
+  EXPECT_EQ(third.windowTitle().toStdString(), "site.map:3[*]");
+  EXPECT_EQ(other.windowTitle().toStdString(), "other.map[*]");
+  second.TryClose();
+  DeliverDeletes();
+  EXPECT_EQ(third.windowTitle().toStdString(), "site.map:3[*]");  // a number stays
+  MapWindowWidget& fourth = OpenActive(folder_.Path("site.map"));
+  EXPECT_EQ(fourth.windowTitle().toStdString(), "site.map:2[*]");
+  QMenu& menu = first.Commands().MenuOf(CommandWindowList);
+  Q_EMIT menu.aboutToShow();
+  QStringList names;
+  const auto actions = menu.actions();
+  for (const QAction* action : actions) {
+    if (action->objectName() == QStringLiteral("listEntry")) names << action->text().mid(4);
+  }
+  EXPECT_EQ(names, (QStringList{"site.map:1", "other.map", "site.map:3", "site.map:2"}));
+  third.TryClose();
+  fourth.TryClose();
+  DeliverDeletes();
+  EXPECT_EQ(first.windowTitle().toStdString(), "site.map[*]");
+}
+
+TEST_F(CommandsTest, ARecentMapThatIsGoneIsOfferedForRemoval) {
+  shell_.ownDirectory = folder_.Path();
+  OpenActive(WriteMap("one.map")).TryClose();
+  MapWindowWidget& window = OpenActive(WriteMap("two.map"));
+  std::filesystem::rename(folder_.Path("one.map"), folder_.Path("gone.map"));
+  workspace_.maps.remove_if(
+      [&](const Map& map) { return map.fileName == folder_.Path("one.map"); });
+  QMenu& menu = window.Commands().MenuOf(CommandRecentMaps);
+  messages_.answers = {2, 1};
+  for (const size_t left : {2U, 1U}) {
+    Q_EMIT menu.aboutToShow();
+    menu.actions()[1]->trigger();
+    EXPECT_EQ(shell_.OpenWindows().size(), 1U);
+    EXPECT_EQ(shell_.RecentFiles().size(), left);
+  }
+  EXPECT_EQ(messages_.Questions()[0].text,
+            folder_.Path("one.map") + " is not there any more. Remove it from the list?");
+  EXPECT_EQ(messages_.Questions()[0].buttons, (std::vector<std::string>{"Remove", "Keep", ""}));
+  EXPECT_EQ(folder_.Read("Orvane.recent"), folder_.Path("two.map") + "\n");
+}
+
+TEST_F(CommandsTest, FileDialogsBeginInTheFolderOfTheMap) {
+  std::filesystem::create_directory(folder_.Path("season"));
+  WriteMap("season/site.map");
+  MapWindowWidget& window = OpenActive(folder_.Path("season/site.map"));
+  for (const CommandId id : {CommandOpenMap, CommandImportGis, CommandSavePicture,
+                             CommandSaveAsArcView, CommandSaveAs}) {
+    shell_.RunCommand(id, window);
+    EXPECT_EQ(dialogs_->questions.back().file.directory, folder_.Path("season")) << id;
+  }
+  MapWindowWidget& scratch = OpenNew();
+  shell_.Files() = {};
+  shell_.RunCommand(CommandOpenMap, scratch);
+  EXPECT_EQ(dialogs_->questions.back().file.directory, folder_.Path());
+}
+
+TEST_F(CommandsTest, LinesAreSmoothUntilTheUserTurnsThatOff) {
+  MapWindowWidget& window = OpenActive(WriteMap("site.map"));
+  MapWindowWidget& second = OpenActive(WriteMap("other.map"));
+  window.View().View().rotation = 20;  // so that its line is not at 45 degrees
+  Press(window, CommandShowWholeMap);
+  const auto greys = [&] {
+    QApplication::processEvents();
+    const QImage image = window.View().grab().toImage();
+    int count = 0;
+    for (int y = 0; y < image.height(); ++y) {
+      for (int x = 0; x < image.width(); ++x) {
+        const QColor color = image.pixelColor(x, y);
+        const bool isMixed = color.red() > 0x40 && color.red() < 0xF0;
+        count += isMixed && color.red() == color.green() ? 1 : 0;
+      }
+    }
+    return count;
+  };
+  EXPECT_TRUE(ActionOf(window, CommandSmoothLines).isChecked());
+  const int smooth = greys();
+  Pick(window, CommandSmoothLines);
+  EXPECT_FALSE(ActionOf(window, CommandSmoothLines).isChecked());
+  EXPECT_FALSE(ActionOf(second, CommandSmoothLines).isChecked());
+  EXPECT_LT(greys(), smooth / 2);
+  Pick(second, CommandSmoothLines);
+  EXPECT_TRUE(ActionOf(window, CommandSmoothLines).isChecked());
+  EXPECT_EQ(greys(), smooth);
 }
 
 }  // namespace

@@ -604,5 +604,23 @@ TEST_F(ChangedOnDisk, ARecoveredMapAsksBeforeItReplacesAFileOfAnotherDay) {
   EXPECT_EQ(folder_.Read("site.map"), SiteText);
 }
 
+TEST_F(RecoveryShell, AtTheEndOfTheSessionEachUnsavedMapIsCopiedAtOnce) {
+  ProgramRun run(folder_, now_);
+  Map& site = run.Open(path_).TheMap();
+  Map& other = run.Open(folder_.Write("other.map", SiteText)).TheMap();
+  run.Open(folder_.Write("third.map", SiteText));
+  Edit(run, site, "one");
+  Edit(run, other, "two");
+  run.recovery->WriteAll();
+  EXPECT_EQ(Copies().size(), 2U);
+  // What a copy holds already is not written again.
+  site.comments.emplace_back("# unseen");
+  run.recovery->WriteAll();
+  for (const std::string& copy : Copies()) EXPECT_FALSE(Holds(copy, "# unseen"));
+  Edit(run, site, "three");
+  run.recovery->WriteAll();
+  EXPECT_TRUE(Holds(Copies()[0] + Copies()[1], "# three"));
+}
+
 }  // namespace
 }  // namespace orvane

@@ -77,7 +77,10 @@ TEST_F(ShellTest, OpensAFileInAWindowThatBearsItsName) {
 TEST_F(ShellTest, TheFirstWindowHasAWholeSizeWithinTheScreen) {
   MapWindowWidget& window = shell_.NewMap();
   const QSize room = window.screen()->availableSize();
-  EXPECT_EQ(window.size(), QSize(1200, 800).boundedTo(room));
+  // On the small screen of these tests there is room for its frame.
+  EXPECT_LT(window.height(), room.height());
+  EXPECT_GT(window.height(), room.height() - 100);
+  EXPECT_LE(window.width(), room.width());
   EXPECT_EQ(window.windowTitle(), QStringLiteral("Untitled[*]"));
   EXPECT_NE(window.View().View().map->flags & MapUntitled, 0U);
 }

@@ -297,5 +297,14 @@ TEST(DefaultDirectory, IsWhatTheUserSetOrWhereAFileStandsOrThePlatforms) {
   EXPECT_EQ(DefaultDirectory("/set", folder.Path(), "/config"), "/set");
 }
 
+TEST_F(PreferencesTest, SmoothLinesAreWrittenOnlyOnceTheyAreTurnedOff) {
+  workspace_.preferences.smoothLines = false;
+  const std::string text = Text();
+  EXPECT_EQ(text, "EuropeanDates=0\r\nSmoothLines=0\r\nTrailWidth=100\r\nTrailHeight=200\r\n");
+  workspace_.preferences.smoothLines = true;
+  Read(text);
+  EXPECT_FALSE(workspace_.preferences.smoothLines);
+}
+
 }  // namespace
 }  // namespace orvane

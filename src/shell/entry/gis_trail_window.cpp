@@ -3,6 +3,7 @@
 #include "model/workspace.h"
 #include "paint/display_text.h"
 #include "shell/entry/after_import.h"
+#include "shell/out_of_memory.h"
 #include "shell/progress/busy_work.h"
 #include "shell/shell.h"
 
@@ -14,6 +15,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include <tuple>
 #include <utility>
 
 namespace orvane {
@@ -130,10 +132,18 @@ void GisTrailWindow::Take(GisField (*take)(GisImport&, const GisTrailFields&)) {
   const GisTrailFields typed = ReadFields();
   Map& map = *import_.map;
   const bool wasDirty = (map.flags & MapDirty) != 0;
-  const GisField bad = [&] {
+  const auto before = std::tuple(import_.current, import_.taken, import_.points);
+  bool taken = false;
+  GisField bad = GisField::None;
+  RunWithinMemory(shell_, [&] {
     const BusyWork busy(shell_.TheWorkspace(), shell_.Boxes(), tr("taking tracks"), shell_.clock);
-    return take(import_, typed);
-  }();
+    ChangeMaps(shell_, [&] { bad = take(import_, typed); });
+    taken = true;
+  });
+  if (!taken) {
+    std::tie(import_.current, import_.taken, import_.points) = before;
+    return;
+  }
   for (const Row& row : rows_) {
     if (bad == GisField::None || row.field != bad) continue;
     shell_.Beep();

@@ -1,6 +1,7 @@
 #include "shell/files/dropped_files.h"
 
 #include "shell/files/local_files.h"
+#include "shell/out_of_memory.h"
 #include "shell/shell.h"
 
 #include <QDragEnterEvent>
@@ -18,7 +19,9 @@ void WelcomeFiles(QDragEnterEvent& event) {
 void OpenDroppedFiles(Shell& shell, QDropEvent& event) {
   event.acceptProposedAction();
   const auto open = [&shell, files = LocalFilesOf(*event.mimeData())] {
-    for (const std::string& file : files) shell.OpenFile(file);
+    for (const std::string& file : files) {
+      RunWithinMemory(shell, [&] { shell.OpenFile(file); });
+    }
   };
   QMetaObject::invokeMethod(&shell, open, Qt::QueuedConnection);
 }

@@ -39,7 +39,7 @@ std::optional<std::string> FindHelpFile(Shell& shell, const std::string& program
   }
   Messages& messages = shell.TheWorkspace().messages;
   while (true) {
-    PrepareSpecification(file, shell.Files().maps, shell.dialogDirectory, "qch");
+    PrepareSpecification(file, shell.Files().maps, {"", shell.dialogDirectory}, "qch");
     if (file.name.empty()) file.name = HelpFileName;
     switch (shell.Dialogs().AskOpen("Please Find and Open help file...", file)) {
       case FileAnswer::Failed:

@@ -1,5 +1,6 @@
 #include "shell/map/map_view.h"
 
+#include "model/workspace.h"
 #include "paint/qt_canvas.h"
 #include "shell/map/map_note.h"
 #include "view/draw_map.h"
@@ -136,7 +137,8 @@ void MapView::DrawBuffer() {
   if (buffer_.isNull()) return;
   const PixelRect area{0, 0, view_.clientWidth, view_.clientHeight};
   QPainter painter(&buffer_);
-  QtCanvas canvas(painter, *fonts_, area);
+  const CanvasOptions options{.antialias = view_.map->workspace->preferences.smoothLines};
+  QtCanvas canvas(painter, *fonts_, area, options);
   view_.target = &canvas;
   TakeFontMetrics(view_);
   canvas.Clear(view_.background);

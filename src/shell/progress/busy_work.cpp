@@ -121,12 +121,14 @@ void BusyWork::ShowBox() {
     unpainted_.emplace_back(window);
   }
   box_ = std::make_unique<ProgressBox>(occasion_, QApplication::activeWindow());
-  QObject::connect(box_.get(), &ProgressBox::cancelRequested, box_.get(), [this] {
-    Cancel();
-    box_->ShowStopping();
-  });
+  QObject::connect(box_.get(), &ProgressBox::cancelRequested, box_.get(), [this] { Stop(); });
   guard_ = std::make_unique<EventGuard>(*box_);
   box_->show();
+}
+
+void BusyWork::Stop() {
+  Cancel();
+  if (box_) box_->ShowStopping();
 }
 
 void BusyWork::Serve() {

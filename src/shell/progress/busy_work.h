@@ -43,6 +43,9 @@ class BusyWork final : public Progress {
 
   void Reach(WorkStage stage, size_t done, size_t of) override;
 
+  /// Cancels the work, as the button of the box does.
+  void Stop();
+
  private:
   void ShowBox();
   void HideBox();

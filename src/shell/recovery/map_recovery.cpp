@@ -3,8 +3,8 @@
 #include "base/file_names.h"
 #include "base/messages.h"
 #include "commands/map_facts.h"
-#include "model/map_chain.h"
 #include "mapfile/recovery_differences.h"
+#include "model/map_chain.h"
 #include "shell/map_window_widget.h"
 #include "shell/messages/box_messages.h"
 #include "shell/recovery/recovery_dialog.h"
@@ -15,6 +15,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <new>
 #include <utility>
 
 namespace orvane {
@@ -154,8 +155,25 @@ void MapRecovery::WriteWhatIsDue() {
   if (!failed.empty()) TellOfFailure(*failed.front());
 }
 
+void MapRecovery::WriteAll() {
+  for (Map& map : shell_.TheWorkspace().maps) {
+    const auto found = kept_.find(&map);
+    if (found != kept_.end() && found->second.timing.Due(std::nullopt)) {
+      WriteCopy(map, found->second);
+    }
+  }
+  Schedule();
+}
+
 void MapRecovery::WriteCopy(Map& map, Kept& kept) {
-  const std::string text = RecoveryText(map);
+  try {
+    WriteText(map, kept, RecoveryText(map));
+  } catch (const std::bad_alloc&) {
+    kept.timing.NoteFailed(clock());
+  }
+}
+
+void MapRecovery::WriteText(const Map& map, Kept& kept, const std::string& text) {
   const FileMark mark = MarkOf(text);
   if (kept.mark != mark) {
     if (kept.slot.empty()) kept.slot = folder_.NewSlot();
@@ -202,6 +220,7 @@ void PlugRecovery(Shell& shell) {
   // The shell frees it.
   auto* recovery = new MapRecovery(shell, JoinPath(shell.ownDirectory, FolderName));
   shell.recoverMaps = [recovery] { return recovery->OfferCopies(); };
+  shell.writeCopies = [recovery] { recovery->WriteAll(); };
 }
 
 }  // namespace orvane

@@ -40,6 +40,9 @@ class MapRecovery final : public QObject {
 
   /// Writes each copy that is due by now.
   void WriteWhatIsDue();
+  /// Writes a copy of each map with changes that no copy holds yet, due or not: the program is about
+  /// to end, or memory has run out. What can't be written is passed over.
+  void WriteAll();
 
   bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -60,6 +63,7 @@ class MapRecovery final : public QObject {
   void Settle(const Map& map);
   bool MayWriteNow() const;
   void WriteCopy(Map& map, Kept& kept);
+  void WriteText(const Map& map, Kept& kept, const std::string& text);
   void TellOfFailure(const Map& map);
   void Schedule();
 

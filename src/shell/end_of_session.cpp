@@ -1,0 +1,82 @@
+#include "shell/end_of_session.h"
+
+#include "model/workspace.h"
+#include "shell/progress/busy_work.h"
+#include "shell/shell.h"
+
+#include <QSocketNotifier>
+
+#include <cerrno>
+#include <csignal>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace orvane {
+namespace {
+
+constexpr int Signals[] = {SIGTERM, SIGHUP, SIGINT};
+
+/// The writing end of the pipe. A handler of signals can reach nothing else.
+volatile sig_atomic_t writingEnd = -1;
+
+/// All that may be done here is to write: the rest follows in the event loop.
+void HandleSignal(int signal) {
+  const int error = errno;
+  const auto byte = static_cast<unsigned char>(signal);
+  [[maybe_unused]] const ssize_t written = ::write(writingEnd, &byte, 1);
+  errno = error;
+}
+
+void EndBy(int signal) {
+  std::signal(signal, SIG_DFL);
+  std::raise(signal);
+}
+
+}  // namespace
+
+bool WriteBeforeEnd(Shell& shell) {
+  if (shell.writePreferences) shell.writePreferences();
+  if (auto* work = dynamic_cast<BusyWork*>(shell.TheWorkspace().progress)) {
+    work->Stop();
+    return false;
+  }
+  if (shell.writeCopies) shell.writeCopies();
+  return true;
+}
+
+EndSignals::EndSignals(Shell& shell) : end(EndBy), shell_(shell) {
+  if (::pipe2(ends_, O_CLOEXEC | O_NONBLOCK) != 0) return;
+  writingEnd = ends_[1];
+  auto* notifier = new QSocketNotifier(ends_[0], QSocketNotifier::Read, this);
+  connect(notifier, &QSocketNotifier::activated, this, &EndSignals::Receive);
+  for (const int signal : Signals) {
+    struct sigaction action {};
+    if (::sigaction(signal, nullptr, &action) != 0 || action.sa_handler == SIG_IGN) continue;
+    action = {};
+    action.sa_handler = HandleSignal;
+    action.sa_flags = SA_RESTART;
+    ::sigaction(signal, &action, nullptr);
+  }
+}
+
+EndSignals::~EndSignals() {
+  if (ends_[0] < 0) return;
+  for (const int signal : Signals) {
+    struct sigaction action {};
+    const bool isOurs =
+        ::sigaction(signal, nullptr, &action) == 0 && action.sa_handler == HandleSignal;
+    if (isOurs) std::signal(signal, SIG_DFL);
+  }
+  writingEnd = -1;
+  ::close(ends_[0]);
+  ::close(ends_[1]);
+}
+
+void EndSignals::Receive() {
+  // Without a byte taken this is called again, until the work at hand has stopped.
+  if (!WriteBeforeEnd(shell_)) return;
+  unsigned char signal = 0;
+  if (::read(ends_[0], &signal, 1) == 1) end(signal);
+}
+
+}  // namespace orvane

@@ -1,0 +1,40 @@
+#include "shell/out_of_memory.h"
+
+#include "base/messages.h"
+#include "editing/map_delta.h"
+#include "editing/solve_edited.h"
+#include "model/workspace.h"
+#include "shell/shell.h"
+
+#include <new>
+
+namespace orvane {
+
+void RunWithinMemory(Shell& shell, const std::function<void()>& work) {
+  try {
+    work();
+  } catch (const std::bad_alloc&) {
+    ReportOutOfMemory(shell);
+  }
+}
+
+void ChangeMaps(Shell& shell, const std::function<void()>& change) {
+  MapSnapshot before(shell.TheWorkspace());
+  try {
+    change();
+  } catch (const std::bad_alloc&) {
+    MapDelta delta = before.TakeDelta();
+    delta.Swap();
+    RefreshAfterSwap(delta);
+    throw;
+  }
+}
+
+void ReportOutOfMemory(Shell& shell) {
+  shell.TheWorkspace().reading = {};
+  if (shell.writeCopies) shell.writeCopies();
+  NoteError(shell.TheWorkspace().messages,
+            "There is not enough memory for this. It is given up, and your maps are as they were.");
+}
+
+}  // namespace orvane

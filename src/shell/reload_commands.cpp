@@ -1,0 +1,164 @@
+#include "shell/reload_commands.h"
+
+#include "base/file_names.h"
+#include "mapfile/reread_maps.h"
+#include "paint/display_text.h"
+#include "shell/files/local_files.h"
+#include "shell/map/map_view.h"
+#include "shell/map/reload_bar.h"
+#include "shell/map_window_widget.h"
+#include "shell/out_of_memory.h"
+#include "shell/progress/busy_work.h"
+#include "shell/shell.h"
+#include "view/row_memory.h"
+
+#include <QGuiApplication>
+
+#include <algorithm>
+#include <vector>
+
+namespace orvane {
+namespace {
+
+/// Programs write a file in several steps.
+constexpr int SettleMilliseconds = 300;
+
+/// The windows on any of some maps.
+std::vector<MapWindowWidget*> WindowsOn(const Shell& shell, const std::vector<Map*>& maps) {
+  std::vector<MapWindowWidget*> windows;
+  for (MapWindowWidget* window : shell.OpenWindows()) {
+    if (std::find(maps.begin(), maps.end(), &window->TheMap()) != maps.end()) {
+      windows.push_back(window);
+    }
+  }
+  return windows;
+}
+
+/// Keeps the rows of windows over a change of what they point to.
+class KeptRows {
+ public:
+  explicit KeptRows(std::vector<MapWindowWidget*> windows) : windows_(std::move(windows)) {
+    for (MapWindowWidget* window : windows_) {
+      memories_.push_back(RememberRows(window->View().View()));
+    }
+  }
+
+  void BringBack() {
+    // First of all no row leads to what is gone.
+    for (MapWindowWidget* window : windows_) {
+      window->View().View().trailViews.clear();
+      window->View().View().rangeViews.clear();
+    }
+    for (size_t i = 0; i < windows_.size(); ++i) {
+      RebuildRows(windows_[i]->View().View(), memories_[i]);
+    }
+  }
+
+ private:
+  std::vector<MapWindowWidget*> windows_;
+  std::vector<RowMemory> memories_;
+};
+
+void ReloadCommand(Shell& shell, ProgramWindow& window) {
+  if (window.MapSide() == nullptr) {
+    shell.Beep();
+    return;
+  }
+  ReloadMap(shell, window.MapSide()->TheMap());
+}
+
+}  // namespace
+
+bool ReloadMap(Shell& shell, Map& map) {
+  if (!AskBeforeReloading(map)) return false;
+  const std::vector<Map*> tied = MapsTiedTo(map);
+  const std::vector<MapWindowWidget*> windows = WindowsOn(shell, tied);
+  for (MapWindowWidget* window : windows) {
+    if (!window->CloseDependents()) return false;
+  }
+  const bool wasDirty = (map.flags & MapDirty) != 0;
+  {
+    const QString name = DisplayText(BaseName(map.fileName));
+    const BusyWork busy(shell.TheWorkspace(), shell.Boxes(), Shell::tr("Reloading %1").arg(name),
+                        shell.clock);
+    KeptRows rows(windows);
+    if (RereadMap(map) != RereadOutcome::Done) return false;
+    rows.BringBack();
+  }
+  for (MapWindowWidget* window : windows) {
+    window->View().RequestRepaint();
+    window->RefreshMarks();
+  }
+  shell.NoteReread(map, wasDirty);
+  return true;
+}
+
+ReloadWatch::ReloadWatch(Shell& shell) : QObject(&shell), shell_(shell) {
+  soon_.setSingleShot(true);
+  soon_.setInterval(SettleMilliseconds);
+  connect(&soon_, &QTimer::timeout, this, &ReloadWatch::Look);
+  const auto lookSoon = [this] { soon_.start(); };
+  connect(&files_, &QFileSystemWatcher::fileChanged, this, lookSoon);
+  connect(&files_, &QFileSystemWatcher::directoryChanged, this, lookSoon);
+  connect(&shell, &Shell::windowsChanged, this, lookSoon);
+  connect(&shell, &Shell::mapSaved, this, lookSoon);
+  connect(&shell, &Shell::mapReread, this, &ReloadWatch::Look);
+  connect(&shell, &Shell::reloadAnswered, this, &ReloadWatch::TakeAnswer);
+  connect(qApp, &QGuiApplication::applicationStateChanged, this, lookSoon);
+}
+
+void ReloadWatch::WatchFiles() {
+  QStringList wanted;
+  for (MapWindowWidget* window : shell_.OpenWindows()) {
+    for (const Map* map = &window->TheMap(); map != nullptr; map = map->basis) {
+      // A file that is replaced is seen by its folder alone.
+      const std::string folder(DirectoryName(map->fileName));
+      wanted << LocalFileName(map->fileName) << LocalFileName(folder.empty() ? "." : folder);
+    }
+  }
+  const QStringList watched = files_.files() + files_.directories();
+  for (const QString& path : watched) {
+    if (!wanted.contains(path)) files_.removePath(path);
+  }
+  wanted.removeDuplicates();
+  for (const QString& path : watched) wanted.removeAll(path);
+  if (!wanted.isEmpty()) files_.addPaths(wanted);
+}
+
+Map* ReloadWatch::ChangedMapOf(MapWindowWidget& window) {
+  for (Map* map = &window.TheMap(); map != nullptr; map = map->basis) {
+    if (news_.HasNews(*map)) return map;
+  }
+  return nullptr;
+}
+
+void ReloadWatch::TakeAnswer(MapWindowWidget* window, bool reload) {
+  Map* changed = ChangedMapOf(*window);
+  if (changed != nullptr && reload) {
+    RunWithinMemory(shell_, [&] { ReloadMap(shell_, *changed); });
+  } else if (changed != nullptr) {
+    news_.Decline(*changed);
+  }
+  Look();
+}
+
+void ReloadWatch::Look() {
+  // Maps are in the middle of a change.
+  if (shell_.TheWorkspace().progress != nullptr) {
+    soon_.start();
+    return;
+  }
+  WatchFiles();
+  for (MapWindowWidget* window : shell_.OpenWindows()) {
+    const Map* changed = ChangedMapOf(*window);
+    window->Offer().Show(changed == nullptr ? QString()
+                                            : DisplayText(NewsText(window->TheMap(), *changed)));
+  }
+}
+
+void PlugReload(Shell& shell) {
+  new ReloadWatch(shell);  // the shell frees it
+  shell.Plug(CommandReload, [&shell](ProgramWindow& window) { ReloadCommand(shell, window); });
+}
+
+}  // namespace orvane
