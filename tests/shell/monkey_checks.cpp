@@ -65,7 +65,8 @@ bool NeedsMap(CommandId id) {
       CommandPointIndex, CommandDelete,     CommandCloseMap,       CommandSave,
       CommandSaveAs,     CommandAdd,        CommandImportSubmap,   CommandCheckTrails,
       CommandZoomOut,    CommandChangeZoom, CommandRangeStats,     CommandSaveSimplyAs,
-      CommandZoomIn,     CommandCopyImage,  CommandSavePicture,    CommandShowWholeMap};
+      CommandZoomIn,     CommandCopyImage,  CommandSavePicture,    CommandShowWholeMap,
+      CommandReload};
   return std::find(Ids.begin(), Ids.end(), id) != Ids.end();
 }
 
@@ -124,6 +125,7 @@ void Monkey::CheckStartMenu(TaskWindow& window) {
         << command.text;
     const bool checked =
         (command.id == CommandEuropeanDates && workspace_.preferences.europeanDates) ||
+        (command.id == CommandSmoothLines && workspace_.preferences.smoothLines) ||
         (command.id == CommandFullScreen && window.isFullScreen());
     EXPECT_EQ(action.isChecked(), checked) << command.text;
   }
@@ -168,6 +170,7 @@ void Monkey::CheckMenu(MapWindowWidget& window) {
   checked(CommandMinutes, view.coordinateDisplay == CoordinateDisplay::Minutes);
   checked(CommandSeconds, view.coordinateDisplay == CoordinateDisplay::Seconds);
   checked(CommandEuropeanDates, workspace_.preferences.europeanDates);
+  checked(CommandSmoothLines, workspace_.preferences.smoothLines);
   checked(CommandHideGrids, (view.flags & MapWindowGridsHidden) != 0);
   checked(CommandHideInfo, (view.flags & (MapWindowInfoShown | MapWindowInfoWaits)) == 0);
   checked(CommandFullScreen, window.isFullScreen());
