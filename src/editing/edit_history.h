@@ -17,8 +17,8 @@ namespace orvane {
 struct EditFollowUp {
   bool solve = false;  ///< positions and all ranges, by `SolveEdited` on the map of the edit
   std::vector<Range*>
-      ranges;              ///< of that map, to be analysed in this order; `solve` does it anyway
-  bool solved = false;     ///< the change has solved the map and analysed its ranges itself
+      ranges;           ///< of that map, to be analysed in this order; `solve` does it anyway
+  bool solved = false;  ///< the change has solved the map and analysed its ranges itself
   std::vector<const Trail*> recolored;  ///< trails whose rows take the colour that they now have
   bool freshRows = false;  ///< windows forget what their rows of trails and ranges looked like
 };
