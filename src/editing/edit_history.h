@@ -15,12 +15,16 @@ namespace orvane {
 
 /// What has to follow a change of the records. The change asks for it, and `EditHistory` does it.
 struct EditFollowUp {
-  bool solve = false;  ///< positions and all ranges, by `SolveEdited` on the map of the edit
-  std::vector<Range*>
-      ranges;           ///< of that map, to be analysed in this order; `solve` does it anyway
-  bool solved = false;  ///< the change has solved the map and analysed its ranges itself
-  std::vector<const Trail*> recolored;  ///< trails whose rows take the colour that they now have
-  bool freshRows = false;  ///< windows forget what their rows of trails and ranges looked like
+  /// Positions and all ranges, by `SolveEdited` on the map of the edit.
+  bool solve = false;
+  /// Ranges of that map, to be analysed in this order; `solve` does it anyway.
+  std::vector<Range*> ranges;
+  /// The change has solved the map and analysed its ranges itself.
+  bool solved = false;
+  /// Trails whose rows take the colour that they now have.
+  std::vector<const Trail*> recolored;
+  /// Windows forget what their rows of trails and ranges looked like.
+  bool freshRows = false;
 };
 
 /// A change of a map, ready to be carried out: what every editor, import and command hands to

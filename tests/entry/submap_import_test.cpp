@@ -21,9 +21,8 @@ struct SubmapImportTest : MapFixture {
 };
 
 TEST_F(SubmapImportTest, AddsToTheMapAndPlacesWhatIsNew) {
-  EXPECT_EQ(
-      Import("T\tSide\nC\tHut\tCamp\t100\t90\nR\tAll\nR\tMore\nH\tCamp\t100\t2\t3\n"),
-      "Imported 1 point, 1 trail, 2 ranges and 1 grid" + From());
+  EXPECT_EQ(Import("T\tSide\nC\tHut\tCamp\t100\t90\nR\tAll\nR\tMore\nH\tCamp\t100\t2\t3\n"),
+            "Imported 1 point, 1 trail, 2 ranges and 1 grid" + From());
   EXPECT_TRUE(Named(map, "Hut").flags & PointPlaced);
   EXPECT_EQ(map.flags & MapDirty, 0U);
   EXPECT_EQ(Said(), Texts{});
