@@ -140,7 +140,7 @@ class ScriptRun {
 };
 
 const std::vector<ScriptRun::Word>& ScriptRun::Words() {
-  static const std::vector<Word> AllWords = {
+  static const std::vector<Word> allWords = {
       {"select", 1, AnyNumber, &ScriptRun::Select},
       {"add-select", 1, AnyNumber, &ScriptRun::AddSelect},
       {"tick", 2, AnyNumber, &ScriptRun::Tick},
@@ -170,7 +170,7 @@ const std::vector<ScriptRun::Word>& ScriptRun::Words() {
       {"save", 1, 1, &ScriptRun::Save},
       {"show", 1, 1, &ScriptRun::Show},
   };
-  return AllWords;
+  return allWords;
 }
 
 Fault ScriptRun::Run(const Fields& line) {
@@ -420,6 +420,7 @@ Fault ScriptRun::OpenRange(const Fields&) {
   return {};
 }
 
+// NOLINTNEXTLINE(readability-make-member-function-const): it changes the open editor
 Fault ScriptRun::Field(const Fields& fields) {
   const std::string text = fields.size() > 1 ? fields[1] : "";
   if (session_.rangeEditor) {
@@ -442,6 +443,7 @@ Fault ScriptRun::Field(const Fields& fields) {
   return {};
 }
 
+// NOLINTNEXTLINE(readability-make-member-function-const): it changes the open editor
 Fault ScriptRun::Mode(const Fields& fields) {
   if (!session_.trailEditor) return "no trail editor is open";
   const auto mode = ValueOfWord(EntryModeWords, fields[0]);
@@ -502,6 +504,7 @@ Fault ScriptRun::Move(const Fields& fields) {
   return {};
 }
 
+// NOLINTNEXTLINE(readability-make-member-function-const): it changes the open editor
 Fault ScriptRun::ClickOnMap(const Fields& fields) {
   constexpr double MostLatitude = 90;
   constexpr double MostLongitude = 540;

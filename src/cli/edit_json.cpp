@@ -135,7 +135,7 @@ std::string PanesJson(const EditSession& session) {
   return panes.dump();
 }
 
-std::string EditorJson(EditSession& session) {
+std::string EditorJson(const EditSession& session) {
   if (session.trailEditor) return TrailEditorJson(*session.trailEditor).dump();
   if (session.rangeEditor) return RangeEditorJson(*session.rangeEditor).dump();
   return "null";

@@ -25,7 +25,7 @@ EditSession::EditSession(Map& mapToEdit, LineMessages& messagesToUse)
   history.Listen([this](const EditNews& news) { FollowEdit(view, news); });
 }
 
-CellModel* EditSession::Table() {
+CellModel* EditSession::Table() const {
   if (trailEditor) return trailEditor.get();
   return rangeEditor.get();
 }

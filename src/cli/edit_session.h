@@ -24,7 +24,7 @@ struct EditSession {
   EditSession& operator=(const EditSession&) = delete;
 
   /// \return the editor that is open as a table, or null
-  CellModel* Table();
+  CellModel* Table() const;
   /// \return true if the open editor would lose something
   bool HasChanges() const;
   void CloseEditor();
@@ -55,6 +55,6 @@ inline constexpr std::array<std::pair<const char*, EntryMode>, 3> EntryModeWords
 /// The rows of both panes as one line of JSON.
 std::string PanesJson(const EditSession& session);
 /// The open editor as one line of JSON, or "null".
-std::string EditorJson(EditSession& session);
+std::string EditorJson(const EditSession& session);
 
 }  // namespace orvane

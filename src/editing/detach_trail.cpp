@@ -45,7 +45,7 @@ void TrailDetacher::FindHolders() {
     for (Trail& other : each->trails) {
       if (&other == &trail_) continue;
       for (const Point* point : other.points) {
-        if (own.count(point) != 0) holders_.try_emplace(point, each == &map_ ? &other : nullptr);
+        if (own.contains(point)) holders_.try_emplace(point, each == &map_ ? &other : nullptr);
       }
     }
   }
@@ -101,7 +101,7 @@ void TrailDetacher::RemoveGone() {
   }
   for (Point* point : going_) {
     const bool canStay = !point->name.empty() && !IsTimeName(point->name);
-    if (canStay && needed.count(point) != 0) {
+    if (canStay && needed.contains(point)) {
       map_.loosePoints.push_front(point);
     } else {
       TakeOut(*point);

@@ -14,7 +14,8 @@
 #include "survey/positions.h"
 
 #include <algorithm>
-#include <cstring>
+#include <bit>
+#include <cstdint>
 #include <iterator>
 #include <tuple>
 #include <unordered_map>
@@ -154,11 +155,14 @@ PointPlace PlaceOf(const Point& point) {
   return {.geo = point.geo, .placed = (point.flags & PointPlaced) != 0};
 }
 
-/// Compares bits: a place that is not a number is the same place still.
+/// The bits of a number. A place that is not a number is the same place still.
+std::uint64_t BitsOf(double value) { return std::bit_cast<std::uint64_t>(value); }
+std::uint32_t BitsOf(float value) { return std::bit_cast<std::uint32_t>(value); }
+
 bool Differs(const Point& point, const PointPlace& place) {
-  return std::memcmp(&point.geo.lat, &place.geo.lat, sizeof(double)) != 0 ||
-         std::memcmp(&point.geo.lon, &place.geo.lon, sizeof(double)) != 0 ||
-         std::memcmp(&point.geo.altitude, &place.geo.altitude, sizeof(float)) != 0 ||
+  return BitsOf(point.geo.lat) != BitsOf(place.geo.lat) ||
+         BitsOf(point.geo.lon) != BitsOf(place.geo.lon) ||
+         BitsOf(point.geo.altitude) != BitsOf(place.geo.altitude) ||
          ((point.flags & PointPlaced) != 0) != place.placed;
 }
 
@@ -328,7 +332,7 @@ struct RecordsDelta {
 
   bool Empty() const { return order.Empty() && contents.empty(); }
   size_t Bytes() const {
-    return (order.other.size() + order.length) * sizeof(Item*) +
+    return (order.other.size() + order.length) * sizeof(void*) +
            contents.size() * sizeof(std::pair<Item*, Content>);
   }
 };
@@ -427,7 +431,7 @@ struct MapDelta::OneMap {
 
 namespace {
 
-size_t BytesOf(const TrailContent& trail) { return trail.points.size() * sizeof(Point*); }
+size_t BytesOf(const TrailContent& trail) { return trail.points.size() * sizeof(void*); }
 
 /// Of a point's texts only those that are outside its record count.
 size_t BytesOf(const PointContent& point) {
@@ -535,8 +539,8 @@ size_t MapDelta::OneMap::Bytes() const {
                  points.size() * sizeof(points.front()) + places.size() * sizeof(places.front());
   for (const auto& [trail, content] : trails.contents) bytes += BytesOf(content);
   for (const auto& [point, content] : points) bytes += BytesOf(content);
-  bytes += (loose.other.size() + nameless.other.size()) * sizeof(Point*);
-  for (const Stretch<Point>& stretch : buckets) bytes += stretch.other.size() * sizeof(Point*);
+  bytes += (loose.other.size() + nameless.other.size()) * sizeof(void*);
+  for (const Stretch<Point>& stretch : buckets) bytes += stretch.other.size() * sizeof(void*);
   return bytes;
 }
 

@@ -16,7 +16,7 @@ constexpr int ColumnWidth = 70;
 constexpr int MinutesOfHour = 60;
 
 const std::vector<CellColumn>& RangeColumns() {
-  static const std::vector<CellColumn> Columns = {
+  static const std::vector<CellColumn> columns = {
       {.title = "Trail Type",
        .hint = "Enter a type of trail\nyou are interested\nin putting in this range\n"
                "(ie. \"Ha II\" for\nHapalemur aureus\ntroop 2)\nOr enter a template\nfor a set of "
@@ -38,7 +38,7 @@ const std::vector<CellColumn>& RangeColumns() {
        .hint = "Enter an ending time\nfor this range\n(or leave blank)",
        .width = ColumnWidth},
   };
-  return Columns;
+  return columns;
 }
 
 std::string TimeText(const RangeRow& row, int minutes) {

@@ -55,6 +55,8 @@ class MapMemory : public std::pmr::memory_resource {
 template <typename T>
 class MapAllocator {
  public:
+  // NOLINTBEGIN(readability-identifier-naming, bugprone-sizeof-expression): the names that containers
+  // ask for; the items of some are pointers.
   using value_type = T;
   using propagate_on_container_swap = std::true_type;
   using propagate_on_container_move_assignment = std::true_type;
@@ -71,6 +73,7 @@ class MapAllocator {
   void deallocate(T* items, size_t count) noexcept {
     memory_->deallocate(items, count * sizeof(T), alignof(T));
   }
+  // NOLINTEND(readability-identifier-naming, bugprone-sizeof-expression)
   std::pmr::memory_resource* Memory() const noexcept { return memory_; }
 
   template <typename Other>

@@ -29,7 +29,7 @@ void DropTrailRows(std::list<TrailPanelRow>& rows, const TrailSet& present) {
     const bool wasGroup = !row->children.empty();
     DropTrailRows(row->children, present);
     const bool isContour = row->trail != nullptr && (row->trail->flags & TrailContour) != 0;
-    const bool isGone = row->trail != nullptr && !isContour && present.count(row->trail) == 0;
+    const bool isGone = row->trail != nullptr && !isContour && !present.contains(row->trail);
     const bool isEmptied = wasGroup && row->children.empty();
     row = isGone || isEmptied ? rows.erase(row) : std::next(row);
   }
@@ -41,7 +41,7 @@ void MatchTrailRows(MapWindow& view) {
   TrailSet shown;
   for (const TrailPanelRow* row : TrailRowsInOrder(view.trailViews)) shown.insert(row->trail);
   for (Trail* trail : trails) {
-    if (shown.count(trail) == 0) AddTrailRow(view, *trail);
+    if (!shown.contains(trail)) AddTrailRow(view, *trail);
   }
 }
 
@@ -49,11 +49,11 @@ void MatchRangeRows(MapWindow& view) {
   std::unordered_set<const Range*> present;
   for (const Range& range : view.map->ranges) present.insert(&range);
   view.rangeViews.remove_if([&](const RangePanelRow& row) {
-    return row.range != nullptr && present.count(row.range) == 0;
+    return row.range != nullptr && !present.contains(row.range);
   });
   for (const RangePanelRow& row : view.rangeViews) present.erase(row.range);
   for (Range& range : view.map->ranges) {
-    if (present.count(&range) != 0) AddRangeRow(view, &range, nullptr);
+    if (present.contains(&range)) AddRangeRow(view, &range, nullptr);
   }
 }
 
