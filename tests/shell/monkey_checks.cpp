@@ -50,6 +50,7 @@ Offer OfferOf(CommandId id) {
     case CommandViewControl:
     case CommandCheckTrails:
     case CommandElevation:
+    case CommandReload:
       return Offer::Elsewhere;
     default:
       return Offer::Always;
@@ -147,6 +148,7 @@ void Monkey::CheckMenu(MapWindowWidget& window) {
   expect(CommandSave, MaySave(workspace_, map));
   expect(CommandOpenBasis, map.basis != nullptr);
   expect(CommandSetBasis, map.basis == nullptr);
+  expect(CommandReload, (map.flags & MapUntitled) == 0 || map.fileMark.has_value());
   const bool overList = place == FocusPlace::TrailList || place == FocusPlace::RangeList;
   expect(CommandAdd, overList);
   if (!overList) {
