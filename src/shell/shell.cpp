@@ -290,6 +290,10 @@ SaveContext Shell::Saving() {
           .written =
               [this](Map& map, const std::string& path) {
                 NoteRecentFile(path);
+                // A map that had no file until now can be reloaded.
+                for (MapWindowWidget* window : openWindows_) {
+                  if (&window->TheMap() == &map) window->RefreshMarks();
+                }
                 Q_EMIT mapSaved(&map, LocalFileName(path));
               }};
 }
