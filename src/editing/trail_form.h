@@ -2,6 +2,7 @@
 
 #include "model/records.h"
 
+#include <array>
 #include <string>
 #include <string_view>
 
@@ -37,7 +38,7 @@ class TrailForm {
   void Enable(TrailField field, bool enabled) { At(field).enabled = enabled; }
   void ApplyRules();
 
-  Field fields_[TrailFields];
+  std::array<Field, TrailFields> fields_;
   bool isNew_ = true;
   // What the rules found when they were applied last.
   bool hadType_ = false;
