@@ -147,9 +147,11 @@ BoxLayout LayOutBox(const BoxMeasures& measures, int widest, int highest) {
   const int textNeeds = textWidth + TextMargins;
   const int rowNeeds = count * (buttonWidth + ButtonGap) + 16;
   const int editNeeds = measures.editHeight > 0 ? measures.editHeight + RowGap : 0;
+  const int wished =
+      std::max({textNeeds, measures.titleWidth, measures.editWidth + 2 * SideMargin});
 
   BoxLayout layout;
-  layout.width = std::max(rowNeeds, std::min(textNeeds, widest));
+  layout.width = std::max(rowNeeds, std::min(wished, widest));
   const int below = measures.buttonHeight + RowMargins + editNeeds;
   const int allLines = std::max(lines * measures.lineHeight + TextTop, LeastTextHeight);
   const int textBottom =
@@ -175,7 +177,7 @@ BoxLayout LayOutBox(const BoxMeasures& measures, int widest, int highest) {
   }
   const BoxPlace first{
       .x = SideMargin, .y = rowTop, .width = buttonWidth, .height = measures.buttonHeight};
-  layout.buttons = LayOutRow(count, first, layout.width, textNeeds > rowNeeds);
+  layout.buttons = LayOutRow(count, first, layout.width, wished > rowNeeds);
   return layout;
 }
 

@@ -48,6 +48,8 @@ struct BoxMeasures {
   std::vector<int> buttonWidths;  ///< of each button's text, without its frame
   int buttonHeight = 0;
   int editHeight = 0;  ///< of the field; 0 for a box without one
+  int editWidth = 0;   ///< the least for the field
+  int titleWidth = 0;  ///< the least for a box whose title is to be read whole
 };
 
 /// Where everything stands, from the upper left corner of the box.
@@ -64,8 +66,8 @@ struct BoxLayout {
 constexpr int BoxPictureAt = 10;
 constexpr int BoxPictureSize = 32;
 
-/// Lays a box out. All buttons have one width; if the text is wider than their row, they are
-/// spread over the box, and a single one stands in its middle.
+/// Lays a box out. All buttons have one width; if the text, the title or the field is wider than
+/// their row, they are spread over the box, and a single one is centred.
 /// \param widest   the box is at most this wide: the text then has to be wrapped or scrolled
 /// \param highest  the box is at most this high: the text then has to be scrolled
 BoxLayout LayOutBox(const BoxMeasures& measures, int widest, int highest);

@@ -3,6 +3,7 @@
 #include "base/number_text.h"
 #include "base/utf8.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace orvane {
@@ -49,20 +50,25 @@ int AskUser(Messages& messages, const std::string& title, const std::string& but
   return messages.Ask(title, {button1, button2, button3}, FormatText(format, arguments));
 }
 
+std::optional<std::string> AskForText(Messages& messages, const TextPrompt& prompt) {
+  std::optional<std::string> answer = messages.Prompt(prompt);
+  if (!answer || prompt.size == 0 || answer->size() < prompt.size) return answer;
+  const bool isUtf8 = IsValidUtf8(*answer);
+  answer->resize(prompt.size - 1);
+  while (isUtf8 && !IsValidUtf8(*answer)) answer->pop_back();
+  return answer;
+}
+
 bool PromptForText(Messages& messages, const std::string& title, const std::string& message,
                    std::string& buffer, size_t size) {
-  std::optional<std::string> answer = messages.Prompt(title, message, buffer);
-  if (!answer) {
-    buffer.clear();
-    return false;
-  }
-  buffer = std::move(*answer);
-  const size_t most = size > 0 ? size - 1 : 0;
-  if (buffer.size() <= most) return true;
-  const bool isUtf8 = IsValidUtf8(buffer);
-  buffer.resize(most);
-  while (isUtf8 && !IsValidUtf8(buffer)) buffer.pop_back();
-  return true;
+  std::optional<std::string> answer = AskForText(messages, {.title = title,
+                                                            .message = message,
+                                                            .text = buffer,
+                                                            .size = std::max<size_t>(size, 1),
+                                                            .columns = 0,
+                                                            .earlier = {}});
+  buffer = answer ? std::move(*answer) : std::string();
+  return answer.has_value();
 }
 
 void RecordedMessages::Post(Severity severity, const std::string& text) {
@@ -75,12 +81,10 @@ int RecordedMessages::Ask(const std::string& title, const std::vector<std::strin
   return answer_;
 }
 
-std::optional<std::string> RecordedMessages::Prompt(const std::string& title,
-                                                    const std::string& message,
-                                                    const std::string& text) {
-  questions_.push_back({title, {"OK", "Cancel"}, message});
+std::optional<std::string> RecordedMessages::Prompt(const TextPrompt& prompt) {
+  questions_.push_back({prompt.title, {"OK", "Cancel"}, prompt.message});
   if (answer_ != 1) return std::nullopt;
-  return text;
+  return prompt.text;
 }
 
 }  // namespace orvane

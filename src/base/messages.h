@@ -14,8 +14,19 @@ enum class Severity { Note, Warning, Error, InternalError, Fatal };
 
 /// A place in a text file that a message is about.
 struct MessageOrigin {
-  std::string file;  ///< as it was named when it was opened
-  size_t line = 0;   ///< from 1; 0 for the file as a whole
+  std::string file;   ///< as it was named when it was opened
+  size_t line = 0;    ///< from 1; 0 for the file as a whole
+  std::string point;  ///< the point that it is about, where no line is known; empty for none
+};
+
+/// A question for one line of text, with the buttons "OK" and "Cancel".
+struct TextPrompt {
+  std::string title;
+  std::string message;
+  std::string text;                  ///< in the field at first
+  size_t size = 0;                   ///< the answer has fewer bytes; 0 for any number
+  int columns = 0;                   ///< the field shows at least so many characters
+  std::vector<std::string> earlier;  ///< offered in a list, in this order
 };
 
 /// Where messages and questions go: boxes in the window program, lines on standard error in the
@@ -35,11 +46,10 @@ class Messages {
   virtual int Ask(const std::string& title, const std::vector<std::string>& buttons,
                   const std::string& text) = 0;
 
-  /// Asks for one line of text.
-  /// \param text  what stands in the field at first
+  /// Asks for one line of text. The answer may be longer than the prompt allows; `AskForText` cuts
+  /// it.
   /// \return the text, or nothing if the user cancelled
-  virtual std::optional<std::string> Prompt(const std::string& title, const std::string& message,
-                                            const std::string& text) = 0;
+  virtual std::optional<std::string> Prompt(const TextPrompt& prompt) = 0;
 
   /// The line that is being read at the moment, for whoever posts; null while nothing is read. See
   /// `OriginScope`.
@@ -55,8 +65,11 @@ class Messages {
 class OriginScope {
  public:
   /// \param messages  has to outlive this
-  OriginScope(Messages& messages, std::string file)
-      : messages_(messages), outer_(messages.origin_), origin_{std::move(file), 0} {
+  /// \param point     the point of that file that the messages are about; empty for none
+  OriginScope(Messages& messages, std::string file, std::string point = {})
+      : messages_(messages),
+        outer_(messages.origin_),
+        origin_{std::move(file), 0, std::move(point)} {
     messages_.origin_ = &origin_;
   }
   ~OriginScope() { messages_.origin_ = outer_; }
@@ -98,9 +111,13 @@ int AskUser(Messages& messages, const std::string& title, const std::string& but
             const std::string& button2, const std::string& button3, std::string_view format,
             std::initializer_list<std::string_view> arguments = {});
 
-/// Asks for one line of text of fewer than `size` bytes; a longer answer is cut, in UTF-8 between
-/// two characters.
-/// \param buffer  what stands in the field at first; receives the answer, emptied on cancel
+/// Asks for one line of text of fewer than `prompt.size` bytes. A longer answer is cut, in UTF-8
+/// between two characters.
+/// \return the text, or nothing if the user cancelled
+std::optional<std::string> AskForText(Messages& messages, const TextPrompt& prompt);
+
+/// As `AskForText`, for the common prompt of a text of fewer than `size` bytes.
+/// \param buffer  the text in the field at first; receives the answer, emptied on cancel
 /// \return true on "OK", false on "Cancel"
 bool PromptForText(Messages& messages, const std::string& title, const std::string& message,
                    std::string& buffer, size_t size);
@@ -128,8 +145,7 @@ class RecordedMessages : public Messages {
   void Post(Severity severity, const std::string& text) override;
   int Ask(const std::string& title, const std::vector<std::string>& buttons,
           const std::string& text) override;
-  std::optional<std::string> Prompt(const std::string& title, const std::string& message,
-                                    const std::string& text) override;
+  std::optional<std::string> Prompt(const TextPrompt& prompt) override;
 
   /// In the order in which they were posted.
   const std::vector<Entry>& Entries() const { return entries_; }

@@ -60,9 +60,7 @@ void LineMessages::PrintToStandardError(const char* word, const std::string& tex
   std::fprintf(stderr, "%s%s: %s\n", place.c_str(), word, text.c_str());
 }
 
-std::optional<std::string> LineMessages::Prompt(const std::string& /*title*/,
-                                                const std::string& /*message*/,
-                                                const std::string& /*text*/) {
+std::optional<std::string> LineMessages::Prompt(const TextPrompt& /*prompt*/) {
   return std::nullopt;
 }
 

@@ -22,8 +22,7 @@ class LineMessages : public Messages {
   void Post(Severity severity, const std::string& text) override;
   int Ask(const std::string& title, const std::vector<std::string>& buttons,
           const std::string& text) override;
-  std::optional<std::string> Prompt(const std::string& title, const std::string& message,
-                                    const std::string& text) override;
+  std::optional<std::string> Prompt(const TextPrompt& prompt) override;
 
   /// From now on messages go to standard output, without a severity. Notes still go to standard
   /// error.

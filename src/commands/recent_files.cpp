@@ -5,11 +5,15 @@
 
 namespace orvane {
 
+void PutInFront(std::vector<std::string>& list, std::string text, size_t most) {
+  if (text.empty()) return;
+  list.erase(std::remove(list.begin(), list.end(), text), list.end());
+  list.insert(list.begin(), std::move(text));
+  if (list.size() > most) list.resize(most);
+}
+
 void AddRecentFile(std::vector<std::string>& files, std::string path) {
-  if (path.empty()) return;
-  files.erase(std::remove(files.begin(), files.end(), path), files.end());
-  files.insert(files.begin(), std::move(path));
-  if (files.size() > MostRecentFiles) files.resize(MostRecentFiles);
+  PutInFront(files, std::move(path), MostRecentFiles);
 }
 
 std::vector<std::string> ParseRecentFiles(std::string_view text) {

@@ -12,6 +12,10 @@ namespace orvane {
 /// As many are remembered.
 constexpr size_t MostRecentFiles = 10;
 
+/// Moves a text to the front of a list, or puts it there, and cuts the list after `most` texts. An
+/// empty text changes nothing.
+void PutInFront(std::vector<std::string>& list, std::string text, size_t most);
+
 /// Puts a path at the head of the list; what stood there twice stands there once.
 void AddRecentFile(std::vector<std::string>& files, std::string path);
 

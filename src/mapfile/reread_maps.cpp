@@ -58,7 +58,7 @@ class ChosenMessages final : public Messages {
   void Post(Severity severity, const std::string& text) override {
     if (quiet) return;
     if (Origin() == nullptr) return messages_.Post(severity, text);
-    OriginScope origin(messages_, Origin()->file);
+    OriginScope origin(messages_, Origin()->file, Origin()->point);
     origin.GoToLine(Origin()->line);
     messages_.Post(severity, text);
   }
@@ -66,9 +66,8 @@ class ChosenMessages final : public Messages {
           const std::string& text) override {
     return messages_.Ask(title, buttons, text);
   }
-  std::optional<std::string> Prompt(const std::string& title, const std::string& message,
-                                    const std::string& text) override {
-    return messages_.Prompt(title, message, text);
+  std::optional<std::string> Prompt(const TextPrompt& prompt) override {
+    return messages_.Prompt(prompt);
   }
 
   bool quiet = false;

@@ -2,6 +2,7 @@
 
 #include "commands/map_facts.h"
 #include "paint/display_text.h"
+#include "shell/messages/title_width.h"
 
 #include <QCoreApplication>
 #include <QDialogButtonBox>
@@ -35,6 +36,7 @@ AboutBox::AboutBox(const Map* map, QWidget* parent) : QDialog(parent) {
   connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
   layout->addSpacing(8);
   layout->addWidget(buttons);
+  WidenToTitle(*this);
 }
 
 void AboutBox::AddCredits(const Map& map) {

@@ -118,7 +118,7 @@ void ImportSubmap(Shell& shell, ProgramWindow& window) {
   const QString name = DisplayText(shell.Files().maps.name);
   std::string sentence;
   {
-    const BusyWork busy(shell.TheWorkspace(), shell.Boxes(), Shell::tr("importing %1").arg(name),
+    const BusyWork busy(shell.TheWorkspace(), shell.Boxes(), Shell::tr("Importing %1").arg(name),
                         shell.clock);
     ChangeMaps(shell, [&] { sentence = ImportSubmap(map, *path); });
     if (!sentence.empty()) map.flags |= MapUnlikeFile;
@@ -142,7 +142,7 @@ void ImportGis(Shell& shell, ProgramWindow& window, GisBoxes& boxes) {
   std::optional<GisImport> import;
   {
     const QString name = DisplayText(shell.Files().gisFiles.name);
-    const BusyWork busy(shell.TheWorkspace(), shell.Boxes(), Shell::tr("importing %1").arg(name),
+    const BusyWork busy(shell.TheWorkspace(), shell.Boxes(), Shell::tr("Importing %1").arg(name),
                         shell.clock);
     ChangeMaps(shell, [&] { import = StartGisImport(map, *path, boxes); });
   }
@@ -165,7 +165,7 @@ void SaveAsArcView(Shell& shell, ProgramWindow& window) {
   const std::string folder = AskShapefileFolder(map, shell.Saving());
   if (folder.empty()) return;
   const QString name = DisplayText(BaseName(map.fileName));
-  const BusyWork busy(shell.TheWorkspace(), shell.Boxes(), Shell::tr("exporting %1").arg(name),
+  const BusyWork busy(shell.TheWorkspace(), shell.Boxes(), Shell::tr("Exporting %1").arg(name),
                       shell.clock);
   const ShapefileOutcome outcome = ExportShapefiles(map, folder);
   if (!outcome.summary.empty()) {

@@ -25,7 +25,7 @@ void CheckTrails(Shell& shell, ProgramWindow& window) {
   }
   MapWindowWidget& mapWindow = *window.MapSide();
   Messages& messages = shell.TheWorkspace().messages;
-  const MessageBatch batch(shell.Boxes(), Shell::tr("checking trails"));
+  const MessageBatch batch(shell.Boxes(), Shell::tr("Checking trails"));
   if (mapWindow.Focus() != FocusPlace::TrailList) {
     CheckAllTrails(mapWindow.TheMap(), messages);
     return;

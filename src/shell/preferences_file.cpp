@@ -24,7 +24,7 @@ std::string Read(Shell& shell, const std::string& path) {
   WindowPreferences preferences{
       .trailWidth = shell.trailWidth, .trailHeight = shell.trailHeight, .savedView = {}};
   {
-    const MessageBatch batch(shell.Boxes(), Shell::tr("reading the preferences"));
+    const MessageBatch batch(shell.Boxes(), Shell::tr("Reading the preferences"));
     ReadPreferences(shell.TheWorkspace(), path, preferences, [&](const std::string& fileName) {
       // The window takes what was read so far; the view is that of another window.
       shell.trailWidth = preferences.trailWidth;

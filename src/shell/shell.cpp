@@ -93,7 +93,7 @@ MapWindowWidget* Shell::OpenFile(const std::string& path) {
 
 Map* Shell::ReadMap(const std::string& path) {
   const QString name = DisplayText(BaseName(path));
-  const BusyWork busy(workspace_, boxes_, tr("opening %1").arg(name), clock);
+  const BusyWork busy(workspace_, boxes_, tr("Opening %1").arg(name), clock);
   bool readable = false;
   Map* map = OpenMapUnlessCancelled(workspace_, NameOfOpenMap(path), &readable);
   if (map != nullptr && readable) NoteRecentFile(path);

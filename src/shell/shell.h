@@ -1,6 +1,7 @@
 #pragma once
 
 #include "commands/file_dialogs.h"
+#include "commands/find_box.h"
 #include "commands/save_map.h"
 #include "model/workspace.h"
 #include "shell/program_window.h"
@@ -129,6 +130,8 @@ class Shell final : public QObject {
   int trailWidth = 100;
   int trailHeight = 200;
 
+  /// Asks what to find, in every window that searches.
+  FindBox findBox;
   /// What sounds for a command that does not fit, and what ends the program. A test puts in its
   /// own.
   std::function<void()> beep;

@@ -19,7 +19,6 @@ namespace {
 
 /// Bytes of the answers, with the one that ends them.
 constexpr size_t ScaleSize = 30;
-constexpr size_t FindSize = 100;
 
 /// A command that makes sense in a map window alone; anywhere else it is answered with a beep.
 Shell::Handler OnMap(Shell& shell, void (*run)(Shell& shell, MapWindowWidget& window)) {
@@ -72,9 +71,8 @@ void Find(Shell& shell, ProgramWindow& window) {
     shell.Beep();
     return;
   }
-  std::string text;
-  if (!PromptForText(shell.TheWorkspace().messages, "Find", "Find what?", text, FindSize)) return;
-  window.MapSide()->View().Find(AsTheMapHasIt(window.MapSide()->TheMap(), text));
+  const auto text = shell.findBox.Ask(shell.TheWorkspace().messages);
+  if (text) window.MapSide()->View().Find(AsTheMapHasIt(window.MapSide()->TheMap(), *text));
 }
 
 void HideInfo(Shell&, MapWindowWidget& window) {

@@ -1,6 +1,7 @@
 #include "survey/regions.h"
 
 #include "geo/earth.h"
+#include "model/point_origin.h"
 #include "model/workspace.h"
 #include "survey/links.h"
 #include "survey/region_system.h"
@@ -135,6 +136,7 @@ std::vector<Chain> BuildChains(const std::vector<Point*>& junctions) {
 
 /// Warns of a region that nothing ties to the earth, and hangs it on one of its points.
 void HangFreeRegion(Map& map, Point& holder) {
+  const OriginScope about = AboutPoint(map.workspace->messages, holder);
   NoteWarning(
       map.workspace->messages,
       "No absolute position found for connected region containing %s in %s",

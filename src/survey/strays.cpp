@@ -2,6 +2,7 @@
 
 #include "geo/earth.h"
 #include "model/name_index.h"
+#include "model/point_origin.h"
 #include "model/workspace.h"
 #include "places/resolve_location.h"
 #include "survey/links.h"
@@ -234,6 +235,7 @@ void SolveStrayPoints(Map& map) {
   }
   for (const Point* point : strays) {
     if (IsPlaced(*point)) continue;
+    const OriginScope about = AboutPoint(map.workspace->messages, *point);
     NoteWarning(map.workspace->messages, "No position found for point %s", {point->name});
   }
 }

@@ -2,6 +2,7 @@
 
 #include "base/number_text.h"
 #include "base/text.h"
+#include "model/point_origin.h"
 #include "model/time_names.h"
 #include "trails/positions_on_trail.h"
 #include "trails/trail_names.h"
@@ -38,6 +39,7 @@ struct OrderState {
 void NoteStranger(const Trail& trail, const Point& point, bool showAll, OrderState& state,
                   Messages& messages) {
   if (state.strangerNoted && !showAll) return;
+  const OriginScope about = AboutPoint(messages, point);
   NoteWarning(messages, "Point %s occurs on a trail it does not seem to belong on, %s",
               {ShownName(point), ShownName(trail)});
   state.strangerNoted = true;
@@ -75,6 +77,7 @@ bool CheckOrder(const Trail& trail, const OrderCheck& check, bool showAll, Messa
       NoteWarning(messages, "Too many warnings for trail %s", {ShownName(trail)});
       return true;
     }
+    const OriginScope about = AboutPoint(messages, *point);
     NoteWarning(messages, "Point %s (%s) occurs %s on trail %s",
                 {check.text(*value), ShownName(*point), fault, ShownName(trail)});
   }
@@ -105,6 +108,7 @@ void CheckRepeats(const Trail& trail, Messages& messages) {
     Point& point = *trail.points[i];
     const bool isLast = i + 1 == trail.points.size();
     if ((point.flags & PointVisited) != 0 && !isLast && ++repeats <= MostRepeats) {
+      const OriginScope about = AboutPoint(messages, point);
       NoteWarning(messages, "Point %s occurs twice on trail %s",
                   {ShownName(point), ShownName(trail)});
     }

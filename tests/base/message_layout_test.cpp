@@ -145,7 +145,9 @@ BoxMeasures Measures(std::vector<int> lines, std::vector<int> buttons) {
           .lineHeight = 16,
           .buttonWidths = std::move(buttons),
           .buttonHeight = 24,
-          .editHeight = 0};
+          .editHeight = 0,
+          .editWidth = 0,
+          .titleWidth = 0};
 }
 
 std::vector<int> Lefts(const BoxLayout& layout) {
@@ -220,6 +222,18 @@ TEST(LayOutBox, TheFieldSpansTheBoxBetweenTextAndButtons) {
   EXPECT_EQ(layout.buttons[0].y, layout.edit.y + 20 + 10);
 }
 
+TEST(LayOutBox, AWideTitleOrFieldWidensTheBoxAndSpreadsTheButtons) {
+  BoxMeasures titled = Measures({10}, {30, 30});
+  titled.titleWidth = 400;
+  EXPECT_EQ(LayOutBox(titled, Anything, Anything).width, 400);
+  EXPECT_EQ(Lefts(LayOutBox(titled, Anything, Anything)), (std::vector<int>{15, 400 - 15 - 50}));
+  BoxMeasures prompt = Measures({10}, {30, 30});
+  prompt.editHeight = 20;
+  prompt.editWidth = 300;
+  EXPECT_EQ(LayOutBox(prompt, Anything, Anything).edit.width, 300);
+  EXPECT_EQ(LayOutBox(prompt, Anything, Anything).width, 330);
+}
+
 TEST(LayOutBox, NeverGrowsPastWhatItIsGiven) {
   constexpr unsigned Seed = 4711;
   SCOPED_TRACE(Seed);
@@ -233,6 +247,8 @@ TEST(LayOutBox, NeverGrowsPastWhatItIsGiven) {
     for (int i = 1 + below(3); i > 0; --i) measures.buttonWidths.push_back(20 + below(100));
     measures.buttonHeight = 20 + below(10);
     measures.editHeight = below(2) * 24;
+    measures.editWidth = below(2000);
+    measures.titleWidth = below(2000);
     const BoxLayout layout = LayOutBox(measures, 640, 480);
     EXPECT_LE(layout.width, 640);
     EXPECT_LE(layout.height, 480);

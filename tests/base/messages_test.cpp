@@ -10,10 +10,7 @@ namespace {
 class AnsweredMessages : public RecordedMessages {
  public:
   explicit AnsweredMessages(std::string answer) : answer_(std::move(answer)) {}
-  std::optional<std::string> Prompt(const std::string& /*title*/, const std::string& /*message*/,
-                                    const std::string& /*text*/) override {
-    return answer_;
-  }
+  std::optional<std::string> Prompt(const TextPrompt& /*prompt*/) override { return answer_; }
 
  private:
   std::string answer_;

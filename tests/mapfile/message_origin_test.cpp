@@ -2,6 +2,7 @@
 
 #include "mapfile/open_map.h"
 #include "mapfile/reader.h"
+#include "support/scripted_messages.h"
 #include "support/temporary_folder.h"
 
 #include <gtest/gtest.h>
@@ -64,6 +65,24 @@ TEST(MessageOrigin, IsTheFileAsAWholeForWhatIsFoundAtItsEnd) {
   EXPECT_EQ(messages.places, Places{"missing.map:0"});
   NoteError(messages, "later");
   EXPECT_EQ(messages.places.back(), "none");
+}
+
+TEST(MessageOrigin, OfAPointWithoutAPositionIsThePointInTheFileThatMadeIt) {
+  ScriptedMessages messages;
+  Workspace workspace(messages);
+  const TemporaryFolder folder;
+  const std::string basis = folder.Write("basis.map", "G\tCamp\tN1\tE10\nP\tLost\n");
+  const std::string top = folder.Write("top.map", "B\tbasis.map\nC\tHide\tFig\t20\t35\nP\tAlone\n");
+  OpenMap(workspace, top);
+  ASSERT_EQ(messages.origins.size(), 3U);
+  EXPECT_EQ(messages.origins[0].file, basis);
+  EXPECT_EQ(messages.origins[0].point, "Lost");
+  EXPECT_EQ(messages.origins[0].line, 0U);
+  // The region of Hide and Fig hangs on one of them.
+  EXPECT_EQ(messages.origins[1].file, top);
+  EXPECT_TRUE(messages.origins[1].point == "Hide" || messages.origins[1].point == "Fig");
+  EXPECT_EQ(messages.origins[2].file, top);
+  EXPECT_EQ(messages.origins[2].point, "Alone");
 }
 
 TEST(MessageOrigin, TheRestOfALineThatIsTooLongIsTheSameLine) {

@@ -71,18 +71,28 @@ TEST_F(AccessibleNames, TheWindowsOfMessages) {
   MessagesWindow messages(boxes_.Log());
   EXPECT_EQ(NamelessIn(messages), None);
   TextViewer viewer;
-  viewer.ShowLine(folder_.Write("a.map", "G\tCamp\n"), 1);
+  viewer.Show({.file = folder_.Write("a.map", "G\tCamp\n"),
+               .line = 1,
+               .message = QStringLiteral("Bad line"),
+               .fileState = {}});
   EXPECT_EQ(NamelessIn(viewer), None);
 }
 
 TEST_F(AccessibleNames, TheBuiltBoxes) {
   const std::string longText(3000, '\n');
   for (const std::string& text : {std::string("has changed"), longText + "end"}) {
-    BuiltBox question(QStringLiteral("Save Map?"), text, {"Save", "Cancel", "Don't Save"},
-                      std::nullopt, nullptr);
+    BuiltBox question(QStringLiteral("Save Map?"), text, {"Save", "Cancel", "Don't Save"}, nullptr);
     EXPECT_EQ(NamelessIn(question), None);
-    BuiltBox prompt(QStringLiteral("Find"), text, {"OK", "Cancel"}, QString(), nullptr);
-    EXPECT_EQ(NamelessIn(prompt), None);
+    for (const auto& earlier : {std::vector<std::string>{}, std::vector<std::string>{"Camp"}}) {
+      BuiltBox prompt({.title = "Find",
+                       .message = text,
+                       .text = {},
+                       .size = 100,
+                       .columns = 40,
+                       .earlier = earlier},
+                      nullptr);
+      EXPECT_EQ(NamelessIn(prompt), None);
+    }
   }
 }
 
@@ -98,7 +108,7 @@ TEST_F(AccessibleNames, TheBoxOfAMessage) {
     QTest::keyClick(box, Qt::Key_Return);
   });
   look.start();
-  const MessageBatch batch(boxes_, QStringLiteral("opening a.map"));
+  const MessageBatch batch(boxes_, QStringLiteral("Opening a.map"));
   for (int i = 0; i < 3; ++i) NoteError(boxes_, "Bad line");
   boxes_.EndBatch();
   EXPECT_EQ(seen, 3);

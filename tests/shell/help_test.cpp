@@ -306,6 +306,42 @@ TEST_F(HelpTest, TheSearchFindsAWord) {
       10000));
 }
 
+TEST_F(HelpTest, EscapeAndCtrlWCloseItAndCtrlQEndsTheProgram) {
+  HaveHelpFile();
+  MapWindowWidget& window = OpenNew();
+  for (const auto& [key, modifiers] :
+       {std::pair{Qt::Key_Escape, Qt::NoModifier}, std::pair{Qt::Key_W, Qt::ControlModifier}}) {
+    ActionOf(window, CommandHelp).trigger();
+    ASSERT_NE(ShownHelp(), nullptr);
+    EXPECT_EQ(ShownHelp()->windowTitle(), QStringLiteral("Help"));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(ShownHelp()));
+    QTest::keyClick(ShownHelp()->findChild<QTextBrowser*>(), key, modifiers);
+    EXPECT_EQ(ShownHelp(), nullptr) << key;
+  }
+  ActionOf(window, CommandHelp).trigger();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(ShownHelp()));
+  QTest::keyClick(ShownHelp(), Qt::Key_Q, Qt::ControlModifier);
+  EXPECT_EQ(ends_, 1);
+}
+
+TEST_F(HelpTest, TheKeyOfATabMovesTheFocusIntoIt) {
+  HaveHelpFile();
+  ActionOf(OpenNew(), CommandHelp).trigger();
+  HelpWindow& help = *ShownHelp();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&help));
+  auto* words = PartOf<QHelpSearchQueryWidget>(help, "helpQuery").findChild<QLineEdit*>();
+  for (int i = 0; i < 2; ++i) {  // also where the tab is shown already
+    PartOf<QTextBrowser>(help, "helpPage").setFocus();
+    QTest::keyClick(&help, Qt::Key_S, Qt::AltModifier);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return words->hasFocus(); })) << i;
+  }
+  QTest::keyClick(&help, Qt::Key_I, Qt::AltModifier);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return PartOf<QLineEdit>(help, "helpWord").hasFocus(); }));
+  QTest::keyClick(&help, Qt::Key_C, Qt::AltModifier);
+  EXPECT_TRUE(
+      QTest::qWaitFor([&] { return PartOf<QHelpContentWidget>(help, "helpContents").hasFocus(); }));
+}
+
 TEST_F(HelpTest, LinksLeadOnAndBackLeadsBack) {
   HaveHelpFile();
   MapWindowWidget& window = OpenNew();

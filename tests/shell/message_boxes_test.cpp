@@ -94,7 +94,7 @@ TEST(BoxMessages, AFatalMessageEndsTheProgramAfterItsBox) {
     EXPECT_EQ(watcher.Texts().size(), 2);
     status = given;
   };
-  const MessageBatch batch(boxes, QStringLiteral("opening a.map"));
+  const MessageBatch batch(boxes, QStringLiteral("Opening a.map"));
   NoteWarning(boxes, "first");
   NoteFatal(boxes, "Error getting file name.");
   EXPECT_EQ(status, BoxMessages::FatalExit);
@@ -106,10 +106,10 @@ TEST(BoxMessages, FewMessagesOfABatchHaveABoxEachAtItsEnd) {
   BoxMessages boxes;
   BoxWatcher watcher;
   {
-    const MessageBatch batch(boxes, QStringLiteral("opening a.map"));
+    const MessageBatch batch(boxes, QStringLiteral("Opening a.map"));
     NoteWarning(boxes, "one");
     {
-      const MessageBatch inner(boxes, QStringLiteral("opening b.map"));
+      const MessageBatch inner(boxes, QStringLiteral("Opening b.map"));
       NoteError(boxes, "two");
     }
     QTest::qWait(10);
@@ -122,7 +122,7 @@ TEST(BoxMessages, FewMessagesOfABatchHaveABoxEachAtItsEnd) {
 
 /// Posts so many messages in one batch.
 void PostMany(BoxMessages& boxes, int count) {
-  const MessageBatch batch(boxes, QStringLiteral("opening a.map"));
+  const MessageBatch batch(boxes, QStringLiteral("Opening a.map"));
   for (int i = 0; i < count; ++i) NoteWarning(boxes, "fault %s", {std::to_string(i)});
 }
 
@@ -135,7 +135,7 @@ TEST(BoxMessages, FromTheThirdOnTheBoxesOfABatchHaveACheck) {
   EXPECT_EQ(watcher.Texts().size(), 5);
   EXPECT_EQ(watcher.Checks(), (QList<bool>{false, false, true, true, true}));
   EXPECT_EQ(shown, 0);
-  EXPECT_TRUE(watcher.Titles()[0].contains(QStringLiteral("opening a.map")));
+  EXPECT_EQ(watcher.Titles()[0], QStringLiteral("Opening a.map"));
   NoteWarning(boxes, "alone");
   EXPECT_FALSE(watcher.Checks().last());
 }
@@ -251,10 +251,47 @@ TEST(BoxMessages, AMessageOfManyLinesDoesNotMakeABoxHigherThanTheScreen) {
   EXPECT_EQ(boxes.Log().At(0).text.size(), 180);
 }
 
+TEST(BoxMessages, NoBoxIsNarrowerThanItsTitle) {
+  BoxMessages boxes;
+  const QString title = QStringLiteral("Opening ") + QString(50, QLatin1Char('m'));
+  const BoxWatcher watcher([&title](QWidget& box) {
+    QFont bold = box.font();
+    bold.setBold(true);
+    const QString shown = title + QStringLiteral(" \u2014 Orvane");
+    EXPECT_GT(box.width(), QFontMetrics(bold).horizontalAdvance(shown))
+        << box.objectName().toStdString();
+    EXPECT_EQ(box.windowTitle(), title);
+    box.close();
+  });
+  {
+    const MessageBatch batch(boxes, title);
+    NoteWarning(boxes, "x");
+  }
+  AskUser(boxes, title.toStdString(), "A", "B", "", "x");
+  std::string buffer;
+  PromptForText(boxes, title.toStdString(), "x", buffer, 10);
+  EXPECT_EQ(watcher.Titles().size(), 3);
+}
+
+TEST(BoxMessages, ATitleWiderThanTheScreenDoesNotMakeABoxWiderThanIt) {
+  BoxMessages boxes;
+  const QString title(500, QLatin1Char('m'));
+  const BoxWatcher watcher([](QWidget& box) {
+    EXPECT_LE(box.width(), box.screen()->availableGeometry().width());
+    box.close();
+  });
+  {
+    const MessageBatch batch(boxes, title);
+    NoteWarning(boxes, "x");
+  }
+  AskUser(boxes, title.toStdString(), "A", "B", "", "x");
+  EXPECT_EQ(watcher.Titles().size(), 2);
+}
+
 TEST(BoxMessages, AnEmptyBatchShowsNothing) {
   BoxMessages boxes;
   BoxWatcher watcher;
-  { const MessageBatch batch(boxes, QStringLiteral("opening a.map")); }
+  { const MessageBatch batch(boxes, QStringLiteral("Opening a.map")); }
   QTest::qWait(10);
   EXPECT_TRUE(watcher.Texts().isEmpty());
 }
@@ -432,6 +469,77 @@ TEST(BuiltBox, APromptHasTheFocusInItsFieldWithTheTextSelected) {
   });
   EXPECT_TRUE(PromptForText(boxes, "Find", "Find what?", buffer, 100));
   EXPECT_EQ(buffer, "Camp");
+}
+
+/// Opens a prompt, lets `use` type into it, and presses Return.
+std::optional<std::string> AnswerOf(const TextPrompt& prompt,
+                                    const std::function<void(QWidget&, QLineEdit&)>& use) {
+  BoxMessages boxes;
+  const BoxWatcher watcher([&use](QWidget& box) {
+    auto* field = box.findChild<QLineEdit*>();
+    ASSERT_NE(field, nullptr);
+    EXPECT_FALSE(field->accessibleName().isEmpty());
+    use(box, *field);
+    QTest::keyClick(field, Qt::Key_Return);
+  });
+  return boxes.Prompt(prompt);
+}
+
+TextPrompt FindPrompt(size_t size, std::vector<std::string> earlier = {}) {
+  const std::string last = earlier.empty() ? std::string() : earlier.front();
+  return {.title = "Find",
+          .message = "Find what?",
+          .text = last,
+          .size = size,
+          .columns = 40,
+          .earlier = std::move(earlier)};
+}
+
+TEST(BuiltBox, AWideFieldShowsFortyCharacters) {
+  for (const auto& earlier : {std::vector<std::string>{}, std::vector<std::string>{"Camp"}}) {
+    AnswerOf(FindPrompt(100, earlier), [](QWidget& box, QLineEdit& field) {
+      EXPECT_GT(field.width(), 40 * box.fontMetrics().averageCharWidth());
+      EXPECT_EQ(field.hasSelectedText(), !field.text().isEmpty());
+    });
+  }
+}
+
+TEST(BuiltBox, TheFieldTakesNoMoreBytesThanAreAllowed) {
+  const auto typed = [](const QString& text) {
+    return AnswerOf(FindPrompt(6), [&text](QWidget&, QLineEdit& field) {
+      field.clear();
+      for (const QChar c : text)
+        QTest::sendKeyEvent(QTest::Click, &field, Qt::Key_unknown, QString(c), Qt::NoModifier);
+    });
+  };
+  EXPECT_EQ(typed(QStringLiteral("abcdefgh")), "abcde");
+  EXPECT_EQ(typed(QStringLiteral("a\u00E9\u00E9\u00E9")), "a\xC3\xA9\xC3\xA9");
+  const auto pasted = AnswerOf(
+      FindPrompt(6), [](QWidget&, QLineEdit& field) { field.insert(QString(99, QChar(0xE9))); });
+  ASSERT_TRUE(pasted.has_value());
+  EXPECT_LT(pasted->size(), 6U);
+}
+
+TEST(BuiltBox, EarlierTextsAreOfferedAndATypedOneStaysAsItIs) {
+  const TextPrompt prompt = FindPrompt(100, {"Camp", "Hill"});
+  EXPECT_EQ(AnswerOf(prompt,
+                     [](QWidget&, QLineEdit& field) {
+                       EXPECT_EQ(field.selectedText(), QStringLiteral("Camp"));
+                     }),
+            "Camp");
+  EXPECT_EQ(AnswerOf(prompt, [](QWidget& box,
+                                QLineEdit&) { QTest::keyClick(box.focusWidget(), Qt::Key_Down); }),
+            "Hill");
+  EXPECT_EQ(AnswerOf(prompt,
+                     [](QWidget& box, QLineEdit&) {
+                       QTest::keyClicks(box.focusWidget(), QStringLiteral("hi"));
+                     }),
+            "hi");
+  EXPECT_EQ(AnswerOf(prompt,
+                     [](QWidget& box, QLineEdit&) {
+                       QTest::keyClicks(box.focusWidget(), QStringLiteral("camp"));
+                     }),
+            "camp");
 }
 
 TEST(BuiltBox, CancelAndClosingEmptyTheAnswer) {

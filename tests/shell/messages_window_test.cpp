@@ -2,6 +2,7 @@
 
 #include "shell/messages/messages_window.h"
 
+#include "model/point_names.h"
 #include "shell/messages/message_log.h"
 #include "shell/messages/text_viewer.h"
 #include "shell/shell_case.h"
@@ -40,7 +41,18 @@ QString PlaceOf(const TextViewer& viewer) {
   return viewer.findChild<QLabel*>(QStringLiteral("viewedPlace"))->text();
 }
 
-MessageOrigin At(const std::string& file, size_t line) { return {.file = file, .line = line}; }
+MessageOrigin At(const std::string& file, size_t line) {
+  return {.file = file, .line = line, .point = {}};
+}
+
+MessageOrigin About(const std::string& file, const std::string& point) {
+  return {.file = file, .line = 0, .point = point};
+}
+
+/// Shows a file as it is now.
+void ShowLine(TextViewer& viewer, const std::string& file, size_t line) {
+  viewer.Show({.file = file, .line = line, .message = {}, .fileState = StateOfFile(file)});
+}
 
 TEST(MessageLog, HasARowForEachMessage) {
   MessageLog log;
@@ -67,28 +79,67 @@ TEST(MessageLog, HasARowForEachMessage) {
   EXPECT_EQ(log.rowCount(), 0);
 }
 
-TEST(MessageLog, LosesTheOldestWhenItIsFullAndKeepsTheNumbers) {
+TEST(MessageLog, KeepsTheFirstWhenItIsFull) {
   MessageLog log;
   const auto most = static_cast<int>(MessageLog::MostKept);
-  for (int i = 0; i <= most; ++i) log.Add(Severity::Warning, QString::number(i), nullptr);
-  EXPECT_EQ(log.rowCount(), most - most / 10 + 1);
-  EXPECT_EQ(log.At(log.rowCount() - 1).text, QString::number(most));
-  EXPECT_EQ(log.At(0).text, QString::number(most / 10));
+  int dropped = 0;
+  QObject::connect(&log, &MessageLog::messageDropped, &log, [&dropped] { ++dropped; });
+  for (int i = 0; i < most; ++i) log.Add(Severity::Warning, QString::number(i), nullptr);
+  EXPECT_EQ(log.NotKept(), 0U);
+  EXPECT_EQ(log.Add(Severity::Warning, QStringLiteral("late"), nullptr), MessageLog::MostKept + 1);
+  log.Add(Severity::Warning, QStringLiteral("later"), nullptr);
+  EXPECT_EQ(log.rowCount(), most);
+  EXPECT_EQ(log.At(0).text, QStringLiteral("0"));
+  EXPECT_EQ(log.At(most - 1).text, QString::number(most - 1));
+  EXPECT_EQ(log.NotKept(), 2U);
+  EXPECT_EQ(dropped, 2);
   EXPECT_EQ(log.RowOf(1), 0);
-  const size_t last = log.At(log.rowCount() - 1).number;
-  EXPECT_EQ(last, MessageLog::MostKept + 1);
-  EXPECT_EQ(log.RowOf(last), log.rowCount() - 1);
+  EXPECT_EQ(log.RowOf(2), 1);
+  EXPECT_EQ(log.RowOf(MessageLog::MostKept + 2), most - 1);
+  log.Clear();
+  EXPECT_EQ(log.NotKept(), 0U);
+  const size_t next = log.Add(Severity::Warning, QStringLiteral("new"), nullptr);
+  EXPECT_EQ(log.RowOf(next), 0);
+}
+
+TEST(MessageLog, ItsTipsArePlainText) {
+  MessageLog log;
+  const MessageOrigin origin = At("/maps/<b>.map", 1);
+  log.Add(Severity::Warning, QStringLiteral("Bad range spec <b>x</b>\nR"), &origin);
+  const auto tip = [&log](int column) {
+    return log.index(0, column).data(Qt::ToolTipRole).toString();
+  };
+  EXPECT_TRUE(tip(MessageLog::TextColumn).contains(QStringLiteral("spec &lt;b&gt;x&lt;/b&gt;\nR")));
+  EXPECT_TRUE(tip(MessageLog::TextColumn).contains(QStringLiteral("pre-wrap")));
+  EXPECT_TRUE(tip(MessageLog::FileColumn).contains(QStringLiteral("/maps/&lt;b&gt;.map")));
+}
+
+TEST(MessageLog, KnowsWhichMessagesLeadToALine) {
+  MessageLog log;
+  const MessageOrigin line = At("/maps/a.map", 3);
+  const MessageOrigin whole = At("/maps/a.map", 0);
+  const MessageOrigin point = About("/maps/a.map", "Camp");
+  for (const MessageOrigin* origin :
+       {&line, &whole, &point, static_cast<const MessageOrigin*>(nullptr)}) {
+    log.Add(Severity::Warning, QStringLiteral("x"), origin);
+  }
+  const std::vector<bool> leads = {true, false, true, false};
+  for (int row = 0; row < 4; ++row) {
+    EXPECT_EQ(log.LeadsToLine(row), leads[static_cast<size_t>(row)]) << row;
+    const QVariant font = log.index(row, MessageLog::FileColumn).data(Qt::FontRole);
+    EXPECT_EQ(font.value<QFont>().underline(), leads[static_cast<size_t>(row)]) << row;
+  }
 }
 
 TEST(TextViewer, ShowsAFileAtALine) {
   const TemporaryFolder folder;
   TextViewer viewer;
-  viewer.ShowLine(folder.Write("a.map", "G\tCamp\n\nO\tr\xEDo\nlast"), 3);
+  ShowLine(viewer, folder.Write("a.map", "G\tCamp\n\nO\tr\xEDo\nlast"), 3);
   EXPECT_TRUE(viewer.isVisible());
   EXPECT_EQ(MarkedLine(viewer), QStringLiteral("O\tr\u00EDo"));
   EXPECT_TRUE(PlaceOf(viewer).contains(QStringLiteral("Line 3 of")));
   EXPECT_TRUE(viewer.findChild<QPlainTextEdit*>()->isReadOnly());
-  viewer.ShowLine(folder.Path("a.map"), 0);
+  ShowLine(viewer, folder.Path("a.map"), 0);
   EXPECT_EQ(MarkedLine(viewer), QString());
   EXPECT_EQ(PlaceOf(viewer), QString::fromStdString(folder.Path("a.map")));
   ASSERT_TRUE(QTest::qWaitForWindowActive(&viewer));
@@ -105,20 +156,71 @@ TEST(TextViewer, CountsLinesAsTheReaderDoes) {
       QStringLiteral("one"),  QStringLiteral("two"), QString(), QString(),
       QStringLiteral("five"), QStringLiteral("six"), QString(), QStringLiteral("ei ght")};
   for (qsizetype i = 0; i < lines.size(); ++i) {
-    viewer.ShowLine(file, static_cast<size_t>(i) + 1);
+    ShowLine(viewer, file, static_cast<size_t>(i) + 1);
     EXPECT_EQ(MarkedLine(viewer), lines[i]) << i;
   }
+}
+
+TEST(TextViewer, DecodesEachLineByItself) {
+  const TemporaryFolder folder;
+  TextViewer viewer;
+  ShowLine(viewer, folder.Write("a.map", "R\xC3\xADo\nR\xEDo\nR\xC3\xADo\xE2\x80\xA9x\nend"), 4);
+  EXPECT_EQ(viewer.findChild<QPlainTextEdit*>()->toPlainText(),
+            QStringLiteral("R\u00EDo\nR\u00EDo\nR\u00EDo x\nend"));
+  EXPECT_EQ(MarkedLine(viewer), QStringLiteral("end"));
+}
+
+TEST(TextViewer, LeavesRoomForTheNumbersOfItsLines) {
+  const TemporaryFolder folder;
+  TextViewer viewer;
+  const auto room = [&viewer] {
+    const auto* text = viewer.findChild<QPlainTextEdit*>();
+    return text->viewport()->geometry().left() - text->contentsRect().left();
+  };
+  ShowLine(viewer, folder.Write("a.map", "one\n"), 1);
+  const int few = room();
+  EXPECT_GT(few, viewer.findChild<QPlainTextEdit*>()->fontMetrics().horizontalAdvance(
+                     QStringLiteral("999")));
+  ShowLine(viewer, folder.Write("b.map", std::string(12345, '\n')), 12345);
+  EXPECT_GT(room(), few);
+}
+
+TEST(TextViewer, ShowsTheMessageAndTheNoticeOfAChange) {
+  const TemporaryFolder folder;
+  TextViewer viewer;
+  const std::string file = folder.Write("a.map", "one\ntwo\n");
+  const auto* notice = viewer.findChild<QLabel*>(QStringLiteral("viewedNotice"));
+  const FileState before = StateOfFile(file);
+  const ViewedPlace place{
+      .file = file, .line = 2, .message = QStringLiteral("Bad <b>line</b>"), .fileState = before};
+  viewer.Show(place);
+  const auto* message = viewer.findChild<QLabel*>(QStringLiteral("viewedMessage"));
+  EXPECT_EQ(message->text(), place.message);
+  EXPECT_EQ(message->textFormat(), Qt::PlainText);
+  EXPECT_FALSE(notice->isVisible());
+  // It changes while the viewer is open, and the user comes back to the viewer.
+  folder.Write("a.map", "new\none\ntwo\n");
+  QEvent activation(QEvent::ActivationChange);
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&viewer));
+  QApplication::sendEvent(&viewer, &activation);
+  EXPECT_TRUE(notice->isVisible());
+  EXPECT_EQ(MarkedLine(viewer), QStringLiteral("one"));
+  viewer.Show(place);
+  EXPECT_TRUE(notice->isVisible());
+  ShowLine(viewer, file, 1);
+  EXPECT_FALSE(notice->isVisible());
+  EXPECT_FALSE(message->isVisible());
 }
 
 TEST(TextViewer, TellsWhatItCannotShow) {
   const TemporaryFolder folder;
   TextViewer viewer;
-  viewer.ShowLine(folder.Path("gone.map"), 5);
+  ShowLine(viewer, folder.Path("gone.map"), 5);
   EXPECT_TRUE(PlaceOf(viewer).contains(QStringLiteral("can't be read")));
-  viewer.ShowLine(folder.Write("short.map", "one\n"), 500);
+  ShowLine(viewer, folder.Write("short.map", "one\n"), 500);
   EXPECT_EQ(MarkedLine(viewer), QString());
   std::filesystem::resize_file(folder.Write("huge.map", ""), TextViewer::LargestShown + 1);
-  viewer.ShowLine(folder.Path("huge.map"), 1);
+  ShowLine(viewer, folder.Path("huge.map"), 1);
   EXPECT_TRUE(PlaceOf(viewer).contains(QStringLiteral("too large")));
 }
 
@@ -129,6 +231,10 @@ class MessagesWindowTest : public testing::Test {
     const MessageOrigin second = At(file_, 2);
     log_.Add(Severity::Warning, QStringLiteral("about the second"), &second);
     log_.Add(Severity::Error, QStringLiteral("about nothing"), nullptr);
+    window_.showOnMap = [this](const MessageOrigin& origin) {
+      shownPoints_.push_back(origin.point);
+      return placeIsKnown_;
+    };
     window_.ShowRow(0);
     ASSERT_TRUE(QTest::qWaitForWindowActive(&window_));
   }
@@ -139,8 +245,15 @@ class MessagesWindowTest : public testing::Test {
     QTest::mouseClick(List().viewport(), Qt::LeftButton, modifiers, place.center());
   }
 
+  QString Hint() { return window_.findChild<QLabel*>(QStringLiteral("messageCount"))->text(); }
+  void AddAbout(const MessageOrigin& origin) {
+    log_.Add(Severity::Warning, QStringLiteral("more"), &origin);
+  }
+
   TemporaryFolder folder_;
   std::string file_;
+  std::vector<std::string> shownPoints_;
+  bool placeIsKnown_ = true;
   MessageLog log_;
   MessagesWindow window_{log_};
 };
@@ -150,7 +263,7 @@ TEST_F(MessagesWindowTest, AClickOpensTheTextAtTheLine) {
   const TextViewer* viewer = Shown<TextViewer>();
   ASSERT_NE(viewer, nullptr);
   EXPECT_EQ(MarkedLine(*viewer), QStringLiteral("second"));
-  EXPECT_EQ(viewer->windowTitle(), QStringLiteral("site.map"));
+  EXPECT_EQ(viewer->windowTitle(), QStringLiteral("site.map (text)"));
 }
 
 TEST_F(MessagesWindowTest, EnterOpensItToo) {
@@ -162,6 +275,96 @@ TEST_F(MessagesWindowTest, EnterOpensItToo) {
 TEST_F(MessagesWindowTest, AMessageFromNowhereOpensNothing) {
   Click(1);
   EXPECT_EQ(Shown<TextViewer>(), nullptr);
+}
+
+TEST_F(MessagesWindowTest, AFileAsAWholeOpensNothing) {
+  AddAbout(At(file_, 0));
+  Click(2);
+  EXPECT_EQ(Shown<TextViewer>(), nullptr);
+}
+
+TEST_F(MessagesWindowTest, APointLeadsToItsFirstLine) {
+  folder_.Write("points.map", "#\nC\tHide\tCamp\t20\t35\n");
+  AddAbout(About(folder_.Path("points.map"), "Camp"));
+  Click(2);
+  ASSERT_NE(Shown<TextViewer>(), nullptr);
+  EXPECT_EQ(MarkedLine(*Shown<TextViewer>()), QStringLiteral("C\tHide\tCamp\t20\t35"));
+  EXPECT_TRUE(shownPoints_.empty());
+}
+
+TEST_F(MessagesWindowTest, APointThatTheFileDoesNotNameLeadsToTheMap) {
+  AddAbout(About(file_, "Nest"));
+  Click(2);
+  EXPECT_EQ(shownPoints_, std::vector<std::string>{"Nest"});
+  EXPECT_EQ(Shown<TextViewer>(), nullptr);
+  placeIsKnown_ = false;
+  Click(2);
+  ASSERT_NE(Shown<TextViewer>(), nullptr);
+  EXPECT_EQ(MarkedLine(*Shown<TextViewer>()), QString());
+}
+
+TEST_F(MessagesWindowTest, OffersAClickOnlyWhereItLeadsSomewhere) {
+  EXPECT_EQ(Hint(),
+            QStringLiteral("2 messages. Click one with an underlined file to see its line."));
+  log_.Clear();
+  EXPECT_EQ(Hint(), QStringLiteral("No messages so far."));
+  AddAbout(At(file_, 0));
+  EXPECT_EQ(Hint(), QStringLiteral("1 message."));
+  log_.Clear();
+  AddAbout(At(file_, 1));
+  EXPECT_EQ(Hint(), QStringLiteral("1 message. Click it to see its line."));
+  AddAbout(About(file_, "Camp"));
+  EXPECT_EQ(Hint(), QStringLiteral("2 messages. Click one to see its line."));
+  const MessagesWindow late(log_);
+  EXPECT_EQ(late.findChild<QLabel*>(QStringLiteral("messageCount"))->text(), Hint());
+}
+
+TEST_F(MessagesWindowTest, TheHandShowsWhereAClickLeadsSomewhere) {
+  for (const int row : {0, 1, 0}) {
+    const QPoint place = List().visualRect(log_.index(row, 0)).center();
+    QTest::mouseMove(List().viewport(), place);
+    const auto wanted = row == 0 ? Qt::PointingHandCursor : Qt::ArrowCursor;
+    EXPECT_TRUE(QTest::qWaitFor([&] { return List().viewport()->cursor().shape() == wanted; }));
+  }
+}
+
+TEST_F(MessagesWindowTest, F8StepsThroughTheMessagesThatHaveALine) {
+  AddAbout(At(file_, 3));
+  QTest::keyClick(&List(), Qt::Key_F8);
+  TextViewer* viewer = Shown<TextViewer>();
+  ASSERT_NE(viewer, nullptr);
+  EXPECT_EQ(MarkedLine(*viewer), QStringLiteral("second"));
+  ASSERT_TRUE(QTest::qWaitForWindowActive(viewer));
+  const auto* next = viewer->findChild<QPushButton*>(QStringLiteral("nextMessage"));
+  const auto* previous = viewer->findChild<QPushButton*>(QStringLiteral("previousMessage"));
+  EXPECT_TRUE(next->isEnabled());
+  EXPECT_FALSE(previous->isEnabled());
+  QTest::keyClick(viewer, Qt::Key_F8);
+  EXPECT_EQ(MarkedLine(*viewer), QStringLiteral("third"));
+  EXPECT_EQ(List().currentIndex().row(), 2);
+  EXPECT_FALSE(next->isEnabled());
+  QTest::keyClick(viewer, Qt::Key_F8);
+  EXPECT_EQ(MarkedLine(*viewer), QStringLiteral("third"));
+  QTest::keyClick(viewer, Qt::Key_F8, Qt::ShiftModifier);
+  EXPECT_EQ(MarkedLine(*viewer), QStringLiteral("second"));
+}
+
+TEST_F(MessagesWindowTest, TheKeyOfExitIsHandedOn) {
+  int exits = 0;
+  QObject::connect(&window_, &MessagesWindow::exitRequested, &window_, [&exits] { ++exits; });
+  QTest::keyClick(&List(), Qt::Key_Q, Qt::ControlModifier);
+  EXPECT_EQ(exits, 1);
+  Click(0);
+  ASSERT_TRUE(QTest::qWaitForWindowActive(Shown<TextViewer>()));
+  QTest::keyClick(Shown<TextViewer>(), Qt::Key_Q, Qt::ControlModifier);
+  EXPECT_EQ(exits, 2);
+}
+
+TEST_F(MessagesWindowTest, SaysHowManyMessagesWereNotKept) {
+  for (size_t i = 0; i < MessageLog::MostKept; ++i) {
+    log_.Add(Severity::Warning, QString(), nullptr);
+  }
+  EXPECT_TRUE(Hint().contains(QStringLiteral(" 2 more were not kept.")));
 }
 
 TEST_F(MessagesWindowTest, CopiesTheSelectedRowsWithTheirPlaces) {
@@ -183,8 +386,12 @@ TEST_F(MessagesWindowTest, CountsAndClears) {
   EXPECT_FALSE(clear->isEnabled());
 }
 
-TEST_F(MessagesWindowTest, EscapeAndItsButtonCloseIt) {
+TEST_F(MessagesWindowTest, EscapeAndItsKeyAndItsButtonCloseIt) {
   QTest::keyClick(&window_, Qt::Key_Escape);
+  EXPECT_FALSE(window_.isVisible());
+  window_.ShowRow(0);
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&window_));
+  QTest::keyClick(&window_, Qt::Key_W, Qt::ControlModifier);
   EXPECT_FALSE(window_.isVisible());
   window_.ShowRow(0);
   QTest::mouseClick(window_.findChild<QPushButton*>(QStringLiteral("closeMessages")),
@@ -199,6 +406,33 @@ TEST_F(MessagesWindowTest, HasANameForEachControl) {
 }
 
 class MessagesCommandTest : public ShellCase {};
+
+TEST_F(MessagesCommandTest, APointThatIsInNoFileIsShownOnItsMap) {
+  MapWindowWidget& map = OpenActive(WriteMap("site.map"));
+  Point* nest = ResolvePointName(map.TheMap(), nullptr, "Nest");
+  nest->flags |= PointPlaced;
+  const MessageOrigin origin = About(map.TheMap().fileName, "Nest");
+  boxes_.Log().Add(Severity::Warning, QStringLiteral("x"), &origin);
+  boxes_.showInWindow(0);
+  auto* messages = Shown<MessagesWindow>();
+  ASSERT_NE(messages, nullptr);
+  QTest::keyClick(messages->findChild<QTreeView*>(), Qt::Key_Return);
+  EXPECT_EQ(Shown<TextViewer>(), nullptr);
+  EXPECT_NE(map.View().View().flags & MapWindowFindMarker, 0U);
+  nest->flags &= ~std::uint32_t{PointPlaced};
+  QTest::keyClick(messages->findChild<QTreeView*>(), Qt::Key_Return);
+  ASSERT_NE(Shown<TextViewer>(), nullptr);
+  messages->close();
+}
+
+TEST_F(MessagesCommandTest, TheKeyOfExitEndsTheProgram) {
+  OpenNew();
+  boxes_.showInWindow(0);
+  ASSERT_TRUE(QTest::qWaitForWindowActive(Shown<MessagesWindow>()));
+  QTest::keyClick(Shown<MessagesWindow>(), Qt::Key_Q, Qt::ControlModifier);
+  EXPECT_EQ(ends_, 1);
+  Shown<MessagesWindow>()->close();
+}
 
 TEST_F(MessagesCommandTest, TheMenuOpensTheWindow) {
   MapWindowWidget& window = OpenNew();

@@ -44,6 +44,19 @@ TEST_F(OrientationDialogTest, BeginsWithWhatTheViewHas) {
   EXPECT_TRUE(dialog.Button(Orientation::CompassNorth).isEnabled());
 }
 
+TEST_F(OrientationDialogTest, TypingReplacesTheNumberAtOnce) {
+  view_.rotation = 30;
+  OrientationDialog& dialog = Open();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+  EXPECT_TRUE(dialog.Field().hasFocus());
+  EXPECT_EQ(dialog.Field().selectedText(), QStringLiteral("30"));
+  QTest::keyClicks(dialog.focusWidget(), QStringLiteral("45"));
+  EXPECT_EQ(dialog.Field().text(), QStringLiteral("45"));
+  EXPECT_TRUE(dialog.Button(Orientation::Free).isChecked());
+  QTest::keyClick(dialog.focusWidget(), Qt::Key_Return);
+  EXPECT_EQ(view_.rotation, 45);
+}
+
 TEST_F(OrientationDialogTest, TheCompassIsOffWithoutADeviation) {
   OrientationDialog& dialog = Open();
   EXPECT_TRUE(dialog.Button(Orientation::TrueNorth).isChecked());

@@ -49,7 +49,7 @@ class ProgressBoxTest : public ShellCase {
 
 TEST_F(ProgressBoxTest, ComesAfterHalfASecondAndNotBefore) {
   {
-    BusyWork busy(workspace_, boxes_, QStringLiteral("opening site.map"), clock_);
+    BusyWork busy(workspace_, boxes_, QStringLiteral("Opening site.map"), clock_);
     EXPECT_EQ(workspace_.progress, &busy);
     ReachAt(busy, milliseconds(0));
     ReachAt(busy, milliseconds(499));
@@ -57,7 +57,7 @@ TEST_F(ProgressBoxTest, ComesAfterHalfASecondAndNotBefore) {
     ReachAt(busy, milliseconds(500));
     ProgressBox* box = ShownBox();
     ASSERT_NE(box, nullptr);
-    EXPECT_EQ(box->windowTitle(), QStringLiteral("Orvane: opening site.map"));
+    EXPECT_EQ(box->windowTitle(), QStringLiteral("Opening site.map"));
     EXPECT_EQ(StageOf(*box), QStringLiteral("Reading the file"));
     const auto* bar = box->findChild<QProgressBar*>();
     EXPECT_EQ(4 * bar->value(), bar->maximum());
@@ -71,9 +71,17 @@ TEST_F(ProgressBoxTest, ComesAfterHalfASecondAndNotBefore) {
   EXPECT_EQ(workspace_.progress, nullptr);
 }
 
+TEST_F(ProgressBoxTest, IsAsWideAsItsTitle) {
+  const QString title = QStringLiteral("Opening ") + QString(60, QLatin1Char('m'));
+  BusyWork busy(workspace_, boxes_, title, clock_);
+  ReachAt(busy, milliseconds(600));
+  ASSERT_NE(ShownBox(), nullptr);
+  EXPECT_GT(ShownBox()->width(), ShownBox()->fontMetrics().horizontalAdvance(title));
+}
+
 TEST_F(ProgressBoxTest, ItsButtonAndEscapeAndItsFrameCallTheWorkOff) {
   for (int way = 0; way < 3; ++way) {
-    BusyWork busy(workspace_, boxes_, QStringLiteral("opening site.map"), clock_);
+    BusyWork busy(workspace_, boxes_, QStringLiteral("Opening site.map"), clock_);
     now_ = milliseconds(0);
     ReachAt(busy, milliseconds(10000 * way + 600));
     ProgressBox* box = ShownBox();
@@ -91,7 +99,7 @@ TEST_F(ProgressBoxTest, ItsButtonAndEscapeAndItsFrameCallTheWorkOff) {
 }
 
 TEST_F(ProgressBoxTest, WhatMustBeFinishedIsNotCalledOff) {
-  BusyWork busy(workspace_, boxes_, QStringLiteral("importing gps.txt"), clock_);
+  BusyWork busy(workspace_, boxes_, QStringLiteral("Importing gps.txt"), clock_);
   const MustFinish finish(&busy);
   ReachAt(busy, milliseconds(600));
   ProgressBox* box = ShownBox();
@@ -104,9 +112,9 @@ TEST_F(ProgressBoxTest, WhatMustBeFinishedIsNotCalledOff) {
 }
 
 TEST_F(ProgressBoxTest, WorkWithinWorkStandsUnderTheOuterBox) {
-  BusyWork outer(workspace_, boxes_, QStringLiteral("opening site.map"), clock_);
+  BusyWork outer(workspace_, boxes_, QStringLiteral("Opening site.map"), clock_);
   {
-    const BusyWork inner(workspace_, boxes_, QStringLiteral("opening basis.map"), clock_);
+    const BusyWork inner(workspace_, boxes_, QStringLiteral("Opening basis.map"), clock_);
     EXPECT_EQ(workspace_.progress, &outer);
   }
   EXPECT_EQ(workspace_.progress, &outer);
@@ -138,7 +146,7 @@ TEST_F(ProgressBoxTest, NoWindowIsServedBeforeTheWorkIsDone) {
   timer.setSingleShot(true);
   QObject::connect(&timer, &QTimer::timeout, [&] { ++fired; });
   {
-    BusyWork busy(workspace_, boxes_, QStringLiteral("importing more.map"), clock_);
+    BusyWork busy(workspace_, boxes_, QStringLiteral("Importing more.map"), clock_);
     timer.start(0);
     QTimer::singleShot(1, &timer, [&] { ++fired; });
     window.View().RequestRepaint();

@@ -28,10 +28,9 @@ class ScriptedMessages : public RecordedMessages {
     return answer;
   }
 
-  std::optional<std::string> Prompt(const std::string& title, const std::string& message,
-                                    const std::string& text) override {
-    RecordedMessages::Prompt(title, message, text);
-    shown.push_back(text);
+  std::optional<std::string> Prompt(const TextPrompt& prompt) override {
+    RecordedMessages::Prompt(prompt);
+    shown.push_back(prompt.text);
     if (texts.empty()) return std::nullopt;
     std::optional<std::string> answer = texts.front();
     texts.pop_front();

@@ -1,5 +1,6 @@
 #include "trails/checks.h"
 
+#include "support/scripted_messages.h"
 #include "trail_maps.h"
 
 #include <gtest/gtest.h>
@@ -206,6 +207,22 @@ TEST(CheckSelectedTrails, ShowsAllWarningsOfASingleTrail) {
   EXPECT_EQ(data.Texts().size(), 6U);
   CheckSelectedTrails({}, data.messages);
   EXPECT_EQ(data.Texts().size(), 6U);
+}
+
+TEST(CheckTrail, ItsWarningsAreAboutAPointUnlessThatHasATimeName) {
+  ScriptedMessages messages;
+  TrailMap data;
+  Point& a = data.Named("a");
+  CheckTrail(data.AddTrail("Pde", {&a, &a, &data.Named("b")}), false, messages);
+  ASSERT_EQ(messages.origins.size(), 1U);
+  EXPECT_EQ(messages.origins[0].file, data.map.fileName);
+  EXPECT_EQ(messages.origins[0].point, "a");
+  Point& stop = data.Named("0700");
+  CheckTrail(data.AddTrail("Follow", {&stop, &stop, &a}), false, messages);
+  ASSERT_GT(messages.origins.size(), 1U);
+  EXPECT_EQ(messages.origins[1].file, data.map.fileName);
+  EXPECT_EQ(messages.origins[1].point, "");
+  EXPECT_EQ(messages.Origin(), nullptr);
 }
 
 }  // namespace

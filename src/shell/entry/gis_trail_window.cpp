@@ -136,7 +136,7 @@ void GisTrailWindow::Take(GisField (*take)(GisImport&, const GisTrailFields&)) {
   bool taken = false;
   GisField bad = GisField::None;
   RunWithinMemory(shell_, [&] {
-    const BusyWork busy(shell_.TheWorkspace(), shell_.Boxes(), tr("taking tracks"), shell_.clock);
+    const BusyWork busy(shell_.TheWorkspace(), shell_.Boxes(), tr("Taking tracks"), shell_.clock);
     ChangeMaps(shell_, [&] { bad = take(import_, typed); });
     taken = true;
   });

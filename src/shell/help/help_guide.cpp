@@ -67,9 +67,16 @@ HelpWindow* HelpGuide::WindowFor(QWidget* modal) {
   // A modal dialog lets nobody use another window but its own children.
   if (modal != nullptr) {
     auto* window = modal->findChild<HelpWindow*>(QString(), Qt::FindDirectChildrenOnly);
-    return window != nullptr ? window : new HelpWindow(LocalFileName(helpFile_), modal);
+    if (window != nullptr) return window;
+    window = new HelpWindow(LocalFileName(helpFile_), modal);
+    // The dialog has to be answered first.
+    connect(window, &HelpWindow::exitRequested, this, [this] { shell_.Beep(); });
+    return window;
   }
-  if (window_.isNull()) window_ = new HelpWindow(LocalFileName(helpFile_), nullptr);
+  if (window_.isNull()) {
+    window_ = new HelpWindow(LocalFileName(helpFile_), nullptr);
+    connect(window_, &HelpWindow::exitRequested, this, [this] { shell_.ExitFlow(); });
+  }
   return window_;
 }
 

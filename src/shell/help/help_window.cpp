@@ -1,8 +1,10 @@
 #include "shell/help/help_window.h"
 
 #include "shell/help/help_file.h"
+#include "shell/window_keys.h"
 
 #include <QAction>
+#include <QEvent>
 #include <QFileInfo>
 #include <QHelpContentWidget>
 #include <QHelpEngine>
@@ -13,9 +15,9 @@
 #include <QHelpSearchResultWidget>
 #include <QImage>
 #include <QLineEdit>
-#include <QShortcut>
 #include <QSplitter>
 #include <QStyle>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QTextBrowser>
 #include <QToolBar>
@@ -71,7 +73,7 @@ void NameSearch(QHelpSearchQueryWidget& query, QHelpSearchResultWidget& results)
 HelpWindow::HelpWindow(const QString& helpFile, QWidget* parent)
     : QMainWindow(parent, Qt::Window), engine_(nullptr) {
   setObjectName(QStringLiteral("helpWindow"));
-  setWindowTitle(tr("Orvane Help"));
+  setWindowTitle(tr("Help"));
   OpenFile(helpFile);
 
   auto* split = new QSplitter(this);
@@ -94,6 +96,8 @@ HelpWindow::HelpWindow(const QString& helpFile, QWidget* parent)
   tabs_->addTab(contents, tr("&Contents"));
   tabs_->addTab(MakeIndex(), tr("&Index"));
   tabs_->addTab(MakeSearch(), tr("&Search"));
+  tabs_->tabBar()->installEventFilter(this);
+  connect(tabs_, &QTabWidget::tabBarClicked, this, &HelpWindow::FocusTabLater);
 
   split->addWidget(tabs_);
   split->addWidget(text_);
@@ -102,8 +106,7 @@ HelpWindow::HelpWindow(const QString& helpFile, QWidget* parent)
   setCentralWidget(split);
   MakeToolBar();
   resize(950, 700);
-  auto* close = new QShortcut(QKeySequence(QKeySequence::Close), this);
-  connect(close, &QShortcut::activated, this, &QWidget::close);
+  AddWindowKeys(*this, [this] { Q_EMIT exitRequested(); });
 }
 
 HelpWindow::~HelpWindow() = default;
@@ -177,8 +180,29 @@ QWidget* HelpWindow::MakeSearch() {
   connect(query, &QHelpSearchQueryWidget::search, this,
           [search, query] { search->search(query->searchInput()); });
   connect(results, &QHelpSearchResultWidget::requestShowLink, this, &HelpWindow::ShowUrl);
+  // Until the pages are indexed the field takes no focus.
+  connect(search, &QHelpSearchEngine::indexingFinished, this, [this] {
+    if (focusDue_) FocusTab();
+  });
   search->reindexDocumentation();
   return page;
+}
+
+bool HelpWindow::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == tabs_->tabBar() && event->type() == QEvent::Shortcut) FocusTabLater();
+  return QMainWindow::eventFilter(watched, event);
+}
+
+void HelpWindow::FocusTabLater() {
+  QMetaObject::invokeMethod(this, &HelpWindow::FocusTab, Qt::QueuedConnection);
+}
+
+void HelpWindow::FocusTab() {
+  QWidget* page = tabs_->currentWidget();
+  QWidget* target = page->findChild<QLineEdit*>();
+  if (target == nullptr) target = page;
+  focusDue_ = !target->isEnabled();
+  target->setFocus(Qt::ShortcutFocusReason);
 }
 
 void HelpWindow::ShowPage(std::string_view page) {

@@ -14,7 +14,8 @@ class QToolBar;
 
 namespace orvane {
 
-/// Shows the help file: at the left the contents, an index and a search, at the right a page.
+/// Shows the help file: at the left the contents, an index and a search, at the right a page. The
+/// key of a tab also moves the focus into it. Escape and Ctrl+W close the window.
 class HelpWindow final : public QMainWindow {
   Q_OBJECT
 
@@ -28,17 +29,26 @@ class HelpWindow final : public QMainWindow {
   void ShowPage(std::string_view page);
   QUrl ShownPage() const;
 
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ Q_SIGNALS:
+  /// The key of "Exit" was pressed.
+  void exitRequested();
+
  private:
   void OpenFile(const QString& helpFile);
   void MakeToolBar();
   QWidget* MakeIndex();
   QWidget* MakeSearch();
   void ShowUrl(const QUrl& url);
+  void FocusTab();
+  void FocusTabLater();
 
   QTemporaryDir folder_;  ///< of the engine's own files, made anew each time: they hold nothing
   std::unique_ptr<QHelpEngine> engine_;
   QTextBrowser* text_;
   QTabWidget* tabs_;
+  bool focusDue_ = false;  ///< of a tab's field that cannot take it yet
 };
 
 }  // namespace orvane

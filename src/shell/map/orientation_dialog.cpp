@@ -1,5 +1,6 @@
 #include "shell/map/orientation_dialog.h"
 
+#include "shell/messages/title_width.h"
 #include "view/map_window.h"
 
 #include <QApplication>
@@ -43,7 +44,11 @@ OrientationDialog::OrientationDialog(MapWindow& view, QWidget* parent)
   connect(box, &QDialogButtonBox::accepted, this, &OrientationDialog::accept);
   connect(box, &QDialogButtonBox::rejected, this, &OrientationDialog::reject);
   layout->addWidget(box, ButtonsOfColumn + 1, 0, 1, 2);
+  WidenToTitle(*this);
   layout->setSizeConstraint(QLayout::SetFixedSize);
+  // Typing replaces the number at once.
+  field_->setFocus();
+  field_->selectAll();
 }
 
 QRadioButton& OrientationDialog::Button(Orientation orientation) {

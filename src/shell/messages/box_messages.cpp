@@ -3,6 +3,7 @@
 #include "base/utf8.h"
 #include "paint/display_text.h"
 #include "shell/messages/built_box.h"
+#include "shell/messages/title_width.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -69,9 +70,10 @@ QString FirstLines(const QString& text) {
 BoxMessages::BoxMessages() : endProgram([](int status) { std::exit(status); }) {}
 
 void BoxMessages::Post(Severity severity, const std::string& text) {
-  const LoggedMessage& logged = log_.Add(severity, ShownText(severity, text), Origin());
+  const QString shown = ShownText(severity, text);
+  const size_t number = log_.Add(severity, shown, Origin());
   if (severity == Severity::Note) return;
-  const Waiting message{.number = logged.number, .severity = severity, .text = logged.text};
+  const Waiting message{.number = number, .severity = severity, .text = shown};
   if (severity == Severity::Fatal) {
     ShowWaiting();
     ShowBox(message, {}, false);
@@ -110,7 +112,7 @@ bool BoxMessages::ShowBox(const Waiting& message, const QString& occasion, bool 
   QMessageBox box(BoxIcon(message.severity), name, WithBreaks(FirstLines(message.text)),
                   QMessageBox::Ok, QApplication::activeWindow());
   box.setObjectName(QStringLiteral("messageBox"));
-  if (!occasion.isEmpty()) box.setWindowTitle(Tr("%1: %2").arg(name, occasion));
+  if (!occasion.isEmpty()) box.setWindowTitle(occasion);
   // Texts hold names that users typed, and these may look like markup.
   box.setTextFormat(Qt::PlainText);
   QCheckBox* check = nullptr;
@@ -119,22 +121,21 @@ bool BoxMessages::ShowBox(const Waiting& message, const QString& occasion, bool 
     check->setObjectName(QStringLiteral("showRestInWindow"));
     box.setCheckBox(check);
   }
+  WidenToTitle(box);  // a message box takes its size from its layout and from nothing else
   box.exec();
   return check != nullptr && check->isChecked();
 }
 
 int BoxMessages::Ask(const std::string& title, const std::vector<std::string>& buttons,
                      const std::string& text) {
-  BuiltBox box(DisplayText(title), text, buttons, std::nullopt, QApplication::activeWindow());
+  BuiltBox box(DisplayText(title), text, buttons, QApplication::activeWindow());
   return box.Run();
 }
 
-std::optional<std::string> BoxMessages::Prompt(const std::string& title, const std::string& message,
-                                               const std::string& text) {
-  BuiltBox box(DisplayText(title), message, {"OK", "Cancel"}, DisplayText(text),
-               QApplication::activeWindow());
+std::optional<std::string> BoxMessages::Prompt(const TextPrompt& prompt) {
+  BuiltBox box(prompt, QApplication::activeWindow());
   if (box.Run() != 1) return std::nullopt;
-  return StoredText(box.FieldText(), text);
+  return StoredText(box.FieldText(), prompt.text);
 }
 
 }  // namespace orvane

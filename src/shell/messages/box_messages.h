@@ -37,11 +37,10 @@ class BoxMessages final : public Messages {
   void Post(Severity severity, const std::string& text) override;
   int Ask(const std::string& title, const std::vector<std::string>& buttons,
           const std::string& text) override;
-  std::optional<std::string> Prompt(const std::string& title, const std::string& message,
-                                    const std::string& text) override;
+  std::optional<std::string> Prompt(const TextPrompt& prompt) override;
 
   /// From now on messages wait. Batches may stand in each other: the outermost counts.
-  /// \param occasion  what is going on, for the title of the boxes: "opening site.map"
+  /// \param occasion  what is going on, the title of the boxes: "Opening site.map"
   void BeginBatch(const QString& occasion);
   /// Shows what has come since the outermost `BeginBatch`.
   void EndBatch();

@@ -2,8 +2,11 @@
 
 #include "base/utf8.h"
 #include "paint/display_text.h"
+#include "shell/messages/title_width.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
+#include <QComboBox>
 #include <QFontMetrics>
 #include <QLabel>
 #include <QLineEdit>
@@ -95,12 +98,25 @@ BoxPlace RoomOf(const QScreen& screen) {
 }  // namespace
 
 BuiltBox::BuiltBox(const QString& title, const std::string& text,
-                   const std::vector<std::string>& buttons, const std::optional<QString>& field,
-                   QWidget* parent)
+                   const std::vector<std::string>& buttons, QWidget* parent)
     : QDialog(parent) {
-  setObjectName(field ? QStringLiteral("promptBox") : QStringLiteral("questionBox"));
+  setObjectName(QStringLiteral("questionBox"));
   setWindowTitle(title);
-  const BoxPlace screen = RoomOf(*(parent != nullptr ? parent->screen() : this->screen()));
+  Fill(text, buttons);
+}
+
+BuiltBox::BuiltBox(const TextPrompt& prompt, QWidget* parent) : QDialog(parent) {
+  setObjectName(QStringLiteral("promptBox"));
+  setWindowTitle(DisplayText(prompt.title));
+  MakeField(prompt);
+  Fill(prompt.message, {"OK", "Cancel"});
+  field_->setAccessibleName(accessibleDescription());
+  fieldWidget_->setAccessibleName(accessibleDescription());
+}
+
+void BuiltBox::Fill(const std::string& text, const std::vector<std::string>& buttons) {
+  const QWidget* over = parentWidget();
+  const BoxPlace screen = RoomOf(*(over != nullptr ? over->screen() : this->screen()));
   const int widest = screen.width - FrameRoom.width();
   const int highest = screen.height - FrameRoom.height();
 
@@ -116,12 +132,16 @@ BuiltBox::BuiltBox(const QString& title, const std::string& text,
     measures.buttonWidths.push_back(metrics.horizontalAdvance(DisplayText(button.text)));
   }
   measures.buttonHeight = QPushButton(QStringLiteral("X")).sizeHint().height();
-  if (field) measures.editHeight = QLineEdit().sizeHint().height();
+  if (fieldWidget_ != nullptr) {
+    measures.editHeight = fieldWidget_->sizeHint().height();
+    measures.editWidth = fieldWidget_->minimumWidth();
+  }
+  measures.titleWidth = TitleWidth(windowTitle(), over != nullptr ? *over : *this);
 
   const BoxLayout layout = LayOutBox(measures, widest, highest);
   MakePicture();
   MakeText(lines, layout.text);
-  if (field) MakeField(*field, layout.edit);
+  if (fieldWidget_ != nullptr) fieldWidget_->setGeometry(RectOf(layout.edit));
   MakeButtons(row, layout.buttons);
   setFixedSize(layout.width, layout.height);
   const BoxPlace place = PlaceBox(layout.width, layout.height, screen);
@@ -161,13 +181,48 @@ void BuiltBox::MakeText(const QStringList& lines, const BoxPlace& place) {
       0, 0, style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, this), 0));
 }
 
-void BuiltBox::MakeField(const QString& content, const BoxPlace& place) {
-  field_ = new QLineEdit(content, this);
+void BuiltBox::MakeField(const TextPrompt& prompt) {
+  if (prompt.earlier.empty()) {
+    field_ = new QLineEdit(this);
+    fieldWidget_ = field_;
+  } else {
+    auto* list = new QComboBox(this);
+    list->setObjectName(QStringLiteral("earlierTexts"));
+    list->setEditable(true);
+    list->setInsertPolicy(QComboBox::NoInsert);
+    // "Pde2" must not become "Pde20" because that was looked for before.
+    list->setCompleter(nullptr);
+    list->setDuplicatesEnabled(true);  // else a text in other letters of case is replaced
+    list->view()->setAccessibleName(tr("Earlier texts"));
+    for (const std::string& text : prompt.earlier) list->addItem(DisplayText(text));
+    field_ = list->lineEdit();
+    fieldWidget_ = list;
+  }
   field_->setObjectName(QStringLiteral("boxField"));
-  field_->setAccessibleName(accessibleDescription());
-  field_->setGeometry(RectOf(place));
+  const int frame = 2 * fieldWidget_->sizeHint().height();  // and the arrow of a list
+  fieldWidget_->setMinimumWidth(prompt.columns * fontMetrics().averageCharWidth() + frame);
+  field_->setText(DisplayText(prompt.text));
+  LimitField(prompt.size, prompt.text);
   field_->selectAll();
-  firstFocus_ = field_;
+  firstFocus_ = fieldWidget_;
+}
+
+/// The limit counts bytes, and the field counts characters: both are held.
+void BuiltBox::LimitField(size_t size, const std::string& before) {
+  if (size == 0) return;
+  const size_t most = std::max<size_t>(size - 1, 1);
+  field_->setMaxLength(static_cast<int>(most));
+  connect(field_, &QLineEdit::textEdited, this, [this, most, before](const QString& typed) {
+    QString text = typed;
+    while (StoredText(text, before).size() > most) {
+      const bool isPair = text.size() > 1 && text.back().isLowSurrogate();
+      text.chop(isPair ? 2 : 1);
+    }
+    if (text.size() == typed.size()) return;
+    const int cursor = field_->cursorPosition();
+    field_->setText(text);
+    field_->setCursorPosition(cursor);
+  });
 }
 
 void BuiltBox::MakeButtons(const std::vector<BoxButton>& row, const std::vector<BoxPlace>& places) {

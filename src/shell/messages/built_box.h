@@ -1,10 +1,10 @@
 #pragma once
 
 #include "base/message_layout.h"
+#include "base/messages.h"
 
 #include <QDialog>
 
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -21,10 +21,13 @@ class BuiltBox final : public QDialog {
   Q_OBJECT
 
  public:
+  /// A question.
   /// \param buttons  as for `ButtonRow`
-  /// \param field    what stands in the field at first; nothing for a box without one
   BuiltBox(const QString& title, const std::string& text, const std::vector<std::string>& buttons,
-           const std::optional<QString>& field, QWidget* parent);
+           QWidget* parent);
+  /// A prompt. Its field takes no more than the prompt allows, and has a list of the earlier texts
+  /// if there are any.
+  BuiltBox(const TextPrompt& prompt, QWidget* parent);
 
   /// Shows the box and waits for the answer.
   /// \return the number of the button pressed, from 1
@@ -36,13 +39,16 @@ class BuiltBox final : public QDialog {
   void reject() override;
 
  private:
+  void Fill(const std::string& text, const std::vector<std::string>& buttons);
   void MakeButtons(const std::vector<BoxButton>& row, const std::vector<BoxPlace>& places);
   void MakePicture();
   void MakeText(const QStringList& lines, const BoxPlace& place);
-  void MakeField(const QString& content, const BoxPlace& place);
+  void MakeField(const TextPrompt& prompt);
+  void LimitField(size_t size, const std::string& before);
 
   QWidget* firstFocus_ = nullptr;
-  QLineEdit* field_ = nullptr;
+  QLineEdit* field_ = nullptr;      ///< of a prompt
+  QWidget* fieldWidget_ = nullptr;  ///< the field, or the box with a list that holds it
 };
 
 }  // namespace orvane

@@ -5,14 +5,14 @@
 #include "shell/files/local_files.h"
 
 #include <QApplication>
+#include <QFont>
 #include <QIcon>
 #include <QStyle>
 
+#include <algorithm>
+
 namespace orvane {
 namespace {
-
-/// Rows that go at once when the log is full, so that they do not go one by one.
-constexpr size_t DroppedAtOnce = MessageLog::MostKept / 10;
 
 QStyle::StandardPixmap PictureOf(Severity severity) {
   switch (severity) {
@@ -40,7 +40,13 @@ QString TextOf(const LoggedMessage& message, int column) {
   }
 }
 
-/// What a screen reader says: the severity stands in a picture.
+/// A tip with nothing in it taken for markup: messages hold names that users typed.
+QString PlainTip(const QString& text) {
+  if (text.isEmpty()) return text;
+  return QStringLiteral("<p style='white-space:pre-wrap'>%1</p>").arg(text.toHtmlEscaped());
+}
+
+/// What a screen reader says: it does not see the picture of the severity.
 QString SpokenText(const LoggedMessage& message) {
   switch (message.severity) {
     case Severity::Note:
@@ -52,34 +58,48 @@ QString SpokenText(const LoggedMessage& message) {
   }
 }
 
+/// The place of a message that leads to a line looks like a link.
+QFont LinkFont() {
+  QFont font = QApplication::font("QAbstractItemView");
+  font.setUnderline(true);
+  return font;
+}
+
 }  // namespace
 
-const LoggedMessage& MessageLog::Add(Severity severity, const QString& text,
-                                     const MessageOrigin* origin) {
+size_t MessageLog::Add(Severity severity, const QString& text, const MessageOrigin* origin) {
+  const size_t number = ++lastNumber_;
   if (messages_.size() >= MostKept) {
-    beginRemoveRows({}, 0, static_cast<int>(DroppedAtOnce) - 1);
-    messages_.erase(messages_.begin(), messages_.begin() + DroppedAtOnce);
-    endRemoveRows();
+    ++notKept_;
+    Q_EMIT messageDropped();
+    return number;
   }
   const int row = rowCount();
   beginInsertRows({}, row, row);
-  messages_.push_back({.number = ++lastNumber_,
+  messages_.push_back({.number = number,
                        .severity = severity,
                        .text = text,
-                       .origin = origin == nullptr ? MessageOrigin() : *origin});
+                       .origin = origin == nullptr ? MessageOrigin() : *origin,
+                       .fileState = origin == nullptr ? FileState() : StateOfFile(origin->file)});
   endInsertRows();
-  return messages_.back();
+  return number;
 }
 
 void MessageLog::Clear() {
   beginResetModel();
   messages_.clear();
+  notKept_ = 0;
   endResetModel();
+}
+
+bool MessageLog::LeadsToLine(int row) const {
+  const MessageOrigin& origin = At(row).origin;
+  return !origin.file.empty() && (origin.line > 0 || !origin.point.empty());
 }
 
 int MessageLog::RowOf(size_t number) const {
   if (messages_.empty() || number <= messages_.front().number) return 0;
-  return static_cast<int>(number - messages_.front().number);
+  return static_cast<int>(std::min(number - messages_.front().number, messages_.size() - 1));
 }
 
 int MessageLog::rowCount(const QModelIndex& parent) const {
@@ -93,16 +113,19 @@ int MessageLog::columnCount(const QModelIndex& parent) const {
 QVariant MessageLog::data(const QModelIndex& index, int role) const {
   if (!index.isValid()) return {};
   const LoggedMessage& message = At(index.row());
+  const bool isText = index.column() == TextColumn;
   switch (role) {
     case Qt::DisplayRole:
       return TextOf(message, index.column());
     case Qt::ToolTipRole:
-      return index.column() == FileColumn ? LocalFileName(message.origin.file)
-                                          : TextOf(message, index.column());
+      return PlainTip(index.column() == FileColumn ? LocalFileName(message.origin.file)
+                                                   : TextOf(message, index.column()));
     case Qt::DecorationRole:
-      return index.column() == TextColumn ? IconOf(message.severity) : QVariant();
+      return isText ? IconOf(message.severity) : QVariant();
+    case Qt::FontRole:
+      return !isText && LeadsToLine(index.row()) ? LinkFont() : QVariant();
     case Qt::AccessibleTextRole:
-      return index.column() == TextColumn ? SpokenText(message) : TextOf(message, index.column());
+      return isText ? SpokenText(message) : TextOf(message, index.column());
     case Qt::TextAlignmentRole:
       return index.column() == LineColumn ? QVariant(Qt::AlignRight | Qt::AlignVCenter)
                                           : QVariant();

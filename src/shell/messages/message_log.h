@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/messages.h"
+#include "shell/files/file_state.h"
 
 #include <QAbstractTableModel>
 #include <QString>
@@ -15,6 +16,7 @@ struct LoggedMessage {
   Severity severity = Severity::Warning;
   QString text;          ///< with "Internal Error: " in front where it is one
   MessageOrigin origin;  ///< no file if it came from none
+  FileState fileState;   ///< of the origin's file when the message came
 };
 
 /// All messages of the run, oldest first, as the rows of a table.
@@ -24,25 +26,36 @@ class MessageLog final : public QAbstractTableModel {
  public:
   enum Column { TextColumn, FileColumn, LineColumn, ColumnCount };
 
-  /// More are not kept: the oldest go first.
+  /// No more are kept. The first ones are, since the faults that come after them often follow from
+  /// them.
   static constexpr size_t MostKept = 100000;
 
   /// \param origin  null if the message comes from no file
-  const LoggedMessage& Add(Severity severity, const QString& text, const MessageOrigin* origin);
+  /// \return the number of the message
+  size_t Add(Severity severity, const QString& text, const MessageOrigin* origin);
   void Clear();
 
   const LoggedMessage& At(int row) const { return messages_[static_cast<size_t>(row)]; }
-  /// The row of a message by its number; the first row if the message is no longer kept.
+  /// \return true if the message of a row leads to a line: it came from one, or is about a point
+  bool LeadsToLine(int row) const;
+  /// \return the row of a message by its number; the last row if the message is not kept
   int RowOf(size_t number) const;
+  /// Messages that came when the log was full.
+  size_t NotKept() const { return notKept_; }
 
   int rowCount(const QModelIndex& parent = {}) const override;
   int columnCount(const QModelIndex& parent = {}) const override;
   QVariant data(const QModelIndex& index, int role) const override;
   QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
+ Q_SIGNALS:
+  /// The log is full: a message was not kept.
+  void messageDropped();
+
  private:
   std::vector<LoggedMessage> messages_;
   size_t lastNumber_ = 0;
+  size_t notKept_ = 0;
 };
 
 }  // namespace orvane

@@ -1,23 +1,32 @@
 #include "shell/messages/messages_window.h"
 
+#include "base/files.h"
+#include "mapfile/point_search.h"
+#include "model/point_names.h"
 #include "paint/display_text.h"
 #include "shell/files/local_files.h"
+#include "shell/map/map_view.h"
+#include "shell/map_window_widget.h"
 #include "shell/messages/box_messages.h"
 #include "shell/messages/message_log.h"
 #include "shell/messages/text_viewer.h"
 #include "shell/shell.h"
+#include "shell/window_keys.h"
 
 #include <QApplication>
 #include <QClipboard>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
+#include <QLocale>
+#include <QMouseEvent>
 #include <QPushButton>
 #include <QShortcut>
 #include <QTreeView>
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <utility>
 
 namespace orvane {
 namespace {
@@ -91,14 +100,24 @@ MessagesWindow::MessagesWindow(MessageLog& log, QWidget* parent)
   connect(close, &QPushButton::clicked, this, &QWidget::close);
   connect(new QShortcut(QKeySequence::Copy, this), &QShortcut::activated, this,
           &MessagesWindow::Copy);
-  for (const QKeySequence& key :
-       {QKeySequence(Qt::Key_Escape), QKeySequence(QKeySequence::Close)}) {
-    connect(new QShortcut(key, this), &QShortcut::activated, this, &QWidget::close);
+  AddWindowKeys(*this, [this] { Q_EMIT exitRequested(); });
+  for (const auto& [key, step] : {std::pair{QKeySequence(Qt::Key_F8), 1},
+                                  std::pair{QKeySequence(Qt::SHIFT | Qt::Key_F8), -1}}) {
+    connect(new QShortcut(key, this), &QShortcut::activated, this, [this, step] { Step(step); });
   }
-  connect(&log_, &MessageLog::rowsInserted, this, &MessagesWindow::ShowCount);
-  connect(&log_, &MessageLog::rowsRemoved, this, &MessagesWindow::ShowCount);
-  connect(&log_, &MessageLog::modelReset, this, &MessagesWindow::ShowCount);
+  connect(&log_, &MessageLog::rowsInserted, this, [this](const QModelIndex&, int first, int last) {
+    for (int row = first; row <= last; ++row) leading_ += log_.LeadsToLine(row) ? 1 : 0;
+    ShowCount();
+  });
+  connect(&log_, &MessageLog::messageDropped, this, &MessagesWindow::ShowCount);
+  connect(&log_, &MessageLog::modelReset, this, [this] {
+    leading_ = 0;
+    ShowCount();
+  });
+  for (int row = 0; row < log_.rowCount(); ++row) leading_ += log_.LeadsToLine(row) ? 1 : 0;
   ShowCount();
+  list_->viewport()->setMouseTracking(true);
+  list_->viewport()->installEventFilter(this);
   list_->setFocus();
   resize(760, 360);
 }
@@ -126,10 +145,66 @@ void MessagesWindow::ShowRow(int row) {
 void MessagesWindow::OpenText(const QModelIndex& index) {
   // A click that gathers rows to be copied opens nothing.
   if ((QApplication::keyboardModifiers() & (Qt::ControlModifier | Qt::ShiftModifier)) != 0) return;
-  const MessageOrigin& origin = log_.At(index.row()).origin;
-  if (origin.file.empty()) return;
-  if (!viewer_) viewer_ = std::make_unique<TextViewer>();
-  viewer_->ShowLine(origin.file, origin.line);
+  if (index.isValid() && log_.LeadsToLine(index.row())) OpenRow(index.row());
+}
+
+void MessagesWindow::OpenRow(int row) {
+  const LoggedMessage& message = log_.At(row);
+  const MessageOrigin& origin = message.origin;
+  opened_ = message.number;
+  ViewedPlace place{.file = origin.file,
+                    .line = origin.line,
+                    .message = message.text,
+                    .fileState = message.fileState};
+  if (place.line == 0) {
+    if (const auto content = ReadWholeFile(origin.file)) {
+      place.line = FirstLineOfPoint(*content, origin.point);
+    }
+    if (place.line == 0 && showOnMap && showOnMap(origin)) return;
+  }
+  TextViewer& viewer = Viewer();
+  viewer.OfferSteps(RowFrom(row, -1) >= 0, RowFrom(row, 1) >= 0);
+  viewer.Show(place);
+}
+
+TextViewer& MessagesWindow::Viewer() {
+  if (!viewer_) {
+    viewer_ = std::make_unique<TextViewer>();
+    connect(viewer_.get(), &TextViewer::stepRequested, this, &MessagesWindow::Step);
+    connect(viewer_.get(), &TextViewer::exitRequested, this, &MessagesWindow::exitRequested);
+  }
+  return *viewer_;
+}
+
+int MessagesWindow::RowFrom(int row, int step) const {
+  for (int next = row + step; next >= 0 && next < log_.rowCount(); next += step) {
+    if (log_.LeadsToLine(next)) return next;
+  }
+  return -1;
+}
+
+void MessagesWindow::Step(int step) {
+  const int current = list_->currentIndex().isValid() ? list_->currentIndex().row() : -1;
+  // The first step leads to the message that is selected, the others away from it.
+  const bool isOpened = current >= 0 && log_.At(current).number == opened_;
+  const bool stays = current >= 0 && !isOpened && log_.LeadsToLine(current);
+  const int row = stays ? current : RowFrom(current, step);
+  if (row < 0) {
+    QApplication::beep();
+    return;
+  }
+  list_->setCurrentIndex(log_.index(row, MessageLog::TextColumn));
+  OpenRow(row);
+}
+
+bool MessagesWindow::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::MouseMove) {
+    const QPoint place = static_cast<QMouseEvent*>(event)->position().toPoint();
+    const QModelIndex under = list_->indexAt(place);
+    const bool leads = under.isValid() && log_.LeadsToLine(under.row());
+    list_->viewport()->setCursor(leads ? Qt::PointingHandCursor : Qt::ArrowCursor);
+  }
+  return QWidget::eventFilter(watched, event);
 }
 
 void MessagesWindow::Copy() {
@@ -146,21 +221,57 @@ void MessagesWindow::ShowCount() {
   const int count = log_.rowCount();
   copy_->setEnabled(count > 0);
   clear_->setEnabled(count > 0);
-  if (count == 0) {
-    count_->setText(tr("No messages so far."));
-  } else if (count == 1) {
-    count_->setText(tr("1 message. Click it to see the line that it came from."));
-  } else {
-    count_->setText(tr("%1 messages. Click one to see the line that it came from.")
-                        .arg(QLocale().toString(count)));
+  const QLocale locale;
+  QString text = tr("No messages so far.");
+  if (count == 1) text = tr("1 message.");
+  if (count > 1) text = tr("%1 messages.").arg(locale.toString(count));
+  if (log_.NotKept() > 0) {
+    text +=
+        u' ' +
+        tr("%1 more were not kept.").arg(locale.toString(static_cast<qulonglong>(log_.NotKept())));
   }
+  if (leading_ == 1 && count == 1) {
+    text += u' ' + tr("Click it to see its line.");
+  } else if (leading_ == count && count > 1) {
+    text += u' ' + tr("Click one to see its line.");
+  } else if (leading_ > 0) {
+    text += u' ' + tr("Click one with an underlined file to see its line.");
+  }
+  count_->setText(text);
 }
+
+namespace {
+
+/// Brings a map with the origin's point to the front and shows the point there.
+bool ShowPointOnMap(Shell& shell, const MessageOrigin& origin) {
+  for (MapWindowWidget* window : shell.OpenWindows()) {
+    const Map& map = window->TheMap();
+    const Map* level = &map;
+    while (level != nullptr && level->fileName != origin.file) level = level->basis;
+    if (level == nullptr) continue;
+    const Point* point = FindPointByName(map, nullptr, origin.point);
+    if (point == nullptr || (point->flags & PointPlaced) == 0) continue;
+    window->raise();
+    window->activateWindow();
+    return window->View().Find(origin.point);
+  }
+  return false;
+}
+
+}  // namespace
 
 void PlugMessagesWindow(Shell& shell) {
   // Made at its first use, and kept with the handler.
   const auto window = std::make_shared<std::unique_ptr<MessagesWindow>>();
   const auto show = [&shell, window](int row) {
-    if (!*window) *window = std::make_unique<MessagesWindow>(shell.Boxes().Log());
+    if (!*window) {
+      *window = std::make_unique<MessagesWindow>(shell.Boxes().Log());
+      (*window)->showOnMap = [&shell](const MessageOrigin& origin) {
+        return ShowPointOnMap(shell, origin);
+      };
+      QObject::connect(window->get(), &MessagesWindow::exitRequested, &shell,
+                       [&shell] { shell.ExitFlow(); });
+    }
     (*window)->ShowRow(row);
   };
   shell.Plug(CommandMessages,

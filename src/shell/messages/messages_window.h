@@ -2,6 +2,7 @@
 
 #include <QWidget>
 
+#include <functional>
 #include <memory>
 
 class QLabel;
@@ -14,9 +15,11 @@ namespace orvane {
 class MessageLog;
 class Shell;
 class TextViewer;
+struct MessageOrigin;
 
 /// The list of all messages, each with the file and the line that it came from. A click, or Enter,
-/// opens that file at the line.
+/// opens that file at the line; F8 and Shift+F8 step to the next and the previous message that has
+/// one. A message about a point opens the first line that names it, or shows its place on the map.
 class MessagesWindow final : public QWidget {
   Q_OBJECT
 
@@ -28,10 +31,25 @@ class MessagesWindow final : public QWidget {
   /// Shows the window with a row in sight.
   void ShowRow(int row);
 
+  /// Shows the place of the origin's point on the map, if that map is open and the point has a
+  /// place. \return false if not. Empty for a program without maps.
+  std::function<bool(const MessageOrigin& origin)> showOnMap;
+
+ Q_SIGNALS:
+  /// The key of "Exit" was pressed, here or in the window with the text.
+  void exitRequested();
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
  private:
   void OpenText(const QModelIndex& index);
+  void OpenRow(int row);
+  int RowFrom(int row, int step) const;
+  void Step(int step);
   void Copy();
   void ShowCount();
+  TextViewer& Viewer();
 
   MessageLog& log_;
   QLabel* count_;
@@ -39,6 +57,8 @@ class MessagesWindow final : public QWidget {
   QPushButton* copy_;
   QPushButton* clear_;
   std::unique_ptr<TextViewer> viewer_;
+  int leading_ = 0;    ///< messages that lead to a line
+  size_t opened_ = 0;  ///< number of the message that was opened last
 };
 
 /// Plugs in the command that opens the window, and lets boxes hand their rest to it.

@@ -4,99 +4,156 @@
 #include "base/files.h"
 #include "paint/display_text.h"
 #include "shell/files/local_files.h"
+#include "shell/messages/numbered_text.h"
+#include "shell/window_keys.h"
 
 #include <QFontDatabase>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QLocale>
-#include <QPlainTextEdit>
+#include <QPushButton>
 #include <QShortcut>
-#include <QTextBlock>
+#include <QToolTip>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace orvane {
 namespace {
 
-/// The text with line feeds alone, so that the lines of the view are those of the reader: old
-/// files end a line by a carriage return, or by this byte.
-std::string WithLineFeeds(const std::string& text) {
-  constexpr char OldEnd = '\xFF';
-  std::string lines;
-  lines.reserve(text.size());
-  for (size_t i = 0; i < text.size(); ++i) {
-    const char c = text[i];
-    if (c == '\r' && i + 1 < text.size() && text[i + 1] == '\n') continue;
-    const bool ends = c == '\r' || c == OldEnd;
-    // A byte of zero would end the text for the view.
-    lines += ends ? '\n' : c == '\0' ? ' ' : c;
+/// The bytes at which the reader ends a line; a carriage return may have a line feed after it.
+bool EndsLine(char c) { return c == '\n' || c == '\r' || c == '\xFF'; }
+
+/// A line as it is shown. What the view would take for the end of a line, or of the text, becomes
+/// a blank, so that the lines of the view are those of the reader.
+QString ShownLine(std::string_view line) {
+  constexpr QChar Blank(u' ');
+  QString shown = DisplayText(line);
+  for (const char16_t odd : {u'\0', u'\u2029', u'\uFDD0', u'\uFDD1'}) {
+    shown.replace(QChar(odd), Blank);
   }
-  return lines;
+  return shown;
+}
+
+QString ShownText(std::string_view content) {
+  QString text;
+  text.reserve(static_cast<qsizetype>(content.size()));
+  while (true) {
+    const auto* const end = std::find_if(content.begin(), content.end(), EndsLine);
+    const auto length = static_cast<size_t>(end - content.begin());
+    text += ShownLine(content.substr(0, length));
+    if (length == content.size()) return text;
+    text += u'\n';
+    content.remove_prefix(length + (content.substr(length).starts_with("\r\n") ? 2 : 1));
+  }
+}
+
+QLabel* MakeLabel(const char* name, QWidget* parent) {
+  auto* label = new QLabel(parent);
+  label->setObjectName(QLatin1String(name));
+  label->setTextFormat(Qt::PlainText);
+  label->setContentsMargins(8, 4, 8, 4);
+  return label;
 }
 
 }  // namespace
 
 TextViewer::TextViewer(QWidget* parent)
-    : QWidget(parent, Qt::Window), text_(new QPlainTextEdit(this)), place_(new QLabel(this)) {
+    : QWidget(parent, Qt::Window),
+      message_(MakeLabel("viewedMessage", this)),
+      notice_(MakeLabel("viewedNotice", this)),
+      text_(new NumberedText(this)),
+      where_(MakeLabel("viewedPlace", this)),
+      previous_(MakeStep(tr("&Previous Message"), "previousMessage",
+                         QKeySequence(Qt::SHIFT | Qt::Key_F8), -1)),
+      next_(MakeStep(tr("&Next Message"), "nextMessage", QKeySequence(Qt::Key_F8), 1)) {
   setObjectName(QStringLiteral("textViewer"));
   text_->setObjectName(QStringLiteral("viewedText"));
-  text_->setReadOnly(true);
-  text_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-  text_->setLineWrapMode(QPlainTextEdit::NoWrap);
   text_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
   text_->setTabStopDistance(8.0 * text_->fontMetrics().horizontalAdvance(QLatin1Char(' ')));
   text_->setAccessibleName(tr("Text of the file"));
-  place_->setObjectName(QStringLiteral("viewedPlace"));
-  place_->setTextFormat(Qt::PlainText);
-  place_->setContentsMargins(8, 4, 8, 4);
+  message_->setWordWrap(true);
+  notice_->setWordWrap(true);
+  notice_->setText(tr("The file has changed since Orvane read it. The lines may have moved."));
+  notice_->setPalette(QToolTip::palette());
+  notice_->setForegroundRole(QPalette::ToolTipText);
+  notice_->setBackgroundRole(QPalette::ToolTipBase);
+  notice_->setAutoFillBackground(true);
+  notice_->hide();
 
+  auto* bottom = new QHBoxLayout;
+  bottom->setContentsMargins(0, 4, 8, 4);
+  bottom->addWidget(where_, 1);
+  bottom->addWidget(previous_);
+  bottom->addWidget(next_);
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->setSpacing(0);
-  layout->addWidget(text_);
-  layout->addWidget(place_);
-  for (const QKeySequence& key :
-       {QKeySequence(Qt::Key_Escape), QKeySequence(QKeySequence::Close)}) {
-    connect(new QShortcut(key, this), &QShortcut::activated, this, &QWidget::close);
-  }
-  resize(760, 480);
+  layout->addWidget(message_);
+  layout->addWidget(notice_);
+  layout->addWidget(text_, 1);
+  layout->addLayout(bottom);
+  AddWindowKeys(*this, [this] { Q_EMIT exitRequested(); });
+  OfferSteps(false, false);
+  resize(860, 520);
 }
 
-void TextViewer::ShowLine(const std::string& file, size_t line) {
-  setWindowTitle(DisplayText(BaseName(file)));
+QPushButton* TextViewer::MakeStep(const QString& text, const char* name, const QKeySequence& key,
+                                  int step) {
+  auto* button = new QPushButton(text, this);
+  button->setObjectName(QLatin1String(name));
+  button->setAutoDefault(false);
+  button->setToolTip(key.toString(QKeySequence::NativeText));
+  connect(button, &QPushButton::clicked, this, [this, step] { Q_EMIT stepRequested(step); });
+  connect(new QShortcut(key, this), &QShortcut::activated, button, &QPushButton::click);
+  return button;
+}
+
+void TextViewer::OfferSteps(bool previous, bool next) {
+  previous_->setEnabled(previous);
+  next_->setEnabled(next);
+}
+
+void TextViewer::Show(const ViewedPlace& place) {
+  place_ = place;
+  setWindowTitle(tr("%1 (text)").arg(DisplayText(BaseName(place.file))));
+  message_->setText(place.message);
+  message_->setVisible(!place.message.isEmpty());
   text_->clear();
   show();  // now, so that the line can come to the middle
-  const auto content = ReadWholeFile(file);
-  if (!content) {
-    place_->setText(tr("%1 can't be read").arg(LocalFileName(file)));
-  } else if (content->size() > LargestShown) {
-    place_->setText(tr("%1 is too large to be shown").arg(LocalFileName(file)));
-  } else {
-    text_->setPlainText(DisplayText(WithLineFeeds(*content)));
-    place_->setText(line == 0 ? LocalFileName(file)
-                              : tr("Line %1 of %2")
-                                    .arg(QLocale().toString(static_cast<qulonglong>(line)),
-                                         LocalFileName(file)));
-    Mark(line);
-  }
+  Read();
   raise();
   activateWindow();
   text_->setFocus();
 }
 
-void TextViewer::Mark(size_t line) {
-  QList<QTextEdit::ExtraSelection> marks;
-  const QTextBlock block = text_->document()->findBlockByNumber(static_cast<int>(line) - 1);
-  if (line > 0 && block.isValid()) {
-    QTextEdit::ExtraSelection mark;
-    mark.cursor = QTextCursor(block);
-    QColor color = palette().color(QPalette::Highlight);
-    color.setAlphaF(0.3F);
-    mark.format.setBackground(color);
-    mark.format.setProperty(QTextFormat::FullWidthSelection, true);
-    marks.append(mark);
-    text_->setTextCursor(mark.cursor);
-    text_->centerCursor();
+void TextViewer::Read() {
+  const QString name = LocalFileName(place_.file);
+  shownState_ = StateOfFile(place_.file);
+  notice_->hide();
+  const auto content = ReadWholeFile(place_.file);
+  if (!content) {
+    text_->clear();
+    where_->setText(tr("%1 can't be read").arg(name));
+    return;
   }
-  text_->setExtraSelections(marks);
+  if (content->size() > LargestShown) {
+    text_->clear();
+    where_->setText(tr("%1 is too large to be shown").arg(name));
+    return;
+  }
+  notice_->setVisible(shownState_ != place_.fileState);
+  text_->setPlainText(ShownText(*content));
+  const QString line = QLocale().toString(static_cast<qulonglong>(place_.line));
+  where_->setText(place_.line == 0 ? name : tr("Line %1 of %2").arg(line, name));
+  text_->MarkLine(place_.line);
+}
+
+void TextViewer::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  // The user may have been in an editor meanwhile.
+  const bool returned = event->type() == QEvent::ActivationChange && isActiveWindow();
+  if (returned && isVisible() && StateOfFile(place_.file) != shownState_) Read();
 }
 
 }  // namespace orvane

@@ -1,15 +1,28 @@
 #pragma once
 
+#include "shell/files/file_state.h"
+
 #include <QWidget>
 
 #include <string>
 
 class QLabel;
-class QPlainTextEdit;
+class QPushButton;
 
 namespace orvane {
 
-/// Shows a text file, to be looked at and not to be changed, at one line.
+class NumberedText;
+
+/// What the viewer shows.
+struct ViewedPlace {
+  std::string file;
+  size_t line = 0;      ///< from 1, as the reader of maps counts; 0 marks none
+  QString message;      ///< about the line; empty for none
+  FileState fileState;  ///< of the file when the program read it
+};
+
+/// Shows a text file, to be looked at and not to be changed, at one line. Each line is UTF-8 or
+/// Latin-1 by itself. A notice comes up if the file has changed since the program read it.
 class TextViewer final : public QWidget {
   Q_OBJECT
 
@@ -19,15 +32,32 @@ class TextViewer final : public QWidget {
 
   explicit TextViewer(QWidget* parent = nullptr);
 
-  /// Reads the file as it is now, and marks a line of it.
-  /// \param line  from 1; 0 marks none. Lines are counted as the reader of maps counts them
-  void ShowLine(const std::string& file, size_t line);
+  /// Reads the file as it is now, and marks the line.
+  void Show(const ViewedPlace& place);
+  /// Whether there are messages before and after this one, to step to.
+  void OfferSteps(bool previous, bool next);
+
+ Q_SIGNALS:
+  /// The user wants the message after this one (1) or before it (-1).
+  void stepRequested(int step);
+  /// The key of "Exit" was pressed.
+  void exitRequested();
+
+ protected:
+  void changeEvent(QEvent* event) override;
 
  private:
-  void Mark(size_t line);
+  void Read();
+  QPushButton* MakeStep(const QString& text, const char* name, const QKeySequence& key, int step);
 
-  QPlainTextEdit* text_;
-  QLabel* place_;
+  QLabel* message_;
+  QLabel* notice_;
+  NumberedText* text_;
+  QLabel* where_;
+  QPushButton* previous_;
+  QPushButton* next_;
+  ViewedPlace place_;
+  FileState shownState_;  ///< of the file when it was last read here
 };
 
 }  // namespace orvane

@@ -36,7 +36,7 @@ class BusyWork final : public Progress {
   /// The box is served as often as this.
   static constexpr std::chrono::milliseconds Beat{50};
 
-  /// \param occasion  what goes on, for titles: "opening site.map"
+  /// \param occasion  what goes on, for titles: "Opening site.map"
   /// \param clock     the time; that of the machine if empty
   BusyWork(Workspace& workspace, BoxMessages& boxes, const QString& occasion, Clock clock = {});
   ~BusyWork() override;

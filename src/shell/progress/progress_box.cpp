@@ -1,6 +1,7 @@
 #include "shell/progress/progress_box.h"
 
-#include <QGuiApplication>
+#include "shell/messages/title_width.h"
+
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QProgressBar>
@@ -39,7 +40,7 @@ ProgressBox::ProgressBox(const QString& occasion, QWidget* parent)
       bar_(new QProgressBar(this)),
       cancel_(new QPushButton(tr("Cancel"), this)) {
   setObjectName(QStringLiteral("progressBox"));
-  setWindowTitle(tr("%1: %2").arg(QGuiApplication::applicationDisplayName(), occasion));
+  setWindowTitle(occasion);
   setWindowModality(Qt::ApplicationModal);
   stage_->setObjectName(QStringLiteral("progressStage"));
   bar_->setObjectName(QStringLiteral("progressBar"));
@@ -58,6 +59,7 @@ ProgressBox::ProgressBox(const QString& occasion, QWidget* parent)
   buttons->addStretch();
   buttons->addWidget(cancel_);
   layout->addLayout(buttons);
+  WidenToTitle(*this);
   layout->setSizeConstraint(QLayout::SetFixedSize);
 }
 

@@ -18,7 +18,7 @@ class ProgressBox final : public QDialog {
   Q_OBJECT
 
  public:
-  /// \param occasion  what goes on, for the title: "opening site.map"
+  /// \param occasion  what goes on, the title: "Opening site.map"
   ProgressBox(const QString& occasion, QWidget* parent);
 
   /// \param done, of   as for `Progress::Reach`
