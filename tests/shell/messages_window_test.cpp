@@ -3,6 +3,7 @@
 #include "shell/messages/messages_window.h"
 
 #include "model/point_names.h"
+#include "shell/map/map_note.h"
 #include "shell/messages/message_log.h"
 #include "shell/messages/text_viewer.h"
 #include "shell/shell_case.h"
@@ -442,6 +443,62 @@ TEST_F(MessagesCommandTest, TheMenuOpensTheWindow) {
   ASSERT_TRUE(QTest::qWaitForWindowActive(Shown<MessagesWindow>()));
   QTest::keyClick(Shown<MessagesWindow>(), Qt::Key_Escape);
   EXPECT_EQ(Shown<MessagesWindow>(), nullptr);
+}
+
+/// The note at the edge of a map, once it is shown; null if it is not.
+ResultNote* NoteOf(MapWindowWidget& window) {
+  ResultNote* note = nullptr;
+  const bool shown = QTest::qWaitFor(
+      [&] {
+        note = window.View().findChild<ResultNote*>();
+        return note != nullptr && note->isVisible();
+      },
+      500);
+  return shown ? note : nullptr;
+}
+
+TEST_F(MessagesCommandTest, NotesOfOneCommandShowAtTheEdgeOfTheMap) {
+  const MapWindowWidget& other = OpenActive(WriteMap("other.map"));
+  MapWindowWidget& window = OpenActive(WriteMap("site.map"));
+  boxes_.Log().Add(Severity::Warning, QStringLiteral("first"), nullptr);
+  PostNote(boxes_, "12 follows, <b>140</b> stops");
+  PostNote(boxes_, "3 places are unknown");
+  EXPECT_EQ(window.View().findChild<ResultNote*>(), nullptr);
+  ResultNote* note = NoteOf(window);
+  ASSERT_NE(note, nullptr);
+  EXPECT_EQ(note->text(), QStringLiteral("12 follows, <b>140</b> stops\n3 places are unknown"));
+  EXPECT_EQ(note->textFormat(), Qt::PlainText);
+  EXPECT_EQ(note->accessibleName(), note->text());
+  EXPECT_TRUE(window.View().rect().contains(note->geometry()));
+  EXPECT_GT(note->geometry().bottom(), window.View().height() - 12);
+  EXPECT_EQ(other.findChild<ResultNote*>(), nullptr);
+  // It stays at the edge, and a click leads to the first of the notes.
+  window.resize(window.width() - 100, window.height() - 100);
+  QApplication::processEvents();
+  EXPECT_TRUE(window.View().rect().contains(note->geometry()));
+  QTest::mouseClick(note, Qt::LeftButton);
+  EXPECT_FALSE(note->isVisible());
+  auto* messages = Shown<MessagesWindow>();
+  ASSERT_NE(messages, nullptr);
+  EXPECT_EQ(messages->findChild<QTreeView*>()->currentIndex().row(), 1);
+  messages->close();
+}
+
+TEST_F(MessagesCommandTest, ManyNotesAreCutToFourLines) {
+  MapWindowWidget& window = OpenNew();
+  for (int i = 0; i < 6; ++i) PostNote(boxes_, "note %s", {std::to_string(i)});
+  ResultNote* note = NoteOf(window);
+  ASSERT_NE(note, nullptr);
+  EXPECT_EQ(note->text(), QStringLiteral("note 0\nnote 1\nnote 2\n"
+                                         "3 more notes are in the messages window"));
+  PostNote(boxes_, "later");
+  EXPECT_TRUE(QTest::qWaitFor([&] { return note->text() == QStringLiteral("later"); }));
+}
+
+TEST_F(MessagesCommandTest, ANoteOfAMapThatIsReadShowsInItsNewWindow) {
+  PostNote(boxes_, "read");
+  EXPECT_NE(NoteOf(OpenNew()), nullptr);
+  QTest::qWait(10);  // and one for which there is no window shows nowhere
 }
 
 TEST_F(MessagesCommandTest, TheRestOfTheMessagesOfAMapStandsBeforeItsWindow) {

@@ -72,7 +72,10 @@ BoxMessages::BoxMessages() : endProgram([](int status) { std::exit(status); }) {
 void BoxMessages::Post(Severity severity, const std::string& text) {
   const QString shown = ShownText(severity, text);
   const size_t number = log_.Add(severity, shown, Origin());
-  if (severity == Severity::Note) return;
+  if (severity == Severity::Note) {
+    if (showNote) showNote(number, shown);
+    return;
+  }
   const Waiting message{.number = number, .severity = severity, .text = shown};
   if (severity == Severity::Fatal) {
     ShowWaiting();

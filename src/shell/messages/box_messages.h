@@ -13,7 +13,7 @@
 namespace orvane {
 
 /// Shows messages and questions as boxes over the active window, and keeps every message in a log.
-/// Notes are only logged.
+/// Notes have no box.
 ///
 /// While files are read (`BeginBatch`) messages wait, since a box lets the windows paint, and the
 /// map is only half there. Afterwards each has its box; from the third on the box has a check that
@@ -54,6 +54,9 @@ class BoxMessages final : public Messages {
   std::function<void(int status)> endProgram;
   /// Shows the log from a row on, in a window; empty for none.
   std::function<void(int row)> showInWindow;
+  /// Shows a note, which has no box; empty for the log only.
+  /// \param number  of the message in the log
+  std::function<void(size_t number, const QString& text)> showNote;
 
  private:
   struct Waiting {

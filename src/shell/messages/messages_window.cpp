@@ -9,6 +9,7 @@
 #include "shell/map_window_widget.h"
 #include "shell/messages/box_messages.h"
 #include "shell/messages/message_log.h"
+#include "shell/messages/shown_notes.h"
 #include "shell/messages/text_viewer.h"
 #include "shell/shell.h"
 #include "shell/window_keys.h"
@@ -20,6 +21,7 @@
 #include <QLabel>
 #include <QLocale>
 #include <QMouseEvent>
+#include <QPointer>
 #include <QPushButton>
 #include <QShortcut>
 #include <QTreeView>
@@ -277,6 +279,10 @@ void PlugMessagesWindow(Shell& shell) {
   shell.Plug(CommandMessages,
              [&shell, show](ProgramWindow&) { show(shell.Boxes().Log().rowCount() - 1); });
   shell.Boxes().showInWindow = show;
+  const QPointer<ShownNotes> notes(new ShownNotes(shell));
+  shell.Boxes().showNote = [notes](size_t number, const QString& text) {
+    if (!notes.isNull()) notes->Add(number, text);
+  };
 }
 
 }  // namespace orvane

@@ -61,7 +61,8 @@ class MessagesWindow final : public QWidget {
   size_t opened_ = 0;  ///< number of the message that was opened last
 };
 
-/// Plugs in the command that opens the window, and lets boxes hand their rest to it.
+/// Plugs in the command that opens the window, lets boxes hand their rest to it, and shows notes on
+/// the maps.
 void PlugMessagesWindow(Shell& shell);
 
 }  // namespace orvane

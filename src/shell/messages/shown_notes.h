@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+#include <QStringList>
+#include <QTimer>
+
+namespace orvane {
+
+class MapWindowWidget;
+class ResultNote;
+class Shell;
+
+/// Shows notes, which have no box, at the edge of the map that the user works on. All notes of one
+/// command are shown together, once it is done; a click opens the messages window at the first.
+class ShownNotes final : public QObject {
+  Q_OBJECT
+
+ public:
+  /// More lines are left to the messages window.
+  static constexpr qsizetype MostLines = 4;
+
+  /// \param shell  owns this
+  explicit ShownNotes(Shell& shell);
+
+  /// \param number  of the message in the log
+  void Add(size_t number, const QString& text);
+
+ private:
+  void Show();
+  ResultNote& NoteOn(MapWindowWidget& window);
+
+  Shell& shell_;
+  QTimer timer_;
+  QStringList due_;        ///< notes that are not shown yet
+  size_t first_ = 0;       ///< number of the first of them
+  size_t shownFirst_ = 0;  ///< number of the first note of those shown last
+};
+
+}  // namespace orvane
