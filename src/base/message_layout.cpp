@@ -16,13 +16,13 @@ constexpr size_t LongestMnemonicText = 28;
 constexpr char MnemonicMark = '~';
 
 // Sizes of the box, in pixels.
-constexpr int ButtonFrame = 20;      ///< what a button is wider than its text
+constexpr int ButtonFrame = 20;      ///< a button is this much wider than its text
 constexpr int ButtonGap = 14;        ///< between two buttons
 constexpr int SideMargin = 15;       ///< left of the first button, right of the last
 constexpr int TextMargins = 72;      ///< left and right of the text together
 constexpr int TextLeft = 52;         ///< of several lines
 constexpr int TextTop = 15;          ///< of several lines
-constexpr int TextSpare = 10;        ///< what the room of the text is wider than its widest line
+constexpr int TextSpare = 10;        ///< the text has this much more room than its widest line
 constexpr int LeastTextHeight = 42;  ///< room for the picture
 constexpr int RowGap = 10;           ///< above the field and above the row of buttons
 constexpr int RowMargins = 25;       ///< above and below the row of buttons
@@ -37,7 +37,7 @@ size_t CutBefore(std::string_view text, size_t at) {
   return at - cut < LongestCharacter ? cut : at;
 }
 
-/// The length of the first line, and how much of the text goes with it.
+/// The length of the first line, and how much of the text it uses up.
 std::pair<size_t, size_t> FirstLine(std::string_view text) {
   size_t blank = std::string_view::npos;
   for (size_t i = 0; i < text.size(); ++i) {
@@ -57,7 +57,7 @@ bool IsLetter(char c) {
   return folded >= 'a' && folded <= 'z';
 }
 
-/// Takes the mark out of a button's text and remembers where it stood.
+/// Removes the mark from a button's text and remembers its place.
 void TakeMark(BoxButton& button) {
   const size_t mark = button.text.find(MnemonicMark);
   if (mark == std::string::npos || mark + 1 >= button.text.size()) return;
@@ -89,7 +89,7 @@ int Widest(const std::vector<int>& widths) {
   return widest == widths.end() ? 0 : *widest;
 }
 
-/// The buttons of a row from `SideMargin` on, at their own gaps or spread over the box.
+/// The buttons of a row from `SideMargin` on, at fixed gaps or spread over the box.
 std::vector<BoxPlace> LayOutRow(int count, const BoxPlace& first, int boxWidth, bool spread) {
   std::vector<BoxPlace> places(static_cast<size_t>(count), first);
   if (count == 1 && spread) {
@@ -125,7 +125,7 @@ std::vector<BoxButton> ButtonRow(const std::vector<std::string>& texts) {
     ++answer;
     if (text.empty()) continue;
     BoxButton button{.answer = answer, .text = text, .mnemonic = std::nullopt};
-    // What is too long, or stands too far behind, keeps no mark either.
+    // A text that is too long, and one after the fifth, keeps no mark either.
     TakeMark(button);
     if (text.size() > LongestMnemonicText || buttons.size() >= MostMnemonics) {
       button.mnemonic.reset();

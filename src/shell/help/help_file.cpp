@@ -18,7 +18,7 @@ HelpFileState LookAtHelpFile(const std::string& path) {
   if (!QFileInfo(name).isFile() || !file.open(QIODevice::ReadOnly)) {
     return HelpFileState::Unreadable;
   }
-  // The database behind a help file takes an empty file for an empty database, and says nothing.
+  // A help file is a database, and an empty file passes for an empty database.
   const bool isOurs = QHelpEngineCore::namespaceName(name) == QLatin1String(HelpNamespace);
   return isOurs ? HelpFileState::Good : HelpFileState::Invalid;
 }

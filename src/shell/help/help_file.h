@@ -10,28 +10,29 @@ namespace orvane {
 
 class Shell;
 
-/// The help file is named after the application.
+/// Name of the help file, which is that of the application.
 constexpr auto HelpFileName = "Orvane.qch";
-/// By this name the help file tells that it is ours.
+/// The namespace in the help file, by which it is known as ours.
 constexpr auto HelpNamespace = "orvane.guide";
 
 enum class HelpFileState {
   Good,
-  Unreadable,  ///< it is not there, or may not be read
-  Invalid      ///< it is no help file, or that of another program
+  Unreadable,  ///< missing, or protected from reading
+  Invalid      ///< not a help file, or that of another program
 };
 
 HelpFileState LookAtHelpFile(const std::string& path);
 
-/// \return where the help file is looked for, in this order: the program's own directory, the
-///         directory of the program, and where an installation puts it
-/// \param ownDirectory  empty for none
+/// \param ownDirectory      where the program keeps its own files; empty for none
+/// \param programDirectory  where the program itself is
+/// \return the paths to try, in this order: in the first directory, in the second, and where an
+///         installation puts the file
 std::vector<std::string> HelpFilePlaces(const std::string& ownDirectory,
                                         const std::string& programDirectory);
 
-/// Finds the help file, asking for it where it is not found, until one is chosen that is good.
+/// Finds the help file. If it is in none of its places, asks for it until the user chooses a good one.
 /// \param file  what the file dialog remembers
-/// \return its path, or nothing if the user gave up
+/// \return its path, or nothing if the user cancelled
 std::optional<std::string> FindHelpFile(Shell& shell, const std::string& programDirectory,
                                         FileSpecification& file);
 

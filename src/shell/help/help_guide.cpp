@@ -13,7 +13,7 @@
 namespace orvane {
 namespace {
 
-/// Open menus would keep the keyboard from the help.
+/// An open menu would keep the keyboard from the help.
 void CloseMenus() {
   while (QWidget* menu = QApplication::activePopupWidget()) {
     if (!menu->close()) return;
@@ -35,8 +35,8 @@ bool HelpGuide::eventFilter(QObject* watched, QEvent* event) {
   }
   const auto* key = static_cast<QKeyEvent*>(event);
   if (key->key() != Qt::Key_F1 || key->modifiers() != Qt::NoModifier) return false;
-  // The menu entry with this key leads to the contents whatever has the focus. So the key is kept
-  // from it, and comes back as a plain key.
+  // The menu entry with this key opens the contents, whatever has the focus. So its shortcut is
+  // overridden, and F1 arrives as a plain key.
   event->accept();
   if (isPress && !key->isAutoRepeat()) {
     const std::string_view page = HelpPageAt(*static_cast<QWidget*>(watched));
@@ -64,7 +64,7 @@ void HelpGuide::ShowPage(std::string_view page) {
 }
 
 HelpWindow* HelpGuide::WindowFor(QWidget* modal) {
-  // A modal dialog lets nobody use another window but its own children.
+  // While a modal dialog is open, only its children can be used.
   if (modal != nullptr) {
     auto* window = modal->findChild<HelpWindow*>(QString(), Qt::FindDirectChildrenOnly);
     if (window != nullptr) return window;

@@ -15,8 +15,8 @@ namespace orvane {
 class HelpWindow;
 class Shell;
 
-/// Answers F1 in every window, dialog and open menu with the page about it. The help file is looked
-/// for at the first use, not at the start.
+/// Answers F1 in every window, dialog and open menu with the page about it. Looks for the help file
+/// at the first use, not at the start.
 class HelpGuide final : public QObject {
   Q_OBJECT
 
@@ -34,10 +34,10 @@ class HelpGuide final : public QObject {
   HelpWindow* WindowFor(QWidget* modal);
 
   Shell& shell_;
-  FileSpecification file_;       ///< what the dialog that asks for the help file remembers
+  FileSpecification file_;       ///< what the dialog for the help file remembers
   std::string helpFile_;         ///< empty until it is found
-  QPointer<HelpWindow> window_;  ///< the one that stands beside the maps
-  bool asking_ = false;          ///< for the help file, which F1 must not do twice
+  QPointer<HelpWindow> window_;  ///< the one that belongs to no dialog
+  bool asking_ = false;          ///< while the dialog for the help file is open
 };
 
 }  // namespace orvane

@@ -11,7 +11,7 @@ namespace orvane {
 namespace {
 
 constexpr std::array Topics{
-    // Windows and what stands in them.
+    // Windows and their parts.
     HelpTopic{"taskWindow", HelpContentsPage},
     HelpTopic{"mapWindow", "window.html"},
     HelpTopic{"mapView", "window.html#moving-about"},
@@ -29,7 +29,7 @@ constexpr std::array Topics{
     HelpTopic{"messageBox", "messages.html"},
     HelpTopic{"questionBox", "messages.html#questions"},
     HelpTopic{"promptBox", "messages.html#questions"},
-    // Menus; an entry that has a chapter of its own goes there.
+    // Menus, and the entries that have a chapter of their own.
     HelpTopic{"menuFile", "commands.html#file"},
     HelpTopic{"menuEdit", "commands.html#edit"},
     HelpTopic{"menuMap", "commands.html#map"},
@@ -77,7 +77,7 @@ std::string_view HelpPageAt(const QWidget& control) {
   for (const QWidget* each = &control; each != nullptr; each = each->parentWidget()) {
     const std::string_view page = HelpPageOf(each->objectName());
     if (!page.empty()) return page;
-    // A dialog is not a part of the window that it stands over.
+    // A dialog is not a part of the window that it belongs to.
     if (each->isWindow()) break;
   }
   return HelpContentsPage;

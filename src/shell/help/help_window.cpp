@@ -29,7 +29,7 @@
 namespace orvane {
 namespace {
 
-/// A text browser that takes its pages and pictures out of the help file, and nothing from outside.
+/// A text browser that loads pages and pictures only from the help file.
 class PageBrowser final : public QTextBrowser {
  public:
   PageBrowser(const QHelpEngine& engine, QWidget* parent) : QTextBrowser(parent), engine_(engine) {}
@@ -39,7 +39,7 @@ class PageBrowser final : public QTextBrowser {
     if (url.scheme() != QLatin1String("qthelp")) return {};
     const QByteArray bytes = engine_.fileData(url);
     if (type != QTextDocument::ImageResource) return QString::fromUtf8(bytes);
-    // A picture that is too wide would have to be read through a scroll bar.
+    // A picture that is too wide would need a scroll bar.
     const QImage image = QImage::fromData(bytes);
     const int room = std::max(300, viewport()->width() - 40);
     return image.width() > room ? image.scaledToWidth(room, Qt::SmoothTransformation) : image;
@@ -49,19 +49,18 @@ class PageBrowser final : public QTextBrowser {
   const QHelpEngine& engine_;
 };
 
-/// Names for those who have the search read out: its buttons have pictures alone.
+/// Names for screen readers: the buttons of the search have only pictures.
 void NameSearch(QHelpSearchQueryWidget& query, QHelpSearchResultWidget& results) {
   query.setAccessibleName(HelpWindow::tr("Words to search for"));
   if (auto* words = query.findChild<QLineEdit*>()) words->setAccessibleName(query.accessibleName());
   const auto searches = query.findChildren<QToolButton*>(QString(), Qt::FindDirectChildrenOnly);
   for (QToolButton* button : searches) button->setAccessibleName(button->toolTip());
-  results.setAccessibleName(HelpWindow::tr("Pages that were found"));
+  results.setAccessibleName(HelpWindow::tr("Pages found"));
   if (auto* list = results.findChild<QTextBrowser*>()) {
     list->setAccessibleName(results.accessibleName());
   }
-  const QStringList pages = {HelpWindow::tr("First results"),
-                             HelpWindow::tr("Results before these"), HelpWindow::tr("More results"),
-                             HelpWindow::tr("Last results")};
+  const QStringList pages = {HelpWindow::tr("First results"), HelpWindow::tr("Previous results"),
+                             HelpWindow::tr("More results"), HelpWindow::tr("Last results")};
   const auto turns = results.findChildren<QToolButton*>();
   for (qsizetype i = 0; i < std::min(turns.size(), pages.size()); ++i) {
     turns[i]->setAccessibleName(pages[i]);
@@ -79,10 +78,10 @@ HelpWindow::HelpWindow(const QString& helpFile, QWidget* parent)
   auto* split = new QSplitter(this);
   tabs_ = new QTabWidget(split);
   tabs_->setObjectName(QStringLiteral("helpTabs"));
-  tabs_->setAccessibleName(tr("Ways into the help"));
+  tabs_->setAccessibleName(tr("Contents, index and search"));
   text_ = new PageBrowser(*engine_, split);
   text_->setObjectName(QStringLiteral("helpPage"));
-  text_->setAccessibleName(tr("Page of the help"));
+  text_->setAccessibleName(tr("Help page"));
   text_->document()->setDocumentMargin(12);
 
   QHelpContentWidget* contents = engine_->contentWidget();
@@ -115,9 +114,9 @@ void HelpWindow::OpenFile(const QString& helpFile) {
   engine_ = std::make_unique<QHelpEngine>(folder_.filePath(QStringLiteral("Orvane.qhc")));
   engine_->setReadOnly(false);
   engine_->setupData();
-  // The engine takes a relative path for one beside its own files.
+  // The engine would look for a relative path beside its own files.
   engine_->registerDocumentation(QFileInfo(helpFile).absoluteFilePath());
-  engine_->setupData();  // reads contents and index of what was entered
+  engine_->setupData();  // reads contents and index of the file
 }
 
 void HelpWindow::MakeToolBar() {
@@ -147,7 +146,7 @@ QWidget* HelpWindow::MakeIndex() {
   auto* layout = new QVBoxLayout(page);
   auto* word = new QLineEdit(page);
   word->setObjectName(QStringLiteral("helpWord"));
-  word->setAccessibleName(tr("Word of the index"));
+  word->setAccessibleName(tr("Word in the index"));
   word->setPlaceholderText(tr("Look for a word"));
   word->setClearButtonEnabled(true);
   QHelpIndexWidget* index = engine_->indexWidget();
@@ -160,7 +159,7 @@ QWidget* HelpWindow::MakeIndex() {
   connect(word, &QLineEdit::returnPressed, index, &QHelpIndexWidget::activateCurrentItem);
   connect(index, &QHelpIndexWidget::documentActivated, this,
           [this](const QHelpLink& link) { ShowUrl(link.url); });
-  // A word with several pages leads to the first; the title of each chapter stands in the index.
+  // A word with several pages opens the first. The title of each chapter is in the index.
   connect(index, &QHelpIndexWidget::documentsActivated, this,
           [this](const QList<QHelpLink>& links) { ShowUrl(links.front().url); });
   return page;

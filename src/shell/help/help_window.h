@@ -14,14 +14,14 @@ class QToolBar;
 
 namespace orvane {
 
-/// Shows the help file: at the left the contents, an index and a search, at the right a page. The
-/// key of a tab also moves the focus into it. Escape and Ctrl+W close the window.
+/// Shows the help file: contents, an index and a search at the left, a page at the right. The key of
+/// a tab also moves the focus into it. Escape and Ctrl+W close the window.
 class HelpWindow final : public QMainWindow {
   Q_OBJECT
 
  public:
   /// \param helpFile  a good one, see `LookAtHelpFile`
-  /// \param parent    null, or the modal dialog over which this window must be of use
+  /// \param parent    null, or the modal dialog during which this window is used
   HelpWindow(const QString& helpFile, QWidget* parent);
   ~HelpWindow() override;
 
@@ -44,11 +44,11 @@ class HelpWindow final : public QMainWindow {
   void FocusTab();
   void FocusTabLater();
 
-  QTemporaryDir folder_;  ///< of the engine's own files, made anew each time: they hold nothing
+  QTemporaryDir folder_;  ///< of the engine's own files, which need not be kept
   std::unique_ptr<QHelpEngine> engine_;
   QTextBrowser* text_;
   QTabWidget* tabs_;
-  bool focusDue_ = false;  ///< of a tab's field that cannot take it yet
+  bool focusDue_ = false;  ///< once the field of the tab can take it
 };
 
 }  // namespace orvane

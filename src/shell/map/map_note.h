@@ -11,12 +11,11 @@ namespace orvane {
 /// Gives a label the look of a note: lines of plain text in the colours of tool tips.
 void DressAsNote(QLabel& label);
 
-/// \return the size of a note that is at most as large as `room`; its lines are broken if they are
-///         too wide
+/// Wraps the lines of a note if they are too wide.
+/// \return its size, at most `room`
 QSize FitNote(QLabel& label, QSize room);
 
-/// A small note that floats in the middle of its parent: lines of text on the ground of tool tips.
-/// It takes no part in what the mouse does.
+/// A small note in the middle of its parent. The mouse passes through it.
 class MapNote final : public QLabel {
   Q_OBJECT
 
@@ -27,7 +26,7 @@ class MapNote final : public QLabel {
   void Center();
 };
 
-/// A note at the lower edge of its parent, for results that need no answer. It goes after some
+/// A note at the lower edge of its parent, for results that need no answer. It disappears after some
 /// seconds, or when it is clicked.
 class ResultNote final : public QLabel {
   Q_OBJECT
@@ -35,7 +34,7 @@ class ResultNote final : public QLabel {
  public:
   explicit ResultNote(QWidget* parent);
 
-  /// Shows lines in place of those that are shown now.
+  /// Replaces the lines that are shown.
   void ShowLines(const QStringList& lines);
 
   bool eventFilter(QObject* watched, QEvent* event) override;

@@ -33,7 +33,7 @@ OrientationDialog::OrientationDialog(MapWindow& view, QWidget* parent)
                       orientation == Orientation::Free ? 0 : index / ButtonsOfColumn);
     connect(button, &QRadioButton::clicked, this, [this, orientation] { Pick(orientation); });
   }
-  field_->setAccessibleName(tr("Degrees by which the map is turned"));
+  field_->setAccessibleName(tr("Rotation of the map in degrees"));
   field_->setText(QString::fromStdString(RotationText(static_cast<double>(view.rotation))));
   layout->addWidget(field_, ButtonsOfColumn, 1);
   connect(field_, &QLineEdit::textEdited, this,

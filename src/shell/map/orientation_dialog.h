@@ -13,12 +13,12 @@ namespace orvane {
 
 struct MapWindow;
 
-/// Asks which way up the map is to stand: eight ways by name, and any other as a number.
+/// Asks which direction is up on the map: one of eight by name, or any other as a number.
 class OrientationDialog final : public QDialog {
   Q_OBJECT
 
  public:
-  /// \param view  shows its present way up at first; turned by "OK"; must outlive the dialog
+  /// \param view  sets what is chosen at first; "OK" turns it. Must outlive the dialog
   OrientationDialog(MapWindow& view, QWidget* parent);
 
   QRadioButton& Button(Orientation orientation);

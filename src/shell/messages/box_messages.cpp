@@ -23,8 +23,7 @@ QMessageBox::Icon BoxIcon(Severity severity) {
   return severity == Severity::Warning ? QMessageBox::Warning : QMessageBox::Critical;
 }
 
-/// A message that was cut may end in half a character, for which the whole of it would not be
-/// taken as UTF-8.
+/// A message that was cut may end in half a character, and would then be read as Latin-1.
 std::string_view WithoutHalfCharacter(std::string_view text) {
   if (text.size() < Messages::LongestMessage || IsValidUtf8(text)) return text;
   constexpr size_t LongestHalf = 3;
@@ -40,7 +39,8 @@ QString ShownText(Severity severity, const std::string& text) {
   return severity == Severity::InternalError ? QStringLiteral("Internal Error: ") + shown : shown;
 }
 
-/// Lets a path, or any other long word, be broken, so that no box is wider than a screen.
+/// Adds places where a path, or any other long word, may be broken, so that no box is wider than a
+/// screen.
 QString WithBreaks(const QString& text) {
   constexpr int LongestWord = 50;
   constexpr QChar BreakHere(0x200B);
@@ -56,7 +56,7 @@ QString WithBreaks(const QString& text) {
   return broken;
 }
 
-/// The lines that a box has room for; the messages window has them all.
+/// The lines that fit into a box. The messages window shows all of them.
 QString FirstLines(const QString& text) {
   constexpr qsizetype MostLines = 12;
   constexpr QChar MoreFollows(0x2026);
@@ -97,7 +97,7 @@ void BoxMessages::EndBatch() {
 }
 
 void BoxMessages::ShowWaiting() {
-  // A box runs its own event loop, from which more may come: they wait for their own turn.
+  // A box runs its own event loop, so more messages may come. They wait for the next turn.
   const std::vector<Waiting> messages = std::exchange(waiting_, {});
   const QString occasion = occasion_;
   for (size_t i = 0; i < messages.size(); ++i) {
@@ -116,7 +116,7 @@ bool BoxMessages::ShowBox(const Waiting& message, const QString& occasion, bool 
                   QMessageBox::Ok, QApplication::activeWindow());
   box.setObjectName(QStringLiteral("messageBox"));
   if (!occasion.isEmpty()) box.setWindowTitle(occasion);
-  // Texts hold names that users typed, and these may look like markup.
+  // Names that users typed may look like markup.
   box.setTextFormat(Qt::PlainText);
   QCheckBox* check = nullptr;
   if (withCheck) {
@@ -124,7 +124,7 @@ bool BoxMessages::ShowBox(const Waiting& message, const QString& occasion, bool 
     check->setObjectName(QStringLiteral("showRestInWindow"));
     box.setCheckBox(check);
   }
-  WidenToTitle(box);  // a message box takes its size from its layout and from nothing else
+  WidenToTitle(box);  // a message box takes its size only from its layout
   box.exec();
   return check != nullptr && check->isChecked();
 }

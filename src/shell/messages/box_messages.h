@@ -15,17 +15,17 @@ namespace orvane {
 /// Shows messages and questions as boxes over the active window, and keeps every message in a log.
 /// Notes have no box.
 ///
-/// While files are read (`BeginBatch`) messages wait, since a box lets the windows paint, and the
-/// map is only half there. Afterwards each has its box; from the third on the box has a check that
-/// leaves the rest to the messages window, so that a file with 200 faults is not 200 clicks.
-/// Questions and fatal messages never wait; a fatal one shows what has been waiting before it, and
-/// then ends the program.
+/// While files are read (`BeginBatch`), messages wait: a box lets the windows paint, and the map is
+/// incomplete. After the read, each message has its box. From the third on, the box has a check that
+/// leaves the rest to the messages window, so that a file with 200 faults does not take 200 clicks.
+/// Questions and fatal messages never wait. A fatal message first shows the messages that wait, and
+/// ends the program after its own box.
 class BoxMessages final : public Messages {
  private:
   MessageLog log_;  // first, so that it outlives what shows it
 
  public:
-  /// So many boxes of a batch have no check.
+  /// The first boxes of a batch have no check.
   static constexpr size_t BoxesWithoutCheck = 2;
   /// No batch has more boxes than this; the rest is left to the messages window.
   static constexpr size_t MostBoxes = 1000;
@@ -39,22 +39,22 @@ class BoxMessages final : public Messages {
           const std::string& text) override;
   std::optional<std::string> Prompt(const TextPrompt& prompt) override;
 
-  /// From now on messages wait. Batches may stand in each other: the outermost counts.
+  /// Makes messages wait. Batches nest; the outermost counts.
   /// \param occasion  what is going on, the title of the boxes: "Opening site.map"
   void BeginBatch(const QString& occasion);
-  /// Shows what has come since the outermost `BeginBatch`.
+  /// Shows the messages that came since the outermost `BeginBatch`.
   void EndBatch();
-  /// True while messages wait: files are being read, and maps are half there.
+  /// True while messages wait: files are being read, and maps are incomplete.
   bool IsBatchOpen() const { return batchDepth_ > 0; }
 
   /// All messages of the run.
   MessageLog& Log() { return log_; }
 
-  /// What ends the program after a fatal message; `std::exit` unless a test puts in its own.
+  /// Ends the program after a fatal message. `std::exit`, unless a test sets its own.
   std::function<void(int status)> endProgram;
-  /// Shows the log from a row on, in a window; empty for none.
+  /// Opens the messages window at a row of the log. Empty if there is no such window.
   std::function<void(int row)> showInWindow;
-  /// Shows a note, which has no box; empty for the log only.
+  /// Shows a note without a box. Empty if notes are only logged.
   /// \param number  of the message in the log
   std::function<void(size_t number, const QString& text)> showNote;
 
@@ -70,10 +70,10 @@ class BoxMessages final : public Messages {
 
   int batchDepth_ = 0;
   QString occasion_;
-  std::vector<Waiting> waiting_;  ///< one more than `MostBoxes` at most
+  std::vector<Waiting> waiting_;  ///< at most `MostBoxes` + 1
 };
 
-/// A batch for as long as it lives.
+/// Makes messages wait until it is destroyed.
 class MessageBatch {
  public:
   MessageBatch(BoxMessages& boxes, const QString& occasion) : boxes_(boxes) {

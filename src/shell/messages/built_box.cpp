@@ -22,15 +22,15 @@
 namespace orvane {
 namespace {
 
-/// Escape, and the frame's own close button, count as the second button.
+/// Escape and the close button of the frame count as the second button.
 constexpr int ClosingAnswer = 2;
 
-/// Room around a box for the frame that the platform gives it.
+/// Room around a box for the frame that the platform adds.
 constexpr QSize FrameRoom(24, 64);
 
 QRect RectOf(const BoxPlace& place) { return {place.x, place.y, place.width, place.height}; }
 
-/// One line of text cut to lines that are no wider than `width`.
+/// Wraps one line of text to lines of at most `width`.
 QStringList Wrapped(const QString& line, const QFont& font, int width) {
   if (QFontMetrics(font).horizontalAdvance(line) <= width) return {line};
   QTextLayout layout(line, font);
@@ -47,8 +47,8 @@ QStringList Wrapped(const QString& line, const QFont& font, int width) {
   return lines;
 }
 
-/// The width that the text behind the fourth line is wrapped to: one long line across the whole
-/// screen reads badly.
+/// The width to which the text after the fourth line is wrapped. One long line across the whole
+/// screen is hard to read.
 int WidthOfRest(const QStringList& lines, const QFont& font) {
   constexpr int GoodLineLength = 60;
   const QFontMetrics metrics(font);
@@ -57,7 +57,7 @@ int WidthOfRest(const QStringList& lines, const QFont& font) {
   return width;
 }
 
-/// The lines of a message as they stand on the screen.
+/// The lines of a message as the box shows them.
 QStringList ShownLines(const std::string& text, const QFont& font, int widest) {
   QStringList lines;
   for (const std::string& broken : BreakMessage(text)) {
@@ -65,7 +65,7 @@ QStringList ShownLines(const std::string& text, const QFont& font, int widest) {
     if (lines.size() >= static_cast<qsizetype>(MostMessageLines)) {
       width = std::min(width, WidthOfRest(lines, font));
     }
-    // The last one may hold line feeds.
+    // The last one may contain line feeds.
     const QStringList parts = DisplayText(broken).split(QLatin1Char('\n'));
     for (const QString& part : parts) lines.append(Wrapped(part, font, width));
   }
@@ -122,7 +122,7 @@ void BuiltBox::Fill(const std::string& text, const std::vector<std::string>& but
 
   const QFontMetrics metrics(font());
   BoxMeasures measures;
-  // What the layout leaves of the box's width for the text.
+  // The layout keeps this much of the box's width from the text.
   constexpr int TextMargins = 72;
   const QStringList lines = ShownLines(text, font(), widest - TextMargins);
   for (const QString& line : lines) measures.lineWidths.push_back(metrics.horizontalAdvance(line));
@@ -159,7 +159,7 @@ void BuiltBox::MakeText(const QStringList& lines, const BoxPlace& place) {
   const QString all = lines.join(QLatin1Char('\n'));
   auto* text = new QLabel(this);
   text->setObjectName(QStringLiteral("boxText"));
-  // Texts hold names that users typed, and these may look like markup.
+  // Names that users typed may look like markup.
   text->setTextFormat(Qt::PlainText);
   text->setAlignment(Qt::AlignLeft | Qt::AlignTop);
   text->setText(all);
@@ -176,7 +176,7 @@ void BuiltBox::MakeText(const QStringList& lines, const BoxPlace& place) {
   area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   area->setWidget(text);
   text->adjustSize();
-  // The bar stands in the margin of the box, so that it covers no text.
+  // The bar is in the margin of the box, so that it covers no text.
   area->setGeometry(RectOf(place).adjusted(
       0, 0, style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, this), 0));
 }
@@ -190,9 +190,9 @@ void BuiltBox::MakeField(const TextPrompt& prompt) {
     list->setObjectName(QStringLiteral("earlierTexts"));
     list->setEditable(true);
     list->setInsertPolicy(QComboBox::NoInsert);
-    // "Pde2" must not become "Pde20" because that was looked for before.
+    // "Pde2" must not become "Pde20" because the user searched for that before.
     list->setCompleter(nullptr);
-    list->setDuplicatesEnabled(true);  // else a text in other letters of case is replaced
+    list->setDuplicatesEnabled(true);  // else "camp" becomes the "Camp" of the list
     list->view()->setAccessibleName(tr("Earlier texts"));
     for (const std::string& text : prompt.earlier) list->addItem(DisplayText(text));
     field_ = list->lineEdit();
@@ -207,7 +207,7 @@ void BuiltBox::MakeField(const TextPrompt& prompt) {
   firstFocus_ = fieldWidget_;
 }
 
-/// The limit counts bytes, and the field counts characters: both are held.
+/// The limit counts bytes, the field counts characters. Neither may be exceeded.
 void BuiltBox::LimitField(size_t size, const std::string& before) {
   if (size == 0) return;
   const size_t most = std::max<size_t>(size - 1, 1);

@@ -12,11 +12,11 @@ class QLineEdit;
 
 namespace orvane {
 
-/// The box of a question, with up to three buttons, or of a prompt, with a field for one line of
-/// text besides. Laid out by `LayOutBox`; the first button is the default one, and closing the box
-/// counts as the second, also where that is not shown.
+/// The box of a question with up to three buttons, or of a prompt, which also has a field for one
+/// line of text. `LayOutBox` lays it out. The first button is the default. Closing the box counts as
+/// the second button, even if that is not shown.
 ///
-/// A text too wide for the screen is wrapped, and one too high is scrolled.
+/// A text that is too wide for the screen is wrapped, one that is too high is scrolled.
 class BuiltBox final : public QDialog {
   Q_OBJECT
 
@@ -25,15 +25,15 @@ class BuiltBox final : public QDialog {
   /// \param buttons  as for `ButtonRow`
   BuiltBox(const QString& title, const std::string& text, const std::vector<std::string>& buttons,
            QWidget* parent);
-  /// A prompt. Its field takes no more than the prompt allows, and has a list of the earlier texts
-  /// if there are any.
+  /// A prompt. Its field accepts no more bytes than the prompt allows, and offers a list of the
+  /// earlier texts if there are any.
   BuiltBox(const TextPrompt& prompt, QWidget* parent);
 
   /// Shows the box and waits for the answer.
   /// \return the number of the button pressed, from 1
   int Run();
 
-  /// What stands in the field.
+  /// The text in the field.
   QString FieldText() const;
 
   void reject() override;

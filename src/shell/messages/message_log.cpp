@@ -40,13 +40,13 @@ QString TextOf(const LoggedMessage& message, int column) {
   }
 }
 
-/// A tip with nothing in it taken for markup: messages hold names that users typed.
+/// A tip in which nothing is read as markup. Names that users typed may look like it.
 QString PlainTip(const QString& text) {
   if (text.isEmpty()) return text;
   return QStringLiteral("<p style='white-space:pre-wrap'>%1</p>").arg(text.toHtmlEscaped());
 }
 
-/// What a screen reader says: it does not see the picture of the severity.
+/// The text for a screen reader, which does not see the picture of the severity.
 QString SpokenText(const LoggedMessage& message) {
   switch (message.severity) {
     case Severity::Note:

@@ -10,12 +10,12 @@
 
 namespace orvane {
 
-/// One message as it was shown.
+/// One message, as shown.
 struct LoggedMessage {
   size_t number = 0;  ///< counted over the whole run, from 1
   Severity severity = Severity::Warning;
-  QString text;          ///< with "Internal Error: " in front where it is one
-  MessageOrigin origin;  ///< no file if it came from none
+  QString text;          ///< of an internal error with "Internal Error: " in front
+  MessageOrigin origin;  ///< without a file if the message came from none
   FileState fileState;   ///< of the origin's file when the message came
 };
 
@@ -26,8 +26,7 @@ class MessageLog final : public QAbstractTableModel {
  public:
   enum Column { TextColumn, FileColumn, LineColumn, ColumnCount };
 
-  /// No more are kept. The first ones are, since the faults that come after them often follow from
-  /// them.
+  /// So many are kept: the first, since later faults often follow from them.
   static constexpr size_t MostKept = 100000;
 
   /// \param origin  null if the message comes from no file
@@ -40,7 +39,7 @@ class MessageLog final : public QAbstractTableModel {
   bool LeadsToLine(int row) const;
   /// \return the row of a message by its number; the last row if the message is not kept
   int RowOf(size_t number) const;
-  /// Messages that came when the log was full.
+  /// How many messages came when the log was full.
   size_t NotKept() const { return notKept_; }
 
   int rowCount(const QModelIndex& parent = {}) const override;
@@ -49,7 +48,7 @@ class MessageLog final : public QAbstractTableModel {
   QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
  Q_SIGNALS:
-  /// The log is full: a message was not kept.
+  /// The log is full, and a message was not kept.
   void messageDropped();
 
  private:

@@ -33,7 +33,7 @@
 namespace orvane {
 namespace {
 
-/// A message as a line of text, with its place as compilers write it.
+/// A message as a line of text, with its place in the form that compilers use.
 QString LineOf(const LoggedMessage& message) {
   QString place;
   if (!message.origin.file.empty()) {
@@ -130,7 +130,7 @@ void MessagesWindow::ShowRow(int row) {
   show();
   raise();
   activateWindow();
-  // Once more when what goes on now is done: a map that was read is about to get its window.
+  // Again when the current work is done: a map that was read is about to get its window.
   QMetaObject::invokeMethod(
       this,
       [this] {
@@ -145,7 +145,7 @@ void MessagesWindow::ShowRow(int row) {
 }
 
 void MessagesWindow::OpenText(const QModelIndex& index) {
-  // A click that gathers rows to be copied opens nothing.
+  // A click that selects rows for copying opens nothing.
   if ((QApplication::keyboardModifiers() & (Qt::ControlModifier | Qt::ShiftModifier)) != 0) return;
   if (index.isValid() && log_.LeadsToLine(index.row())) OpenRow(index.row());
 }
@@ -263,7 +263,7 @@ bool ShowPointOnMap(Shell& shell, const MessageOrigin& origin) {
 }  // namespace
 
 void PlugMessagesWindow(Shell& shell) {
-  // Made at its first use, and kept with the handler.
+  // Created at the first use, and kept with the handler.
   const auto window = std::make_shared<std::unique_ptr<MessagesWindow>>();
   const auto show = [&shell, window](int row) {
     if (!*window) {

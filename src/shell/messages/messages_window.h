@@ -28,11 +28,11 @@ class MessagesWindow final : public QWidget {
   explicit MessagesWindow(MessageLog& log, QWidget* parent = nullptr);
   ~MessagesWindow() override;
 
-  /// Shows the window with a row in sight.
+  /// Shows the window, scrolled to a row.
   void ShowRow(int row);
 
-  /// Shows the place of the origin's point on the map, if that map is open and the point has a
-  /// place. \return false if not. Empty for a program without maps.
+  /// Shows the origin's point on the map. Empty for a program without maps.
+  /// \return false if the map is not open or the point has no place
   std::function<bool(const MessageOrigin& origin)> showOnMap;
 
  Q_SIGNALS:
@@ -61,8 +61,8 @@ class MessagesWindow final : public QWidget {
   size_t opened_ = 0;  ///< number of the message that was opened last
 };
 
-/// Plugs in the command that opens the window, lets boxes hand their rest to it, and shows notes on
-/// the maps.
+/// Plugs in the command that opens the window, sends it the messages that boxes leave out, and shows
+/// notes on the maps.
 void PlugMessagesWindow(Shell& shell);
 
 }  // namespace orvane

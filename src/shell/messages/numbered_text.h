@@ -4,7 +4,7 @@
 
 namespace orvane {
 
-/// A text to look at, with the number of each line in a margin at its left.
+/// A read-only text with line numbers in a margin at its left.
 class NumberedText final : public QPlainTextEdit {
   Q_OBJECT
 

@@ -11,13 +11,13 @@ class MapWindowWidget;
 class ResultNote;
 class Shell;
 
-/// Shows notes, which have no box, at the edge of the map that the user works on. All notes of one
-/// command are shown together, once it is done; a click opens the messages window at the first.
+/// Shows notes, which have no box, at the edge of the map in use. The notes of one command appear
+/// together, after it. A click opens the messages window at the first of them.
 class ShownNotes final : public QObject {
   Q_OBJECT
 
  public:
-  /// More lines are left to the messages window.
+  /// Further lines are only in the messages window.
   static constexpr qsizetype MostLines = 4;
 
   /// \param shell  owns this

@@ -24,8 +24,8 @@ namespace {
 /// The bytes at which the reader ends a line; a carriage return may have a line feed after it.
 bool EndsLine(char c) { return c == '\n' || c == '\r' || c == '\xFF'; }
 
-/// A line as it is shown. What the view would take for the end of a line, or of the text, becomes
-/// a blank, so that the lines of the view are those of the reader.
+/// A line as shown. A character that would end a line of the view, or the text, becomes a blank, so
+/// that the view counts lines as the reader does.
 QString ShownLine(std::string_view line) {
   constexpr QChar Blank(u' ');
   QString shown = DisplayText(line);
@@ -120,7 +120,7 @@ void TextViewer::Show(const ViewedPlace& place) {
   message_->setText(place.message);
   message_->setVisible(!place.message.isEmpty());
   text_->clear();
-  show();  // now, so that the line can come to the middle
+  show();  // now, so that the line can be centred
   Read();
   raise();
   activateWindow();
@@ -151,7 +151,7 @@ void TextViewer::Read() {
 
 void TextViewer::changeEvent(QEvent* event) {
   QWidget::changeEvent(event);
-  // The user may have been in an editor meanwhile.
+  // The user may have changed the file in an editor.
   const bool returned = event->type() == QEvent::ActivationChange && isActiveWindow();
   if (returned && isVisible() && StateOfFile(place_.file) != shownState_) Read();
 }

@@ -21,20 +21,20 @@ struct ViewedPlace {
   FileState fileState;  ///< of the file when the program read it
 };
 
-/// Shows a text file, to be looked at and not to be changed, at one line. Each line is UTF-8 or
-/// Latin-1 by itself. A notice comes up if the file has changed since the program read it.
+/// Shows a text file at one line, read-only. Each line is decoded by itself, as UTF-8 or Latin-1. A
+/// notice says if the file has changed since the program read it.
 class TextViewer final : public QWidget {
   Q_OBJECT
 
  public:
-  /// A file of more bytes is not shown.
+  /// Larger files, in bytes, are not shown.
   static constexpr size_t LargestShown = size_t{32} << 20;
 
   explicit TextViewer(QWidget* parent = nullptr);
 
   /// Reads the file as it is now, and marks the line.
   void Show(const ViewedPlace& place);
-  /// Whether there are messages before and after this one, to step to.
+  /// Enables the buttons to the previous and the next message.
   void OfferSteps(bool previous, bool next);
 
  Q_SIGNALS:

@@ -6,14 +6,14 @@ class QWidget;
 
 namespace orvane {
 
-/// \return the width, in logical pixels, that a window needs so that its frame shows `title` whole,
-///         with the name of the program that the platform puts after it and the frame's buttons.
-///         Never wider than the screen that `window` is on. The frame's font belongs to the desktop;
-///         a bold font of the program's own size is taken for it
+/// The program cannot ask for the font of the frame, so this assumes a bold font of its own size.
+/// \return the width, in logical pixels, at which the frame shows the whole of `title`, the name of
+///         the program that the platform adds to it, and its buttons; at most that of the screen
+///         that `window` is on
 int TitleWidth(const QString& title, const QWidget& window);
 
-/// Makes a window at least as wide as its title needs, for windows whose layout sets their size.
-/// Call it once the title is set and the layout is filled: a grid, or a column.
+/// Makes a window at least as wide as its title needs, if its layout sets its size. Call it once the
+/// title is set and the layout is filled. The layout is a grid or a column.
 void WidenToTitle(QWidget& window);
 
 }  // namespace orvane

@@ -49,7 +49,7 @@ bool IsInput(QEvent::Type type) {
   }
 }
 
-/// Lets only the box have input and timers. A timer that is kept from running runs later.
+/// Lets only the box have input and timers. A timer that is held back runs later.
 class EventGuard final : public QObject {
  public:
   explicit EventGuard(const QWidget& box) : box_(box) {
@@ -65,12 +65,12 @@ class EventGuard final : public QObject {
   }
 
  private:
-  /// Help would come up in the middle of the work.
+  /// Help must not open in the middle of the work.
   static bool IsCallForHelp(const QEvent& event) {
     return (event.type() == QEvent::KeyPress || event.type() == QEvent::ShortcutOverride) &&
            static_cast<const QKeyEvent&>(event).key() == Qt::Key_F1;
   }
-  /// The toolkit has timers of its own, as for what moves within the box.
+  /// The toolkit has timers of its own, for example for animations in the box.
   static bool IsTimerOfProgram(const QObject& watched) {
     return watched.isWidgetType() || qobject_cast<const QTimer*>(&watched) != nullptr ||
            watched.inherits("QSingleShotTimer");
@@ -107,7 +107,7 @@ void BusyWork::HideBox() {
   for (const auto& window : unpainted_) {
     if (window.isNull()) continue;
     window->setUpdatesEnabled(true);
-    // What was asked to be painted meanwhile is still marked so, and no longer asks by itself.
+    // Parts that were to be painted meanwhile are still marked, but do not ask again.
     QCoreApplication::postEvent(window, new QEvent(QEvent::UpdateRequest));
   }
   box_.reset();

@@ -19,25 +19,25 @@ namespace orvane {
 class ProgressBox;
 struct Workspace;
 
-/// For as long as it lives, work goes on that may take its time: messages wait (`MessageBatch`), and
-/// once half a second has passed a box shows how far the work is and offers to call it off. What
-/// runs in the middle of such work stands under the outer one's box.
+/// Lives as long as a piece of work that may be long. Messages wait (`MessageBatch`), and after half
+/// a second a box shows the progress and offers to cancel. Work within such work has no box of its
+/// own.
 ///
-/// The box is served from within the work, and nothing but the box: until the work is done no
-/// window takes keys, clicks or files, none is painted and none of their timers runs, for they show
-/// what the work is about to change.
+/// The work itself handles the events of the box, and only those. Until it is done, no window takes
+/// keys, clicks or files, none is painted and none of their timers runs, because the work changes
+/// what they show.
 class BusyWork final : public Progress {
  public:
-  /// Time in milliseconds from any beginning.
+  /// Milliseconds since any fixed moment.
   using Clock = std::function<std::chrono::milliseconds()>;
 
-  /// No box comes before this.
+  /// The box appears after this time.
   static constexpr std::chrono::milliseconds Patience{500};
-  /// The box is served as often as this.
+  /// The time between two looks at the events of the box.
   static constexpr std::chrono::milliseconds Beat{50};
 
-  /// \param occasion  what goes on, for titles: "Opening site.map"
-  /// \param clock     the time; that of the machine if empty
+  /// \param occasion  the work, for titles: "Opening site.map"
+  /// \param clock     empty for the clock of the machine
   BusyWork(Workspace& workspace, BoxMessages& boxes, const QString& occasion, Clock clock = {});
   ~BusyWork() override;
 
@@ -51,7 +51,7 @@ class BusyWork final : public Progress {
   void HideBox();
   void Serve();
 
-  MessageBatch batch_;  // ends last, when the box is gone
+  MessageBatch batch_;  // ends last, after the box is closed
   Workspace& workspace_;
   QString occasion_;
   Clock clock_;

@@ -21,11 +21,11 @@ QString TextOf(WorkStage stage) {
     case WorkStage::Reading:
       return ProgressBox::tr("Reading the file");
     case WorkStage::Solving:
-      return ProgressBox::tr("Working out positions");
+      return ProgressBox::tr("Calculating positions");
     case WorkStage::Analyzing:
-      return ProgressBox::tr("Working out home ranges");
+      return ProgressBox::tr("Calculating home ranges");
     case WorkStage::Importing:
-      return ProgressBox::tr("Taking the tracks");
+      return ProgressBox::tr("Adding the tracks");
     case WorkStage::Writing:
       return ProgressBox::tr("Writing the files");
   }
@@ -44,7 +44,7 @@ ProgressBox::ProgressBox(const QString& occasion, QWidget* parent)
   setWindowModality(Qt::ApplicationModal);
   stage_->setObjectName(QStringLiteral("progressStage"));
   bar_->setObjectName(QStringLiteral("progressBar"));
-  bar_->setAccessibleName(tr("How far it has come"));
+  bar_->setAccessibleName(tr("Progress"));
   bar_->setTextVisible(false);
   bar_->setMinimumWidth(BarWidth);
   cancel_->setObjectName(QStringLiteral("progressCancel"));
@@ -66,7 +66,7 @@ ProgressBox::ProgressBox(const QString& occasion, QWidget* parent)
 void ProgressBox::ShowStage(WorkStage stage, size_t done, size_t of, bool mayCancel) {
   if (stopping_) return;
   stage_->setText(TextOf(stage));
-  // Without an end it only shows that something goes on.
+  // If the end is not known, the bar only shows that the work goes on.
   bar_->setRange(0, of == 0 ? 0 : BarSteps);
   if (of != 0) {
     const double part = static_cast<double>(std::min(done, of)) / static_cast<double>(of);

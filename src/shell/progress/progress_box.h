@@ -12,19 +12,19 @@ class QPushButton;
 
 namespace orvane {
 
-/// Tells of work that takes its time, and offers to call it off. It stays until its owner takes it
-/// away: Escape and its frame mean its button.
+/// Shows the progress of long work and offers to cancel it. It stays until its owner closes it:
+/// Escape and the close button of the frame only press its button.
 class ProgressBox final : public QDialog {
   Q_OBJECT
 
  public:
-  /// \param occasion  what goes on, the title: "Opening site.map"
+  /// \param occasion  the work, as the title: "Opening site.map"
   ProgressBox(const QString& occasion, QWidget* parent);
 
   /// \param done, of   as for `Progress::Reach`
-  /// \param mayCancel  false while what has been begun must be finished
+  /// \param mayCancel  false while the work must not be interrupted
   void ShowStage(WorkStage stage, size_t done, size_t of, bool mayCancel);
-  /// From now on it only tells that the work is being called off.
+  /// Shows that the work is being cancelled, and nothing else from now on.
   void ShowStopping();
 
   void reject() override;
