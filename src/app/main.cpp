@@ -20,8 +20,8 @@
 
 namespace {
 
-/// The files among the arguments, byte for byte: a file name need not be text in any encoding. The
-/// options have no values, so whatever does not begin with a dash is a file.
+/// The files among the arguments, byte for byte, because a file name may be in any encoding. No
+/// option takes a value, so an argument that does not begin with a dash is a file.
 std::vector<std::string> FilesOf(int count, char** arguments) {
   std::vector<std::string> files;
   bool optionsEnded = false;
@@ -36,7 +36,7 @@ std::vector<std::string> FilesOf(int count, char** arguments) {
   return files;
 }
 
-/// True for the options that print something and end: they work without a display.
+/// True for the options that print something and end. They need no display.
 bool WantsTextOnly(int count, char** arguments) {
   for (int i = 1; i < count; ++i) {
     const std::string_view argument(arguments[i]);
@@ -62,7 +62,7 @@ void ReadOptions(const QCoreApplication& application) {
   parser.process(application);
 }
 
-/// Lets nothing that runs out of memory end the program, wherever in the event loop it does.
+/// Keeps the program alive when memory runs out anywhere in the event loop.
 class Application final : public QApplication {
  public:
   using QApplication::QApplication;
@@ -91,7 +91,7 @@ int main(int argc, char** argv) {
   }
   Application application(argc, argv);
   ReadOptions(application);
-  // By this name the desktop knows whose windows these are.
+  // The desktop recognises the windows of the program by this name.
   QApplication::setDesktopFileName(QStringLiteral("orvane"));
   QApplication::setWindowIcon(QIcon(QStringLiteral(":/orvane.svg")));
 
@@ -106,7 +106,7 @@ int main(int argc, char** argv) {
       &application, &QGuiApplication::commitDataRequest, &shell,
       [&shell](QSessionManager&) { orvane::WriteBeforeEnd(shell); }, Qt::DirectConnection);
   application.outOfMemory = [&shell] { orvane::ReportOutOfMemory(shell); };
-  // Before the loop runs there may be boxes, and the last one closed is not the end.
+  // Boxes may come and go before the first window: the last one closed must not end the program.
   QApplication::setQuitOnLastWindowClosed(false);
   QTimer::singleShot(0, [&] { shell.Start(FilesOf(argc, argv)); });
   return QApplication::exec();

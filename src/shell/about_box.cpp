@@ -46,7 +46,7 @@ void AboutBox::AddCredits(const Map& map) {
   rule->setFrameShape(QFrame::HLine);
   rule->setFrameShadow(QFrame::Sunken);
   layout()->addWidget(rule);
-  // The box grows with its lines, but not past the screen.
+  // The box grows with its lines, up to the size of the screen.
   const int room = screen()->availableSize().width() * 2 / 3;
   for (const std::string& line : lines) {
     auto* credit = new QLabel(DisplayText(line), this);

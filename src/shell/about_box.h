@@ -6,7 +6,7 @@ namespace orvane {
 
 struct Map;
 
-/// What the program is, and who made the map that is open.
+/// Shows what the program is, and who made the open map.
 class AboutBox final : public QDialog {
   Q_OBJECT
 

@@ -38,7 +38,7 @@ void CommandMenu::FillMenu(QMenu& menu, const MenuInfo& info) {
     if (!IsSubmenu(id)) {
       menu.addAction(MakeAction(command));
     } else if (command.text.empty()) {
-      menus_[id] = &menu;  // its entries stand in this very menu
+      menus_[id] = &menu;  // its entries are in this menu itself
     } else {
       menus_[id] = menu.addMenu(TextOf(command.text));
     }

@@ -18,7 +18,7 @@ class CommandMenu final : public QObject {
   Q_OBJECT
 
  public:
-  /// \param window  gets the bar, and owns all that is made
+  /// \param window  gets the bar and owns its actions and menus
   explicit CommandMenu(QMainWindow& window);
 
   QAction& ActionOf(CommandId id) const;
@@ -26,7 +26,7 @@ class CommandMenu final : public QObject {
   /// The menu of a command that opens one (`IsSubmenu`).
   QMenu& MenuOf(CommandId id) const;
 
-  /// \param available  tells which commands there is an answer to at all; others stay disabled
+  /// \param available  returns true for the commands that have a handler; others stay disabled
   void Show(const MenuState& state, const std::function<bool(CommandId)>& available);
 
  Q_SIGNALS:

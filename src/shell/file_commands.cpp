@@ -56,7 +56,7 @@ void OpenBasis(Shell& shell, ProgramWindow& window) {
   shell.OpenMapWindow(*window.MapSide()->TheMap().basis);
 }
 
-/// The map has got a basis: its windows, and those of maps that rest on it, show the new trails.
+/// Shows the trails of a new basis in the windows of the map and of maps that rest on it.
 void ShowBasis(Shell& shell, const Map& map) {
   for (MapWindowWidget* each : shell.OpenWindows()) {
     if (!RestsOn(each->TheMap(), map)) continue;
@@ -78,7 +78,7 @@ void SetBasisCommand(Shell& shell, ProgramWindow& window) {
   Map* basis = shell.ReadMap(*path);
   if (basis == nullptr) return;
   if (!SetBasis(map, *basis)) {
-    // A map can't rest on itself, be it by way of others.
+    // A map can't rest on itself, directly or through other maps.
     NoteError(shell.TheWorkspace().messages, "Can't open file %s", {*path});
     return;
   }
@@ -104,7 +104,7 @@ void SaveAsCommand(Shell& shell, ProgramWindow& window, bool full) {
   SaveMapAs(window.MapSide()->TheMap(), full, shell.Saving());
 }
 
-/// The map is not marked as changed: what was read stands in a file of its own.
+/// The map is not marked as changed: what was read is in a file of its own.
 void ImportSubmap(Shell& shell, ProgramWindow& window) {
   if (window.Kind() != WindowKind::Map) {
     shell.Beep();
@@ -128,7 +128,7 @@ void ImportSubmap(Shell& shell, ProgramWindow& window) {
   ShowImported(shell, map, wasEmpty, sentence);
 }
 
-/// Tracks are decided on one by one in a window of their own.
+/// The user decides on the tracks one by one in a window of their own.
 void ImportGis(Shell& shell, ProgramWindow& window, GisBoxes& boxes) {
   if (window.Kind() != WindowKind::Map) {
     shell.Beep();
@@ -151,7 +151,7 @@ void ImportGis(Shell& shell, ProgramWindow& window, GisBoxes& boxes) {
   const bool hasTracks = CurrentTrack(*import) != nullptr;
   ShowImported(shell, map, wasEmpty, hasTracks ? std::string() : GisSummary(*import));
   if (!hasTracks) return;
-  // The window frees itself, and goes with the map's own.
+  // The window deletes itself, and closes with the map's window.
   auto* tracks = new GisTrailWindow(shell, std::move(*import), boxes, &window.Widget(), wasEmpty);
   tracks->show();
 }

@@ -4,7 +4,7 @@ namespace orvane {
 
 class Shell;
 
-/// Plugs in the commands of the menu "Help", and lets F1 lead to the help from everywhere.
+/// Plugs in the commands of the menu "Help", and makes F1 open the help everywhere.
 void PlugHelpCommands(Shell& shell);
 
 }  // namespace orvane

@@ -12,7 +12,7 @@
 namespace orvane {
 namespace {
 
-/// Entries of lists are told from the commands of a menu by this name.
+/// The object name that marks an entry of a list among the commands of a menu.
 constexpr auto EntryName = "listEntry";
 
 void RemoveEntries(QMenu& menu) {
@@ -22,7 +22,7 @@ void RemoveEntries(QMenu& menu) {
   }
 }
 
-/// A text with a digit that picks it, where there is one left.
+/// A text with a digit that picks it; from the tenth on without.
 QString Numbered(int index, QString text) {
   text.replace(QLatin1Char('&'), QStringLiteral("&&"));
   return index < 9 ? QStringLiteral("&%1  %2").arg(index + 1).arg(text) : text;
@@ -49,7 +49,7 @@ void FillRecentMaps(Shell& shell, QMenu& menu) {
 void FillWindowList(Shell& shell, QMenu& menu) {
   RemoveEntries(menu);
   int index = 0;
-  // Oldest first, so that a window keeps its number while others open.
+  // Oldest first, so that a window keeps its digit while others open.
   const std::vector<MapWindowWidget*>& windows = shell.OpenWindows();
   for (auto it = windows.rbegin(); it != windows.rend(); ++it) {
     MapWindowWidget* window = *it;

@@ -5,7 +5,7 @@ namespace orvane {
 class CommandMenu;
 class Shell;
 
-/// Lets the menus of recent maps and of open windows fill themselves whenever they are opened.
+/// Fills the menus of recent maps and of open windows each time they open.
 void PlugListMenus(Shell& shell, CommandMenu& commands);
 
 }  // namespace orvane

@@ -15,7 +15,7 @@
 namespace orvane {
 namespace {
 
-/// Bytes of an answer on the magnetic deviation, with the one that ends it.
+/// Most bytes of the answer on the magnetic deviation, including the final zero.
 constexpr size_t DeviationSize = 30;
 
 void CheckTrails(Shell& shell, ProgramWindow& window) {
@@ -37,8 +37,7 @@ void CheckTrails(Shell& shell, ProgramWindow& window) {
   CheckSelectedTrails(selected, messages);
 }
 
-/// That the map has a deviation of its own is not noted here, and it is not solved again: positions
-/// change only where the survey does.
+/// Does not set `MapHasDeviation` and does not solve the map: positions change only with the survey.
 void SetDeviation(Shell& shell, ProgramWindow& window) {
   if (window.MapSide() == nullptr) {
     shell.Beep();
@@ -65,11 +64,11 @@ void SetDeviation(Shell& shell, ProgramWindow& window) {
 void PlugMapCommands(Shell& shell) {
   shell.Plug(CommandCheckTrails, [&shell](ProgramWindow& window) { CheckTrails(shell, window); });
   shell.Plug(CommandDeviation, [&shell](ProgramWindow& window) { SetDeviation(shell, window); });
-  // These stand in the menu and do nothing: texts are edited in dialogs, which have their own.
+  // These are in the menu and do nothing: texts are edited in dialogs, which handle them.
   for (const CommandId id : {CommandCut, CommandCopy, CommandPaste}) {
     shell.Plug(id, [](ProgramWindow&) {});
   }
-  // Editors delete their rows themselves. In a map window it has never done more than this.
+  // Editors delete their rows themselves. In a map window there is only this message.
   shell.Plug(CommandDelete,
              [&shell](ProgramWindow&) { NoteWarning(shell.TheWorkspace().messages, "NYI"); });
 }

@@ -28,7 +28,7 @@ bool IsEditor(const ProgramWindow& window) {
   return window.Kind() == WindowKind::TrailEditor || window.Kind() == WindowKind::RangeEditor;
 }
 
-/// Adds rows for what the map has got since the rows were made.
+/// Adds rows for what is new in the map since the rows were made.
 void AddMissingRows(MapWindow& view) {
   for (Range& range : view.map->ranges) {
     if (FindRangeRow(view, range) == nullptr) AddRangeRow(view, &range, nullptr);
@@ -82,7 +82,7 @@ MapWindowWidget::MapWindowWidget(Shell& shell, Map& map)
 }
 
 MapWindowWidget::~MapWindowWidget() {
-  // Also where a window goes without having been closed, as at the end of a test.
+  // A window may be deleted without being closed, as at the end of a test.
   shell_.Forget(*this);
 }
 
@@ -139,7 +139,7 @@ void MapWindowWidget::RemoveDependent(ProgramWindow& window) {
 }
 
 bool MapWindowWidget::CloseDependents(bool editors) {
-  // Each takes itself out of the list as it goes.
+  // Each removes itself from the list as it closes.
   const std::vector<ProgramWindow*> windows = dependents_;
   for (ProgramWindow* window : windows) {
     if (IsEditor(*window) == editors && !window->TryClose()) return false;
@@ -182,7 +182,7 @@ void MapWindowWidget::dropEvent(QDropEvent* event) { OpenDroppedFiles(shell_, *e
 
 void MapWindowWidget::changeEvent(QEvent* event) {
   QMainWindow::changeEvent(event);
-  // The platform too may make a window fill the screen, or end that.
+  // The platform may also turn full screen on or off.
   const bool resized = event->type() == QEvent::WindowStateChange;
   if (resized || (event->type() == QEvent::ActivationChange && isActiveWindow())) RefreshMenu();
 }

@@ -15,13 +15,13 @@ class MapView;
 class ReloadBar;
 class Shell;
 
-/// A window on one map. Several may show the same map, each in its own way. It frees itself when
-/// it is closed; the map stays.
+/// A window on one map. Several windows may show the same map, each with its own view. The window
+/// deletes itself when it is closed; the map stays.
 class MapWindowWidget final : public QMainWindow, public ProgramWindow {
   Q_OBJECT
 
  public:
-  /// \param shell  carries out the commands; must outlive the window, as must `map`
+  /// \param shell  runs the commands; must outlive the window, as must `map`
   MapWindowWidget(Shell& shell, Map& map);
   ~MapWindowWidget() override;
 
@@ -41,22 +41,22 @@ class MapWindowWidget final : public QMainWindow, public ProgramWindow {
   ReloadBar& Offer() { return *offer_; }
 
   CommandMenu& Commands() { return *commands_; }
-  /// What the menu bar offers; `ShowMenu` after a change.
+  /// What the menu bar offers; call `ShowMenu` after a change.
   MenuState& Menu() { return menu_; }
   void ShowMenu();
-  /// Brings the menu up to date with map, view and focus.
+  /// Updates the menu from map, view and focus.
   void RefreshMenu();
-  /// As `RefreshMenu`, after a change of what the menu shows of the map and the view: the basis, the
-  /// marks.
+  /// As `RefreshMenu`, and also updates what the menu shows of the map and the view: the basis and
+  /// the check marks.
   void RefreshMarks();
 
-  /// Takes the name of the map as it is now, and whether it has changed.
+  /// Puts the name of the map, and whether it has changed, in the title.
   void ShowTitle();
-  /// Brings the rows of the panes up to date with the map and draws it anew.
-  /// \param fresh  make all rows anew, where the map rests on another one
+  /// Updates the rows of the panes from the map and redraws it.
+  /// \param fresh  rebuild all rows, because the map has a new basis
   void ShowMap(bool fresh = false);
 
-  /// Windows that hang on this one: they close with it. Each takes itself out when it goes.
+  /// Windows that close with this one. Each removes itself when it closes.
   void AddDependent(ProgramWindow& window) { dependents_.push_back(&window); }
   void RemoveDependent(ProgramWindow& window);
   const std::vector<ProgramWindow*>& Dependents() const { return dependents_; }
@@ -82,7 +82,7 @@ class MapWindowWidget final : public QMainWindow, public ProgramWindow {
   MapPanes* panes_;
   MenuState menu_;
   std::vector<ProgramWindow*> dependents_;
-  bool mayClose_ = false;  ///< all questions were asked
+  bool mayClose_ = false;  ///< all questions have been answered
 };
 
 }  // namespace orvane

@@ -17,7 +17,7 @@
 namespace orvane {
 namespace {
 
-/// The view as the window shows it, without what the pointer is doing.
+/// The view as the window shows it, without a drag, a mark of Find or the like.
 MapWindow ViewToDraw(MapWindowWidget& window) {
   MapWindow view = window.View().View();
   view.target = nullptr;

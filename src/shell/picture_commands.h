@@ -4,7 +4,7 @@ namespace orvane {
 
 class Shell;
 
-/// Plugs in the commands that hand a picture of the map to other programs.
+/// Plugs in the commands that make a picture of the map: copying it and saving it.
 void PlugPictureCommands(Shell& shell);
 
 }  // namespace orvane

@@ -26,7 +26,7 @@ std::string Read(Shell& shell, const std::string& path) {
   {
     const MessageBatch batch(shell.Boxes(), Shell::tr("Reading the preferences"));
     ReadPreferences(shell.TheWorkspace(), path, preferences, [&](const std::string& fileName) {
-      // The window takes what was read so far; the view is that of another window.
+      // This window takes the sizes read so far; the view is for another window.
       shell.trailWidth = preferences.trailWidth;
       shell.trailHeight = preferences.trailHeight;
       shell.OpenFile(fileName);
@@ -37,7 +37,7 @@ std::string Read(Shell& shell, const std::string& path) {
   shell.savedView = preferences.savedView;
   // Older files hold names as they were typed.
   shell.savedView.fileName = WholePath(preferences.savedView.fileName);
-  // The windows of the command line stand already; names and menus follow.
+  // The windows of the command line are open already: update their names and menus.
   shell.RefreshMenus();
   for (MapWindowWidget* window : shell.OpenWindows()) window->View().RequestRepaint();
   return preferences.savedView.fileName;
@@ -54,7 +54,7 @@ void Write(Shell& shell, const std::string& path) {
 }  // namespace
 
 void PlugPreferences(Shell& shell, const std::string& directory) {
-  // Made whole once, so that it stays the same wherever the program works later.
+  // Made absolute now, so that it stays the same if the working directory changes.
   shell.ownDirectory = WholePath(directory);
   std::error_code error;
   std::filesystem::create_directories(shell.ownDirectory, error);

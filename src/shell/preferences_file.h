@@ -6,12 +6,12 @@ namespace orvane {
 
 class Shell;
 
-/// Lets a shell keep its own files in a directory, which is made if it is missing, and lets it read
-/// the preferences there when it starts and write them when it ends.
+/// Sets the directory of the shell's own files and makes it if it is missing. The shell reads the
+/// preferences there when it starts and writes them when it ends.
 void PlugPreferences(Shell& shell, const std::string& directory);
 
-/// Finds the directory by the environment and `PlugPreferences` with it; see `DefaultDirectory`.
-/// One that is named by `ORVANE_HOME` is also where file dialogs begin.
+/// Calls `PlugPreferences` with the directory that the environment gives (`DefaultDirectory`). If
+/// `ORVANE_HOME` names it, file dialogs begin there too.
 void PlugDefaultPreferences(Shell& shell);
 
 }  // namespace orvane

@@ -9,7 +9,7 @@ namespace orvane {
 
 class MapWindowWidget;
 
-/// A window whose commands come to the shell: what the shell must know of it, whatever its kind.
+/// A window that sends its commands to the shell: what the shell needs to know about any kind.
 class ProgramWindow {
  public:
   explicit ProgramWindow(WindowKind kind) : kind_(kind) {}
@@ -21,15 +21,14 @@ class ProgramWindow {
 
   virtual QWidget& Widget() = 0;
 
-  /// The map window that this is or hangs on; null for the window without a map.
+  /// The map window that this is or belongs to; null for the window without a map.
   virtual MapWindowWidget* MapSide() = 0;
 
-  /// Lets the window answer a command in the way of its kind: an editor adds a row, a report
-  /// searches in its own lines.
-  /// \return false if it has no way of its own; the shell then does what is usual
+  /// Lets the window handle a command itself: an editor adds a row, a report searches its own lines.
+  /// \return false if it does not handle the command; the shell then does
   virtual bool Answer(CommandId) { return false; }
 
-  /// Closes the window, after whatever questions it has.
+  /// Closes the window after its questions.
   /// \return false if the user wants it to stay
   virtual bool TryClose() = 0;
 

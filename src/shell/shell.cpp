@@ -34,7 +34,7 @@
 namespace orvane {
 namespace {
 
-/// The file of the recent maps, in the program's own directory.
+/// The file with the recent maps, in the program's own directory.
 constexpr auto RecentFilesName = "Orvane.recent";
 
 }  // namespace

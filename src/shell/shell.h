@@ -23,12 +23,12 @@ class BoxMessages;
 class MapWindowWidget;
 class TaskWindow;
 
-/// What all windows of the program share: the open windows, the one dispatcher of commands, the
-/// flows that open, save and close maps. Windows free themselves when they are closed.
+/// What all windows of the program share: the list of open windows, the dispatcher of commands, and
+/// the flows that open, save and close maps. Windows delete themselves when they are closed.
 ///
-/// A command is carried out by a handler that is plugged in under its number. The shell plugs in
-/// those of files, of the view and of help; a window that comes later plugs in its own. A command
-/// without a handler is disabled in every menu.
+/// Each command runs a handler that is plugged in under its number. The shell plugs in the handlers
+/// for files, the view and help; other windows plug in their own. A command without a handler is
+/// disabled in every menu.
 class Shell final : public QObject {
   Q_OBJECT
 
@@ -41,20 +41,20 @@ class Shell final : public QObject {
 
   // --- Start and end ------------------------------------------------------------------------
 
-  /// Opens the files named at the start, then reads the preferences, and without a file opens the
-  /// map that these name, or asks for one. What is recovered is read before all files, so that each
-  /// is found open then, and has a window in any case.
+  /// Opens the files from the command line, then reads the preferences. Without a file it opens the
+  /// map that the preferences name, or asks for one. Recovered maps are read before all files, so
+  /// that opening such a file finds its recovered form; each gets a window.
   void Start(const std::vector<std::string>& files);
 
-  /// Writes the preferences, closes all windows, each after its questions, and ends the program.
-  /// \return false if the user cancelled; the program goes on with what is still open
+  /// Writes the preferences, closes all windows after their questions, and ends the program.
+  /// \return false if the user cancelled; the remaining windows stay open
   bool ExitFlow();
 
   // --- Windows ------------------------------------------------------------------------------
 
-  /// Opens a map file, or finds the map if it is open, and shows it in a new window. A file that
-  /// does not open has its message, and then an empty window of that name.
-  /// \return null if the user has called it off; then there is neither a map nor a window
+  /// Opens a map file, or finds the map if it is already open, and shows it in a new window. If the
+  /// file can't be read, a message says so and an empty window of that name opens.
+  /// \return null if the user cancelled; then there is neither a map nor a window
   MapWindowWidget* OpenFile(const std::string& path);
   /// As `OpenFile`, without a window.
   Map* ReadMap(const std::string& path);
@@ -66,8 +66,8 @@ class Shell final : public QObject {
   /// The open map windows, newest first.
   const std::vector<MapWindowWidget*>& OpenWindows() const { return openWindows_; }
 
-  /// Closes a window of any kind, after its questions. One of an unknown kind, or the one that
-  /// stands where no map is open, is a fault of the program; it is told, and the window goes.
+  /// Closes a window of any kind after its questions. A window of an unknown kind, or the one that
+  /// is shown when no map is open, gives an internal error and closes.
   /// \return false if the user cancelled
   bool MapWinClose(ProgramWindow& window);
 
@@ -76,32 +76,33 @@ class Shell final : public QObject {
   /// \return how many windows show a map
   int WindowsOn(const Map& map) const;
 
-  /// Called by a map window when it is about to go.
+  /// A map window calls this when it is about to close.
   void Forget(MapWindowWidget& window);
 
   // --- Commands -----------------------------------------------------------------------------
 
-  /// Carries out a command that was picked in a window. An id that is no command does nothing.
+  /// Runs a command that was picked in a window. An unknown id does nothing.
   void RunCommand(int id, ProgramWindow& window);
-  /// From now on `handler` carries out the command.
+  /// Sets the handler of a command.
   void Plug(CommandId id, Handler handler);
   bool IsPlugged(CommandId id) const;
-  /// Brings the menus of all windows up to date.
+  /// Updates the menus of all windows.
   void RefreshMenus();
-  /// Answers a command that does not fit.
+  /// The answer to a command that makes no sense here.
   void Beep() const { beep(); }
 
   // --- Maps ---------------------------------------------------------------------------------
 
-  /// Sets or clears `MapDirty`, and tells the windows if that is a change.
+  /// Sets or clears `MapDirty`, and updates the windows if that is a change.
   void SetMapDirty(Map& map, bool dirty);
-  /// After an operation that changed a map and marked it: tells the windows.
-  /// \param wasDirty  whether the map was marked before
+  /// Call after an operation that changed a map and marked it: updates the windows.
+  /// \param wasDirty  whether the map was marked before the operation
   void NoteEdit(Map& map, bool wasDirty);
-  /// The map has got other trails, ranges or places: every window on it, or on one that rests on
-  /// it, shows them.
+  /// Call when a map has new trails, ranges or positions: updates every window on it or on a map
+  /// that rests on it.
   void MapChanged(const Map& map);
-  /// A map was read again, and the windows show it: tells them of its flags, and the others.
+  /// Call after a map was read again and the windows show it: updates their titles and tells the
+  /// listeners.
   /// \param wasDirty  whether the map was marked before
   void NoteReread(Map& map, bool wasDirty);
 
@@ -124,7 +125,7 @@ class Shell final : public QObject {
   std::string dialogDirectory;
   /// Where the program keeps its own files; empty to keep none.
   std::string ownDirectory;
-  /// The view of an earlier run; each new window of its map begins with it.
+  /// The view from an earlier run; each new window on its map begins with it.
   SavedView savedView;
   /// Size of the lists of a new map window.
   int trailWidth = 100;
@@ -132,26 +133,25 @@ class Shell final : public QObject {
 
   /// Asks what to find, in every window that searches.
   FindBox findBox;
-  /// What sounds for a command that does not fit, and what ends the program. A test puts in its
-  /// own.
+  /// The sound for a command that makes no sense, and the end of the program. Tests set their own.
   std::function<void()> beep;
   std::function<void()> endProgram;
-  /// The time for long work (`BusyWork`); that of the machine if empty.
+  /// The clock for long work (`BusyWork`); the system's if empty.
   std::function<std::chrono::milliseconds()> clock;
-  /// Reads the preferences and tells the map to open with, or an empty text; writes them.
+  /// Reads the preferences and returns the map to open, or an empty text; writes them.
   std::function<std::string()> readPreferences;
   std::function<void()> writePreferences;
-  /// Reads the maps that an earlier run left unsaved and that the user wants back.
+  /// Reads the maps that an earlier run left unsaved, as far as the user wants them back.
   std::function<std::vector<Map*>()> recoverMaps;
   /// Writes recovery copies of all unsaved maps at once.
   std::function<void()> writeCopies;
 
  Q_SIGNALS:
   void mapDirtyChanged(orvane::Map* map);
-  /// The map was changed, be it for the first time since it was saved or not.
+  /// The map was changed; sent for every change, not only the first since the last save.
   void mapEdited(const orvane::Map* map);
   void mapSaved(orvane::Map* map, const QString& path);
-  /// The map was read again from its file: nothing that it held before is there any more.
+  /// The map was read again from its file: pointers to what it held before are invalid.
   void mapReread(orvane::Map* map);
   /// The user answered the offer of a window to reload its map.
   void reloadAnswered(orvane::MapWindowWidget* window, bool reload);

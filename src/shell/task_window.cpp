@@ -29,7 +29,7 @@ TaskWindow::TaskWindow(Shell& shell)
   GiveFirstSize(*this);
   connect(commands_, &CommandMenu::picked, this, [this](int id) {
     shell_.RunCommand(id, *this);
-    ShowMenu();  // a command that came to nothing has left its mark
+    ShowMenu();  // a command that did nothing has still toggled its check mark
   });
   PlugListMenus(shell_, *commands_);
   ShowMenu();

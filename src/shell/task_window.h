@@ -9,7 +9,7 @@ namespace orvane {
 class CommandMenu;
 class Shell;
 
-/// The window that stands where no map is open, so that one can be opened. Closing it ends the
+/// The window that is shown when no map is open, so that the user can open one. Closing it ends the
 /// program.
 class TaskWindow final : public QMainWindow, public ProgramWindow {
   Q_OBJECT
@@ -22,9 +22,9 @@ class TaskWindow final : public QMainWindow, public ProgramWindow {
   bool TryClose() override;
 
   CommandMenu& Commands() { return *commands_; }
-  /// Brings the menu up to date with the preferences.
+  /// Updates the menu from the preferences.
   void ShowMenu();
-  /// Stands where `window` stands, and as large; fills the screen if that does.
+  /// Takes the place and size of `window`; fills the screen if that does.
   void TakePlaceOf(const QWidget& window);
 
  protected:

@@ -27,7 +27,7 @@ void ToolkitHook::Receive(QtMsgType type, const QMessageLogContext& context, con
                    ? nullptr
                    : application->findChild<ToolkitHook*>(QString(), Qt::FindDirectChildrenOnly);
   if (hook != nullptr && type == QtCriticalMsg) {
-    // Not here: the error may have come in the middle of drawing a window.
+    // Later: the error may come in the middle of drawing a window.
     QMetaObject::invokeMethod(
         hook, [hook, text] { hook->Report(PlainError, text); }, Qt::QueuedConnection);
   } else if (hook != nullptr && hook->previous_ != nullptr) {

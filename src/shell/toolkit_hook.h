@@ -9,8 +9,8 @@
 
 namespace orvane {
 
-/// Brings errors that the window system reports by itself to the user. Its warnings go where they
-/// always go. While it lives it stands below the application, and there is one at most.
+/// Shows the user the errors that the window system reports. Its warnings go where they usually go.
+/// It is a child of the application, and there is at most one.
 class ToolkitHook final : public QObject {
   Q_OBJECT
 

@@ -17,10 +17,10 @@
 namespace orvane {
 namespace {
 
-/// Bytes of the answers, with the one that ends them.
+/// Most bytes of an answer, including the final zero.
 constexpr size_t ScaleSize = 30;
 
-/// A command that makes sense in a map window alone; anywhere else it is answered with a beep.
+/// A command that makes sense only in a map window; anywhere else it beeps.
 Shell::Handler OnMap(Shell& shell, void (*run)(Shell& shell, MapWindowWidget& window)) {
   return [&shell, run](ProgramWindow& window) {
     if (window.Kind() == WindowKind::Map) {
@@ -55,17 +55,17 @@ void ChangeZoom(Shell& shell, MapWindowWidget& window) {
   }
 }
 
-/// Names in old maps are Latin-1, and what is typed is UTF-8.
-/// \return `text` as UTF-8, or in Latin-1 where only that means something to the map
+/// Names in old maps are Latin-1, and what the user types is UTF-8.
+/// \return `text` in UTF-8, or in Latin-1 if the map knows only that
 std::string AsTheMapHasIt(Map& map, const std::string& text) {
   constexpr std::string_view AnyLatin1 = "\xE9";
   const std::string latin1 = StoredText(DisplayText(text), AnyLatin1);
-  // Plain text is not looked up twice: a search may move the plane in which the next one works.
+  // Plain text is not looked up twice: a search may move the plane that the next one uses.
   if (latin1 == text || ResolveLocation(map, text)) return text;
   return ResolveLocation(map, latin1) ? latin1 : text;
 }
 
-/// Windows with a search of their own have answered before it comes to this.
+/// Windows with a search of their own have handled the command before.
 void Find(Shell& shell, ProgramWindow& window) {
   if (window.MapSide() == nullptr) {
     shell.Beep();

@@ -18,27 +18,27 @@ namespace orvane {
 
 class Shell;
 
-/// The window "GIS Trail": shows the tracks of a file of a GPS unit one after the other, and makes
-/// trails of those that the user takes. The other windows stay in use meanwhile. It frees itself
-/// when it is closed, and closes by itself after the last track.
+/// The window "GIS Trail": shows the tracks of a GPS file one after the other, and makes trails of
+/// those that the user takes. It is not modal. It deletes itself when it is closed, and closes after
+/// the last track.
 class GisTrailWindow final : public QDialog {
   Q_OBJECT
 
  public:
-  /// \param import  with a current track
-  /// \param boxes   the state of the check boxes, kept from import to import; must outlive the
-  ///                window
+  /// \param import  must have a current track
+  /// \param boxes   the state of the check boxes, kept from one import to the next; must outlive
+  ///                the window
   /// \param wasEmpty  the map had no places before the import: after each track the whole of it is
   ///                  put in view
   GisTrailWindow(Shell& shell, GisImport import, GisBoxes& boxes, QWidget* parent,
                  bool wasEmpty = false);
 
  private:
-  /// A field of the window and the text that it edits.
+  /// A field of the window, and the text that it edits.
   struct Row {
     QLineEdit* edit;
     std::string GisTrailFields::*text;
-    GisField field;  ///< as which it is named when it can't be read
+    GisField field;  ///< its name when its text can't be read
   };
 
   void AddRow(QGridLayout& layout, const QString& label, std::string GisTrailFields::*text,

@@ -7,11 +7,11 @@ namespace orvane {
 
 class Shell;
 
-/// Takes what is dragged over a window if it holds files of this machine.
+/// Accepts what is dragged over a window if it holds local files.
 void WelcomeFiles(QDragEnterEvent& event);
 
-/// Opens the files that were dropped on a window, each in a window of its own. That happens only
-/// after the event: a message would hold up the program from which they were dragged.
+/// Opens the files that were dropped on a window, each in a window of its own. It does so after the
+/// event, because a message box would block the program that they were dragged from.
 void OpenDroppedFiles(Shell& shell, QDropEvent& event);
 
 }  // namespace orvane

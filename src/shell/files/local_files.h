@@ -18,13 +18,13 @@ namespace orvane {
 QString LocalFileName(std::string_view path);
 /// \return the bytes of a path that Qt or a user named
 std::string PathOfLocalFile(const QString& name);
-/// \return the path of a file of this machine, whatever bytes it holds
+/// \return the path of a local file, whatever bytes it holds
 std::string PathOfUrl(const QUrl& url);
 
-/// \return true if what is dragged holds a file of this machine
+/// \return true if the dragged data holds a local file
 bool HasLocalFiles(const QMimeData& data);
 
-/// \return the paths of the files of this machine in what was dropped
+/// \return the paths of the local files in the dropped data
 std::vector<std::string> LocalFilesOf(const QMimeData& data);
 
 }  // namespace orvane

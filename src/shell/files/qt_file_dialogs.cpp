@@ -13,7 +13,7 @@ namespace {
 
 QString Tr(const char* text) { return QCoreApplication::translate("QtFileDialogs", text); }
 
-/// The kinds of file that a dialog offers; the first is that of its type.
+/// The kinds of file that a dialog offers, its own type first.
 QStringList FiltersOf(const std::string& type) {
   const QString all = Tr("All files (*)");
   if (type == "map") return {Tr("Maps (*.map)"), all};
@@ -64,7 +64,7 @@ FileAnswer QtFileDialogs::AskSave(const std::string& title, FileSpecification& f
   dialog.setFileMode(QFileDialog::AnyFile);
   dialog.setDefaultSuffix(DisplayText(file.type));
   dialog.selectFile(LocalFileName(file.name));
-  // Another kind of file gets its own ending.
+  // When the user picks another kind of file, its ending follows.
   QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, [&](const QString& filter) {
     const qsizetype star = filter.indexOf(QStringLiteral("*."));
     if (star < 0) return;

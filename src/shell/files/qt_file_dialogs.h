@@ -4,7 +4,7 @@
 
 namespace orvane {
 
-/// The file boxes of the platform, over the active window.
+/// The file dialogs of the platform, over the active window.
 class QtFileDialogs final : public FileDialogs {
  public:
   FileAnswer AskOpen(const std::string& title, FileSpecification& file) override;

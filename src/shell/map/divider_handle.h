@@ -6,10 +6,10 @@
 
 namespace orvane {
 
-/// A divider between the panes, for the keyboard: Tab comes to it behind the map, the arrow keys
-/// move it by `DividerStep` pixels, with shift by one, and Enter or Escape leads back to the map.
-/// While it has the keyboard it is filled with the colour of what is selected, within a focus
-/// rectangle. The mouse goes through it to what lies below.
+/// A divider between the panes, for the keyboard: Tab reaches it after the map, the arrow keys move
+/// it by `DividerStep` pixels, with shift by one, and Enter or Escape returns to the map. While it
+/// has the focus it has the colour of a selection and a focus rectangle. Mouse events go through to
+/// the panes.
 class DividerHandle final : public QWidget {
   Q_OBJECT
 
@@ -17,9 +17,9 @@ class DividerHandle final : public QWidget {
   DividerHandle(PaneDivider divider, const QString& name, QWidget* parent);
 
  Q_SIGNALS:
-  /// \param pixels  to the right, or down, above 0
+  /// \param pixels  positive to the right, or down
   void stepRequested(int pixels);
-  /// The user is done with it.
+  /// The user wants to return to the map.
   void leaveRequested();
 
  protected:
@@ -29,7 +29,7 @@ class DividerHandle final : public QWidget {
   void focusOutEvent(QFocusEvent* event) override;
 
  private:
-  bool movesAcross_;  ///< left and right, or else up and down
+  bool movesAcross_;  ///< left and right if true, else up and down
 };
 
 }  // namespace orvane

@@ -14,7 +14,7 @@
 namespace orvane {
 namespace {
 
-/// The rows as one text, for those who have them read out.
+/// The rows as one text, for screen readers.
 QString SpokenText(const std::vector<InfoRow>& rows) {
   QStringList parts;
   for (const InfoRow& row : rows) {
@@ -72,7 +72,7 @@ void InfoPanelWidget::Draw() {
   const bool band = IsBandDrawn(view_.View());
   if (band != bandShown_) size_ = {};
   bandShown_ = band;
-  // To measure text takes a canvas, and a canvas something to paint on.
+  // Measuring text needs a canvas, and a canvas needs something to paint on.
   if (buffer_.isNull()) buffer_ = QImage(1, 1, QImage::Format_RGB32);
   {
     QPainter painter(&buffer_);

@@ -12,22 +12,21 @@ namespace orvane {
 
 class MapView;
 
-/// The info panel in the upper right corner of the map: what stands under the pointer and, during
-/// a rubber band, how far it reaches. Events of the mouse go through it to the map.
+/// The info panel in the upper right corner of the map: shows what is under the pointer and, during
+/// a rubber band, its size. Mouse events go through to the map.
 ///
-/// Its rows are worked out once for all moves of the pointer that came together, so that it never
-/// holds the map up.
+/// Several moves of the pointer in a row update it once, so that it never slows the map down.
 class InfoPanelWidget final : public QWidget {
   Q_OBJECT
 
  public:
-  /// A child of `view`; it follows it by itself and shows itself as its flags tell.
+  /// Becomes a child of `view`, follows its changes, and shows or hides itself by its flags.
   explicit InfoPanelWidget(MapView& view);
 
-  /// What it reads at the moment.
+  /// What it shows at the moment.
   const std::vector<InfoRow>& Rows() const { return rows_; }
 
-  /// Brings it up to date at once.
+  /// Updates it at once.
   void Refresh();
 
  protected:
@@ -41,7 +40,7 @@ class InfoPanelWidget final : public QWidget {
   MapView& view_;
   QTimer soon_;
   std::vector<InfoRow> rows_;
-  InfoPanelSize size_;  ///< in device pixels; never shrinks while the same kind of rows is shown
+  InfoPanelSize size_;  ///< in device pixels; does not shrink while it shows the same kind of rows
   bool bandShown_ = false;
   QImage buffer_;
 };

@@ -12,7 +12,7 @@ ListPane::ListPane(const QString& title, QWidget* parent)
   heading->setTextFormat(Qt::PlainText);
   heading->setMargin(3);
   heading->setBuddy(list_);
-  heading->setMinimumWidth(1);  // a narrow pane cuts its title
+  heading->setMinimumWidth(1);  // a narrow pane cuts off its title
   QFont bold = heading->font();
   bold.setBold(true);
   heading->setFont(bold);

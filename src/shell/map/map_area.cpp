@@ -50,7 +50,7 @@ void MapArea::FollowAction(QScrollBar& bar, int action) {
     case QAbstractSlider::SliderToMaximum:
       return Scroll(bar, ScrollAction::PageForward, 0);
     case QAbstractSlider::SliderMove:
-      // A wheel over the bar moves the thumb without holding it.
+      // The wheel moves the thumb without holding it.
       return Scroll(bar, bar.isSliderDown() ? ScrollAction::ThumbTrack : ScrollAction::Thumb,
                     bar.sliderPosition());
     default:
@@ -62,7 +62,7 @@ void MapArea::Scroll(QScrollBar& bar, ScrollAction action, int position) {
   MapWindow& view = view_->View();
   const int rest = &bar == vertical_ ? ScrollVertically(view, action, position)
                                      : ScrollHorizontally(view, action, position);
-  // Within an action the bar takes over its slider's position afterwards, otherwise at once.
+  // During an action the bar takes the slider's position afterwards, otherwise at once.
   bar.setSliderPosition(rest);
   bar.setValue(rest);
   view_->ShowMoved();

@@ -12,9 +12,8 @@ struct Map;
 class InfoPanelWidget;
 class MapView;
 
-/// The map with its two scroll bars, and the info panel in its corner. The bars know no end of the
-/// map: they rest in the middle of their way, move the view by what they are pulled or pressed, and
-/// return there.
+/// The map with its two scroll bars, and the info panel in its corner. A map has no edges, so the
+/// bars rest in the middle of their range, move the view, and return to the middle.
 class MapArea final : public QWidget {
   Q_OBJECT
 

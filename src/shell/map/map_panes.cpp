@@ -20,7 +20,7 @@ QRect ToRect(const PixelRect& rect) {
 
 Pixel ToPixel(QPoint at) { return {at.x(), at.y()}; }
 
-/// The least size of a list.
+/// The smallest size of a list.
 int LeastPane(const QWidget& widget) {
   return widget.style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, &widget);
 }
@@ -39,7 +39,7 @@ MapPanes::MapPanes(Map& map, const PaneSizes& sizes, QWidget* parent)
   trails_->List().setObjectName(QStringLiteral("trailList"));
   ranges_->List().setObjectName(QStringLiteral("rangeList"));
   setMouseTracking(true);
-  // Over the panes the cursor is theirs; the dividers are all that is left of this widget.
+  // The panes have their own cursor; only the dividers use that of this widget.
   for (QWidget* pane : {static_cast<QWidget*>(trails_), static_cast<QWidget*>(ranges_),
                         static_cast<QWidget*>(area_)}) {
     pane->setCursor(Qt::ArrowCursor);
@@ -138,7 +138,7 @@ void MapPanes::leaveEvent(QEvent*) {
 bool MapPanes::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::FocusIn) FollowFocus(qobject_cast<QWidget*>(watched));
   if (event->type() == QEvent::FocusOut) {
-    // A menu or a box gives the keyboard back; another part of this window reports by itself.
+    // A menu or a box returns the focus; another part of this window sends its own event.
     const auto reason = static_cast<QFocusEvent*>(event)->reason();
     if (reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason ||
         reason == Qt::MouseFocusReason || reason == Qt::OtherFocusReason) {

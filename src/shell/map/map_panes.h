@@ -16,16 +16,16 @@ class ListPane;
 class MapArea;
 class MapView;
 
-/// The inside of a map window: the lists "Trails" and "Ranges" one over the other at the left, the
-/// map at the right, and dividers of `DividerSize` pixels between them that can be dragged. While
-/// one is dragged, a focus rectangle across the window shows where it would come to stand. For the
-/// keyboard each divider has a `DividerHandle`.
+/// The inside of a map window: the lists "Trails" and "Ranges" one above the other on the left, the
+/// map on the right, and dividers of `DividerSize` pixels between them that the user can drag. While
+/// a divider is dragged, a focus rectangle across the window shows its new place. For the keyboard
+/// each divider has a `DividerHandle`.
 class MapPanes final : public QWidget {
   Q_OBJECT
 
  public:
   /// \param map    must outlive the widget
-  /// \param sizes  how the panes begin
+  /// \param sizes  the initial sizes of the panes
   MapPanes(Map& map, const PaneSizes& sizes, QWidget* parent);
 
   MapArea& Area() { return *area_; }
@@ -34,16 +34,16 @@ class MapPanes final : public QWidget {
   QListWidget& RangeList();
 
   FocusPlace Focus() const { return focus_; }
-  /// As they are laid out: 0 where a pane has vanished.
+  /// As they are laid out: 0 for a pane that is hidden.
   PaneSizes Sizes() const { return layout_.sizes; }
   void SetSizes(const PaneSizes& sizes);
 
  Q_SIGNALS:
-  /// Also when a menu or another window takes the keyboard away only for a moment, `Focus` stays
-  /// what it was: this is sent for a real change alone.
+  /// Sent only for a real change: while a menu or another window has the keyboard for a moment,
+  /// `Focus` stays what it was.
   void focusPlaceChanged(orvane::FocusPlace place);
-  /// A divider was dropped, or moved by a key: the preferences take the width of the lists, or the
-  /// height of the upper one. The other size stays, though this window may have cut it.
+  /// A divider was dropped, or moved by a key. The preferences take the new width of the lists, or
+  /// height of the upper one; the other size stays, even if this window has cut it.
   void dividerMoved(orvane::PaneDivider divider, int size);
 
  protected:
@@ -67,8 +67,8 @@ class MapPanes final : public QWidget {
   DividerHandle* besideMap_;
   DividerHandle* betweenLists_;
   QRubberBand* focusRectangle_;
-  PaneSizes wanted_;   ///< as asked for; cut to fit at each layout, so that room regained is used
-  PaneLayout layout_;  ///< as it stands
+  PaneSizes wanted_;   ///< before they are cut to fit, so that a larger window restores them
+  PaneLayout layout_;  ///< at the moment
   PaneDivider dragged_ = PaneDivider::None;
   FocusPlace focus_ = FocusPlace::Neither;
 };

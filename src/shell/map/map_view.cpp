@@ -28,7 +28,7 @@
 namespace orvane {
 namespace {
 
-/// Two notches of a wheel double the scale. A notch is 120 units; touch pads give fewer at a time.
+/// Two notches of a wheel double the scale. A notch is 120 units; touch pads send fewer at a time.
 constexpr double WheelUnitsPerDoubling = 240;
 /// How far a notch moves the map: 60 pixels, as in a list.
 constexpr double PixelsPerWheelUnit = 0.5;
@@ -42,7 +42,7 @@ PointerKeys KeysOf(Qt::KeyboardModifiers modifiers) {
   return {modifiers.testFlag(Qt::ShiftModifier), modifiers.testFlag(Qt::ControlModifier)};
 }
 
-/// True for two fingers on a touch pad. Only they have phases, or name themselves.
+/// True for two fingers on a touch pad: a wheel has no phases and is no touch pad.
 bool IsTwoFingers(const QWheelEvent& event) {
   return event.phase() != Qt::NoScrollPhase ||
          event.pointingDevice()->type() == QInputDevice::DeviceType::TouchPad;
@@ -148,7 +148,7 @@ void MapView::DrawBuffer() {
 }
 
 void MapView::paintEvent(QPaintEvent* event) {
-  // The pixel ratio of the window is known for certain, and may have changed, only here.
+  // Only here is the pixel ratio of the window certain, and it may have changed.
   FitToWidget();
   if (bufferOld_) DrawBuffer();
   buffer_.setDevicePixelRatio(devicePixelRatioF());
@@ -178,7 +178,7 @@ void MapView::PaintBand(QPainter& painter, Pixel begin, Pixel end, bool asLine) 
   const QPointF middle(width % 2 == 0 ? 0 : 0.5, width % 2 == 0 ? 0 : 0.5);
   const QPointF from = QPointF(begin.x, begin.y) + middle;
   const QPointF to = QPointF(end.x, end.y) + middle;
-  // White under black dashes: seen on every colour.
+  // White under black dashes is visible on every colour.
   QPen pen(Qt::white, width);
   pen.setCapStyle(Qt::FlatCap);
   pen.setJoinStyle(Qt::MiterJoin);
@@ -339,7 +339,7 @@ void MapView::mousePressEvent(QMouseEvent* event) {
 }
 
 void MapView::mouseMoveEvent(QMouseEvent* event) {
-  // A box that came up during a drag has kept its release.
+  // If a box came up during a drag, the release went to the box.
   if (event->buttons() == Qt::NoButton && (view_.flags & MapWindowDrag) != 0) {
     CancelPointer(view_);
     ShowCursor();
@@ -391,7 +391,7 @@ void MapView::ZoomAbout(QPointF position, double factor) {
 }
 
 void MapView::PanAlong(QPointF way) {
-  // What is less than a pixel is kept for the next event.
+  // Fractions of a pixel are kept for the next event.
   panRest_ += way * devicePixelRatioF();
   const QPoint pixels(static_cast<int>(panRest_.x()), static_cast<int>(panRest_.y()));
   panRest_ -= pixels;
@@ -422,7 +422,7 @@ bool MapView::PinchByTouchPad(const QNativeGestureEvent& event) {
 bool MapView::PinchByTouch(QGestureEvent& event) {
   const auto* pinch = static_cast<QPinchGesture*>(event.gesture(Qt::PinchGesture));
   if (pinch == nullptr) return false;
-  // The first finger has begun a rubber band by then.
+  // The first finger has already begun a rubber band.
   CancelPointer(view_);
   ShowCursor();
   PanAlong(pinch->centerPoint() - pinch->lastCenterPoint());
@@ -448,7 +448,7 @@ void MapView::focusInEvent(QFocusEvent* event) {
 
 void MapView::leaveEvent(QEvent*) {
   if ((view_.flags & MapWindowDrag) != 0) return;
-  // Without a pointer over the map the keys zoom on its middle.
+  // Without a pointer over the map, the keys zoom on the middle.
   CenterPointer();
   Q_EMIT pointerMoved();
 }

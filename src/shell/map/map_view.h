@@ -20,9 +20,9 @@ namespace orvane {
 
 class MapNote;
 
-/// The map in a window: paints a `MapWindow` through an off-screen image and moves it by keys,
-/// wheel, mouse and touch pad. The record counts in device pixels, so that lines and letters are
-/// sharp on every screen; each event's position is converted once, here.
+/// The map in a window: paints a `MapWindow` through an off-screen image and moves it with keys,
+/// wheel, mouse and touch pad. The record counts device pixels, so that lines and letters are sharp
+/// on every screen; this class converts the position of each event.
 ///
 /// Keys: "+" and "-" double and halve the scale and centre on the place under the pointer; the
 /// arrows move by a tenth of the view, with control by a thirtieth, with shift by a hundredth;
@@ -40,49 +40,49 @@ class MapView final : public QWidget {
   MapWindow& View() { return view_; }
   const MapWindow& View() const { return view_; }
 
-  /// The view of an earlier run, used at the first placing if it belongs to this map.
+  /// Sets the view from an earlier run. The first layout uses it if it is for this map.
   void TakeSavedView(const SavedView& saved) { savedView_ = saved; }
 
-  /// After any change of the view or of the map: it is drawn anew, once, however many changes
-  /// come before the next paint event.
+  /// Call after any change of the view or the map. The next paint event redraws it once, however
+  /// many changes there were.
   void RequestRepaint();
-  /// The same after a move of the view alone: what is known about the map stays good.
+  /// The same if only the view has moved and the map is unchanged.
   void ShowMoved();
 
-  /// Shows what a text means (`FindInMap`); its mark goes after a second.
-  /// \return false if the text means nothing, which a message has told
+  /// Shows the place that a text names (`FindInMap`) and marks it for a second.
+  /// \return false, after a message, if the text names nothing
   bool Find(std::string_view text);
 
-  /// From now on a click gives a position to `target`, and the cursor is a cross; null ends that.
-  /// The window comes to the front.
-  /// \param target  must live until it is taken back
+  /// Sends the positions of clicks to `target`, shows a cross as the cursor and raises the window;
+  /// null ends that.
+  /// \param target  must live until then
   void SetInputTarget(InputTarget* target);
 
-  /// The next rubber band is a transect, or is no longer one.
+  /// Makes the next rubber band a transect, or an ordinary one again.
   void SetTransectMode(bool on);
 
-  /// The altitudes of the map, found out when they are first asked for after a `RequestRepaint`.
+  /// The altitudes of the map, computed on the first call after a `RequestRepaint`.
   const AltitudeEstimates& Altitudes();
 
-  /// The fonts of the map on its screen; null before it was first shown.
+  /// The fonts of the map on its screen; null before it is first shown.
   const CanvasFonts* Fonts() const { return fonts_.get(); }
 
-  /// True while the note with the credits of the map is up.
+  /// True while the note with the credits of the map is shown.
   bool IsNoteShown() const { return note_ != nullptr; }
 
   QSize sizeHint() const override;
 
  Q_SIGNALS:
-  /// The view looks elsewhere, or is drawn anew for another reason.
+  /// The view has moved, or is redrawn for another reason.
   void viewChanged();
-  /// The pointer stands elsewhere, or a drag has begun or ended.
+  /// The pointer has moved, or a drag has begun or ended.
   void pointerMoved();
   /// A transect was drawn: it runs along `View().selection`. While nothing is connected to this,
   /// transect mode ends with each drag.
   void transectDrawn();
-  /// The map has got the keyboard.
+  /// The map has the focus now.
   void focusIn();
-  /// The key for printing this view.
+  /// The user pressed the key for printing this view.
   void printRequested();
 
  protected:
@@ -123,15 +123,15 @@ class MapView final : public QWidget {
   std::unique_ptr<CanvasFonts> fonts_;
   QImage buffer_;             ///< what the map looks like, in device pixels
   bool bufferOld_ = true;     ///< the map must be drawn again before it is shown
-  bool wasPainted_ = false;   ///< the first painting has been
-  bool controlHeld_ = false;  ///< during a drag: the band is going to be a transect
+  bool wasPainted_ = false;   ///< it has been painted once
+  bool controlHeld_ = false;  ///< during a drag: the band will be a transect
   QPointF panRest_;           ///< of `PanAlong`: less than a device pixel each way
   QTimer findTimer_;          ///< ends the mark of Find
   QTimer notesTimer_;         ///< shows the note, then ends it
-  MapNote* note_ = nullptr;   ///< while it is up
+  MapNote* note_ = nullptr;   ///< while it is shown
 };
 
-/// \return true if the map, or one that it rests on, has any point
+/// \return true if the map, or a map that it rests on, has any point
 bool HasPoints(const Map& map);
 
 }  // namespace orvane

@@ -59,7 +59,7 @@ class BusyWork final : public Progress {
   std::chrono::milliseconds served_{0};
   bool isOutermost_;
   std::unique_ptr<ProgressBox> box_;
-  std::unique_ptr<QObject> guard_;  ///< keeps events from the windows
+  std::unique_ptr<QObject> guard_;  ///< holds back events for other windows
   std::vector<QPointer<QWidget>> unpainted_;
 };
 

@@ -47,7 +47,7 @@ bool IsInput(QEvent::Type type) {
   }
 }
 
-/// How many open windows show a map, or one that rests on it.
+/// \return how many open windows show a map, or a map that rests on it
 long WindowsOn(const Shell& shell, const Map& map) {
   const auto& windows = shell.OpenWindows();
   return std::count_if(windows.begin(), windows.end(), [&](const MapWindowWidget* window) {
@@ -106,13 +106,13 @@ void MapRecovery::NoteEdited(const Map& map) {
 
 void MapRecovery::NoteDiscarded(const Map& map) {
   for (const Map* each = &map; each != nullptr; each = each->basis) {
-    // The window that closes still counts; where there is another one, the map goes on.
+    // The closing window still counts. If there is another, the map stays open.
     if (IsDirty(*each) && WindowsOn(shell_, *each) <= 1) Settle(*each);
   }
 }
 
 void MapRecovery::NoteWindows() {
-  // A map that was closed without saving is still in memory, and comes back with its changes.
+  // A map that was closed without saving is still in memory and may come back with its changes.
   for (const MapWindowWidget* window : shell_.OpenWindows()) {
     for (const Map* each = &window->TheMap(); each != nullptr; each = each->basis) {
       const auto kept = kept_.find(each);
@@ -206,7 +206,7 @@ void MapRecovery::Schedule() {
     timer_.stop();
     return;
   }
-  // What could not be written at once is looked at again shortly after.
+  // A copy that could not be written now is tried again soon.
   timer_.start(std::max(*next - clock(), RecoveryTiming::Stillness));
 }
 
@@ -217,7 +217,7 @@ bool MapRecovery::eventFilter(QObject* /*watched*/, QEvent* event) {
 
 void PlugRecovery(Shell& shell) {
   if (shell.ownDirectory.empty()) return;
-  // The shell frees it.
+  // The shell deletes it.
   auto* recovery = new MapRecovery(shell, JoinPath(shell.ownDirectory, FolderName));
   shell.recoverMaps = [recovery] { return recovery->OfferCopies(); };
   shell.writeCopies = [recovery] { recovery->WriteAll(); };

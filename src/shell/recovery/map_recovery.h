@@ -19,38 +19,38 @@ namespace orvane {
 class Shell;
 struct Map;
 
-/// Keeps recovery copies of changed maps while a shell runs, and offers those of earlier runs when
-/// it starts. When a copy is written is told at `RecoveryTiming`; it goes when the map is saved, or
-/// when the user closes the last window on it without saving.
+/// Keeps recovery copies of changed maps while a shell runs, and offers the copies of earlier runs
+/// when it starts. `RecoveryTiming` decides when a copy is written. A copy is deleted when the map is
+/// saved, or when the user closes its last window without saving.
 ///
-/// Nothing is written while files are read, while a dialog waits or a mouse button is held: the map
-/// may be in the middle of a change then. The user's files are never touched.
+/// Nothing is written while a file is read, a dialog is open or a mouse button is held, because the
+/// map may be in the middle of a change. The user's files are never touched.
 class MapRecovery final : public QObject {
   Q_OBJECT
 
  public:
   /// \param shell   owns this from now on
-  /// \param system  what copies are written with; a test lets its calls fail
+  /// \param system  writes the copies; tests make its calls fail
   MapRecovery(Shell& shell, const std::string& directory, FileSystem system = SystemFiles());
   ~MapRecovery() override;
 
-  /// Asks what is to become of copies that earlier runs have left, if there are any.
-  /// \return the maps that were recovered; they have no windows yet
+  /// If earlier runs left copies, asks what to do with them.
+  /// \return the recovered maps; they have no windows yet
   std::vector<Map*> OfferCopies();
 
-  /// Writes each copy that is due by now.
+  /// Writes each copy that is due.
   void WriteWhatIsDue();
   /// Writes a copy of each map with changes that no copy holds yet, due or not: the program is about
-  /// to end, or memory has run out. What can't be written is passed over.
+  /// to end, or memory has run out. Skips what can't be written.
   void WriteAll();
 
   bool eventFilter(QObject* watched, QEvent* event) override;
 
-  /// The time; a test puts in its own.
+  /// The clock; tests set their own.
   std::function<RecoveryTiming::Time()> clock;
 
  private:
-  /// What is kept for a map, as long as it has ever been changed.
+  /// The state of a map that was ever changed.
   struct Kept {
     RecoveryTiming timing;
     std::string slot;              ///< empty while there is no copy
@@ -72,10 +72,10 @@ class MapRecovery final : public QObject {
   std::map<const Map*, Kept> kept_;
   QTimer timer_;
   std::optional<RecoveryTiming::Time> lastInput_;
-  bool failureTold_ = false;  ///< since a copy was last written
+  bool failureTold_ = false;  ///< a message was shown since the last copy was written
 };
 
-/// Lets a shell keep recovery copies in its own directory, if it has one.
+/// Keeps recovery copies for a shell that has a directory of its own.
 void PlugRecovery(Shell& shell);
 
 }  // namespace orvane

@@ -22,7 +22,7 @@
 namespace orvane {
 namespace {
 
-/// A line of text longer than this reads badly.
+/// Longer lines of text are hard to read.
 constexpr int LettersAcross = 66;
 
 QLabel* MakeLabel(const QString& text, QWidget* parent) {
@@ -33,8 +33,8 @@ QLabel* MakeLabel(const QString& text, QWidget* parent) {
   return label;
 }
 
-/// A path may have no blanks to be wrapped at. Then it is wrapped after a separator, and anywhere in
-/// a name too long for a line.
+/// A path may have no blanks to wrap at. It then wraps after a separator, and anywhere in a name
+/// that is too long for a line.
 QString BreakablePath(const std::string& path) {
   constexpr int LongestPiece = 30;
   const QString text = DisplayText(path);
@@ -53,7 +53,7 @@ QString BreakablePath(const std::string& path) {
 
 QString WhereAndWhen(const RecoveryCopy& copy) {
   const QDateTime time = QDateTime::fromSecsSinceEpoch(copy.written);
-  // The month in letters: nobody takes it for the day.
+  // The month in letters, so that nobody takes it for the day.
   const QString when = QLocale().toString(time, RecoveryDialog::tr("d MMMM yyyy, h:mm"));
   const std::string folder(DirectoryName(copy.record.fileName));
   if (folder.empty()) return RecoveryDialog::tr("Copied %1").arg(when);
@@ -151,7 +151,7 @@ QWidget* RecoveryDialog::MakeOffer(const RecoveryOffer& offer) {
   }
   row->addStretch();
   layout->addLayout(row);
-  // What the file holds anyway is not worth a second look.
+  // If the file already holds everything, the copy is not needed.
   const auto first = offer.saysTheSame ? RecoveryChoice::Discard : RecoveryChoice::Recover;
   group->button(static_cast<int>(first))->setChecked(true);
   groups_.push_back(group);
