@@ -301,7 +301,8 @@ Fault SetTrailControl(TrailVisibility& dialog, const std::string& name, const st
 
 /// The three checks of "Show Points"; one that is not shown can't be changed.
 Fault SetShowSm(RangeVisibility& dialog, const RangeControls& controls, const std::string& value) {
-  std::istringstream parts(value);
+  // A comma at the end begins one more part, which `getline` would drop.
+  std::istringstream parts(value + ',');
   std::string part;
   std::array<bool, 3> wanted{};
   size_t count = 0;
@@ -472,7 +473,7 @@ Fault ScriptRun::Cell(const Fields& fields) {
   const auto column = ReadCount(fields[1]);
   if (!row || !column) return "a row and a column are whole numbers";
   if (Fault fault = NeedsTable(*row, *column)) return fault;
-  session_.Table()->SetCell(*row, *column, fields.size() > 2 ? fields[2] : "");
+  CommitCell(*session_.Table(), *row, *column, fields.size() > 2 ? fields[2] : "");
   return {};
 }
 

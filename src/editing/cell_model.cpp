@@ -4,6 +4,10 @@
 
 namespace orvane {
 
+bool CommitCell(CellModel& model, size_t row, size_t column, std::string_view text) {
+  return model.SetCell(row, column, text.substr(0, MostCellBytes));
+}
+
 bool PasteCells(CellModel& model, size_t row, size_t column,
                 const std::vector<std::vector<std::string>>& rows) {
   const size_t columns = model.Columns().size();

@@ -44,6 +44,13 @@ class CellModel {
   virtual bool IsReadOnly() const = 0;
 };
 
+/// Bytes that the edit field of a cell takes; the rest is dropped.
+constexpr size_t MostCellBytes = 999;
+
+/// Commits the text of the edit field to its cell.
+/// \return false, after a message, if the text is refused
+bool CommitCell(CellModel& model, size_t row, size_t column, std::string_view text);
+
 /// Pastes rows of cells, the first text into the given cell and those after it to its right and
 /// below. Cells beyond the last column are skipped. At the first refusal the rest is not pasted;
 /// what was accepted stays.

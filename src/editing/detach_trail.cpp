@@ -83,6 +83,8 @@ void TrailDetacher::DetachPoint(Point& point) {
   point.timeOfDay = 0;
   point.duration = 0;
   if (!found.exact && point.trail == &trail_) point.trail = holder;
+  // The name of a time is looked up on the trail, which is empty now, so its point is made again.
+  if (found.exact && IsTimeName(point.name)) KeepMark(point);
   if (!stays) going_.push_back(&point);
 }
 
@@ -92,6 +94,10 @@ void TrailDetacher::RemoveGone() {
   const auto needBases = [&](const Point& point) {
     for (const Measurement& reading : point.measurements) needed.insert(reading.base);
   };
+  // A point of the basis can have a reading from a point of this map.
+  for (const Map* below = map_.basis; below != nullptr; below = below->basis) {
+    ForEachPoint(*below, needBases);
+  }
   std::vector<Map*> maps = MapsRestingOn(map_);
   maps.push_back(&map_);
   for (const Map* each : maps) {
@@ -109,12 +115,16 @@ void TrailDetacher::RemoveGone() {
   }
 }
 
-void TrailDetacher::TakeOut(Point& point) {
+void TrailDetacher::KeepMark(const Point& point) {
   const Mark mark = {.shape = point.markShape,
                      .filled = (point.flags & PointMarkFilled) != 0,
                      .size = point.markSize};
   marks_.emplace(FoldedText(point.name), mark);
   for (const std::string& synonym : point.synonyms) marks_.emplace(FoldedText(synonym), mark);
+}
+
+void TrailDetacher::TakeOut(Point& point) {
+  KeepMark(point);
   RemovePointNames(map_, point);
   RemoveFromLists(map_, point);
   for (Map* above : MapsRestingOn(map_)) RemovePointNames(*above, point);

@@ -11,15 +11,15 @@
 
 namespace orvane {
 
-/// Empties a trail, so that it can be made anew from rows: takes the readings off its points, and
-/// takes out of the map those that neither a row nor anything else names.
+/// Empties a trail so that it can be rebuilt from rows: removes the readings of its points, and
+/// removes the points that neither a row nor anything else names.
 class TrailDetacher {
  public:
   TrailDetacher(Map& map, Trail& trail, const std::vector<TrailRow>& rows);
 
   void Detach();
 
-  /// Gives a point that was made anew the mark of the point of its name that was taken out.
+  /// Gives a new point the mark of the removed point that had its name.
   void RestoreMark(Point& point) const;
 
  private:
@@ -36,6 +36,7 @@ class TrailDetacher {
   Found FindInRows(const Point& point) const;
   void FindHolders();
   void DetachPoint(Point& point);
+  void KeepMark(const Point& point);
   void TakeOut(Point& point);
   void RemoveGone();
 

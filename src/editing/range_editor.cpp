@@ -112,7 +112,7 @@ const char* SetRangeCellText(RangeRow& row, size_t column, std::string_view text
 RangeEditor::RangeEditor(Map& map, Range* range, Color color)
     : map_(map), range_(range), color_("gray") {
   if (range_ == nullptr) return;
-  name_ = range_->name.value_or("");
+  SetName(range_->name.value_or(""));
   color_ = ColorFieldText(color);
   openedName_ = range_->name;
   openedKeys_ = range_->keys;

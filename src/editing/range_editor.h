@@ -1,6 +1,7 @@
 #pragma once
 
 #include "editing/cell_model.h"
+#include "editing/trail_form.h"
 #include "model/map.h"
 
 #include <optional>
@@ -43,8 +44,9 @@ class RangeEditor final : public CellModel {
 
   const std::string& Name() const { return name_; }
   const std::string& ColorText() const { return color_; }
-  void SetName(std::string_view text) { name_ = text; }
-  void SetColorText(std::string_view text) { color_ = text; }
+  /// Both fields take `MostFieldBytes`.
+  void SetName(std::string_view text) { name_ = text.substr(0, MostFieldBytes); }
+  void SetColorText(std::string_view text) { color_ = text.substr(0, MostFieldBytes); }
 
   /// True once the table was changed; name and colour don't count.
   bool IsChanged() const { return changed_; }

@@ -10,9 +10,6 @@
 namespace orvane {
 namespace {
 
-/// Bytes that are read of a field.
-constexpr size_t FieldBytes = 29;
-
 /// The keys in the order of the table; a row without a type is no search.
 std::forward_list<SearchKey> KeysOf(const std::vector<RangeRow>& rows) {
   std::forward_list<SearchKey> keys;
@@ -49,8 +46,8 @@ SaveOutcome SaveRangeEditor(RangeEditor& editor, EditHistory& history,
     NoteError(messages, refusal);
     return SaveOutcome::Stays;
   };
-  const std::string name = editor.Name().substr(0, FieldBytes);
-  const std::string colorText = editor.ColorText().substr(0, FieldBytes);
+  const std::string& name = editor.Name();
+  const std::string& colorText = editor.ColorText();
   const Color color = ParseColor(colorText);
   if (color == NoColor && !colorText.empty()) return refuse("Sorry, I don't know that color");
   if (name.empty()) return refuse("You must supply a name");

@@ -15,8 +15,6 @@
 namespace orvane {
 namespace {
 
-/// Bytes that are read of a field.
-constexpr size_t FieldBytes = 29;
 constexpr size_t QuestionPlaceBytes = 60;
 constexpr size_t QuestionPointBytes = 30;
 
@@ -31,13 +29,9 @@ struct TrailInput {
   Color color = NoColor;
 };
 
-std::string FieldText(const TrailForm& form, TrailField field) {
-  return form.Text(field).substr(0, FieldBytes);
-}
-
 /// \return a message if the field can't be read
 const char* ReadDate(const TrailForm& form, bool europeanDates, TrailInput& input) {
-  const std::string text = FieldText(form, TrailField::Date);
+  const std::string& text = form.Text(TrailField::Date);
   const DatePrefix read = ParseDate(text, europeanDates);
   input.date = read.date;
   return read.length == text.size() ? nullptr : "Sorry, Date is in a bad format";
@@ -133,15 +127,6 @@ class Questions {
   Messages& messages_;
 };
 
-/// Finds or makes the base of a reading. One that is made goes among the loose points.
-Point* ResolveBasePoint(Map& map, Trail* trail, std::string_view name) {
-  const size_t before = map.pointStore.size();
-  Point* point = ResolvePointName(map, trail, name);
-  const bool isNew = map.pointStore.size() != before;
-  if (point != nullptr && isNew && !point->name.empty()) map.loosePoints.push_front(point);
-  return point;
-}
-
 /// Makes the points of a trail, or loose points without one, from the rows of the editor.
 class TrailBuilder {
  public:
@@ -157,7 +142,7 @@ class TrailBuilder {
 
  private:
   void AddRow(const TrailRow& row) {
-    Point* point = PointOf(row.name);
+    Point* point = PointOf(row.name).point;
     if (point == nullptr) return;
     if (point != previous_) Place(*point);
     previous_ = point;
@@ -169,12 +154,25 @@ class TrailBuilder {
     if (!IsVisit(row)) AddReading(*point, row);
   }
 
-  Point* PointOf(const std::string& name) {
+  struct Found {
+    Point* point = nullptr;  ///< null if the name is none, as "="
+    bool isNew = false;
+  };
+
+  /// Finds or makes the point of a name.
+  Found PointOf(const std::string& name) {
     const size_t before = map_.pointStore.size();
     Point* point = ResolvePointName(map_, trail_, name);
-    const bool isNew = map_.pointStore.size() != before;
-    if (point != nullptr && isNew && detached_ != nullptr) detached_->RestoreMark(*point);
-    return point;
+    const bool isNew = point != nullptr && map_.pointStore.size() != before;
+    if (isNew && detached_ != nullptr) detached_->RestoreMark(*point);
+    return {point, isNew};
+  }
+
+  /// The base of a reading. A new one is on no trail yet, so it goes on the list of loose points.
+  Point* BaseOf(const std::string& name) {
+    const Found base = PointOf(name);
+    if (base.isNew && !base.point->name.empty()) map_.loosePoints.push_front(base.point);
+    return base.point;
   }
 
   void Place(Point& point) {
@@ -203,7 +201,7 @@ class TrailBuilder {
       reading.distance = row.distance;
       reading.inclination = row.inclination;
       const bool hasBase = row.basePoint && !row.basePoint->empty();
-      if (hasBase) reading.base = ResolveBasePoint(map_, trail_, *row.basePoint);
+      if (hasBase) reading.base = BaseOf(*row.basePoint);
       reading.flags |= reading.base != nullptr ? MeasureCompass : MeasureAltitude;
     }
     point.measurements.push_front(std::move(reading));
@@ -269,9 +267,9 @@ SaveOutcome SaveTrailEditor(TrailEditor& editor, EditHistory& history) {
   Map& map = holder == nullptr ? window : *holder;
   const TrailForm& form = editor.Form();
   TrailInput input;
-  input.name = FieldText(form, TrailField::Name);
-  input.type = FieldText(form, TrailField::Type);
-  input.focal = FieldText(form, TrailField::Focal);
+  input.name = form.Text(TrailField::Name);
+  input.type = form.Text(TrailField::Type);
+  input.focal = form.Text(TrailField::Focal);
   const auto refuse = [&](const char* refusal) {
     if (refusal != nullptr) NoteError(messages, refusal);
     return refusal != nullptr;

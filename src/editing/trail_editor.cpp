@@ -4,9 +4,6 @@
 #include "editing/trail_cells.h"
 #include "model/workspace.h"
 
-#include <algorithm>
-#include <cmath>
-
 namespace orvane {
 namespace {
 
@@ -19,12 +16,6 @@ TrailRow CopyForNewPoint(const TrailRow& row) {
   copy.name.clear();
   copy.comment.reset();
   return copy;
-}
-
-int WholeMeters(float altitude) {
-  if (!HasAltitude(altitude) || !std::isfinite(altitude)) return NoRowAltitude;
-  constexpr float Most = 1e9F;
-  return static_cast<int>(std::clamp(altitude, -Most, Most));
 }
 
 }  // namespace
@@ -72,9 +63,9 @@ std::string TrailEditor::Title() const {
 }
 
 void TrailEditor::SetField(TrailField field, std::string_view text) {
-  if (form_.Text(field) == text) return;
+  const std::string before = form_.Text(field);
   form_.SetText(field, text);
-  changed_ = true;
+  changed_ = changed_ || form_.Text(field) != before;
 }
 
 bool TrailEditor::IsModeEnabled(EntryMode mode) const {

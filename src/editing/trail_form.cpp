@@ -2,7 +2,17 @@
 
 #include "base/number_text.h"
 
+#include <algorithm>
+
 namespace orvane {
+namespace {
+
+bool IsIdentity(TrailField field) {
+  return field == TrailField::Type || field == TrailField::Date || field == TrailField::Focal ||
+         field == TrailField::Name;
+}
+
+}  // namespace
 
 std::string ColorFieldText(Color color) {
   if (color == NoColor) return {};
@@ -25,6 +35,7 @@ TrailForm::TrailForm(const Trail& trail) : isNew_(false) {
   At(TrailField::Date).text = FormatDate(trail.date);
   for (const TrailField field :
        {TrailField::Type, TrailField::Name, TrailField::Focal, TrailField::Date}) {
+    At(field).text.resize(std::min(At(field).text.size(), MostFieldBytes));
     Enable(field, false);
   }
   At(TrailField::LineColor).text = ColorFieldText(trail.color);
@@ -33,10 +44,8 @@ TrailForm::TrailForm(const Trail& trail) : isNew_(false) {
 }
 
 void TrailForm::SetText(TrailField field, std::string_view text) {
-  At(field).text = text;
-  const bool rules = field == TrailField::Type || field == TrailField::Date ||
-                     field == TrailField::Focal || field == TrailField::Name;
-  if (isNew_ && rules) ApplyRules();
+  At(field).text = IsIdentity(field) ? text.substr(0, MostFieldBytes) : text;
+  if (isNew_ && IsIdentity(field)) ApplyRules();
 }
 
 void TrailForm::ApplyRules() {

@@ -12,20 +12,24 @@ namespace orvane {
 enum class TrailField { Type, Date, Focal, Name, LineColor, Size, Width };
 constexpr size_t TrailFields = 7;
 
+/// Bytes that the fields of a name, type, date, focal animal or range take; the rest is dropped.
+constexpr size_t MostFieldBytes = 29;
+
 /// What the form of the trail editor holds, and which of its fields can be typed in. A trail is
 /// known by a name or else by type, date and focal animal, so those fields exclude each other.
 class TrailForm {
  public:
   /// The form of a new trail.
   TrailForm();
-  /// The form of an existing trail, whose identity can't be typed over.
+  /// The form of an existing trail, whose identity can't be typed over. A longer identity is shown
+  /// cut.
   explicit TrailForm(const Trail& trail);
 
   const std::string& Text(TrailField field) const { return At(field).text; }
   bool IsEnabled(TrailField field) const { return At(field).enabled; }
 
-  /// A text was typed. Enables and disables the fields that it rules; a focal animal sets the size
-  /// to 1.
+  /// A text was typed; a field of the identity takes its first `MostFieldBytes`. Enables and
+  /// disables the fields that it rules; a focal animal sets the size to 1.
   void SetText(TrailField field, std::string_view text);
 
  private:

@@ -1,5 +1,8 @@
 #include "editing/trail_rows.h"
 
+#include <algorithm>
+#include <cmath>
+
 namespace orvane {
 namespace {
 
@@ -32,7 +35,7 @@ TrailRow RowOfReading(const Point& point, const Measurement& reading) {
   row.bearing = reading.bearing;
   row.distance = reading.distance;
   row.inclination = reading.inclination;
-  row.altitude = static_cast<int>(reading.altitude);
+  row.altitude = WholeMeters(reading.altitude);
   row.weight = reading.count;
   row.isGps = (reading.flags & MeasureGps) != 0;
   row.isAltitude = (reading.flags & MeasureAltitude) != 0;
@@ -68,6 +71,12 @@ void AddRowsOf(const Point& point, bool isContour, std::vector<TrailRow>& rows) 
 }
 
 }  // namespace
+
+int WholeMeters(float altitude) {
+  if (!HasAltitude(altitude) || !std::isfinite(altitude)) return NoRowAltitude;
+  constexpr float Most = 1e9F;
+  return static_cast<int>(std::clamp(altitude, -Most, Most));
+}
 
 bool IsVisit(const TrailRow& row) {
   return !row.isGps && (!row.basePoint || row.basePoint->empty()) && row.altitude == NoRowAltitude;

@@ -34,6 +34,10 @@ struct TrailRow {
 /// `TrailRow::altitude` of a row without one.
 constexpr int NoRowAltitude = -9999;
 
+/// \return an altitude cut to whole metres, within a thousand million; `NoRowAltitude` for none and
+///         for what is not a number
+int WholeMeters(float altitude);
+
 /// \return true for a row that adds its point to the trail and makes no reading
 bool IsVisit(const TrailRow& row);
 

@@ -34,6 +34,20 @@ TEST_F(RangeEditorTest, ANewRangeStartsGray) {
   EXPECT_EQ(editor.RowCount(), 0U);
 }
 
+TEST_F(RangeEditorTest, ItsFieldsTakeNoMoreThanIsRead) {
+  RangeEditor editor(map, nullptr, NoColor);
+  editor.SetName(std::string(40, 'x'));
+  EXPECT_EQ(editor.Name(), std::string(MostFieldBytes, 'x'));
+  editor.SetColorText("gray" + std::string(30, ' '));
+  EXPECT_EQ(editor.ColorText().size(), MostFieldBytes);
+}
+
+TEST_F(RangeEditorTest, ACellTakes999Bytes) {
+  RangeEditor editor(map, nullptr, NoColor);
+  EXPECT_TRUE(CommitCell(editor, 0, ColumnType, std::string(1200, 'x')));
+  EXPECT_EQ(editor.GetCell(0, ColumnType).size(), MostCellBytes);
+}
+
 TEST_F(RangeEditorTest, EqualTimesAreNoLimit) {
   RangeEditor editor(map, nullptr, NoColor);
   editor.SetCell(0, ColumnTimeFrom, "10:00");

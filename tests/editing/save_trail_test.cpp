@@ -106,6 +106,54 @@ TEST_F(SaveTrailTest, AVisitMakesNoReading) {
   EXPECT_EQ(NamesOf(TrailNamed("Kana")).back(), "Fig");
 }
 
+// The marks of all stops of a follow were lost by any change of it.
+TEST_F(SaveTrailTest, AStopKeepsItsMark) {
+  Trail* follow = FindTrailByDate(map, "Papio", PackDate(2020, 3, 1), "Ana");
+  Point& stop = *follow->points[1];
+  stop.markShape = PointMarkSquare;
+  stop.markSize = 5;
+  stop.flags |= PointMarkFilled;
+  TrailEditor editor(map, follow);
+  editor.SetCell(0, ColumnLat, "S21 15.02");
+  ASSERT_EQ(SaveTrailEditor(editor, history), SaveOutcome::Closes);
+  const Point& now = *follow->points[1];
+  EXPECT_EQ(now.name, "8:30");
+  EXPECT_EQ(now.markShape, PointMarkSquare);
+  EXPECT_EQ(now.markSize, 5);
+  EXPECT_NE(now.flags & PointMarkFilled, 0U);
+}
+
+TEST_F(SaveTrailTest, ABaseThatIsMadeAgainKeepsItsMark) {
+  Named(map, "Kana100").markShape = PointMarkCircle;
+  TrailEditor editor(map, &TrailNamed("Kana"));
+  editor.DeleteRow(editor.RowCount() - 1);
+  editor.SetCell(editor.RowCount() - 1, ColumnPoint, "Kana100");
+  SaveTrailEditor(editor, history);
+  EXPECT_EQ(Named(map, "Kana100").trail, nullptr);
+  EXPECT_EQ(Named(map, "Kana100").markShape, PointMarkCircle);
+}
+
+TEST_F(SaveTrailTest, AnAltitudeBeyondWholeNumbersIsHeld) {
+  Point& camp = Named(map, "Ridge0");
+  camp.measurements.front().altitude = 3e38F;
+  const TrailEditor editor(map, &TrailNamed("Ridge"));
+  EXPECT_EQ(editor.Rows()[0].altitude, 1'000'000'000);
+}
+
+// A point of the basis that leaves a trail keeps its reading from a point of this map.
+TEST_F(SaveTrailTest, ABaseOfAReadingInTheBasisStays) {
+  Map& above = MakeMap(workspace, "above.map");
+  above.basis = &map;
+  ReadMapText(above,
+              "T\tSpur\tTrail\nG\tSpur0\tS21 15.2\tE47 25.2\nC\tKana100\tSpur0\t30\t90\t0\n");
+  FinishMap(above);
+  TrailEditor editor(above, FindTrail(above, "Spur"));
+  while (editor.RowCount() > 0) editor.DeleteRow(0);
+  editor.SetCell(0, ColumnName, "Spur9");
+  ASSERT_EQ(SaveTrailEditor(editor, history), SaveOutcome::Closes);
+  EXPECT_NE(FindPointByName(above, nullptr, "Spur0"), nullptr);
+}
+
 TEST_F(SaveTrailTest, ATimeTypedTwiceIsOnePointOfItsTrail) {
   TrailEditor editor(map, nullptr);
   editor.SetField(TrailField::Type, "Papio");

@@ -85,6 +85,19 @@ TEST(TrailForm, OfAnExistingTrailShowsItsIdentityDisabled) {
   EXPECT_TRUE(form.IsEnabled(TrailField::Size));
 }
 
+TEST(TrailForm, TakesNoMoreOfAnIdentityThanIsRead) {
+  Trail trail;
+  trail.type = "Road";
+  trail.name = "A name of more than twenty-nine bytes";
+  const TrailForm shown(trail);
+  EXPECT_EQ(shown.Text(TrailField::Name), "A name of more than twenty-ni");
+  TrailForm form;
+  form.SetText(TrailField::Type, std::string(40, 'x'));
+  EXPECT_EQ(form.Text(TrailField::Type), std::string(MostFieldBytes, 'x'));
+  form.SetText(TrailField::Width, std::string(40, '1'));
+  EXPECT_EQ(form.Text(TrailField::Width).size(), 40U) << "not an identity";
+}
+
 TEST(ColorFieldText, PrefersANameAndShowsNoColorAsNothing) {
   EXPECT_EQ(ColorFieldText(0x008000), "green");
   EXPECT_EQ(ColorFieldText(0x01AB0F), "#01ab0f");
