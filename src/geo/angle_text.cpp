@@ -12,12 +12,12 @@ namespace {
 constexpr char MinuteSign = '\'';
 constexpr char SecondSign = '"';
 
-/// What stands before either degree sign in a text that was typed as UTF-8.
+/// The byte before either degree sign in UTF-8.
 constexpr char Utf8Lead = '\xC2';
 
 bool IsDegreeSign(char c) { return c == DegreeSign || c == OtherDegreeSign; }
 
-/// A place in a text that moves on as the text is read. The end of the text is the byte 0.
+/// A position in a text. Past the end of the text every byte is 0.
 class TextCursor {
  public:
   explicit TextCursor(std::string_view text) : text_(text) {}
@@ -44,7 +44,7 @@ class TextCursor {
     while (IsSpace(Next())) ++at_;
   }
 
-  /// \param found  if not null, whether a number stood there
+  /// \param found  if not null, receives whether there was a number
   /// \return the number, or 0
   double Number(bool* found = nullptr) {
     const RealPrefix number = ReadReal(text_.substr(at_));
@@ -66,7 +66,7 @@ class TextCursor {
 
 /// What was read before the degrees.
 struct AnglePrefix {
-  bool letter = false;  ///< stands for an explicit direction; always so for a bearing
+  bool letter = false;  ///< the direction is explicit; always true for a bearing
   bool negate = false;
 };
 
@@ -96,7 +96,7 @@ AnglePrefix ReadAnglePrefix(TextCursor& cursor, const double* runningDefault, An
   return prefix;
 }
 
-/// Seconds stand behind a blank: in "21 15'43" they are not read, and the text ends at the 4.
+/// Seconds follow a blank: in "21 15'43" they are not read, and reading stops at the 4.
 double ReadSeconds(TextCursor& cursor) {
   if (!cursor.StepOver(' ') || !IsDigit(cursor.Next())) return 0;
   const double seconds = cursor.Number();
@@ -105,10 +105,10 @@ double ReadSeconds(TextCursor& cursor) {
   return seconds;
 }
 
-/// The quadrants of a compass, counted from the first letter of a text towards the second. The
-/// second letter is looked for right behind the first and not behind the number, so that only a
-/// text without a number, such as "NE34", comes here; callers refuse it by where it ends. Hints
-/// promise more, but field sheets have been checked against this refusal.
+/// The quadrants of a compass, from the first letter of a text towards the second. The second
+/// letter is expected right after the first, before the number, so only texts without a number
+/// reach this, such as "NE34"; callers refuse these because text is left over. See
+/// docs/compatibility.md.
 double TurnToQuadrant(char first, char second, double angle) {
   if (first == 'n' && second == 'w') return 90 - angle;
   if (first == 's' && second == 'e') return (90 - angle) + 180;
@@ -120,7 +120,7 @@ double TurnToQuadrant(char first, char second, double angle) {
   return angle;
 }
 
-/// Degrees cut to whole ones, with the minutes that are left.
+/// Whole degrees and the remaining minutes.
 struct DegreesAndMinutes {
   double degrees;
   double minutes;
@@ -131,14 +131,14 @@ DegreesAndMinutes SplitDegrees(double value) {
   return {degrees, (value - degrees) * 60};
 }
 
-/// A direction as it is written: a letter, and a value without a sign.
+/// An angle as it is written: a letter, and a value without a sign.
 struct Hemisphere {
   char letter;
   double value;
 };
 
 Hemisphere HemisphereOf(double degrees, char positive, char negative) {
-  // Adding 0 turns a negative zero into 0: the letter alone tells the sign.
+  // Adding 0 turns a negative zero into 0, since only the letter shows the sign.
   if (degrees >= 0) return {positive, degrees + 0.0};
   return {negative, std::fabs(degrees)};
 }
@@ -152,7 +152,7 @@ std::string FormatFine(const Hemisphere& hemisphere, int minuteDecimals) {
 std::string FormatSeconds(const Hemisphere& hemisphere) {
   const DegreesAndMinutes parts = SplitDegrees(hemisphere.value);
   const double minutes = std::trunc(parts.minutes);
-  // Seconds that round to 60 are written so and carry nothing.
+  // Seconds that round to 60 are written as 60, without a carry.
   const double seconds = (parts.minutes - minutes) * 60;
   return hemisphere.letter + FormatFixed(parts.degrees, 0) + DegreeSign + ' ' +
          FormatFixed(minutes, 0) + MinuteSign + ' ' + FormatFixed(seconds, 1) + SecondSign;
@@ -176,7 +176,7 @@ double ParseAngle(std::string_view text, size_t* length, double* runningDefault,
   double minutes = 0;
   if (behind != ' ' && !cursor.StandsOnDegreeSign() && runningDefault != nullptr &&
       (!prefix.letter || behind == MinuteSign)) {
-    // Minutes alone lie within the degree of the reading before.
+    // Minutes alone belong to the degree of the previous reading.
     degrees = std::floor(std::fabs(*runningDefault));
     minutes = first;
   } else {
@@ -184,7 +184,7 @@ double ParseAngle(std::string_view text, size_t* length, double* runningDefault,
     cursor.StepOver(' ');
     if (cursor.Next() != '\t' && cursor.Next() != '\0') minutes = cursor.Number();
   }
-  // A sign belongs to the degrees alone: "-21 15" is -20.75.
+  // A sign applies to the degrees only: "-21 15" is -20.75.
   double angle = degrees + minutes / 60;
   cursor.StepOver(MinuteSign);
   angle += ReadSeconds(cursor) / 3600;
@@ -213,7 +213,7 @@ bool ParseCoordinate(std::string_view text, bool latitude, double& value, size_t
     if (cursor.StepOver(MinuteSign)) mark = true;
     cursor.SkipSpace();
     if (IsDigit(cursor.Next())) {
-      // The second field counts like minutes here. Places in texts that are in use were found so.
+      // The second field counts as minutes again. See docs/compatibility.md.
       angle += cursor.Number() / 60;
       if (cursor.StepOver(SecondSign)) mark = true;
     }

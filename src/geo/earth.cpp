@@ -7,10 +7,10 @@ namespace orvane {
 
 namespace {
 
-/// A place further than this many cells from the corner counts as in the outermost cell.
+/// A place further than this many cells from the corner counts in the outermost cell.
 constexpr double MostCells = 300;
 
-/// \return the whole cell count of a distance in cells; 0 for what is no number
+/// \return the whole cell count of a distance in cells; 0 for a value that is not a number
 double CellCount(double cells) {
   if (std::isnan(cells)) return 0;
   return std::clamp(std::floor(cells), -MostCells, MostCells);
@@ -73,12 +73,12 @@ double GroundDistance(const LatLon& a, const LatLon& b) {
   return std::sqrt(step.north * step.north + step.east * step.east);
 }
 
-// The holder P of a measurement sees its base B under the bearing; from B, where the walk begins,
-// P lies the other way:
+// The point P that has the measurement sees its base B under the bearing. The walk starts at B, so
+// P is in the opposite direction:
 //
 //        B            bearing: P to B
-//       /             walked:  B to P, so 180 degrees are added, and what rises from P to B
-//      P                       is taken off the altitude of B
+//       /             walked:  B to P, so 180 degrees are added, and the rise from P to B is
+//      P                       subtracted from the altitude of B
 void AdvanceByMeasurement(Meters& position, double bearing, double distance, double inclination,
                           double deviation) {
   double back = bearing + deviation + 180;

@@ -4,16 +4,15 @@
 
 namespace orvane {
 
-/// The earth as this program sees it: a sphere of 111120 metres to the degree (60 nautical miles
-/// of 1852 m), with east scaled by the cosine of the latitude. No ellipsoid and no datum; a study
-/// site spans a few kilometres.
+/// The earth as a sphere of 111120 metres to the degree (60 nautical miles of 1852 m), with east
+/// scaled by the cosine of the latitude. No ellipsoid and no datum; a study site spans a few
+/// kilometres.
 
 constexpr double MetersPerDegree = 111120.0;
 constexpr double RadiansPerDegree = 0.017453292519943295;
 constexpr double Pi = 3.141592653589793;
 
-/// Pi as the grid cells have always been counted with: the tenth decimal differs. Figures
-/// already published follow from it, so it stays.
+/// Pi for counting grid cells. Its tenth decimal differs from `Pi`; see docs/compatibility.md.
 constexpr double GridPi = 3.141592653689793;
 
 /// degrees to metres along a meridian
@@ -41,16 +40,16 @@ void AddMeters(LatLon& place, double north, double east);
 void AddMetersRotated(LatLon& place, double x, double y, double angle);
 
 /// The step from `a` to `b` in metres, with east taken at the mean latitude. `result.altitude`
-/// is written only if both altitudes are known and is left as it was otherwise.
+/// is written only if both altitudes are known.
 void DisplacementBetween(const LatLon& a, const LatLon& b, Meters& result);
 
-/// The length in metres of `DisplacementBetween`, altitudes left out.
+/// The length in metres of `DisplacementBetween`, without altitudes.
 double GroundDistance(const LatLon& a, const LatLon& b);
 
-/// Walks a compass measurement from its base point to the point that holds it: the bearing runs
-/// from the holder to the base, so the step is turned round by 180 degrees, and the inclination
-/// from the holder up to the base. A negative distance walks from the holder to the base.
-/// \param position     changed in place; an altitude that is not known stays unknown
+/// Walks a compass measurement from its base to the point that has it. The bearing is from that
+/// point to the base, so the step is turned by 180 degrees; the inclination is from that point up
+/// to the base. A negative distance walks towards the base.
+/// \param position     changed in place; an unknown altitude stays unknown
 /// \param bearing      degrees clockwise from north
 /// \param distance     metres along the slope
 /// \param inclination  degrees, up positive
@@ -61,7 +60,7 @@ void AdvanceByMeasurement(Meters& position, double bearing, double distance, dou
 /// Linear between `a` (t = 0) and `b` (t = 1); the altitude only if both have one.
 LatLon InterpolateLatLon(const LatLon& a, const LatLon& b, double t);
 
-/// What a grid needs for its cells to be counted.
+/// The grid data that cell counts need.
 struct GridFrame {
   double cornerLat = 0;  ///< degrees
   double cornerLon = 0;  ///< degrees
@@ -75,9 +74,9 @@ struct CellPosition {
   double alongEast = 0;
 };
 
-/// The cell of a grid in which a place falls, each count clamped to -300 to 300. A grid that is
-/// not turned takes no trigonometry at all beyond the projection.
-/// A cell size of 0 and coordinates that are no numbers give counts within the same bounds.
+/// The grid cell that contains a place, each count clamped to -300 to 300. For a grid that is not
+/// turned, only the projection uses trigonometry. A cell size of 0 and coordinates that are not
+/// numbers give counts within the same bounds.
 CellPosition GridCellOf(double lat, double lon, const GridFrame& grid);
 
 }  // namespace orvane

@@ -2,7 +2,7 @@
 
 namespace orvane {
 
-/// The altitude that stands for "none" on every record, also when widened to 64 bits.
+/// The altitude that means "none" in every record, also when widened to 64 bits.
 constexpr float NoAltitude = -9999.0F;
 
 /// True if `altitude` is one. The comparison is exact on purpose.
@@ -15,7 +15,7 @@ struct LatLon {
   double lon = 0;               ///< degrees, east positive
   float altitude = NoAltitude;  ///< metres, or `NoAltitude`
 
-  /// Exact on purpose: a place that differs in the last bit is another place.
+  /// Exact on purpose: places that differ in the last bit are different places.
   friend bool operator==(const LatLon&, const LatLon&) = default;
 };
 

@@ -1,6 +1,6 @@
-// The hull by insertion: a ring of the four extremes takes in one point after the other that lies
-// outside it. The points keep the order in which they came; nothing is sorted. The cost is the
-// number of points times the number of vertices at the time.
+// The hull by insertion: a ring of the four extremes takes in, one by one, the points outside it.
+// The points keep their order; nothing is sorted. The cost is the number of points times the number
+// of vertices at that time.
 
 #include "geometry/convex_hull.h"
 
@@ -13,7 +13,7 @@
 namespace orvane {
 namespace {
 
-/// The points that reach furthest; among equals the first in the list.
+/// The points that reach furthest; of equal ones the first in the list.
 struct Extremes {
   Point* north;
   Point* east;
@@ -33,7 +33,7 @@ Extremes FindExtremes(PointSpan points) {
   return found;
 }
 
-/// West, south, east, north; a point that is two of these stands there once, at the later place.
+/// West, south, east, north. A point that is two of these is in the ring once, at the later place.
 Poly StartRing(const Extremes& extremes) {
   Poly ring;
   for (Point* point : {extremes.north, extremes.east, extremes.south, extremes.west}) {

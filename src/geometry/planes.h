@@ -6,12 +6,12 @@
 namespace orvane {
 
 /// Local planes. Every analysis works on the `projected` fields of its points, in metres, and
-/// overwrites them: a list of points stands in the plane that the last operation left it in.
-/// East is scaled by the cosine of each point's own latitude; there is no spherical geometry.
+/// overwrites them: points keep the coordinates of the operation that ran last. East is scaled by
+/// the cosine of each point's own latitude; there is no spherical geometry.
 
 /// Projects about a reference: north = lat * 111120 - lat0 * 111120,
 /// east = cos(lat) * (lon - lon0) * 111120, no projected altitude. The reference 0, 0 gives the
-/// absolute form, in which the points of a solved map stand.
+/// absolute coordinates that points of a solved map have.
 /// \param points  their `projected` is overwritten
 /// \param lon0    degrees
 /// \param lat0    degrees
@@ -20,18 +20,18 @@ void ProjectPoints(PointSpan points, double lon0, double lat0);
 /// `ProjectPoints` with the centre of the bounds of the points.
 void ProjectAboutCentre(PointSpan points);
 
-/// Projects with the north absolute (lat * 111120) and the east about the mean longitude of the
-/// list; a point that stands there twice counts twice in the mean.
+/// Projects with absolute north (lat * 111120) and east about the mean longitude of the list. A
+/// point that is in the list twice counts twice in the mean.
 void LocalPlaneOfPoints(PointSpan points);
 
 /// The centre of the bounds, (max + min) / 2, in degrees; 0, 0 for an empty list.
 LatLon PolyCentre(PointSpan points);
 
-/// The mean latitude and longitude of a list, in degrees, summed in list order; a point that
-/// stands there twice counts twice. 0, 0 for an empty list.
+/// The mean latitude and longitude of a list, in degrees, summed in list order. A point that is in
+/// the list twice counts twice. 0, 0 for an empty list.
 LatLon MeanPlace(PointSpan points);
 
-/// The distance in metres between two points in the plane in which they stand.
+/// The distance in metres between two points in the plane of their `projected` fields.
 double PlanDistance(const Point& a, const Point& b);
 
 }  // namespace orvane

@@ -8,13 +8,12 @@
 
 namespace orvane {
 
-/// A list of points that an operation only walks over: a vector, or the rest of one behind a
-/// link (`PointSpan(points).subspan(first)`). The points themselves may be written to.
+/// A list of points to walk over: a vector, or the end of one from a link on
+/// (`PointSpan(points).subspan(first)`). The points themselves may be changed.
 using PointSpan = std::span<Point* const>;
 
-/// A ring of vertices, unclosed, read in the plane of their `projected` fields. It owns no point.
-/// A closed trail that is used as a ring may repeat its first point as its last. An empty ring
-/// stands for "none".
+/// A ring of vertices, unclosed, in the plane of their `projected` fields. It owns no point. A
+/// closed trail used as a ring may repeat its first point as its last. An empty ring means "none".
 using Poly = std::vector<Point*>;
 
 }  // namespace orvane

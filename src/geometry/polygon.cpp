@@ -1,9 +1,9 @@
-// Measures and crossings of rings, and the operations that make new rings of them. Two convex
-// rings have in common the ring through the vertices of each that lie in the other and the
+// Measures and crossings of rings, and the operations that make new rings from them. The overlap of
+// two convex rings goes through the vertices of each that are inside the other and through the
 // crossings of their edges:
 //
-//        +-------+ a            r holds two corners of each ring (o), then the crossings (x)
-//        |   o---x---+          are worked in, each at the edge that it is nearest to
+//        +-------+ a            The result starts with the corners inside the other ring (o);
+//        |   o---x---+          each crossing (x) is then inserted at the edge nearest to it.
 //        |   |   |   |
 //        +---x---o   |
 //            +-------+ b
@@ -41,7 +41,7 @@ Ring CrossingVertices(const Ring& ring, const Meters& from, const Meters& to) {
   return crossings;
 }
 
-/// Works one more vertex into the ring of an intersection while that may still be a single vertex.
+/// Adds a vertex to the ring of an intersection, which may still be a single vertex.
 void GrowIntersection(Ring& ring, const RingVertex& vertex, Messages& messages) {
   if (ring.size() >= 2) {
     AddToRing(ring, vertex, messages);
@@ -160,7 +160,7 @@ Poly IntersectPolygons(ScratchPoints& scratch, PointSpan a, PointSpan b, double 
     }
   }
 
-  // Only the crossings that lasted become points.
+  // Only the crossings that are still in the ring become points.
   for (RingVertex& vertex : grown) {
     if (vertex.point == nullptr) vertex.point = &scratch.Make(vertex.place);
     if ((vertex.point->flags & PointScratch) == 0) continue;

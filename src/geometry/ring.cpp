@@ -1,10 +1,9 @@
-// The growth of a ring. A point p outside of a convex ring is worked in at the edge nearest to
-// it:
+// How a ring grows. A point p outside a convex ring is inserted at the edge nearest to it:
 //
-//          near           near         p takes the place of a vertex that then lies inside (x),
-//         /    \         /             or else stands between the two; then the vertices that
-//     p -- - -- x    p -+              follow it, and those before it, are left out one by one
-//         \    /         \             as long as they lie inside
+//          near           near         p replaces a vertex that is then inside (x), or else is
+//         /    \         /             inserted between the two; then the vertices that follow it,
+//     p -- - -- x    p -+              and those before it, are removed one by one as long as
+//         \    /         \             they are inside
 //          after          after
 
 #include "geometry/ring.h"
@@ -19,15 +18,15 @@ namespace {
 
 size_t Next(const Ring& ring, size_t index) { return index + 1 < ring.size() ? index + 1 : 0; }
 
-/// The edge of a ring that a place is nearest to; an edge is told by the index of its start.
+/// The edge of a ring nearest to a place; an edge is identified by the index of its start.
 struct NearestEdge {
   double distance = 0;  ///< square metres
   size_t near = 0;
   std::optional<size_t> tie;  ///< another edge at exactly this distance
 };
 
-/// Finds the nearest edge. A place nearest to a vertex is nearest to its two edges alike; two
-/// edges that are no neighbours do not tie around a convex ring.
+/// Finds the nearest edge. A place nearest to a vertex is equally near to its two edges; other ties
+/// do not occur around a convex ring.
 NearestEdge FindNearestEdge(const Ring& ring, const Meters& place, Messages& messages) {
   const auto distanceTo = [&](size_t edge) {
     return SquaredDistanceToSegment(place, ring[edge].place, ring[Next(ring, edge)].place);
@@ -45,7 +44,7 @@ NearestEdge FindNearestEdge(const Ring& ring, const Meters& place, Messages& mes
     if (distance != found.distance) continue;
     const bool follows = found.near + 1 == edge;
     if (!follows && edge == last && found.near == 0) {
-      // The closing edge stands before the first one.
+      // The closing edge comes before the first one.
       found.near = last;
       found.tie = 0;
       continue;
@@ -59,8 +58,8 @@ NearestEdge FindNearestEdge(const Ring& ring, const Meters& place, Messages& mes
   return found;
 }
 
-/// Leaves out the vertices behind `link` that lie inside the ring without them, going on at the
-/// head if the end of the list is reached. At least 2 vertices stay.
+/// Removes the vertices after `link` that are inside the ring formed without them, continuing at
+/// the head after the end of the list. At least 2 vertices remain.
 /// \return the new index of `link`
 size_t RemoveFollowing(Ring& ring, size_t link) {
   const auto liesInside = [&](size_t index) {
@@ -80,8 +79,8 @@ size_t RemoveFollowing(Ring& ring, size_t link) {
   return link;
 }
 
-/// Walks away from a new vertex in both directions. The second walk looks at the list turned
-/// round, since the test of a place depends, within a metre, on the direction of the edges.
+/// Walks away from a new vertex in both directions. The second walk uses the reversed list, because
+/// the test of a place depends, within a metre, on the direction of the edges.
 void RemoveInside(Ring& ring, size_t link) {
   link = RemoveFollowing(ring, link);
   std::reverse(ring.begin(), ring.end());
@@ -89,7 +88,8 @@ void RemoveInside(Ring& ring, size_t link) {
   std::reverse(ring.begin(), ring.end());
 }
 
-/// Puts `vertex` in the place of another one if that then lies inside, with all that follows.
+/// Replaces a vertex by `vertex` if the old one is then inside, and removes its neighbours
+/// likewise.
 /// \return false, with nothing changed, if it does not
 bool ReplaceVertex(Ring& ring, size_t index, const RingVertex& vertex) {
   const RingVertex old = ring[index];
@@ -139,7 +139,8 @@ void AddToRing(Ring& ring, const RingVertex& vertex, Messages& messages) {
   const NearestEdge nearest = FindNearestEdge(ring, vertex.place, messages);
   size_t near = nearest.near;
   const Meters& start = ring[near].place;
-  // The tolerance grows with the distance from the origin, so rings stand about their centre.
+  // The tolerance grows with the distance from the origin, so rings are projected about their
+  // centre.
   if ((std::fabs(start.north) + std::fabs(start.east)) * 1e-9 > nearest.distance) return;
 
   if (nearest.tie) {
@@ -150,8 +151,8 @@ void AddToRing(Ring& ring, const RingVertex& vertex, Messages& messages) {
   const size_t after = Next(ring, near);
   if (ReplaceVertex(ring, near, vertex)) return;
   if (ReplaceVertex(ring, after, vertex)) return;
-  // Between the two; a ring of two has its vertices on both sides alike, and the new one goes
-  // behind `after`.
+  // Between the two. In a ring of two both edges connect the same vertices, and the new one is
+  // inserted after `after`.
   const size_t before = Next(ring, after) == near ? after : near;
   ring.insert(ring.begin() + static_cast<Ring::difference_type>(before) + 1, vertex);
 }

@@ -11,10 +11,10 @@
 
 namespace orvane {
 
-/// The ring on which hulls and intersections are built: the coordinates stand beside the points,
-/// so that the many walks around it stay within a few cache lines.
+/// The ring on which hulls and intersections are built. It keeps the coordinates with the vertices,
+/// so the many walks around it touch few cache lines.
 
-/// One vertex. A crossing that may yet be swallowed has no point.
+/// One vertex. A crossing has no point, as it may still be removed.
 struct RingVertex {
   Meters place;            ///< in the plane of the operation
   Point* point = nullptr;  ///< not owned; null for a crossing that has none yet
@@ -31,8 +31,7 @@ Poly PolyOf(const Ring& ring);
 
 /// Whether the edge between two vertices crosses the ray from a place towards greater east.
 ///
-/// The east span of the edge is cut to whole metres on purpose: published areas were made so.
-/// Pinned by PointInPolygon.CutsTheEastSpanOfAnEdgeToWholeMetres.
+/// The east span of the edge is truncated to whole metres; see docs/compatibility.md.
 inline bool EdgeCrossesRay(const Meters& from, const Meters& to, double east, double north) {
   if ((from.north >= north) == (to.north >= north)) return false;
   const bool fromBeyond = from.east >= east;

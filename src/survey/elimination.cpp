@@ -6,24 +6,24 @@
 #include <algorithm>
 #include <cmath>
 
-// The elimination goes down the diagonal. At each pivot its row is scaled by a power of two, and
-// then every other row k that has something in the pivot's column becomes r * row k - f * pivot
-// row, with r the scaled pivot and f what stood in the column. So the fate of row k is one
-// sequence of such steps, one for each pivot that it has something in, in ascending order:
+// The elimination goes down the diagonal. At each pivot its row is scaled by a power of two; then
+// every other row k with an entry in the pivot's column becomes r * row k - f * pivot row, where r
+// is the scaled pivot and f that entry. So row k goes through one sequence of such steps, one for
+// each pivot in whose column it has an entry, in ascending order:
 //
-//   * before its own pivot, with the rows above it, as they stood when they were pivots;
-//   * then it is scaled and serves as pivot row itself;
-//   * after that, with the rows below it, as they stood when they were pivots.
+//   * before its own pivot, with the rows above it, as they were when they were pivots;
+//   * then it is scaled and is the pivot row itself;
+//   * after that, with the rows below it, as they were when they were pivots.
 //
-// The sparse form computes these sequences row by row from the kept pivot rows instead of pivot by
-// pivot over the whole matrix. Each number sees the same operations in the same order, and only
-// what is structurally 0 is left out. Since the matrix is symmetric in its pattern, what row k
-// holds right of its diagonal lies on the path from k to the root of the elimination tree, and
-// once a pivot i has been taken, within the pattern of pivot row i.
+// The sparse form computes these sequences row by row from the stored pivot rows instead of pivot
+// by pivot over the whole matrix. Each number goes through the same operations in the same order;
+// only structural zeros are skipped. Since the pattern of the matrix is symmetric, the entries of
+// row k right of its diagonal are on the path from k to the root of the elimination tree and, after
+// pivot i, within the pattern of pivot row i.
 //
-// Each step multiplies a row by an r of up to 2, so thousands of them would overflow. A row that
-// has grown far is scaled back by a power of two, with its right-hand sides; their quotient, which
-// is all that matters in the end, does not change.
+// Each step multiplies a row by an r of up to 2, so thousands of steps would overflow. A row that
+// has grown far is scaled back by a power of two, with its right-hand sides; only their quotient
+// matters in the end, and it does not change.
 
 namespace orvane {
 

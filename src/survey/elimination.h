@@ -17,29 +17,29 @@ struct MatrixEntry {
   double value = 0;
 };
 
-/// A symmetric system of equations with several right-hand sides. Entries may come in any order
-/// and several times for one cell; they add up, exactly since all are small whole numbers.
+/// A symmetric system of equations with several right-hand sides. Entries may be in any order and
+/// repeat a cell; they are added, exactly, since all are small whole numbers.
 struct NormalSystem {
   int size = 0;
   std::vector<MatrixEntry> entries;             ///< both triangles
   std::vector<std::vector<double>> rightSides;  ///< `size` values each; become the solutions
-  Progress* progress = nullptr;                 ///< may call it off; the solutions are then none
+  Progress* progress = nullptr;                 ///< may cancel; the solutions are then invalid
 };
 
-/// Solves the system in place by Gauss-Jordan elimination without pivoting for size and without a
-/// division in its inner loop: rows are only scaled by powers of two, which loses no bits. The
-/// order of the operations on each number is fixed, so that a solution is the same to the last
-/// bit, however the zeros of the matrix are passed over and however many threads share the work.
-/// \param freeValues  one for each right side: the solution where a column is free
+/// Solves the system in place by Gauss-Jordan elimination, without pivoting for size and without a
+/// division in the inner loop: rows are only scaled by powers of two, which loses no bits. The
+/// order of the operations on each number is fixed, so a solution is the same to the last bit,
+/// however zeros are skipped and however many threads share the work.
+/// \param freeValues  one for each right-hand side: the solution where a column is free
 void EliminateNormal(NormalSystem& system, std::span<const double> freeValues);
 
-/// The same by plain loops over the whole matrix. It takes a time that grows with the cube of the
-/// size; `EliminateNormal` turns to it for small systems and where a pivot is 0.
+/// The same with plain loops over the whole matrix, in cubic time. `EliminateNormal` uses it for
+/// small systems and where a pivot is 0.
 void EliminateNormalDense(NormalSystem& system, std::span<const double> freeValues);
 
-/// The same for systems whose pivots are not 0, in a time that goes by the entries that the
+/// The same for systems whose pivots are not 0, in a time proportional to the entries that the
 /// elimination fills in.
-/// \return false if a pivot was 0; the system is then as it was
+/// \return false if a pivot was 0; the system is then unchanged
 bool EliminateNormalSparse(NormalSystem& system);
 
 }  // namespace orvane

@@ -6,12 +6,11 @@
 #include <unordered_map>
 #include <vector>
 
-// Each pair of points between which shots were taken gets one link in either direction. While
-// measurements are gathered a link holds weighted sums; when both its ends have been visited they
-// become means, and its reverse holds their mirror.
+// Each pair of points with shots between them gets one link in either direction. While measurements
+// are collected a link holds weighted sums; when both its ends have been visited the sums become
+// means, and its reverse holds their mirror.
 //
-// Bearings are averaged as plain numbers: 359 and 1 degrees give 180. Maps in use were solved so,
-// and their stored places depend on it.
+// Bearings are averaged as plain numbers: 359 and 1 degrees give 180. See docs/compatibility.md.
 
 namespace orvane {
 
@@ -20,8 +19,8 @@ namespace {
 constexpr float HalfTurn = 180.0F;
 constexpr float FullTurn = 360.0F;
 
-/// Finds a point's link to another point; a hub with thousands of shots would take a time that
-/// grows with the square of their number if its list were searched for each.
+/// Finds the link from a point to another one. Searching the list for each shot would take
+/// quadratic time at a hub with thousands of shots.
 class LinkFinder {
  public:
   explicit LinkFinder(Link*& head) : head_(head) {}
@@ -62,7 +61,7 @@ class LinkFinder {
   std::unordered_map<const Point*, Link*> byOther_;
 };
 
-/// The numbers of a shot, as the solver takes them: in 32 bits, as its links hold them.
+/// The numbers of a shot in 32 bits, as links hold them.
 struct Shot {
   float bearing;
   float distance;
@@ -90,7 +89,7 @@ void AddPosition(Point& point, std::int64_t weight, const LatLon& place) {
   point.positionWeight += weight;
 }
 
-/// The place at the far end of a shot, walked from a place that is known.
+/// The place at the far end of a shot, walked from a known place.
 /// \param bearing, inclination  of the step, as `AdvanceByMeasurement` takes them
 LatLon WalkFrom(const LatLon& start, const Shot& shot, float bearing, float inclination) {
   Meters position = LatLonToMetersKeepingAltitude({start.lat, 0, start.altitude});
@@ -101,7 +100,7 @@ LatLon WalkFrom(const LatLon& start, const Shot& shot, float bearing, float incl
   return end;
 }
 
-/// A shot to a base of another map is no link: it is a position reading of the end that is not
+/// A shot to a base of another map is not a link: it is a position reading of the end that is not
 /// known.
 void AddShotToOtherMap(Point& point, const Measurement& reading) {
   Point& base = *reading.base;
@@ -116,7 +115,7 @@ void AddShotToOtherMap(Point& point, const Measurement& reading) {
 }
 
 /// Collects the measurements of the points of a map and of its basis chain. One walk covers the
-/// whole chain: a point that a map and its basis both list gives its readings once.
+/// whole chain, so a point in the lists of both a map and its basis gives its readings once.
 class Collector {
  public:
   Collector(Map& map, LinkStore& links) : walk_(map), links_(links) {}
@@ -145,8 +144,8 @@ class Collector {
     for (Link* ray = point.rays; ray != nullptr; ray = ray->next) FinishLink(point, *ray, true);
   }
 
-  /// Turns the links that still hold sums into means: no list holds their far end, so the walk never
-  /// came to it.
+  /// Turns the links that still hold sums into means: their far end is in no list, so the walk did
+  /// not reach it.
   void FinishOpenLinks() {
     for (Link* link : openLinks_) {
       if (!walk_.Visited(*link->other)) TakeMeans(*link);
@@ -170,7 +169,7 @@ class Collector {
     link->count += reading.count;
   }
 
-  /// Rays outlive the solve, so they live with the map that made their point.
+  /// Rays outlive the solve, so the map that made their point owns them.
   Link& MakeLink(Point& holder, bool isRay) {
     return isRay ? holder.map->rayStore.emplace_back() : links_.emplace_back();
   }
@@ -239,7 +238,7 @@ void BuildLinks(Map& map, LinkStore& links) {
 }
 
 void FreeLinks(LinkStore& links) {
-  // Every link has its mirror, so this comes to each point that holds any, listed or not.
+  // Every link has its mirror, so this reaches each point with links, in a list or not.
   for (const Link& link : links) link.other->links = nullptr;
   links.clear();
 }

@@ -12,7 +12,7 @@ class SolverWalk {
   explicit SolverWalk(Map& map);
 
   bool Visited(const Point& point) const { return point.solverVisit == number_; }
-  /// Marks the point. \return true if the walk had not come by yet
+  /// Marks the point. \return true if the walk has not reached it before
   bool FirstVisit(Point& point) const {
     if (Visited(point)) return false;
     point.solverVisit = number_;
@@ -23,14 +23,14 @@ class SolverWalk {
   std::uint64_t number_;
 };
 
-/// Links of some length live for one solve, here.
+/// Holds the links that have a length, for one solve.
 using LinkStore = std::deque<Link>;
 
-/// Gathers the measurements of the map's points, and of the points of its basis chain, into their
-/// sums, links and rays.
+/// Collects the measurements of the map's points, and of the points of its basis chain, as sums,
+/// links and rays.
 void BuildLinks(Map& map, LinkStore& links);
 
-/// Empties the lists of links of all points, and the store. Rays stay on the points, and the next
+/// Clears the link lists of all points, and the store. Rays stay on the points, and the next
 /// `BuildLinks` adds to them.
 void FreeLinks(LinkStore& links);
 
@@ -41,7 +41,7 @@ void PlaceFromSums(Point& point);
 /// \return the weighted mean of the point's altitude readings; `NoAltitude` if it has none
 float MeanAltitude(const Point& point);
 
-/// Number of links, counted no further than to `limit`.
+/// The number of links, counted up to `limit`.
 int CountLinks(const Point& point, int limit);
 
 }  // namespace orvane

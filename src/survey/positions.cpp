@@ -56,7 +56,7 @@ void ClearOwnPositions(Map& map) {
   ForEachPoint(map, [&](Point& point) {
     if (point.map != &map) return;
     point.flags &= ~std::uint32_t{PointInProgress};
-    // Without a reading at either end nothing could give the point its place again.
+    // Without a reading at either end no solve could place the point again.
     const bool canBeSolved = !point.measurements.empty() || bases.Visited(point);
     if (canBeSolved) point.flags &= ~std::uint32_t{PointPlaced};
   });

@@ -8,8 +8,8 @@
 #include <algorithm>
 
 // The unknowns are the junctions: metres north and east of the first fix, and the altitude. Each
-// equation has one or two coefficients of 1 or -1, so only these are kept, and the normal matrix
-// comes out of them exactly.
+// equation has one or two coefficients of 1 or -1, so only these are stored, and the normal matrix
+// computed from them is exact.
 
 namespace orvane {
 
@@ -32,7 +32,7 @@ struct Cell {
   double value;
 };
 
-/// The cells of an equation, by ascending use; a cell that is written twice holds the last value.
+/// The cells of an equation, by ascending use; a cell that is written twice keeps the last value.
 std::vector<Cell> CellsOf(const Equation& equation) {
   std::vector<Cell> cells;
   if (equation.minus >= 0 && equation.minus != equation.plus) cells.push_back({equation.minus, -1});
@@ -90,7 +90,7 @@ std::vector<Equation> ChainEquations(const Region& region) {
 
 double AltitudeOf(const Point& junction) { return double{MeanAltitude(junction)}; }
 
-/// The equations of the fixes, and the place of the first, from which all are counted.
+/// The equations of the fixes, and the place of the first fix, from which all are measured.
 std::vector<Equation> FixEquations(const Region& region, LatLon& origin) {
   std::vector<Equation> equations;
   for (const Point* junction : region.junctions) {
@@ -110,8 +110,8 @@ std::vector<Equation> FixEquations(const Region& region, LatLon& origin) {
   return equations;
 }
 
-/// The equations of the altitudes take the rows of the fixes, and the 1 of the fix that stood in a
-/// row stays beside their own. Altitudes in use were solved so.
+/// The equations of the altitudes take the rows of the fixes, and the 1 of the fix in such a row
+/// stays. See docs/compatibility.md.
 std::vector<Equation> AltitudeEquations(const Region& region, const std::vector<Equation>& fixes) {
   std::vector<Equation> equations;
   for (const Point* junction : region.junctions) {
@@ -134,7 +134,7 @@ void Append(std::vector<Equation>& equations, const std::vector<Equation>& more)
 void SolveRegionSystem(const Region& region) {
   const std::vector<Point*>& junctions = region.junctions;
   for (size_t i = 0; i < junctions.size(); ++i) junctions[i]->regionIndex = static_cast<int>(i);
-  // Where fixes and altitudes come together everywhere, one elimination serves for both.
+  // Where fixes and altitudes always come together, one elimination serves for both.
   const bool together = std::all_of(junctions.begin(), junctions.end(), [](const Point* junction) {
     return (junction->positionWeight != 0) == (junction->altitudeWeight != 0);
   });

@@ -4,10 +4,10 @@
 
 namespace orvane {
 
-/// Least squares over the junctions of a region: each chain gives one equation, each fix one, each
-/// altitude one, and all weigh the same. Every junction gets its place; its altitude stays
-/// unknown if the region has no altitude.
-/// \param region  at least two junctions, at least one of them with a position weight
+/// Solves the junctions of a region by least squares: each chain, fix and altitude gives one
+/// equation, all with the same weight. Every junction gets a place; altitudes stay unknown if the
+/// region has none.
+/// \param region  has at least two junctions, and at least one with a position weight
 void SolveRegionSystem(const Region& region);
 
 }  // namespace orvane

@@ -11,17 +11,17 @@
 #include <cmath>
 #include <optional>
 
-// A region is taken apart into junctions and the chains between them:
+// A region consists of junctions and the chains between them:
 //
 //      J---o---o---J---o        o  a pass-through point: two links and no reading
 //      |           |            J  a junction: a reading, or three links and more
 //      o           o---J
-//      |           |            the last "o" at the right is a dead end, and no chain
+//      |           |            the last "o" at the right is a dead end, not part of a chain
 //      J---o---o---o
 //
 // Only junctions enter the least-squares system; the points of a chain then share its closing
-// error, and dead ends are walked out last. No walk recurses, since a trail of a hundred thousand
-// stations is one chain of calls.
+// error, and dead ends are walked out last. No walk is recursive, since a trail of a hundred
+// thousand stations would be one chain of calls.
 
 namespace orvane {
 
@@ -38,13 +38,13 @@ bool IsJunction(const Point& point) {
          (HoldsReading(point) || CountLinks(point, LinksOfJunction) == LinksOfJunction);
 }
 
-/// A walk that has come to `point` and goes on along `next`.
+/// A walk that has reached `point` and continues along `next`.
 struct WalkStep {
   Point* point;
   Link* next;
 };
 
-/// Depth first over the links of the map's own points, calling `visit` where a point is met first.
+/// Walks the links of the map's own points depth first, calling `visit` where a point is met first.
 template <typename Visit>
 void WalkRegion(Map& map, Point& start, Visit visit) {
   const SolverWalk walk(map);
@@ -75,7 +75,7 @@ std::vector<Point*> CollectJunctions(Map& map, Point& point) {
   return junctions;
 }
 
-/// The step over one link: from the point that holds it to its far end.
+/// The step along one link: from the point that holds it to its far end.
 struct LinkStep {
   double north;
   double east;
@@ -134,7 +134,7 @@ std::vector<Chain> BuildChains(const std::vector<Point*>& junctions) {
   return chains;
 }
 
-/// Warns of a region that nothing ties to the earth, and hangs it on one of its points.
+/// Warns of a region without any fix, and starts it at one of its points.
 void HangFreeRegion(Map& map, Point& holder) {
   const OriginScope about = AboutPoint(map.workspace->messages, holder);
   NoteWarning(
@@ -144,15 +144,14 @@ void HangFreeRegion(Map& map, Point& holder) {
   holder.positionWeight = 1;
 }
 
-/// Walks out from every placed point of the region, so that branches which lead away from the
-/// chains are reached.
+/// Walks from every placed point of the region, so that branches off the chains are reached.
 void PropagateRegion(Map& map, Point& start) {
   WalkRegion(map, start, [](Point& point) {
     if ((point.flags & PointPlaced) != 0) PropagateFrom(point);
   });
 }
 
-/// Gives the far end of a link its place, walked from the placed point that holds the link.
+/// Places the far end of a link, walked from the placed point that holds the link.
 void PlaceFarEnd(const Point& point, const Link& link) {
   Meters position = LatLonToMeters(point.geo.lat, 0);
   AdvanceByMeasurement(position, double{link.bearing}, -double{link.distance},
@@ -240,7 +239,7 @@ void SolveRegion(Map& map, Point& point) {
     return;
   }
   // One junction, or none in a plain loop: there is nothing to adjust. A chain begins and ends at
-  // the one junction and is closed on it.
+  // the one junction and is closed there.
   Point& holder = fix == junctions.end() ? point : **fix;
   PlaceFromSums(holder);
   for (const Chain& chain : region.chains) SpreadClosingError(chain);

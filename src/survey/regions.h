@@ -6,8 +6,8 @@
 
 namespace orvane {
 
-/// A run of links between two junctions, over points that nothing else holds. The sums are signed
-/// so that `end` minus `start` equals them.
+/// A run of links between two junctions, over points without other links or readings. The sums are
+/// signed so that `end` minus `start` equals them.
 struct Chain {
   Point* start = nullptr;
   Point* end = nullptr;
@@ -25,19 +25,19 @@ struct Region {
   std::vector<Chain> chains;  ///< last found first
 };
 
-/// Takes a region apart from one of its points, which must have links.
+/// Finds the region of a point, which must have links.
 Region FindRegion(Map& map, Point& point);
 
-/// Gives the points between the two ends of a chain their places: each step as measured, plus its
-/// share of the closing error in proportion to its length. The ends must be placed.
+/// Places the points between the two ends of a chain: each step as measured, plus its share of the
+/// closing error in proportion to its length. The ends must be placed.
 void SpreadClosingError(const Chain& chain);
 
-/// Walks out from a placed point over all links to points that are not placed yet.
+/// Walks from a placed point along all links to the points that are not placed yet.
 void PropagateFrom(Point& point);
 
-/// Solves the region that `point` belongs to. A point without links takes its place from its own
-/// readings, or is left as it is if it has none. A region without any fix gives a warning and
-/// hangs on latitude 0, longitude 0.
+/// Solves the region that `point` belongs to. A point without links is placed from its own
+/// readings; without readings it is left as it is. A region without a fix gives a warning and
+/// starts at latitude 0, longitude 0.
 void SolveRegion(Map& map, Point& point);
 
 }  // namespace orvane

@@ -4,13 +4,12 @@
 
 namespace orvane {
 
-/// Turns what was measured into a latitude, longitude and altitude for every point of the map:
-/// averages at each point and pair of points, one least-squares adjustment of each connected
-/// region, closing errors spread along the shots in proportion to length, dead ends walked out,
-/// and at last the points that hang on a named place or on bearings alone. A fixed sequence of
-/// passes: no iteration, no tolerance.
-/// The placed mark of the points to be solved must be clear. What can't be placed gives a warning
-/// and stays without a place. Solving that is called off leaves places that mean nothing.
+/// Computes latitude, longitude and altitude of every point of the map from its measurements:
+/// averages for each point and pair of points, a least-squares adjustment of each connected region,
+/// closing errors spread in proportion to length, dead ends walked out, and last the points that
+/// depend on a named place or only on bearings. The sequence of passes is fixed: no iteration, no
+/// tolerance. `PointPlaced` of the points to be solved must be clear. A point that cannot be placed
+/// gives a warning and stays without a place. After a cancelled solve the places mean nothing.
 void SolveMap(Map& map);
 
 }  // namespace orvane

@@ -10,9 +10,9 @@
 #include <cstring>
 #include <optional>
 
-// The method is told in elimination.cpp. Here the pivot rows come first, each computed from the
-// rows above it; then each row runs on through the pivots below it, up the elimination tree. The
-// second half is where the time goes. Rows that share a path are taken a few at a time there, so
+// elimination.cpp explains the method. Here the pivot rows come first, each computed from the rows
+// above it; then each row continues through the pivots below it, up the elimination tree. The
+// second half takes most of the time. There, rows that share a path are taken a few at a time, so
 // that the processor works on them side by side, and the threads share the groups of rows.
 
 namespace orvane {
@@ -24,12 +24,12 @@ constexpr double GrownTooFar = 0x1p300;
 constexpr double ScaleBack = 0x1p-300;
 constexpr double WorkForThreads = 4e6;  ///< multiplications that are worth a second thread
 constexpr unsigned MostThreads = 8;
-constexpr unsigned RowsOfStep = 64;  ///< between two looks at whether the user has had enough
+constexpr unsigned RowsOfStep = 64;  ///< between two checks whether the user has cancelled
 
 size_t Index(int column) { return static_cast<size_t>(column); }
 
-// The hot loops are compiled for several processors, and the form that this one can run is chosen
-// as the program starts. All forms round alike.
+// The hot loops are compiled for several processors; the version that this one can run is chosen
+// when the program starts. All versions round alike.
 #if defined(__x86_64__) && defined(__GNUC__) && !defined(__clang__) && \
     !defined(__SANITIZE_ADDRESS__)
 #define ORVANE_FOR_EACH_PROCESSOR __attribute__((target_clones("avx512f", "avx2", "default")))
@@ -37,18 +37,18 @@ size_t Index(int column) { return static_cast<size_t>(column); }
 #define ORVANE_FOR_EACH_PROCESSOR
 #endif
 
-/// Numbers side by side; the compiler makes of it what the processor has.
+/// Numbers side by side; the compiler uses what the processor has.
 using LaneVector = double __attribute__((vector_size(Lanes * sizeof(double))));
 
-/// The lanes of one column. A record of its own, since only so does a vector keep it aligned.
+/// The lanes of one column. Only a record of its own keeps its alignment in a vector.
 struct alignas(sizeof(LaneVector)) LaneCell {
   LaneVector lanes{};
 };
 
 // --- Patterns -------------------------------------------------------------------------------
 
-/// What lies right of the diagonal of each row when it is the pivot, by ascending column. The
-/// right-hand sides stand behind the matrix as further columns.
+/// The columns right of the diagonal in which each row has an entry when it is the pivot,
+/// ascending. The right-hand sides follow the matrix as further columns.
 class Patterns {
  public:
   explicit Patterns(const NormalSystem& system)
@@ -70,7 +70,7 @@ class Patterns {
   /// Where the values of a row begin in a list of all values.
   size_t Start(size_t row) const { return start_[row]; }
   size_t Values() const { return columns_.size(); }
-  /// The pivots above that a row has something in, ascending.
+  /// The pivots above in whose columns a row has an entry, ascending.
   std::span<const int> RowsAbove(size_t row) const {
     return std::span(above_).subspan(aboveStart_[row], aboveStart_[row + 1] - aboveStart_[row]);
   }
@@ -107,7 +107,7 @@ class Patterns {
     }
   }
 
-  /// A row holds its own entries and what its children in the tree hold.
+  /// A row has its own entries and those of its children in the tree.
   void FindColumns() {
     std::vector<std::vector<int>> children(size_);
     std::vector<int> lastRow(size_, -1);  // by column: the last row that took it
@@ -163,8 +163,8 @@ class Patterns {
 
 // --- Down: pivot rows -----------------------------------------------------------------------
 
-/// All pivot rows: what stands right of the diagonal, laid out as the patterns tell, and the pivot
-/// itself, which is scaled near to 1.
+/// All pivot rows: the values right of the diagonal, laid out by the patterns, and the pivot
+/// itself, scaled near to 1.
 struct PivotRows {
   std::vector<double> values;
   std::vector<double> pivots;
@@ -198,14 +198,14 @@ void SubtractRow(double f, const double* pivotRow, double* values, size_t count)
   for (; j < count; ++j) values[j] -= f * pivotRow[j];
 }
 
-/// Computes the pivot rows from top to bottom, each in a work row that holds the columns which the
-/// row will ever use, close together.
+/// Computes the pivot rows from top to bottom, each in a dense work row with only the columns that
+/// the row uses.
 class PivotRowMaker {
  public:
   PivotRowMaker(const NormalSystem& system, const Patterns& patterns)
       : system_(system), patterns_(patterns), place_(patterns.Size() + patterns.Sides()) {}
 
-  /// \return nothing if a pivot was 0, or the work was called off
+  /// \return nothing if a pivot was 0 or the work was cancelled
   std::optional<PivotRows> Compute() {
     ProgressSteps steps(system_.progress, WorkStage::Solving, 2 * patterns_.Size(), RowsOfStep);
     rows_.values.resize(patterns_.Values());
@@ -222,7 +222,7 @@ class PivotRowMaker {
   }
 
  private:
-  /// Lays out the work row: the rows above, the diagonal, what lies right of it.
+  /// Lays out the work row: the rows above, the diagonal, then the columns right of it.
   void Load(size_t k) {
     int place = 0;
     for (const int column : patterns_.RowsAbove(k)) place_[Index(column)] = place++;
@@ -250,7 +250,7 @@ class PivotRowMaker {
     }
   }
 
-  /// From some column on the pivot row holds all that the work row holds, mostly from early on.
+  /// From some column on the pivot row has all columns of the work row, mostly from early on.
   void Subtract(size_t i, double f) {
     const std::span<const int> columns = patterns_.Columns(i);
     const double* values = rows_.values.data() + patterns_.Start(i);
@@ -279,16 +279,16 @@ class PivotRowMaker {
   const Patterns& patterns_;
   PivotRows rows_;
   std::vector<double> work_;
-  std::vector<int> place_;  ///< by column: where it stands in the work row
+  std::vector<int> place_;  ///< by column: its index in the work row
 };
 
 // --- Up: solutions --------------------------------------------------------------------------
 
-/// The rows in an order in which those that share most of their way up stand side by side: each
-/// behind its whole subtree.
+/// The rows in an order in which those that share most of their way up are next to each other: each
+/// after its whole subtree.
 std::vector<int> RowsByTree(const Patterns& patterns) {
   const size_t size = patterns.Size();
-  std::vector<int> firstChild(size + 1, -1);  // the last of all stands for the parent of the roots
+  std::vector<int> firstChild(size + 1, -1);  // the last one is for the parent of the roots
   std::vector<int> sibling(size, -1);
   for (size_t row = 0; row < size; ++row) {
     const int parent = patterns.Parent(row);
@@ -296,7 +296,7 @@ std::vector<int> RowsByTree(const Patterns& patterns) {
     sibling[row] = head;
     head = static_cast<int>(row);
   }
-  // Parents before children, and then all turned round.
+  // Parents before children, then reversed.
   std::vector<int> order;
   order.reserve(size);
   std::vector<int> stack;
@@ -357,7 +357,7 @@ class UpwardRuns {
   }
 
  private:
-  /// Puts a row into its lane, as it stood when it was the pivot. \return its parent
+  /// Puts a row into its lane, as it was when it was the pivot. \return its parent
   int Load(size_t lane, size_t k) {
     pivots_[lane] = rows_.pivots[k];
     const double* values = rows_.values.data() + patterns_.Start(k);
@@ -368,7 +368,7 @@ class UpwardRuns {
   void Step(size_t i) {
     const LaneCell f = cells_[i];
     cells_[i] = LaneCell{};
-    LaneCell r;  // a lane with nothing in this column is left as it is
+    LaneCell r;  // a lane without an entry in this column stays as it is
     const double pivot = rows_.pivots[i];
     bool grown = false;
     for (size_t lane = 0; lane < Lanes; ++lane) {
@@ -381,8 +381,8 @@ class UpwardRuns {
     if (grown) ScaleLanesBack(f, columns);
   }
 
-  /// \param met  not 0 in the lanes whose rows have just met a pivot; all that is left of such a
-  ///             row lies within the pattern of the pivot's
+  /// \param met  not 0 in the lanes whose rows have just met a pivot; the rest of such a row is
+  ///             within the pattern of the pivot's
   void ScaleLanesBack(const LaneCell& met, std::span<const int> columns) {
     for (size_t lane = 0; lane < Lanes; ++lane) {
       if (met.lanes[lane] == 0 || std::abs(pivots_[lane]) <= GrownTooFar) continue;
@@ -427,7 +427,7 @@ void RunAll(const Patterns& patterns, const PivotRows& rows, NormalSystem& syste
   std::atomic<size_t> next{0};
   const auto work = [&](unsigned worker) {
     UpwardRuns runs(patterns, rows, system);
-    // Only the calling thread reports; the others end with it.
+    // Only the calling thread reports; the others stop with it.
     Progress* progress = worker == 0 ? system.progress : nullptr;
     ProgressSteps steps(progress, WorkStage::Solving, 2 * order.size(), RowsOfStep / Lanes);
     for (size_t first = next.fetch_add(Lanes); first < order.size();

@@ -12,28 +12,28 @@
 
 namespace orvane {
 
-/// The order in which strays, numbered from 0, are tried: in passes, each stray once a pass, until a
-/// pass gains nothing. A stray that waits for points is left out of the passes in which it would
-/// fail again; all others are tried when they would be without that.
+/// The order in which strays, numbered from 0, are tried: in passes, each stray once a pass, until
+/// a pass places none. A stray that waits for points is skipped in the passes in which it would
+/// fail again; all others are tried when they would be without this.
 class StrayTurns {
  public:
   explicit StrayTurns(size_t strays);
 
-  /// \return the stray that is to be tried; nothing at the end
+  /// \return the next stray to try; nothing at the end
   std::optional<size_t> Next();
 
-  /// The stray of this turn failed, and may succeed in any pass.
+  /// The stray of this turn failed and may succeed in any pass.
   void TryEachPass();
-  /// The stray of this turn failed, and does so until one of these points has a place; without a
-  /// point it is never tried again.
+  /// The stray of this turn failed and will fail until one of these points has a place; without
+  /// points it is never tried again.
   void WaitFor(std::span<const Point* const> points);
   /// This pass gained something, so there will be another.
   void NoteGain() { gained_ = true; }
-  /// A point was given its place in this turn: what waits for it is tried again.
+  /// A point was placed in this turn: the strays that wait for it are tried again.
   void Wake(const Point& placed);
 
  private:
-  /// What a stray does until its next turn. One that was placed, or waits for nothing, has none.
+  /// What a stray does until its next turn. A stray that was placed, or waits for nothing, is done.
   enum class State : unsigned char { Done, Waiting, Woken, EachPass };
   using Turns = std::priority_queue<size_t, std::vector<size_t>, std::greater<>>;
 

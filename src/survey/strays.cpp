@@ -24,8 +24,8 @@ constexpr double QuarterTurn = 90.0;
 
 bool IsPlaced(const Point& point) { return (point.flags & PointPlaced) != 0; }
 
-/// Computes places from bearing-only shots. A point whose rays lead to points that have no place
-/// yet asks for these first, so the work stands on a stack of its own.
+/// Computes places from bearing-only shots. A point whose rays lead to unplaced points tries to
+/// place these first, on a stack of its own.
 class RayCrossings {
  public:
   /// \return true if the point has a place now
@@ -37,7 +37,7 @@ class RayCrossings {
     return IsPlaced(point);
   }
 
-  /// A place was found by other means: what failed before may work now.
+  /// A place was found by other means: what failed before may succeed now.
   void NoteGain() {
     if (!failed_.empty()) failed_.clear();
   }
@@ -46,22 +46,22 @@ class RayCrossings {
   std::vector<const Point*> TakePlaced() { return std::exchange(placed_, {}); }
 
  private:
-  /// One point whose rays are being crossed, and how far that has come.
+  /// One point whose rays are being crossed, and the state of that work.
   struct Crossing {
     Point* point;
     std::vector<Link*> rays;      ///< in list order
     std::vector<Point*> shifted;  ///< the far ends that were known at the start
     double meanLon = 0;           ///< degrees, of the known far ends
     double northShift = 0;        ///< metres, of their mean latitude
-    size_t first = 0;             ///< the pair that is to be crossed next
+    size_t first = 0;             ///< the next pair to cross
     size_t second = 1;
     double northSum = 0;
     double eastSum = 0;
     int pairs = 0;
   };
 
-  /// Begins with a point, unless it is under way, has failed since the last gain, or sees no
-  /// point that has a place. \return true if it was put on the stack
+  /// Begins with a point, unless it is being worked on, has failed since the last gain, or sees no
+  /// placed point. \return true if it was put on the stack
   bool Ask(Point& point) {
     if (underWay_.contains(&point) || failed_.contains(&point)) return false;
     Crossing crossing;
@@ -92,7 +92,7 @@ class RayCrossings {
     return true;
   }
 
-  /// Crosses pairs of rays until one needs a point that has to be asked first.
+  /// Crosses pairs of rays until one needs a point that has to be placed first.
   /// \return false if all pairs are done
   bool Advance() {
     Crossing& crossing = stack_.back();
@@ -134,7 +134,7 @@ class RayCrossings {
     ++crossing.pairs;
   }
 
-  /// Ends the point on top of the stack with a place or a failure.
+  /// Finishes the point on top of the stack, placed or failed.
   void Finish() {
     const Crossing crossing = std::move(stack_.back());
     stack_.pop_back();
@@ -160,7 +160,7 @@ class RayCrossings {
   std::vector<const Point*> placed_;
 };
 
-/// A reading of distance, bearing and inclination 0 says that the point is where its base is.
+/// A reading of distance, bearing and inclination 0 says that the point is at its base.
 bool IsTie(const Measurement& reading) {
   return (reading.flags & MeasureCompass) != 0 && (reading.flags & MeasureAbsoluteBearing) == 0 &&
          reading.distance == 0 && reading.bearing == 0 && reading.inclination == 0;
@@ -191,7 +191,7 @@ bool PlaceByTie(Point& point) {
 }
 
 /// Tries each way to place a stray, in turn.
-/// \param needs  receives what its near text hangs on
+/// \param needs  receives the points on which its near text depends
 /// \return true if it has a place now
 bool SolveStrayPoint(Map& map, Point& point, RayCrossings& crossings, LocationNeeds& needs) {
   const bool gained =
@@ -220,7 +220,7 @@ void SolveStrayPoints(Map& map) {
   while (const auto turn = turns.Next()) {
     Point& point = *strays[*turn];
     LocationNeeds needs;
-    // It may have been placed by way of another meanwhile.
+    // It may have been placed meanwhile as part of another.
     if (IsPlaced(point)) {
       turns.NoteGain();
     } else if (SolveStrayPoint(map, point, crossings, needs)) {

@@ -9,7 +9,7 @@
 namespace orvane {
 namespace {
 
-TEST_F(CommandLine, WrongUsageIsToldInOneLine) {
+TEST_F(CommandLine, WrongUsageIsReportedInOneLine) {
   ExpectWrongUsage({}, "subcommand");
   ExpectWrongUsage({"frobnicate"}, "frobnicate: no such command");
   ExpectWrongUsage({"frob\nnicate", "site.map"}, "frob\\nnicate: no such command");
@@ -134,7 +134,7 @@ TEST_F(CommandLine, SaveWritesToAFileOrToStandardOutput) {
   EXPECT_EQ(run.err, "");
 }
 
-TEST_F(CommandLine, OptionsStandBeforeOrAfterArguments) {
+TEST_F(CommandLine, OptionsComeBeforeOrAfterArguments) {
   const Outcome before = Do({"save", "--simple", "site.map", "-"});
   EXPECT_EQ(before.status, 0);
   EXPECT_EQ(before.out.find("L\tOdd40"), std::string::npos);
@@ -219,7 +219,7 @@ TEST_F(CommandLine, ContoursAreDrawnOnDemand) {
   EXPECT_EQ(none.err, "error: No contour interval in site.map\n");
 }
 
-TEST_F(CommandLine, RenderTellsWhatItCannotDraw) {
+TEST_F(CommandLine, RenderReportsWhatItCannotDraw) {
   EXPECT_EQ(Do({"render", "site.map", "-o", "site.bmp"}).status, 1);
   EXPECT_EQ(Do({"render", "site.map", "-o", "x.png", "--center", "the big tree"}).err,
             "error: Can't find the big tree\n");
@@ -270,7 +270,7 @@ TEST_F(CommandLine, ImportTakesASheetAndLeavesItsListsInTheCurrentFolder) {
             folder.Read("out.map"));
 }
 
-TEST_F(CommandLine, ImportAnswersQuestionsAsToldAndSavesWhatWasBuilt) {
+TEST_F(CommandLine, ImportAnswersQuestionsAsAskedAndSavesWhatWasBuilt) {
   folder.Write("sheet.txt",
                "2003-5-31\tOru\t800\tCamp\n2003-5-31\tOru\t830\tRidge\n"
                "2003-5-31\tOru\t840\tthe creek\n2003-5-31\tOru\t900\tCamp\n");
@@ -282,7 +282,7 @@ TEST_F(CommandLine, ImportAnswersQuestionsAsToldAndSavesWhatWasBuilt) {
   EXPECT_FALSE(std::ifstream(folder.Path("unknownlocs.txt")));
 }
 
-TEST_F(CommandLine, AnOptionTakesAnEmptyTextBehindAnEqualsSignToo) {
+TEST_F(CommandLine, AnOptionTakesAnEmptyTextAfterAnEqualsSignToo) {
   folder.Write("sheet.txt", "2003-5-31\tOru\t800\tCamp\n");
   const auto arguments = With({"import", "site.map", "sheet.txt", "-o", "out.map"}, SheetOptions);
   const Outcome run = Do(With(arguments, {"--focal-always=", "--skip="}));
@@ -290,7 +290,7 @@ TEST_F(CommandLine, AnOptionTakesAnEmptyTextBehindAnEqualsSignToo) {
   EXPECT_NE(folder.Read("out.map").find("N\t08:00-08:00\tCamp\n"), std::string::npos);
 }
 
-TEST_F(CommandLine, ImportTellsWhatItRefusesAndWritesNothing) {
+TEST_F(CommandLine, ImportReportsWhatItRefusesAndWritesNothing) {
   folder.Write("sheet.txt", "2003-5-31\tOru\t800\tCamp\n");
   const auto arguments = With({"import", "site.map", "sheet.txt", "-o", "out.map"}, SheetOptions);
   Outcome run = Do(With(arguments, {"--skip", "31"}));
@@ -311,7 +311,7 @@ TEST_F(CommandLine, ImportTellsWhatItRefusesAndWritesNothing) {
   ExpectWrongUsage({"import", "site.map", "-o", "out.map"}, "SHEET");
 }
 
-TEST_F(CommandLine, ImportTellsWhatItCannotWrite) {
+TEST_F(CommandLine, ImportReportsWhatItCannotWrite) {
   folder.Write("sheet.txt", "2003-5-31\tOru\t800\tCamp\n");
   Outcome run =
       Do(With({"import", "site.map", "sheet.txt", "-o", "no/such/out.map"}, SheetOptions));
@@ -326,7 +326,7 @@ TEST_F(CommandLine, ImportTellsWhatItCannotWrite) {
   EXPECT_NE(folder.Read("out.map").find("N\t08:00-08:00\tCamp\n"), std::string::npos);
 }
 
-TEST_F(CommandLine, ImportOfTheExampleSiteAsTheGuideTellsIt) {
+TEST_F(CommandLine, ImportOfTheExampleSiteAsInTheGuide) {
   const std::string site = std::string(ORVANE_EXAMPLES) + "/site/";
   const Outcome run = Do({"import",
                           site + "rains.map",

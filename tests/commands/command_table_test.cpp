@@ -85,7 +85,7 @@ TEST(CommandTable, HoldsEachCommandUnderItsNumberTextAndKey) {
   }
 }
 
-TEST(CommandTable, ToldCommandsStandInTheirOrder) {
+TEST(CommandTable, CommandsAreInTheirOrder) {
   std::vector<int> inMenus;
   for (const CommandId id : CommandsInMenus()) {
     if (id < 40000) inMenus.push_back(id);
@@ -95,7 +95,7 @@ TEST(CommandTable, ToldCommandsStandInTheirOrder) {
   EXPECT_EQ(inMenus, told);
 }
 
-TEST(CommandTable, EveryCommandStandsInOneMenu) {
+TEST(CommandTable, EveryCommandIsInOneMenu) {
   const std::vector<CommandId> ids = CommandsInMenus();
   EXPECT_EQ(ids.size(), AllCommands().size());
   EXPECT_EQ(std::set<CommandId>(ids.begin(), ids.end()).size(), ids.size());

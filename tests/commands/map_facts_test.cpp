@@ -54,7 +54,7 @@ TEST(SetBasis, NeverClosesACircle) {
   EXPECT_NE(a.flags & MapUnlikeFile, 0U);  // its file does not name the basis yet
 }
 
-TEST(RecentFiles, TheLastOneStandsInFrontAndOnce) {
+TEST(RecentFiles, TheLastOneIsFirstAndListedOnce) {
   std::vector<std::string> files;
   AddRecentFile(files, "/a.map");
   AddRecentFile(files, "/b.map");

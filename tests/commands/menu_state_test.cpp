@@ -141,7 +141,7 @@ TEST_F(MenuStateTest, OnTheRangeListTheCommandsAreAboutRanges) {
   EXPECT_EQ(menu.At(CommandViewControl).text, "Range View Control...");
 }
 
-TEST_F(MenuStateTest, AwayFromTheListsTheirCommandsRest) {
+TEST_F(MenuStateTest, AwayFromTheListsTheirCommandsAreDisabled) {
   for (const FocusPlace place : {FocusPlace::MapView, FocusPlace::Neither}) {
     MenuState menu = NewMapMenu(view_);
     FollowFocus(menu, FocusPlace::RangeList, true);

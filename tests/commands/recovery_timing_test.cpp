@@ -51,7 +51,7 @@ TEST(RecoveryTiming, ACopyWaitsForStillness) {
   EXPECT_EQ(timing.Due(Start + seconds(16)), Start + seconds(17));
 }
 
-TEST(RecoveryTiming, NobodyWhoIsNeverStillGoesWithoutACopy) {
+TEST(RecoveryTiming, ACopyIsDueEvenIfTheUserNeverPauses) {
   RecoveryTiming timing;
   timing.NoteChange(Start);
   for (int second = 16; second < 100; ++second) {

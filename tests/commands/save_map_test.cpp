@@ -122,7 +122,7 @@ TEST_F(SaveMapTest, AMapOpenedByAShortNameIsSavedElsewhereWithItsBasis) {
   }
 }
 
-TEST_F(SaveMapTest, AFailureIsToldWithTheNameAsTyped) {
+TEST_F(SaveMapTest, AFailureNamesTheFileAsTyped) {
   folder_.Write("season.map", "L\tHill\t1\t11\n");
   const WorkingFolder working(folder_.Path());
   Map& map = OpenMap(workspace_, "./season.map");
@@ -157,7 +157,7 @@ TEST_F(SaveMapTest, AMapThatCannotBeWrittenStaysChanged) {
   EXPECT_TRUE(written_.empty());
 }
 
-TEST_F(SaveMapTest, WhateverCallFailsTheOldFileStandsAndTheMapStaysChanged) {
+TEST_F(SaveMapTest, AnyFailedCallKeepsTheOldFileAndTheMapChanged) {
   struct Case {
     const char* call;
     std::function<void(FileSystem&)> fail;
@@ -233,7 +233,7 @@ TEST_F(ChangedFileTest, IsAskedAbout) {
   EXPECT_EQ(question.buttons, (std::vector<std::string>{"Save As...", "Cancel", "Overwrite"}));
 }
 
-TEST_F(ChangedFileTest, StandsAfterCancel) {
+TEST_F(ChangedFileTest, IsKeptAfterCancel) {
   ChangeFile();
   messages_.answers = {2};
   EXPECT_FALSE(SaveChangedMaps(map_, Context()));
@@ -242,7 +242,7 @@ TEST_F(ChangedFileTest, StandsAfterCancel) {
   EXPECT_TRUE(dialogs_.questions.empty());
 }
 
-TEST_F(ChangedFileTest, IsReplacedAfterOverwriteAndThenNotAskedAboutAgain) {
+TEST_F(ChangedFileTest, IsReplacedAfterOverwriteAndNotAskedAboutAgain) {
   ChangeFile();
   messages_.answers = {3};
   EXPECT_TRUE(SaveChangedMaps(map_, Context()));
@@ -254,7 +254,7 @@ TEST_F(ChangedFileTest, IsReplacedAfterOverwriteAndThenNotAskedAboutAgain) {
   EXPECT_EQ(messages_.Questions().size(), 1U);
 }
 
-TEST_F(ChangedFileTest, StandsBesideTheOneOfSaveAs) {
+TEST_F(ChangedFileTest, IsKeptBesideTheOneOfSaveAs) {
   ChangeFile();
   messages_.answers = {1};
   dialogs_.paths = {folder_.Path("mine.map")};
@@ -265,7 +265,7 @@ TEST_F(ChangedFileTest, StandsBesideTheOneOfSaveAs) {
   EXPECT_FALSE(IsDirty(map_));
 }
 
-TEST_F(ChangedFileTest, StandsIfSaveAsIsCancelled) {
+TEST_F(ChangedFileTest, IsKeptIfSaveAsIsCancelled) {
   ChangeFile();
   messages_.answers = {1};
   EXPECT_FALSE(SaveChangedMaps(map_, Context()));
@@ -273,7 +273,7 @@ TEST_F(ChangedFileTest, StandsIfSaveAsIsCancelled) {
   EXPECT_TRUE(IsDirty(map_));
 }
 
-TEST_F(ChangedFileTest, IsAskedAboutWhenSaveAsChoosesItByWhateverName) {
+TEST_F(ChangedFileTest, IsAskedAboutWhenSaveAsChoosesItByAnyName) {
   ChangeFile();
   // Save As again, then another name.
   messages_.answers = {1, 1};
@@ -304,14 +304,14 @@ TEST_F(ChangedFileTest, WithOtherBytesOfTheSameLengthAndTimeIsStillSeen) {
   EXPECT_TRUE(HasChangedOnDisk(map_, map_.fileName));
 }
 
-TEST_F(ChangedFileTest, WrittenAnewWithTheSameBytesIsNotAskedAbout) {
+TEST_F(ChangedFileTest, WrittenAgainWithTheSameBytesIsNotAskedAbout) {
   folder_.Write("season.map", "P\tOld\n");
   EXPECT_FALSE(HasChangedOnDisk(map_, map_.fileName));
   EXPECT_TRUE(SaveChangedMaps(map_, Context()));
   EXPECT_TRUE(messages_.Questions().empty());
 }
 
-TEST_F(ChangedFileTest, ThatHasGoneIsMadeAgainWithoutAQuestion) {
+TEST_F(ChangedFileTest, ThatIsGoneIsWrittenAgainWithoutAQuestion) {
   std::filesystem::remove(folder_.Path("season.map"));
   EXPECT_TRUE(SaveChangedMaps(map_, Context()));
   EXPECT_TRUE(Exists("season.map"));

@@ -148,14 +148,14 @@ TEST_F(EditHistoryTest, BringsTheMapBackWhereMemoryRunsOut) {
   EXPECT_EQ(map.flags & MapDirty, 0U);
 }
 
-TEST_F(EditHistoryTest, AnEditThatChangesNothingIsNoStep) {
+TEST_F(EditHistoryTest, AnEditThatChangesNothingIsNotAStep) {
   Map& map = Open(SeasonText);
   history.Apply({.name = "Nothing", .map = &map, .change = [](EditFollowUp&) { return true; }});
   EXPECT_EQ(history.Steps(), 0U);
   EXPECT_NE(map.flags & MapDirty, 0U) << "the caller asked for the mark";
 }
 
-TEST_F(EditHistoryTest, AnEditOfWhatTheFileDoesNotHoldLeavesTheMarkAlone) {
+TEST_F(EditHistoryTest, AnEditOfWhatTheFileDoesNotHoldKeepsTheMark) {
   Map& map = Open(SeasonText);
   Edit edit = EditOf(map, "Trail Visibility", [&map] { map.trails.front().color = 0xFF; });
   edit.marksDirty = false;

@@ -119,7 +119,7 @@ TEST_F(RangeEditorTest, AKeyWithoutATypeIsDropped) {
   EXPECT_TRUE(blue.keys.empty());
 }
 
-TEST_F(RangeEditorTest, ANewNameAloneKeepsTheResults) {
+TEST_F(RangeEditorTest, AChangeOfOnlyTheNameKeepsTheResults) {
   Range& blue = map.ranges.front();
   blue.mcpArea = 17;
   RangeEditor editor(map, &blue, 0);

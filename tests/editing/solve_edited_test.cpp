@@ -36,7 +36,7 @@ TEST_F(SolveEditedTest, GivesThePlacesThatTheSavedFileGives) {
   }
 }
 
-TEST_F(SolveEditedTest, MovesWhatRestsOnTheMapToo) {
+TEST_F(SolveEditedTest, MovesThePointsOfMapsAboveToo) {
   Map& basis = Open("T\tA\tHuman\nG\tX\tS10 0\tE20 0\n", "basis.map");
   Map& middle = Open("B\tbasis.map\nT\tB\tHuman\nC\tY\tX\t100\t0\t0\n", "middle.map");
   Map& top = Open("B\tmiddle.map\nT\tC\tHuman\nC\tW\tY\t100\t0\t0\n", "top.map");

@@ -71,7 +71,7 @@ TEST(ParseAngle, WrapsALongitudeBelow180West) {
   ExpectWhole("-190", Bearing, -190);
 }
 
-TEST(ParseAngle, TakesTheLettersOfItsModeAlone) {
+TEST(ParseAngle, TakesOnlyTheLettersOfItsMode) {
   ExpectWhole("n5", Latitude, 5);
   ExpectWhole("s5", Latitude, -5);
   ExpectWhole("e5", Longitude, 5);
@@ -118,12 +118,12 @@ TEST(ParseAngle, TurnsByTheLettersThatBeginABearing) {
   ExpectAngle("EW", Bearing, 0, 1);
 }
 
-TEST(ParseAngle, LooksForTheSecondLetterRightBehindTheFirst) {
+TEST(ParseAngle, LooksForTheSecondLetterRightAfterTheFirst) {
   ExpectAngle("N W34", Bearing, 0, 2);
   ExpectAngle("N34W", Bearing, 34, 3);
 }
 
-TEST(ParseAngle, GivesZeroWhereNoNumberStands) {
+TEST(ParseAngle, GivesZeroWithoutANumber) {
   ExpectAngle("", Latitude, 0, 0);
   ExpectAngle("camp", Latitude, 0, 0);
   ExpectAngle("S", Latitude, 0, 1);
@@ -168,7 +168,7 @@ TEST(ParseAngle, ReadsMinutesWithinTheDegreeOfTheReadingBefore) {
   EXPECT_NEAR(AngleOf("30' 36\"", Latitude, &running).value, 21.51, 1e-12);
 }
 
-TEST(ParseAngle, ReadsDegreesWhereALetterOrASignOrABlankTellsSo) {
+TEST(ParseAngle, ReadsDegreesAfterALetterOrBeforeASignOrABlank) {
   double running = -21.5;
   EXPECT_NEAR(AngleOf("S5", Latitude, &running).value, -5, 1e-12);
   EXPECT_NEAR(AngleOf("6\xB0", Latitude, &running).value, -6, 1e-12);
@@ -234,7 +234,7 @@ void ExpectNoCoordinate(std::string_view text, bool latitude) {
   EXPECT_EQ(result.length, 777U) << text;
 }
 
-TEST(ParseCoordinate, WantsALetterOrASign) {
+TEST(ParseCoordinate, NeedsALetterOrASign) {
   ExpectNoCoordinate("34", true);
   ExpectNoCoordinate("34 12", true);
   ExpectNoCoordinate("34 12 30", true);
@@ -261,7 +261,7 @@ TEST(ParseCoordinate, TakesTheHemisphereAtEitherEnd) {
   ExpectCoordinate("34 12 N", true, 34.2, 7);
 }
 
-TEST(ParseCoordinate, TakesOneHemisphereAlone) {
+TEST(ParseCoordinate, TakesOnlyOneHemisphere) {
   ExpectCoordinate("N34S", true, 34, 3);
   ExpectCoordinate("S34S", true, -34, 3);
   ExpectNoCoordinate("E34", true);
@@ -282,7 +282,7 @@ TEST(ParseCoordinate, SkipsWhiteSpace) {
   ExpectCoordinate("34\xB0  x", true, 34, 5);
 }
 
-TEST(ParseCoordinate, LooksForALetterRightBehindTheSeconds) {
+TEST(ParseCoordinate, LooksForALetterRightAfterTheSeconds) {
   ExpectNoCoordinate("34 12 30 N", true);
   ExpectCoordinate("34 12 30N", true, 34.7, 9);
   ExpectCoordinate("34 12' 30 N", true, 34.7, 9);
@@ -310,7 +310,7 @@ TEST(ParseLatLon, LeavesTheAltitude) {
   EXPECT_EQ(place.altitude, 345);
 }
 
-TEST(ParseLatLon, WantsNothingBehind) {
+TEST(ParseLatLon, AcceptsNothingAfterThem) {
   LatLon place;
   EXPECT_FALSE(ParseLatLon("N21 E49 x", place));
   EXPECT_FALSE(ParseLatLon("N21 E49,", place));
@@ -465,7 +465,7 @@ TEST(AngleText, TakesADegreeSignInUtf8AsOneSign) {
   EXPECT_FALSE(ParseCoordinate("34\xC2", true, value, nullptr));
 }
 
-TEST(AngleText, AsksNoLocale) {
+TEST(AngleText, IgnoresTheLocale) {
   const DecimalComma comma;
   ExpectWhole("S21\xB0 15.720'", Latitude, -21.262);
   EXPECT_EQ(FormatLatitude(-21.262, CoordinateDisplay::Seconds), "S21\xB0 15' 43.2\"");

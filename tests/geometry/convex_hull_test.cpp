@@ -197,7 +197,7 @@ TEST(ConvexHull, TakesTenThousandPointsOnACircleInTime) {
   EXPECT_LT(taken.count(), 60) << "quadratic in the hull, but no worse";
 }
 
-TEST(PolyAddPoint, LeavesTheRingAloneForAPointOnAnEdge) {
+TEST(PolyAddPoint, KeepsTheRingForAPointOnAnEdge) {
   PointBag bag;
   RecordedMessages messages;
   Poly ring = bag.Ring("-500:-500 -500:500 500:500 500:-500");
@@ -219,7 +219,7 @@ TEST(PolyAddPoint, ToleratesMoreFarFromTheOrigin) {
   EXPECT_EQ(ring.size(), 4U);
 }
 
-TEST(PolyAddPoint, InsertsBehindTheStartOfTheNearestEdge) {
+TEST(PolyAddPoint, InsertsAfterTheStartOfTheNearestEdge) {
   PointBag bag;
   RecordedMessages messages;
   Poly ring = bag.Ring("0:0 0:1000 1000:1000 1000:0");
@@ -241,7 +241,7 @@ TEST(PolyAddPoint, PutsAThirdVertexBetweenTheTwoOfARing) {
   EXPECT_TRUE(messages.Entries().empty());
 }
 
-TEST(PolyAddPoint, ReplacesAVertexThatThenLiesInside) {
+TEST(PolyAddPoint, ReplacesAVertexThatIsThenInside) {
   PointBag bag;
   RecordedMessages messages;
   Poly ring = bag.Ring("0:0 0:1000 1000:1000 1000:0");
@@ -249,7 +249,7 @@ TEST(PolyAddPoint, ReplacesAVertexThatThenLiesInside) {
   EXPECT_EQ(TextOf(ring), "0:0 0:1000 1500:1500 1000:0");
 }
 
-TEST(PolyAddPoint, SwallowsVerticesInBothDirections) {
+TEST(PolyAddPoint, RemovesVerticesInBothDirections) {
   PointBag bag;
   RecordedMessages messages;
   // An arc towards the east; the new point far to the east covers all but the western corners.
@@ -258,7 +258,7 @@ TEST(PolyAddPoint, SwallowsVerticesInBothDirections) {
   EXPECT_EQ(TextOf(ring), "0:0 500:50000 1000:0");
 }
 
-TEST(PolyAddPoint, SwallowsAcrossTheHeadOfTheListAndKeepsTwo) {
+TEST(PolyAddPoint, RemovesAcrossTheHeadOfTheListAndKeepsTwo) {
   PointBag bag;
   RecordedMessages messages;
   Poly ring = bag.Ring("500:600 800:500 990:300 1000:0 0:0 10:300 200:500");

@@ -63,7 +63,7 @@ TEST(ProjectAboutCentre, PutsTheBoundsAroundTheOrigin) {
   EXPECT_GT(points[1]->projected.east, 0);
 }
 
-TEST(LocalPlaneOfPoints, KeepsNorthAbsoluteAndCountsAPointEachTimeItStandsThere) {
+TEST(LocalPlaneOfPoints, KeepsNorthAbsoluteAndCountsAPointEachTimeItIsListed) {
   PointBag bag;
   Point* a = bag.AtDegrees(0, 10);
   Point* b = bag.AtDegrees(0, 13);

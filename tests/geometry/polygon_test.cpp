@@ -81,7 +81,7 @@ TEST(PolygonArea, AgreesWithTrianglesOnRandomRings) {
   }
 }
 
-TEST(PointInPolygon, TellsInsideFromOutside) {
+TEST(PointInPolygon, SeparatesInsideFromOutside) {
   PointBag bag;
   const Poly ring = bag.Ring("0:0 0:100 50:50 100:100 100:0");
   EXPECT_TRUE(PointInPolygon(25, 50, ring));
@@ -215,7 +215,7 @@ TEST(VerticesInside, KeepsTheOrderOfTheFirstRing) {
   EXPECT_EQ(TextOf(VerticesInside(a, b)), "30:30 20:20 5:5");
 }
 
-TEST(EdgeCrossings, StandNewestFirst) {
+TEST(EdgeCrossings, AreNewestFirst) {
   PointBag bag;
   ScratchPoints scratch;
   const Poly ring = bag.Ring("0:0 0:100 100:100 100:0");
@@ -250,7 +250,7 @@ TEST(IntersectPolygons, OfTwoSquaresIsTheirOverlap) {
   EXPECT_TRUE(messages.Entries().empty());
 }
 
-TEST(IntersectPolygons, TakesTheLongerListAndWorksInTheOther) {
+TEST(IntersectPolygons, StartsFromTheLongerListAndInsertsTheOther) {
   PointBag bag;
   ScratchPoints scratch;
   RecordedMessages messages;
@@ -293,7 +293,7 @@ TEST(IntersectPolygons, OfRingsApartOrEmptyIsNone) {
   EXPECT_TRUE(scratch.store.empty());
 }
 
-TEST(IntersectPolygons, OfACrossHasCrossingsAlone) {
+TEST(IntersectPolygons, OfACrossHasOnlyCrossings) {
   PointBag bag;
   ScratchPoints scratch;
   RecordedMessages messages;

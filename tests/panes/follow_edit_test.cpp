@@ -35,7 +35,7 @@ TEST_F(FollowEditTest, ANewTrailGetsARowInTheGroupOfItsTypeInAnyCase) {
   EXPECT_EQ(Row("Trail").children.size(), 2U);
 }
 
-TEST_F(FollowEditTest, AGroupThatIsEmptyGoes) {
+TEST_F(FollowEditTest, AnEmptyGroupLosesItsRow) {
   Map& map = Show(TwoGroupsText);
   const Texts before = TrailTexts();
   TrailEditor editor(map, nullptr);
@@ -72,7 +72,7 @@ TEST_F(FollowEditTest, ARenamedRangeMovesToItsPlace) {
   EXPECT_EQ(RangeRow("Violet").shading, 3);
 }
 
-TEST_F(FollowEditTest, ChangedKeysMakeTheRowsOfItsIntersectionsAnew) {
+TEST_F(FollowEditTest, ChangedKeysRebuildTheRowsOfItsIntersections) {
   Map& map = Show(std::string(TwoGroupsText) + "R\tBlue\nK\tPapio\nR\tRed\nK\tCebus\n");
   const size_t rows = view.rangeViews.size();
   ASSERT_EQ(rows, 4U);

@@ -78,7 +78,7 @@ TEST_F(PaneClicks, ContoursAreMadeAtTheFirstLook) {
   EXPECT_EQ(Length(map.contourTrails), lines);
 }
 
-TEST_F(PaneClicks, KeysStandInTheReverseOrderOfThePane) {
+TEST_F(PaneClicks, KeysAreInTheReverseOrderOfThePane) {
   Show(TwoGroupsText);
   ClickTrailRow(view, &Row("Cebus"), false);
   ClickTrailRow(view, &Row("2020-3-1 Ana"), true);

@@ -186,7 +186,7 @@ TEST_F(AnalysisTest, OfOneRangeGivesWhatTheAnalysisOfAllGives) {
   EXPECT_EQ(Figures(map), expected);
 }
 
-TEST_F(AnalysisTest, OfOneRangeReplacesItsOverlapsAlone) {
+TEST_F(AnalysisTest, OfOneRangeReplacesOnlyItsOverlaps) {
   AddSquare("A", 0, 0, 400);
   AddSquare("B", 200, 200, 400);
   AddSquare("C", 100, 100, 400);
@@ -213,7 +213,7 @@ TEST_F(AnalysisTest, OfAllReplacesAllOverlaps) {
   EXPECT_EQ(std::distance(map.intersections.begin(), map.intersections.end()), 1);
 }
 
-TEST_F(AnalysisTest, DoesNotHangOnTheOrderOfTheTrails) {
+TEST_F(AnalysisTest, DoesNotDependOnTheOrderOfTheTrails) {
   for (std::uint64_t seed = 1; seed <= 20; ++seed) {
     Lines expected;
     for (int turn = 0; turn < 3; ++turn) {
@@ -239,7 +239,7 @@ TEST_F(AnalysisTest, DoesNotHangOnTheOrderOfTheTrails) {
   }
 }
 
-TEST_F(AnalysisTest, StandsPlacesThatAreNoNumbers) {
+TEST_F(AnalysisTest, EnduresPlacesThatAreNotNumbers) {
   constexpr double nan = std::numeric_limits<double>::quiet_NaN();
   constexpr double infinite = std::numeric_limits<double>::infinity();
   const LatLon bad[] = {{nan, nan, 0}, {infinite, 0, 0}, {0, -infinite, 0}, {1e308, 1e308, 0}};
@@ -258,7 +258,7 @@ TEST_F(AnalysisTest, StandsPlacesThatAreNoNumbers) {
   }
 }
 
-TEST_F(AnalysisTest, StandsRangesAtThePolesAndAcrossTheDateLine) {
+TEST_F(AnalysisTest, EnduresRangesAtThePolesAndAcrossTheDateLine) {
   for (const LatLon& place :
        {LatLon{90, 0, 0}, LatLon{-90, 0, 0}, LatLon{0, 180, 0}, LatLon{10, -180, 0}}) {
     RangeCase site;

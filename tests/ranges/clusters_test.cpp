@@ -97,7 +97,7 @@ TEST(Clusters, TwoLocationsAreOneClusterAtTheLastLevelOnly) {
   EXPECT_EQ(ClusterLevelLine(range, 19, false), std::nullopt);
 }
 
-TEST(Clusters, ALocationOfThreePointsSeedsFirstAndAlone) {
+TEST(Clusters, ALocationOfThreePointsSeedsFirstOnItsOwn) {
   Site site;
   for (int i = 0; i < 24; ++i) site.Add(i * 3.1, (i * i) % 17);
   Point& often = site.Add(500, 500, 3);

@@ -67,7 +67,7 @@ TEST_F(GridTallyTest, GivesAStopWithoutDurationOneMinuteForGood) {
   EXPECT_EQ(range.totalMinutes, 6);
 }
 
-TEST_F(GridTallyTest, LeavesDurationsAloneWithoutAGrid) {
+TEST_F(GridTallyTest, KeepsDurationsWithoutAGrid) {
   const Trail& trail = AddFollow("Blue", 1, {{10, 10, 480, 0}});
   const Range& range = Tally();
   EXPECT_EQ(trail.points[0]->duration, 0);
@@ -76,7 +76,7 @@ TEST_F(GridTallyTest, LeavesDurationsAloneWithoutAGrid) {
   EXPECT_EQ(range.gridArea, 0);
 }
 
-TEST_F(GridTallyTest, CountsAPointAsOftenAsItStandsThere) {
+TEST_F(GridTallyTest, CountsAPointAsOftenAsItIsListed) {
   AddGrid(100, 0, 0);
   Trail& trail = AddFollow("Blue", 1, {{10, 10, 480, 4, 1, 0, 0}});
   trail.points.push_back(trail.points.front());

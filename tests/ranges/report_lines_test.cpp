@@ -65,12 +65,12 @@ struct RangeLinesTest : testing::Test {
   }
 };
 
-TEST_F(RangeLinesTest, TellTheAreasFirst) {
+TEST_F(RangeLinesTest, ShowTheAreasFirst) {
   EXPECT_EQ(RangeReportLine(range, 0),
             "MCP area: 3.5ha                          Grid area: 1.2km^2");
 }
 
-TEST_F(RangeLinesTest, TellPathsAndHours) {
+TEST_F(RangeLinesTest, ShowPathsAndHours) {
   GiveTravel();
   const Lines lines = Report();
   ASSERT_EQ(lines.size(), 14U);
@@ -117,14 +117,14 @@ TEST_F(RangeLinesTest, RoundHoursDifferentlyInReportAndTip) {
   EXPECT_EQ(RangeTipLine(range, 0, 1), "number of follows: 2 (2 hours)");
 }
 
-TEST_F(RangeLinesTest, TellATip) {
+TEST_F(RangeLinesTest, MakeATip) {
   GiveTravel();
   const Lines tip = Tip(0);
   EXPECT_EQ(tip, (Lines{"  Ana", "number of follows: 2 (2 hours)", "Mean daily path: 1234m",
                         "MCP area: 3.5ha", "Grid area: 1.2km^2"}));
 }
 
-TEST_F(RangeLinesTest, TellTheLevelsOfTheMaskInATip) {
+TEST_F(RangeLinesTest, ShowTheLevelsOfTheMaskInATip) {
   GiveClusters();
   range.clusters->clusters[0].area[0] = 3;
   const Lines tip = Tip(0b101, 9);
@@ -145,7 +145,7 @@ TEST_F(RangeLinesTest, HaveNoNegativeNumber) {
   EXPECT_EQ(NewRangeTipLine(1), std::nullopt);
 }
 
-TEST_F(RangeLinesTest, StandFiguresThatAreNoNumbers) {
+TEST_F(RangeLinesTest, EndureFiguresThatAreNotNumbers) {
   GiveTravel();
   GiveClusters();
   for (const double bad : {std::numeric_limits<double>::quiet_NaN(),
@@ -239,7 +239,7 @@ TEST_F(OverlapLinesTest, ReportEveryFigure) {
   EXPECT_EQ(Report(), expected);
 }
 
-TEST_F(OverlapLinesTest, TellEveryFigureInATip) {
+TEST_F(OverlapLinesTest, ShowEveryFigureInATip) {
   const Lines expected = {
       "MCP area: 1.2ha",
       "Area of grid cells used by both: 1.0ha",

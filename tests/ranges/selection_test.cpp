@@ -108,7 +108,7 @@ TEST(WildcardMatch, TakesAHyphenAtTheEndOfASetForItself) {
   EXPECT_FALSE(WildcardMatch("[a-]", "b"));
 }
 
-TEST(WildcardMatch, GoesOnTwoCharactersBehindAComplement) {
+TEST(WildcardMatch, ContinuesTwoCharactersAfterAComplement) {
   // Templates in use are written with this in mind: what stands in the two places does not matter.
   EXPECT_TRUE(WildcardMatch("[^a]xyz", "bz"));
   EXPECT_FALSE(WildcardMatch("[^a]z", "bz"));
@@ -211,7 +211,7 @@ TEST_F(TrailMatchesKeyTest, TakesBothLimitsOfTheDates) {
   EXPECT_FALSE(TrailMatchesKey(trail, key));
 }
 
-TEST_F(TrailMatchesKeyTest, MatchesNothingWithAFirstDateAlone) {
+TEST_F(TrailMatchesKeyTest, MatchesNothingWithOnlyAFirstDate) {
   key.dateFrom = 900;
   EXPECT_FALSE(TrailMatchesKey(trail, key));
 }
@@ -280,7 +280,7 @@ TEST_F(SelectionTest, CollectsAllPointsNewestFirst) {
   EXPECT_EQ(Collect({KeyOf("blue")}), (Names{"0820", "0800", "1020", "1000"}));
 }
 
-TEST_F(SelectionTest, KeepsPointsThatStandOnATrailTwice) {
+TEST_F(SelectionTest, KeepsPointsThatAreOnATrailTwice) {
   Trail& trail = AddFollow("Blue", 1, {{0, 0, 480, 10}});
   trail.points.push_back(trail.points.front());
   EXPECT_EQ(Collect({KeyOf("blue")}), (Names{"0800", "0800"}));
@@ -318,7 +318,7 @@ TEST_F(SelectionTest, TakesAPointOnceForTwoWindows) {
   EXPECT_EQ(Collect({KeyOf("Blue", 400, 500), KeyOf("Blue", 450, 600)}), (Names{"0800"}));
 }
 
-TEST_F(SelectionTest, TakesNothingForAKeyWithAFirstDateAlone) {
+TEST_F(SelectionTest, TakesNothingForAKeyWithOnlyAFirstDate) {
   AddFollow("Blue", 5, {{0, 0, 480, 10}});
   SearchKey key = KeyOf("Blue");
   key.dateFrom = 1;
@@ -336,7 +336,7 @@ TEST_F(SelectionTest, AddsNamedPointsByTemplate) {
   }
 }
 
-TEST_F(SelectionTest, TakesATemplateAsItStands) {
+TEST_F(SelectionTest, TakesATemplateAsItIs) {
   Named("Pde1", 0, 0);
   Named(" Pde2", 0, 0);
   EXPECT_EQ(Collect({KeyOf("points: Pde*")}), (Names{" Pde2"}));

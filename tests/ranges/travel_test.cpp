@@ -151,7 +151,7 @@ TEST_F(TravelTest, CountsFromMidnightOnForAStopOfTwoMinutesThere) {
   EXPECT_EQ(range.meanDailyPath, 200);
 }
 
-TEST_F(TravelTest, LeavesOutSlotsBehindMidnight) {
+TEST_F(TravelTest, LeavesOutSlotsAfterMidnight) {
   AddFollow("Blue", 1, {{0, 0, 1430, 60, 12, 12, 12}, {500, 0, 1500, 10}});
   const Range& range = Travel();
   EXPECT_EQ(Used(range), (Slots{286, 287}));

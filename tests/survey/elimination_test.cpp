@@ -168,7 +168,7 @@ TEST(Elimination, GivesTheSameBitsHoweverItIsDone) {
   EXPECT_GT(sparse, 1500);
 }
 
-TEST(Elimination, SwapsRowsAndLeavesColumnsFreeAlike) {
+TEST(Elimination, SwapsTheSameRowsAndLeavesTheSameColumnsFree) {
   for (std::uint32_t seed = 1; seed <= 2000; ++seed) {
     SCOPED_TRACE(testing::Message() << "seed " << seed);
     Dice dice(seed);

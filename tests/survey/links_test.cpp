@@ -88,7 +88,7 @@ TEST_F(Links, ShotsOfNoLengthAreRays) {
   EXPECT_FLOAT_EQ(Named(map, "B").links->bearing, 30);
 }
 
-TEST_F(Links, StandNewestFirst) {
+TEST_F(Links, AreNewestFirst) {
   // Readings are met newest first, and what is met last stands at the head.
   const Map& map = Gather("T\tW\nP\tA\nP\tB\nP\tD\nC\tE\tA\t1\t0\nC\tE\tB\t1\t0\nC\tE\tD\t1\t0\n");
   const Link* link = Named(map, "E").links;
@@ -230,7 +230,7 @@ TEST_F(LinksAcrossBasis, TakeAllShotsOfAPointThatOnlyTheBasisLists) {
   EXPECT_FLOAT_EQ(LinkOf(map, "HQ", "Spring").bearing, 276.25F);
 }
 
-TEST_F(LinksAcrossBasis, AverageTheShotsAtAPointThatStandsInNoList) {
+TEST_F(LinksAcrossBasis, AverageTheShotsAtAPointThatIsInNoList) {
   // The trail is given twice, so its first points are on it no more, and no list has them.
   Map& map = Rest("",
                   "T\tPde\tHuman\nP\tGone\nT\nG\tHQ\tN20 0\tE100 0\n"

@@ -92,7 +92,7 @@ TEST_F(SolvedRegions, OneJunctionHasAllWalkedOutFromIt) {
   EXPECT_EQ(Said(), Texts{});
 }
 
-TEST_F(SolvedRegions, WithoutAFixWarnOnceAndLieAroundZero) {
+TEST_F(SolvedRegions, WithoutAFixWarnOnceAndAreAroundZero) {
   const Map& map = Open("T\tW\nC\tB\tA\t10\t180\nC\tD\tB\t10\t180\nC\tE\tB\t10\t270\n");
   EXPECT_EQ(Said(), (Texts{"No absolute position found for connected region containing B in "
                            "test.map"}));  // the one junction
@@ -103,7 +103,7 @@ TEST_F(SolvedRegions, WithoutAFixWarnOnceAndLieAroundZero) {
   EXPECT_FALSE(HasAltitude(Named(map, "B").geo.altitude));
 }
 
-TEST_F(SolvedRegions, WithoutJunctionHangOnThePointThatWasMetFirst) {
+TEST_F(SolvedRegions, WithoutJunctionStartAtThePointThatWasMetFirst) {
   const Map& map = Open("T\tW\nP\tB\nC\tB\tA\t10\t180\n");
   EXPECT_EQ(Said(), (Texts{"No absolute position found for connected region containing B in "
                            "test.map"}));
@@ -199,7 +199,7 @@ TEST_F(SolvedRegions, OnesOfTheFixesStayInTheRowsOfTheAltitudes) {
   ExpectAltitude(map, "D", 55);
 }
 
-TEST_F(SolvedRegions, MoreAltitudesThanFixesStandInRowsOfTheirOwn) {
+TEST_F(SolvedRegions, MoreAltitudesThanFixesGetRowsOfTheirOwn) {
   // Junctions are listed E, D, A. Rows: E + A = 90 (the fix's row), D = 200; E - D = 0, D - A = 0.
   const Map& map =
       Open("T\tW\nG\tA\tN0\tE0\nC\tD\tA\t20\t180\nC\tE\tD\t20\t180\nA\tE\t90\nA\tD\t200\n");

@@ -70,7 +70,7 @@ TEST(StrayTurns, PlaceInTheOrderOfPlainPasses) {
   }
 }
 
-TEST(StrayTurns, LeaveOutWhatWaitsUntilItIsWoken) {
+TEST(StrayTurns, SkipWhatWaitsUntilItIsWoken) {
   const std::vector<Point> points(3);
   StrayTurns turns(3);
   EXPECT_EQ(turns.Next(), 0U);

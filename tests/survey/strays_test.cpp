@@ -141,7 +141,7 @@ TEST_F(Strays, TheNewestTieDecides) {
   ExpectAt(map, "P", 0, Side);
 }
 
-TEST_F(Strays, ABearingIsNoTie) {
+TEST_F(Strays, ABearingIsNotATie) {
   Open(WithFixes("C\tP\tA\t0\t1\nC\tQ\tA\t0\ta0\nC\tR\tA\t0\t0\t5\n"));
   EXPECT_EQ(Said(), (Texts{"No position found for point P", "No position found for point Q",
                            "No position found for point R"}));
@@ -194,7 +194,7 @@ TEST_F(Sums, ALaterFixSharesWithTheWeightThatTheWarningLeft) {
 
 using Quick = test::SurveyFixture;
 
-TEST_F(Quick, PlacesAreTakenFromFixesAlone) {
+TEST_F(Quick, PlacesComeFromFixesOnly) {
   Map& map = Read("T\tW\nG\tA\tN1\tE2\nA\tA\t30\nL\tB\t3\t4\n");
   EXPECT_FALSE(NeedsSolving(map));
   EXPECT_EQ(Named(map, "A").geo.lat, 1);
@@ -265,7 +265,7 @@ TEST_F(StoredPlaces, OutliveABasisWithALaterDate) {
   EXPECT_EQ(Named(map, "A").geo.lon, 4);
 }
 
-TEST_F(StoredPlaces, AreSolvedAnewIfAReadingTouchesThePoint) {
+TEST_F(StoredPlaces, AreSolvedAgainIfAReadingTouchesThePoint) {
   // A has a reading, B is the base of one: both follow from Fix.
   Map& map =
       Read("T\tW\nG\tFix\tN0\tE0\nC\tA\tFix\t100\t180\nC\tFix\tB\t50\t0\nL\tA\t3\t4\nL\tB\t3\t4\n");

@@ -44,7 +44,7 @@ TEST(OrderTrailByNumber, KeepsTheOrderOfEqualNumbers) {
   EXPECT_EQ(NamesOf(trail), (Texts{"Pde1", "Pde5", "Pde05", "Pde5m"}));
 }
 
-TEST(OrderTrailByNumber, LeavesATrailWithoutNumbersAlone) {
+TEST(OrderTrailByNumber, KeepsATrailWithoutNumbers) {
   TrailMap data;
   Trail& trail = data.AddNames("Pde", {"b", "a"});
   OrderTrailByNumber(trail, data.messages);

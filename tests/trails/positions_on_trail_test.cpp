@@ -43,7 +43,7 @@ TEST(TrailNumberValue, KeepsTheSignAndStaysWithin32Bits) {
   EXPECT_EQ(TrailNumberValue("-99999999999999999999999m"), -2147483647 - 1);
 }
 
-TEST(PointNumberOnTrail, ReadsTheNumberBehindTheTrailsName) {
+TEST(PointNumberOnTrail, ReadsTheNumberAfterTheTrailsName) {
   Trail trail;
   trail.name = "Pde";
   EXPECT_EQ(PointNumberOnTrail(trail, "Pde120"), 120);
@@ -101,7 +101,7 @@ TEST(PointNumericSynonym, NeverLooksAtThePointsOwnName) {
   EXPECT_EQ(PointNumericSynonym(point), nullptr);
 }
 
-TEST(FindPrimeTrail, LooksForTheNameWithAMarkBehind) {
+TEST(FindPrimeTrail, LooksForTheNameWithAMarkAfterIt) {
   TrailMap data;
   Trail& prime = data.AddNames("Pde'", {"Pde0"});
   EXPECT_EQ(FindPrimeTrail(data.map, "Pde"), &prime);
@@ -146,7 +146,7 @@ TEST(PositionOnTrail, LooksAlongTheNextLegAtATurn) {
   EXPECT_NEAR(std::fabs(bearing), Pi, 1e-9);
 }
 
-TEST(PositionOnTrail, ReachesTheVeryEndBehindTheLastMark) {
+TEST(PositionOnTrail, ReachesTheVeryEndAfterTheLastMark) {
   TrailMap data;
   // A climb on the spot is 10 m long to the last bit.
   data.AddTrail("Pde", {&data.At("Pde0", 0, 0, 100), &data.At("top", 0, 0, 110)});
@@ -163,7 +163,7 @@ TEST(PositionOnTrail, TakesTheWholeNameOfALongTrail) {
   EXPECT_TRUE(PositionOnTrail(data.map, name + "5").has_value());
 }
 
-TEST(PositionOnTrail, GivesAMarkThatAPointBears) {
+TEST(PositionOnTrail, GivesAMarkThatAPointHas) {
   TrailMap data;
   Point& mark = data.At("Pde40", 10, 20, 700);
   data.AddTrail("Pde", {&data.At("Pde0", 0, 0), &mark, &data.At("Pde100", 100, 100)});
@@ -182,7 +182,7 @@ TEST(PositionOnTrail, FindsMarksThatDescendAlongTheList) {
   EXPECT_NEAR(OffsetOf(*place).north, 140, 1e-3);
 }
 
-TEST(PositionOnTrail, TakesMetresBehindTheLastMark) {
+TEST(PositionOnTrail, TakesMetresAfterTheLastMark) {
   TrailMap data;
   data.AddTrail("Pde",
                 {&data.At("Pde0", 0, 0), &data.At("Pde100", 100, 0), &data.At("end", 110, 0)});
@@ -214,7 +214,7 @@ TEST(PositionOnTrail, TakesMetresBeforeTheFirstMark) {
   EXPECT_FALSE(PositionOnTrail(data.map, "Pde59").has_value());
 }
 
-TEST(PositionOnTrail, GoesOnAlongAPrimedTrail) {
+TEST(PositionOnTrail, ContinuesAlongAPrimedTrail) {
   TrailMap data;
   Point& junction = data.At("Pde100", 100, 0);
   data.AddTrail("Pde", {&data.At("Pde0", 0, 0), &junction});
@@ -230,7 +230,7 @@ TEST(PositionOnTrail, GoesOnAlongAPrimedTrail) {
   EXPECT_NEAR(OffsetOf(*between).east, 50, 1e-2);
 }
 
-TEST(PositionOnTrail, UsesThePrimedTrailAloneIfThereIsNoOther) {
+TEST(PositionOnTrail, UsesOnlyThePrimedTrailIfThereIsNoOther) {
   TrailMap data;
   data.AddTrail("Pde'", {&data.At("Pde0", 0, 0), &data.At("Pde100", 100, 0)});
   const auto place = PositionOnTrail(data.map, "Pde25");
@@ -320,7 +320,7 @@ TEST(PositionOnTrail, GivesNoDirectionAtTheEndOfATrail) {
   EXPECT_EQ(bearing, 0);
 }
 
-TEST(PositionOnTrail, LeavesTheBearingAloneForANameThatIsNoMark) {
+TEST(PositionOnTrail, KeepsTheBearingForANameThatIsNotAMark) {
   TrailMap data;
   data.AddNames("Pde", {"Pde0"});
   double bearing = 9;
@@ -330,7 +330,7 @@ TEST(PositionOnTrail, LeavesTheBearingAloneForANameThatIsNoMark) {
   EXPECT_EQ(bearing, 9);
 }
 
-TEST(PositionOnTrail, TakesTheDirectionAtAMarkFromThePlaneInWhichThePointsStand) {
+TEST(PositionOnTrail, TakesTheDirectionAtAMarkFromThePresentPlaneOfThePoints) {
   TrailMap data;
   Point& mark = data.At("Pde0", 0, 0);
   Point& next = data.At("Pde100", 100, 0);
