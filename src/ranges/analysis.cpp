@@ -13,8 +13,8 @@
 #include <iterator>
 
 // The steps share the `projected` fields of the points and the durations of the stops, so their
-// order matters: travel is measured before the tally gives each stop at least a minute, and areas
-// are taken in the plane that the step before has left.
+// order matters: travel is measured before the tally gives each stop at least a minute, and each
+// area is measured in the plane that the previous step left.
 
 namespace orvane {
 
@@ -28,22 +28,22 @@ void TakeHull(Range& range, Messages& messages) {
   range.hull = std::move(result->hull);
 }
 
-/// Puts the points of the follows into the plane of the range's own points, those too that a time
-/// window leaves out of the range.
+/// Puts the points of the follows into the plane of the range's own points, including those that a
+/// time window excludes from the range.
 void ProjectFollows(Range& range) {
   const double lon = (range.maxLon + range.minLon) / 2;
   const double lat = (range.maxLat + range.minLat) / 2;
   for (const Trail* follow : range.follows) ProjectPoints(follow->points, lon, lat);
 }
 
-/// Puts the points of the range and of its follows back into the plane of a solved map: a place that
-/// is looked up along a trail must not depend on whether a range exists.
+/// Puts the points of the range and of its follows back into the plane of a solved map: a place
+/// that is looked up along a trail must not depend on whether a range exists.
 void ReturnToAbsolutePlane(Range& range) {
   ProjectPoints(range.points, 0, 0);
   for (const Trail* follow : range.follows) ProjectPoints(follow->points, 0, 0);
 }
 
-/// All steps but the clusters, which need nothing of the others.
+/// All steps except the clusters, which are independent of the others.
 void AnalyzeWithoutClusters(Range& range, Map& map) {
   ClearRangeAnalysis(range);
   range.follows = SelectFollows(map, range.keys);

@@ -9,9 +9,9 @@
 #include <unordered_map>
 #include <vector>
 
-// Clusters come from the places of the points and the order of their list alone, but the method
-// writes to their `projected` fields all the time. So each range is clustered on copies of its own:
-// ranges that share points do not meet, and the vertices of the hulls are turned into the range's
+// Clusters follow from the places of the points and the order of their list, but computing them
+// overwrites the `projected` fields. So each range is clustered on copies of its points: ranges
+// that share points do not interfere, and the vertices of the hulls are replaced by the range's
 // points at the end.
 
 namespace orvane {
@@ -21,7 +21,7 @@ namespace {
 constexpr size_t PointsForThreads = 2000;  // below, a thread costs more than it saves
 constexpr unsigned MostThreads = 8;
 
-/// Copies of the points of one range, no more of them than what clusters look at.
+/// Copies of the points of one range, with only what clusters need.
 class PointCopies {
  public:
   explicit PointCopies(const std::vector<Point*>& points) {
@@ -49,7 +49,7 @@ class PointCopies {
   std::vector<Point*> points_;
 };
 
-/// For the threads that help: it shows nothing, and ends with the work of the thread that began.
+/// For the helping threads: shows nothing, and stops when the work of the first thread stops.
 class Follower final : public Progress {
  public:
   explicit Follower(const Progress* leader) : leader_(leader) {}
@@ -72,7 +72,7 @@ void ClusterOnCopies(Range& range, Messages& messages, Progress* progress) {
       }
     }
   } catch (const std::bad_alloc&) {
-    // Out of a thread this would end the program without a word.
+    // Thrown out of a thread, this would end the program without a message.
     NoteTooComplex(messages, range.points.size());
   }
 }
@@ -104,7 +104,7 @@ void ClusterRanges(std::span<Range* const> ranges, Messages& messages, Progress*
   });
   for (size_t i = 0; i < ranges.size() && workers > 1; ++i) {
     if (!IsTooComplex(said[i])) continue;
-    // Side by side they may want more memory than one that has it all to itself.
+    // Several at once may need more memory than one that has all of it.
     said[i] = RecordedMessages();
     ClusterOnCopies(*ranges[i], said[i], progress);
   }

@@ -8,10 +8,10 @@
 
 namespace orvane {
 
-/// Makes the clusters of several ranges, each from its `points`, on all processors. What comes out,
-/// and the order of the messages, is what `ClusterPoints` gives for one range after the other; the
-/// points themselves are not touched.
-/// \param progress  is told of it, and may call it off; some ranges then have no clusters
+/// Makes the clusters of several ranges, each from its `points`, on all processors. The results and
+/// the order of the messages are those of `ClusterPoints` for one range after the other; the points
+/// themselves do not change.
+/// \param progress  receives the progress and can cancel; some ranges then have no clusters
 void ClusterRanges(std::span<Range* const> ranges, Messages& messages,
                    Progress* progress = nullptr);
 

@@ -16,7 +16,7 @@
 namespace orvane {
 namespace {
 
-/// The column at which the number of clusters stands in a padded line.
+/// The column of the number of clusters in a padded line.
 constexpr size_t ClustersColumn = 19;
 
 std::unique_ptr<ClusterTree> TreeOf(const ClusterForest& forest) {

@@ -1,16 +1,15 @@
-// What happens to clusters when they grow.
+// What happens when clusters grow.
 //
-// Hulls are not to overlap, so after each growth the tree that grew (the top) is held against all
-// others whose bounds overlap its own, and merges with the first that has a location within its
-// hull, or the other way round.
+// Hulls must not overlap, so after each growth the grown tree (the top) is compared with all others
+// whose bounds overlap its own, and merges with the first that has a location inside its hull, or
+// the other way round.
 //
-// For that test the places of locations are read in the plane that the last hull of their tree has
-// left them in, which has its origin at the centre of that tree, while the other's hull stands
-// about its own. It is odd, but it decides when clusters fuse, and figures already published were
-// made so. To make every hull only for the plane that it leaves behind would cost more than all
-// the rest. So each top keeps the moment and the centre of its last plane, a location finds its
-// place by going up from its cluster, and a hull is made only when some location lies within the
-// bounds; it is then kept until its tree grows.
+// For that test a location is read in the plane that the last hull of its tree left it in, with its
+// origin at the centre of that tree, while the other's hull is about its own centre. See
+// docs/compatibility.md. Making every hull only for the plane that it leaves would cost more than
+// everything else. So each top stores the moment and the centre of its last plane, a location finds
+// its place by walking up from its cluster, and a hull is made only when some location is within
+// the bounds; it is then kept until its tree grows.
 
 #include "ranges/clusters_forest.h"
 
@@ -25,10 +24,10 @@
 namespace orvane {
 namespace {
 
-/// Takes in the whole tree as it stands.
+/// Takes the whole present tree.
 constexpr int NoLimit = NeverMerged;
 
-/// Trees up to this size are walked rather than searched for in the index.
+/// Trees up to this size are walked instead of being searched for in the index.
 constexpr int SmallTree = 32;
 
 ClusterBounds BoundsOf(double north, double east) { return {north, north, east, east}; }
@@ -77,7 +76,7 @@ void ClusterForest::AddClusterPoint(int cluster, int location) {
   links.lastLocation = location;
   members_[static_cast<size_t>(location)] = {steps_, NoIndex};
   joinedAt_[static_cast<size_t>(location)] = ++moment_;
-  // The bounds of the clusters above stay as they are: they are those of the moment of merging.
+  // The bounds of the clusters above do not change: they are those of the moment of merging.
   GroundOf(cluster).bounds.Widen(BoundsOf(point.north, point.east));
 
   Ground& tree = GroundOf(sets_.TopOf(cluster));
@@ -140,7 +139,7 @@ void ClusterForest::AbsorbOverlaps(int cluster) {
   }
 }
 
-/// \return the first tree that is to merge with this one
+/// \return the first tree to merge with this one
 int ClusterForest::FindOverlap(int top) {
   bool planeIsSet = false;
   for (const int other : tops_) {
@@ -154,7 +153,7 @@ int ClusterForest::FindOverlap(int top) {
   return NoIndex;
 }
 
-/// Whether some location of the tree of `top` lies in the bounds of `around` and in its hull.
+/// Whether some location of the tree of `top` is in the bounds of `around` and in its hull.
 bool ClusterForest::AnyInside(int top, int around) {
   const ClusterBounds& bounds = GroundOf(around).bounds;
   const auto isInside = [&](int location) {
@@ -171,8 +170,8 @@ bool ClusterForest::AnyInside(int top, int around) {
   return found;
 }
 
-/// Merged clusters whose bounds do not overlap those in question are not looked into. The bounds
-/// of a cluster need not hold what joined its children later, so this may hide a location.
+/// Merged clusters whose bounds do not overlap the given ones are skipped. The bounds of a cluster
+/// need not hold what joined its children later, so this may hide a location.
 bool ClusterForest::IsReachable(int location, const ClusterBounds& bounds) const {
   int cluster = PointAt(location).cluster;
   while (LinksOf(cluster).parent != NoIndex) {
@@ -182,7 +181,7 @@ bool ClusterForest::IsReachable(int location, const ClusterBounds& bounds) const
   return true;
 }
 
-/// What the hull of a tree does to the places of its locations. A single one stays as it is.
+/// The effect of the hull of a tree on the places of its locations. A single one stays as it is.
 void ClusterForest::SetPlane(int top) {
   const Ground& tree = GroundOf(top);
   if (tree.size < 2) return;
@@ -193,8 +192,8 @@ void ClusterForest::SetPlane(int top) {
   plane.centreLon = (east.reach - west.reach) / 2;
 }
 
-/// The place of a location in the plane of the last hull that it had a part in. The way up is
-/// short, since trees are merged into larger ones.
+/// The place of a location in the plane of the last hull that it was part of. The way up is short,
+/// since trees are merged into larger ones.
 Meters ClusterForest::PlaceOf(int location) const {
   const ClusterPoint& point = PointAt(location);
   std::uint64_t entered = joinedAt_[static_cast<size_t>(location)];
@@ -202,7 +201,7 @@ Meters ClusterForest::PlaceOf(int location) const {
   for (int cluster = point.cluster; cluster != NoIndex; cluster = LinksOf(cluster).parent) {
     const Plane& plane = PlaneOf(cluster);
     if (plane.setAt > entered) last = &plane;
-    // The location may have joined when the cluster was merged already.
+    // The location may have joined after the cluster was merged.
     entered = std::max(entered, plane.mergedAt);
   }
   if (last == nullptr) return {point.north, point.east};
@@ -216,8 +215,8 @@ Meters ClusterForest::PlaceInPlane(int location, const Plane& plane) const {
           geo.cosine * (geo.lon - plane.centreLon) * MetersPerDegree};
 }
 
-/// Goes over the locations of a cluster as it stood at a step: those of its children, oldest
-/// first, then its own, oldest first.
+/// Walks the locations of a cluster as it was at a step: those of its children, oldest first, then
+/// its own, oldest first.
 template <typename Take>
 void ClusterForest::WalkTree(int cluster, int limit, const Take& take) const {
   // Later children of a cluster were merged later.
@@ -262,7 +261,7 @@ void ClusterForest::Widen(Extremes& extremes, const Extremes& other) {
   }
 }
 
-/// Finds the first of the list where locations reach equally far.
+/// Finds the first in the list where locations reach equally far.
 void ClusterForest::SettleTies(int top) {
   Extremes& extremes = GroundOf(top).extremes;
   const auto isTied = [](const Extreme& extreme) { return extreme.isTied; };

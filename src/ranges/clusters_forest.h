@@ -12,7 +12,7 @@
 
 namespace orvane {
 
-/// Where a cluster stands among the others. Hulls walk over these, so they are kept small.
+/// The place of a cluster in the tree of merges. Hulls walk over these records, so they are small.
 struct ClusterLinks {
   int madeAt = 0;              ///< step at which it was seeded
   int mergedAt = NeverMerged;  ///< step at which it was merged into `parent`
@@ -24,11 +24,11 @@ struct ClusterLinks {
   int lastLocation = NoIndex;
 };
 
-/// The clusters, in order of creation, as locations join them and they merge. A cluster that was
+/// The clusters, in order of creation. Locations join them, and they merge. A cluster that was
 /// merged into another stays as its child.
 class ClusterForest {
  public:
-  /// Everything must live as long as the forest, which writes the working fields of `locations`.
+  /// Everything must outlive the forest, which writes the working fields of `locations`.
   ClusterForest(ClusterLocations& locations, LocationIndex& index, ClusterSets& sets,
                 Messages& messages);
 
@@ -36,20 +36,20 @@ class ClusterForest {
   void SeedCluster(const ClusterEdge& first, const ClusterEdge& second);
   /// A free location joins a cluster, which may have been merged.
   void JoinCluster(int cluster, int location);
-  /// Merges the trees of two clusters, unless they are one: the one of fewer locations into the
-  /// other, and the second into the first if they are equal.
+  /// Merges the trees of two clusters, unless they are the same: the one with fewer locations into
+  /// the other; of two equal ones the second into the first.
   void MergeClusters(int first, int second);
 
-  /// The points of a cluster as it stood at a step, in the order in which its hull takes them.
+  /// The points of a cluster as it was at a step, in the order in which its hull takes them.
   std::vector<Point*> PointListFromCluster(int cluster, int limit) const;
 
   const std::vector<ClusterLinks>& Clusters() const { return links_; }
-  /// How many of them are merged into no other.
+  /// How many clusters are not merged into another.
   size_t CountTops() const { return tops_.size(); }
   int Steps() const { return steps_; }
 
  private:
-  /// What projecting a location takes, kept close together.
+  /// What is needed to project a location, stored close together.
   struct GeoPlace {
     double lat;     ///< degrees
     double lon;     ///< degrees
@@ -57,29 +57,29 @@ class ClusterForest {
     Point* point;
   };
 
-  /// How a location stands in its cluster.
+  /// The place of a location in its cluster.
   struct Member {
     int step = 0;        ///< when it joined
     int next = NoIndex;  ///< the next newer one of the cluster
   };
-  /// A location of a tree that reaches furthest in one direction.
+  /// The location of a tree that reaches furthest in one direction.
   struct Extreme {
     double reach = 0;  ///< degrees in that direction
     int location = NoIndex;
-    bool isTied = false;  ///< another one reaches as far; then the first of the list counts
+    bool isTied = false;  ///< another one reaches as far; then the first in the list counts
   };
   /// North, east, south, west.
   using Extremes = std::array<Extreme, 4>;
-  /// The ground of a cluster, and the hull of its tree.
+  /// The bounds of a cluster, and the hull of its tree.
   struct Ground {
     ClusterBounds bounds;  ///< of its own locations, and of its children when they were merged
-    // Of the whole tree; kept for tops alone.
+    // Of the whole tree; kept for tops only.
     int size = 0;  ///< locations
     Extremes extremes;
-    bool hasHull = false;  ///< whether `hull` is that of the tree as it stands
+    bool hasHull = false;  ///< whether `hull` is that of the present tree
     Ring hull;
   };
-  /// The plane in which the last hull of a tree has put its locations.
+  /// The plane of the last hull of a tree, in which its locations are.
   struct Plane {
     std::uint64_t setAt = 0;     ///< moment; 0 for never
     std::uint64_t mergedAt = 0;  ///< moment at which the cluster was merged
@@ -124,7 +124,7 @@ class ClusterForest {
   std::vector<int> tops_;        // in order of creation
   int steps_ = 0;
 
-  // Moments order the events that decide in which plane a location stands.
+  // Moments order the events that decide in which plane a location is.
   std::uint64_t moment_ = 0;
   std::vector<std::uint64_t> joinedAt_;  // by location
   std::vector<GeoPlace> geo_;            // by location

@@ -1,31 +1,30 @@
 // The growth of clusters by single linkage, without a table of pairs.
 //
-// The rule is one of walks over the table of all ordered pairs, sorted: (1) the first free pair
-// (with two free ends) and the next one that shares an end with it are chosen as seeds, and a
-// threshold lies half way between their lengths; (2) a walk over the pairs below the threshold
-// takes up each that has a clustered end: its free end joins, or two trees merge; (3) if the seeds
-// are still free they become a cluster. Without seeds the threshold lies beyond everything, and
-// that walk is the last.
+// The rule is written for walks over the sorted table of all ordered pairs: (1) the first free pair
+// (with two free ends) and the next one that shares an end with it are the seeds, and a threshold
+// is half way between their lengths; (2) a walk over the pairs below the threshold takes each that
+// has a clustered end: its free end joins, or two trees merge; (3) if the seeds are still free they
+// become a cluster. Without seeds the threshold is beyond everything, and that walk is the last.
 //
 // What the table would hold follows from the state of the locations:
 //
-// - A pair needs no mark of being done. When it has been taken up, its ends are in one tree and
-//   stay there, and a pair with both ends in one tree changes nothing when a walk comes by. A pair
-//   that does change something has therefore never been taken up. So it does not matter either
-//   where the first pair stands that is not done.
+// - A pair needs no mark when it is done. Its ends are then in one tree and stay there, and a pair
+//   with both ends in one tree changes nothing. A pair that does change something has therefore
+//   never been taken. So it does not matter where the first pair is that is not done.
 // - The first free pair always has a partner while another location is free: if its ends differ,
-//   its own reverse stands behind it; if it is a location with two points, any pair with another
-//   free location does. So the search for seeds never has to look at a second one.
-// - A location of three points or more stands with itself before all else and seeds alone.
+//   its own reverse comes after it; if it is a location with two points, any pair with another free
+//   location does. So the search for seeds never needs a second candidate.
+// - A location of three points or more paired with itself comes before all else and is a seed by
+//   itself.
 // - The last walk leaves one tree: at most one location is free when it begins, every distance is
-//   below the last threshold, and two trees have a pair between them. A further round over
-//   coarser cells, with hull vertices put back, finds no pair that changes anything.
+//   below the last threshold, and two trees have a pair between them. A further round over coarser
+//   cells, with hull vertices put back, finds no pair that changes anything.
 //
-// What a walk needs is the first pair behind its place that has a clustered end and leads out of
-// that end's tree. Each clustered location keeps its own first; they stand in a heap. They can only
-// move back as trees grow, so a pair that has come to lie in one tree is replaced when it reaches
-// the head. Pairs that become of use when the walk has passed them wait for the next walk: these
-// are the ones with two free ends that lie below the threshold of a location of two points.
+// A walk needs the first pair after its place that has a clustered end and leads out of that end's
+// tree. Each clustered location keeps its own first pair in a heap. These pairs only move back as
+// trees grow, so a pair that is now within one tree is replaced when it reaches the head. Pairs
+// that become useful after the walk has passed them wait for the next walk: these have two free
+// ends and are below the threshold of a location of two points.
 
 #include "ranges/clusters_growth.h"
 
@@ -51,7 +50,7 @@ struct Later {
   }
 };
 
-/// The first pair at the head.
+/// The pair that comes first is at the head.
 using EdgeHeap = std::priority_queue<KeptEdge, std::vector<KeptEdge>, Later>;
 
 struct Seeds {
@@ -60,7 +59,7 @@ struct Seeds {
   ClusterEdge second;
 };
 
-/// Pairs between two looks at whether the user has had enough.
+/// Pairs between two checks whether the user has cancelled.
 constexpr unsigned PairsOfStep = 256;
 
 class Growth {
@@ -130,7 +129,7 @@ class Growth {
     return first;
   }
 
-  /// The first free pair behind `edge` that shares an end with it, or none.
+  /// The first free pair after `edge` that shares an end with it, or none.
   ClusterEdge FirstPartner(const ClusterEdge& edge) const {
     ClusterEdge first = {BeyondAllEdges, NoIndex, NoIndex};
     for (const int end : {edge.a, edge.b}) {
@@ -167,7 +166,7 @@ class Growth {
   }
 
   /// Finds the first pair of a location that a walk still meets. If the walk has passed an earlier
-  /// one, the location is looked at again when the walk has ended.
+  /// one, the location is checked again after the walk.
   void KeepFirst(int location) {
     ClusterEdge edge = index_.FirstForeignEdge(location, BeforeAllEdges);
     if (!edge.IsNone() && !IsBehind(edge, passed_)) {
@@ -177,7 +176,7 @@ class Growth {
     Keep(location, edge);
   }
 
-  /// A location that has just joined a cluster.
+  /// Adds a location that has just joined a cluster.
   void Enter(int location) {
     --freeCount_;
     KeepFirst(location);

@@ -7,10 +7,10 @@
 
 namespace orvane {
 
-/// Takes up all pairs of locations in their order until everything is in one tree.
+/// Takes all pairs of locations in their order until everything is in one tree.
 /// \param locations  all free; at least 2
-/// \param index, sets, forest  of these locations, nothing made in them yet
-/// \param progress  may call it off; the tree is then not whole
+/// \param index, sets, forest  of these locations, with nothing made in them yet
+/// \param progress  can cancel; the tree is then incomplete
 void GrowClusters(const ClusterLocations& locations, const LocationIndex& index,
                   const ClusterSets& sets, ClusterForest& forest, Progress* progress = nullptr);
 

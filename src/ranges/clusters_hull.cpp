@@ -1,5 +1,5 @@
-// Nearly all places that are asked for lie deep in the ring. The table cuts the ring into bands
-// along north:
+// Nearly all tested places are deep inside the ring. The table cuts the ring into bands along
+// north:
 //
 //          .--------.         A ring whose two chains between its lowest and its highest vertex
 //      ---/----------\---     only rise has one edge of each chain at every height. Where one chain
@@ -8,10 +8,10 @@
 //        \            /
 //
 // The east span of an edge counts in whole metres, which moves its crossings towards the start of
-// the edge; the reach of an edge in a band is taken from the same crossings. A margin takes up what
-// rounding could do. When the ring changes, the sure parts are cut back from its new edges, and
-// stay as they are elsewhere; a new table is made when too many places fall outside them. Those
-// places, and all in rings of another shape, are tested plainly.
+// the edge; the reach of an edge in a band is computed from the same crossings. A margin allows
+// for rounding. When the ring changes, the sure parts are cut back from its new edges and stay
+// elsewhere; a new table is made when too many places fall outside them. Those places, and all
+// places in rings of another shape, are tested plainly.
 
 #include "ranges/clusters_hull.h"
 
@@ -22,10 +22,10 @@
 namespace orvane {
 namespace {
 
-/// A table costs about as much as so many plain tests.
+/// A table costs about as much as this many plain tests.
 constexpr int MissesBeforeTable = 16;
 
-/// Far more than rounding does, in parts of the size of the numbers.
+/// Far more than the effect of rounding, relative to the size of the numbers.
 constexpr double Margin = 1e-9;
 
 size_t Next(const Ring& ring, size_t index) { return index + 1 < ring.size() ? index + 1 : 0; }
@@ -48,7 +48,7 @@ bool InsideTest::IsInside(const Meters& place) {
   return PointInRing(place.east, place.north, ring_);
 }
 
-/// Calls `take` with each band that an edge touches and its least and greatest east there.
+/// Calls `take` with each band that an edge touches and the edge's least and greatest east there.
 template <typename Take>
 void InsideTest::ForEachBand(const Meters& from, const Meters& to, const Take& take) const {
   if (from.north == to.north) return;
@@ -150,7 +150,7 @@ size_t InsideTest::ChangedFrom() const {
   return at;
 }
 
-/// The first vertex of the tail that does not.
+/// The first vertex of the unchanged tail.
 size_t InsideTest::ChangedTo(size_t from) const {
   const size_t most = std::min(ring_.size(), seen_.size()) - from;
   size_t same = 0;
@@ -170,7 +170,7 @@ void InsideTest::NoteChange() {
   const size_t size = ring_.size();
   const size_t from = ChangedFrom();
   const size_t to = ChangedTo(from);
-  // The edge that leads to the first changed vertex is new as well; it may be the closing one.
+  // The edge that leads to the first changed vertex is new too; it may be the closing edge.
   for (size_t i = from; i <= to; ++i) {
     KeepClearOf(ring_[(i + size - 1) % size].place, ring_[i % size].place);
   }
@@ -193,7 +193,7 @@ bool HullGrowth::IsExtreme(const Point* point) const {
 }
 
 void HullGrowth::Take(const RingVertex& vertex) {
-  // An extreme that is found inside is left out all the same.
+  // An extreme is skipped even if it is found inside.
   if (inside_.IsInside(vertex.place) || IsExtreme(vertex.point)) return;
   AddToRing(ring_, vertex, messages_);
   inside_.NoteChange();

@@ -8,25 +8,25 @@
 
 namespace orvane {
 
-/// Tells whether places lie in a ring, for many places and a ring that grows now and then. The
-/// answers are those of `PointInRing`, to the last place; most come from a table.
+/// Tests whether places are inside a ring, for many places and a ring that grows now and then. The
+/// answers are exactly those of `PointInRing`; most come from a table.
 class InsideTest {
  public:
   /// The ring must live as long as the test.
   explicit InsideTest(const Ring& ring) : ring_(ring) {}
 
   bool IsInside(const Meters& place);
-  /// To be called after each change of the ring.
+  /// Call after each change of the ring.
   void NoteChange();
 
  private:
   static constexpr size_t Bands = 32;
 
-  /// Between its two limits every place of a band is inside.
+  /// Every place of a band between its two limits is inside.
   struct Band {
     double left = 0;        ///< metres east
     double right = 0;       ///< metres east; below `left` if nothing is sure
-    bool risesLeft = true;  ///< whether the edges that rise stand on the left
+    bool risesLeft = true;  ///< whether the rising edges are on the left
   };
 
   void Build();
@@ -38,7 +38,7 @@ class InsideTest {
   void ForEachBand(const Meters& from, const Meters& to, const Take& take) const;
 
   const Ring& ring_;
-  Ring seen_;            // the ring of the last look at it
+  Ring seen_;            // the ring at the last change
   int missed_ = 0;       // plain tests since the table was built
   bool isSure_ = false;  // what the table calls inside is inside
   bool isNew_ = false;   // the ring has not changed since the table was built
@@ -48,18 +48,18 @@ class InsideTest {
   std::array<Band, Bands> bands_{};
 };
 
-/// Builds the hull of `ConvexHull` from places that stand in their plane already and come one by
-/// one, in the order of the list.
+/// Builds the hull of `ConvexHull` from places that are already in their plane and come one by one,
+/// in the order of the list.
 class HullGrowth {
  public:
-  /// \param north, east, south, west  the extremes of the list, in degrees; among equals the first
+  /// \param north, east, south, west  the extremes of the list, in degrees; of equal ones the first
   /// \param messages                  as for `ConvexHull`
   HullGrowth(const RingVertex& north, const RingVertex& east, const RingVertex& south,
              const RingVertex& west, Messages& messages);
   HullGrowth(const HullGrowth&) = delete;
   HullGrowth& operator=(const HullGrowth&) = delete;
 
-  /// To be called for each place of the list, the extremes among them.
+  /// Call for each place of the list, including the extremes.
   void Take(const RingVertex& vertex);
   const Ring& Hull() const { return ring_; }
 

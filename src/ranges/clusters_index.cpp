@@ -6,11 +6,11 @@
 namespace orvane {
 namespace {
 
-/// Small enough to pass over most, large enough to keep the tree shallow.
+/// Small enough to skip most, large enough to keep the tree shallow.
 constexpr int LargestLeaf = 8;
 
-/// The distance from a place to a box. It is rounded as the distance to a location in the box
-/// would be, step by step, so it is never greater than that.
+/// The distance from a place to a box. It is rounded like the distance to a location in the box,
+/// step by step, so it is never greater than that.
 double DistanceToBounds(const ClusterBounds& bounds, double north, double east) {
   double dNorth = 0;
   if (north < bounds.minNorth) dNorth = bounds.minNorth - north;
@@ -60,7 +60,7 @@ size_t LocationIndex::AddNode(int begin, int end, int parent) {
 }
 
 void LocationIndex::Build() {
-  // A first child is made right behind its parent; the second ones wait here.
+  // A first child is made right after its parent; the second ones wait here.
   struct Waiting {
     int begin;
     int end;
@@ -99,7 +99,7 @@ void LocationIndex::NoteTaken(int location) {
   }
 }
 
-/// Looks one level down only: what holds for a box shows in the boxes above it at later visits.
+/// Looks only one level down: a change of a box reaches the boxes above it at later visits.
 void LocationIndex::RefreshCluster(const Node& node, size_t at) const {
   if (node.cluster != NoIndex || node.free > 0) return;
   if (node.second != NoIndex) {
@@ -126,7 +126,7 @@ bool LocationIndex::IsOfTree(const Node& node, size_t at, int top) const {
   return node.cluster != NoIndex && sets_.TopOf(node.cluster) == top;
 }
 
-/// Of the two directions of a pair, the first that stands behind `after`.
+/// The first of the two directions of a pair that comes after `after`.
 ClusterEdge LocationIndex::FirstDirection(double length, int x, int y,
                                           const ClusterEdge& after) const {
   ClusterEdge first = {length, x, y};
@@ -149,7 +149,7 @@ ClusterEdge LocationIndex::FirstEdge(int location, const ClusterEdge& after,
   pending[count++] = {0, 0};
   while (count > 0) {
     const auto [distance, at] = pending[--count];
-    // At equal length the order of pairs decides, so an equal distance is looked into.
+    // At equal length the order of pairs decides, so an equal distance is searched too.
     if (distance > best.length) continue;
     const Node& node = nodes_[at];
     if (skipNode(node, at)) continue;

@@ -8,7 +8,7 @@
 
 namespace orvane {
 
-/// Bounds in the plane of the locations; limits belong to them.
+/// Bounds in the plane of the locations, limits included.
 struct ClusterBounds {
   double maxNorth = 0;  ///< metres
   double minNorth = 0;
@@ -30,9 +30,9 @@ class ClusterSets {
  public:
   /// \return the number of the new set, counted from 0
   int Make();
-  /// `child` and all of its set belong to `parent` from now on. Both are tops.
+  /// `child` and all of its set belong to `parent` from now on. Both must be tops.
   void Unite(int child, int parent) { above_[static_cast<size_t>(child)] = parent; }
-  /// \return the cluster that was merged into no other
+  /// \return the cluster of the set that is not merged into another
   int TopOf(int cluster) const {
     auto at = static_cast<size_t>(cluster);
     while (above_[at] != static_cast<int>(at)) {
@@ -47,31 +47,30 @@ class ClusterSets {
   mutable std::vector<int> above_;  // paths are halved while they are walked
 };
 
-/// Finds locations near to others: a tree of boxes over all of them. Boxes whose locations all
-/// belong to one tree of clusters are passed over when others are wanted.
+/// Finds locations near to others: a tree of boxes over all of them. A search skips boxes whose
+/// locations all belong to one tree of clusters when it needs others.
 class LocationIndex {
  public:
-  /// Both must live as long as the index; `cluster` of the locations is looked at in each search.
+  /// Both must outlive the index; each search reads `cluster` of the locations.
   LocationIndex(const ClusterLocations& locations, const ClusterSets& sets);
 
-  /// To be called once for each location that joins a cluster.
+  /// Call once for each location that joins a cluster.
   void NoteTaken(int location);
 
-  /// The first pair behind `after` that joins a clustered location and one which is free or
-  /// belongs to another tree, in either direction.
+  /// The first pair after `after` that joins a clustered location and one that is free or belongs
+  /// to another tree, in either direction.
   ClusterEdge FirstForeignEdge(int location, const ClusterEdge& after) const;
-  /// The first pair behind `after` that joins a location and another one that is free, in either
-  /// direction.
+  /// The first pair after `after` that joins a location and another free one, in either direction.
   ClusterEdge FirstFreeEdge(int location, const ClusterEdge& after) const;
 
-  /// Whether a test holds for some location of a tree within bounds.
+  /// Whether a test is true for some location of a tree within bounds.
   /// \param top   the top of the tree
   /// \param test  takes the index of a location
   template <typename Test>
   bool AnyOfTree(int top, const ClusterBounds& bounds, const Test& test) const;
 
  private:
-  /// A box. Its first child follows it, its second stands at `second`.
+  /// A box. Its first child follows it; its second child is at `second`.
   struct Node {
     ClusterBounds bounds;
     int begin = 0;  ///< in `order_`
@@ -86,7 +85,7 @@ class LocationIndex {
     double east;
     int location;
   };
-  /// Nodes to be visited: at most one for each level, and the halving keeps these below 32.
+  /// Nodes to visit: at most one for each level, and halving keeps the levels below 32.
   struct Pending {
     double distance;
     size_t node;

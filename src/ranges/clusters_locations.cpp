@@ -10,13 +10,13 @@
 namespace orvane {
 namespace {
 
-/// The bounds are cut into so many rows and columns. The cells serve the order of pairs alone.
+/// The bounds are cut into this many rows and columns. The cells only serve the order of pairs.
 constexpr int CellsAlongSide = 16;
 
-/// An extent that rounding alone gives to points on one line.
+/// An extent that points on one line can get by rounding.
 constexpr double LeastExtent = 1e-6;
-/// No place on earth lies so far from another. Below it every distance is far below
-/// `BeyondAllEdges`, on which the end of the method rests.
+/// No two places on earth are so far apart. Below it every distance is far below `BeyondAllEdges`,
+/// which the end of the method needs.
 constexpr double LargestExtent = 1e16;
 
 struct Side {
@@ -34,7 +34,7 @@ struct Side {
   }
 };
 
-/// Numbers of the points in groups of equal place; in a group they keep the order of the list.
+/// Indexes of the points in groups of equal place; within a group they keep the order of the list.
 std::vector<size_t> SortedByPlace(PointSpan points) {
   std::vector<size_t> order(points.size());
   std::iota(order.begin(), order.end(), size_t{0});

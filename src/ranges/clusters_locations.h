@@ -7,15 +7,15 @@
 
 namespace orvane {
 
-/// Stands for "no location" and "no cluster".
+/// Means "no location" and "no cluster".
 constexpr int NoIndex = -1;
 
-/// One distinct location of a range. Clusters and locations are told by their index.
+/// One distinct location of a range. Clusters and locations are identified by their index.
 struct ClusterPoint {
   double north = 0;        ///< metres, about the mean place of the range; never changes
   double east = 0;         ///< likewise
-  Point* point = nullptr;  ///< the first of the list that stands here
-  int count = 1;           ///< how many of the list stand exactly here
+  Point* point = nullptr;  ///< the first of the list that is here
+  int count = 1;           ///< how many of the list are exactly here
   int cell = 0;            ///< row-major number of its cell
   int cluster = NoIndex;   ///< the cluster that it joined, or free
 };
@@ -33,19 +33,19 @@ struct ClusterEdge {
   bool IsNone() const { return a == NoIndex; }
 };
 
-/// Stands before all pairs.
+/// Comes before all pairs.
 constexpr ClusterEdge BeforeAllEdges = {-1, NoIndex, NoIndex};
-/// Stands behind all pairs; no range reaches so far.
+/// Comes after all pairs; no range reaches so far.
 constexpr double BeyondAllEdges = 1e17;
 
 /// Finds the distinct locations. Leaves the points projected about their mean place.
 /// \return nothing for an empty list, a list without an extent in north or in east, or one with
-///         places that are no numbers or lie out of all bounds
+///         places that are not numbers or are out of all bounds
 std::optional<ClusterLocations> FindLocations(PointSpan points);
 
-/// The order in which pairs are taken up: by length; at length 0 the one whose first location has
-/// more points; then by cell of the first, cell of the second, and the places of both in their
-/// cells. It is the order in which a double loop over the cells meets them.
+/// The order in which pairs are taken: by length; at length 0 by the number of points at the first
+/// location, larger first; then by the cell of the first, the cell of the second, and their places
+/// in these cells. It is the order in which a double loop over the cells meets them.
 bool Precedes(const ClusterLocations& locations, const ClusterEdge& x, const ClusterEdge& y);
 
 }  // namespace orvane

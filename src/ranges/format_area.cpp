@@ -10,7 +10,7 @@ namespace {
 constexpr double SquareMetersPerHectare = 10000;
 constexpr double SquareMetersPerSquareKilometer = 1000000;
 
-/// "-0" is no area.
+/// "-0" is not an area.
 std::string Cut(double value) { return FormatFixed(std::trunc(value) + 0.0, 0); }
 
 std::string Figure(double area) {

@@ -12,7 +12,7 @@ namespace orvane {
 namespace {
 
 constexpr int FirstClusterLine = 14;
-constexpr int LinesWithoutTravel = 13;  ///< how far the lines of a range without travel skip
+constexpr int LinesWithoutTravel = 13;  ///< lines that a range without travel skips
 constexpr int MinutesPerHour = 60;
 constexpr double LargestShown = 1e15;
 
@@ -24,13 +24,13 @@ std::string Padded(const std::string& text, size_t width) {
 
 std::string TwoDigits(int number) { return (number < 10 ? "0" : "") + std::to_string(number); }
 
-/// A whole number of metres, as the truncating texts show it.
+/// A whole number of metres, cut.
 std::string CutText(double value) {
   if (!(std::abs(value) < LargestShown)) return "0";
   return std::to_string(static_cast<long>(value));
 }
 
-/// Percent with two decimals; 0.00 where there is nothing to relate to.
+/// Percent with two decimals; 0.00 if the whole is 0.
 std::string Percent(double part, double whole) {
   return FormatFixed(whole == 0 ? 0 : part * 100 / whole, 2) + "%";
 }
@@ -58,7 +58,7 @@ std::string PathsText(const Range& range) {
 
 // --- Overlaps -------------------------------------------------------------------------------
 
-/// One side of an overlap, seen with the other.
+/// One side of an overlap, and the other.
 struct SideView {
   const OverlapShare& own;
   const OverlapShare& other;
@@ -80,7 +80,7 @@ std::string CellShareText(const SideView& side) {
          FormatFixed(double{side.own.cellShare}, 2) + "%";
 }
 
-/// The six lines that tip and report begin with.
+/// The six lines at the start of both tip and report.
 std::string CommonLine(const RangeIntersection& record, int line) {
   switch (line) {
     case 0:
@@ -135,7 +135,7 @@ std::string MeasureLine(const RangeIntersection& record, const std::string& name
     case 0:
       return InsideText(name, side, measure);
     case 1: {
-      // For B the figures are relative to A's total: those in use are.
+      // For B the figures are relative to A's total. See docs/compatibility.md.
       const std::int64_t ofA = record.a.range->tally.measure[measure];
       return BeyondText(name, side, own.beyond.measure[measure], own.withinOther.measure[measure],
                         whole == 0 ? 0 : ofA);
@@ -177,7 +177,7 @@ std::optional<std::string> IntersectionReportLine(const RangeIntersection& recor
   const auto measure = static_cast<size_t>((line - FirstMeasureLine) / LinesOfMeasure);
   const int offset = (line - FirstMeasureLine) % LinesOfMeasure;
   if (measure >= names.size() || !names[measure]) return std::nullopt;
-  // Two lines of SM3 bear the name of SM2, in all reports there are.
+  // Two lines of SM3 have the name of SM2. See docs/compatibility.md.
   const bool namedAsSecond = measure == 2 && offset % 3 == 0;
   const std::string name = namedAsSecond ? names[1].value_or("") : *names[measure];
   return MeasureLine(record, name, measure, offset);
@@ -200,8 +200,7 @@ std::optional<std::string> RangeTipLine(const Range& range, std::uint32_t cluste
     default:
       break;
   }
-  // Where the mask is used up the line of the lowest level is repeated, as tips have always done;
-  // it has to end somewhere.
+  // After the mask the line of the lowest level repeats. See docs/compatibility.md.
   const bool beyondAllLevels = line >= FirstLevelLine + ClusterLevels;
   if (line < 0 || beyondAllLevels || range.clusters == nullptr) return std::nullopt;
   int left = line - FirstLevelLine;
@@ -219,7 +218,7 @@ std::optional<std::string> RangeTipLine(const RangeIntersection& record, const M
   if (line < FirstMeasureLine) return CommonLine(record, line);
   const auto measure = static_cast<size_t>((line - FirstMeasureLine) / 2);
   if (measure >= names.size() || !names[measure]) return std::nullopt;
-  // The lines of SM3 bear the name of SM2, in all texts there are.
+  // The lines of SM3 have the name of SM2. See docs/compatibility.md.
   const std::string name = measure == 2 ? names[1].value_or("") : *names[measure];
   return InsideText(name, line % 2 == 0 ? SideA(record) : SideB(record), measure);
 }

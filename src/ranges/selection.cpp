@@ -84,7 +84,7 @@ std::optional<std::vector<Element>> ParseTemplate(std::string_view rest) {
   return elements;
 }
 
-/// Only the last star met has ever to be tried again, further on in the text.
+/// Only the last star met ever needs to be tried again, further on in the text.
 bool Fits(const std::vector<Element>& elements, std::string_view text) {
   constexpr size_t NoStar = static_cast<size_t>(-1);
   size_t element = 0;
@@ -111,7 +111,7 @@ bool Fits(const std::vector<Element>& elements, std::string_view text) {
 
 bool HasTimeLimit(const SearchKey& key) { return key.timeFrom != key.timeTo; }
 
-/// The template of a key such as "Points:Pde*", used as it stands, blanks and all.
+/// The template of a key such as "Points:Pde*", used as it is, blanks included.
 std::optional<std::string_view> TemplateOf(const SearchKey& key) {
   for (const std::string_view prefix : {"points:", "point:"}) {
     if (CompareNamesN(key.type, prefix, prefix.size()) == 0) {

@@ -12,7 +12,7 @@ namespace {
 constexpr int SlotsOfHour = SlotsOfDay / HoursOfDay;
 constexpr double LargestPath = 1e15;  ///< metres: what a whole number is bounded to
 
-/// A stop without a time is no part of travel.
+/// A stop without a time does not count as travel.
 bool HasTime(const Point& point) { return point.timeOfDay != 0 || point.duration > 1; }
 
 bool IsOfDay(long slot) { return slot >= 0 && slot < SlotsOfDay; }
@@ -41,7 +41,7 @@ void SpreadDistance(Range& range, const Point& from, const Point& to) {
   const long last = (long{from.timeOfDay} + from.duration) / MinutesOfSlot - 1;
   const long next = to.timeOfDay / MinutesOfSlot;
   if (last == next) return;
-  // The last slot of the stop is counted with the way as well; it is one follow all the same.
+  // The last slot of the stop counts with the way too, but it is only one follow.
   if (IsOfDay(last)) --range.slots[static_cast<size_t>(last)].count;
   const double share = distance / static_cast<double>(next - last);
   ForEachSlot(range, last, next, [&](TravelTally& slot) {
@@ -69,7 +69,7 @@ void SumHour(Range& range, size_t hour) {
   }
 }
 
-/// Cuts to a whole number of metres; 0 for what is no number.
+/// Cuts to a whole number of metres; 0 for a value that is not a number.
 std::int64_t CutMeters(double meters) {
   if (!(std::abs(meters) < LargestPath)) return 0;
   return static_cast<std::int64_t>(meters);

@@ -15,19 +15,19 @@
 namespace orvane {
 namespace {
 
-/// Warnings of points that stand twice on a trail.
+/// Warnings about points that are on a trail twice.
 constexpr int MostRepeats = 4;
 /// Warnings of one check of the order, unless all are wanted.
 constexpr int MostOrderWarnings = 5;
 
-/// What the three checks of the order differ in.
+/// The differences between the three checks of the order.
 struct OrderCheck {
   std::function<std::optional<double>(const Point&)> value;
   std::function<std::string(double)> text;  ///< of a value, as the warnings show it
   bool acceptsEnds = false;                 ///< the points named "begin" and "end" need no value
 };
 
-/// How far the check of one trail has come.
+/// The state of the check of one trail.
 struct OrderState {
   double previous = -1;  ///< -1 for none, so a value of -1 never counts as a predecessor
   int direction = 0;     ///< 1 if values rise, -1 if they fall, 0 while that is open
@@ -45,8 +45,8 @@ void NoteStranger(const Trail& trail, const Point& point, bool showAll, OrderSta
   state.strangerNoted = true;
 }
 
-/// Takes up the next value.
-/// \return what is wrong with it, as the middle of a warning; null if nothing is
+/// Takes the next value.
+/// \return what is wrong with it, as the middle of a warning; null if it fits
 const char* TakeValue(double value, OrderState& state) {
   const double previous = state.previous;
   state.previous = value;
@@ -100,7 +100,7 @@ void ClearVisited(const Trail& trail) {
   for (Point* point : trail.points) point->flags &= ~std::uint32_t{PointVisited};
 }
 
-/// Warns of points that stand on the trail more than once. On the last node that closes the trail.
+/// Warns of points that are on the trail more than once. The last node may close the trail.
 void CheckRepeats(const Trail& trail, Messages& messages) {
   ClearVisited(trail);
   int repeats = 0;

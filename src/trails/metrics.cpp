@@ -41,7 +41,8 @@ PointSpan UntilRepeat(PointSpan points) {
   return points;
 }
 
-/// The rest of a trail's list from the first link on whose point is `p` or `q`; empty for none.
+/// The rest of a trail's list from the first link whose point is `p` or `q`; empty if there is
+/// none.
 PointSpan FromEither(const Trail& trail, const Point& p, const Point& q) {
   const auto link = std::find_if(trail.points.begin(), trail.points.end(),
                                  [&](const Point* point) { return point == &p || point == &q; });
@@ -55,7 +56,7 @@ bool IsLevel(PointSpan points) {
   });
 }
 
-/// The sums of which a plane is fitted: x north, y east, z altitude.
+/// The sums from which a plane is fitted: x north, y east, z altitude.
 struct PlaneSums {
   double n = 0;
   double z = 0;
@@ -87,7 +88,7 @@ PlaneSums SumsOf(PointSpan points) {
   return sums;
 }
 
-/// A whole number of square metres, cut; an area that is no number shows as 0.
+/// A whole number of square metres, cut; an area that is not a number shows as 0.
 std::string WholeText(double area) {
   return FormatFixed(std::isfinite(area) ? std::trunc(area) : 0, 0);
 }
@@ -119,9 +120,9 @@ std::string PlaneText(const Trail& trail) {
          FormatGeneral(trail.plane[2]);
 }
 
-/// The lengths, altitudes and the area, lines 1 to 3: a line with nothing to show shows what the
-/// next one would, so that trails without altitudes show their area first. Where only some
-/// altitudes are known their span stands on lines 1 and 2.
+/// The lengths, altitudes and the area, lines 1 to 3: a line without a value shows the next one, so
+/// trails without altitudes show their area first. If only some altitudes are known, their span is
+/// on lines 1 and 2.
 std::optional<std::string> ExtentLine(const Trail& trail, int line) {
   const bool hasLength = HasAltitude(trail.groundLength);
   if (line == 1 && hasLength) {
@@ -199,7 +200,7 @@ double FlatTrailArea(const Trail& trail) {
   const LatLon mean = MeanPlace(trail.points);
   ProjectPoints(trail.points, mean.lon, mean.lat);
   const double area = PolygonArea(trail.points);
-  // Afterwards the points stand with their north absolute again.
+  // Afterwards the points have their absolute north again.
   LocalPlaneOfPoints(trail.points);
   return area;
 }
@@ -218,12 +219,11 @@ std::optional<Plane> FitPlane(PointSpan points) {
   const double skew = s.n * s.xy - s.x * s.y;
   const double riseNorth = s.n * s.zx - s.z * s.x;
   const double riseEast = s.n * s.zy - s.z * s.y;
-  // A least-squares fit would subtract the square of the skew, and would have the skew in the
-  // numerators too. The published slopes and aspects were computed as it stands; pinned by
-  // FitPlane.AddsTheSquaredSkew.
+  // A least-squares fit would subtract the square of the skew, and use the skew in the numerators
+  // too. See docs/compatibility.md.
   const double scale = spreadEast * spreadNorth + skew * skew;
   if (scale == 0 || !std::isfinite(scale)) return std::nullopt;
-  // Level ground has no rise at all; what rounding leaves of the sums would give it an aspect.
+  // Level ground has no slope at all; the rounding errors in the sums would give it an aspect.
   if (IsLevel(ring)) return Plane{0, 0, Altitude(*ring.front())};
   return Plane{
       riseNorth * spreadEast / scale, riseEast * spreadNorth / scale,
@@ -236,8 +236,8 @@ void TiltPoints(PointSpan points, double aspect, const Plane& plane) {
   ProjectPoints(points, mean.lon, mean.lat);
   const double cosine = std::cos(aspect);
   const double sine = std::sin(aspect);
-  // With the aspect of the same plane this is 0, and the areas flat and slanted are alike. That
-  // stays: figures in use were made so.
+  // With the aspect of the same plane this is 0, so the flat and the slanted area are alike. See
+  // docs/compatibility.md.
   const double k = cosine * plane[1] - sine * plane[0];
   const double stretch = std::sqrt(k * k + 1);
   for (Point* point : points) {

@@ -11,7 +11,7 @@
 namespace orvane {
 namespace {
 
-/// The lower 16 bits of a difference, as a signed number: durations have always been kept so.
+/// The lower 16 bits of a difference, as a signed number; see docs/compatibility.md.
 int CutTo16Bits(std::int64_t difference) {
   return static_cast<std::int16_t>(static_cast<std::uint64_t>(difference) & 0xFFFF);
 }

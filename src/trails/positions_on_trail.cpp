@@ -1,11 +1,11 @@
-// Marks are read from the names alone. To find a place, the nodes of the trail (and of the second
-// trail that carries it on) are searched for the marks just below and just above the target, and
+// Marks are read from the names only. To find a place, the nodes of the trail (and of the second
+// trail that continues it) are searched for the marks just below and just above the target, and
 // the path between those two is walked:
 //
 //      Pde100 ----o------o---*--o---- Pde200        numbers rise along the list (`upperLast`)
 //         lower          P      Q       upper       or fall (`lowerLast`), then walked from upper
 //
-// The walked path is never looked up by name, so it may lead over points without a mark.
+// The walk does not look up names, so it may pass points without a mark.
 
 #include "trails/positions_on_trail.h"
 
@@ -23,7 +23,7 @@
 namespace orvane {
 namespace {
 
-/// The longest name of a trail that is looked up with a "'" behind, in bytes.
+/// The longest name of a trail that is looked up with a "'" added, in bytes.
 constexpr size_t LongestPrimeName = 97;
 
 /// A place in the list of a trail.
@@ -40,7 +40,7 @@ bool SameNode(const TrailNode& a, const TrailNode& b) {
   return a.trail == b.trail && a.index == b.index;
 }
 
-/// The marks nearest to a target number, as far as the search has come.
+/// The marks nearest to a target number that the search has found so far.
 struct Bracket {
   TrailNode lower;
   TrailNode upper;
@@ -54,13 +54,13 @@ struct Bracket {
 struct Segment {
   const Point* from = nullptr;
   const Point* to = nullptr;
-  double fraction = 0;  ///< where on it the result lies; 0 at `from`
+  double fraction = 0;  ///< where on it the result is; 0 at `from`
 };
 
 bool IsPlaced(const Point& point) { return (point.flags & PointPlaced) != 0; }
 
-/// The number that a point bears on a trail, by its name or else by a synonym; a hidden name
-/// makes an auxiliary point, whose synonyms do not count. -1 for none.
+/// The number of a point on a trail, by its name or else by a synonym. A point with a hidden name
+/// is auxiliary; its synonyms do not count. -1 for none.
 int NumberOfPoint(const Trail& trail, const Point& point) {
   int number = PointNumberOnTrail(trail, point.name);
   if (number != -1 || IsHiddenName(point.name)) return number;
@@ -104,22 +104,22 @@ double SegmentLength(const Point& from, const Point& to) {
   return std::sqrt(north * north + east * east + up * up);
 }
 
-/// The direction from one point to the next in the plane in which they stand.
+/// The direction from one point to the next in the plane of their `projected` fields.
 double DirectionBetween(const Point& from, const Point& to) {
   return std::atan2(to.projected.east - from.projected.east,
                     to.projected.north - from.projected.north);
 }
 
-/// Cuts a real number toward zero to a 32-bit one; what does not fit becomes the nearest bound.
+/// Cuts a real number toward zero to 32 bits; a value outside becomes the nearest bound.
 int TruncateToInt(double value) {
   if (!(value >= INT32_MIN)) return INT32_MIN;
   if (value >= INT32_MAX) return INT32_MAX;
   return static_cast<int>(value);
 }
 
-/// The points of the walk from one node to another, over the end of the first trail to the head
-/// of the other.
-/// \return empty if the walk does not arrive or leads over a point that is not placed
+/// The points of the walk from one node to another, from the end of the first trail to the head of
+/// the other.
+/// \return empty if the walk does not arrive or passes a point that is not placed
 std::vector<const Point*> WalkBetween(const TrailNode& from, const TrailNode& to) {
   std::vector<const Point*> walk;
   TrailNode node = from;
@@ -145,7 +145,7 @@ double WalkLength(const std::vector<const Point*>& walk) {
   return length;
 }
 
-/// The segment that lies `part` of `whole` along a walk, both counted in marks.
+/// The segment at `part` of `whole` along a walk, both counted in marks.
 std::optional<Segment> SegmentAtShare(const std::vector<const Point*>& walk, double part,
                                       double whole) {
   const double total = WalkLength(walk);
@@ -161,9 +161,9 @@ std::optional<Segment> SegmentAtShare(const std::vector<const Point*>& walk, dou
   return std::nullopt;
 }
 
-/// Gives a bracket without a lower mark the head of the trail in its place, whose number follows
-/// from the metres between the two.
-/// \return false if the target lies before the head
+/// Gives a bracket without a lower mark the head of the trail instead. Its number follows from the
+/// metres between the two.
+/// \return false if the target is before the head
 bool TakeHeadAsLower(const Trail& working, int target, Bracket& bracket) {
   if (bracket.upper.trail != &working) return false;
   const TrailNode head = {&working, 0};
@@ -190,7 +190,7 @@ std::optional<Segment> SegmentBetweenMarks(int target, const Bracket& bracket) {
   return std::nullopt;
 }
 
-/// Behind the last mark numbers are metres, cut to whole ones at each point that is passed.
+/// After the last mark numbers are metres, cut to whole ones at each point on the way.
 std::optional<Segment> SegmentBehindMark(int target, const Bracket& bracket) {
   const TrailNode& lower = bracket.lower;
   double remaining = static_cast<double>(target) - bracket.lowerNumber;
@@ -205,8 +205,8 @@ std::optional<Segment> SegmentBehindMark(int target, const Bracket& bracket) {
   return std::nullopt;
 }
 
-/// The place of a mark that a point bears. The direction is taken in the planes in which the two
-/// points happen to stand.
+/// The place of a mark that is a point. The direction is taken in the planes that the two points
+/// are in at that moment.
 std::optional<LatLon> PlaceOfMark(const TrailNode& mark, double* bearing) {
   if (!IsPlaced(mark.At())) return std::nullopt;
   if (bearing != nullptr && !mark.IsLast()) {
@@ -216,7 +216,7 @@ std::optional<LatLon> PlaceOfMark(const TrailNode& mark, double* bearing) {
   return mark.At().geo;
 }
 
-/// Where the digits of the number at the end of a name begin, and the "-" in front of them.
+/// The position of the digits of the number at the end of a name, and of a preceding "-".
 size_t ScanTrailNumber(std::string_view name) {
   size_t start = name.size();
   if (start > 0 && (name[start - 1] == 'm' || name[start - 1] == 'M')) --start;
@@ -225,10 +225,10 @@ size_t ScanTrailNumber(std::string_view name) {
   return start;
 }
 
-/// The trails on which a metre mark can lie.
+/// The trails on which a metre mark can be.
 struct MarkTrails {
   const Trail* first = nullptr;   ///< null if there is none
-  const Trail* second = nullptr;  ///< where the first one goes on; may be null
+  const Trail* second = nullptr;  ///< where the first one continues; may be null
 };
 
 MarkTrails TrailsOfMark(Map& map, std::string_view name) {
@@ -318,8 +318,7 @@ std::optional<LatLon> PositionOnTrail(Map& map, std::string_view name, double* b
   if (bracket.lower && bracket.lowerNumber == target) return PlaceOfMark(bracket.lower, bearing);
   if (!bracket.lower && !bracket.upper) return std::nullopt;
 
-  // Marks on the other trail keep the plane in which earlier work left them: places already
-  // published were found so.
+  // Marks on the other trail keep their present plane. See docs/compatibility.md.
   LocalPlaneOfPoints(working->points);
   if (!bracket.lower && !TakeHeadAsLower(*working, target, bracket)) return std::nullopt;
   const std::optional<Segment> segment =
