@@ -1,4 +1,4 @@
-// A script is a list of lines, each a word and its fields between tabs. One table tells which words
+// A script is a list of lines, each a word and its fields between tabs. One table says which words
 // there are, how many fields each takes, and what it does.
 
 #include "cli/edit_command.h"

@@ -10,8 +10,8 @@
 
 namespace orvane {
 
-/// Messages as lines: to standard error with the severity in front. All but notes are also kept
-/// for those who list them. Questions are answered by one button, prompts are cancelled.
+/// Messages as lines: to standard error after the severity. All but notes are also kept
+/// for `dump`. Questions are answered by one button, prompts are cancelled.
 class LineMessages : public Messages {
  public:
   struct Entry {
@@ -29,7 +29,8 @@ class LineMessages : public Messages {
   void PrintAsResult() { asResult_ = true; }
   /// From now on messages go to standard error again.
   void PrintAsMessages() { asResult_ = false; }
-  /// \param answer  the button, from 1, that answers every question; the last one if there are fewer
+  /// \param answer  the button, from 1, that answers every question; the last one if there are
+  ///                fewer
   void SetAnswer(int answer) { answer_ = answer; }
   /// Answers one question to come in its own way, after those that were queued before.
   void QueueAnswer(int answer) { queuedAnswers_.push_back(answer); }

@@ -11,11 +11,11 @@ enum class CloseAnswer {
   Refused     ///< the user cancelled, or could not or would not save after all
 };
 
-/// Asks what is to become of a changed map whose window closes, or of one that it rests on, and
-/// saves if that is wished.
+/// Asks what to do with a changed map whose window closes, or with a changed basis, and saves it if
+/// the user wants.
 CloseAnswer AskBeforeClosing(Map& map, const SaveContext& context);
 
-/// \return the changed map that lies farthest up the basis chain of `map`, itself included, or null
+/// \return the changed map farthest down the basis chain of `map`, itself included, or null
 Map* FarthestChangedMap(Map& map);
 
 }  // namespace orvane

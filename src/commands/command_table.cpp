@@ -6,9 +6,8 @@
 namespace orvane {
 namespace {
 
-// The menus hold the told commands in the told order; what was added stands behind them in its
-// menu, so that nobody's hand goes wrong. Point Index has Shift in its key, since Ctrl+I is that of
-// the spreadsheets.
+// Later commands come after the first ones of their menu, so that known places stay. The key of
+// Point Index has Shift, since Ctrl+I is the spreadsheet import.
 constexpr std::array Commands{
     CommandInfo{CommandNewMap, "&New Map", "Ctrl+N"},
     CommandInfo{CommandOpenMap, "&Open Map...", "Ctrl+O"},

@@ -5,9 +5,8 @@
 
 namespace orvane {
 
-/// The commands of the menu bar. Menus, keys, tests and the guide all read this one table. The
-/// numbers are those under which the commands have always been known; what was added later counts
-/// from 40001.
+/// The commands of the menu bar. Menus, keys, tests and the guide all read this table. The numbers
+/// never change; commands that were added later count from 40001.
 enum CommandId : int {
   CommandNone = 0,  ///< in a menu: a line between groups
 
@@ -69,7 +68,7 @@ enum CommandId : int {
   CommandSmoothLines = 40010
 };
 
-/// \return true for the numbers under which help was known before it had one command
+/// \return true for the further numbers of the help command
 constexpr bool IsOldHelpCommand(int id) { return id >= 32450 && id <= 32462; }
 
 /// One command.
@@ -80,10 +79,10 @@ struct CommandInfo {
   bool checkable = false;
 };
 
-/// One menu of the bar, from left to right, with what it holds from top to bottom.
+/// One menu of the bar, from left to right, with its items from top to bottom.
 struct MenuInfo {
   std::string_view title;
-  std::span<const CommandId> items;  ///< `CommandNone` stands for a line
+  std::span<const CommandId> items;  ///< `CommandNone` is a line
 };
 
 /// Every command, in the order of the menus.
@@ -92,10 +91,10 @@ std::span<const CommandInfo> AllCommands();
 /// The menus of the bar.
 std::span<const MenuInfo> AllMenus();
 
-/// \return the entry of a command, or null for an id that is none
+/// \return the entry of a command, or null for an unknown id
 const CommandInfo* FindCommand(int id);
 
-/// \return true for the commands that open a menu of their own and do nothing themselves
+/// \return true for the commands that only open a menu of their own
 constexpr bool IsSubmenu(CommandId id) {
   return id == CommandRecentMaps || id == CommandWindowList;
 }

@@ -7,8 +7,8 @@ namespace orvane {
 
 struct Map;
 
-/// A file to open or to save, as a file dialog is given it and gives it back. One is kept for each
-/// purpose, so that each dialog begins where it ended the last time.
+/// A file to open or to save, as a file dialog receives and returns it. There is one for each
+/// purpose, so each dialog begins where it ended the last time.
 struct FileSpecification {
   std::string directory;  ///< empty until it is first used
   std::string type;       ///< extension without the dot, such as "map"
@@ -27,18 +27,18 @@ struct FileSpecifications {
 
 enum class FileAnswer { Chosen, Cancelled, Failed };
 
-/// The boxes that ask for a file. Those of the window program are the platform's own; a test
-/// answers for itself.
+/// The boxes that ask for a file. The window program uses those of the platform; a test answers
+/// itself.
 class FileDialogs {
  public:
   virtual ~FileDialogs() = default;
-  /// Asks for a file that exists. `file` says where to begin, and takes what was chosen.
+  /// Asks for a file that exists. `file` says where to begin, and receives the choice.
   virtual FileAnswer AskOpen(const std::string& title, FileSpecification& file) = 0;
   /// Asks where to save, and before an existing file is replaced.
   virtual FileAnswer AskSave(const std::string& title, FileSpecification& file) = 0;
 };
 
-/// Where a dialog that was never used begins.
+/// Where a dialog begins on first use.
 struct DialogStart {
   std::string mapFolder;         ///< of the map of the window; empty without one
   std::string defaultDirectory;  ///< if neither this nor the dialog for maps has a folder
@@ -47,8 +47,8 @@ struct DialogStart {
 /// \return the folder of a map's file; empty if it has none yet
 std::string FolderOf(const Map& map);
 
-/// Makes a specification ready for its dialog: if it was never used it gets the type, and a folder:
-/// that of the map, else the one of the dialog for maps, else the default one.
+/// Prepares a specification for its dialog. On first use it gets the type and a folder: that of the
+/// map, else that of the dialog for maps, else the default one.
 void PrepareSpecification(FileSpecification& file, const FileSpecification& maps,
                           const DialogStart& start, std::string_view type);
 

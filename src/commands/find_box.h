@@ -8,15 +8,15 @@
 
 namespace orvane {
 
-/// The prompt "Find". It remembers what was looked for as long as the program runs, offers it in a
-/// list and begins with the last text.
+/// The prompt "Find". It remembers the texts of this run of the program, offers them in a list and
+/// begins with the last one.
 class FindBox {
  public:
-  /// The text has fewer bytes.
+  /// A text has fewer bytes than this.
   static constexpr size_t Size = 100;
-  /// The field shows so many characters.
+  /// The width of the field, in characters.
   static constexpr int Columns = 40;
-  /// So many texts are remembered.
+  /// The number of texts that are remembered.
   static constexpr size_t MostTexts = 10;
 
   /// \return the text without blanks around it, or nothing if the user cancelled

@@ -9,23 +9,24 @@
 
 namespace orvane {
 
-/// What small commands show and take of a map.
+/// What small commands show of a map and change in it.
 
-/// As many credit lines stand in the About box.
+/// The About box shows at most this many credit lines.
 constexpr size_t MostCreditLines = 5;
 
-/// The credit lines of a map as the About box shows them: without the tag and the blanks or tabs
-/// behind it, `MostCreditLines` at most.
+/// The credit lines of a map as the About box shows them: at most `MostCreditLines`, without the
+/// tag and the blanks or tabs after it.
 std::vector<std::string> CreditLines(const Map& map);
 
-/// The magnetic deviation as it stands in its prompt: degrees and the degree sign, byte 0xB0.
+/// The magnetic deviation as its prompt shows it: degrees and the degree sign, byte 0xB0.
 std::string DeviationText(double deviation);
 
-/// \return the number of such a text, with or without the sign; nothing if anything else is in it
+/// \return the number in such a text, with or without the sign; nothing if it contains anything
+///         else
 std::optional<double> ParseDeviation(std::string_view text);
 
-/// Lets `map` rest on `basis`. The map does not count as changed (`MapUnlikeFile`).
-/// \return false, and nothing is changed, if `basis` is the map or rests on it
+/// Makes `basis` the basis of `map`. The map does not count as changed (`MapUnlikeFile`).
+/// \return false, with nothing changed, if `basis` is the map or has it in its own basis chain
 bool SetBasis(Map& map, Map& basis);
 
 /// \return false for a map that was made by New and never saved

@@ -9,7 +9,7 @@
 namespace orvane {
 namespace {
 
-// What needs a map, or a window of its own kind, has nothing to work on before a map is open.
+// Without a map these commands have nothing to work on.
 constexpr CommandId DisabledAtStart[] = {
     CommandOpenBasis, CommandPrint, CommandDeviation, CommandViewControl, CommandHideInfo,
     CommandSetBasis, CommandGraphicalInput, CommandFind, CommandImportGis, CommandElevation,
@@ -17,7 +17,7 @@ constexpr CommandId DisabledAtStart[] = {
     CommandCloseMap, CommandSave, CommandSaveAs, CommandImportSubmap, CommandCheckTrails,
     CommandZoomOut, CommandChangeZoom, CommandRangeStats, CommandSaveSimplyAs, CommandAdd,
     CommandZoomIn,
-    // The same for what was added.
+    // Likewise, of the later commands.
     CommandSavePicture, CommandCopyImage, CommandShowWholeMap, CommandReload};
 
 MenuState AllEnabled() {
@@ -87,7 +87,7 @@ void RefreshMapMenu(MenuState& menu, const MapWindow& view) {
   menu.At(CommandReload).enabled = HasFile(*view.map);
   TakePreferences(menu, view.map->workspace->preferences);
   menu.At(CommandHideGrids).checked = (view.flags & MapWindowGridsHidden) != 0;
-  // A panel that still waits for the window's first size counts as shown.
+  // A panel that waits for the first size of the window counts as shown.
   menu.At(CommandHideInfo).checked = (view.flags & (MapWindowInfoShown | MapWindowInfoWaits)) == 0;
 }
 
@@ -122,7 +122,7 @@ void FollowFocus(MenuState& menu, FocusPlace place, bool selected) {
 }
 
 bool SaveIsOffered(const Map& map) {
-  bool reached = false;  // the list has the newest map in front
+  bool reached = false;  // the newest map is first
   for (const Map& each : map.workspace->maps) {
     reached = reached || &each == &map;
     if (reached && (each.flags & MapDirty) != 0) return true;

@@ -12,8 +12,8 @@ struct Map;
 struct MapWindow;
 struct Preferences;
 
-/// What the menu bar of a window offers at the moment: an entry for each command. Which commands
-/// stand there and with which keys is the same for all windows, see command_table.h.
+/// What the menu bar of a window offers now: an entry for each command. The commands and their keys
+/// are the same for all windows, see command_table.h.
 
 struct CommandState {
   bool enabled = true;
@@ -28,22 +28,22 @@ struct MenuState {
   const CommandState& At(CommandId id) const;
 };
 
-/// The menu of the window that stands where no map is open.
+/// The menu of the window that is shown while no map is open.
 MenuState StartMenu(const Preferences& preferences);
 
 /// The menu of a new map window; the focus is on neither list.
 MenuState NewMapMenu(const MapWindow& view);
 
-/// Brings a map window's menu up to date with its map: when the window is made, when it gains the
-/// focus, and when its map has got a basis. Save is left alone; see `SaveIsOffered`.
+/// Updates a map window's menu from its map: when the window is made, when it gains the focus, and
+/// when its map gets a basis. Save is not changed; see `SaveIsOffered`.
 void RefreshMapMenu(MenuState& menu, const MapWindow& view);
 
 /// What changes with the focus within a map window.
 /// \param selected  a row of the list that has the focus is selected
 void FollowFocus(MenuState& menu, FocusPlace place, bool selected);
 
-/// True if Save has anything to save for a window of `map`: the map, one made before it, or one
-/// that it rests on has changed.
+/// True if Save has anything to save for a window of `map`: the map, one made before it, or one in
+/// its basis chain has changed.
 bool SaveIsOffered(const Map& map);
 
 }  // namespace orvane

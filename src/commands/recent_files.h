@@ -6,23 +6,23 @@
 
 namespace orvane {
 
-/// The maps that were opened or saved last, newest first, kept in a small file of their own beside
+/// The maps that were opened or saved last, newest first. They are stored in a small file beside
 /// the preferences: one path a line.
 
-/// As many are remembered.
+/// The number of paths that are remembered.
 constexpr size_t MostRecentFiles = 10;
 
-/// Moves a text to the front of a list, or puts it there, and cuts the list after `most` texts. An
+/// Moves a text to the front of a list, adding it if needed, and cuts the list to `most` texts. An
 /// empty text changes nothing.
 void PutInFront(std::vector<std::string>& list, std::string text, size_t most);
 
-/// Puts a path at the head of the list; what stood there twice stands there once.
+/// Moves a path to the front of the list.
 void AddRecentFile(std::vector<std::string>& files, std::string path);
 
-/// \return the list that a text holds; empty lines are skipped
+/// \return the list in a text; empty lines are skipped
 std::vector<std::string> ParseRecentFiles(std::string_view text);
 
-/// \return the text of a list. A path with a line feed in it can't be told and is left out.
+/// \return the text of a list, without paths that contain a line feed
 std::string RecentFilesText(const std::vector<std::string>& files);
 
 }  // namespace orvane

@@ -16,7 +16,7 @@ void RecoveryTiming::NoteWritten(Time now) {
 void RecoveryTiming::NoteFailed(Time now) { lastWriting_ = now; }
 
 void RecoveryTiming::NoteSettled() {
-  // The time of the last copy stays: who saves after each change is not to make two copies a
+  // The time of the last copy stays, so that saving after each change does not make two copies a
   // minute.
   firstChange_.reset();
 }

@@ -13,7 +13,7 @@ namespace orvane {
 bool AskBeforeReloading(Map& map) {
   if ((map.flags & (MapDirty | MapUnlikeFile)) == 0) return true;
   constexpr int Reload = 2;
-  // The first button is the one of the Return key: it destroys nothing.
+  // The Return key presses the first button, which destroys nothing.
   return AskUser(map.workspace->messages, "Reload from Disk", "Cancel", "Reload", "",
                  "%s has changes that are not saved. Reloading it drops them.",
                  {BaseName(map.fileName)}) == Reload;
@@ -25,7 +25,7 @@ bool FileNews::HasNews(const Map& map) {
   Look look{.fileName = map.fileName, .ofMap = map.fileMark, .size = 0, .time = {}};
   look.size = std::filesystem::file_size(map.fileName, error);
   if (!error) look.time = std::filesystem::last_write_time(map.fileName, error);
-  if (error) return false;  // a file that is gone has nothing to offer
+  if (error) return false;  // the file is gone
   Finding& finding = findings_[&map];
   if (finding.look != look) {
     const auto content = ReadWholeFile(map.fileName);

@@ -11,21 +11,21 @@
 
 namespace orvane {
 
-/// When a map is read again from its file, and when the user is offered that.
+/// When a map is reloaded from its file, and when the user is offered to reload it.
 
 /// Asks before the changes of a map are dropped, if it has any.
-/// \return true to go on
+/// \return true to continue
 bool AskBeforeReloading(Map& map);
 
-/// Finds out whether the files of open maps hold something else by now. A file is read only if its
-/// size or its time is not what it was at the last look.
+/// Detects that the files of open maps have other contents. A file is read only if its size or time
+/// has changed since the last check.
 class FileNews {
  public:
-  /// \return true if the file of a map can be read, holds other bytes than the map was read from
-  ///         or written to, and the user has not declined to reload just these
+  /// \return true if the file of a map can be read, differs from the bytes that the map was read
+  ///         from or written to, and the user has not declined to reload these contents
   bool HasNews(const Map& map);
 
-  /// The user does not want what the file holds now. What it holds later is offered again.
+  /// The user does not want the present contents of the file. Later contents are offered again.
   void Decline(const Map& map);
 
  private:
@@ -45,8 +45,8 @@ class FileNews {
   std::map<const Map*, Finding> findings_;
 };
 
-/// \return what a window on `shown` says about the news of `changed`, the map itself or one that it
-///         rests on
+/// \return what a window on `shown` says about the new contents of `changed`, which is the map
+///         itself or in its basis chain
 std::string NewsText(const Map& shown, const Map& changed);
 
 }  // namespace orvane

@@ -16,7 +16,7 @@ namespace {
 
 constexpr std::string_view ShapefileName = "points.shp";
 
-/// Writes a map to a file; the map bears its name from then on and is unchanged.
+/// Writes a map to a file. The map then has its name and is unchanged.
 bool WriteUnder(Map& map, const std::string& path, bool full, const SaveContext& context) {
   const std::string whole = WholePath(path);
   const bool renamed = map.fileName != whole;
@@ -34,7 +34,7 @@ bool WriteUnder(Map& map, const std::string& path, bool full, const SaveContext&
 }
 
 /// Asks for a name to save under.
-/// \return false if the user cancelled, or the dialog broke down
+/// \return false if the user cancelled, or the dialog failed
 bool AskName(const std::string& title, FileSpecification& file, Messages& messages,
              const SaveContext& context) {
   switch (context.dialogs.AskSave(title, file)) {
@@ -49,7 +49,7 @@ bool AskName(const std::string& title, FileSpecification& file, Messages& messag
   return true;
 }
 
-/// \return the file name under which the map will stand; empty if the user cancelled
+/// \return the new file name of the map; empty if the user cancelled
 std::string AskMapName(const Map& map, const SaveContext& context) {
   FileSpecification& file = context.files.savedMaps;
   const std::string folder = FolderOf(map);
@@ -65,7 +65,7 @@ std::string AskMapName(const Map& map, const SaveContext& context) {
 
 enum ChangedFileAnswer { ChangedSaveAs = 1, ChangedCancel = 2, ChangedOverwrite = 3 };
 
-/// True if another file than the one that the map was read from, or written to, stands there.
+/// True if the file there is not the one that the map was read from or written to.
 bool HoldsOtherBytes(const Map& map, const std::string& path) {
   std::error_code error;
   if (!std::filesystem::exists(path, error)) return false;
@@ -73,11 +73,11 @@ bool HoldsOtherBytes(const Map& map, const std::string& path) {
   return !content || !map.fileMark || MarkOf(*content) != *map.fileMark;
 }
 
-/// Asks about a file that has changed on the disk, if it has.
-/// \return what to do; to write it, if there is nothing to ask
+/// Asks about a file that has changed on the disk.
+/// \return what to do: write, if it has not changed
 ChangedFileAnswer AskAboutChange(const Map& map, const std::string& path) {
   if (!HasChangedOnDisk(map, path)) return ChangedOverwrite;
-  // The first button is the one of the Return key: it destroys nothing.
+  // The Return key presses the first button, which destroys nothing.
   const int answer = AskUser(
       map.workspace->messages, "File Has Changed", "Save As...", "Cancel", "Overwrite",
       "%s on the disk is not what was opened here. Overwriting it destroys what stands there now.",
@@ -89,9 +89,9 @@ enum BasisAnswer { BasisSave = 1, BasisDontSave = 2, BasisCancel = 3 };
 
 enum OtherBasisAnswer { OtherBasisDontSave = 1, OtherBasisCancel = 2, OtherBasisOverwrite = 3 };
 
-/// The user never chose the file to which the basis goes, and so has not been asked whether it is
-/// to be replaced.
-/// \return what to do; to write it, if there is nothing to ask
+/// The user did not choose the file to which the basis is written, so the file dialog has not asked
+/// about replacing it.
+/// \return what to do: write, if there is nothing to ask
 OtherBasisAnswer AskAboutOtherBasis(const Map& basis, const std::string& path) {
   if (!HoldsOtherBytes(basis, path)) return OtherBasisOverwrite;
   const int answer =
@@ -102,7 +102,7 @@ OtherBasisAnswer AskAboutOtherBasis(const Map& basis, const std::string& path) {
 }
 
 /// Offers to save the basis beside the map.
-/// \return false if the whole save is off
+/// \return false if the whole save is cancelled
 bool SaveBasisBeside(Map& basis, const std::string& path, bool full, const SaveContext& context) {
   if (InSameFolder(path, basis.fileName)) return true;
   const int answer =

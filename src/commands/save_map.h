@@ -11,47 +11,47 @@ namespace orvane {
 
 class Messages;
 
-/// The flows that save maps, with all their questions.
+/// Saving maps, with all questions.
 
-/// What a flow needs of the program around it.
+/// What saving needs from the program around it.
 struct SaveContext {
   FileDialogs& dialogs;
   FileSpecifications& files;
   std::string defaultDirectory;
-  /// Sets or clears `MapDirty` and tells the windows.
+  /// Sets or clears `MapDirty` and notifies the windows.
   std::function<void(Map& map, bool dirty)> setDirty;
-  /// Tells the windows that a map bears another file name.
+  /// Notifies the windows that a map has another file name.
   std::function<void(Map& map)> renamed{};
-  /// Called after a map was written whole.
+  /// Called after a map was written completely.
   std::function<void(Map& map, const std::string& path)> written{};
-  /// What files are written with; a test lets its calls fail.
+  /// The file system for writing; tests make its calls fail.
   FileSystem system = SystemFiles();
 };
 
-/// True if a save to `path` would destroy what this program has never read: the path leads to the
-/// map's own file, and other bytes stand there than when it was last read or written. So does a
-/// file that stands there by now, or that could not be read; one that has gone has nothing to lose.
+/// True if a save to `path` would destroy data that this program has never read: the path is the
+/// map's own file, which now has other bytes than when it was last read or written. This includes a
+/// file that is new or could not be read. A file that is gone has nothing to lose.
 bool HasChangedOnDisk(const Map& map, const std::string& path);
 
-/// Saves every changed map from `map` up its basis chain, in full form. A map made by New is asked
-/// for its name at each save: that it is untitled is never forgotten, so that a scratch map can
-/// not become the map with which the program starts. Where the file has changed on the disk, the
-/// user is asked first, and may give the map another name.
-/// \return false if a name was not given or a map could not be written; what follows in the chain
-///         is then not saved
+/// Saves every changed map from `map` down its basis chain, in full form. A map made by New is
+/// asked for its name at each save (see docs/compatibility.md), so that a scratch map does not
+/// become the map with which the program starts. If a file has changed on the disk, the user is
+/// asked first, and may choose another name.
+/// \return false if a name was not given or a map could not be written; the rest of the chain is
+///         then not saved
 bool SaveChangedMaps(Map& map, const SaveContext& context);
 
-/// Asks for a name and saves the map under it, and, where the user wants it, its basis beside it.
-/// Choosing the map's own file, when that has changed on the disk, is asked about too.
+/// Asks for a name and saves the map under it, and, if the user wants, its basis beside it. Asks
+/// before it replaces the map's own file if that has changed on the disk.
 /// \param full  also stores the solved places
 /// \return false if the user cancelled or the map could not be written
 bool SaveMapAs(Map& map, bool full, const SaveContext& context);
 
-/// Asks for the folder of a map's shapefiles; the name in the dialog only shows the folder.
+/// Asks for the folder of a map's shapefiles; the name in the dialog only carries the folder.
 /// \return the folder; empty if the user cancelled
 std::string AskShapefileFolder(const Map& map, const SaveContext& context);
 
-/// Tells that a file dialog broke down. That ends the program.
+/// Reports that a file dialog failed, which ends the program.
 void NoteFileDialogFailure(Messages& messages);
 
 }  // namespace orvane

@@ -7,19 +7,19 @@ namespace orvane {
 
 class Messages;
 
-/// Errors that the window system reports by itself.
+/// Errors that the window system reports.
 class ToolkitErrors {
  public:
-  /// This one means nothing and is passed over.
+  /// This error is ignored.
   static constexpr std::uint32_t Harmless = 0x1540003;
-  /// From this severity on the program can't go on.
+  /// From this severity on the program cannot continue.
   static constexpr int Grave = 3;
-  /// A run ends with one error more than this.
+  /// One error more than this ends the program.
   static constexpr int MostErrors = 10;
 
   explicit ToolkitErrors(Messages& messages) : messages_(messages) {}
 
-  /// Shows the error as an internal one.
+  /// Posts the error as an internal one.
   /// \return false if the program is to end
   bool Report(std::uint32_t code, int severity, const std::string& text);
 

@@ -2,9 +2,9 @@
 
 namespace orvane {
 
-/// What a window shows. A command goes by the kind of the window in whose menu it was picked.
+/// What a window shows. Menus pass it on, and commands depend on it.
 enum class WindowKind {
-  Task = 0,  ///< stands where no map is open
+  Task = 0,  ///< shown while no map is open
   Map = 1,
   TrailEditor = 2,
   RangeEditor = 3,

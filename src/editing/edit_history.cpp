@@ -24,7 +24,7 @@ bool ShareMaps(const Step& a, const Step& b) {
                      [&](const Map* map) { return b.delta.Touches(*map); });
 }
 
-/// \return true if the step changed `map` or a map that it rests on
+/// \return true if the step changed `map` or a map in its basis chain
 template <typename Step>
 bool Reaches(const Step& step, const Map& map) {
   for (const Map* each = &map; each != nullptr; each = each->basis) {

@@ -13,13 +13,13 @@
 
 namespace orvane {
 
-/// What has to follow a change of the records. The change asks for it, and `EditHistory` does it.
+/// What must follow a change of the records. The change asks for it, and `EditHistory` does it.
 struct EditFollowUp {
   /// Positions and all ranges, by `SolveEdited` on the map of the edit.
   bool solve = false;
   /// Ranges of that map, to be analysed in this order; `solve` does it anyway.
   std::vector<Range*> ranges;
-  /// The change has solved the map and analysed its ranges itself.
+  /// The change itself has solved the map and analysed its ranges.
   bool solved = false;
   /// Trails whose rows take the colour that they now have.
   std::vector<const Trail*> recolored;
@@ -27,7 +27,7 @@ struct EditFollowUp {
   bool freshRows = false;
 };
 
-/// A change of a map, ready to be carried out: what every editor, import and command hands to
+/// A change of a map that is ready to be made: what every editor, import and command passes to
 /// `EditHistory::Apply`.
 struct Edit {
   std::string name;        ///< what Undo takes back, as "Edit of Trail Kana"
@@ -50,14 +50,14 @@ struct EditNews {
   const EditFollowUp* followUp = nullptr;  ///< what followed; null for an undo or a redo
 };
 
-/// The one way to change a map after it was read. It applies edits, takes them back and applies them
-/// again, and keeps `MapDirty` right; whoever shows a map, or keeps a copy of it, listens here.
+/// The only way to change a map after it was read. It applies edits, undoes and redoes them, and
+/// keeps `MapDirty` right. Code that shows a map, or keeps a copy of it, listens here.
 ///
-/// An edit is recorded as the difference that it makes, so an edit needs no code to take itself
-/// back, and what was taken back is the former map to the last bit.
+/// An edit is recorded as the difference that it makes, so an edit needs no code for its undo, and
+/// an undo restores the former map to the last bit.
 ///
-/// Steps are taken back in the reverse order where they changed the same maps. Steps in maps that
-/// don't touch each other are independent.
+/// Steps that changed the same maps are undone in reverse order. Steps in unrelated maps are
+/// independent.
 class EditHistory {
  public:
   using Listener = std::function<void(const EditNews&)>;
@@ -76,9 +76,8 @@ class EditHistory {
   /// Calls `listener` after each edit, undo and redo, in the order of these calls.
   void Listen(Listener listener) { listeners_.push_back(std::move(listener)); }
 
-  /// Carries out an edit. One that changes nothing leaves no step, but marks the map dirty as it
-  /// asks for. If memory runs out the maps are brought back to what they were and
-  /// `std::bad_alloc` goes on to the caller.
+  /// Makes an edit. One that changes nothing leaves no step, but marks the map dirty if it says so.
+  /// If memory runs out, the maps are restored and `std::bad_alloc` is passed to the caller.
   /// \return false if the edit gave up
   bool Apply(const Edit& edit);
 
@@ -86,8 +85,8 @@ class EditHistory {
   const std::string* UndoName(const Map& map) const;
   const std::string* RedoName(const Map& map) const;
 
-  /// Takes back the newest edit that changed `map` or a map that it rests on; before that, one that
-  /// was made later and changed one of the same maps, as an edit of the common basis.
+  /// Undoes the newest edit that changed `map` or a map in its basis chain. A later edit that
+  /// changed one of the same maps, such as the common basis, is undone first.
   /// \return false if there is none
   bool Undo(const Map& map);
   /// Applies again what `Undo` took back last.

@@ -8,7 +8,7 @@
 
 namespace orvane {
 
-/// What differs between two states of some maps, for those who show them.
+/// How two states of some maps differ, for the code that shows them.
 struct MapChange {
   bool trails = false;  ///< a trail was added or removed, or has other points or another identity
   bool points = false;  ///< a point was added or removed, or has other names, readings or notes
@@ -26,8 +26,8 @@ struct MapChange {
 /// The difference between two states of some maps: whatever a map file holds, and where each point
 /// is. One of the states is in the maps, the delta holds what the other one has instead.
 ///
-/// Records are known by their addresses, so whoever points to one can go on doing so: a trail,
-/// range or grid that the present state does not have waits in `Map::removed`, and a point in
+/// Records are identified by their addresses, so pointers to them stay valid: a trail, range or grid
+/// that the present state does not have is kept in `Map::removed`, and a point in
 /// `Map::pointStore`, which is never emptied.
 class MapDelta {
  public:

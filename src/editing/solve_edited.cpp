@@ -19,7 +19,7 @@ void ForgetGatheredReadings(Map& map) {
     point.altitudeWeight = 0;
     point.rays = nullptr;
   }
-  // Rays lead from a point to another of its own map, so nobody else points here.
+  // A ray connects points of one map, so no pointers to these rays are left.
   map.rayStore.clear();
 }
 

@@ -7,19 +7,19 @@
 
 namespace orvane {
 
-/// Sets what the solver has gathered at the points of a map back to nothing: their sums, weights and
-/// rays. The next solve then counts each reading once, as after opening the saved file; without
+/// Sets what the solver has gathered at the points of a map back to nothing: their sums, weights
+/// and rays. The next solve then counts each reading once, as after opening the saved file; without
 /// this a corrected fix would move its point only part of the way.
 void ForgetGatheredReadings(Map& map);
 
-/// Solves a map from cleared positions, whether it needs it or not, then each open map that rests on
-/// it, nearest first; then brings the ranges of all of these up to date in the same order.
+/// Solves a map from cleared positions, without condition, then each open map that has it in its
+/// basis chain, nearest first; then updates the ranges of all of these in the same order.
 /// \return the maps that were solved
 std::vector<Map*> SolveEdited(Map& map);
 
-/// Brings up to date what follows from the records, after these were exchanged for those of another
-/// state together with the positions: the solver's sums start from nothing, and ranges are analysed
-/// in each map that is touched or rests on one that is.
+/// Updates what follows from the records after they and the positions were exchanged for those of
+/// another state: the solver's sums start from zero, and ranges are analysed in each map that is
+/// touched or has a touched map in its basis chain.
 void RefreshAfterSwap(const MapDelta& delta);
 
 }  // namespace orvane

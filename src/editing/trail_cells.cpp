@@ -43,7 +43,7 @@ std::string PointText(const TrailRow& row) {
 
 // --- Taking -----------------------------------------------------------------------------------
 
-/// What is left of a text behind its number.
+/// The rest of a text after its number.
 std::string_view After(std::string_view text, size_t length) { return text.substr(length); }
 
 bool IsOptionalMeters(std::string_view rest) { return rest.empty() || rest == "m" || rest == "M"; }
@@ -58,7 +58,7 @@ std::string WithOldDegreeSigns(std::string_view text) {
   return result;
 }
 
-/// \return false if anything is left behind the angle
+/// \return false if anything follows the angle
 bool ReadAngle(std::string_view text, AngleMode mode, double& degrees) {
   const std::string plain = WithOldDegreeSigns(text);
   size_t length = 0;

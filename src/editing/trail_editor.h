@@ -15,7 +15,7 @@ namespace orvane {
 
 class Messages;
 
-/// What identifies a trail and makes up its readings, to find out whether another window changed it.
+/// The identity and the readings of a trail, to detect that another window changed it.
 struct TrailFingerprint {
   std::optional<std::string> name;
   std::string type;

@@ -6,7 +6,7 @@
 namespace orvane {
 namespace {
 
-/// The point's name, and its synonyms behind it: A100=Camp=7.
+/// The point's name, followed by its synonyms: A100=Camp=7.
 std::string NameWithSynonyms(const Point& point) {
   std::string text = point.name;
   for (const std::string& synonym : point.synonyms) text += "=" + synonym;
