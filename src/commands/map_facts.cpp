@@ -14,7 +14,7 @@ std::vector<std::string> CreditLines(const Map& map) {
   std::vector<std::string> lines;
   for (const std::string& credit : map.credits) {
     if (lines.size() == MostCreditLines) break;
-    const size_t start = credit.find_first_not_of(" \t", 1);
+    const size_t start = credit.find_first_not_of(" \t", CreditTagLength(credit));
     lines.push_back(start == std::string::npos ? std::string() : credit.substr(start));
   }
   return lines;

@@ -117,12 +117,12 @@ void ReadGridLine(LineContext& context, std::string_view line) {
 
 void ReadShadeLine(LineContext& context, std::string_view line) {
   constexpr size_t TagLength = 2;
+  if (line.size() == TagLength) return;
   Grid* grid = NewestGrid(context.map);
   if (grid == nullptr) {
     NoteError(context.messages, "No grid for grid shading %s", {line});
     return;
   }
-  if (line.size() == TagLength) return;
   FieldCursor cursor(line);
   cursor.Skip(TagLength);
   if (!cursor.Stands('\t')) NoteError(context.messages, "Bad grid spacing spec: %s", {line});

@@ -11,6 +11,7 @@
 #include "survey/solver.h"
 
 #include <new>
+#include <optional>
 #include <vector>
 
 namespace orvane {
@@ -46,10 +47,16 @@ Map& OpenMap(Workspace& workspace, const std::string& name, bool* readable) {
   }
   Map& map = MakeMap(workspace, WholePath(name));
   map.shownName = name;
-  // What is found out once all lines are read is about the file as a whole.
-  const OriginScope origin(workspace.messages, name);
-  const bool read = ReadMapFile(map, name);
+  bool read = false;
+  {
+    // That a basis can't be opened is about the line that names it.
+    std::optional<OriginScope> file;
+    if (workspace.reading.depth == 0) file.emplace(workspace.messages, name);
+    read = ReadMapFile(map, name);
+  }
   if (readable != nullptr) *readable = read;
+  // What is found once all lines are read is about the file as a whole.
+  const OriginScope origin(workspace.messages, name);
   FinishMap(map);
   return map;
 }

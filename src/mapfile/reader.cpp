@@ -28,7 +28,7 @@ constexpr size_t LongestBasisName = 1000;
 constexpr int MostFilesNamed = 10000;
 /// Lines between two looks at whether the user has had enough.
 constexpr unsigned LinesOfStep = 512;
-constexpr char CreditTag = '\xA9';
+constexpr std::string_view Utf8Mark = "\xEF\xBB\xBF";
 
 bool ReadFileInto(LineContext& context, const std::string& path);
 
@@ -141,12 +141,13 @@ void ReadSettingsLine(LineContext& context, std::string_view line) {
 void ReadMapLine(LineContext& context, std::string_view line) {
   line = SkipSpace(line);
   if (line.empty()) return;
+  if (CreditTagLength(line) > 0) {
+    context.map.credits.emplace_back(line);
+    return;
+  }
   switch (FoldByte(line.front())) {
     case '#':
       context.map.comments.emplace_back(line);
-      break;
-    case CreditTag:
-      context.map.credits.emplace_back(line);
       break;
     case 'a':
     case 'c':
@@ -209,6 +210,7 @@ void ReadTextInto(LineContext& context, std::string_view text) {
   if (text.find('\0') != std::string_view::npos) {
     NoteError(context.messages, "File %s holds bytes that are not text; it may be damaged", {file});
   }
+  if (text.starts_with(Utf8Mark)) text.remove_prefix(Utf8Mark.size());
   LineReader lines(text, LongestMapLine);
   ProgressSteps steps(context.workspace.progress, WorkStage::Reading, text.size(), LinesOfStep);
   const char* end = nullptr;

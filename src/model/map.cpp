@@ -60,6 +60,11 @@ void SwapContents(Map& a, Map& b) noexcept {
   }
 }
 
+size_t CreditTagLength(std::string_view line) {
+  if (line.starts_with('\xA9')) return 1;
+  return line.starts_with("\xC2\xA9") ? 2 : 0;
+}
+
 Point& MakePoint(Map& map, std::string_view name) {
   Point& point = map.pointStore.emplace_back();
   point.name = name;

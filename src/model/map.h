@@ -132,7 +132,8 @@ struct Map {
   std::forward_list<GridShade> gridShades;             ///< newest first
   RemovedRecords removed;
   std::vector<std::string> comments;  ///< `#` lines, each with its `#`, in file order
-  std::vector<std::string> credits;   ///< lines that begin with 0xA9, with it, in file order
+  std::vector<std::string>
+      credits;  ///< lines with a `CreditTagLength`, sign included, in file order
 
   const NameIndex* nameIndex = nullptr;  ///< while a `NameIndexScope` stands; null otherwise
 
@@ -156,6 +157,10 @@ void ForEachPoint(const Map& map, Visit visit) {
 /// Exchanges what two maps hold; each keeps its address, its name and its workspace. Pointers to
 /// points, trails and ranges stay good, and lead to what the other map holds now.
 void SwapContents(Map& a, Map& b) noexcept;
+
+/// \return the bytes of the copyright sign at the front of a line, 1 in Latin-1 and 2 in UTF-8; 0 if
+///         the line is not a credit line
+size_t CreditTagLength(std::string_view line);
 
 /// Makes a point of `map` with the given name. It enters no list.
 Point& MakePoint(Map& map, std::string_view name);

@@ -13,7 +13,7 @@ constexpr size_t LongestNoteLine = 199;
 std::vector<std::string> NoteLines(const Map& map) {
   std::vector<std::string> lines;
   for (const std::string& credit : map.credits) {
-    size_t start = credit.empty() ? 0 : 1;
+    size_t start = CreditTagLength(credit);
     if (start < credit.size() && credit[start] == ' ') ++start;
     lines.push_back(credit.substr(start, LongestNoteLine));
   }

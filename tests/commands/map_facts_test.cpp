@@ -13,7 +13,7 @@ namespace {
 TEST(CreditLines, AreShownWithoutTheirTagAndAtMostFiveOfThem) {
   Map map;
   EXPECT_TRUE(CreditLines(map).empty());
-  map.credits = {"\xA9 A. Field",
+  map.credits = {"\xC2\xA9 A. Field",
                  "\xA9\t \tB. Forest",
                  "\xA9",
                  "\xA9 \t",

@@ -164,6 +164,7 @@ TEST_F(GridLinesTest, FaultsOfAShadeAreTold) {
   EXPECT_EQ(Said(), Texts{"Bad grid location in grid spacing: A1"});
   messages.Clear();
   EXPECT_TRUE(Read("H\tc\t1\nHS\n").gridShades.empty());
+  EXPECT_TRUE(Read("HS\n").gridShades.empty());  // also without a grid
   EXPECT_EQ(Said(), Texts{});
 }
 

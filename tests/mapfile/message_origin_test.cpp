@@ -99,6 +99,17 @@ TEST(MessageOrigin, TheRestOfALineThatIsTooLongIsTheSameLine) {
   EXPECT_EQ(messages.places[1], "long.map:4");
 }
 
+TEST(MessageOrigin, IsTheBasisLineForABasisThatIsMissing) {
+  PlacedMessages messages;
+  Workspace workspace(messages);
+  const TemporaryFolder folder;
+  folder.Write("wide.map", "\xFF\xFE");
+  const std::string inner = folder.Write("in.map", "\n\nB\twide.map\n");
+  OpenMap(workspace, folder.Write("a.map", "#\nB\tnone.map\nI " + inner + "\n"));
+  EXPECT_EQ(messages.places, (Places{"a.map:2", "in.map:3", "in.map:3"}))
+      << messages.Entries().back().text;
+}
+
 TEST(MessageOrigin, IsTheTrailLineForTheNoteOnATrailGivenAgain) {
   PlacedMessages messages;
   Workspace workspace(messages);

@@ -1,6 +1,7 @@
 #include "mapfile/reader.h"
 
 #include "base/number_text.h"
+#include "mapfile/writer.h"
 #include "support/decimal_comma.h"
 #include "support/map_from_text.h"
 #include "support/temporary_folder.h"
@@ -118,6 +119,28 @@ TEST_F(ReaderTest, EachUnknownTagIsTold) {
     Read(std::string(1, tag) + "\tx\n");
     EXPECT_EQ(Said(), Texts{"Unparseable input: " + std::string(1, tag) + "\tx"}) << byte;
   }
+}
+
+TEST_F(ReaderTest, CreditsBeginWithTheSignInLatin1OrInUtf8AndKeepTheirBytes) {
+  Map& map = Read(" \xC2\xA9 A. Walker\n\xA9 B. Walker\n\xC2\xA9\n");
+  const Texts credits = {"\xC2\xA9 A. Walker", "\xA9 B. Walker", "\xC2\xA9"};
+  EXPECT_EQ(map.credits, credits);
+  EXPECT_EQ(Said(), Texts{});
+  const std::string saved = MapFileText(map, "test.map", true);
+  EXPECT_NE(saved.find("\n\xC2\xA9 A. Walker\n\xA9 B. Walker\n\xC2\xA9\n"), std::string::npos)
+      << saved;
+  Read("\xC2\xAA\n");
+  EXPECT_EQ(Said(), Texts{"Unparseable input: \xC2\xAA"});
+}
+
+TEST_F(ReaderTest, TheByteOrderMarkOfUtf8IsPassedOver) {
+  Map& map = Read("\xEF\xBB\xBFG\tCamp\tN1\tE10\nO\tCamp\n");
+  EXPECT_EQ(map.origin, &Named(map, "Camp"));
+  EXPECT_EQ(Said(), Texts{});
+  EXPECT_EQ(MapFileText(map, "test.map", true).find('\xEF'), std::string::npos);
+  // Only there is it one.
+  Read("P\tCamp\n\xEF\xBB\xBF#\n");
+  EXPECT_EQ(Said(), Texts{"Unparseable input: \xEF\xBB\xBF#"});
 }
 
 TEST_F(ReaderTest, CommentsAndCreditsAreKeptWholeInFileOrder) {

@@ -10,7 +10,7 @@ namespace {
 TEST(NoteLines, AreTheCreditsWithoutTheirSign) {
   ViewCase c;
   EXPECT_TRUE(NoteLines(c.map).empty());
-  c.map.credits = {"\xA9 The station",
+  c.map.credits = {"\xC2\xA9 The station",
                    "\xA9"
                    "1998",
                    "\xA9", "\xA9  two blanks"};
