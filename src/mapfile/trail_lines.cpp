@@ -53,31 +53,48 @@ int WordValue(std::span<const std::string_view> words, std::string_view word, in
   return ifUnknown;
 }
 
+std::string_view FirstWord(std::string_view part) {
+  return part.substr(0, FindAnyOf(part, " \t\n\v\f\r"));
+}
+
 /// Walks over the parts of a style list: `Take` gives each part in turn.
 class StyleParts {
  public:
   explicit StyleParts(std::string_view field) : rest_(field) {}
 
+  /// Takes a last part "n" off, in any case, if a comma is before it. \return true if it was there
+  bool TakeHidden() {
+    const size_t comma = rest_.rfind(',');
+    if (comma == std::string_view::npos) return false;
+    if (!SameName(WithoutSpaceAtEnd(rest_.substr(comma + 1)), "n")) return false;
+    rest_ = rest_.substr(0, comma);
+    return true;
+  }
+
   /// \return the next part, without the white space behind its word; empty if it is left out
   std::string_view Take() {
     const size_t comma = rest_.find(',');
-    std::string_view part = rest_.substr(0, comma);
+    const std::string_view part = rest_.substr(0, comma);
     rest_ = comma == std::string_view::npos ? std::string_view() : rest_.substr(comma + 1);
-    while (!part.empty() && IsSpace(part.back())) part.remove_suffix(1);
-    return part;
+    return WithoutSpaceAtEnd(part);
   }
   /// As `Take`, but a word ends at white space.
-  std::string_view TakeWord() {
-    const std::string_view part = Take();
-    return part.substr(0, FindAnyOf(part, " \t\n\v\f\r"));
-  }
+  std::string_view TakeWord() { return FirstWord(Take()); }
 
  private:
+  static std::string_view WithoutSpaceAtEnd(std::string_view text) {
+    while (!text.empty() && IsSpace(text.back())) text.remove_suffix(1);
+    return text;
+  }
+
   std::string_view rest_;
 };
 
+/// Reads a style list. A saved trail without a fill has its mark one part early, and its "n" behind
+/// whatever it has; both are understood.
 void ReadTrailStyle(Trail& trail, std::string_view field) {
   StyleParts parts(field);
+  const bool hidden = parts.TakeHidden();
   if (const auto part = parts.Take(); !part.empty()) trail.width = ReadReal(part).value;
   if (const auto part = parts.Take(); !part.empty()) trail.color = ParseColor(part);
   if (const auto word = parts.TakeWord(); !word.empty()) {
@@ -87,11 +104,15 @@ void ReadTrailStyle(Trail& trail, std::string_view field) {
     trail.labelMode = WordValue(LabelModeWords, word, LabelUnset);
   }
   if (const auto part = parts.Take(); !part.empty()) trail.filled = ReadInt32(part) != 0;
-  if (const auto part = parts.Take(); !part.empty()) {
-    trail.fillPattern = ReadInt32(part) & FillPatternMask;
-  }
-  if (const auto word = parts.TakeWord(); !word.empty()) {
-    trail.markStyle = WordValue(MarkStyleWords, word, MarkUnknown);
+  const std::string_view pattern = parts.Take();
+  const int earlyMark = WordValue(MarkStyleWords, FirstWord(pattern), MarkUnknown);
+  if (earlyMark != MarkUnknown) {
+    trail.markStyle = earlyMark;
+  } else {
+    if (!pattern.empty()) trail.fillPattern = ReadInt32(pattern) & FillPatternMask;
+    if (const auto word = parts.TakeWord(); !word.empty()) {
+      trail.markStyle = WordValue(MarkStyleWords, word, MarkUnknown);
+    }
   }
   if (const auto word = parts.TakeWord(); !word.empty()) {
     if (SameName(word, "v")) {
@@ -100,6 +121,7 @@ void ReadTrailStyle(Trail& trail, std::string_view field) {
       trail.flags |= TrailHidden;
     }
   }
+  if (hidden) trail.flags |= TrailHidden;
 }
 
 void ReadTrailFields(const LineContext& context, FieldCursor& cursor, Trail& trail) {
@@ -112,8 +134,10 @@ void ReadTrailFields(const LineContext& context, FieldCursor& cursor, Trail& tra
   if (cursor.SkipByte(',')) trail.groupSize = std::max(cursor.TakeInteger(), 1);
   cursor.SkipField();
   cursor.SkipTab();
-  trail.date = ParseDate(cursor.Field(), context.workspace.preferences.europeanDates).date;
-  cursor.SkipField();
+  const std::string_view date = cursor.TakeField();
+  trail.date = ParseDate(date, context.workspace.preferences.europeanDates).date;
+  // A saved trail without a date that is only hidden or filled has its style list here.
+  if (date.starts_with(',')) ReadTrailStyle(trail, date);
   cursor.SkipTab();
   ReadTrailStyle(trail, cursor.TakeField());
   cursor.SkipTab();

@@ -12,9 +12,8 @@ namespace orvane {
 namespace {
 
 /// Makes the text of a map in which every point is placed and no two fields hold the same, as far
-/// as the format keeps them: a point's mark never stands alone, a trail has a mark only with a
-/// fill and is hidden only with a mark, no altitude is negative, and a nameless point has one
-/// reading.
+/// as the format keeps them: a point's mark never comes without another style, no altitude is
+/// negative, and a nameless point has one reading.
 class MapMaker {
  public:
   explicit MapMaker(unsigned seed) : random_(seed) {}
@@ -112,8 +111,12 @@ class MapMaker {
              << (Chance(2) ? "#12ab0" + Digits(1) : "");
         line << "," << (Chance(2) ? Words[Below(3)] : "") << ","
              << (Chance(2) ? Labels[Below(4)] : "");
-        line << ",1," << Below(8) << "," << Marks[Below(6)];
-        line << (Chance(2) ? ",n" : ",v");
+        if (Chance(2)) {
+          line << ",1," << Below(8);
+        } else {
+          line << ",,";
+        }
+        line << "," << (Chance(2) ? Marks[Below(6)] : "") << (Chance(2) ? ",n" : ",v");
       } else {
         line << "\t";
       }

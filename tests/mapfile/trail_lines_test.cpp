@@ -203,6 +203,40 @@ TEST_F(TrailLinesTest, VisibilityIsVOrElseHidden) {
   EXPECT_EQ(ReadStyle(",,,,,,,").flags & TrailHidden, 0U);
 }
 
+TEST_F(TrailLinesTest, MarkWhereThePatternBelongsIsTheMarkAndTheVisibilityFollows) {
+  const Trail& trail = ReadStyle("2,red,Solid,Auto,,circle,n x");
+  EXPECT_EQ(trail.markStyle, MarkCircle);
+  EXPECT_EQ(trail.fillPattern, 0);
+  EXPECT_FALSE(trail.filled);
+  EXPECT_NE(trail.flags & TrailHidden, 0U);
+  const Trail& shown = ReadStyle(",,,,1,Cross x,v,Tick");
+  EXPECT_EQ(shown.markStyle, MarkCross);
+  EXPECT_TRUE(shown.filled);
+  EXPECT_EQ(shown.flags & TrailHidden, 0U);
+  // A pattern that is no number counts as 0, as before.
+  EXPECT_EQ(ReadStyle(",,,,1,Circles,Tick").markStyle, MarkTick);
+}
+
+TEST_F(TrailLinesTest, LastPartNHidesTheTrailWhereverItIs) {
+  for (const char* style : {",n", "2,n", "2,N ", ",red,n", ",,,n", ",,,,1,3,n", ",,,,,,,v,n"}) {
+    const Trail& trail = ReadStyle(style);
+    EXPECT_NE(trail.flags & TrailHidden, 0U) << style;
+    EXPECT_EQ(trail.markStyle, MarkNone) << style;
+  }
+  EXPECT_EQ(ReadStyle(",red,n").color, 0xff0000);
+  for (const char* style : {"n", "", ",navy", ",,None", ",n,", ",n,red"}) {
+    EXPECT_EQ(ReadStyle(style).flags & TrailHidden, 0U) << style;
+  }
+}
+
+TEST_F(TrailLinesTest, StyleInThePlaceOfTheDateIsRead) {
+  EXPECT_NE(ReadTrail("T\tn\tx\t\t,n\n").flags & TrailHidden, 0U);
+  const Trail& filled = ReadTrail("T\tn\tx\t\t,,,,1,3\n");
+  EXPECT_TRUE(filled.filled);
+  EXPECT_EQ(filled.fillPattern, 3);
+  EXPECT_EQ(filled.date, 0);
+}
+
 // --- R and K --------------------------------------------------------------------------------------
 
 struct RangeLinesTest : MapFixture {

@@ -7,6 +7,7 @@
 
 #include <cstdio>
 #include <gtest/gtest.h>
+#include <tuple>
 
 namespace orvane {
 namespace {
@@ -335,7 +336,7 @@ TEST_F(WriterTest, HiddenTrailWithoutAMarkWritesItsLetterWhereAnotherFieldIsRead
 
 TEST_F(WriterTest, MarkWithoutAFillIsWrittenInThePlaceOfThePattern) {
   EXPECT_EQ(Rewritten("T\tn\tx\t\t\t,,,,,,Rect\n"), "T\tn\tx\t\t\t,,,,,Rect\n\n");
-  EXPECT_EQ(Rewritten("T\tn\tx\t\t\t,,,,,Rect\n"), "T\tn\tx\t\n\n");
+  EXPECT_EQ(Rewritten("T\tn\tx\t\t\t,,,,,Rect\n"), "T\tn\tx\t\t\t,,,,,Rect\n\n");
 }
 
 TEST_F(WriterTest, NegativeAltitudeMovesTowardZeroWithEachSave) {
@@ -400,26 +401,51 @@ std::string TrailTwin(const Trail& t) {
   return s + "\n\n";
 }
 
+constexpr int TrailCombinations = 4096;
+
+/// Gives a trail the fields whose bits are set in `bits`, and none of the others.
+void SetTrailFields(Trail& trail, int bits) {
+  const auto on = [&](int bit) { return (bits >> bit & 1) != 0; };
+  trail.type = "x";
+  trail.name = on(0) ? std::optional<std::string>("n" + std::to_string(bits)) : std::nullopt;
+  trail.focalAnimal = on(1) ? std::optional<std::string>("Bo") : std::nullopt;
+  trail.groupSize = on(2) ? 3 : 1;
+  trail.date = on(3) ? PackDate(1999, 4, 3) : 0;
+  trail.width = on(4) ? 2.5 : 0;
+  trail.color = on(5) ? 0x04a00f : NoColor;
+  trail.lineStyle = on(6) ? 1 + bits % 3 : 0;
+  trail.labelMode = on(7) ? 1 + bits % 4 : 0;
+  trail.filled = on(8);
+  trail.fillPattern = on(8) ? bits / 3 % 8 : 0;
+  trail.markStyle = on(9) ? 1 + bits % 7 : 0;
+  trail.flags = on(10) ? std::uint32_t{TrailHidden} : 0U;
+  trail.note = on(11) ? std::optional<std::string>("note") : std::nullopt;
+}
+
 TEST_F(WriterTest, EveryTrailLine) {
   Map& map = MakeMap(workspace, "test.map");
   Trail& trail = map.trails.emplace_front();
-  trail.type = "x";
-  for (int bits = 0; bits < 4096; ++bits) {
-    const auto on = [&](int bit) { return (bits >> bit & 1) != 0; };
-    trail.name = on(0) ? std::optional<std::string>("n") : std::nullopt;
-    trail.focalAnimal = on(1) ? std::optional<std::string>("Bo") : std::nullopt;
-    trail.groupSize = on(2) ? 3 : 1;
-    trail.date = on(3) ? PackDate(1999, 4, 3) : 0;
-    trail.width = on(4) ? 2.5 : 0;
-    trail.color = on(5) ? 0x04a00f : NoColor;
-    trail.lineStyle = on(6) ? 1 + bits % 3 : 0;
-    trail.labelMode = on(7) ? 1 + bits % 4 : 0;
-    trail.filled = on(8);
-    trail.fillPattern = bits % 8;
-    trail.markStyle = on(9) ? 1 + bits % 7 : 0;
-    trail.flags = on(10) ? std::uint32_t{TrailHidden} : 0U;
-    trail.note = on(11) ? std::optional<std::string>("note") : std::nullopt;
+  for (int bits = 0; bits < TrailCombinations; ++bits) {
+    SetTrailFields(trail, bits);
     ASSERT_EQ(Written(map), TrailTwin(trail)) << bits;
+  }
+}
+
+TEST_F(WriterTest, EveryTrailLineComesBack) {
+  Map& map = MakeMap(workspace, "test.map");
+  for (int bits = TrailCombinations; bits-- > 0;) SetTrailFields(map.trails.emplace_front(), bits);
+  const Map& again = Read(MapFileText(map, "test.map", true));
+  ASSERT_EQ(Length(again.trails), TrailCombinations);
+  auto back = again.trails.begin();
+  for (const Trail& trail : map.trails) {
+    SCOPED_TRACE(TrailTwin(trail));
+    const auto fieldsOf = [](const Trail& t) {
+      return std::tuple(t.name, t.type, t.focalAnimal, t.groupSize, t.date, t.width, t.color,
+                        t.lineStyle, t.labelMode, t.filled, t.fillPattern, t.markStyle,
+                        t.flags & TrailHidden, t.note);
+    };
+    ASSERT_EQ(fieldsOf(*back), fieldsOf(trail));
+    ++back;
   }
 }
 
