@@ -30,7 +30,8 @@ enum class WriteResult {
 struct FileSystem {
   /// Makes a file that does not exist yet and opens it for writing. \return its number or -1
   std::function<int(const std::string& path, unsigned permissions)> create;
-  /// Gives an open file the permissions of an old one. \return 0 or -1
+  /// Gives an open file the permissions of an old one. \return 0 or -1. A file system that keeps no
+  /// permissions is not a failure of the save.
   std::function<int(int file, unsigned permissions)> setPermissions;
   /// Writes up to `size` bytes. \return how many were written, or -1
   std::function<long(int file, const char* bytes, size_t size)> write;

@@ -1,8 +1,9 @@
 #include "base/replaced_file.h"
 
+#include "base/left_over_files.h"
+
 #include <array>
 #include <cerrno>
-#include <chrono>
 #include <fcntl.h>
 #include <optional>
 #include <sys/stat.h>
@@ -70,11 +71,10 @@ std::optional<Target> FindTarget(const std::string& path) {
   return std::nullopt;
 }
 
-/// A name that no other save is likely to use at the same moment.
-std::string TemporaryName(const std::string& directory, int attempt) {
-  const auto now = std::chrono::steady_clock::now().time_since_epoch().count();
-  return directory + ".orvane-" + std::to_string(::getpid()) + "-" + std::to_string(now) + "-" +
-         std::to_string(attempt) + ".tmp";
+/// True for the errors of a file system that keeps no permissions. A file that was just made is
+/// this user's own, so there is nothing else that they could mean.
+bool KeepsNoPermissions(int error) {
+  return error == ENOSYS || error == EOPNOTSUPP || error == EPERM || error == EINVAL;
 }
 
 /// Takes over owner, group and permissions of the file that is replaced.
@@ -83,7 +83,7 @@ bool TakeStatus(const FileSystem& system, int file, const struct stat& status) {
   // Only the administrator may give a file away. Rights that were meant for another owner or
   // group are then not handed on by the bits that stand for "run as them".
   if (::fchown(file, status.st_uid, status.st_gid) != 0) permissions &= 0777;
-  return system.setPermissions(file, permissions) == 0;
+  return system.setPermissions(file, permissions) == 0 || KeepsNoPermissions(errno);
 }
 
 }  // namespace
@@ -101,6 +101,7 @@ WriteResult ReplacedFile::Open(const std::string& path) {
     return WriteResult::CannotOpen;
   }
   path_ = target->path;
+  RemoveLeftOverFiles(DirectoryPart(path_));
   // Where the old file is closed to others, the new content is never open to them either.
   if (!Create(target->exists ? ReadAndWriteForOwner : ReadAndWriteForAll)) {
     return WriteResult::CannotOpen;
@@ -111,9 +112,10 @@ WriteResult ReplacedFile::Open(const std::string& path) {
 
 bool ReplacedFile::Create(unsigned permissions) {
   for (int attempt = 0; attempt < MostAttempts; ++attempt) {
-    const std::string path = TemporaryName(DirectoryPart(path_), attempt);
+    const std::string path = TemporaryPath(DirectoryPart(path_), attempt);
     file_ = system_.create(path, permissions);
     if (file_ >= 0) {
+      LockTemporaryFile(file_);
       temporaryPath_ = path;
       return true;
     }

@@ -324,10 +324,20 @@ TEST_F(Files, AreMadeBesideTheOldOne) {
   EXPECT_TRUE(made.starts_with(Path(""))) << made;
 }
 
+TEST_F(Files, AreReplacedWhereTheFileSystemKeepsNoPermissions) {
+  for (const int error : {ENOSYS, EOPNOTSUPP, EPERM, EINVAL}) {
+    PutOld();
+    FileSystem system = SystemFiles();
+    system.setPermissions = [error](int, unsigned) { return FailWith(error); };
+    EXPECT_EQ(WriteFileAtomically(Path("a.map"), "new", system), WriteResult::Done) << error;
+    EXPECT_EQ(ReadWholeFile(Path("a.map")), "new");
+  }
+}
+
 TEST_F(Files, StandUntouchedIfThePermissionsCannotBeKept) {
   PutOld();
   FileSystem system = SystemFiles();
-  system.setPermissions = [](int, unsigned) { return FailWith(EPERM); };
+  system.setPermissions = [](int, unsigned) { return FailWith(EIO); };
   EXPECT_EQ(WriteFileAtomically(Path("a.map"), "new", system), WriteResult::Failed);
   ExpectUntouched();
 }
