@@ -1,6 +1,7 @@
 #include "base/message_layout.h"
 
 #include "base/text.h"
+#include "base/utf8.h"
 
 #include <algorithm>
 #include <utility>
@@ -27,16 +28,6 @@ constexpr int LeastTextHeight = 42;  ///< room for the picture
 constexpr int RowGap = 10;           ///< above the field and above the row of buttons
 constexpr int RowMargins = 25;       ///< above and below the row of buttons
 
-bool ContinuesCharacter(char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; }
-
-/// Moves a cut back to the first byte of the character that it goes through.
-size_t CutBefore(std::string_view text, size_t at) {
-  constexpr size_t LongestCharacter = 4;
-  size_t cut = at;
-  while (at - cut < LongestCharacter && cut > 0 && ContinuesCharacter(text[cut])) --cut;
-  return at - cut < LongestCharacter ? cut : at;
-}
-
 /// The length of the first line, and how much of the text it uses up.
 std::pair<size_t, size_t> FirstLine(std::string_view text) {
   size_t blank = std::string_view::npos;
@@ -45,7 +36,7 @@ std::pair<size_t, size_t> FirstLine(std::string_view text) {
     if (text[i] == ' ') blank = i;
     if (i >= GoodLineLength && blank != std::string_view::npos) return {blank, blank + 1};
     if (i >= LongestLine) {
-      const size_t cut = CutBefore(text, i);
+      const size_t cut = CutText(text, i).size();
       return {cut, cut};
     }
   }

@@ -12,9 +12,8 @@ namespace {
 
 void PostText(Messages& messages, Severity severity, std::string_view format,
               std::initializer_list<std::string_view> arguments) {
-  std::string text = FormatText(format, arguments);
-  if (text.size() > Messages::LongestMessage) text.resize(Messages::LongestMessage);
-  messages.Post(severity, text);
+  const std::string text = FormatText(format, arguments);
+  messages.Post(severity, std::string(CutText(text, Messages::LongestMessage)));
 }
 
 }  // namespace
@@ -53,9 +52,7 @@ int AskUser(Messages& messages, const std::string& title, const std::string& but
 std::optional<std::string> AskForText(Messages& messages, const TextPrompt& prompt) {
   std::optional<std::string> answer = messages.Prompt(prompt);
   if (!answer || prompt.size == 0 || answer->size() < prompt.size) return answer;
-  const bool isUtf8 = IsValidUtf8(*answer);
-  answer->resize(prompt.size - 1);
-  while (isUtf8 && !IsValidUtf8(*answer)) answer->pop_back();
+  answer->resize(CutText(*answer, prompt.size - 1).size());
   return answer;
 }
 

@@ -33,7 +33,7 @@ struct TextPrompt {
 /// batch tool, a list in a test. The core reports and goes on; nothing is thrown.
 class Messages {
  public:
-  /// A message is cut to this many bytes before it is shown.
+  /// A message is cut to this many bytes, between two characters, before it is shown.
   static constexpr size_t LongestMessage = 199;
 
   virtual ~Messages() = default;

@@ -136,6 +136,24 @@ bool MatchGlob(std::string_view pattern, std::string_view text) {
   return p == pattern.size();
 }
 
+std::string EscapedControls(std::string_view text) {
+  constexpr std::string_view Digits = "0123456789ABCDEF";
+  constexpr unsigned char Blank = 0x20;
+  constexpr unsigned char Delete = 0x7F;
+  std::string escaped;
+  for (const char c : text) {
+    const unsigned char byte = AsByte(c);
+    if (byte >= Blank && byte != Delete) {
+      escaped += c;
+      continue;
+    }
+    escaped += "\\x";
+    escaped += Digits[byte >> 4U];
+    escaped += Digits[byte & 0xFU];
+  }
+  return escaped;
+}
+
 std::string AppendNote(const std::optional<std::string>& note, std::string_view text) {
   if (!note) return std::string(text);
   std::string both = *note;

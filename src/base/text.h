@@ -53,6 +53,10 @@ std::optional<std::string_view> StartsWith(std::string_view prefix, std::string_
 /// \return true if the whole of `text` fits `pattern`; an unclosed set fits nothing
 bool MatchGlob(std::string_view pattern, std::string_view text);
 
+/// Replaces each control character, U+0000 to U+001F and U+007F, by its code as "\x1B". What is not
+/// seen could otherwise change a terminal, or pass for the end of a line.
+std::string EscapedControls(std::string_view text);
+
 /// Adds a further note behind an old one, with one blank between them.
 /// \param note  the old note; null for none, and then `text` alone is the result
 std::string AppendNote(const std::optional<std::string>& note, std::string_view text);

@@ -1,7 +1,5 @@
 #include "base/utf8.h"
 
-#include <cstddef>
-
 namespace orvane {
 
 namespace {
@@ -33,6 +31,16 @@ bool IsValidUtf8(std::string_view text) {
     text.remove_prefix(length);
   }
   return true;
+}
+
+std::string_view CutText(std::string_view text, size_t most) {
+  constexpr size_t LongestCharacter = 4;
+  if (text.size() <= most) return text;
+  // At most one character begins before the cut and ends after it.
+  for (size_t back = 1; back < LongestCharacter && back <= most; ++back) {
+    if (Utf8Length(text.substr(most - back)) > back) return text.substr(0, most - back);
+  }
+  return text.substr(0, most);
 }
 
 std::string ToUtf8(std::string_view text) {

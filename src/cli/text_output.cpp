@@ -1,5 +1,6 @@
 #include "cli/text_output.h"
 
+#include "base/text.h"
 #include "cli/exit_status.h"
 
 #include <algorithm>
@@ -19,15 +20,16 @@ std::string FieldsToUtf8(std::string_view text) {
 }
 
 std::string OneLine(std::string_view text) {
+  const std::string utf8 = ToUtf8(text);
+  std::string_view rest = utf8;
   std::string line;
-  for (const char c : ToUtf8(text)) {
-    if (c == '\n') {
-      line += "\\n";
-    } else {
-      line += c;
-    }
+  while (true) {
+    const size_t end = rest.find('\n');
+    line += EscapedControls(rest.substr(0, end));
+    if (end == std::string_view::npos) return line;
+    line += "\\n";
+    rest.remove_prefix(end + 1);
   }
-  return line;
 }
 
 void Print(std::string_view text) { std::fwrite(text.data(), 1, text.size(), stdout); }

@@ -1,5 +1,6 @@
 #include "view/map_notes.h"
 
+#include "base/utf8.h"
 #include "model/map.h"
 
 namespace orvane {
@@ -15,7 +16,7 @@ std::vector<std::string> NoteLines(const Map& map) {
   for (const std::string& credit : map.credits) {
     size_t start = CreditTagLength(credit);
     if (start < credit.size() && credit[start] == ' ') ++start;
-    lines.push_back(credit.substr(start, LongestNoteLine));
+    lines.emplace_back(CutText(std::string_view(credit).substr(start), LongestNoteLine));
   }
   return lines;
 }

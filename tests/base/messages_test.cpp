@@ -47,6 +47,16 @@ TEST(Messages, AreCutTo199Bytes) {
   EXPECT_EQ(messages.Entries()[1].text, std::string(199, 'x'));
 }
 
+TEST(Messages, AreCutBetweenTwoCharacters) {
+  RecordedMessages messages;
+  const std::string before(198, 'x');
+  NoteError(messages, "%s", {before + "\xC3\xA9"});
+  EXPECT_EQ(messages.Entries()[0].text, before);
+  // Also where the text holds a byte that is not UTF-8.
+  NoteError(messages, "%s", {"\xED" + before.substr(1) + "\xC3\xA9"});
+  EXPECT_EQ(messages.Entries()[1].text, "\xED" + before.substr(1));
+}
+
 TEST(Messages, TakeArgumentsAsTheyAre) {
   RecordedMessages messages;
   NoteError(messages, "%s", {"50% %s %n"});

@@ -216,5 +216,12 @@ TEST(MatchGlob, IsNotHeldUpByManyStars) {
   EXPECT_TRUE(MatchGlob(pattern + "*", text));
 }
 
+TEST(EscapedControls, ReplacesEachByItsCode) {
+  EXPECT_EQ(EscapedControls("a\tb\x1B[2J\r\n\x7F"), "a\\x09b\\x1B[2J\\x0D\\x0A\\x7F");
+  EXPECT_EQ(EscapedControls(std::string_view("\0", 1)), "\\x00");
+  EXPECT_EQ(EscapedControls("r\xC3\xADo \x80~ \\x"), "r\xC3\xADo \x80~ \\x");
+  EXPECT_EQ(EscapedControls(""), "");
+}
+
 }  // namespace
 }  // namespace orvane

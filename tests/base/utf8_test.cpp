@@ -31,5 +31,26 @@ TEST(ToUtf8, ReadsWhatIsNotUtf8AsLatin1) {
   EXPECT_EQ(ToUtf8("\xC3\xBC\xFC"), "\xC3\x83\xC2\xBC\xC3\xBC");
 }
 
+TEST(CutText, NeverSplitsACharacter) {
+  for (const std::string character : {"a", "\xC3\xA9", "\xE2\x82\xAC", "\xF0\x9F\x90\x92"}) {
+    const std::string text = "xy" + character + "z";
+    for (size_t most = 0; most <= text.size() + 1; ++most) {
+      std::string expected = "xy";
+      if (most < 2) expected.resize(most);
+      if (most >= 2 + character.size()) expected += character;
+      if (most >= text.size()) expected += "z";
+      EXPECT_EQ(CutText(text, most), expected) << most;
+    }
+  }
+}
+
+TEST(CutText, CutsBytesThatAreNotUtf8Anywhere) {
+  EXPECT_EQ(CutText("r\xEDo", 2), "r\xED");
+  EXPECT_EQ(CutText("\xA9\xA9\xA9\xA9", 3), "\xA9\xA9\xA9");
+  EXPECT_EQ(CutText("\xC3", 1), "\xC3");
+  // A Latin-1 letter before does not change where a UTF-8 character is cut.
+  EXPECT_EQ(CutText("\xED\xC3\xA9", 2), "\xED");
+}
+
 }  // namespace
 }  // namespace orvane

@@ -134,5 +134,12 @@ TEST_F(CommandLine, RunningOutOfMemoryIsAFatalMessage) {
 }
 #endif
 
+TEST_F(CommandLine, ControlCharactersInMessagesAreEscaped) {
+  folder.Write("odd.map", "E\t\x1B[31mred\x7F\n");
+  const std::string text = "error: Unparseable input: E\\x09\\x1B[31mred\\x7F\n";
+  EXPECT_EQ(Do({"locate", "odd.map", "x"}).err, text + "error: Can't find x\n");
+  EXPECT_EQ(Do({"locate", "odd.map", "a\nb\tc"}).err, text + "error: Can't find a\\nb\\x09c\n");
+}
+
 }  // namespace
 }  // namespace orvane

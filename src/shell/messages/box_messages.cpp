@@ -1,6 +1,5 @@
 #include "shell/messages/box_messages.h"
 
-#include "base/utf8.h"
 #include "paint/display_text.h"
 #include "shell/messages/built_box.h"
 #include "shell/messages/title_width.h"
@@ -11,7 +10,6 @@
 #include <QMessageBox>
 
 #include <cstdlib>
-#include <string_view>
 #include <utility>
 
 namespace orvane {
@@ -23,19 +21,8 @@ QMessageBox::Icon BoxIcon(Severity severity) {
   return severity == Severity::Warning ? QMessageBox::Warning : QMessageBox::Critical;
 }
 
-/// A message that was cut may end in half a character, and would then be read as Latin-1.
-std::string_view WithoutHalfCharacter(std::string_view text) {
-  if (text.size() < Messages::LongestMessage || IsValidUtf8(text)) return text;
-  constexpr size_t LongestHalf = 3;
-  for (size_t less = 1; less <= LongestHalf; ++less) {
-    const std::string_view shorter = text.substr(0, text.size() - less);
-    if (IsValidUtf8(shorter)) return shorter;
-  }
-  return text;
-}
-
 QString ShownText(Severity severity, const std::string& text) {
-  const QString shown = DisplayText(WithoutHalfCharacter(text));
+  const QString shown = DisplayText(text);
   return severity == Severity::InternalError ? QStringLiteral("Internal Error: ") + shown : shown;
 }
 
