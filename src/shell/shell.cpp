@@ -59,15 +59,19 @@ Shell::~Shell() = default;
 
 void Shell::Start(const std::vector<std::string>& files) {
   ReadRecentFiles();
-  const std::vector<Map*> recovered = recoverMaps ? recoverMaps() : std::vector<Map*>();
+  const auto recovered = recoverMaps ? recoverMaps() : std::vector<Map*>();
+  if (!recovered) {
+    endProgram();  // the preferences were not read yet, so they are not written
+    return;
+  }
   for (const std::string& file : files) OpenFile(file);
   const std::string defaultMap = readPreferences ? readPreferences() : std::string();
   if (files.empty() && !defaultMap.empty()) OpenFile(defaultMap);
-  for (Map* map : recovered) {
+  for (Map* map : *recovered) {
     if (!IsShown(*map)) OpenMapWindow(*map);
   }
   if (openWindows_.empty()) ShowTaskWindow();
-  if (!files.empty() || !defaultMap.empty() || !recovered.empty()) return;
+  if (!files.empty() || !defaultMap.empty() || !recovered->empty()) return;
   ProgramWindow& asking =
       openWindows_.empty() ? static_cast<ProgramWindow&>(*taskWindow_) : *openWindows_.front();
   RunCommand(CommandOpenMap, asking);

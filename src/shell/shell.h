@@ -14,6 +14,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -141,8 +142,9 @@ class Shell final : public QObject {
   /// Reads the preferences and returns the map to open, or an empty text; writes them.
   std::function<std::string()> readPreferences;
   std::function<void()> writePreferences;
-  /// Reads the maps that an earlier run left unsaved, as far as the user wants them back.
-  std::function<std::vector<Map*>()> recoverMaps;
+  /// Reads the maps that an earlier run left unsaved, as far as the user wants them back. Returns
+  /// nothing if the user wants to end the program instead.
+  std::function<std::optional<std::vector<Map*>>()> recoverMaps;
   /// Writes recovery copies of all unsaved maps at once.
   std::function<void()> writeCopies;
 

@@ -112,6 +112,22 @@ TEST_F(GisTrailTest, ImportingIntoAnEmptyMapPutsItInView) {
   EXPECT_EQ(window_.View().View().scale, scale);
 }
 
+TEST_F(GisTrailTest, TheKeysOfCloseAndExitWorkInIt) {
+  QPointer<GisTrailWindow> window = Import(Tracks);
+  ASSERT_NE(window, nullptr);
+  ASSERT_TRUE(QTest::qWaitForWindowActive(window));
+  QTest::keyClick(window, Qt::Key_W, Qt::ControlModifier);
+  DeliverDeletes();
+  EXPECT_TRUE(window.isNull());
+  EXPECT_EQ(shell_.OpenWindows().size(), 1U);
+  window = Import(Tracks);
+  ASSERT_TRUE(QTest::qWaitForWindowActive(window));
+  QTest::keyClick(window, Qt::Key_Q, Qt::ControlModifier);
+  DeliverDeletes();
+  EXPECT_TRUE(window.isNull());
+  EXPECT_TRUE(shell_.OpenWindows().empty());
+}
+
 TEST_F(GisTrailTest, OkTakesATrackAndNoSkipsOne) {
   GisTrailWindow* window = Import(Tracks);
   ASSERT_NE(window, nullptr);

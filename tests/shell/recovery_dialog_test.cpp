@@ -88,6 +88,14 @@ TEST_F(RecoveryDialogTest, ClosingItInAnyWayPutsEverythingOff) {
   QTest::mouseClick(&ButtonOf(QStringLiteral("Decide Later")), Qt::LeftButton);
   EXPECT_FALSE(dialog_->isVisible());
   EXPECT_EQ(dialog_->Choices(), later);
+  for (const Qt::Key key : {Qt::Key_W, Qt::Key_Q}) {
+    Show({Offer("/a.map"), Offer("/b.map")});
+    Click(0, RecoveryChoice::Discard);
+    QTest::keyClick(dialog_.get(), key, Qt::ControlModifier);
+    EXPECT_FALSE(dialog_->isVisible());
+    EXPECT_EQ(dialog_->Choices(), later);
+    EXPECT_EQ(dialog_->ExitRequested(), key == Qt::Key_Q);
+  }
 }
 
 TEST_F(RecoveryDialogTest, TellsTheFileTheFolderAndWhatDiffers) {

@@ -54,7 +54,7 @@ class ButtonPresser {
   ButtonPresser(const ButtonPresser&) = delete;
   ButtonPresser& operator=(const ButtonPresser&) = delete;
 
-  /// Texts of buttons; several, between bars, for one box; an empty one for Escape.
+  /// Texts of buttons; several, between bars, for one box; an empty one for Escape, and keys like "Ctrl+Q".
   std::deque<QString> buttons;
   QStringList titles, texts;
   /// Done while the next box waits.
@@ -80,8 +80,8 @@ class ButtonPresser {
     }
     const QString wanted = buttons.front();
     buttons.pop_front();
-    if (wanted.isEmpty()) {
-      QTest::keyClick(box, Qt::Key_Escape);
+    if (wanted.isEmpty() || wanted.startsWith(QStringLiteral("Ctrl+"))) {
+      QTest::keySequence(box, QKeySequence(wanted.isEmpty() ? QStringLiteral("Esc") : wanted));
       return;
     }
     const QStringList parts = wanted.split(QLatin1Char('|'));
@@ -425,11 +425,25 @@ TEST_F(RecoveryShell, AfterAnOrderlyEndNothingIsLeft) {
   }
   EXPECT_TRUE(fs::is_empty(folder_.Path("own/recovery")));
   ProgramRun run(folder_, now_);
-  EXPECT_TRUE(run.recovery->OfferCopies().empty());
+  EXPECT_TRUE(run.recovery->OfferCopies()->empty());
   EXPECT_EQ(presser_.titles.size(), 1);  // the question of the first run
 }
 
 // --- The next start ---------------------------------------------------------------------------
+
+TEST_F(RecoveryShell, TheKeyOfExitEndsTheProgramAndKeepsCopiesAndPreferences) {
+  LeaveCopy(path_, "one");
+  ProgramRun run(folder_, now_);
+  int preferences = 0;
+  run.shell.readPreferences = [&preferences] { return ++preferences, std::string(); };
+  run.shell.writePreferences = [&preferences] { ++preferences; };
+  presser_.buttons = {QStringLiteral("Ctrl+Q")};
+  run.shell.Start({path_});
+  EXPECT_EQ(run.ends, 1);
+  EXPECT_EQ(preferences, 0);
+  EXPECT_TRUE(run.shell.OpenWindows().empty());
+  EXPECT_EQ(Copies().size(), 1U);
+}
 
 TEST_F(RecoveryShell, ARecoveredMapOpensWithItsChangesUnsaved) {
   LeaveCopy(path_, "one");
@@ -505,7 +519,7 @@ TEST_F(RecoveryShell, DiscardRemovesTheCopyAndNothingElse) {
   }
   EXPECT_EQ(folder_.Read("site.map"), SiteText);
   ProgramRun run(folder_, now_);
-  EXPECT_TRUE(run.recovery->OfferCopies().empty());
+  EXPECT_TRUE(run.recovery->OfferCopies()->empty());
 }
 
 TEST_F(RecoveryShell, ARecoveredMapThatIsGivenUpIsNotOfferedAgain) {
@@ -518,7 +532,7 @@ TEST_F(RecoveryShell, ARecoveredMapThatIsGivenUpIsNotOfferedAgain) {
     EXPECT_TRUE(Copies().empty());
   }
   ProgramRun run(folder_, now_);
-  EXPECT_TRUE(run.recovery->OfferCopies().empty());
+  EXPECT_TRUE(run.recovery->OfferCopies()->empty());
 }
 
 TEST_F(RecoveryShell, ASecondProgramIsNotOfferedTheCopiesOfTheFirst) {
@@ -527,7 +541,7 @@ TEST_F(RecoveryShell, ASecondProgramIsNotOfferedTheCopiesOfTheFirst) {
   Wait(first, seconds(15));
   ASSERT_EQ(Copies().size(), 1U);
   ProgramRun second(folder_, now_);
-  EXPECT_TRUE(second.recovery->OfferCopies().empty());
+  EXPECT_TRUE(second.recovery->OfferCopies()->empty());
   EXPECT_TRUE(presser_.titles.empty());
 }
 
@@ -540,10 +554,10 @@ TEST_F(RecoveryShell, AShellWithoutADirectoryKeepsNoCopies) {
   shell.ownDirectory = folder_.Path("own");
   PlugRecovery(shell);
   ASSERT_NE(shell.recoverMaps, nullptr);
-  EXPECT_TRUE(shell.recoverMaps().empty());
+  EXPECT_TRUE(shell.recoverMaps()->empty());
   LeaveCopy(path_, "one");
   presser_.buttons = {QStringLiteral("OK")};
-  EXPECT_EQ(shell.recoverMaps().size(), 1U);
+  EXPECT_EQ(shell.recoverMaps()->size(), 1U);
 }
 
 // --- A file that has changed on the disk ------------------------------------------------------

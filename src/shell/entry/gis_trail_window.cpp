@@ -6,6 +6,7 @@
 #include "shell/out_of_memory.h"
 #include "shell/progress/busy_work.h"
 #include "shell/shell.h"
+#include "shell/window_keys.h"
 
 #include <QCheckBox>
 #include <QGridLayout>
@@ -40,6 +41,7 @@ GisTrailWindow::GisTrailWindow(Shell& shell, GisImport import, GisBoxes& boxes, 
   layout->addSpacing(4);
   layout->addLayout(MakeButtons());
   ShowFields();
+  AddWindowKeys(*this, [this] { shell_.ExitFlow(); });
   connect(this, &QDialog::finished, this,
           [this] { ShowImported(shell_, *import_.map, false, GisSummary(import_)); });
 }

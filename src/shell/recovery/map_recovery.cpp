@@ -72,7 +72,7 @@ MapRecovery::MapRecovery(Shell& shell, const std::string& directory, FileSystem 
 
 MapRecovery::~MapRecovery() = default;
 
-std::vector<Map*> MapRecovery::OfferCopies() {
+std::optional<std::vector<Map*>> MapRecovery::OfferCopies() {
   std::vector<RecoveryOffer> offers;
   for (RecoveryCopy& copy : folder_.TakeAbandoned()) {
     const RecoveryDifferences differences = CompareWithFile(copy);
@@ -80,9 +80,10 @@ std::vector<Map*> MapRecovery::OfferCopies() {
                       .differences = DifferenceTexts(differences),
                       .saysTheSame = SaysTheSame(differences)});
   }
-  if (offers.empty()) return {};
+  if (offers.empty()) return std::vector<Map*>();
   RecoveryDialog dialog(offers, QApplication::activeWindow());
   dialog.exec();
+  if (dialog.ExitRequested()) return std::nullopt;
   const std::vector<RecoveryChoice> choices = dialog.Choices();
   std::vector<RecoveryCopy> wanted;
   for (size_t i = 0; i < offers.size(); ++i) {

@@ -35,8 +35,9 @@ class MapRecovery final : public QObject {
   ~MapRecovery() override;
 
   /// If earlier runs left copies, asks what to do with them.
-  /// \return the recovered maps; they have no windows yet
-  std::vector<Map*> OfferCopies();
+  /// \return the recovered maps, which have no windows yet; nothing if the user wants to end the
+  ///         program, and all copies are kept
+  std::optional<std::vector<Map*>> OfferCopies();
 
   /// Writes each copy that is due.
   void WriteWhatIsDue();

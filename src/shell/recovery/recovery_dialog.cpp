@@ -2,6 +2,7 @@
 
 #include "base/file_names.h"
 #include "paint/display_text.h"
+#include "shell/window_keys.h"
 
 #include <QButtonGroup>
 #include <QDateTime>
@@ -96,6 +97,10 @@ RecoveryDialog::RecoveryDialog(const std::vector<RecoveryOffer>& offers, QWidget
   connect(box, &QDialogButtonBox::accepted, this, &RecoveryDialog::accept);
   connect(box, &QDialogButtonBox::rejected, this, &RecoveryDialog::reject);
   layout->addWidget(box);
+  AddWindowKeys(*this, [this] {
+    exitRequested_ = true;
+    reject();
+  });
 
   const QMargins margins = layout->contentsMargins();
   const int width = LettersAcross * fontMetrics().averageCharWidth() +

@@ -35,12 +35,16 @@ class RecoveryDialog final : public QDialog {
   /// \return the choices, in the order of the offers; `Later` for all if the dialog was closed
   std::vector<RecoveryChoice> Choices() const;
 
+  /// True if the user closed the dialog with the key of "Exit".
+  bool ExitRequested() const { return exitRequested_; }
+
   QRadioButton& Button(size_t offer, RecoveryChoice choice);
 
  private:
   QWidget* MakeOffer(const RecoveryOffer& offer);
 
   std::vector<QButtonGroup*> groups_;
+  bool exitRequested_ = false;
 };
 
 }  // namespace orvane
