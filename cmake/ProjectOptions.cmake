@@ -51,12 +51,3 @@ foreach(linker mold lld)
     break()
   endif()
 endforeach()
-if(CMAKE_CXX_CLANG_TIDY)
-  # What Qt's tools write into the build directory is not ours to judge. A group that can find
-  # nothing stands for none, which clang-tidy does not take.
-  file(WRITE ${PROJECT_BINARY_DIR}/.clang-tidy "Checks: '-*,llvm-twine-local'\n")
-  # A new rule looks at every source again: the rules become a part of each command.
-  file(SHA256 ${PROJECT_SOURCE_DIR}/.clang-tidy rules)
-  set_property(DIRECTORY ${PROJECT_SOURCE_DIR} APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS .clang-tidy)
-  add_compile_definitions(TIDY_RULES_${rules})
-endif()
