@@ -149,6 +149,7 @@ struct ReadShapefile {
     rowBytes = dbf.Short(10);
     size_t at = 32;
     for (; dbf.Byte(at) != 13 && at < dbf.bytes.size(); at += 32) {
+      // The name ends at its first zero byte. NOLINTNEXTLINE(readability-redundant-string-cstr)
       fields.push_back({dbf.bytes.substr(at, 11).c_str(), dbf.bytes[at + 11], dbf.Byte(at + 16),
                         dbf.Byte(at + 17)});
     }

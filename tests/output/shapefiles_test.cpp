@@ -16,7 +16,7 @@ struct TrailShapes : ExportFixture {};
 struct GridShapes : ExportFixture {};
 struct Shapefiles : ExportFixture {};
 
-std::string Padded(std::string text, size_t width) {
+std::string Padded(const std::string& text, size_t width) {
   return text + std::string(width - text.size(), ' ');
 }
 

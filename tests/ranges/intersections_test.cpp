@@ -408,7 +408,7 @@ OverlapShare PlainShare(Range& range, Range& other, const RangeIntersection& rec
   const double margin = record.grid->cellSize * 1.4;
   ScratchPoints scratch;
   const auto offset = [&](const Range& of, double by) {
-    const Poly ring = OffsetPolygon(scratch, of.hull, by);
+    Poly ring = OffsetPolygon(scratch, of.hull, by);
     ProjectPoints(ring, centre.lon, centre.lat);
     return ring;
   };

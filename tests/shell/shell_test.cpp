@@ -50,7 +50,7 @@ class ShellTest : public testing::Test {
   }
 
   std::string MakeFile(const std::string& name, const std::string& content) {
-    const std::string path = directory_.path().toStdString() + "/" + name;
+    std::string path = directory_.path().toStdString() + "/" + name;
     std::ofstream(path, std::ios::binary) << content;
     return path;
   }

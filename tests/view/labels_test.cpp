@@ -286,7 +286,7 @@ TEST(DrawTrailPoints, ANameVanishesAboveItsLimit) {
   const auto namesAt = [&](double metersPerPixel) {
     c.view.scale = static_cast<float>(1 / metersPerPixel);
     CenterOn(c.view, LatLon{});
-    const std::string names = NamesInMode(c, points, PointModeAll);
+    std::string names = NamesInMode(c, points, PointModeAll);
     EXPECT_EQ(c.canvas.Count("oval"), names.empty() ? 0 : 1);
     return names;
   };
