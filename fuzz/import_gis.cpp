@@ -1,5 +1,5 @@
 // Reads any bytes as a file of a GPS unit, takes its first track, skips the second and takes all
-// the others into a small map that rests on another, and reads what is then saved. Nothing may
+// the others into a small map with a basis, and reads what is then saved. Nothing may
 // crash, hang or be undefined, whatever is in the file.
 //
 // If there is a line with only a form feed, the lines before it are the fields of the window,

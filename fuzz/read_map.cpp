@@ -1,9 +1,8 @@
 // Reads any bytes as a map file, solves the map, writes it in both forms, and reads and solves what
-// was written. Nothing may crash, hang or be undefined, whatever stands in the file.
+// was written. Nothing may crash, hang or be undefined, whatever is in the file.
 //
-// An input that holds a line with a form feed alone is two maps: what stands before it is the map
-// `basis.map`, which the second may name in a `B` line, so that points of another map are met
-// without a file on the disk.
+// A line that holds only a form feed divides an input into two maps. The first is `basis.map`, which
+// the second may name in a `B` line, so that points of another map occur without a file on the disk.
 
 #include "mapfile/open_map.h"
 #include "mapfile/reader.h"
@@ -17,7 +16,7 @@
 
 namespace {
 
-/// A workspace with the basis opened already. Its messages are kept and looked at by nobody.
+/// A workspace with the basis opened already. Nobody reads its messages.
 struct Bench {
   orvane::RecordedMessages messages;
   orvane::Workspace workspace{messages};

@@ -1,6 +1,6 @@
-// Stands in for libFuzzer where a fuzz target is built as a test: runs it once on each file of the
-// folders and files named on the command line. A fault shows as a crash or a sanitizer's report;
-// the name of the file that is under way is then the last line of the output.
+// Replaces libFuzzer where a fuzz target is built as a test: runs it once on each file of the folders
+// and files named on the command line. A fault shows as a crash or a sanitizer's report; the last
+// line of the output is then the name of the file.
 
 #include <algorithm>
 #include <cstddef>
