@@ -1,13 +1,13 @@
 # add_module_benchmark(survey SOURCES survey_bench.cpp [LIBRARIES ...])
 #
-# Builds build/<preset>/bench/survey_bench, to be run by hand. The target `bench_smoke` runs every
-# benchmark for a moment, which shows that it still works; its figures mean nothing.
+# Builds build/<preset>/bench/survey_bench, which you run by hand. The target `bench_smoke` runs every
+# benchmark for a moment, to show that it still works; its figures mean nothing.
 function(add_module_benchmark name)
   cmake_parse_arguments(B "" "" "SOURCES;LIBRARIES" ${ARGN})
   add_executable(${name}_bench ${B_SOURCES})
   target_link_libraries(${name}_bench PRIVATE ${name} ${B_LIBRARIES} module_options
                                               benchmark::benchmark_main)
-  # What benchmarks share stands in bench/support, what they share with tests in tests/support.
+  # Benchmarks share bench/support, and tests/support with the tests.
   target_include_directories(${name}_bench PRIVATE ${PROJECT_SOURCE_DIR}/bench
                                                    ${PROJECT_SOURCE_DIR}/tests)
   set_target_properties(${name}_bench PROPERTIES

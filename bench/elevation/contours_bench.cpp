@@ -1,6 +1,5 @@
-// Contours of a rolling ground with altitudes strewn over it: the samples, the steepest slope, and
-// a whole run. The time on the wall tells what all processors make of it, the time of the process
-// what it costs.
+// Contours of rolling ground with scattered altitudes: the samples, the steepest slope, and a whole
+// run. The wall time is that of all processors together, the process time the cost.
 
 #include "elevation/contours.h"
 #include "elevation/contours_continuous.h"

@@ -105,7 +105,7 @@ void ImportOfAnyPlaces(benchmark::State& state) {
   Run(state, MadeSheet(static_cast<int>(state.range(0)), true), "");
 }
 
-/// With a range of one group, whose areas and travel are worked out anew at the end.
+/// With a range of one group, whose areas and travel are computed again at the end.
 void ImportIntoARange(benchmark::State& state) {
   Run(state, MadeSheet(static_cast<int>(state.range(0)), true), "R\tGroup 1\nK\tGroup 1\n");
 }

@@ -7,7 +7,7 @@ namespace orvane {
 /// How much of a survey is made up.
 struct SurveySize {
   int stations = 0;
-  int loops = 0;  ///< legs that tie two stations which lie near each other
+  int loops = 0;  ///< legs between two stations that are near each other
   int fixes = 0;  ///< GPS readings beside the one that the survey starts from
 };
 

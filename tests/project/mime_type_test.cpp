@@ -17,7 +17,7 @@ constexpr auto OurType = "application/x-orvane-map";
 class MimeType : public testing::Test {
  protected:
   static void SetUpTestSuite() {
-    // Both must stand before the first look at the types.
+    // Both must be set before the first look at the types.
     static const QTemporaryDir data;
     const QDir packages(data.filePath(QStringLiteral("mime/packages")));
     ASSERT_TRUE(packages.mkpath(QStringLiteral(".")));

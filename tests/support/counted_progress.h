@@ -8,7 +8,7 @@
 
 namespace orvane {
 
-/// Counts how often work tells of itself, and calls it off at a given one of these times.
+/// Counts the reports of long work, and cancels it at a given one.
 class CountedProgress final : public Progress {
  public:
   static constexpr size_t Never = std::numeric_limits<size_t>::max();

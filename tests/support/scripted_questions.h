@@ -9,7 +9,7 @@
 
 namespace orvane {
 
-/// Answers each file dialog in turn as was laid down, and cancels the rest.
+/// Answers each file dialog in turn from a script, and cancels the rest.
 class ScriptedDialogs final : public FileDialogs {
  public:
   struct Question {
