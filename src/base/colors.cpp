@@ -16,8 +16,8 @@ struct NamedColor {
   Color color;
 };
 
-// Of two names for one value the first is the one that is written. "fuchsia" is no brighter
-// purple than this in the files in use.
+// Where two names have one value, the first is written. "fuchsia" is not the usual colour; see
+// docs/compatibility.md.
 constexpr std::array<NamedColor, 23> NamedColors = {{
     {"red", 0xff0000},     {"green", 0x008000},   {"blue", 0x0000ff},      {"cyan", 0x00ffff},
     {"magenta", 0xff00ff}, {"yellow", 0xffff00},  {"black", 0x000000},     {"darkgray", 0x404040},
@@ -29,7 +29,7 @@ constexpr std::array<NamedColor, 23> NamedColors = {{
 
 using Components = std::array<int, 3>;
 
-/// A number in a form grows no further than this, far outside every component.
+/// A larger number in a form is held at this value, far outside every component.
 constexpr int LargestInForm = 1000000;
 
 int HexValue(char c) {
@@ -42,9 +42,9 @@ void SkipSpace(std::string_view& text) {
   while (!text.empty() && IsSpace(text.front())) text.remove_prefix(1);
 }
 
-/// Takes a number off the front of `text`: white space, a sign, digits, with base 16 also a 0x
+/// Removes a number from the front of `text`: white space, a sign, digits, with base 16 also a 0x
 /// before them.
-/// \return nothing if no digit stands there
+/// \return nothing if there is no digit
 std::optional<int> TakeNumber(std::string_view& text, int base) {
   SkipSpace(text);
   bool negative = false;
@@ -69,9 +69,9 @@ std::optional<int> TakeNumber(std::string_view& text, int base) {
 }
 
 /// Reads three numbers by a form in the manner of scanf: "%d" and "%x" are numbers, "%%" is a
-/// percent sign with or without white space before it, a blank is any white space, none too, and
-/// any other byte stands for itself. As there, the form is done with its third number: neither
-/// the rest of the form nor the rest of the text matters.
+/// percent sign with or without white space before it, a blank is any amount of white space, also
+/// none, and any other byte matches itself. As in scanf, the form ends with its third number:
+/// neither the rest of the form nor the rest of the text matters.
 std::optional<Components> ScanForm(std::string_view text, std::string_view form) {
   Components components{};
   size_t count = 0;

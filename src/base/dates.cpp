@@ -16,10 +16,10 @@ constexpr int FirstYear = 1900;
 constexpr int DaysInMonth = 31;
 constexpr int DaysInYear = 12 * DaysInMonth;
 
-/// A first number above this can be no day and no month, so it is the year.
+/// A first number above this is neither a day nor a month, so it is the year.
 constexpr int64_t LargestDay = 31;
 
-/// The century of a year of two digits that stands last.
+/// The century of a two-digit year at the end of a date.
 constexpr int64_t FirstYearOf1900s = 80;
 
 bool IsDateSeparator(char c) { return c == '-' || c == '/' || c == '.'; }

@@ -5,18 +5,18 @@
 
 namespace orvane {
 
-/// A date packed into one number: (year - 1900) * 372 + (month - 1) * 31 + (day - 1). It sorts
-/// like a date, but the difference of two gives no days. 0 means "no date".
+/// A date packed into one number: (year - 1900) * 372 + (month - 1) * 31 + (day - 1). It sorts like
+/// a date, but the difference of two is not a number of days. 0 means "no date".
 using PackedDate = int;
 
-/// A date taken apart.
+/// A date in its parts.
 struct DateParts {
   int year = 0;
   int month = 0;  ///< 1 to 12
   int day = 0;    ///< 1 to 31
 };
 
-/// A date that was read at the front of a text.
+/// A date read at the front of a text.
 struct DatePrefix {
   PackedDate date = 0;
   size_t length = 0;  ///< bytes used; 0 if the text does not begin with a digit
@@ -25,7 +25,7 @@ struct DatePrefix {
 /// Packs a date. No range of month or day is checked.
 PackedDate PackDate(int year, int month, int day);
 
-/// Takes a packed date apart, rounding down, so that a date before 1900 comes out as it went in.
+/// Splits a packed date, rounding down, so that a date before 1900 comes out as it went in.
 DateParts UnpackDate(PackedDate date);
 
 /// Today's date by the local clock.

@@ -15,7 +15,7 @@ std::filesystem::path FolderOf(const std::string& path) {
   return folder.empty() ? std::filesystem::path(".") : std::filesystem::path(folder);
 }
 
-/// True for a path from the root in which nothing is left out or doubled, as nearly all are.
+/// True for a path from the root without empty, "." or ".." parts, as nearly all are.
 bool IsWhole(const std::string& path) {
   return path.front() == '/' && path.find("//") == std::string::npos &&
          path.find("/.") == std::string::npos;

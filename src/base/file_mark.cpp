@@ -5,8 +5,8 @@
 namespace orvane {
 
 FileMark MarkOf(std::string_view content) {
-  // Eight bytes a step: a map is marked each time it is read, and must not be read for it twice as
-  // long.
+  // Eight bytes a step: a map is marked each time it is read, and marking it must cost little
+  // compared with reading it.
   constexpr std::uint64_t Multiplier = 0x9E3779B97F4A7C15;
   constexpr int HalfWord = 32;
   FileMark mark{.size = content.size(), .hash = Multiplier};

@@ -8,7 +8,7 @@ namespace {
 
 constexpr char Separator = '/';
 
-/// What follows a `?` may hold separators of its own and is part of the file's name.
+/// The text after a `?` can have separators of its own and is part of the file's name.
 size_t LastSeparator(std::string_view path) { return path.rfind(Separator, path.rfind('?')); }
 
 }  // namespace

@@ -7,12 +7,11 @@ namespace orvane {
 
 /// File names as texts, with `/` as the separator.
 
-/// \return the text behind the last separator. In a path that holds a `?` the search for the
-///         separator goes back from the last `?`.
+/// \return the text after the last separator. In a path with a `?` the search goes back from the
+///         last `?`.
 std::string_view BaseName(std::string_view path);
 
-/// \return the text before the last separator, without it; empty if there is none, "/" for a name
-///         in the root
+/// \return the text before the last separator; empty if there is none, "/" for a name in the root
 std::string_view DirectoryName(std::string_view path);
 
 /// \return true if both paths have no directory, or if their directories have the same length and
@@ -22,7 +21,7 @@ bool SameDirectory(std::string_view a, std::string_view b);
 /// `path` with its file name replaced; a path without a directory gives `name`.
 std::string ReplaceBaseName(std::string_view path, std::string_view name);
 
-/// `directory`, a separator if one is needed, `name`; the directory "." gives the name alone.
+/// `directory`, a separator if one is needed, `name`; the directory "." gives only the name.
 std::string JoinPath(std::string_view directory, std::string_view name);
 
 }  // namespace orvane

@@ -14,7 +14,7 @@ namespace orvane {
 
 namespace {
 
-/// A file that is open for reading, closed when it goes.
+/// A file open for reading; closed when this is destroyed.
 class OpenedFile {
  public:
   explicit OpenedFile(int file) : file_(file) {}
@@ -29,7 +29,7 @@ class OpenedFile {
   int file_;
 };
 
-/// The system's calls end a name at a zero byte, and would then take another file.
+/// The system's calls end a name at a zero byte, and would then open another file.
 bool IsPossibleName(const std::string& path) {
   return !path.empty() && path.find('\0') == std::string::npos;
 }
@@ -38,7 +38,7 @@ bool IsPossibleName(const std::string& path) {
 
 std::optional<std::string> ReadWholeFile(const std::string& path) {
   struct stat status = {};
-  // Asked before it is opened too, since opening alone does something to some devices.
+  // Also checked before it is opened, since opening has an effect on some devices.
   if (!IsPossibleName(path) || ::stat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) {
     return std::nullopt;
   }
@@ -47,8 +47,8 @@ std::optional<std::string> ReadWholeFile(const std::string& path) {
       static_cast<uint64_t>(status.st_size) > LargestFile) {
     return std::nullopt;
   }
-  // One byte more than the file has, so that its end is seen without growing. A file whose size
-  // the system does not tell has the size 0 and grows here.
+  // One byte more than the file has, so that its end is found without growing the buffer. A file
+  // whose size the system does not know has the size 0, and the buffer grows.
   std::string content(static_cast<size_t>(status.st_size) + 1, '\0');
   size_t length = 0;
   while (true) {
@@ -76,7 +76,7 @@ FileSystem SystemFiles() {
     return static_cast<long>(::write(file, bytes, size));
   };
   system.flush = [](int file) {
-    // Some file systems know no such call; then there is nothing to wait for.
+    // Some file systems do not have this call; then there is nothing to wait for.
     return ::fsync(file) == 0 || errno == EINVAL || errno == ENOSYS ? 0 : -1;
   };
   system.close = [](int file) { return ::close(file); };

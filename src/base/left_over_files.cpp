@@ -17,10 +17,10 @@
 #include <unistd.h>
 #include <vector>
 
-// A name is ".orvane-PROCESS-TIME-ATTEMPT.tmp". Two signs say whether its program still runs, and
-// both are asked. The number of the process means nothing on another machine, or in a container,
-// that shares the folder; the lock is given up for the moment between the last byte and the new
-// name, and some file systems have none.
+// A name is ".orvane-PROCESS-TIME-ATTEMPT.tmp". Two signs show whether its program still runs, and
+// both are checked. The process number means nothing if another machine or a container shares the
+// folder; the lock is not held in the moment between the last byte and the new name, and some file
+// systems have no locks.
 
 namespace orvane {
 
@@ -29,7 +29,7 @@ namespace {
 constexpr std::string_view NameStart = ".orvane-";
 constexpr std::string_view NameEnd = ".tmp";
 
-/// Takes a number, which has to be there, off the front of a text.
+/// Removes a number from the front of a text. \return nothing if there is none
 std::optional<std::int64_t> TakeNumber(std::string_view& text) {
   const IntegerPrefix number =
       !text.empty() && IsDigit(text.front()) ? ReadInteger(text) : IntegerPrefix{};
@@ -55,7 +55,7 @@ std::optional<pid_t> ProcessOf(std::string_view name) {
 
 bool Runs(pid_t process) { return ::kill(process, 0) == 0 || errno != ESRCH; }
 
-/// Removes the file unless somebody has locked it. A link is never followed.
+/// Removes the file unless a program has locked it. Never follows a link.
 void RemoveUnlocked(const std::string& path) {
   const int file = ::open(path.c_str(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
   if (file < 0) return;

@@ -6,7 +6,7 @@ namespace orvane {
 
 namespace {
 
-/// Old files end with this byte, and hold it between lines.
+/// Ends a line, and at the start of one the text.
 constexpr char EndOfText = '\xFF';
 
 bool EndsLine(char c) { return c == '\n' || c == '\r' || c == EndOfText; }
@@ -22,12 +22,12 @@ std::optional<std::string_view> LineReader::Next() {
     return std::nullopt;
   }
   std::string_view line = rest_.substr(0, longest_);
-  // One look for each kind of end is faster than a look at each byte. The usual one comes first,
-  // so that the others have only the line to look through.
+  // One search for each kind of end is faster than a test of each byte. The usual one comes first,
+  // so that the others search only this line.
   for (const char end : {'\n', '\r', EndOfText}) line = line.substr(0, line.find(end));
   rest_.remove_prefix(line.size());
-  // A line of exactly the longest length has its end taken too, so that no empty line and no end
-  // of the text is found behind it.
+  // The end of a line of exactly the longest length is consumed too, so that no empty line and no
+  // end of the text follows it.
   if (!rest_.empty() && EndsLine(rest_.front())) {
     const bool pair = rest_.starts_with("\r\n");
     rest_.remove_prefix(pair ? 2 : 1);

@@ -116,7 +116,7 @@ std::vector<BoxButton> ButtonRow(const std::vector<std::string>& texts) {
     ++answer;
     if (text.empty()) continue;
     BoxButton button{.answer = answer, .text = text, .mnemonic = std::nullopt};
-    // A text that is too long, and one after the fifth, keeps no mark either.
+    // A text that is too long has no mark, nor has one after the fifth.
     TakeMark(button);
     if (text.size() > LongestMnemonicText || buttons.size() >= MostMnemonics) {
       button.mnemonic.reset();

@@ -29,8 +29,8 @@ struct TextPrompt {
   std::vector<std::string> earlier;  ///< offered in a list, in this order
 };
 
-/// Where messages and questions go: boxes in the window program, lines on standard error in the
-/// batch tool, a list in a test. The core reports and goes on; nothing is thrown.
+/// Receives messages and questions: boxes in the window program, lines on standard error in the
+/// batch tool, a list in a test. The core reports and continues; nothing is thrown.
 class Messages {
  public:
   /// A message is cut to this many bytes, between two characters, before it is shown.
@@ -41,7 +41,7 @@ class Messages {
   /// Shows one message. `text` is without "Internal Error: " and may hold line feeds.
   virtual void Post(Severity severity, const std::string& text) = 0;
 
-  /// Asks a question with up to three buttons; empty button texts stand for no button.
+  /// Asks a question with up to three buttons; an empty text means no button.
   /// \return 1, 2 or 3 for the button pressed
   virtual int Ask(const std::string& title, const std::vector<std::string>& buttons,
                   const std::string& text) = 0;
@@ -51,8 +51,8 @@ class Messages {
   /// \return the text, or nothing if the user cancelled
   virtual std::optional<std::string> Prompt(const TextPrompt& prompt) = 0;
 
-  /// The line that is being read at the moment, for whoever posts; null while nothing is read. See
-  /// `OriginScope`.
+  /// The line that is being read now, for implementations of `Post`; null while nothing is read.
+  /// See `OriginScope`.
   const MessageOrigin* Origin() const { return origin_; }
 
  private:
@@ -60,12 +60,12 @@ class Messages {
   const MessageOrigin* origin_ = nullptr;
 };
 
-/// A file is being read for as long as this lives: messages posted meanwhile come from it. A file
-/// that is read in the middle of another has a scope of its own inside the other's.
+/// While it exists, a file is being read: messages posted meanwhile come from it. A file that is
+/// read in the middle of another has its own scope inside the other's.
 class OriginScope {
  public:
-  /// \param messages  has to outlive this
-  /// \param point     the point of that file that the messages are about; empty for none
+  /// \param messages  must outlive this
+  /// \param point     the point of that file that the messages are about; empty if none
   OriginScope(Messages& messages, std::string file, std::string point = {})
       : messages_(messages),
         outer_(messages.origin_),
@@ -76,9 +76,9 @@ class OriginScope {
   OriginScope(const OriginScope&) = delete;
   OriginScope& operator=(const OriginScope&) = delete;
 
-  /// Goes on to the next line: 1 at the first call.
+  /// Goes to the next line: 1 at the first call.
   void NextLine() { ++origin_.line; }
-  /// Goes to a line by its number, where a fault is told only after later lines were read; 0 for
+  /// Goes to a line by its number, for a fault that is reported after later lines were read; 0 for
   /// the file as a whole.
   void GoToLine(size_t line) { origin_.line = line; }
 
@@ -88,31 +88,32 @@ class OriginScope {
   MessageOrigin origin_;
 };
 
-/// A note: no box interrupts the user for it. Each "%s" of `format` takes the next argument.
+/// A note, for which no box interrupts the user. Each "%s" of `format` is replaced by the next
+/// argument.
 void PostNote(Messages& messages, std::string_view format,
               std::initializer_list<std::string_view> arguments = {});
-/// A warning: the user goes on.
+/// A warning: the user continues.
 void NoteWarning(Messages& messages, std::string_view format,
                  std::initializer_list<std::string_view> arguments = {});
-/// A fault of the user's data.
+/// A fault in the user's data.
 void NoteError(Messages& messages, std::string_view format,
                std::initializer_list<std::string_view> arguments = {});
-/// A fault of the program, shown with "Internal Error: " in front.
+/// A fault in the program, shown with "Internal Error: " in front.
 void NoteInternalError(Messages& messages, std::string_view format,
                        std::initializer_list<std::string_view> arguments = {});
-/// The end: the front end stops the program after it.
+/// A fatal error: the front end stops the program after it.
 void NoteFatal(Messages& messages, std::string_view format,
                std::initializer_list<std::string_view> arguments = {});
 
 /// Asks a question of up to three buttons; an empty text leaves a button out, and the others keep
-/// their numbers. A question is not cut as a message is.
+/// their numbers. Unlike a message, a question is not cut.
 /// \return 1, 2 or 3 for the button pressed
 int AskUser(Messages& messages, const std::string& title, const std::string& button1,
             const std::string& button2, const std::string& button3, std::string_view format,
             std::initializer_list<std::string_view> arguments = {});
 
-/// Asks for one line of text of fewer than `prompt.size` bytes. A longer answer is cut, in UTF-8
-/// between two characters.
+/// Asks for one line of text of fewer than `prompt.size` bytes. A longer answer is cut between two
+/// characters.
 /// \return the text, or nothing if the user cancelled
 std::optional<std::string> AskForText(Messages& messages, const TextPrompt& prompt);
 
@@ -123,8 +124,8 @@ bool PromptForText(Messages& messages, const std::string& title, const std::stri
                    std::string& buffer, size_t size);
 
 /// Keeps every message in a list and answers every question with one button; for tests and for
-/// callers that show messages later. A prompt is answered with the text that stands in it, by the
-/// first button, or cancelled.
+/// callers that show messages later. A prompt is answered with the text in its field, by the first
+/// button, or cancelled.
 class RecordedMessages : public Messages {
  public:
   struct Entry {

@@ -12,10 +12,10 @@ namespace orvane {
 
 namespace {
 
-/// The longest result that any double has, so that the length asked for stays bounded.
+/// More digits than any double has, which bounds the requested length.
 constexpr int MostDigits = 1100;
 
-/// Where the number proper begins: behind white space and one sign.
+/// Where the digits begin: after white space and one sign.
 struct NumberStart {
   size_t at = 0;
   bool negative = false;
@@ -33,8 +33,8 @@ NumberStart FindNumberStart(std::string_view text) {
 
 bool IsHexDigit(char c) { return IsDigit(c) || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F'); }
 
-/// True if a digit stands first, or a point with a digit behind it. This keeps out the words for
-/// infinity and "not a number", and a second sign, which from_chars would take.
+/// True if the text begins with a digit, or a point and a digit. This excludes the words for
+/// infinity and "not a number", and a second sign, which from_chars would accept.
 template <typename IsDigitOfBase>
 bool BeginsNumber(std::string_view text, IsDigitOfBase isDigit) {
   if (text.empty()) return false;
@@ -42,8 +42,8 @@ bool BeginsNumber(std::string_view text, IsDigitOfBase isDigit) {
   return text.size() > 1 && text[0] == '.' && isDigit(text[1]);
 }
 
-/// True if a number out of range is out of it at the small end. from_chars tells the two apart no
-/// further, so the place of the first digit that is not 0 decides, with the exponent.
+/// True if a number that is out of range is too small rather than too large. from_chars does not
+/// distinguish the two, so the place of the first digit that is not 0 decides, with the exponent.
 bool IsTooSmall(std::string_view number, bool hexadecimal) {
   long long place = 0;
   bool pointSeen = false;
@@ -64,15 +64,15 @@ bool IsTooSmall(std::string_view number, bool hexadecimal) {
   const bool negativeExponent = i + 1 < number.size() && number[i + 1] == '-';
   const IntegerPrefix exponent =
       i < number.size() ? ReadInteger(number.substr(i + 1)) : IntegerPrefix{};
-  // An exponent past 64 bits outweighs any digits that fit into memory.
+  // An exponent beyond 64 bits outweighs any digits that fit into memory.
   if (i < number.size() && exponent.length == 0) return negativeExponent;
   const double weight = hexadecimal ? 4 : 1;
   return static_cast<double>(place) * weight + static_cast<double>(exponent.value) < 0;
 }
 
 /// Reads a number of up to 15 digits and a point, as nearly all in map files are. Both the digits
-/// taken as a whole number and the power of ten below them are exact, so that one division rounds
-/// to the nearest double, as from_chars does in four times the time. `BeginsNumber` holds.
+/// as a whole number and the power of ten that divides them are exact, so one division rounds to
+/// the nearest double, as from_chars does in four times the time. Requires `BeginsNumber`.
 /// \return length 0 if the number is of another kind
 RealPrefix ReadPlainReal(std::string_view text) {
   constexpr size_t MostPlainDigits = 15;
@@ -98,13 +98,13 @@ RealPrefix ReadPlainReal(std::string_view text) {
   if (count > MostPlainDigits) return {};
   if (length < text.size()) {
     const char behind = text[length];
-    // Of these letters some belong to a number, and a digit to a longer one.
+    // An exponent, a hexadecimal number, or more digits.
     if (IsDigit(behind) || FoldByte(behind) == 'e' || FoldByte(behind) == 'x') return {};
   }
   return {static_cast<double>(digits) / PowersOfTen[decimals], length};
 }
 
-/// Reads digits in the given form from the front of `text`, where `BeginsNumber` holds.
+/// Reads digits in the given form from the front of `text`. Requires `BeginsNumber`.
 /// \return length 0 if the value overflows
 RealPrefix ReadUnsignedReal(std::string_view text, std::chars_format form) {
   RealPrefix result;
@@ -152,7 +152,7 @@ RealPrefix ReadReal(std::string_view text) {
 IntegerPrefix ReadInteger(std::string_view text) {
   const NumberStart start = FindNumberStart(text);
   if (start.at >= text.size() || !IsDigit(text[start.at])) return {};
-  // The sign goes in with the digits: the lowest value has no positive twin.
+  // The sign is read with the digits: the lowest value has no positive counterpart.
   const char* const begin = text.data() + (start.negative ? start.at - 1 : start.at);
   IntegerPrefix result;
   const std::from_chars_result read =
@@ -190,7 +190,7 @@ std::string FormatGeneral(double value, int digits) {
 }
 
 std::string FormatFixed(double value, int decimals) {
-  // 309 digits may stand before the point.
+  // There can be 309 digits before the point.
   char buffer[MostDigits + 350];
   const std::to_chars_result written =
       std::to_chars(buffer, buffer + sizeof(buffer), value, std::chars_format::fixed,

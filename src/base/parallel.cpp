@@ -20,7 +20,7 @@ unsigned RunInParallel(unsigned wanted, const std::function<void(unsigned worker
                        const ThreadStarter& start) {
   const size_t most = std::max(wanted, 1U);
   std::vector<std::exception_ptr> thrown(most);
-  // An exception that leaves a thread ends the program, so each is kept for the caller.
+  // An exception that leaves a thread would end the program, so each is kept for the caller.
   const auto run = [&](unsigned worker) {
     try {
       work(worker);
@@ -36,7 +36,7 @@ unsigned RunInParallel(unsigned wanted, const std::function<void(unsigned worker
       others.push_back(start([&run, worker] { run(worker); }));
     }
   } catch (const std::exception&) {
-    // No room for another thread: those that run do its share.
+    // The system has no room for another thread: those that run do its share.
   }
   run(0);
   for (std::thread& other : others) other.join();

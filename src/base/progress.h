@@ -5,29 +5,29 @@
 
 namespace orvane {
 
-/// What a long piece of work is at.
+/// The stages of long work.
 enum class WorkStage { Reading, Solving, Analyzing, Importing, Writing };
 
-/// Is told by long work how far it has come, and may call it off. The work asks at grains so coarse
-/// that it is not slower for it, and so fine that a user who waits is answered within a blink.
+/// Receives progress from long work and can cancel it. The work checks rarely enough not to become
+/// slower, and often enough that a cancel seems immediate to the user.
 ///
-/// Work that is called off comes back soon. It leaves undone what was not begun, says nothing of
-/// what it could not do, and whoever began it takes away what is half done.
+/// Cancelled work returns soon. It does not start anything new and posts no message about what is
+/// missing; the caller removes what is half done.
 class Progress {
  public:
   virtual ~Progress() = default;
 
-  /// True once the work is called off, but where it has to be finished; see `MustFinish`. Threads
-  /// that help with the work may ask too.
+  /// True after the work was cancelled, unless it must be finished; see `MustFinish`. Can be called
+  /// from threads that help with the work.
   bool Cancelled() const { return cancelled_ && mustFinish_ == 0; }
 
-  /// From now on the work can't be called off: it changes what stays.
+  /// From now on the work can't be cancelled: it changes what remains afterwards.
   void Commit() { ++mustFinish_; }
 
-  /// Called now and then while work goes on, by the thread that began it. It may show that, but
-  /// changes no map.
-  /// \param done  how much of the stage is behind; from 0 to `of`
-  /// \param of    the whole of it, in whatever the work counts; 0 where it does not know
+  /// Called from time to time during work, by the thread that started it. It can show the progress,
+  /// but must not change a map.
+  /// \param done  how much of the stage is done, from 0 to `of`
+  /// \param of    the whole stage, in the units of the work; 0 if unknown
   virtual void Reach(WorkStage stage, size_t done, size_t of) = 0;
 
  protected:
@@ -40,16 +40,16 @@ class Progress {
   int mustFinish_ = 0;
 };
 
-/// \return true once the work is called off; `progress` may be null for work that nobody watches
+/// \return true after the work was cancelled; `progress` can be null for work without progress
 inline bool IsCancelled(const Progress* progress) {
   return progress != nullptr && progress->Cancelled();
 }
 
-/// For as long as it lives the work can't be called off: what has been begun on a map that stays
-/// has to be brought to its end.
+/// While it exists, the work can't be cancelled: changes of a map that stays open must be
+/// completed.
 class MustFinish {
  public:
-  /// \param progress  may be null
+  /// \param progress  can be null
   explicit MustFinish(Progress* progress) : progress_(progress) {
     if (progress_ != nullptr) ++progress_->mustFinish_;
   }
@@ -63,29 +63,29 @@ class MustFinish {
   Progress* progress_;
 };
 
-/// One loop of long work, which tells of every so many of its steps.
+/// One loop of long work, which reports its progress every few steps.
 class ProgressSteps {
  public:
-  /// \param progress  may be null; then this costs next to nothing
+  /// \param progress  can be null; then this costs almost nothing
   /// \param of        as for `Progress::Reach`
-  /// \param stride    tells of each so many steps, from 1
+  /// \param stride    steps from one report to the next, at least 1
   ProgressSteps(Progress* progress, WorkStage stage, size_t of, unsigned stride = 1)
       : progress_(progress), stage_(stage), of_(of), stride_(stride) {}
 
   /// Called before each step.
   /// \param done  as for `Progress::Reach`
-  /// \return false if the loop is to end, and so from then on
+  /// \return false if the loop must end, and at each later call
   bool Next(size_t done) {
     if (progress_ == nullptr) return true;
     if (--left_ == 0) {
       left_ = stride_;
       if (goesOn_) progress_->Reach(stage_, done, of_);
     }
-    // Also where it was called off in a loop within this one.
+    // Also if it was cancelled in a loop inside this one.
     goesOn_ = goesOn_ && !progress_->Cancelled();
     return goesOn_;
   }
-  /// The same where the steps themselves are counted.
+  /// The same with the number of calls as `done`.
   bool Next() { return Next(count_++); }
 
  private:

@@ -17,25 +17,25 @@ constexpr unsigned PermissionBits = 07777;
 constexpr unsigned ReadAndWriteForAll = 0666;
 constexpr unsigned ReadAndWriteForOwner = 0600;
 
-/// A chain of links longer than this goes round in a circle; the system's own limit.
+/// The longest chain of links, as in the system itself: a longer one is a circle.
 constexpr int MostLinks = 40;
 
-/// How many names for the temporary file are tried.
+/// The number of names that are tried for the temporary file.
 constexpr int MostAttempts = 100;
 
-/// The system's calls end a name at a zero byte, and would then take another file.
+/// The system's calls end a name at a zero byte, and would then open another file.
 bool IsPossibleName(const std::string& path) {
   return !path.empty() && path.find('\0') == std::string::npos;
 }
 
-/// What is to be replaced.
+/// The file to be replaced.
 struct Target {
-  std::string path;  ///< no symbolic link any more
+  std::string path;  ///< with symbolic links followed
   bool exists = false;
   struct stat status = {};  ///< of an existing file
 };
 
-/// \return the directory of a path with its separator, as the system sees it
+/// \return the directory of a path with its separator
 std::string DirectoryPart(const std::string& path) {
   const size_t separator = path.rfind('/');
   return separator == path.npos ? std::string() : path.substr(0, separator + 1);
@@ -48,8 +48,8 @@ std::optional<std::string> ReadLink(const std::string& path) {
   return std::string(buffer.data(), static_cast<size_t>(length));
 }
 
-/// Follows links to the file itself, which need not exist.
-/// \return nothing if no file can be replaced there
+/// Follows links to the file, which need not exist.
+/// \return nothing if there can be no file
 std::optional<Target> FindTarget(const std::string& path) {
   if (!IsPossibleName(path)) return std::nullopt;
   Target target;
@@ -71,17 +71,17 @@ std::optional<Target> FindTarget(const std::string& path) {
   return std::nullopt;
 }
 
-/// True for the errors of a file system that keeps no permissions. A file that was just made is
-/// this user's own, so there is nothing else that they could mean.
+/// True for the errors of a file system that keeps no permissions. The file was just made and
+/// belongs to this user, so they can mean nothing else.
 bool KeepsNoPermissions(int error) {
   return error == ENOSYS || error == EOPNOTSUPP || error == EPERM || error == EINVAL;
 }
 
-/// Takes over owner, group and permissions of the file that is replaced.
+/// Copies owner, group and permissions from the file that is replaced.
 bool TakeStatus(const FileSystem& system, int file, const struct stat& status) {
   unsigned permissions = status.st_mode & PermissionBits;
-  // Only the administrator may give a file away. Rights that were meant for another owner or
-  // group are then not handed on by the bits that stand for "run as them".
+  // Only the administrator can give a file away. The bits for "run as owner" and "run as group" are
+  // then dropped: they would hand this user's rights to others.
   if (::fchown(file, status.st_uid, status.st_gid) != 0) permissions &= 0777;
   return system.setPermissions(file, permissions) == 0 || KeepsNoPermissions(errno);
 }
@@ -96,13 +96,14 @@ ReplacedFile::~ReplacedFile() {
 WriteResult ReplacedFile::Open(const std::string& path) {
   const std::optional<Target> target = FindTarget(path);
   if (!target) return WriteResult::CannotOpen;
-  // Taking its name needs no right to write the old file, but who took that right away meant it.
+  // Renaming works without the right to write the old file, but someone who removed that right did
+  // so on purpose.
   if (target->exists && ::faccessat(AT_FDCWD, target->path.c_str(), W_OK, AT_EACCESS) != 0) {
     return WriteResult::CannotOpen;
   }
   path_ = target->path;
   RemoveLeftOverFiles(DirectoryPart(path_));
-  // Where the old file is closed to others, the new content is never open to them either.
+  // If others can't read the old file, they can never read the new content either.
   if (!Create(target->exists ? ReadAndWriteForOwner : ReadAndWriteForAll)) {
     return WriteResult::CannotOpen;
   }

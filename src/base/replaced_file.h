@@ -7,35 +7,34 @@
 
 namespace orvane {
 
-/// One file on its way to replace another, for files that are written piece by piece or that belong
-/// together: each is written and brought to the disk under a temporary name beside its own, and
-/// when all of them are there they take their names. `WriteFileAtomically` is this for one file
-/// whose content stands in memory.
+/// A file that is about to replace another, for files that are written piece by piece or that
+/// belong together: each is written and flushed to the disk under a temporary name beside its own,
+/// and when all of them are complete they take their names. `WriteFileAtomically` does this for one
+/// file whose content is in memory.
 ///
-/// The steps are called in the order in which they stand here, each at most once but `Write`. When
-/// this goes before `TakeName` has succeeded, the temporary file goes with it and the old file
-/// stands untouched.
+/// Call the steps in this order, each at most once except `Write`. If this is destroyed before
+/// `TakeName` has succeeded, the temporary file is deleted and the old file is unchanged.
 class ReplacedFile {
  public:
-  /// \param system  has to outlive this
+  /// \param system  must outlive this
   explicit ReplacedFile(const FileSystem& system) : system_(system) {}
   ~ReplacedFile();
   ReplacedFile(const ReplacedFile&) = delete;
   ReplacedFile& operator=(const ReplacedFile&) = delete;
 
-  /// Makes the temporary file. Links, permissions and what cannot be replaced: as told at
+  /// Makes the temporary file. For links, permissions and files that cannot be replaced see
   /// `WriteFileAtomically`.
   /// \return `Done`, or why nothing can be written
   WriteResult Open(const std::string& path);
-  /// \return false if the disk is full, or any other error
+  /// \return false if the disk is full, or on any other error
   bool Write(std::string_view content);
-  /// Brings what was written to the disk and closes the file.
+  /// Flushes what was written to the disk and closes the file.
   bool Flush();
-  /// Puts the file in the place of the old one. Whoever wants the name to last through a loss of
-  /// power calls `FlushDirectoryOf` then, once for all files of a directory.
+  /// Replaces the old file. For a name that survives a loss of power call `FlushDirectoryOf`
+  /// afterwards, once for all files of a directory.
   bool TakeName();
 
-  /// The file that is replaced, with links followed; empty before `Open`.
+  /// The path of the file that is replaced, with links followed; empty before `Open`.
   const std::string& Path() const { return path_; }
 
  private:
@@ -43,12 +42,12 @@ class ReplacedFile {
 
   const FileSystem& system_;
   std::string path_;
-  std::string temporaryPath_;  ///< empty before there is one, and once it has taken its name
+  std::string temporaryPath_;  ///< empty before there is one, and after it has taken its name
   int file_ = -1;
 };
 
-/// Makes the new names in the directory of a file last through a loss of power. The new content
-/// stands already, so a system that cannot do this is no reason to call a save a failure.
+/// Makes the new names in the directory of a file survive a loss of power. The new content is
+/// already there, so a save does not fail if the system cannot do this.
 void FlushDirectoryOf(const std::string& path);
 
 }  // namespace orvane

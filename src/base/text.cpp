@@ -10,11 +10,11 @@ bool IsHidingMark(char c) { return c == '_' || c == '@'; }
 
 unsigned char AsByte(char c) { return static_cast<unsigned char>(c); }
 
-/// One set of a glob, from its opening bracket on.
+/// One set of a glob, from its opening bracket.
 struct GlobSet {
   bool closed = false;   ///< false if the pattern ends inside the set
   bool matches = false;  ///< the byte belongs to the set, or to its complement with `^`
-  size_t length = 0;     ///< bytes of the pattern that the set takes, both brackets included
+  size_t length = 0;     ///< length of the set in the pattern, with both brackets
 };
 
 GlobSet MatchSet(std::string_view pattern, char c) {
@@ -42,7 +42,8 @@ GlobSet MatchSet(std::string_view pattern, char c) {
   return set;
 }
 
-/// \return the bytes of the pattern that stand for `c`; 0 if what stands there does not fit it
+/// \return the length of the part of the pattern that matches `c`; 0 if the pattern does not match
+///         it
 size_t MatchOneByte(std::string_view pattern, char c) {
   if (pattern.empty()) return 0;
   if (pattern.front() == '?') return 1;
@@ -82,7 +83,7 @@ bool SameName(std::string_view a, std::string_view b) {
 size_t FindTextFolded(std::string_view text, std::string_view sub) {
   const auto found = std::search(text.begin(), text.end(), sub.begin(), sub.end(),
                                  [](char a, char b) { return FoldByte(a) == FoldByte(b); });
-  // An empty `sub` stands at the front of any text, also of an empty one.
+  // An empty `sub` is at the front of any text, also of an empty one.
   if (found == text.end() && !sub.empty()) return std::string_view::npos;
   return static_cast<size_t>(found - text.begin());
 }
@@ -92,7 +93,7 @@ bool IsHiddenName(std::string_view name) { return !name.empty() && IsHidingMark(
 int CompareHiddenName(std::string_view text, std::string_view name) {
   size_t marks = 0;
   while (marks < text.size() && IsHidingMark(text[marks])) ++marks;
-  // A typed name may hold some of the marks. Names can only agree if they are of one length, so
+  // A typed name can have some of the marks. Names agree only if they have the same length, so
   // there is just one number of marks to try.
   if (text.size() >= name.size()) {
     const size_t leftOut = text.size() - name.size();
@@ -108,8 +109,8 @@ std::optional<std::string_view> StartsWith(std::string_view prefix, std::string_
   return text.substr(prefix.size());
 }
 
-// A mismatch goes back to the last star alone, which takes one byte more: what an earlier star
-// could take instead, the last one can take as well.
+// After a mismatch only the last star needs to be tried again, with one byte more: any text that an
+// earlier star could match instead, the last one can match as well.
 bool MatchGlob(std::string_view pattern, std::string_view text) {
   size_t p = 0;
   size_t t = 0;

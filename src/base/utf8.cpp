@@ -4,7 +4,7 @@ namespace orvane {
 
 namespace {
 
-/// \return the bytes of the UTF-8 character at the front of `text`, 0 if none stands there
+/// \return the length of the UTF-8 character at the front of `text`, 0 if there is none
 size_t Utf8Length(std::string_view text) {
   const auto byte = [&](size_t at) { return static_cast<unsigned char>(text[at]); };
   const unsigned lead = byte(0);

@@ -9,7 +9,7 @@
 namespace orvane {
 namespace {
 
-/// Saved numbers are rounded; degrees and metres within this are the same reading.
+/// Saved numbers are rounded: readings that differ by less, in degrees and metres, are the same.
 constexpr double Rounding = 1e-4;
 constexpr double RoundingOfDegrees = 1e-6;
 
@@ -25,7 +25,7 @@ bool IsSameReading(const Measurement& a, const Measurement& b) {
          IsNear(a.inclination, b.inclination);
 }
 
-/// \param before  the older readings, which `point` still has, after those that came since
+/// \param before  the older readings, which `point` still has after the newer ones
 void TakeBackReadings(Point& point, const std::forward_list<Measurement>& before) {
   const auto length = [](const auto& list) { return std::distance(list.begin(), list.end()); };
   std::vector<const Measurement*> unmatched;
@@ -45,9 +45,9 @@ void TakeBackReadings(Point& point, const std::forward_list<Measurement>& before
   }
 }
 
-/// \return the note that a point has after it got the whole of a note once more
+/// \return the note of a point after it got the same note once more
 std::optional<std::string> NoteWithoutRepeat(const std::string& before, const std::string& now) {
-  // Appended after a blank, and with the tab of the save.
+  // Appended after a blank, with the tab from the save.
   const std::string_view added = std::string_view(now).substr(std::min(now.size(), before.size()));
   constexpr std::string_view Joint = " \t";
   if (added.substr(0, Joint.size()) != Joint) return now;

@@ -6,14 +6,14 @@
 
 namespace orvane {
 
-/// Walks over the tab-separated fields of one line. It stands on a byte, a tab or the end, and no
+/// Walks over the tab-separated fields of one line. The cursor is at a byte, a tab or the end; no
 /// number is read past the end of its field.
 class FieldCursor {
  public:
   explicit FieldCursor(std::string_view text) : rest_(text) {}
 
   bool AtEnd() const { return rest_.empty(); }
-  /// True on a tab and at the end of the line: nothing is left of this field.
+  /// True at a tab and at the end of the line: nothing is left of this field.
   bool AtFieldEnd() const { return rest_.empty() || rest_.front() == '\t'; }
   bool Stands(char c) const { return !rest_.empty() && rest_.front() == c; }
   bool StandsDigit() const { return !rest_.empty() && IsDigit(rest_.front()); }
@@ -26,13 +26,13 @@ class FieldCursor {
   std::string_view Field() const { return rest_.substr(0, rest_.find('\t')); }
 
   void Skip(size_t bytes) { rest_.remove_prefix(bytes < rest_.size() ? bytes : rest_.size()); }
-  /// Steps over `c` if it stands here. \return true if it did
+  /// Skips `c` if it is here. \return true if it did
   bool SkipByte(char c) {
     if (!Stands(c)) return false;
     rest_.remove_prefix(1);
     return true;
   }
-  /// Steps over a byte of `set` if one stands here. \return true if it did
+  /// Skips a byte of `set` if one is here. \return true if it did
   bool SkipAnyOf(std::string_view set) {
     if (rest_.empty() || set.find(rest_.front()) == std::string_view::npos) return false;
     rest_.remove_prefix(1);
@@ -42,7 +42,7 @@ class FieldCursor {
   /// Goes to the end of this field, before its tab.
   void SkipField() { Skip(Field().size()); }
 
-  /// \return what is left of this field; the cursor then stands at its end
+  /// \return what is left of this field; the cursor is then at its end
   std::string_view TakeField() {
     const std::string_view field = Field();
     Skip(field.size());

@@ -10,7 +10,7 @@ namespace orvane {
 
 namespace {
 
-/// How one axis is labelled: a style letter and a start number with nothing between.
+/// How one axis is labelled: a style letter directly followed by a start number.
 struct AxisSpec {
   int style;
   int start;
@@ -55,7 +55,8 @@ Grid* NewestGrid(Map& map) {
   return nullptr;
 }
 
-/// Reads a cell's name into the shade. \return the bytes used, 0 if the grid's cells have no names
+/// Reads a cell's name into the shade. \return the length of the name, 0 if the grid's cells have
+/// no names
 size_t ReadCell(const Grid& grid, std::string_view text, GridShade& shade) {
   const bool columnFirst = ColumnComesFirst(grid);
   const auto first = ParseCellNumber(text, columnFirst ? grid.columnStyle : grid.rowStyle);
@@ -71,7 +72,7 @@ size_t ReadCell(const Grid& grid, std::string_view text, GridShade& shade) {
   return first->length + second->length;
 }
 
-/// What stands behind the colour: an outline, an inset cell, or the angle of hatches.
+/// The field after the colour: an outline, an inset cell, or the angle of hatches.
 double ReadShadeValue(FieldCursor& cursor) {
   if (cursor.AtEnd()) return ShadeFull;
   cursor.Skip(1);  // the separator

@@ -8,8 +8,8 @@
 
 namespace orvane {
 
-/// What the parsers of single lines share while a file, and what it includes, is read into
-/// one map.
+/// State that the parsers of single lines share while a file and its includes are read into one
+/// map.
 struct LineContext {
   Map& map;
   Workspace& workspace;
@@ -25,7 +25,7 @@ struct LineContext {
         messages(workspace.messages),
         trailNames(mapToRead) {}
 
-  /// Gives one of the messages that are told once a file.
+  /// Posts one of the messages that appear once per file.
   void NoteOnce(std::string_view format, std::string_view argument);
 
   /// `ResolvePointName` within the current trail.

@@ -18,13 +18,13 @@ namespace orvane {
 
 namespace {
 
-/// True for a map whose file has that name, in whatever folder.
+/// True for a map whose file has that name, in any folder.
 bool HasBaseName(const Map& map, std::string_view name) {
   const std::string& path = map.fileName;
   if (path.size() < name.size()) return false;
   const size_t before = path.size() - name.size();
   if (!SameName(std::string_view(path).substr(before), name)) return false;
-  // A map made by New has no folder, and no file, before it is saved.
+  // A map made by New has neither a folder nor a file before it is saved.
   return before == 0 ? (map.flags & MapUntitled) == 0 : path[before - 1] == '/';
 }
 
@@ -49,13 +49,13 @@ Map& OpenMap(Workspace& workspace, const std::string& name, bool* readable) {
   map.shownName = name;
   bool read = false;
   {
-    // That a basis can't be opened is about the line that names it.
+    // If a basis can't be opened, the message is about the line that names it.
     std::optional<OriginScope> file;
     if (workspace.reading.depth == 0) file.emplace(workspace.messages, name);
     read = ReadMapFile(map, name);
   }
   if (readable != nullptr) *readable = read;
-  // What is found once all lines are read is about the file as a whole.
+  // Messages after the last line are about the file as a whole.
   const OriginScope origin(workspace.messages, name);
   FinishMap(map);
   return map;
@@ -63,13 +63,13 @@ Map& OpenMap(Workspace& workspace, const std::string& name, bool* readable) {
 
 namespace {
 
-/// Lets go of the maps that were made since `newest`. Nothing but these points to what they hold,
-/// unless they rest on maps that were open before.
+/// Deletes the maps made since `newest`. Nothing else points to their records, unless their bases
+/// were open before.
 void DropNewMaps(Workspace& workspace, const Map* newest) {
   while (!workspace.maps.empty() && &workspace.maps.front() != newest) workspace.maps.pop_front();
 }
 
-/// The same where maps that were open before may have got points and readings from the new ones.
+/// The same if maps that were open before can have points and readings from the new ones.
 void TakeBackNewMaps(Workspace& workspace, const Map* newest) {
   std::vector<Map*> olderBases;
   for (Map& map : workspace.maps) {
@@ -84,7 +84,7 @@ void TakeBackNewMaps(Workspace& workspace, const Map* newest) {
   for (Map& map : workspace.maps) {
     if (&map == newest) break;
     map.basis = nullptr;
-    map.fileName.clear();  // if it has to stay, nobody finds it
+    map.fileName.clear();  // if it has to stay, no lookup finds it
   }
   for (Map* basis : olderBases) {
     if (!RestoreMap(*basis, BackUp(*basis))) return;

@@ -9,9 +9,9 @@
 #include <limits>
 #include <string>
 
-// Lines on a point: the first field names it, the tag says what is told of it. A line is walked
-// from left to right with one cursor; where a field holds more than was read, what is left over
-// goes to the next field's reader or, at last, into the note.
+// Lines about a point: the first field names it, the tag is the kind of line. A cursor walks the
+// line from left to right; if a field has more than was read, the rest goes to the reader of the
+// next field or, at last, into the note.
 
 namespace orvane {
 
@@ -23,8 +23,8 @@ std::string_view NameOr(const Point& point, std::string_view ifNameless) {
   return point.name.empty() ? ifNameless : std::string_view(point.name);
 }
 
-/// Empties a trail that a `T` line opened again, and says so with the place of that line: a name
-/// that two trails share by mistake would lose points unseen.
+/// Empties a trail that a `T` line opened again, with a note at the place of that line: two trails
+/// with one name by mistake would otherwise lose points unnoticed. See docs/compatibility.md.
 void DropEarlierPoints(LineContext& context, Trail& trail) {
   trail.points.clear();
   context.trailTimes.Forget();
@@ -34,7 +34,7 @@ void DropEarlierPoints(LineContext& context, Trail& trail) {
            {trail.name.value_or(std::string())});
 }
 
-/// Puts the point at the end of the current trail, unless it is the point of the line before.
+/// Appends the point to the current trail, unless it is the point of the previous line.
 void PutOnTrail(LineContext& context, Point& point) {
   ReadingState& state = context.state;
   if (&point != state.lastPoint && state.currentTrail != nullptr) {
@@ -47,8 +47,8 @@ void PutOnTrail(LineContext& context, Point& point) {
   state.lastPoint = &point;
 }
 
-/// A reading makes a point be solved again; a point of another map keeps the place it was given
-/// there.
+/// A point with a new reading must be solved again; a point of another map keeps the place that it
+/// has there.
 void ClearPlaced(const LineContext& context, Point& point) {
   if (point.map == &context.map) point.flags &= ~std::uint32_t{PointPlaced};
 }
@@ -86,8 +86,8 @@ void TakeMark(FieldCursor& cursor, Point& point) {
   }
 }
 
-/// The last field of a point line and the note behind it. The note is kept from its tab on, as
-/// notes in files have always been read.
+/// The last field of a point line and the note after it. The note includes its tab; see
+/// docs/compatibility.md.
 void TakeStyle(FieldCursor& cursor, Point& point) {
   const auto partIsEmpty = [&] { return cursor.AtFieldEnd() || cursor.Stands(','); };
   if (!cursor.AtFieldEnd()) {
@@ -108,7 +108,7 @@ void TakeStyle(FieldCursor& cursor, Point& point) {
   if (cursor.AtEnd()) return;
   if (!point.note) {
     point.note = cursor.Rest();
-  } else {  // as `AppendNote`, but in place: one point may have any number of notes
+  } else {  // as `AppendNote`, but in place: one point can have any number of notes
     *point.note += ' ';
     *point.note += cursor.Rest();
   }
@@ -130,7 +130,7 @@ void TakeTail(FieldCursor& cursor, Point& point, Measurement& reading) {
 
 // --- The readings ---------------------------------------------------------------------------
 
-/// Tells that a number was followed by something else and passes over that.
+/// Reports and skips what follows a number in its field.
 void CheckFieldEnd(LineContext& context, FieldCursor& cursor, const Point& point,
                    std::string_view format) {
   if (cursor.AtFieldEnd()) return;
@@ -244,7 +244,7 @@ void ReadSolvedPlace(FieldCursor& cursor, Point& point) {
   if (!cursor.AtFieldEnd()) point.geo.altitude = static_cast<float>(cursor.TakeInteger());
 }
 
-/// The point that the first field names, put on the current trail; null after a message.
+/// The point of the first field, appended to the current trail; null after a message.
 Point* TakePoint(LineContext& context, FieldCursor& cursor, bool isSolvedPlace) {
   const std::string_view name = cursor.TakeField();
   cursor.SkipTab();

@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::string_view PointTags = "acglnp";
 
-/// A word holds letters, digits and all bytes of letters beyond ASCII.
+/// A word has letters, digits and bytes beyond ASCII.
 bool IsOfWord(char c) {
   const char folded = FoldByte(c);
   return (folded >= 'a' && folded <= 'z') || IsDigit(c) || static_cast<unsigned char>(c) >= 0x80;

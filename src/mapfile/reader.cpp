@@ -13,9 +13,9 @@
 
 #include <algorithm>
 
-// A file is cut into lines, and each line goes by its first letter to the parser of its kind. What
-// the lines share (the current trail, the last point) stands in `ReadingState`; an included file
-// is read in the middle of the outer one, and so is a basis.
+// A file is cut into lines, and the first letter of a line selects its parser. What the lines share
+// (the current trail, the last point) is in `ReadingState`; an included file is read in the middle
+// of the outer one, and so is a basis.
 
 namespace orvane {
 
@@ -23,10 +23,10 @@ namespace {
 
 constexpr std::string_view CannotOpen = "Can't open file %s";
 constexpr size_t LongestBasisName = 1000;
-/// Lines that name a file, counted over all that is read with the outermost one. Without it some
-/// files that include each other by turns would be read for ever.
+/// The most lines that name a file, in everything that is read with the outermost one. Without this
+/// limit, files that include each other in turns would be read for ever.
 constexpr int MostFilesNamed = 10000;
-/// Lines between two looks at whether the user has had enough.
+/// Lines between two checks for a cancel.
 constexpr unsigned LinesOfStep = 512;
 constexpr std::string_view Utf8Mark = "\xEF\xBB\xBF";
 
@@ -42,13 +42,13 @@ std::string_view SkipSpace(std::string_view text) {
   return text;
 }
 
-/// \param path  a whole one
+/// \param path  from the root
 bool IsBeingRead(const ReadingState& state, const std::string& path) {
   return std::any_of(state.openFiles.begin(), state.openFiles.end(),
                      [&](const OpenedFile& file) { return file.path == path; });
 }
 
-/// True while a file that a line names may still be opened. Counts the lines that ask.
+/// True while another named file can be opened. Counts the calls.
 bool MayOpenAnother(ReadingState& state) {
   return state.openFiles.size() < DeepestNesting && ++state.filesNamed <= MostFilesNamed;
 }
@@ -63,7 +63,7 @@ void ReadIncludeLine(LineContext& context, std::string_view line) {
   CloseTrailAndRange(context.state);
 }
 
-/// True if `basis` rests on `map`, or is still being read and so may come to.
+/// True if `map` is in the basis chain of `basis`, or can still be: `basis` is being read.
 bool WouldCloseCircle(const LineContext& context, const Map* basis) {
   for (const Map* level = basis; level != nullptr; level = level->basis) {
     if (level == &context.map || IsBeingRead(context.state, level->fileName)) return true;
@@ -87,8 +87,8 @@ void ReadBasisLine(LineContext& context, std::string_view line) {
   if (!mayOpen || WouldCloseCircle(context, opened)) {
     NoteError(context.messages, CannotOpen, {name});
   } else {
-    // Lines for points and trails of the basis change these; where it was open before, such lines
-    // can't be taken back.
+    // Lines for points and trails of the basis change the basis; if it was open before, they can't
+    // be undone.
     Progress* progress = context.workspace.progress;
     if (progress != nullptr && opened != nullptr) progress->Commit();
     Map* basis = OpenMapUnlessCancelled(context.workspace, name);
@@ -161,7 +161,7 @@ void ReadMapLine(LineContext& context, std::string_view line) {
       ReadBasisLine(context, line);
       break;
     case 'd':
-      break;  // the date of the last save is not taken: a map's own date stays 0
+      break;  // the date of the last save is ignored: `Map::date` stays 0
     case 'h':
       if (line.size() > 1 && FoldByte(line[1]) == 's') {
         ReadShadeLine(context, line);
@@ -216,7 +216,7 @@ void ReadTextInto(LineContext& context, std::string_view text) {
   const char* end = nullptr;
   while (const auto line = lines.Next()) {
     if (!steps.Next(static_cast<size_t>(line->data() - text.data()))) break;
-    // Where no end of a line was taken, this is the rest of a line that was too long.
+    // If the line before had no end, this is the rest of a line that was too long.
     if (line->data() != end) origin.NextLine();
     end = line->data() + line->size();
     ReadMapLine(context, *line);
@@ -226,8 +226,8 @@ void ReadTextInto(LineContext& context, std::string_view text) {
     map.magneticDeviation = map.basis->magneticDeviation;
     map.flags |= MapHasDeviation;
   }
-  // New trails were put in front. An included file turns round what the outer one had so far, and
-  // the order that comes of it is the order in which such maps have always stood.
+  // New trails were put in front. An included file reverses the trails of the outer one so far; see
+  // docs/compatibility.md.
   map.trails.reverse();
   context.trailNames.NoteReversed();
   state.warnedOnce = warnedBefore;
@@ -271,7 +271,7 @@ Point* LineContext::ResolveOnTrail(std::string_view spec) {
   if (trail == nullptr) return ResolvePointName(map, nullptr, spec);
   if (IsTimeName(spec)) {
     Point* point = trailTimes.Find(*trail, spec);
-    // None bears the name yet, so it need not be looked for once more.
+    // The name is new, so skip the second lookup.
     return point != nullptr ? point : ResolvePointName(map, nullptr, spec);
   }
   Point* point = ResolvePointName(map, trail, spec);

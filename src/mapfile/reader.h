@@ -7,15 +7,15 @@
 
 namespace orvane {
 
-/// The longest line that is read whole; a longer one is cut there and goes on as the next line.
+/// The longest line, in bytes; a longer one is cut there and continues as the next line.
 constexpr size_t LongestMapLine = 399;
 
-/// Includes nest at most this deep, and so do files that rest on each other while they are read.
+/// The depth to which includes are nested, and bases of bases while they are read.
 constexpr size_t DeepestNesting = 64;
 
-/// Reads one file into `map`: lines told by a leading letter, with fields between tabs. A fault is
-/// told and the rest is kept.
-/// \return false with "Can't open file %s" if the file can't be read; the map then stays as it was
+/// Reads one file into `map`: lines that begin with a tag letter, with fields between tabs. A fault
+/// is reported and the rest is kept.
+/// \return false with "Can't open file %s" if the file can't be read; the map then does not change
 bool ReadMapFile(Map& map, const std::string& path);
 
 /// As `ReadMapFile`, with the content of a file in memory.

@@ -24,7 +24,7 @@ constexpr std::string_view HashKey = "hash=";
 
 constexpr int Hexadecimal = 16;
 
-/// A file name may hold any byte but zero, also those that would end its line.
+/// A file name can have any byte except zero, also those that would end its line.
 std::string EscapedName(std::string_view name) {
   constexpr std::string_view Digits = "0123456789ABCDEF";
   std::string text;
@@ -63,7 +63,7 @@ std::string NameWithoutEscapes(std::string_view text) {
   return name;
 }
 
-/// A name that no map of the workspace bears: "site (recovered).map" beside "site.map".
+/// A name that no map of the workspace has: "site (recovered).map" for "site.map".
 std::string FreeName(Workspace& workspace, const std::string& fileName) {
   const std::string baseName(BaseName(fileName));
   const size_t dot = baseName.rfind('.');
@@ -76,15 +76,15 @@ std::string FreeName(Workspace& workspace, const std::string& fileName) {
   }
 }
 
-/// \return the whole path of the file that a copy rests on; empty for none
+/// \return the whole path of the basis of a copy; empty for none
 std::string BasisOf(const RecoveryCopy& copy) {
   const auto text = ReadWholeFile(RecoveryCopyPath(copy.slot));
   const auto rest = text ? StartsWith("B\t", *text) : std::nullopt;
   return rest ? std::string(rest->substr(0, rest->find('\n'))) : std::string();
 }
 
-/// While it lives, the user's file counts as being read, so that no basis can rest on it, and
-/// dates are read as they were when the copy was made.
+/// While it exists, the user's file counts as being read, so that it can't be the basis of a basis,
+/// and dates are read as they were when the copy was made.
 class ReadingAs {
  public:
   ReadingAs(Workspace& workspace, const RecoveryRecord& record)
@@ -155,7 +155,7 @@ std::optional<RecoveryRecord> ParseRecoveryRecord(std::string_view text) {
 
 RecoveryRecord RecordOf(const Map& map) {
   const bool untitled = (map.flags & MapUntitled) != 0;
-  // A map made by New has no directory before it was written once.
+  // A map made by New has no directory before its first save.
   const bool named = !untitled || map.fileMark.has_value();
   return {.fileName = named ? WholePath(map.fileName) : map.fileName,
           .untitled = untitled,
@@ -182,7 +182,7 @@ Map* OpenRecoveryCopy(Workspace& workspace, const RecoveryCopy& copy) {
   Map& map = MakeMap(workspace, taken ? FreeName(workspace, record.fileName) : record.fileName);
   if (record.untitled || taken) map.flags |= MapUntitled;
   const OriginScope origin(workspace.messages, path);
-  // Half a map would be copied over the whole one.
+  // Otherwise half a map would be copied over the whole one.
   const MustFinish whole(workspace.progress);
   {
     const ReadingAs reading(workspace, record);
@@ -209,7 +209,7 @@ std::vector<Map*> OpenRecoveryCopies(Workspace& workspace,
                          [&](size_t j) { return copies[j].record.fileName == bases[i]; });
     };
     auto next = std::find_if_not(waiting.begin(), waiting.end(), basisWaits);
-    // Where they rest on each other in a circle, one has to begin.
+    // If their bases form a circle, one has to be first.
     if (next == waiting.end()) next = waiting.begin();
     maps[*next] = OpenRecoveryCopy(workspace, copies[*next]);
     waiting.erase(next);

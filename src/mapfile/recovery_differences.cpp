@@ -30,11 +30,11 @@ MapCounts CountsOf(const Map& map) {
   return counts;
 }
 
-/// A line as far as the user has a part in it.
+/// The part of a line that comes from the user.
 std::string_view UsersPart(std::string_view line) {
   if (line.starts_with("D\t")) return {};
   if (!line.starts_with("L\t")) return line;
-  // A place that was worked out moves with every reading in its neighbourhood.
+  // A solved place moves with every reading near it.
   return line.substr(0, line.find('\t', 2));
 }
 
@@ -92,7 +92,7 @@ constexpr std::array Kinds{CountedKind{&MapCounts::trails, "trail", "trails"},
                            CountedKind{&MapCounts::grids, "grid", "grids"}};
 
 /// "2 follows and 31 points more than in the file."
-/// \param sign  1 for what the copy has more, -1 for what it has fewer
+/// \param sign  1 for what the copy has in addition, -1 for what it lacks
 std::string CountsText(const RecoveryDifferences& differences, int sign) {
   std::vector<std::string> parts;
   for (const CountedKind& kind : Kinds) {
@@ -130,7 +130,7 @@ std::string LinesText(const RecoveryDifferences& differences) {
 
 RecoveryDifferences CompareWithFile(const RecoveryCopy& copy) {
   RecoveryDifferences differences;
-  // A workspace for each, so that neither finds the other's points.
+  // A separate workspace for each, so that neither finds the other's points.
   RecordedMessages unheard;
   Workspace copySpace(unheard);
   copySpace.preferences.europeanDates = copy.record.europeanDates;

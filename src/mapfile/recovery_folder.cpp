@@ -22,11 +22,11 @@ constexpr std::string_view CopyEnding = ".map";
 constexpr std::string_view RecordEnding = ".record";
 constexpr std::string_view TemporaryEnding = ".tmp";
 
-/// A map may hold what is nobody else's business, wherever its own file lies.
+/// Only the user can read the copies: a map can be private, wherever its own file is.
 constexpr mode_t OwnerOnly = 0700;
 constexpr mode_t LockPermissions = 0600;
 
-/// How many names for the program's own folder are tried.
+/// The number of names that are tried for the program's own folder.
 constexpr int MostAttempts = 1000;
 
 std::string RecordPath(const std::string& slot) { return slot + std::string(RecordEnding); }
@@ -44,17 +44,18 @@ std::vector<std::string> NamesIn(const std::string& directory) {
 }
 
 /// The lock of a program's folder.
-/// \return the open lock file; -1 if another program holds it, or the folder has just gone
+/// \return the open lock file; -1 if another program has the lock, or the folder has just been
+///         deleted
 int LockFolder(const std::string& path) {
   const std::string lockPath = JoinPath(path, LockName);
   const int file = ::open(lockPath.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, LockPermissions);
   if (file < 0) return -1;
-  // Where the file system knows no locks, a copy that is offered twice is better than one that
-  // never is.
+  // If the file system has no locks, a copy that is offered twice is better than one that is never
+  // offered.
   const bool held = ::flock(file, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
   struct stat opened = {};
   struct stat named = {};
-  // Its former holder may have removed it between the opening and the lock.
+  // Its former owner can have removed it between the opening and the lock.
   const bool stands = ::fstat(file, &opened) == 0 && ::stat(lockPath.c_str(), &named) == 0 &&
                       opened.st_ino == named.st_ino && opened.st_dev == named.st_dev;
   if (!held && stands) return file;
@@ -77,7 +78,7 @@ RecoveryFolder::~RecoveryFolder() {
     const std::vector<std::string> names = NamesIn(run.path);
     const bool empty = names.empty() || (names.size() == 1 && names.front() == LockName);
     if (empty) {
-      // Under the lock, so that nobody takes the folder over while it goes.
+      // Under the lock, so that no program takes the folder over while it is being deleted.
       ::unlink(JoinPath(run.path, LockName).c_str());
       ::rmdir(run.path.c_str());
     }
@@ -112,13 +113,13 @@ void RecoveryFolder::CollectCopies(const std::string& path, std::vector<Recovery
   const std::vector<std::string> names = NamesIn(path);
   for (const std::string& name : names) {
     const std::string whole = JoinPath(path, name);
-    // Half written when the program was killed.
+    // Incomplete: the program was killed while it wrote the file.
     if (name.ends_with(TemporaryEnding)) ::unlink(whole.c_str());
     if (name.ends_with(CopyEnding)) {
       const std::string slot = whole.substr(0, whole.size() - CopyEnding.size());
       const auto text = ReadWholeFile(RecordPath(slot));
       const auto record = text ? ParseRecoveryRecord(*text) : std::nullopt;
-      // A copy that is not known to be anybody's is still somebody's work.
+      // A copy without a record is still somebody's work.
       copies.push_back({.record = record.value_or(RecoveryRecord{
                             .fileName = "Untitled", .untitled = true, .original = {}}),
                         .slot = slot,
@@ -141,7 +142,7 @@ bool RecoveryFolder::MakeOwnRun() {
       if (errno == EEXIST) continue;
       return false;
     }
-    // Another program that starts just now may take the empty folder away.
+    // Another program that is starting can delete the empty folder.
     const int lock = LockFolder(path);
     if (lock < 0) continue;
     runs_.push_back({.path = path, .lock = lock});
@@ -167,7 +168,7 @@ WriteResult RecoveryFolder::Write(const std::string& slot, const RecoveryRecord&
 }
 
 void RecoveryFolder::Remove(const std::string& slot) {
-  // The copy first: a record alone is nothing to offer.
+  // The copy first: a record without a copy is useless.
   ::unlink(RecoveryCopyPath(slot).c_str());
   ::unlink(RecordPath(slot).c_str());
 }

@@ -11,34 +11,34 @@ namespace orvane {
 
 /// The folder of the recovery copies of all programs that run for one user.
 ///
-/// Each running program has a folder of its own in it, and holds a lock there for as long as it
-/// lives; the system takes the lock away when the program ends, however it ends. So copies under a
-/// lock belong to a program that still runs, and are left alone. Within it each copy has a slot:
-/// the record, written once, and the copy, written anew each time.
+/// Each running program has a folder of its own in it, with a lock that the system releases when
+/// the program ends, however it ends. So copies under a lock belong to a program that still runs,
+/// and are not touched. In that folder each copy has a slot: the record, written once, and the
+/// copy, rewritten each time.
 ///
-/// Nothing but what lies in this folder is ever written or removed.
+/// Writes and removes files only in this folder.
 class RecoveryFolder {
  public:
-  /// \param directory  made when it is first needed
-  /// \param system     what files are written with; a test lets its calls fail
+  /// \param directory  made when first needed
+  /// \param system     the calls that write files; a test makes them fail
   explicit RecoveryFolder(std::string directory, FileSystem system = SystemFiles());
-  /// Gives up the locks; the copies that are still there are the next program's.
+  /// Releases the locks; the copies that are still there go to the next program.
   ~RecoveryFolder();
   RecoveryFolder(const RecoveryFolder&) = delete;
   RecoveryFolder& operator=(const RecoveryFolder&) = delete;
 
-  /// Takes over what programs that have ended left behind, so that no other program does.
-  /// \return the copies, newest first. None that was taken over before comes again.
+  /// Takes over the copies of programs that have ended, so that no other program does.
+  /// \return the copies, newest first, without those of earlier calls
   std::vector<RecoveryCopy> TakeAbandoned();
 
-  /// \return a place for the copies of one map; empty if none can be made
+  /// \return a new slot for one map; empty if none can be made
   std::string NewSlot();
 
-  /// Writes a copy so that at any moment the one before or this one stands in the slot, whole.
-  /// \param record  is kept from the first time on
+  /// Writes a copy so that at any moment the slot has the complete old or the complete new copy.
+  /// \param record  stored only the first time
   WriteResult Write(const std::string& slot, const RecoveryRecord& record, std::string_view text);
 
-  /// Removes a copy; the slot is free for another.
+  /// Removes a copy and frees its slot.
   void Remove(const std::string& slot);
 
  private:
@@ -54,8 +54,8 @@ class RecoveryFolder {
 
   std::string directory_;
   FileSystem system_;
-  std::vector<Run> runs_;  ///< the own one and those taken over
-  std::string ownRun_;     ///< path of the own one; empty until there is one
+  std::vector<Run> runs_;  ///< this program's own and those taken over
+  std::string ownRun_;     ///< path of this program's own; empty until there is one
   int slotsMade_ = 0;
 };
 

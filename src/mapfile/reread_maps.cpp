@@ -15,7 +15,7 @@
 namespace orvane {
 namespace {
 
-/// What the user knows of a map beside its file.
+/// The state of a map that is not in its file.
 constexpr std::uint32_t KeptFlags = MapDirty | MapUntitled | MapUnlikeFile;
 
 bool IsTied(const std::vector<Map*>& maps, const Map& map) {
@@ -30,13 +30,13 @@ int DepthOf(const Map& map) {
   return depth;
 }
 
-/// Puts each basis before what rests on it.
+/// Sorts each basis before the maps above it.
 void SortByDepth(std::vector<Map*>& maps) {
   std::stable_sort(maps.begin(), maps.end(),
                    [](const Map* a, const Map* b) { return DepthOf(*a) < DepthOf(*b); });
 }
 
-/// True if reading the file of a map gives what the map holds.
+/// True if the file of a map has the content of the map.
 bool SaysWhatItsFileSays(const Map& map) {
   if ((map.flags & (MapDirty | MapUnlikeFile)) != 0 || !map.fileMark) return false;
   const auto text = ReadWholeFile(map.fileName);
@@ -50,7 +50,7 @@ std::string TextOf(Map& map) {
   return text;
 }
 
-/// Passes on what is said about some maps, and keeps quiet about the others.
+/// Passes on the messages about some maps and drops the others.
 class ChosenMessages final : public Messages {
  public:
   explicit ChosenMessages(Messages& messages) : messages_(messages) {}
@@ -76,14 +76,14 @@ class ChosenMessages final : public Messages {
   Messages& messages_;
 };
 
-/// Where a map is read from.
+/// What a map is read from.
 struct Source {
-  const std::string* text = nullptr;  ///< what it held in memory; null for its file
-  bool basisChanged = false;          ///< a map that it rests on says something else than before
-  bool isQuiet = false;               ///< nothing is said, whatever is found
+  const std::string* text = nullptr;  ///< its content in memory; null for its file
+  bool basisChanged = false;          ///< a map of its basis chain has changed
+  bool isQuiet = false;               ///< drops all messages
 };
 
-/// Maps that are read again beside the old ones, in a workspace of their own.
+/// Maps that are read again beside the old ones, in a separate workspace.
 class Rereading {
  public:
   explicit Rereading(Workspace& old) : old_(old), messages_(old.messages), fresh_(messages_) {
@@ -97,26 +97,26 @@ class Rereading {
     fresh_.continuousContourCounts = old.continuousContourCounts;
   }
 
-  /// Makes a map that is read later. Until then it counts as being read: no other may rest on it.
+  /// Makes a map that is read later. Until then it counts as being read, so it can't be a basis.
   void Await(Map& old) {
     freshOf_[&old] = &MakeMap(fresh_, old.fileName);
     awaited_.push_back({.path = old.fileName, .shownName = old.shownName});
   }
 
-  /// Reads one map. Its basis, if it is among the maps that are read again, comes before it.
+  /// Reads one map. If its basis is also read again, that comes first.
   /// \return false if the file can't be read
   bool Read(Map& old, const Source& source) {
     const auto made = freshOf_.find(&old);
     Map& map = made == freshOf_.end() ? MakeMap(fresh_, old.fileName) : *made->second;
     freshOf_[&old] = &map;
-    // As it was typed, as long as that still leads to the file.
+    // As it was typed, if that still leads to the file.
     map.shownName = WholePath(old.shownName) == old.fileName ? old.shownName : old.fileName;
     awaited_.erase(
         std::remove_if(awaited_.begin(), awaited_.end(),
                        [&](const OpenedFile& file) { return file.path == old.fileName; }),
         awaited_.end());
     fresh_.reading.openFiles = awaited_;
-    // Of what is in memory, everything was said before.
+    // The messages about content in memory were shown before.
     messages_.quiet = source.isQuiet || source.text != nullptr;
     const OriginScope origin(messages_, map.shownName);
     if (source.text != nullptr) {
@@ -137,20 +137,20 @@ class Rereading {
     return true;
   }
 
-  /// True if a map that was read from its file is not what it was.
+  /// True if a map read from its file differs from what it was.
   bool HasChanged(const Map& old) const {
     return (old.flags & (MapDirty | MapUnlikeFile)) != 0 ||
            freshOf_.at(const_cast<Map*>(&old))->fileMark != old.fileMark;
   }
 
-  /// True if what was read rests on the same map as before.
+  /// True if the new map has the same basis as before.
   bool RestsAsBefore(const Map& old) const {
     const Map* basis = freshOf_.at(const_cast<Map*>(&old))->basis;
     if (old.basis == nullptr || basis == nullptr) return old.basis == basis;
     return freshOf_.at(old.basis) == basis;
   }
 
-  /// \return a map of the old workspace that was opened again as a new basis, and so has to be read
+  /// \return a map of the old workspace that was opened again as a new basis, and must be read
   ///         again with the others; null if there is none
   Map* TwiceOpened() {
     for (const Map& map : fresh_.maps) {
@@ -160,8 +160,8 @@ class Rereading {
     return nullptr;
   }
 
-  /// Puts what was read into the old maps, and new bases beside them.
-  /// \param reread  takes its flags from `flags`; the others keep theirs
+  /// Moves the new content into the old maps, and adds new bases.
+  /// \param reread  gets `flags` as its flags; the others keep theirs
   void Commit(const Map& reread, std::uint32_t flags, const std::vector<const Map*>& fromText) {
     std::map<const Map*, Map*> oldOf;
     for (const auto& [old, fresh] : freshOf_) oldOf[fresh] = old;
@@ -173,7 +173,7 @@ class Rereading {
       const std::uint32_t kept = (old == &reread ? flags : old->flags) & KeptFlags;
       SwapContents(*old, *fresh);
       old->flags = (old->flags & ~std::uint32_t{KeptFlags}) | kept;
-      // Memory is no file: the one on the disk is still what it was.
+      // Read from memory: the file on the disk is unchanged.
       const bool readText = std::find(fromText.begin(), fromText.end(), old) != fromText.end();
       if (readText) old->fileMark = fresh->fileMark;
     }
@@ -183,7 +183,7 @@ class Rereading {
     old_.solverWalks = fresh_.solverWalks;
     old_.contourCounts.swap(fresh_.contourCounts);
     old_.continuousContourCounts.swap(fresh_.continuousContourCounts);
-    old_.reading = {};  // what it led to is gone
+    old_.reading = {};  // its pointers are invalid now
   }
 
  private:
@@ -211,18 +211,18 @@ class Rereading {
   ChosenMessages messages_;
   Workspace fresh_;
   std::map<Map*, Map*> freshOf_;
-  std::vector<OpenedFile> awaited_;  ///< those that are not read yet
+  std::vector<OpenedFile> awaited_;  ///< not read yet
 };
 
-/// What one map is read from and becomes.
+/// How one map is read again.
 struct Wanted {
   Map& map;
-  const std::string* text;  ///< null for the file
+  const std::string* text;  ///< null to read the file
   std::uint32_t flags;
-  bool isRestored;  ///< it becomes what it was; nothing is said
+  bool isRestored;  ///< restored from a backup, without messages
 };
 
-/// Puts what rests on `map` after all others, so that `map` may come to rest on any of these.
+/// Moves the maps above `map` after all others, so that any of these can become its basis.
 void SortForReading(std::vector<Map*>& maps, const Map& map) {
   SortByDepth(maps);
   std::stable_partition(maps.begin(), maps.end(),
@@ -235,7 +235,7 @@ class Attempt {
   Attempt(const Wanted& wanted, std::vector<Map*>& maps, std::vector<const Map*>& fromText)
       : wanted_(wanted), maps_(maps), fromText_(fromText), rereading_(*wanted.map.workspace) {}
 
-  /// \return nothing if `maps` or `fromText` have got one more, and all begins again
+  /// \return nothing if `maps` or `fromText` have grown, and everything starts again
   std::optional<RereadOutcome> Run() {
     bool reachedIt = false;
     for (Map* each : maps_) {
@@ -246,7 +246,7 @@ class Attempt {
       if (!Read(*each, !reachedIt)) return RereadOutcome::Unreadable;
       if (IsCancelled(wanted_.map.workspace->progress)) return RereadOutcome::Cancelled;
       if (!IsFromText(*each) && each != &wanted_.map && !rereading_.RestsAsBefore(*each)) {
-        fromText_.push_back(each);  // its basis was renamed since its file was written
+        fromText_.push_back(each);  // its basis was renamed after its file was written
         return std::nullopt;
       }
     }

@@ -9,45 +9,46 @@
 
 namespace orvane {
 
-/// Reading open maps again. Maps that rest on each other hold pointers into each other: a trail of
-/// the basis may run over points of the map above, a point of the basis may know a trail of it. So
-/// all of them are read again together, beside the old ones, and take their places only when every
-/// one is ready. Whatever fails before leaves all maps as they were.
+/// Reading open maps again. A map and its basis have pointers into each other: a trail of the basis
+/// can have points of the map above, a point of the basis can refer to a trail of that map. So all
+/// of them are read again together, beside the old ones, and replace them only when all are ready.
+/// A failure before that leaves all maps unchanged.
 ///
-/// A `Map` keeps its address. Every point, trail, range, grid and overlap gets a new one: whoever
-/// keeps such an address, as the rows of a view, lets go of it first (`RememberRows`).
+/// A `Map` keeps its address. Every point, trail, range, grid and overlap gets a new one: code that
+/// keeps such an address, such as the rows of a view, must drop it first (`RememberRows`).
 
 /// \return the maps that are read again with `map`: itself, and every map of the workspace that is
-///         tied to it by bases, up or down, in any number of steps; a basis before what rests on it
+///         connected to it by bases, up or down, in any number of steps; a basis before the maps
+///         above it
 std::vector<Map*> MapsTiedTo(Map& map);
 
 enum class RereadOutcome {
   Done,
-  Unreadable,  ///< the file can't be read, which a message says; no map has changed
+  Unreadable,  ///< the file can't be read, with a message; no map has changed
   Cancelled    ///< no map has changed
 };
 
 /// Reads `map` again from its file. Its changes are dropped, and it is no longer marked as changed.
 ///
-/// The maps tied to it keep what they hold: one that still says what its file says is read from
-/// there, any other is written to memory and read back, with its unsaved changes. Messages on
-/// bases that are read again were seen before and are left out.
+/// The connected maps keep their content: one that is still like its file is read from there, any
+/// other is written to memory and read back, with its unsaved changes. Messages about bases that
+/// are read again were shown before and are omitted.
 /// \throws std::bad_alloc  no map has changed then
 RereadOutcome RereadMap(Map& map);
 
-/// What a map is made from again should a change of it fail half way.
+/// What a map is rebuilt from if a change to it fails half way.
 struct MapBackup {
-  std::optional<std::string> text;  ///< what it holds; none where its file says the same
-  Map* basis = nullptr;             ///< what it rests on
+  std::optional<std::string> text;  ///< its content; none if its file has the same
+  Map* basis = nullptr;             ///< its basis
   std::uint32_t flags = 0;          ///< its `MapFlag` bits
 };
 
-/// The backup of a map as it is now. It costs a save into memory if the map is unlike its file.
+/// Makes a backup of a map as it is now. If the map is unlike its file, this is a save into memory.
 MapBackup BackUp(Map& map);
 
-/// Puts a map back to what it was when the backup was made. The maps tied to it are treated as in
-/// `RereadMap`; nothing is shown, and it can't be cancelled.
-/// \return false if the file that the backup relies on can no longer be read; no map has changed
+/// Restores a map from its backup. The connected maps are treated as in `RereadMap`; no message is
+/// shown, and it can't be cancelled.
+/// \return false if the backup needs the file and it can no longer be read; no map has changed
 /// \throws std::bad_alloc  no map has changed then
 bool RestoreMap(Map& map, const MapBackup& backup);
 

@@ -14,7 +14,7 @@ Trail* TrailNames::Find(std::string_view name) {
 }
 
 void TrailNames::Add(Trail& trail) {
-  // A new trail stands in front of all others, so it is the one that is found.
+  // A new trail is in front of all others, so it is the one found.
   if (filled_) byName_[FoldedText(*trail.name)] = &trail;
 }
 
@@ -56,7 +56,7 @@ Point* TrailTimes::Find(const Trail& trail, std::string_view name) {
 
 void TrailTimes::AddName(const Point& point, std::string_view name) {
   const auto at = firstAt_.find(&point);
-  if (at == firstAt_.end()) return;  // not on the trail, or not taken up yet
+  if (at == firstAt_.end()) return;  // not on the trail, or not in the index yet
   size_t& first = byName_.try_emplace(FoldedText(name), at->second).first->second;
   first = std::min(first, at->second);
 }

@@ -8,19 +8,19 @@
 
 namespace orvane {
 
-/// Finds trails by name while one map is read, where walking the list for each `T` line would
-/// take a time that grows with the square of the number of trails.
+/// Finds trails by name while one map is read. Walking the list for each `T` line would take a time
+/// quadratic in the number of trails.
 class TrailNames {
  public:
   explicit TrailNames(Map& map) : map_(map) {}
 
-  /// \return what `FindTrail` would find
+  /// \return the result of `FindTrail`
   Trail* Find(std::string_view name);
-  /// To be told of each new trail with a name.
+  /// Must be called for each new trail with a name.
   void Add(Trail& trail);
-  /// To be told when the list of trails was turned round.
+  /// Must be called when the list of trails was reversed.
   void NoteReversed();
-  /// To be told when trails may have come otherwise: with a basis.
+  /// Must be called when trails can have come in another way: with a basis.
   void Forget() { filled_ = false; }
 
  private:
@@ -28,25 +28,24 @@ class TrailNames {
 
   Map& map_;
   bool filled_ = false;
-  bool doubled_ = false;  ///< two trails of one map have the same name, so their order counts
+  bool doubled_ = false;  ///< two trails of one map have the same name, so their order matters
   std::unordered_map<std::string, Trail*> byName_;  ///< by folded name
 };
 
-/// Finds the time-named points of the trail that is being read, where walking its points for each
-/// line would take a time that grows with the square of their number. The trail only grows at its
-/// end while it is looked at.
+/// Finds the time-named points of the trail that is being read. Walking its points for each line
+/// would take a time quadratic in their number. Meanwhile the trail only grows at its end.
 class TrailTimes {
  public:
-  /// To be told when another trail begins or the points of this one are dropped.
+  /// Must be called when another trail begins or the points of this one are dropped.
   void Forget();
-  /// \return what `FindTimePoint(trail.points, name)` would find; `name` is a time name
+  /// \return the result of `FindTimePoint(trail.points, name)`; `name` is a time name
   Point* Find(const Trail& trail, std::string_view name);
-  /// To be told of a time name that `point` got as a synonym.
+  /// Must be called for a time name that `point` got as a synonym.
   void AddName(const Point& point, std::string_view name);
 
  private:
-  size_t indexed_ = 0;                                ///< points of the trail that were taken up
-  std::unordered_map<const Point*, size_t> firstAt_;  ///< where a point stands first on the trail
+  size_t indexed_ = 0;                                ///< points of the trail that are in the index
+  std::unordered_map<const Point*, size_t> firstAt_;  ///< first place of a point on the trail
   std::unordered_map<std::string, size_t> byName_;    ///< first point of each folded time name
 };
 

@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <span>
 
-// The lines that open things: `T` a trail, `R` a range, and `K` a search key of a range.
+// The lines that open a trail (`T`) and a range (`R`), and the search keys of a range (`K`).
 
 namespace orvane {
 
@@ -20,8 +20,7 @@ std::optional<std::string> TextOrNone(std::string_view text) {
   return std::string(text);
 }
 
-/// Steps over the tag and the tab that should stand behind it. Another byte is told of and stepped
-/// over all the same.
+/// Skips the tag and the tab that should follow it. Another byte is reported and skipped too.
 FieldCursor BehindTag(const LineContext& context, std::string_view line, std::string_view format) {
   FieldCursor cursor(line);
   cursor.Skip(1);
@@ -62,7 +61,7 @@ class StyleParts {
  public:
   explicit StyleParts(std::string_view field) : rest_(field) {}
 
-  /// Takes a last part "n" off, in any case, if a comma is before it. \return true if it was there
+  /// Removes a last part "n", in any case, that follows a comma. \return true if there was one
   bool TakeHidden() {
     const size_t comma = rest_.rfind(',');
     if (comma == std::string_view::npos) return false;
@@ -71,7 +70,7 @@ class StyleParts {
     return true;
   }
 
-  /// \return the next part, without the white space behind its word; empty if it is left out
+  /// \return the next part, without white space at its end; empty if it is missing
   std::string_view Take() {
     const size_t comma = rest_.find(',');
     const std::string_view part = rest_.substr(0, comma);
@@ -90,8 +89,8 @@ class StyleParts {
   std::string_view rest_;
 };
 
-/// Reads a style list. A saved trail without a fill has its mark one part early, and its "n" behind
-/// whatever it has; both are understood.
+/// Reads a style list. The writer puts the mark of a trail without a fill one part early, and the
+/// "n" of a hidden trail after the last part; see docs/compatibility.md.
 void ReadTrailStyle(Trail& trail, std::string_view field) {
   StyleParts parts(field);
   const bool hidden = parts.TakeHidden();
@@ -136,7 +135,7 @@ void ReadTrailFields(const LineContext& context, FieldCursor& cursor, Trail& tra
   cursor.SkipTab();
   const std::string_view date = cursor.TakeField();
   trail.date = ParseDate(date, context.workspace.preferences.europeanDates).date;
-  // A saved trail without a date that is only hidden or filled has its style list here.
+  // If a trail without a date is only hidden or filled, the writer puts its style list here.
   if (date.starts_with(',')) ReadTrailStyle(trail, date);
   cursor.SkipTab();
   ReadTrailStyle(trail, cursor.TakeField());

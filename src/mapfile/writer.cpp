@@ -12,8 +12,8 @@
 #include <forward_list>
 #include <iterator>
 
-// The file is put together in memory, section by section in a fixed order, and keeps the look of
-// one typed by hand: what holds nothing is left out at the end of a line.
+// The file is composed in memory, section by section in a fixed order, and looks as if typed by
+// hand: empty fields at the end of a line are omitted.
 
 namespace orvane {
 
@@ -71,7 +71,7 @@ class MapWriter {
   void Put(char c) { out_ += c; }
   void PutNumber(int value) { out_ += std::to_string(value); }
   void PutTwoDigits(int value) {
-    // A negative value takes its sign into the two places, as in "%02d".
+    // The sign of a negative value is one of the two places, as in "%02d".
     const std::string digits = std::to_string(value);
     if (digits.size() < 2) Put('0');
     Put(digits);
@@ -85,7 +85,7 @@ class MapWriter {
     }
   }
 
-  /// Calls `visit(Point&)` for each place where a point of another map stands in this one.
+  /// Calls `visit(Point&)` for each occurrence of a point of another map in this one.
   template <typename Visit>
   void ForEachForeignPoint(Visit visit) {
     const auto visitIfForeign = [&](Point& point) {
@@ -98,10 +98,10 @@ class MapWriter {
   }
 
   void ClearMarks() {
-    // In the order of the memory, and each point once, however often it stands in the lists.
+    // In the order of the memory, and each point once, however often it occurs in the lists.
     for (Point& point : map_.pointStore) ClearMarksOf(point);
     const std::forward_list<Map>& maps = map_.workspace->maps;
-    if (std::next(maps.begin()) == maps.end()) return;  // no other map, so no point of one
+    if (std::next(maps.begin()) == maps.end()) return;  // no other map, so no foreign points
     ForEachForeignPoint([](Point& point) { point.flags |= PointVisited; });
     ForEachForeignPoint([](Point& point) {
       if ((point.flags & PointVisited) != 0) ClearMarksOf(point);
@@ -186,8 +186,8 @@ class MapWriter {
     Put('\n');
   }
 
-  /// Fields are written only where they or a later one hold something. Which later ones count is
-  /// told field by field: files have always looked so.
+  /// A field is written only if it or a later one has a value. Which later ones count differs from
+  /// field to field; see docs/compatibility.md.
   void WriteTrailStyle(const Trail& trail) {
     const bool hidden = (trail.flags & TrailHidden) != 0;
     const bool marked = trail.markStyle != MarkNone;
@@ -235,7 +235,7 @@ class MapWriter {
       const auto mark = static_cast<size_t>(trail.markStyle);
       if (mark < MarkStyleWords.size()) Put(MarkStyleWords[mark]);
     }
-    // Not counted above, so without a mark it comes to stand where another field is looked for.
+    // Not counted above, so without a mark it is in the place of another field.
     if (hidden) Put(",n");
   }
 
@@ -285,14 +285,14 @@ class MapWriter {
     }
   }
 
-  /// A point met again: the line keeps its place on the trail.
+  /// A point that was written before: the line keeps its place on the trail.
   void WriteBarePoint(const Point& point) {
     Put("P\t");
     Put(point.name);
     Put('\n');
   }
 
-  /// A point that a single fix places needs no stored place.
+  /// The place of a point with a single fix need not be stored.
   static bool HasSingleFix(const Point& point) {
     auto reading = point.measurements.begin();
     if (reading == point.measurements.end()) return false;

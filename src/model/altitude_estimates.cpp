@@ -3,9 +3,9 @@
 #include <cmath>
 #include <cstring>
 
-// What takes the time are two divisions for each pair of place and point. They have to be true
-// ones, and the sum of each place has to run in the order of the points, for the last bit to agree
-// with a single estimate. So places stand side by side in the lanes of the processor's vectors:
+// The two divisions for each pair of place and point take the time. They must be real divisions,
+// and the sum of each place must add the points in their order, so that the last bit agrees with a
+// single estimate. So the lanes of the processor's vectors hold several places side by side:
 //
 //            place 0   1   2   3   4 …
 //     point 0    +     +   +   +   +
@@ -23,7 +23,7 @@ using LaneVector = double __attribute__((vector_size(Lanes * sizeof(double))));
 constexpr size_t VectorsAtOnce = 2;  // enough to keep the divider busy
 constexpr size_t PlacesAtOnce = VectorsAtOnce * Lanes;
 
-/// The altitude points as the loops read them.
+/// The points with an altitude, as the loops read them.
 struct PointColumns {
   const double* lats;
   const double* lons;
@@ -31,8 +31,8 @@ struct PointColumns {
   size_t count;
 };
 
-/// The quotients of `PlacesAtOnce` places. Where a point stands at the place, or the weights have no
-/// sum, it is no number.
+/// The quotients of `PlacesAtOnce` places; not a number if a point is exactly at the place, or if
+/// the weights have no sum.
 [[gnu::always_inline]] inline void SumLanes(const PointColumns& points, const double* lats,
                                             const double* lons, double* results) {
   LaneVector placeLats[VectorsAtOnce];

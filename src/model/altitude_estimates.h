@@ -7,17 +7,17 @@
 
 namespace orvane {
 
-/// The altitudes of a map, laid out for many questions: a profile asks once for each column, and a
-/// walk over all points of a large map each time would be felt. Every answer is that of
-/// `EstimateAltitude` to the last bit, as the sums run in the same order.
+/// The altitudes of a map, laid out for many estimates: a profile needs one for each column, and a
+/// walk over all points of a large map each time would be slow. Each result equals that of
+/// `EstimateAltitude` to the last bit, because the sums run in the same order.
 class AltitudeEstimates {
  public:
   AltitudeEstimates() = default;
 
-  /// Takes the points as they stand; what changes in the map later is not seen.
+  /// Copies the points as they are; later changes of the map have no effect.
   explicit AltitudeEstimates(const Map& map);
 
-  /// \return true if no point has an altitude, and so no place an estimate
+  /// \return true if no point has an altitude, so that no place has an estimate
   bool IsEmpty() const { return lats_.empty(); }
 
   /// \return metres; `NoAltitude` if there is no estimate
@@ -28,7 +28,7 @@ class AltitudeEstimates {
   void At(std::span<const LatLon> places, std::span<float> altitudes) const;
 
  private:
-  // In the order of `ForEachPoint`; a point that stands there twice counts twice.
+  // In the order of `ForEachPoint`; a point that occurs twice counts twice.
   std::vector<double> lats_;       ///< degrees
   std::vector<double> lons_;       ///< degrees
   std::vector<double> altitudes_;  ///< metres

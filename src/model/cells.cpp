@@ -34,7 +34,7 @@ CellNumber ReadLetters(std::string_view text, char first) {
   return {static_cast<int>(value), at + 1};
 }
 
-/// The two numbers of a cell name, with the starts of the axes taken off.
+/// The two numbers of a cell name, less the start numbers of the axes.
 struct CellIndex {
   double row;
   double column;
@@ -53,8 +53,8 @@ std::optional<CellIndex> ReadCellName(const Grid& grid, std::string_view text) {
                    static_cast<double>(column) - grid.columnStart};
 }
 
-/// The index along one axis if it lies on the grid; for an axis that extends the other way the
-/// count is taken off, as files in use are labelled so.
+/// The index along one axis if it is on the grid. If the axis extends the other way, the count is
+/// subtracted; see docs/compatibility.md.
 std::optional<std::int64_t> IndexOnAxis(double index, int count) {
   const bool inside = count >= 0 ? index >= 0 && index <= static_cast<double>(count) - 1
                                  : index >= static_cast<double>(count) + 1 && index <= 0;
@@ -62,7 +62,7 @@ std::optional<std::int64_t> IndexOnAxis(double index, int count) {
   return static_cast<std::int64_t>(count < 0 ? index - count : index);
 }
 
-/// The number of a cell; an index can be 2^31, and no label is longer than 32 bits.
+/// The number of a cell. An index can be 2^31; the number of a label is held to 32 bits.
 int CellNumberAt(std::int64_t index, int start) {
   constexpr std::int64_t Lowest = std::numeric_limits<int>::min();
   constexpr std::int64_t Highest = std::numeric_limits<int>::max();
@@ -86,7 +86,7 @@ std::string FormatCellNumber(int number, int style) {
   if (!IsLetterStyle(style)) return {};
   const char first = FirstLetter(style);
   if (number < 1) {
-    // One place off from what is read back: labels of grids in use were made so.
+    // One less than what is read back; see docs/compatibility.md.
     const int place = number + Letters - 1;
     if (place < 0) return {};
     return {static_cast<char>(first + Letters - 1), static_cast<char>(first + place)};

@@ -9,8 +9,8 @@
 
 namespace orvane {
 
-/// Names of grid cells, and places by them. A cell name is the row part and the column part with
-/// nothing between; where rows are decimal and columns letters the column comes first.
+/// Names of grid cells, and the places that they name. A cell name is the row part followed by the
+/// column part; if rows are decimal and columns letters, the column comes first.
 
 /// A number read from one part of a cell name.
 struct CellNumber {
@@ -18,29 +18,29 @@ struct CellNumber {
   size_t length = 0;  ///< bytes used
 };
 
-/// Reads one part of a cell name. Letters: a is 1, z 26, aa 27; `z` with a letter behind it is a
+/// Reads one part of a cell name. Letters: a is 1, z 26, aa 27; `z` followed by a letter is a
 /// negative number. A text that does not begin with a letter of the right case gives 0.
 /// \return nothing for a style that names no cells
 std::optional<CellNumber> ParseCellNumber(std::string_view text, int style);
 
-/// Writes one part of a cell name; numbers below 1 come out one place off from what
-/// `ParseCellNumber` reads. Other styles give the empty text.
+/// Writes one part of a cell name; numbers below 1 differ by one from what `ParseCellNumber` reads.
+/// Other styles give the empty text.
 std::string FormatCellNumber(int number, int style);
 
-/// True if the column part stands before the row part in the names of this grid's cells.
+/// True if the column part comes before the row part in the names of this grid's cells.
 bool ColumnComesFirst(const Grid& grid);
 
-/// \return the frame by which the cells of `grid` are counted
+/// \return the frame in which the cells of `grid` are counted
 GridFrame FrameOf(const Grid& grid);
 
 /// The centre of the cell that a text names, on the newest grid that has such a name, then on the
-/// basis's grids. A corner that is not placed gives no place.
+/// basis's grids. A grid whose corner has no place has none.
 std::optional<LatLon> FindGridCell(const Map& map, std::string_view text);
 
-/// The name of the cell in which a place lies, with a blank in front, on the newest grid of this
-/// map that holds it.
+/// The name of the cell of a place, with a blank in front, on the newest grid of this map that
+/// contains it.
 /// \param centerLongitude  degrees; longitudes are taken relative to it
-/// \return nothing if no grid of this map holds the place
+/// \return nothing if no grid of this map contains the place
 std::optional<std::string> CellAt(const Map& map, const LatLon& place, double centerLongitude);
 
 /// The altitude at a place with no reading: inverse-distance weighting in degrees over the map's

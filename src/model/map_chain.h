@@ -6,13 +6,13 @@
 
 namespace orvane {
 
-/// How open maps rest on each other. A basis chain never holds a map twice.
+/// Which open maps are the basis of others. A basis chain never has a map twice.
 
-/// \return true if `map` is `other` or rests on it, directly or through other maps
+/// \return true if `map` is `other` or has it in its basis chain
 bool RestsOn(const Map& map, const Map& other);
 
-/// The open maps that rest on `map`, without itself.
-/// \return those with the fewest steps down to `map` first; of one distance the newest first
+/// The open maps that have `map` in their basis chain, without itself.
+/// \return those with the fewest steps to `map` first; at one distance the newest first
 std::vector<Map*> MapsRestingOn(const Map& map);
 
 }  // namespace orvane

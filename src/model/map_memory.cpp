@@ -25,7 +25,7 @@ namespace {
 constexpr size_t FirstBlock = 16 * 1024;
 constexpr size_t LargestBlock = 32 * 1024 * 1024;
 constexpr size_t BlockGrowth = 4;
-/// A large page of the usual processors. Blocks from this size on begin at the edge of one.
+/// A large page of common processors. Blocks of this size and above are aligned to it.
 constexpr size_t LargePage = 2 * 1024 * 1024;
 
 /// The general heap.
@@ -39,16 +39,16 @@ bool IsRecord(size_t bytes, size_t alignment) {
   return bytes <= MapMemory::LargestRecord && alignment <= MapMemory::Grain;
 }
 
-/// Asks for large pages: where a block is filled anyway, the system then hands out 2 MiB at a time
-/// and not 4 KiB. Without them all works the same, so a refusal does not matter.
+/// Requests large pages: the system then provides 2 MiB at a time instead of 4 KiB. Everything
+/// works without them, so a refusal does not matter.
 void PreferLargePages([[maybe_unused]] void* start, [[maybe_unused]] size_t size) {
 #if defined(__linux__) && defined(MADV_HUGEPAGE)
   (void)::madvise(start, size, MADV_HUGEPAGE);
 #endif
 }
 
-// The address sanitizer knows the heap's pieces, but not what is cut from a block. It is told of
-// each, so that a record that is gone is found here as well.
+// The address sanitizer knows the pieces of the heap, but not those of a block. It is informed of
+// each, so that it also finds the use of a freed record here.
 
 void MarkGone([[maybe_unused]] void* start, [[maybe_unused]] size_t size) {
 #ifdef ORVANE_MARKS_MEMORY
@@ -101,7 +101,7 @@ void MapMemory::do_deallocate(void* piece, size_t bytes, size_t alignment) {
   MarkGone(piece, grains * Grain);
 }
 
-/// Begins a new block; what is left of the one before, less than a record, is not used.
+/// Begins a new block; the rest of the one before, less than a record, stays unused.
 void MapMemory::AddBlock() {
   Block block{};
   block.size =

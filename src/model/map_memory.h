@@ -8,12 +8,12 @@
 
 namespace orvane {
 
-/// Memory for small records of one map. A large map has a million of them, and the general
-/// heap would spend more time on them, and on the pages that they fill, than the reader spends on
-/// its text. Here they are cut one behind the other from blocks that grow with the map.
+/// Memory for small records of one map. A large map has a million of them, and the general heap
+/// would spend more time on them, and on their pages, than the reader spends on its text. Here they
+/// are cut one after the other from blocks that grow with the map.
 ///
-/// What is given back is kept for the next request of its size, and all goes with the map. Requests
-/// above `LargestRecord` go to the general heap. Not for several threads.
+/// A freed piece is kept for the next request of its size, and everything is freed with the map.
+/// Requests above `LargestRecord` go to the general heap. Not thread-safe.
 class MapMemory : public std::pmr::memory_resource {
  public:
   MapMemory() = default;
@@ -21,13 +21,13 @@ class MapMemory : public std::pmr::memory_resource {
   MapMemory(const MapMemory&) = delete;
   MapMemory& operator=(const MapMemory&) = delete;
 
-  /// The largest request, in bytes, that is served from the blocks.
+  /// The largest request in bytes that comes from the blocks.
   static constexpr size_t LargestRecord = 512;
-  /// Sizes are rounded up to multiples of this, and no stricter alignment is served.
+  /// Sizes are rounded up to multiples of this; there is no stricter alignment.
   static constexpr size_t Grain = alignof(std::max_align_t);
 
  private:
-  /// What stands in a piece of memory that was given back.
+  /// The content of a freed piece of memory.
   struct Returned {
     Returned* next = nullptr;
   };
@@ -44,19 +44,19 @@ class MapMemory : public std::pmr::memory_resource {
   }
   void AddBlock();
 
-  std::byte* free_ = nullptr;  ///< the part of the newest block that was never given out
+  std::byte* free_ = nullptr;  ///< the unused rest of the newest block
   size_t freeBytes_ = 0;
   std::array<Returned*, LargestRecord / Grain + 1> returned_{};  ///< by size in grains
   std::vector<Block> blocks_;                                    ///< oldest first
 };
 
-/// Takes the items of a container from a `MapMemory`, or from the general heap if made without
-/// one. Containers that are swapped swap their memories too.
+/// Allocates the items of a container from a `MapMemory`, or from the general heap if made without
+/// one. Containers that are swapped also swap their memories.
 template <typename T>
 class MapAllocator {
  public:
-  // NOLINTBEGIN(readability-identifier-naming, bugprone-sizeof-expression): the names that containers
-  // ask for; the items of some are pointers.
+  // NOLINTBEGIN(readability-identifier-naming, bugprone-sizeof-expression): the names that
+  // containers require; the items of some are pointers.
   using value_type = T;
   using propagate_on_container_swap = std::true_type;
   using propagate_on_container_move_assignment = std::true_type;

@@ -6,21 +6,21 @@
 
 namespace orvane {
 
-// A table of chains. Most names are borne by one point; where several points bear one, they are
-// told apart by the order in which a walk over the bucket of `Map::pointHash` would meet them.
+// A hash table with chains. Most names belong to one point. If several points have a name, their
+// order is that in which a walk over the bucket of `Map::pointHash` would meet them.
 
 namespace {
 
 constexpr std::uint32_t NoEntry = 0xFFFFFFFF;
 constexpr size_t FirstSlots = 64;
-/// Slots are kept this many times as many as entries, at least: most names that are looked up while
-/// a map is read are new, and an empty slot says so without a look at any entry.
+/// The least number of slots for each entry. Most names that are looked up while a map is read are
+/// new, and an empty slot shows this without a look at any entry.
 constexpr size_t SlotsPerEntry = 2;
 constexpr size_t SlotGrowth = 4;
 
-/// FNV-1 over the folded bytes: names that differ in case alone share a slot. The last byte comes in
-/// last and is not multiplied, so that names that are counted up, as those of stations are, look
-/// at slots next to each other.
+/// FNV-1 over the folded bytes: names that differ only in case share a slot. The last byte is not
+/// multiplied, so that names with consecutive numbers, such as those of stations, use neighbouring
+/// slots.
 std::uint32_t HashOf(std::string_view name) {
   std::uint32_t hash = 2166136261U;
   for (const char c : name) {
@@ -57,7 +57,7 @@ void NameTable::Add(Point& point, std::string_view name) {
 void NameTable::Grow() {
   heads_.assign(heads_.empty() ? FirstSlots : heads_.size() * SlotGrowth, NoEntry);
   for (size_t i = 0; i < entries_.size(); ++i) {
-    if (entries_[i].point == nullptr) continue;  // taken out
+    if (entries_[i].point == nullptr) continue;  // removed
     std::uint32_t& head = heads_[entries_[i].hash & (heads_.size() - 1)];
     entries_[i].next = head;
     head = static_cast<std::uint32_t>(i);
@@ -90,7 +90,7 @@ bool NameTable::MeansSynonym(const Entry& entry, std::string_view name) const {
   return entry.synonym != NoEntry && SameName(synonyms_[entry.synonym], name);
 }
 
-/// The higher the newer: where two points bear one name, the one met first in its bucket counts.
+/// A higher index is newer: if two points have one name, the one met first in its bucket counts.
 std::uint32_t NameTable::AgeOf(std::uint32_t index, size_t bucket) const {
   const auto found = newest_[bucket].find(entries_[index].point);
   return found == newest_[bucket].end() ? index : std::max(index, found->second);

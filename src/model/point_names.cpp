@@ -24,7 +24,7 @@ void ForEachPart(std::string_view spec, Visit visit) {
   }
 }
 
-/// The point that the parts of a spec already mean, the first found if they mean several.
+/// The existing point of the parts of a spec; the first found if there are several.
 Point* FindSpecPoint(const Map& map, std::string_view spec) {
   Messages& messages = map.workspace->messages;
   Point* found = nullptr;
@@ -53,8 +53,8 @@ Point& MakeNamedPoint(Map& map, std::string_view name) {
   return point;
 }
 
-/// As `PointHasName`. The tables answer at once for a name that they hold, and where they hold all
-/// names of the point its synonyms, of which there may be many, are not walked at all.
+/// As `PointHasName`. The table answers at once for a name that it has. If it has all names of the
+/// point, the synonyms, of which there can be many, are not walked at all.
 bool BearsName(const Map& map, const Point& point, std::string_view name) {
   for (const Map* level = &map; level != nullptr; level = level->basis) {
     if (level->names.Holds(point, name)) return true;
@@ -63,7 +63,8 @@ bool BearsName(const Map& map, const Point& point, std::string_view name) {
   return !heldHere && PointHasName(point, name);
 }
 
-/// Gives the point every name of `spec` that it does not bear yet, making it if there is none.
+/// Gives the point every name of `spec` that it does not have yet; makes the point if there is
+/// none.
 Point* NameSpecPoint(Map& map, Point* point, std::string_view spec) {
   ForEachPart(spec, [&](std::string_view part) {
     if (point == nullptr) {
@@ -125,7 +126,7 @@ Point* FindPointLoosely(const Map& map, std::string_view name) {
       if (found != loose.end()) return *found;
       continue;
     }
-    // A point is in the buckets once for each of its names; its synonyms are compared only once.
+    // A point is in the buckets once for each of its names; compare its synonyms only once.
     std::unordered_set<const Point*> compared;
     for (const auto& bucket : level->pointHash) {
       for (Point* point : bucket) {
@@ -142,7 +143,7 @@ void AddPointName(Map& map, Point& point, std::string_view name) {
   map.pointHash[bucket].push_front(&point);
   if (point.map != &map) {
     point.namedAbove = true;
-    // Whoever walks this bucket meets the point here and compares its main name, too.
+    // A walk over this bucket meets the point here and compares its main name, too.
     if (NameBucket(point.name) == bucket && !map.names.Holds(point, point.name)) {
       map.names.Add(point, point.name);
     }

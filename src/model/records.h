@@ -16,8 +16,8 @@
 namespace orvane {
 
 // clang-format off
-/// The records of a map. They are plain: every field has a default, functions elsewhere give them
-/// meaning. All text is 8-bit and passes through untouched; "text or none" is an optional.
+/// The records of a map. They are plain: every field has a default, and the functions are
+/// elsewhere. All text is 8-bit and never changed; "text or none" is an optional.
 ///
 ///     record                  owner                  referred to by (never owning)
 ///     Map                     Workspace::maps        Map::basis, Point::map, windows
@@ -33,8 +33,8 @@ namespace orvane {
 ///     Range, SearchKey        Map::ranges,           panel rows
 ///                             Range::keys
 ///
-/// Orders are behaviour. "Newest first" is a forward_list, or a `PointList` of a map, to whose front
-/// new items are pushed; "in walking order" and "in file order" are vectors.
+/// The order of a list is behaviour. "Newest first" is a forward_list, or a `PointList` of a map,
+/// with new items at its front; "in walking order" and "in file order" are vectors.
 // clang-format on
 
 struct Map;
@@ -51,7 +51,7 @@ enum MeasurementFlag : std::uint32_t {
   MeasureAbsoluteBearing = 8,  ///< the bearing is true: no magnetic deviation is added
   MeasureNear = 16,            ///< the point is near a place named by text
   MeasureWritten = 32,         ///< the writer's mark
-  MeasureDerived = 64,         ///< made by the program, never written
+  MeasureDerived = 64,         ///< made by the program, never saved
 };
 
 /// One reading from a notebook, held by the point that it helps to place.
@@ -64,12 +64,12 @@ struct Measurement {
   double bearing = 0;      ///< compass: degrees clockwise from north, from the holder to `base`
   double distance = 0;     ///< compass: metres along the slope
   double inclination = 0;  ///< compass: degrees, -90 to 90, up towards `base`
-  std::string nearName;    ///< near: the text that names the place
+  std::string nearName;    ///< near: the name of the place
 
   friend bool operator==(const Measurement&, const Measurement&) = default;
 };
 
-/// One direction of a pair of points between which shots were taken; the solver's record.
+/// One direction of a pair of points with shots between them; for the solver.
 struct Link {
   Point* other = nullptr;   ///< the far end
   Link* next = nullptr;     ///< next of the same list, older
@@ -78,7 +78,7 @@ struct Link {
   float distance = 0;       ///< metres along the slope; likewise
   float inclination = 0;    ///< degrees; likewise
   std::int64_t count = 0;   ///< sum of the counts of the measurements
-  bool walked = false;      ///< taken up into a chain
+  bool walked = false;      ///< part of a chain
 };
 
 // --- Points ---------------------------------------------------------------------------------
@@ -86,7 +86,7 @@ struct Link {
 /// Bits of `Point::flags`.
 enum PointFlag : std::uint32_t {
   PointPlaced = 1,        ///< `geo` and `projected` hold a valid place
-  PointInProgress = 2,    ///< being worked on; cleared with `PointPlaced` before solving
+  PointInProgress = 2,    ///< being solved; cleared with `PointPlaced` before solving
   PointVisited = 4,       ///< a mark for walks over the map; each walk clears it first
   PointVisitedPrint = 8,  ///< the same for labels on paper
   PointNamedTwice = 32,   ///< the name was looked up and found again after it was made
@@ -99,9 +99,9 @@ enum PointMark : std::uint8_t { PointMarkNone = 0, PointMarkCircle = 1, PointMar
 
 /// A survey point: a place with a name, readings and, once solved, a position.
 struct Point {
-  // What every walk over the points looks at stands first, within the same lines of the cache.
+  // The fields that every walk reads come first, so that they share lines of the cache.
   std::uint32_t flags = 0;  ///< `PointFlag` bits
-  bool namedAbove = false;  ///< another map than its own has entered a name
+  bool namedAbove = false;  ///< a map other than its own has entered a name
   std::uint8_t markShape = PointMarkNone;
   Trail* trail = nullptr;                       ///< the first trail that used it; null for none
   Map* map = nullptr;                           ///< the map that made it; null for a scratch point
@@ -109,25 +109,25 @@ struct Point {
   std::forward_list<std::string> synonyms;      ///< further names, newest first
   std::string name;                             ///< empty for a nameless point
   LatLon geo;                                   ///< the solved or fixed place
-  Meters projected;                             ///< the place in the plane that was used last
+  Meters projected;                             ///< the place in the plane that was last used
 
-  double labelLimit = 0;  ///< metres per pixel above which name and mark vanish; 0 for always
+  double labelLimit = 0;  ///< name and mark are drawn up to so many metres per pixel; 0 for always
   int markSize = 0;       ///< size of the point's own mark, in half widths of a letter
   int timeOfDay = 0;      ///< time-named point: minutes after midnight
   int duration = 0;       ///< time-named point: minutes
   int sm[3] = {0, 0, 0};  ///< the measures SM1, SM2, SM3; 0 for none
   std::optional<std::string> note;
 
-  // The solver's working fields; never saved, and read by the solver alone.
-  Link* links = nullptr;            ///< shots of some length, newest first; good for one solve
-  Link* rays = nullptr;             ///< shots of no length, newest first; kept between solves
+  // The solver's working fields; never saved, and read only by the solver.
+  Link* links = nullptr;            ///< shots with a length, newest first; valid during one solve
+  Link* rays = nullptr;             ///< shots without a length, newest first; kept between solves
   double latSum = 0;                ///< degrees, weighted; never cleared
   double lonSum = 0;                ///< degrees, weighted; never cleared
   float altSum = 0;                 ///< metres, weighted; never cleared
-  std::int64_t positionWeight = 0;  ///< sum of the counts behind `latSum`, `lonSum`
-  std::int64_t altitudeWeight = 0;  ///< sum of the counts behind `altSum`
+  std::int64_t positionWeight = 0;  ///< sum of the counts in `latSum`, `lonSum`
+  std::int64_t altitudeWeight = 0;  ///< sum of the counts in `altSum`
   int regionIndex = 0;              ///< column of this point in the matrix of its region
-  std::uint64_t solverVisit = 0;    ///< the last walk of the solver that came by
+  std::uint64_t solverVisit = 0;    ///< the last walk of the solver that visited the point
 };
 
 // --- Trails ---------------------------------------------------------------------------------
@@ -136,15 +136,15 @@ struct Point {
 enum TrailFlag : std::uint32_t {
   TrailContour = 1 << 11,   ///< made by contour generation
   TrailMeasured = 1 << 12,  ///< plane, aspect, slope and slantedArea are valid
-  TrailClosed = 1 << 13,    ///< ends on the point where it starts; set with the metrics
+  TrailClosed = 1 << 13,    ///< ends at the point where it starts; set with the metrics
   TrailHidden = 1 << 18,    ///< its row starts hidden
 };
 
-/// Values of `lineStyle`. The words stand in the file.
+/// Values of `lineStyle`. The file has the words.
 enum LineStyle { LineUnset = 0, LineSolid = 1, LineDotted = 2, LineDashed = 3 };
 /// Values of `labelMode`.
 enum LabelMode { LabelUnset = 0, LabelNone = 1, LabelFirstLast = 2, LabelAll = 3, LabelAuto = 4 };
-/// Values of `markStyle`. `MarkUnknown` is what an unknown word in a file leaves.
+/// Values of `markStyle`. An unknown word in a file gives `MarkUnknown`.
 enum MarkStyle {
   MarkNone = 0,
   MarkCircle = 1,
@@ -160,7 +160,7 @@ enum MarkStyle {
 /// An ordered walk over points: a path in the forest, a boundary, or one day's follow of animals.
 struct Trail {
   std::optional<std::string> name;
-  std::vector<Point*> points;  ///< in walking order; a point may stand there more than once
+  std::vector<Point*> points;  ///< in walking order; a point can occur more than once
   std::string type;            ///< path type, or species or group of a follow
   std::optional<std::string> focalAnimal;
   PackedDate date = 0;  ///< 0 for none
@@ -251,14 +251,13 @@ struct GeoBounds {
   double maxLon = 0;
 };
 
-/// Owns the vertices that an operation had to invent: crossings of two rings, and corners pushed
-/// off a hull. Whoever keeps such a ring keeps the `ScratchPoints` beside it for as long; the
-/// addresses stay good until it goes, and nothing else has to be freed.
+/// Owns the new vertices of an operation: crossings of two rings, and the corners of offset hulls.
+/// Keep it as long as the ring: the addresses are valid until it is destroyed.
 struct ScratchPoints {
   std::deque<Point> store;
 
   /// Makes a nameless point of no map, flagged `PointScratch`.
-  /// \param place  its coordinates in the plane of the moment; `geo` is left at 0
+  /// \param place  its coordinates in the current plane; `geo` stays 0
   Point& Make(const Meters& place) {
     Point& point = store.emplace_back();
     point.flags = PointScratch;
@@ -267,7 +266,7 @@ struct ScratchPoints {
   }
 };
 
-/// What was spent on some ground.
+/// Time and measures spent in an area.
 struct CellTally {
   std::int64_t minutes = 0;
   std::int64_t measure[3] = {0, 0, 0};  ///< sums of SM1, SM2, SM3
@@ -281,7 +280,7 @@ struct CellWindow {
   int columns = 0;
 };
 
-/// A cell of a grid in which something was spent.
+/// A cell of a grid with what was spent there.
 struct RangeCell {
   int row = 0;     ///< along north from the grid's corner
   int column = 0;  ///< along east from the grid's corner
@@ -290,22 +289,22 @@ struct RangeCell {
 
 /// Levels of clusters: level i shows (i + 1) * 5 %.
 constexpr int ClusterLevels = 20;
-/// `Cluster::mergedAt` of a cluster that stands alone.
+/// `Cluster::mergedAt` of a cluster that was never merged.
 constexpr int NeverMerged = 2147483647;
 
-/// One cluster of a range's locations, and what of it shows at each level.
+/// One cluster of a range's locations, and its outline at each level.
 struct Cluster {
   int madeAt = 0;              ///< the step at which it was seeded
   int mergedAt = NeverMerged;  ///< the step at which it was merged into `parent`
-  Cluster* parent = nullptr;   ///< null while it stands alone
-  std::array<std::vector<Point*>, ClusterLevels> hull;  ///< by level; empty where it does not show
+  Cluster* parent = nullptr;   ///< null if it was never merged
+  std::array<std::vector<Point*>, ClusterLevels> hull;  ///< by level; empty where it is not shown
   std::array<double, ClusterLevels> area{};             ///< square metres, by level
 };
 
 /// The clusters of a range.
 struct ClusterTree {
   std::deque<Cluster> clusters;  ///< in order of creation
-  int steps = 0;                 ///< events that made them
+  int steps = 0;                 ///< events in which they were made
 };
 
 /// Slots of five minutes and hours of the day, for travel.
@@ -326,7 +325,7 @@ struct OffsetHull {
   ScratchPoints store;       ///< its vertices
 };
 
-/// A home range, defined by its search keys; the rest follows from them.
+/// A home range, defined by its search keys; everything else is computed from them.
 struct Range : GeoBounds {
   std::optional<std::string> name;
   std::optional<std::string> note;
@@ -334,7 +333,7 @@ struct Range : GeoBounds {
 
   // The analysis. Never saved.
   std::vector<Trail*> follows;   ///< matching trails, last of the map first
-  std::vector<Point*> points;    ///< newest first; a point may stand there more than once
+  std::vector<Point*> points;    ///< newest first; a point can occur more than once
   bool hasBounds = false;        ///< whether the bounds, those of `points`, are valid
   std::vector<Point*> hull;      ///< minimum convex polygon, unclosed
   double mcpArea = 0;            ///< square metres
@@ -349,18 +348,18 @@ struct Range : GeoBounds {
   std::int64_t meanFollowPath = 0;        ///< metres, cut
   std::int64_t meanDailyPath = 0;         ///< metres
   std::unique_ptr<ClusterTree> clusters;  ///< or null
-  OffsetHull outerHull;                   ///< `hull` pushed outward; made on demand and then kept
-  OffsetHull innerHull;                   ///< `hull` pulled inward; likewise
+  OffsetHull outerHull;  ///< `hull` pushed outward; made when first needed, then kept
+  OffsetHull innerHull;  ///< `hull` pulled inward; likewise
 };
 
-/// What one of two overlapping ranges spent where.
+/// How one of two overlapping ranges used the overlap and its surroundings.
 struct OverlapShare {
   Range* range = nullptr;
   CellTally tally;               ///< in the overlap
   std::vector<RangeCell> cells;  ///< in the overlap, those with any value; none without a grid
   CellTally beyond;              ///< outside the other's hull, within the margin
   CellTally withinOther;         ///< inside the other's hull, within the margin of its edge
-  CellTally withinOwn;           ///< inside the other's hull, within the margin of the own edge
+  CellTally withinOwn;           ///< inside the other's hull, within the margin of its own edge
   float timeShare = 0;           ///< percent of the range's time in the overlap
   float cellShare = 0;           ///< percent of the range's time in cells that both use
 };

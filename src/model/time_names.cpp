@@ -25,14 +25,14 @@ int FitInt(long value) {
                                      long{std::numeric_limits<int>::max()}));
 }
 
-/// Keeps sums of two read numbers far from the ends of 64 bits.
+/// Keeps sums of two numbers far from the ends of 64 bits.
 long ReadPart(std::string_view text, size_t* length) {
   const IntegerPrefix read = ReadInteger(text);
   *length = read.length;
   return std::clamp(read.value, -1'000'000'000'000L, 1'000'000'000'000L);
 }
 
-/// The first point at or behind `from` that has a time name; the end if there is none.
+/// The first point at or after `from` that has a time name; the end if there is none.
 size_t NextTimePoint(const std::vector<Point*>& points, size_t from) {
   while (from < points.size() && PointTimeName(*points[from]) == nullptr) ++from;
   return from;

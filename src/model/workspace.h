@@ -22,35 +22,35 @@ struct Preferences {
   bool smoothLines = true;       ///< draw lines on the screen and in pictures with smooth edges
 };
 
-/// A file that is being read.
+/// A file being read.
 struct OpenedFile {
   std::string path;       ///< from the root
   std::string shownName;  ///< as it was given
 };
 
-/// Where the reader of map files stands. It goes on from file to file: what a file includes, or
-/// rests on, is read in the middle of it.
+/// The state of the reader of map files. It continues from file to file: an included file or a
+/// basis is read in the middle of the file that names it.
 struct ReadingState {
   Trail* currentTrail = nullptr;      ///< null outside a trail
   Range* currentRange = nullptr;      ///< null outside a range
   size_t trailLine = 0;               ///< line of the file that opened the current trail
   bool trailHasTail = false;          ///< a point was added since the trail was opened
   Point* lastPoint = nullptr;         ///< the point of the previous point line
-  bool warnedOnce = false;            ///< gates the messages that are told once a file
+  bool warnedOnce = false;            ///< the messages that appear once per file have been posted
   std::vector<OpenedFile> openFiles;  ///< being read, outermost first
-  int depth = 0;                      ///< texts being read, one in the middle of the other
-  int filesNamed = 0;                 ///< by includes and bases, since the outermost text began
+  int depth = 0;                      ///< texts being read, one inside the other
+  int filesNamed = 0;                 ///< by includes and bases since the outermost text began
 };
 
-/// What is process-wide by its nature. Made once by the program and handed down; a test makes its
-/// own, so that no two meet.
+/// What all maps of the process share. The program makes one and passes it on; each test makes its
+/// own, so that tests do not interfere.
 struct Workspace {
   explicit Workspace(Messages& messagesToUse) : messages(messagesToUse) {}
 
   Messages& messages;            ///< where messages and questions go
-  Progress* progress = nullptr;  ///< is told of long work and may call it off; null for nobody
+  Progress* progress = nullptr;  ///< of long work, which it can cancel; can be null
   Preferences preferences;
-  std::forward_list<Map> maps;  ///< every map ever opened or made, newest first; none goes
+  std::forward_list<Map> maps;  ///< every map opened or made, newest first; none is removed
   double lastLatitude = 0;      ///< degrees of the last GPS reading of any file: what a fix that
   double lastLongitude = 0;     ///< leaves out its degrees takes
   ReadingState reading;
@@ -60,14 +60,14 @@ struct Workspace {
   std::map<double, int> continuousContourCounts;  ///< the same of `Map::continuousContours`
   std::function<PackedDate()> today;  ///< the date that is written; the local clock if empty
 
-  /// The date that saves and exports write.
+  /// The date in saves and exports.
   PackedDate Today() const { return today ? today() : LocalDate(); }
 };
 
-/// Makes an empty map of that file name and puts it at the head of the workspace's list.
+/// Makes an empty map with that file name at the head of the workspace's list.
 Map& MakeMap(Workspace& workspace, std::string_view name);
 
-/// \return the map of that file name, without regard to case, or null
+/// \return the map with that file name, without regard to case, or null
 Map* FindMap(Workspace& workspace, std::string_view name);
 
 }  // namespace orvane

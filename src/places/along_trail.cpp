@@ -18,13 +18,13 @@ struct Leg {
   const Point* to;
 };
 
-/// How far along the route the place lies: `value` metres, or `value` parts of `whole`.
+/// How far along the route the place is: `value` metres, or `value` parts of `whole`.
 struct RouteShare {
   double value = 0;
   std::optional<double> whole;
 };
 
-/// Cuts the text before `word`, without regard to case, and steps over it.
+/// Takes the text before `word`, found without regard to case, and removes both.
 std::optional<std::string_view> TakeBefore(std::string_view& text, std::string_view word) {
   const size_t at = FindTextFolded(text, word);
   if (at == std::string_view::npos) return std::nullopt;
@@ -53,13 +53,13 @@ const Point* PlacedPoint(Lookup& lookup, std::string_view name) {
   return point != nullptr && lookup.IsPlaced(*point) ? point : nullptr;
 }
 
-/// Reads the trail names and the point between them; `text` then stands behind " by ".
-/// \return no legs if the text does not fit
+/// Reads the trail names and the point between them; `text` then is what follows " by ".
+/// \return no legs if the text has another form
 std::vector<Leg> TakeLegs(Lookup& lookup, std::string_view& text, const Point& from,
                           const Point& to) {
   const size_t via = FindTextFolded(text, " via ");
   const size_t by = FindTextFolded(text, " by ");
-  if (via >= by) {  // one leg, or no " by " either
+  if (via >= by) {  // one leg, or no " by " at all
     const auto trailName = TakeBefore(text, " by ");
     const Trail* trail = trailName ? FindTrail(lookup.InMap(), *trailName) : nullptr;
     if (trail == nullptr) return {};

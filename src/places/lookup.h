@@ -10,11 +10,11 @@
 
 namespace orvane {
 
-/// One lookup of a location text: the map, and a record of what the answer hangs on. Every form
-/// asks for the places of points, cells and marks through it.
+/// One lookup of a location text: the map, and a record of what the result depends on. Every form
+/// gets the places of points, cells and marks from it.
 class Lookup {
  public:
-  /// \param needs  receives the record; may be null
+  /// \param needs  receives the record; can be null
   Lookup(Map& map, LocationNeeds* needs) : map_(map), needs_(needs) {}
 
   Map& InMap() { return map_; }
@@ -32,13 +32,13 @@ class Lookup {
     if (needs_ != nullptr && IsMarkOfTrail(map_, name)) needs_->complete = false;
     return PositionOnTrail(map_, name, bearing);
   }
-  /// The answer hangs on more than single points, or the lookup changes points.
+  /// The result depends on more than single points, or the lookup changes points.
   void HangsOnMore() {
     if (needs_ != nullptr) needs_->complete = false;
   }
 
  private:
-  /// A record that grows with the map would cost more than it saves.
+  /// A longer record would cost more than it saves.
   static constexpr size_t MostNeeds = 64;
 
   void Need(const Point& point) {

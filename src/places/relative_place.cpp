@@ -39,7 +39,7 @@ void SkipBlanks(std::string_view& text) {
   while (!text.empty() && text.front() == ' ') text.remove_prefix(1);
 }
 
-/// Steps over `word` if it stands here exactly. \return true if it did
+/// Skips `word` if it comes next, exactly so written. \return true if it did
 bool SkipWord(std::string_view& text, std::string_view word) {
   const auto rest = StartsWith(word, text);
   if (rest) text = *rest;
@@ -65,7 +65,7 @@ std::optional<Direction> TakeDirection(std::string_view& text) {
 double AngleOf(Direction direction, double travel) {
   switch (direction) {
     case Direction::Right:
-      return travel - Pi / 2;  // the side that notes of this kind have always meant
+      return travel - Pi / 2;  // as seen when looking back; see docs/compatibility.md
     case Direction::Left:
       return travel + Pi / 2;
     case Direction::South:

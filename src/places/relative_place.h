@@ -9,8 +9,8 @@
 namespace orvane {
 
 /// Reads "20m east of Camp", "5 meters left of Main306": a number, a unit of metres, a direction,
-/// "of", and a metre mark on a trail or a point. Right and left are told from the direction of
-/// travel there, so they need a metre mark.
+/// "of", and a metre mark on a trail or a point. Right and left depend on the direction of travel
+/// there, so they need a metre mark.
 std::optional<LatLon> ResolveRelativePlace(Lookup& lookup, std::string_view text);
 
 /// Reads "From a to b along t by n" and "From a to b along t via c and u by n": the place at a

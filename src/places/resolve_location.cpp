@@ -14,12 +14,12 @@ namespace orvane {
 
 namespace {
 
-/// Two places may themselves be two places, this deep: more commas in a text are read as a list.
+/// How deep pairs of places can be nested; with more commas the text is read as a list.
 constexpr int DeepestNesting = 64;
 
 std::optional<Location> Resolve(Lookup& lookup, std::string_view text, int depth);
 
-/// The text behind "Word:" or "Word.", exactly so written; nothing if it begins otherwise.
+/// The text after "Word:" or "Word.", exactly so written; nothing for any other text.
 std::optional<std::string_view> BehindPrefix(std::string_view word, std::string_view text) {
   const auto rest = StartsWith(word, text);
   if (!rest || rest->empty() || (rest->front() != ':' && rest->front() != '.')) return std::nullopt;
@@ -48,7 +48,7 @@ std::optional<LatLon> ResolveTwoPlaces(Lookup& lookup, std::string_view text, in
   return Midpoint(first->place, second->place);
 }
 
-/// "trail:point": sets both, or neither.
+/// "trail:point": sets both or neither.
 void FindPointOnTrail(Map& map, std::string_view text, Location& found) {
   const size_t colon = text.rfind(':');
   if (colon == std::string_view::npos) return;
@@ -66,8 +66,8 @@ Range* FindNamedRange(Map& map, std::string_view text) {
   return name ? FindRange(map, *name) : nullptr;
 }
 
-/// "Trail:" and "Point:" with a name set what they name. \return a cell's place, which ends the
-/// search
+/// "Trail:" and "Point:" with a name set the trail or the point. \return the place of a cell, which
+/// ends the search
 std::optional<LatLon> ResolvePrefixed(Lookup& lookup, std::string_view text, Location& found) {
   if (const auto name = BehindPrefix("Trail", text)) {
     found.trail = FindTrailOrContour(lookup.InMap(), *name);
@@ -80,7 +80,7 @@ std::optional<LatLon> ResolvePrefixed(Lookup& lookup, std::string_view text, Loc
   return lookup.CellPlace(BehindPrefix("Grid", text).value_or(text));
 }
 
-/// One item of a list. \param point  receives the point that it names, or null
+/// One item of a list. \param point receives the named point, or null
 std::optional<LatLon> ResolveItem(Lookup& lookup, std::string_view item, Point*& point) {
   point = FindPointByName(lookup.InMap(), nullptr, item);
   if (point == nullptr) {
@@ -95,8 +95,7 @@ std::optional<LatLon> ResolveItem(Lookup& lookup, std::string_view item, Point*&
   return point->geo;
 }
 
-/// The mean of a list with ", " between its items. \param point  receives the point that the last
-/// item names
+/// The mean of a list with ", " between its items. \param point receives the point of the last item
 std::optional<LatLon> ResolveList(Lookup& lookup, std::string_view text, Point*& point) {
   constexpr std::string_view Separator = ", ";
   double latSum = 0;
@@ -139,8 +138,8 @@ std::optional<LatLon> MiddleOfTrail(Lookup& lookup, const Trail& trail) {
   return LatLon{(high.lat + low.lat) / 2, (high.lon + low.lon) / 2, NoAltitude};
 }
 
-/// The forms that name a thing or stand for a place by themselves. \return a place if a form ended
-/// the search; else what was named is in `found`
+/// The forms that name a thing or give a place on their own. \return a place if a form ended the
+/// search; else what was named is in `found`
 std::optional<LatLon> ResolveSimpleForms(Lookup& lookup, std::string_view text, int depth,
                                          Location& found) {
   if (const auto place = ResolveTwoPlaces(lookup, text, depth)) return place;

@@ -8,25 +8,25 @@
 
 namespace orvane {
 
-/// What a location text means: a place, and the thing that the text named, if it named one.
+/// What a location text means: a place, and the thing that it names, if any.
 struct Location {
-  LatLon place;  ///< altitude `NoAltitude` if it is not known
+  LatLon place;  ///< altitude `NoAltitude` if unknown
   Point* point = nullptr;
   Trail* trail = nullptr;
   Range* range = nullptr;
 };
 
-/// What a lookup that found nothing hangs on.
+/// What a lookup without a result depends on.
 struct LocationNeeds {
-  /// Points without a place that were asked for theirs; one may be listed more than once.
+  /// Points whose place was needed but is not known yet; a point can be listed more than once.
   std::vector<const Point*> points;
-  /// True if nothing but these counts: until one of them has a place, the same text means nothing
-  /// in this map, and the lookup changes no point. False if it may come out otherwise.
+  /// True if the result depends only on these: until one of them has a place, the same text means
+  /// nothing in this map, and the lookup changes no point.
   bool complete = true;
 };
 
-/// Reads a free text that stands for a place, wherever the program asks for one. The forms are
-/// tried in this order, and the first that fits wins:
+/// Reads a free text that means a place, wherever the program asks for one. The forms are tried in
+/// this order, and the first that fits wins:
 ///
 ///   1. a point's name, else a trail's (or contour's, or "type.date" of a follow)
 ///   2. two places with a comma between: their midpoint
@@ -41,8 +41,8 @@ struct LocationNeeds {
 ///  11. a list of places with ", " between: their mean
 ///  12. a trail that was named: the middle of its bounds
 ///
-/// A point that has no place yet gives none.
-/// \param needs  if not null, receives what the lookup hangs on; for one that finds nothing
+/// A point without a place gives none.
+/// \param needs  if not null, receives what a lookup without a result depends on
 /// \return nothing if the text means nothing
 std::optional<Location> ResolveLocation(Map& map, std::string_view text,
                                         LocationNeeds* needs = nullptr);
