@@ -34,6 +34,13 @@ class GisTrailTest : public ShellCase {
     return window_.findChild<GisTrailWindow*>();
   }
 
+  /// Presses a key with Ctrl. The window is active: otherwise the key would reach the map.
+  static void PressIn(QWidget& window, Qt::Key key) {
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitFor([&window] { return QApplication::activeWindow() == &window; }));
+    QTest::keyClick(&window, key, Qt::ControlModifier);
+  }
+
   static QLineEdit& Field(GisTrailWindow& window, const char* name) {
     auto* field = window.findChild<QLineEdit*>(QLatin1String(name));
     EXPECT_NE(field, nullptr) << name;
@@ -115,14 +122,12 @@ TEST_F(GisTrailTest, ImportingIntoAnEmptyMapPutsItInView) {
 TEST_F(GisTrailTest, TheKeysOfCloseAndExitWorkInIt) {
   QPointer<GisTrailWindow> window = Import(Tracks);
   ASSERT_NE(window, nullptr);
-  ASSERT_TRUE(QTest::qWaitForWindowActive(window));
-  QTest::keyClick(window, Qt::Key_W, Qt::ControlModifier);
+  PressIn(*window, Qt::Key_W);
   DeliverDeletes();
   EXPECT_TRUE(window.isNull());
-  EXPECT_EQ(shell_.OpenWindows().size(), 1U);
+  ASSERT_EQ(shell_.OpenWindows().size(), 1U);
   window = Import(Tracks);
-  ASSERT_TRUE(QTest::qWaitForWindowActive(window));
-  QTest::keyClick(window, Qt::Key_Q, Qt::ControlModifier);
+  PressIn(*window, Qt::Key_Q);
   DeliverDeletes();
   EXPECT_TRUE(window.isNull());
   EXPECT_TRUE(shell_.OpenWindows().empty());
