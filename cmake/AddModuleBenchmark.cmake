@@ -14,7 +14,6 @@ function(add_module_benchmark name)
     RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bench)
   add_custom_target(bench_smoke_${name}
     COMMAND ${CMAKE_COMMAND} -E env QT_QPA_PLATFORM=offscreen
-            $<TARGET_FILE:${name}_bench> --benchmark_min_time=0.01
-    USES_TERMINAL)
+            $<TARGET_FILE:${name}_bench> --benchmark_min_time=0.01)
   add_dependencies(bench_smoke bench_smoke_${name})
 endfunction()

@@ -15,6 +15,7 @@
 #include "trails/checks.h"
 #include "trails/metrics.h"
 
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <nlohmann/json.hpp>
@@ -92,6 +93,11 @@ void DrawProfiles(orvane::Map& map) {
 }
 
 void Export(orvane::Map& map) {
+  // A large grid takes long and shows nothing new.
+  constexpr double MostCells = 10000;
+  for (const orvane::Grid& grid : map.grids) {
+    if (std::fabs(static_cast<double>(grid.rows) * grid.columns) > MostCells) return;
+  }
   std::string text;
   const bool complete = orvane::WriteGeoJson(map, [&](std::string_view piece) {
     text += piece;
