@@ -33,6 +33,9 @@ class NullCanvas : public Canvas {
     ++widths_;
     return 6 * static_cast<int>(text.size());
   }
+  PixelRect TextExtent(std::string_view text) const override {
+    return {0, -10, 6 * static_cast<int>(text.size()), 3};
+  }
   int Ascent(CanvasFont) const override { return 10; }
   int LineHeight(CanvasFont) const override { return 13; }
   PixelRect Clip() const override { return {0, 0, 1600, 1200}; }

@@ -3,7 +3,6 @@
 #include "paint/display_text.h"
 
 #include <QFontMetricsF>
-#include <QGlyphRun>
 #include <QPainter>
 
 #include <algorithm>
@@ -13,6 +12,9 @@ namespace orvane {
 namespace {
 
 constexpr double PointsPerInch = 72;
+
+/// A glyph may be blurred over its outline, and start between two pixels.
+constexpr double InkMargin = 1;
 
 /// Widths kept of shaped texts before the table starts anew, so that it stays small.
 constexpr size_t MostShapedWidths = 50000;
@@ -59,6 +61,7 @@ CanvasFonts::Face CanvasFonts::MakeFace(double pixels, TextOutput output) {
   Face face;
   face.font = FontOfSize(pixels, output);
   face.raw = QRawFont::fromFont(face.font);
+  face.run.setRawFont(face.raw);
   const QFontMetricsF metrics(face.font);
   face.ascent = std::max(1, static_cast<int>(std::ceil(metrics.ascent())));
   face.descent = std::max(0, static_cast<int>(std::ceil(metrics.descent())));
@@ -79,6 +82,11 @@ CanvasFonts::Face CanvasFonts::MakeFace(double pixels, TextOutput output) {
     face.simple[i] = face.glyphs[i] != 0 && !IsSoftHyphen(static_cast<int>(i));
     face.advances[i] = advances[i].x();
     if (IsControl(static_cast<int>(i))) face.glyphs[i] = 0;
+    const QRectF bounds = face.raw.boundingRect(face.glyphs[i]);
+    if (face.glyphs[i] == 0 || bounds.isEmpty()) continue;
+    face.inks[i] = {bounds.left() - InkMargin, bounds.right() + InkMargin,
+                    static_cast<int>(std::floor(bounds.top() - InkMargin)),
+                    static_cast<int>(std::ceil(bounds.bottom() + InkMargin))};
   }
   return face;
 }
@@ -102,6 +110,8 @@ std::optional<std::string_view> CanvasFonts::SimpleText(const Face& face,
                                                         std::string_view text) const {
   const auto isSimple = [&face](char c) { return face.simple[static_cast<unsigned char>(c)]; };
   const auto isAscii = [](char c) { return static_cast<unsigned char>(c) < 0x80; };
+  const auto isSimpleAscii = [&](char c) { return isAscii(c) && isSimple(c); };
+  if (std::all_of(text.begin(), text.end(), isSimpleAscii)) return text;
   std::string_view latin = text;
   if (!std::all_of(text.begin(), text.end(), isAscii)) {
     const QString decoded = DisplayText(text);
@@ -134,32 +144,59 @@ int CanvasFonts::TextWidth(CanvasFont font, std::string_view text) const {
   return width;
 }
 
-void CanvasFonts::Draw(QPainter& painter, CanvasFont font, QPointF at,
-                       std::string_view text) const {
+PixelRect CanvasFonts::TextExtent(CanvasFont font, std::string_view text) const {
   const Face& face = FaceOf(font);
   const auto simple =
       output_ == TextOutput::Glyphs ? SimpleText(face, text) : std::optional<std::string_view>();
   if (!simple) {
+    // Accents may be stacked to any height, and another program may choose the font.
+    const int line = face.ascent + face.descent;
+    return {-line, -face.ascent - line, TextWidth(font, text) + line, face.descent + line};
+  }
+  double x = 0;
+  double left = 0;
+  double right = 0;
+  int top = 0;
+  int bottom = 0;
+  for (const char c : *simple) {
+    const auto i = static_cast<unsigned char>(c);
+    const Ink& ink = face.inks[i];
+    left = std::min(left, x + ink.left);
+    right = std::max(right, x + ink.right);
+    top = std::min(top, ink.top);
+    bottom = std::max(bottom, ink.bottom);
+    x += face.advances[i];
+  }
+  return {static_cast<int>(std::floor(left)), top, static_cast<int>(std::ceil(right)), bottom};
+}
+
+void CanvasFonts::Draw(QPainter& painter, CanvasFont font, Pixel at, std::string_view text,
+                       const PixelColumns& columns) const {
+  Face& face = FaceOf(font);
+  const auto simple =
+      output_ == TextOutput::Glyphs ? SimpleText(face, text) : std::optional<std::string_view>();
+  if (!simple) {
     painter.setFont(face.font);
-    painter.drawText(at, WithoutControls(DisplayText(text)));
+    painter.drawText(QPointF(at.x, at.y), WithoutControls(DisplayText(text)));
     return;
   }
   glyphRoom_.clear();
   positionRoom_.clear();
+  const double left = 1.0 * columns.left - at.x;
+  const double right = 1.0 * columns.right - at.x;
   double x = 0;
   for (const char c : *simple) {
     const auto i = static_cast<unsigned char>(c);
-    if (face.glyphs[i] != 0) {
+    const Ink& ink = face.inks[i];
+    if (face.glyphs[i] != 0 && x + ink.right > left && x + ink.left < right) {
       glyphRoom_.push_back(face.glyphs[i]);
       positionRoom_.emplace_back(x, 0);
     }
     x += face.advances[i];
   }
   if (glyphRoom_.empty()) return;
-  QGlyphRun run;
-  run.setRawFont(face.raw);
-  run.setRawData(glyphRoom_.data(), positionRoom_.data(), static_cast<int>(glyphRoom_.size()));
-  painter.drawGlyphRun(at, run);
+  face.run.setRawData(glyphRoom_.data(), positionRoom_.data(), static_cast<int>(glyphRoom_.size()));
+  painter.drawGlyphRun(QPointF(at.x, at.y), face.run);
 }
 
 }  // namespace orvane

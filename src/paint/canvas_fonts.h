@@ -3,6 +3,7 @@
 #include "view/canvas.h"
 
 #include <QFont>
+#include <QGlyphRun>
 #include <QPointF>
 #include <QRawFont>
 
@@ -57,19 +58,34 @@ class CanvasFonts {
   /// Pixels that `text` advances by, rounded up.
   int TextWidth(CanvasFont font, std::string_view text) const;
 
+  /// A rectangle that holds every pixel that `Draw` of `text` may change, counted from the start of
+  /// the baseline. For text within Latin-1 drawn glyph by glyph it is tight to a pixel or two.
+  PixelRect TextExtent(CanvasFont font, std::string_view text) const;
+
   /// Draws `text` with the painter's pen; changes the painter's font only.
-  /// \param at  start of the baseline
-  void Draw(QPainter& painter, CanvasFont font, QPointF at, std::string_view text) const;
+  /// \param at       start of the baseline
+  /// \param columns  the columns of the device that matter: others may be left as they are
+  void Draw(QPainter& painter, CanvasFont font, Pixel at, std::string_view text,
+            const PixelColumns& columns) const;
 
  private:
+  /// The pixels that a glyph may change, from where it starts on the baseline.
+  struct Ink {
+    double left = 0;
+    double right = 0;
+    int top = 0;
+    int bottom = 0;
+  };
   struct Face {
     QFont font;
     QRawFont raw;
+    QGlyphRun run;  ///< of the last text, with the font set
     int ascent = 1;
     int descent = 0;
     std::array<quint32, 256> glyphs{};                  ///< by Latin-1 character; 0 draws nothing
     std::array<double, 256> advances{};                 ///< pixels, by Latin-1 character
-    std::array<bool, 256> simple{};                     ///< the two above hold for this character
+    std::array<Ink, 256> inks{};                        ///< by Latin-1 character
+    std::array<bool, 256> simple{};                     ///< the three above hold for this character
     std::unordered_map<std::string, int> shapedWidths;  ///< of texts beyond the table
   };
 

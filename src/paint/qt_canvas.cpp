@@ -1,8 +1,10 @@
 #include "paint/qt_canvas.h"
 
 #include <QPaintDevice>
+#include <QPaintEngine>
 
 #include <algorithm>
+#include <climits>
 
 namespace orvane {
 namespace {
@@ -31,6 +33,10 @@ bool SameRect(const PixelRect& a, const PixelRect& b) {
   return a.left == b.left && a.top == b.top && a.right == b.right && a.bottom == b.bottom;
 }
 
+bool SamePen(const Pen& a, const Pen& b) {
+  return a.width == b.width && a.pattern == b.pattern && a.color == b.color;
+}
+
 bool Contains(const PixelRect& outer, const PixelRect& inner) {
   return outer.left <= inner.left && outer.top <= inner.top && outer.right >= inner.right &&
          outer.bottom >= inner.bottom;
@@ -50,6 +56,9 @@ QtCanvas::QtCanvas(QPainter& painter, const CanvasFonts& fonts, const PixelRect&
   painter_.save();
   pixelRatio_ = painter_.device() != nullptr ? painter_.device()->devicePixelRatio() : 1;
   if (pixelRatio_ != 1) painter_.scale(1 / pixelRatio_, 1 / pixelRatio_);
+  // On pixels a rectangle needs neither the pen nor the brush of the painter.
+  const QPaintEngine* engine = painter_.paintEngine();
+  fillsDirectly_ = engine != nullptr && engine->type() == QPaintEngine::Raster;
   painter_.setRenderHint(QPainter::Antialiasing, options_.antialias);
   painter_.setRenderHint(QPainter::TextAntialiasing, true);
 }
@@ -73,7 +82,16 @@ void QtCanvas::SetForeColor(Color color) {
 
 void QtCanvas::SetFont(CanvasFont font) { font_ = font; }
 
-QPen QtCanvas::PainterPen(Tools tools) const {
+const QPen& QtCanvas::PainterPen(Tools tools) {
+  if (!madeFrom_ || madeFor_ != tools || !SamePen(*madeFrom_, pen_)) {
+    madePen_ = MakePainterPen(tools);
+    madeFrom_ = pen_;
+    madeFor_ = tools;
+  }
+  return madePen_;
+}
+
+QPen QtCanvas::MakePainterPen(Tools tools) const {
   const bool thin = pen_.width <= 1;
   QPen pen(PaintColor(pen_.color));
   if (thin && options_.hairline <= 0) {
@@ -99,7 +117,9 @@ void QtCanvas::UseTools(Tools tools) {
   if (tools_ == tools) return;
   tools_ = tools;
   if (tools == Tools::Text) {
-    painter_.setPen(PaintColor(foreColor_));
+    if (textPenColor_ != foreColor_) textPen_ = QPen(PaintColor(foreColor_));
+    textPenColor_ = foreColor_;
+    painter_.setPen(textPen_);
     return;
   }
   painter_.setPen(HasOutline() ? PainterPen(tools) : QPen(Qt::NoPen));
@@ -165,6 +185,13 @@ void QtCanvas::DrawPolygon(const std::vector<Pixel>& points) {
 
 void QtCanvas::DrawRect(const PixelRect& rect) {
   UseClip();
+  if (fillsDirectly_ && !HasOutline() && brush_.solid) {
+    // Its edges are between pixels; smoothing them would let a trace of what is below shine through.
+    if (options_.antialias) painter_.setRenderHint(QPainter::Antialiasing, false);
+    painter_.fillRect(FilledRect(rect), PaintColor(brush_.color));
+    if (options_.antialias) painter_.setRenderHint(QPainter::Antialiasing, true);
+    return;
+  }
   UseTools(Tools::Area);
   painter_.drawRect(OutlineRect(rect));
 }
@@ -191,13 +218,21 @@ void QtCanvas::DrawOval(const PixelRect& rect) {
 }
 
 void QtCanvas::DrawText(Pixel at, std::string_view text) {
+  DrawTextWithin(at, text, {INT_MIN, INT_MAX});
+}
+
+void QtCanvas::DrawTextWithin(Pixel at, std::string_view text, const PixelColumns& columns) {
   if (text.empty()) return;
   UseClip();
   UseTools(Tools::Text);
-  fonts_.Draw(painter_, font_, QPointF(at.x, at.y), text);
+  fonts_.Draw(painter_, font_, at, text, columns);
 }
 
 int QtCanvas::TextWidth(std::string_view text) const { return fonts_.TextWidth(font_, text); }
+
+PixelRect QtCanvas::TextExtent(std::string_view text) const {
+  return fonts_.TextExtent(font_, text);
+}
 
 int QtCanvas::Ascent(CanvasFont font) const { return fonts_.Ascent(font); }
 

@@ -51,8 +51,10 @@ class QtCanvas final : public Canvas {
   void DrawRect(const PixelRect& rect) override;
   void DrawOval(const PixelRect& rect) override;
   void DrawText(Pixel at, std::string_view text) override;
+  void DrawTextWithin(Pixel at, std::string_view text, const PixelColumns& columns) override;
 
   int TextWidth(std::string_view text) const override;
+  PixelRect TextExtent(std::string_view text) const override;
   int Ascent(CanvasFont font) const override;
   int LineHeight(CanvasFont font) const override;
 
@@ -68,7 +70,8 @@ class QtCanvas final : public Canvas {
   void UseTools(Tools tools);
   void UseClip();
   bool HasOutline() const { return pen_.pattern != PenPattern::Hollow; }
-  QPen PainterPen(Tools tools) const;
+  QPen MakePainterPen(Tools tools) const;
+  const QPen& PainterPen(Tools tools);
   /// The rectangle whose outline, or without one whose inside, covers `rect` and nothing beyond.
   QRectF OutlineRect(const PixelRect& rect) const;
   /// What is added to both coordinates of an outline so that its edges fall between pixels.
@@ -78,6 +81,7 @@ class QtCanvas final : public Canvas {
   const CanvasFonts& fonts_;
   CanvasOptions options_;
   double pixelRatio_ = 1;
+  bool fillsDirectly_ = false;  ///< a rectangle without an outline needs no pen and no brush
   Pen pen_;
   Brush brush_;
   Color foreColor_ = ForegroundColor;
@@ -85,6 +89,12 @@ class QtCanvas final : public Canvas {
   PixelRect clip_;
   std::optional<PixelRect> painterClip_;  ///< what the painter clips to at the moment
   Tools tools_ = Tools::None;
+  // The last pens that were made, since making one takes as long as drawing a small mark.
+  std::optional<Pen> madeFrom_;
+  Tools madeFor_ = Tools::None;
+  QPen madePen_;
+  std::optional<Color> textPenColor_;
+  QPen textPen_;
   std::vector<QPointF> room_;
 };
 

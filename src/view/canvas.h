@@ -21,6 +21,12 @@ struct PixelRect {
   int bottom = 0;
 };
 
+/// Columns of pixels, from `left` to just before `right`.
+struct PixelColumns {
+  int left = 0;
+  int right = 0;
+};
+
 /// Colours that are not fixed: a canvas chooses what they look like.
 constexpr Color MarkerColor = 0x6FFFF00;      ///< stands out: the Find marker, the selected trail
 constexpr Color ForegroundColor = 0x7000000;  ///< the default foreground of a window
@@ -71,9 +77,17 @@ class Canvas {
   /// Text in the current font and fore colour, `at` being the start of its baseline. A text that
   /// is valid UTF-8 is shown as such, any other is taken as Latin-1.
   virtual void DrawText(Pixel at, std::string_view text) = 0;
+  /// The same where only some columns of pixels matter: letters without a pixel there may be left
+  /// out.
+  virtual void DrawTextWithin(Pixel at, std::string_view text, const PixelColumns& /*columns*/) {
+    DrawText(at, text);
+  }
 
   /// Pixels that `text` takes in the current font.
   virtual int TextWidth(std::string_view text) const = 0;
+  /// A rectangle that holds every pixel that `DrawText` may change in the current font, counted
+  /// from the start of the baseline.
+  virtual PixelRect TextExtent(std::string_view text) const = 0;
   /// Pixels from the top of a line to the baseline, in the given font.
   virtual int Ascent(CanvasFont font) const = 0;
   /// Pixels of ascent and descent together.

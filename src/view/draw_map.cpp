@@ -58,14 +58,14 @@ void DrawMap(MapWindow& view, const PixelRect& update) {
   DrawGrids(view);
   DrawGridShades(view);
   DrawTrails(view, shown);
-  DrawLabels(view, shown);
+  PlaceLabels(view, shown).Draw();
   if ((view.flags & MapWindowFindMarker) != 0) DrawFindMarker(view);
 
   view.longitudeWrap = WrapOfView(view, update);
   if (view.longitudeWrap == 0) return;
   DrawFilledTrails(view, shown);
   DrawTrails(view, shown);
-  DrawLabels(view, shown);
+  PlaceLabels(view, shown).Draw();
   view.longitudeWrap = 0;
 }
 

@@ -3,7 +3,7 @@
 #include "base/text.h"
 #include "geo/earth.h"
 #include "model/workspace.h"
-#include "view/covered_canvas.h"
+#include "view/label_layer.h"
 #include "view/trail_lines.h"
 #include "view/view_transform.h"
 
@@ -26,12 +26,6 @@ bool ShowsHiddenNames(const MapWindow& view) {
   return view.map->workspace != nullptr && view.map->workspace->preferences.showHiddenNames;
 }
 
-std::string_view LabelText(const Point& point) {
-  std::string_view text = point.name;
-  while (!text.empty() && text.front() == ' ') text.remove_prefix(1);
-  return text;
-}
-
 int AddPixels(int a, int b) { return TruncateToPixel(1.0 * a + b); }
 
 /// Where a label is to stand, as worked out from its surroundings. The width of the text is asked
@@ -47,20 +41,11 @@ class LabelPlace {
     KeepClearOfLineEnds();
   }
 
-  std::string_view Text() const { return text_; }
-  Pixel Baseline() const { return {AddPixels(site_.pixel.x, dx_), AddPixels(site_.pixel.y, dy_)}; }
-
-  /// The box but for its width: none is taken.
-  PixelRect LeftEdge() const {
-    const Pixel at = Baseline();
-    const int top = at.y - view_.ascent;
-    return {at.x, top, at.x, top + view_.lineHeight};
+  /// The spot without the width of the text.
+  LabelSpot LeftEnd() const {
+    return {{AddPixels(site_.pixel.x, dx_), AddPixels(site_.pixel.y, dy_)}, 0};
   }
-  PixelRect Box() const {
-    PixelRect box = LeftEdge();
-    box.right = box.left + Width();
-    return box;
-  }
+  LabelSpot Spot() const { return {LeftEnd().baseline, Width()}; }
 
  private:
   int Width() const {
@@ -142,42 +127,33 @@ class LabelPlace {
   int dy_ = 0;
 };
 
-void DrawLabel(const MapWindow& view, const LabelPlace& place, const PixelRect& box, Color color) {
-  Canvas& canvas = *view.target;
-  // Letters may reach a little out of the box.
-  const PixelRect reach{box.left - view.lineHeight, box.top - view.lineHeight,
-                        box.right + view.lineHeight, box.bottom + view.lineHeight};
-  if (!BoxesOverlap(reach, canvas.Clip())) return;
-  canvas.SetPen({0, PenPattern::Hollow, view.background});
-  canvas.SetBrush({true, view.background});
-  canvas.DrawRect(
-      {box.left, box.top + (view.lineHeight - view.ascent) / 2, box.right, box.top + view.ascent});
-  canvas.SetForeColor(color);
-  canvas.DrawText(place.Baseline(), place.Text());
-}
-
-/// Draws the points of one list; `Iterator` walks over `Point*`.
-class PointListDrawer {
+/// Adds the points of one list to a layer; `Iterator` walks over `Point*`.
+class PointListPlacer {
  public:
-  PointListDrawer(MapWindow& view, int mode, const MarkLook& look, LabelBoxes& boxes)
+  PointListPlacer(MapWindow& view, int mode, const MarkLook& look, LabelBoxes& boxes,
+                  LabelLayer& layer)
       : view_(view),
         transform_(view),
         mode_(mode),
         look_(look),
         boxes_(boxes),
-        clip_(view.target->Clip()),
+        layer_(layer),
         metersPerPixel_(view.scale > 0 ? 1 / LogicalScale(view) : 1),
         showHidden_(ShowsHiddenNames(view)) {}
 
   template <typename Iterator>
-  void Draw(Iterator begin, Iterator end) {
+  void Place(Iterator begin, Iterator end) {
     if (mode_ == PointModeNone) return;
     const Point* previous = nullptr;
     for (Iterator at = begin; at != end; ++at) {
       const Iterator following = std::next(at);
       const Point* next = following != end && mode_ != PointModeLoose ? *following : nullptr;
       const bool isEnd = at == begin || following == end;
-      if (ModeTakes(**at, isEnd) && IsShown(**at)) DrawOne(**at, previous, next);
+      if (ModeTakes(**at, isEnd)) {
+        if (const auto projected = ProjectedIfShown(**at)) {
+          AddPoint(**at, transform_.ToPixel(*projected), previous, next);
+        }
+      }
       previous = *at;
     }
   }
@@ -189,52 +165,51 @@ class PointListDrawer {
     return point.sm[mode_ - PointModeSm1] != 0;
   }
 
-  /// The tests are in the order of what they cost: of a large map most points lie outside.
-  bool IsShown(const Point& point) const {
-    if (!IsDrawable(point)) return false;
-    if (view_.rotation == 0) {
+  /// The tests are in the order of what they cost: of a large map most points are outside.
+  std::optional<Meters> ProjectedIfShown(const Point& point) const {
+    if (!IsDrawable(point)) return std::nullopt;
+    const bool turned = view_.rotation != 0;
+    if (!turned) {
       const double north = DegreesToMeters(point.geo.lat);
-      if (north > view_.top || north < view_.bottom) return false;
+      if (north > view_.top || north < view_.bottom) return std::nullopt;
       const double turn = point.geo.lon - view_.centralLongitude + view_.longitudeWrap;
-      if (turn > HalfTurn || turn < -HalfTurn) return false;
-      const double east = transform_.Project(point.geo).east;
-      if (east > view_.right || east < view_.left) return false;
+      if (turn > HalfTurn || turn < -HalfTurn) return std::nullopt;
+    }
+    const Meters projected = transform_.Project(point.geo);
+    if (!turned && (projected.east > view_.right || projected.east < view_.left)) {
+      return std::nullopt;
     }
     const bool hasMark = point.markShape != PointMarkNone;
     if (!hasMark && (point.name.empty() || (!showHidden_ && IsHiddenName(point.name)))) {
-      return false;
+      return std::nullopt;
     }
     // In the precision of the scale, so that a limit given as a round number holds at its value.
-    return point.labelLimit == 0 || static_cast<float>(point.labelLimit) >= metersPerPixel_;
+    if (point.labelLimit != 0 && static_cast<float>(point.labelLimit) < metersPerPixel_) {
+      return std::nullopt;
+    }
+    return projected;
   }
 
-  void DrawOne(Point& point, const Point* previous, const Point* next) {
-    const Pixel pixel = transform_.ToPixel(point.geo);
+  void AddPoint(Point& point, Pixel pixel, const Point* previous, const Point* next) {
     LabelSite site;
     site.pixel = pixel;
-    site.previous = PixelOf(previous);
+    site.previous = previous != nullptr && previous == added_ ? addedPixel_ : PixelOf(previous);
+    added_ = &point;
+    addedPixel_ = pixel;
+    std::optional<LabelSpot> spot;
     if (mode_ < PointModeSm1 && !point.name.empty()) {
       site.last = last_;
       site.next = PixelOfNext(next, pixel);
       site.keepBox = mode_ == PointModeAuto;
       site.letterWidth = look_.letterWidth;
-      const LabelResult result = PlaceLabel(view_, point, site, look_.color, boxes_);
-      if (result == LabelResult::Refused) return;
-      if (result == LabelResult::Drawn) last_ = pixel;
+      const PlacedLabel label = PlaceLabel(view_, point, site, boxes_);
+      if (label.result == LabelResult::Refused) return;
+      if (label.result == LabelResult::Placed) {
+        last_ = pixel;
+        spot = label.spot;
+      }
     }
-    DrawMark(point, pixel, site.previous);
-  }
-
-  void DrawMark(const Point& point, Pixel pixel, const std::optional<Pixel>& previous) {
-    const bool hasMark = point.markShape != PointMarkNone;
-    if (look_.shape == MarkNone && !hasMark) return;
-    const int radius = hasMark ? OwnMarkRadius(point, look_.letterWidth) : look_.letterWidth;
-    const int reach = radius + 2 * look_.thickness + 2;
-    if (!BoxesOverlap({pixel.x - reach, pixel.y - reach, pixel.x + reach, pixel.y + reach},
-                      clip_)) {
-      return;
-    }
-    DrawPointMark(*view_.target, look_, point, pixel, previous ? &*previous : nullptr);
+    layer_.Add(point, pixel, site.previous, spot, look_);
   }
 
   /// Once the list has a label it matters only whether there is a next point, and its place need
@@ -254,10 +229,13 @@ class PointListDrawer {
   const int mode_;
   const MarkLook& look_;
   LabelBoxes& boxes_;
-  const PixelRect clip_;
+  LabelLayer& layer_;
   const float metersPerPixel_;  ///< of a logical pixel
   const bool showHidden_;
-  std::optional<Pixel> last_;
+  std::optional<Pixel> last_;  ///< of the last label that was placed
+  const Point* added_ =
+      nullptr;  ///< the last point that was added, which is often the previous one
+  Pixel addedPixel_;
 };
 
 void ForgetLabels(const MapWindow& view) {
@@ -293,57 +271,53 @@ int ModeOfRow(const TrailPanelRow& row) {
 
 }  // namespace
 
-LabelResult PlaceLabel(MapWindow& view, Point& point, const LabelSite& site, Color color,
+PlacedLabel PlaceLabel(const MapWindow& view, Point& point, const LabelSite& site,
                        LabelBoxes& boxes) {
   const std::uint32_t visited = VisitedBit(view);
-  if ((point.flags & visited) != 0) return LabelResult::DrawnEarlier;
+  if ((point.flags & visited) != 0) return {LabelResult::PlacedEarlier, {}};
   const LabelPlace place(view, point, site);
   const bool mayHit = point.markShape != PointMarkNone;
   // What hits without any width hits with one; most labels of a dense map end here.
-  if (!mayHit && boxes.Hits(place.LeftEdge())) return LabelResult::Refused;
-  const PixelRect box = place.Box();
-  if (!mayHit && boxes.Hits(box)) return LabelResult::Refused;
-  if (site.keepBox) boxes.Add(box);
-  DrawLabel(view, place, box, color);
+  if (!mayHit && boxes.Hits(LabelBox(view, place.LeftEnd()))) return {LabelResult::Refused, {}};
+  const LabelSpot spot = place.Spot();
+  if (!mayHit && boxes.Hits(LabelBox(view, spot))) return {LabelResult::Refused, {}};
+  if (site.keepBox) boxes.Add(LabelBox(view, spot));
   point.flags |= visited;
-  return LabelResult::Drawn;
+  return {LabelResult::Placed, spot};
 }
 
 void DrawTrailPoints(MapWindow& view, const std::vector<Point*>& points, int mode,
                      const MarkLook& look, LabelBoxes& boxes) {
-  PointListDrawer(view, mode, look, boxes).Draw(points.begin(), points.end());
+  LabelLayer layer(view);
+  PointListPlacer(view, mode, look, boxes, layer).Place(points.begin(), points.end());
+  layer.Draw();
 }
 
-void DrawTrailPoints(MapWindow& view, const PointList& points, int mode, const MarkLook& look,
-                     LabelBoxes& boxes) {
-  PointListDrawer(view, mode, look, boxes).Draw(points.begin(), points.end());
-}
-
-void DrawLabels(MapWindow& view, const std::vector<ShownTrail>& shown) {
+LabelLayer PlaceLabels(MapWindow& view, const std::vector<ShownTrail>& shown) {
   if (view.longitudeWrap == 0) {
     ForgetLabels(view);
   } else if (view.rotation != 0) {
     ForgetLabelsOutside(view);
   }
-  Canvas* const target = view.target;
-  CoveredCanvas covered(*target, CanvasFont::Label);
-  view.target = &covered;
+  LabelLayer layer(view);
   LabelBoxes boxes;
   const int letterWidth = LetterWidth(view);
   for (const auto& [row, bounds] : shown) {
     if (!row->visible || IsBeyondView(view, bounds)) continue;
     const MarkLook look{row->markStyle, PixelsOfWidth(view, row->trail->width),
                         DrawnColor(row->color), letterWidth};
-    DrawTrailPoints(view, row->trail->points, ModeOfRow(*row), look, boxes);
+    const std::vector<Point*>& points = row->trail->points;
+    PointListPlacer(view, ModeOfRow(*row), look, boxes, layer).Place(points.begin(), points.end());
   }
   for (const Map* map = view.map; map != nullptr; map = map->basis) {
     const MarkLook loose{MarkCircle, 1, ForegroundColor, letterWidth};
-    DrawTrailPoints(view, map->loosePoints, PointModeLoose, loose, boxes);
+    PointListPlacer(view, PointModeLoose, loose, boxes, layer)
+        .Place(map->loosePoints.begin(), map->loosePoints.end());
     const MarkLook nameless{MarkNone, 1, ForegroundColor, letterWidth};
-    DrawTrailPoints(view, map->namelessPoints, PointModeLoose, nameless, boxes);
+    PointListPlacer(view, PointModeLoose, nameless, boxes, layer)
+        .Place(map->namelessPoints.begin(), map->namelessPoints.end());
   }
-  covered.Finish();
-  view.target = target;
+  return layer;
 }
 
 }  // namespace orvane

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "view/label_boxes.h"
+#include "view/label_layer.h"
 #include "view/map_window.h"
 #include "view/point_marks.h"
 #include "view/shown_trails.h"
@@ -23,28 +24,33 @@ enum PointMode {
   PointModeSm3 = 8
 };
 
-/// Draws the names and marks of the points: along the trails whose rows are visible, in the order
+/// Places the names and marks of the points: along the trails whose rows are visible, in the order
 /// of the pane, then of the loose and the nameless points of each map of the chain. A point gets
-/// one label in a pass, whichever lists it stands in. The pass begins with `longitudeWrap` 0; with
-/// another wrap the labels drawn before still count, but for those of a turned view that fell
-/// outside it and show only now.
+/// one label in a pass, however many lists it is in. The pass begins with `longitudeWrap` 0; with
+/// another wrap the labels placed before still count, except those of a turned view that were
+/// outside it and show only now. The font of labels must be the current one.
 /// \param shown  from `ShownTrails`
-void DrawLabels(MapWindow& view, const std::vector<ShownTrail>& shown);
+/// \return what is to be drawn
+LabelLayer PlaceLabels(MapWindow& view, const std::vector<ShownTrail>& shown);
 
-/// Draws the points of one list, of which labels and marks take one colour. The font of labels
+/// Draws the points of one list at once, with labels and marks in one colour. The font of labels
 /// must be the current one.
 /// \param mode   a `PointMode`
 /// \param boxes  the labels that Auto has placed in this pass; Auto adds to them, all avoid them
 void DrawTrailPoints(MapWindow& view, const std::vector<Point*>& points, int mode,
                      const MarkLook& look, LabelBoxes& boxes);
-void DrawTrailPoints(MapWindow& view, const PointList& points, int mode, const MarkLook& look,
-                     LabelBoxes& boxes);
 
 /// What became of a label.
 enum class LabelResult {
-  Refused,       ///< it would lie on a kept label
-  Drawn,         ///< drawn now
-  DrawnEarlier,  ///< the point has its label in this pass already
+  Refused,        ///< it would overlap a kept label
+  Placed,         ///< placed now
+  PlacedEarlier,  ///< the point has its label in this pass already
+};
+
+/// What `PlaceLabel` returns.
+struct PlacedLabel {
+  LabelResult result = LabelResult::Refused;
+  LabelSpot spot;  ///< where the label is drawn, if it was placed now
 };
 
 /// What `PlaceLabel` needs to know about the surroundings of a point.
@@ -57,11 +63,10 @@ struct LabelSite {
   int letterWidth = 0;            ///< from `LetterWidth`
 };
 
-/// Places and draws the label of a named point so that it keeps clear of the line that leads to
-/// it: as a rule to the lower right, before a line's first point and behind its last one. A label
-/// whose box hits a kept one is refused unless the point has a mark of its own.
-/// \param color  of the text
-LabelResult PlaceLabel(MapWindow& view, Point& point, const LabelSite& site, Color color,
+/// Places the label of a named point so that it keeps clear of the line that leads to it: as a rule
+/// to the lower right, before a line's first point and after its last one. A label whose box hits a
+/// kept one is refused unless the point has a mark of its own. Marks the point as labelled.
+PlacedLabel PlaceLabel(const MapWindow& view, Point& point, const LabelSite& site,
                        LabelBoxes& boxes);
 
 }  // namespace orvane

@@ -13,6 +13,9 @@ constexpr std::string_view SizeLetter = "n";
 
 int Sum(int a, int b) { return TruncateToPixel(1.0 * a + b); }
 
+/// The radius of a mark that comes from the list.
+int RadiusOf(const MarkLook& look) { return TruncateToPixel(2.0 * look.letterWidth / 3); }
+
 /// The square of `radius` pixels to each side of a pixel.
 PixelRect Around(Pixel pixel, int radius) {
   return {Sum(pixel.x, -radius), Sum(pixel.y, -radius), Sum(pixel.x, radius) + 1,
@@ -64,6 +67,21 @@ int OwnMarkRadius(const Point& point, int letterWidth) {
   return TruncateToPixel(1.0 * letterWidth * point.markSize / 3);
 }
 
+bool HasMark(const MarkLook& look, const Point& point) {
+  return look.shape != MarkNone || point.markShape != PointMarkNone;
+}
+
+int MarkReach(const MarkLook& look, const Point& point) {
+  const bool own = point.markShape != PointMarkNone;
+  const int radius = own ? OwnMarkRadius(point, look.letterWidth) : RadiusOf(look);
+  // A thin outline of a circle or a square is inside its edge; a wide one is centred on it.
+  if (own || look.shape == MarkCircle || look.shape == MarkRect) {
+    return Sum(radius, look.thickness > 1 ? look.thickness / 2 + 1 : 0);
+  }
+  // Lines are as much longer as they are thick, and their round ends and their sides add half.
+  return Sum(radius, look.thickness + look.thickness / 2 + 1);
+}
+
 void DrawPointMark(Canvas& canvas, const MarkLook& look, const Point& point, Pixel pixel,
                    const Pixel* previous) {
   canvas.SetPen({look.thickness, PenPattern::Solid, look.color});
@@ -71,7 +89,7 @@ void DrawPointMark(Canvas& canvas, const MarkLook& look, const Point& point, Pix
     DrawOwnMark(canvas, look, point, pixel);
     return;
   }
-  const int size = TruncateToPixel(2.0 * look.letterWidth / 3);
+  const int size = RadiusOf(look);
   const int arm = Sum(size, look.thickness - 1);
   const int tick = Sum(size, look.thickness);
   canvas.SetBrush({false, look.color});

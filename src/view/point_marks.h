@@ -27,4 +27,10 @@ void DrawPointMark(Canvas& canvas, const MarkLook& look, const Point& point, Pix
 /// The radius of a point's own mark in pixels.
 int OwnMarkRadius(const Point& point, int letterWidth);
 
+/// True if `DrawPointMark` draws something: the point has a mark of its own, or the list has one.
+bool HasMark(const MarkLook& look, const Point& point);
+
+/// How many pixels to each side of its own pixel a mark may change.
+int MarkReach(const MarkLook& look, const Point& point);
+
 }  // namespace orvane

@@ -149,14 +149,6 @@ Pixel ScreenTransform::ToPixel(const Meters& projected) const {
   return {RoundToPixel(exact.column), RoundToPixel(exact.row)};
 }
 
-int RoundToPixel(double value) { return TruncateToPixel(std::floor(value + 0.5)); }
-
-int TruncateToPixel(double value) {
-  if (std::isnan(value)) return 0;
-  return static_cast<int>(
-      std::clamp(value, static_cast<double>(-LargestPixel), static_cast<double>(LargestPixel)));
-}
-
 Pixel MapToScreen(const MapWindow& view, const LatLon& place) {
   return ScreenTransform(view).ToPixel(place);
 }

@@ -2,6 +2,7 @@
 
 #include "view/map_window.h"
 
+#include <cmath>
 #include <string>
 
 namespace orvane {
@@ -57,10 +58,15 @@ class ScreenTransform {
   double sine_;
 };
 
-/// Rounds by floor(v + 0.5) to a pixel within +-`LargestPixel`; 0 for what is no number.
-int RoundToPixel(double value);
-/// Cuts the fraction off, within the same bounds.
-int TruncateToPixel(double value);
+/// Cuts the fraction off and brings the value within +-`LargestPixel`; 0 for a value that is not a
+/// number.
+inline int TruncateToPixel(double value) {
+  if (value >= -LargestPixel && value <= LargestPixel) return static_cast<int>(value);
+  if (std::isnan(value)) return 0;
+  return value > 0 ? LargestPixel : -LargestPixel;
+}
+/// Rounds by floor(v + 0.5), within the same bounds.
+inline int RoundToPixel(double value) { return TruncateToPixel(std::floor(value + 0.5)); }
 
 /// The place under a pixel; `longitudeWrap` does not enter and the longitude may lie beyond 180.
 /// No altitude.

@@ -73,6 +73,11 @@ class RecordingCanvas : public Canvas {
     ++widthsAsked;
     return static_cast<int>(text.size()) * LetterWidth;
   }
+  /// The line from its top to its foot.
+  PixelRect TextExtent(std::string_view text) const override {
+    return {0, -LabelAscent, static_cast<int>(text.size()) * LetterWidth,
+            LabelHeight - LabelAscent};
+  }
   int Ascent(CanvasFont font) const override {
     return font == CanvasFont::Small ? SmallAscent : LabelAscent;
   }

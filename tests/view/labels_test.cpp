@@ -16,13 +16,8 @@ using Lines = std::vector<std::string>;
 // The fonts of the recording canvas: ascents 8 and 9, heights 10 and 12, letters 6 wide. A label
 // that nothing moves stands 4 right of its point and 4 below.
 
-/// Where the label of "abc" stands when its point is at (100, 100).
-struct Placed {
-  Pixel text;
-  LabelResult result;
-};
-
-Placed PlaceAt100(const LabelSite& around, int markSize = 0) {
+/// The baseline of the label of "abc" when its point is at (100, 100).
+Pixel PlaceAt100(const LabelSite& around, int markSize = 0) {
   ViewCase c;
   Point& point = c.Add("abc", 0, 0);
   if (markSize > 0) {
@@ -33,17 +28,16 @@ Placed PlaceAt100(const LabelSite& around, int markSize = 0) {
   site.pixel = {100, 100};
   site.letterWidth = 6;
   LabelBoxes boxes;
-  const LabelResult result = PlaceLabel(c.view, point, site, 0, boxes);
-  Pixel at;
-  const Lines texts = c.canvas.Having("text");
-  if (!texts.empty()) std::sscanf(texts[0].c_str(), "text %d,%d", &at.x, &at.y);
-  return {at, result};
+  const PlacedLabel placed = PlaceLabel(c.view, point, site, boxes);
+  EXPECT_EQ(placed.result, LabelResult::Placed);
+  EXPECT_EQ(placed.spot.width, 18);
+  return placed.spot.baseline;
 }
 
 void ExpectAt(const LabelSite& around, int x, int y, int markSize = 0) {
-  const Placed placed = PlaceAt100(around, markSize);
-  EXPECT_EQ(placed.text.x, 100 + x);
-  EXPECT_EQ(placed.text.y, 100 + y);
+  const Pixel placed = PlaceAt100(around, markSize);
+  EXPECT_EQ(placed.x, 100 + x);
+  EXPECT_EQ(placed.y, 100 + y);
 }
 
 LabelSite Previous(int x, int y) {
@@ -131,18 +125,6 @@ TEST(PlaceLabel, InTheMiddleOfALabelledListOnlyThePreviousPointCounts) {
   ExpectAt(site, 4, 4);
 }
 
-TEST(PlaceLabel, ClearsTheBoxAndWritesOnIt) {
-  ViewCase c;
-  c.view.background = 0xFFFFEE;
-  Point& point = c.Add("  abc ", 0, 0);  // leading blanks are left out, others are not
-  LabelSite site;
-  site.pixel = {100, 100};
-  LabelBoxes boxes;
-  PlaceLabel(c.view, point, site, 0x334455, boxes);
-  EXPECT_EQ(c.canvas.Lines(), (Lines{"pen 0 hollow ffffee", "brush solid ffffee",
-                                     "rect 104,97 128,104", "fore 334455", "text 104,104 abc "}));
-}
-
 TEST(PlaceLabel, RefusesABoxThatHitsAKeptOne) {
   ViewCase c;
   LabelBoxes boxes;
@@ -150,15 +132,15 @@ TEST(PlaceLabel, RefusesABoxThatHitsAKeptOne) {
   site.keepBox = true;
   site.pixel = {100, 100};
   Point& first = c.Add("abc", 0, 0);
-  EXPECT_EQ(PlaceLabel(c.view, first, site, 0, boxes), LabelResult::Drawn);
+  EXPECT_EQ(PlaceLabel(c.view, first, site, boxes).result, LabelResult::Placed);
   site.pixel = {118, 100};  // its box begins where the first one ends
-  EXPECT_EQ(PlaceLabel(c.view, c.Add("def", 0, 0), site, 0, boxes), LabelResult::Drawn);
+  EXPECT_EQ(PlaceLabel(c.view, c.Add("def", 0, 0), site, boxes).result, LabelResult::Placed);
   site.pixel = {100, 109};  // one row too high
   Point& third = c.Add("ghi", 0, 0);
-  EXPECT_EQ(PlaceLabel(c.view, third, site, 0, boxes), LabelResult::Refused);
+  EXPECT_EQ(PlaceLabel(c.view, third, site, boxes).result, LabelResult::Refused);
   EXPECT_EQ(third.flags & PointVisited, 0U);
   third.markShape = PointMarkSquare;
-  EXPECT_EQ(PlaceLabel(c.view, third, site, 0, boxes), LabelResult::Drawn);
+  EXPECT_EQ(PlaceLabel(c.view, third, site, boxes).result, LabelResult::Placed);
 }
 
 TEST(PlaceLabel, APointIsLabelledOnceInAPassOfEachKind) {
@@ -166,11 +148,11 @@ TEST(PlaceLabel, APointIsLabelledOnceInAPassOfEachKind) {
   LabelBoxes boxes;
   LabelSite site;
   Point& point = c.Add("abc", 0, 0);
-  EXPECT_EQ(PlaceLabel(c.view, point, site, 0, boxes), LabelResult::Drawn);
-  EXPECT_EQ(PlaceLabel(c.view, point, site, 0, boxes), LabelResult::DrawnEarlier);
+  EXPECT_EQ(PlaceLabel(c.view, point, site, boxes).result, LabelResult::Placed);
+  EXPECT_EQ(PlaceLabel(c.view, point, site, boxes).result, LabelResult::PlacedEarlier);
   c.view.flags |= MapWindowPrint;
-  EXPECT_EQ(PlaceLabel(c.view, point, site, 0, boxes), LabelResult::Drawn);
-  EXPECT_EQ(PlaceLabel(c.view, point, site, 0, boxes), LabelResult::DrawnEarlier);
+  EXPECT_EQ(PlaceLabel(c.view, point, site, boxes).result, LabelResult::Placed);
+  EXPECT_EQ(PlaceLabel(c.view, point, site, boxes).result, LabelResult::PlacedEarlier);
   EXPECT_EQ(point.flags & PointVisited, std::uint32_t{PointVisited});
   EXPECT_EQ(point.flags & PointVisitedPrint, std::uint32_t{PointVisitedPrint});
 }
@@ -181,7 +163,7 @@ TEST(PlaceLabel, AsksForNoWidthOfALabelThatIsRefusedAnyway) {
   boxes.Add({0, 0, 300, 300});
   LabelSite site;
   site.pixel = {100, 100};
-  EXPECT_EQ(PlaceLabel(c.view, c.Add("abc", 0, 0), site, 0, boxes), LabelResult::Refused);
+  EXPECT_EQ(PlaceLabel(c.view, c.Add("abc", 0, 0), site, boxes).result, LabelResult::Refused);
   EXPECT_EQ(c.canvas.widthsAsked, 0);
 }
 
@@ -328,14 +310,14 @@ TEST(DrawTrailPoints, PointsWithoutAPlaceAreSkipped) {
             "a");
 }
 
-/// The rows of a case drawn by `DrawLabels`.
+/// The rows of a case drawn by `PlaceLabels`.
 void DrawRows(ViewCase& c) {
   BuildTrailRows(c.view);
   c.canvas.Forget();
-  DrawLabels(c.view, ShownTrails(c.view));
+  PlaceLabels(c.view, ShownTrails(c.view)).Draw();
 }
 
-TEST(DrawLabels, APointOnTwoTrailsHasOneLabelAndTheMarkOfEach) {
+TEST(PlaceLabels, APointOnTwoTrailsHasOneLabelAndTheMarkOfEach) {
   ViewCase c;
   Point& shared = c.Add("shared", 0, 0);
   c.AddTrail("one", {&shared}).markStyle = MarkCircle;
@@ -346,7 +328,7 @@ TEST(DrawLabels, APointOnTwoTrailsHasOneLabelAndTheMarkOfEach) {
   EXPECT_EQ(c.canvas.Count("line"), 2);
 }
 
-TEST(DrawLabels, LabelsTakeTheColourOfTheirRow) {
+TEST(PlaceLabels, LabelsTakeTheColourOfTheirRow) {
   ViewCase c;
   c.AddTrail("t", {&c.Add("a", 0, 0)}).width = 3;
   c.map.trails.front().markStyle = MarkPlus;
@@ -355,16 +337,16 @@ TEST(DrawLabels, LabelsTakeTheColourOfTheirRow) {
   EXPECT_EQ(c.canvas.Having("pen").back(), "pen 3 solid 112233");
 }
 
-TEST(DrawLabels, ARowWithoutModeShowsAuto) {
+TEST(PlaceLabels, ARowWithoutModeShowsAuto) {
   ViewCase c;
   c.AddTrail("t", {&c.Add("aaa", 0, 0), &c.Add("bbb", -1, -2)});
   BuildTrailRows(c.view);
   c.view.trailViews.front().children.front().labelMode = LabelUnset;
-  DrawLabels(c.view, ShownTrails(c.view));
+  PlaceLabels(c.view, ShownTrails(c.view)).Draw();
   EXPECT_EQ(Names(c.canvas), "aaa");
 }
 
-TEST(DrawLabels, HiddenRowsHaveNoLabels) {
+TEST(PlaceLabels, HiddenRowsHaveNoLabels) {
   ViewCase c;
   c.AddTrail("t", {&c.Add("a", 0, 0)}).flags |= TrailHidden;
   c.view.selectedTrail = &c.map.trails.front();
@@ -372,7 +354,7 @@ TEST(DrawLabels, HiddenRowsHaveNoLabels) {
   EXPECT_EQ(Names(c.canvas), "");
 }
 
-TEST(DrawLabels, LoosePointsHaveNameAndCircleNamelessOnesTheirMarkAlone) {
+TEST(PlaceLabels, LoosePointsHaveNameAndCircleNamelessOnesTheirMarkAlone) {
   ViewCase c;
   c.map.loosePoints.push_front(&c.Add("loose", 50, 0));
   Point& marked = c.Add("", -50, 0);
@@ -388,7 +370,7 @@ TEST(DrawLabels, LoosePointsHaveNameAndCircleNamelessOnesTheirMarkAlone) {
   EXPECT_EQ(c.canvas.Having("pen").back(), "pen 1 solid 7000000");
 }
 
-TEST(DrawLabels, LoosePointsOfTheWholeChainAreDrawn) {
+TEST(PlaceLabels, LoosePointsOfTheWholeChainAreDrawn) {
   ViewCase c;
   Map& upper = MakeMap(c.workspace, "upper.map");
   upper.basis = &c.map;
@@ -399,7 +381,7 @@ TEST(DrawLabels, LoosePointsOfTheWholeChainAreDrawn) {
   EXPECT_EQ(Names(c.canvas), "upper lower");
 }
 
-TEST(DrawLabels, EachPassStartsAnewButNotUnderAWrap) {
+TEST(PlaceLabels, EachPassStartsAnewButNotUnderAWrap) {
   ViewCase c;
   c.map.loosePoints.push_front(&c.Add("a", 0, 0));
   DrawRows(c);
@@ -412,7 +394,7 @@ TEST(DrawLabels, EachPassStartsAnewButNotUnderAWrap) {
   EXPECT_EQ(Names(c.canvas), "");
 }
 
-TEST(DrawLabels, AutoNeverLetsTwoLabelsMeet) {
+TEST(PlaceLabels, AutoNeverLetsTwoLabelsMeet) {
   constexpr std::uint64_t Seed = 6;
   Dice dice(Seed);
   for (int round = 0; round < 20; ++round) {

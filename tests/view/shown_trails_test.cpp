@@ -84,7 +84,7 @@ TEST(IsBeyondView, ChangesNoDrawing) {
       for (Trail& trail : c.map.trails) {
         for (Point* point : trail.points) point->flags &= ~std::uint32_t{PointVisited};
       }
-      DrawLabels(c.view, shown);
+      PlaceLabels(c.view, shown).Draw();
       std::string drawn;
       for (const std::string& line : c.canvas.Lines()) {
         // A pen that is set for nothing draws nothing.

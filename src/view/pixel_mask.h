@@ -1,0 +1,49 @@
+#pragma once
+
+#include "view/canvas.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace orvane {
+
+/// The pixels that two rectangles have in common; right is left or less if there are none.
+inline PixelRect CommonRect(const PixelRect& a, const PixelRect& b) {
+  return {std::max(a.left, b.left), std::max(a.top, b.top), std::min(a.right, b.right),
+          std::min(a.bottom, b.bottom)};
+}
+
+/// The smallest rectangle around two others.
+inline PixelRect RectAround(const PixelRect& a, const PixelRect& b) {
+  return {std::min(a.left, b.left), std::min(a.top, b.top), std::max(a.right, b.right),
+          std::max(a.bottom, b.bottom)};
+}
+
+/// A set of pixels of a rectangle, a bit each. What lies outside the rectangle is ignored.
+class PixelMask {
+ public:
+  explicit PixelMask(const PixelRect& area);
+
+  void Add(const PixelRect& rect);
+  /// True if `rect` meets the area, and each pixel of it there is in the set.
+  bool HasAll(const PixelRect& rect) const;
+  /// True if any pixel of `rect` is in the set.
+  bool HasAny(const PixelRect& rect) const;
+  /// The smallest range of columns with every pixel of `rect` that is in the area but not in the
+  /// set; empty if there is none.
+  PixelColumns MissingColumns(const PixelRect& rect) const;
+
+ private:
+  /// Calls `visit` with the index of each word that the rectangle touches, and the bits that it
+  /// touches, until `visit` returns false. \return false then
+  template <typename Visit>
+  bool VisitWords(const PixelRect& rect, Visit visit) const;
+
+  PixelRect area_;
+  int wordsOfRow_;
+  std::vector<std::uint64_t> words_;
+};
+
+}  // namespace orvane
