@@ -174,7 +174,7 @@ class Raster {
   void Fill(const PixelRect& rect, int color) {
     for (int y = std::max(0, rect.top); y < std::min(Size, rect.bottom); ++y) {
       for (int x = std::max(0, rect.left); x < std::min(Size, rect.right); ++x) {
-        pixels_[static_cast<size_t>(y * Size + x)] = color;
+        pixels_[static_cast<size_t>(y) * Size + static_cast<size_t>(x)] = color;
       }
     }
   }

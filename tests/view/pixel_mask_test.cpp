@@ -59,7 +59,7 @@ TEST(PixelMask, AgreesWithPixelsCountedOneByOne) {
     if (round % 8 == 0) mask.Add(added);
     for (int y = added.top; round % 8 == 0 && y < added.bottom; ++y) {
       for (int x = added.left; x < added.right; ++x) {
-        pixels[static_cast<size_t>(y * Width + x)] = true;
+        pixels[static_cast<size_t>(y) * Width + static_cast<size_t>(x)] = true;
       }
     }
     const PixelRect asked = randomRect();
@@ -69,7 +69,7 @@ TEST(PixelMask, AgreesWithPixelsCountedOneByOne) {
     for (int y = inside.top; y < inside.bottom; ++y) {
       for (int x = inside.left; x < inside.right; ++x) {
         ++count;
-        known += pixels[static_cast<size_t>(y * Width + x)] ? 1 : 0;
+        known += pixels[static_cast<size_t>(y) * Width + static_cast<size_t>(x)] ? 1 : 0;
       }
     }
     EXPECT_EQ(mask.HasAll(asked), count > 0 && known == count) << round;
