@@ -9,9 +9,9 @@
 #include "elevation/profile_view.h"
 #include "fuzzed_map.h"
 #include "output/geojson.h"
-#include "panels/point_index.h"
-#include "panels/range_stats.h"
-#include "panels/trail_summary.h"
+#include "reports/point_index.h"
+#include "reports/range_stats.h"
+#include "reports/trail_summary.h"
 #include "trails/checks.h"
 #include "trails/metrics.h"
 

@@ -1,4 +1,4 @@
-#include "panels/trail_summary.h"
+#include "reports/trail_summary.h"
 
 #include "base/dates.h"
 #include "base/messages.h"

@@ -1,4 +1,4 @@
-#include "panels/range_stats.h"
+#include "reports/range_stats.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>

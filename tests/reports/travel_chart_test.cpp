@@ -1,4 +1,4 @@
-#include "panels/travel_chart.h"
+#include "reports/travel_chart.h"
 
 #include "support/recording_canvas.h"
 
@@ -239,7 +239,7 @@ TEST_F(TravelChartTest, DrawsAsItAlwaysDid) {
   Give(10 * 12, 40);
   Give(17 * 12 + 6, 8);
   Draw(30);
-  std::ifstream file(PANELS_GOLDEN_DIR "/chart.txt", std::ios::binary);
+  std::ifstream file(REPORTS_GOLDEN_DIR "/chart.txt", std::ios::binary);
   const std::string expected{std::istreambuf_iterator<char>(file), {}};
   EXPECT_EQ(canvas.Text(), expected);
 }

@@ -1,4 +1,4 @@
-#include "panels/point_index.h"
+#include "reports/point_index.h"
 
 #include "base/number_text.h"
 #include "base/text.h"

@@ -1,4 +1,4 @@
-#include "panels/travel_chart.h"
+#include "reports/travel_chart.h"
 
 #include "base/number_text.h"
 

@@ -1,4 +1,4 @@
-#include "panels/point_index.h"
+#include "reports/point_index.h"
 
 #include "base/messages.h"
 #include "geo/earth.h"

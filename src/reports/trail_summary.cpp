@@ -1,4 +1,4 @@
-#include "panels/trail_summary.h"
+#include "reports/trail_summary.h"
 
 #include "base/number_text.h"
 #include "geo/angle_text.h"
