@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <deque>
 #include <forward_list>
+#include <list>
 #include <memory>
 #include <optional>
 #include <string>
@@ -254,7 +255,7 @@ struct GeoBounds {
 /// Owns the new vertices of an operation: crossings of two rings, and the corners of offset hulls.
 /// Keep it as long as the ring: the addresses are valid until it is destroyed.
 struct ScratchPoints {
-  std::deque<Point> store;
+  std::list<Point> store;  ///< most rings need none, and an empty list takes no memory
 
   /// Makes a nameless point of no map, flagged `PointScratch`.
   /// \param place  its coordinates in the current plane; `geo` stays 0

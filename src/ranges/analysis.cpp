@@ -57,6 +57,21 @@ void AnalyzeWithoutClusters(Range& range, Map& map) {
   ReturnToAbsolutePlane(range);
 }
 
+/// Intersects each range with those after it. Copies the boxes next to each other, because each
+/// pair is a test of two boxes, and few of them meet on a large site.
+void IntersectAllPairs(Map& map, const std::vector<Range*>& ranges, ProgressSteps& steps) {
+  std::vector<GeoBounds> boxes;
+  boxes.reserve(ranges.size());
+  for (const Range* range : ranges) boxes.push_back(*range);
+  OverlapMaker overlaps(map);
+  for (size_t i = 0; i < ranges.size(); ++i) {
+    for (size_t j = i + 1; j < ranges.size(); ++j) {
+      if (!steps.Next()) return;
+      if (BoundsOverlap(boxes[i], boxes[j])) overlaps.Intersect(*ranges[i], *ranges[j]);
+    }
+  }
+}
+
 }  // namespace
 
 void ClearRangeAnalysis(Range& range) {
@@ -93,12 +108,7 @@ void AnalyzeAllRanges(Map& map) {
   ClusterRanges(ranges, map.workspace->messages, progress);
   if (IsCancelled(progress)) return;
   map.intersections.clear();
-  for (auto first = map.ranges.begin(); first != map.ranges.end(); ++first) {
-    for (auto later = std::next(first); later != map.ranges.end(); ++later) {
-      if (!steps.Next()) return;
-      IntersectRanges(*first, *later, map.intersections, map.workspace->messages);
-    }
-  }
+  IntersectAllPairs(map, ranges, steps);
 }
 
 void AnalyzeOneRange(Range& range, Map& map) {
@@ -106,10 +116,9 @@ void AnalyzeOneRange(Range& range, Map& map) {
   map.intersections.remove_if([&](const RangeIntersection& record) {
     return record.a.range == &range || record.b.range == &range;
   });
+  OverlapMaker overlaps(map);
   for (Range& other : map.ranges) {
-    if (&other != &range) {
-      IntersectRanges(range, other, map.intersections, map.workspace->messages);
-    }
+    if (&other != &range && BoundsOverlap(range, other)) overlaps.Intersect(range, other);
   }
 }
 

@@ -322,11 +322,11 @@ Poly IntersectHulls(Range& a, Range& b, ScratchPoints& scratch, Messages& messag
   return polygon;
 }
 
-void IntersectRanges(Range& a, Range& b, std::forward_list<RangeIntersection>& list,
+bool IntersectRanges(Range& a, Range& b, std::forward_list<RangeIntersection>& list,
                      Messages& messages) {
   ScratchPoints scratch;
   const Poly polygon = IntersectHulls(a, b, scratch, messages);
-  if (polygon.empty()) return;
+  if (polygon.empty()) return false;
   RangeIntersection& record = list.emplace_front();
   record.scratch = std::move(scratch);
   record.polygon = polygon;
@@ -343,6 +343,35 @@ void IntersectRanges(Range& a, Range& b, std::forward_list<RangeIntersection>& l
   record.area = PolygonArea(record.polygon);
   ProjectPoints(record.polygon, 0, 0);
   FillShares(record, messages);
+  return true;
+}
+
+OverlapMaker::OverlapMaker(Map& map, size_t most) : map_(map), left_(most) {
+  for (const RangeIntersection& record : map.intersections) Count(record);
+}
+
+void OverlapMaker::Intersect(Range& a, Range& b) {
+  if (left_ > 0) {
+    if (IntersectRanges(a, b, map_.intersections, map_.workspace->messages)) {
+      Count(map_.intersections.front());
+    }
+    return;
+  }
+  if (full_) return;
+  ScratchPoints scratch;
+  if (IntersectHulls(a, b, scratch, map_.workspace->messages).empty()) return;
+  full_ = true;
+  NoteError(map_.workspace->messages,
+            "The ranges overlap too often: overlaps of %s with later ranges are left out",
+            {a.name ? std::string_view(*a.name) : "<nameless range>"});
+}
+
+void OverlapMaker::Count(const RangeIntersection& record) {
+  const size_t bytes = sizeof record + record.name.capacity() +
+                       record.polygon.size() * sizeof(Point*) +
+                       record.scratch.store.size() * sizeof(Point) +
+                       (record.a.cells.size() + record.b.cells.size()) * sizeof(RangeCell);
+  left_ -= std::min(left_, bytes);
 }
 
 void IntersectTrailWithRanges(Map& map, Trail& trail, std::forward_list<TrailRangeOverlap>& list) {

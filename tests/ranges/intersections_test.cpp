@@ -12,6 +12,7 @@
 #include <gtest/gtest.h>
 #include <limits>
 #include <map>
+#include <random>
 #include <utility>
 
 namespace orvane {
@@ -596,6 +597,101 @@ TEST_F(TrailOverlapsTest, AreNoneForTrailsWithoutAnArea) {
   plot.points.resize(2);
   IntersectTrailWithRanges(map, plot, list);
   EXPECT_TRUE(list.empty());
+}
+
+/// Ranges at random places in a map with a grid; equal seeds make equal maps.
+struct RandomRanges : RangeCase {
+  explicit RandomRanges(unsigned seed) {
+    std::mt19937 random(seed);
+    const auto below = [&](unsigned n) { return static_cast<double>(random() % n); };
+    AddGrid(50, 2000, 0);
+    for (int i = 0; i < 25; ++i) {
+      const std::string type = "A" + std::to_string(i);
+      AddSquare(type, below(2000), below(2000), 50 + below(600), 1 + static_cast<int>(below(30)));
+      AddRangeOf(type);
+    }
+  }
+};
+
+TEST(AnalyzeAllRanges, FindsTheOverlapsOfEveryPairOfRanges) {
+  for (unsigned seed = 1; seed <= 5; ++seed) {
+    RandomRanges found(seed);
+    AnalyzeAllRanges(found.map);
+    // The twin tries all pairs, whether their boxes meet or not.
+    RandomRanges twin(seed);
+    for (Range& range : twin.map.ranges) AnalyzeRange(range, twin.map);
+    auto& expected = twin.map.intersections;
+    for (auto a = twin.map.ranges.begin(); a != twin.map.ranges.end(); ++a) {
+      for (auto b = std::next(a); b != twin.map.ranges.end(); ++b) {
+        IntersectRanges(*a, *b, expected, twin.messages);
+      }
+    }
+    const auto length = [](const auto& list) { return std::distance(list.begin(), list.end()); };
+    ASSERT_EQ(length(found.map.intersections), length(expected)) << seed;
+    EXPECT_GT(length(expected), 20) << seed;
+    auto record = found.map.intersections.begin();
+    for (const RangeIntersection& other : expected) {
+      EXPECT_EQ(record->name, other.name) << seed;
+      EXPECT_EQ(record->area, other.area) << seed;
+      EXPECT_EQ(record->a.timeShare, other.a.timeShare) << seed;
+      EXPECT_EQ(record->b.cellShare, other.b.cellShare) << seed;
+      EXPECT_EQ(record->b.beyond.minutes, other.b.beyond.minutes) << seed;
+      ++record;
+    }
+  }
+}
+
+struct OverlapMakerTest : testing::Test, RangeCase {
+  std::vector<Range*> ranges;
+
+  /// Ranges that all overlap, each analysed.
+  void AddRanges(int count) {
+    for (int i = 0; i < count; ++i) {
+      const std::string type = "A" + std::to_string(i);
+      AddSquare(type, 50 * i, 50 * i, 800);
+      ranges.push_back(&AddRangeOf(type));
+      AnalyzeRange(*ranges.back(), map);
+    }
+  }
+  long Overlaps() const {
+    return std::distance(map.intersections.begin(), map.intersections.end());
+  }
+};
+
+TEST_F(OverlapMakerTest, LeavesOutWhatGoesBeyondItsBoundAndSaysSoOnce) {
+  AddRanges(4);
+  constexpr size_t ForOne = sizeof(RangeIntersection) + 1;
+  OverlapMaker overlaps(map, ForOne);
+  for (size_t i = 0; i < ranges.size(); ++i) {
+    for (size_t j = i + 1; j < ranges.size(); ++j) overlaps.Intersect(*ranges[i], *ranges[j]);
+  }
+  EXPECT_EQ(Overlaps(), 1);  // its corners take the byte that is left
+  EXPECT_EQ(map.intersections.front().name, "Intersection of A0 and A1");
+  EXPECT_EQ(Said(), std::vector<std::string>{"The ranges overlap too often: overlaps of A0 with "
+                                             "later ranges are left out"});
+}
+
+TEST_F(OverlapMakerTest, CountsTheOverlapsThatTheMapHas) {
+  AddRanges(3);
+  OverlapMaker(map).Intersect(*ranges[0], *ranges[1]);
+  ASSERT_EQ(Overlaps(), 1);
+  OverlapMaker(map, sizeof(RangeIntersection)).Intersect(*ranges[0], *ranges[2]);
+  EXPECT_EQ(Overlaps(), 1);
+  OverlapMaker(map, 100 * sizeof(RangeIntersection)).Intersect(*ranges[0], *ranges[2]);
+  EXPECT_EQ(Overlaps(), 2);
+}
+
+TEST_F(OverlapMakerTest, SaysNothingIfWhatIsLeftOutDoesNotOverlap) {
+  // The boxes of two triangles meet, their hulls do not.
+  AddFollow("A", 0, {{0, 0, 480, 5}, {100, 0, 490, 5}, {0, 100, 500, 5}});
+  AddFollow("B", 0, {{100, 100, 480, 5}, {100, 60, 490, 5}, {60, 100, 500, 5}});
+  Range& a = AddRangeOf("A");
+  Range& b = AddRangeOf("B");
+  AnalyzeRange(a, map);
+  AnalyzeRange(b, map);
+  ASSERT_TRUE(BoundsOverlap(a, b));
+  OverlapMaker(map, 0).Intersect(a, b);
+  EXPECT_TRUE(Said().empty());
 }
 
 }  // namespace
