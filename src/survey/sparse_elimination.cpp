@@ -8,6 +8,7 @@
 #include <atomic>
 #include <cmath>
 #include <cstring>
+#include <memory>
 #include <optional>
 
 // elimination.cpp explains the method. Here the pivot rows come first, each computed from the rows
@@ -183,103 +184,163 @@ void ScaleValues(double factor, double* values, size_t count) {
   for (; j < count; ++j) values[j] *= factor;
 }
 
-/// values = values - f * pivotRow.
+/// values = r * values - f * pivotRow.
 ORVANE_FOR_EACH_PROCESSOR
-void SubtractRow(double f, const double* pivotRow, double* values, size_t count) {
-  size_t j = 0;
-  for (; j + Lanes <= count; j += Lanes) {
+void EliminateRow(double r, double f, const double* pivotRow, double* values, size_t count) {
+  for (size_t j = 0; j < count; j += Lanes) {
     LaneVector lanes;
     LaneVector row;
     std::memcpy(&lanes, values + j, sizeof(lanes));
     std::memcpy(&row, pivotRow + j, sizeof(row));
-    lanes = lanes - row * f;
+    lanes = lanes * r - row * f;
     std::memcpy(values + j, &lanes, sizeof(lanes));
   }
-  for (; j < count; ++j) values[j] -= f * pivotRow[j];
 }
 
-/// Computes the pivot rows from top to bottom, each in a dense work row with only the columns that
-/// the row uses.
+/// Some work rows of one width, each at a multiple of the lanes.
+class WorkRows {
+ public:
+  /// Makes all rows 0.
+  void Reset(size_t rows, size_t width) {
+    width_ = (width + Lanes - 1) / Lanes * Lanes;
+    cells_.assign(rows * width_ + Lanes, 0);
+    void* start = cells_.data();
+    size_t space = cells_.size() * sizeof(double);
+    first_ = static_cast<double*>(std::align(sizeof(LaneVector), width_, start, space));
+  }
+  size_t Width() const { return width_; }
+  double* Row(size_t row) { return first_ + row * width_; }
+
+ private:
+  size_t width_ = 0;
+  std::vector<double> cells_;
+  double* first_ = nullptr;
+};
+
+/// Computes the pivot rows from top to bottom, a block of rows at a time. The rows of a block are
+/// dense, with all columns that one of them uses: the pivot rows above are spread over these columns
+/// once for all rows of the block. Each value still goes through the same steps in the same order.
 class PivotRowMaker {
  public:
   PivotRowMaker(const NormalSystem& system, const Patterns& patterns)
-      : system_(system), patterns_(patterns), place_(patterns.Size() + patterns.Sides()) {}
+      : system_(system), patterns_(patterns), place_(patterns.Size() + patterns.Sides(), -1) {}
 
   /// \return nothing if a pivot was 0 or the work was cancelled
   std::optional<PivotRows> Compute() {
     ProgressSteps steps(system_.progress, WorkStage::Solving, 2 * patterns_.Size(), RowsOfStep);
     rows_.values.resize(patterns_.Values());
     rows_.pivots.resize(patterns_.Size());
-    for (size_t k = 0; k < patterns_.Size(); ++k) {
-      if (!steps.Next(k)) return std::nullopt;
-      Load(k);
-      const std::span<const int> above = patterns_.RowsAbove(k);
-      double growth = 1;
-      for (size_t a = 0; a < above.size(); ++a) Eliminate(Index(above[a]), a, growth);
-      if (!Keep(k)) return std::nullopt;
+    for (size_t first = 0; first < patterns_.Size(); first += BlockRows) {
+      LayOut(first, std::min(first + BlockRows, patterns_.Size()));
+      for (size_t k = begin_; k < end_; ++k) Load(k);
+      for (size_t a = 0; a < above_; ++a) EliminateAbove(a);
+      for (size_t k = begin_; k < end_; ++k) {
+        if (!steps.Next(k)) return std::nullopt;
+        for (size_t i = begin_; i < k; ++i) Eliminate(k, i, PlaceOf(i), work_.Row(i - begin_));
+        if (!Keep(k)) return std::nullopt;
+      }
+      for (const int column : columns_) place_[Index(column)] = -1;
     }
     return std::move(rows_);
   }
 
  private:
-  /// Lays out the work row: the rows above, the diagonal, then the columns right of it.
+  static constexpr size_t BlockRows = 16;
+
+  size_t PlaceOf(size_t column) const { return Index(place_[column]); }
+
+  /// Finds the columns of a block: the pivots above it, its own rows, then the columns right of it.
+  void LayOut(size_t begin, size_t end) {
+    begin_ = begin;
+    end_ = end;
+    columns_.clear();
+    const auto take = [&](int column) {
+      if (place_[Index(column)] >= 0) return;
+      place_[Index(column)] = 0;
+      columns_.push_back(column);
+    };
+    for (size_t k = begin; k < end; ++k) {
+      take(static_cast<int>(k));
+      for (const int column : patterns_.RowsAbove(k)) take(column);
+      for (const int column : patterns_.Columns(k)) take(column);
+    }
+    std::sort(columns_.begin(), columns_.end());
+    for (size_t place = 0; place < columns_.size(); ++place) {
+      place_[Index(columns_[place])] = static_cast<int>(place);
+    }
+    above_ = PlaceOf(begin);
+    work_.Reset(end - begin, columns_.size());
+    spread_.Reset(1, columns_.size());
+    growth_.fill(1);
+  }
+
   void Load(size_t k) {
-    int place = 0;
-    for (const int column : patterns_.RowsAbove(k)) place_[Index(column)] = place++;
-    place_[k] = place++;
-    for (const int column : patterns_.Columns(k)) place_[Index(column)] = place++;
-    work_.assign(Index(place), 0);
+    double* work = work_.Row(k - begin_);
     for (const MatrixEntry& entry : patterns_.Entries(k)) {
-      work_[Index(place_[Index(entry.column)])] = entry.value;
+      work[PlaceOf(Index(entry.column))] = entry.value;
     }
     for (size_t side = 0; side < patterns_.Sides(); ++side) {
-      work_[work_.size() - patterns_.Sides() + side] = system_.rightSides[side][k];
+      work[PlaceOf(patterns_.Size() + side)] = system_.rightSides[side][k];
     }
   }
 
-  void Eliminate(size_t i, size_t a, double& growth) {
-    const double f = work_[a];
+  /// Eliminates the pivot at place `a`, which is above the block, from all rows of the block.
+  void EliminateAbove(size_t a) {
+    const size_t i = Index(columns_[a]);
+    const auto uses = [&](size_t k) { return work_.Row(k - begin_)[a] != 0; };
+    size_t k = begin_;
+    while (k < end_ && !uses(k)) ++k;
+    if (k == end_) return;
+    double* row = spread_.Row(0);
+    const double* values = rows_.values.data() + patterns_.Start(i);
+    for (const int column : patterns_.Columns(i)) row[PlaceOf(Index(column))] = *values++;
+    for (; k < end_; ++k) Eliminate(k, i, a, row);
+    std::fill(row + a, row + spread_.Width(), 0);
+  }
+
+  /// \param a         the place of pivot `i`
+  /// \param pivotRow  its values by place, 0 where it has none
+  void Eliminate(size_t k, size_t i, size_t a, const double* pivotRow) {
+    double* work = work_.Row(k - begin_);
+    const double f = work[a];
     if (f == 0) return;
+    // From the beginning of a group of lanes on: the places before are not used any more.
+    const size_t from = (a + 1) / Lanes * Lanes;
     const double r = rows_.pivots[i];
-    ScaleValues(r, work_.data() + a + 1, work_.size() - a - 1);
-    Subtract(i, f);
+    EliminateRow(r, f, pivotRow + from, work + from, work_.Width() - from);
+    double& growth = growth_[k - begin_];
     growth *= r;
     if (growth > GrownTooFar) {
-      ScaleValues(ScaleBack, work_.data() + a + 1, work_.size() - a - 1);
+      ScaleValues(ScaleBack, work + from, work_.Width() - from);
       growth *= ScaleBack;
     }
   }
 
-  /// From some column on the pivot row has all columns of the work row, mostly from early on.
-  void Subtract(size_t i, double f) {
-    const std::span<const int> columns = patterns_.Columns(i);
-    const double* values = rows_.values.data() + patterns_.Start(i);
-    const size_t missing = work_.size() - columns.size();
-    size_t j = 0;
-    for (; j < columns.size(); ++j) {
-      const size_t place = Index(place_[Index(columns[j])]);
-      if (place == j + missing) break;
-      work_[place] -= f * values[j];
-    }
-    SubtractRow(f, values + j, work_.data() + missing + j, columns.size() - j);
-  }
-
+  /// Stores a finished row, and leaves it in the block for the rows after it.
   bool Keep(size_t k) {
-    const size_t diagonal = patterns_.RowsAbove(k).size();
-    const double pivot = work_[diagonal];
+    double* work = work_.Row(k - begin_);
+    const size_t diagonal = PlaceOf(k);
+    const double pivot = work[diagonal];
     if (pivot == 0) return false;
     const double power = pivot == 1 ? 1 : PivotPower(pivot);
     rows_.pivots[k] = pivot / power;
+    for (size_t j = diagonal + 1; j < columns_.size(); ++j) work[j] /= power;
     double* values = rows_.values.data() + patterns_.Start(k);
-    for (size_t j = diagonal + 1; j < work_.size(); ++j) *values++ = work_[j] / power;
+    for (const int column : patterns_.Columns(k)) *values++ = work[PlaceOf(Index(column))];
     return true;
   }
 
   const NormalSystem& system_;
   const Patterns& patterns_;
   PivotRows rows_;
-  std::vector<double> work_;
-  std::vector<int> place_;  ///< by column: its index in the work row
+  std::vector<int> place_;    ///< by column: its place in the rows of the block; -1 if in none
+  std::vector<int> columns_;  ///< by place, ascending
+  size_t begin_ = 0;          ///< the rows of the block
+  size_t end_ = 0;
+  size_t above_ = 0;  ///< places of pivots above the block
+  WorkRows work_;
+  WorkRows spread_;  ///< one pivot row; all 0 between two pivots
+  std::array<double, BlockRows> growth_{};
 };
 
 // --- Up: solutions --------------------------------------------------------------------------
