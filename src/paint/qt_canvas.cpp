@@ -1,5 +1,7 @@
 #include "paint/qt_canvas.h"
 
+#include "view/pixel_mask.h"
+
 #include <QPaintDevice>
 #include <QPaintEngine>
 
@@ -35,11 +37,6 @@ bool SameRect(const PixelRect& a, const PixelRect& b) {
 
 bool SamePen(const Pen& a, const Pen& b) {
   return a.width == b.width && a.pattern == b.pattern && a.color == b.color;
-}
-
-bool Contains(const PixelRect& outer, const PixelRect& inner) {
-  return outer.left <= inner.left && outer.top <= inner.top && outer.right >= inner.right &&
-         outer.bottom >= inner.bottom;
 }
 
 }  // namespace

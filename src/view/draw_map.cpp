@@ -9,6 +9,8 @@
 #include "view/trail_lines.h"
 #include "view/view_transform.h"
 
+#include <optional>
+
 namespace orvane {
 
 namespace {
@@ -35,9 +37,9 @@ void DrawFindMarker(const MapWindow& view) {
   canvas.DrawOval({p.x - radius, p.y - radius, p.x + radius + 1, p.y + radius + 1});
 }
 
-/// The wrap under which trails and labels are drawn once more, 0 for none. Metres are compared
-/// with the degrees of half a turn here, so almost every view is drawn twice; what does not reach
-/// over the 180th meridian falls out at its first test.
+/// The wrap under which trails and labels are drawn once more, 0 for none. It compares metres with
+/// degrees (see "A second pass across the 180th meridian" in docs/compatibility.md), so almost every
+/// view has a second pass; what does not cross the 180th meridian is skipped at its first test.
 int WrapOfView(const MapWindow& view, const PixelRect& update) {
   const double scale = static_cast<double>(view.scale);
   const double west = view.left + update.left / scale;
@@ -47,25 +49,44 @@ int WrapOfView(const MapWindow& view, const PixelRect& update) {
   return 0;
 }
 
+/// The labels of the second pass, under a wrap.
+LabelLayer PlaceWrappedLabels(MapWindow& view, const std::vector<ShownTrail>& shown, int wrap) {
+  view.longitudeWrap = wrap;
+  LabelLayer labels = PlaceLabels(view, shown);
+  view.longitudeWrap = 0;
+  return labels;
+}
+
 }  // namespace
 
 void DrawMap(MapWindow& view, const PixelRect& update) {
   view.longitudeWrap = 0;
   view.target->SetFont(CanvasFont::Label);
   const std::vector<ShownTrail> shown = ShownTrails(view);
+  // Labels are placed first, so that the names of ranges can avoid them.
+  LabelLayer labels = PlaceLabels(view, shown);
+  std::optional<LabelLayer> wrappedLabels;
+  const int wrap = WrapOfView(view, update);
+  if (wrap != 0) wrappedLabels.emplace(PlaceWrappedLabels(view, shown, wrap));
+
   DrawFilledTrails(view, shown);
-  DrawRanges(view, BoxOfUpdate(view, update));
+  if (!view.rangeViews.empty()) {
+    PixelMask taken(view.target->Clip());
+    labels.AddBoxes(taken);
+    if (wrappedLabels) wrappedLabels->AddBoxes(taken);
+    DrawRanges(view, BoxOfUpdate(view, update), taken);
+  }
   DrawGrids(view);
   DrawGridShades(view);
   DrawTrails(view, shown);
-  PlaceLabels(view, shown).Draw();
+  labels.Draw();
   if ((view.flags & MapWindowFindMarker) != 0) DrawFindMarker(view);
 
-  view.longitudeWrap = WrapOfView(view, update);
-  if (view.longitudeWrap == 0) return;
+  if (!wrappedLabels) return;
+  view.longitudeWrap = wrap;
   DrawFilledTrails(view, shown);
   DrawTrails(view, shown);
-  PlaceLabels(view, shown).Draw();
+  wrappedLabels->Draw();
   view.longitudeWrap = 0;
 }
 

@@ -161,7 +161,7 @@ void DrawOverlaps(const MapWindow& view, const GeoBounds& box) {
   for (const RangePanelRow& row : view.rangeViews) {
     if (!row.visible || row.intersection == nullptr || !Meets(*row.intersection, box)) continue;
     const RangeIntersection& record = *row.intersection;
-    // The cells are those of the first range, as a row of an overlap has always shown them.
+    // The cells are those of the first range.
     if (ShowsCells(row)) DrawCellShades(view, record.grid, record.a.cells, row.drawMode);
     DrawPolygonFill(view, record.polygon, PatternOf(row), row.color);
   }
@@ -169,7 +169,61 @@ void DrawOverlaps(const MapWindow& view, const GeoBounds& box) {
 
 // --- Outlines -------------------------------------------------------------------------------
 
-void DrawRangeName(const MapWindow& view, const RangePanelRow& row) {
+/// The box of a range's name whose baseline starts at `at`.
+PixelRect NameBox(const MapWindow& view, Pixel at, int width) {
+  const int top = at.y - view.labelAscent;
+  return {at.x, top, at.x + width, top + view.labelHeight};
+}
+
+/// The smallest rectangle of pixels around the bounds of a range.
+PixelRect ScreenBounds(const MapWindow& view, const Range& range) {
+  const Pixel first = MapToScreen(view, {range.minLat, range.minLon, NoAltitude});
+  PixelRect bounds{first.x, first.y, first.x, first.y};
+  for (const double lat : {range.minLat, range.maxLat}) {
+    for (const double lon : {range.minLon, range.maxLon}) {
+      const Pixel corner = MapToScreen(view, {lat, lon, NoAltitude});
+      bounds = RectAround(bounds, {corner.x, corner.y, corner.x, corner.y});
+    }
+  }
+  return bounds;
+}
+
+/// How far a name may be moved: by so many lines up or down and half widths to the side, the
+/// nearest place first.
+std::vector<Pixel> NameMoves(int lineHeight, int halfWidth) {
+  constexpr int Lines = 8;
+  constexpr int HalfWidths = 4;
+  std::vector<Pixel> moves;
+  for (int line = -Lines; line <= Lines; ++line) {
+    for (int half = -HalfWidths; half <= HalfWidths; ++half) {
+      moves.push_back({half * halfWidth, line * lineHeight});
+    }
+  }
+  const auto distance = [](Pixel move) { return std::hypot(1.0 * move.x, 1.0 * move.y); };
+  std::stable_sort(moves.begin(), moves.end(),
+                   [&](Pixel a, Pixel b) { return distance(a) < distance(b); });
+  return moves;
+}
+
+/// Where the baseline of a range's name starts.
+Pixel PlaceOfName(const MapWindow& view, const Range& range, int width, const PixelMask& taken) {
+  const Pixel middle = MapToScreen(
+      view, {(range.minLat + range.maxLat) / 2, (range.minLon + range.maxLon) / 2, NoAltitude});
+  const Pixel given{middle.x - width / 2, middle.y + view.labelAscent / 2};
+  if (!taken.HasAny(NameBox(view, given, width))) return given;
+  const PixelRect bounds = ScreenBounds(view, range);
+  const PixelRect clip = view.target->Clip();
+  for (const Pixel move : NameMoves(view.labelHeight, width / 2)) {
+    const Pixel center{middle.x + move.x, middle.y + move.y};
+    if (!Contains(bounds, {center.x, center.y, center.x, center.y})) continue;
+    const Pixel at{given.x + move.x, given.y + move.y};
+    const PixelRect box = NameBox(view, at, width);
+    if (Contains(clip, box) && !taken.HasAny(box)) return at;
+  }
+  return given;
+}
+
+void DrawRangeName(const MapWindow& view, const RangePanelRow& row, PixelMask& taken) {
   constexpr double MetersPerDegree = 60.0 * 1852.0;
   constexpr double SmallestNamed = 40;  // logical pixels
   const Range& range = *row.range;
@@ -179,16 +233,13 @@ void DrawRangeName(const MapWindow& view, const RangePanelRow& row) {
     return;
   }
   Canvas& canvas = *view.target;
-  const Pixel middle = MapToScreen(
-      view, {(range.minLat + range.maxLat) / 2, (range.minLon + range.maxLon) / 2, NoAltitude});
   const int width = canvas.TextWidth(*range.name);
-  const Pixel at{middle.x - width / 2, middle.y + view.labelAscent / 2};
+  const Pixel at = PlaceOfName(view, range, width, taken);
+  const PixelRect box = NameBox(view, at, width);
+  taken.Add(box);
   if (IsPrint(view)) {
     const PixelRect clip = canvas.Clip();
-    const PixelRect box{at.x, at.y - view.labelAscent, at.x + width,
-                        at.y - view.labelAscent + view.labelHeight};
-    canvas.SetClip({std::max(clip.left, box.left), std::max(clip.top, box.top),
-                    std::min(clip.right, box.right), std::min(clip.bottom, box.bottom)});
+    canvas.SetClip(CommonRect(clip, box));
     canvas.Clear(view.background);
     canvas.SetClip(clip);
   }
@@ -197,11 +248,11 @@ void DrawRangeName(const MapWindow& view, const RangePanelRow& row) {
 }
 
 /// The hull is the contour of 100 %: without that in its mask a range has neither outline nor hash.
-void DrawRangeOutline(const MapWindow& view, const RangePanelRow& row) {
+void DrawRangeOutline(const MapWindow& view, const RangePanelRow& row, PixelMask& taken) {
   if ((row.clusterMask & 1U) != 0) {
     DrawPolygonFill(view, row.range->hull, PatternOf(row), row.color);
   }
-  DrawRangeName(view, row);
+  DrawRangeName(view, row, taken);
 }
 
 /// Marks the points of a range that hold a measure which its row shows.
@@ -237,14 +288,14 @@ GeoBounds BoxOfUpdate(const MapWindow& view, const PixelRect& update) {
   return box;
 }
 
-void DrawRanges(MapWindow& view, const GeoBounds& box) {
+void DrawRanges(MapWindow& view, const GeoBounds& box, PixelMask& taken) {
   for (const RangePanelRow& row : view.rangeViews) {
     if (ShowsRange(row, box)) DrawRangeCells(view, row);
   }
   DrawOverlaps(view, box);
   for (const RangePanelRow& row : view.rangeViews) {
     if (!ShowsRange(row, box)) continue;
-    DrawRangeOutline(view, row);
+    DrawRangeOutline(view, row, taken);
     DrawMeasuredPoints(view, row);
   }
 }

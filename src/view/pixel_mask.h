@@ -21,6 +21,12 @@ inline PixelRect RectAround(const PixelRect& a, const PixelRect& b) {
           std::max(a.bottom, b.bottom)};
 }
 
+/// True if `inner` is within `outer`, edges included.
+inline bool Contains(const PixelRect& outer, const PixelRect& inner) {
+  return outer.left <= inner.left && outer.top <= inner.top && outer.right >= inner.right &&
+         outer.bottom >= inner.bottom;
+}
+
 /// A set of pixels of a rectangle, a bit each. What lies outside the rectangle is ignored.
 class PixelMask {
  public:

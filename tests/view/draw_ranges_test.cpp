@@ -70,9 +70,19 @@ struct DrawRangesTest : testing::Test, ViewCase {
     return cluster;
   }
   GeoBounds Everything() const { return {-90, 90, -180, 180}; }
-  void Draw() {
+  void Draw() { DrawIn(Everything()); }
+  void DrawIn(const GeoBounds& box) {
     canvas.Forget();
-    DrawRanges(view, Everything());
+    PixelMask taken(All());
+    DrawRanges(view, box, taken);
+  }
+  /// Where the names of ranges were written.
+  Lines DrawnAround(const std::vector<PixelRect>& takenBoxes) {
+    canvas.Forget();
+    PixelMask taken(All());
+    for (const PixelRect& box : takenBoxes) taken.Add(box);
+    DrawRanges(view, Everything(), taken);
+    return canvas.Having("text");
   }
   /// The colours of the pens with which polygons were drawn.
   Lines PolygonPens() const {
@@ -144,9 +154,9 @@ TEST_F(DrawRangesTest, PassesOverWhatIsHiddenOrEmptyOrOutsideTheBox) {
   Draw();
   EXPECT_TRUE(canvas.Lines().empty());
   range.hasBounds = true;
-  DrawRanges(view, {1, 2, 1, 2});
+  DrawIn({1, 2, 1, 2});
   EXPECT_TRUE(canvas.Lines().empty());
-  DrawRanges(view, {range.maxLat, 2, range.maxLon, 2});  // touches
+  DrawIn({range.maxLat, 2, range.maxLon, 2});  // touches
   EXPECT_EQ(canvas.Count("polygon"), 1);
 }
 
@@ -173,6 +183,73 @@ TEST_F(DrawRangesTest, ClearsTheBoxBehindANameOnPaper) {
   Draw();
   EXPECT_EQ(canvas.Lines(), (Lines{"clip 232,95 268,107", "clear ffffff", "clip 0,0 400,300",
                                    "fore 102030", "text 232,104 Anabel"}));
+}
+
+TEST_F(DrawRangesTest, MovesANameToTheNearestFreePlace) {
+  Show(AddRange("Anabel", 0, 0, 100));
+  // In the middle its box is from 232,95 to 268,107.
+  const PixelRect middle{267, 106, 268, 107};
+  const PixelRect above{240, 90, 241, 91};
+  const PixelRect below{240, 115, 241, 116};
+  EXPECT_EQ(DrawnAround({}), Lines{"text 232,104 Anabel"});
+  EXPECT_EQ(DrawnAround({{268, 95, 300, 107}, {232, 107, 268, 110}}), Lines{"text 232,104 Anabel"});
+  EXPECT_EQ(DrawnAround({middle}), Lines{"text 232,92 Anabel"});
+  EXPECT_EQ(DrawnAround({middle, above}), Lines{"text 232,116 Anabel"});
+  EXPECT_EQ(DrawnAround({middle, above, below}), Lines{"text 214,104 Anabel"});
+}
+
+TEST_F(DrawRangesTest, LeavesANameInTheMiddleWhereThereIsNoRoom) {
+  Show(AddRange("Anabel", 0, 0, 100));
+  EXPECT_EQ(DrawnAround({{0, 0, 400, 300}}), Lines{"text 232,104 Anabel"});
+  // There is room outside the range, where the name would seem to belong to another.
+  EXPECT_EQ(DrawnAround({{180, 30, 320, 170}}), Lines{"text 232,104 Anabel"});
+}
+
+TEST_F(DrawRangesTest, MovesNoNameOutOfTheView) {
+  Show(AddRange("Ana", 138, 0, 30));  // from 18 above the view to 12 in it
+  EXPECT_EQ(DrawnAround({}), Lines{"text 206,1 Ana"});
+  EXPECT_EQ(DrawnAround({{210, 0, 211, 1}}), Lines{"text 206,13 Ana"});
+}
+
+TEST_F(DrawRangesTest, NamesOfRangesInOnePlaceDoNotOverlap) {
+  Show(AddRange("Anabel", 0, 0, 100));
+  Show(AddRange("Berta", 0, 0, 100));
+  Draw();
+  EXPECT_EQ(canvas.Having("text"), (Lines{"text 232,104 Anabel", "text 235,92 Berta"}));
+}
+
+TEST_F(DrawRangesTest, ANameKeepsClearOfLabels) {
+  for (const int labelMode : {LabelAll, LabelAuto, LabelFirstLast}) {
+    ViewCase::canvas.Forget();
+    view.rangeViews.clear();
+    map.trails.clear();
+    Show(AddRange("Anabel", 0, 0, 100));
+    AddTrail("t", {&Add("Mango", 50, 40), &Add("Fig", 64, 45)}).labelMode = labelMode;
+    BuildTrailRows(view);
+    view.rangeViews.back().visible = true;
+    DrawMap(view, All());
+    const auto boxOf = [this](const std::string& name) {
+      for (const std::string& line : canvas.Having("text")) {
+        Pixel at;
+        std::sscanf(line.c_str(), "text %d,%d", &at.x, &at.y);
+        const int width = static_cast<int>(name.size()) * RecordingCanvas::LetterWidth;
+        if (line.find(name) != std::string::npos) {
+          return PixelRect{at.x, at.y - 9, at.x + width, at.y + 3};
+        }
+      }
+      return PixelRect{};
+    };
+    const PixelRect name = boxOf("Anabel");
+    EXPECT_GT(name.right, name.left);
+    EXPECT_NE(name.top, 95) << "the middle is free";
+    for (const char* label : {"Mango", "Fig"}) {
+      PixelRect box = boxOf(label);
+      EXPECT_GT(box.right, box.left) << label;
+      box.top += 1;  // a label's box is a line of the small font
+      box.bottom -= 1;
+      EXPECT_FALSE(BoxesOverlap(name, box)) << label << labelMode;
+    }
+  }
 }
 
 // --- Cells ----------------------------------------------------------------------------------
@@ -333,7 +410,7 @@ TEST_F(DrawRangesTest, DrawsAnOverlapByItsOwnRow) {
   EXPECT_EQ(canvas.Count("polygon"), 0);
   EXPECT_GT(canvas.Count("line"), 0);
   canvas.Forget();
-  DrawRanges(view, {1, 2, 1, 2});
+  DrawIn({1, 2, 1, 2});
   EXPECT_TRUE(canvas.Lines().empty());
 }
 

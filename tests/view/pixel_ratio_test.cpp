@@ -110,7 +110,8 @@ TEST(PixelRatio, ARangeIsNamedFromTheSameSizeOn) {
   for (const auto& [meters, named] : {std::pair{19, 0}, {21, 1}}) {
     range.maxLat = range.maxLon = meters / (60.0 * 1852.0);
     c.canvas.Forget();
-    DrawRanges(c.view, {-90, 90, -180, 180});
+    PixelMask taken(c.All());
+    DrawRanges(c.view, {-90, 90, -180, 180}, taken);
     EXPECT_EQ(c.canvas.Count("text"), named) << meters;
   }
 }
