@@ -76,7 +76,8 @@ class ContourTracer {
  private:
   /// The edges on the south and the west of a cell. East of the last column every row but the first
   /// is held against the altitude there of the first row: that one was never sampled again, and the
-  /// crossings of the outermost cells hang on it (the test `TheEastEndOfEveryRowIsThatOfTheFirst`).
+  /// crossings of the outermost cells depend on it (the test
+  /// `TheEastEndOfEveryRowIsThatOfTheFirst`).
   bool CellCrossings(int r, int c) {
     const double here = work_.Value(r, c);
     const double east = c < work_.columns ? work_.Value(r, c + 1) : work_.Value(0, c + 1);

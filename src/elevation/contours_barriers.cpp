@@ -15,7 +15,7 @@ namespace {
 constexpr double LeastDrop = 0.01;  // metres between two samples
 constexpr double RiverBanks = 10;   // times the drop, above the water
 constexpr double RidgeSides = -3;   // times the drop, below the crest
-constexpr double NearbyPart = 20;   // of a step: how far s2 and s3 stand from s1
+constexpr double NearbyPart = 20;   // of a step: how far s2 and s3 are from s1
 
 double DistanceInDegrees(const LatLon& a, const LatLon& b) {
   const double dlat = b.lat - a.lat;
@@ -76,9 +76,9 @@ class BarrierMaker {
     return sample;
   }
 
-  /// Both banks come from one formula: they stand at one place, on one side of the trail, which
-  /// gives that side twice the weight. Contours in use were made so (the test
-  /// `BothBanksStandOnTheSameSide`).
+  /// Both banks come from one formula: they are at one place, on one side of the trail, which
+  /// gives that side twice the weight (see "Both banks of a trail are on the same side" in
+  /// docs/compatibility.md).
   void MakeBanks(const Point& s1, const Point& s3, double width, bool river) {
     const auto altitude = static_cast<double>(s1.geo.altitude);
     const double drop =
@@ -117,8 +117,8 @@ class BarrierMaker {
         MakeSample(a, b, part(q - step_ / NearbyPart), stretch,
                    (acc + q - step_ / NearbyPart) / length);
         // What remains is added here, where the other two fractions have it taken off. The drop,
-        // and so the height of the banks, has always come from this (the test
-        // `TheThirdSampleTakesItsAltitudeFromFurtherOn`).
+        // and so the height of the banks, comes from this (see "The third
+        // sample at a bank takes its altitude from further on" in docs/compatibility.md).
         const Point& s3 = MakeSample(a, b, part(q + step_ / NearbyPart), stretch,
                                      (acc + segment + remaining - step_ / NearbyPart) / length);
         MakeBanks(s1, s3, width, river);

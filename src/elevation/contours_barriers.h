@@ -18,7 +18,7 @@ constexpr size_t MostBarrierPoints = 500000;
 /// points of a trail that have one are interpolated along its length in degrees; a stretch shorter
 /// than `step` adds nothing.
 /// \param step   the spacing of the grid in degrees, above 0
-/// \param store  keeps the new points; `points` is good as long as it stands
+/// \param store  keeps the new points; `points` is good as long as it exists
 /// \return false, with `points` left as it was, if there would be more than `MostBarrierPoints`
 bool AddBarrierPoints(const Map& map, std::vector<Point*>& points, double step,
                       ScratchPoints& store);

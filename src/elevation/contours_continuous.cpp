@@ -10,13 +10,14 @@
 #include <limits>
 #include <utility>
 
-// A corner is above a level if it has it or more. A level crosses an edge if one end is above it and
-// the other is not, so a cell has 0, 2 or 4 crossings of a level on its sides, and they pair up:
+// A corner is above a level if it has it or more. A level crosses an edge if one end is above it
+// and the other is not, so a cell has 0, 2 or 4 crossings of a level on its sides, and they pair
+// up:
 //
 //     +----N----+     two: a segment joins them
-//     |         |     four: two corners across from each other are above. If the mean of the corners
-//     W         E     is above too, they hang together in the middle and the segments cut off the
-//     |         |     two low corners; otherwise they cut off the two high ones.
+//     |         |     four: two corners across from each other are above. If the mean of the
+//     corners W         E     is above too, they are connected in the middle and the segments cut
+//     off the |         |     two low corners; otherwise they cut off the two high ones.
 //     +----S----+
 //
 // Each crossing gets one segment from the cell at either side of its edge. So a line that is
@@ -153,7 +154,7 @@ class ContinuousTracer {
     const double northEast = Value({r + 1, c + 1});
     const auto [low, high] = std::minmax({southWest, southEast, northWest, northEast});
     const LevelSpan levels = LevelsBetween(low, high);
-    // A corner without a number: its edges bear no crossings, and the cell is a hole.
+    // A corner without a number: its edges have no crossings, and the cell is a hole.
     if (!std::isfinite(southWest + southEast + northWest + northEast)) return;
     const double mean = southWest / 4 + southEast / 4 + northWest / 4 + northEast / 4;
     const auto count = static_cast<std::int64_t>(levels.Count());

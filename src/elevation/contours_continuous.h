@@ -9,7 +9,7 @@ namespace orvane {
 
 /// Makes contour lines for the eye, as trails in front of `map.continuousContours`: on the same
 /// surface, grid and levels as `GenerateContours`, with lines that end nowhere but on the border of
-/// the grid. Each crossing stands where the straight line between the altitudes of its edge's ends
+/// the grid. Each crossing is where the straight line between the altitudes of its edge's ends
 /// has the level, and each cell joins the crossings on its sides, so that no line can be lost. Of
 /// the two ways through a cell in which the level crosses all four sides the mean of its corners
 /// chooses. Lines of one level never cross; they can touch at a corner that has just that altitude.
@@ -26,7 +26,7 @@ ContourOutcome GenerateContinuousContours(Map& map, int interval,
 /// \param work   its places, altitudes, interval and progress are used
 /// \param lines  receives the lines
 /// \return `ContourMade`, `ContourCancelled`, or `ContourRefused` for too many crossings, of which
-///         nothing is told
+///         nothing is reported
 ContourOutcome TraceContinuousContours(const ContourWork& work, std::vector<ContourLine>& lines);
 
 }  // namespace orvane

@@ -83,13 +83,13 @@ std::span<const CrossingLists::Crossing> CrossingLists::OfLevel(const Edge& edge
   return {begin, end};
 }
 
-// Cells stand in the list from the last to the first, and coordinates do not fall within a cell. So
+// Cells are in the list from the last to the first, and coordinates do not fall within a cell. So
 //
 //     list:   cells beyond the search | near cells | cells before the search
 //             any crossing stops       both          neither stop nor qualify
 //
 // and the walk comes down to the near cells, once it is known that nothing is left beyond them.
-// Within a cell nothing before the first crossing that stops lies beyond the stop, so whether a
+// Within a cell nothing before the first crossing that stops is beyond the stop, so whether a
 // crossing is passed shows in its own coordinate.
 std::optional<CrossingLists::Index> CrossingLists::FindNextCrossing(int list, double reference,
                                                                     float level) {

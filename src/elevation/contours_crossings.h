@@ -12,11 +12,12 @@ namespace orvane {
 
 /// The places where levels cross the lines of a grid, and the search that chains them.
 ///
-/// Each grid line has a list. Along a row the crossings of the eastern cells stand first, along a
-/// column those of the northern cells; within a cell they stand by rising coordinate. A search walks
-/// from the head of a list and stops at the first crossing that lies 3 steps or more beyond where it
+/// Each grid line has a list. Along a row the crossings of the eastern cells come first, along a
+/// column those of the northern cells; within a cell they are in rising order. A search walks
+/// from the head of a list and stops at the first crossing that is 3 steps or more beyond where it
 /// looks from, so whatever is left further on hides what is near. That cuts lines to pieces, and
-/// the pieces stay as they are: older contours of the same ground were made so.
+/// the pieces stay as they are (see "The search for the next crossing is short" in
+/// docs/compatibility.md).
 
 /// The lists of all rows, or of all columns, of a grid. Crossings are only ever taken out.
 class CrossingLists {
@@ -27,19 +28,19 @@ class CrossingLists {
     float level = 0;        ///< metres
     bool taken = false;
   };
-  /// What names a crossing while the lists stand.
+  /// Names a crossing while the lists exist.
   using Index = std::uint32_t;
 
   /// \param lists  number of lists
   /// \param cells  number of cells along each
-  /// \param origin, step  a cell's crossings lie from `origin` + cell * `step` to a step beyond
+  /// \param origin, step  a cell's crossings are from `origin` + cell * `step` to a step beyond
   CrossingLists(int lists, int cells, double origin, double step);
 
-  /// Adds the crossings of a cell's edge, at most once for each cell. Crossings stand where the
-  /// level lies between the altitudes of the ends, measured from the lower one.
+  /// Adds the crossings of a cell's edge, at most once for each cell. Crossings are where the
+  /// level is between the altitudes of the ends, measured from the lower one.
   /// \param start  the edge's west or south end in degrees; the fraction is always measured from
   ///               there, also where the ground falls and the crossing comes out mirrored within
-  ///               its cell. Contours in use were made so.
+  ///               its cell; see "Classic contours mirror crossings" in docs/compatibility.md.
   /// \return false if the edge has more than `MostLevelsOfEdge` or all have more than
   ///         `MostCrossings`
   bool Add(int list, int cell, double start, double fromAltitude, double toAltitude,
@@ -50,7 +51,7 @@ class CrossingLists {
 
   /// The nearest crossing of a level less than 3 steps from `reference`, among those before the
   /// first one at `reference` + 3 steps or beyond; the first of the list of two equally near ones.
-  /// It is the answer of a walk from the head of the list, found by looking at near cells alone.
+  /// It is the answer of a walk from the head of the list, found by looking only at near cells.
   std::optional<Index> FindNextCrossing(int list, double reference, float level);
   void Take(Index index) { crossings_[index].taken = true; }
 

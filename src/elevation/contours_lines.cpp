@@ -20,8 +20,8 @@ std::string ContourType(float level) {
   return "Contour " + number;
 }
 
-/// A vertex lies in plain metres too, from the meridian of 0: `projected` is where a trail's points
-/// stand until something measures them.
+/// A vertex has plain metres too, from the meridian of 0: `projected` is where a trail's points
+/// are until something measures them.
 Point& MakeVertex(const LatLon& place, ScratchPoints& store) {
   Point& point = store.Make(LatLonToMeters(place.lat, place.lon));
   point.flags |= PointPlaced;

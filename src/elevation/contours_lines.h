@@ -14,7 +14,7 @@ namespace orvane {
 struct ContourLine {
   float level = 0;  ///< metres
   std::vector<LatLon> vertices;
-  bool closed = false;  ///< the first vertex ends the line too; it stands in `vertices` once
+  bool closed = false;  ///< the first vertex ends the line too; it is in `vertices` once
 };
 
 /// Makes a trail of each line and puts them in front of a list, the last line foremost.

@@ -14,7 +14,7 @@
 
 // What takes the time is one division for each pair of place and point. The division has to be a
 // true one: a reciprocal that is off in its last bit moves crossings, and with them which lines
-// join. So the gain comes from the width of the processor alone, and from the latitude's part of
+// join. So the gain comes only from the width of the processor, and from the latitude's part of
 // the distances, which all places of a row share.
 
 namespace orvane {
@@ -57,7 +57,7 @@ constexpr size_t Lanes = 4;
 using LaneVector = double __attribute__((vector_size(Lanes * sizeof(double))));
 
 /// The sums of `Vectors` times four places side by side, enough of them to keep the divider busy.
-/// A place at which a point stands comes out as no number.
+/// A place with a point on it gives NaN.
 template <size_t Vectors>
 __attribute__((target("avx2"))) void SumLanes(const SurfacePoints& points, const RowDistances& row,
                                               const double* lons, double* values) {
@@ -99,7 +99,7 @@ size_t SampleLanes(const SurfacePoints& points, const RowDistances& row,
   for (; done + Lanes <= lons.size(); done += Lanes) {
     SumLanes<1>(points, row, &lons[done], &values[done]);
   }
-  // A weight without bound: a point stands at the place, or all but.
+  // A weight without bound: a point is at the place, or nearly.
   for (size_t i = 0; i < done; ++i) {
     if (std::isnan(values[i])) values[i] = PlainSample(points, row, lons[i]);
   }
@@ -127,7 +127,7 @@ class RowQueue {
     return true;
   }
 
-  /// Tells of the rows that were done since, in order; the calling thread alone asks.
+  /// Reports the rows done since the last call, in order; only the calling thread asks.
   void Tell(const std::function<bool(size_t)>& rowDone) {
     while (!givenUp_ && told_ < rows_ && done_[told_ / perTask_].load(std::memory_order_acquire)) {
       if (!rowDone(told_++)) givenUp_ = true;

@@ -24,7 +24,7 @@ double MaxSlope(PointSpan points);
 /// The altitude of a place: the sum of altitude * w over the sum of w, both in list order, with
 /// w = 1 / (dlat * dlat + dlon * dlon).
 /// \param lat, lon  degrees
-/// \return metres; at the exact place of a point the altitude of the first one that stands there;
+/// \return metres; at the exact place of a point the altitude of the first one there;
 ///         not a number for an empty list
 double SurfaceAltitude(PointSpan points, double lat, double lon);
 

@@ -10,7 +10,8 @@ namespace orvane {
 
 /// Shows how far a run is.
 /// \param stage    "Figuring grid spacing...", "Generating approximation..." or
-///                 "Connecting contours..."; null at the end of a run, also of one that was given up
+///                 "Connecting contours..."; null at the end of a run, also of one that was given
+/// up
 /// \param percent  of the stage; more than 100 on a grid of a few cells
 /// \return false to cancel the run; not looked at when `stage` is null
 using ContourProgress = std::function<bool(const char* stage, int percent)>;
@@ -20,7 +21,8 @@ enum ContourOutcome {
   ContourNothing = 0,    ///< there is nothing to draw lines of; `progress` may not have been called
   ContourMade = 1,       ///< the map has what lines there are, maybe none
   ContourCancelled = 2,  ///< the map is as before
-  ContourRefused = 3  ///< too much of something, which was told as an error; the map is as before
+  ContourRefused =
+      3  ///< too much of something, which was reported as an error; the map is as before
 };
 
 /// Bounds of one run. A step that the usual rule gives stays far below them; thin maps, cliffs and
@@ -35,9 +37,9 @@ struct ContourWork {
   double minLat = 0;
   double maxLon = 0;
   double minLon = 0;
-  std::vector<Point*> points;  ///< altitude points; those of barriers stand in front
+  std::vector<Point*> points;  ///< altitude points; those of barriers come first
   ScratchPoints barrierPoints;
-  int rows = 0;         ///< grid lines stand at 0 to `rows` steps from `minLat`
+  int rows = 0;         ///< grid lines are at 0 to `rows` steps from `minLat`
   int columns = 0;      ///< likewise from `minLon`
   double step = 0;      ///< degrees between grid lines, the same both ways
   double interval = 0;  ///< metres between levels
@@ -63,7 +65,7 @@ ContourOutcome PrepareContours(const Map& map, int interval, ContourWork& work);
 /// \return `ContourRefused`
 ContourOutcome RefuseCrossings(const Map& map);
 
-/// Does a whole run, and tells `progress` of its end if it was told of its beginning.
+/// Does a whole run, and reports its end to `progress` if its beginning was reported.
 ContourOutcome RunContours(const ContourProgress& progress,
                            const std::function<ContourOutcome(ContourWork&)>& run);
 

@@ -26,7 +26,7 @@ struct ElevationSample {
 
 /// Bits of `ElevationView::flags`.
 enum ElevationFlag : std::uint32_t {
-  ElevationOwnsPoints = 1,    ///< a transect: its two points stand in `ends`
+  ElevationOwnsPoints = 1,    ///< a transect: its two points are in `ends`
   ElevationInfoShown = 2,     ///< the info pane is visible
   ElevationInfoAtLayout = 4,  ///< the info pane is to be shown at the first layout
   ElevationPanning = 16,      ///< the line is being dragged
@@ -77,7 +77,7 @@ std::optional<std::string> ElevationTitle(const ElevationView& view);
 /// on. Puts the points into their local plane.
 void SampleLine(ElevationView& view);
 
-/// What one step of the filling drew anew: the chord from column `from` to column `to` is replaced
+/// What one step of the filling redrew: the chord from column `from` to column `to` is replaced
 /// by two lines, over `middle`.
 struct ElevationStep {
   int from = 0;
@@ -95,10 +95,10 @@ bool FillGapsPass(ElevationView& view, std::vector<ElevationStep>* steps);
 /// All passes: afterwards every column has its altitude, unless the map has none.
 void FillGaps(ElevationView& view);
 
-/// \return the column under the pointer, within the plot: the one that the info pane tells of
+/// \return the column under the pointer, within the plot: the one that the info pane describes
 int PointerColumn(const ElevationView& view);
 
-/// Centres the view on the first point of the line that bears a name, with half the span: by its
+/// Centres the view on the first point of the line that has a name, with half the span: by its
 /// name or a synonym, or else by one of them without the leading `_` or `@`. The window is then to
 /// be refreshed.
 /// \return false, after "Can't find ...", if there is none

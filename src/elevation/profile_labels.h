@@ -10,7 +10,7 @@
 namespace orvane {
 
 /// What is drawn of a profile: texts along both axes, and the line itself. All in pixels of the
-/// window; a text stands with its left end at x and its base line at y.
+/// window; a text has its left end at x and its baseline at y.
 
 /// A text on an axis.
 struct ElevationText {

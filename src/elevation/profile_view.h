@@ -21,7 +21,7 @@ struct ElevationScroll {
   int position = 0;    ///< of the thumb
 };
 
-/// Where the info pane stands in the window, in pixels; right and bottom are just outside.
+/// Where the info pane is in the window, in pixels; right and bottom are just outside.
 struct InfoPanePlace {
   int left = 0;
   int top = 0;
@@ -42,7 +42,7 @@ void LayoutElevation(ElevationView& view, int right, int bottom, const TextWidth
 /// \param plotWidth  at least 2; less counts as 2
 void LayoutColumns(ElevationView& view, int plotWidth);
 
-/// The scroll bar that belongs to the view. That of a transect always stands in the middle, so that
+/// The scroll bar that belongs to the view. That of a transect is always in the middle, so that
 /// it can be moved both ways.
 ElevationScroll ElevationScrollBar(const ElevationView& view);
 

@@ -16,7 +16,7 @@ constexpr double PointsPerInch = 72;
 /// A glyph may be blurred over its outline, and start between two pixels.
 constexpr double InkMargin = 1;
 
-/// Widths kept of shaped texts before the table starts anew, so that it stays small.
+/// Widths kept of shaped texts before the table is emptied, so that it stays small.
 constexpr size_t MostShapedWidths = 50000;
 
 QFont FontOfSize(double pixels, TextOutput output) {
@@ -34,7 +34,7 @@ QFont FontOfSize(double pixels, TextOutput output) {
 }
 
 /// Characters that take no room or have no picture of their own; they go through the shaper or,
-/// for control characters, stand as a blank.
+/// for control characters, become a blank.
 bool IsControl(int character) {
   return character < 0x20 || (character >= 0x7F && character < 0xA0);
 }

@@ -30,7 +30,7 @@ enum class TextOutput {
   Text,    ///< as text, for SVG and PDF, so that it stays text in the file
 };
 
-/// The fonts of a canvas with everything that is dear to find out about them. Make one for each
+/// The fonts of a canvas with everything that is expensive to compute about them. Make one for each
 /// resolution and keep it: a map of 200,000 names asks for 200,000 widths at every repaint, and
 /// shaping each of them would take a quarter of a second by itself.
 ///

@@ -6,7 +6,7 @@ namespace orvane {
 namespace {
 
 /// Drops what Qt remarks on the machine that it finds itself on (no session directory, no theme):
-/// on standard error it would stand between the messages about the user's map.
+/// on standard error it would appear between the messages about the user's map.
 void DropMessage(QtMsgType, const QMessageLogContext&, const QString&) {}
 
 }  // namespace

@@ -9,7 +9,7 @@ namespace orvane {
 
 /// Makes sure that fonts and images can be used while it lives: if the program has no
 /// QGuiApplication, it makes one that needs no screen. Making one costs several milliseconds, so a
-/// batch tool does it for drawing alone.
+/// batch tool does it only for drawing.
 class DrawingSession {
  public:
   DrawingSession();
@@ -18,7 +18,7 @@ class DrawingSession {
   DrawingSession& operator=(const DrawingSession&) = delete;
 
  private:
-  // What the application is told as its command line; it keeps references to all of it.
+  // The command line of the application; it keeps references to all of it.
   std::array<char, 7> name_{"orvane"};
   std::array<char, 10> option_{"-platform"};
   std::array<char, 10> platform_{"offscreen"};

@@ -14,12 +14,13 @@ namespace {
 constexpr QRgb MarkerRgb = 0xFFE0007A;
 
 /// Dash lengths in units of the pen's width: dots with gaps as wide as two of them, and dashes that
-/// are still told from dots at one pixel.
+/// can still be distinguished from dots at one pixel.
 const QList<qreal> DottedPattern = {1, 2};
 const QList<qreal> DashedPattern = {6, 3};
 
-/// Corners of areas are pointed where the point is no longer than this many widths of the line, that
-/// is from 60 degrees on. A sharper corner is cut off: its point would reach far out of the area.
+/// Corners of areas are pointed where the point is no longer than this many widths of the line,
+/// that is from 60 degrees on. A sharper corner is cut off: its point would reach far out of the
+/// area.
 constexpr qreal MiterLimit = 2;
 
 /// A wide line is stroked in runs of this many points: the outline of a whole day's follow at once
@@ -183,7 +184,8 @@ void QtCanvas::DrawPolygon(const std::vector<Pixel>& points) {
 void QtCanvas::DrawRect(const PixelRect& rect) {
   UseClip();
   if (fillsDirectly_ && !HasOutline() && brush_.solid) {
-    // Its edges are between pixels; smoothing them would let a trace of what is below shine through.
+    // Its edges are between pixels; smoothing them would let a trace of what is below shine
+    // through.
     if (options_.antialias) painter_.setRenderHint(QPainter::Antialiasing, false);
     painter_.fillRect(FilledRect(rect), PaintColor(brush_.color));
     if (options_.antialias) painter_.setRenderHint(QPainter::Antialiasing, true);

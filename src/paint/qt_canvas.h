@@ -27,7 +27,7 @@ struct CanvasOptions {
 /// device: on a device of a higher pixel ratio the constructor undoes the painter's scale, so that
 /// lines stay sharp, and the fonts must have been made for that many pixels to the inch.
 ///
-/// A pen one pixel wide at (x, y) colours pixel (x, y); wider pens lie centred on it.
+/// A pen one pixel wide at (x, y) colours pixel (x, y); wider pens are centred on it.
 class QtCanvas final : public Canvas {
  public:
   /// \param painter  active, unscaled; the canvas has it to itself while it lives, and leaves its

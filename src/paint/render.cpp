@@ -56,14 +56,15 @@ bool RenderPng(MapWindow& view, const RenderOptions& options, QIODevice& device)
 }
 
 /// The generator names the one family that was asked for. Where it is missing a viewer would take
-/// any other, so the family that the labels were measured in stands first, and behind it what is
+/// any other, so the family in which the labels were measured comes first, and then what is
 /// like it.
 void NameFontFamilies(QByteArray& svg, const CanvasFonts& fonts) {
   const QString measured = fonts.FamilyName(CanvasFont::Label).toHtmlEscaped();
   const QByteArray asked = fonts.AskedFamily().toUtf8();
   const QByteArray families =
       "'" + measured.toUtf8().replace('\'', "") + "', " + asked + ", Arial, sans-serif";
-  // A quotation mark within a text of the map is written as an entity, so this is no text.
+  // A quotation mark within a text of the map is written as an entity, so this is never text of the
+  // map.
   svg.replace("font-family=\"" + asked + "\"", "font-family=\"" + families + "\"");
 }
 
@@ -75,7 +76,7 @@ bool RenderSvg(MapWindow& view, const RenderOptions& options, QIODevice& device)
   generator.setResolution(static_cast<int>(options.pixelsPerInch + 0.5));
   generator.setSize(QSize(view.clientWidth, view.clientHeight));
   generator.setViewBox(QRect(0, 0, view.clientWidth, view.clientHeight));
-  generator.setTitle(DisplayText(options.title).toHtmlEscaped());  // it is written as it stands
+  generator.setTitle(DisplayText(options.title).toHtmlEscaped());  // it is written unchanged
   generator.setDescription(ProgramName());
   const CanvasFonts fonts(options.pixelsPerInch, {}, TextOutput::Text);
   QPainter painter;

@@ -29,7 +29,7 @@ struct RenderOptions {
 constexpr int LongestPictureSide = 32000;
 constexpr long long LargestPicture = 400'000'000;
 
-/// Draws a view as it stands, as its window would show it, into a picture. Where the view looks
+/// Draws a view into a picture, as its window would show it. Where the view looks
 /// must be set (`SizeView` and its like). If the program has no QGuiApplication yet, one without
 /// any screen is made for the time of the call, so a batch tool needs no care.
 /// \param view   `target` is null afterwards; the fonts' metrics are those of the picture

@@ -53,7 +53,7 @@ double TailNumber(std::string_view tail) {
   return number.value;
 }
 
-int Sign(bool before, bool behind) { return before ? -1 : behind ? 1 : 0; }
+int Sign(bool before, bool after) { return before ? -1 : after ? 1 : 0; }
 
 /// Merges two sorted neighbours; of names that are alike those of the first come first.
 void Merge(std::vector<PointIndexEntry>& entries, std::vector<PointIndexEntry>& merged,
@@ -69,8 +69,8 @@ void Merge(std::vector<PointIndexEntry>& entries, std::vector<PointIndexEntry>& 
   std::move(merged.begin(), merged.end(), entries.begin() + static_cast<std::ptrdiff_t>(begin));
 }
 
-/// Sorts by halves. Where three names run in a circle the result hangs on the way of sorting, so
-/// the library's sorts are no choice: they may even run out of bounds.
+/// Sorts by halves. Where three names run in a circle the result depends on the way of sorting, so
+/// the library's sorts can't be used: they may even run out of bounds.
 void SortByName(std::vector<PointIndexEntry>& entries) {
   using Span = std::pair<size_t, size_t>;
   std::vector<Span> spans{{0, entries.size()}};

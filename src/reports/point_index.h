@@ -29,13 +29,14 @@ struct PointIndex {
 
 /// Collects and sorts the names and synonyms of the points that the map names, hidden ones left
 /// out. Names that compare alike stay in the order in which the map's buckets hold them.
-/// \param centerLongitude  degrees; where the view that asks looks: cells are counted relative to it
+/// \param centerLongitude  degrees; where the view that asks looks: cells are counted relative to
+/// it
 PointIndex BuildPointIndex(const Map& map, double centerLongitude);
 
 /// The order of names: alike up to a tail of digits and points they go by the number of the tail,
-/// so A9 stands before A10; else by bytes, capitals first. It is no strict order (two names may be
-/// alike, and three may run in a circle), so sort with nothing that asks for one.
-/// \return negative, 0 or positive as `a` stands before, with or behind `b`
+/// so A9 comes before A10; else by bytes, capitals first. It is not a strict order (two names may
+/// be alike, and three may run in a circle), so sort with nothing that asks for one.
+/// \return negative, 0 or positive as `a` comes before, with or after `b`
 int CompareIndexNames(std::string_view a, std::string_view b);
 
 /// The metres from the origin, such as "12.3mN,-1.2kmE"; less than 0.1 m is 0.

@@ -11,7 +11,7 @@ namespace orvane {
 /// The report on rows of the range pane as text: for each its name, indented by two tabs, the lines
 /// of its figures and an empty line. A range has the lines of its report, an overlap those of its
 /// tip. Rows that hold neither are left out.
-/// \param rows   in the order in which they shall stand
+/// \param rows   in the order of the report
 /// \param names  the measures of the map
 std::string RangeStatsText(const std::vector<const RangePanelRow*>& rows,
                            const MeasureNames& names);

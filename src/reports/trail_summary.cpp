@@ -44,7 +44,7 @@ void MeasureIfNeeded(Trail& trail) {
   if ((trail.flags & TrailMeasured) == 0) MeasureTrail(trail);
 }
 
-/// A ring that bears no plane is level.
+/// A ring without a plane is level.
 double SlopeOf(const Trail& trail) { return (trail.flags & TrailMeasured) != 0 ? trail.slope : 0; }
 
 bool Faces(const Trail& trail) {

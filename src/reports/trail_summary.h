@@ -27,7 +27,7 @@ enum TrailSummaryColumn {
 };
 constexpr size_t TrailSummaryColumns = 10;
 
-/// What stands above a column.
+/// The heading of a column.
 struct TrailSummaryHeading {
   int units;  ///< width of the column in line heights
   std::string_view first;
@@ -66,16 +66,16 @@ TrailTotals SumTrails(const std::vector<Trail*>& trails);
 /// \param column  a `TrailSummaryColumn`
 std::string TrailTotalsCell(const TrailTotals& totals, int column);
 
-/// The classes of the aspect table: all closed trails with altitudes, the flat ones among them, then
-/// the four quarters of the compass with a band of 10 degrees between each two.
+/// The classes of the aspect table: all closed trails with altitudes, the flat ones among them,
+/// then the four quarters of the compass with a band of 10 degrees between each two.
 constexpr size_t AspectClasses = 10;
-/// What stands before each count. The degree sign is the byte 0xB0.
+/// The text before each count. The degree sign is the byte 0xB0.
 extern const std::array<std::string_view, AspectClasses> AspectClassLabels;
 /// Counts closed trails with altitudes by the direction in which they face, which is not the
 /// compass direction. Those that slope by less than 10 degrees count as flat and in no direction.
 std::array<int, AspectClasses> CountAspects(const std::vector<Trail*>& trails);
 
-/// The table as text: two lines of headings, a line a trail in the given order, the totals behind
+/// The table as text: two lines of headings, a line a trail in the given order, the totals after
 /// an empty line and, if a trail is closed, the aspect table. A trail without a name has an empty
 /// first field.
 /// \param magneticDeviation  degrees, of the map

@@ -24,7 +24,7 @@ int CutPixel(double value) {
   return static_cast<int>(std::clamp(value, -Farthest, Farthest));
 }
 
-/// One chart: what it shows and where its axes stand.
+/// One chart: what it shows and where its axes are.
 class TravelChart {
  public:
   TravelChart(const TravelChartState& state, const Range& range, int top)
@@ -68,9 +68,9 @@ class TravelChart {
     constexpr int LatestStart = 7;
     constexpr int LateStart = 17;
     while (start_ < LatestStart && HourValue(start_) == 0) ++start_;
-    // An evening without travel is cut off only where the day begins late, which the line above
-    // rules out: all charts end at midnight, so that they can be laid beside each other. Pinned by
-    // TravelChart.EndsAtMidnight.
+    // The last hour without travel would be cut only where the day begins late, which the line
+    // above rules out: all charts end at midnight, so that they can be laid beside each other.
+    // Pinned by TravelChart.EndsAtMidnight.
     int last = HoursOfDay - 1;
     while (start_ > LateStart && last > start_ && HourValue(last) == 0) --last;
     end_ = last + 1;
@@ -170,7 +170,7 @@ class TravelChart {
   const Range& range_;
   Canvas& canvas_;
   int start_ = 0;          // first hour shown
-  int end_ = HoursOfDay;   // behind the last one
+  int end_ = HoursOfDay;   // after the last one
   double axisTop_ = 0;     // value at the upper end
   int x0_ = 0;             // left edge of the plot
   int y0_ = 0;             // lower edge of the plot

@@ -50,8 +50,8 @@ struct Brush {
 /// Which of the view's fonts text is drawn in.
 enum class CanvasFont { Small, Label };
 
-/// The few drawing operations that a map needs. Screen, picture and paper stand behind it, and a
-/// recording one in the tests. All coordinates are device pixels within 16 bits.
+/// The few drawing operations that a map needs. It is implemented for screen, picture and paper,
+/// and by a recording one in the tests. All coordinates are device pixels within 16 bits.
 class Canvas {
  public:
   virtual ~Canvas() = default;

@@ -38,8 +38,9 @@ void DrawFindMarker(const MapWindow& view) {
 }
 
 /// The wrap under which trails and labels are drawn once more, 0 for none. It compares metres with
-/// degrees (see "A second pass across the 180th meridian" in docs/compatibility.md), so almost every
-/// view has a second pass; what does not cross the 180th meridian is skipped at its first test.
+/// degrees (see "A second pass across the 180th meridian" in docs/compatibility.md), so almost
+/// every view has a second pass; what does not cross the 180th meridian is skipped at its first
+/// test.
 int WrapOfView(const MapWindow& view, const PixelRect& update) {
   const double scale = static_cast<double>(view.scale);
   const double west = view.left + update.left / scale;

@@ -13,7 +13,7 @@ namespace orvane {
 /// clip to `update`, cleared it to `view.background`. Pen, brush, font and fore colour of the
 /// canvas are changed.
 /// After: the clip is as it was; the visited bits of the points show what has a label.
-/// \param update  the pixels that are to be drawn anew
+/// \param update  the pixels that are to be redrawn
 void DrawMap(MapWindow& view, const PixelRect& update);
 
 }  // namespace orvane

@@ -149,7 +149,7 @@ const RangePanelRow* RowOf(const MapWindow& view, const Range* range) {
 }
 
 /// Overlaps take the look of the first of two visible ranges; an overlap whose own row is visible
-/// lies above that, in its own look.
+/// is drawn over that, in its own look.
 void DrawOverlaps(const MapWindow& view, const GeoBounds& box) {
   for (const RangeIntersection& record : view.map->intersections) {
     if (!Meets(record, box)) continue;

@@ -35,7 +35,7 @@ void DrawPolygonFill(const MapWindow& view, const std::vector<Point*>& points, i
 /// the whole canvas: areas that touch are hatched in one piece. Lines outside the clip are left
 /// out.
 /// \param points   the ring, closed, in pixels
-/// \param angle    degrees, counted anticlockwise from the rows; one that is no number draws
+/// \param angle    degrees, counted anticlockwise from the rows; one that is not a number draws
 ///                 nothing
 /// \param spacing  pixels between lines, along the columns (along the rows for lines steeper than
 ///                 45 degrees); at least 1 is taken

@@ -20,8 +20,8 @@ enum class FindOutcome {
 /// `EndFindMark` after `FindMarkMilliseconds`. A mark of an earlier find goes at once.
 ///
 /// At a named point that vanishes beyond a scale the view zooms out to that figure if it has more
-/// pixels to the metre than the figure has metres to the pixel: the two are compared as they stand,
-/// and views have always come out so.
+/// pixels to the metre than the figure has metres to the pixel: the two numbers are compared
+/// directly (see "Find compares a label limit" in docs/compatibility.md).
 FindOutcome FindInMap(MapWindow& view, std::string_view text);
 
 /// How long a mark stays.

@@ -7,10 +7,10 @@
 namespace orvane {
 
 /// Draws the shaded cells of the map and of the maps that it rests on: first the full ones, then
-/// insets and outlines, then hatched ones, so that each kind lies above the ones before.
+/// insets and outlines, then hatched ones, so that each kind is drawn over the ones before.
 void DrawGridShades(MapWindow& view);
 
-/// The corners of a cell in whole pixels, in order round it, the first repeated. They may lie beyond
+/// The corners of a cell in whole pixels, in order round it, the first repeated. They may be beyond
 /// the pixels that drawing takes.
 using CellRing = std::array<ExactPixel, 5>;
 

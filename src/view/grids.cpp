@@ -140,7 +140,7 @@ class GridDrawer {
   }
 
   /// Above the upper end of each line, in the middle of the cell to the right. On paper the labels
-  /// of a grid that begins above the page stand in its first row of cells that shows.
+  /// of a grid that begins above the page are in its first row of cells that shows.
   void LabelColumns(const Grid& grid, const LineFamily& family, double cell) {
     double top = std::min(family.start.y, family.start.y + family.length.y);
     if (IsPrint(view_) && top < 0) {

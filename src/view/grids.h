@@ -11,7 +11,7 @@ namespace orvane {
 /// font, unless the view hides grids. The corner is the pixel of its point; lines and labels run
 /// from there in steps of pixels. Lines closer together than a pixel are drawn about a pixel apart
 /// and lines outside the clip are left out, so a grid of any number of cells is drawn in time
-/// that grows with the window alone.
+/// that grows only with the window.
 void DrawGrids(MapWindow& view);
 
 /// The label of a row or column, as `FormatCellNumber` writes it; a number beyond 32 bits is

@@ -51,7 +51,7 @@ std::string CellNameAt(const MapWindow& view, const LatLon& place) {
   return {};
 }
 
-/// How far north and east of one place another lies.
+/// How far north and east of one place another is.
 Meters WayBetween(const LatLon& from, const LatLon& to) {
   const Meters at = LatLonToMeters(to.lat, to.lon - from.lon);
   return {at.north - DegreesToMeters(from.lat), at.east};
@@ -131,7 +131,7 @@ int RowPitch(const Canvas& canvas) {
   return canvas.Ascent(CanvasFont::Small) + 2 * MarginUnit(canvas);
 }
 
-/// Room that the arrow takes, with the gap behind it.
+/// Room that the arrow takes, with the gap after it.
 int MarkWidth(const Canvas& canvas) {
   return canvas.Ascent(CanvasFont::Small) / 2 + 4 * MarginUnit(canvas);
 }

@@ -8,17 +8,17 @@
 
 namespace orvane {
 
-/// The info panel: what stands under the pointer and, during a rubber band, how far it reaches.
+/// The info panel: what is under the pointer and, during a rubber band, how far it reaches.
 
 /// One row of the panel.
 struct InfoRow {
-  bool mark = false;   ///< an upward arrow in front: the row tells a difference
+  bool mark = false;   ///< an upward arrow in front: the row shows a difference
   std::string text;    ///< may be empty
-  std::string offset;  ///< stands in a column behind the coordinates; may be empty
+  std::string offset;  ///< goes into a column after the coordinates; may be empty
 };
 
 /// What the panel reads, from the top: four rows, and a fifth one during a rubber band between two
-/// places of which one lies on the equator.
+/// places of which one is on the equator.
 ///
 /// At rest and while the map is dragged: latitude, longitude, altitude, and the scale with the grid
 /// cell; after the first three the way from the map's origin, if it or a basis has one. During a
@@ -40,7 +40,7 @@ std::string ScaleLabel(float scale);
 /// A distance over the equator, by tangents that take degrees as they are and an arc tangent that
 /// is taken as degrees. No distance on the earth comes out of it; these are the figures that have
 /// always been shown.
-/// \return metres; 0 unless one of the two lies exactly on the equator, less than 90 degrees of
+/// \return metres; 0 unless one of the two is exactly on the equator, less than 90 degrees of
 ///         longitude from the other
 double GreatCircleDistance(const LatLon& pointer, const LatLon& press);
 

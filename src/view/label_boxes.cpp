@@ -6,8 +6,8 @@ namespace orvane {
 
 namespace {
 
-// A bucket is about as large as a short label. What lies beyond 16 bits falls into the outermost
-// buckets, where it is told apart by its true box.
+// A bucket is about as large as a short label. What is beyond 16 bits goes into the outermost
+// buckets, where its true box decides.
 constexpr int BandHeight = 16;
 constexpr int ColumnWidth = 64;
 constexpr int Reach = 32768;
@@ -20,7 +20,7 @@ int Bucket(int pixel, int size) { return (std::clamp(pixel, -Reach, Reach - 1) +
 }  // namespace
 
 LabelBoxes::BucketRange LabelBoxes::BucketsOf(const PixelRect& box) {
-  // A box of no extent still lies in a bucket.
+  // A box of no extent still has a bucket.
   return {Bucket(box.top, BandHeight), Bucket(std::max(box.top, box.bottom - 1), BandHeight),
           Bucket(box.left, ColumnWidth), Bucket(std::max(box.left, box.right - 1), ColumnWidth)};
 }

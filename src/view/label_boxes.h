@@ -8,7 +8,7 @@
 namespace orvane {
 
 /// True if two boxes have more than an edge in common. A box of no width still hits one that it
-/// lies inside.
+/// is inside.
 inline bool BoxesOverlap(const PixelRect& a, const PixelRect& b) {
   return a.left < b.right && b.left < a.right && a.top < b.bottom && b.top < a.bottom;
 }

@@ -28,7 +28,7 @@ bool ShowsHiddenNames(const MapWindow& view) {
 
 int AddPixels(int a, int b) { return TruncateToPixel(1.0 * a + b); }
 
-/// Where a label is to stand, as worked out from its surroundings. The width of the text is asked
+/// Works out where a label goes from its surroundings. The width of the text is asked
 /// for only where the place depends on it, since it is what takes most of the time.
 class LabelPlace {
  public:
@@ -70,7 +70,8 @@ class LabelPlace {
         Center();
       }
     } else if (row < 0 && row >= -view_.labelHeight) {
-      // On this side the width of the text is not looked at; maps were labelled so.
+      // The width of the text does not count here; see "A label counts its width only if the point
+      // before is below" in docs/compatibility.md.
       if (-row >= 2 * col) {
         dy_ += view_.labelAscent / 2;
       } else if (col >= -3 * row) {
@@ -84,7 +85,7 @@ class LabelPlace {
     dy_ = view_.labelAscent - view_.labelHeight - view_.labelAscent / 3 - radius_;
   }
 
-  /// The first label of a list and the one at its end stand away from the line. A mark of the
+  /// Keeps the first and the last label of a list away from the line. A mark of the
   /// point's own does not count here.
   void KeepClearOfLineEnds() {
     if (!site_.next && site_.last) {
@@ -102,7 +103,7 @@ class LabelPlace {
     }
   }
 
-  /// True if `right` lies to the right of `left`, by more than twice what it lies above or below.
+  /// True if `right` is to the right of `left`, by more than twice what it is above or below.
   static bool IsFlatBetween(Pixel left, Pixel right) {
     const int rows = right.y - left.y;
     const int columns = right.x - left.x;

@@ -21,7 +21,7 @@ enum MapWindowFlag : std::uint32_t {
   MapWindowPan = 16,           ///< the drag moves the map
   MapWindowPrint = 32,         ///< the view is one of paper
   MapWindowGridsHidden = 64,   ///< no grids are drawn
-  MapWindowFindMarker = 512,   ///< the Find marker stands at `highlight`
+  MapWindowFindMarker = 512,   ///< the Find marker is at `highlight`
   MapWindowTrailFlash = 1024,  ///< `selectedTrail` is shown by Find
   MapWindowNotesDue = 2048,    ///< the map's notes are to be shown
   MapWindowNotesShown = 4096,  ///< the map's notes are up
@@ -82,7 +82,7 @@ struct MapWindow {
   std::list<RangePanelRow> rangeViews;  ///< which ranges are drawn and how
 
   const Trail* selectedTrail = nullptr;  ///< drawn thick in `MarkerColor`, even if not visible
-  LatLon highlight;                      ///< where the Find marker stands
+  LatLon highlight;                      ///< where the Find marker is
 
   // What the pointer does.
   Pixel pressPoint;     ///< the last press of a button; moves with a pan

@@ -31,7 +31,7 @@ constexpr std::array<const char*, 9> OrientationTexts = {
 /// True for the four that follow the compass; without a deviation they say nothing of their own.
 bool IsCompassOrientation(Orientation orientation);
 
-/// \return the rotation in degrees that a named way up stands for; 0 for `Free`
+/// \return the rotation in degrees of a named way up; 0 for `Free`
 double RotationOf(Orientation orientation, double magneticDeviation);
 
 /// The way up that a rotation is: true and compass north, true and compass east and so on are
@@ -41,7 +41,7 @@ Orientation OrientationOf(float rotation, double magneticDeviation);
 /// A rotation as the field of the box shows it.
 std::string RotationText(double rotation);
 
-/// Reads that field, which may hold one number and nothing behind it; an empty one counts as 0.
+/// Reads that field, which may hold one number and nothing after it; an empty one counts as 0.
 /// \return degrees above -360 and below 360; nothing for any other text
 std::optional<double> ParseRotation(std::string_view text);
 

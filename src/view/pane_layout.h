@@ -26,7 +26,7 @@ enum class PaneDivider {
   BetweenLists,  ///< between the two lists: moves up and down
 };
 
-/// Where everything of a map window stands. A pane that is not shown is an empty rectangle.
+/// Where everything of a map window is. A pane that is not shown is an empty rectangle.
 struct PaneLayout {
   PixelRect trails;        ///< the upper list, with its title
   PixelRect ranges;        ///< the lower list, with its title
@@ -39,8 +39,8 @@ struct PaneLayout {
 /// Lays the panes out. A list that would be narrower, or lower, than a scroll bar vanishes and its
 /// size becomes 0; a pane that no longer fits is cut to what there is. Lists of any width leave
 /// `LeastMapWidth` to the map, and vanish in a window too narrow for both. The divider beside the
-/// map is always there, and the one between the lists while the lists are, so that what has vanished
-/// can be pulled back.
+/// map is always there, and the one between the lists while the lists are, so that what has
+/// vanished can be pulled back.
 /// \param width, height   of the window's inside, in pixels
 /// \param scrollBarWidth  the least size of a list
 PaneLayout LayOutPanes(int width, int height, const PaneSizes& sizes, int scrollBarWidth);
@@ -49,7 +49,7 @@ PaneLayout LayOutPanes(int width, int height, const PaneSizes& sizes, int scroll
 PaneDivider DividerAt(const PaneLayout& layout, Pixel at);
 
 /// The sizes when a divider is dropped.
-/// \param at  the pixel where the middle of the divider is to stand; it may lie outside the window
+/// \param at  the pixel for the middle of the divider; it may be outside the window
 PaneSizes SizesAfterDrop(const PaneLayout& layout, PaneDivider divider, Pixel at);
 
 /// The sizes when a divider is moved by some pixels. A pane that has vanished comes back with its

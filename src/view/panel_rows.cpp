@@ -21,7 +21,8 @@ constexpr Color DarkOlive = 0x202000;
 constexpr Color Blue = 0x0000FF;
 
 /// The rows of a tree while it is built, by level and folded text, so that a map of many trails
-/// need not walk a level for each of them. Rows of equal text stand in the order of their making.
+/// need not walk a level for each of them. Rows of equal text keep the order in which they were
+/// made.
 class RowIndex {
  public:
   /// \return the first row with that text, or null
@@ -29,7 +30,7 @@ class RowIndex {
     const auto found = rows_.find({&rows, folded});
     return found == rows_.end() ? nullptr : &*found->second;
   }
-  /// Puts a row behind those of a smaller or equal text.
+  /// Puts a row after those of a smaller or equal text.
   TrailPanelRow& Insert(TrailRows& rows, std::string folded, TrailPanelRow row) {
     const Key key(&rows, std::move(folded));
     const auto next = rows_.upper_bound(key);
@@ -44,7 +45,7 @@ class RowIndex {
   std::multimap<Key, TrailRows::iterator> rows_;
 };
 
-/// Puts a row behind those of a smaller or equal text, before the row "New".
+/// Puts a row after those of a smaller or equal text, before the row "New".
 TrailPanelRow& InsertRow(TrailRows& rows, TrailPanelRow row) {
   const auto place = std::find_if(rows.begin(), rows.end(), [&](const TrailPanelRow& there) {
     return there.fixed || CompareNames(there.text, row.text) > 0;

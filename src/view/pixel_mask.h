@@ -27,7 +27,7 @@ inline bool Contains(const PixelRect& outer, const PixelRect& inner) {
          outer.bottom >= inner.bottom;
 }
 
-/// A set of pixels of a rectangle, a bit each. What lies outside the rectangle is ignored.
+/// A set of pixels of a rectangle, a bit each. What is outside the rectangle is ignored.
 class PixelMask {
  public:
   explicit PixelMask(const PixelRect& area);

@@ -8,7 +8,7 @@ namespace orvane {
 namespace {
 
 /// Narrows the part of a segment, from `enter` to `leave` (0 at its start, 1 at its end), to what
-/// lies between the two edges of one coordinate. \return false if nothing is left
+/// is between the two edges of one coordinate. \return false if nothing is left
 bool Narrow(double start, double delta, double& enter, double& leave) {
   if (delta == 0) return std::abs(start) <= LargestPixel;
   const double a = (-LargestPixel - start) / delta;

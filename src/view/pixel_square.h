@@ -9,7 +9,7 @@
 namespace orvane {
 
 /// Lines and areas that reach beyond the square of pixels that drawing takes, +-`LargestPixel` in
-/// rows and columns. They are cut at its edges, so what lies within stays exactly where it is.
+/// rows and columns. They are cut at its edges, so what is inside stays exactly where it is.
 
 /// A straight piece of a line.
 struct ExactSegment {
@@ -21,12 +21,12 @@ struct ExactSegment {
 bool InSquare(const ExactPixel& pixel);
 
 /// The part of a segment within the square. An end inside is kept as it is.
-/// \return nothing if no part of it lies within
+/// \return nothing if no part of it is inside
 std::optional<ExactSegment> CutSegment(const ExactSegment& segment);
 
 /// The part of an area within the square, with whole pixels as corners.
 /// \param ring  its corners in order, open or closed
-/// \return the corners of the cut area, open; empty if no part of it lies within. Where the area
+/// \return the corners of the cut area, open; empty if no part of it is inside. Where the area
 ///         falls into several parts, edges along the square join them.
 std::vector<Pixel> CutRing(const std::vector<ExactPixel>& ring);
 

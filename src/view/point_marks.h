@@ -19,7 +19,7 @@ struct MarkLook {
 /// Draws the mark of a point: its own, if it has one, else the shape of the list. Sizes go by
 /// the letter's width, two thirds of which are a mark's radius.
 /// \param pixel     where the point is
-/// \param previous  the pixel of the point before, to which ticks stand at right angles; null for
+/// \param previous  the pixel of the point before, to which ticks are at right angles; null for
 ///                  none, and then no tick is drawn
 void DrawPointMark(Canvas& canvas, const MarkLook& look, const Point& point, Pixel pixel,
                    const Pixel* previous);

@@ -106,6 +106,7 @@ void CancelPointer(MapWindow& view) { view.flags &= ~std::uint32_t{MapWindowDrag
 void ScrollToward(MapWindow& view, Pixel at) {
   const int columns = ScrollShift(at.x, view.clientWidth);
   const int rows = ScrollShift(at.y, view.clientHeight);
+  // Columns count as metres: see "A drag beyond the edge" in docs/compatibility.md.
   const double lon = MetersToLatLon((view.top + view.bottom) / 2, columns / view.pixelRatio).lon;
   if (std::isfinite(lon)) view.centralLongitude = WrapLongitude(view.centralLongitude + lon);
   const double north = rows / static_cast<double>(view.scale);

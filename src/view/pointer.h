@@ -18,7 +18,7 @@ struct PointerKeys {
 
 /// What a release of the button came to.
 struct PointerOutcome {
-  bool viewMoved = false;      ///< the map is to be drawn anew
+  bool viewMoved = false;      ///< the map must be redrawn
   bool transectDrawn = false;  ///< the transect along `selection` is to be shown
 };
 
@@ -31,7 +31,7 @@ void PressPointer(MapWindow& view, Pixel at, bool otherButton);
 
 /// The pointer has moved. A pan moves the map with it; a rubber band that leaves the window scrolls
 /// the map towards it.
-/// \return true if the map is to be drawn anew
+/// \return true if the map must be redrawn
 bool MovePointer(MapWindow& view, Pixel at);
 
 /// The button is let go. With an input target the place of the press goes there. Otherwise a band
@@ -47,7 +47,7 @@ PointerOutcome ReleasePointer(MapWindow& view, Pixel at, const PointerKeys& keys
 void CancelPointer(MapWindow& view);
 
 /// Moves the map by whole pixels, right and down above 0, as two fingers or a wheel do.
-/// \return true if the map is to be drawn anew; false during a drag, and for no pixels
+/// \return true if the map must be redrawn; false during a drag, and for no pixels
 bool PanBy(MapWindow& view, int columns, int rows);
 
 /// Escape: ends a drag without any effect, the transect mode, and the box around the area for the

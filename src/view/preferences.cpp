@@ -32,7 +32,7 @@ constexpr std::string_view SmoothLinesKey = "SmoothLines=";
 
 double Real(std::string_view text) { return ReadReal(text).value; }
 
-/// Takes a line whose value is no map. \return false for a line that is none
+/// Reads a line whose value is not a map. \return false for any other line
 bool TakeSetting(std::string_view line, Preferences& settings, WindowPreferences& preferences) {
   SavedView& view = preferences.savedView;
   if (const auto width = StartsWith(TrailWidthKey, line)) {

@@ -14,7 +14,7 @@ struct Workspace;
 /// The file that keeps the user's settings and the open windows from one run to the next: text in
 /// lines, each a key and a value.
 
-/// Its name; it lies in the default directory.
+/// Its name; it is in the default directory.
 constexpr auto PreferencesName = "Orvane.prf";
 
 /// What the file holds beside the settings in `Workspace::preferences`. What it does not say stays
@@ -27,14 +27,14 @@ struct WindowPreferences {
 
 /// Reads the file; called once, after the maps of the command line were opened.
 ///
-/// A line that is no setting is told as an internal error and the read goes on; a missing file is
-/// no fault. A file may name several maps: all but the last are opened at once, in the order of
-/// the file; the last is left to the caller, as `savedView.fileName`.
+/// A line that is not a setting is reported as an internal error and reading continues; a missing
+/// file is no fault. A file may name several maps: all but the last are opened at once, in the
+/// order of the file; the last is left to the caller, as `savedView.fileName`.
 /// \param openMap  opens a map in a window of its own. The saved view is not for these windows.
 void ReadPreferences(Workspace& workspace, const std::string& path, WindowPreferences& preferences,
                      const std::function<void(const std::string& fileName)>& openMap);
 
-/// What is written: each line ends in carriage return and line feed. The newest window stands
+/// What is written: each line ends in carriage return and line feed. The newest window is
 /// first, and since the last one read is the one whose view comes back, it is the oldest that shows
 /// what it showed. Maps without a name of their own are left out, and so are names that could not
 /// be read back: with an end of a line in them, or too long for a line.
@@ -53,7 +53,7 @@ void WritePreferences(const Workspace& workspace, const std::string& path,
 
 /// The directory of the program's own files.
 /// \param home            what the user has set for it in `ORVANE_HOME`; empty for nothing
-/// \param startDirectory  where the program was started: taken if a preferences file stands there
+/// \param startDirectory  where the program was started: used if it has a preferences file
 /// \param userDirectory   where the platform keeps the settings of each user
 std::string DefaultDirectory(const std::string& home, const std::string& startDirectory,
                              const std::string& userDirectory);

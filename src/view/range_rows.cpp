@@ -84,13 +84,13 @@ RangePanelRow MakeRangeRow(MapWindow& view, Range* range, RangeIntersection* int
   return row;
 }
 
-/// Ranges stand before overlaps, and the row "New" behind both.
+/// Ranges come before overlaps, and the row "New" after both.
 int GroupOf(const RangePanelRow& row) {
   if (row.fixed) return 2;
   return row.intersection != nullptr ? 1 : 0;
 }
 
-/// True if a row that is to be added stands before one that is there.
+/// True if a row that is to be added goes before an existing one.
 bool StandsBefore(const RangePanelRow& added, const RangePanelRow& row) {
   if (GroupOf(added) != GroupOf(row)) return GroupOf(added) < GroupOf(row);
   return CompareNames(added.text.value_or(""), row.text.value_or("")) < 0;

@@ -4,13 +4,13 @@
 
 namespace orvane {
 
-/// Makes the range rows of a view anew: the ranges of its map by name, then their overlaps by name,
+/// Rebuilds the range rows of a view: the ranges of its map by name, then their overlaps by name,
 /// then the row "New". What was selected and visible is lost.
 void BuildRangeRows(MapWindow& view);
 
 /// Adds the row of a range, or of an overlap if `intersection` is not null, in its sorted place;
-/// rows of equal name stand in the order in which they were added. The trail rows of the view must
-/// stand, since a range takes its colour from its first follow.
+/// rows of equal name are in the order in which they were added. The trail rows of the view must
+/// exist, since a range takes its colour from its first follow.
 /// \return the row; good until it is dropped
 RangePanelRow& AddRangeRow(MapWindow& view, Range* range, RangeIntersection* intersection);
 

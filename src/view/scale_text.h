@@ -13,9 +13,10 @@ struct MapWindow;
 /// \param scale  logical pixels per metre
 std::string ScalePrompt(float scale);
 
-/// Reads an answer of that box: "1px = 2.5m". In front may stand "1px", blanks and "="; behind the
+/// Reads an answer of that box: "1px = 2.5m". "1px", blanks and "=" may come first; after the
 /// number k (thousands) or c (hundredths) and then m, each large or small. Nothing may be left.
-/// \return logical pixels per metre; nothing for any other text, and for a number that is not above 0
+/// \return logical pixels per metre; nothing for any other text, and for a number that is not above
+/// 0
 std::optional<double> ParseScale(std::string_view answer);
 
 /// Sets the scale, within its bounds; the place at the middle stays.

@@ -25,16 +25,16 @@ enum class ScrollAction {
 /// eighths by page, and by a twentieth for each place that the thumb has moved.
 /// \param size      height or width of the view, in pixels
 /// \param stored    the last place of the thumb
-/// \param position  its new place; read for the thumb alone
+/// \param position  its new place; read only for the thumb
 int ScrollStep(ScrollAction action, int size, int stored, int position);
 
 /// Moves the view up or down, and notes the place of the thumb.
-/// \return where the bar is to stand now: where it is pulled to, or at rest
+/// \return the new position of the bar: where it is pulled to, or at rest
 int ScrollVertically(MapWindow& view, ScrollAction action, int position);
 /// The same to the left or right.
 int ScrollHorizontally(MapWindow& view, ScrollAction action, int position);
 
-/// Both bars stand at rest, as after a change of size.
+/// Puts both bars at rest, as after a change of size.
 void ResetScrolling(MapWindow& view);
 
 }  // namespace orvane

@@ -25,7 +25,7 @@ TrailBounds BoundsOf(const Trail& trail) {
   return bounds;
 }
 
-/// True if the points, which lie at least `least` degrees to one side of the centre, are all more
+/// True if the points, which are at least `least` degrees to one side of the centre, are all more
 /// than `edge` metres off on that side. A metre is left for rounding.
 bool IsBeyondSide(const TrailBounds& bounds, double least, double edge) {
   if (least <= 0) return false;

@@ -25,7 +25,7 @@ struct ShownTrail {
 /// while neither rows nor points change.
 std::vector<ShownTrail> ShownTrails(MapWindow& view);
 
-/// True if all points of a trail lie beyond the same edge of a view that is not turned, or all
+/// True if all points of a trail are beyond the same edge of a view that is not turned, or all
 /// beyond half a turn to the same side, so that no part of it is drawn. A trail that is not told
 /// apart so is looked at point by point; the answer changes no drawing.
 bool IsBeyondView(const MapWindow& view, const TrailBounds& bounds);

@@ -280,7 +280,7 @@ Extent MapExtent(const Map& map) {
              Deviation(sums.count, sums.eastSquares, east);
   }
   const float radius = static_cast<float>(spread);
-  // Half a metre was once meant as a rounding; views in use open there.
+  // See "A view of a new map opens half a metre off" in docs/compatibility.md.
   return {north + 0.5, east + 0.5, radius > 0 ? radius : 1};
 }
 

@@ -22,7 +22,7 @@ struct ExactPixel {
 
 /// The pixel of a place, moved into the 16-bit range along the line to the centre of the window,
 /// so that a line that leaves the window keeps its direction. Always within +-`LargestPixel`; a
-/// place that is no number comes out somewhere within it.
+/// place that is not a number comes out somewhere within it.
 Pixel MapToScreen(const MapWindow& view, const LatLon& place);
 /// The same before rounding by floor(v + 0.5).
 ExactPixel MapToScreenExact(const MapWindow& view, const LatLon& place);
@@ -36,7 +36,7 @@ class ScreenTransform {
   /// North and east in metres, east from the central longitude with the wrap.
   Meters Project(const LatLon& place) const;
   ExactPixel ToExactPixel(const Meters& projected) const;
-  /// Where a place lies, however far beyond the range that drawing takes: for lines, which are cut
+  /// Where a place is, however far beyond the range that drawing takes: for lines, which are cut
   /// at its edges. Always finite; a place too far away to count pixels comes out on the line from
   /// the centre towards it.
   ExactPixel ToUnboundedPixel(const Meters& projected) const;
@@ -68,7 +68,7 @@ inline int TruncateToPixel(double value) {
 /// Rounds by floor(v + 0.5), within the same bounds.
 inline int RoundToPixel(double value) { return TruncateToPixel(std::floor(value + 0.5)); }
 
-/// The place under a pixel; `longitudeWrap` does not enter and the longitude may lie beyond 180.
+/// The place under a pixel; `longitudeWrap` does not count and the longitude may be beyond 180.
 /// No altitude.
 LatLon ScreenToMap(const MapWindow& view, Pixel pixel);
 
@@ -91,8 +91,8 @@ int DevicePixels(const MapWindow& view, int logicalPixels);
 /// difference, so that a longitude that is one turn out loses no digits.
 double WrapLongitude(double longitude);
 
-/// \return the scale within `SmallestScale` and `LargestScale` that is next to `scale`; the smallest
-///         for a value that is not a number
+/// \return the scale within `SmallestScale` and `LargestScale` that is next to `scale`; the
+///         smallest for a value that is not a number
 float BoundedScale(double scale);
 
 /// Puts a place at the middle of the client rectangle; scale and rotation stay.
@@ -125,7 +125,7 @@ void SizeView(MapWindow& view, int width, int height, const SavedView* saved = n
 
 /// Puts the middle of a box at the middle of the view, at the scale at which the box shows with a
 /// margin of a fortieth at each side. The scale is that of a view that is not turned, so the
-/// corners of a box may lie outside a turned one. A box of no extent in either direction is shown
+/// corners of a box may be outside a turned one. A box of no extent in either direction is shown
 /// like a map of one point, with a metre about it.
 /// \param north, south, east, west  degrees
 void FitToBounds(MapWindow& view, double north, double south, double east, double west);
@@ -147,7 +147,7 @@ struct Extent {
 /// not placed do not count.
 Extent MapExtent(const Map& map);
 
-/// True if a pixel lies outside the client rectangle.
+/// True if a pixel is outside the client rectangle.
 bool ViewOutOfWindow(const MapWindow& view, Pixel pixel);
 
 /// Moves the map under the pointer from `pressPoint`, which follows, to `pixel`.

@@ -28,7 +28,7 @@ struct BarriersTest : GroundFixture {
   }
 };
 
-TEST_F(BarriersTest, FirstSampleStandsAtTheStartAndFurtherOnesTwoStepsApart) {
+TEST_F(BarriersTest, FirstSampleIsAtTheStartAndFurtherOnesAreTwoStepsApart) {
   AddRiver();
   const auto made = Made();
   ASSERT_EQ(made.size(), 30U);
@@ -51,7 +51,7 @@ TEST_F(BarriersTest, TheThirdSampleTakesItsAltitudeFromFurtherOn) {
   EXPECT_NEAR(made[7]->geo.altitude, 100 + 100 * (10 + 9 - 0.05) / 10, 1e-4);
 }
 
-TEST_F(BarriersTest, BothBanksStandOnTheSameSide) {
+TEST_F(BarriersTest, BothBanksAreOnTheSameSide) {
   AddRiver();
   const auto made = Made();
   for (const size_t bank : {3U, 4U}) {
@@ -60,7 +60,7 @@ TEST_F(BarriersTest, BothBanksStandOnTheSameSide) {
   }
 }
 
-TEST_F(BarriersTest, BanksOfARiverStandTenDropsAboveAndSidesOfARidgeThreeBelow) {
+TEST_F(BarriersTest, BanksOfARiverAreTenDropsAboveAndSidesOfARidgeThreeBelow) {
   AddRiver("rIVER");
   const auto river = Made();
   const float drop = river[2]->geo.altitude - river[0]->geo.altitude;
@@ -82,7 +82,7 @@ TEST_F(BarriersTest, WidthMovesTheBanksOutward) {
   EXPECT_NEAR(Made()[3]->geo.lat, 0.05 * Step * f, 1e-12);
 }
 
-TEST_F(BarriersTest, NewPointsStandInFrontTheLastOneForemost) {
+TEST_F(BarriersTest, NewPointsComeFirstTheLastOneInFront) {
   AddRiver();
   const auto made = Made();
   EXPECT_EQ(points.front(), made.back());

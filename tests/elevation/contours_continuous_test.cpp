@@ -33,8 +33,8 @@ bool IsOnBorder(const ContourWork& work, const LatLon& place) {
          place.lon == work.lons.front() || place.lon == work.lons.back();
 }
 
-/// The altitude on the grid line that a place lies on, straight between the samples at either side;
-/// no number if it lies on none.
+/// The altitude on the grid line that a place is on, straight between the samples at either side;
+/// no number if it is on none.
 double AltitudeOnLine(const ContourWork& work, const LatLon& place) {
   const auto index = [](const std::vector<double>& lines, double coordinate) {
     const auto above = std::upper_bound(lines.begin(), lines.end(), coordinate);
@@ -112,7 +112,7 @@ void ExpectSound(const ContourWork& work, const std::vector<ContourLine>& lines)
       }
     }
   }
-  // The level of each sample lies between those of the lines about it: none is left out.
+  // The level of each sample is between those of the lines about it: none is left out.
   const auto [low, high] = std::minmax_element(work.values.begin(), work.values.end());
   for (double k = std::floor(*low / work.interval) + 1; k * work.interval <= *high; ++k) {
     EXPECT_TRUE(levels.contains(static_cast<float>(k * work.interval))) << k;
@@ -225,7 +225,7 @@ struct ContinuousContoursTest : GroundFixture {
   }
 };
 
-TEST_F(ContinuousContoursTest, HaveEveryLevelOfTheOthersAndStandBesideThem) {
+TEST_F(ContinuousContoursTest, HaveEveryLevelOfTheOthersAndAreBesideThem) {
   for (std::uint64_t seed = 1; seed <= 15; ++seed) {
     SCOPED_TRACE(seed);
     map = &MakeMap(workspace, "levels.map");

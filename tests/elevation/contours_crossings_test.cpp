@@ -9,7 +9,7 @@
 namespace orvane {
 namespace {
 
-TEST(CrossingLists, CrossingStandsWhereTheLevelLiesBetweenTheEnds) {
+TEST(CrossingLists, CrossingIsWhereTheLevelIsBetweenTheEnds) {
   CrossingLists lists(1, 4, 30, 0.5);
   ASSERT_TRUE(lists.Add(0, 1, 30.5, 97, 107, 10));
   ASSERT_EQ(lists.Size(), 1U);
@@ -93,13 +93,13 @@ TEST(CrossingLists, TooManyLevelsAreRefused) {
   EXPECT_FALSE(lists.Add(0, 1, 30.5, 0.5, 100001.5, 1));
   EXPECT_FALSE(lists.Add(0, 1, 30.5, 0, 3e38, 1));
   EXPECT_FALSE(lists.Add(0, 1, 30.5, 0, std::numeric_limits<double>::infinity(), 1));
-  // What is no number has no crossing.
+  // What is not a number has no crossing.
   EXPECT_TRUE(lists.Add(0, 1, 30.5, 0.5, std::nan(""), 1));
   // Levels beyond which 1 metre is less than the last bit.
   EXPECT_TRUE(lists.Add(0, 2, 31, 3e38, 3e38, 1));
 }
 
-/// One list as it is told: crossings in a row, walked from the head.
+/// One list: crossings in a row, walked from the head.
 struct LiteralList {
   struct Entry {
     double coordinate;

@@ -32,7 +32,7 @@ TEST_F(AltitudePointsTest, LeavesTheBasisOut) {
 }
 
 struct SurfaceTest : GroundFixture {
-  /// Points that lie close enough for every rule to come into play.
+  /// Points that are close enough for every rule to come into play.
   void Strew(Dice& dice, int count, double extent) {
     for (int i = 0; i < count; ++i) {
       Add(1 + dice.Part() * extent, 30 + dice.Part() * extent, dice.Below(500));
@@ -85,7 +85,7 @@ TEST_F(SurfaceTest, SlopeLeavesOutPairsWithinThreeMetres) {
   EXPECT_NEAR(MaxSlope(CollectAltitudePoints(*map)), 49 / MetersToDegrees(6), 1);
 }
 
-TEST_F(SurfaceTest, SlopeIsNoneOnLevelGround) {
+TEST_F(SurfaceTest, ThereIsNoSlopeOnLevelGround) {
   EXPECT_EQ(MaxSlope({}), 0);
   Add(0, 0, 100);
   EXPECT_EQ(MaxSlope(CollectAltitudePoints(*map)), 0);
@@ -151,7 +151,7 @@ TEST_F(SurfaceTest, SamplesSideBySideAreThoseOfOneByOneToTheLastBit) {
   }
 }
 
-TEST_F(SurfaceTest, GridIsToldRowByRowAndCanBeGivenUp) {
+TEST_F(SurfaceTest, GridIsReportedRowByRowAndCanBeCancelled) {
   Dice dice(7);
   Strew(dice, 200, 0.01);
   const std::vector<Point*> points = CollectAltitudePoints(*map);

@@ -23,7 +23,7 @@ struct ContoursTest : GroundFixture {
     };
   }
 
-  /// Points about the corners of a lattice, so that no two lie close and the grid stays small.
+  /// Points about the corners of a lattice, so that no two are close and the grid stays small.
   /// \param levels  the range of altitudes, in intervals of 10 metres
   void StrewLattice(Dice& dice, int side, double levels) {
     constexpr double Spacing = 0.01;
@@ -71,7 +71,7 @@ std::vector<LiteralContours::Line> LinesOf(const Map& map) {
   return lines;
 }
 
-/// Compares line by line, and shows the first that differs alone.
+/// Compares line by line, and shows only the first that differs.
 void ExpectSame(const std::vector<LiteralContours::Line>& lines,
                 const std::vector<LiteralContours::Line>& expected) {
   ASSERT_EQ(lines.size(), expected.size());
@@ -199,7 +199,7 @@ TEST_F(ContoursTest, LevelGroundHasNone) {
   EXPECT_TRUE(messages.Entries().empty());
 }
 
-TEST_F(ContoursTest, NoAltitudesOrNoIntervalMakeNoneAndTellNothing) {
+TEST_F(ContoursTest, NoAltitudesOrNoIntervalMakeNoneAndReportNothing) {
   EXPECT_EQ(GenerateContours(*map, 10, Tell()), ContourNothing);
   AddHill();
   EXPECT_EQ(GenerateContours(*map, 0, Tell()), ContourNothing);
@@ -230,7 +230,7 @@ TEST_F(ContoursTest, ARiverInAnyLettersBendsTheGround) {
   EXPECT_FALSE(lines[0] == lines[1]);
 }
 
-TEST_F(ContoursTest, ProgressIsToldInThreeStages) {
+TEST_F(ContoursTest, ProgressIsReportedInThreeStages) {
   AddSlope();
   ASSERT_EQ(GenerateContours(*map, 10, Tell()), ContourMade);
   const LiteralContours literal(CollectAltitudePoints(*map), 10, Step(10));

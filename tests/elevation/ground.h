@@ -16,7 +16,7 @@ struct GroundFixture : testing::Test {
   Workspace workspace{messages};
   Map* map = &MakeMap(workspace, "ground.map");
 
-  /// A nameless point; the one added last stands first in lists.
+  /// A nameless point; the one added last is first in lists.
   Point& Add(double lat, double lon, double altitude) {
     Point& point = MakePoint(*map, "");
     point.geo = {lat, lon, static_cast<float>(altitude)};

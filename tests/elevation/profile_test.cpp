@@ -134,7 +134,7 @@ TEST_F(Profile, TheFirstColumnIsMeasuredAndTheOthersEstimated) {
   }
 }
 
-TEST_F(Profile, APointWithoutAltitudeOnAColumnIsEstimatedAtTheEndsAlone) {
+TEST_F(Profile, APointWithoutAltitudeOnAColumnIsEstimatedOnlyAtTheEnds) {
   Map& map = LineMap({"A", "B", "C"}, {"", "30", ""});
   ElevationView view = OpenLine(map, 4);
   EXPECT_EQ(Altitudes(view), (std::vector<float>{30, NoAltitude, NoAltitude, 30}));
@@ -186,14 +186,14 @@ TEST_F(Profile, ATransectGoesStraightOnBeyondItsEnds) {
 constexpr const char* UnevenLine =
     "T\tLine\nL\tA\t0\t0\t1\nL\tB\t0\t0.001\t2\nL\tC\t0\t0.0025\t3\n";
 
-TEST_F(Profile, AColumnJustBeforeAPointBearsTheNameOfThePointBefore) {
-  // Columns stand 0.3125 steps apart, and the fourth one 0.0625 before B.
+TEST_F(Profile, AColumnJustBeforeAPointHasTheNameOfThePointBefore) {
+  // Columns are 0.3125 steps apart, and the fourth one 0.0625 before B.
   const ElevationView view = OpenLine(Open(UnevenLine), 9);
   EXPECT_EQ(Labels(view), (Texts{"A", "", "", "A", "", "", "", "", "B"}));
 }
 
-TEST_F(Profile, AColumnJustBehindAPointBearsItsName) {
-  // Columns stand 0.357 steps apart, and the fourth one 0.071 behind B.
+TEST_F(Profile, AColumnJustAfterAPointHasItsName) {
+  // Columns are 0.357 steps apart, and the fourth one 0.071 after B.
   const ElevationView view = OpenLine(Open(UnevenLine), 8);
   EXPECT_EQ(Labels(view), (Texts{"A", "", "", "B", "", "", "", "B"}));
 }
@@ -250,7 +250,7 @@ TEST_F(Profile, PlacesThatHaveNoEstimateEndTheFilling) {
   EXPECT_FALSE(HasAltitude(view.samples[2].position.altitude));
 }
 
-/// Every column is at its place and has the altitude that a question for that place alone gives.
+/// Every column is at its place and has the altitude that a question for only that place gives.
 TEST_F(Profile, EveryColumnAgreesWithASingleQuestion) {
   for (unsigned seed = 1; seed <= 20; ++seed) {
     SCOPED_TRACE(seed);
@@ -325,7 +325,7 @@ TEST_F(Profile, FindTakesAnExactNameBeforeAHiddenOne) {
   EXPECT_NEAR((view.viewStart + view.viewEnd) / 2, 2 * Step, 1e-6);
 }
 
-TEST_F(Profile, FindTellsWhatIsNotOnTheLine) {
+TEST_F(Profile, FindReportsWhatIsNotOnTheLine) {
   Map& map = LineMap({"A", "B"}, {"1", "2"});
   ElevationView view = OpenLine(map, 10);
   EXPECT_FALSE(ElevationFindPoint(view, "Z", messages));

@@ -78,7 +78,7 @@ TEST_F(ProfileView, ThePointerStaysWithinThePlot) {
   EXPECT_EQ(PointerColumn(view), 0);
 }
 
-TEST_F(ProfileView, TheInfoPaneStandsInTheTopRightCorner) {
+TEST_F(ProfileView, TheInfoPaneIsInTheTopRightCorner) {
   const ElevationView view = Shown();
   const InfoPanePlace place = PlaceInfoPane(view, 521, SixEach);
   EXPECT_EQ(place.left, 521 - (19 * 6 + 10));
@@ -227,7 +227,7 @@ TEST_F(ProfileView, ALineWithoutLengthCanBeLookedAt) {
   EXPECT_EQ(view.viewStart, 0);
   EXPECT_EQ(view.viewEnd, 0);
   EXPECT_EQ(ElevationScrollBar(view).proportion, view.plotWidth - 1);
-  // Level ground: the line lies on the bottom of the plot.
+  // Level ground: the line is on the bottom of the plot.
   for (const ElevationVertex& vertex : ElevationLine(view)) EXPECT_EQ(vertex.y, view.plotHeight);
 }
 
@@ -239,7 +239,7 @@ TEST_F(ProfileView, NamesThatWouldCollideAreLeftOutButNotInTheLastColumn) {
   for (ElevationSample& sample : view.samples) sample.label = nullptr;
   view.samples[0].label = &names[0];
   view.samples[30].label = &names[1];  // 30 - 3 is left of the edge
-  view.samples[63].label = &names[1];  // within the text of the first, up to 59, and behind it
+  view.samples[63].label = &names[1];  // within the text of the first, up to 59, and after it
   view.samples[450].label = &names[2];
   view.samples[499].label = &names[3];
   const auto texts = PlaceNameTexts(view, CoordinateDisplay::Minutes, SixEach);
@@ -274,7 +274,7 @@ TEST_F(ProfileView, WithoutNamesTheEndsAreGivenByTheirCoordinates) {
   EXPECT_EQ(texts[1].x + SixEach(texts[1].text), view.leftMargin + view.plotWidth - 1);
 }
 
-TEST_F(ProfileView, DistancesStandAsCloseAsTheyFit) {
+TEST_F(ProfileView, DistancesAreAsCloseAsTheyFit) {
   const ElevationView view = Shown();
   const auto texts = DistanceTexts(view, SixEach);
   ASSERT_GE(texts.size(), 4U);
@@ -298,7 +298,7 @@ TEST_F(ProfileView, TextsWithoutWidthEndAllTheSame) {
   EXPECT_LE(DistanceTexts(view, none).size(), 500U);
 }
 
-TEST_F(ProfileView, TheAltitudesStandAtTheirHeights) {
+TEST_F(ProfileView, TheAltitudesAreAtTheirHeights) {
   const auto texts = AltitudeTexts(Shown());
   ASSERT_EQ(texts.size(), 2U);
   EXPECT_EQ(texts[0].text, "100");

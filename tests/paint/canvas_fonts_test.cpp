@@ -10,7 +10,7 @@
 namespace orvane {
 namespace {
 
-/// Draws a text alone. \return where it left ink
+/// Draws only a text. \return where it left ink
 PixelRect InkOf(std::string_view text, double pixelRatio = 1) {
   PaintedPicture picture(400, 100, {}, pixelRatio);
   picture.Paper().SetFont(CanvasFont::Label);

@@ -24,7 +24,7 @@ Marks PixelsOf(const PixelRect& rect) {
   return pixels;
 }
 
-TEST(QtCanvas, DrawsHairlinesOnTheTellingPixels) {
+TEST(QtCanvas, DrawsHairlinesOnTheirPixels) {
   for (const int width : {0, 1}) {
     for (const bool antialias : {false, true}) {
       PaintedPicture picture(20, 20, {.antialias = antialias});

@@ -79,7 +79,7 @@ TEST_F(RenderMapTest, PaintsTheMapIntoAPng) {
   EXPECT_FALSE(hasNear(120, 20, 0x0000FF));
   EXPECT_EQ(image.pixel(2, 2), 0xFFFFFFFF);
   EXPECT_EQ(image.pixel(237, 177), 0xFFFFFFFF);
-  // The label of the camp stands beside it.
+  // The label of the camp is beside it.
   EXPECT_GT(DarkPixels(image, QRect(60, 130, 60, 35)), 20);
 }
 

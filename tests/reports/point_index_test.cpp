@@ -150,7 +150,7 @@ TEST_F(PointIndexTest, CanBeBuiltAgain) {
   EXPECT_EQ(Sorted(), (Names{"A"}));
 }
 
-TEST_F(PointIndexTest, TakesTheNamesOfThisMapAlone) {
+TEST_F(PointIndexTest, TakesOnlyTheNamesOfThisMap) {
   Point& below = Add("Below");
   Map& above = MakeMap(workspace, "above.map");
   above.basis = &map;
@@ -195,7 +195,7 @@ TEST_F(PointIndexTest, FormatsMetres) {
   EXPECT_EQ(FormatMetres(entry), "0mN,-12.3kmE");
 }
 
-TEST_F(PointIndexTest, WritesHeadingsAloneForNoNames) {
+TEST_F(PointIndexTest, WritesOnlyHeadingsForNoNames) {
   map.origin = &MakePoint(map, "");
   EXPECT_EQ(PointIndexText(BuildPointIndex(map, 0), CoordinateDisplay::Minutes),
             "Name\tLat/Lon\n\n");

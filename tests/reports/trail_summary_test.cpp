@@ -86,7 +86,7 @@ TEST_F(TrailSummaryTest, ShowsLengthsAndAltitudesOfAPath) {
   EXPECT_EQ(Cells(path), (Texts{"Ridge", "700m", "948m", "500m", "900m", "", "", "", "", ""}));
 }
 
-TEST_F(TrailSummaryTest, ShowsThePathAloneIfAnAltitudeIsMissing) {
+TEST_F(TrailSummaryTest, ShowsOnlyThePathIfAnAltitudeIsMissing) {
   Trail& path = Path("Ridge", {&At(0, 0, 500), &At(300, 0)});
   EXPECT_EQ(Cells(path), (Texts{"Ridge", "300m", "", "", "", "", "", "", "", ""}));
 }
@@ -130,13 +130,13 @@ TEST_F(TrailSummaryTest, ShowsNoAspectOfLevelGround) {
   EXPECT_EQ(TrailSummaryCell(Facing(100, -0.49), TrailSummarySlantedArea, 0), "");
 }
 
-TEST_F(TrailSummaryTest, ShowsTheAreaAloneOfAPlotWithoutAnAltitude) {
+TEST_F(TrailSummaryTest, ShowsOnlyTheAreaOfAPlotWithoutAnAltitude) {
   Trail& plot = Plot("Plot", 0.2, 0);
   plot.points[1]->geo.altitude = NoAltitude;
   EXPECT_EQ(Cells(plot, 5), (Texts{"Plot", "400m", "", "", "", "1.00ha", "", "", "", ""}));
 }
 
-TEST_F(TrailSummaryTest, HasNoFieldBehindTheLastColumn) {
+TEST_F(TrailSummaryTest, HasNoFieldAfterTheLastColumn) {
   Trail& plot = Plot("Plot", 0.2, 0);
   EXPECT_EQ(TrailSummaryCell(plot, -1, 0), "");
   EXPECT_EQ(TrailSummaryCell(plot, 10, 0), "");
@@ -179,7 +179,7 @@ TEST_F(TrailSummaryTest, CountsExactly40And320WithTheClassesBelow) {
   }
 }
 
-TEST_F(TrailSummaryTest, CountsClosedTrailsWithAltitudesAlone) {
+TEST_F(TrailSummaryTest, CountsOnlyClosedTrailsWithAltitudes) {
   Trail& plot = Plot("Plot", 0.3, 0);
   Trail& flat = Plot("Flat", 0.01, 0);
   Trail& unknown = Plot("Unknown", 0.3, 0);
@@ -250,7 +250,7 @@ TEST_F(TrailSummaryTest, CountsAspectsWhateverTheDeviation) {
   EXPECT_NE(text.find("\n41\xB0-50\xB0:\t0\n51\xB0-130\xB0:\t1\n"), std::string::npos);
 }
 
-TEST_F(TrailSummaryTest, StandsPlacesThatAreNoNumbers) {
+TEST_F(TrailSummaryTest, CopesWithPlacesThatAreNotNumbers) {
   Trail& plot = Plot("Plot", 0.2, 0);
   plot.points[1]->geo.lat = std::numeric_limits<double>::quiet_NaN();
   plot.points[2]->geo.altitude = std::numeric_limits<float>::infinity();

@@ -14,7 +14,7 @@ namespace {
 using Lines = std::vector<std::string>;
 
 // Letters are 6 pixels wide and lines 12 high. So the plot is 180 pixels high, and for distances it
-// begins at x 55, behind 7 letters, two margins of 5 and a tick of 3 pixels.
+// begins at x 55, after 7 letters, two margins of 5 and a tick of 3 pixels.
 
 struct TravelChartTest : testing::Test {
   RecordingCanvas canvas{800, 600};
@@ -217,7 +217,7 @@ TEST_F(TravelChartTest, MovesWithTheScroll) {
   EXPECT_EQ(canvas.Lines(), before);
 }
 
-TEST_F(TravelChartTest, StandsAnyFigures) {
+TEST_F(TravelChartTest, CopesWithAnyFigures) {
   constexpr double nan = std::numeric_limits<double>::quiet_NaN();
   constexpr double infinite = std::numeric_limits<double>::infinity();
   for (const double value : {nan, infinite, -infinite, -1e300, 1e300}) {
@@ -233,7 +233,7 @@ TEST_F(TravelChartTest, StandsAnyFigures) {
 }
 
 /// One whole chart, so that any change of the drawing is seen.
-TEST_F(TravelChartTest, DrawsAsItAlwaysDid) {
+TEST_F(TravelChartTest, MatchesTheGoldenDrawing) {
   Give(8 * 12 + 3, 12.5);
   Give(8 * 12 + 4, 25);
   Give(10 * 12, 40);

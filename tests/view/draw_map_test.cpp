@@ -181,7 +181,7 @@ TEST(DrawMap, WestOfThe180thMeridianTheWrapTurnsTheOtherWay) {
 }
 
 TEST(DrawMap, TheSecondPassGoesByTheMetresOfTheUpdate) {
-  // The area lies a turn away from the middle, so it shows in the second pass only.
+  // The area is a turn away from the middle, so it shows in the second pass only.
   const auto hasSecondPass = [](double longitude, PixelRect update) {
     ViewCase c;
     CenterOn(c.view, LatLon{.lat = 0, .lon = longitude});

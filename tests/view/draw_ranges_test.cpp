@@ -33,7 +33,7 @@ struct DrawRangesTest : testing::Test, ViewCase {
     range.maxLon = range.hull[2]->geo.lon;
     return range;
   }
-  /// A visible row behind the others.
+  /// A visible row after the others.
   RangePanelRow& Show(Range& range, Color color = 0x102030) {
     RangePanelRow& row = view.rangeViews.emplace_back();
     row.range = &range;
@@ -177,7 +177,7 @@ TEST_F(DrawRangesTest, NamesRangesFrom40PixelsOn) {
   EXPECT_EQ(canvas.Count("text"), 0);
 }
 
-TEST_F(DrawRangesTest, ClearsTheBoxBehindANameOnPaper) {
+TEST_F(DrawRangesTest, ClearsTheBoxUnderANameOnPaper) {
   view.flags |= MapWindowPrint;
   Show(AddRange("Anabel", 0, 0, 100));
   Draw();
@@ -320,7 +320,7 @@ TEST_F(DrawRangesTest, TurnsCellsWithTheirGrid) {
   EXPECT_EQ(canvas.Having("polygon"), (Lines{"polygon 219,151 219,169 201,169 201,151"}));
 }
 
-TEST_F(DrawRangesTest, StandsBadCells) {
+TEST_F(DrawRangesTest, DrawsBadCellsWithoutHarm) {
   Range& range = AddRange("", -500, -500, 1000);
   GiveCells(range, 10, {Cell(0, 0, 5), Cell(0, 1, -5)});
   Show(range).drawMode = RangeDrawCoreGrid;
@@ -350,7 +350,7 @@ TEST_F(DrawRangesTest, FadesContoursTowardsTheBackground) {
   EXPECT_EQ(PolygonPens(), (Lines{"0c0c0c", "191919", "7f7f7f", "f2f2f2", "000000"}));
 }
 
-TEST_F(DrawRangesTest, DrawsTheContoursOfItsMaskAlone) {
+TEST_F(DrawRangesTest, DrawsOnlyTheContoursOfItsMask) {
   Range& range = AddRange("", 0, 0, 100);
   AddCluster(range, {19, 18, 10});
   AddCluster(range, {18});
@@ -486,12 +486,12 @@ TEST_F(DrawRangesTest, TakesTheBoxOfAnUpdate) {
 TEST_F(DrawRangesTest, TakesTheWidestOfBothEdgesForTheBox) {
   CenterOn(view, {60, 170, NoAltitude});
   const GeoBounds box = BoxOfUpdate(view, All());
-  // East reaches further in degrees at the upper edge, which lies nearer to the pole.
+  // East reaches further in degrees at the upper edge, which is nearer to the pole.
   EXPECT_GT(box.maxLon - 170, MetersToLatLon(DegreesToMeters(60), 200).lon);
   EXPECT_NEAR(170 - box.minLon, box.maxLon - 170, 1e-9);
 }
 
-TEST_F(DrawRangesTest, StandUnderGridsAndTrails) {
+TEST_F(DrawRangesTest, AreDrawnUnderGridsAndTrails) {
   Range& range = AddRange("", 0, 0, 100);
   AddTrail("a", {&Add("x", 0, 0), &Add("y", 10, 10)});
   BuildTrailRows(view);

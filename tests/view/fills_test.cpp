@@ -20,11 +20,11 @@ Lines Hatched(const std::vector<Pixel>& ring, double angle, int spacing) {
   return canvas.Lines();
 }
 
-TEST(HatchPolygon, LinesAlongRowsStandAtMultiplesOfTheSpacing) {
+TEST(HatchPolygon, LinesAlongRowsAreAtMultiplesOfTheSpacing) {
   EXPECT_EQ(Hatched(Square, 0, 8), (Lines{"line 10,24 30,24", "line 10,16 30,16"}));
 }
 
-TEST(HatchPolygon, LinesAlongColumnsStandAtMultiplesOfTheSpacing) {
+TEST(HatchPolygon, LinesAlongColumnsAreAtMultiplesOfTheSpacing) {
   EXPECT_EQ(Hatched(Square, 90, 8), (Lines{"line 16,30 16,10", "line 24,30 24,10"}));
 }
 
@@ -65,7 +65,7 @@ TEST(HatchPolygon, AHollowInTheRingIsLeftOpen) {
 }
 
 TEST(HatchPolygon, ALineThroughACornerCountsOneEdgeThere) {
-  // The ring runs on through its corners at row 16, where a line lies.
+  // The ring runs on through its corners at row 16, where there is a line.
   const std::vector<Pixel> ring{{20, 0}, {40, 16}, {20, 300}, {0, 16}, {20, 0}};
   for (const std::string& line : Hatched(ring, 0, 16)) {
     int x1 = 0, y1 = 0, x2 = 0, y2 = 0;
@@ -119,7 +119,7 @@ TEST(HatchPolygon, AHugeRingTakesNoMoreLinesThanTheClip) {
   EXPECT_LE(Hatched(ring, 45, 1).size(), 705U);
 }
 
-TEST(HatchPolygon, EveryPixelOfALineLiesInTheRing) {
+TEST(HatchPolygon, EveryPixelOfALineIsInTheRing) {
   constexpr std::uint64_t Seed = 88;
   Dice dice(Seed);
   for (int round = 0; round < 200; ++round) {
@@ -200,7 +200,7 @@ TEST(DrawPolygonFill, PatternsAreLinesAtTheirAngles) {
   EXPECT_EQ(hatchOf(FillCross), both);
 }
 
-TEST(DrawPolygonFill, APatternThatIsNoneDrawsNothing) {
+TEST(DrawPolygonFill, AnUnknownPatternDrawsNothing) {
   ViewCase c;
   DrawPolygonFill(c.view, Plot(c), 8, 0);
   DrawPolygonFill(c.view, Plot(c), -2, 0);
@@ -218,11 +218,11 @@ TEST(DrawPolygonFill, LeavesOutPointsWithoutAPlace) {
   EXPECT_EQ(c.canvas.Lines(), Lines{});
 }
 
-TEST(DrawPolygonFill, ASideWithFarEndsPassesWhereItLies) {
+TEST(DrawPolygonFill, ASideWithFarEndsIsDrawnInItsPlace) {
   ViewCase c;
   c.view.scale = 100;
   CenterOn(c.view, LatLon{});
-  // The lower side runs 50 pixels above the middle of the view, the corners lie 100,000 pixels away.
+  // The lower side runs 50 pixels above the middle of the view, the corners are 100,000 pixels away.
   const std::vector<Point*> ring{&c.Add("", 0.5, -1000), &c.Add("", 0.5, 1000),
                                  &c.Add("", 1000, 0)};
   DrawPolygonFill(c.view, ring, FillSolid, 0);

@@ -22,7 +22,7 @@ class FindInMapTest : public testing::Test {
   ViewCase c_;
 };
 
-TEST_F(FindInMapTest, WhatMeansNothingIsToldAndChangesNothing) {
+TEST_F(FindInMapTest, ATextWithoutMeaningIsReportedAndChangesNothing) {
   c_.view.flags |= MapWindowFindMarker;
   const double top = c_.view.top;
   EXPECT_EQ(FindInMap(c_.view, "Nowhere"), FindOutcome::Nothing);
@@ -51,7 +51,7 @@ TEST_F(FindInMapTest, APairOfCoordinatesIsAPlace) {
   EXPECT_TRUE(HasFlag(MapWindowFindMarker));
 }
 
-TEST_F(FindInMapTest, ALabelLimitIsComparedWithTheScaleAsTheNumbersStand) {
+TEST_F(FindInMapTest, ALabelLimitIsComparedDirectlyWithTheScale) {
   Named("Far", 2, 3).labelLimit = 0.5;
   FindInMap(c_.view, "Far");
   EXPECT_EQ(c_.view.scale, 0.5F);
@@ -115,7 +115,7 @@ TEST_F(FindInMapTest, ARangeIsFittedWithoutAMark) {
   EXPECT_FALSE(HasFlag(MapWindowFindMarker | MapWindowTrailFlash));
 }
 
-TEST_F(FindInMapTest, TheMarkOfAnEarlierFindGoes) {
+TEST_F(FindInMapTest, TheMarkOfAnEarlierFindIsRemoved) {
   Point& a = c_.AddAt("", 1, 1);
   Point& b = c_.AddAt("", 1.5, 3);
   c_.AddTrail("Ridge", {&a, &b});

@@ -90,7 +90,7 @@ TEST(DrawGridShades, LeavesOutCellsBesideTheClip) {
   EXPECT_EQ(c.canvas.Lines(), Lines{});
 }
 
-TEST(DrawGridShades, ACellLargerThanThePixelsEndsWhereItLies) {
+TEST(DrawGridShades, ACellLargerThanThePixelsIsDrawnInItsPlace) {
   ShadeCase c;
   c.grid.cellSize = 2000;
   c.grid.corner->geo = MetersToLatLon(1000, -0.5);  // its west side is left of the middle

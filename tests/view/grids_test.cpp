@@ -41,7 +41,7 @@ TEST(DrawGrids, NegativeCountsExtendTheOtherWay) {
 }
 
 TEST(DrawGrids, AGridWhoseCornerIsFarAwayStaysInPlace) {
-  // At a centimetre to the pixel the corner lies 80,000 pixels to the north and west, and the
+  // At a centimetre to the pixel the corner is 80,000 pixels to the north and west, and the
   // grid's lines still pass at every 100 metres from it.
   for (const float rotation : {0.0F, 90.0F}) {
     ViewCase c;
@@ -143,7 +143,7 @@ TEST(DrawGrids, OnPaperLabelsOfAGridBeyondThePageMoveInside) {
   const Lines labels = c.canvas.Having("text");
   // The middle of the first row of cells that has room for a label is 35; an ascent above is 27.
   EXPECT_NE(std::find(labels.begin(), labels.end(), "text 82,27 6"), labels.end());
-  // Lines stand at -45, -25, -5, 15: the label D of row line 5 ends at 15.
+  // Lines are at -45, -25, -5, 15: the label D of row line 5 ends at 15.
   EXPECT_NE(std::find(labels.begin(), labels.end(), "text 9,13 D"), labels.end());
 }
 
@@ -199,7 +199,7 @@ TEST(DrawGrids, ATurnedGridAgreesWithTheMap) {
   EXPECT_NEAR(y2, corner.y, 1);
 }
 
-TEST(DrawGrids, LabelsOfATurnedGridStandAtTheStartOfTheLines) {
+TEST(DrawGrids, LabelsOfATurnedGridAreAtTheStartOfTheLines) {
   ViewCase c;
   Grid& grid = GridAt(c, 40, 1, 1);
   grid.angle = 1e-9;  // turned, but not so that a pixel would show it
@@ -212,7 +212,7 @@ TEST(DrawGrids, LabelsOfATurnedGridStandAtTheStartOfTheLines) {
   EXPECT_EQ(turned, c.canvas.Having("text"));
 }
 
-TEST(DrawGrids, LabelsOfATurnedGridStandOutsideItWhereverItExtends) {
+TEST(DrawGrids, LabelsOfATurnedGridAreOutsideItWhereverItExtends) {
   ViewCase c;
   Grid& grid = GridAt(c, 40, -1, -1);
   grid.angle = 1e-9;

@@ -74,7 +74,7 @@ TEST_F(InfoPanelTest, TheBasisGivesNoAltitude) {
   EXPECT_EQ(Rows()[2].text, "");
 }
 
-TEST_F(InfoPanelTest, ShowsTheWayFromTheOriginBehindTheCoordinates) {
+TEST_F(InfoPanelTest, ShowsTheWayFromTheOriginAfterTheCoordinates) {
   SetOrigin(c_.map, 0, 0);
   c_.view.pointer = {200 + 34, 150 - 12};
   auto rows = Rows();
@@ -129,7 +129,7 @@ TEST_F(InfoPanelTest, ShowsTheRiseFromTheOriginWhenBothAltitudesAreKnown) {
   EXPECT_EQ(Rows()[2].offset, "-59m");
 }
 
-TEST_F(InfoPanelTest, NamesTheGridCellBehindTheScale) {
+TEST_F(InfoPanelTest, NamesTheGridCellAfterTheScale) {
   Point& corner = c_.Add("Corner", 100, -100);
   Grid& grid = c_.AddGrid(corner, 50, 4, 4);
   grid.rowStart = 1;

@@ -20,7 +20,7 @@ TEST(LabelBoxes, BoxesThatShareAnEdgeDoNotHit) {
   EXPECT_TRUE(boxes.Hits({49, 19, 90, 30}));
 }
 
-TEST(LabelBoxes, ABoxOfNoWidthHitsWhatItLiesIn) {
+TEST(LabelBoxes, ABoxOfNoWidthHitsTheBoxAroundIt) {
   LabelBoxes boxes;
   boxes.Add({10, 10, 50, 20});
   EXPECT_TRUE(boxes.Hits({30, 12, 30, 14}));

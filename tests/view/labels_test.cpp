@@ -14,7 +14,7 @@ namespace {
 using Lines = std::vector<std::string>;
 
 // The fonts of the recording canvas: ascents 8 and 9, heights 10 and 12, letters 6 wide. A label
-// that nothing moves stands 4 right of its point and 4 below.
+// that nothing moves is 4 right of its point and 4 below.
 
 /// The baseline of the label of "abc" when its point is at (100, 100).
 Pixel PlaceAt100(const LabelSite& around, int markSize = 0) {
@@ -46,7 +46,7 @@ LabelSite Previous(int x, int y) {
   return site;
 }
 
-TEST(PlaceLabel, StandsAtTheLowerRight) { ExpectAt({}, 4, 4); }
+TEST(PlaceLabel, GoesToTheLowerRight) { ExpectAt({}, 4, 4); }
 
 TEST(PlaceLabel, AMarkOfItsOwnPushesItOut) {
   ExpectAt({}, 8, 8, 2);  // 6 x 2 / 3
@@ -82,7 +82,7 @@ TEST(PlaceLabel, APreviousPointToTheLeftCountsAsMirrored) {
 
 TEST(PlaceLabel, APreviousPointOnTheSamePixelChangesNothing) { ExpectAt(Previous(0, 0), 4, 4); }
 
-TEST(PlaceLabel, TheLastLabelStandsAwayFromTheOneBefore) {
+TEST(PlaceLabel, TheLastLabelKeepsAwayFromTheOneBefore) {
   LabelSite site;
   site.last = Pixel{50, 100};
   ExpectAt(site, 4, 4);
@@ -97,7 +97,7 @@ TEST(PlaceLabel, TheLastLabelStandsAwayFromTheOneBefore) {
   ExpectAt(site, 4, 4);
 }
 
-TEST(PlaceLabel, TheFirstLabelStandsAwayFromTheNextPoint) {
+TEST(PlaceLabel, TheFirstLabelKeepsAwayFromTheNextPoint) {
   LabelSite site;
   site.next = Pixel{50, 100};
   ExpectAt(site, 4, 4);
@@ -354,7 +354,7 @@ TEST(PlaceLabels, HiddenRowsHaveNoLabels) {
   EXPECT_EQ(Names(c.canvas), "");
 }
 
-TEST(PlaceLabels, LoosePointsHaveNameAndCircleNamelessOnesTheirMarkAlone) {
+TEST(PlaceLabels, LoosePointsHaveNameAndCircleNamelessOnesOnlyTheirMark) {
   ViewCase c;
   c.map.loosePoints.push_front(&c.Add("loose", 50, 0));
   Point& marked = c.Add("", -50, 0);
@@ -381,7 +381,7 @@ TEST(PlaceLabels, LoosePointsOfTheWholeChainAreDrawn) {
   EXPECT_EQ(Names(c.canvas), "upper lower");
 }
 
-TEST(PlaceLabels, EachPassStartsAnewButNotUnderAWrap) {
+TEST(PlaceLabels, EachPassForgetsTheOneBeforeButNotUnderAWrap) {
   ViewCase c;
   c.map.loosePoints.push_front(&c.Add("a", 0, 0));
   DrawRows(c);

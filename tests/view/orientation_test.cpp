@@ -8,7 +8,7 @@
 namespace orvane {
 namespace {
 
-TEST(Orientation, ItsButtonsStandInTheirOrder) {
+TEST(Orientation, ItsButtonsAreInOrder) {
   EXPECT_STREQ(OrientationTexts[static_cast<size_t>(Orientation::TrueNorth)], "True North");
   EXPECT_STREQ(OrientationTexts[static_cast<size_t>(Orientation::TrueWest)], "True West");
   EXPECT_STREQ(OrientationTexts[static_cast<size_t>(Orientation::CompassNorth)], "Compass North");

@@ -35,7 +35,7 @@ TEST(BuildTrailRows, GroupsByTypeAndSortsEachLevel) {
   AddTyped(c.map, "path", "A");
   AddTyped(c.map, "RIVER", "Main");
   BuildTrailRows(c.view);
-  // The trails stand newest first, so their newest spelling of a type makes the group.
+  // The trails are newest first, so their newest spelling of a type makes the group.
   EXPECT_EQ(TextOf(c.view.trailViews), "path(A b) RIVER(Main north arm) New");
 }
 
@@ -94,7 +94,7 @@ TEST(BuildTrailRows, OffersContoursHiddenWhereBothNumbersAreSet) {
   EXPECT_EQ(TextOf(c.view.trailViews), "-Contours(-Contour  100(-Contour  100 #1)) New");
 }
 
-TEST(BuildTrailRows, GivesEveryTrailARowOfItsOwnBehindRowsOfEqualText) {
+TEST(BuildTrailRows, GivesEveryTrailARowOfItsOwnAfterRowsOfEqualText) {
   ViewCase c;
   Trail& second = AddTyped(c.map, "Path", "same");
   Trail& first = AddTyped(c.map, "path", "SAME");

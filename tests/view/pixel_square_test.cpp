@@ -47,7 +47,7 @@ TEST(CutSegment, GivesNothingForASegmentThatMissesTheSquare) {
   EXPECT_TRUE(CutSegment({{0, 63990}, {63990, 0}}).has_value());
 }
 
-TEST(CutSegment, WhatIsLeftLiesOnTheSegment) {
+TEST(CutSegment, WhatIsLeftIsOnTheSegment) {
   constexpr std::uint64_t Seed = 3;
   Dice dice(Seed);
   int cuts = 0;

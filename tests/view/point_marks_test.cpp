@@ -31,7 +31,7 @@ TEST(DrawPointMark, CrossAndPlusReachFartherWithTheThickness) {
                                        "line 100,96 100,104"}));
 }
 
-TEST(DrawPointMark, TicksStandAtRightAnglesToTheWay) {
+TEST(DrawPointMark, TicksAreAtRightAnglesToTheWay) {
   const Pixel west{40, 100};  // the way leads to the right, so its right hand is below
   EXPECT_EQ(Drawn(MarkTick, 1, &west).back(), "line 100,95 100,105");
   EXPECT_EQ(Drawn(MarkHalfTick, 1, &west).back(), "line 100,100 100,105");
@@ -61,7 +61,7 @@ TEST(DrawPointMark, APointsOwnMarkGoesByItsSize) {
             (Lines{"pen 1 solid 00aa00", "brush solid 00aa00", "rect 98,98 103,103"}));
 }
 
-TEST(DrawPointMark, ShapesThatAreNoneDrawNothing) {
+TEST(DrawPointMark, UnknownShapesDrawNothing) {
   EXPECT_EQ(Drawn(MarkNone, 1).size(), 2U);
   EXPECT_EQ(Drawn(MarkUnknown, 1).size(), 2U);
 }

@@ -46,7 +46,7 @@ TEST(Pointer, AnyOtherButtonPans) {
   EXPECT_FALSE(IsBandDrawn(c.view));
 }
 
-TEST(Pointer, WithoutADragItFollowsAlone) {
+TEST(Pointer, WithoutADragItOnlyFollows) {
   ViewCase c;
   const double top = c.view.top;
   EXPECT_FALSE(MovePointer(c.view, {-50, 70}));
@@ -260,7 +260,7 @@ TEST(ScrollToward, GoesAFortiethOfTheSizeAndTheWayBeyondTheEdge) {
   EXPECT_EQ(c.view.pointer.x, -5);
 }
 
-TEST(ScrollToward, TheEdgeItselfLiesOutsideAtRightAndBottomOnly) {
+TEST(ScrollToward, TheEdgeItselfIsOutsideOnlyAtRightAndBottom) {
   ViewCase c;
   PressPointer(c.view, {100, 100}, false);
   EXPECT_FALSE(MovePointer(c.view, {0, 0}));

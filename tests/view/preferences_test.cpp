@@ -101,7 +101,7 @@ TEST_F(PreferencesTest, ANumberEndsWhereItEnds) {
   EXPECT_EQ(preferences_.savedView.latitude, 1);
 }
 
-TEST_F(PreferencesTest, EachUnknownLineHasAMessageAndTheReadGoesOn) {
+TEST_F(PreferencesTest, EachUnknownLineHasAMessageAndReadingContinues) {
   Read("Colour=red\ntrailwidth=5\n TrailWidth=6\nTrailWidth 7\nTrailHeight=50\n");
   EXPECT_EQ(Messages(),
             (std::vector<std::string>{
@@ -137,7 +137,7 @@ TEST_F(PreferencesTest, AllMapsButTheLastOpenAtOnce) {
       "CenterLat=3\n");
   EXPECT_EQ(opened_, (std::vector<std::string>{"one.map", "two.map"}));
   EXPECT_EQ(preferences_.savedView.fileName, "three.map");
-  EXPECT_EQ(preferences_.savedView.scale, 2);  // the last value that stands anywhere
+  EXPECT_EQ(preferences_.savedView.scale, 2);  // the last value that is anywhere
   EXPECT_EQ(preferences_.savedView.rotation, 5);
   EXPECT_EQ(preferences_.savedView.latitude, 3);
 }
@@ -285,12 +285,13 @@ TEST_F(PreferencesTest, TheMessageOfAnUnknownLineComesFromThatLine) {
   EXPECT_EQ(messages.last.line, 3U);
 }
 
-TEST(DefaultDirectory, IsWhatTheUserSetOrWhereAFileStandsOrThePlatforms) {
+TEST(DefaultDirectory, IsWhatTheUserSetOrWhereThereIsAFileOrThePlatforms) {
   const TemporaryFolder folder;
   EXPECT_EQ(DefaultDirectory("/home/me/orvane", folder.Path(), "/config"), "/home/me/orvane");
   EXPECT_EQ(DefaultDirectory("", folder.Path(), "/config"), "/config");
   std::filesystem::create_directory(folder.Path("Orvane.prf"));
-  EXPECT_EQ(DefaultDirectory("", folder.Path(), "/config"), "/config");  // a directory is no file
+  EXPECT_EQ(DefaultDirectory("", folder.Path(), "/config"),
+            "/config");  // a directory is not a file
   std::filesystem::remove(folder.Path("Orvane.prf"));
   folder.Write("Orvane.prf", "");
   EXPECT_EQ(DefaultDirectory("", folder.Path(), "/config"), folder.Path());

@@ -43,14 +43,14 @@ struct RangeRowsTest : testing::Test, ViewCase {
   }
 };
 
-TEST_F(RangeRowsTest, HoldTheRowNewAlone) {
+TEST_F(RangeRowsTest, HoldOnlyTheRowNew) {
   Build();
   ASSERT_EQ(Texts(), (Names{"New"}));
   EXPECT_TRUE(view.rangeViews.front().fixed);
   EXPECT_EQ(view.rangeViews.front().range, nullptr);
 }
 
-TEST_F(RangeRowsTest, StandByNameInAnyCaseRangesFirst) {
+TEST_F(RangeRowsTest, AreSortedByNameInAnyCaseRangesFirst) {
   Range& b = AddRange("bob");
   Range& z = AddRange("Zoe");
   Range& a = AddRange("Ana");

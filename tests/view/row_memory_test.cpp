@@ -84,7 +84,7 @@ TEST_F(RowMemoryTest, WhatTheUserChangedStaysAndElseTheMapDecides) {
   EXPECT_FALSE(Row("Valley").visible);
 }
 
-TEST_F(RowMemoryTest, RowsOfEqualTextAreToldApartByTheirNumber) {
+TEST_F(RowMemoryTest, RowsOfEqualTextAreDistinguishedByTheirNumber) {
   for (int i = 0; i < 3; ++i) AddTrail("Path", "Same");
   Build();
   TrailPanelRow& group = Row("Path");

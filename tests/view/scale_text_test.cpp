@@ -43,7 +43,7 @@ TEST(ParseScale, RefusesWhateverIsLeftOver) {
   }
 }
 
-TEST(ParseScale, RefusesWhatIsNoScale) {
+TEST(ParseScale, RefusesWhatIsNotAScale) {
   for (const char* text : {"0", "-1", "0km", "-0"}) {
     EXPECT_FALSE(ParseScale(text).has_value()) << text;
   }

@@ -94,7 +94,7 @@ TEST(DrawTrailLine, LeavesOutSegmentsBeyondOneEdge) {
     Point& out = c.Add("o", north, east);
     Point& farther = c.Add("p", 2 * north, 2 * east);
     c.AddTrail("t", {&inside, &out, &farther, &out, &inside});
-    // Out and in again are two lines: behind what was left out a new one begins.
+    // Out and in again are two lines: after what was left out a new one begins.
     EXPECT_EQ(Drawn(c).size(), 2U) << north << "," << east;
     c.map.trails.clear();
     c.AddTrail("t", {&out, &farther});
@@ -128,7 +128,7 @@ TEST(DrawTrailLine, UnderARotationAFarLineKeepsItsDirection) {
 }
 
 TEST(DrawTrailLine, ASegmentThatLeavesTheSquareRunsThroughBothItsPoints) {
-  // A centimetre to the pixel: the ends lie 200,000 pixels off, on a line that passes 30 metres
+  // A centimetre to the pixel: the ends are 200,000 pixels off, on a line that passes 30 metres
   // from the middle.
   for (const float rotation : {0.0F, 20.0F}) {
     ViewCase c;
@@ -154,7 +154,7 @@ TEST(DrawTrailLine, ASegmentThatLeavesTheSquareRunsThroughBothItsPoints) {
   }
 }
 
-TEST(DrawTrailLine, ALineThatLeavesTheSquareBeginsAnewWhereItComesBack) {
+TEST(DrawTrailLine, ALineThatLeavesTheSquareBeginsAgainWhereItComesBack) {
   ViewCase c;
   c.view.scale = 100;
   CenterOn(c.view, LatLon{});
@@ -172,7 +172,7 @@ TEST(DrawTrailLine, UnderARotationASegmentOutsideTheSquareIsLeftOut) {
   EXPECT_EQ(Drawn(c), Lines{});
 }
 
-TEST(DrawTrailLine, LeavesOutWhatLiesMoreThanHalfATurnAway) {
+TEST(DrawTrailLine, LeavesOutWhatIsMoreThanHalfATurnAway) {
   ViewCase c;
   SetClientSize(c.view, 4000, 3000);
   c.view.scale = 0.0001F;
@@ -191,7 +191,7 @@ TEST(DrawTrailLine, CutsASegmentAlongAParallelAtHalfATurn) {
   c.view.scale = 0.0001F;  // a degree is 11.112 pixels; the map is 4000 wide
   CenterOn(c.view, LatLon{});
   c.AddTrail("t", {&c.AddAt("a", 0, 170), &c.AddAt("b", 0, 200), &c.AddAt("c", 0, 150)});
-  // Out to the limit, and from the limit back: the second begins anew.
+  // Out to the limit, and from the limit back: the second begins again.
   EXPECT_EQ(Drawn(c), (Lines{"polyline 4389,50 4500,50", "polyline 4500,50 4167,50"}));
 }
 

@@ -32,7 +32,7 @@ TEST(MapToScreen, RunsNorthUpAndEastRight) {
 
 TEST(MapToScreen, RoundsHalvesUp) {
   ViewCase c;
-  c.view.top = 100.5;  // the place at north 0 lies at row 100.5
+  c.view.top = 100.5;  // the place at north 0 is at row 100.5
   c.view.left = 50.5;  // and at column -50.5
   EXPECT_TRUE(Same(MapToScreen(c.view, At(0, 0)), {-50, 101}));
   const ExactPixel exact = MapToScreenExact(c.view, At(0, 0));
@@ -58,7 +58,7 @@ TEST(MapToScreen, AFarPointKeepsTheSlopeOfItsLine) {
   EXPECT_NEAR((pixel.x - 200.0) / (150.0 - pixel.y), 6.0 / 8.0, 1e-4);
 }
 
-TEST(MapToScreen, AnEdgeOfExactly32000IsLeftAlone) {
+TEST(MapToScreen, AnEdgeOfExactly32000IsUnchanged) {
   ViewCase c;
   c.view.top = 32000;
   c.view.left = -77;
@@ -174,7 +174,7 @@ TEST(CenterOn, TurnsTheHalfExtentsWithTheView) {
   EXPECT_NEAR(c.view.right, -150, 1e-9);
 }
 
-TEST(CenterOn, LeavesTheViewForAPlaceThatIsNoNumber) {
+TEST(CenterOn, LeavesTheViewForAPlaceThatIsNotANumber) {
   ViewCase c;
   CenterOn(c.view, At(std::nan(""), 4));
   EXPECT_EQ(c.view.top, 150);
@@ -341,7 +341,7 @@ TEST(InitView, StaysFiniteWherePlacesAreBeyondAllBounds) {
   }
 }
 
-TEST(InitView, IgnoresASavedViewThatIsNoPlace) {
+TEST(InitView, IgnoresASavedViewWithoutAPlace) {
   const double none = std::numeric_limits<double>::quiet_NaN();
   const double far = std::numeric_limits<double>::max();
   for (const SavedView& saved :
