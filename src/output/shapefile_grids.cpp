@@ -46,8 +46,8 @@ void PutCells(ShapefileExport& shapes, ShapefileSet& set, const ExportedGrid& gr
     const std::string rowLabel = grid.RowLabel(r);
     for (std::int64_t c = 0; c < grid.Columns(); ++c) {
       set.BeginRow();
-      // The part of the row is always first, even if the map names the column first. Pinned by
-      // GridShapes.NameTheRowBeforeTheColumnAlways.
+      // The part of the row is always first, even if the map names the column first; see
+      // docs/compatibility.md.
       set.PutField(rowLabel + grid.ColumnLabel(c));
       const LatLon corners[] = {grid.Place(r, c), grid.Place(r, c + 1), grid.Place(r + 1, c + 1),
                                 grid.Place(r + 1, c), grid.Place(r, c)};
@@ -112,8 +112,8 @@ bool IsExported(ShapefileExport& shapes, std::uint64_t count, std::string_view w
 
 void PutGridShapes(ShapefileExport& shapes) {
   const GridGroup group = GatherGrids(shapes.GetMap());
-  // The headers count only the last grid, while the file has the records of all. Pinned by
-  // GridShapes.CountTheLastGridAlone.
+  // The headers count only the last grid, while the file has the records of all; see
+  // docs/compatibility.md.
   if (group.grids.empty()) return;
   const ExportedGrid& last = group.grids.back();
   if (last.Rows() + last.Columns() == 0) return;

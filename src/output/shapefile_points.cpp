@@ -88,8 +88,8 @@ class PointWriter {
     ByteBuffer& shape = set_.BeginShape(PointContentWords);
     shape.PutDouble(place.lon);
     shape.PutDouble(place.lat);
-    // No length counts the altitude. A reader that follows the index finds each record. Pinned by
-    // PointShapes.CarryTheAltitudeUncounted.
+    // No length counts the altitude. A reader that follows the index finds each record. See
+    // docs/compatibility.md.
     if (group_.hasAltitudes) {
       shape.PutDouble(HasAltitude(place.altitude) ? double{place.altitude} : NoMeasure);
     }

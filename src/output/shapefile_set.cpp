@@ -15,8 +15,8 @@ namespace {
 constexpr std::uint32_t FileCode = 9994;
 constexpr std::uint32_t Version = 1000;
 
-/// The length of the header that all file lengths count: 4 bytes more than it has. Pinned by the
-/// tests of `fileWords` in shapefiles_test.cpp.
+/// The length of the header that all file lengths count: 4 bytes more than it has; see
+/// docs/compatibility.md.
 constexpr std::uint64_t CountedHeaderBytes = 104;
 constexpr std::uint64_t IndexRecordBytes = 8;
 
@@ -55,8 +55,8 @@ void PutShapeHeader(ByteBuffer& out, const ShapefileHeader& header, std::uint64_
   for (const double value : {bounds.minX, bounds.minY, bounds.maxX, bounds.maxY}) {
     out.PutDouble(value);
   }
-  // The range of Z is empty, and that of the altitudes is the range of M. Pinned by
-  // PointShapes.TellTheRangeOfAltitudesAsThatOfM.
+  // The range of Z is empty, and that of the altitudes is the range of M; see
+  // docs/compatibility.md.
   for (const double value : {0.0, 0.0, bounds.minAltitude, bounds.maxAltitude}) {
     out.PutDouble(value);
   }

@@ -22,7 +22,7 @@ constexpr std::uint64_t PlaceBytes = 16;
 
 // A record with altitudes is longer than its header says: besides X and Y it counts 8 bytes for
 // each point, while Z and M take 16, and it leaves out the ranges of both. The length of the file
-// counts them all. Pinned by TrailShapes.TellTooLittleOfRecordsWithAltitudes.
+// counts them all; see docs/compatibility.md.
 constexpr std::uint64_t CountedPlaceBytesWithZ = 24;
 constexpr std::uint64_t TrailBytes = 56;
 constexpr std::uint64_t TrailBytesWithZ = 88;

@@ -79,7 +79,7 @@ TEST(ParseColor, TriesDecimalNumbersBeforeHexadecimalOnes) {
   EXPECT_EQ(ParseColor("10 ff 30"), 0x10ff30);
 }
 
-TEST(ParseColor, LooksAtNothingBehindTheThirdNumber) {
+TEST(ParseColor, IgnoresWhatFollowsTheThirdNumber) {
   EXPECT_EQ(ParseColor("12 34 5f"), 0x0c2205);
   EXPECT_EQ(ParseColor("rgb(1,2,3"), 0x010203);
   EXPECT_EQ(ParseColor("rgb(10%,20%,30"), 0x19334c);

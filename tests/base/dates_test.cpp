@@ -29,7 +29,7 @@ TEST(ParseDate, TakesALargeFirstNumberAsTheYear) {
   }
 }
 
-TEST(ParseDate, TakesAFullYearAtTheEndAsItStands) {
+TEST(ParseDate, KeepsAFullYearAtTheEnd) {
   ExpectDate("2-3-2001", false, PackDate(2001, 2, 3), 8);
   ExpectDate("2-3-2001", true, PackDate(2001, 3, 2), 8);
   ExpectDate("2-3-100", false, PackDate(100, 2, 3), 7);
@@ -58,7 +58,7 @@ TEST(ParseDate, CountsAMissingNumberAsZero) {
   ExpectDate("99", false, PackDate(1999, 0, 0), 2);
 }
 
-TEST(ParseDate, StopsAtWhatIsNoDate) {
+TEST(ParseDate, StopsAtTheEndOfTheDate) {
   ExpectDate("2-3-99 am", false, PackDate(1999, 2, 3), 6);
   ExpectDate("2-3-99-4", false, PackDate(1999, 2, 3), 6);
   ExpectDate("2:3", false, PackDate(2000, 2, 0), 1);
@@ -106,7 +106,7 @@ TEST(FormatDate, IsReadBack) {
   constexpr unsigned Seed = 5;
   std::mt19937 random(Seed);
   for (int i = 0; i < 20000; ++i) {
-    // Years of three digits and more stand first without doubt.
+    // A first number of three digits or more is the year.
     const PackedDate date =
         PackDate(static_cast<int>(100 + random() % 3000), static_cast<int>(1 + random() % 12),
                  static_cast<int>(1 + random() % 31));

@@ -44,7 +44,7 @@ TEST_F(FileIdentity, WholePathLeadsWhereTheSystemWouldGo) {
   EXPECT_EQ(WholePath("missing/../a.map"), here_ + "/missing/../a.map");
 }
 
-TEST_F(FileIdentity, WholePathLeavesWhatIsNoFileName) {
+TEST_F(FileIdentity, WholePathKeepsTextsThatAreNotFileNames) {
   EXPECT_EQ(WholePath(""), "");
   const std::string withNul("a\0b", 3);
   EXPECT_EQ(WholePath(withNul), withNul);

@@ -13,7 +13,7 @@ TEST(FileMark, IsTheSameForTheSameBytes) {
   EXPECT_EQ(MarkOf(content).size, content.size());
 }
 
-TEST(FileMark, TellsEveryChangedByteFromTheOld) {
+TEST(FileMark, ChangesWithEveryByte) {
   const std::string content = "G\tCamp\tN1 0.6'\tE10\n";
   std::set<std::uint64_t> hashes = {MarkOf(content).hash};
   for (size_t i = 0; i < content.size(); ++i) {
@@ -25,13 +25,13 @@ TEST(FileMark, TellsEveryChangedByteFromTheOld) {
   }
 }
 
-TEST(FileMark, TellsContentsThatDifferInZerosAtTheirEnd) {
+TEST(FileMark, ChangesWithTheNumberOfZerosAtTheEnd) {
   EXPECT_NE(MarkOf(std::string("a\0", 2)), MarkOf("a"));
   EXPECT_NE(MarkOf(std::string(8, '\0')), MarkOf(""));
   EXPECT_NE(MarkOf(std::string(8, '\0')), MarkOf(std::string(16, '\0')));
 }
 
-TEST(FileMark, TellsTwoExchangedWordsFromTheOld) {
+TEST(FileMark, ChangesIfTwoWordsAreExchanged) {
   EXPECT_NE(MarkOf("first...second.."), MarkOf("second..first..."));
 }
 

@@ -5,7 +5,7 @@
 namespace orvane {
 namespace {
 
-TEST(BaseName, IsTheTextBehindTheLastSeparator) {
+TEST(BaseName, IsTheTextAfterTheLastSeparator) {
   EXPECT_EQ(BaseName("/home/maps/a.map"), "a.map");
   EXPECT_EQ(BaseName("a.map"), "a.map");
   EXPECT_EQ(BaseName("/a.map"), "a.map");
@@ -56,7 +56,7 @@ TEST(JoinPath, PutsASeparatorWhereOneIsNeeded) {
   EXPECT_EQ(JoinPath("..", "a.map"), "../a.map");
 }
 
-TEST(JoinPath, GivesTheNameAloneForTheDirectoryItself) {
+TEST(JoinPath, GivesOnlyTheNameForTheCurrentDirectory) {
   EXPECT_EQ(JoinPath(".", "a.map"), "a.map");
   EXPECT_EQ(JoinPath("", "a.map"), "a.map");
 }

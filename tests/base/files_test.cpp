@@ -50,7 +50,7 @@ class Files : public testing::Test {
     return status.st_mode & 07777U;
   }
 
-  /// The old file stands as it was, and nothing lies beside it.
+  /// The old file is unchanged, and there is nothing beside it.
   void ExpectUntouched() const {
     EXPECT_EQ(ReadWholeFile(Path("a.map")), "old");
     EXPECT_EQ(PermissionsOf("a.map"), 0640U);
@@ -68,7 +68,7 @@ class Files : public testing::Test {
 };
 
 /// Nothing is protected from the administrator; while one of these lives, a test that runs as one
-/// goes on as a user without rights, who owns the test's directory.
+/// continues as a user without rights, who owns the test's directory.
 class WithoutRights {
  public:
   explicit WithoutRights(const std::string& directory) : wasRoot_(::geteuid() == 0) {
@@ -229,7 +229,7 @@ TEST_F(Files, AreMadeWhereALinkPointsTo) {
   EXPECT_TRUE(std::filesystem::is_symlink(Path("link")));
 }
 
-TEST_F(Files, CannotBeOpenedWhereLinksGoRound) {
+TEST_F(Files, CannotBeOpenedThroughACircleOfLinks) {
   ASSERT_EQ(::symlink("b", Path("a").c_str()), 0);
   ASSERT_EQ(::symlink("a", Path("b").c_str()), 0);
   EXPECT_EQ(WriteFileAtomically(Path("a"), "new"), WriteResult::CannotOpen);
@@ -249,7 +249,7 @@ TEST_F(Files, CannotBeOpenedInThePlaceOfAnythingElse) {
   EXPECT_EQ(Names(), (std::vector<std::string>{"directory", "pipe"}));
 }
 
-TEST_F(Files, ThatAreProtectedStandUntouched) {
+TEST_F(Files, AreUnchangedIfTheyAreProtected) {
   const WithoutRights user(Path(""));
   Put("a.map", "old");
   ASSERT_EQ(::chmod(Path("a.map").c_str(), 0444), 0);
@@ -257,7 +257,7 @@ TEST_F(Files, ThatAreProtectedStandUntouched) {
   EXPECT_EQ(ReadWholeFile(Path("a.map")), "old");
 }
 
-TEST_F(Files, StandUntouchedInAProtectedDirectory) {
+TEST_F(Files, AreUnchangedInAProtectedDirectory) {
   const WithoutRights user(Path(""));
   PutOld();
   ASSERT_EQ(::chmod(Path("").c_str(), 0500), 0);
@@ -277,7 +277,7 @@ TEST_F(Files, KeepTheirOwner) {
   EXPECT_EQ(status.st_gid, WithoutRights::Nobody);
 }
 
-TEST_F(Files, StandUntouchedIfNoFileCanBeMadeBeside) {
+TEST_F(Files, AreUnchangedIfNoFileCanBeMadeBesideThem) {
   PutOld();
   FileSystem system = SystemFiles();
   system.create = [](const std::string&, unsigned) { return FailWith(EACCES); };
@@ -285,7 +285,7 @@ TEST_F(Files, StandUntouchedIfNoFileCanBeMadeBeside) {
   ExpectUntouched();
 }
 
-TEST_F(Files, StandUntouchedIfEveryNameBesideIsTaken) {
+TEST_F(Files, AreUnchangedIfEveryNameBesideThemIsTaken) {
   PutOld();
   FileSystem system = SystemFiles();
   std::vector<std::string> tried;
@@ -334,7 +334,7 @@ TEST_F(Files, AreReplacedWhereTheFileSystemKeepsNoPermissions) {
   }
 }
 
-TEST_F(Files, StandUntouchedIfThePermissionsCannotBeKept) {
+TEST_F(Files, AreUnchangedIfThePermissionsCannotBeKept) {
   PutOld();
   FileSystem system = SystemFiles();
   system.setPermissions = [](int, unsigned) { return FailWith(EIO); };
@@ -342,7 +342,7 @@ TEST_F(Files, StandUntouchedIfThePermissionsCannotBeKept) {
   ExpectUntouched();
 }
 
-TEST_F(Files, StandUntouchedIfTheDiskIsFull) {
+TEST_F(Files, AreUnchangedIfTheDiskIsFull) {
   PutOld();
   FileSystem system = SystemFiles();
   int calls = 0;
@@ -356,7 +356,7 @@ TEST_F(Files, StandUntouchedIfTheDiskIsFull) {
   ExpectUntouched();
 }
 
-TEST_F(Files, StandUntouchedIfWritingMakesNoWay) {
+TEST_F(Files, AreUnchangedIfWritingMakesNoProgress) {
   PutOld();
   FileSystem system = SystemFiles();
   system.write = [](int, const char*, size_t) { return 0L; };
@@ -376,7 +376,7 @@ TEST_F(Files, AreWrittenWholeInSmallPieces) {
   EXPECT_EQ(ReadWholeFile(Path("a.map")), "new content");
 }
 
-TEST_F(Files, StandUntouchedIfTheDiskDoesNotTakeTheContent) {
+TEST_F(Files, AreUnchangedIfTheFlushFails) {
   PutOld();
   FileSystem system = SystemFiles();
   system.flush = [](int) { return FailWith(EIO); };
@@ -384,7 +384,7 @@ TEST_F(Files, StandUntouchedIfTheDiskDoesNotTakeTheContent) {
   ExpectUntouched();
 }
 
-TEST_F(Files, StandUntouchedIfClosingFails) {
+TEST_F(Files, AreUnchangedIfClosingFails) {
   PutOld();
   FileSystem system = SystemFiles();
   int calls = 0;
@@ -398,7 +398,7 @@ TEST_F(Files, StandUntouchedIfClosingFails) {
   ExpectUntouched();
 }
 
-TEST_F(Files, StandUntouchedIfTheNameCannotBeTaken) {
+TEST_F(Files, AreUnchangedIfTheRenameFails) {
   PutOld();
   FileSystem system = SystemFiles();
   system.rename = [](const std::string&, const std::string&) { return FailWith(EBUSY); };

@@ -46,7 +46,7 @@ class LeftOverFiles : public testing::Test {
   const std::string ended_ = NameOf(EndedProcess());
 };
 
-TEST_F(LeftOverFiles, GoAtTheNextSaveIntoTheirFolder) {
+TEST_F(LeftOverFiles, AreDeletedByTheNextSaveIntoTheirFolder) {
   folder_.Write(ended_, "half a map");
   fs::create_directory(folder_.Path("sub"));
   folder_.Write("sub/" + ended_, "of another folder");
@@ -106,7 +106,7 @@ TEST_F(LeftOverFiles, OnlyFilesThemselvesAreRemoved) {
   EXPECT_EQ(folder_.Read("kept"), "a");
 }
 
-TEST_F(LeftOverFiles, AFolderThatIsMissingIsNoMatter) {
+TEST_F(LeftOverFiles, AMissingFolderHasNone) {
   RemoveLeftOverFiles(folder_.Path("none/"));
   EXPECT_EQ(FilesLeft(), Names{});
 }

@@ -23,7 +23,7 @@ TEST(LineReader, EndsLinesAtEachKindOfEnd) {
             (Lines{"a", "b", "c", "d", "e"}));
 }
 
-TEST(LineReader, TellsNothingBehindTheLastEnd) {
+TEST(LineReader, GivesNoLineAfterTheLastEnd) {
   EXPECT_EQ(LinesOf("a\n"), Lines{"a"});
   EXPECT_EQ(LinesOf("a"), Lines{"a"});
   EXPECT_EQ(LinesOf("a\r\n"), Lines{"a"});
@@ -49,7 +49,7 @@ TEST(LineReader, CutsALongLine) {
   EXPECT_EQ(LinesOf("abcdefgh\nij", 3), (Lines{"abc", "def", "gh", "ij"}));
 }
 
-TEST(LineReader, AddsNoEmptyLineBehindOneOfExactlyTheLongestLength) {
+TEST(LineReader, AddsNoEmptyLineAfterOneOfExactlyTheLongestLength) {
   EXPECT_EQ(LinesOf("abc\ndef\r\nghi", 3), (Lines{"abc", "def", "ghi"}));
   EXPECT_EQ(LinesOf("abc\xFF"
                     "def",
@@ -57,7 +57,7 @@ TEST(LineReader, AddsNoEmptyLineBehindOneOfExactlyTheLongestLength) {
             (Lines{"abc", "def"}));
 }
 
-TEST(LineReader, CutsALineOfMapFilesBehind399Bytes) {
+TEST(LineReader, CutsALineOfMapFilesAfter399Bytes) {
   const std::string text(1000, 'x');
   const Lines lines = LinesOf(text);
   ASSERT_EQ(lines.size(), 3U);
@@ -70,7 +70,7 @@ TEST(LineReader, LetsZeroBytesThrough) {
   EXPECT_EQ(LinesOf(text), (Lines{std::string("a\0b", 3), std::string("\0", 1)}));
 }
 
-TEST(LineReader, GoesOnWithALengthOfZero) { EXPECT_EQ(LinesOf("ab", 0), (Lines{"a", "b"})); }
+TEST(LineReader, EndsWithALengthOfZeroToo) { EXPECT_EQ(LinesOf("ab", 0), (Lines{"a", "b"})); }
 
 }  // namespace
 }  // namespace orvane

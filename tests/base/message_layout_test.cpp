@@ -41,7 +41,7 @@ TEST(BreakMessage, ALineOfExactly60BytesThatEndsThereIsWhole) {
   EXPECT_EQ(BreakMessage(line + "b"), (Lines{std::string(30, 'a'), std::string(30, 'b')}));
 }
 
-TEST(BreakMessage, ABlankBehind60BytesEndsTheLineAtOnce) {
+TEST(BreakMessage, ABlankAfter60BytesEndsTheLineAtOnce) {
   EXPECT_EQ(BreakMessage(std::string(75, 'a') + " bb cc"), (Lines{std::string(75, 'a'), "bb cc"}));
 }
 
@@ -96,7 +96,7 @@ TEST(BreakMessage, LosesNoWordOfAnyText) {
   }
 }
 
-/// The buttons as text: the letter in brackets, and the answer behind.
+/// The buttons as text: the letter in brackets, then the answer.
 std::string Shown(const std::vector<std::string>& texts) {
   std::string shown;
   for (const BoxButton& button : ButtonRow(texts)) {
@@ -116,12 +116,12 @@ TEST(ButtonRow, GivesEachButtonItsFirstLetterThatIsFree) {
   EXPECT_EQ(Shown({"1. Open", "aa", "AA"}), "1. [O]pen=1 [a]a=2 AA=3 ");
 }
 
-TEST(ButtonRow, KeepsTheLetterBehindAMark) {
+TEST(ButtonRow, KeepsTheLetterAfterAMark) {
   EXPECT_EQ(Shown({"Save", "Di~scard", "Cancel"}), "S[a]ve=1 Di[s]card=2 [C]ancel=3 ");
   EXPECT_EQ(Shown({"Odd~", "OK", ""}), "[O]dd~=1 O[K]=2 ");
 }
 
-TEST(ButtonRow, LeavesOutLongTextsAndAllBehindTheFifth) {
+TEST(ButtonRow, OmitsLongTextsAndAllAfterTheFifth) {
   EXPECT_EQ(Shown({std::string(28, 'x'), std::string(29, 'y')}),
             "[x]" + std::string(27, 'x') + "=1 " + std::string(29, 'y') + "=2 ");
   EXPECT_EQ(Shown({"a", "b", "c", "d", "e", "f"}), "[a]=1 [b]=2 [c]=3 [d]=4 [e]=5 f=6 ");
@@ -171,18 +171,18 @@ TEST(LayOutBox, IsAsHighAsTheLinesOrThePictureAndTheRow) {
   EXPECT_EQ(LayOutBox(prompt, Anything, Anything).height, 42 + 24 + 25 + 20 + 10);
 }
 
-TEST(LayOutBox, ASingleLineStandsBesideThePicture) {
+TEST(LayOutBox, ASingleLineIsBesideThePicture) {
   const BoxLayout layout = LayOutBox(Measures({300}, {30}), Anything, Anything);
   EXPECT_EQ(layout.text.x, (372 - 62 - 300) / 2 + 42);
   EXPECT_EQ(layout.text.y, (32 - 16) / 2 + 10);
   EXPECT_EQ(layout.text.width, 310);
-  // In a box that is wide for its buttons it stands in the middle of what the picture leaves.
+  // In a box that is wide for its buttons it is centred beside the picture.
   const BoxLayout wide = LayOutBox(Measures({100}, {100, 100, 100}), Anything, Anything);
   EXPECT_EQ(wide.width, 16 + 3 * 134);
   EXPECT_EQ(wide.text.x, (418 - 62 - 100) / 2 + 42);
 }
 
-TEST(LayOutBox, SeveralLinesStandInAColumn) {
+TEST(LayOutBox, SeveralLinesFormAColumn) {
   const BoxLayout layout = LayOutBox(Measures({300, 200}, {30}), Anything, Anything);
   EXPECT_EQ(layout.text.x, 52);
   EXPECT_EQ(layout.text.y, 15);
@@ -199,7 +199,7 @@ TEST(LayOutBox, ButtonsHaveTheWidthOfTheWidestAnd20) {
   }
 }
 
-TEST(LayOutBox, ARowThatIsWiderThanTheTextStandsAtItsOwnGaps) {
+TEST(LayOutBox, ARowWiderThanTheTextHasFixedGaps) {
   EXPECT_EQ(Lefts(LayOutBox(Measures({10}, {60, 20}), Anything, Anything)),
             (std::vector<int>{15, 15 + 80 + 14}));
 }
@@ -263,7 +263,7 @@ TEST(LayOutBox, NeverGrowsPastWhatItIsGiven) {
   }
 }
 
-TEST(PlaceBox, StandsInTheMiddleAThirdOfTheWayDown) {
+TEST(PlaceBox, CentresTheBoxAThirdOfTheWayDown) {
   const BoxPlace screen{.x = 100, .y = 30, .width = 1000, .height = 800};
   const BoxPlace place = PlaceBox(400, 200, screen);
   EXPECT_EQ(place.x, 100 + 300);

@@ -95,7 +95,7 @@ TEST(ReadReal, StopsAtTheEndOfItsField) {
   ExpectReal(std::string_view("1\0002", 3), 1, 1);
 }
 
-/// The standard conversion, with what overflows or is no number taken out.
+/// The standard conversion, without overflow and texts that are not numbers.
 RealPrefix StandardReal(const std::string& text) {
   char* end = nullptr;
   const double value = std::strtod(text.c_str(), &end);
@@ -166,7 +166,7 @@ TEST(ReadReal, AgreesWithTheStandardConversionAroundFifteenDigits) {
 }
 
 TEST(ReadReal, AgreesWithTheStandardConversionBetweenTwoDoubles) {
-  // Texts that lie exactly half-way, or a last digit beside it, decide which way is rounded.
+  // Texts exactly half-way, or off by one in the last digit, test the rounding.
   constexpr unsigned Seed = 73;
   std::mt19937_64 random(Seed);
   for (int i = 0; i < 20000; ++i) {
@@ -281,7 +281,7 @@ TEST(FormatNumbers, AgreeWithTheStandardConversion) {
   std::mt19937_64 random(Seed);
   std::array<char, 2000> buffer{};
   for (int i = 0; i < 50000; ++i) {
-    // Half of the values are of the size that stands in maps, with few decimals.
+    // Half of the values have the size of those in maps, with few decimals.
     const double value = i % 2 == 0
                              ? std::bit_cast<double>(random())
                              : static_cast<double>(static_cast<int64_t>(random()) >> 34) / 1e5;

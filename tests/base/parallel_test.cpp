@@ -53,7 +53,7 @@ TEST(RunInParallel, AsksForNoMoreThreadsAfterOneThatFailed) {
   EXPECT_EQ(starter.asked, 2);
 }
 
-TEST(RunInParallel, GoesOnWhereThereIsNoMemoryForAThread) {
+TEST(RunInParallel, ContinuesWithoutMemoryForAThread) {
   int runs = 0;
   const unsigned workers = RunInParallel(
       3, [&](unsigned) { ++runs; },

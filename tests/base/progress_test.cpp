@@ -7,13 +7,13 @@
 namespace orvane {
 namespace {
 
-TEST(ProgressSteps, WithoutAnybodyWatchingGoOn) {
+TEST(ProgressSteps, ContinueWithoutAProgress) {
   ProgressSteps steps(nullptr, WorkStage::Reading, 10);
   for (int i = 0; i < 10; ++i) EXPECT_TRUE(steps.Next());
   EXPECT_FALSE(IsCancelled(nullptr));
 }
 
-TEST(ProgressSteps, TellOfTheFirstStepAndThenOfEachStride) {
+TEST(ProgressSteps, ReportTheFirstStepAndThenEachStride) {
   CountedProgress progress;
   ProgressSteps steps(&progress, WorkStage::Solving, 10, 4);
   for (int i = 0; i < 10; ++i) EXPECT_TRUE(steps.Next());
@@ -22,16 +22,16 @@ TEST(ProgressSteps, TellOfTheFirstStepAndThenOfEachStride) {
   EXPECT_TRUE(progress.inBounds);
 }
 
-TEST(ProgressSteps, EndAtTheStepThatIsCalledOffAndStayEnded) {
+TEST(ProgressSteps, EndAtTheCancelledStepAndStayEnded) {
   CountedProgress progress(2);
   ProgressSteps steps(&progress, WorkStage::Reading, 10, 3);
   for (int i = 0; i < 3; ++i) EXPECT_TRUE(steps.Next());
   for (int i = 0; i < 8; ++i) EXPECT_FALSE(steps.Next());
   EXPECT_TRUE(progress.Cancelled());
-  EXPECT_EQ(progress.stages.size(), 2U);  // nobody is told of steps that are not made
+  EXPECT_EQ(progress.stages.size(), 2U);  // steps that are not made are not reported
 }
 
-TEST(MustFinish, KeepsWorkFromBeingCalledOff) {
+TEST(MustFinish, KeepsWorkFromBeingCancelled) {
   CountedProgress progress(1);
   {
     const MustFinish outer(&progress);

@@ -36,7 +36,7 @@ TEST_F(ReplacedFiles, TakeTheirNamesWhenAllAreWritten) {
   EXPECT_EQ(FilesInFolder(), 2);
 }
 
-TEST_F(ReplacedFiles, LeaveNothingWhenTheyGoBefore) {
+TEST_F(ReplacedFiles, LeaveNothingIfDestroyedBeforeTheRename) {
   folder.Write("a", "old");
   for (const bool flushed : {false, true}) {
     ReplacedFile a(system);
@@ -49,7 +49,7 @@ TEST_F(ReplacedFiles, LeaveNothingWhenTheyGoBefore) {
   EXPECT_EQ(FilesInFolder(), 1);
 }
 
-TEST_F(ReplacedFiles, TellWhereNoneCanBeMade) {
+TEST_F(ReplacedFiles, ReportWhereNoneCanBeMade) {
   ReplacedFile a(system);
   EXPECT_EQ(a.Open(folder.Path("none/a")), WriteResult::CannotOpen);
   std::filesystem::create_directory(folder.Path("b"));

@@ -7,7 +7,7 @@
 namespace orvane {
 namespace {
 
-TEST(FoldByte, ChangesAsciiCapitalsAlone) {
+TEST(FoldByte, ChangesOnlyAsciiCapitals) {
   for (int i = 0; i < 256; ++i) {
     const char c = static_cast<char>(i);
     const bool capital = i >= 'A' && i <= 'Z';
@@ -36,11 +36,11 @@ TEST(CompareNames, TakesBytesAboveAsciiAsLarge) {
 }
 
 TEST(CompareNames, SortsAnUnderscoreBeforeLettersOfEitherCase) {
-  // '_' lies between 'Z' and 'a': folding to lower case decides.
+  // '_' is between 'Z' and 'a': folding to lower case decides.
   EXPECT_LT(CompareNames("_", "A"), 0);
 }
 
-TEST(CompareNamesN, LooksAtTheFirstBytesAlone) {
+TEST(CompareNamesN, ComparesOnlyTheFirstBytes) {
   EXPECT_EQ(CompareNamesN("Main100", "mAIN200", 4), 0);
   EXPECT_LT(CompareNamesN("Main100", "mAIN200", 5), 0);
   EXPECT_EQ(CompareNamesN("a", "b", 0), 0);
@@ -86,7 +86,7 @@ TEST(FindAnyOf, FindsTheFirstByteOfTheSet) {
   EXPECT_EQ(FindAnyOf("12", ""), std::string_view::npos);
 }
 
-TEST(StartsWith, GivesTheTextBehindThePrefix) {
+TEST(StartsWith, GivesTheTextAfterThePrefix) {
   EXPECT_EQ(StartsWith("near ", "near Camp"), "Camp");
   EXPECT_EQ(StartsWith("", "Camp"), "Camp");
   EXPECT_EQ(StartsWith("Camp", "Camp"), "");
@@ -128,7 +128,7 @@ TEST(MatchGlob, KnowsSets) {
   EXPECT_TRUE(MatchGlob("[\xE0-\xFF]", "\xE9"));
 }
 
-TEST(MatchGlob, TakesABracketBehindTheNotMarkAsPartOfTheSet) {
+TEST(MatchGlob, TakesABracketAfterTheNotMarkAsPartOfTheSet) {
   EXPECT_FALSE(MatchGlob("[^]]", "]"));
   EXPECT_TRUE(MatchGlob("[^]]", "a"));
   EXPECT_FALSE(MatchGlob("[^]a]", "a"));

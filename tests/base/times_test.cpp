@@ -38,24 +38,24 @@ TEST(ParseTime, AddsHalfADayForPm) {
   ExpectTime("12pm", 732, 4);
 }
 
-TEST(ParseTime, LeavesTheHalfOfTheDayBehindATimeFromNoonOn) {
+TEST(ParseTime, LeavesAmAndPmAfterATimeFromNoonOn) {
   ExpectTime("1200pm", 720, 4);
   ExpectTime("1425pm", 865, 4);
   ExpectTime("1425am", 865, 4);
 }
 
-TEST(ParseTime, LeavesTheHalfOfTheDayBehindAColon) {
+TEST(ParseTime, LeavesAmAndPmAfterAColon) {
   ExpectTime("7:05pm", 425, 4);
   ExpectTime("7:05am", 425, 4);
 }
 
-TEST(ParseTime, WantsTheHalfOfTheDayRightBehind) {
+TEST(ParseTime, WantsAmOrPmDirectlyAfterTheNumber) {
   ExpectTime("705 pm", 425, 3);
   ExpectTime("705p", 425, 3);
   ExpectTime("pm", 0, 0);
 }
 
-TEST(ParseTime, StaysAtATextThatIsNoTime) {
+TEST(ParseTime, ReadsNothingFromATextThatIsNotATime) {
   for (const char* text : {"", " 705", "-705", "dawn"}) ExpectTime(text, 0, 0);
 }
 

@@ -105,7 +105,7 @@ TEST_F(BadInputTest, AnyBytesAreReadSavedAndReadAgain) {
   constexpr unsigned seed = 19990403;
   SCOPED_TRACE(testing::Message() << "seed " << seed);
   std::mt19937 random(seed);
-  // Bytes that mean something stand more often than others.
+  // Bytes with a meaning are more frequent than others.
   const std::string bytes =
       "\n\n\n\t\t\t\t\t\t,,==AaBbCcDdGgHhSsKkLlMmNnOoPpRrTtZz#0123456789.-+:' \r";
   for (int round = 0; round < 300; ++round) {

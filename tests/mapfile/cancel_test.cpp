@@ -1,4 +1,4 @@
-// Opening a map that is called off at any moment.
+// Cancels the opening of a map at any moment.
 
 #include "mapfile/open_map.h"
 #include "mapfile/writer.h"
@@ -46,7 +46,7 @@ struct CancelTest : MapFixture {
   }
 };
 
-TEST_F(CancelTest, WhoeverWatchesIsToldOfEachStageAndChangesNothing) {
+TEST_F(CancelTest, ProgressReportsEachStageAndChangesNothing) {
   const std::string path = WriteMaps();
   const std::string plain = Saved(*OpenMapUnlessCancelled(workspace, path));
   Workspace watched{messages};
@@ -62,7 +62,7 @@ TEST_F(CancelTest, WhoeverWatchesIsToldOfEachStageAndChangesNothing) {
   EXPECT_TRUE(progress.inBounds);
 }
 
-TEST_F(CancelTest, CalledOffAtAnyMomentItLeavesNothing) {
+TEST_F(CancelTest, CancelledAtAnyMomentItLeavesNothing) {
   const std::string path = WriteMaps();
   Map& other = Read("G\tCamp\t1\t10\n", "other.map");
   CountedProgress whole;
@@ -136,7 +136,7 @@ TEST_F(CancelTest, AMapOnOneThatIsOpenIsReadToTheEnd) {
   EXPECT_EQ(Saved(*map), Saved(OpenMap(unwatched, path)));
 }
 
-TEST_F(CancelTest, NoLineIsTakenOnceAnIncludedFileWasCalledOff) {
+TEST_F(CancelTest, NoLineIsReadAfterAnIncludedFileWasCancelled) {
   std::string text;
   for (int i = 0; i < 600; ++i) text += "# " + std::to_string(i) + "\n";
   folder.Write("long.map", text);
@@ -149,7 +149,7 @@ TEST_F(CancelTest, NoLineIsTakenOnceAnIncludedFileWasCalledOff) {
   EXPECT_NE(map.comments.back(), "# behind");
 }
 
-TEST_F(CancelTest, ABasisThatWasCalledOffIsNotTheMapsBasis) {
+TEST_F(CancelTest, ACancelledBasisIsNotTheMapsBasis) {
   WriteMaps();
   Map& map = MakeMap(workspace, folder.Path("stays.map"));
   CountedProgress progress(2);  // in the middle of the basis

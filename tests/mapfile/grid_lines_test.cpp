@@ -75,12 +75,12 @@ TEST_F(GridLinesTest, AxisSpecIsALetterAndAStart) {
   }
 }
 
-TEST_F(GridLinesTest, HAloneDoesNothing) {
+TEST_F(GridLinesTest, OnlyAnHDoesNothing) {
   EXPECT_TRUE(Read("H\n").grids.empty());
   EXPECT_EQ(Said(), Texts{});
 }
 
-TEST_F(GridLinesTest, FaultsOfAGridAreTold) {
+TEST_F(GridLinesTest, FaultsOfAGridAreReported) {
   EXPECT_EQ(ReadGrid("H Corner\t5").corner->name, "Corner");
   EXPECT_EQ(Said(), Texts{"Bad grid spec: H Corner\t5"});
   messages.Clear();
@@ -94,7 +94,7 @@ TEST_F(GridLinesTest, CornerIsResolvedWithNoTrail) {
   EXPECT_EQ(NamesOf(map.trails.front()), (Texts{"0900", "b"}));
 }
 
-TEST_F(GridLinesTest, NewestGridStandsFirst) {
+TEST_F(GridLinesTest, NewestGridIsFirst) {
   const Map& map = Read("H\ta\t1\nH\tb\t2\n");
   EXPECT_EQ(map.grids.front().cellSize, 2);
 }
@@ -111,13 +111,13 @@ TEST_F(GridLinesTest, ShadeNamesACell) {
   EXPECT_EQ(Said(), Texts{});
 }
 
-TEST_F(GridLinesTest, StartsAreTakenOff) {
+TEST_F(GridLinesTest, StartsAreSubtracted) {
   const GridShade& shade = ReadShade("A2\t010", "hs\tC12\tred\n");
   EXPECT_EQ(shade.row, 1);
   EXPECT_EQ(shade.column, 2);
 }
 
-TEST_F(GridLinesTest, ColumnComesFirstWhereItAloneIsLetters) {
+TEST_F(GridLinesTest, ColumnComesFirstIfOnlyColumnsAreLetters) {
   const GridShade& shade = ReadShade("0\ta", "HS\tc12\tred\n");
   EXPECT_EQ(shade.row, 12);
   EXPECT_EQ(shade.column, 3);
@@ -145,7 +145,7 @@ TEST_F(GridLinesTest, UnknownColourOfAShadeIsNone) {
   EXPECT_EQ(ReadShade("A\t0", "HS\tA1\t").color, -1);
 }
 
-TEST_F(GridLinesTest, FaultsOfAShadeAreTold) {
+TEST_F(GridLinesTest, FaultsOfAShadeAreReported) {
   EXPECT_TRUE(Read("HS\tA1\tred\n").gridShades.empty());
   EXPECT_EQ(Said(), Texts{"No grid for grid shading HS\tA1\tred"});
   messages.Clear();

@@ -31,7 +31,7 @@ TEST_F(IncludeTest, IncludedTextBecomesPartOfTheMap) {
   EXPECT_EQ(Said(), Texts{});
 }
 
-TEST_F(IncludeTest, NameIsTheRestBehindWhiteSpaceAsItStands) {
+TEST_F(IncludeTest, NameIsTheRestAfterWhiteSpace) {
   folder.Write("two words", "P\ta\n");
   Named(ReadFile("1", "I \t " + folder.Path("two words")), "a");
   Named(ReadFile("2", "I" + folder.Path("two words")), "a");
@@ -62,10 +62,10 @@ TEST_F(IncludeTest, TrailAndRangeAreClosedOnReturn) {
                            "Can't open file " + folder.Path("missing")}));
 }
 
-TEST_F(IncludeTest, EachIncludeTurnsTheTrailsSoFarRound) {
+TEST_F(IncludeTest, EachIncludeReversesTheTrailsSoFar) {
   folder.Write("inc", "T\t3\nT\t4\n");
   folder.Write("empty", "");
-  // New trails stand in front; an include turns the list round at its end, and so does the file.
+  // New trails are in front; an include reverses the list at its end, and so does the file.
   EXPECT_EQ(TrailNamesOf(ReadFile("a", "T\t1\nT\t2\n" + Include("inc") + "T\t5\nT\t6\n")),
             (Texts{"4", "3", "2", "1", "5", "6"}));
   EXPECT_EQ(TrailNamesOf(ReadFile("b", "T\t1\nT\t2\n" + Include("empty") + "T\t3\n")),
@@ -74,7 +74,7 @@ TEST_F(IncludeTest, EachIncludeTurnsTheTrailsSoFarRound) {
             (Texts{"1", "2"}));
 }
 
-TEST_F(IncludeTest, FileThatCannotBeReadTurnsNothingRound) {
+TEST_F(IncludeTest, FileThatCannotBeReadReversesNothing) {
   EXPECT_EQ(TrailNamesOf(ReadFile("a", "T\t1\nT\t2\n" + Include("missing"))), (Texts{"1", "2"}));
 }
 
@@ -135,7 +135,7 @@ TEST_F(IncludeTest, FilesThatIncludeEachOtherManyTimesOverEndSoon) {
   EXPECT_FALSE(Said().empty());
   EXPECT_EQ(Said()[0].substr(0, 16), "Can't open file ");
   EXPECT_EQ(Length(workspace.maps), 1);
-  // The count begins anew with the next file.
+  // The count starts again with the next file.
   messages.Clear();
   Named(ReadFile("b.map", Include("40")), "deep");
   EXPECT_EQ(Said(), Texts{});
@@ -158,7 +158,7 @@ TEST_F(BasisTest, BasisIsAMapOfItsOwnReadAndSolvedBeforeTheRest) {
   EXPECT_EQ(Said(), Texts{});
 }
 
-TEST_F(BasisTest, TabBehindTheTagIsOptional) {
+TEST_F(BasisTest, TabAfterTheTagIsOptional) {
   folder.Write("base.map", "L\ta\t1\t2\n");
   EXPECT_NE(ReadFile("a.map", "Bbase.map\n").basis, nullptr);
   EXPECT_NE(ReadFile("b.map", "B\t" + folder.Path("base.map")).basis, nullptr);
@@ -174,7 +174,7 @@ TEST_F(BasisTest, OpenedMapIsSharedWithoutRegardToCase) {
   EXPECT_EQ(Said(), Texts{});
 }
 
-TEST_F(BasisTest, MissingBasisIsToldOfAndAnEmptyMapStandsThere) {
+TEST_F(BasisTest, MissingBasisGivesAMessageAndAnEmptyMap) {
   Map& map = ReadFile("a.map", "B\tnone.map\nP\ta\n");
   EXPECT_EQ(Said(), Texts{"Can't open file " + folder.Path("none.map")});
   ASSERT_NE(map.basis, nullptr);
@@ -183,7 +183,7 @@ TEST_F(BasisTest, MissingBasisIsToldOfAndAnEmptyMapStandsThere) {
   EXPECT_EQ(Named(map, "a").map, &map);
 }
 
-TEST_F(BasisTest, SecondBasisIsToldOfAndReplacesTheFirst) {
+TEST_F(BasisTest, SecondBasisGivesAMessageAndReplacesTheFirst) {
   folder.Write("1.map", "L\ta\t1\t2\n");
   folder.Write("2.map", "L\tb\t1\t2\n");
   const Map& map = ReadFile("a.map", "B\t1.map\nB\t2.map\n");
@@ -292,7 +292,7 @@ TEST_F(OpenMapTest, FileThatCannotBeReadYieldsAnEmptyMapOfItsName) {
 
 using FinishMapTest = MapFixture;
 
-TEST_F(FinishMapTest, PointStandsInTheLoosePointsOnceForEachOfItsNames) {
+TEST_F(FinishMapTest, PointIsInTheLoosePointsOnceForEachOfItsNames) {
   Map& map = Open("L\ta=b=c\t1\t2\nT\tt\nL\td=e\t1\t2\n");
   EXPECT_EQ(Length(map.loosePoints), 3);
   for (const Point* point : map.loosePoints) EXPECT_EQ(point->name, "a");
@@ -301,7 +301,7 @@ TEST_F(FinishMapTest, PointStandsInTheLoosePointsOnceForEachOfItsNames) {
 }
 
 TEST_F(FinishMapTest, LoosePointsComeFromTheBucketsLastFirst) {
-  // Buckets 1, 2 and 3; in bucket 1 the newest stands first, and the list turns all round.
+  // Buckets 1, 2 and 3; in bucket 1 the newest is first, and the list reverses everything.
   const Map& map = Open("L\ta\t1\t2\nL\tc\t1\t2\nL\tb\t1\t2\nL\t!\t1\t2\n");
   Texts names;
   for (const Point* point : map.loosePoints) names.push_back(point->name);

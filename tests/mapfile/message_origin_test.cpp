@@ -39,7 +39,7 @@ TEST(MessageOrigin, IsTheLineThatIsRead) {
   EXPECT_EQ(messages.Origin(), nullptr);
 }
 
-TEST(MessageOrigin, GoesIntoAnIncludedFileAndComesBack) {
+TEST(MessageOrigin, EntersAnIncludedFileAndReturns) {
   PlacedMessages messages;
   Workspace workspace(messages);
   const TemporaryFolder folder;

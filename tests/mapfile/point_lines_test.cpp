@@ -33,7 +33,7 @@ TEST_F(PointLinesTest, LineWithoutATabIsBadInput) {
   }
 }
 
-TEST_F(PointLinesTest, BadInputIsToldEachTime) {
+TEST_F(PointLinesTest, BadInputIsReportedEachTime) {
   Read("A\nA\n");
   EXPECT_EQ(Said(), (Texts{"Bad Input", "Bad Input"}));
 }
@@ -109,7 +109,7 @@ TEST_F(PointLinesTest, SynonymThatIsATimeNameIsFoundOnItsTrail) {
 }
 
 TEST_F(PointLinesTest, EarlierPointOfATrailKeepsATimeName) {
-  // Camp stands before 0810 and takes its name as a synonym: it is then the first that bears it.
+  // Camp is before 0810 and gets its name as a synonym: it is then the first with that name.
   const Map& map = Read("T\tt\nP\tCamp\nP\t0810\nP\tCamp=0810\nP\t0900\nP\t0810\n");
   EXPECT_EQ(NamesOf(map.trails.front()), (Texts{"Camp", "0810", "Camp", "0900", "Camp"}));
 }
@@ -167,7 +167,7 @@ TEST_F(PointLinesTest, LabelLimitHasASuffix) {
   }
 }
 
-TEST_F(PointLinesTest, SmallestLabelLimitThatIsNotZeroStands) {
+TEST_F(PointLinesTest, SmallestLabelLimitAboveZeroIsKept) {
   EXPECT_EQ(ReadPoint("P\tp\t30\nP\tp\t20\nP\tp\t25\n").labelLimit, 20);
   EXPECT_EQ(ReadPoint("P\tp\t30\nP\tp\t0\n").labelLimit, 30);
   EXPECT_EQ(ReadPoint("P\tp\t0\nP\tp\t30\n").labelLimit, 30);
@@ -221,7 +221,7 @@ TEST_F(PointLinesTest, NoteIsTheRestWithItsTab) {
   EXPECT_EQ(ReadPoint("P\tp\t,1,2,3,c3,more\tnote").note, ",more\tnote");
 }
 
-TEST_F(PointLinesTest, FurtherNotesAreAppendedBehindABlank) {
+TEST_F(PointLinesTest, FurtherNotesAreAppendedAfterABlank) {
   EXPECT_EQ(ReadPoint("P\tp\t\tone\nP\tp\t\ttwo\nP\tp\nP\tp\t\tthree").note, "\tone \ttwo \tthree");
 }
 
@@ -266,7 +266,7 @@ TEST_F(PointLinesTest, CompassBaseMustBeNamed) {
   EXPECT_EQ(Said(), Texts{"Bad pointname ="});
 }
 
-TEST_F(PointLinesTest, DistanceHasTheSuffixOfMetresAlone) {
+TEST_F(PointLinesTest, DistanceHasOnlyTheSuffixOfMetres) {
   for (const char* text : {"20", "20m", "20M"}) {
     EXPECT_EQ(ReadReading(std::string("C\tp\tb\t") + text + "\t90").distance, 20) << text;
     EXPECT_EQ(Said(), Texts{}) << text;
@@ -294,7 +294,7 @@ TEST_F(PointLinesTest, BearingMayBeAbsolute) {
   EXPECT_EQ(Said(), Texts{"Bad bearing for point p"});
 }
 
-TEST_F(PointLinesTest, InclinationOutOfRangeIsToldOfAndKept) {
+TEST_F(PointLinesTest, InclinationOutOfRangeGivesAMessageAndIsKept) {
   for (const char* text : {"90", "-90", "0"}) {
     ReadReading(std::string("C\tp\tb\t5\t6\t") + text);
     EXPECT_EQ(Said(), Texts{}) << text;
@@ -335,7 +335,7 @@ TEST_F(PointLinesTest, FixLeavesOutWhatItSharesWithTheOneBefore) {
   EXPECT_EQ(Readings(Named(Read("G\tc\t15'\t45'\n"), "c"))[0]->position.lat, -1.25);
 }
 
-TEST_F(PointLinesTest, JunkInAFixIsToldOfAndTheFieldSkipped) {
+TEST_F(PointLinesTest, JunkInAFixGivesAMessageAndTheFieldIsSkipped) {
   const Measurement& reading = ReadReading("G\tp\tN1x\tE2y\t50\t6\n");
   EXPECT_EQ(Said(), (Texts{"Bad lat/lon spec: N1x", "Bad lat/lon spec: E2y"}));
   EXPECT_EQ(reading.position.lat, 1);
@@ -418,7 +418,7 @@ TEST_F(PointLinesTest, LaterReadingTakesTheSolvedPlaceAway) {
   EXPECT_NE(ReadPoint("L\tp\t1\t2\nP\tp\t5\tnote\n").flags & PointPlaced, 0U);
 }
 
-TEST_F(PointLinesTest, ReadingsStandNewestFirst) {
+TEST_F(PointLinesTest, ReadingsAreNewestFirst) {
   const auto readings = Readings(ReadPoint("A\tp\t1\nA\tp\t2\nG\tp\t1\t2\n"));
   ASSERT_EQ(readings.size(), 3U);
   EXPECT_EQ(readings[0]->flags, static_cast<unsigned>(MeasureGps));
@@ -440,7 +440,7 @@ TEST_F(PointLinesTest, InfiniteAndOverflowingNumbersAreNone) {
 // --- Points of another map -------------------------------------------------------------------------
 
 struct BasisPointTest : MapFixture {
-  /// Reads a map that rests on one with the points `x` and "".
+  /// Reads a map whose basis has the points `x` and "".
   Map& ReadAbove(const std::string& text) {
     Map& basis = Open("L\tx\t1\t2\t3\n", "basis.map");
     Map& map = MakeMap(workspace, "above.map");
@@ -450,7 +450,7 @@ struct BasisPointTest : MapFixture {
   }
 };
 
-TEST_F(BasisPointTest, FixOnAPointOfTheBasisIsToldOfOnceAndStored) {
+TEST_F(BasisPointTest, FixOnAPointOfTheBasisGivesOneMessageAndIsStored) {
   Map& map = ReadAbove("G\tx\t5\t6\nG\tx\t7\t8\nA\tx\t9\nE\n");
   EXPECT_EQ(Said(), Texts{"A GPS location is given to a point (x) which is in a base map, it will "
                           "have no effect"});
@@ -463,7 +463,7 @@ TEST_F(BasisPointTest, FixOnAPointOfTheBasisIsToldOfOnceAndStored) {
   EXPECT_EQ(point.geo.lat, 1);
 }
 
-TEST_F(BasisPointTest, AltitudeOnAPointOfTheBasisIsToldOf) {
+TEST_F(BasisPointTest, AltitudeOnAPointOfTheBasisGivesAMessage) {
   Map& map = ReadAbove("A\tx\t50\n");
   EXPECT_EQ(Said(),
             Texts{"An altitude is given to a point (x) which is in a base map, it will have "

@@ -97,7 +97,7 @@ TEST_F(ReaderTest, RestOfAPointTagIsSkippedToTheTab) {
   EXPECT_EQ(Said(), Texts{});
 }
 
-TEST_F(ReaderTest, UnknownTagsAreToldOfOnceAFile) {
+TEST_F(ReaderTest, UnknownTagsAreReportedOncePerFile) {
   Read("E\tx\nF\nJ\n");
   EXPECT_EQ(Said(), Texts{"Unparseable input: E\tx"});
   messages.Clear();
@@ -105,7 +105,7 @@ TEST_F(ReaderTest, UnknownTagsAreToldOfOnceAFile) {
   EXPECT_EQ(Said(), Texts{"Unparseable input: \xAAx"});
 }
 
-TEST_F(ReaderTest, EachUnknownTagIsTold) {
+TEST_F(ReaderTest, EachUnknownTagIsReported) {
   std::string known =
       "#\xA9"
       "ABCDGHIKLMNOPRTZ";
@@ -133,7 +133,7 @@ TEST_F(ReaderTest, CreditsBeginWithTheSignInLatin1OrInUtf8AndKeepTheirBytes) {
   EXPECT_EQ(Said(), Texts{"Unparseable input: \xC2\xAA"});
 }
 
-TEST_F(ReaderTest, TheByteOrderMarkOfUtf8IsPassedOver) {
+TEST_F(ReaderTest, TheByteOrderMarkOfUtf8IsSkipped) {
   Map& map = Read("\xEF\xBB\xBFG\tCamp\tN1\tE10\nO\tCamp\n");
   EXPECT_EQ(map.origin, &Named(map, "Camp"));
   EXPECT_EQ(Said(), Texts{});
@@ -161,7 +161,7 @@ TEST_F(ReaderTest, TextOf8BitsPassesUntouched) {
 
 // --- Settings of the map ------------------------------------------------------------------------
 
-TEST_F(ReaderTest, DeviationIsANumberBehindWhiteSpace) {
+TEST_F(ReaderTest, DeviationIsANumberAfterWhiteSpace) {
   for (const char* line : {"M\t-3.25", "M -3.25", "M-3.25", "M \t -3.25xyz"}) {
     const Map& map = Read(line);
     EXPECT_EQ(map.magneticDeviation, -3.25) << line;
@@ -198,12 +198,12 @@ TEST_F(ReaderTest, OriginIsResolvedWithNoTrailAndLeavesTheTrailOpen) {
   EXPECT_EQ(NamesOf(map.trails.front()), (Texts{"a", "b"}));
 }
 
-TEST_F(ReaderTest, OriginAloneDoesNothing) {
+TEST_F(ReaderTest, OnlyAnODoesNothing) {
   EXPECT_EQ(Read("O\n").origin, nullptr);
   EXPECT_EQ(Said(), Texts{});
 }
 
-TEST_F(ReaderTest, FaultsOfAnOriginAreTold) {
+TEST_F(ReaderTest, FaultsOfAnOriginAreReported) {
   const Map& map = Read("O Camp\nO\tHut\n");
   EXPECT_EQ(map.origin->name, "Camp");
   EXPECT_EQ(FindPointByName(map, nullptr, "Hut"), nullptr);
@@ -276,7 +276,7 @@ TEST_F(ReadFileTest, WhatCannotBeReadLeavesTheMapAsItWas) {
   }
 }
 
-TEST_F(ReadFileTest, FileInUtf16IsToldOf) {
+TEST_F(ReadFileTest, FileInUtf16GivesAMessage) {
   for (const char* mark : {"\xFF\xFE", "\xFE\xFF"}) {
     messages.Clear();
     const std::string path = folder.Write("u.map", mark + std::string("P\0\t\0a\0\n\0", 8));
@@ -288,7 +288,7 @@ TEST_F(ReadFileTest, FileInUtf16IsToldOf) {
   }
 }
 
-TEST_F(ReadFileTest, BytesThatAreNoTextAreToldOfAndTheRestIsKept) {
+TEST_F(ReadFileTest, BytesThatAreNotTextGiveAMessageAndTheRestIsKept) {
   const std::string path = folder.Write("n.map", std::string("P\ta\0b\nP\tc\n#\0\n", 13));
   Map& map = MakeMap(workspace, path);
   EXPECT_TRUE(ReadMapFile(map, path));

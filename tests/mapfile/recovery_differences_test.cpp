@@ -73,7 +73,7 @@ TEST_F(DifferencesTest, WhatIsGoneIsCountedByKind) {
   EXPECT_EQ(told[0], "1 follow and 1 home range fewer than in the file.");
 }
 
-TEST_F(DifferencesTest, MoreOfOneKindAndFewerOfAnotherAreToldApart) {
+TEST_F(DifferencesTest, MoreOfOneKindAndFewerOfAnotherAreTwoSentences) {
   Map& map = WithMore("H\tCamp\t10\t5\t5\t0\n");
   map.ranges.clear();
   const Texts told = Told(map);
@@ -89,7 +89,7 @@ TEST_F(DifferencesTest, AChangedReadingIsOneLineForAnotherHoweverManyPlacesMove)
   EXPECT_EQ(Told(map), Texts{"1 line new or changed, in place of 1 line of the file."});
 }
 
-TEST_F(DifferencesTest, AnotherOrderOfTheSameLinesIsTold) {
+TEST_F(DifferencesTest, AnotherOrderOfTheSameLinesIsReported) {
   Map& map = OpenMap(workspace, path);
   map.trails.reverse();
   const Texts told = Told(map);
@@ -100,7 +100,7 @@ TEST_F(DifferencesTest, AnotherOrderOfTheSameLinesIsTold) {
   EXPECT_EQ(DifferenceTexts(order), Texts{"The same lines, in another order."});
 }
 
-TEST_F(DifferencesTest, AFileThatSomethingElseChangedIsTold) {
+TEST_F(DifferencesTest, AFileThatAnotherProgramChangedIsReported) {
   Map& map = OpenMap(workspace, path);
   const RecoveryCopy copy = Copied(map);
   folder.Write("site.map", std::string(SiteText) + "P\tNew\n");
@@ -112,7 +112,7 @@ TEST_F(DifferencesTest, AFileThatSomethingElseChangedIsTold) {
   EXPECT_EQ(told[1], "1 point fewer than in the file.");
 }
 
-TEST_F(DifferencesTest, AFileThatIsNoLongerThereIsTold) {
+TEST_F(DifferencesTest, AMissingFileIsReported) {
   const RecoveryCopy copy = Copied(OpenMap(workspace, path));
   std::filesystem::remove(path);
   EXPECT_EQ(DifferenceTexts(CompareWithFile(copy)),
@@ -120,14 +120,14 @@ TEST_F(DifferencesTest, AFileThatIsNoLongerThereIsTold) {
                    "The copy holds 1 trail, 1 follow, 3 points and 1 home range."}));
 }
 
-TEST_F(DifferencesTest, AFileThatCannotBeReadIsTold) {
+TEST_F(DifferencesTest, AFileThatCannotBeReadIsReported) {
   const RecoveryCopy copy = Copied(OpenMap(workspace, path));
   std::filesystem::remove(path);
   std::filesystem::create_directory(path);
   EXPECT_EQ(DifferenceTexts(CompareWithFile(copy))[0], "The file can't be read.");
 }
 
-TEST_F(DifferencesTest, AMapThatWasNeverSavedTellsWhatItHolds) {
+TEST_F(DifferencesTest, AMapThatWasNeverSavedListsItsContents) {
   Map& map = MakeMap(workspace, "Untitled");
   map.flags |= MapUntitled;
   EXPECT_EQ(Told(map), (Texts{"The map was never saved.", "The map is empty."}));

@@ -61,7 +61,7 @@ TEST_F(RecoveryFolderTest, TheNextProgramFindsWhatOneLeft) {
   EXPECT_EQ(ReadWholeFile(RecoveryCopyPath(slot)), "text");
 }
 
-TEST_F(RecoveryFolderTest, TheCopiesOfAProgramThatRunsAreLeftAlone) {
+TEST_F(RecoveryFolderTest, TheCopiesOfARunningProgramAreNotTouched) {
   auto running = std::make_unique<RecoveryFolder>(directory);
   const std::string slot = running->NewSlot();
   running->Write(slot, Of("/a.map"), "text");
@@ -72,14 +72,14 @@ TEST_F(RecoveryFolderTest, TheCopiesOfAProgramThatRunsAreLeftAlone) {
   EXPECT_EQ(other.TakeAbandoned().size(), 1U);
 }
 
-TEST_F(RecoveryFolderTest, OneProgramAloneIsOfferedACopy) {
+TEST_F(RecoveryFolderTest, ACopyIsOfferedToOnlyOneProgram) {
   Abandon("/a.map", "text");
   auto first = std::make_unique<RecoveryFolder>(directory);
   RecoveryFolder second(directory);
   EXPECT_EQ(first->TakeAbandoned().size(), 1U);
   EXPECT_TRUE(second.TakeAbandoned().empty());
   EXPECT_TRUE(first->TakeAbandoned().empty());
-  // It was put off: whoever comes later is offered it again.
+  // The user postponed it: the next program offers it again.
   first.reset();
   EXPECT_EQ(second.TakeAbandoned().size(), 1U);
 }
@@ -134,7 +134,7 @@ TEST_F(RecoveryFolderTest, SlotsOfOneProgramAreApart) {
   EXPECT_EQ(ReadWholeFile(RecoveryCopyPath(second)), "b");
 }
 
-TEST_F(RecoveryFolderTest, AHalfWrittenFileGoesWithTheNextProgram) {
+TEST_F(RecoveryFolderTest, AnIncompleteFileIsDeletedByTheNextProgram) {
   const std::string slot = Abandon("/a.map", "text");
   const std::string run = fs::path(slot).parent_path();
   folder.Write("settings/recovery/" + fs::path(run).filename().string() + "/.orvane-1-2-0.tmp",
@@ -165,7 +165,7 @@ TEST_F(RecoveryFolderTest, ACopyWithoutARecordIsOfferedAsAnUntitledMap) {
   EXPECT_TRUE(found[0].record.untitled);
 }
 
-TEST_F(RecoveryFolderTest, StrangersInTheFolderAreLeftAlone) {
+TEST_F(RecoveryFolderTest, OtherFilesInTheFolderAreNotTouched) {
   fs::create_directories(directory + "/notes");
   folder.Write("settings/recovery/notes/copy-1.map", "mine");
   folder.Write("settings/recovery/readme", "mine");
@@ -190,7 +190,7 @@ TEST_F(RecoveryFolderTest, AFolderThatCannotBeMadeGivesNoSlot) {
   EXPECT_EQ(copies.NewSlot(), "");
 }
 
-TEST_F(RecoveryFolderTest, WhateverCallFailsTheCopyBeforeStands) {
+TEST_F(RecoveryFolderTest, WhicheverCallFailsTheOldCopyIsKept) {
   const std::string old(100, 'o');
   const std::string text(100, 'n');
   bool failed = true;

@@ -49,7 +49,7 @@ TEST_F(RecoveryTest, ACopyIsTheMapAsItWasWithItsChanges) {
   map.comments.emplace_back("# not saved yet");
   Map* recovered = OpenRecoveryCopy(later, Copied(map));
   ASSERT_NE(recovered, nullptr);
-  // A save writes the points of the basis that stand on the map's own trails.
+  // A save writes the points of the basis on the map's own trails.
   EXPECT_EQ(LaterSaid(), Texts{"A GPS location is given to a point (Camp) which is in a base map, "
                                "it will have no effect"});
   EXPECT_EQ(recovered->fileName, path);
@@ -58,7 +58,7 @@ TEST_F(RecoveryTest, ACopyIsTheMapAsItWasWithItsChanges) {
   EXPECT_EQ(recovered->comments, map.comments);
   EXPECT_EQ(recovered->fileMark, map.fileMark);
   EXPECT_EQ(TrailNamesOf(*recovered), TrailNamesOf(map));
-  // The map opened anew is the one that was recovered.
+  // Opening the map again gives the recovered one.
   EXPECT_EQ(&OpenMap(later, path), recovered);
 }
 
@@ -74,7 +74,7 @@ TEST_F(RecoveryTest, TheUsersFilesAreNotTouched) {
   EXPECT_EQ(fs::last_write_time(path), time);
 }
 
-TEST_F(RecoveryTest, TheBasisIsFoundFromWhereTheFileLies) {
+TEST_F(RecoveryTest, TheBasisIsFoundFromTheFolderOfTheFile) {
   fs::create_directories(folder.Path("site"));
   const std::string path = folder.Write("site/season.map", SeasonText);
   folder.Write("site/trails.map", TrailsText);
@@ -124,7 +124,7 @@ TEST_F(RecoveryTest, AMapThatWasNeverSavedComesBackUntitled) {
   map.comments.emplace_back("# mine");
   const RecoveryCopy copy = Copied(map);
   EXPECT_EQ(copy.record.fileName, "Untitled");
-  // Two of them do not stand in each other's way.
+  // Two of them do not conflict.
   for (int i = 0; i < 2; ++i) {
     Map* recovered = OpenRecoveryCopy(later, copy);
     ASSERT_NE(recovered, nullptr);
@@ -152,7 +152,7 @@ TEST_F(RecoveryTest, AMapWhoseNameIsTakenBecomesUntitledUnderAnotherName) {
   EXPECT_EQ(&OpenMap(later, path), &open);
 }
 
-TEST_F(RecoveryTest, AMapRestsOnTheRecoveredFormOfItsBasis) {
+TEST_F(RecoveryTest, AMapGetsTheRecoveredFormOfItsBasis) {
   const std::string path = folder.Write("season.map", SeasonText);
   const std::string basisPath = folder.Write("trails.map", TrailsText);
   Map& map = OpenMap(workspace, path);
@@ -186,7 +186,7 @@ TEST_F(RecoveryTest, OfTwoCopiesOfAFileTheFirstTakesItsName) {
   EXPECT_EQ(maps[2], nullptr);
 }
 
-TEST_F(RecoveryTest, ABasisThatHasComeToRestOnTheMapMakesNoCircle) {
+TEST_F(RecoveryTest, ABasisThatNowHasTheMapAsItsBasisMakesNoCircle) {
   const std::string path = folder.Write("season.map", SeasonText);
   folder.Write("trails.map", TrailsText);
   const RecoveryCopy copy = Copied(OpenMap(workspace, path));
@@ -210,7 +210,7 @@ TEST_F(RecoveryTest, ACopyThatHasGoneLeavesNoMapUnderTheUsersName) {
   EXPECT_TRUE(later.maps.empty());
 }
 
-TEST_F(RecoveryTest, ACopyIsReadToItsEndWhoeverCallsItOff) {
+TEST_F(RecoveryTest, ACopyIsReadToItsEndDespiteACancel) {
   struct Impatient : Progress {
     void Reach(WorkStage /*stage*/, size_t /*done*/, size_t /*of*/) override { Cancel(); }
     using Progress::Cancel;

@@ -188,7 +188,7 @@ TEST_F(RereadMapsTest, ABasisThatWouldCloseACircleIsRefused) {
   EXPECT_EQ(MapsOpen(), 2);
 }
 
-TEST_F(RereadMapsTest, AMapMayComeToRestOnAnotherOfTheSameBasis) {
+TEST_F(RereadMapsTest, AMapCanGetAnotherMapOfTheSameBasisAsItsBasis) {
   folder.Write("base.map", Ridge);
   Map& first = OpenFile(folder.Write("first.map", "B\tbase.map\nG\tTree\tN4\tE10\n"));
   Map& second = OpenFile(folder.Write("second.map", "B\tbase.map\n"));
@@ -222,7 +222,7 @@ TEST_F(RereadMapsTest, CancellingLeavesAllMapsAsTheyWere) {
   EXPECT_EQ(MapsOpen(), 2);
 }
 
-/// Runs out of memory when work tells of itself for the given time.
+/// Runs out of memory at the given report of progress.
 class ScarceMemory final : public Progress {
  public:
   explicit ScarceMemory(int failAt) : left_(failAt) {}

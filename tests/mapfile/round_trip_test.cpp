@@ -222,8 +222,8 @@ struct RoundTripTest : testing::TestWithParam<unsigned> {
     const double writtenAltitude = ReadReal(FormatGeneral(double{place.altitude})).value;
     place.altitude = static_cast<float>(std::trunc(writtenAltitude));
     if (readings.size() == 1 && (readings[0]->flags & MeasureGps) != 0) {
-      // No place is stored for a single fix, so it is taken as it stands, whatever the solver made
-      // of it together with shots from other points.
+      // No place is stored for a single fix, so it is read back from the fix, whatever the solver
+      // made of it together with shots from other points.
       place = readings[0]->position;
       place.altitude = readings[0]->altitude;
     }

@@ -65,14 +65,14 @@ TEST_F(TrailLinesTest, TrailWithoutANameIsNewEachTime) {
   EXPECT_EQ(TrailNamesOf(map), (Texts{"<none>", "<none>"}));
 }
 
-TEST_F(TrailLinesTest, TAloneClosesTheTrail) {
+TEST_F(TrailLinesTest, OnlyATClosesTheTrail) {
   const Map& map = Read("T\tt\nP\ta\nT\nP\tb\nL\t\t1\t2\n");
   EXPECT_EQ(NamesOf(map.trails.front()), Texts{"a"});
   EXPECT_EQ(Named(map, "b").trail, nullptr);
   EXPECT_EQ(Length(map.trails), 1);
 }
 
-TEST_F(TrailLinesTest, AnotherByteBehindTheTagIsToldOfAndSkipped) {
+TEST_F(TrailLinesTest, AnotherByteAfterTheTagIsReportedAndSkipped) {
   const Trail& trail = ReadTrail("Txabc\ttype\n");
   EXPECT_EQ(trail.name, "abc");
   EXPECT_EQ(trail.type, "type");
@@ -83,7 +83,7 @@ TEST_F(TrailLinesTest, FileOrderOfTrailsIsKept) {
   EXPECT_EQ(TrailNamesOf(Read("T\ta\nT\tb\nT\tc\n")), (Texts{"a", "b", "c"}));
 }
 
-TEST_F(TrailLinesTest, LastBlockOfANameStands) {
+TEST_F(TrailLinesTest, LastBlockOfANameReplacesTheOthers) {
   const Map& map =
       Read("T\tMain\tTrail\t\t1999-1-2\nP\ta\nP\tb\nT\tSide\nT\tMAIN\tRiver\nP\tc\nP\td\n");
   EXPECT_EQ(TrailNamesOf(map), (Texts{"MAIN", "Side"}));
@@ -213,7 +213,7 @@ TEST_F(TrailLinesTest, MarkWhereThePatternBelongsIsTheMarkAndTheVisibilityFollow
   EXPECT_EQ(shown.markStyle, MarkCross);
   EXPECT_TRUE(shown.filled);
   EXPECT_EQ(shown.flags & TrailHidden, 0U);
-  // A pattern that is no number counts as 0, as before.
+  // A pattern that is not a number counts as 0.
   EXPECT_EQ(ReadStyle(",,,,1,Circles,Tick").markStyle, MarkTick);
 }
 
@@ -266,7 +266,7 @@ TEST_F(RangeLinesTest, RangeMayLackBoth) {
   }
 }
 
-TEST_F(RangeLinesTest, RangesAndKeysStandNewestFirst) {
+TEST_F(RangeLinesTest, RangesAndKeysAreNewestFirst) {
   const Map& map = Read("R\ta\nK\t1\nK\t2\nR\tb\nK\t3\n");
   EXPECT_EQ(map.ranges.front().name, "b");
   const Range& first = *std::next(map.ranges.begin());
@@ -274,7 +274,7 @@ TEST_F(RangeLinesTest, RangesAndKeysStandNewestFirst) {
   EXPECT_EQ(std::next(first.keys.begin())->type, "1");
 }
 
-TEST_F(RangeLinesTest, RAloneClosesTheRange) {
+TEST_F(RangeLinesTest, OnlyAnRClosesTheRange) {
   const Map& map = Read("R\ta\nR\nK\tx\ty\n");
   EXPECT_EQ(Length(map.ranges), 1);
   EXPECT_EQ(Said(), Texts{"Search key specified outside of range: K\tx\ty"});
@@ -286,7 +286,7 @@ TEST_F(RangeLinesTest, TrailClosesTheRangeAndRangeTheTrail) {
   EXPECT_EQ(Said(), Texts{"Search key specified outside of range: K\tk"});
 }
 
-TEST_F(RangeLinesTest, AnotherByteBehindTheTagIsToldOf) {
+TEST_F(RangeLinesTest, AnotherByteAfterTheTagIsReported) {
   const Map& map = Read("R ab\n k ef\n");
   EXPECT_EQ(map.ranges.front().name, "ab");
   EXPECT_EQ(map.ranges.front().keys.front().type, "ef");

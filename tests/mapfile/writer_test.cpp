@@ -28,7 +28,7 @@ struct WriterTest : MapFixture {
   std::string Rewritten(std::string_view text, bool full = false) {
     return Written(Open(text), full);
   }
-  /// The lines on points that are written for a text that holds one point "p" alone.
+  /// The lines written for a text with only one point "p".
   std::string PointWritten(const std::string& text, bool full = false) {
     const std::string written = Rewritten(text, full);
     EXPECT_EQ(written.substr(0, 2), "T\n") << written;
@@ -38,7 +38,7 @@ struct WriterTest : MapFixture {
 
 // --- The sections -----------------------------------------------------------------------------
 
-TEST_F(WriterTest, EmptyMapGivesTheDateAlone) {
+TEST_F(WriterTest, EmptyMapGivesOnlyTheDate) {
   Map& map = Open("");
   EXPECT_EQ(MapFileText(map, "a.map", true), "D\t2004-5-19\n\n");
   EXPECT_EQ(MapFileText(map, "a.map", false), "D\t2004-5-19\n\n");
@@ -57,7 +57,7 @@ TEST_F(WriterTest, DateIsThatOfTheLocalClock) {
   EXPECT_TRUE(day >= 1 && day <= 31);
 }
 
-TEST_F(WriterTest, SectionsStandInAFixedOrder) {
+TEST_F(WriterTest, SectionsHaveAFixedOrder) {
   Map& basis = MakeMap(workspace, "basis.map");
   Map& map = MakeMap(workspace, "test.map");
   map.basis = &basis;
@@ -177,19 +177,20 @@ TEST_F(WriterTest, TailIsWrittenOnlyAsFarAsItHoldsSomething) {
       {"A\tp\t\t2\t30", "A\tp\t\t2\t30.000000\n"},
       {"A\tp\t\t\t,7", "A\tp\t\t\t,7\n"},
       {"A\tp\t\t\t\tnote", "A\tp\t\t\t\t\tnote\n"},
-      // A mark alone does not count for the fields before it, and so moves into one of them.
+      // A mark without other parts does not count for the fields before it, and so moves into one
+      // of them.
       {"A\tp\t\t\t,,,,c3", "A\tp\t,,,,c3\n"},
       {"N\tp\tq\t30\tnote", "N\tp\tq\t30.000000\t\tnote\n"},
       {"N\tp\tq\t\tnote", "N\tp\tq\t\t\tnote\n"}};
   for (const auto& [line, written] : cases) EXPECT_EQ(PointWritten(line), written) << line;
 }
 
-TEST_F(WriterTest, StyleStandsOnTheFirstLineAlone) {
+TEST_F(WriterTest, StyleIsOnlyOnTheFirstLine) {
   EXPECT_EQ(PointWritten("A\tp\t5\t\t30,1\tnote\nA\tp=q\t6\n"),
             "A\tp=q\t6\t\t30.000000,1\t\tnote\nA\tp\t5\n");
 }
 
-TEST_F(WriterTest, SynonymsStandOnTheFirstLineAndNewestFirst) {
+TEST_F(WriterTest, SynonymsAreOnTheFirstLineNewestFirst) {
   EXPECT_EQ(PointWritten("A\tp=q=r\t5\n"), "A\tp=r=q\t5\n");
   EXPECT_EQ(PointWritten("L\tp=q\t1\t2\n", true), "L\tp=q\t1.0000000000\t2.0000000000\t\n");
   EXPECT_EQ(PointWritten("P\tp=q\n"), "P\tp\n") << "lost without a reading or place";
@@ -255,7 +256,7 @@ TEST_F(WriterTest, PointMetAgainKeepsItsPlaceOnTheTrail) {
             "T\tt\t\t\nA\ta\t5\t\t30.000000\nP\tb\nP\ta\n\nT\tu\t\t\nP\ta\n\n");
 }
 
-TEST_F(WriterTest, SolvedPlacesAreWrittenInFullFormAlone) {
+TEST_F(WriterTest, SolvedPlacesAreWrittenOnlyInFullForm) {
   const std::string text = "L\tp\t1.25\t-2.5\t1000\n";
   EXPECT_EQ(PointWritten(text), "P\tp\n");
   EXPECT_EQ(PointWritten(text, true), "L\tp\t1.2500000000\t-2.5000000000\t1000\n");
@@ -318,7 +319,7 @@ TEST_F(WriterTest, TrailWithoutANameAndTrailWithoutAnything) {
   EXPECT_EQ(Rewritten("T\tn\n"), "T\tn\t\t\n\n");
 }
 
-TEST_F(WriterTest, NoteAloneHasFourTabsBeforeIt) {
+TEST_F(WriterTest, NoteWithoutAStyleHasFourTabsBeforeIt) {
   EXPECT_EQ(Rewritten("T\tn\tx\t\t\t\tnote\n"), "T\tn\tx\t\t\t\tnote\n\n");
 }
 
@@ -471,7 +472,7 @@ TEST_F(WriteFileTest, OldFileIsReplaced) {
   EXPECT_EQ(folder.Read("a.map"), "D\t2004-5-19\n\n");
 }
 
-TEST_F(WriteFileTest, FileThatCannotBeOpenedIsToldOf) {
+TEST_F(WriteFileTest, FileThatCannotBeOpenedGivesAMessage) {
   Map& map = Open("P\ta\n");
   for (const std::string& path : {folder.Path("none/a.map"), folder.Path()}) {
     messages.Clear();
@@ -480,7 +481,7 @@ TEST_F(WriteFileTest, FileThatCannotBeOpenedIsToldOf) {
   }
 }
 
-TEST_F(WriteFileTest, DeviceIsNoPlaceForAMap) {
+TEST_F(WriteFileTest, DeviceIsNotWritten) {
   WriteMapFile(Open(""), "/dev/null", true);
   EXPECT_EQ(Said(), Texts{"Can't open /dev/null for writing"});
 }

@@ -32,7 +32,7 @@ TEST(CellNumbers, LettersCountFromOne) {
   EXPECT_EQ(NumberOf("ABC", Upper), (1 * 27 + 2) * 26 + 2 + 1);
 }
 
-TEST(CellNumbers, ZWithALetterBehindItIsNegative) {
+TEST(CellNumbers, ZFollowedByALetterIsNegative) {
   EXPECT_EQ(NumberOf("ZA", Upper), -26);
   EXPECT_EQ(NumberOf("ZZ", Upper), -1);
   EXPECT_EQ(NumberOf("zb", Lower), -25);
@@ -133,7 +133,7 @@ TEST_F(CellsTest, RowsRunSouthAndColumnsEastOfTheCorner) {
   EXPECT_EQ(place->altitude, NoAltitude);
 }
 
-TEST_F(CellsTest, StartsAreTakenOff) {
+TEST_F(CellsTest, StartsAreSubtracted) {
   Grid& grid = AddGrid(map, 1, 2);
   grid.rowStart = 2;
   grid.columnStart = 10;
@@ -227,7 +227,7 @@ TEST_F(CellsTest, NamesTheCellOfAPlaceWithABlankInFront) {
   EXPECT_EQ(CellAt(map, Offset(1, 2, 150, 50), 2), " 2");
 }
 
-TEST_F(CellsTest, NegativeCountExtendsTheOtherWayAndIsTakenOffTheIndex) {
+TEST_F(CellsTest, NegativeCountExtendsTheOtherWayAndIsSubtractedFromTheIndex) {
   Grid& grid = AddGrid(map, 1, 2);
   grid.rows = -10;
   grid.columns = -20;
@@ -276,8 +276,8 @@ TEST_F(CellsTest, TurningBackUsesThePiOfTheGrids) {
   grid.columns = 2000000000;
   grid.rowStyle = Decimal;
   grid.columnStyle = GridUnlabelled;
-  // Turned by half a circle, a place far to the west and a hair north of the corner lies in row 0.
-  // By the pi of the grids, which is a little too large, it lies outside.
+  // Turned by half a circle, a place far to the west and just north of the corner is in row 0. With
+  // the pi of the grids, which is a little too large, it is outside.
   constexpr double west = 18000000;
   constexpr double north = 0.0001;
   const auto rowBy = [&](double pi) {

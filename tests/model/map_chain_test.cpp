@@ -18,7 +18,7 @@ struct MapChainTest : testing::Test {
   }
 };
 
-TEST_F(MapChainTest, RestsOnGoesUpTheWholeChain) {
+TEST_F(MapChainTest, RestsOnFollowsTheWholeChain) {
   Map& c = New("c");
   Map& b = New("b", &c);
   Map& a = New("a", &b);

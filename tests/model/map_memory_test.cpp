@@ -87,7 +87,7 @@ TEST(MapMemory, GrowsIntoLargePages) {
   EXPECT_TRUE(std::all_of(pieces.begin(), pieces.end(), IsIntact));
 }
 
-TEST(MapMemory, IsEqualToItselfAlone) {
+TEST(MapMemory, IsEqualOnlyToItself) {
   MapMemory memory;
   MapMemory other;
   EXPECT_TRUE(memory.is_equal(memory));

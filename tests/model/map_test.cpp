@@ -33,7 +33,7 @@ TEST_F(MapTest, NewMapIsEmptyAndHoldsItsName) {
   EXPECT_TRUE(map.credits.empty());
 }
 
-TEST_F(MapTest, NewestMapStandsFirst) {
+TEST_F(MapTest, NewestMapIsFirst) {
   Map& first = MakeMap(workspace, "a.map");
   Map& second = MakeMap(workspace, "b.map");
   EXPECT_EQ(&workspace.maps.front(), &second);
@@ -108,7 +108,7 @@ TEST_F(MapTest, WalkMeetsTrailsThenLooseThenNamelessPoints) {
   EXPECT_EQ(met, (std::vector<const Point*>{&a, &b, &a, &b, &loose, &nameless}));
 }
 
-TEST_F(MapTest, SwappedMapsGoOnWithEachOthersContents) {
+TEST_F(MapTest, SwappedMapsWorkWithEachOthersContents) {
   Map& a = MakeMap(workspace, "a.map");
   {
     Workspace other(messages);
@@ -124,7 +124,7 @@ TEST_F(MapTest, SwappedMapsGoOnWithEachOthersContents) {
     EXPECT_NE(FindPointByName(b, nullptr, "Camp"), nullptr);
     EXPECT_EQ(FindPointByName(b, nullptr, "Hill"), nullptr);
     EXPECT_EQ(b.workspace, &other);
-    // The other map goes with its workspace, and with it the memory of what it holds now.
+    // The other map is destroyed with its workspace, and so is the memory of its present content.
   }
   EXPECT_EQ(a.fileName, "a.map");
   EXPECT_EQ(a.workspace, &workspace);

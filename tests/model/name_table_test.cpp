@@ -10,7 +10,7 @@
 namespace orvane {
 namespace {
 
-/// The search told by the buckets: main names first, then synonyms, then the basis.
+/// The search in the buckets: main names first, then synonyms, then the basis.
 Point* FindInBuckets(const Map& map, std::string_view name) {
   for (const Map* level = &map; level != nullptr; level = level->basis) {
     const auto& bucket = level->pointHash[NameBucket(name)];

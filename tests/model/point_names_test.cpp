@@ -109,7 +109,7 @@ TEST_F(PointNamesTest, BasisChainIsSearchedToItsEnd) {
   EXPECT_EQ(CountIn(map, deep), 0U);
 }
 
-TEST_F(PointNamesTest, TimeNamesAreLookedForOnTheirTrailAlone) {
+TEST_F(PointNamesTest, TimeNamesAreFoundOnlyOnTheirTrail) {
   Trail& trail = AddTrail("t");
   Point* point = Resolve("0910", &trail);
   trail.points.push_back(point);
@@ -119,7 +119,7 @@ TEST_F(PointNamesTest, TimeNamesAreLookedForOnTheirTrailAlone) {
   EXPECT_EQ(FindPointByName(map, &other, "0910"), nullptr);
 }
 
-TEST_F(PointNamesTest, TimePointIsTheFirstThatBearsTheNameInAnyWay) {
+TEST_F(PointNamesTest, TimePointIsTheFirstWithTheNameOrSynonym) {
   Point a;
   a.name = "Camp";
   a.synonyms = {"8:30"};
@@ -144,7 +144,7 @@ TEST_F(PointNamesTest, HiddenNamesAreFoundBareOnlyLoosely) {
   EXPECT_EQ(FindPointLoosely(map, "nothing"), nullptr);
 }
 
-TEST_F(PointNamesTest, LooseSearchGoesOnToTheBasis) {
+TEST_F(PointNamesTest, LooseSearchContinuesInTheBasis) {
   Map& basis = MakeBasis();
   Point* below = ResolvePointName(basis, nullptr, "@Spring");
   EXPECT_EQ(FindPointLoosely(map, "spring"), below);
@@ -238,7 +238,7 @@ TEST_F(PointNamesTest, PointFoundByALaterPartTakesTheEarlierOnesAsSynonyms) {
   EXPECT_EQ(Synonyms(*point), (std::vector<std::string>{"a"}));
 }
 
-TEST_F(PointNamesTest, TwoOldPointsAreToldOfAndTheFirstIsKept) {
+TEST_F(PointNamesTest, TwoOldPointsGiveAMessageAndTheFirstIsKept) {
   Point* a = Resolve("a");
   Point* b = Resolve("b");
   EXPECT_EQ(Resolve("a=b"), a);
@@ -248,7 +248,7 @@ TEST_F(PointNamesTest, TwoOldPointsAreToldOfAndTheFirstIsKept) {
   EXPECT_EQ(b->flags & PointNamedTwice, 0U);
 }
 
-TEST_F(PointNamesTest, TimeNameInASpecIsToldOfAndTakenAsAName) {
+TEST_F(PointNamesTest, TimeNameInASpecGivesAMessageAndIsUsedAsAName) {
   Point* point = Resolve("Camp=0830");
   EXPECT_EQ(Texts(), (std::vector<std::string>{
                          "A time name should not be used in a <name>=<name> spec, use a relative "
@@ -266,7 +266,7 @@ TEST_F(PointNamesTest, EmptyPartsAreLeftOut) {
   EXPECT_EQ(Resolve("==="), nullptr);
 }
 
-TEST_F(PointNamesTest, SynonymOfABasisPointStandsInTheMapAbove) {
+TEST_F(PointNamesTest, SynonymOfABasisPointIsInTheMapAbove) {
   Map& basis = MakeBasis();
   Point* below = ResolvePointName(basis, nullptr, "Spring");
   EXPECT_EQ(Resolve("Spring=Source"), below);
@@ -287,7 +287,7 @@ TEST_F(PointNamesTest, BucketsHoldTheNewestNameFirst) {
             (std::vector<Point*>{second, first}));
 }
 
-TEST_F(PointNamesTest, PointWithTwoNamesOfOneBucketStandsThereTwice) {
+TEST_F(PointNamesTest, PointWithTwoNamesOfOneBucketIsThereTwice) {
   Point* point = Resolve("ab=ba");
   const auto& bucket = map.pointHash[NameBucket("ab")];
   EXPECT_EQ((std::vector<Point*>(bucket.begin(), bucket.end())),
@@ -405,7 +405,7 @@ TEST_F(TrailFormsTest, EuropeanDatesTurnTheFirstTwoNumbersRound) {
   EXPECT_EQ(FindTrailOrContour(map, "G.2-3-99"), &follow);
 }
 
-TEST_F(TrailFormsTest, FirstDotSeparatesEvenBehindAColon) {
+TEST_F(TrailFormsTest, FirstDotSeparatesEvenAfterAColon) {
   const PackedDate date = PackDate(1999, 4, 3);
   Trail& follow = AddFollow(map, "a:b", date, std::nullopt);
   EXPECT_EQ(FindTrailOrContour(map, "a:b.1999-4-3"), &follow);
@@ -428,7 +428,7 @@ TEST_F(TrailFormsTest, FollowsOfTheBasisAreFound) {
   EXPECT_EQ(FindTrailOrContour(map, "G.2001-12-31.bo"), &below);
 }
 
-TEST_F(PointNamesTest, RangesOfThisMapAloneAreFound) {
+TEST_F(PointNamesTest, OnlyRangesOfThisMapAreFound) {
   Map& basis = MakeBasis();
   basis.ranges.emplace_front().name = "Core";
   EXPECT_EQ(FindRange(map, "core"), nullptr);

@@ -121,7 +121,7 @@ TEST_F(FillPointTimesTest, TimesMayRunBackward) {
   EXPECT_EQ(Times(), "540+-30 510+15 -7+-8 ");
 }
 
-TEST_F(FillPointTimesTest, TrailThatBeginsWithAnotherNameIsLeftAlone) {
+TEST_F(FillPointTimesTest, TrailThatBeginsWithAnotherNameIsUnchanged) {
   Walk({"Camp", "0830", "0900"});
   EXPECT_EQ(Times(), "-7+-8 -7+-8 -7+-8 ");
 }
@@ -138,7 +138,7 @@ TEST_F(FillPointTimesTest, SynonymOfTheFirstPointDoesNotCountButOfLaterOnes) {
   EXPECT_EQ(Times(), "480+15 -7+-8 ");
 }
 
-TEST_F(FillPointTimesTest, EmptyTrailIsLeftAlone) {
+TEST_F(FillPointTimesTest, EmptyTrailIsUnchanged) {
   Walk({});
   EXPECT_TRUE(trail.points.empty());
 }

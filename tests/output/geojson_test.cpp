@@ -98,7 +98,7 @@ TEST_F(GeoJson, PutsCountsUnderTheirNames) {
   EXPECT_EQ(again["sm3"], 0);
 }
 
-TEST_F(GeoJson, HoldsWhatWasWorkedOutOfTheMap) {
+TEST_F(GeoJson, HasTheAnalysesOfTheMap) {
   Map& map = Open(SiteOfRanges);
   const Json json = Written(map);
   EXPECT_EQ(OfKind(json, "stop").size(), 8U);

@@ -7,7 +7,7 @@
 namespace orvane {
 namespace {
 
-TEST(JsonWriter, SeparatesWhatItIsTold) {
+TEST(JsonWriter, SeparatesValues) {
   std::string text;
   const TextSink sink = [&](std::string_view piece) {
     text += piece;
@@ -52,7 +52,7 @@ TEST(JsonWriter, TakesAnyText) {
   }
 }
 
-TEST(JsonWriter, TellsThatItWasNotTaken) {
+TEST(JsonWriter, ReportsThatTheSinkFailed) {
   const TextSink sink = [](std::string_view) { return false; };
   JsonWriter json(sink);
   json.Null();

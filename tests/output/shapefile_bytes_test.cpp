@@ -6,9 +6,9 @@
 namespace orvane {
 namespace {
 
-/// The files of all groups, byte by byte, as they are kept in tests/output/golden. With
-/// ORVANE_RENEW_SHAPEFILES set in the environment they are written anew instead; the change is to be
-/// read before it is committed.
+/// Compares the files of all groups byte by byte with those in tests/output/golden. With
+/// ORVANE_RENEW_SHAPEFILES set in the environment it writes these files instead; read the change
+/// before you commit it.
 struct ShapefileBytes : ExportFixture {};
 
 TEST_F(ShapefileBytes, AreAsKept) {

@@ -27,7 +27,7 @@ struct ShapefileFailures : ExportFixture {
   }
 };
 
-TEST_F(ShapefileFailures, TellEachGroupThatDoesNotOpen) {
+TEST_F(ShapefileFailures, ReportEachGroupThatDoesNotOpen) {
   Map& map = Open(SiteOfAllGroups);
   EXPECT_FALSE(ExportShapefiles(map, folder.Path("nowhere")));
   EXPECT_EQ(Said(), (Texts{NoPoints, NoTrails, NoTrails, NoTrails, NoPoints, NoPoints}));
@@ -47,7 +47,7 @@ TEST_F(ShapefileFailures, AreNotInTheSummary) {
                                  folder.Path() + ": 15 files were written");
 }
 
-TEST_F(ShapefileFailures, OfOneFileSkipItsGroupAlone) {
+TEST_F(ShapefileFailures, OfOneFileSkipOnlyItsGroup) {
   Map& map = Open(SiteOfAllGroups);
   std::filesystem::create_directory(folder.Path("points.dbf"));
   EXPECT_FALSE(Export(map));
@@ -151,7 +151,7 @@ TEST_F(ShapefileFailures, DoNotComeOfAQuestionMarkInTheFolder) {
   EXPECT_TRUE(std::filesystem::exists(folder.Path("what?/points.shp")));
 }
 
-TEST_F(ShapefileFailures, DoNotComeOfAnExportThatIsCalledOff) {
+TEST_F(ShapefileFailures, DoNotComeFromACancelledExport) {
   Map& map = Open(SiteOfAllGroups);
   for (int i = 0; i < 200; ++i) Add(map, "more" + std::to_string(i), 1, 115 + i / 1000.0);
   PutOldPoints();

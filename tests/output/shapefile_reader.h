@@ -12,8 +12,8 @@
 
 namespace orvane {
 
-/// Reads shapefiles for the tests, from what is known of the format and from nothing that wrote
-/// them. It goes by the index, and takes a record for as long as the next one lets it be.
+/// Reads shapefiles for the tests, independently of the code that writes them. It follows the index;
+/// a record extends to the next one.
 
 /// The bytes of a file, read from any place.
 struct FileBytes {

@@ -22,7 +22,7 @@ std::string Padded(const std::string& text, size_t width) {
 
 // --- Points ---------------------------------------------------------------------------------
 
-TEST_F(PointShapes, OfHiddenNamesAloneAreNoGroup) {
+TEST_F(PointShapes, OfOnlyHiddenNamesAreNoGroup) {
   Map& map = Empty();
   Add(map, "_here", 1, 2);
   Add(map, "@there", 1, 3);
@@ -46,7 +46,7 @@ TEST_F(PointShapes, HaveARecordForEachVisibleName) {
                            {"Camp ", "     "}, {"Base ", "Camp "}, {"Curve", "_bend"}}));
 }
 
-TEST_F(PointShapes, StandAtTheLongitudeAndLatitude) {
+TEST_F(PointShapes, AreAtTheLongitudeAndLatitude) {
   Map& map = Empty();
   Add(map, "Camp", -1.5, 115.25);
   EXPECT_TRUE(Export(map));
@@ -89,7 +89,7 @@ TEST_F(PointShapes, CarryTheAltitudeUncounted) {
   EXPECT_EQ(points.mainBytes, 100U + 2 * 36);
 }
 
-TEST_F(PointShapes, TellTheRangeOfAltitudesAsThatOfM) {
+TEST_F(PointShapes, GiveTheRangeOfAltitudesAsThatOfM) {
   Map& map = Empty();
   Add(map, "A", 1, 2, 30);
   Add(map, "B", -1, 3, 10);
@@ -191,7 +191,7 @@ TEST_F(TrailShapes, WriteAWidthInTwoDigits) {
   EXPECT_EQ(widths, (Texts{"-2", "21", "-1", "12", " 0"}));
 }
 
-TEST_F(TrailShapes, BoxesStartWhereTheyAlwaysDid) {
+TEST_F(TrailShapes, BoxesIncludeTheLimitsOfTheEarth) {
   Map& map = Empty();
   Point& a = Add(map, "A", 1, 200);
   AddTrail(map, "t", {&a});
@@ -203,7 +203,7 @@ TEST_F(TrailShapes, BoxesStartWhereTheyAlwaysDid) {
   EXPECT_EQ(record.box[3], 1);
 }
 
-TEST_F(TrailShapes, TellTooLittleOfRecordsWithAltitudes) {
+TEST_F(TrailShapes, GiveTooSmallALengthForRecordsWithAltitudes) {
   Map& map = Empty();
   Point& a = Add(map, "A", 1, 2, 30);
   Point& b = Add(map, "B", 1, 3);
@@ -286,7 +286,7 @@ TEST_F(GridShapes, HaveCellsAndLines) {
   EXPECT_EQ(lines.records[4].places[1], cells.records[5].places[3]);
 }
 
-TEST_F(GridShapes, CountTheLastGridAlone) {
+TEST_F(GridShapes, CountOnlyTheLastGrid) {
   Map& map = Empty();
   Point& corner = Add(map, "Corner", 0, 30);
   AddGrid(map, corner, 2, 1);
@@ -339,7 +339,7 @@ TEST_F(GridShapes, OfNegativeRowsLeaveTheOtherGridsThere) {
   for (const auto& record : lines.records) EXPECT_NE(record.places[0], record.places[1]);
 }
 
-TEST_F(GridShapes, NameTheRowBeforeTheColumnAlways) {
+TEST_F(GridShapes, AlwaysNameTheRowBeforeTheColumn) {
   Map& map = Empty();
   Grid& grid = AddGrid(map, Add(map, "_Corner", 0, 30), 1, 1);
   grid.rowStyle = GridDecimal;
@@ -416,7 +416,7 @@ TEST_F(Shapefiles, LeaveOutTheBasis) {
   EXPECT_EQ(Group("trails").rows[0].at("Name"), "High");
 }
 
-TEST_F(Shapefiles, TellProjectionAndEncodingIfAsked) {
+TEST_F(Shapefiles, GiveProjectionAndEncodingIfAsked) {
   Map& map = Empty();
   Point& a = Add(map, "M\xC3\xBChle", 1, 2);
   AddTrail(map, "M\xFChle", {&a});

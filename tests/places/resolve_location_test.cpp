@@ -8,7 +8,7 @@
 namespace orvane {
 namespace {
 
-/// Places are told in metres north and east of latitude 0, longitude 0.
+/// Places are in metres north and east of latitude 0, longitude 0.
 constexpr double Unit = MetersPerDegree / 1000;
 
 /// A thousandth of a degree is one unit. Camp (0, 0), Ridge (0, 10), Falls (10, 10).
@@ -65,7 +65,7 @@ TEST_F(Locations, AFollowIsNamedByTypeAndDate) {
   ExpectAt("Gibbon.99-5-3.Fred", 50 * Unit, 50 * Unit);
 }
 
-TEST_F(Locations, ATrailOfOnePointIsThatPointOnlyBehindThePrefix) {
+TEST_F(Locations, ATrailOfOnePointIsThatPointOnlyAfterThePrefix) {
   EXPECT_EQ(Find("Solo")->point, nullptr);
   ExpectAt("Solo", 30 * Unit, 30 * Unit);
   EXPECT_EQ(Find("Trail:Solo")->point, &Named(map, "Lone"));
@@ -120,12 +120,12 @@ TEST_F(Locations, NestToABoundedDepth) {
   ExpectNothing(deep);
 }
 
-TEST_F(Locations, ATrailAndAPointTellBoth) {
+TEST_F(Locations, ATrailAndAPointGiveBoth) {
   const auto found = Find("Walk:Ridge");
   ASSERT_TRUE(found);
   EXPECT_EQ(found->trail->name, "Walk");
   EXPECT_EQ(found->point, &Named(map, "Ridge"));
-  ExpectAt("Main:Camp", 0, 0, 10);  // the point need not stand on the trail
+  ExpectAt("Main:Camp", 0, 0, 10);  // the point need not be on the trail
   ExpectNothing("Walk:Nowhere");
   ExpectNothing("Nowhere:Camp");
 }
@@ -189,7 +189,7 @@ TEST_F(Locations, APointBeatsACellOfItsName) {
   ExpectAt("Grid:B3", 10 * Unit - 150, 10 * Unit + 250);
 }
 
-TEST_F(Locations, AMetreMarkLiesBetweenItsNeighbours) {
+TEST_F(Locations, AMetreMarkIsBetweenItsNeighbours) {
   ExpectAt("Main50", 20 * Unit, 5 * Unit, 150);
   ExpectAt("main50m", 20 * Unit, 5 * Unit, 150);
   EXPECT_EQ(Find("Main50")->point, nullptr);
@@ -222,7 +222,7 @@ TEST_F(Locations, ABearingOfTheWindStartsAtAPointOrAMark) {
   EXPECT_EQ(Find("20m east of Camp")->point, nullptr);
 }
 
-TEST_F(Locations, RightAndLeftAreToldFromTheDirectionOfTravel) {
+TEST_F(Locations, RightAndLeftDependOnTheDirectionOfTravel) {
   // Main runs east; right is the direction less a quarter turn, which is north.
   ExpectAt("10m right of Main50", 20 * Unit + 10, 5 * Unit, 150);
   ExpectAt("10m r of Main100", 20 * Unit + 10, 10 * Unit, 200);
