@@ -1,5 +1,6 @@
 // Makes the pictures of windows that the guide shows, from the windows themselves on the example
-// site.
+// site. They look the same on every machine: locale, time zone, colours and icons are fixed here, the
+// fonts by scripts/make-pictures, which calls this.
 //
 //   guide_pictures SITE FOLDER
 //
@@ -9,6 +10,7 @@
 #include "entry/gis_import.h"
 #include "model/workspace.h"
 #include "shell/entry/gis_trail_window.h"
+#include "shell/map/map_note.h"
 #include "shell/map/map_view.h"
 #include "shell/map/orientation_dialog.h"
 #include "shell/map/reload_bar.h"
@@ -23,6 +25,8 @@
 #include <QCheckBox>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QIcon>
+#include <QLocale>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QTemporaryDir>
@@ -38,13 +42,31 @@ namespace {
 
 constexpr QSize WindowSize(1000, 680);
 constexpr int Settling = 100;    ///< milliseconds; a window is laid out and painted by then
-constexpr int NoteTime = 3500;   ///< milliseconds; the note with the credits has gone by then
+constexpr int Patience = 60000;  ///< milliseconds; a busy machine may need so long
 constexpr int BoxInterval = 50;  ///< milliseconds between two looks for a box
 
 void LetPass(int milliseconds) {
   QElapsedTimer timer;
   timer.start();
   while (timer.elapsed() < milliseconds) QApplication::processEvents(QEventLoop::AllEvents, 10);
+}
+
+/// Handles events until a condition holds.
+/// \return false if it does not hold within `Patience`
+bool WaitFor(const std::function<bool()>& condition) {
+  QElapsedTimer timer;
+  timer.start();
+  while (!condition()) {
+    if (timer.elapsed() > Patience) return false;
+    LetPass(BoxInterval);
+  }
+  return true;
+}
+
+/// Whether a map still shows the note with its credits.
+bool ShowsNote(const MapWindowWidget& window) {
+  const auto* note = window.findChild<MapNote*>();
+  return note != nullptr && note->isVisible();
 }
 
 class GuidePictures {
@@ -64,7 +86,8 @@ class GuidePictures {
     MapWindowWidget* const window = shell_.OpenFile(site_.toStdString() + "/season.map");
     if (window == nullptr) return false;
     window->resize(WindowSize);
-    LetPass(NoteTime);
+    LetPass(Settling);
+    good_ = WaitFor([window] { return !ShowsNote(*window); });
     ShowMap(*window);
     ShowDialogs(*window);
     ShowMessages();
@@ -156,6 +179,14 @@ class GuidePictures {
 
   void SaveShown(std::unique_ptr<QWidget> widget, const QString& name) {
     widget->show();
+    QWidget* const shown = widget.get();
+    const bool isActive = WaitFor([shown] {
+      if (QApplication::activeWindow() == shown) return true;
+      shown->activateWindow();  // again: a map that was opened takes the focus a little later
+      return false;
+    });
+    if (!isActive) std::fprintf(stderr, "guide_pictures: no focus for %s\n", qPrintable(name));
+    good_ = isActive && good_;
     LetPass(Settling);
     Save(*widget, name);
   }
@@ -166,7 +197,8 @@ class GuidePictures {
     QTimer looks;
     QObject::connect(&looks, &QTimer::timeout, [&] {
       QWidget* const box = QApplication::activeModalWidget();
-      if (box == nullptr) return;
+      // The button with the focus looks different once the box is active.
+      if (box == nullptr || QApplication::activeWindow() != box) return;
       if (++shown == number) Save(*box, name);
       for (QCheckBox* check : box->findChildren<QCheckBox*>()) check->setChecked(true);
       box->close();
@@ -192,7 +224,13 @@ class GuidePictures {
 }  // namespace orvane
 
 int main(int argc, char** argv) {
+  qputenv("TZ", "UTC");
+  QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedKingdom));
+  QGuiApplication::setDesktopSettingsAware(false);
   const QApplication application(argc, argv);
+  QApplication::setStyle(QStringLiteral("fusion"));
+  QApplication::setCursorFlashTime(0);  // the cursor does not blink
+  QIcon::setThemeSearchPaths({});
   constexpr int Arguments = 3;
   if (argc != Arguments) {
     std::fputs("usage: guide_pictures SITE FOLDER\n", stderr);
