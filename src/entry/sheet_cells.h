@@ -33,7 +33,7 @@ int ColumnNumber(std::string_view row, int column);
 /// Whether the text is a time: "hmm" or "hhmm" up to 2400 with minutes up to 59, or "h:mm" with
 /// hours up to 24 and minutes up to 60. After "h:mm" may come blanks and "am" or "pm", and in fact
 /// any text unless the minutes are negative: a time may have a remark. Pinned by
-/// ValidTimeText.RefusesTextBehindTheMinutesOnlyIfTheyAreNegative.
+/// ValidTimeText.RefusesTextAfterTheMinutesOnlyIfTheyAreNegative.
 bool ValidTimeText(std::string_view text);
 
 /// Cuts a sheet into its lines. A line ends at a line feed. A longer line than `LongestLine` is cut

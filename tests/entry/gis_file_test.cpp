@@ -129,7 +129,7 @@ TEST_F(GisLines, AMarkOfUtf8InFrontIsPassedOver) {
   EXPECT_EQ(WaypointNames(Read("\xEF\xBB\xBF" + Header + "A,,,,1,115\n")), Texts{"A"});
 }
 
-TEST_F(GisLines, TheFirstLineIsTheHeaderEvenWithAPositionAndThatIsTold) {
+TEST_F(GisLines, TheFirstLineIsTheHeaderEvenWithAPositionAndThatIsReported) {
   const GisFile file = Read("A,,,,1,115\nA,,,,2,115\nA,,,,3,115\n");
   ASSERT_EQ(file.tracks.size(), 1U);
   EXPECT_EQ(Latitudes(file.tracks[0]), (std::vector<double>{2, 3}));
@@ -144,7 +144,7 @@ TEST_F(GisLines, AnEmptyFirstLineIsTheHeader) {
   EXPECT_EQ(Said(), Texts{});
 }
 
-TEST_F(GisLines, LinesWithoutAPositionAreLeftOutAndToldOnce) {
+TEST_F(GisLines, LinesWithoutAPositionAreLeftOutAndReportedOnce) {
   const GisFile file = Read(Header +
                             "A,,,,1,115\nA\nA,,,,north,115\nA,,,,91,115\nA,,,,1,541\n"
                             "A,,,,1e999,115\nA,,,,12N,115\nA,,,,nan,115\nA,,,,2,115\n");
@@ -162,7 +162,7 @@ TEST_F(GisLines, AnAltitudeThatIsNoneCostsNoFix) {
   EXPECT_EQ(file.tracks[0].fixes[2].altitude, 12.5F);
 }
 
-TEST_F(GisLines, NulBytesAreToldAndCostTheirLine) {
+TEST_F(GisLines, NulBytesAreReportedAndTheirLineIsLeftOut) {
   std::string text = Header + "A,,,,1,115\nA,,,,2,115\n";
   text[text.size() - 2] = '\0';
   const GisFile file = Read(text);
@@ -338,7 +338,7 @@ TEST_F(Gpx, WaypointsKeepNothingOfTheOneBefore) {
   EXPECT_EQ(Said(), Texts{"gps.txt: line 1 has no position and is left out"});
 }
 
-TEST_F(Gpx, RoutesAreLeftOutAndTold) {
+TEST_F(Gpx, RoutesAreLeftOutAndReported) {
   const GisFile file =
       Read("<gpx><rte><name>R</name><rtept lat='1' lon='1'/></rte><wpt lat='1' lon='1'/></gpx>");
   EXPECT_TRUE(file.tracks.empty());
@@ -350,7 +350,7 @@ TEST_F(Gpx, ATrackWithoutFixesIsNone) {
   EXPECT_TRUE(Read("<gpx><trk><name>A</name><trkseg/></trk></gpx>").tracks.empty());
 }
 
-TEST_F(Gpx, AFileThatBreaksOffKeepsWhatStandsBefore) {
+TEST_F(Gpx, AFileThatBreaksOffKeepsWhatCameBefore) {
   const GisFile file =
       Read("<gpx>\n<trk><name>A</name><trkseg>\n<trkpt lat='1' lon='1'/>\n<trkpt lat='2' lon='1'");
   ASSERT_EQ(file.tracks.size(), 1U);
@@ -367,7 +367,7 @@ TEST_F(Gpx, EntitiesAreRefusedWhereTheyAreDeclared) {
   EXPECT_EQ(Said(), Texts{"gps.txt can't be read from line 2 on: it declares entities"});
 }
 
-TEST_F(Gpx, OtherXmlIsToldToBeNone) {
+TEST_F(Gpx, OtherXmlIsReportedAsNotGpx) {
   const GisFile file = Read("<kml><wpt lat='1' lon='1'/></kml>");
   EXPECT_TRUE(file.waypoints.empty());
   EXPECT_EQ(Said(), Texts{"gps.txt is not a GPX file"});

@@ -168,7 +168,7 @@ TEST_F(GisImportTest, EachTrackTakesItsOwnDateUnlessOneIsGiven) {
   EXPECT_EQ(Said(), Texts{"Bad date soon of track C, which gets none"});
 }
 
-TEST_F(GisImportTest, AllTakesTheDateThatWasTypedAndNotTheOneThatStoodThere) {
+TEST_F(GisImportTest, AllTakesTheDateThatWasTypedAndNotTheOneThatWasThere) {
   for (const bool isTyped : {false, true}) {
     auto import = Start(TwoTracks);
     ASSERT_TRUE(import);
@@ -358,7 +358,7 @@ TEST_F(GisImportTest, WaypointsAreLoosePointsWithOneReading) {
   EXPECT_EQ(Said(), Texts{});
 }
 
-TEST_F(GisImportTest, WaypointsTakeTheirAltitudeIfTheBoxStandsChecked) {
+TEST_F(GisImportTest, WaypointsTakeTheirAltitudeIfTheBoxIsChecked) {
   GisBoxes boxes;
   boxes.keepAltitude = true;
   ASSERT_TRUE(Start(Header + "Fig,,,,1.5,115.5,30\nLed,,,,1.6,115.5\n", boxes));
@@ -385,7 +385,7 @@ TEST_F(GisImportTest, AWaypointOfAKnownNameIsAFurtherReading) {
   EXPECT_EQ(LoosePoints(), (Texts{"Fig", "Fig", "Fig"}));
 }
 
-TEST_F(GisImportTest, PlacesThatOnlyTheMapFileTellsAreKept) {
+TEST_F(GisImportTest, PlacesThatOnlyTheMapFileGivesAreKept) {
   for (const char* lines : {"A,,,,1,115\nA,,,,2,115\n", "Fig,,,,1,115\nNest,,,,2,115\n"}) {
     Map& told = Open("T\tPath\nL\tStart\t1.5\t115.5\t20\n\nT\nL\tTree\t2\t116\t\n");
     auto import = StartGisImportOfText(told, Header + lines, "gps.txt", {});
@@ -422,7 +422,7 @@ TEST_F(GisImportTest, AFixForAPointOfCompassReadingsSolvesTheMap) {
   EXPECT_GT(Named(later, "Camp").geo.lat, 1);
 }
 
-TEST_F(GisImportTest, WaypointsWithoutALastingNameAreTold) {
+TEST_F(GisImportTest, WaypointsWithoutALastingNameAreReported) {
   ASSERT_TRUE(Start(Header + ",,,,2,115\n0830,,,,3,115\n0830,,,,4,115\n"));
   EXPECT_EQ(LoosePoints(), (Texts{"0830", "0830"}));
   EXPECT_EQ(Length(map.namelessPoints), 1);
@@ -450,7 +450,7 @@ TEST_F(GisImportTest, PointsOfTheBasisStayAsTheyAre) {
                           "will have no effect"});
 }
 
-TEST_F(GisImportTest, NamesThatAreNoneAreToldOfAFewTimes) {
+TEST_F(GisImportTest, UnusableNamesAreReportedAFewTimes) {
   std::string text = Header + "Fig,,,,1,115\n";
   for (int i = 0; i < 9; ++i) text += "=,,,,2,115\n";
   ASSERT_TRUE(Start(text));
@@ -544,7 +544,7 @@ TEST_F(GisImportTest, WhatIsSavedOpensAgain) {
   EXPECT_EQ(trail->points.size(), 2U);
 }
 
-TEST_F(GisImportTest, AFileThatHoldsNothingOrIsNotThereIsTold) {
+TEST_F(GisImportTest, AnEmptyOrMissingFileIsReported) {
   const TemporaryFolder folder;
   EXPECT_FALSE(StartGisImport(map, folder.Path("none.txt"), {}));
   EXPECT_FALSE(StartGisImport(map, folder.Path(), {}));
@@ -578,7 +578,7 @@ TEST_F(GisImportTest, AFileThatHoldsNothingNamesItsSeparator) {
                            start + "trk and wpt", columns}));
 }
 
-// --- Called off -----------------------------------------------------------------------------
+// --- Cancelled ------------------------------------------------------------------------------
 
 TEST_F(GisImportTest, CalledOffWhileItIsReadItChangesNothing) {
   std::string text = Header;

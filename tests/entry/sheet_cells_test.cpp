@@ -32,7 +32,7 @@ TEST(ParseColumnRef, SkipsBlanksInFrontOnly) {
   EXPECT_EQ(ParseColumnRef("12 "), ColumnMalformed);
 }
 
-TEST(ParseColumnRef, TellsABlankFieldFromAMalformedOne) {
+TEST(ParseColumnRef, DistinguishesABlankFieldFromAMalformedOne) {
   EXPECT_EQ(ParseColumnRef(""), ColumnBlank);
   for (const char* text : {"  ", "-1", "-2", "31", "AF", "ZZZZZZZZZZZZZZZZZZZZ", "A1", "1A",
                            "A/B/C", "99999999999999999999", "2147483648", "\xC4", "1.0"}) {
@@ -104,7 +104,7 @@ TEST(ValidTimeText, TakesHoursAColonAndMinutes) {
   }
 }
 
-TEST(ValidTimeText, RefusesTextBehindTheMinutesOnlyIfTheyAreNegative) {
+TEST(ValidTimeText, RefusesTextAfterTheMinutesOnlyIfTheyAreNegative) {
   EXPECT_TRUE(ValidTimeText("7:22x"));
   EXPECT_TRUE(ValidTimeText("7:22 pm about"));
   EXPECT_TRUE(ValidTimeText("7:about"));

@@ -51,7 +51,7 @@ TEST_F(SheetFieldsTest, AreReadIntoTheSpec) {
   EXPECT_FALSE(spec.speciesAlways || spec.focalAlways || spec.dateAlways || spec.smCode[0]);
 }
 
-TEST_F(SheetFieldsTest, BlankFieldsAreNoFaultWhereATextStands) {
+TEST_F(SheetFieldsTest, BlankFieldsAreNotAFaultWhereATextIsGiven) {
   SheetFields fields;
   fields[SheetTime] = "0";
   fields[SheetLocation] = "1";
@@ -101,7 +101,7 @@ TEST_F(SheetFieldsTest, ASeriesNeedsThreeColumns) {
   }
 }
 
-TEST_F(SheetFieldsTest, ABadDateIsToldBeforeAllElse) {
+TEST_F(SheetFieldsTest, ABadDateIsReportedBeforeAllElse) {
   SheetFields fields;
   for (const char* text : {"soon", "2003-5-31x", "2003-5-31 ", "31 May"}) {
     fields[SheetDateAlways] = text;
@@ -131,7 +131,7 @@ TEST_F(SheetFieldsTest, EachFaultHasItsMessageInTurn) {
   SpecOf(fields);
 }
 
-TEST_F(SheetFieldsTest, AMissingFocalAnimalIsToldOnlyBesideAnotherFault) {
+TEST_F(SheetFieldsTest, AMissingFocalAnimalIsReportedOnlyWithAnotherFault) {
   SheetFields fields = With(SheetFocal, "");
   SpecOf(fields);
   fields[SheetTime] = "";

@@ -20,7 +20,7 @@ struct ReadSheetTest : testing::Test {
   }
 };
 
-TEST_F(ReadSheetTest, TellsWhatCannotBeOpened) {
+TEST_F(ReadSheetTest, ReportsAFileThatCannotBeOpened) {
   EXPECT_FALSE(ReadSheet(messages, folder.Path("none.txt")));
   ExpectOneError("Can not open " + folder.Path("none.txt"));
   messages.Clear();
@@ -28,7 +28,7 @@ TEST_F(ReadSheetTest, TellsWhatCannotBeOpened) {
   ExpectOneError("Can not open " + folder.Path());
 }
 
-TEST_F(ReadSheetTest, TellsAFileInUtf16) {
+TEST_F(ReadSheetTest, ReportsAFileInUtf16) {
   using namespace std::string_literals;
   const std::string path = folder.Write("wide.txt", "\xFF\xFEO\0r\0u\0"s);
   EXPECT_FALSE(ReadSheet(messages, path));

@@ -34,7 +34,7 @@ TEST_F(SheetImportTest, RowsThatAgreeBecomeATrailAndRowsAtOnePlaceAStop) {
   EXPECT_EQ(Asked(), Texts{});
 }
 
-TEST_F(SheetImportTest, ATrailAndItsPointsHaveNothingButWhatTheSheetTells) {
+TEST_F(SheetImportTest, ATrailAndItsPointsHaveOnlyWhatTheSheetGives) {
   Map& map = Open(Site);
   Import(map, Row("0805", "Main0") + Row("0830", "oos"));
   const Trail& trail = map.trails.front();
@@ -59,7 +59,7 @@ TEST_F(SheetImportTest, ATrailAndItsPointsHaveNothingButWhatTheSheetTells) {
   EXPECT_NE(map.flags & MapDirty, 0U);
 }
 
-TEST_F(SheetImportTest, ANewTrailStandsInFrontAndOldOnesAreNotTouched) {
+TEST_F(SheetImportTest, ANewTrailComesFirstAndOldOnesAreNotTouched) {
   Map& map = Open(std::string(Site) + "T\t\tOru\tUlo\t2003-5-31\nN\t0900\tMain100\n");
   Import(map, Row("1000", "Main0"));
   EXPECT_EQ(Follows(map).size(), 2U);
@@ -254,14 +254,14 @@ struct MovingPlane : SheetCase {
   }
 };
 
-TEST_F(MovingPlane, APlaceBesideAMarkIsFoundAsItsPlaneStandsEachTime) {
+TEST_F(MovingPlane, APlaceBesideAMarkIsFoundInThePlaneOfThatMoment) {
   constexpr std::string_view BentSite =
       "T\tMain\tTrail\nG\tMain0\tN20 0'\tE100 0'\nG\tMain100\tN20 0.5'\tE100 0.5'\n"
       "G\tMain200\tN20 1'\tE100 0.2'\n";
   ExpectPlacesFollowThePlane(BentSite, "20m left of Main100");
 }
 
-TEST_F(MovingPlane, APlaceBetweenTwoTrailsIsFoundAsItsPlaneStandsEachTime) {
+TEST_F(MovingPlane, APlaceBetweenTwoTrailsIsFoundInThePlaneOfThatMoment) {
   constexpr std::string_view PartedSite =
       "T\tMain\tTrail\nG\tMain0\tN20 0'\tE100 0'\nG\tMain100\tN20 0.5'\tE100 0.5'\n"
       "G\tMain200\tN20 1'\tE100 0.2'\nG\tBend\tN20 1.5'\tE100 0.9'\n"
@@ -303,7 +303,7 @@ TEST_F(SheetImportTest, WithMeasuresAStopIsCutAtEachHour) {
   EXPECT_EQ(Follows(plain), (Texts{"Oru/Ulo/2003-5-31: 10:50-12:10@Main0+80"}));
 }
 
-TEST_F(SheetImportTest, AtTheEndTheLastRowTellsWhenTheStopEnds) {
+TEST_F(SheetImportTest, AtTheEndTheLastRowSetsTheEndOfTheStop) {
   Map& map = Open(Site);
   Import(map, Row("1000", "Main0") + Row("1030", "nowhere"));
   EXPECT_EQ(Follows(map), (Texts{"Oru/Ulo/2003-5-31: 10:00-10:30@Main0+30"}));
@@ -315,7 +315,7 @@ TEST_F(SheetImportTest, AtTheEndTheLastRowTellsWhenTheStopEnds) {
   EXPECT_EQ(Follows(map).front(), "Oru/Ulo/2003-5-31: 10:00-10:00@Main0+0");
 }
 
-TEST_F(SheetImportTest, PmMovesATimeOnlyBehindAPlainNumber) {
+TEST_F(SheetImportTest, PmMovesATimeOnlyAfterAPlainNumber) {
   Map& map = Open(Site);
   Import(map, Row("2:30 pm", "Main0") + Row("3:00PM", "Main100"));
   EXPECT_EQ(Follows(map), (Texts{"Oru/Ulo/2003-5-31: 02:30-03:00@Main0+30 03:00-03:00@Main100+0"}));
@@ -424,7 +424,7 @@ TEST_F(SheetImportTest, AddStopPointLengthensByTheScansThatTheStopLasts) {
 
 // --- Messages and questions -----------------------------------------------------------------
 
-TEST_F(SheetImportTest, TimeThatRunsBackwardsIsToldOnce) {
+TEST_F(SheetImportTest, TimeThatRunsBackwardsIsReportedOnce) {
   Map& map = Open(Site);
   const SheetOutcome outcome = Import(map, Row("1000", "Main0") + Row("0930", "Main0") +
                                                Row("0900", "Main100") + Row("0800", "Main0"));
@@ -459,7 +459,7 @@ TEST_F(SheetImportTest, ANewFollowMayBeginEarlierInTheDay) {
   EXPECT_EQ(Said(), Texts{});
 }
 
-TEST_F(SheetImportTest, TheDateOfTheFirstDayIsToldThough0MeansNone) {
+TEST_F(SheetImportTest, TheDateOfTheFirstDayIsReportedThough0MeansNone) {
   Map& map = Open(Site);
   Import(map, "Oru\tUlo\t1900-1-1\t1000\tMain0\nOru\tUlo\t1900-1-1\t900\tcloudy\n");
   EXPECT_EQ(Said(), (Texts{"warning: Time runs backwards for Oru (Ulo) at 900 on 1900-1-1"}));
@@ -577,7 +577,7 @@ TEST_F(SheetImportTest, AnAbandonedImportLeavesItsLogsToTheNext) {
   EXPECT_EQ(files["unknownlocs.txt"], "hill\n");
 }
 
-TEST_F(SheetImportTest, AClosedFolderIsToldAndLosesNothingOfTheImport) {
+TEST_F(SheetImportTest, AnUnwritableFolderIsReportedAndLosesNothingOfTheImport) {
   Map& map = Open(Site);
   folderIsClosed = true;
   const SheetOutcome outcome =

@@ -27,7 +27,7 @@ class CommandsTest : public ShellCase {
  protected:
   static void Pick(MapWindowWidget& window, CommandId id) { ActionOf(window, id).trigger(); }
 
-  /// Runs `look` on the dialog that comes up next, and then closes that.
+  /// Runs `look` on the next dialog, and then closes it.
   template <typename Dialog>
   void WhenShown(std::function<void(Dialog&)> look) {
     QTimer::singleShot(0, [look = std::move(look)] {
@@ -261,7 +261,7 @@ TEST_F(CommandsTest, WindowsOfMapsThatRestOnAMapShowItsNewBasis) {
   EXPECT_NE(upper.View().View().scale, middle.View().View().scale);
 }
 
-TEST_F(CommandsTest, ADividerSetsItsOwnPreferenceAlone) {
+TEST_F(CommandsTest, ADividerSetsOnlyItsOwnPreference) {
   MapWindowWidget& first = OpenNew();
   MapWindowWidget& second = OpenNew();
   Q_EMIT first.Panes().dividerMoved(PaneDivider::BetweenLists, 320);
@@ -287,7 +287,7 @@ TEST_F(CommandsTest, CutCopyAndPasteAreDisabledOverAMapAndDoNothing) {
   EXPECT_TRUE(Texts().empty());
 }
 
-TEST_F(CommandsTest, CheckTrailsGoesByTheFocus) {
+TEST_F(CommandsTest, CheckTrailsDependsOnTheFocus) {
   MapWindowWidget& window = OpenActive(folder_.Write(
       "site.map", "T\tA\tTrail\nG\tA10\t1.0\t10.0\nG\tA30\t1.0\t10.001\nG\tA20\t1.0\t10.002\n"));
   messages_.Clear();
@@ -369,7 +369,7 @@ TEST_F(CommandsTest, ChangeZoomAsksAgainUntilTheAnswerIsAScale) {
   EXPECT_FLOAT_EQ(view.scale, 0.25F);
 }
 
-TEST_F(CommandsTest, FindGoesToThePlaceOrTellsThatThereIsNone) {
+TEST_F(CommandsTest, FindMovesToThePlaceOrReportsThatThereIsNone) {
   MapWindowWidget& window = OpenActive(WriteMap("site.map"));
   messages_.texts = {"Hill", "Nowhere", std::nullopt};
   Press(window, CommandFind);
@@ -474,7 +474,7 @@ TEST_F(CommandsTest, ShowWholeMapBringsEveryPointIntoView) {
   EXPECT_FALSE(ViewOutOfWindow(view, MapToScreen(view, {.lat = 1.01, .lon = 10.01})));
 }
 
-TEST_F(CommandsTest, FullScreenComesAndGoes) {
+TEST_F(CommandsTest, FullScreenSwitchesOnAndOff) {
   MapWindowWidget& window = OpenNew();
   Press(window, CommandFullScreen);
   EXPECT_TRUE(window.isFullScreen());

@@ -21,7 +21,7 @@ namespace {
 
 class FileBoxes : public testing::Test {
  protected:
-  /// Runs `act` on the box that comes up next, and then closes that.
+  /// Runs `act` on the next box, and then closes it.
   static void WhenShown(std::function<void(QFileDialog&)> act) {
     QTimer::singleShot(0, [act = std::move(act)] {
       auto* box = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
@@ -106,7 +106,7 @@ TEST_F(FileBoxes, AnotherKindOfPictureGetsItsOwnEnding) {
   EXPECT_EQ(PathOf(file), folder_.Path("picture.svg"));
 }
 
-TEST_F(FileBoxes, AFileThatStandsThereIsReplacedOnlyAfterAQuestion) {
+TEST_F(FileBoxes, AnExistingFileIsReplacedOnlyAfterAQuestion) {
   folder_.Write("site.map", "old");
   FileSpecification file{.directory = folder_.Path(), .type = "map", .name = "site.map"};
   bool asked = false;

@@ -87,7 +87,7 @@ int TintedAlong(const QImage& image, QPoint from, QPoint to) {
   return tinted;
 }
 
-TEST_F(FineScreen, HairlinesAreAsThinBehindTheListsAsAlone) {
+TEST_F(FineScreen, HairlinesAreAsThinBesideTheListsAsWithoutThem) {
   Point& north = map_.AddPoint("", 5000, 70);
   Point& south = map_.AddPoint("", -5000, 70);
   map_.AddTrail("Upright", {&north, &south}, 0xFF0000);

@@ -225,7 +225,7 @@ TEST_F(GisTrailTest, WaypointsComeAtOnceAndWithoutAWindow) {
   EXPECT_TRUE(IsEnabled(window_, CommandSave));
 }
 
-TEST_F(GisTrailTest, AFileThatHoldsNothingIsToldAndChangesNothing) {
+TEST_F(GisTrailTest, AnEmptyFileIsReportedAndChangesNothing) {
   EXPECT_EQ(Import(""), nullptr);
   EXPECT_EQ(Texts().size(), 1U);
   EXPECT_EQ(window_.TheMap().flags & MapDirty, 0U);

@@ -127,7 +127,7 @@ TEST_F(HelpTest, AMissingFileIsAskedForAndCancelGivesUp) {
   EXPECT_FALSE(dialogs_->questions[0].save);
   EXPECT_TRUE(Texts().empty());
   EXPECT_EQ(ShownHelp(), nullptr);
-  // The next use asks anew.
+  // The next use asks again.
   PressF1(window.View());
   EXPECT_EQ(dialogs_->questions.size(), 2U);
 }
@@ -293,7 +293,7 @@ TEST_F(HelpTest, TheSearchFindsAWord) {
   auto& results = PartOf<QHelpSearchResultWidget>(help, "helpResults");
   auto* words = query.findChild<QLineEdit*>();
   ASSERT_NE(words, nullptr);
-  // The pages are indexed beside; until that is done nothing is found.
+  // The pages are indexed in the background; until then nothing is found.
   ASSERT_TRUE(QTest::qWaitFor(
       [&] {
         if (!words->isEnabled()) return false;

@@ -67,7 +67,7 @@ TEST_F(MapAreaTest, TheBarsRestInTheMiddle) {
   }
 }
 
-TEST_F(MapAreaTest, AClickBesideTheThumbGoesByAPageAndReturns) {
+TEST_F(MapAreaTest, AClickBesideTheThumbMovesByAPageAndBack) {
   QScrollBar& bar = area_.VerticalBar();
   const double top = View().top;
   const QRect above = PartOfBar(bar, QStyle::SC_ScrollBarSubPage);
@@ -84,7 +84,7 @@ TEST_F(MapAreaTest, AClickBesideTheThumbGoesByAPageAndReturns) {
   EXPECT_EQ(across.value(), 60);
 }
 
-TEST_F(MapAreaTest, AnArrowOfABarGoesByAnEighth) {
+TEST_F(MapAreaTest, AnArrowOfABarMovesByAnEighth) {
   const double top = View().top;
   area_.VerticalBar().triggerAction(QAbstractSlider::SliderSingleStepSub);
   EXPECT_DOUBLE_EQ(View().top, top + View().clientHeight / 8);
@@ -135,7 +135,7 @@ TEST_F(MapAreaTest, AChangeOfSizeBringsTheBarsToRest) {
   EXPECT_EQ(area_.VerticalBar().value(), 60);
 }
 
-TEST_F(MapAreaTest, TheInfoPanelStandsInTheUpperRightCorner) {
+TEST_F(MapAreaTest, TheInfoPanelIsInTheUpperRightCorner) {
   ASSERT_TRUE(area_.Info().isVisible());
   EXPECT_NE(View().flags & MapWindowInfoShown, 0U);
   EXPECT_EQ(View().flags & MapWindowInfoWaits, 0U);
@@ -163,7 +163,7 @@ TEST_F(MapAreaTest, TheInfoPanelFollowsThePointer) {
   EXPECT_NE(Row(0).find('"'), std::string::npos);
 }
 
-TEST_F(MapAreaTest, DuringABandThePanelTellsHowFarItReaches) {
+TEST_F(MapAreaTest, DuringABandThePanelShowsItsSize) {
   QTest::mousePress(&area_.View(), Qt::LeftButton, Qt::NoModifier, QPoint(100, 100));
   QTest::mouseMove(&area_.View(), QPoint(130, 140));
   QTest::qWait(1);
@@ -176,7 +176,7 @@ TEST_F(MapAreaTest, DuringABandThePanelTellsHowFarItReaches) {
   EXPECT_NE(Row(0), "N40m");
 }
 
-TEST_F(MapAreaTest, ThePanelHidesAndShowsAsTheFlagTells) {
+TEST_F(MapAreaTest, ThePanelFollowsTheFlag) {
   View().flags &= ~std::uint32_t{MapWindowInfoShown};
   area_.View().ShowMoved();
   QTest::qWait(1);

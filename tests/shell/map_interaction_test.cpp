@@ -228,7 +228,7 @@ TEST_F(MapInteraction, ADragWhoseReleaseWentElsewhereEndsAtTheNextMove) {
   for (const Qt::MouseButton button : {Qt::LeftButton, Qt::RightButton}) {
     QTest::mousePress(widget_.get(), button, Qt::NoModifier, QPoint(100, 50));
     const double top = View().top;
-    // A box that came up meanwhile has taken the release.
+    // A box that opened during the drag has taken the release.
     QMouseEvent move(QEvent::MouseMove, QPointF(200, 110), widget_->mapToGlobal(QPointF(200, 110)),
                      Qt::NoButton, Qt::NoButton, Qt::NoModifier);
     QApplication::sendEvent(widget_.get(), &move);

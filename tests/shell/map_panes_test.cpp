@@ -114,7 +114,7 @@ TEST_F(MapPanesTest, OtherButtonsAndOtherPlacesMoveNothing) {
   EXPECT_EQ(panes_.Sizes().panelWidth, 150);
 }
 
-TEST_F(MapPanesTest, TheCursorTellsHowADividerMoves) {
+TEST_F(MapPanesTest, TheCursorShowsHowADividerMoves) {
   QTest::mouseMove(&panes_, QPoint(152, 300));
   EXPECT_EQ(panes_.cursor().shape(), Qt::SplitHCursor);
   QTest::mouseMove(&panes_, QPoint(50, 202));
@@ -122,7 +122,7 @@ TEST_F(MapPanesTest, TheCursorTellsHowADividerMoves) {
   EXPECT_EQ(panes_.Area().cursor().shape(), Qt::ArrowCursor);
 }
 
-TEST_F(MapPanesTest, TellsWhichPartHasTheKeyboard) {
+TEST_F(MapPanesTest, KnowsWhichPartHasTheKeyboard) {
   QSignalSpy changed(&panes_, &MapPanes::focusPlaceChanged);
   panes_.View().setFocus();
   EXPECT_EQ(panes_.Focus(), FocusPlace::MapView);
@@ -136,7 +136,7 @@ TEST_F(MapPanesTest, TellsWhichPartHasTheKeyboard) {
   EXPECT_EQ(changed.last()[0].value<FocusPlace>(), FocusPlace::MapView);
 }
 
-TEST_F(MapPanesTest, TabGoesRoundTheThreeParts) {
+TEST_F(MapPanesTest, TabMovesAroundTheThreeParts) {
   panes_.TrailList().setFocus();
   QTest::keyClick(&panes_.TrailList(), Qt::Key_Tab);
   EXPECT_EQ(panes_.Focus(), FocusPlace::RangeList);
@@ -158,7 +158,7 @@ class DividerKeys : public MapPanesTest {
   DividerHandle& BetweenLists() { return Handle("Divider between the two lists"); }
 };
 
-TEST_F(DividerKeys, TabComesToTheDividersBehindTheMap) {
+TEST_F(DividerKeys, TabReachesTheDividersAfterTheMap) {
   panes_.View().setFocus();
   QTest::keyClick(&panes_.View(), Qt::Key_Tab);
   EXPECT_EQ(QApplication::focusWidget(), &BesideMap());
@@ -243,7 +243,7 @@ TEST_F(DividerKeys, ADividerShowsThatItHasTheKeyboard) {
   EXPECT_GT(highlit(BetweenLists()), 300);
 }
 
-TEST_F(DividerKeys, TheMouseGoesThroughToThePanes) {
+TEST_F(DividerKeys, TheMouseReachesThePanesThroughIt) {
   EXPECT_EQ(panes_.childAt(152, 300), nullptr);
   EXPECT_EQ(panes_.childAt(50, 202), nullptr);
 }

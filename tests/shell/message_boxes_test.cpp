@@ -27,7 +27,7 @@ QString TextOf(QWidget& box) {
   return label == nullptr ? QString() : label->text();
 }
 
-/// Answers each modal box as it comes up, and remembers what it said.
+/// Answers each modal box when it appears, and remembers its text.
 class BoxWatcher {
  public:
   explicit BoxWatcher(std::function<void(QWidget&)> answer = nullptr) : answer_(std::move(answer)) {
@@ -159,10 +159,10 @@ TEST(BoxMessages, TheCheckLeavesTheRestToTheWindow) {
   });
   PostMany(boxes, 200);
   EXPECT_EQ(watcher.Texts().size(), 3);
-  EXPECT_EQ(row, 1 + 3);  // behind the one before
+  EXPECT_EQ(row, 1 + 3);  // after the earlier one
   ASSERT_EQ(boxes.Log().rowCount(), 201);
   EXPECT_EQ(boxes.Log().At(4).text, QStringLiteral("fault 3"));
-  // The next read begins anew.
+  // The next read starts again.
   PostMany(boxes, 3);
   EXPECT_EQ(watcher.Texts().size(), 6);
 }
@@ -410,7 +410,7 @@ TEST(BuiltBox, AnEmptyFirstButtonLetsTheOthersChangePlaces) {
   EXPECT_EQ(AskUser(boxes, "T", "", "Stop", "Go on", "text"), 2);
 }
 
-/// The box lies within the screen, and its buttons within the box.
+/// The box is within the screen, and its buttons within the box.
 void ExpectFits(const QWidget& box) {
   const QRect screen = box.screen()->availableGeometry();
   EXPECT_LE(box.width(), screen.width());

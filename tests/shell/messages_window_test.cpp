@@ -31,7 +31,7 @@ Window* Shown() {
   return nullptr;
 }
 
-/// The line that a viewer marks, as it stands there.
+/// The text of the line that a viewer marks.
 QString MarkedLine(const TextViewer& viewer) {
   const auto* text = viewer.findChild<QPlainTextEdit*>();
   const auto marks = text->extraSelections();
@@ -213,7 +213,7 @@ TEST(TextViewer, ShowsTheMessageAndTheNoticeOfAChange) {
   EXPECT_FALSE(message->isVisible());
 }
 
-TEST(TextViewer, TellsWhatItCannotShow) {
+TEST(TextViewer, ReportsWhatItCannotShow) {
   const TemporaryFolder folder;
   TextViewer viewer;
   ShowLine(viewer, folder.Path("gone.map"), 5);
@@ -501,7 +501,7 @@ TEST_F(MessagesCommandTest, ANoteOfAMapThatIsReadShowsInItsNewWindow) {
   QTest::qWait(10);  // and one for which there is no window shows nowhere
 }
 
-TEST_F(MessagesCommandTest, TheRestOfTheMessagesOfAMapStandsBeforeItsWindow) {
+TEST_F(MessagesCommandTest, TheRestOfTheMessagesOfAMapIsInFrontOfItsWindow) {
   boxes_.showInWindow(0);
   MapWindowWidget& map = shell_.NewMap();
   ASSERT_NE(Shown<MessagesWindow>(), nullptr);

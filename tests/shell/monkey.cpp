@@ -163,7 +163,7 @@ std::vector<QWidget*> Monkey::Windows() {
       windows.push_back(widget);
     }
   }
-  // The toolkit tells them in the order of their addresses.
+  // The toolkit lists them in the order of their addresses.
   const auto isNew = [](const QWidget* widget) {
     return !widget->property(SerialProperty).isValid();
   };
@@ -517,7 +517,7 @@ void Monkey::LetTimePass() {
 }
 
 std::chrono::milliseconds Monkey::WatchWork() {
-  // The timer that answers boxes stands still as long as this one is there.
+  // The timer that answers boxes does not run while this one is open.
   const QWidgetList all = QApplication::topLevelWidgets();
   for (QWidget* widget : all) {
     auto* box = qobject_cast<ProgressBox*>(widget);

@@ -36,7 +36,7 @@ class Monkey final : public QObject {
   explicit Monkey(std::uint64_t seed);
   ~Monkey() override;
 
-  /// Does one thing, and whatever it leads to, until the program waits again.
+  /// Does one thing and all that follows from it, until the program waits again.
   void Act();
   /// Tests what must hold whenever the program waits.
   void Check();

@@ -32,7 +32,7 @@ bool MaySave(const Workspace& workspace, const Map& map) {
   return below != nullptr;
 }
 
-/// What the table of a map window tells of a command, where it always tells the same of it.
+/// The state of commands that is always the same in a map window.
 enum class Offer { Always, Never, Elsewhere };
 
 Offer OfferOf(CommandId id) {
@@ -218,7 +218,7 @@ std::map<std::string, std::string> Monkey::ReadAllFiles() const {
 }
 
 void Monkey::CheckFiles() {
-  // Shapefiles stand beside the one that was named, under names of their own.
+  // Shapefiles are written beside the one that was named, with their own names.
   const bool shapes =
       writable_.contains(std::filesystem::canonical(folder_.Path("")).string() + "/points.shp");
   const auto isShape = [](const std::string& name) {

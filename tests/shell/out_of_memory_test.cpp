@@ -20,7 +20,7 @@ class OutOfMemory : public ShellCase {
     shell_.writeCopies = [this] { copiesBefore_ = Texts().empty() ? 1 : -1; };
   }
 
-  /// Memory runs out when work has told of itself for the given time.
+  /// Memory runs out at the given look of the work at the clock.
   void FailAt(int look) {
     shell_.clock = [left = look]() mutable {
       if (--left <= 0) throw std::bad_alloc();

@@ -73,7 +73,7 @@ TEST_F(PreferencesFileTest, AFileOfTheCommandLineKeepsTheLastMapAway) {
   EXPECT_EQ(shell_.OpenWindows()[0]->TheMap().fileName, before);
   EXPECT_EQ(shell_.OpenWindows()[1]->TheMap().fileName, given);
   EXPECT_TRUE(shell_.OpenWindows()[1]->Menu().At(CommandEuropeanDates).checked);
-  // It takes its view when the user opens it later, and each time anew.
+  // It takes its view when the user opens it later, every time.
   for (int i = 0; i < 2; ++i) {
     MapWindowWidget& window = OpenActive(last);
     EXPECT_EQ(window.View().View().scale, 0.5F);
@@ -166,7 +166,7 @@ TEST_F(PreferencesFileTest, AViewOfNonsenseIsAWindowAllTheSame) {
   }
 }
 
-TEST_F(PreferencesFileTest, UnknownLinesAreToldEach) {
+TEST_F(PreferencesFileTest, EachUnknownLineIsReported) {
   own_.Write("own/Orvane.prf", "Colour=red\r\nTrailHeight=90\r\nnonsense\r\n");
   shell_.Start({WriteMap("a.map")});
   EXPECT_EQ(Texts(), (std::vector<std::string>{"Unknown preference: Colour=red",
@@ -230,7 +230,7 @@ TEST_F(DefaultPlaceTest, OrvaneHomeIsTakenForFilesAndDialogs) {
   EXPECT_EQ(shell_.dialogDirectory, home.Path());
 }
 
-TEST_F(DefaultPlaceTest, WithoutItThePlatformTells) {
+TEST_F(DefaultPlaceTest, WithoutItThePlatformDecides) {
   QStandardPaths::setTestModeEnabled(true);
   PlugDefaultPreferences(shell_);
   const QString user = QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation);

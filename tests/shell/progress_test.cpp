@@ -1,4 +1,4 @@
-// The box over long work, and what is left of work that was called off.
+// The box over long work, and what remains of work that was cancelled.
 
 #include "shell/entry/gis_trail_window.h"
 #include "shell/progress/busy_work.h"
@@ -37,7 +37,7 @@ QString StageOf(const ProgressBox& box) {
 
 class ProgressBoxTest : public ShellCase {
  protected:
-  /// Work that has gone on for `passed` tells of itself.
+  /// Work that has run for `passed` reports its progress.
   void ReachAt(BusyWork& busy, milliseconds passed, size_t done = 1, size_t of = 4) {
     now_ = passed;
     busy.Reach(WorkStage::Reading, done, of);
@@ -111,7 +111,7 @@ TEST_F(ProgressBoxTest, WhatMustBeFinishedIsNotCalledOff) {
   EXPECT_FALSE(busy.Cancelled());
 }
 
-TEST_F(ProgressBoxTest, WorkWithinWorkStandsUnderTheOuterBox) {
+TEST_F(ProgressBoxTest, WorkWithinWorkSharesTheOuterBox) {
   BusyWork outer(workspace_, boxes_, QStringLiteral("Opening site.map"), clock_);
   {
     const BusyWork inner(workspace_, boxes_, QStringLiteral("Opening basis.map"), clock_);
@@ -167,9 +167,9 @@ TEST_F(ProgressBoxTest, NoWindowIsServedBeforeTheWorkIsDone) {
 }
 
 /// Work that takes its time, and a user who presses Escape as soon as there is a box.
-class CalledOffTest : public ShellCase {
+class CancelledTest : public ShellCase {
  protected:
-  CalledOffTest() {
+  CancelledTest() {
     shell_.clock = [this] {
       if (ProgressBox* box = ShownBox()) {
         ++boxesSeen_;
@@ -193,7 +193,7 @@ class CalledOffTest : public ShellCase {
   milliseconds now_{0};
 };
 
-TEST_F(CalledOffTest, AMapThatWasOpenedIsNotThere) {
+TEST_F(CancelledTest, AMapThatWasOpenedIsNotThere) {
   shell_.ownDirectory = folder_.Path();
   const std::string path = WriteLargeMap("large.map");
   EXPECT_EQ(shell_.OpenFile(path), nullptr);
@@ -207,14 +207,14 @@ TEST_F(CalledOffTest, AMapThatWasOpenedIsNotThere) {
   EXPECT_NE(shell_.OpenFile(path), nullptr);
 }
 
-TEST_F(CalledOffTest, AtTheStartTheWindowWithoutAMapIsLeft) {
+TEST_F(CancelledTest, AtTheStartTheWindowWithoutAMapIsLeft) {
   shell_.Start({WriteLargeMap("large.map")});
   EXPECT_TRUE(shell_.OpenWindows().empty());
   EXPECT_NE(ShownTaskWindow(), nullptr);
   EXPECT_TRUE(dialogs_->questions.empty());
 }
 
-TEST_F(CalledOffTest, ABasisThatWasChosenIsNotSet) {
+TEST_F(CancelledTest, ABasisThatWasChosenIsNotSet) {
   MapWindowWidget& window = OpenActive(WriteMap("site.map"));
   dialogs_->paths = {WriteLargeMap("large.map")};
   Pick(window, CommandSetBasis);
@@ -223,7 +223,7 @@ TEST_F(CalledOffTest, ABasisThatWasChosenIsNotSet) {
   EXPECT_TRUE(IsEnabled(window, CommandSetBasis));
 }
 
-TEST_F(CalledOffTest, OfASubmapThePartThatWasReadStaysAndHasItsPlaces) {
+TEST_F(CancelledTest, OfASubmapThePartThatWasReadStaysAndHasItsPlaces) {
   MapWindowWidget& window = OpenActive(WriteMap("site.map"));
   dialogs_->paths = {WriteLargeMap("large.map")};
   Pick(window, CommandImportSubmap);
@@ -240,7 +240,7 @@ TEST_F(CalledOffTest, OfASubmapThePartThatWasReadStaysAndHasItsPlaces) {
   }
 }
 
-TEST_F(CalledOffTest, AnImportOfGpsTracksChangesNothing) {
+TEST_F(CancelledTest, AnImportOfGpsTracksChangesNothing) {
   MapWindowWidget& window = OpenActive(WriteMap("site.map"));
   std::string text = "name,time,x,y,lat,lon,alt\n";
   for (int i = 0; i < 4000; ++i) text += "W" + std::to_string(i) + ",,,,1.0,10.0,5\n";
@@ -253,7 +253,7 @@ TEST_F(CalledOffTest, AnImportOfGpsTracksChangesNothing) {
   EXPECT_TRUE(Texts().empty());
 }
 
-TEST_F(CalledOffTest, TracksThatWereTakenStayAndTheNextIsShown) {
+TEST_F(CancelledTest, TracksThatWereTakenStayAndTheNextIsShown) {
   MapWindowWidget& window = OpenActive(WriteMap("site.map"));
   std::string text = "name,time,x,y,lat,lon,alt\n";
   for (int i = 0; i < 40; ++i) {
@@ -279,7 +279,7 @@ TEST_F(CalledOffTest, TracksThatWereTakenStayAndTheNextIsShown) {
   EXPECT_TRUE(IsEnabled(window, CommandSave));
 }
 
-TEST_F(CalledOffTest, AnExportLeavesNoFile) {
+TEST_F(CancelledTest, AnExportLeavesNoFile) {
   const milliseconds pause(0);
   auto clock = std::exchange(shell_.clock, [pause] { return pause; });
   MapWindowWidget& window = OpenActive(WriteLargeMap("large.map"));

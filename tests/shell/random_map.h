@@ -31,7 +31,7 @@ class Dice {
   std::mt19937_64 engine_;
 };
 
-/// The text of a map made of whatever a map may hold: trails, follows, places told in words, grids,
+/// The text of a map with everything that a map may hold: trails, follows, described places, grids,
 /// ranges, shots, names that nobody would give; some have a basis, some are empty, some damaged.
 class RandomMap {
  public:
@@ -124,7 +124,7 @@ class RandomMap {
     return std::string(dice_.Of(Styles));
   }
 
-  /// Where on the earth the map lies, and how wide it is, in degrees.
+  /// The place of the map on the earth, and its width, in degrees.
   void PickMiddle() {
     static constexpr std::array<double, 6> Lats{1.37, -45.2, 89.99, -89.999, 0, 60};
     static constexpr std::array<double, 6> Lons{115.6, -179.995, 179.99, 0, -60, 10};

@@ -98,7 +98,7 @@ TEST_F(RecoveryDialogTest, ClosingItInAnyWayPutsEverythingOff) {
   }
 }
 
-TEST_F(RecoveryDialogTest, TellsTheFileTheFolderAndWhatDiffers) {
+TEST_F(RecoveryDialogTest, ShowsTheFileTheFolderAndTheDifferences) {
   Show({Offer("/home/me/site & co/season.map")});
   const auto* frame = dialog_->findChild<QGroupBox*>();
   ASSERT_NE(frame, nullptr);
@@ -114,7 +114,7 @@ TEST_F(RecoveryDialogTest, TellsTheFileTheFolderAndWhatDiffers) {
 TEST_F(RecoveryDialogTest, NamesThatLookLikeMarkupAreShownAsTheyAre) {
   Show({Offer("/<b>x</b>/<i>y & z</i>.map")});
   EXPECT_EQ(dialog_->findChild<QGroupBox*>()->accessibleName(),
-            QStringLiteral("i>.map"));  // what stands behind the last separator
+            QStringLiteral("i>.map"));  // the part after the last separator
   for (const QLabel* label : dialog_->findChildren<QLabel*>()) {
     EXPECT_EQ(label->textFormat(), Qt::PlainText);
   }

@@ -42,7 +42,7 @@ using std::chrono::seconds;
 
 constexpr auto SiteText = "T\tRidge\tTrail\nG\tCamp\tN1\tE10\nG\tHill\tN1 0.6'\tE10 0.6'\n";
 
-/// Presses the buttons that were laid down, each in the modal box that comes up next.
+/// Presses one of the given buttons in each modal box, in this order.
 class ButtonPresser {
  public:
   ButtonPresser() {
@@ -149,7 +149,7 @@ class ProgramRun {
 
 class RecoveryShell : public testing::Test {
  protected:
-  /// The copies on the disk, whoever holds them.
+  /// The copies on the disk, of any run.
   std::vector<std::string> Copies() const {
     std::vector<std::string> texts;
     if (!fs::exists(folder_.Path("own/recovery"))) return texts;
@@ -219,7 +219,7 @@ TEST_F(RecoveryShell, ItIsWrittenAnewOnceAMinuteAndOnlyAfterAChange) {
   Wait(run, seconds(1));
   ASSERT_EQ(Copies().size(), 1U);
   EXPECT_TRUE(Holds(Copies()[0], "# two"));
-  // A change of which nobody was told, to see whether the copy is written without one.
+  // A change that was not announced, to see whether the copy is written at all.
   map.comments.emplace_back("# three");
   Wait(run, seconds(600));
   EXPECT_FALSE(Holds(Copies()[0], "# three"));
@@ -231,7 +231,7 @@ TEST_F(RecoveryShell, TheProgramsOwnClockBringsItAbout) {
   now_ = seconds(0);
   Edit(run, map, "one");
   now_ = seconds(20);
-  // The timer runs on the real clock; the next change sets it anew.
+  // The timer runs on the real clock; the next change starts it again.
   Edit(run, map, "two");
   EXPECT_TRUE(QTest::qWaitFor([&] { return !Copies().empty(); }, 5000));
 }
@@ -298,7 +298,7 @@ TEST_F(RecoveryShell, EachChangedMapHasItsOwnCopy) {
   EXPECT_EQ(Copies().size(), 3U);
 }
 
-TEST_F(RecoveryShell, ADiskThatFailsIsToldOnceUntilACopySucceeds) {
+TEST_F(RecoveryShell, ADiskThatFailsIsReportedOnceUntilACopySucceeds) {
   // Whatever is made fails from now on, and for as long as is wanted.
   bool full = true;
   FileSystem system = SystemFiles();
@@ -329,7 +329,7 @@ TEST_F(RecoveryShell, ADiskThatFailsIsToldOnceUntilACopySucceeds) {
 
 // --- Removing ---------------------------------------------------------------------------------
 
-TEST_F(RecoveryShell, ItGoesWhenTheMapIsSaved) {
+TEST_F(RecoveryShell, ItIsRemovedWhenTheMapIsSaved) {
   ProgramRun run(folder_, now_);
   MapWindowWidget& window = run.Open(path_);
   Edit(run, window.TheMap(), "one");
@@ -342,7 +342,7 @@ TEST_F(RecoveryShell, ItGoesWhenTheMapIsSaved) {
   EXPECT_TRUE(Copies().empty());
 }
 
-TEST_F(RecoveryShell, ItGoesWhenTheMapIsSavedUnderAnotherName) {
+TEST_F(RecoveryShell, ItIsRemovedWhenTheMapIsSavedUnderAnotherName) {
   ProgramRun run(folder_, now_);
   MapWindowWidget& window = run.Open(path_);
   Edit(run, window.TheMap(), "one");
@@ -359,13 +359,13 @@ TEST_F(RecoveryShell, ItStaysWhenASaveFails) {
   Wait(run, seconds(15));
   fs::remove(path_);
   fs::create_directory(path_);
-  // The folder in its place is no file that was read; then it can't be written over either.
+  // The folder in its place is not the file that was read, and can't be written over either.
   presser_.buttons = {QStringLiteral("Overwrite"), QStringLiteral("OK")};
   run.shell.RunCommand(CommandSave, window);
   EXPECT_EQ(Copies().size(), 1U);
 }
 
-TEST_F(RecoveryShell, ItGoesWithDontSave) {
+TEST_F(RecoveryShell, ItIsRemovedAfterDontSave) {
   ProgramRun run(folder_, now_);
   QPointer<MapWindowWidget> window = &run.Open(path_);
   Edit(run, window->TheMap(), "one");
@@ -394,7 +394,7 @@ TEST_F(RecoveryShell, ItStaysForAnotherWindowOnTheMap) {
   EXPECT_TRUE(Copies().empty());
 }
 
-TEST_F(RecoveryShell, ThatOfABasisGoesWithTheLastWindowThatRestsOnIt) {
+TEST_F(RecoveryShell, ThatOfABasisIsRemovedWithTheLastWindowThatRestsOnIt) {
   folder_.Write("season.map", "B\tsite.map\nG\tFig\tN1\tE10 1'\n");
   ProgramRun run(folder_, now_);
   QPointer<MapWindowWidget> season = &run.Open(folder_.Path("season.map"));
@@ -502,7 +502,7 @@ TEST_F(RecoveryShell, LaterKeepsTheCopyForTheStartAfter) {
     run.shell.Start({path_});
     ASSERT_EQ(run.shell.OpenWindows().size(), 1U);
     EXPECT_TRUE(run.shell.OpenWindows()[0]->TheMap().comments.empty());
-    // Work on the file itself goes on beside it.
+    // The user goes on working on the file itself.
     Edit(run, run.shell.OpenWindows()[0]->TheMap(), "two");
     Wait(run, seconds(15));
     EXPECT_EQ(Copies().size(), 2U);

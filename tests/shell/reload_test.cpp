@@ -54,7 +54,7 @@ TEST_F(ReloadTest, TheCommandReadsTheFileAgainAndKeepsTheView) {
   EXPECT_FALSE(now.children.front().selected);
   EXPECT_TRUE(now.children.back().selected);
   EXPECT_EQ(now.children.back().trail->name, "Ridge");
-  window.grab();  // nothing that is drawn leads to what is gone
+  window.grab();  // drawing uses nothing that was deleted
   EXPECT_TRUE(messages_.Questions().empty());
 }
 

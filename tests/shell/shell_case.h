@@ -63,7 +63,7 @@ class ShellCase : public testing::Test {
     return ActionOf(window, id).isEnabled();
   }
 
-  /// Presses the key that the table tells for a command.
+  /// Presses the key that the table has for a command.
   static void Press(QWidget& window, CommandId id) {
     const std::string_view key = FindCommand(id)->key;
     ASSERT_FALSE(key.empty());

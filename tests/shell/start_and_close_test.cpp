@@ -115,7 +115,7 @@ TEST_F(StartTest, AFileDroppedOnTheWindowWithoutAMapOpens) {
   EXPECT_EQ(ShownTaskWindow(), nullptr);
 }
 
-TEST_F(StartTest, AMissingFileIsToldAndOpensEmptyAndSavingMakesIt) {
+TEST_F(StartTest, AMissingFileIsReportedAndOpensEmptyAndSavingMakesIt) {
   shell_.Start({folder_.Path("new.map")});
   EXPECT_EQ(Texts(), (std::vector<std::string>{"Can't open file " + folder_.Path("new.map")}));
   ASSERT_EQ(shell_.OpenWindows().size(), 1U);
@@ -155,7 +155,7 @@ TEST_F(CloseTest, TheLastWindowLeavesTheOneWithoutAMap) {
   EXPECT_EQ(ends_, 0);
 }
 
-TEST_F(CloseTest, TheWindowWithoutAMapStandsWhereTheLastOneStood) {
+TEST_F(CloseTest, TheWindowWithoutAMapTakesThePlaceOfTheLastOne) {
   const std::string path = WriteMap("site.map");
   MapWindowWidget* window = &OpenActive(path);
   window->setGeometry(40, 60, 500, 300);
@@ -292,7 +292,7 @@ class StrangeWindow final : public ProgramWindow {
   QWidget widget_;
 };
 
-TEST_F(CloseTest, AWindowOfAnUnknownKindIsToldAndGoes) {
+TEST_F(CloseTest, AWindowOfAnUnknownKindIsReportedAndClosed) {
   StrangeWindow window;
   window.Widget().show();
   EXPECT_TRUE(shell_.MapWinClose(window));
@@ -325,7 +325,7 @@ TEST_F(ExitTest, ARefusalStopsItWithThePreferencesWritten) {
   EXPECT_FALSE(shell_.ExitFlow());
   EXPECT_EQ(written, 1);
   EXPECT_EQ(ends_, 0);
-  ASSERT_EQ(shell_.OpenWindows().size(), 2U);  // the newest had gone already
+  ASSERT_EQ(shell_.OpenWindows().size(), 2U);  // the newest was closed already
   EXPECT_EQ(shell_.OpenWindows()[0], &changed);
 }
 
@@ -342,7 +342,7 @@ TEST(ToolkitHook, ErrorsOfTheWindowSystemAreShownAsInternalErrors) {
   {
     const ToolkitHook hook(messages, [&] { ++ends; });
     for (int i = 0; i < 11; ++i) qCritical("lost the display %d", i);
-    EXPECT_TRUE(messages.Entries().empty());  // not in the middle of whatever goes on
+    EXPECT_TRUE(messages.Entries().empty());  // not in the middle of other work
     QApplication::processEvents();
     ASSERT_EQ(messages.Entries().size(), 11U);
     EXPECT_EQ(messages.Entries()[0].text, "lost the display 0");
