@@ -1,7 +1,6 @@
 // A profile of 800 columns across a large map: every column asks all altitudes.
 
 #include "elevation/profile.h"
-#include "elevation/profile_view.h"
 #include "model/cells.h"
 #include "model/workspace.h"
 

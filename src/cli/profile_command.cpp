@@ -3,7 +3,6 @@
 #include "cli/exit_status.h"
 #include "cli/text_output.h"
 #include "elevation/profile.h"
-#include "elevation/profile_view.h"
 #include "model/point_names.h"
 #include "places/resolve_location.h"
 

@@ -162,6 +162,12 @@ void SampleLine(ElevationView& view) {
   EstimateIfUnknown(view, view.samples.back());
 }
 
+void LayoutColumns(ElevationView& view, int plotWidth) {
+  view.plotWidth = std::max(plotWidth, 2);
+  view.metresPerPixelX = (view.viewEnd - view.viewStart) / (view.plotWidth - 1);
+  SampleLine(view);
+}
+
 bool FillGapsPass(ElevationView& view, std::vector<ElevationStep>* steps) {
   std::vector<ElevationStep> found = FindSteps(view.samples);
   std::vector<LatLon> places;

@@ -77,6 +77,10 @@ std::optional<std::string> ElevationTitle(const ElevationView& view);
 /// on. Puts the points into their local plane.
 void SampleLine(ElevationView& view);
 
+/// Makes the samples for a plot of so many columns, without a window around it.
+/// \param plotWidth  at least 2; less counts as 2
+void LayoutColumns(ElevationView& view, int plotWidth);
+
 /// What one step of the filling redrew: the chord from column `from` to column `to` is replaced
 /// by two lines, over `middle`.
 struct ElevationStep {

@@ -1,7 +1,6 @@
 #include "elevation/profile.h"
 
 #include "base/number_text.h"
-#include "elevation/profile_view.h"
 #include "model/cells.h"
 #include "support/map_from_text.h"
 #include "trails/metrics.h"

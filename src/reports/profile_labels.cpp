@@ -1,4 +1,4 @@
-#include "elevation/profile_labels.h"
+#include "reports/profile_labels.h"
 
 #include "base/number_text.h"
 
@@ -26,8 +26,8 @@ std::vector<ElevationText> EndTexts(const ElevationView& view, CoordinateDisplay
   if (view.samples.empty()) return {};
   const std::string left = FormatLatLon(view.samples.front().position, display);
   const std::string right = FormatLatLon(view.samples.back().position, display);
-  return {{view.leftMargin, NameLine(view), left},
-          {view.leftMargin + view.plotWidth - 1 - textWidth(right), NameLine(view), right}};
+  return {{{view.leftMargin, NameLine(view)}, left},
+          {{view.leftMargin + view.plotWidth - 1 - textWidth(right), NameLine(view)}, right}};
 }
 
 }  // namespace
@@ -46,7 +46,7 @@ std::vector<ElevationText> PlaceNameTexts(const ElevationView& view, CoordinateD
       continue;
     }
     const int x = i == last ? i - width : std::max(i - width / 2, 0);
-    texts.push_back({x + view.leftMargin, NameLine(view), *label});
+    texts.push_back({{x + view.leftMargin, NameLine(view)}, *label});
     edge = x + width + gap - 1;
     i = std::max(edge, i) + 1;
   }
@@ -64,7 +64,7 @@ std::vector<ElevationText> DistanceTexts(const ElevationView& view, const TextWi
       ++i;
       continue;
     }
-    texts.push_back({i + view.leftMargin, NameLine(view) + view.lineHeight, std::move(text)});
+    texts.push_back({{i + view.leftMargin, NameLine(view) + view.lineHeight}, std::move(text)});
     edge += width + gap - 1;
     i = std::max(edge, i) + 1;
   }
@@ -75,19 +75,19 @@ std::vector<ElevationText> AltitudeTexts(const ElevationView& view) {
   std::vector<ElevationText> texts;
   for (const double altitude : {view.minAltitude, view.maxAltitude}) {
     const int row = RowOf(view, std::trunc(altitude - view.plotBottom));
-    texts.push_back({1, row + view.ascent, FormatFixed(altitude, 0)});
+    texts.push_back({{1, row + view.ascent}, FormatFixed(altitude, 0)});
   }
   return texts;
 }
 
-ElevationVertex ElevationVertexAt(const ElevationView& view, int column) {
+Pixel ElevationVertexAt(const ElevationView& view, int column) {
   const ElevationSample& sample = view.samples[static_cast<size_t>(column)];
   return {column + view.leftMargin,
           RowOf(view, double{sample.position.altitude} - view.plotBottom)};
 }
 
-std::vector<ElevationVertex> ElevationLine(const ElevationView& view) {
-  std::vector<ElevationVertex> line;
+std::vector<Pixel> ElevationLine(const ElevationView& view) {
+  std::vector<Pixel> line;
   for (size_t i = 0; i < view.samples.size(); ++i) {
     if (!HasAltitude(view.samples[i].position.altitude)) continue;
     line.push_back(ElevationVertexAt(view, static_cast<int>(i)));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "elevation/profile.h"
+#include "view/canvas.h"
 
 #include <functional>
 #include <string_view>
@@ -21,14 +22,6 @@ struct ElevationScroll {
   int position = 0;    ///< of the thumb
 };
 
-/// Where the info pane is in the window, in pixels; right and bottom are just outside.
-struct InfoPanePlace {
-  int left = 0;
-  int top = 0;
-  int right = 0;
-  int bottom = 0;
-};
-
 /// Brings the view of a trail back on its line and lays the window out. The view of a transect is
 /// not held: it may run past both ends.
 /// \param right, bottom  size of the window in pixels
@@ -38,16 +31,12 @@ void RefreshElevation(ElevationView& view, int right, int bottom, const TextWidt
 /// samples. `lineHeight` must be set.
 void LayoutElevation(ElevationView& view, int right, int bottom, const TextWidth& textWidth);
 
-/// Makes the samples for a plot of so many columns, without a window around it.
-/// \param plotWidth  at least 2; less counts as 2
-void LayoutColumns(ElevationView& view, int plotWidth);
-
 /// The scroll bar that belongs to the view. That of a transect is always in the middle, so that
 /// it can be moved both ways.
 ElevationScroll ElevationScrollBar(const ElevationView& view);
 
-/// The place of the info pane: in the top right corner, wide enough for any position.
-InfoPanePlace PlaceInfoPane(const ElevationView& view, int right, const TextWidth& textWidth);
+/// Where the info pane is in the window: in the top right corner, wide enough for any position.
+PixelRect PlaceInfoPane(const ElevationView& view, int right, const TextWidth& textWidth);
 
 /// \return the distance along the line under a pixel of the window
 double DistanceUnder(const ElevationView& view, int x);

@@ -1,4 +1,4 @@
-#include "elevation/profile_view.h"
+#include "reports/profile_view.h"
 
 #include "base/number_text.h"
 
@@ -66,12 +66,6 @@ void LayoutElevation(ElevationView& view, int right, int bottom, const TextWidth
   LayoutColumns(view, right - view.leftMargin);
 }
 
-void LayoutColumns(ElevationView& view, int plotWidth) {
-  view.plotWidth = std::max(plotWidth, 2);
-  view.metresPerPixelX = Span(view) / (view.plotWidth - 1);
-  SampleLine(view);
-}
-
 ElevationScroll ElevationScrollBar(const ElevationView& view) {
   if (view.trail == nullptr) return MiddleBar;
   const int last = view.plotWidth - 1;
@@ -80,7 +74,7 @@ ElevationScroll ElevationScrollBar(const ElevationView& view) {
           static_cast<int>(last * view.viewStart / view.lineLength)};
 }
 
-InfoPanePlace PlaceInfoPane(const ElevationView& view, int right, const TextWidth& textWidth) {
+PixelRect PlaceInfoPane(const ElevationView& view, int right, const TextWidth& textWidth) {
   constexpr int Gap = 10;
   constexpr int Lines = 4;
   const int width = textWidth("E123  45.678' a 333") + Gap;

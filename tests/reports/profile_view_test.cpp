@@ -1,6 +1,6 @@
-#include "elevation/profile_view.h"
+#include "reports/profile_view.h"
 
-#include "elevation/profile_labels.h"
+#include "reports/profile_labels.h"
 #include "support/map_from_text.h"
 
 #include <gtest/gtest.h>
@@ -80,7 +80,7 @@ TEST_F(ProfileView, ThePointerStaysWithinThePlot) {
 
 TEST_F(ProfileView, TheInfoPaneIsInTheTopRightCorner) {
   const ElevationView view = Shown();
-  const InfoPanePlace place = PlaceInfoPane(view, 521, SixEach);
+  const PixelRect place = PlaceInfoPane(view, 521, SixEach);
   EXPECT_EQ(place.left, 521 - (19 * 6 + 10));
   EXPECT_EQ(place.top, 0);
   EXPECT_EQ(place.right, 521);
@@ -228,7 +228,7 @@ TEST_F(ProfileView, ALineWithoutLengthCanBeLookedAt) {
   EXPECT_EQ(view.viewEnd, 0);
   EXPECT_EQ(ElevationScrollBar(view).proportion, view.plotWidth - 1);
   // Level ground: the line is on the bottom of the plot.
-  for (const ElevationVertex& vertex : ElevationLine(view)) EXPECT_EQ(vertex.y, view.plotHeight);
+  for (const Pixel vertex : ElevationLine(view)) EXPECT_EQ(vertex.y, view.plotHeight);
 }
 
 // --- Texts ----------------------------------------------------------------------------------
@@ -244,11 +244,11 @@ TEST_F(ProfileView, NamesThatWouldCollideAreLeftOutButNotInTheLastColumn) {
   view.samples[499].label = &names[3];
   const auto texts = PlaceNameTexts(view, CoordinateDisplay::Minutes, SixEach);
   EXPECT_EQ(TextsOf(texts), (Texts{"Long name", "B", "Far", "Last one"}));
-  EXPECT_EQ(texts[0].x, 21);
-  EXPECT_EQ(texts[1].x, 63 - 3 + 21);
-  EXPECT_EQ(texts[2].x, 450 - 9 + 21);
-  EXPECT_EQ(texts[3].x, 499 - 48 + 21);
-  EXPECT_EQ(texts[3].y, 276 + 9);
+  EXPECT_EQ(texts[0].at.x, 21);
+  EXPECT_EQ(texts[1].at.x, 63 - 3 + 21);
+  EXPECT_EQ(texts[2].at.x, 450 - 9 + 21);
+  EXPECT_EQ(texts[3].at.x, 499 - 48 + 21);
+  EXPECT_EQ(texts[3].at.y, 276 + 9);
 }
 
 TEST_F(ProfileView, ANameAtTheLeftEdgeIsNotCut) {
@@ -258,10 +258,10 @@ TEST_F(ProfileView, ANameAtTheLeftEdgeIsNotCut) {
   view.samples[40].label = &name;
   const auto texts = PlaceNameTexts(view, CoordinateDisplay::Minutes, SixEach);
   ASSERT_EQ(texts.size(), 1U);
-  EXPECT_EQ(texts[0].x, 40 - 27 + 21);
+  EXPECT_EQ(texts[0].at.x, 40 - 27 + 21);
   view.samples[40].label = nullptr;
   view.samples[0].label = &name;
-  EXPECT_EQ(PlaceNameTexts(view, CoordinateDisplay::Minutes, SixEach)[0].x, 21);
+  EXPECT_EQ(PlaceNameTexts(view, CoordinateDisplay::Minutes, SixEach)[0].at.x, 21);
 }
 
 TEST_F(ProfileView, WithoutNamesTheEndsAreGivenByTheirCoordinates) {
@@ -270,8 +270,8 @@ TEST_F(ProfileView, WithoutNamesTheEndsAreGivenByTheirCoordinates) {
   ASSERT_EQ(texts.size(), 2U);
   EXPECT_EQ(texts[0].text, "N0\xB0 0.000' E0\xB0 0.000'");
   EXPECT_EQ(texts[1].text, "N0\xB0 0.000' E0\xB0 0.600'");
-  EXPECT_EQ(texts[0].x, view.leftMargin);
-  EXPECT_EQ(texts[1].x + SixEach(texts[1].text), view.leftMargin + view.plotWidth - 1);
+  EXPECT_EQ(texts[0].at.x, view.leftMargin);
+  EXPECT_EQ(texts[1].at.x + SixEach(texts[1].text), view.leftMargin + view.plotWidth - 1);
 }
 
 TEST_F(ProfileView, DistancesAreAsCloseAsTheyFit) {
@@ -279,15 +279,15 @@ TEST_F(ProfileView, DistancesAreAsCloseAsTheyFit) {
   const auto texts = DistanceTexts(view, SixEach);
   ASSERT_GE(texts.size(), 4U);
   EXPECT_EQ(texts[0].text, "0m");
-  EXPECT_EQ(texts[0].x, 21);
-  EXPECT_EQ(texts[0].y, 276 + 9 + 12);
+  EXPECT_EQ(texts[0].at.x, 21);
+  EXPECT_EQ(texts[0].at.y, 276 + 9 + 12);
   // The first text is 12 wide, so the edge is 17. Behind it, "60.1m" at 27 would need half of its 30
   // pixels; the first that is short enough is "69m", which needs 9.
-  EXPECT_EQ(texts[1].x - 21, 31);
+  EXPECT_EQ(texts[1].at.x - 21, 31);
   EXPECT_EQ(texts[1].text, "69m");
   for (size_t i = 1; i < texts.size(); ++i) {
-    EXPECT_GE(texts[i].x, texts[i - 1].x + SixEach(texts[i - 1].text)) << i;
-    EXPECT_EQ(texts[i].text, FormatDistance((texts[i].x - 21) * view.metresPerPixelX));
+    EXPECT_GE(texts[i].at.x, texts[i - 1].at.x + SixEach(texts[i - 1].text)) << i;
+    EXPECT_EQ(texts[i].text, FormatDistance((texts[i].at.x - 21) * view.metresPerPixelX));
   }
 }
 
@@ -303,9 +303,9 @@ TEST_F(ProfileView, TheAltitudesAreAtTheirHeights) {
   ASSERT_EQ(texts.size(), 2U);
   EXPECT_EQ(texts[0].text, "100");
   EXPECT_EQ(texts[1].text, "200");
-  EXPECT_EQ(texts[0].x, 1);
-  EXPECT_EQ(texts[0].y, static_cast<int>(276 - 10 / (120.0 / 276)) + 9);
-  EXPECT_EQ(texts[1].y, static_cast<int>(276 - 110 / (120.0 / 276)) + 9);
+  EXPECT_EQ(texts[0].at.x, 1);
+  EXPECT_EQ(texts[0].at.y, static_cast<int>(276 - 10 / (120.0 / 276)) + 9);
+  EXPECT_EQ(texts[1].at.y, static_cast<int>(276 - 110 / (120.0 / 276)) + 9);
 }
 
 TEST_F(ProfileView, TheLineRunsOverTheKnownColumns) {
@@ -332,7 +332,7 @@ TEST_F(ProfileView, AltitudesAroundATrailWithoutAnyStayWithinBounds) {
   ElevationView view = Laid(*OpenElevation(around, *FindTrail(around, "Line")), 300, 300);
   FillGaps(view);
   EXPECT_EQ(view.samples[5].position.altitude, 300);
-  for (const ElevationVertex& vertex : ElevationLine(view)) EXPECT_EQ(vertex.y, -32000);
+  for (const Pixel vertex : ElevationLine(view)) EXPECT_EQ(vertex.y, -32000);
 }
 
 }  // namespace

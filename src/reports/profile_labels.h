@@ -1,8 +1,9 @@
 #pragma once
 
 #include "elevation/profile.h"
-#include "elevation/profile_view.h"
 #include "geo/angle_text.h"
+#include "reports/profile_view.h"
+#include "view/canvas.h"
 
 #include <string>
 #include <vector>
@@ -10,19 +11,12 @@
 namespace orvane {
 
 /// What is drawn of a profile: texts along both axes, and the line itself. All in pixels of the
-/// window; a text has its left end at x and its baseline at y.
+/// window; `at` is the start of a text's baseline.
 
 /// A text on an axis.
 struct ElevationText {
-  int x = 0;
-  int y = 0;
+  Pixel at;
   std::string text;
-};
-
-/// A vertex of the profile's line.
-struct ElevationVertex {
-  int x = 0;
-  int y = 0;
 };
 
 /// The first line below the plot: the labels of the samples, those that would collide left out, but
@@ -37,9 +31,9 @@ std::vector<ElevationText> DistanceTexts(const ElevationView& view, const TextWi
 std::vector<ElevationText> AltitudeTexts(const ElevationView& view);
 
 /// \return the vertex of one column, which must be known
-ElevationVertex ElevationVertexAt(const ElevationView& view, int column);
+Pixel ElevationVertexAt(const ElevationView& view, int column);
 
 /// The line over all known columns.
-std::vector<ElevationVertex> ElevationLine(const ElevationView& view);
+std::vector<Pixel> ElevationLine(const ElevationView& view);
 
 }  // namespace orvane
