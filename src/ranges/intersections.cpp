@@ -368,7 +368,7 @@ void OverlapMaker::Intersect(Range& a, Range& b) {
 
 void OverlapMaker::Count(const RangeIntersection& record) {
   const size_t bytes = sizeof record + record.name.capacity() +
-                       record.polygon.size() * sizeof(Point*) +
+                       record.polygon.size() * sizeof(void*) +
                        record.scratch.store.size() * sizeof(Point) +
                        (record.a.cells.size() + record.b.cells.size()) * sizeof(RangeCell);
   left_ -= std::min(left_, bytes);
