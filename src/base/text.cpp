@@ -10,50 +10,6 @@ bool IsHidingMark(char c) { return c == '_' || c == '@'; }
 
 unsigned char AsByte(char c) { return static_cast<unsigned char>(c); }
 
-/// One set of a glob, from its opening bracket.
-struct GlobSet {
-  bool closed = false;   ///< false if the pattern ends inside the set
-  bool matches = false;  ///< the byte belongs to the set, or to its complement with `^`
-  size_t length = 0;     ///< length of the set in the pattern, with both brackets
-};
-
-GlobSet MatchSet(std::string_view pattern, char c) {
-  GlobSet set;
-  size_t at = 1;
-  const bool complement = at < pattern.size() && pattern[at] == '^';
-  if (complement) ++at;
-  const size_t afterMark = complement ? at : pattern.npos;
-  bool found = false;
-  for (; at < pattern.size(); ++at) {
-    if (pattern[at] == ']' && at != afterMark) {
-      set.closed = true;
-      set.matches = found != complement;
-      set.length = at + 1;
-      return set;
-    }
-    const char first = pattern[at];
-    char last = first;
-    if (at + 2 < pattern.size() && pattern[at + 1] == '-' && pattern[at + 2] != ']') {
-      last = pattern[at + 2];
-      at += 2;
-    }
-    found = found || (AsByte(first) <= AsByte(c) && AsByte(c) <= AsByte(last));
-  }
-  return set;
-}
-
-/// \return the length of the part of the pattern that matches `c`; 0 if the pattern does not match
-///         it
-size_t MatchOneByte(std::string_view pattern, char c) {
-  if (pattern.empty()) return 0;
-  if (pattern.front() == '?') return 1;
-  if (pattern.front() == '[') {
-    const GlobSet set = MatchSet(pattern, c);
-    return set.closed && set.matches ? set.length : 0;
-  }
-  return pattern.front() == c ? 1 : 0;
-}
-
 }  // namespace
 
 std::string FoldedText(std::string_view text) {
@@ -107,34 +63,6 @@ size_t FindAnyOf(std::string_view text, std::string_view set) { return text.find
 std::optional<std::string_view> StartsWith(std::string_view prefix, std::string_view text) {
   if (!text.starts_with(prefix)) return std::nullopt;
   return text.substr(prefix.size());
-}
-
-// After a mismatch only the last star needs to be tried again, with one byte more: any text that an
-// earlier star could match instead, the last one can match as well.
-bool MatchGlob(std::string_view pattern, std::string_view text) {
-  size_t p = 0;
-  size_t t = 0;
-  size_t afterStar = std::string_view::npos;
-  size_t starTakesTo = 0;
-  while (t < text.size()) {
-    if (p < pattern.size() && pattern[p] == '*') {
-      afterStar = ++p;
-      starTakesTo = t;
-      continue;
-    }
-    const size_t used = MatchOneByte(pattern.substr(p), text[t]);
-    if (used > 0) {
-      p += used;
-      ++t;
-    } else if (afterStar != std::string_view::npos) {
-      p = afterStar;
-      t = ++starTakesTo;
-    } else {
-      return false;
-    }
-  }
-  while (p < pattern.size() && pattern[p] == '*') ++p;
-  return p == pattern.size();
 }
 
 std::string EscapedControls(std::string_view text) {

@@ -47,12 +47,6 @@ size_t FindAnyOf(std::string_view text, std::string_view set);
 /// \return the text after `prefix`, or nothing if `text` does not begin with it
 std::optional<std::string_view> StartsWith(std::string_view prefix, std::string_view text);
 
-/// Case-sensitive glob: `*` any run, `?` any byte, `[a-z]` a set with ranges, `[^...]` its
-/// complement; a `]` directly after `^` belongs to the set. The time is at most the length of the
-/// text times that of the pattern.
-/// \return true if the whole of `text` fits `pattern`; an unclosed set fits nothing
-bool MatchGlob(std::string_view pattern, std::string_view text);
-
 /// Replaces each control character, U+0000 to U+001F and U+007F, by its code, such as "\x1B".
 /// Invisible characters could otherwise control a terminal or look like the end of a line.
 std::string EscapedControls(std::string_view text);

@@ -148,7 +148,7 @@ class MapDump {
             {"synonyms", Texts(point.synonyms)},
             {"map", point.map == nullptr ? Json(nullptr) : Json(ToUtf8(point.map->shownName))},
             {"trail", TrailIndexOrNull(point.trail)},
-            {"placed", (point.flags & PointPlaced) != 0},
+            {"placed", IsPlaced(point)},
             {"lat", point.geo.lat},
             {"lon", point.geo.lon},
             {"altitude", AltitudeOrNull(double{point.geo.altitude})},
@@ -201,7 +201,7 @@ class MapDump {
             {"filled", trail.filled},
             {"fillPattern", trail.fillPattern},
             {"markStyle", trail.markStyle},
-            {"hidden", (trail.flags & TrailHidden) != 0},
+            {"hidden", IsHidden(trail)},
             {"note", TextOrNull(trail.note)},
             {"points", std::move(points)},
             {"metrics", MetricsJson(trail)}};

@@ -26,10 +26,9 @@ struct ElevationSample {
 
 /// Bits of `ElevationView::flags`.
 enum ElevationFlag : std::uint32_t {
-  ElevationOwnsPoints = 1,    ///< a transect: its two points are in `ends`
-  ElevationInfoShown = 2,     ///< the info pane is visible
-  ElevationInfoAtLayout = 4,  ///< the info pane is to be shown at the first layout
-  ElevationPanning = 16,      ///< the line is being dragged
+  ElevationOwnsPoints = 1,  ///< a transect: its two points are in `ends`
+  ElevationInfoShown = 2,   ///< the info pane is visible
+  ElevationPanning = 16,    ///< the line is being dragged
 };
 
 /// What a profile shows. Altitudes and distances in metres, the rest in pixels of the window, whose

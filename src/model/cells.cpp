@@ -112,7 +112,7 @@ std::optional<LatLon> FindGridCell(const Map& map, std::string_view text) {
   if (text.empty()) return std::nullopt;
   for (const Map* level = &map; level != nullptr; level = level->basis) {
     for (const Grid& grid : level->grids) {
-      if ((grid.corner->flags & PointPlaced) == 0) continue;
+      if (!IsPlaced(*grid.corner)) continue;
       const auto index = ReadCellName(grid, text);
       if (!index) continue;
       const double alongRows = (index->row + 0.5) * grid.cellSize;

@@ -131,6 +131,9 @@ struct Point {
   std::uint64_t solverVisit = 0;    ///< the last walk of the solver that visited the point
 };
 
+/// \return true if the point has a place
+inline bool IsPlaced(const Point& point) { return (point.flags & PointPlaced) != 0; }
+
 // --- Trails ---------------------------------------------------------------------------------
 
 /// Bits of `Trail::flags`.
@@ -186,6 +189,11 @@ struct Trail {
   double minAltitude = double{NoAltitude};   ///< metres, or -9999
   double maxAltitude = double{NoAltitude};   ///< metres, or -9999
 };
+
+/// \return true for a trail made by contour generation
+inline bool IsContour(const Trail& trail) { return (trail.flags & TrailContour) != 0; }
+/// \return true for a trail whose row starts hidden
+inline bool IsHidden(const Trail& trail) { return (trail.flags & TrailHidden) != 0; }
 
 // --- Grids ----------------------------------------------------------------------------------
 
@@ -257,6 +265,14 @@ struct GeoBounds {
 struct ScratchPoints {
   std::list<Point> store;  ///< most rings need none, and an empty list takes no memory
 
+  ScratchPoints() = default;
+  ~ScratchPoints() = default;
+  // A copy of the record that holds the ring would point into the old store.
+  ScratchPoints(const ScratchPoints&) = delete;
+  ScratchPoints& operator=(const ScratchPoints&) = delete;
+  ScratchPoints(ScratchPoints&&) = default;
+  ScratchPoints& operator=(ScratchPoints&&) = default;
+
   /// Makes a nameless point of no map, flagged `PointScratch`.
   /// \param place  its coordinates in the current plane; `geo` stays 0
   Point& Make(const Meters& place) {
@@ -306,6 +322,14 @@ struct Cluster {
 struct ClusterTree {
   std::deque<Cluster> clusters;  ///< in order of creation
   int steps = 0;                 ///< events in which they were made
+
+  ClusterTree() = default;
+  ~ClusterTree() = default;
+  // `Cluster::parent` points into `clusters`.
+  ClusterTree(const ClusterTree&) = delete;
+  ClusterTree& operator=(const ClusterTree&) = delete;
+  ClusterTree(ClusterTree&&) = default;
+  ClusterTree& operator=(ClusterTree&&) = default;
 };
 
 /// Slots of five minutes and hours of the day, for travel.

@@ -72,8 +72,6 @@ std::array<std::string, 3> CountNames(const Map& map) {
   return names;
 }
 
-bool IsPlaced(const Point& point) { return (point.flags & PointPlaced) != 0; }
-
 std::vector<Point*> PlacedPoints(const std::vector<Point*>& points) {
   std::vector<Point*> placed;
   std::copy_if(points.begin(), points.end(), std::back_inserter(placed),

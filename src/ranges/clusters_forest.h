@@ -128,8 +128,7 @@ class ClusterForest {
   std::uint64_t moment_ = 0;
   std::vector<std::uint64_t> joinedAt_;  // by location
   std::vector<GeoPlace> geo_;            // by location
-  std::vector<int> listed_;              // the locations of a hull
-  std::vector<RingVertex> places_;       // the same in their plane
+  std::vector<RingVertex> places_;       // the locations of a hull in their plane
 };
 
 }  // namespace orvane

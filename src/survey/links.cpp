@@ -104,7 +104,7 @@ LatLon WalkFrom(const LatLon& start, const Shot& shot, float bearing, float incl
 /// known.
 void AddShotToOtherMap(Point& point, const Measurement& reading) {
   Point& base = *reading.base;
-  if ((base.flags & PointPlaced) == 0) {
+  if (!IsPlaced(base)) {
     const Shot shot(reading, *base.map);
     AddPosition(base, reading.count,
                 WalkFrom(point.geo, shot, shot.bearing + HalfTurn, -shot.inclination));
@@ -124,7 +124,7 @@ class Collector {
     if (!walk_.FirstVisit(point)) return;
     LinkFinder links(point.links);
     LinkFinder rays(point.rays);
-    const bool known = (point.flags & PointPlaced) != 0;
+    const bool known = IsPlaced(point);
     for (const Measurement& reading : point.measurements) {
       if (HasAltitude(reading.altitude) && !known) {
         AddAltitude(point, reading.count, reading.altitude);

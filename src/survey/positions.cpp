@@ -8,7 +8,7 @@ namespace orvane {
 void ProjectPoint(Point& point) { point.projected = LatLonToMeters(point.geo.lat, point.geo.lon); }
 
 bool QuickPosition(Point& point) {
-  if ((point.flags & PointPlaced) != 0) return true;
+  if (IsPlaced(point)) return true;
   double latSum = 0;
   double lonSum = 0;
   double altitudeSum = 0;

@@ -147,7 +147,7 @@ void HangFreeRegion(Map& map, Point& holder) {
 /// Walks from every placed point of the region, so that branches off the chains are reached.
 void PropagateRegion(Map& map, Point& start) {
   WalkRegion(map, start, [](Point& point) {
-    if ((point.flags & PointPlaced) != 0) PropagateFrom(point);
+    if (IsPlaced(point)) PropagateFrom(point);
   });
 }
 
@@ -213,7 +213,7 @@ void PropagateFrom(Point& point) {
     }
     stack.back().next = step.next->next;
     Point& far = *step.next->other;
-    if ((far.flags & PointPlaced) != 0) continue;
+    if (IsPlaced(far)) continue;
     PlaceFarEnd(*step.point, *step.next);
     stack.push_back({&far, far.links});
   }

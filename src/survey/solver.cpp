@@ -16,7 +16,7 @@ void SolvePoints(Map& map) {
   Progress* progress = map.workspace->progress;
   ProgressSteps steps(progress, WorkStage::Solving, map.pointStore.size(), PointsOfStep);
   ForEachPoint(map, [&](Point& point) {
-    if (steps.Next() && (point.flags & PointPlaced) == 0) SolveRegion(map, point);
+    if (steps.Next() && !IsPlaced(point)) SolveRegion(map, point);
   });
   if (IsCancelled(progress)) return;
   SolveStrayPoints(map);

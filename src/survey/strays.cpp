@@ -22,8 +22,6 @@ namespace {
 
 constexpr double QuarterTurn = 90.0;
 
-bool IsPlaced(const Point& point) { return (point.flags & PointPlaced) != 0; }
-
 /// Computes places from bearing-only shots. A point whose rays lead to unplaced points tries to
 /// place these first, on a stack of its own.
 class RayCrossings {

@@ -19,8 +19,6 @@ constexpr double AreaRounding = 0.5;
 constexpr double SquareMetersPerKm2 = 1000000;
 constexpr double SquareMetersPerHectare = 10000;
 
-bool IsPlaced(const Point& point) { return (point.flags & PointPlaced) != 0; }
-
 double Altitude(const Point& point) { return static_cast<double>(point.geo.altitude); }
 
 bool IsClosed(PointSpan points) { return !points.empty() && points.back() == points.front(); }

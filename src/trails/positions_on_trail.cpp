@@ -57,8 +57,6 @@ struct Segment {
   double fraction = 0;  ///< where on it the result is; 0 at `from`
 };
 
-bool IsPlaced(const Point& point) { return (point.flags & PointPlaced) != 0; }
-
 /// The number of a point on a trail, by its name or else by a synonym. A point with a hidden name
 /// is auxiliary; its synonyms do not count. -1 for none.
 int NumberOfPoint(const Trail& trail, const Point& point) {

@@ -100,60 +100,6 @@ TEST(AppendNote, PutsOneBlankBetween) {
   EXPECT_EQ(AppendNote("", "steep"), " steep");
 }
 
-TEST(MatchGlob, KnowsStarsAndQuestionMarks) {
-  EXPECT_TRUE(MatchGlob("*", ""));
-  EXPECT_TRUE(MatchGlob("Main*", "Main"));
-  EXPECT_TRUE(MatchGlob("M*n?", "Main1"));
-  EXPECT_TRUE(MatchGlob("*a*b*", "xxaxxbxx"));
-  EXPECT_FALSE(MatchGlob("M?", "M"));
-  EXPECT_FALSE(MatchGlob("Main", "Main1"));
-  EXPECT_FALSE(MatchGlob("Main1", "Main"));
-  EXPECT_TRUE(MatchGlob("", ""));
-  EXPECT_FALSE(MatchGlob("", "a"));
-}
-
-TEST(MatchGlob, MindsCase) {
-  EXPECT_FALSE(MatchGlob("main*", "Main1"));
-  EXPECT_FALSE(MatchGlob("[a-z]", "M"));
-}
-
-TEST(MatchGlob, KnowsSets) {
-  EXPECT_TRUE(MatchGlob("[abc]", "b"));
-  EXPECT_FALSE(MatchGlob("[abc]", "d"));
-  EXPECT_TRUE(MatchGlob("[a-cx-z]1", "y1"));
-  EXPECT_FALSE(MatchGlob("[a-cx-z]", "m"));
-  EXPECT_TRUE(MatchGlob("[^a-c]", "d"));
-  EXPECT_FALSE(MatchGlob("[^a-c]", "a"));
-  EXPECT_FALSE(MatchGlob("[^a-c]", ""));
-  EXPECT_TRUE(MatchGlob("[\xE0-\xFF]", "\xE9"));
-}
-
-TEST(MatchGlob, TakesABracketAfterTheNotMarkAsPartOfTheSet) {
-  EXPECT_FALSE(MatchGlob("[^]]", "]"));
-  EXPECT_TRUE(MatchGlob("[^]]", "a"));
-  EXPECT_FALSE(MatchGlob("[^]a]", "a"));
-  EXPECT_TRUE(MatchGlob("[^]a]", "b"));
-  // Without the mark the set is empty and fits nothing.
-  EXPECT_FALSE(MatchGlob("[]a]", "a"));
-  EXPECT_FALSE(MatchGlob("[]", "]"));
-  EXPECT_FALSE(MatchGlob("[]*", "anything"));
-}
-
-TEST(MatchGlob, TakesAHyphenAtAnEdgeAsItself) {
-  EXPECT_TRUE(MatchGlob("[a-]", "-"));
-  EXPECT_TRUE(MatchGlob("[-a]", "-"));
-  EXPECT_FALSE(MatchGlob("[a-]", "b"));
-  EXPECT_FALSE(MatchGlob("[c-a]", "b"));
-}
-
-TEST(MatchGlob, FitsNothingToAnUnclosedSet) {
-  EXPECT_FALSE(MatchGlob("[abc", "a"));
-  EXPECT_FALSE(MatchGlob("[", ""));
-  EXPECT_FALSE(MatchGlob("a*[", "a"));
-  EXPECT_FALSE(MatchGlob("[^", "a"));
-  EXPECT_FALSE(MatchGlob("[^]", "a"));
-}
-
 /// Tells of a set without regard to how `MatchGlob` walks through it.
 bool SetHolds(const std::string& members, char c) {
   for (size_t i = 0; i < members.size(); ++i) {
@@ -187,33 +133,6 @@ bool FitsByTrying(const std::string& pattern, const std::string& text) {
   }
   return (pattern[0] == '?' || pattern[0] == text[0]) &&
          FitsByTrying(pattern.substr(1), text.substr(1));
-}
-
-TEST(MatchGlob, AgreesWithTryingEverything) {
-  constexpr unsigned Seed = 20240611;
-  std::mt19937 random(Seed);
-  const std::string patternBytes = "abc*?[]^-[]*";
-  const std::string textBytes = "abc]-";
-  int fits = 0;
-  for (int i = 0; i < 60000; ++i) {
-    std::string pattern;
-    std::string text;
-    for (size_t n = random() % 9; n > 0; --n) pattern += patternBytes[random() % 12];
-    for (size_t n = random() % 6; n > 0; --n) text += textBytes[random() % 5];
-    const bool expected = FitsByTrying(pattern, text);
-    fits += expected ? 1 : 0;
-    ASSERT_EQ(MatchGlob(pattern, text), expected)
-        << "pattern " << pattern << " text " << text << " seed " << Seed;
-  }
-  EXPECT_GT(fits, 1000);
-}
-
-TEST(MatchGlob, IsNotHeldUpByManyStars) {
-  const std::string text(50000, 'a');
-  std::string pattern;
-  for (int i = 0; i < 30; ++i) pattern += "*a";
-  EXPECT_FALSE(MatchGlob(pattern + "*b", text));
-  EXPECT_TRUE(MatchGlob(pattern + "*", text));
 }
 
 TEST(EscapedControls, ReplacesEachByItsCode) {

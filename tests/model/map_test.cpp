@@ -4,6 +4,7 @@
 #include "model/workspace.h"
 
 #include <gtest/gtest.h>
+#include <type_traits>
 #include <vector>
 
 namespace orvane {
@@ -140,6 +141,21 @@ TEST_F(MapTest, SwappedMapsWorkWithEachOthersContents) {
   for (const char* name : {"P0", "P999", "Q0", "Q999"}) {
     EXPECT_NE(FindPointByName(a, nullptr, name), nullptr) << name;
   }
+}
+
+// A copy of these would point into the points or clusters of the original.
+TEST(Records, WithPointersIntoTheirOwnStoreCannotBeCopied) {
+  const auto movesOnly = [](auto type) {
+    using Record = typename decltype(type)::type;
+    return !std::is_copy_constructible_v<Record> && !std::is_copy_assignable_v<Record> &&
+           std::is_move_constructible_v<Record>;
+  };
+  EXPECT_TRUE(movesOnly(std::type_identity<ClusterTree>()));
+  EXPECT_TRUE(movesOnly(std::type_identity<OffsetHull>()));
+  EXPECT_TRUE(movesOnly(std::type_identity<RangeIntersection>()));
+  EXPECT_TRUE(movesOnly(std::type_identity<TrailRangeOverlap>()));
+  EXPECT_FALSE(std::is_copy_constructible_v<Range>);
+  EXPECT_FALSE(std::is_copy_constructible_v<Map>);
 }
 
 }  // namespace
