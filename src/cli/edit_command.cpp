@@ -14,6 +14,7 @@
 #include "cli/import_gis_command.h"
 #include "cli/text_output.h"
 #include "mapfile/writer.h"
+#include "panes/delete_rows.h"
 #include "panes/open_editors.h"
 #include "panes/pane_clicks.h"
 #include "panes/range_drops.h"
@@ -105,6 +106,7 @@ class ScriptRun {
   Fault Triangle(const Fields& fields);
   Fault Drop(const Fields& fields);
   Fault Check(const Fields& fields);
+  Fault DeleteSelected(const Fields& fields);
   Fault TrailVisibilityLine(const Fields& fields);
   Fault RangeVisibilityLine(const Fields& fields);
   TrailPanelRow* TrailRowAt(Fields::const_iterator first, Fields::const_iterator last);
@@ -130,6 +132,8 @@ class ScriptRun {
   Fault NeedsTable(size_t row, std::optional<size_t> column);
 
   // The rest.
+  Fault Undo(const Fields& fields);
+  Fault Redo(const Fields& fields);
   Fault Answer(const Fields& fields);
   Fault Import(const Fields& fields);
   Fault ImportGis(const Fields& fields);
@@ -137,6 +141,7 @@ class ScriptRun {
   Fault Show(const Fields& fields);
 
   EditSession session_;
+  enum class Pane { None, Trails, Ranges } pane_ = Pane::None;  ///< that was selected in last
 };
 
 const std::vector<ScriptRun::Word>& ScriptRun::Words() {
@@ -165,6 +170,9 @@ const std::vector<ScriptRun::Word>& ScriptRun::Words() {
       {"close", 0, 0, &ScriptRun::Close},
       {"trail-visibility", 0, AnyNumber, &ScriptRun::TrailVisibilityLine},
       {"range-visibility", 0, AnyNumber, &ScriptRun::RangeVisibilityLine},
+      {"delete-selected", 0, 0, &ScriptRun::DeleteSelected},
+      {"undo", 0, 0, &ScriptRun::Undo},
+      {"redo", 0, 0, &ScriptRun::Redo},
       {"import", 1, AnyNumber, &ScriptRun::Import},
       {"import-gis", 1, AnyNumber, &ScriptRun::ImportGis},
       {"save", 1, 1, &ScriptRun::Save},
@@ -214,6 +222,7 @@ Fault ScriptRun::Click(const Fields& fields, bool shift) {
     TrailPanelRow* row = isNone ? nullptr : TrailRowAt(fields.begin() + 1, fields.end());
     if (row == nullptr && !isNone) return NoSuch("row", fields.back());
     ClickTrailRow(session_.view, row, shift);
+    pane_ = Pane::Trails;
     return {};
   }
   if (fields[0] != "ranges") return NoSuch("pane", fields[0]);
@@ -221,6 +230,7 @@ Fault ScriptRun::Click(const Fields& fields, bool shift) {
   RangePanelRow* row = isNone ? nullptr : RangeRowAt(fields[1]);
   if (row == nullptr && !isNone) return NoSuch("row", fields.back());
   ClickRangeRow(session_.view, row, shift);
+  pane_ = Pane::Ranges;
   return {};
 }
 
@@ -264,6 +274,20 @@ Fault ScriptRun::Check(const Fields&) {
   session_.messages.PrintAsResult();
   CheckSelectedTrails(selected, session_.messages);
   session_.messages.PrintAsMessages();
+  return {};
+}
+
+Fault ScriptRun::DeleteSelected(const Fields&) {
+  const bool any =
+      pane_ == Pane::Ranges
+          ? FirstSelectedRow(session_.view.rangeViews) != nullptr
+          : pane_ == Pane::Trails && FirstSelectedRow(session_.view.trailViews) != nullptr;
+  if (!any) return "the command delete-selected is disabled";
+  if (pane_ == Pane::Trails) {
+    DeleteSelectedTrails(session_.view, session_.history);
+  } else {
+    DeleteSelectedRanges(session_.view, session_.history);
+  }
   return {};
 }
 
@@ -571,6 +595,16 @@ Fault ScriptRun::Close(const Fields&) {
 }
 
 // --- The rest -----------------------------------------------------------------------------------
+
+Fault ScriptRun::Undo(const Fields&) {
+  if (!session_.history.Undo(session_.map)) return "the command undo is disabled";
+  return {};
+}
+
+Fault ScriptRun::Redo(const Fields&) {
+  if (!session_.history.Redo(session_.map)) return "the command redo is disabled";
+  return {};
+}
 
 Fault ScriptRun::Answer(const Fields& fields) {
   const auto answer = ReadCount(fields[0]);

@@ -1,6 +1,5 @@
 #include "cli/edit_session.h"
 
-#include "panes/follow_edit.h"
 #include "view/range_rows.h"
 #include "view/view_transform.h"
 
@@ -21,9 +20,8 @@ EditSession::EditSession(Map& mapToEdit, LineMessages& messagesToUse)
     : map(mapToEdit),
       messages(messagesToUse),
       view(NewView(mapToEdit)),
-      history(*mapToEdit.workspace) {
-  history.Listen([this](const EditNews& news) { FollowEdit(view, news); });
-}
+      history(*mapToEdit.workspace),
+      follower(view, history) {}
 
 CellModel* EditSession::Table() const {
   if (trailEditor) return trailEditor.get();

@@ -4,6 +4,7 @@
 #include "editing/edit_history.h"
 #include "editing/range_editor.h"
 #include "editing/trail_editor.h"
+#include "panes/pane_follower.h"
 #include "view/map_window.h"
 
 #include <array>
@@ -33,6 +34,7 @@ struct EditSession {
   LineMessages& messages;
   MapWindow view;
   EditHistory history;
+  PaneFollower follower;
   std::unique_ptr<TrailEditor> trailEditor;
   std::unique_ptr<RangeEditor> rangeEditor;
 };

@@ -7,11 +7,13 @@
 
 #include <algorithm>
 #include <unordered_set>
+#include <utility>
 
 namespace orvane {
 
-TrailDetacher::TrailDetacher(Map& map, Trail& trail, const std::vector<TrailRow>& rows)
-    : map_(map), trail_(trail) {
+TrailDetacher::TrailDetacher(Map& map, std::vector<Trail*> trails,
+                             const std::vector<TrailRow>& rows)
+    : map_(map), order_(std::move(trails)), trails_(order_.begin(), order_.end()) {
   for (const TrailRow& row : rows) {
     const std::string name = FoldedText(row.name);
     rowNames_.push_back(name);
@@ -36,14 +38,15 @@ TrailDetacher::Found TrailDetacher::FindInRows(const Point& point) const {
   return found;
 }
 
-/// One walk over all trails finds who else holds the points of this one.
+/// One walk over all trails finds the other holders of the points.
 void TrailDetacher::FindHolders() {
-  const std::unordered_set<const Point*> own(trail_.points.begin(), trail_.points.end());
+  std::unordered_set<const Point*> own;
+  for (const Trail* trail : order_) own.insert(trail->points.begin(), trail->points.end());
   std::vector<Map*> maps = MapsRestingOn(map_);
   maps.insert(maps.begin(), &map_);
   for (Map* each : maps) {
     for (Trail& other : each->trails) {
-      if (&other == &trail_) continue;
+      if (IsEmptied(&other)) continue;
       for (const Point* point : other.points) {
         if (own.contains(point)) holders_.try_emplace(point, each == &map_ ? &other : nullptr);
       }
@@ -51,14 +54,16 @@ void TrailDetacher::FindHolders() {
   }
 }
 
-void TrailDetacher::Detach() {
+size_t TrailDetacher::Detach() {
   FindHolders();
   std::unordered_set<const Point*> met;
-  for (Point* point : trail_.points) {
-    if (met.insert(point).second) DetachPoint(*point);
+  for (Trail* trail : order_) {
+    for (Point* point : trail->points) {
+      if (met.insert(point).second) DetachPoint(*point);
+    }
   }
-  trail_.points.clear();
-  RemoveGone();
+  for (Trail* trail : order_) trail->points.clear();
+  return RemoveGone();
 }
 
 void TrailDetacher::DetachPoint(Point& point) {
@@ -70,7 +75,7 @@ void TrailDetacher::DetachPoint(Point& point) {
   const bool stays = found.exact || isHeld || !isOwn;
   if (stays && !found.exact && !found.named) {
     // Nothing here gives its readings back.
-    if (point.trail == &trail_) {
+    if (IsEmptied(point.trail)) {
       point.trail = holder;
       if (holder == nullptr && isOwn && !point.name.empty()) map_.loosePoints.push_front(&point);
     }
@@ -82,14 +87,14 @@ void TrailDetacher::DetachPoint(Point& point) {
   std::fill(std::begin(point.sm), std::end(point.sm), 0);
   point.timeOfDay = 0;
   point.duration = 0;
-  if (!found.exact && point.trail == &trail_) point.trail = holder;
+  if (!found.exact && IsEmptied(point.trail)) point.trail = holder;
   // The name of a time is looked up on the trail, which is empty now, so its point is made again.
   if (found.exact && IsTimeName(point.name)) KeepMark(point);
   if (!stays) going_.push_back(&point);
 }
 
 /// Points that the saved file would bring back stay, without readings, on no trail.
-void TrailDetacher::RemoveGone() {
+size_t TrailDetacher::RemoveGone() {
   std::unordered_set<const Point*> needed;
   const auto needBases = [&](const Point& point) {
     for (const Measurement& reading : point.measurements) needed.insert(reading.base);
@@ -105,14 +110,17 @@ void TrailDetacher::RemoveGone() {
     for (const Grid& grid : each->grids) needed.insert(grid.corner);
     needed.insert(each->origin);
   }
+  size_t removed = 0;
   for (Point* point : going_) {
     const bool canStay = !point->name.empty() && !IsTimeName(point->name);
     if (canStay && needed.contains(point)) {
       map_.loosePoints.push_front(point);
     } else {
       TakeOut(*point);
+      ++removed;
     }
   }
+  return removed;
 }
 
 void TrailDetacher::KeepMark(const Point& point) {

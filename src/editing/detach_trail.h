@@ -7,17 +7,20 @@
 #include <map>
 #include <string>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 namespace orvane {
 
-/// Empties a trail so that it can be rebuilt from rows: removes the readings of its points, and
-/// removes the points that neither a row nor anything else names.
+/// Empties trails of one map, to rebuild one from rows or to delete them: removes the readings of
+/// their points, and removes the points that neither a row nor anything else names.
 class TrailDetacher {
  public:
-  TrailDetacher(Map& map, Trail& trail, const std::vector<TrailRow>& rows);
+  /// \param rows  give the points back; empty for trails that are deleted
+  TrailDetacher(Map& map, std::vector<Trail*> trails, const std::vector<TrailRow>& rows);
 
-  void Detach();
+  /// \return how many points left the map
+  size_t Detach();
 
   /// Gives a new point the mark of the removed point that had its name.
   void RestoreMark(Point& point) const;
@@ -35,16 +38,18 @@ class TrailDetacher {
 
   Found FindInRows(const Point& point) const;
   void FindHolders();
+  bool IsEmptied(const Trail* trail) const { return trails_.contains(trail); }
   void DetachPoint(Point& point);
   void KeepMark(const Point& point);
   void TakeOut(Point& point);
-  void RemoveGone();
+  size_t RemoveGone();
 
   Map& map_;
-  Trail& trail_;
-  std::vector<std::string> rowNames_;  ///< folded, sorted
-  std::vector<std::string> rowParts_;  ///< folded, sorted; of names with "=" each part
-  /// Points of the trail that other trails hold too: the first one in this map, or null where only
+  std::vector<Trail*> order_;
+  std::unordered_set<const Trail*> trails_;  ///< the same
+  std::vector<std::string> rowNames_;        ///< folded, sorted
+  std::vector<std::string> rowParts_;        ///< folded, sorted; of names with "=" each part
+  /// Points of the trails that other trails hold too: the first one in this map, or null where only
   /// trails of maps above do.
   std::unordered_map<const Point*, Trail*> holders_;
   std::vector<Point*> going_;

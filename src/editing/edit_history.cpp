@@ -61,6 +61,7 @@ void Follow(Map& map, const EditFollowUp& followUp) {
 
 bool EditHistory::Apply(const Edit& edit) {
   Map& map = *edit.map;
+  for (const BeforeListener& listener : beforeListeners_) listener();
   MapSnapshot before(workspace_);
   const auto takeBack = [&] {
     MapDelta changes = before.TakeDelta();
@@ -79,11 +80,16 @@ bool EditHistory::Apply(const Edit& edit) {
     takeBack();
     return false;
   }
-  NoteUnsavedStart(map);
-  Step step{.name = edit.name, .map = &map, .delta = before.TakeDelta()};
-  step.before = StateOf(map);
-  step.after = edit.marksDirty ? ++newestState_ : step.before;
-  if (edit.marksDirty) EnterState(map, step.after);
+  Step step{.name = edit.name, .number = ++newestStep_, .delta = before.TakeDelta()};
+  std::vector<Map*> maps = edit.others;
+  maps.insert(maps.begin(), &map);
+  for (Map* each : maps) {
+    NoteUnsavedStart(*each);
+    const StateNumber state = StateOf(*each);
+    step.passages.push_back(
+        {.map = each, .before = state, .after = edit.marksDirty ? ++newestState_ : state});
+    if (edit.marksDirty) EnterState(*each, step.passages.back().after);
+  }
   const bool changed = step.delta.Change().Any();
   Tell(step, EditNews::Kind::Applied, &followUp);
   if (changed) Record(std::move(step));
@@ -134,12 +140,14 @@ bool EditHistory::Redo(const Map& map) {
 }
 
 void EditHistory::Exchange(StepList& from, StepList& to, size_t index, EditNews::Kind kind) {
+  for (const BeforeListener& listener : beforeListeners_) listener();
   Step step = std::move(from[index]);
   from.erase(from.begin() + static_cast<std::ptrdiff_t>(index));
   step.delta.Swap();
   RefreshAfterSwap(step.delta);
-  if (step.before != step.after) {
-    EnterState(*step.map, kind == EditNews::Kind::Undone ? step.before : step.after);
+  for (const Passage& each : step.passages) {
+    if (each.before == each.after) continue;
+    EnterState(*each.map, kind == EditNews::Kind::Undone ? each.before : each.after);
   }
   to.push_back(std::move(step));
   Tell(to.back(), kind, nullptr);
@@ -170,8 +178,9 @@ size_t EditHistory::Bytes() const {
 
 void EditHistory::Tell(const Step& step, EditNews::Kind kind, const EditFollowUp* followUp) const {
   const EditNews news{.kind = kind,
+                      .step = step.number,
                       .name = &step.name,
-                      .map = step.map,
+                      .map = step.passages.front().map,
                       .delta = &step.delta,
                       .followUp = followUp};
   for (const Listener& listener : listeners_) listener(news);

@@ -30,13 +30,14 @@ struct EditFollowUp {
 /// A change of a map that is ready to be made: what every editor, import and command passes to
 /// `EditHistory::Apply`.
 struct Edit {
-  std::string name;        ///< what Undo takes back, as "Edit of Trail Kana"
-  Map* map = nullptr;      ///< the map that the change is about; becomes dirty
-  bool marksDirty = true;  ///< false for a change that the file of the map does not hold
+  std::string name;            ///< what Undo takes back, as "Edit of Trail Kana"
+  Map* map = nullptr;          ///< the map that the change is about; becomes dirty
+  std::vector<Map*> others{};  ///< further maps that become dirty
+  bool marksDirty = true;      ///< false for a change that the file of the map does not hold
 
   /// Changes the records. It may change any open map, and may open others.
   /// \return false to give up: all maps are then as they were before
-  std::function<bool(EditFollowUp& followUp)> change;
+  std::function<bool(EditFollowUp& followUp)> change{};
 };
 
 /// What listeners of an `EditHistory` learn after each edit, undo and redo.
@@ -44,9 +45,10 @@ struct EditNews {
   enum class Kind { Applied, Undone, Redone };
 
   Kind kind = Kind::Applied;
-  const std::string* name = nullptr;       ///< of the edit
-  Map* map = nullptr;                      ///< the map of the edit
-  const MapDelta* delta = nullptr;         ///< what changed, map by map
+  std::uint64_t step = 0;             ///< number of the step, the same when it is undone and redone
+  const std::string* name = nullptr;  ///< of the edit
+  Map* map = nullptr;                 ///< the map of the edit
+  const MapDelta* delta = nullptr;    ///< what changed, map by map
   const EditFollowUp* followUp = nullptr;  ///< what followed; null for an undo or a redo
 };
 
@@ -61,6 +63,7 @@ struct EditNews {
 class EditHistory {
  public:
   using Listener = std::function<void(const EditNews&)>;
+  using BeforeListener = std::function<void()>;
 
   /// Steps are dropped, oldest first, once all together take more than this.
   static constexpr size_t MostBytes = size_t{256} << 20;
@@ -75,6 +78,8 @@ class EditHistory {
 
   /// Calls `listener` after each edit, undo and redo, in the order of these calls.
   void Listen(Listener listener) { listeners_.push_back(std::move(listener)); }
+  /// Calls `listener` before each edit, undo and redo.
+  void ListenBefore(BeforeListener listener) { beforeListeners_.push_back(std::move(listener)); }
 
   /// Makes an edit. One that changes nothing leaves no step, but marks the map dirty if it says so.
   /// If memory runs out, the maps are restored and `std::bad_alloc` is passed to the caller.
@@ -108,12 +113,17 @@ class EditHistory {
   /// Names a state of one map: equal numbers are equal states.
   using StateNumber = std::uint64_t;
 
+  /// The states of a map that a step leads between.
+  struct Passage {
+    Map* map = nullptr;
+    StateNumber before = 0;
+    StateNumber after = 0;
+  };
   struct Step {
     std::string name;
-    Map* map = nullptr;
+    std::uint64_t number = 0;
+    std::vector<Passage> passages{};  ///< that of the edit's own map first
     MapDelta delta;
-    StateNumber before = 0;  ///< of `map`
-    StateNumber after = 0;
   };
   using StepList = std::vector<Step>;
 
@@ -127,9 +137,11 @@ class EditHistory {
   Workspace& workspace_;
   size_t mostBytes_;
   std::vector<Listener> listeners_;
+  std::vector<BeforeListener> beforeListeners_;
   StepList done_;    ///< oldest first
   StepList undone_;  ///< the one taken back last comes last
   StateNumber newestState_ = 0;
+  std::uint64_t newestStep_ = 0;
   std::map<const Map*, StateNumber> states_;  ///< the present one; `AsRead` for those not named
   std::map<const Map*, StateNumber> saved_;   ///< the one that the file has; likewise
 };

@@ -151,9 +151,7 @@ void SwapContent(Point& point, PointContent& content) {
   SwapFlags(point.flags, content.flags, KeptPointFlags);
 }
 
-PointPlace PlaceOf(const Point& point) {
-  return {.geo = point.geo, .placed = (point.flags & PointPlaced) != 0};
-}
+PointPlace PlaceOf(const Point& point) { return {.geo = point.geo, .placed = IsPlaced(point)}; }
 
 /// The bits of a number. A place that is not a number is the same place still.
 std::uint64_t BitsOf(double value) { return std::bit_cast<std::uint64_t>(value); }
@@ -163,7 +161,7 @@ bool Differs(const Point& point, const PointPlace& place) {
   return BitsOf(point.geo.lat) != BitsOf(place.geo.lat) ||
          BitsOf(point.geo.lon) != BitsOf(place.geo.lon) ||
          BitsOf(point.geo.altitude) != BitsOf(place.geo.altitude) ||
-         ((point.flags & PointPlaced) != 0) != place.placed;
+         IsPlaced(point) != place.placed;
 }
 
 void SwapContent(Point& point, PointPlace& place) {

@@ -239,7 +239,7 @@ void ChangeMap(const TrailEditor& editor, Map& map, const TrailInput& input,
   trail->width = input.width;
   // The vertices of a contour are no survey points, and its table can't be edited.
   if (editor.IsReadOnly()) return;
-  TrailDetacher detacher(map, *trail, editor.Rows());
+  TrailDetacher detacher(map, {trail}, editor.Rows());
   detacher.Detach();
   TrailBuilder(map, trail, &detacher).Build(editor.Rows());
 }

@@ -147,9 +147,7 @@ void TrailEditor::MoveRow(size_t from, size_t to) {
   changed_ = true;
 }
 
-bool TrailEditor::IsReadOnly() const {
-  return trail_ != nullptr && (trail_->flags & TrailContour) != 0;
-}
+bool TrailEditor::IsReadOnly() const { return trail_ != nullptr && IsContour(*trail_); }
 
 bool TrailEditor::WasChangedElsewhere() const {
   return trail_ != nullptr && opened_ && FingerprintOf(*trail_) != *opened_;

@@ -83,7 +83,7 @@ bool IsVisit(const TrailRow& row) {
 }
 
 std::vector<TrailRow> LoadTrailRows(const Trail& trail) {
-  const bool isContour = (trail.flags & TrailContour) != 0;
+  const bool isContour = IsContour(trail);
   for (Point* point : trail.points) point->flags &= ~std::uint32_t{PointVisited};
   std::vector<TrailRow> rows;
   for (Point* point : trail.points) {

@@ -28,7 +28,7 @@ void DropTrailRows(std::list<TrailPanelRow>& rows, const TrailSet& present) {
   for (auto row = rows.begin(); row != rows.end();) {
     const bool wasGroup = !row->children.empty();
     DropTrailRows(row->children, present);
-    const bool isContour = row->trail != nullptr && (row->trail->flags & TrailContour) != 0;
+    const bool isContour = row->trail != nullptr && IsContour(*row->trail);
     const bool isGone = row->trail != nullptr && !isContour && !present.contains(row->trail);
     const bool isEmptied = wasGroup && row->children.empty();
     row = isGone || isEmptied ? rows.erase(row) : std::next(row);
@@ -49,7 +49,8 @@ void MatchRangeRows(MapWindow& view) {
   std::unordered_set<const Range*> present;
   for (const Range& range : view.map->ranges) present.insert(&range);
   view.rangeViews.remove_if([&](const RangePanelRow& row) {
-    return row.range != nullptr && !present.contains(row.range);
+    if (row.intersection == nullptr) return row.range != nullptr && !present.contains(row.range);
+    return !present.contains(row.overlapOf[0]) || !present.contains(row.overlapOf[1]);
   });
   for (const RangePanelRow& row : view.rangeViews) present.erase(row.range);
   for (Range& range : view.map->ranges) {

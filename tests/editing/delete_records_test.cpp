@@ -1,0 +1,104 @@
+#include "editing/delete_records.h"
+
+#include "mapfile/writer.h"
+#include "support/map_from_text.h"
+
+#include <gtest/gtest.h>
+
+namespace orvane {
+namespace {
+
+struct DeleteRecordsTest : MapFixture {
+  Map& map = Open(
+      "T\tMain\tTrail\nG\tA\tS21 15\tE47 25\nC\tB\tA\t30\t90\t0\nC\tC\tB\t30\t90\t0\n"
+      "T\tSpur\tTrail\nC\tD\tB\t30\t0\t0\nP\tA\nT\tRidge\tTrail\nC\tE\tD\t20\t0\t0\nP\tA\n"
+      "T\t\tPapio\t\t2020-3-1\nG\t8:00\tS21 15\tE47 25\nG\t8:30\tS21 15.1\tE47 25\n"
+      "G\t9:00\tS21 15\tE47 25.1\nR\tBlue\nK\tPapio\nR\tRed\nK\tPapio\n",
+      "site.map");
+  EditHistory history{workspace};
+
+  std::string Saved(Map& which) { return MapFileText(which, which.fileName, true); }
+  std::string Saved() { return Saved(map); }
+  std::string LastNote() const {
+    return messages.Entries().empty() ? "" : messages.Entries().back().text;
+  }
+};
+
+TEST_F(DeleteRecordsTest, PointsOfOtherTrailsAndBasesOfReadingsStay) {
+  DeleteTrails(map, {FindTrail(map, "Main")}, history);
+  EXPECT_EQ(FindTrail(map, "Main"), nullptr);
+  EXPECT_EQ(Named(map, "A").trail, FindTrail(map, "Spur")) << "the first trail that holds it";
+  EXPECT_EQ(Readings(Named(map, "A")).size(), 1U);
+  EXPECT_EQ(Named(map, "B").trail, nullptr) << "D is measured from it";
+  EXPECT_EQ(map.loosePoints.front(), &Named(map, "B"));
+  EXPECT_EQ(FindPointByName(map, nullptr, "C"), nullptr);
+  EXPECT_EQ(LastNote(), "1 trail and 1 point deleted. Undo: Alt+Backspace");
+  EXPECT_EQ(messages.Entries().back().severity, Severity::Note);
+}
+
+// Trail by trail, the points of one would stay as bases for the readings of the next.
+TEST_F(DeleteRecordsTest, TrailsThatNeedEachOtherGoTogether) {
+  DeleteTrails(map, {FindTrail(map, "Main"), FindTrail(map, "Spur"), FindTrail(map, "Ridge")},
+               history);
+  for (const char* name : {"A", "B", "C", "D", "E"}) {
+    EXPECT_EQ(FindPointByName(map, nullptr, name), nullptr) << name;
+  }
+  EXPECT_TRUE(map.loosePoints.empty());
+  EXPECT_EQ(LastNote(), "3 trails and 5 points deleted. Undo: Alt+Backspace");
+  EXPECT_EQ(history.Steps(), 1U);
+}
+
+TEST_F(DeleteRecordsTest, UndoAndRedoLeadThroughTheSameFiles) {
+  const std::string before = Saved();
+  Trail* main = FindTrail(map, "Main");
+  DeleteTrails(map, {main}, history);
+  const std::string after = Saved();
+  EXPECT_NE(map.flags & MapDirty, 0U);
+  ASSERT_TRUE(history.Undo(map));
+  EXPECT_EQ(Saved(), before);
+  EXPECT_EQ(FindTrail(map, "Main"), main);
+  EXPECT_EQ(map.flags & MapDirty, 0U);
+  ASSERT_TRUE(history.Redo(map));
+  EXPECT_EQ(Saved(), after);
+}
+
+TEST_F(DeleteRecordsTest, OneStepTakesTrailsOfTheBasisToo) {
+  Map& above = MakeMap(workspace, "above.map");
+  above.basis = &map;
+  ReadMapText(above, "T\tOwn\tTrail\nC\tF\tE\t20\t0\t0\nP\tC\n");
+  FinishMap(above);
+  const std::string below = Saved(map);
+  const std::string own = Saved(above);
+  DeleteTrails(above, {FindTrail(above, "Own"), FindTrail(above, "Main")}, history);
+  EXPECT_EQ(history.Steps(), 1U);
+  EXPECT_NE(map.flags & MapDirty, 0U);
+  EXPECT_NE(above.flags & MapDirty, 0U);
+  EXPECT_EQ(FindPointByName(above, nullptr, "C"), nullptr) << "both of its trails went";
+  ASSERT_TRUE(history.Undo(above));
+  EXPECT_EQ(Saved(map), below);
+  EXPECT_EQ(Saved(above), own);
+  EXPECT_EQ(map.flags & MapDirty, 0U);
+  EXPECT_EQ(above.flags & MapDirty, 0U);
+}
+
+TEST_F(DeleteRecordsTest, ARangeTakesItsOverlapsAlong) {
+  ASSERT_EQ(Length(map.intersections), 1);
+  Range* blue = FindRange(map, "Blue");
+  DeleteRanges(map, {blue}, history);
+  EXPECT_EQ(Length(map.ranges), 1);
+  EXPECT_TRUE(map.intersections.empty());
+  EXPECT_EQ(LastNote(), "1 range deleted. Undo: Alt+Backspace");
+  ASSERT_TRUE(history.Undo(map));
+  EXPECT_EQ(FindRange(map, "Blue"), blue);
+  EXPECT_EQ(Length(map.intersections), 1);
+}
+
+TEST_F(DeleteRecordsTest, NothingIsNotAStep) {
+  DeleteTrails(map, {}, history);
+  DeleteRanges(map, {}, history);
+  EXPECT_EQ(history.Steps(), 0U);
+  EXPECT_TRUE(messages.Entries().empty());
+}
+
+}  // namespace
+}  // namespace orvane
