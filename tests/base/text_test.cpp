@@ -100,41 +100,6 @@ TEST(AppendNote, PutsOneBlankBetween) {
   EXPECT_EQ(AppendNote("", "steep"), " steep");
 }
 
-/// Tells of a set without regard to how `MatchGlob` walks through it.
-bool SetHolds(const std::string& members, char c) {
-  for (size_t i = 0; i < members.size(); ++i) {
-    if (i + 2 < members.size() && members[i + 1] == '-') {
-      if (members[i] <= c && c <= members[i + 2]) return true;
-      i += 2;
-    } else if (members[i] == c) {
-      return true;
-    }
-  }
-  return false;
-}
-
-/// The definition, tried in every way; slow.
-bool FitsByTrying(const std::string& pattern, const std::string& text) {
-  if (pattern.empty()) return text.empty();
-  if (pattern[0] == '*') {
-    for (size_t i = 0; i <= text.size(); ++i) {
-      if (FitsByTrying(pattern.substr(1), text.substr(i))) return true;
-    }
-    return false;
-  }
-  if (text.empty()) return false;
-  if (pattern[0] == '[') {
-    const bool complement = pattern.size() > 1 && pattern[1] == '^';
-    const size_t from = complement ? 2 : 1;
-    const size_t close = pattern.find(']', complement ? from + 1 : from);
-    if (close == std::string::npos) return false;
-    return SetHolds(pattern.substr(from, close - from), text[0]) != complement &&
-           FitsByTrying(pattern.substr(close + 1), text.substr(1));
-  }
-  return (pattern[0] == '?' || pattern[0] == text[0]) &&
-         FitsByTrying(pattern.substr(1), text.substr(1));
-}
-
 TEST(EscapedControls, ReplacesEachByItsCode) {
   EXPECT_EQ(EscapedControls("a\tb\x1B[2J\r\n\x7F"), "a\\x09b\\x1B[2J\\x0D\\x0A\\x7F");
   EXPECT_EQ(EscapedControls(std::string_view("\0", 1)), "\\x00");
