@@ -8,7 +8,6 @@
 
 #include "base/colors.h"
 #include "base/dates.h"
-#include "base/text.h"
 #include "base/times.h"
 #include "fuzzed_map.h"
 #include "geo/angle_text.h"

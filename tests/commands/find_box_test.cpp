@@ -47,7 +47,7 @@ TEST(FindBox, OffersItsLastTextsNewestFirst) {
   AskedPrompts messages;
   messages.answers = {"Camp", "Hill", " Camp ", ""};
   for (int i = 0; i < 4; ++i) box.Ask(messages);
-  EXPECT_EQ(box.Ask(messages), std::nullopt);  // what is cancelled is not remembered
+  EXPECT_EQ(box.Ask(messages), std::nullopt);  // a cancelled text is not remembered
   box.Ask(messages);
   EXPECT_EQ(messages.prompts.back().earlier, (std::vector<std::string>{"Camp", "Hill"}));
   EXPECT_EQ(messages.prompts.back().text, "Camp");

@@ -1,6 +1,5 @@
-// A program that saves without a pause is killed, as a power cut or the system would, at random
-// moments: whatever it was just doing, the old file or the new one stands there whole, and what it
-// leaves behind disturbs nobody later.
+// A program that saves all the time is killed at random moments, as by a power cut or the system.
+// The old or the new file must then be whole, and left-over files must not disturb later work.
 
 #include "commands/save_map.h"
 #include "mapfile/open_map.h"
@@ -40,7 +39,7 @@ class Victim {
     process_ = ::fork();
     if (process_ == 0) {
       step(0);
-      // Told once it is at work, so that no kill hits a program that has not begun.
+      // Sent once it is at work, so that no kill comes before the program has begun.
       const char ready = '!';
       if (::write(ends[1], &ready, 1) != 1) ::_exit(1);
       for (int i = 1;; ++i) step(i);
@@ -145,7 +144,7 @@ TEST_F(KilledSaving, LeavesTheOldMapOrTheNewOne) {
   EXPECT_GT(hits, 0);
   EXPECT_GT(found[0], 0);
   EXPECT_GT(found[1], 0);
-  // What lies about is hidden, and neither a read nor a save of the map minds it.
+  // Left-over files are hidden, and neither reading nor saving the map is affected.
   for (const auto& entry : fs::directory_iterator(folder_.Path())) {
     if (entry.path().extension() == ".tmp") {
       EXPECT_TRUE(entry.path().filename().string().starts_with(".orvane-"));
@@ -198,7 +197,7 @@ TEST_F(KilledSaving, LeavesARecoveryCopyWholeForTheNextProgram) {
       if (own->Write(slot, record, texts[static_cast<size_t>(i % 2)]) != WriteResult::Done) {
         ::_exit(1);
       }
-      // Now and then the map is saved, and its copy goes.
+      // Now and then the map is saved, and its copy is deleted.
       if (i % 5 == 4) own->Remove(slot);
     });
     {

@@ -169,7 +169,7 @@ TEST_F(MenuStateTest, SaveIsOfferedForAChangedMapItsBasisOrAnOlderMap) {
   newer.flags = 0;
   map_.flags |= MapDirty;
   EXPECT_TRUE(SaveIsOffered(map_));
-  EXPECT_TRUE(SaveIsOffered(newer));  // the list goes on behind it
+  EXPECT_TRUE(SaveIsOffered(newer));  // the list continues after it
   EXPECT_TRUE(NewMapMenu(view_).At(CommandSave).enabled);
 }
 

@@ -568,7 +568,7 @@ TEST(FileSpecification, BeginsWithItsTypeInTheFolderOfTheMap) {
   const DialogStart start{.mapFolder = "/season", .defaultDirectory = "/start"};
   PrepareSpecification(pictures, maps, start, "png");
   EXPECT_EQ(pictures.directory, "/season");
-  // Later each goes on where it ended.
+  // Later each continues where it ended.
   sheets.directory = "/sheets";
   maps.directory = "/elsewhere";
   PrepareSpecification(sheets, maps, start, "txt");

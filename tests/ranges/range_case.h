@@ -49,7 +49,7 @@ struct RangeCase {
     return point;
   }
 
-  /// A follow behind the others. Its points are named by their times.
+  /// A follow after the others. Its points are named by their times.
   Trail& AddFollow(const std::string& type, PackedDate date, const std::vector<Stop>& stops) {
     Trail& trail = AddTrail(type);
     trail.date = date;
@@ -67,7 +67,7 @@ struct RangeCase {
     }
     return trail;
   }
-  /// An empty trail behind the others.
+  /// An empty trail after the others.
   Trail& AddTrail(const std::string& type) {
     auto last = map.trails.before_begin();
     while (std::next(last) != map.trails.end()) ++last;
@@ -76,7 +76,7 @@ struct RangeCase {
     return trail;
   }
 
-  /// A range behind the others.
+  /// A range after the others.
   Range& AddRange(const std::string& name, const std::vector<SearchKey>& keys) {
     auto last = map.ranges.before_begin();
     while (std::next(last) != map.ranges.end()) ++last;
@@ -99,7 +99,7 @@ struct RangeCase {
     return key;
   }
 
-  /// A grid whose corner stands at metres from the middle.
+  /// A grid whose corner is at metres from the middle.
   Grid& AddGrid(int cellSize, double north, double east) {
     Grid& grid = map.grids.emplace_front();
     grid.corner = &At("Corner", north, east);

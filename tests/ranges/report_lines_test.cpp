@@ -228,7 +228,7 @@ TEST_F(OverlapLinesTest, ReportEveryFigure) {
       "rest of Bob in Ana: 4.00%",
       "rest of Bob just beyond Ana: 0.80%,  and just within: 1.20%",
       "rest of Bob in Ana just within Bob: 16.00%",
-      // SM3: two of the lines bear the name of SM2
+      // SM3: two of the lines have the name of SM2
       "rest of Ana in Bob: 0.30%",
       "call of Ana just beyond Bob: 0.57%,  and just within: 0.83%",
       "call of Ana in Bob just within Ana: 1.10%",
@@ -264,7 +264,7 @@ TEST_F(OverlapLinesTest, EndAtTheFirstMeasureWithoutAName) {
   names[0].reset();
   EXPECT_EQ(Report().size(), 10U);
   EXPECT_EQ(Tip().size(), 6U);
-  // What stands behind the end is there for who asks by number.
+  // Lines after the end still have a text when asked for by number.
   EXPECT_EQ(IntersectionReportLine(record, names, 23),
             "call of Ana just beyond Bob: 0.57%,  and just within: 0.83%");
 }

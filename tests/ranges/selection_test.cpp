@@ -17,7 +17,7 @@ namespace literal {
 
 bool Match(const std::string& pattern, size_t p, const std::string& text, size_t t);
 
-/// Takes one character by the set behind `p`. \return where the template goes on, or npos
+/// Takes one character by the set after `p`. \return where the template continues, or npos
 size_t TakeBySet(const std::string& pattern, size_t p, char c) {
   const auto at = [&](size_t i) { return i < pattern.size() ? pattern[i] : '\0'; };
   const auto byte = [](char value) { return static_cast<unsigned char>(value); };
@@ -109,7 +109,7 @@ TEST(WildcardMatch, TakesAHyphenAtTheEndOfASetForItself) {
 }
 
 TEST(WildcardMatch, ContinuesTwoCharactersAfterAComplement) {
-  // Templates in use are written with this in mind: what stands in the two places does not matter.
+  // The two skipped characters may be anything; see docs/compatibility.md.
   EXPECT_TRUE(WildcardMatch("[^a]xyz", "bz"));
   EXPECT_FALSE(WildcardMatch("[^a]z", "bz"));
   EXPECT_FALSE(WildcardMatch("[^a]xyz", "az"));
@@ -343,7 +343,7 @@ TEST_F(SelectionTest, TakesATemplateAsItIs) {
   EXPECT_TRUE(Collect({KeyOf("points:pde*")}).empty());
   EXPECT_TRUE(Collect({KeyOf("point")}).empty());
   EXPECT_TRUE(Collect({KeyOf("points:[^")}).empty());
-  // The template of "points::P" begins behind the first colon.
+  // The template of "points::P" begins after the first colon.
   EXPECT_TRUE(Collect({KeyOf("points::Pde*")}).empty());
 }
 

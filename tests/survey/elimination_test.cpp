@@ -47,7 +47,7 @@ Sides PlainElimination(const NormalSystem& system, double* largest = nullptr) {
       while (!(t <= p)) t = t / 2;
     } else if (p < 0) {
       t = -1;
-      while (!(t >= p)) t = t / 2;  // towards 0 only while t lies below p
+      while (!(t >= p)) t = t / 2;  // reaches 0 only while t is below p
       while (!(t <= p)) t = t * 2;
     }
     for (size_t j = i; j < index(n); ++j) m[i][j] = m[i][j] / t;
@@ -200,7 +200,7 @@ TEST(Elimination, GivesAFreeColumnItsValues) {
 }
 
 TEST(Elimination, ScalingBackChangesNoBit) {
-  // Numbers far beyond what is scaled back, which plain arithmetic just holds.
+  // Numbers far above the limit of scaling, still within the range of doubles.
   for (const int size : {650, 900}) {
     Dice dice(static_cast<std::uint32_t>(size));
     const NormalSystem system = test::SystemOf(size, test::GridEdges(10, size / 10), {0}, 2, dice);

@@ -89,7 +89,7 @@ TEST_F(Links, ShotsOfNoLengthAreRays) {
 }
 
 TEST_F(Links, AreNewestFirst) {
-  // Readings are met newest first, and what is met last stands at the head.
+  // Readings are met newest first, so the oldest is at the head.
   const Map& map = Gather("T\tW\nP\tA\nP\tB\nP\tD\nC\tE\tA\t1\t0\nC\tE\tB\t1\t0\nC\tE\tD\t1\t0\n");
   const Link* link = Named(map, "E").links;
   Texts names;
@@ -137,7 +137,7 @@ TEST_F(Links, GoWithTheSolve) {
   EXPECT_NE(Named(map, "B").rays, nullptr);
 }
 
-/// A map that rests on another, far from where a degree of longitude is as long as one of latitude.
+/// A map on a basis, where a degree of longitude is much shorter than one of latitude.
 struct ShotsToBasis : LinksFixture {
   Map* basis = nullptr;
 
@@ -154,14 +154,14 @@ TEST_F(ShotsToBasis, AreReadingsOfThePlace) {
   Map& map = Rest("T\tW\nG\tA\tN60\tE22\t100\n",
                   "M\t90\nT\tV\nC\tB\tA\t200\ta180\t-30\t\t2\nC\tD\tA\t100\t0\n");
   BuildLinks(map, store);
-  const Point& b = Named(map, "B");  // sees A in the south, 30 degrees down: B lies north of it
+  const Point& b = Named(map, "B");  // sees A in the south, 30 degrees down: B is north of it
   EXPECT_EQ(b.links, nullptr);
   EXPECT_EQ(b.positionWeight, 2);
   const double ground = 200 * std::cos(30 * RadiansPerDegree);
   EXPECT_NEAR(b.latSum / 2, 60 + ground / MetersPerDegree, 1e-9);
   EXPECT_NEAR(b.lonSum / 2, 22, 1e-12);
   EXPECT_NEAR(static_cast<double>(MeanAltitude(b)), 200, 1e-3);
-  const Point& d = Named(map, "D");  // bearing 0 and the upper map's deviation: A lies in the east
+  const Point& d = Named(map, "D");  // bearing 0 and the upper map's deviation: A is in the east
   EXPECT_NEAR(d.latSum, 60, 1e-9);
   EXPECT_NEAR(d.lonSum, 22 - 100 / (MetersPerDegree * std::cos(60 * RadiansPerDegree)), 1e-9);
 }
@@ -193,7 +193,7 @@ TEST_F(ShotsToBasis, PlaceTheirHolders) {
   EXPECT_EQ(Said(), Texts{});
 }
 
-/// A season's map whose points stand on a trail of its basis.
+/// A season's map whose points are on a trail of its basis.
 struct LinksAcrossBasis : ShotsToBasis {
   static constexpr double Lat = 20;
   static constexpr double Lon = 100;

@@ -173,7 +173,7 @@ TEST_F(SolvedRegions, DeadEndsTakeNoCorrection) {
 }
 
 TEST_F(SolvedRegions, ALoopPullsItsOneJunctionTowardsItsMisclosure) {
-  // The equation of a chain that ends where it began holds the +1 of its end alone.
+  // The equation of a chain that ends where it began only has the +1 of its end.
   const Map& map = Open(
       "T\tW\nG\tA\tN0\tE0\nC\tJ\tA\t50\t180\nC\tK\tJ\t30\t180\nC\tL\tK\t30\t300\n"
       "C\tJ\tL\t30\t60\n");

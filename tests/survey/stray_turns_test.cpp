@@ -9,7 +9,7 @@
 namespace orvane {
 namespace {
 
-/// Strays that each need some others to be placed first; one that is restless says nothing of them.
+/// Strays that each need some others to be placed first; a restless one does not say which.
 struct Dependencies {
   std::vector<Point> points;
   std::vector<std::vector<size_t>> needs;

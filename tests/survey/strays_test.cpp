@@ -54,7 +54,7 @@ TEST_F(Strays, ParallelBearingsCrossNowhere) {
 }
 
 TEST_F(Strays, AnUnknownPointInViewIsCrossedFirst) {
-  // Q stands behind P in the list, and P sees it and A.
+  // Q comes after P in the list, and P sees it and A.
   const Map& map =
       Open(WithFixes("C\tP\tA\t0\t200\nC\tP\tQ\t0\t100\nC\tQ\tA\t0\t225\nC\tQ\tB\t0\t135\n"));
   ExpectAt(map, "Q", Side / 2, Side / 2);
@@ -79,7 +79,7 @@ TEST_F(Strays, RaysKeepTheirMeanFromSolveToSolve) {
   p.measurements.front().bearing = 105;  // the shot to B, edited
   Solve(map);
   EXPECT_FLOAT_EQ(bearingToB(), (135.0F + 105.0F) / 2);
-  Solve(map);  // the mean counts once, however many readings stand behind it
+  Solve(map);  // the mean counts once, whatever the number of its readings
   EXPECT_FLOAT_EQ(bearingToB(), (120.0F + 105.0F) / 3);
 }
 

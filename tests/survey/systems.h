@@ -18,7 +18,7 @@ inline std::vector<Edge> PathEdges(int size) {
   return edges;
 }
 
-/// Each node hangs on one of the `reach` nodes before it.
+/// Each node is tied to one of the `reach` nodes before it.
 inline std::vector<Edge> TreeEdges(int size, int reach, Dice& dice) {
   std::vector<Edge> edges;
   for (int i = 1; i < size; ++i) edges.emplace_back(i - 1 - dice.Below(std::min(i, reach)), i);
@@ -50,7 +50,7 @@ inline void Shuffle(std::vector<Edge>& edges, int size, Dice& dice) {
 }
 
 /// The normal system of a survey with these chains, and fixes at the nodes `fixes`. An edge from a
-/// node to itself is a loop, which stands as a lone 1 in its equation.
+/// node to itself is a loop, which gives a single 1 in its equation.
 inline NormalSystem SystemOf(int size, const std::vector<Edge>& edges,
                              const std::vector<int>& fixes, int sides, Dice& dice) {
   NormalSystem system;

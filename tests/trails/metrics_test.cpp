@@ -16,7 +16,7 @@ using test::TrailMap;
 
 constexpr double Unknown = -9999;
 
-/// A closed square of 100 m whose altitudes lie on altitude = 500 + north / 10 + east / 5.
+/// A closed square of 100 m whose altitudes are on altitude = 500 + north / 10 + east / 5.
 Trail& AddSlopingPlot(TrailMap& data) {
   Point& corner = data.At("a", 0, 0, 500);
   return data.AddTrail("Plot", {&corner, &data.At("b", 0, 100, 520), &data.At("c", 100, 100, 530),

@@ -137,7 +137,7 @@ TEST(PositionOnTrail, TakesTheFirstOfEqualMarksBelowAndTheLastAbove) {
 
 TEST(PositionOnTrail, LooksAlongTheNextLegAtATurn) {
   TrailMap data;
-  // There and back again, so that the turn lies at half of the path to the last bit.
+  // There and back again, so that the turn is exactly half way.
   data.AddTrail("Pde", {&data.At("Pde0", 0, 0), &data.At("turn", 100, 0), &data.At("Pde10", 0, 0)});
   double bearing = -1;
   const auto place = PositionOnTrail(data.map, "Pde5", &bearing);
@@ -249,7 +249,7 @@ TEST(PositionOnTrail, FailsBeforeTheFirstMarkWhenASecondTrailWasSearchedLast) {
   TrailMap data;
   data.AddTrail("Pde", {&data.At("start", 0, 0), &data.At("Pde100", 40, 0)});
   data.AddTrail("Pde'", {&data.At("Pde200", 140, 0)});
-  // The head of the trail searched last is no way to the mark on the other one.
+  // The head of the trail searched last does not lead to the mark on the other one.
   EXPECT_FALSE(PositionOnTrail(data.map, "Pde80").has_value());
 }
 
@@ -276,7 +276,7 @@ TEST(PositionOnTrail, ReadsATargetWithItsSign) {
   TrailMap data;
   Point& start = data.At("Pde-20", 20, 0);
   data.AddTrail("Pde", {&start, &data.At("Pde100", 100, 0)});
-  // The point counts as 20, so -20 lies before the head.
+  // The point counts as 20, so -20 is before the head.
   EXPECT_FALSE(PositionOnTrail(data.map, "Pde-20").has_value());
   EXPECT_TRUE(PositionOnTrail(data.map, "Pde20").has_value());
   EXPECT_FALSE(PositionOnTrail(data.map, "Pde-1").has_value());

@@ -38,7 +38,7 @@ TEST(TrailTipLine, OfARowWithoutATrailOffersANewOne) {
 
 TEST(TrailTipLine, OfALevelPlotHasAllEightLines) {
   TrailMap data;
-  // 9000.2 square metres: half a metre is in the area, and once more in the line on the slant.
+  // 9000.2 square metres: half a metre is added to the area, and again to the slanted area.
   Trail& trail = AddPlot(data, 90, 100.00222, {500, 500, 500, 500});
   EXPECT_EQ(TipOf(trail, 3),
             (Lines{"Path length: 380.00m", "Ground length: 380.00m", "Min Alt: 500m, Max Alt: 500m",

@@ -35,7 +35,7 @@ struct TrailMap {
     return point;
   }
 
-  /// Adds a trail behind the others; an empty name makes it nameless.
+  /// Adds a trail after the others; with an empty name it is nameless.
   Trail& AddTrail(const std::string& name, std::vector<Point*> points) {
     auto last = map.trails.before_begin();
     while (std::next(last) != map.trails.end()) ++last;
