@@ -130,6 +130,11 @@ std::string RangeEditor::Title() const {
   return range_ == nullptr ? "New Range" : range_->name.value_or("");
 }
 
+void RangeEditor::MakeAgain() {
+  range_ = nullptr;
+  changed_ = true;
+}
+
 void RangeEditor::RestoreRows(std::vector<RangeRow> rows) {
   rows_ = std::move(rows);
   changed_ = true;

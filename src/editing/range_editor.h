@@ -41,6 +41,8 @@ class RangeEditor final : public CellModel {
   Map& WindowMap() const { return map_; }
   Range* Edited() const { return range_; }
   std::string Title() const;
+  /// Turns the editor of a range that was deleted into that of a new one.
+  void MakeAgain();
 
   const std::string& Name() const { return name_; }
   const std::string& ColorText() const { return color_; }

@@ -26,21 +26,23 @@ std::forward_list<SearchKey> KeysOf(const std::vector<RangeRow>& rows) {
   return keys;
 }
 
-/// The map that holds the range: that of the window, or one below it.
-Map& MapOfRange(Map& map, const Range* range) {
+/// The map that holds the range: that of the window, or one in its basis chain.
+/// \return null for a range that was deleted
+Map* MapOfRange(Map& map, const Range* range) {
   for (Map* level = &map; level != nullptr; level = level->basis) {
     for (const Range& each : level->ranges) {
-      if (&each == range) return *level;
+      if (&each == range) return level;
     }
   }
-  return map;
+  return nullptr;
 }
 
 }  // namespace
 
 SaveOutcome SaveRangeEditor(RangeEditor& editor, EditHistory& history,
                             const std::function<void(Range& range, Color color)>& show) {
-  Map& map = MapOfRange(editor.WindowMap(), editor.Edited());
+  Map* holder = MapOfRange(editor.WindowMap(), editor.Edited());
+  Map& map = holder == nullptr ? editor.WindowMap() : *holder;
   Messages& messages = map.workspace->messages;
   const auto refuse = [&](const char* refusal) {
     NoteError(messages, refusal);
@@ -52,10 +54,17 @@ SaveOutcome SaveRangeEditor(RangeEditor& editor, EditHistory& history,
   if (color == NoColor && !colorText.empty()) return refuse("Sorry, I don't know that color");
   if (name.empty()) return refuse("You must supply a name");
   if (editor.Rows().empty()) return refuse("Put something in the range first");
-  if (editor.WasChangedElsewhere() &&
+  if (holder != nullptr && editor.WasChangedElsewhere() &&
       AskUser(messages, "Range changed", "Yes", "Cancel", "",
               "This range was changed elsewhere.  Do you want to replace it?") != 1) {
     return SaveOutcome::Stays;
+  }
+  if (editor.Edited() != nullptr && holder == nullptr) {
+    if (AskUser(messages, "Range deleted", "Yes", "Cancel", "",
+                "This range was deleted.  Do you want to make it again?") != 1) {
+      return SaveOutcome::Stays;
+    }
+    editor.MakeAgain();
   }
   const bool isNew = editor.Edited() == nullptr;
   history.Apply({.name = (isNew ? "New Range " : "Edit of Range ") + name,

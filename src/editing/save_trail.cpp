@@ -10,6 +10,7 @@
 #include "model/workspace.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <utility>
 
 namespace orvane {
@@ -94,6 +95,12 @@ class Questions {
     return IsFoundElsewhere(map_, own, trail) &&
            AskUser(messages_, "Rename trail", "Yes", "Cancel", "",
                    "Do you want to rename this trail?") != 1;
+  }
+
+  /// A trail can be deleted while its editor is open.
+  bool StopAtDeletedTrail() {
+    return AskUser(messages_, "Trail deleted", "Yes", "Cancel", "",
+                   "This trail was deleted.  Do you want to make it again?") != 1;
   }
 
   bool StopWithoutIdentity(const TrailInput& input) {
@@ -213,7 +220,14 @@ class TrailBuilder {
   Point* previous_ = nullptr;
 };
 
-Trail& MakeTrail(Map& map, const TrailInput& input) {
+/// \param deleted  the trail that is made again, or null
+Trail& MakeTrail(Map& map, const TrailInput& input, const Trail* deleted) {
+  if (deleted != nullptr) {
+    Trail& again = map.trails.emplace_front(*deleted);
+    again.points.clear();
+    again.flags &= std::uint32_t{TrailHidden};
+    return again;
+  }
   Trail& trail = map.trails.emplace_front();
   if (!input.name.empty()) trail.name = input.name;
   trail.type = input.type;
@@ -227,7 +241,7 @@ void ChangeMap(const TrailEditor& editor, Map& map, const TrailInput& input,
   followUp.solve = true;
   Trail* trail = editor.Edited();
   if (trail == nullptr && (!input.name.empty() || input.date != 0)) {
-    trail = &MakeTrail(map, input);
+    trail = &MakeTrail(map, input, editor.Deleted());
   }
   if (trail == nullptr) {
     TrailBuilder(map, nullptr, nullptr).Build(editor.Rows());
@@ -279,6 +293,11 @@ SaveOutcome SaveTrailEditor(TrailEditor& editor, EditHistory& history) {
     return SaveOutcome::Stays;
   }
   Questions questions(editor, map);
+  const Trail* edited = editor.Edited();
+  if (edited != nullptr && holder == nullptr && !IsContour(*edited)) {
+    if (questions.StopAtDeletedTrail()) return SaveOutcome::Stays;
+    editor.MakeAgain();
+  }
   if (questions.StopAtIdentity(input) || questions.StopWithoutIdentity(input)) {
     return SaveOutcome::Stays;
   }

@@ -54,6 +54,12 @@ void TrailEditor::NoteReadingsOf(const TrailRow& row) {
 
 Messages& TrailEditor::TheMessages() const { return map_.workspace->messages; }
 
+void TrailEditor::MakeAgain() {
+  deleted_ = trail_;
+  trail_ = nullptr;
+  opened_.reset();
+}
+
 std::string TrailEditor::Title() const {
   if (trail_ == nullptr) return "New Trail";
   if (trail_->name) return "Trail: " + trail_->name->substr(0, TitleBytes);

@@ -41,6 +41,12 @@ class TrailEditor final : public CellModel {
   /// \return null for a trail that is not made yet
   Trail* Edited() const { return trail_; }
 
+  /// Turns the editor of a trail that was deleted into that of a new one, which gets the looks and the
+  /// note of the deleted one.
+  void MakeAgain();
+  /// \return the deleted trail after `MakeAgain`, or null
+  const Trail* Deleted() const { return deleted_; }
+
   /// The title of the window.
   std::string Title() const;
 
@@ -88,6 +94,7 @@ class TrailEditor final : public CellModel {
 
   Map& map_;
   Trail* trail_;
+  const Trail* deleted_ = nullptr;
   TrailForm form_;
   std::vector<TrailRow> rows_;
   size_t smColumns_;

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <map>
 #include <string>
+#include <tuple>
 
 namespace orvane {
 
@@ -46,7 +47,9 @@ class PaneFollower {
   struct TrailKey {
     const Trail* trail = nullptr;
     std::string path;
-    friend auto operator<=>(const TrailKey&, const TrailKey&) = default;
+    friend bool operator<(const TrailKey& a, const TrailKey& b) {
+      return std::tie(a.trail, a.path) < std::tie(b.trail, b.path);
+    }
   };
   /// A range, or the two of an overlap.
   using RangeKey = std::array<const Range*, 2>;

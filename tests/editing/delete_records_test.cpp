@@ -1,5 +1,8 @@
 #include "editing/delete_records.h"
 
+#include "editing/range_editor.h"
+#include "editing/save_range.h"
+#include "editing/save_trail.h"
 #include "mapfile/writer.h"
 #include "support/map_from_text.h"
 
@@ -91,6 +94,36 @@ TEST_F(DeleteRecordsTest, ARangeTakesItsOverlapsAlong) {
   ASSERT_TRUE(history.Undo(map));
   EXPECT_EQ(FindRange(map, "Blue"), blue);
   EXPECT_EQ(Length(map.intersections), 1);
+}
+
+TEST_F(DeleteRecordsTest, AnEditorOfADeletedTrailOffersToMakeItAgain) {
+  Trail* main = FindTrail(map, "Main");
+  main->note = "steep";
+  TrailEditor editor(map, main);
+  editor.SetCell(0, 0, "A0");
+  DeleteTrails(map, {main}, history);
+  ASSERT_EQ(SaveTrailEditor(editor, history), SaveOutcome::Closes);
+  ASSERT_EQ(messages.Questions().size(), 1U);
+  EXPECT_EQ(messages.Questions()[0].text, "This trail was deleted.  Do you want to make it again?");
+  Trail* made = FindTrail(map, "Main");
+  ASSERT_NE(made, nullptr);
+  EXPECT_NE(made, main);
+  EXPECT_EQ(made->note, "steep");
+  EXPECT_EQ(NamesOf(*made), (Texts{"A0", "B", "C"}));
+  EXPECT_EQ(Named(map, "A0").trail, made);
+}
+
+TEST_F(DeleteRecordsTest, AnEditorOfADeletedRangeOffersToMakeItAgain) {
+  Range* blue = FindRange(map, "Blue");
+  RangeEditor editor(map, blue, 0);
+  DeleteRanges(map, {blue}, history);
+  const auto show = [](Range& /*range*/, Color /*color*/) {};
+  ASSERT_EQ(SaveRangeEditor(editor, history, show), SaveOutcome::Closes);
+  ASSERT_EQ(messages.Questions().size(), 1U);
+  EXPECT_EQ(messages.Questions()[0].title, "Range deleted");
+  ASSERT_NE(FindRange(map, "Blue"), nullptr);
+  EXPECT_NE(FindRange(map, "Blue"), blue);
+  EXPECT_GT(FindRange(map, "Blue")->mcpArea, 0);
 }
 
 TEST_F(DeleteRecordsTest, NothingIsNotAStep) {
