@@ -15,6 +15,7 @@ import sys
 CALL = re.compile(r"\b(Note(?:Warning|Error|InternalError|Fatal|Once)|PostNote|AskUser|PromptForText)\(")
 # The number of the argument that holds the text; those before it are names of boxes and buttons.
 TEXT_ARGUMENT = {"NoteOnce": 0, "AskUser": 5, "PromptForText": 2}
+PROMPT = re.compile(r"\.message = (?=\")")  # of a `TextPrompt`
 LITERAL = re.compile(r'"((?:[^"\\\n]|\\.)*)"')
 SKIPPED = re.compile(r'//[^\n]*|/\*.*?\*/|\'(?:[^\'\\\n]|\\.)\'|^#include[^\n]*', re.S | re.M)
 # How texts begin that reach the messages through a variable.
@@ -80,12 +81,13 @@ def texts_of_sources(source):
             continue
         text = without_comments(path.read_text(errors="replace"))
         spans = list(posted(text))
+        prompts = {found.end() for found in PROMPT.finditer(text)}
         for begin, literal in literals(text):
             # Some lines of the batch tool are printed without a call that posts them.
             printed = PRINTED.match(literal)
             if printed:
                 literal = literal[printed.end():]
-            direct = any(first <= begin < last for first, last in spans)
+            direct = any(first <= begin < last for first, last in spans) or begin in prompts
             if literal in NOT_MESSAGES:
                 continue
             if direct or printed or "%s" in literal or BEGINNING.match(literal):
