@@ -14,7 +14,7 @@ enum class Severity { Note, Warning, Error, InternalError, Fatal };
 
 /// A place in a text file that a message is about.
 struct MessageOrigin {
-  std::string file;   ///< as it was named when it was opened
+  std::string file;   ///< the name under which it was opened
   size_t line = 0;    ///< from 1; 0 for the file as a whole
   std::string point;  ///< the point that it is about, where no line is known; empty for none
 };

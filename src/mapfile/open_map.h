@@ -28,7 +28,7 @@ Map* OpenMapUnlessCancelled(Workspace& workspace, const std::string& name,
                             bool* readable = nullptr);
 
 /// The work after a read: time-named points get their times, points on no trail are listed, and all
-/// get their places, with the solver only if the file alone does not give every place. If this is
+/// get their places, with the solver only if the file does not give every place. If this is
 /// cancelled, the map can't be shown; for a map that stays open use a `MustFinish`.
 void FinishMap(Map& map);
 

@@ -25,7 +25,7 @@ struct Preferences {
 /// A file being read.
 struct OpenedFile {
   std::string path;       ///< from the root
-  std::string shownName;  ///< as it was given
+  std::string shownName;  ///< the name that the user gave
 };
 
 /// The state of the reader of map files. It continues from file to file: an included file or a
