@@ -17,8 +17,8 @@
 // The polygon is found in the plane about the centre of both ranges, area and shares in the one
 // about the centre of the overlap. Of the points only the vertices are moved there, and back to the
 // absolute form; the stops, of which there are many, are placed one by one as they are looked at.
-// The offset hulls of a range are made for its first overlap and stay in the plane of that one;
-// figures already published were made so.
+// The offset hulls of a range are made for its first overlap and stay in the plane of that one; see
+// docs/compatibility.md.
 
 namespace orvane {
 
@@ -212,8 +212,8 @@ std::int64_t TallyStops(const Range& range, const RangeIntersection& record, dou
   const Plane plane(CentreOf(record));
   std::int64_t minutes = 0;
   for (const Point* stop : range.points) {
-    // The margin is in metres and the box in degrees: with a grid practically every point passes.
-    // Figures already published were made so.
+    // The margin is in metres and the box in degrees: with a grid practically every point passes,
+    // and the rings decide.
     const LatLon& geo = stop->geo;
     if (!(geo.lat >= record.minLat - margin && geo.lat <= record.maxLat + margin &&
           geo.lon >= record.minLon - margin && geo.lon <= record.maxLon + margin)) {
