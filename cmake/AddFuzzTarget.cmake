@@ -17,7 +17,7 @@ function(add_fuzz_target name)
     # A short run from the kept corpus; new inputs go to the build directory.
     add_custom_target(fuzz_smoke_${name}
       COMMAND ${CMAKE_COMMAND} -E make_directory ${PROJECT_BINARY_DIR}/fuzz/${name}.found
-      COMMAND ${target} -max_total_time=${FUZZ_SMOKE_SECONDS} -timeout=10 -rss_limit_mb=1024
+      COMMAND ${target} -max_total_time=${FUZZ_SMOKE_SECONDS} -timeout=30 -rss_limit_mb=1024
               -print_final_stats=1 -artifact_prefix=${PROJECT_BINARY_DIR}/fuzz/
               ${PROJECT_BINARY_DIR}/fuzz/${name}.found ${F_CORPUS})
     add_dependencies(fuzz_smoke fuzz_smoke_${name})
