@@ -44,6 +44,7 @@ class CheckingCanvas final : public orvane::Canvas {
   void DrawOval(const PixelRect& rect) override { DrawRect(rect); }
   void DrawText(Pixel at, std::string_view) override { Check(at); }
   int TextWidth(std::string_view text) const override { return static_cast<int>(text.size()) * 6; }
+  PixelRect TextExtent(std::string_view text) const override { return {0, -9, TextWidth(text), 3}; }
   int Ascent(orvane::CanvasFont) const override { return 9; }
   int LineHeight(orvane::CanvasFont) const override { return 12; }
   PixelRect Clip() const override { return clip_; }
@@ -93,16 +94,16 @@ void Operate(orvane::MapWindow& view, char operation) {
   const Pixel corner{view.clientWidth / 4, view.clientHeight / 3};
   switch (operation) {
     case 'n':
-      orvane::StepView(view, orvane::ViewStep::North, false, false);
+      orvane::StepView(view, orvane::ViewStep::North, {});
       break;
     case 's':
-      orvane::StepView(view, orvane::ViewStep::South, true, false);
+      orvane::StepView(view, orvane::ViewStep::South, {.shift = true});
       break;
     case 'e':
-      orvane::StepView(view, orvane::ViewStep::East, false, true);
+      orvane::StepView(view, orvane::ViewStep::East, {.control = true});
       break;
     case 'w':
-      orvane::StepView(view, orvane::ViewStep::West, false, false);
+      orvane::StepView(view, orvane::ViewStep::West, {});
       break;
     case '+':
       orvane::ZoomOnPixel(view, corner, 2);

@@ -19,7 +19,7 @@ int ScrollShift(int coordinate, int size) {
 }
 
 /// What a finished drag of the mouse means; `selection` is set first.
-PointerOutcome UseBand(MapWindow& view, const PointerKeys& keys, bool panning) {
+PointerOutcome UseBand(MapWindow& view, const HeldKeys& keys, bool panning) {
   PointerOutcome outcome;
   view.selection[0] = ScreenToMap(view, view.pressPoint);
   view.selection[1] = ScreenToMap(view, view.pointer);
@@ -68,8 +68,7 @@ bool MovePointer(MapWindow& view, Pixel at) {
   return moved;
 }
 
-PointerOutcome ReleasePointer(MapWindow& view, Pixel at, const PointerKeys& keys,
-                              int smallestBand) {
+PointerOutcome ReleasePointer(MapWindow& view, Pixel at, const HeldKeys& keys, int smallestBand) {
   if ((view.flags & MapWindowDrag) == 0) return {};
   const bool panning = (view.flags & MapWindowPan) != 0;
   CancelPointer(view);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "view/map_window.h"
+#include "view/view_transform.h"
 
 namespace orvane {
 
@@ -9,12 +9,6 @@ namespace orvane {
 /// A rubber band must be longer than this, rows and columns together, in pixels of a screen of
 /// usual fineness.
 constexpr int SmallestBand = 4;
-
-/// Keys that are held.
-struct PointerKeys {
-  bool shift = false;
-  bool control = false;
-};
 
 /// What a release of the button came to.
 struct PointerOutcome {
@@ -40,7 +34,7 @@ bool MovePointer(MapWindow& view, Pixel at);
 /// nothing more after a pan, else a zoom to the band. What follows no press is nothing.
 /// \param smallestBand  `SmallestBand` in pixels of the view, so that a hand that shakes a little
 ///                      draws no band on a screen of fine pixels either
-PointerOutcome ReleasePointer(MapWindow& view, Pixel at, const PointerKeys& keys,
+PointerOutcome ReleasePointer(MapWindow& view, Pixel at, const HeldKeys& keys,
                               int smallestBand = SmallestBand);
 
 /// Ends a drag without any effect, as when the window loses the mouse.

@@ -302,8 +302,8 @@ void PanTo(MapWindow& view, Pixel pixel) {
   view.bottom += step.up;
 }
 
-void StepView(MapWindow& view, ViewStep step, bool shift, bool control) {
-  const double part = shift ? 100 : control ? 30 : 10;
+void StepView(MapWindow& view, ViewStep step, const HeldKeys& keys) {
+  const double part = keys.shift ? 100 : keys.control ? 30 : 10;
   // A view that is turned by more than a right angle has its bottom above its top; the arrow still
   // moves the view to where it points.
   const double up = std::abs(view.top - view.bottom) / part;
@@ -341,8 +341,8 @@ void ZoomAboutPixel(MapWindow& view, Pixel pixel, double factor) {
   view.right = half.right;
 }
 
-void ZoomByDoubleClick(MapWindow& view, bool shift, bool otherButton) {
-  ZoomOnPixel(view, view.pointer, shift != otherButton ? 0.5 : 2);
+void ZoomByDoubleClick(MapWindow& view, const HeldKeys& keys, bool otherButton) {
+  ZoomOnPixel(view, view.pointer, keys.shift != otherButton ? 0.5 : 2);
 }
 
 void ZoomToPixels(MapWindow& view, Pixel a, Pixel b) {

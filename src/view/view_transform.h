@@ -153,10 +153,16 @@ bool ViewOutOfWindow(const MapWindow& view, Pixel pixel);
 /// Moves the map under the pointer from `pressPoint`, which follows, to `pixel`.
 void PanTo(MapWindow& view, Pixel pixel);
 
+/// Keys that are held while a key or a button is pressed.
+struct HeldKeys {
+  bool shift = false;
+  bool control = false;
+};
+
 /// Directions of the arrow keys.
 enum class ViewStep { North, South, East, West };
 /// Moves the centre by a tenth of the view; by a hundredth with shift, a thirtieth with control.
-void StepView(MapWindow& view, ViewStep step, bool shift, bool control);
+void StepView(MapWindow& view, ViewStep step, const HeldKeys& keys);
 
 /// Multiplies the scale and centres on the place under `pixel`: the keys "+" and "-" with 2 and
 /// 0.5 at the pointer, and the double click.
@@ -165,7 +171,7 @@ void ZoomOnPixel(MapWindow& view, Pixel pixel, double factor);
 void ZoomAboutPixel(MapWindow& view, Pixel pixel, double factor);
 /// What a double click does: in by 2, or out if shift is held or, the other way round, for a
 /// button other than the left one.
-void ZoomByDoubleClick(MapWindow& view, bool shift, bool otherButton);
+void ZoomByDoubleClick(MapWindow& view, const HeldKeys& keys, bool otherButton);
 /// Shows the box of two pixels of a rubber band.
 void ZoomToPixels(MapWindow& view, Pixel a, Pixel b);
 

@@ -16,7 +16,7 @@ class KeptPositions : public InputTarget {
 };
 
 /// Presses at one pixel, moves and lets go at another.
-PointerOutcome Drag(MapWindow& view, Pixel from, Pixel to, const PointerKeys& keys = {},
+PointerOutcome Drag(MapWindow& view, Pixel from, Pixel to, const HeldKeys& keys = {},
                     bool otherButton = false) {
   PressPointer(view, from, otherButton);
   MovePointer(view, to);

@@ -452,11 +452,11 @@ TEST(PanTo, TheSamePixelChangesNothing) {
 
 TEST(StepView, MovesTheCentreByAPartOfTheView) {
   ViewCase c;
-  StepView(c.view, ViewStep::North, false, false);
+  StepView(c.view, ViewStep::North, {});
   EXPECT_NEAR((c.view.top + c.view.bottom) / 2, 30, 1e-6);
-  StepView(c.view, ViewStep::South, true, false);
+  StepView(c.view, ViewStep::South, {.shift = true});
   EXPECT_NEAR((c.view.top + c.view.bottom) / 2, 27, 1e-6);
-  StepView(c.view, ViewStep::East, false, true);
+  StepView(c.view, ViewStep::East, {.control = true});
   EXPECT_NEAR(DegreesToMeters(c.view.centralLongitude), 400.0 / 30, 1e-6);
 }
 
@@ -465,7 +465,7 @@ TEST(StepView, TheArrowsKeepTheirDirectionUnderARotation) {
     ViewCase c;
     c.view.rotation = rotation;
     CenterOn(c.view, At(0, 0));
-    StepView(c.view, ViewStep::North, false, false);
+    StepView(c.view, ViewStep::North, {});
     const Pixel old = MapToScreen(c.view, At(0, 0));
     EXPECT_EQ(old.x, 200) << rotation;
     EXPECT_GT(old.y, 150) << rotation;
@@ -515,7 +515,7 @@ TEST(ZoomAboutPixel, StopsAtTheLargestAndSmallestScale) {
 TEST(ZoomByDoubleClick, ShiftAndTheOtherButtonEachTurnItRound) {
   const auto scaleAfter = [](bool shift, bool otherButton) {
     ViewCase c;
-    ZoomByDoubleClick(c.view, shift, otherButton);
+    ZoomByDoubleClick(c.view, {.shift = shift}, otherButton);
     return c.view.scale;
   };
   EXPECT_EQ(scaleAfter(false, false), 2);

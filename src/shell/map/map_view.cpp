@@ -38,7 +38,7 @@ constexpr QRgb HintRgb = 0xFF757575;
 /// Lengths of the dashes of a rubber band and of the gaps between them, in widths of its line.
 constexpr double BandDash = 4;
 
-PointerKeys KeysOf(Qt::KeyboardModifiers modifiers) {
+HeldKeys KeysOf(Qt::KeyboardModifiers modifiers) {
   return {modifiers.testFlag(Qt::ShiftModifier), modifiers.testFlag(Qt::ControlModifier)};
 }
 
@@ -279,20 +279,19 @@ void MapView::ShowCursor() {
 }
 
 bool MapView::StepByKey(const QKeyEvent& event) {
-  const bool shift = event.modifiers().testFlag(Qt::ShiftModifier);
-  const bool control = event.modifiers().testFlag(Qt::ControlModifier);
+  const HeldKeys keys = KeysOf(event.modifiers());
   switch (event.key()) {
     case Qt::Key_Up:
-      StepView(view_, ViewStep::North, shift, control);
+      StepView(view_, ViewStep::North, keys);
       return true;
     case Qt::Key_Down:
-      StepView(view_, ViewStep::South, shift, control);
+      StepView(view_, ViewStep::South, keys);
       return true;
     case Qt::Key_Right:
-      StepView(view_, ViewStep::East, shift, control);
+      StepView(view_, ViewStep::East, keys);
       return true;
     case Qt::Key_Left:
-      StepView(view_, ViewStep::West, shift, control);
+      StepView(view_, ViewStep::West, keys);
       return true;
     default:
       return false;
@@ -377,8 +376,7 @@ void MapView::mouseReleaseEvent(QMouseEvent* event) {
 
 void MapView::mouseDoubleClickEvent(QMouseEvent* event) {
   view_.pointer = DevicePixel(event->position());
-  ZoomByDoubleClick(view_, event->modifiers().testFlag(Qt::ShiftModifier),
-                    event->button() != Qt::LeftButton);
+  ZoomByDoubleClick(view_, KeysOf(event->modifiers()), event->button() != Qt::LeftButton);
   view_.flags &= ~std::uint32_t{MapWindowPan};
   ShowCursor();
   ShowMoved();
