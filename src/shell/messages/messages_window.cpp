@@ -105,7 +105,8 @@ MessagesWindow::MessagesWindow(MessageLog& log, QWidget* parent)
   AddWindowKeys(*this, [this] { Q_EMIT exitRequested(); });
   for (const auto& [key, step] : {std::pair{QKeySequence(Qt::Key_F8), 1},
                                   std::pair{QKeySequence(Qt::SHIFT | Qt::Key_F8), -1}}) {
-    connect(new QShortcut(key, this), &QShortcut::activated, this, [this, step] { Step(step); });
+    connect(new QShortcut(key, this), &QShortcut::activated, this,
+            [this, step = step] { Step(step); });
   }
   connect(&log_, &MessageLog::rowsInserted, this, [this](const QModelIndex&, int first, int last) {
     for (int row = first; row <= last; ++row) leading_ += log_.LeadsToLine(row) ? 1 : 0;
