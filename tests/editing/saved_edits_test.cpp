@@ -87,14 +87,20 @@ std::string WithoutTabs(std::string text) {
   return text;
 }
 
+/// What the file holds of a reading: of each kind only what it uses.
 std::string TextOf(const Measurement& reading) {
-  return (reading.base == nullptr ? "" : reading.base->name) + " " +
-         FormatGeneral(reading.bearing) + " " + FormatGeneral(reading.distance) + " " +
-         FormatGeneral(reading.inclination) + " " + FormatFixed(reading.position.lat, 7) + " " +
-         FormatFixed(reading.position.lon, 7) + " " + FormatGeneral(double{reading.altitude}) +
-         " " + std::to_string(reading.count) + " " +
-         std::to_string(reading.flags & (MeasureGps | MeasureCompass | MeasureAltitude |
-                                         MeasureNear | MeasureAbsoluteBearing));
+  std::string text = FormatGeneral(double{reading.altitude}) + " " + std::to_string(reading.count);
+  if ((reading.flags & MeasureGps) != 0) {
+    text +=
+        " fix " + FormatFixed(reading.position.lat, 7) + " " + FormatFixed(reading.position.lon, 7);
+  }
+  if ((reading.flags & MeasureCompass) != 0) {
+    text += " shot " + (reading.base == nullptr ? "" : reading.base->name) + " " +
+            FormatGeneral(reading.bearing) + " " + FormatGeneral(reading.distance) + " " +
+            FormatGeneral(reading.inclination) + " " +
+            std::to_string(reading.flags & MeasureAbsoluteBearing);
+  }
+  return text + " " + std::to_string(reading.flags & (MeasureAltitude | MeasureNear));
 }
 
 /// Readings come back in the reverse order.
