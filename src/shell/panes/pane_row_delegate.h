@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QStyledItemDelegate>
+
+namespace orvane {
+
+class PaneModel;
+class PaneView;
+
+/// Pixels left of the triangles of a pane.
+constexpr int PaneMargin = 5;
+
+/// Paints a row of a pane: the triangle of a group, the tick of a visible row, the text in the colour
+/// of the row. A selected row has its text on that colour.
+class PaneRowDelegate final : public QStyledItemDelegate {
+  Q_OBJECT
+
+ public:
+  /// \param view  becomes the parent
+  PaneRowDelegate(PaneModel& model, PaneView& view);
+
+  void paint(QPainter* painter, const QStyleOptionViewItem& option,
+             const QModelIndex& index) const override;
+  QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+
+ private:
+  PaneModel& model_;
+  PaneView& view_;
+};
+
+}  // namespace orvane

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QWidget>
+
+namespace orvane {
+
+class PaneModel;
+class PaneView;
+
+/// A pane beside the map: rows under a title bar.
+class TitledPane : public QWidget {
+  Q_OBJECT
+
+ public:
+  PaneView& Rows() { return *rows_; }
+
+ Q_SIGNALS:
+  /// The rows that are drawn on the map are other ones, or look different.
+  void visibilityChanged();
+  /// Other rows are selected.
+  void selectionChanged();
+  /// A row was double-clicked or Return was pressed on it: the first selected row is to be edited, or
+  /// a new record if that row is "New".
+  void editRequested(bool isNew);
+  /// The dialog of the selected rows' looks is wanted.
+  void controlRequested();
+  /// The menu key was pressed.
+  /// \param global  where the menu opens
+  void menuRequested(QPoint global);
+
+ protected:
+  /// \param model  is given this as parent
+  TitledPane(const QString& title, PaneModel& model, QWidget* parent);
+
+ private:
+  PaneView* rows_;
+};
+
+}  // namespace orvane
