@@ -294,12 +294,12 @@ TEST_F(CommandsTest, CheckTrailsDependsOnTheFocus) {
   Press(window, CommandCheckTrails);
   const size_t all = Texts().size();
   EXPECT_GE(all, 1U);
-  window.Panes().RangeList().setFocus();
+  window.Panes().Ranges().Rows().setFocus();
   ASSERT_EQ(window.Focus(), FocusPlace::RangeList);
   EXPECT_FALSE(IsEnabled(window, CommandCheckTrails));
   shell_.RunCommand(CommandCheckTrails, window);
   EXPECT_EQ(beeps_, 1);
-  window.Panes().TrailList().setFocus();
+  window.Panes().Trails().Rows().setFocus();
   messages_.Clear();
   shell_.RunCommand(CommandCheckTrails, window);
   EXPECT_TRUE(Texts().empty());  // none is selected
@@ -311,10 +311,10 @@ TEST_F(CommandsTest, CheckTrailsDependsOnTheFocus) {
 
 TEST_F(CommandsTest, TheMenuFollowsTheFocus) {
   MapWindowWidget& window = OpenActive(WriteMap("site.map"));
-  window.Panes().TrailList().setFocus();
+  window.Panes().Trails().Rows().setFocus();
   EXPECT_EQ(ActionOf(window, CommandDelete).text().toStdString(), "Delete Trail");
   EXPECT_FALSE(IsEnabled(window, CommandDelete));
-  window.Panes().RangeList().setFocus();
+  window.Panes().Ranges().Rows().setFocus();
   EXPECT_EQ(ActionOf(window, CommandDelete).text().toStdString(), "Delete Range");
   window.View().setFocus();
   EXPECT_EQ(ActionOf(window, CommandDelete).text().toStdString(), "Delete Trail/Range");

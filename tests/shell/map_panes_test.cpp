@@ -4,9 +4,11 @@
 #include "shell/map/divider_handle.h"
 #include "shell/map/map_area.h"
 #include "shell/map/map_view.h"
+#include "shell/panes/pane_view.h"
+#include "shell/panes/range_pane.h"
+#include "shell/panes/trail_pane.h"
 
 #include <QApplication>
-#include <QListWidget>
 #include <QRubberBand>
 #include <QSignalSpy>
 #include <QTest>
@@ -36,13 +38,13 @@ class MapPanesTest : public testing::Test {
 };
 
 TEST_F(MapPanesTest, TheListsStandOverEachOtherBesideTheMap) {
-  EXPECT_TRUE(panes_.TrailList().isVisible());
-  EXPECT_TRUE(panes_.RangeList().isVisible());
+  EXPECT_TRUE(panes_.Trails().Rows().isVisible());
+  EXPECT_TRUE(panes_.Ranges().Rows().isVisible());
   EXPECT_EQ(panes_.Area().geometry(), QRect(155, 0, 645, 500));
-  EXPECT_EQ(panes_.TrailList().parentWidget()->geometry(), QRect(0, 0, 150, 200));
-  EXPECT_EQ(panes_.RangeList().parentWidget()->geometry(), QRect(0, 205, 150, 295));
-  EXPECT_EQ(panes_.TrailList().accessibleName(), QStringLiteral("Trails"));
-  EXPECT_EQ(panes_.RangeList().accessibleName(), QStringLiteral("Ranges"));
+  EXPECT_EQ(panes_.Trails().Rows().parentWidget()->geometry(), QRect(0, 0, 150, 200));
+  EXPECT_EQ(panes_.Ranges().Rows().parentWidget()->geometry(), QRect(0, 205, 150, 295));
+  EXPECT_EQ(panes_.Trails().Rows().accessibleName(), QStringLiteral("Trails"));
+  EXPECT_EQ(panes_.Ranges().Rows().accessibleName(), QStringLiteral("Ranges"));
 }
 
 TEST_F(MapPanesTest, ADividerShowsARectangleWhileItIsDraggedAndThenMoves) {
@@ -70,22 +72,22 @@ TEST_F(MapPanesTest, TheDividerBetweenTheListsMovesUpAndDown) {
   ASSERT_EQ(moved.size(), 1);
   EXPECT_EQ(moved[0][0].value<PaneDivider>(), PaneDivider::BetweenLists);
   EXPECT_EQ(moved[0][1].toInt(), 320);
-  EXPECT_EQ(panes_.RangeList().parentWidget()->geometry().top(), 325);
+  EXPECT_EQ(panes_.Ranges().Rows().parentWidget()->geometry().top(), 325);
 }
 
 TEST_F(MapPanesTest, PanesMadeTooSmallVanishAndCanBePulledBack) {
   DragDivider({152, 300}, {6, 300});
   EXPECT_EQ(panes_.Sizes().panelWidth, 0);
-  EXPECT_FALSE(panes_.TrailList().isVisible());
-  EXPECT_FALSE(panes_.RangeList().isVisible());
+  EXPECT_FALSE(panes_.Trails().Rows().isVisible());
+  EXPECT_FALSE(panes_.Ranges().Rows().isVisible());
   EXPECT_EQ(panes_.Area().geometry(), QRect(5, 0, 795, 500));
   DragDivider({2, 300}, {122, 300});
   EXPECT_EQ(panes_.Sizes().panelWidth, 120);
-  EXPECT_TRUE(panes_.TrailList().isVisible());
+  EXPECT_TRUE(panes_.Trails().Rows().isVisible());
   DragDivider({50, 202}, {50, 3});
   EXPECT_EQ(panes_.Sizes().panelHeight, 0);
-  EXPECT_FALSE(panes_.TrailList().isVisible());
-  EXPECT_TRUE(panes_.RangeList().isVisible());
+  EXPECT_FALSE(panes_.Trails().Rows().isVisible());
+  EXPECT_TRUE(panes_.Ranges().Rows().isVisible());
 }
 
 TEST_F(MapPanesTest, ASmallerWindowCutsThePanesAndALargerOneGivesThemBack) {
@@ -126,9 +128,9 @@ TEST_F(MapPanesTest, KnowsWhichPartHasTheKeyboard) {
   QSignalSpy changed(&panes_, &MapPanes::focusPlaceChanged);
   panes_.View().setFocus();
   EXPECT_EQ(panes_.Focus(), FocusPlace::MapView);
-  QTest::mouseClick(panes_.TrailList().viewport(), Qt::LeftButton);
+  QTest::mouseClick(panes_.Trails().Rows().viewport(), Qt::LeftButton);
   EXPECT_EQ(panes_.Focus(), FocusPlace::TrailList);
-  QTest::mouseClick(panes_.RangeList().viewport(), Qt::LeftButton);
+  QTest::mouseClick(panes_.Ranges().Rows().viewport(), Qt::LeftButton);
   EXPECT_EQ(panes_.Focus(), FocusPlace::RangeList);
   QTest::mouseClick(&panes_.View(), Qt::LeftButton, Qt::NoModifier, QPoint(50, 50));
   EXPECT_EQ(panes_.Focus(), FocusPlace::MapView);
@@ -137,10 +139,10 @@ TEST_F(MapPanesTest, KnowsWhichPartHasTheKeyboard) {
 }
 
 TEST_F(MapPanesTest, TabMovesAroundTheThreeParts) {
-  panes_.TrailList().setFocus();
-  QTest::keyClick(&panes_.TrailList(), Qt::Key_Tab);
+  panes_.Trails().Rows().setFocus();
+  QTest::keyClick(&panes_.Trails().Rows(), Qt::Key_Tab);
   EXPECT_EQ(panes_.Focus(), FocusPlace::RangeList);
-  QTest::keyClick(&panes_.RangeList(), Qt::Key_Tab);
+  QTest::keyClick(&panes_.Ranges().Rows(), Qt::Key_Tab);
   EXPECT_EQ(panes_.Focus(), FocusPlace::MapView);
 }
 
@@ -201,11 +203,11 @@ TEST_F(DividerKeys, APaneIsMovedAwayAndBroughtBack) {
   BesideMap().setFocus();
   for (int i = 0; i < 20; ++i) QTest::keyClick(&BesideMap(), Qt::Key_Left);
   EXPECT_EQ(panes_.Sizes().panelWidth, 0);
-  EXPECT_FALSE(panes_.TrailList().isVisible());
+  EXPECT_FALSE(panes_.Trails().Rows().isVisible());
   EXPECT_FALSE(BetweenLists().isVisible());
   EXPECT_TRUE(BesideMap().hasFocus());
   QTest::keyClick(&BesideMap(), Qt::Key_Right);
-  EXPECT_TRUE(panes_.TrailList().isVisible());
+  EXPECT_TRUE(panes_.Trails().Rows().isVisible());
   EXPECT_TRUE(BetweenLists().isVisible());
   for (int i = 0; i < 200; ++i) QTest::keyClick(&BesideMap(), Qt::Key_Right);
   EXPECT_EQ(panes_.Sizes().panelWidth, 731);

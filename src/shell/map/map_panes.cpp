@@ -1,12 +1,13 @@
 #include "shell/map/map_panes.h"
 
 #include "shell/map/divider_handle.h"
-#include "shell/map/list_pane.h"
 #include "shell/map/map_area.h"
 #include "shell/map/map_view.h"
+#include "shell/panes/pane_view.h"
+#include "shell/panes/range_pane.h"
+#include "shell/panes/trail_pane.h"
 
 #include <QApplication>
-#include <QListWidget>
 #include <QMouseEvent>
 #include <QRubberBand>
 #include <QStyle>
@@ -29,31 +30,60 @@ int LeastPane(const QWidget& widget) {
 
 MapPanes::MapPanes(Map& map, const PaneSizes& sizes, QWidget* parent)
     : QWidget(parent),
-      trails_(new ListPane(tr("Trails"), this)),
-      ranges_(new ListPane(tr("Ranges"), this)),
       area_(new MapArea(map, this)),
+      trails_(new TrailPane(area_->View().View(), this)),
+      ranges_(new RangePane(area_->View().View(), this)),
       besideMap_(MakeHandle(PaneDivider::BesideMap, tr("Divider between the lists and the map"))),
       betweenLists_(MakeHandle(PaneDivider::BetweenLists, tr("Divider between the two lists"))),
       focusRectangle_(new QRubberBand(QRubberBand::Line, this)),
+      dragRectangle_(new QRubberBand(QRubberBand::Rectangle, this)),
       wanted_(sizes) {
-  trails_->List().setObjectName(QStringLiteral("trailList"));
-  ranges_->List().setObjectName(QStringLiteral("rangeList"));
   setMouseTracking(true);
   // The panes have their own cursor; only the dividers use that of this widget.
   for (QWidget* pane : {static_cast<QWidget*>(trails_), static_cast<QWidget*>(ranges_),
                         static_cast<QWidget*>(area_)}) {
     pane->setCursor(Qt::ArrowCursor);
   }
-  trails_->List().installEventFilter(this);
-  ranges_->List().installEventFilter(this);
+  trails_->Rows().installEventFilter(this);
+  ranges_->Rows().installEventFilter(this);
   View().installEventFilter(this);
+  // From list to list, then to the map.
+  setTabOrder(&trails_->Rows(), &ranges_->Rows());
+  setTabOrder(&ranges_->Rows(), &View());
+  connect(trails_, &TrailPane::rowsDragged, this, &MapPanes::FollowDrag);
+  connect(trails_, &TrailPane::dragCancelled, this, &MapPanes::EndDrag);
 }
 
 MapView& MapPanes::View() { return area_->View(); }
 
-QListWidget& MapPanes::TrailList() { return trails_->List(); }
+void MapPanes::ShowRows() {
+  trails_->Rows().ShowRows();
+  ranges_->Rows().ShowRows();
+}
 
-QListWidget& MapPanes::RangeList() { return ranges_->List(); }
+void MapPanes::ShowChangedRows() {
+  trails_->Rows().ShowChangedRows();
+  ranges_->Rows().ShowChangedRows();
+}
+
+void MapPanes::FollowDrag(QPoint global, bool end) {
+  RangePanelRow* row = ranges_->RowAtHeight(global);
+  if (end) {
+    EndDrag();
+    if (row != nullptr) Q_EMIT trailsDropped(row);
+    return;
+  }
+  ranges_->SetDropTarget(row);
+  const int height = trails_->Rows().RowHeight();
+  dragRectangle_->setGeometry(0, mapFromGlobal(global).y() - height / 2, ranges_->width(), height);
+  dragRectangle_->raise();
+  dragRectangle_->show();
+}
+
+void MapPanes::EndDrag() {
+  ranges_->SetDropTarget(nullptr);
+  dragRectangle_->hide();
+}
 
 DividerHandle* MapPanes::MakeHandle(PaneDivider divider, const QString& name) {
   auto* handle = new DividerHandle(divider, name, this);
@@ -150,8 +180,8 @@ bool MapPanes::eventFilter(QObject* watched, QEvent* event) {
 
 void MapPanes::FollowFocus(QWidget* now) {
   FocusPlace place = FocusPlace::Neither;
-  if (now == &trails_->List()) place = FocusPlace::TrailList;
-  if (now == &ranges_->List()) place = FocusPlace::RangeList;
+  if (now == &trails_->Rows()) place = FocusPlace::TrailList;
+  if (now == &ranges_->Rows()) place = FocusPlace::RangeList;
   if (now == &View()) place = FocusPlace::MapView;
   if (place == focus_) return;
   focus_ = place;

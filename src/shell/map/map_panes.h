@@ -5,16 +5,18 @@
 
 #include <QWidget>
 
-class QListWidget;
 class QRubberBand;
 
 namespace orvane {
 
 struct Map;
+struct RangePanelRow;
 class DividerHandle;
-class ListPane;
 class MapArea;
 class MapView;
+class PaneView;
+class RangePane;
+class TrailPane;
 
 /// The inside of a map window: the lists "Trails" and "Ranges" one above the other on the left, the
 /// map on the right, and dividers of `DividerSize` pixels between them that the user can drag. While
@@ -30,8 +32,12 @@ class MapPanes final : public QWidget {
 
   MapArea& Area() { return *area_; }
   MapView& View();
-  QListWidget& TrailList();
-  QListWidget& RangeList();
+  TrailPane& Trails() { return *trails_; }
+  RangePane& Ranges() { return *ranges_; }
+  /// Call after rows of the view came, went or moved.
+  void ShowRows();
+  /// Call after rows of the view look different.
+  void ShowChangedRows();
 
   FocusPlace Focus() const { return focus_; }
   /// As they are laid out: 0 for a pane that is hidden.
@@ -45,6 +51,8 @@ class MapPanes final : public QWidget {
   /// A divider was dropped, or moved by a key. The preferences take the new width of the lists, or
   /// height of the upper one; the other size stays, even if this window has cut it.
   void dividerMoved(orvane::PaneDivider divider, int size);
+  /// The selected trails were dropped on a row of the range pane.
+  void trailsDropped(orvane::RangePanelRow* row);
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
@@ -60,13 +68,16 @@ class MapPanes final : public QWidget {
   void TakeSize(PaneDivider divider, const PaneSizes& sizes);
   void ShowFocusRectangle(QPoint at);
   void FollowFocus(QWidget* now);
+  void FollowDrag(QPoint global, bool end);
+  void EndDrag();
 
-  ListPane* trails_;
-  ListPane* ranges_;
   MapArea* area_;
+  TrailPane* trails_;
+  RangePane* ranges_;
   DividerHandle* besideMap_;
   DividerHandle* betweenLists_;
   QRubberBand* focusRectangle_;
+  QRubberBand* dragRectangle_;  ///< as high as a row and as wide as the lists; follows a drag
   PaneSizes wanted_;   ///< before they are cut to fit, so that a larger window restores them
   PaneLayout layout_;  ///< at the moment
   PaneDivider dragged_ = PaneDivider::None;
