@@ -27,7 +27,7 @@ bool WriteUnder(Map& map, const std::string& path, bool full, const SaveContext&
   map.shownName = shownName;
   map.fileMark = MarkOf(text);
   map.flags &= ~std::uint32_t{MapUnlikeFile};
-  context.setDirty(map, false);
+  context.saved(map);
   if (renamed && context.renamed) context.renamed(map);
   if (context.written) context.written(map, path);
   return true;

@@ -18,8 +18,8 @@ struct SaveContext {
   FileDialogs& dialogs;
   FileSpecifications& files;
   std::string defaultDirectory;
-  /// Sets or clears `MapDirty` and notifies the windows.
-  std::function<void(Map& map, bool dirty)> setDirty;
+  /// The map now has no changes that its file lacks: clears `MapDirty`.
+  std::function<void(Map& map)> saved;
   /// Notifies the windows that a map has another file name.
   std::function<void(Map& map)> renamed{};
   /// Called after a map was written completely.

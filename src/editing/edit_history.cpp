@@ -62,6 +62,10 @@ void Follow(Map& map, const EditFollowUp& followUp) {
 bool EditHistory::Apply(const Edit& edit) {
   Map& map = *edit.map;
   for (const BeforeListener& listener : beforeListeners_) listener();
+  std::vector<Map*> maps = edit.others;
+  maps.insert(maps.begin(), &map);
+  // Before the change, which may mark a map itself.
+  for (const Map* each : maps) NoteUnsavedStart(*each);
   MapSnapshot before(workspace_);
   const auto takeBack = [&] {
     MapDelta changes = before.TakeDelta();
@@ -81,10 +85,7 @@ bool EditHistory::Apply(const Edit& edit) {
     return false;
   }
   Step step{.name = edit.name, .number = ++newestStep_, .delta = before.TakeDelta()};
-  std::vector<Map*> maps = edit.others;
-  maps.insert(maps.begin(), &map);
   for (Map* each : maps) {
-    NoteUnsavedStart(*each);
     const StateNumber state = StateOf(*each);
     step.passages.push_back(
         {.map = each, .before = state, .after = edit.marksDirty ? ++newestState_ : state});
@@ -99,8 +100,8 @@ bool EditHistory::Apply(const Edit& edit) {
 /// A map may be dirty before its first edit, as one that was recovered: no step leads back to what
 /// its file holds.
 void EditHistory::NoteUnsavedStart(const Map& map) {
-  const bool wasDirty = (map.flags & MapDirty) != 0;
-  if (wasDirty && states_.find(&map) == states_.end()) saved_[&map] = NeverReached;
+  const bool isDirty = (map.flags & MapDirty) != 0;
+  if (isDirty && states_.find(&map) == states_.end()) saved_[&map] = NeverReached;
 }
 
 void EditHistory::Record(Step step) {

@@ -95,12 +95,12 @@ void MatchRowsToMap(MapWindow& view) {
   MatchRangeRows(view);
 }
 
-void FollowEdit(MapWindow& view, const EditNews& news) {
-  if (!Concerns(view, news)) return;
+bool FollowEdit(MapWindow& view, const EditNews& news) {
+  if (!Concerns(view, news)) return false;
   if (news.followUp != nullptr && news.followUp->freshRows) {
     BuildTrailRows(view);
     BuildRangeRows(view);
-    return;
+    return true;
   }
   const bool allAgain = news.followUp == nullptr || news.followUp->solve || news.followUp->solved;
   // Rows of intersections go before anything looks at them: an analysis replaces the records.
@@ -117,6 +117,7 @@ void FollowEdit(MapWindow& view, const EditNews& news) {
   } else {
     for (const Range* range : news.followUp->ranges) RedoRangeRows(view, range);
   }
+  return true;
 }
 
 }  // namespace orvane

@@ -1,6 +1,7 @@
 #include "shell/map_commands.h"
 
 #include "base/messages.h"
+#include "commands/map_edits.h"
 #include "commands/map_facts.h"
 #include "paint/display_text.h"
 #include "shell/map/map_view.h"
@@ -18,12 +19,11 @@ namespace {
 /// Most bytes of the answer on the magnetic deviation, including the final zero.
 constexpr size_t DeviationSize = 30;
 
-void CheckTrails(Shell& shell, ProgramWindow& window) {
-  if (window.Kind() != WindowKind::Map || window.MapSide()->Focus() == FocusPlace::RangeList) {
+void CheckTrails(Shell& shell, MapWindowWidget& mapWindow) {
+  if (mapWindow.Focus() == FocusPlace::RangeList) {
     shell.Beep();
     return;
   }
-  MapWindowWidget& mapWindow = *window.MapSide();
   Messages& messages = shell.TheWorkspace().messages;
   const MessageBatch batch(shell.Boxes(), Shell::tr("Checking trails"));
   if (mapWindow.Focus() != FocusPlace::TrailList) {
@@ -38,12 +38,8 @@ void CheckTrails(Shell& shell, ProgramWindow& window) {
 }
 
 /// Does not set `MapHasDeviation` and does not solve the map: positions change only with the survey.
-void SetDeviation(Shell& shell, ProgramWindow& window) {
-  if (window.MapSide() == nullptr) {
-    shell.Beep();
-    return;
-  }
-  Map& map = window.MapSide()->TheMap();
+void SetDeviation(Shell& shell, MapWindowWidget& window) {
+  Map& map = window.TheMap();
   Messages& messages = shell.TheWorkspace().messages;
   std::string answer = DeviationText(map.magneticDeviation);
   if (!PromptForText(messages, "Magnetic Deviation", "What is the local magnetic deviation?",
@@ -55,15 +51,16 @@ void SetDeviation(Shell& shell, ProgramWindow& window) {
     NoteError(messages, "Bad number");
     return;
   }
-  map.magneticDeviation = *deviation;
-  shell.SetMapDirty(map, true);
+  shell.History().Apply(DeviationEdit(map, *deviation));
 }
 
 }  // namespace
 
 void PlugMapCommands(Shell& shell) {
-  shell.Plug(CommandCheckTrails, [&shell](ProgramWindow& window) { CheckTrails(shell, window); });
-  shell.Plug(CommandDeviation, [&shell](ProgramWindow& window) { SetDeviation(shell, window); });
+  shell.PlugOnMap(CommandCheckTrails,
+                  [&shell](MapWindowWidget& window) { CheckTrails(shell, window); });
+  shell.PlugOnMapSide(CommandDeviation,
+                      [&shell](MapWindowWidget& window) { SetDeviation(shell, window); });
   // These are in the menu and do nothing: texts are edited in dialogs, which handle them.
   for (const CommandId id : {CommandCut, CommandCopy, CommandPaste}) {
     shell.Plug(id, [](ProgramWindow&) {});

@@ -3,6 +3,8 @@
 #include "base/file_names.h"
 #include "commands/close_map.h"
 #include "paint/display_text.h"
+#include "panes/follow_edit.h"
+#include "panes/range_drops.h"
 #include "shell/command_menu.h"
 #include "shell/files/dropped_files.h"
 #include "shell/files/local_files.h"
@@ -11,8 +13,11 @@
 #include "shell/map/map_panes.h"
 #include "shell/map/map_view.h"
 #include "shell/map/reload_bar.h"
+#include "shell/out_of_memory.h"
+#include "shell/panes/contour_work.h"
+#include "shell/panes/range_pane.h"
+#include "shell/panes/trail_pane.h"
 #include "shell/shell.h"
-#include "view/range_rows.h"
 
 #include <QCloseEvent>
 #include <QDragEnterEvent>
@@ -26,20 +31,6 @@ namespace {
 
 bool IsEditor(const ProgramWindow& window) {
   return window.Kind() == WindowKind::TrailEditor || window.Kind() == WindowKind::RangeEditor;
-}
-
-/// Adds rows for what is new in the map since the rows were made.
-void AddMissingRows(MapWindow& view) {
-  for (Range& range : view.map->ranges) {
-    if (FindRangeRow(view, range) == nullptr) AddRangeRow(view, &range, nullptr);
-  }
-  DropRangeRows(view, nullptr);
-  RedoRangeRows(view, nullptr);
-  for (Map* map = view.map; map != nullptr; map = map->basis) {
-    for (Trail& trail : map->trails) {
-      if (FindTrailRow(view, trail) == nullptr) AddTrailRow(view, trail);
-    }
-  }
 }
 
 }  // namespace
@@ -76,6 +67,7 @@ MapWindowWidget::MapWindowWidget(Shell& shell, Map& map)
           [this] { Q_EMIT shell_.reloadAnswered(this, true); });
   connect(offer_, &ReloadBar::declined, this,
           [this] { Q_EMIT shell_.reloadAnswered(this, false); });
+  ConnectPanes();
   PlugListMenus(shell_, *commands_);
   ShowTitle();
   ShowMenu();
@@ -122,15 +114,27 @@ void MapWindowWidget::ShowTitle() {
   setWindowFilePath(LocalFileName(map_.fileName));
 }
 
-void MapWindowWidget::ShowMap(bool fresh) {
-  MapWindow& view = View().View();
-  if (fresh) {
-    BuildTrailRows(view);
-    BuildRangeRows(view);
-  } else {
-    AddMissingRows(view);
-  }
+void MapWindowWidget::FollowEdit(const EditNews& news) {
+  if (!orvane::FollowEdit(View().View(), news)) return;
+  ShowRows();
+  RefreshMarks();
+}
+
+void MapWindowWidget::ShowRows() {
+  panes_->ShowRows();
   View().RequestRepaint();
+}
+
+void MapWindowWidget::ConnectPanes() {
+  for (TitledPane* pane :
+       {static_cast<TitledPane*>(&panes_->Trails()), static_cast<TitledPane*>(&panes_->Ranges())}) {
+    connect(pane, &TitledPane::visibilityChanged, this, [this] { View().ShowMoved(); });
+    connect(pane, &TitledPane::selectionChanged, this, [this] { RefreshMenu(); });
+  }
+  connect(panes_, &MapPanes::trailsDropped, this, [this](RangePanelRow* row) {
+    RunWithinMemory(shell_, [&] { DropSelection(View().View(), *row, shell_.History()); });
+  });
+  panes_->Trails().SetContourRunner([this](const auto& work) { RunContourWork(shell_, work); });
 }
 
 void MapWindowWidget::RemoveDependent(ProgramWindow& window) {

@@ -10,6 +10,7 @@
 namespace orvane {
 
 class CommandMenu;
+struct EditNews;
 class MapPanes;
 class MapView;
 class ReloadBar;
@@ -52,9 +53,10 @@ class MapWindowWidget final : public QMainWindow, public ProgramWindow {
 
   /// Puts the name of the map, and whether it has changed, in the title.
   void ShowTitle();
-  /// Updates the rows of the panes from the map and redraws it.
-  /// \param fresh  rebuild all rows, because the map has a new basis
-  void ShowMap(bool fresh = false);
+  /// Shows an edit of the map, or of one that it rests on: in the panes, on the map, in the menu.
+  void FollowEdit(const EditNews& news);
+  /// Call after the rows of the view were made again: shows them and redraws the map.
+  void ShowRows();
 
   /// Windows that close with this one. Each removes itself when it closes.
   void AddDependent(ProgramWindow& window) { dependents_.push_back(&window); }
@@ -73,6 +75,7 @@ class MapWindowWidget final : public QMainWindow, public ProgramWindow {
  private:
   bool AskToClose();
   bool CloseDependents(bool editors);
+  void ConnectPanes();
 
   Shell& shell_;
   Map& map_;

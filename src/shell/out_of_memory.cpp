@@ -1,8 +1,6 @@
 #include "shell/out_of_memory.h"
 
 #include "base/messages.h"
-#include "editing/map_delta.h"
-#include "editing/solve_edited.h"
 #include "model/workspace.h"
 #include "shell/shell.h"
 
@@ -15,18 +13,6 @@ void RunWithinMemory(Shell& shell, const std::function<void()>& work) {
     work();
   } catch (const std::bad_alloc&) {
     ReportOutOfMemory(shell);
-  }
-}
-
-void ChangeMaps(Shell& shell, const std::function<void()>& change) {
-  MapSnapshot before(shell.TheWorkspace());
-  try {
-    change();
-  } catch (const std::bad_alloc&) {
-    MapDelta delta = before.TakeDelta();
-    delta.Swap();
-    RefreshAfterSwap(delta);
-    throw;
   }
 }
 

@@ -12,10 +12,6 @@ class Shell;
 /// the work was given up. Every command runs in this.
 void RunWithinMemory(Shell& shell, const std::function<void()>& work);
 
-/// Changes maps. If memory runs out half way, they get back what they held before.
-/// \throws std::bad_alloc  after that
-void ChangeMaps(Shell& shell, const std::function<void()>& change);
-
 /// The recovery copies and the message of `RunWithinMemory`, for an exception that was caught
 /// elsewhere.
 void ReportOutOfMemory(Shell& shell);

@@ -34,14 +34,10 @@ RenderOptions OptionsOf(MapWindowWidget& window) {
   return options;
 }
 
-void CopyImage(Shell& shell, ProgramWindow& window) {
-  if (window.Kind() != WindowKind::Map) {
-    shell.Beep();
-    return;
-  }
-  MapWindow view = ViewToDraw(*window.MapSide());
+void CopyImage(Shell& shell, MapWindowWidget& window) {
+  MapWindow view = ViewToDraw(window);
   std::string error;
-  const auto bytes = RenderMap(view, PictureFormat::Png, OptionsOf(*window.MapSide()), error);
+  const auto bytes = RenderMap(view, PictureFormat::Png, OptionsOf(window), error);
   if (!bytes) {
     NoteError(shell.TheWorkspace().messages, "%s", {error});
     return;
@@ -50,15 +46,10 @@ void CopyImage(Shell& shell, ProgramWindow& window) {
       reinterpret_cast<const uchar*>(bytes->data()), static_cast<int>(bytes->size())));
 }
 
-void SavePicture(Shell& shell, ProgramWindow& window) {
-  if (window.Kind() != WindowKind::Map) {
-    shell.Beep();
-    return;
-  }
-  MapWindowWidget& mapWindow = *window.MapSide();
+void SavePicture(Shell& shell, MapWindowWidget& mapWindow) {
   Messages& messages = shell.TheWorkspace().messages;
   FileSpecification& file = shell.Files().pictures;
-  PrepareSpecification(file, shell.Files().maps, shell.StartOfDialogs(window), "png");
+  PrepareSpecification(file, shell.Files().maps, shell.StartOfDialogs(mapWindow), "png");
   std::string_view name = BaseName(mapWindow.TheMap().fileName);
   name = name.substr(0, name.rfind('.'));
   file.name = std::string(name) + "." + file.type;
@@ -83,8 +74,10 @@ void SavePicture(Shell& shell, ProgramWindow& window) {
 }  // namespace
 
 void PlugPictureCommands(Shell& shell) {
-  shell.Plug(CommandCopyImage, [&shell](ProgramWindow& window) { CopyImage(shell, window); });
-  shell.Plug(CommandSavePicture, [&shell](ProgramWindow& window) { SavePicture(shell, window); });
+  shell.PlugOnMap(CommandCopyImage,
+                  [&shell](MapWindowWidget& window) { CopyImage(shell, window); });
+  shell.PlugOnMap(CommandSavePicture,
+                  [&shell](MapWindowWidget& window) { SavePicture(shell, window); });
 }
 
 }  // namespace orvane

@@ -51,6 +51,7 @@ class KeptRows {
     }
     for (size_t i = 0; i < windows_.size(); ++i) {
       RebuildRows(windows_[i]->View().View(), memories_[i]);
+      windows_[i]->ShowRows();
     }
   }
 
@@ -58,14 +59,6 @@ class KeptRows {
   std::vector<MapWindowWidget*> windows_;
   std::vector<RowMemory> memories_;
 };
-
-void ReloadCommand(Shell& shell, ProgramWindow& window) {
-  if (window.MapSide() == nullptr) {
-    shell.Beep();
-    return;
-  }
-  ReloadMap(shell, window.MapSide()->TheMap());
-}
 
 }  // namespace
 
@@ -82,11 +75,11 @@ bool ReloadMap(Shell& shell, Map& map) {
     const BusyWork busy(shell.TheWorkspace(), shell.Boxes(), Shell::tr("Reloading %1").arg(name),
                         shell.clock);
     KeptRows rows(windows);
+    for (const Map* each : tied) shell.History().Forget(*each);
     if (RereadMap(map) != RereadOutcome::Done) return false;
     rows.BringBack();
   }
   for (MapWindowWidget* window : windows) {
-    window->View().RequestRepaint();
     window->RefreshMarks();
   }
   shell.NoteReread(map, wasDirty);
@@ -158,7 +151,8 @@ void ReloadWatch::Look() {
 
 void PlugReload(Shell& shell) {
   new ReloadWatch(shell);  // the shell frees it
-  shell.Plug(CommandReload, [&shell](ProgramWindow& window) { ReloadCommand(shell, window); });
+  shell.PlugOnMapSide(CommandReload,
+                      [&shell](MapWindowWidget& window) { ReloadMap(shell, window.TheMap()); });
 }
 
 }  // namespace orvane

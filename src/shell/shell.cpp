@@ -45,7 +45,9 @@ Shell::Shell(Workspace& workspace, BoxMessages& boxes)
       endProgram([] { QCoreApplication::quit(); }),
       workspace_(workspace),
       boxes_(boxes),
+      history_(workspace),
       dialogs_(std::make_unique<QtFileDialogs>()) {
+  history_.Listen([this](const EditNews& news) { Follow(news); });
   PlugFileCommands(*this);
   PlugMapCommands(*this);
   PlugViewCommands(*this);
@@ -235,6 +237,18 @@ void Shell::RunCommand(int id, ProgramWindow& window) {
 
 void Shell::Plug(CommandId id, Handler handler) { handlers_[id] = std::move(handler); }
 
+void Shell::PlugOnMap(CommandId id, const MapHandler& handler) {
+  Plug(id, [this, handler](ProgramWindow& window) {
+    window.Kind() == WindowKind::Map ? handler(*window.MapSide()) : Beep();
+  });
+}
+
+void Shell::PlugOnMapSide(CommandId id, const MapHandler& handler) {
+  Plug(id, [this, handler](ProgramWindow& window) {
+    window.MapSide() != nullptr ? handler(*window.MapSide()) : Beep();
+  });
+}
+
 bool Shell::IsPlugged(CommandId id) const { return handlers_.find(id) != handlers_.end(); }
 
 void Shell::RefreshMenus() {
@@ -246,17 +260,12 @@ void Shell::RefreshMenus() {
   if (taskWindow_) taskWindow_->ShowMenu();
 }
 
-void Shell::SetMapDirty(Map& map, bool dirty) {
-  if (((map.flags & MapDirty) != 0) != dirty) {
-    map.flags ^= MapDirty;
-    TellDirty(map);
-  }
-  if (dirty) Q_EMIT mapEdited(&map);
-}
-
-void Shell::NoteEdit(Map& map, bool wasDirty) {
-  if (((map.flags & MapDirty) != 0) != wasDirty) TellDirty(map);
-  MapChanged(map);
+void Shell::Follow(const EditNews& news) {
+  for (MapWindowWidget* window : openWindows_) window->FollowEdit(news);
+  TellDirty(*news.map);
+  std::vector<Map*> maps = news.delta->Maps();
+  if (!news.delta->Touches(*news.map)) maps.push_back(news.map);
+  for (const Map* map : maps) Q_EMIT mapEdited(map);
 }
 
 void Shell::TellDirty(Map& map) {
@@ -265,13 +274,6 @@ void Shell::TellDirty(Map& map) {
     window->RefreshMenu();
   }
   Q_EMIT mapDirtyChanged(&map);
-}
-
-void Shell::MapChanged(const Map& map) {
-  for (MapWindowWidget* window : openWindows_) {
-    if (RestsOn(window->TheMap(), map)) window->ShowMap();
-  }
-  Q_EMIT mapEdited(&map);
 }
 
 void Shell::NoteReread(Map& map, bool wasDirty) {
@@ -289,7 +291,11 @@ SaveContext Shell::Saving() {
   return {.dialogs = *dialogs_,
           .files = files_,
           .defaultDirectory = dialogDirectory,
-          .setDirty = [this](Map& map, bool dirty) { SetMapDirty(map, dirty); },
+          .saved =
+              [this](Map& map) {
+                history_.NoteSaved(map);
+                TellDirty(map);
+              },
           .renamed = [this](Map& /*map*/) { ShowTitles(); },
           .written =
               [this](Map& map, const std::string& path) {

@@ -3,6 +3,7 @@
 #include "commands/file_dialogs.h"
 #include "commands/find_box.h"
 #include "commands/save_map.h"
+#include "editing/edit_history.h"
 #include "model/workspace.h"
 #include "shell/program_window.h"
 #include "view/view_transform.h"
@@ -35,6 +36,7 @@ class Shell final : public QObject {
 
  public:
   using Handler = std::function<void(ProgramWindow& window)>;
+  using MapHandler = std::function<void(MapWindowWidget& window)>;
 
   /// \param workspace  its messages must be `boxes`; both must outlive every window
   Shell(Workspace& workspace, BoxMessages& boxes);
@@ -86,6 +88,10 @@ class Shell final : public QObject {
   void RunCommand(int id, ProgramWindow& window);
   /// Sets the handler of a command.
   void Plug(CommandId id, Handler handler);
+  /// The same for a command that only makes sense in a map window; elsewhere it beeps.
+  void PlugOnMap(CommandId id, const MapHandler& handler);
+  /// The same for a map window and the windows that belong to one.
+  void PlugOnMapSide(CommandId id, const MapHandler& handler);
   bool IsPlugged(CommandId id) const;
   /// Updates the menus of all windows.
   void RefreshMenus();
@@ -94,14 +100,8 @@ class Shell final : public QObject {
 
   // --- Maps ---------------------------------------------------------------------------------
 
-  /// Sets or clears `MapDirty`, and updates the windows if that is a change.
-  void SetMapDirty(Map& map, bool dirty);
-  /// Call after an operation that changed a map and marked it: updates the windows.
-  /// \param wasDirty  whether the map was marked before the operation
-  void NoteEdit(Map& map, bool wasDirty);
-  /// Call when a map has new trails, ranges or positions: updates every window on it or on a map
-  /// that rests on it.
-  void MapChanged(const Map& map);
+  /// The only way to change an open map: every window on it follows, and so do the recovery copies.
+  EditHistory& History() { return history_; }
   /// Call after a map was read again and the windows show it: updates their titles and tells the
   /// listeners.
   /// \param wasDirty  whether the map was marked before
@@ -162,6 +162,7 @@ class Shell final : public QObject {
   void windowsChanged();
 
  private:
+  void Follow(const EditNews& news);
   void TellDirty(Map& map);
   void ShowTaskWindow();
   bool IsShown(const Map& map) const;
@@ -173,6 +174,7 @@ class Shell final : public QObject {
 
   Workspace& workspace_;
   BoxMessages& boxes_;
+  EditHistory history_;
   std::unique_ptr<FileDialogs> dialogs_;
   FileSpecifications files_;
   std::vector<std::string> recentFiles_;

@@ -20,17 +20,6 @@ namespace {
 /// Most bytes of an answer, including the final zero.
 constexpr size_t ScaleSize = 30;
 
-/// A command that makes sense only in a map window; anywhere else it beeps.
-Shell::Handler OnMap(Shell& shell, void (*run)(Shell& shell, MapWindowWidget& window)) {
-  return [&shell, run](ProgramWindow& window) {
-    if (window.Kind() == WindowKind::Map) {
-      run(shell, *window.MapSide());
-    } else {
-      shell.Beep();
-    }
-  };
-}
-
 void Zoom(MapWindowWidget& window, double factor) {
   MapWindow& view = window.View().View();
   ZoomToScale(view, factor * static_cast<double>(LogicalScale(view)));
@@ -66,13 +55,9 @@ std::string AsTheMapHasIt(Map& map, const std::string& text) {
 }
 
 /// Windows with a search of their own have handled the command before.
-void Find(Shell& shell, ProgramWindow& window) {
-  if (window.MapSide() == nullptr) {
-    shell.Beep();
-    return;
-  }
+void Find(Shell& shell, MapWindowWidget& window) {
   const auto text = shell.findBox.Ask(shell.TheWorkspace().messages);
-  if (text) window.MapSide()->View().Find(AsTheMapHasIt(window.MapSide()->TheMap(), *text));
+  if (text) window.View().Find(AsTheMapHasIt(window.TheMap(), *text));
 }
 
 void HideInfo(Shell&, MapWindowWidget& window) {
@@ -113,18 +98,20 @@ void FullScreen(ProgramWindow& window) {
 }  // namespace
 
 void PlugViewCommands(Shell& shell) {
-  shell.Plug(CommandZoomIn, OnMap(shell, [](Shell&, MapWindowWidget& window) { Zoom(window, 2); }));
-  shell.Plug(CommandZoomOut,
-             OnMap(shell, [](Shell&, MapWindowWidget& window) { Zoom(window, 0.5); }));
-  shell.Plug(CommandChangeZoom, OnMap(shell, ChangeZoom));
-  shell.Plug(CommandFind, [&shell](ProgramWindow& window) { Find(shell, window); });
-  shell.Plug(CommandHideInfo, OnMap(shell, HideInfo));
-  shell.Plug(CommandOrientation, OnMap(shell, AskOrientation));
-  shell.Plug(CommandHideGrids, OnMap(shell, HideGrids));
-  shell.Plug(CommandDegrees, OnMap(shell, ShowAngles<CoordinateDisplay::Degrees>));
-  shell.Plug(CommandMinutes, OnMap(shell, ShowAngles<CoordinateDisplay::Minutes>));
-  shell.Plug(CommandSeconds, OnMap(shell, ShowAngles<CoordinateDisplay::Seconds>));
-  shell.Plug(CommandShowWholeMap, OnMap(shell, ShowWholeMap));
+  const auto onMap = [&shell](CommandId id, void (*run)(Shell&, MapWindowWidget&)) {
+    shell.PlugOnMap(id, [&shell, run](MapWindowWidget& window) { run(shell, window); });
+  };
+  onMap(CommandZoomIn, [](Shell&, MapWindowWidget& window) { Zoom(window, 2); });
+  onMap(CommandZoomOut, [](Shell&, MapWindowWidget& window) { Zoom(window, 0.5); });
+  onMap(CommandChangeZoom, ChangeZoom);
+  shell.PlugOnMapSide(CommandFind, [&shell](MapWindowWidget& window) { Find(shell, window); });
+  onMap(CommandHideInfo, HideInfo);
+  onMap(CommandOrientation, AskOrientation);
+  onMap(CommandHideGrids, HideGrids);
+  onMap(CommandDegrees, ShowAngles<CoordinateDisplay::Degrees>);
+  onMap(CommandMinutes, ShowAngles<CoordinateDisplay::Minutes>);
+  onMap(CommandSeconds, ShowAngles<CoordinateDisplay::Seconds>);
+  onMap(CommandShowWholeMap, ShowWholeMap);
   shell.Plug(CommandFullScreen, FullScreen);
   shell.Plug(CommandSmoothLines, [&shell](ProgramWindow&) {
     bool& smooth = shell.TheWorkspace().preferences.smoothLines;

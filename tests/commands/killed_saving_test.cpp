@@ -108,7 +108,7 @@ TEST_F(KilledSaving, LeavesTheOldMapOrTheNewOne) {
   const SaveContext context{.dialogs = dialogs,
                             .files = files,
                             .defaultDirectory = folder_.Path(),
-                            .setDirty = [](Map& map, bool) { map.flags |= MapDirty; }};
+                            .saved = [](Map& map) { map.flags |= MapDirty; }};
   const std::string path = folder_.Path("site.map");
   std::array<Map*, 2> maps{};
   std::array<std::string, 2> texts;

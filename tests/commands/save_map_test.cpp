@@ -48,10 +48,7 @@ class SaveMapTest : public testing::Test {
     return {.dialogs = dialogs_,
             .files = files_,
             .defaultDirectory = "/start",
-            .setDirty =
-                [](Map& map, bool dirty) {
-                  map.flags = dirty ? map.flags | MapDirty : map.flags & ~std::uint32_t{MapDirty};
-                },
+            .saved = [](Map& map) { map.flags &= ~std::uint32_t{MapDirty}; },
             .renamed = [this](Map& map) { renamed_.push_back(map.fileName); },
             .written = [this](Map&, const std::string& path) { written_.push_back(path); },
             .system = system_};

@@ -2,8 +2,12 @@
 
 #include "mapfile/open_map.h"
 #include "shell/about_box.h"
+#include "shell/comment_edit.h"
 #include "shell/map/map_panes.h"
 #include "shell/map/orientation_dialog.h"
+#include "shell/panes/pane_view.h"
+#include "shell/panes/range_pane.h"
+#include "shell/panes/trail_pane.h"
 #include "shell/shell_case.h"
 #include "view/fit_to_map.h"
 #include "view/view_transform.h"
@@ -168,7 +172,7 @@ TEST_F(CommandsTest, SaveIsOfferedOnceAMapHasChangedAndWritesIt) {
   MapWindowWidget& window = OpenActive(WriteMap("site.map"));
   MapWindowWidget& second = OpenActive(folder_.Path("site.map"));
   EXPECT_FALSE(IsEnabled(window, CommandSave));
-  shell_.SetMapDirty(window.TheMap(), true);
+  AddComment(shell_, window.TheMap());
   EXPECT_TRUE(IsEnabled(window, CommandSave));
   EXPECT_TRUE(IsEnabled(second, CommandSave));
   EXPECT_TRUE(window.isWindowModified());

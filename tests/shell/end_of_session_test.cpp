@@ -1,5 +1,6 @@
 #include "shell/end_of_session.h"
 
+#include "shell/comment_edit.h"
 #include "shell/progress/busy_work.h"
 #include "shell/shell_case.h"
 
@@ -33,7 +34,7 @@ class EndSignalsTest : public EndOfSession {
 
 TEST_F(EndOfSession, PreferencesAndCopiesAreWrittenWithoutAQuestion) {
   MapWindowWidget& window = OpenNew();
-  shell_.SetMapDirty(window.TheMap(), true);
+  AddComment(shell_, window.TheMap());
   EXPECT_TRUE(WriteBeforeEnd(shell_));
   EXPECT_EQ(done_, "preferences copies ");
   EXPECT_TRUE(messages_.Questions().empty());

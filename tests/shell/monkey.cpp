@@ -1,6 +1,7 @@
 #include "shell/monkey.h"
 
 #include "shell/command_menu.h"
+#include "shell/comment_edit.h"
 #include "shell/map/map_view.h"
 #include "shell/map_window_widget.h"
 #include "shell/preferences_file.h"
@@ -496,11 +497,7 @@ void Monkey::Edit() {
   MapWindowWidget* window = AnyMapWindow();
   if (window == nullptr) return;
   Note("edit " + window->TheMap().fileName);
-  Map& map = window->TheMap();
-  const bool wasDirty = (map.flags & MapDirty) != 0;
-  map.comments.push_back("# " + std::to_string(dice_.Below(1000)));
-  map.flags |= MapDirty;
-  shell_.NoteEdit(map, wasDirty);
+  AddComment(shell_, window->TheMap(), "# " + std::to_string(dice_.Below(1000)));
 }
 
 void Monkey::LetOthersWrite() {

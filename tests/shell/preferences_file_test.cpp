@@ -2,6 +2,7 @@
 
 #include "shell/preferences_file.h"
 
+#include "shell/comment_edit.h"
 #include "shell/shell_case.h"
 #include "support/working_folder.h"
 #include "view/scale_text.h"
@@ -176,7 +177,7 @@ TEST_F(PreferencesFileTest, EachUnknownLineIsReported) {
 
 TEST_F(PreferencesFileTest, ExitWritesThemFirstOfAll) {
   MapWindowWidget& window = OpenActive(WriteMap("site.map"));
-  shell_.SetMapDirty(window.TheMap(), true);
+  AddComment(shell_, window.TheMap());
   shell_.trailWidth = 123;
   messages_.answers = {2};
   EXPECT_FALSE(shell_.ExitFlow());

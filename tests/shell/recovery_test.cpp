@@ -6,6 +6,7 @@
 #include "mapfile/open_map.h"
 #include "mapfile/recovery_folder.h"
 #include "shell/command_menu.h"
+#include "shell/comment_edit.h"
 #include "shell/map_window_widget.h"
 #include "shell/messages/box_messages.h"
 #include "shell/recovery/map_recovery.h"
@@ -162,8 +163,7 @@ class RecoveryShell : public testing::Test {
   }
 
   void Edit(ProgramRun& run, Map& map, const std::string& comment) {
-    map.comments.push_back("# " + comment);
-    run.shell.SetMapDirty(map, true);
+    AddComment(run.shell, map, "# " + comment);
   }
 
   void Wait(ProgramRun& run, milliseconds time) {

@@ -1,5 +1,6 @@
 // Reading a map again: by the command, and where a window offers it.
 
+#include "shell/comment_edit.h"
 #include "shell/map/map_panes.h"
 #include "shell/map/reload_bar.h"
 #include "shell/reload_commands.h"
@@ -60,8 +61,7 @@ TEST_F(ReloadTest, TheCommandReadsTheFileAgainAndKeepsTheView) {
 
 TEST_F(ReloadTest, ChangesAreDroppedAfterAQuestion) {
   MapWindowWidget& window = OpenActive(WriteMap("site.map"));
-  window.TheMap().comments.emplace_back("# mine");
-  shell_.SetMapDirty(window.TheMap(), true);
+  AddComment(shell_, window.TheMap());
   messages_.answers = {1, 2};
   Press(window, CommandReload);
   EXPECT_EQ(window.TheMap().comments.size(), 1U);
@@ -162,7 +162,7 @@ TEST_F(ReloadTest, NotNowLeavesItUntilTheNextChange) {
 TEST_F(ReloadTest, OpenedAgainAfterAChangeTheWindowOffersToReload) {
   const std::string path = WriteMap("site.map");
   MapWindowWidget& first = OpenActive(path);
-  shell_.SetMapDirty(first.TheMap(), true);
+  AddComment(shell_, first.TheMap());
   messages_.answers = {3};  // don't save
   first.TryClose();
   DeliverDeletes();
@@ -193,7 +193,7 @@ TEST_F(ReloadTest, ANewBasisOnTheDiskIsOfferedByTheWindowsAboveIt) {
 TEST_F(ReloadTest, ASaveOfOnesOwnIsNoNews) {
   MapWindowWidget& window = OpenActive(WriteMap("site.map"));
   QTest::qWait(500);
-  shell_.SetMapDirty(window.TheMap(), true);
+  AddComment(shell_, window.TheMap());
   Press(window, CommandSave);
   QTest::qWait(1000);
   EXPECT_EQ(OfferOf(window), QString());

@@ -1,6 +1,7 @@
 // How the program starts, how windows close, and how it ends.
 
 #include "mapfile/open_map.h"
+#include "shell/comment_edit.h"
 #include "shell/shell_case.h"
 #include "shell/toolkit_hook.h"
 
@@ -122,7 +123,7 @@ TEST_F(StartTest, AMissingFileIsReportedAndOpensEmptyAndSavingMakesIt) {
   MapWindowWidget& window = *shell_.OpenWindows()[0];
   EXPECT_EQ(window.TheMap().flags & MapUntitled, 0U);
   EXPECT_TRUE(shell_.RecentFiles().empty());
-  shell_.SetMapDirty(window.TheMap(), true);
+  AddComment(shell_, window.TheMap());
   ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
   Press(window, CommandSave);
   EXPECT_TRUE(std::filesystem::exists(folder_.Path("new.map")));
@@ -141,7 +142,7 @@ class CloseTest : public ShellCase {
  protected:
   MapWindowWidget& OpenChanged(const std::string& name) {
     MapWindowWidget& window = OpenActive(WriteMap(name));
-    shell_.SetMapDirty(window.TheMap(), true);
+    AddComment(shell_, window.TheMap());
     return window;
   }
 };

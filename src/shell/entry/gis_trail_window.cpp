@@ -1,5 +1,6 @@
 #include "shell/entry/gis_trail_window.h"
 
+#include "entry/import_edits.h"
 #include "model/workspace.h"
 #include "paint/display_text.h"
 #include "shell/entry/after_import.h"
@@ -16,7 +17,6 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include <tuple>
 #include <utility>
 
 namespace orvane {
@@ -103,9 +103,9 @@ QLayout* GisTrailWindow::MakeButtons() {
   auto* layout = new QHBoxLayout;
   QPushButton* take = AddButton(*layout, tr("OK"));
   take->setDefault(true);
-  connect(take, &QPushButton::clicked, this, [this] { Take(&TakeTrack); });
+  connect(take, &QPushButton::clicked, this, [this] { Take(false); });
   QPushButton* takeAll = AddButton(*layout, tr("OK to All"));
-  connect(takeAll, &QPushButton::clicked, this, [this] { Take(&TakeAllTracks); });
+  connect(takeAll, &QPushButton::clicked, this, [this] { Take(true); });
   QPushButton* skip = AddButton(*layout, tr("No"));
   connect(skip, &QPushButton::clicked, this, [this] { Skip(); });
   cancel_ = AddButton(*layout, tr("Cancel"));
@@ -130,20 +130,17 @@ GisTrailFields GisTrailWindow::ReadFields() const {
   return typed;
 }
 
-void GisTrailWindow::Take(GisField (*take)(GisImport&, const GisTrailFields&)) {
+void GisTrailWindow::Take(bool all) {
   const GisTrailFields typed = ReadFields();
-  Map& map = *import_.map;
-  const bool wasDirty = (map.flags & MapDirty) != 0;
-  const auto before = std::tuple(import_.current, import_.taken, import_.points);
-  bool taken = false;
   GisField bad = GisField::None;
+  bool taken = false;
   RunWithinMemory(shell_, [&] {
     const BusyWork busy(shell_.TheWorkspace(), shell_.Boxes(), tr("Taking tracks"), shell_.clock);
-    ChangeMaps(shell_, [&] { bad = take(import_, typed); });
-    taken = true;
+    taken = shell_.History().Apply(TrackEdit(import_, typed, all, bad));
   });
-  if (!taken) {
-    std::tie(import_.current, import_.taken, import_.points) = before;
+  if (taken) {
+    ShowImported(shell_, *import_.map, wasEmpty_, "");
+    Advance(typed);
     return;
   }
   for (const Row& row : rows_) {
@@ -153,9 +150,6 @@ void GisTrailWindow::Take(GisField (*take)(GisImport&, const GisTrailFields&)) {
     row.edit->selectAll();
     return;
   }
-  shell_.NoteEdit(map, wasDirty);
-  ShowImported(shell_, map, wasEmpty_, "");
-  Advance(typed);
 }
 
 void GisTrailWindow::Skip() {

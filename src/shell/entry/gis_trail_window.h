@@ -51,7 +51,8 @@ class GisTrailWindow final : public QDialog {
 
   void ShowFields();
   GisTrailFields ReadFields() const;
-  void Take(GisField (*take)(GisImport&, const GisTrailFields&));
+  /// \param all  also takes the tracks that follow
+  void Take(bool all);
   void Skip();
   void Advance(const GisTrailFields& typed);
 

@@ -26,6 +26,8 @@ QString TextOf(WorkStage stage) {
       return ProgressBox::tr("Calculating home ranges");
     case WorkStage::Importing:
       return ProgressBox::tr("Adding the tracks");
+    case WorkStage::Contouring:
+      return ProgressBox::tr("Drawing contours");
     case WorkStage::Writing:
       return ProgressBox::tr("Writing the files");
   }

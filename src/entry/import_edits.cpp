@@ -1,0 +1,71 @@
+#include "entry/import_edits.h"
+
+#include "base/file_names.h"
+#include "entry/submap_import.h"
+
+#include <new>
+#include <tuple>
+
+namespace orvane {
+namespace {
+
+std::string NameOfImport(const std::string& path) {
+  return "Import of " + std::string(BaseName(path));
+}
+
+}  // namespace
+
+Edit SubmapEdit(Map& map, const std::string& path, std::string& sentence) {
+  return {.name = NameOfImport(path),
+          .map = &map,
+          .marksDirty = false,
+          .change = [&map, path, &sentence](EditFollowUp& followUp) {
+            const Map* basis = map.basis;
+            sentence = ImportSubmap(map, path);
+            if (!sentence.empty()) map.flags |= MapUnlikeFile;
+            followUp.solved = true;
+            followUp.freshRows = map.basis != basis;
+            return true;
+          }};
+}
+
+Edit GisFileEdit(Map& map, const std::string& path, const GisBoxes& boxes,
+                 std::optional<GisImport>& import) {
+  return {.name = NameOfImport(path),
+          .map = &map,
+          .change = [&map, path, &boxes, &import](EditFollowUp& followUp) {
+            import = StartGisImport(map, path, boxes);
+            followUp.solved = true;
+            return import && import->waypoints > 0;
+          }};
+}
+
+Edit TrackEdit(GisImport& import, const GisTrailFields& fields, bool all, GisField& bad) {
+  return {.name = NameOfImport(import.fileName),
+          .map = import.map,
+          .change = [&import, fields, all, &bad](EditFollowUp& followUp) {
+            const auto before = std::tuple(import.current, import.taken, import.points);
+            followUp.solved = true;
+            try {
+              bad = all ? TakeAllTracks(import, fields) : TakeTrack(import, fields);
+            } catch (const std::bad_alloc&) {
+              std::tie(import.current, import.taken, import.points) = before;
+              throw;
+            }
+            return bad == GisField::None;
+          }};
+}
+
+Edit SheetEdit(const ImportSpec& spec, SheetLogs& logs, const SideFileWriter& write,
+               SheetOutcome& outcome) {
+  return {.name = NameOfImport(spec.fileName),
+          .map = spec.map,
+          .change = [&spec, &logs, write, &outcome](EditFollowUp& followUp) {
+            followUp.solved = true;
+            followUp.freshRows = true;
+            outcome = RunSpreadsheetImport(spec, logs, write);
+            return true;
+          }};
+}
+
+}  // namespace orvane

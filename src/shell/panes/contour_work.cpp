@@ -1,0 +1,24 @@
+#include "shell/panes/contour_work.h"
+
+#include "shell/out_of_memory.h"
+#include "shell/progress/busy_work.h"
+#include "shell/shell.h"
+
+#include <cstdio>
+
+namespace orvane {
+
+void RunContourWork(Shell& shell, const std::function<void(const ContourProgress&)>& work) {
+  RunWithinMemory(shell, [&] {
+    BusyWork busy(shell.TheWorkspace(), shell.Boxes(), Shell::tr("Drawing contours"), shell.clock);
+    work([&](const char* stage, int percent) {
+      if (stage == nullptr) return true;
+      std::printf("Contour: %s %d%%        \r", stage, percent);
+      std::fflush(stdout);
+      busy.Reach(WorkStage::Contouring, static_cast<size_t>(percent), 100);
+      return !busy.Cancelled();
+    });
+  });
+}
+
+}  // namespace orvane
