@@ -67,7 +67,14 @@ struct Measurement {
   double inclination = 0;  ///< compass: degrees, -90 to 90, up towards `base`
   std::string nearName;    ///< near: the name of the place
 
-  friend bool operator==(const Measurement&, const Measurement&) = default;
+  /// Equal but for the writer's mark, which says nothing of the reading.
+  friend bool operator==(const Measurement& a, const Measurement& b) {
+    constexpr auto WithoutMark = ~std::uint32_t{MeasureWritten};
+    return (a.flags & WithoutMark) == (b.flags & WithoutMark) && a.altitude == b.altitude &&
+           a.count == b.count && a.position == b.position && a.base == b.base &&
+           a.bearing == b.bearing && a.distance == b.distance && a.inclination == b.inclination &&
+           a.nearName == b.nearName;
+  }
 };
 
 /// One direction of a pair of points with shots between them; for the solver.

@@ -58,6 +58,13 @@ struct EditHistoryTest : MapFixture {
   EditHistory history{workspace};
 };
 
+TEST_F(EditHistoryTest, SavingIsNoChangeOfTheRecords) {
+  Map& map = Open(BasisText, "basis.map");
+  MapSnapshot before(workspace);
+  Saved(map);
+  EXPECT_FALSE(before.TakeDelta().Change().Any());
+}
+
 TEST_F(EditHistoryTest, TakesAnEditBackAndAppliesItAgain) {
   Map& map = Open(SeasonText);
   const std::string before = Saved(map);

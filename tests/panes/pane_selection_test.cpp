@@ -57,7 +57,8 @@ TEST_F(PaneSelection, TipsOfRowsAreTheLinesOfTheirRecords) {
   Show(std::string(TwoGroupsText) + "R\tA\nK\tPapio\n");
   EXPECT_EQ(TrailTip(view, Row("New")), Texts{"Create a new trail"});
   EXPECT_TRUE(TrailTip(view, Row("Papio")).empty());
-  EXPECT_EQ(TrailTip(view, Row("Path")).size(), 1U);
+  EXPECT_EQ(TrailTip(view, Row("2020-3-2")).size(), 1U);
+  EXPECT_EQ(TrailTip(view, Row("Path")).size(), 2U);
   EXPECT_EQ(RangeTip(view, RangeRow("New")), Texts{"Create a new range"});
   EXPECT_EQ(RangeTip(view, RangeRow("A")).front(), "  A");
 }

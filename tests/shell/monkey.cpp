@@ -105,6 +105,8 @@ Monkey::Monkey(std::uint64_t seed)
     EXPECT_EQ(map->flags & MapDirty, 0U);
     AllowWriting(map->fileName);
   });
+  shell_.History().Listen([this](const EditNews&) { mayDiffer_ = true; });
+  connect(&shell_, &Shell::mapReread, this, [this] { mayDiffer_ = true; });
   connect(&answers_, &QTimer::timeout, this, &Monkey::AnswerBox);
   answers_.start(0);
   std::string basis;

@@ -2,6 +2,7 @@
 
 #include "commands/file_dialogs.h"
 #include "commands/recovery_timing.h"
+#include "editing/map_delta.h"
 #include "shell/messages/box_messages.h"
 #include "shell/random_map.h"
 #include "shell/shell.h"
@@ -15,6 +16,7 @@
 #include <deque>
 #include <functional>
 #include <map>
+#include <memory>
 #include <set>
 #include <string>
 #include <vector>
@@ -85,6 +87,8 @@ class Monkey final : public QObject {
   void CheckMenu(MapWindowWidget& window);
   void CheckView(MapWindowWidget& window);
   void CheckFiles();
+  /// No map has changed but by an edit of the history, or by being read.
+  void CheckChanges();
   std::map<std::string, std::string> ReadAllFiles() const;
 
   void Note(const std::string& event);
@@ -103,6 +107,9 @@ class Monkey final : public QObject {
   std::deque<std::string> events_;
   std::map<std::string, std::string> files_;  ///< of the user's folder, as they last stood
   std::set<std::string> writable_;            ///< what a save action has been given since then
+  std::unique_ptr<MapSnapshot> known_;        ///< the maps when they were looked at last
+  size_t knownMaps_ = 0;
+  bool mayDiffer_ = true;  ///< maps were edited or read since then
   MapRecovery* recovery_ = nullptr;
   RecoveryTiming::Time time_{};
   std::chrono::milliseconds workTime_{0};

@@ -15,6 +15,8 @@
 #include <cmath>
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <iterator>
+#include <memory>
 
 namespace orvane {
 namespace {
@@ -83,6 +85,7 @@ void Monkey::Check() {
     CheckView(*window);
   }
   CheckFiles();
+  CheckChanges();
 }
 
 void Monkey::CheckWindows() {
@@ -215,6 +218,25 @@ std::map<std::string, std::string> Monkey::ReadAllFiles() const {
     files[name] = folder_.Read(name);
   }
   return files;
+}
+
+void Monkey::CheckChanges() {
+  const auto maps =
+      static_cast<size_t>(std::distance(workspace_.maps.begin(), workspace_.maps.end()));
+  // A map that is read can add readings to points of its basis.
+  if (!mayDiffer_ && maps == knownMaps_) {
+    const MapChange change = known_->TakeDelta().Change();
+    EXPECT_FALSE(change.trails || change.points || change.positions || change.ranges ||
+                 change.style || change.settings)
+        << "without an edit a map has other " << (change.trails ? "trails " : "")
+        << (change.points ? "points " : "") << (change.positions ? "positions " : "")
+        << (change.ranges ? "ranges " : "") << (change.style ? "styles " : "")
+        << (change.settings ? "settings" : "") << '\n'
+        << LastEvents();
+  }
+  known_ = std::make_unique<MapSnapshot>(workspace_);
+  knownMaps_ = maps;
+  mayDiffer_ = false;
 }
 
 void Monkey::CheckFiles() {
