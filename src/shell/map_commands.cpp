@@ -7,6 +7,7 @@
 #include "shell/map/map_view.h"
 #include "shell/map_window_widget.h"
 #include "shell/messages/box_messages.h"
+#include "shell/panes/view_control.h"
 #include "shell/shell.h"
 #include "trails/checks.h"
 #include "view/panel_rows.h"
@@ -61,6 +62,8 @@ void PlugMapCommands(Shell& shell) {
                   [&shell](MapWindowWidget& window) { CheckTrails(shell, window); });
   shell.PlugOnMapSide(CommandDeviation,
                       [&shell](MapWindowWidget& window) { SetDeviation(shell, window); });
+  shell.PlugOnMap(CommandViewControl,
+                  [&shell](MapWindowWidget& window) { ViewControl(shell, window); });
   // These are in the menu and do nothing: texts are edited in dialogs, which handle them.
   for (const CommandId id : {CommandCut, CommandCopy, CommandPaste}) {
     shell.Plug(id, [](ProgramWindow&) {});

@@ -130,6 +130,8 @@ void MapWindowWidget::ConnectPanes() {
        {static_cast<TitledPane*>(&panes_->Trails()), static_cast<TitledPane*>(&panes_->Ranges())}) {
     connect(pane, &TitledPane::visibilityChanged, this, [this] { View().ShowMoved(); });
     connect(pane, &TitledPane::selectionChanged, this, [this] { RefreshMenu(); });
+    connect(pane, &TitledPane::controlRequested, this,
+            [this] { shell_.RunCommand(CommandViewControl, *this); });
   }
   connect(panes_, &MapPanes::trailsDropped, this, [this](RangePanelRow* row) {
     RunWithinMemory(shell_, [&] { DropSelection(View().View(), *row, shell_.History()); });

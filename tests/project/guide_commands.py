@@ -159,7 +159,8 @@ class Runner:
     def check_setup(self, block):
         presets = json.loads((self.source / "CMakePresets.json").read_text())
         known = {preset["name"] for preset in presets["configurePresets"]}
-        for line in block.lines:
+        # A backslash at the end continues the command on the next line.
+        for line in "\n".join(block.lines).replace("\\\n", " ").split("\n"):
             words = line.split("#")[0].split()
             if not words:
                 continue

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "panes/visibility.h"
+
+#include <QDialog>
+
+#include <array>
+#include <functional>
+#include <optional>
+#include <string>
+
+class QCheckBox;
+class QLineEdit;
+class QListWidget;
+
+namespace orvane {
+
+class RadioBox;
+
+/// The dialog "Range Visibility": how the selected rows of the range pane are drawn.
+class RangeVisibilityDialog final : public QDialog {
+  Q_OBJECT
+
+ public:
+  /// Gives the values to the rows.
+  /// \return false, after a message, if a value can't be used; the dialog then stays
+  using Apply = std::function<bool(const RangeVisibility&)>;
+
+  /// \param controls  what is shown, and what can be changed
+  /// \param smNames   the map's names of SM1 to SM3
+  RangeVisibilityDialog(const RangeVisibility& values, const RangeControls& controls,
+                        const std::array<std::optional<std::string>, 3>& smNames, Apply apply,
+                        QWidget* parent);
+
+  void accept() override;
+
+ private:
+  void ShowControls(const RangeControls& controls);
+  void ShowValues(const RangeVisibility& values);
+  RangeVisibility Values() const;
+
+  Apply apply_;
+  QCheckBox* visible_;
+  QLineEdit* color_;
+  RadioBox* shading_;
+  RadioBox* drawMode_;
+  QWidget* points_;
+  std::array<QCheckBox*, 3> showSm_{};
+  QListWidget* clusters_;
+};
+
+}  // namespace orvane

@@ -1,0 +1,54 @@
+#include "shell/panes/view_control.h"
+
+#include "shell/map/map_panes.h"
+#include "shell/map/map_view.h"
+#include "shell/map_window_widget.h"
+#include "shell/panes/contour_work.h"
+#include "shell/panes/range_visibility_dialog.h"
+#include "shell/panes/trail_visibility_dialog.h"
+#include "shell/shell.h"
+
+namespace orvane {
+
+void AskTrailVisibility(Shell& shell, MapWindowWidget& window) {
+  MapWindow& view = window.View().View();
+  const auto values = OpenTrailVisibility(view);
+  if (!values) return;
+  TrailVisibilityDialog dialog(
+      *values,
+      [&](const TrailVisibility& typed) {
+        bool applied = false;
+        RunContourWork(shell, [&](const ContourProgress& progress) {
+          applied = ApplyTrailVisibility(view, typed, shell.History(), progress);
+        });
+        return applied;
+      },
+      &window);
+  dialog.exec();
+  // Opening alone can have set a pattern.
+  window.ShowRows();
+}
+
+void AskRangeVisibility(Shell&, MapWindowWidget& window) {
+  MapWindow& view = window.View().View();
+  const auto values = OpenRangeVisibility(view);
+  if (!values) return;
+  RangeVisibilityDialog dialog(
+      *values, ControlsOfRange(view), window.TheMap().smName,
+      [&](const RangeVisibility& typed) { return ApplyRangeVisibility(view, typed); }, &window);
+  if (dialog.exec() == QDialog::Accepted) window.ShowRows();
+}
+
+void ViewControl(Shell& shell, MapWindowWidget& window) {
+  switch (window.Focus()) {
+    case FocusPlace::TrailList:
+      return AskTrailVisibility(shell, window);
+    case FocusPlace::RangeList:
+      return AskRangeVisibility(shell, window);
+    case FocusPlace::MapView:
+    case FocusPlace::Neither:
+      shell.Beep();
+  }
+}
+
+}  // namespace orvane
