@@ -104,7 +104,7 @@ int main(int argc, char** argv) {
   const orvane::EndSignals endSignals(shell);
   QObject::connect(
       &application, &QGuiApplication::commitDataRequest, &shell,
-      [&shell](QSessionManager&) { orvane::WriteBeforeEnd(shell); }, Qt::DirectConnection);
+      [&shell](QSessionManager&) { orvane::WriteAtEndOfSession(shell); }, Qt::DirectConnection);
   application.outOfMemory = [&shell] { orvane::ReportOutOfMemory(shell); };
   // Boxes may come and go before the first window: the last one closed must not end the program.
   QApplication::setQuitOnLastWindowClosed(false);

@@ -9,6 +9,9 @@ namespace orvane {
 /// Text of a map is 8-bit without a declared encoding: old files are Latin-1, new ones UTF-8, and a
 /// file can have both. Text that leaves the program as UTF-8 passes through here.
 
+/// The byte order mark that some programs put before the text of a file.
+constexpr std::string_view Utf8Mark = "\xEF\xBB\xBF";
+
 /// \return true if `text` is valid UTF-8: no overlong forms, no surrogates, nothing beyond the last
 ///         code point
 bool IsValidUtf8(std::string_view text);

@@ -16,7 +16,7 @@ Edit BasisEdit(Map& map, Map& basis) {
           .map = &map,
           .marksDirty = false,
           .change = [&map, &basis](EditFollowUp& followUp) {
-            followUp.freshRows = true;
+            followUp.freshTrailRows = true;
             return SetBasis(map, basis);
           }};
 }

@@ -17,18 +17,32 @@ constexpr std::uint64_t NeverReached = ~std::uint64_t{0};
 
 constexpr size_t NoStep = ~size_t{0};
 
+/// \return the maps whose records the step changed; if there are none, those that it marked
+template <typename Step>
+std::vector<Map*> MapsOf(const Step& step) {
+  std::vector<Map*> maps = step.delta.Maps();
+  if (!maps.empty()) return maps;
+  for (const auto& each : step.passages) maps.push_back(each.map);
+  return maps;
+}
+
+template <typename Step>
+bool Touches(const Step& step, const Map& map) {
+  const std::vector<Map*> maps = MapsOf(step);
+  return std::find(maps.begin(), maps.end(), &map) != maps.end();
+}
+
 template <typename Step>
 bool ShareMaps(const Step& a, const Step& b) {
-  const std::vector<Map*> maps = a.delta.Maps();
-  return std::any_of(maps.begin(), maps.end(),
-                     [&](const Map* map) { return b.delta.Touches(*map); });
+  const std::vector<Map*> maps = MapsOf(a);
+  return std::any_of(maps.begin(), maps.end(), [&](const Map* map) { return Touches(b, *map); });
 }
 
 /// \return true if the step changed `map` or a map in its basis chain
 template <typename Step>
 bool Reaches(const Step& step, const Map& map) {
   for (const Map* each = &map; each != nullptr; each = each->basis) {
-    if (step.delta.Touches(*each)) return true;
+    if (Touches(step, *each)) return true;
   }
   return false;
 }
@@ -91,9 +105,10 @@ bool EditHistory::Apply(const Edit& edit) {
         {.map = each, .before = state, .after = edit.marksDirty ? ++newestState_ : state});
     if (edit.marksDirty) EnterState(*each, step.passages.back().after);
   }
-  const bool changed = step.delta.Change().Any();
+  // An edit that leaves the records as they were can have changed rows of the panes.
+  const bool isStep = edit.marksDirty || step.delta.Change().Any();
   Tell(step, EditNews::Kind::Applied, &followUp);
-  if (changed) Record(std::move(step));
+  if (isStep) Record(std::move(step));
   return true;
 }
 
@@ -162,7 +177,7 @@ void EditHistory::NoteSaved(Map& map) {
 void EditHistory::Forget(const Map& map) {
   for (StepList* steps : {&done_, &undone_}) {
     steps->erase(std::remove_if(steps->begin(), steps->end(),
-                                [&](const Step& step) { return step.delta.Touches(map); }),
+                                [&](const Step& step) { return Touches(step, map); }),
                  steps->end());
   }
   states_.erase(&map);

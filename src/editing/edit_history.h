@@ -25,6 +25,8 @@ struct EditFollowUp {
   std::vector<const Trail*> recolored;
   /// Windows forget what their rows of trails and ranges looked like.
   bool freshRows = false;
+  /// The same for the rows of trails only.
+  bool freshTrailRows = false;
 };
 
 /// A change of a map that is ready to be made: what every editor, import and command passes to
@@ -81,7 +83,7 @@ class EditHistory {
   /// Calls `listener` before each edit, undo and redo.
   void ListenBefore(BeforeListener listener) { beforeListeners_.push_back(std::move(listener)); }
 
-  /// Makes an edit. One that changes nothing leaves no step, but marks the map dirty if it says so.
+  /// Makes an edit. One that changes no record is a step only if it marks the map.
   /// If memory runs out, the maps are restored and `std::bad_alloc` is passed to the caller.
   /// \return false if the edit gave up
   bool Apply(const Edit& edit);

@@ -274,10 +274,12 @@ std::string EditName(const TrailEditor& editor, const TrailInput& input) {
 }  // namespace
 
 SaveOutcome SaveTrailEditor(TrailEditor& editor, EditHistory& history) {
-  if (!editor.IsChanged()) return SaveOutcome::Closes;
   Map& window = editor.WindowMap();
   Messages& messages = window.workspace->messages;
-  Map* holder = editor.Edited() == nullptr ? nullptr : MapOfTrail(window, *editor.Edited());
+  const Trail* edited = editor.Edited();
+  Map* holder = edited == nullptr ? nullptr : MapOfTrail(window, *edited);
+  const bool wasDeleted = edited != nullptr && holder == nullptr && !IsContour(*edited);
+  if (!editor.IsChanged() && !wasDeleted) return SaveOutcome::Closes;
   Map& map = holder == nullptr ? window : *holder;
   const TrailForm& form = editor.Form();
   TrailInput input;
@@ -293,8 +295,7 @@ SaveOutcome SaveTrailEditor(TrailEditor& editor, EditHistory& history) {
     return SaveOutcome::Stays;
   }
   Questions questions(editor, map);
-  const Trail* edited = editor.Edited();
-  if (edited != nullptr && holder == nullptr && !IsContour(*edited)) {
+  if (wasDeleted) {
     if (questions.StopAtDeletedTrail()) return SaveOutcome::Stays;
     editor.MakeAgain();
   }

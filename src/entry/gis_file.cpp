@@ -1,6 +1,7 @@
 #include "entry/gis_file.h"
 
 #include "base/number_text.h"
+#include "base/utf8.h"
 #include "entry/gis_values.h"
 
 #include <string>
@@ -8,8 +9,6 @@
 namespace orvane {
 
 namespace {
-
-constexpr std::string_view Utf8Mark = "\xEF\xBB\xBF";
 
 /// True for a text with the byte order mark of UTF-16.
 bool IsUtf16(std::string_view text) {

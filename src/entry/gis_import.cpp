@@ -210,7 +210,7 @@ void ImportWaypoints(GisImport& import, bool keepAltitude) {
   WaypointEntry entry(import, keepAltitude);
   for (const GisWaypoint& waypoint : import.file.waypoints) entry.Enter(waypoint);
   entry.Finish();
-  FinishImport(*import.map);
+  if (import.waypoints > 0) FinishImport(*import.map);
 }
 
 /// Names the tracks that have none.

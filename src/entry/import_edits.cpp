@@ -24,7 +24,7 @@ Edit SubmapEdit(Map& map, const std::string& path, std::string& sentence) {
             sentence = ImportSubmap(map, path);
             if (!sentence.empty()) map.flags |= MapUnlikeFile;
             followUp.solved = true;
-            followUp.freshRows = map.basis != basis;
+            followUp.freshTrailRows = map.basis != basis;
             return true;
           }};
 }

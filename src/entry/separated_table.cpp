@@ -9,7 +9,6 @@ namespace orvane {
 
 namespace {
 
-constexpr std::string_view Utf8Mark = "\xEF\xBB\xBF";
 constexpr std::string_view LineEnds = "\r\n";
 constexpr std::string_view Separators = "\t;,";
 

@@ -2,6 +2,7 @@
 
 #include "base/files.h"
 #include "base/text.h"
+#include "base/utf8.h"
 #include "entry/separated_table.h"
 
 #include <algorithm>
@@ -39,7 +40,6 @@ std::optional<FollowSheet> ReadSheet(Messages& messages, const std::string& path
     NoteError(messages, "File %s is in UTF-16, which can't be read; save it as plain text", {path});
     return std::nullopt;
   } else {
-    constexpr std::string_view Utf8Mark = "\xEF\xBB\xBF";
     sheet.text = bytes->substr(bytes->starts_with(Utf8Mark) ? Utf8Mark.size() : 0);
   }
   if (sheet.text.find('\0') != std::string::npos) {

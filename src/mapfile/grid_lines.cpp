@@ -91,6 +91,7 @@ void ReadGridLine(LineContext& context, std::string_view line) {
   cursor.Skip(1);
   const std::string_view cornerName = cursor.TakeField();
   Point* corner = ResolvePointName(context.map, nullptr, cornerName);
+  context.trailTimes.Forget();  // the line can give a point of the trail a time as synonym
   if (corner == nullptr) {
     NoteError(context.messages, "Bad pointname in grid %s", {cornerName});
     return;

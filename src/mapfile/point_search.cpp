@@ -2,7 +2,9 @@
 
 #include "base/line_reader.h"
 #include "base/text.h"
+#include "base/utf8.h"
 #include "mapfile/field_cursor.h"
+#include "model/map.h"
 
 #include <limits>
 
@@ -53,7 +55,7 @@ bool Mentions(std::string_view line, std::string_view name) {
 
 size_t FirstLineOfPoint(std::string_view content, std::string_view name) {
   if (name.empty()) return 0;
-  constexpr std::string_view CommentTags = "#\xA9";
+  if (content.starts_with(Utf8Mark)) content.remove_prefix(Utf8Mark.size());
   LineReader lines(content, std::numeric_limits<size_t>::max());
   size_t mention = 0;
   size_t number = 0;
@@ -62,7 +64,7 @@ size_t FirstLineOfPoint(std::string_view content, std::string_view name) {
     const size_t start = line->find_first_not_of(" \t");
     if (start == std::string_view::npos) continue;
     line->remove_prefix(start);
-    if (CommentTags.find(line->front()) != std::string_view::npos) continue;
+    if (line->front() == '#' || CreditTagLength(*line) > 0) continue;
     if (GivesReading(*line, name)) return number;
     if (mention == 0 && line->find('\t') != std::string_view::npos &&
         Mentions(line->substr(line->find('\t')), name)) {

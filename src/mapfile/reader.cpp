@@ -5,6 +5,7 @@
 #include "base/files.h"
 #include "base/line_reader.h"
 #include "base/text.h"
+#include "base/utf8.h"
 #include "mapfile/field_cursor.h"
 #include "mapfile/line_context.h"
 #include "mapfile/open_map.h"
@@ -28,8 +29,6 @@ constexpr size_t LongestBasisName = 1000;
 constexpr int MostFilesNamed = 10000;
 /// Lines between two checks for a cancel.
 constexpr unsigned LinesOfStep = 512;
-constexpr std::string_view Utf8Mark = "\xEF\xBB\xBF";
-
 bool ReadFileInto(LineContext& context, const std::string& path);
 
 void CloseTrailAndRange(ReadingState& state) {
@@ -116,6 +115,7 @@ void ReadOriginLine(LineContext& context, std::string_view line) {
   }
   const std::string_view name = cursor.TakeField();
   context.map.origin = ResolvePointName(context.map, nullptr, name);
+  context.trailTimes.Forget();  // the line can give a point of the trail a time as synonym
   if (context.map.origin == nullptr) {
     NoteError(context.messages, "Bad pointname in origin %s", {name});
   }

@@ -41,11 +41,11 @@ std::optional<std::string> ColorText(Color color) {
   return text;
 }
 
-/// \return a note without the tab that separated it from the field before. A note from several
-///         lines of a file has a tab for each.
+/// \return a note without the tabs that separate it from the field before: one for each line of a
+///         file that it comes from, and one more for each time that it was saved
 std::optional<std::string> NoteText(const std::optional<std::string>& note) {
   if (!note) return std::nullopt;
-  std::string text = note->substr(note->starts_with('\t') ? 1 : 0);
+  std::string text = note->substr(std::min(note->find_first_not_of('\t'), note->size()));
   for (size_t at = text.find(" \t"); at != std::string::npos; at = text.find(" \t", at)) {
     text.erase(at + 1, 1);
   }

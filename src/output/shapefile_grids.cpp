@@ -116,7 +116,8 @@ void PutGridShapes(ShapefileExport& shapes) {
   // docs/compatibility.md.
   if (group.grids.empty()) return;
   const ExportedGrid& last = group.grids.back();
-  if (last.Rows() + last.Columns() == 0) return;
+  const Grid& lastGrid = last.GetGrid();
+  if (std::int64_t{lastGrid.rows} + lastGrid.columns == 0) return;
   const std::uint64_t cells = last.Cells();
   const std::uint64_t lines = last.Lines();
   if (IsExported(shapes, group.cells, "cells")) {

@@ -109,6 +109,7 @@ bool FollowEdit(MapWindow& view, const EditNews& news) {
   } else {
     for (const Range* range : news.followUp->ranges) DropRangeRows(view, range);
   }
+  if (news.followUp != nullptr && news.followUp->freshTrailRows) BuildTrailRows(view);
   MatchRowsToMap(view);
   MoveRenamedRanges(view);
   if (news.followUp != nullptr) Recolor(view, news.followUp->recolored);

@@ -4,6 +4,7 @@
 #include "places/relative_place.h"
 #include "trails/metrics.h"
 
+#include <cmath>
 #include <optional>
 #include <vector>
 
@@ -102,14 +103,22 @@ std::optional<LatLon> ResolveAlongTrail(Lookup& lookup, std::string_view text) {
   const double whole = share->whole.value_or(total);
   if (whole == 0) return std::nullopt;
   double target = total / whole * share->value;
+  const Leg* leg = &legs.front();
   if (legs.size() > 1) {
-    const double first = TrailDistanceBetween(*legs[0].trail, *legs[0].from, *legs[0].to);
+    const double first = TrailDistanceBetween(*leg->trail, *leg->from, *leg->to);
     if (target > first) {
       target -= first;
-      return TrailPointBetween(*legs[1].trail, *legs[1].from, *legs[1].to, target);
+      leg = &legs.back();
     }
   }
-  return TrailPointBetween(*legs[0].trail, *legs[0].from, *legs[0].to, target);
+  const auto place = TrailPointBetween(*leg->trail, *leg->from, *leg->to, target);
+  if (place) return place;
+  // Its stretches are taken off one by one, so rounding can miss the very end of a leg.
+  const double length = TrailDistanceBetween(*leg->trail, *leg->from, *leg->to);
+  const double rest = std::abs(target - length);
+  constexpr double Rounding = 1e-9;
+  if (length > 0 && rest <= Rounding * length) return leg->to->geo;
+  return std::nullopt;
 }
 
 }  // namespace orvane

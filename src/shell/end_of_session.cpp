@@ -5,6 +5,7 @@
 #include "shell/shell.h"
 
 #include <QSocketNotifier>
+#include <QTimer>
 
 #include <cerrno>
 #include <csignal>
@@ -42,6 +43,12 @@ bool WriteBeforeEnd(Shell& shell) {
   }
   if (shell.writeCopies) shell.writeCopies();
   return true;
+}
+
+void WriteAtEndOfSession(Shell& shell) {
+  if (WriteBeforeEnd(shell)) return;
+  // Timers wait until the work has stopped.
+  QTimer::singleShot(0, &shell, [&shell] { WriteAtEndOfSession(shell); });
 }
 
 EndSignals::EndSignals(Shell& shell) : end(EndBy), shell_(shell) {

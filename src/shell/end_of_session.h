@@ -14,6 +14,9 @@ class Shell;
 /// \return false in that case
 bool WriteBeforeEnd(Shell& shell);
 
+/// `WriteBeforeEnd` for the end of a desktop session; tries again until it succeeds.
+void WriteAtEndOfSession(Shell& shell);
+
 /// Ends the program well when the system asks for it by SIGTERM, SIGHUP or SIGINT: first
 /// `WriteBeforeEnd`, then the signal's own effect. A signal that was ignored when the program
 /// started, as under nohup, stays ignored. There is one of these at most.

@@ -17,6 +17,7 @@
 #include "shell/panes/contour_work.h"
 #include "shell/panes/range_pane.h"
 #include "shell/panes/trail_pane.h"
+#include "shell/progress/busy_work.h"
 #include "shell/shell.h"
 
 #include <QCloseEvent>
@@ -109,7 +110,9 @@ QString MapWindowWidget::Name() const {
 }
 
 void MapWindowWidget::ShowTitle() {
-  setWindowTitle(Name() + QStringLiteral("[*]"));
+  // "[*]" is the toolkit's place for the mark of a changed map; a name that has it is doubled.
+  setWindowTitle(Name().replace(QLatin1String("[*]"), QLatin1String("[*][*]")) +
+                 QStringLiteral("[*]"));
   setWindowModified((map_.flags & MapDirty) != 0);
   setWindowFilePath(LocalFileName(map_.fileName));
 }
@@ -134,7 +137,11 @@ void MapWindowWidget::ConnectPanes() {
             [this] { shell_.RunCommand(CommandViewControl, *this); });
   }
   connect(panes_, &MapPanes::trailsDropped, this, [this](RangePanelRow* row) {
-    RunWithinMemory(shell_, [&] { DropSelection(View().View(), *row, shell_.History()); });
+    RunWithinMemory(shell_, [&] {
+      const BusyWork busy(shell_.TheWorkspace(), shell_.Boxes(), tr("Adding trails to a range"),
+                          shell_.clock);
+      DropSelection(View().View(), *row, shell_.History());
+    });
   });
   panes_->Trails().SetContourRunner([this](const auto& work) { RunContourWork(shell_, work); });
 }

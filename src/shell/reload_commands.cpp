@@ -74,14 +74,15 @@ bool ReloadMap(Shell& shell, Map& map) {
     const QString name = DisplayText(BaseName(map.fileName));
     const BusyWork busy(shell.TheWorkspace(), shell.Boxes(), Shell::tr("Reloading %1").arg(name),
                         shell.clock);
-    KeptRows rows(windows);
-    for (const Map* each : tied) shell.History().Forget(*each);
+    // Of all windows: the file can tie the map to other open maps, which are then read again too.
+    KeptRows rows(shell.OpenWindows());
     if (RereadMap(map) != RereadOutcome::Done) return false;
+    for (const std::vector<Map*>& maps : {tied, MapsTiedTo(map)}) {
+      for (const Map* each : maps) shell.History().Forget(*each);
+    }
     rows.BringBack();
   }
-  for (MapWindowWidget* window : windows) {
-    window->RefreshMarks();
-  }
+  for (MapWindowWidget* window : shell.OpenWindows()) window->RefreshMarks();
   shell.NoteReread(map, wasDirty);
   return true;
 }

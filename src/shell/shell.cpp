@@ -103,6 +103,8 @@ Map* Shell::ReadMap(const std::string& path) {
   bool readable = false;
   Map* map = OpenMapUnlessCancelled(workspace_, NameOfOpenMap(path), &readable);
   if (map != nullptr && readable) NoteRecentFile(path);
+  // Reading can extend trails of an open basis.
+  for (MapWindowWidget* window : openWindows_) window->View().RequestRepaint();
   return map;
 }
 

@@ -63,6 +63,8 @@ void TakeBack(TrailPanelRow& row, const RowMemory::Kept<TrailPanelRow>& kept) {
   row.selected = kept.was.selected;
   TakeChanges(row, kept, &Row::visible, &Row::filled, &Row::lineStyle, &Row::labelMode,
               &Row::fillPattern, &Row::markStyle, &Row::color);
+  // Contours are made again when they are asked for.
+  if (row.trail == nullptr && row.children.empty() && !row.fixed) row.open = row.visible = false;
 }
 
 void TakeBack(RangePanelRow& row, const RowMemory::Kept<RangePanelRow>& kept) {

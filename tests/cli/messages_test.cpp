@@ -97,6 +97,7 @@ std::vector<std::vector<std::string>> PrintingCommands() {
           {"profile", "site.map", "--trail", "Main"},
           {"export", "site.map", "--geojson", "-"},
           {"import-gis", "site.map", "gps.txt", "-o", "-"},
+          {"edit", "site.map", "show.txt"},
 #ifdef ORVANE_DRAWS
           {"render", "site.map", "-o", "-"},
 #endif
@@ -108,6 +109,7 @@ TEST_F(CommandLine, EachCommandReportsThatStandardOutputCannotBeWritten) {
   folder.Write("site.map", Site + std::string("R\tHome\nF\tMain\n"));
   folder.Write("gps.txt", "name,time,a,b,lat,lon\nA,,,,1,1\nA,,,,1,2\n");
   folder.Write("sheet.txt", "800\tCamp\n");
+  folder.Write("show.txt", "show\tpanes\n");
   for (const auto& arguments : PrintingCommands()) {
     const Outcome run = Do(arguments, ">/dev/full");
     EXPECT_EQ(run.status, 1) << arguments.front();

@@ -155,11 +155,21 @@ TEST_F(EditHistoryTest, BringsTheMapBackWhereMemoryRunsOut) {
   EXPECT_EQ(map.flags & MapDirty, 0U);
 }
 
-TEST_F(EditHistoryTest, AnEditThatChangesNothingIsNotAStep) {
+TEST_F(EditHistoryTest, AnEditThatOnlyMarksTheMapIsAStep) {
   Map& map = Open(SeasonText);
-  history.Apply({.name = "Nothing", .map = &map, .change = [](EditFollowUp&) { return true; }});
-  EXPECT_EQ(history.Steps(), 0U);
-  EXPECT_NE(map.flags & MapDirty, 0U) << "the caller asked for the mark";
+  Edit edit{.name = "OK", .map = &map, .change = [](EditFollowUp&) { return true; }};
+  history.Apply(NewTrail(map, "A"));
+  const std::string before = Saved(map);
+  history.NoteSaved(map);
+  history.Apply(edit);
+  EXPECT_NE(map.flags & MapDirty, 0U);
+  EXPECT_EQ(*history.UndoName(map), "OK");
+  history.Undo(map);
+  EXPECT_EQ(Saved(map), before) << "an earlier edit stays";
+  EXPECT_EQ(map.flags & MapDirty, 0U);
+  edit.marksDirty = false;
+  history.Apply(edit);
+  EXPECT_EQ(history.Steps(), 1U) << "one that marks nothing is none";
 }
 
 TEST_F(EditHistoryTest, AnEditOfWhatTheFileDoesNotHoldKeepsTheMark) {

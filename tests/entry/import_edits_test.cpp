@@ -38,6 +38,19 @@ TEST_F(ImportEdits, WaypointsAreTakenBackWithTheMarkOfTheMap) {
   EXPECT_TRUE(IsDirty(map));
 }
 
+TEST_F(ImportEdits, WaypointsThatAreAllRefusedChangeNothing) {
+  Open("T\tRidge\tTrail\nG\tCamp\tN1\tE10\nG\tHill\tN1 0.1\tE10\n", "basis.map");
+  Map& map = Open("B\tbasis.map\nT\tLoop\tTrail\nG\tFar\tN1\tE10\n", "season.map");
+  const std::string path = folder.Write(
+      "gps.txt", "name,date,a,b,lat,lon,alt\nCamp,,,,1.01,10.01,5\nHill,,,,1.02,10.01,6\n");
+  const GisBoxes boxes;
+  std::optional<GisImport> import;
+  EXPECT_FALSE(history.Apply(GisFileEdit(map, path, boxes, import)));
+  ASSERT_TRUE(import);
+  EXPECT_EQ(import->refusedWaypoints, 2U);
+  EXPECT_FALSE(IsDirty(map));
+}
+
 TEST_F(ImportEdits, AFileOfTracksChangesNothingUntilOneIsTaken) {
   Map& map = Open("T\tRidge\tTrail\nG\tCamp\tN1\tE10\n");
   const std::string before = Saved(map);

@@ -34,6 +34,11 @@ TEST(FirstLineOfPoint, CountsLinesAsTheReaderDoes) {
   EXPECT_EQ(FirstLineOfPoint(map, "Camp"), 6U);
 }
 
+TEST(FirstLineOfPoint, PassesOverAByteOrderMarkAndACreditInUtf8) {
+  EXPECT_EQ(FirstLineOfPoint("\xEF\xBB\xBFG\tCamp\tN1\tE10\nG\tCamp\tN2\tE10\n", "Camp"), 1U);
+  EXPECT_EQ(FirstLineOfPoint("\xC2\xA9 by\tCamp\nC\tHide\tCamp\t20\t35\n", "Camp"), 2U);
+}
+
 TEST(FirstLineOfPoint, IsNoneForANameThatIsNotThere) {
   EXPECT_EQ(FirstLineOfPoint("", "Camp"), 0U);
   EXPECT_EQ(FirstLineOfPoint("G\tCamp\tN1\tE10\n", ""), 0U);

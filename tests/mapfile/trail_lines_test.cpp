@@ -60,6 +60,11 @@ TEST_F(TrailLinesTest, FieldsLeftOutHaveTheirDefaults) {
   }
 }
 
+TEST_F(TrailLinesTest, ATimeThatAnOriginLineGivesAPointOfTheTrailNamesThatPoint) {
+  const Map& map = Read("G\tCamp\tN1\tE1\nT\t\tChimp\nP\tCamp\nP\t0800\nO\tCamp=0900\nP\t0900\n");
+  EXPECT_EQ(NamesOf(map.trails.front()), (Texts{"Camp", "0800", "Camp"}));
+}
+
 TEST_F(TrailLinesTest, TrailWithoutANameIsNewEachTime) {
   const Map& map = Read("T\t\tx\nT\t\tx\n");
   EXPECT_EQ(TrailNamesOf(map), (Texts{"<none>", "<none>"}));

@@ -79,6 +79,11 @@ TEST_F(GeoJson, LeavesTheTabOfANoteOut) {
   EXPECT_EQ(OfKind(Written(map), "point")[0]["properties"]["note"], "the camp by the ford");
 }
 
+TEST_F(GeoJson, LeavesTheTabsOfASavedNoteOut) {
+  Map& map = Open("T\nG\tCamp\tN1\tE30\t\t1\t\t\t\tthe camp\nG\tHill\tN1\tE30\t\t1\t\t\t\n");
+  EXPECT_EQ(OfKind(Written(map), "point")[0]["properties"]["note"], "the camp");
+}
+
 TEST_F(GeoJson, PutsCountsUnderTheirNames) {
   Map& map = Open(std::string("Z\tfruit,Type,M\xFChle\n") + SiteOfRanges);
   const Json json = Written(map);

@@ -339,6 +339,15 @@ TEST_F(GridShapes, OfNegativeRowsLeaveTheOtherGridsThere) {
   for (const auto& record : lines.records) EXPECT_NE(record.places[0], record.places[1]);
 }
 
+TEST_F(GridShapes, ALastGridWithoutCellsLeavesTheOthersThere) {
+  Map& map = Empty();
+  Point& corner = Add(map, "_Corner", 0, 30);
+  AddGrid(map, corner, -2, -3);
+  AddGrid(map, corner, 2, 2);
+  EXPECT_TRUE(Export(map));
+  EXPECT_EQ(Group("grids").records.size(), 4U);
+}
+
 TEST_F(GridShapes, AlwaysNameTheRowBeforeTheColumn) {
   Map& map = Empty();
   Grid& grid = AddGrid(map, Add(map, "_Corner", 0, 30), 1, 1);

@@ -263,6 +263,27 @@ TEST_F(Locations, AFractionOfTheWayAlongATrail) {
   ExpectAt("From Camp to Ridge along Walk by 3/3", 0, 10 * Unit, 30);
 }
 
+TEST_F(Locations, TheWholeWayEndsAtItsEndHoweverManyStretchesItHas) {
+  Map& way = Open(
+      "T\tWay\nG\tw0\tN20 0.1'\tE100 0.3'\nG\tw1\tN20 1'\tE100 0.7'\nG\tw2\tN20 2'\tE100 0.2'\n"
+      "G\tw3\tN20 3'\tE100 0.9'\nG\tw4\tN20 4'\tE100 0.4'\n"
+      "T\tUp\nP\tw4\nG\tu1\tN20 5'\tE100 0.6'\nG\tu2\tN20 6'\tE100 0.1'\nG\tu3\tN20 7'\tE100 "
+      "0.8'\n");
+  const auto expectAt = [&](const std::string& text, std::string_view end) {
+    const auto found = ResolveLocation(way, text);
+    ASSERT_TRUE(found) << text;
+    EXPECT_NEAR(found->place.lat, Named(way, end).geo.lat, 1e-9) << text;
+    EXPECT_NEAR(found->place.lon, Named(way, end).geo.lon, 1e-9) << text;
+  };
+  for (const std::string end : {"w1", "w2", "w3", "w4"}) {
+    for (const char* share : {"1/1", "3/3", "7/7"}) {
+      expectAt("From w0 to " + end + " along Way by " + share, end);
+      expectAt("From w0 to u3 along Way via w4 and Up by " + std::string(share), "u3");
+    }
+  }
+  EXPECT_FALSE(ResolveLocation(way, "From w0 to w4 along Way by 90000"));
+}
+
 TEST_F(Locations, ADistanceAlongATrail) {
   ExpectAt("From Camp to Ridge along Walk by 250", 0, 250, 10 + 20 * 250 / (10 * Unit));
   ExpectAt("From Ridge to Camp along Walk by 250", 0, 10 * Unit - 250, 30 - 20 * 250 / (10 * Unit));

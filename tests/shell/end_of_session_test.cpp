@@ -49,6 +49,15 @@ TEST_F(EndOfSession, LongWorkIsStoppedAndMapsInTheMidstOfItAreNotCopied) {
   EXPECT_EQ(done_, "preferences ");
 }
 
+TEST_F(EndOfSession, CopiesAreWrittenOnceLongWorkHasStopped) {
+  {
+    BusyWork busy(workspace_, boxes_, QStringLiteral("Opening site.map"));
+    WriteAtEndOfSession(shell_);
+    EXPECT_EQ(done_, "preferences ");
+  }
+  EXPECT_TRUE(QTest::qWaitFor([&] { return done_.ends_with("copies "); })) << done_;
+}
+
 TEST_F(EndSignalsTest, ASignalEndsTheProgramAfterEverythingIsWritten) {
   for (const int signal : {SIGTERM, SIGHUP, SIGINT}) {
     done_.clear();

@@ -10,6 +10,7 @@
 #include <QAbstractItemModelTester>
 #include <QAccessible>
 #include <QRubberBand>
+#include <QScrollBar>
 
 namespace orvane {
 namespace {
@@ -169,6 +170,65 @@ TEST_F(PanesTest, AShortMoveIsAClickAndEscapeEndsADrag) {
   EXPECT_FALSE(Trails().IsDragging());
   QTest::mouseRelease(pane, Qt::LeftButton, Qt::NoModifier, at);
   EXPECT_EQ(RangeTexts(), QStringList{"New"});
+}
+
+TEST_F(PanesTest, ADropAboveOrBelowTheRowsThatShowChangesNothing) {
+  for (int i = 0; i < 30; ++i) {
+    Click(Trails(), "Papio");
+    DragTo("Papio", At(Ranges(), "New"));
+    Ranges().verticalScrollBar()->setValue(Ranges().verticalScrollBar()->maximum());
+  }
+  const size_t steps = shell_.History().Steps();
+  Click(Trails(), "Papio");
+  DragTo("Papio", QPoint(20, -5));
+  DragTo("Papio", QPoint(20, Ranges().viewport()->height() + 5));
+  EXPECT_EQ(shell_.History().Steps(), steps);
+}
+
+TEST_F(PanesTest, AReleaseOnThePressedRowIsAClickHoweverFarThePointerWent) {
+  Click(Trails(), "Papio");
+  QWidget* pane = Trails().viewport();
+  const QPoint at = At(Trails(), "Papio");
+  QTest::mousePress(pane, Qt::LeftButton, Qt::NoModifier, at);
+  QTest::mouseMove(pane, at + QPoint(8, 0));
+  QTest::mouseRelease(pane, Qt::LeftButton, Qt::ShiftModifier, at + QPoint(8, 0));
+  EXPECT_TRUE(SelectedTrails().isEmpty());
+  EXPECT_FALSE(Trails().IsDragging());
+}
+
+TEST_F(PanesTest, TheColumnOfTheTrianglesDoesNothingForATrail) {
+  Row("Papio").open = true;
+  Trails().ShowChangedRows();
+  Click(Trails(), "2020-3-2", PaneZone::Triangle);
+  EXPECT_TRUE(SelectedTrails().isEmpty());
+}
+
+TEST_F(PanesTest, APressOnARowThatIsCutDoesNotMoveTheList) {
+  Row("Papio").open = true;
+  Trails().ShowChangedRows();
+  Panes().SetSizes({150, 3 * Trails().RowHeight() + 30});
+  const int before = Trails().verticalScrollBar()->value();
+  ASSERT_GT(Trails().verticalScrollBar()->maximum(), 0);
+  QTest::mousePress(Trails().viewport(), Qt::LeftButton, Qt::NoModifier,
+                    QPoint(60, Trails().viewport()->height() - 1));
+  EXPECT_EQ(Trails().verticalScrollBar()->value(), before);
+}
+
+TEST_F(PanesTest, ARangeRowReleasedElsewhereClearsTheSelection) {
+  Click(Trails(), "Papio");
+  DragTo("Papio", At(Ranges(), "New"));
+  Click(Ranges(), "Papio");
+  ASSERT_TRUE(View().rangeViews.front().selected);
+  QTest::mousePress(Ranges().viewport(), Qt::LeftButton, Qt::NoModifier, At(Ranges(), "Papio"));
+  QTest::mouseRelease(Ranges().viewport(), Qt::LeftButton, Qt::NoModifier, At(Ranges(), "New"));
+  EXPECT_FALSE(View().rangeViews.front().selected);
+}
+
+TEST_F(PanesTest, EscapeInAPaneEndsTransectMode) {
+  window_.View().SetTransectMode(true);
+  Trails().setFocus();
+  Key(Trails(), Qt::Key_Escape);
+  EXPECT_FALSE(View().transectMode);
 }
 
 TEST_F(PanesTest, AnUnselectedRowAndTheRowNewAreNotDragged) {

@@ -176,7 +176,7 @@ class RandomMap {
   }
 
   std::string Place() {
-    const std::string mark = Mark(dice_.Below(4), dice_.Below(12));
+    std::string mark = Mark(dice_.Below(4), dice_.Below(12));
     switch (dice_.Below(5)) {
       case 0:
         return Number(0, 60) + "m north of " + mark;

@@ -71,6 +71,30 @@ TEST_F(ReloadTest, ChangesAreDroppedAfterAQuestion) {
   EXPECT_FALSE(IsEnabled(window, CommandSave));
 }
 
+TEST_F(ReloadTest, WindowsOnAMapThatBecomesTheBasisFollow) {
+  MapWindowWidget& other = OpenActive(WriteMap("other.map"));
+  MapWindowWidget& window = OpenActive(WriteMap("site.map"));
+  AddComment(shell_, other.TheMap());
+  folder_.Write("site.map", "B\tother.map\nT\tLoop\tTrail\nG\tFar\tN1\tE10\n");
+  messages_.answers = {2};
+  Press(window, CommandReload);
+  ASSERT_EQ(window.TheMap().basis, &other.TheMap());
+  EXPECT_EQ(other.View().View().trailViews.front().children.front().trail,
+            &other.TheMap().trails.front());
+  other.grab();
+}
+
+TEST_F(ReloadTest, AReloadThatFailsKeepsTheSteps) {
+  MapWindowWidget& window = OpenActive(WriteMap("site.map"));
+  AddComment(shell_, window.TheMap());
+  std::filesystem::remove(folder_.Path("site.map"));
+  messages_.answers = {2};
+  Press(window, CommandReload);
+  ASSERT_EQ(window.TheMap().comments.size(), 1U);
+  EXPECT_TRUE(shell_.History().Undo(window.TheMap()));
+  EXPECT_TRUE(window.TheMap().comments.empty());
+}
+
 TEST_F(ReloadTest, AnImportedSubmapCountsAsAChange) {
   MapWindowWidget& window = OpenActive(WriteMap("site.map"));
   dialogs_->paths = {folder_.Write("more.map", "T\tLoop\tTrail\nG\tFar\tN1\tE10\n")};

@@ -74,7 +74,7 @@ TEST(LabelLayer, LeavesOutWhatLaterLabelsHide) {
 }
 
 TEST(LabelLayer, KeepsWhatShowsByOnePixel) {
-  const auto partsLeft = [](int width, std::vector<int> baselines) {
+  const auto partsLeft = [](int width, const std::vector<int>& baselines) {
     ViewCase c;
     LabelLayer layer(c.view);
     AddCircled(layer, c.Add("hid", 0, 0), {100, 100});

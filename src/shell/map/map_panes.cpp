@@ -8,6 +8,7 @@
 #include "shell/panes/trail_pane.h"
 
 #include <QApplication>
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QRubberBand>
 #include <QStyle>
@@ -114,6 +115,11 @@ void MapPanes::LayOut() {
 }
 
 void MapPanes::resizeEvent(QResizeEvent*) { LayOut(); }
+
+void MapPanes::keyPressEvent(QKeyEvent* event) {
+  // Escape ends what the map is about wherever the keyboard is, unless a pane has used the key.
+  if (event->key() != Qt::Key_Escape || !View().EndModes()) QWidget::keyPressEvent(event);
+}
 
 void MapPanes::ShowFocusRectangle(QPoint at) {
   const int half = DividerSize / 2;

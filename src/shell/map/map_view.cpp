@@ -298,14 +298,21 @@ bool MapView::StepByKey(const QKeyEvent& event) {
   }
 }
 
+bool MapView::EndModes() {
+  if (!EscapePointer(view_)) return false;
+  ShowCursor();
+  ShowMoved();
+  return true;
+}
+
 void MapView::keyPressEvent(QKeyEvent* event) {
   const bool dragged = (view_.flags & MapWindowDrag) != 0;
   if (event->key() == Qt::Key_Plus) {
     ZoomOnPixel(view_, view_.pointer, 2);
   } else if (event->key() == Qt::Key_Minus) {
     ZoomOnPixel(view_, view_.pointer, 0.5);
-  } else if (event->key() == Qt::Key_Escape && EscapePointer(view_)) {
-    ShowCursor();
+  } else if (event->key() == Qt::Key_Escape && EndModes()) {
+    return;
   } else if (event->key() == Qt::Key_Control && dragged) {
     controlHeld_ = true;
     update();

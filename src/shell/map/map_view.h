@@ -58,6 +58,10 @@ class MapView final : public QWidget {
   /// \param target  must live until then
   void SetInputTarget(InputTarget* target);
 
+  /// What Escape does: ends a drag, transect mode and the box around the area for the printer.
+  /// \return false if there was nothing to end
+  bool EndModes();
+
   /// Makes the next rubber band a transect, or an ordinary one again.
   void SetTransectMode(bool on);
 

@@ -37,6 +37,8 @@ PaneView::PaneView(PaneModel& model, const QString& name, QWidget* parent)
   setIndentation(0);
   setRootIsDecorated(false);
   setExpandsOnDoubleClick(false);
+  setItemsExpandable(false);  // rows are opened through the model alone
+  setAutoScroll(false);       // a press must not move the row under the pointer
   setEditTriggers(NoEditTriggers);
   setFrameShape(QFrame::NoFrame);
   setVerticalScrollMode(ScrollPerItem);
@@ -131,10 +133,11 @@ void PaneView::SetDropTarget(const QModelIndex& index) {
 
 void PaneView::mousePressEvent(QMouseEvent* event) {
   StopTip();
+  if (dragging_) CancelDrag();
   pressPoint_ = event->position().toPoint();
   pressed_ = indexAt(pressPoint_);
   isPressed_ = true;
-  mayDrag_ = pressed_.isValid() && model_.IsSelected(pressed_);
+  mayDrag_ = isDraggable_ && pressed_.isValid() && model_.IsSelected(pressed_);
   if (pressed_.isValid()) {
     MakeCurrent(pressed_);
     anchor_ = pressed_;
@@ -143,6 +146,11 @@ void PaneView::mousePressEvent(QMouseEvent* event) {
 
 void PaneView::mouseMoveEvent(QMouseEvent* event) {
   const QPoint at = event->position().toPoint();
+  if (isPressed_ && event->buttons() == Qt::NoButton) {
+    // The release went to a box that came up.
+    isPressed_ = false;
+    if (dragging_) CancelDrag();
+  }
   if (!isPressed_) {
     WatchForTip(at);
     return;
@@ -158,13 +166,17 @@ void PaneView::mouseReleaseEvent(QMouseEvent* event) {
   if (!isPressed_) return;
   isPressed_ = false;
   const QPersistentModelIndex pressed = std::exchange(pressed_, QPersistentModelIndex());
-  if (dragging_) {
+  QModelIndex under = indexAt(event->position().toPoint());
+  if (dragging_ && under != pressed) {
     EndDrag();
     Q_EMIT rowDragged(event->globalPosition().toPoint(), true);
     return;
   }
-  const QModelIndex under = indexAt(event->position().toPoint());
-  if (under.isValid() && under != pressed) return;
+  if (dragging_) CancelDrag();
+  if (under.isValid() && under != pressed) {
+    if (isDraggable_) return;
+    under = QModelIndex();
+  }
   const PaneZone zone = ZoneAt(pressPoint_.x(), RowHeight());
   Q_EMIT rowClicked(under, zone, (event->modifiers() & Qt::ShiftModifier) != 0);
 }
@@ -189,6 +201,11 @@ void PaneView::EndDrag() {
   dragging_ = false;
   mayDrag_ = false;
   viewport()->unsetCursor();
+}
+
+void PaneView::CancelDrag() {
+  EndDrag();
+  Q_EMIT dragCancelled();
 }
 
 void PaneView::WatchForTip(QPoint at) {
@@ -229,7 +246,10 @@ bool PaneView::event(QEvent* event) {
 void PaneView::GoTo(const QModelIndex& index, Qt::KeyboardModifiers modifiers) {
   if (!index.isValid()) return;
   MakeCurrent(index);
+  // `scrollTo` takes the step of a page for what shows.
+  QTreeView::updateGeometries();
   scrollTo(index);
+  updateGeometries();
   if ((modifiers & Qt::ControlModifier) != 0) return;
   if ((modifiers & Qt::ShiftModifier) != 0) {
     if (!anchor_.isValid()) anchor_ = index;
@@ -283,9 +303,8 @@ bool PaneView::OpenBy(const QKeyEvent& event) {
 void PaneView::keyPressEvent(QKeyEvent* event) {
   StopTip();
   if (event->key() == Qt::Key_Escape && dragging_) {
-    EndDrag();
     isPressed_ = false;
-    Q_EMIT dragCancelled();
+    CancelDrag();
     return;
   }
   const QModelIndex current = currentIndex();

@@ -35,6 +35,10 @@ class PaneView final : public QTreeView {
   /// Rows are open, selected, visible or coloured in another way.
   void ShowChangedRows();
 
+  /// Lets selected rows be dragged. A view without drags takes a release on another row than the
+  /// pressed one as a click on no row.
+  void SetRowsDraggable(bool draggable) { isDraggable_ = draggable; }
+
   /// Frames the row on which a drag would drop.
   void SetDropTarget(const QModelIndex& index);
   const QPersistentModelIndex& DropTarget() const { return dropTarget_; }
@@ -88,6 +92,7 @@ class PaneView final : public QTreeView {
   bool OpenBy(const QKeyEvent& event);
   void Drag(QPoint at, bool end);
   void EndDrag();
+  void CancelDrag();
   void WatchForTip(QPoint at);
   void StopTip();
 
@@ -97,6 +102,7 @@ class PaneView final : public QTreeView {
   QPersistentModelIndex anchor_;  ///< where a selection by keys begins
   QPersistentModelIndex dropTarget_;
   QPoint pressPoint_;
+  bool isDraggable_ = false;
   bool isPressed_ = false;  ///< also where no row is
   bool mayDrag_ = false;    ///< a selected row was pressed
   bool dragging_ = false;

@@ -50,6 +50,8 @@ RangePane::RangePane(MapWindow& view, RangeListModel& model, QWidget* parent)
 RangePanelRow* RangePane::RowAtHeight(QPoint global) {
   if (!isVisible()) return nullptr;
   const QPoint at = Rows().viewport()->mapFromGlobal(global);
+  // Beyond the edges the view would find rows that are scrolled out.
+  if (at.y() < 0 || at.y() >= Rows().viewport()->height()) return nullptr;
   return model_.RowOf(Rows().indexAt({0, at.y()}));
 }
 

@@ -18,6 +18,7 @@ TrailPane::TrailPane(MapWindow& view, TrailTreeModel& model, QWidget* parent)
   setObjectName(QStringLiteral("trailPane"));
   PaneView& rows = Rows();
   rows.setObjectName(QStringLiteral("trailList"));
+  rows.SetRowsDraggable(true);
   connect(&rows, &PaneView::rowClicked, this,
           [this](const QModelIndex& index, PaneZone zone, bool shift) {
             Click(model_.RowOf(index), zone, shift);
@@ -42,7 +43,10 @@ TrailPane::TrailPane(MapWindow& view, TrailTreeModel& model, QWidget* parent)
 }
 
 void TrailPane::Click(TrailPanelRow* row, PaneZone zone, bool shift) {
-  if (row != nullptr && zone == PaneZone::Triangle && HasTriangle(*row)) return Toggle(*row);
+  if (row != nullptr && zone == PaneZone::Triangle && !row->fixed) {
+    if (HasTriangle(*row)) Toggle(*row);
+    return;
+  }
   if (row != nullptr && zone == PaneZone::Tick) {
     const bool awaited = AwaitsContours(view_, *row);
     WithContours([&](const ContourProgress& progress) { ClickTrailTick(view_, *row, progress); });
