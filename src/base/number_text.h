@@ -12,11 +12,11 @@ namespace orvane {
 /// A number read at the front of a text.
 struct RealPrefix {
   double value = 0;   ///< 0 if nothing was read
-  size_t length = 0;  ///< bytes used, leading white space included; 0 if there is no number
+  size_t length = 0;  ///< bytes used, with leading white space; 0 if the text has no number
 };
 struct IntegerPrefix {
   long value = 0;     ///< 0 if nothing was read
-  size_t length = 0;  ///< bytes used, leading white space included; 0 if there is no number
+  size_t length = 0;  ///< bytes used, with leading white space; 0 if the text has no number
 };
 
 /// True for blank, tab, line feed, vertical tab, form feed and carriage return.

@@ -24,7 +24,7 @@ Edit GisFileEdit(Map& map, const std::string& path, const GisBoxes& boxes,
                  std::optional<GisImport>& import);
 
 /// Takes the current track, or all from the current one on. The edit gives up if a field can't be
-/// read. If memory runs out, `import` is as it was.
+/// read. If memory runs out, `import` is unchanged.
 /// \param bad  the field that can't be read
 Edit TrackEdit(GisImport& import, const GisTrailFields& fields, bool all, GisField& bad);
 

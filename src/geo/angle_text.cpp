@@ -176,7 +176,7 @@ double ParseAngle(std::string_view text, size_t* length, double* runningDefault,
   double minutes = 0;
   if (behind != ' ' && !cursor.StandsOnDegreeSign() && runningDefault != nullptr &&
       (!prefix.letter || behind == MinuteSign)) {
-    // Minutes alone belong to the degree of the previous reading.
+    // Minutes without degrees belong to the degree of the previous reading.
     degrees = std::floor(std::fabs(*runningDefault));
     minutes = first;
   } else {

@@ -22,7 +22,7 @@ constexpr char OtherDegreeSign = '\xA1';
 /// notebooks. It does not report errors; the caller checks where reading stopped.
 /// \param text     one field; nothing is read past its end
 /// \param length   if not null, receives the number of bytes used
-/// \param runningDefault  if not null, degrees of the previous reading: minutes alone belong to its
+/// \param runningDefault  if not null, degrees of the previous reading: bare minutes belong to its
 ///                 degree, and an angle without a hemisphere letter to its hemisphere; overwritten
 ///                 with the result
 /// \return degrees; 0 if the text holds no number

@@ -109,7 +109,7 @@ class Rereading {
     const auto made = freshOf_.find(&old);
     Map& map = made == freshOf_.end() ? MakeMap(fresh_, old.fileName) : *made->second;
     freshOf_[&old] = &map;
-    // As it was typed, if that still leads to the file.
+    // The name as typed, if it still leads to the file.
     map.shownName = WholePath(old.shownName) == old.fileName ? old.shownName : old.fileName;
     awaited_.erase(
         std::remove_if(awaited_.begin(), awaited_.end(),

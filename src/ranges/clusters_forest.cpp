@@ -215,7 +215,7 @@ Meters ClusterForest::PlaceInPlane(int location, const Plane& plane) const {
           geo.cosine * (geo.lon - plane.centreLon) * MetersPerDegree};
 }
 
-/// Walks the locations of a cluster as it was at a step: those of its children, oldest first, then
+/// Walks the locations of a cluster at a step: those of its children, oldest first, then
 /// its own, oldest first.
 template <typename Take>
 void ClusterForest::WalkTree(int cluster, int limit, const Take& take) const {

@@ -40,7 +40,7 @@ class ClusterForest {
   /// the other; of two equal ones the second into the first.
   void MergeClusters(int first, int second);
 
-  /// The points of a cluster as it was at a step, in the order in which its hull takes them.
+  /// The points of a cluster at a step, in the order in which its hull takes them.
   std::vector<Point*> PointListFromCluster(int cluster, int limit) const;
 
   const std::vector<ClusterLinks>& Clusters() const { return links_; }

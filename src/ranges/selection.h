@@ -25,7 +25,7 @@ std::vector<Trail*> SelectFollows(Map& map, const std::forward_list<SearchKey>& 
 
 /// The points of the follows, or of those within the times of day of their keys, and the points
 /// whose names fit a key of the form "points:template".
-/// \return newest first; a point is in the list as often as it was met
+/// \return newest first; a point is listed each time it is met
 std::vector<Point*> CollectRangePoints(const Map& map, const std::vector<Trail*>& follows,
                                        const std::forward_list<SearchKey>& keys);
 

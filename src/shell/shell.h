@@ -102,7 +102,7 @@ class Shell final : public QObject {
 
   /// The only way to change an open map: every window on it follows, and so do the recovery copies.
   EditHistory& History() { return history_; }
-  /// Call after a map was read again and the windows show it: updates their titles and tells the
+  /// Call after a map was read again and the windows show it: updates their titles and notifies the
   /// listeners.
   /// \param wasDirty  whether the map was marked before
   void NoteReread(Map& map, bool wasDirty);

@@ -418,7 +418,7 @@ class UpwardRuns {
   }
 
  private:
-  /// Puts a row into its lane, as it was when it was the pivot. \return its parent
+  /// Puts a row into its lane, with its values as the pivot. \return its parent
   int Load(size_t lane, size_t k) {
     pivots_[lane] = rows_.pivots[k];
     const double* values = rows_.values.data() + patterns_.Start(k);

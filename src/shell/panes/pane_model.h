@@ -31,7 +31,7 @@ class PaneModel : public QAbstractItemModel {
   /// Rows came, went or moved: takes them all again. Call it before anything else looks at the
   /// model, which until then points to the rows of before.
   virtual void Rebuild() = 0;
-  /// Rows look different: tells the views.
+  /// Rows look different: notifies the views.
   virtual void Refresh() = 0;
 
   virtual PaneRowLook LookOf(const QModelIndex& index) const = 0;

@@ -37,7 +37,7 @@ PaneView::PaneView(PaneModel& model, const QString& name, QWidget* parent)
   setIndentation(0);
   setRootIsDecorated(false);
   setExpandsOnDoubleClick(false);
-  setItemsExpandable(false);  // rows are opened through the model alone
+  setItemsExpandable(false);  // only `ShowRows` and the like open rows
   setAutoScroll(false);       // a press must not move the row under the pointer
   setEditTriggers(NoEditTriggers);
   setFrameShape(QFrame::NoFrame);

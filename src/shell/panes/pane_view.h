@@ -19,7 +19,7 @@ enum class PaneZone { Triangle, Tick, Text };
 PaneZone ZoneAt(int x, int rowHeight);
 
 /// Shows the rows of a pane and turns what the mouse and the keyboard do into requests. It changes
-/// no row itself; whoever does calls `ShowRows` or `ShowChangedRows`.
+/// no row itself; code that does calls `ShowRows` or `ShowChangedRows`.
 ///
 /// Which rows are selected is kept in the rows. The toolkit's selection follows them, so that screen
 /// readers know it.

@@ -25,7 +25,7 @@ void AskTrailVisibility(Shell& shell, MapWindowWidget& window) {
       },
       &window);
   dialog.exec();
-  // Opening alone can have set a pattern.
+  // Opening the dialog can already set a pattern.
   window.ShowRows();
 }
 
