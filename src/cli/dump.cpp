@@ -66,7 +66,7 @@ class PointNumbers {
 
 class MapDump {
  public:
-  MapDump(Map& map, const LineMessages& messages, std::ostream& out)
+  MapDump(const Map& map, const LineMessages& messages, std::ostream& out)
       : map_(map), messages_(messages), out_(out), numbers_(map) {
     size_t index = 0;
     for (const Trail& trail : map.trails) trailIndexes_.emplace(&trail, index++);
@@ -80,7 +80,7 @@ class MapDump {
     out_ << '{';
     WriteHead();
     WriteList("points", numbers_.Points(), [&](const Point* point) { return PointJson(*point); });
-    WriteList("trails", map_.trails, [&](Trail& trail) { return TrailJson(trail); });
+    WriteList("trails", map_.trails, [&](const Trail& trail) { return TrailJson(trail); });
     const auto number = [&](const Point* point) { return numbers_.NumberOrNull(point); };
     WriteList("loosePoints", map_.loosePoints, number);
     WriteList("namelessPoints", map_.namelessPoints, number);
@@ -109,10 +109,10 @@ class MapDump {
     out_ << value.dump();
   }
   template <typename List, typename ToJson>
-  void WriteList(const char* key, List& list, ToJson toJson) {
+  void WriteList(const char* key, const List& list, ToJson toJson) {
     WriteKey(key);
     const char* separator = "[";
-    for (auto& element : list) {
+    for (const auto& element : list) {
       out_ << separator << toJson(element).dump();
       separator = ", ";
     }
@@ -186,7 +186,7 @@ class MapDump {
     return json;
   }
 
-  Json TrailJson(Trail& trail) const {
+  Json TrailJson(const Trail& trail) const {
     Json points = Json::array();
     for (const Point* point : trail.points) points.push_back(numbers_.NumberOrNull(point));
     return {{"name", TextOrNull(trail.name)},
@@ -207,10 +207,16 @@ class MapDump {
             {"metrics", MetricsJson(trail)}};
   }
 
-  static Json MetricsJson(Trail& trail) {
-    if (trail.points.empty()) return nullptr;
+  /// Measures a copy, and puts back where the points are projected, so that the map stays as it is.
+  static Json MetricsJson(const Trail& original) {
+    if (original.points.empty()) return nullptr;
+    Trail trail = original;
+    trail.flags &= ~std::uint32_t{TrailMeasured | TrailClosed};
+    std::vector<Meters> projected;
+    for (const Point* point : trail.points) projected.push_back(point->projected);
     const double pathLength = TrailPathLength(trail.points);
     MeasureTrail(trail);
+    for (size_t i = 0; i < projected.size(); ++i) trail.points[i]->projected = projected[i];
     const bool closed = (trail.flags & TrailClosed) != 0;
     const bool measured = (trail.flags & TrailMeasured) != 0;
     const auto valueIf = [](bool valid, double value) {
@@ -386,7 +392,7 @@ class MapDump {
              })}};
   }
 
-  Map& map_;
+  const Map& map_;
   const LineMessages& messages_;
   std::ostream& out_;
   bool first_ = true;
@@ -398,7 +404,7 @@ class MapDump {
 
 }  // namespace
 
-void DumpMap(Map& map, const LineMessages& messages, std::ostream& out) {
+void DumpMap(const Map& map, const LineMessages& messages, std::ostream& out) {
   MapDump(map, messages, out).Write();
 }
 

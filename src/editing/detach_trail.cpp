@@ -62,7 +62,10 @@ size_t TrailDetacher::Detach() {
       if (met.insert(point).second) DetachPoint(*point);
     }
   }
-  for (Trail* trail : order_) trail->points.clear();
+  for (Trail* trail : order_) {
+    trail->points.clear();
+    trail->flags &= ~std::uint32_t{TrailMeasured | TrailClosed};
+  }
   return RemoveGone();
 }
 

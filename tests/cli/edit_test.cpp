@@ -150,5 +150,24 @@ TEST_F(EditScripts, RowsOfATableAreInsertedMovedAndDeleted) {
   EXPECT_NE(run.out.find("New tree"), std::string::npos) << run.out;
 }
 
+/// Measuring the trails projected the points of the map in place, so a second document held other
+/// metres.
+TEST_F(EditScripts, ShowingTheMapLeavesItAsItWas) {
+  const Outcome run = Run({"show\tmap", "show\tmap"});
+  ASSERT_EQ(run.status, 0) << run.err;
+  const size_t half = run.out.size() / 2;
+  EXPECT_EQ(run.out.substr(0, half), run.out.substr(half));
+}
+
+/// A plot that is no longer closed kept the mark of a closed one.
+TEST_F(EditScripts, APlotThatIsOpenedAgainHasNoArea) {
+  const Outcome run = Run({"show\tmap", "select\ttrails\tArea\tPlot", "open-trail", "show\teditor",
+                           "delete\t4", "ok", "show\tmap"});
+  ASSERT_EQ(run.status, 0) << run.err;
+  const size_t last = run.out.rfind("{\"fileName\"");
+  EXPECT_NE(run.out.find(R"("closed":true)"), std::string::npos) << run.out;
+  EXPECT_EQ(run.out.find(R"("closed":true)", last), std::string::npos) << run.out;
+}
+
 }  // namespace
 }  // namespace orvane
