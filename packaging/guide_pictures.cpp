@@ -133,7 +133,7 @@ class GuidePictures {
   }
 
   void ShowDialogs(MapWindowWidget& window) {
-    SaveShown(std::make_unique<OrientationDialog>(window.View().View(), &window),
+    SaveShown(std::make_unique<OrientationDialog>(window.Shown(), &window),
               QStringLiteral("orientation"));
     SaveBoxes(QStringLiteral("question"), 1, [this] {
       boxes_.Ask("Save Map?", {"Save", "Cancel", "Don't Save"},

@@ -26,7 +26,7 @@ class ShownMap {
     panes_.resize(WindowSize);
     panes_.show();
     QApplication::processEvents();
-    FitToMap(View().View());
+    FitToMap(View().Shown());
     View().RequestRepaint();
     QApplication::processEvents();
   }

@@ -70,7 +70,7 @@ void SetBasisCommand(Shell& shell, MapWindowWidget& window) {
     return;
   }
   for (MapWindowWidget* each : shell.OpenWindows()) {
-    if (&each->TheMap() == &map && map.trails.empty()) InitView(each->View().View());
+    if (&each->TheMap() == &map && map.trails.empty()) InitView(each->Shown());
   }
 }
 

@@ -32,7 +32,7 @@ void CheckTrails(Shell& shell, MapWindowWidget& mapWindow) {
     return;
   }
   std::vector<const Trail*> selected;
-  for (const TrailPanelRow* row : TrailRowsInOrder(mapWindow.View().View().trailViews)) {
+  for (const TrailPanelRow* row : TrailRowsInOrder(mapWindow.Shown().trailViews)) {
     if (row->selected && row->trail != nullptr) selected.push_back(row->trail);
   }
   CheckSelectedTrails(selected, messages);

@@ -56,7 +56,7 @@ MapWindowWidget::MapWindowWidget(Shell& shell, Map& map)
   setAcceptDrops(true);
   View().setFocus();
   GiveFirstSize(*this);
-  menu_ = NewMapMenu(View().View());
+  menu_ = NewMapMenu(Shown());
   connect(commands_, &CommandMenu::picked, this, [this](int id) { shell_.RunCommand(id, *this); });
   connect(panes_, &MapPanes::focusPlaceChanged, this, [this] { RefreshMenu(); });
   connect(panes_, &MapPanes::dividerMoved, this, [this](PaneDivider divider, int size) {
@@ -81,6 +81,8 @@ MapWindowWidget::~MapWindowWidget() {
 
 MapView& MapWindowWidget::View() { return panes_->View(); }
 
+MapWindow& MapWindowWidget::Shown() { return View().Shown(); }
+
 FocusPlace MapWindowWidget::Focus() const { return panes_->Focus(); }
 
 void MapWindowWidget::ShowMenu() {
@@ -88,7 +90,7 @@ void MapWindowWidget::ShowMenu() {
 }
 
 void MapWindowWidget::RefreshMenu() {
-  MapWindow& view = View().View();
+  MapWindow& view = Shown();
   const bool selected = Focus() == FocusPlace::RangeList
                             ? FirstSelectedRow(view.rangeViews) != nullptr
                             : FirstSelectedRow(view.trailViews) != nullptr;
@@ -100,7 +102,7 @@ void MapWindowWidget::RefreshMenu() {
 }
 
 void MapWindowWidget::RefreshMarks() {
-  RefreshMapMenu(menu_, View().View());
+  RefreshMapMenu(menu_, Shown());
   RefreshMenu();
 }
 
@@ -118,7 +120,7 @@ void MapWindowWidget::ShowTitle() {
 }
 
 void MapWindowWidget::FollowEdit(const EditNews& news) {
-  if (!orvane::FollowEdit(View().View(), news)) return;
+  if (!orvane::FollowEdit(Shown(), news)) return;
   ShowRows();
   RefreshMarks();
 }
@@ -140,7 +142,7 @@ void MapWindowWidget::ConnectPanes() {
     RunWithinMemory(shell_, [&] {
       const BusyWork busy(shell_.TheWorkspace(), shell_.Boxes(), tr("Adding trails to a range"),
                           shell_.clock);
-      DropSelection(View().View(), *row, shell_.History());
+      DropSelection(Shown(), *row, shell_.History());
     });
   });
   panes_->Trails().SetContourRunner([this](const auto& work) { RunContourWork(shell_, work); });

@@ -13,6 +13,7 @@ class CommandMenu;
 struct EditNews;
 class MapPanes;
 class MapView;
+struct MapWindow;
 class ReloadBar;
 class Shell;
 
@@ -37,6 +38,8 @@ class MapWindowWidget final : public QMainWindow, public ProgramWindow {
   QString Name() const;
   MapPanes& Panes() { return *panes_; }
   MapView& View();
+  /// What the window shows of the map, and where: the record behind `View`.
+  MapWindow& Shown();
   FocusPlace Focus() const;
   /// The bar that offers to read the map again.
   ReloadBar& Offer() { return *offer_; }

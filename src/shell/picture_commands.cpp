@@ -19,7 +19,7 @@ namespace {
 
 /// The view as the window shows it, without a drag, a mark of Find or the like.
 MapWindow ViewToDraw(MapWindowWidget& window) {
-  MapWindow view = window.View().View();
+  MapWindow view = window.Shown();
   view.target = nullptr;
   view.flags &=
       ~std::uint32_t{MapWindowDrag | MapWindowPan | MapWindowFindMarker | MapWindowTrailFlash};

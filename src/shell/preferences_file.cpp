@@ -47,7 +47,7 @@ void Write(Shell& shell, const std::string& path) {
   const WindowPreferences preferences{
       .trailWidth = shell.trailWidth, .trailHeight = shell.trailHeight, .savedView = {}};
   std::vector<const MapWindow*> views;
-  for (MapWindowWidget* window : shell.OpenWindows()) views.push_back(&window->View().View());
+  for (MapWindowWidget* window : shell.OpenWindows()) views.push_back(&window->Shown());
   WritePreferences(shell.TheWorkspace(), path, preferences, views);
 }
 

@@ -39,18 +39,18 @@ class KeptRows {
  public:
   explicit KeptRows(std::vector<MapWindowWidget*> windows) : windows_(std::move(windows)) {
     for (MapWindowWidget* window : windows_) {
-      memories_.push_back(RememberRows(window->View().View()));
+      memories_.push_back(RememberRows(window->Shown()));
     }
   }
 
   void BringBack() {
     // First of all no row leads to what is gone.
     for (MapWindowWidget* window : windows_) {
-      window->View().View().trailViews.clear();
-      window->View().View().rangeViews.clear();
+      window->Shown().trailViews.clear();
+      window->Shown().rangeViews.clear();
     }
     for (size_t i = 0; i < windows_.size(); ++i) {
-      RebuildRows(windows_[i]->View().View(), memories_[i]);
+      RebuildRows(windows_[i]->Shown(), memories_[i]);
       windows_[i]->ShowRows();
     }
   }

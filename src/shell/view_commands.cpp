@@ -21,13 +21,13 @@ namespace {
 constexpr size_t ScaleSize = 30;
 
 void Zoom(MapWindowWidget& window, double factor) {
-  MapWindow& view = window.View().View();
+  MapWindow& view = window.Shown();
   ZoomToScale(view, factor * static_cast<double>(LogicalScale(view)));
   window.View().ShowMoved();
 }
 
 void ChangeZoom(Shell& shell, MapWindowWidget& window) {
-  MapWindow& view = window.View().View();
+  MapWindow& view = window.Shown();
   std::string answer = ScalePrompt(LogicalScale(view));
   for (;;) {
     if (!PromptForText(shell.TheWorkspace().messages, "Set Scale",
@@ -61,31 +61,31 @@ void Find(Shell& shell, MapWindowWidget& window) {
 }
 
 void HideInfo(Shell&, MapWindowWidget& window) {
-  window.View().View().flags ^= MapWindowInfoShown;
+  window.Shown().flags ^= MapWindowInfoShown;
   window.View().ShowMoved();
   window.RefreshMarks();
 }
 
 void AskOrientation(Shell&, MapWindowWidget& window) {
-  OrientationDialog dialog(window.View().View(), &window);
+  OrientationDialog dialog(window.Shown(), &window);
   if (dialog.exec() == QDialog::Accepted) window.View().ShowMoved();
 }
 
 void HideGrids(Shell&, MapWindowWidget& window) {
-  window.View().View().flags ^= MapWindowGridsHidden;
+  window.Shown().flags ^= MapWindowGridsHidden;
   window.View().RequestRepaint();
   window.RefreshMarks();
 }
 
 template <CoordinateDisplay Form>
 void ShowAngles(Shell&, MapWindowWidget& window) {
-  SetDisplayMode(window.View().View(), Form);
+  SetDisplayMode(window.Shown(), Form);
   window.View().RequestRepaint();
   window.RefreshMarks();
 }
 
 void ShowWholeMap(Shell&, MapWindowWidget& window) {
-  FitToMap(window.View().View());
+  FitToMap(window.Shown());
   window.View().RequestRepaint();
 }
 

@@ -117,7 +117,7 @@ TEST_F(AccessibleNames, TheBoxOfAMessage) {
 
 TEST_F(AccessibleNames, TheDialogs) {
   MapWindowWidget& window = OpenNew();
-  OrientationDialog orientation(window.View().View(), &window);
+  OrientationDialog orientation(window.Shown(), &window);
   EXPECT_EQ(NamelessIn(orientation), None);
   AboutBox about(&window.TheMap(), &window);
   EXPECT_EQ(NamelessIn(about), None);

@@ -156,7 +156,7 @@ TEST_F(CommandsTest, SetBasisFitsTheViewAndLeavesTheMapUnchanged) {
   EXPECT_EQ(window.TheMap().flags & MapDirty, 0U);
   EXPECT_TRUE(IsEnabled(window, CommandOpenBasis));
   EXPECT_FALSE(IsEnabled(window, CommandSetBasis));
-  EXPECT_NEAR(window.View().View().centralLongitude, 10.005, 0.02);
+  EXPECT_NEAR(window.Shown().centralLongitude, 10.005, 0.02);
   EXPECT_EQ(dialogs_->questions[0].title, "Open Map...");
 }
 
@@ -216,9 +216,9 @@ TEST_F(CommandsTest, ASubmapInAnEmptyMapPutsItInView) {
   dialogs_->paths = {
       folder_.Write("more.map", "T\tLoop\tTrail\nG\tFar\t1.02\t10.02\nG\tFarther\t1.03\t10.02\n")};
   Pick(window, CommandImportSubmap);
-  MapWindow fitted = window.View().View();
+  MapWindow fitted = window.Shown();
   FitToMap(fitted);
-  EXPECT_EQ(window.View().View().scale, fitted.scale);
+  EXPECT_EQ(window.Shown().scale, fitted.scale);
 }
 
 TEST_F(CommandsTest, ImportSubmapAddsToTheMapAndLeavesItUnchanged) {
@@ -229,7 +229,7 @@ TEST_F(CommandsTest, ImportSubmapAddsToTheMapAndLeavesItUnchanged) {
   EXPECT_EQ(std::distance(map.trails.begin(), map.trails.end()), 2);
   EXPECT_EQ(map.flags & MapDirty, 0U);
   EXPECT_FALSE(IsEnabled(window, CommandSave));
-  for (Trail& trail : map.trails) EXPECT_NE(FindTrailRow(window.View().View(), trail), nullptr);
+  for (Trail& trail : map.trails) EXPECT_NE(FindTrailRow(window.Shown(), trail), nullptr);
   EXPECT_EQ(dialogs_->questions[0].title, "Import Sub Map...");
 }
 
@@ -245,7 +245,7 @@ TEST_F(CommandsTest, ASubmapThatBringsABasisTurnsTheMenu) {
   ASSERT_FALSE(basis->trails.empty());
   EXPECT_TRUE(IsEnabled(window, CommandOpenBasis));
   EXPECT_FALSE(IsEnabled(window, CommandSetBasis));
-  EXPECT_NE(FindTrailRow(window.View().View(), basis->trails.front()), nullptr);
+  EXPECT_NE(FindTrailRow(window.Shown(), basis->trails.front()), nullptr);
 }
 
 TEST_F(CommandsTest, WindowsOfMapsThatRestOnAMapShowItsNewBasis) {
@@ -258,11 +258,11 @@ TEST_F(CommandsTest, WindowsOfMapsThatRestOnAMapShowItsNewBasis) {
   Map* basis = middle.TheMap().basis;
   ASSERT_NE(basis, nullptr);
   for (MapWindowWidget* window : {&upper, &middle}) {
-    EXPECT_NE(FindTrailRow(window->View().View(), basis->trails.front()), nullptr);
+    EXPECT_NE(FindTrailRow(window->Shown(), basis->trails.front()), nullptr);
   }
   // Only the windows of the map itself are fitted to it.
-  EXPECT_NEAR(middle.View().View().centralLongitude, 10.005, 0.02);
-  EXPECT_NE(upper.View().View().scale, middle.View().View().scale);
+  EXPECT_NEAR(middle.Shown().centralLongitude, 10.005, 0.02);
+  EXPECT_NE(upper.Shown().scale, middle.Shown().scale);
 }
 
 TEST_F(CommandsTest, ADividerSetsOnlyItsOwnPreference) {
@@ -307,7 +307,7 @@ TEST_F(CommandsTest, CheckTrailsDependsOnTheFocus) {
   messages_.Clear();
   shell_.RunCommand(CommandCheckTrails, window);
   EXPECT_TRUE(Texts().empty());  // none is selected
-  FindTrailRow(window.View().View(), window.TheMap().trails.front())->selected = true;
+  FindTrailRow(window.Shown(), window.TheMap().trails.front())->selected = true;
   window.RefreshMenu();
   Press(window, CommandCheckTrails);
   EXPECT_GE(Texts().size(), 1U);
@@ -343,7 +343,7 @@ TEST_F(CommandsTest, TheDeviationIsStoredAndMarksTheMap) {
 
 TEST_F(CommandsTest, ZoomInAndOutDoubleAndHalveAboutTheMiddle) {
   MapWindowWidget& window = OpenActive(WriteMap("site.map"));
-  MapWindow& view = window.View().View();
+  MapWindow& view = window.Shown();
   const float scale = view.scale;
   const LatLon middle = ScreenToMap(view, {view.centerColumn, view.centerRow});
   Press(window, CommandZoomIn);
@@ -359,7 +359,7 @@ TEST_F(CommandsTest, ZoomInAndOutDoubleAndHalveAboutTheMiddle) {
 
 TEST_F(CommandsTest, ChangeZoomAsksAgainUntilTheAnswerIsAScale) {
   MapWindowWidget& window = OpenActive(WriteMap("site.map"));
-  MapWindow& view = window.View().View();
+  MapWindow& view = window.Shown();
   view.scale = 0.5F;
   messages_.texts = {"fast", "1px = 4m", std::nullopt};
   Press(window, CommandChangeZoom);
@@ -377,7 +377,7 @@ TEST_F(CommandsTest, FindMovesToThePlaceOrReportsThatThereIsNone) {
   MapWindowWidget& window = OpenActive(WriteMap("site.map"));
   messages_.texts = {"Hill", "Nowhere", std::nullopt};
   Press(window, CommandFind);
-  MapWindow& view = window.View().View();
+  MapWindow& view = window.Shown();
   EXPECT_NEAR(ScreenToMap(view, {view.centerColumn, view.centerRow}).lat, 1.01, 1e-4);
   EXPECT_NE(view.flags & MapWindowFindMarker, 0U);
   EXPECT_EQ(messages_.Questions()[0].title, "Find");
@@ -391,7 +391,7 @@ TEST_F(CommandsTest, FindMovesToThePlaceOrReportsThatThereIsNone) {
 TEST_F(CommandsTest, HideInfoAndHideGridsTurnTheirFlagsAndMarks) {
   MapWindowWidget& window = OpenActive(WriteMap("site.map"));
   QApplication::processEvents();
-  MapWindow& view = window.View().View();
+  MapWindow& view = window.Shown();
   ASSERT_NE(view.flags & MapWindowInfoShown, 0U);
   EXPECT_FALSE(ActionOf(window, CommandHideInfo).isChecked());
   Press(window, CommandHideInfo);
@@ -412,7 +412,7 @@ TEST_F(CommandsTest, TheFormOfAnglesIsOneOfThree) {
   for (int i = 0; i < 3; ++i) {
     Pick(window, forms[i]);
     Pick(window, forms[i]);  // picked again it stays
-    EXPECT_EQ(static_cast<int>(window.View().View().coordinateDisplay), i);
+    EXPECT_EQ(static_cast<int>(window.Shown().coordinateDisplay), i);
     for (int j = 0; j < 3; ++j) EXPECT_EQ(ActionOf(window, forms[j]).isChecked(), i == j);
   }
 }
@@ -435,7 +435,7 @@ TEST_F(CommandsTest, SetOrientationTurnsTheView) {
     dialog.accept();
   });
   Pick(window, CommandOrientation);
-  EXPECT_FLOAT_EQ(window.View().View().rotation, 45);
+  EXPECT_FLOAT_EQ(window.Shown().rotation, 45);
 }
 
 TEST_F(CommandsTest, AboutShowsTheCreditsOfTheMap) {
@@ -470,7 +470,7 @@ TEST_F(CommandsTest, AboutIsAsWideAsItsCreditsButNotAsTheScreen) {
 
 TEST_F(CommandsTest, ShowWholeMapBringsEveryPointIntoView) {
   MapWindowWidget& window = OpenActive(WriteMap("site.map"));
-  MapWindow& view = window.View().View();
+  MapWindow& view = window.Shown();
   view.scale = 100;
   CenterOn(view, LatLon{.lat = 5, .lon = 50});
   Press(window, CommandShowWholeMap);
@@ -500,7 +500,7 @@ TEST_F(CommandsTest, TheMapIsCopiedAsAnImageOfItsView) {
   MapWindowWidget& window = OpenActive(WriteMap("site.map"));
   Press(window, CommandCopyImage);
   const QImage image = QApplication::clipboard()->image();
-  const MapWindow& view = window.View().View();
+  const MapWindow& view = window.Shown();
   EXPECT_EQ(image.size(), QSize(view.clientWidth, view.clientHeight));
   int drawn = 0;
   for (int y = 0; y < image.height(); ++y) {
@@ -550,7 +550,7 @@ TEST_F(CommandsTest, FindKnowsANameOfAnOldMapThatIsTypedInUtf8) {
   messages_.texts = {"R\xC3\xADo", "\xC3\xADo"};
   Press(window, CommandFind);
   EXPECT_TRUE(Texts().empty());
-  EXPECT_NEAR(window.View().View().centralLongitude, 10, 1e-6);
+  EXPECT_NEAR(window.Shown().centralLongitude, 10, 1e-6);
   Press(window, CommandFind);
   EXPECT_EQ(Texts(), (std::vector<std::string>{"Can't find \xC3\xADo"}));
 }
@@ -640,7 +640,7 @@ TEST_F(CommandsTest, FileDialogsBeginInTheFolderOfTheMap) {
 TEST_F(CommandsTest, LinesAreSmoothUntilTheUserTurnsThatOff) {
   MapWindowWidget& window = OpenActive(WriteMap("site.map"));
   MapWindowWidget& second = OpenActive(WriteMap("other.map"));
-  window.View().View().rotation = 20;  // so that its line is not at 45 degrees
+  window.Shown().rotation = 20;  // so that its line is not at 45 degrees
   Press(window, CommandShowWholeMap);
   const auto greys = [&] {
     QApplication::processEvents();

@@ -23,12 +23,12 @@ class FineScreen : public testing::Test {
     Point& east = map_.AddPoint("", 0, 5000);
     map_.AddTrail("Line", {&west, &east}, 0xFF0000);
     map_.AddLoosePoint("Camp", -40, 0);
-    BuildTrailRows(widget_.View());
+    BuildTrailRows(widget_.Shown());
     widget_.resize(300, 200);
     widget_.show();
     EXPECT_TRUE(QTest::qWaitForWindowExposed(&widget_));
-    widget_.View().scale = 1;
-    CenterOn(widget_.View(), LatLon{.lat = 1, .lon = 10});
+    widget_.Shown().scale = 1;
+    CenterOn(widget_.Shown(), LatLon{.lat = 1, .lon = 10});
     widget_.RequestRepaint();
   }
 
@@ -47,19 +47,19 @@ TEST_F(FineScreen, RunsAtTheRatioThatWasAskedFor) {
 }
 
 TEST_F(FineScreen, TheViewCountsInDevicePixels) {
-  EXPECT_EQ(widget_.View().clientWidth, static_cast<int>(std::ceil(300 * Ratio())));
-  EXPECT_EQ(widget_.View().clientHeight, static_cast<int>(std::ceil(200 * Ratio())));
-  EXPECT_EQ(Grabbed().width(), widget_.View().clientWidth);
-  EXPECT_EQ(Grabbed().height(), widget_.View().clientHeight);
+  EXPECT_EQ(widget_.Shown().clientWidth, static_cast<int>(std::ceil(300 * Ratio())));
+  EXPECT_EQ(widget_.Shown().clientHeight, static_cast<int>(std::ceil(200 * Ratio())));
+  EXPECT_EQ(Grabbed().width(), widget_.Shown().clientWidth);
+  EXPECT_EQ(Grabbed().height(), widget_.Shown().clientHeight);
 }
 
 TEST_F(FineScreen, TheScaleIsThatOfTheWidgetsOwnPixels) {
-  EXPECT_EQ(widget_.View().pixelRatio, Ratio());
-  ZoomToScale(widget_.View(), 0.4);
+  EXPECT_EQ(widget_.Shown().pixelRatio, Ratio());
+  ZoomToScale(widget_.Shown(), 0.4);
   widget_.RequestRepaint();
   Grabbed();
-  EXPECT_FLOAT_EQ(widget_.View().scale, static_cast<float>(0.4 * Ratio()));
-  EXPECT_EQ(InfoRows(widget_.View(), widget_.Altitudes())[3].text, "1px=2.5m");
+  EXPECT_FLOAT_EQ(widget_.Shown().scale, static_cast<float>(0.4 * Ratio()));
+  EXPECT_EQ(InfoRows(widget_.Shown(), widget_.Altitudes())[3].text, "1px=2.5m");
 }
 
 TEST_F(FineScreen, AHairlineIsOneDevicePixelThick) {
@@ -102,8 +102,8 @@ TEST_F(FineScreen, HairlinesAreAsThinBesideTheListsAsWithoutThem) {
     window.resize(610, 430);
     window.show();
     EXPECT_TRUE(QTest::qWaitForWindowExposed(&window));
-    panes.View().View().scale = 1;
-    CenterOn(panes.View().View(), LatLon{.lat = 1, .lon = 10});
+    panes.View().Shown().scale = 1;
+    CenterOn(panes.View().Shown(), LatLon{.lat = 1, .lon = 10});
     panes.View().RequestRepaint();
     const QImage image = window.grab().toImage().convertToFormat(QImage::Format_RGB32);
     SCOPED_TRACE(corner.x() * 100 + corner.y());
@@ -134,7 +134,7 @@ TEST_F(FineScreen, AHandShakesBySoManyOfTheWidgetsOwnPixels) {
     QTest::mousePress(&widget_, Qt::LeftButton, Qt::ShiftModifier, QPoint(100, 50));
     QTest::mouseMove(&widget_, to);
     QTest::mouseRelease(&widget_, Qt::LeftButton, Qt::ShiftModifier, to);
-    return (widget_.View().flags & MapWindowSelection) != 0;
+    return (widget_.Shown().flags & MapWindowSelection) != 0;
   };
   EXPECT_FALSE(drag({102, 52}));
   EXPECT_FALSE(drag({100, 46}));
@@ -145,11 +145,11 @@ TEST_F(FineScreen, TheMousePointsAtDevicePixels) {
   const auto devicePixel = [this](int x, int y) {
     return Pixel{static_cast<int>(x * Ratio()), static_cast<int>(y * Ratio())};
   };
-  const LatLon grasped = ScreenToMap(widget_.View(), devicePixel(250, 100));
+  const LatLon grasped = ScreenToMap(widget_.Shown(), devicePixel(250, 100));
   QTest::mousePress(&widget_, Qt::RightButton, Qt::NoModifier, QPoint(250, 100));
   QTest::mouseMove(&widget_, QPoint(150, 180));
   QTest::mouseRelease(&widget_, Qt::RightButton, Qt::NoModifier, QPoint(150, 180));
-  const LatLon now = ScreenToMap(widget_.View(), devicePixel(150, 180));
+  const LatLon now = ScreenToMap(widget_.Shown(), devicePixel(150, 180));
   EXPECT_NEAR(now.lat, grasped.lat, 1e-6);
   EXPECT_NEAR(now.lon, grasped.lon, 1e-6);
 }

@@ -105,18 +105,18 @@ TEST_F(GisTrailTest, ImportingIntoAnEmptyMapPutsItInView) {
   auto* window = empty.findChild<GisTrailWindow*>();
   ASSERT_NE(window, nullptr);
   Button(*window, QStringLiteral("OK to All")).click();
-  MapWindow fitted = empty.View().View();
+  MapWindow fitted = empty.Shown();
   FitToMap(fitted);
-  EXPECT_EQ(empty.View().View().scale, fitted.scale);
+  EXPECT_EQ(empty.Shown().scale, fitted.scale);
   const auto middleOf = [](const MapWindow& view) {
     return ScreenToMap(view, {view.centerColumn, view.centerRow});
   };
-  EXPECT_EQ(middleOf(empty.View().View()).lat, middleOf(fitted).lat);
+  EXPECT_EQ(middleOf(empty.Shown()).lat, middleOf(fitted).lat);
   EXPECT_NEAR(middleOf(fitted).lat, 1.0025, 1e-4);
   // A map that has places keeps its view.
-  const float scale = window_.View().View().scale;
+  const float scale = window_.Shown().scale;
   Button(*Import(Tracks), QStringLiteral("OK to All")).click();
-  EXPECT_EQ(window_.View().View().scale, scale);
+  EXPECT_EQ(window_.Shown().scale, scale);
 }
 
 TEST_F(GisTrailTest, TheKeysOfCloseAndExitWorkInIt) {
@@ -142,7 +142,7 @@ TEST_F(GisTrailTest, OkTakesATrackAndNoSkipsOne) {
   EXPECT_EQ(NamesOfTrails(), (std::vector<std::string>{"May1", "Ridge"}));
   EXPECT_NE(window_.TheMap().flags & MapDirty, 0U);
   EXPECT_TRUE(IsEnabled(window_, CommandSave));
-  EXPECT_NE(FindTrailRow(window_.View().View(), window_.TheMap().trails.front()), nullptr);
+  EXPECT_NE(FindTrailRow(window_.Shown(), window_.TheMap().trails.front()), nullptr);
   EXPECT_EQ(Field(*window, "Name").text(), QStringLiteral("May2"));
   Button(*window, QStringLiteral("Dismiss"));
   Button(*window, QStringLiteral("No")).click();

@@ -28,13 +28,13 @@ class MapAreaTest : public testing::Test {
     area_.resize(500, 400);
     area_.show();
     EXPECT_TRUE(QTest::qWaitForWindowExposed(&area_));
-    View().scale = 1;
-    CenterOn(View(), LatLon{.lat = 1, .lon = 10});
+    Shown().scale = 1;
+    CenterOn(Shown(), LatLon{.lat = 1, .lon = 10});
     area_.View().RequestRepaint();
     QTest::qWait(1);
   }
 
-  MapWindow& View() { return area_.View().View(); }
+  MapWindow& Shown() { return area_.View().Shown(); }
 
   QRect PartOfBar(QScrollBar& bar, QStyle::SubControl part) {
     QStyleOptionSlider option;
@@ -69,76 +69,76 @@ TEST_F(MapAreaTest, TheBarsRestInTheMiddle) {
 
 TEST_F(MapAreaTest, AClickBesideTheThumbMovesByAPageAndBack) {
   QScrollBar& bar = area_.VerticalBar();
-  const double top = View().top;
+  const double top = Shown().top;
   const QRect above = PartOfBar(bar, QStyle::SC_ScrollBarSubPage);
   QTest::mouseClick(&bar, Qt::LeftButton, Qt::NoModifier, above.center());
-  EXPECT_DOUBLE_EQ(View().top, top + 7 * View().clientHeight / 8);
+  EXPECT_DOUBLE_EQ(Shown().top, top + 7 * Shown().clientHeight / 8);
   EXPECT_EQ(bar.value(), 60);
   EXPECT_EQ(bar.sliderPosition(), 60);
 
   QScrollBar& across = area_.HorizontalBar();
   const QRect right = PartOfBar(across, QStyle::SC_ScrollBarAddPage);
   QTest::mouseClick(&across, Qt::LeftButton, Qt::NoModifier, right.center());
-  const double east = 7 * View().clientWidth / 8;
-  EXPECT_NEAR((View().centralLongitude - 10) / PixelDegrees, east, east * 0.001);
+  const double east = 7 * Shown().clientWidth / 8;
+  EXPECT_NEAR((Shown().centralLongitude - 10) / PixelDegrees, east, east * 0.001);
   EXPECT_EQ(across.value(), 60);
 }
 
 TEST_F(MapAreaTest, AnArrowOfABarMovesByAnEighth) {
-  const double top = View().top;
+  const double top = Shown().top;
   area_.VerticalBar().triggerAction(QAbstractSlider::SliderSingleStepSub);
-  EXPECT_DOUBLE_EQ(View().top, top + View().clientHeight / 8);
+  EXPECT_DOUBLE_EQ(Shown().top, top + Shown().clientHeight / 8);
   area_.VerticalBar().triggerAction(QAbstractSlider::SliderSingleStepAdd);
-  EXPECT_DOUBLE_EQ(View().top, top);
+  EXPECT_DOUBLE_EQ(Shown().top, top);
   area_.HorizontalBar().triggerAction(QAbstractSlider::SliderSingleStepSub);
-  EXPECT_LT(View().centralLongitude, 10);
+  EXPECT_LT(Shown().centralLongitude, 10);
   EXPECT_EQ(area_.VerticalBar().value(), 60);
   EXPECT_EQ(area_.HorizontalBar().value(), 60);
 }
 
 TEST_F(MapAreaTest, APulledThumbMovesTheMapAndReturnsWhenLetGo) {
   QScrollBar& bar = area_.VerticalBar();
-  const double top = View().top;
+  const double top = Shown().top;
   const QPoint grip = PartOfBar(bar, QStyle::SC_ScrollBarSlider).center();
   QTest::mousePress(&bar, Qt::LeftButton, Qt::NoModifier, grip);
   ASSERT_TRUE(bar.isSliderDown());
   QTest::mouseMove(&bar, grip - QPoint(0, 60));
   const int pulled = bar.sliderPosition();
   EXPECT_LT(pulled, 60);
-  EXPECT_EQ(View().verticalPos, pulled);
-  const int pixels = View().clientHeight * (60 - pulled) / 20;
-  EXPECT_NEAR(View().top, top + pixels, 60 - pulled);
-  const double there = View().top;
+  EXPECT_EQ(Shown().verticalPos, pulled);
+  const int pixels = Shown().clientHeight * (60 - pulled) / 20;
+  EXPECT_NEAR(Shown().top, top + pixels, 60 - pulled);
+  const double there = Shown().top;
   QTest::mouseRelease(&bar, Qt::LeftButton, Qt::NoModifier, grip - QPoint(0, 60));
-  EXPECT_DOUBLE_EQ(View().top, there);
+  EXPECT_DOUBLE_EQ(Shown().top, there);
   EXPECT_EQ(bar.value(), 60);
   EXPECT_EQ(bar.sliderPosition(), 60);
-  EXPECT_EQ(View().verticalPos, 60);
+  EXPECT_EQ(Shown().verticalPos, 60);
 }
 
 TEST_F(MapAreaTest, AWheelOverABarMovesTheMapAndTheBarReturns) {
   QScrollBar& bar = area_.VerticalBar();
-  const double top = View().top;
+  const double top = Shown().top;
   const QPointF at = bar.rect().center();
   QWheelEvent event(at, bar.mapToGlobal(at), QPoint(), QPoint(0, 120), Qt::NoButton, Qt::NoModifier,
                     Qt::NoScrollPhase, false);
   QApplication::sendEvent(&bar, &event);
-  EXPECT_GT(View().top, top);
+  EXPECT_GT(Shown().top, top);
   EXPECT_EQ(bar.value(), 60);
 }
 
 TEST_F(MapAreaTest, AChangeOfSizeBringsTheBarsToRest) {
-  View().verticalPos = 20;
+  Shown().verticalPos = 20;
   area_.resize(450, 380);
   QTest::qWait(1);
-  EXPECT_EQ(View().verticalPos, 60);
+  EXPECT_EQ(Shown().verticalPos, 60);
   EXPECT_EQ(area_.VerticalBar().value(), 60);
 }
 
 TEST_F(MapAreaTest, TheInfoPanelIsInTheUpperRightCorner) {
   ASSERT_TRUE(area_.Info().isVisible());
-  EXPECT_NE(View().flags & MapWindowInfoShown, 0U);
-  EXPECT_EQ(View().flags & MapWindowInfoWaits, 0U);
+  EXPECT_NE(Shown().flags & MapWindowInfoShown, 0U);
+  EXPECT_EQ(Shown().flags & MapWindowInfoWaits, 0U);
   EXPECT_EQ(area_.Info().geometry().top(), 0);
   EXPECT_EQ(area_.Info().geometry().right(), area_.View().width() - 1);
   EXPECT_FALSE(area_.Info().accessibleDescription().isEmpty());
@@ -150,14 +150,14 @@ TEST_F(MapAreaTest, TheInfoPanelIsInTheUpperRightCorner) {
 TEST_F(MapAreaTest, TheInfoPanelFollowsThePointer) {
   QTest::mouseMove(&area_.View(), QPoint(120, 90));
   QTest::qWait(1);
-  const LatLon place = ScreenToMap(View(), {120, 90});
-  EXPECT_EQ(Row(0), FormatLatitude(place.lat, View().coordinateDisplay));
-  EXPECT_EQ(Row(1), FormatLongitude(place.lon, View().coordinateDisplay));
+  const LatLon place = ScreenToMap(Shown(), {120, 90});
+  EXPECT_EQ(Row(0), FormatLatitude(place.lat, Shown().coordinateDisplay));
+  EXPECT_EQ(Row(1), FormatLongitude(place.lon, Shown().coordinateDisplay));
   EXPECT_EQ(Row(3), "1px=1m");
   QTest::keyClick(&area_.View(), Qt::Key_Plus);
   QTest::qWait(1);
   EXPECT_EQ(Row(3), "1px=0.5m");
-  View().coordinateDisplay = CoordinateDisplay::Seconds;
+  Shown().coordinateDisplay = CoordinateDisplay::Seconds;
   area_.View().RequestRepaint();
   QTest::qWait(1);
   EXPECT_NE(Row(0).find('"'), std::string::npos);
@@ -177,11 +177,11 @@ TEST_F(MapAreaTest, DuringABandThePanelShowsItsSize) {
 }
 
 TEST_F(MapAreaTest, ThePanelFollowsTheFlag) {
-  View().flags &= ~std::uint32_t{MapWindowInfoShown};
+  Shown().flags &= ~std::uint32_t{MapWindowInfoShown};
   area_.View().ShowMoved();
   QTest::qWait(1);
   EXPECT_FALSE(area_.Info().isVisible());
-  View().flags |= MapWindowInfoShown;
+  Shown().flags |= MapWindowInfoShown;
   area_.View().ShowMoved();
   QTest::qWait(1);
   EXPECT_TRUE(area_.Info().isVisible());

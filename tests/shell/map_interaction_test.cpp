@@ -41,14 +41,14 @@ class MapInteraction : public testing::Test {
     widget_->resize(Width, Height);
     widget_->show();
     EXPECT_TRUE(QTest::qWaitForWindowExposed(widget_.get()));
-    View().scale = 1;
-    CenterOn(View(), LatLon{.lat = 1, .lon = 10});
+    Shown().scale = 1;
+    CenterOn(Shown(), LatLon{.lat = 1, .lon = 10});
     widget_->RequestRepaint();
   }
 
-  MapWindow& View() { return widget_->View(); }
-  bool HasFlag(std::uint32_t flag) { return (View().flags & flag) != 0; }
-  LatLon Under(int x, int y) { return ScreenToMap(View(), {x, y}); }
+  MapWindow& Shown() { return widget_->Shown(); }
+  bool HasFlag(std::uint32_t flag) { return (Shown().flags & flag) != 0; }
+  LatLon Under(int x, int y) { return ScreenToMap(Shown(), {x, y}); }
   QImage Grabbed() { return widget_->grab().toImage().convertToFormat(QImage::Format_RGB32); }
 
   void Press(QPoint at, Qt::KeyboardModifiers keys = Qt::NoModifier) {
@@ -119,7 +119,7 @@ TEST_F(MapInteraction, ARubberBandIsDrawnWhileItLastsAndZoomsToItsBox) {
   EXPECT_GT(BlackAlong(during, {200, 50}, {200, 110}), 20);
   EXPECT_EQ(BlackAlong(during, {110, 56}, {190, 104}), 0);
   Release({200, 110});
-  EXPECT_FLOAT_EQ(View().scale, 4);
+  EXPECT_FLOAT_EQ(Shown().scale, 4);
   EXPECT_NEAR(Under(200, 150).lat, middle.lat, PixelDegrees / 10);
   EXPECT_NEAR(Under(200, 150).lon, middle.lon, PixelDegrees / 10);
   EXPECT_TRUE(HasFlag(MapWindowSelection));
@@ -139,14 +139,14 @@ TEST_F(MapInteraction, ABandLeavesNoTraceWhereItWas) {
 TEST_F(MapInteraction, ADragOfFourPixelsIsNoBand) {
   Drag({100, 50}, {102, 52});
   EXPECT_FALSE(HasFlag(MapWindowSelection));
-  EXPECT_FLOAT_EQ(View().scale, 1);
+  EXPECT_FLOAT_EQ(Shown().scale, 1);
 }
 
 TEST_F(MapInteraction, ShiftSelectsOnly) {
   QSignalSpy drawn(widget_.get(), &MapView::transectDrawn);
   Drag({100, 50}, {200, 110}, Qt::ShiftModifier);
   EXPECT_TRUE(HasFlag(MapWindowSelection));
-  EXPECT_FLOAT_EQ(View().scale, 1);
+  EXPECT_FLOAT_EQ(Shown().scale, 1);
   EXPECT_EQ(drawn.size(), 0);
 }
 
@@ -170,9 +170,9 @@ TEST_F(MapInteraction, ControlDrawsATransectAsALine) {
   EXPECT_GT(inked, 30);
   Release({200, 110}, Qt::ControlModifier);
   EXPECT_EQ(drawn.size(), 1);
-  EXPECT_TRUE(View().transectMode);
-  EXPECT_NEAR(View().selection[0].lat, begin.lat, PixelDegrees / 10);
-  EXPECT_FLOAT_EQ(View().scale, 1);
+  EXPECT_TRUE(Shown().transectMode);
+  EXPECT_NEAR(Shown().selection[0].lat, begin.lat, PixelDegrees / 10);
+  EXPECT_FLOAT_EQ(Shown().scale, 1);
 }
 
 TEST_F(MapInteraction, InTransectModeTheCursorIsACrossAndABandATransect) {
@@ -187,10 +187,10 @@ TEST_F(MapInteraction, InTransectModeTheCursorIsACrossAndABandATransect) {
 
 TEST_F(MapInteraction, WithoutATakerTransectModeEndsWithTheDrag) {
   Drag({100, 50}, {200, 110}, Qt::ControlModifier);
-  EXPECT_FALSE(View().transectMode);
+  EXPECT_FALSE(Shown().transectMode);
   EXPECT_EQ(widget_->cursor().shape(), Qt::ArrowCursor);
   Drag({100, 50}, {200, 110});
-  EXPECT_FLOAT_EQ(View().scale, 4);  // an ordinary band zooms again
+  EXPECT_FLOAT_EQ(Shown().scale, 4);  // an ordinary band zooms again
 }
 
 TEST_F(MapInteraction, EscapeEndsTransectMode) {
@@ -198,7 +198,7 @@ TEST_F(MapInteraction, EscapeEndsTransectMode) {
   Drag({100, 50}, {200, 110}, Qt::ControlModifier);
   EXPECT_EQ(widget_->cursor().shape(), Qt::CrossCursor);
   QTest::keyClick(widget_.get(), Qt::Key_Escape);
-  EXPECT_FALSE(View().transectMode);
+  EXPECT_FALSE(Shown().transectMode);
   EXPECT_EQ(widget_->cursor().shape(), Qt::ArrowCursor);
 }
 
@@ -221,32 +221,32 @@ TEST_F(MapInteraction, EscapeGivesABandUp) {
   EXPECT_FALSE(HasFlag(MapWindowDrag));
   Release({200, 110});
   EXPECT_FALSE(HasFlag(MapWindowSelection));
-  EXPECT_FLOAT_EQ(View().scale, 1);
+  EXPECT_FLOAT_EQ(Shown().scale, 1);
 }
 
 TEST_F(MapInteraction, ADragWhoseReleaseWentElsewhereEndsAtTheNextMove) {
   for (const Qt::MouseButton button : {Qt::LeftButton, Qt::RightButton}) {
     QTest::mousePress(widget_.get(), button, Qt::NoModifier, QPoint(100, 50));
-    const double top = View().top;
+    const double top = Shown().top;
     // A box that opened during the drag has taken the release.
     QMouseEvent move(QEvent::MouseMove, QPointF(200, 110), widget_->mapToGlobal(QPointF(200, 110)),
                      Qt::NoButton, Qt::NoButton, Qt::NoModifier);
     QApplication::sendEvent(widget_.get(), &move);
     EXPECT_FALSE(HasFlag(MapWindowDrag | MapWindowPan));
     EXPECT_EQ(widget_->cursor().shape(), Qt::ArrowCursor);
-    EXPECT_EQ(View().pointer.x, 200);
-    EXPECT_EQ(View().top, top);
+    EXPECT_EQ(Shown().pointer.x, 200);
+    EXPECT_EQ(Shown().top, top);
     QTest::mouseRelease(widget_.get(), button, Qt::NoModifier, QPoint(200, 110));
     EXPECT_FALSE(HasFlag(MapWindowSelection));
   }
 }
 
 TEST_F(MapInteraction, ABandThatLeavesTheWindowScrollsTheMap) {
-  const double top = View().top;
+  const double top = Shown().top;
   Press({100, 50});
   Move({100, Height + 10});
-  EXPECT_DOUBLE_EQ(View().top, top - (Height / 40 + 10));
-  EXPECT_EQ(View().pressPoint.y, 50 - (Height / 40 + 10));
+  EXPECT_DOUBLE_EQ(Shown().top, top - (Height / 40 + 10));
+  EXPECT_EQ(Shown().pressPoint.y, 50 - (Height / 40 + 10));
   QTest::keyClick(widget_.get(), Qt::Key_Escape);
 }
 
@@ -316,12 +316,12 @@ TEST_F(MapInteraction, FindOfATrailFlashesIt) {
   Point& a = map_.AddPoint("", 0, -100);
   Point& b = map_.AddPoint("", 0, 100);
   map_.AddTrail("Ridge", {&a, &b}, 0x00FF00);
-  BuildTrailRows(View());
+  BuildTrailRows(Shown());
   EXPECT_TRUE(widget_->Find("Ridge"));
   EXPECT_GT(MarkerPixels(), 500);  // as good as the whole width, five pixels thick
   QTest::qWait(1200);
   EXPECT_EQ(MarkerPixels(), 0);
-  EXPECT_EQ(View().selectedTrail, nullptr);
+  EXPECT_EQ(Shown().selectedTrail, nullptr);
 }
 
 TEST_F(MapInteraction, ARangeFoundAfterAPlaceLeavesNoMark) {
@@ -338,15 +338,15 @@ TEST_F(MapInteraction, ARangeFoundAfterAPlaceLeavesNoMark) {
 }
 
 TEST_F(MapInteraction, WhatIsNotFoundChangesNothing) {
-  const double top = View().top;
+  const double top = Shown().top;
   EXPECT_FALSE(widget_->Find("Nowhere"));
-  EXPECT_EQ(View().top, top);
+  EXPECT_EQ(Shown().top, top);
 }
 
 TEST_F(MapInteraction, TwoFingersOnATouchPadMoveTheMap) {
   const LatLon place = Under(200, 150);
   Wheel({.pixels = {30, -20}, .turn = {60, -40}, .phase = Qt::ScrollUpdate});
-  EXPECT_FLOAT_EQ(View().scale, 1);
+  EXPECT_FLOAT_EQ(Shown().scale, 1);
   EXPECT_NEAR(Under(230, 130).lat, place.lat, PixelDegrees / 10);
   EXPECT_NEAR(Under(230, 130).lon, place.lon, PixelDegrees / 10);
   // Where the platform does not count pixels, a notch is 60 of them.
@@ -360,7 +360,7 @@ TEST_F(MapInteraction, TwoFingersWithControlZoom) {
          .turn = {0, 240},
          .phase = Qt::ScrollUpdate,
          .keys = Qt::ControlModifier});
-  EXPECT_FLOAT_EQ(View().scale, 2);
+  EXPECT_FLOAT_EQ(Shown().scale, 2);
 }
 
 TEST_F(MapInteraction, AWheelToTheSideMovesTheMapToTheSide) {
@@ -368,9 +368,9 @@ TEST_F(MapInteraction, AWheelToTheSideMovesTheMapToTheSide) {
   Wheel({.turn = {-120, 0}});
   EXPECT_NEAR(Under(140, 150).lon, place.lon, PixelDegrees / 10);
   EXPECT_NEAR(Under(140, 150).lat, place.lat, PixelDegrees / 10);
-  EXPECT_FLOAT_EQ(View().scale, 1);
+  EXPECT_FLOAT_EQ(Shown().scale, 1);
   Wheel({.turn = {0, 240}});
-  EXPECT_FLOAT_EQ(View().scale, 2);
+  EXPECT_FLOAT_EQ(Shown().scale, 2);
 }
 
 TEST_F(MapInteraction, TinyStepsOfTwoFingersAddUp) {
@@ -387,17 +387,17 @@ TEST_F(MapInteraction, APinchOfATouchPadZoomsAboutThePointer) {
                               at, at, widget_->mapToGlobal(at), value, QPointF());
     QApplication::sendEvent(widget_.get(), &event);
   }
-  EXPECT_FLOAT_EQ(View().scale, 2);
+  EXPECT_FLOAT_EQ(Shown().scale, 2);
   EXPECT_NEAR(Under(300, 80).lat, under.lat, PixelDegrees / 10);
   EXPECT_NEAR(Under(300, 80).lon, under.lon, PixelDegrees / 10);
   QNativeGestureEvent turn(Qt::RotateNativeGesture, QPointingDevice::primaryPointingDevice(), 2, at,
                            at, widget_->mapToGlobal(at), 30, QPointF());
   QApplication::sendEvent(widget_.get(), &turn);
-  EXPECT_FLOAT_EQ(View().scale, 2);
+  EXPECT_FLOAT_EQ(Shown().scale, 2);
   QNativeGestureEvent absurd(Qt::ZoomNativeGesture, QPointingDevice::primaryPointingDevice(), 2, at,
                              at, widget_->mapToGlobal(at), -3, QPointF());
   QApplication::sendEvent(widget_.get(), &absurd);
-  EXPECT_FLOAT_EQ(View().scale, 2);
+  EXPECT_FLOAT_EQ(Shown().scale, 2);
 }
 
 TEST_F(MapInteraction, TwoFingersOnTheScreenZoomWithoutABand) {
@@ -412,7 +412,7 @@ TEST_F(MapInteraction, TwoFingersOnTheScreenZoomWithoutABand) {
   QTest::touchEvent(widget_.get(), screen)
       .release(0, QPoint(120, 150))
       .release(1, QPoint(280, 150));
-  EXPECT_GT(View().scale, 1.5);
+  EXPECT_GT(Shown().scale, 1.5);
   EXPECT_NEAR(Under(200, 150).lat, 1, 20 * PixelDegrees);
   EXPECT_FALSE(HasFlag(MapWindowDrag | MapWindowSelection));
 }
@@ -427,9 +427,9 @@ TEST_F(MapInteraction, ASavedViewOfThisMapIsTakenAtTheFirstPlacing) {
                        .hideGrids = true});
   other.resize(Width, Height);
   other.grab();
-  EXPECT_FLOAT_EQ(other.View().scale, 0.5);
-  EXPECT_NEAR(ScreenToMap(other.View(), {200, 150}).lat, 3, 1e-6);
-  EXPECT_NE(other.View().flags & MapWindowGridsHidden, 0U);
+  EXPECT_FLOAT_EQ(other.Shown().scale, 0.5);
+  EXPECT_NEAR(ScreenToMap(other.Shown(), {200, 150}).lat, 3, 1e-6);
+  EXPECT_NE(other.Shown().flags & MapWindowGridsHidden, 0U);
 }
 
 TEST_F(MapInteraction, AltitudesAreTakenAnewAfterAChangeOfTheMap) {

@@ -30,16 +30,16 @@ class MapViewTest : public testing::Test {
     widget_->resize(Width, Height);
     widget_->show();
     EXPECT_TRUE(QTest::qWaitForWindowExposed(widget_.get()));
-    View().scale = 1;
-    CenterOn(View(), LatLon{.lat = 1, .lon = 10});
+    Shown().scale = 1;
+    CenterOn(Shown(), LatLon{.lat = 1, .lon = 10});
     widget_->RequestRepaint();
   }
 
-  MapWindow& View() { return widget_->View(); }
+  MapWindow& Shown() { return widget_->Shown(); }
 
-  LatLon Under(int x, int y) { return ScreenToMap(View(), {x, y}); }
+  LatLon Under(int x, int y) { return ScreenToMap(Shown(), {x, y}); }
 
-  LatLon Middle() { return Under(View().centerColumn, View().centerRow); }
+  LatLon Middle() { return Under(Shown().centerColumn, Shown().centerRow); }
 
   void MovePointer(int x, int y) { QTest::mouseMove(widget_.get(), QPoint(x, y)); }
 
@@ -60,12 +60,12 @@ class MapViewTest : public testing::Test {
 constexpr double PixelDegrees = 1 / 111120.0;
 
 TEST_F(MapViewTest, IsPlacedAtItsOwnSizeWhenItIsShown) {
-  EXPECT_EQ(View().clientWidth, Width);
-  EXPECT_EQ(View().clientHeight, Height);
-  EXPECT_EQ(View().centerColumn, Width / 2);
-  EXPECT_EQ(View().centerRow, Height / 2);
-  EXPECT_NE(View().flags & MapWindowPlaced, 0U);
-  EXPECT_EQ(View().target, nullptr);
+  EXPECT_EQ(Shown().clientWidth, Width);
+  EXPECT_EQ(Shown().clientHeight, Height);
+  EXPECT_EQ(Shown().centerColumn, Width / 2);
+  EXPECT_EQ(Shown().centerRow, Height / 2);
+  EXPECT_NE(Shown().flags & MapWindowPlaced, 0U);
+  EXPECT_EQ(Shown().target, nullptr);
 }
 
 TEST_F(MapViewTest, ShowsTheMapInItsColors) {
@@ -89,7 +89,7 @@ TEST_F(MapViewTest, PlusDoublesTheScaleAndCentersOnThePointer) {
   MovePointer(300, 80);
   const LatLon under = Under(300, 80);
   QTest::keyClick(widget_.get(), Qt::Key_Plus);
-  EXPECT_FLOAT_EQ(View().scale, 2);
+  EXPECT_FLOAT_EQ(Shown().scale, 2);
   EXPECT_NEAR(Middle().lat, under.lat, PixelDegrees / 10);
   EXPECT_NEAR(Middle().lon, under.lon, PixelDegrees / 10);
 }
@@ -98,7 +98,7 @@ TEST_F(MapViewTest, MinusHalvesTheScaleAndCentersOnThePointer) {
   MovePointer(100, 200);
   const LatLon under = Under(100, 200);
   QTest::keyClick(widget_.get(), Qt::Key_Minus);
-  EXPECT_FLOAT_EQ(View().scale, 0.5);
+  EXPECT_FLOAT_EQ(Shown().scale, 0.5);
   EXPECT_NEAR(Middle().lat, under.lat, PixelDegrees / 10);
   EXPECT_NEAR(Middle().lon, under.lon, PixelDegrees / 10);
 }
@@ -108,7 +108,7 @@ TEST_F(MapViewTest, KeysZoomOnTheMiddleWhenThePointerHasLeft) {
   QEvent leave(QEvent::Leave);
   QApplication::sendEvent(widget_.get(), &leave);
   QTest::keyClick(widget_.get(), Qt::Key_Plus);
-  EXPECT_FLOAT_EQ(View().scale, 2);
+  EXPECT_FLOAT_EQ(Shown().scale, 2);
   EXPECT_NEAR(Middle().lat, 1, PixelDegrees);
   EXPECT_NEAR(Middle().lon, 10, PixelDegrees);
 }
@@ -123,7 +123,7 @@ TEST_F(MapViewTest, ArrowsMoveTheCenterByATenthOfTheView) {
   EXPECT_NEAR(Middle().lon, 10 + Width / 10.0 * degreesEast, PixelDegrees / 10);
   QTest::keyClick(widget_.get(), Qt::Key_Left);
   EXPECT_NEAR(Middle().lon, 10, PixelDegrees / 10);
-  EXPECT_FLOAT_EQ(View().scale, 1);
+  EXPECT_FLOAT_EQ(Shown().scale, 1);
 }
 
 TEST_F(MapViewTest, ArrowsStepFinerWithControlAndFinestWithShift) {
@@ -139,60 +139,60 @@ TEST_F(MapViewTest, ArrowsStepFinerWithControlAndFinestWithShift) {
 }
 
 TEST_F(MapViewTest, OtherKeysChangeNothing) {
-  const MapWindow before = View();
+  const MapWindow before = Shown();
   for (const Qt::Key key : {Qt::Key_A, Qt::Key_Space, Qt::Key_PageUp, Qt::Key_F5}) {
     QTest::keyClick(widget_.get(), key);
   }
-  EXPECT_EQ(View().top, before.top);
-  EXPECT_EQ(View().centralLongitude, before.centralLongitude);
-  EXPECT_EQ(View().scale, before.scale);
+  EXPECT_EQ(Shown().top, before.top);
+  EXPECT_EQ(Shown().centralLongitude, before.centralLongitude);
+  EXPECT_EQ(Shown().scale, before.scale);
 }
 
 TEST_F(MapViewTest, TheWheelKeepsThePlaceUnderThePointer) {
   for (const auto& [x, y] : {std::pair{300, 80}, {20, 290}, {200, 150}}) {
     const LatLon under = Under(x, y);
-    const float before = View().scale;
+    const float before = Shown().scale;
     Wheel(x, y, 120);
-    EXPECT_FLOAT_EQ(View().scale, before * std::sqrt(2.0F));
+    EXPECT_FLOAT_EQ(Shown().scale, before * std::sqrt(2.0F));
     EXPECT_NEAR(Under(x, y).lat, under.lat, PixelDegrees / 10);
     EXPECT_NEAR(Under(x, y).lon, under.lon, PixelDegrees / 10);
     Wheel(x, y, -120);
-    EXPECT_FLOAT_EQ(View().scale, before);
+    EXPECT_FLOAT_EQ(Shown().scale, before);
   }
 }
 
 TEST_F(MapViewTest, SmallStepsOfATouchPadAddUpToANotch) {
   for (int i = 0; i < 8; ++i) Wheel(100, 100, 15);
-  EXPECT_NEAR(View().scale, std::sqrt(2.0F), 1e-5);
+  EXPECT_NEAR(Shown().scale, std::sqrt(2.0F), 1e-5);
   Wheel(100, 100, 0);
-  EXPECT_NEAR(View().scale, std::sqrt(2.0F), 1e-5);
+  EXPECT_NEAR(Shown().scale, std::sqrt(2.0F), 1e-5);
 }
 
 TEST_F(MapViewTest, TheRightButtonDragsTheMapUnderThePointer) {
   const LatLon grasped = Under(250, 100);
   QTest::mousePress(widget_.get(), Qt::RightButton, Qt::NoModifier, QPoint(250, 100));
-  EXPECT_NE(View().flags & MapWindowPan, 0U);
+  EXPECT_NE(Shown().flags & MapWindowPan, 0U);
   MovePointer(200, 130);
   MovePointer(150, 180);
   EXPECT_NEAR(Under(150, 180).lat, grasped.lat, PixelDegrees / 10);
   EXPECT_NEAR(Under(150, 180).lon, grasped.lon, PixelDegrees / 10);
   QTest::mouseRelease(widget_.get(), Qt::RightButton, Qt::NoModifier, QPoint(150, 180));
-  EXPECT_EQ(View().flags & (MapWindowPan | MapWindowDrag), 0U);
-  const double top = View().top;
+  EXPECT_EQ(Shown().flags & (MapWindowPan | MapWindowDrag), 0U);
+  const double top = Shown().top;
   MovePointer(20, 20);
-  EXPECT_EQ(View().top, top);
-  EXPECT_FLOAT_EQ(View().scale, 1);
+  EXPECT_EQ(Shown().top, top);
+  EXPECT_FLOAT_EQ(Shown().scale, 1);
 }
 
 TEST_F(MapViewTest, TheLeftButtonMovesNothingWhileItIsHeld) {
-  const double top = View().top;
+  const double top = Shown().top;
   QTest::mousePress(widget_.get(), Qt::LeftButton, Qt::NoModifier, QPoint(250, 100));
   MovePointer(200, 130);
-  EXPECT_EQ(View().top, top);
+  EXPECT_EQ(Shown().top, top);
   MovePointer(250, 100);
   QTest::mouseRelease(widget_.get(), Qt::LeftButton, Qt::NoModifier, QPoint(250, 100));
-  EXPECT_EQ(View().top, top);
-  EXPECT_EQ(View().flags & (MapWindowPan | MapWindowDrag), 0U);
+  EXPECT_EQ(Shown().top, top);
+  EXPECT_EQ(Shown().flags & (MapWindowPan | MapWindowDrag), 0U);
 }
 
 TEST_F(MapViewTest, ASecondButtonDoesNotDisturbAPan) {
@@ -203,26 +203,26 @@ TEST_F(MapViewTest, ASecondButtonDoesNotDisturbAPan) {
   EXPECT_NEAR(Under(240, 120).lat, grasped.lat, PixelDegrees / 10);
   QTest::mouseRelease(widget_.get(), Qt::LeftButton, Qt::NoModifier, QPoint(240, 120));
   QTest::mouseRelease(widget_.get(), Qt::RightButton, Qt::NoModifier, QPoint(240, 120));
-  EXPECT_EQ(View().flags & (MapWindowPan | MapWindowDrag), 0U);
+  EXPECT_EQ(Shown().flags & (MapWindowPan | MapWindowDrag), 0U);
 }
 
 TEST_F(MapViewTest, ADoubleClickZoomsInAndWithShiftOut) {
   const LatLon under = Under(120, 220);
   QTest::mouseDClick(widget_.get(), Qt::LeftButton, Qt::NoModifier, QPoint(120, 220));
-  EXPECT_FLOAT_EQ(View().scale, 2);
+  EXPECT_FLOAT_EQ(Shown().scale, 2);
   EXPECT_NEAR(Middle().lat, under.lat, PixelDegrees / 10);
   EXPECT_NEAR(Middle().lon, under.lon, PixelDegrees / 10);
   QTest::mouseDClick(widget_.get(), Qt::LeftButton, Qt::ShiftModifier, QPoint(200, 150));
-  EXPECT_FLOAT_EQ(View().scale, 1);
-  EXPECT_EQ(View().flags & (MapWindowPan | MapWindowDrag), 0U);
+  EXPECT_FLOAT_EQ(Shown().scale, 1);
+  EXPECT_EQ(Shown().flags & (MapWindowPan | MapWindowDrag), 0U);
 }
 
 TEST_F(MapViewTest, AChangeOfSizeKeepsScaleAndCenter) {
   widget_->resize(600, 500);
   QTest::qWait(1);
-  EXPECT_EQ(View().clientWidth, 600);
-  EXPECT_EQ(View().clientHeight, 500);
-  EXPECT_FLOAT_EQ(View().scale, 1);
+  EXPECT_EQ(Shown().clientWidth, 600);
+  EXPECT_EQ(Shown().clientHeight, 500);
+  EXPECT_FLOAT_EQ(Shown().scale, 1);
   EXPECT_NEAR(Middle().lat, 1, PixelDegrees);
   EXPECT_NEAR(Middle().lon, 10, PixelDegrees);
   EXPECT_EQ(Grabbed().size(), QSize(600, 500));
@@ -236,9 +236,9 @@ TEST_F(MapViewTest, SurvivesBeingMadeTiny) {
     Wheel(0, 0, -120);
     widget_->grab();
   }
-  EXPECT_EQ(View().clientWidth, 300);
-  EXPECT_TRUE(std::isfinite(View().top));
-  EXPECT_TRUE(std::isfinite(View().scale));
+  EXPECT_EQ(Shown().clientWidth, 300);
+  EXPECT_TRUE(std::isfinite(Shown().top));
+  EXPECT_TRUE(std::isfinite(Shown().scale));
 }
 
 TEST_F(MapViewTest, DrawsAnewOnlyAfterAChange) {

@@ -419,7 +419,7 @@ TEST_F(MessagesCommandTest, APointThatIsInNoFileIsShownOnItsMap) {
   ASSERT_NE(messages, nullptr);
   QTest::keyClick(messages->findChild<QTreeView*>(), Qt::Key_Return);
   EXPECT_EQ(Shown<TextViewer>(), nullptr);
-  EXPECT_NE(map.View().View().flags & MapWindowFindMarker, 0U);
+  EXPECT_NE(map.Shown().flags & MapWindowFindMarker, 0U);
   nest->flags &= ~std::uint32_t{PointPlaced};
   QTest::keyClick(messages->findChild<QTreeView*>(), Qt::Key_Return);
   ASSERT_NE(Shown<TextViewer>(), nullptr);

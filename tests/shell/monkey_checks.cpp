@@ -109,7 +109,7 @@ void Monkey::CheckWindows() {
   EXPECT_EQ(taskWindows, open.empty() ? 1U : 0U);
   for (MapWindowWidget* window : open) {
     const Map& map = window->TheMap();
-    EXPECT_EQ(window->View().View().map, &map);
+    EXPECT_EQ(window->Shown().map, &map);
     EXPECT_EQ(std::count_if(workspace_.maps.begin(), workspace_.maps.end(),
                             [&](const Map& each) { return &each == &map; }),
               1);
@@ -137,7 +137,7 @@ void Monkey::CheckStartMenu(TaskWindow& window) {
 
 void Monkey::CheckMenu(MapWindowWidget& window) {
   const Map& map = window.TheMap();
-  const MapWindow& view = window.View().View();
+  const MapWindow& view = window.Shown();
   const FocusPlace place = window.Focus();
   const auto action = [&](CommandId id) -> QAction& { return window.Commands().ActionOf(id); };
   const auto expect = [&](CommandId id, bool enabled) {
@@ -182,7 +182,7 @@ void Monkey::CheckMenu(MapWindowWidget& window) {
 }
 
 void Monkey::CheckView(MapWindowWidget& window) {
-  const MapWindow& view = window.View().View();
+  const MapWindow& view = window.Shown();
   for (const double number : {view.top, view.bottom, view.left, view.right}) {
     EXPECT_TRUE(std::isfinite(number))
         << number << " in the view of " << view.map->fileName << " at scale " << view.scale

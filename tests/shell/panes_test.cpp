@@ -32,7 +32,7 @@ class PanesTest : public ShellCase {
   MapPanes& Panes() { return window_.Panes(); }
   PaneView& Trails() { return Panes().Trails().Rows(); }
   PaneView& Ranges() { return Panes().Ranges().Rows(); }
-  MapWindow& View() { return window_.View().View(); }
+  MapWindow& Shown() { return window_.Shown(); }
 
   QModelIndex Index(PaneView& pane, const QString& text) {
     const auto found = pane.model()->match(pane.model()->index(0, 0), Qt::DisplayRole, text, 1,
@@ -54,15 +54,15 @@ class PanesTest : public ShellCase {
     QTest::mouseClick(pane.viewport(), Qt::LeftButton, keys, At(pane, text, zone));
   }
   TrailPanelRow& Row(const char* text) {
-    for (TrailPanelRow* row : TrailRowsInOrder(View().trailViews)) {
+    for (TrailPanelRow* row : TrailRowsInOrder(Shown().trailViews)) {
       if (row->text == text) return *row;
     }
     ADD_FAILURE() << text;
-    return View().trailViews.front();
+    return Shown().trailViews.front();
   }
   QStringList SelectedTrails() {
     QStringList texts;
-    for (const TrailPanelRow* row : TrailRowsInOrder(View().trailViews)) {
+    for (const TrailPanelRow* row : TrailRowsInOrder(Shown().trailViews)) {
       if (row->selected) texts << QString::fromStdString(row->text);
     }
     return texts;
@@ -218,17 +218,17 @@ TEST_F(PanesTest, ARangeRowReleasedElsewhereClearsTheSelection) {
   Click(Trails(), "Papio");
   DragTo("Papio", At(Ranges(), "New"));
   Click(Ranges(), "Papio");
-  ASSERT_TRUE(View().rangeViews.front().selected);
+  ASSERT_TRUE(Shown().rangeViews.front().selected);
   QTest::mousePress(Ranges().viewport(), Qt::LeftButton, Qt::NoModifier, At(Ranges(), "Papio"));
   QTest::mouseRelease(Ranges().viewport(), Qt::LeftButton, Qt::NoModifier, At(Ranges(), "New"));
-  EXPECT_FALSE(View().rangeViews.front().selected);
+  EXPECT_FALSE(Shown().rangeViews.front().selected);
 }
 
 TEST_F(PanesTest, EscapeInAPaneEndsTransectMode) {
   window_.View().SetTransectMode(true);
   Trails().setFocus();
   Key(Trails(), Qt::Key_Escape);
-  EXPECT_FALSE(View().transectMode);
+  EXPECT_FALSE(Shown().transectMode);
 }
 
 TEST_F(PanesTest, AnUnselectedRowAndTheRowNewAreNotDragged) {
@@ -286,7 +286,7 @@ TEST_F(PanesTest, ControlAInTheRangePaneSelectsAllRanges) {
   DragTo("Papio", At(Ranges(), "New"));
   Ranges().setFocus();
   Key(Ranges(), Qt::Key_A, Qt::ControlModifier);
-  for (const RangePanelRow& row : View().rangeViews) EXPECT_EQ(row.selected, !row.fixed);
+  for (const RangePanelRow& row : Shown().rangeViews) EXPECT_EQ(row.selected, !row.fixed);
 }
 
 TEST_F(PanesTest, RowsKeepTheirLookWhenTheMapChanges) {

@@ -50,15 +50,15 @@ TEST_F(PreferencesFileTest, AllWindowsComeBackAndTheOldestAsItWas) {
   EXPECT_EQ(oldest.TheMap().fileName, second);
   EXPECT_EQ(newest.TheMap().fileName, first);
   ASSERT_TRUE(QTest::qWaitForWindowActive(&newest));
-  const MapWindow& view = newest.View().View();
+  const MapWindow& view = newest.Shown();
   EXPECT_EQ(view.scale, 0.25F);
   EXPECT_EQ(view.rotation, 90);
   EXPECT_EQ(view.centralLongitude, 10.005);
   EXPECT_NE(view.flags & MapWindowGridsHidden, 0U);
   EXPECT_TRUE(newest.Menu().At(CommandHideGrids).checked);
   // The other is fitted to its data.
-  EXPECT_NE(oldest.View().View().scale, 9);
-  EXPECT_EQ(oldest.View().View().rotation, 0);
+  EXPECT_NE(oldest.Shown().scale, 9);
+  EXPECT_EQ(oldest.Shown().rotation, 0);
   EXPECT_EQ(shell_.trailWidth, 150);
   EXPECT_TRUE(dialogs_->questions.empty());
 }
@@ -77,7 +77,7 @@ TEST_F(PreferencesFileTest, AFileOfTheCommandLineKeepsTheLastMapAway) {
   // It takes its view when the user opens it later, every time.
   for (int i = 0; i < 2; ++i) {
     MapWindowWidget& window = OpenActive(last);
-    EXPECT_EQ(window.View().View().scale, 0.5F);
+    EXPECT_EQ(window.Shown().scale, 0.5F);
     Press(window, CommandZoomIn);
   }
 }
@@ -123,7 +123,7 @@ TEST_F(PreferencesFileTest, AShortNameOfAnOlderFileHasItsView) {
   shell_.Start({});
   ASSERT_EQ(shell_.OpenWindows().size(), 1U);
   ASSERT_TRUE(QTest::qWaitForWindowActive(shell_.OpenWindows()[0]));
-  EXPECT_EQ(shell_.OpenWindows()[0]->View().View().scale, 0.5F);
+  EXPECT_EQ(shell_.OpenWindows()[0]->Shown().scale, 0.5F);
 }
 
 TEST_F(PreferencesFileTest, TheViewIsForTheVeryNameOnly) {
@@ -132,10 +132,10 @@ TEST_F(PreferencesFileTest, TheViewIsForTheVeryNameOnly) {
   shell_.Start({});
   ASSERT_EQ(shell_.OpenWindows().size(), 1U);
   ASSERT_TRUE(QTest::qWaitForWindowActive(shell_.OpenWindows()[0]));
-  EXPECT_EQ(shell_.OpenWindows()[0]->View().View().scale, 0.5F);
+  EXPECT_EQ(shell_.OpenWindows()[0]->Shown().scale, 0.5F);
   MapWindowWidget& other = shell_.OpenMapWindow(MakeMap(workspace_, folder_.Path("SITE.map")));
   ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
-  EXPECT_NE(other.View().View().scale, 0.5F);
+  EXPECT_NE(other.Shown().scale, 0.5F);
 }
 
 TEST_F(PreferencesFileTest, AWindowThatOpensInTheMiddleOfTheReadHasItsPanels) {
@@ -197,7 +197,7 @@ TEST_F(PreferencesFileTest, AnUntitledMapIsNotNamed) {
 
 TEST_F(PreferencesFileTest, WhatOneRunWritesTheNextOneShows) {
   OpenActive(WriteMap("old.map"));
-  MapWindow& view = shell_.OpenWindows()[0]->View().View();
+  MapWindow& view = shell_.OpenWindows()[0]->Shown();
   OpenActive(WriteMap("new.map"));
   view.rotation = 30;
   ZoomToScale(view, 0.125);
@@ -213,9 +213,9 @@ TEST_F(PreferencesFileTest, WhatOneRunWritesTheNextOneShows) {
   MapWindowWidget& oldest = *next.OpenWindows()[0];
   EXPECT_EQ(oldest.TheMap().fileName, folder_.Path("old.map"));
   ASSERT_TRUE(QTest::qWaitForWindowActive(&oldest));
-  EXPECT_EQ(oldest.View().View().scale, 0.125F);
-  EXPECT_EQ(oldest.View().View().rotation, 30);
-  EXPECT_NEAR(oldest.View().View().centralLongitude, longitude, 1e-4);
+  EXPECT_EQ(oldest.Shown().scale, 0.125F);
+  EXPECT_EQ(oldest.Shown().rotation, 30);
+  EXPECT_NEAR(oldest.Shown().centralLongitude, longitude, 1e-4);
   while (!next.OpenWindows().empty()) next.OpenWindows().front()->TryClose();
   DeliverDeletes();
 }

@@ -139,7 +139,7 @@ class EventCount final : public QObject {
 TEST_F(ProgressBoxTest, NoWindowIsServedBeforeTheWorkIsDone) {
   MapWindowWidget& window = OpenActive(WriteMap("site.map"));
   QApplication::processEvents();
-  const float scale = window.View().View().scale;
+  const float scale = window.Shown().scale;
   const EventCount paints(window.View(), QEvent::Paint);
   int fired = 0;
   QTimer timer;
@@ -156,14 +156,14 @@ TEST_F(ProgressBoxTest, NoWindowIsServedBeforeTheWorkIsDone) {
     QTest::mouseClick(&window.View(), Qt::LeftButton);
     QTest::keyClick(ShownBox(), Qt::Key_F1);
     EXPECT_FALSE(window.close());
-    EXPECT_EQ(window.View().View().scale, scale);
+    EXPECT_EQ(window.Shown().scale, scale);
     EXPECT_EQ(paints.count, 0);
     EXPECT_EQ(fired, 0);
   }
   EXPECT_TRUE(QTest::qWaitFor([&] { return fired == 2; }));
   EXPECT_TRUE(QTest::qWaitFor([&] { return paints.count > 0; }));
   QTest::keyClick(&window.View(), Qt::Key_Plus);
-  EXPECT_EQ(window.View().View().scale, 2 * scale);
+  EXPECT_EQ(window.Shown().scale, 2 * scale);
 }
 
 /// Work that takes its time, and a user who presses Escape as soon as there is a box.

@@ -36,7 +36,7 @@ class ReloadTest : public ShellCase {
 
 TEST_F(ReloadTest, TheCommandReadsTheFileAgainAndKeepsTheView) {
   MapWindowWidget& window = OpenActive(WriteMap("site.map"));
-  MapWindow& view = window.View().View();
+  MapWindow& view = window.Shown();
   TrailPanelRow& group = view.trailViews.front();
   group.open = true;
   group.children.front().selected = true;
@@ -79,7 +79,7 @@ TEST_F(ReloadTest, WindowsOnAMapThatBecomesTheBasisFollow) {
   messages_.answers = {2};
   Press(window, CommandReload);
   ASSERT_EQ(window.TheMap().basis, &other.TheMap());
-  EXPECT_EQ(other.View().View().trailViews.front().children.front().trail,
+  EXPECT_EQ(other.Shown().trailViews.front().children.front().trail,
             &other.TheMap().trails.front());
   other.grab();
 }
@@ -115,7 +115,7 @@ TEST_F(ReloadTest, WindowsOnMapsAboveAndBelowFollow) {
   for (MapWindowWidget* window : {&season, &base}) {
     const Trail& valley = base.TheMap().trails.front();
     EXPECT_EQ(valley.name, "Valley");
-    EXPECT_NE(FindTrailRow(window->View().View(), valley), nullptr);
+    EXPECT_NE(FindTrailRow(window->Shown(), valley), nullptr);
     window->grab();
   }
 }

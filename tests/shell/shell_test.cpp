@@ -69,7 +69,7 @@ TEST_F(ShellTest, OpensAFileInAWindowThatBearsItsName) {
   MapWindowWidget& window = *shell_.OpenFile(path);
   EXPECT_TRUE(window.isVisible());
   EXPECT_EQ(window.windowTitle(), QStringLiteral("site.map[*]"));
-  EXPECT_TRUE(HasPoints(*window.View().View().map));
+  EXPECT_TRUE(HasPoints(*window.Shown().map));
   EXPECT_TRUE(texts_.isEmpty());
   EXPECT_TRUE(window.View().hasFocus() || window.focusWidget() == &window.View());
 }
@@ -82,7 +82,7 @@ TEST_F(ShellTest, TheFirstWindowHasAWholeSizeWithinTheScreen) {
   EXPECT_GT(window.height(), room.height() - 100);
   EXPECT_LE(window.width(), room.width());
   EXPECT_EQ(window.windowTitle(), QStringLiteral("Untitled[*]"));
-  EXPECT_NE(window.View().View().map->flags & MapUntitled, 0U);
+  EXPECT_NE(window.Shown().map->flags & MapUntitled, 0U);
 }
 
 TEST_F(ShellTest, AFileThatDoesNotOpenHasItsMessageAndThenAnEmptyWindow) {
@@ -92,7 +92,7 @@ TEST_F(ShellTest, AFileThatDoesNotOpenHasItsMessageAndThenAnEmptyWindow) {
   EXPECT_EQ(texts_[0].toStdString(), "Can't open file " + path);
   EXPECT_EQ(windowsAtBox_, 0);
   EXPECT_EQ(window.windowTitle(), QStringLiteral("missing.map[*]"));
-  EXPECT_FALSE(HasPoints(*window.View().View().map));
+  EXPECT_FALSE(HasPoints(*window.Shown().map));
 }
 
 TEST_F(ShellTest, OpeningAFileTwiceGivesTwoWindowsOnOneMap) {
@@ -100,10 +100,10 @@ TEST_F(ShellTest, OpeningAFileTwiceGivesTwoWindowsOnOneMap) {
   MapWindowWidget& first = *shell_.OpenFile(path);
   MapWindowWidget& second = *shell_.OpenFile(path);
   EXPECT_NE(&first, &second);
-  EXPECT_EQ(first.View().View().map, second.View().View().map);
-  const float scale = second.View().View().scale;
+  EXPECT_EQ(first.Shown().map, second.Shown().map);
+  const float scale = second.Shown().scale;
   QTest::keyClick(&first.View(), Qt::Key_Plus);
-  EXPECT_EQ(second.View().View().scale, scale);
+  EXPECT_EQ(second.Shown().scale, scale);
 }
 
 TEST_F(ShellTest, ControlWClosesOneWindowAndControlQAll) {

@@ -32,16 +32,16 @@ class VisibilityDialogs : public ShellCase {
  protected:
   VisibilityDialogs() : window_(OpenActive(folder_.Write("site.map", Follows))) {}
 
-  MapWindow& View() { return window_.View().View(); }
+  MapWindow& Shown() { return window_.Shown(); }
   TrailPanelRow& Trail(const char* text) {
-    for (TrailPanelRow* row : TrailRowsInOrder(View().trailViews)) {
+    for (TrailPanelRow* row : TrailRowsInOrder(Shown().trailViews)) {
       if (row->text == text) return *row;
     }
     ADD_FAILURE() << text;
-    return View().trailViews.front();
+    return Shown().trailViews.front();
   }
   RangePanelRow& Range(size_t number) {
-    return *std::next(View().rangeViews.begin(), static_cast<int>(number));
+    return *std::next(Shown().rangeViews.begin(), static_cast<int>(number));
   }
 
   /// Runs the command while `look` works with its dialog.

@@ -12,7 +12,7 @@ namespace orvane {
 void ShowImported(Shell& shell, Map& map, bool wasEmpty, const std::string& sentence) {
   for (MapWindowWidget* window : shell.OpenWindows()) {
     if (!wasEmpty || &window->TheMap() != &map) continue;
-    FitToMap(window->View().View());
+    FitToMap(window->Shown());
     window->View().RequestRepaint();
   }
   if (!sentence.empty()) shell.TheWorkspace().messages.Post(Severity::Note, sentence);

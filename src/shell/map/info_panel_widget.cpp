@@ -51,7 +51,7 @@ bool InfoPanelWidget::eventFilter(QObject*, QEvent* event) {
 
 void InfoPanelWidget::Refresh() {
   soon_.stop();
-  const MapWindow& view = view_.View();
+  const MapWindow& view = view_.Shown();
   const bool shown = (view.flags & MapWindowInfoShown) != 0 && view_.Fonts() != nullptr;
   if (!shown) {
     hide();
@@ -69,7 +69,7 @@ void InfoPanelWidget::Refresh() {
 }
 
 void InfoPanelWidget::Draw() {
-  const bool band = IsBandDrawn(view_.View());
+  const bool band = IsBandDrawn(view_.Shown());
   if (band != bandShown_) size_ = {};
   bandShown_ = band;
   // Measuring text needs a canvas, and a canvas needs something to paint on.
@@ -86,12 +86,12 @@ void InfoPanelWidget::Draw() {
   buffer_.setDevicePixelRatio(1);
   QPainter painter(&buffer_);
   QtCanvas canvas(painter, *view_.Fonts(), {0, 0, size_.width, size_.height});
-  DrawInfoPanel(canvas, rows_, size_, view_.View().background);
+  DrawInfoPanel(canvas, rows_, size_, view_.Shown().background);
 }
 
 void InfoPanelWidget::paintEvent(QPaintEvent*) {
   QPainter painter(this);
-  painter.fillRect(rect(), PaintColor(view_.View().background));
+  painter.fillRect(rect(), PaintColor(view_.Shown().background));
   buffer_.setDevicePixelRatio(devicePixelRatioF());
   painter.drawImage(0, 0, buffer_);
 }

@@ -59,7 +59,7 @@ void MapArea::FollowAction(QScrollBar& bar, int action) {
 }
 
 void MapArea::Scroll(QScrollBar& bar, ScrollAction action, int position) {
-  MapWindow& view = view_->View();
+  MapWindow& view = view_->Shown();
   const int rest = &bar == vertical_ ? ScrollVertically(view, action, position)
                                      : ScrollHorizontally(view, action, position);
   // During an action the bar takes the slider's position afterwards, otherwise at once.

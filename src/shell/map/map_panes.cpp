@@ -32,8 +32,8 @@ int LeastPane(const QWidget& widget) {
 MapPanes::MapPanes(Map& map, const PaneSizes& sizes, QWidget* parent)
     : QWidget(parent),
       area_(new MapArea(map, this)),
-      trails_(new TrailPane(area_->View().View(), this)),
-      ranges_(new RangePane(area_->View().View(), this)),
+      trails_(new TrailPane(area_->View().Shown(), this)),
+      ranges_(new RangePane(area_->View().Shown(), this)),
       besideMap_(MakeHandle(PaneDivider::BesideMap, tr("Divider between the lists and the map"))),
       betweenLists_(MakeHandle(PaneDivider::BetweenLists, tr("Divider between the two lists"))),
       focusRectangle_(new QRubberBand(QRubberBand::Line, this)),

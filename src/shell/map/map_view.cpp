@@ -61,10 +61,10 @@ bool HasPoints(const Map& map) {
 }
 
 MapView::MapView(Map& map, QWidget* parent) : QWidget(parent) {
-  view_.map = &map;
-  view_.flags |= MapWindowInfoWaits;
-  BuildTrailRows(view_);
-  BuildRangeRows(view_);
+  shown_.map = &map;
+  shown_.flags |= MapWindowInfoWaits;
+  BuildTrailRows(shown_);
+  BuildRangeRows(shown_);
   setObjectName(QStringLiteral("mapView"));
   setFocusPolicy(Qt::StrongFocus);
   setMouseTracking(true);
@@ -94,7 +94,7 @@ void MapView::ShowMoved() {
 }
 
 const AltitudeEstimates& MapView::Altitudes() {
-  if (!altitudes_) altitudes_.emplace(*view_.map);
+  if (!altitudes_) altitudes_.emplace(*shown_.map);
   return *altitudes_;
 }
 
@@ -104,14 +104,14 @@ Pixel MapView::DevicePixel(QPointF position) const {
           RoundToPixel(std::floor(position.y() * ratio))};
 }
 
-void MapView::CenterPointer() { view_.pointer = {view_.centerColumn, view_.centerRow}; }
+void MapView::CenterPointer() { shown_.pointer = {shown_.centerColumn, shown_.centerRow}; }
 
 void MapView::FitToWidget() {
   const double ratio = devicePixelRatioF();
   const int columns = static_cast<int>(std::ceil(width() * ratio));
   const int rows = static_cast<int>(std::ceil(height() * ratio));
-  if (ratio != view_.pixelRatio) {
-    SetPixelRatio(view_, ratio);
+  if (ratio != shown_.pixelRatio) {
+    SetPixelRatio(shown_, ratio);
     bufferOld_ = true;
   }
   const double pixelsPerInch = logicalDpiY() * ratio;
@@ -119,31 +119,31 @@ void MapView::FitToWidget() {
     fonts_ = std::make_unique<CanvasFonts>(pixelsPerInch);
     bufferOld_ = true;
   }
-  if (view_.clientWidth == columns && view_.clientHeight == rows) return;
-  SizeView(view_, columns, rows, savedView_ ? &*savedView_ : nullptr);
-  ResetScrolling(view_);
-  if ((view_.flags & MapWindowInfoWaits) != 0) {
-    view_.flags &= ~std::uint32_t{MapWindowInfoWaits};
-    view_.flags |= MapWindowInfoShown;
+  if (shown_.clientWidth == columns && shown_.clientHeight == rows) return;
+  SizeView(shown_, columns, rows, savedView_ ? &*savedView_ : nullptr);
+  ResetScrolling(shown_);
+  if ((shown_.flags & MapWindowInfoWaits) != 0) {
+    shown_.flags &= ~std::uint32_t{MapWindowInfoWaits};
+    shown_.flags |= MapWindowInfoShown;
   }
   if (!underMouse()) CenterPointer();
   bufferOld_ = true;
 }
 
 void MapView::DrawBuffer() {
-  const QSize size(view_.clientWidth, view_.clientHeight);
+  const QSize size(shown_.clientWidth, shown_.clientHeight);
   if (buffer_.size() != size) buffer_ = QImage(size, QImage::Format_RGB32);
   buffer_.setDevicePixelRatio(1);
   if (buffer_.isNull()) return;
-  const PixelRect area{0, 0, view_.clientWidth, view_.clientHeight};
+  const PixelRect area{0, 0, shown_.clientWidth, shown_.clientHeight};
   QPainter painter(&buffer_);
-  const CanvasOptions options{.antialias = view_.map->workspace->preferences.smoothLines};
+  const CanvasOptions options{.antialias = shown_.map->workspace->preferences.smoothLines};
   QtCanvas canvas(painter, *fonts_, area, options);
-  view_.target = &canvas;
-  TakeFontMetrics(view_);
-  canvas.Clear(view_.background);
-  DrawMap(view_, area);
-  view_.target = nullptr;
+  shown_.target = &canvas;
+  TakeFontMetrics(shown_);
+  canvas.Clear(shown_.background);
+  DrawMap(shown_, area);
+  shown_.target = nullptr;
   bufferOld_ = false;
 }
 
@@ -155,17 +155,17 @@ void MapView::paintEvent(QPaintEvent* event) {
   QPainter painter(this);
   painter.setClipRegion(event->region());
   painter.drawImage(0, 0, buffer_);
-  if (IsBandDrawn(view_)) {
-    PaintBand(painter, view_.pressPoint, view_.pointer, view_.transectMode || controlHeld_);
-  } else if ((view_.flags & MapWindowAreaShown) != 0) {
-    PaintBand(painter, MapToScreen(view_, view_.selection[0]),
-              MapToScreen(view_, view_.selection[1]), false);
+  if (IsBandDrawn(shown_)) {
+    PaintBand(painter, shown_.pressPoint, shown_.pointer, shown_.transectMode || controlHeld_);
+  } else if ((shown_.flags & MapWindowAreaShown) != 0) {
+    PaintBand(painter, MapToScreen(shown_, shown_.selection[0]),
+              MapToScreen(shown_, shown_.selection[1]), false);
   }
-  if (!HasPoints(*view_.map)) PaintHint(painter);
+  if (!HasPoints(*shown_.map)) PaintHint(painter);
   if (wasPainted_) return;
   wasPainted_ = true;
-  if (view_.map->credits.empty()) return;
-  view_.flags |= MapWindowNotesDue;
+  if (shown_.map->credits.empty()) return;
+  shown_.flags |= MapWindowNotesDue;
   notesTimer_.start(NotesDelayMilliseconds);
 }
 
@@ -226,7 +226,7 @@ void MapView::resizeEvent(QResizeEvent*) {
 }
 
 bool MapView::Find(std::string_view text) {
-  const FindOutcome outcome = FindInMap(view_, text);
+  const FindOutcome outcome = FindInMap(shown_, text);
   if (outcome == FindOutcome::Nothing) return false;
   findTimer_.stop();
   ShowMoved();
@@ -237,26 +237,26 @@ bool MapView::Find(std::string_view text) {
 }
 
 void MapView::EndFind() {
-  EndFindMark(view_);
+  EndFindMark(shown_);
   ShowMoved();
 }
 
 void MapView::FollowNotes() {
-  if ((view_.flags & MapWindowNotesDue) != 0) {
-    view_.flags &= ~std::uint32_t{MapWindowNotesDue};
-    view_.flags |= MapWindowNotesShown;
-    note_ = new MapNote(NoteLines(*view_.map), this);
+  if ((shown_.flags & MapWindowNotesDue) != 0) {
+    shown_.flags &= ~std::uint32_t{MapWindowNotesDue};
+    shown_.flags |= MapWindowNotesShown;
+    note_ = new MapNote(NoteLines(*shown_.map), this);
     note_->show();
     notesTimer_.start(NotesMilliseconds);
     return;
   }
-  view_.flags &= ~std::uint32_t{MapWindowNotesShown};
+  shown_.flags &= ~std::uint32_t{MapWindowNotesShown};
   if (note_ != nullptr) note_->deleteLater();
   note_ = nullptr;
 }
 
 void MapView::SetInputTarget(InputTarget* target) {
-  view_.inputTarget = target;
+  shown_.inputTarget = target;
   ShowCursor();
   if (target == nullptr) return;
   window()->show();
@@ -264,14 +264,14 @@ void MapView::SetInputTarget(InputTarget* target) {
 }
 
 void MapView::SetTransectMode(bool on) {
-  view_.transectMode = on;
+  shown_.transectMode = on;
   ShowCursor();
 }
 
 void MapView::ShowCursor() {
-  if ((view_.flags & MapWindowPan) != 0) {
+  if ((shown_.flags & MapWindowPan) != 0) {
     setCursor(Qt::ClosedHandCursor);
-  } else if (view_.inputTarget != nullptr || view_.transectMode) {
+  } else if (shown_.inputTarget != nullptr || shown_.transectMode) {
     setCursor(Qt::CrossCursor);
   } else {
     setCursor(Qt::ArrowCursor);
@@ -282,16 +282,16 @@ bool MapView::StepByKey(const QKeyEvent& event) {
   const HeldKeys keys = KeysOf(event.modifiers());
   switch (event.key()) {
     case Qt::Key_Up:
-      StepView(view_, ViewStep::North, keys);
+      StepView(shown_, ViewStep::North, keys);
       return true;
     case Qt::Key_Down:
-      StepView(view_, ViewStep::South, keys);
+      StepView(shown_, ViewStep::South, keys);
       return true;
     case Qt::Key_Right:
-      StepView(view_, ViewStep::East, keys);
+      StepView(shown_, ViewStep::East, keys);
       return true;
     case Qt::Key_Left:
-      StepView(view_, ViewStep::West, keys);
+      StepView(shown_, ViewStep::West, keys);
       return true;
     default:
       return false;
@@ -299,18 +299,18 @@ bool MapView::StepByKey(const QKeyEvent& event) {
 }
 
 bool MapView::EndModes() {
-  if (!EscapePointer(view_)) return false;
+  if (!EscapePointer(shown_)) return false;
   ShowCursor();
   ShowMoved();
   return true;
 }
 
 void MapView::keyPressEvent(QKeyEvent* event) {
-  const bool dragged = (view_.flags & MapWindowDrag) != 0;
+  const bool dragged = (shown_.flags & MapWindowDrag) != 0;
   if (event->key() == Qt::Key_Plus) {
-    ZoomOnPixel(view_, view_.pointer, 2);
+    ZoomOnPixel(shown_, shown_.pointer, 2);
   } else if (event->key() == Qt::Key_Minus) {
-    ZoomOnPixel(view_, view_.pointer, 0.5);
+    ZoomOnPixel(shown_, shown_.pointer, 0.5);
   } else if (event->key() == Qt::Key_Escape && EndModes()) {
     return;
   } else if (event->key() == Qt::Key_Control && dragged) {
@@ -337,8 +337,8 @@ void MapView::keyReleaseEvent(QKeyEvent* event) {
 }
 
 void MapView::mousePressEvent(QMouseEvent* event) {
-  if ((view_.flags & MapWindowDrag) != 0) return;  // a second button changes nothing
-  PressPointer(view_, DevicePixel(event->position()), event->button() != Qt::LeftButton);
+  if ((shown_.flags & MapWindowDrag) != 0) return;  // a second button changes nothing
+  PressPointer(shown_, DevicePixel(event->position()), event->button() != Qt::LeftButton);
   controlHeld_ = event->modifiers().testFlag(Qt::ControlModifier);
   ShowCursor();
   Q_EMIT pointerMoved();
@@ -346,15 +346,15 @@ void MapView::mousePressEvent(QMouseEvent* event) {
 
 void MapView::mouseMoveEvent(QMouseEvent* event) {
   // If a box came up during a drag, the release went to the box.
-  if (event->buttons() == Qt::NoButton && (view_.flags & MapWindowDrag) != 0) {
-    CancelPointer(view_);
+  if (event->buttons() == Qt::NoButton && (shown_.flags & MapWindowDrag) != 0) {
+    CancelPointer(shown_);
     ShowCursor();
     update();
   }
-  const bool moved = MovePointer(view_, DevicePixel(event->position()));
+  const bool moved = MovePointer(shown_, DevicePixel(event->position()));
   if (moved) {
     ShowMoved();
-  } else if (IsBandDrawn(view_)) {
+  } else if (IsBandDrawn(shown_)) {
     update();
   }
   controlHeld_ = event->modifiers().testFlag(Qt::ControlModifier);
@@ -363,9 +363,9 @@ void MapView::mouseMoveEvent(QMouseEvent* event) {
 
 void MapView::mouseReleaseEvent(QMouseEvent* event) {
   if (event->buttons() != Qt::NoButton) return;
-  const bool band = IsBandDrawn(view_);
+  const bool band = IsBandDrawn(shown_);
   const auto smallestBand = static_cast<int>(std::lround(SmallestBand * devicePixelRatioF()));
-  const PointerOutcome outcome = ReleasePointer(view_, DevicePixel(event->position()),
+  const PointerOutcome outcome = ReleasePointer(shown_, DevicePixel(event->position()),
                                                 KeysOf(event->modifiers()), smallestBand);
   if (outcome.viewMoved) {
     ShowMoved();
@@ -375,23 +375,23 @@ void MapView::mouseReleaseEvent(QMouseEvent* event) {
   controlHeld_ = false;
   // Without a window that shows transects, the next drag is an ordinary one again.
   const bool taken = isSignalConnected(QMetaMethod::fromSignal(&MapView::transectDrawn));
-  if (outcome.transectDrawn && !taken) view_.transectMode = false;
+  if (outcome.transectDrawn && !taken) shown_.transectMode = false;
   ShowCursor();
   Q_EMIT pointerMoved();
   if (outcome.transectDrawn) Q_EMIT transectDrawn();
 }
 
 void MapView::mouseDoubleClickEvent(QMouseEvent* event) {
-  view_.pointer = DevicePixel(event->position());
-  ZoomByDoubleClick(view_, KeysOf(event->modifiers()), event->button() != Qt::LeftButton);
-  view_.flags &= ~std::uint32_t{MapWindowPan};
+  shown_.pointer = DevicePixel(event->position());
+  ZoomByDoubleClick(shown_, KeysOf(event->modifiers()), event->button() != Qt::LeftButton);
+  shown_.flags &= ~std::uint32_t{MapWindowPan};
   ShowCursor();
   ShowMoved();
 }
 
 void MapView::ZoomAbout(QPointF position, double factor) {
   if (!(factor > 0) || !std::isfinite(factor)) return;
-  ZoomAboutPixel(view_, DevicePixel(position), factor);
+  ZoomAboutPixel(shown_, DevicePixel(position), factor);
   ShowMoved();
 }
 
@@ -400,7 +400,7 @@ void MapView::PanAlong(QPointF way) {
   panRest_ += way * devicePixelRatioF();
   const QPoint pixels(static_cast<int>(panRest_.x()), static_cast<int>(panRest_.y()));
   panRest_ -= pixels;
-  if (PanBy(view_, pixels.x(), pixels.y())) ShowMoved();
+  if (PanBy(shown_, pixels.x(), pixels.y())) ShowMoved();
 }
 
 void MapView::wheelEvent(QWheelEvent* event) {
@@ -428,7 +428,7 @@ bool MapView::PinchByTouch(QGestureEvent& event) {
   const auto* pinch = static_cast<QPinchGesture*>(event.gesture(Qt::PinchGesture));
   if (pinch == nullptr) return false;
   // The first finger has already begun a rubber band.
-  CancelPointer(view_);
+  CancelPointer(shown_);
   ShowCursor();
   PanAlong(pinch->centerPoint() - pinch->lastCenterPoint());
   ZoomAbout(mapFromGlobal(pinch->centerPoint()), pinch->scaleFactor());
@@ -452,7 +452,7 @@ void MapView::focusInEvent(QFocusEvent* event) {
 }
 
 void MapView::leaveEvent(QEvent*) {
-  if ((view_.flags & MapWindowDrag) != 0) return;
+  if ((shown_.flags & MapWindowDrag) != 0) return;
   // Without a pointer over the map, the keys zoom on the middle.
   CenterPointer();
   Q_EMIT pointerMoved();

@@ -37,8 +37,9 @@ class MapView final : public QWidget {
   MapView(Map& map, QWidget* parent);
   ~MapView() override;
 
-  MapWindow& View() { return view_; }
-  const MapWindow& View() const { return view_; }
+  /// What is shown, and where.
+  MapWindow& Shown() { return shown_; }
+  const MapWindow& Shown() const { return shown_; }
 
   /// Sets the view from an earlier run. The first layout uses it if it is for this map.
   void TakeSavedView(const SavedView& saved) { savedView_ = saved; }
@@ -81,7 +82,7 @@ class MapView final : public QWidget {
   void viewChanged();
   /// The pointer has moved, or a drag has begun or ended.
   void pointerMoved();
-  /// A transect was drawn: it runs along `View().selection`. While nothing is connected to this,
+  /// A transect was drawn: it runs along `Shown().selection`. While nothing is connected to this,
   /// transect mode ends with each drag.
   void transectDrawn();
   /// The map has the focus now.
@@ -121,7 +122,7 @@ class MapView final : public QWidget {
   void EndFind();
   void FollowNotes();
 
-  MapWindow view_;
+  MapWindow shown_;
   std::optional<SavedView> savedView_;
   std::optional<AltitudeEstimates> altitudes_;
   std::unique_ptr<CanvasFonts> fonts_;

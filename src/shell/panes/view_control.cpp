@@ -11,7 +11,7 @@
 namespace orvane {
 
 void AskTrailVisibility(Shell& shell, MapWindowWidget& window) {
-  MapWindow& view = window.View().View();
+  MapWindow& view = window.Shown();
   const auto values = OpenTrailVisibility(view);
   if (!values) return;
   TrailVisibilityDialog dialog(
@@ -30,7 +30,7 @@ void AskTrailVisibility(Shell& shell, MapWindowWidget& window) {
 }
 
 void AskRangeVisibility(Shell&, MapWindowWidget& window) {
-  MapWindow& view = window.View().View();
+  MapWindow& view = window.Shown();
   const auto values = OpenRangeVisibility(view);
   if (!values) return;
   RangeVisibilityDialog dialog(
