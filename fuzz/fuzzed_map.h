@@ -4,9 +4,9 @@
 #include "mapfile/open_map.h"
 #include "mapfile/reader.h"
 #include "model/workspace.h"
+#include "panes/range_list.h"
+#include "panes/trail_tree.h"
 #include "view/map_window.h"
-#include "view/panel_rows.h"
-#include "view/range_rows.h"
 #include "view/view_transform.h"
 
 #include <cstdint>

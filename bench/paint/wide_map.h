@@ -3,7 +3,7 @@
 #include "base/messages.h"
 #include "model/point_names.h"
 #include "model/workspace.h"
-#include "view/panel_rows.h"
+#include "panes/trail_tree.h"
 #include "view/view_transform.h"
 
 #include <random>

@@ -2,10 +2,10 @@
 #include "geo/earth.h"
 #include "model/map.h"
 #include "model/workspace.h"
+#include "panes/trail_tree.h"
 #include "support/wandering_trails.h"
 #include "view/draw_map.h"
 #include "view/fills.h"
-#include "view/panel_rows.h"
 #include "view/view_transform.h"
 
 #include <benchmark/benchmark.h>

@@ -18,9 +18,10 @@
 #include "panes/open_editors.h"
 #include "panes/pane_clicks.h"
 #include "panes/range_drops.h"
+#include "panes/range_list.h"
+#include "panes/trail_tree.h"
 #include "panes/visibility.h"
 #include "trails/checks.h"
-#include "view/range_rows.h"
 
 #include <algorithm>
 #include <iostream>

@@ -1,6 +1,7 @@
 #include "cli/edit_session.h"
 
-#include "view/range_rows.h"
+#include "panes/range_list.h"
+#include "panes/trail_tree.h"
 #include "view/view_transform.h"
 
 namespace orvane {

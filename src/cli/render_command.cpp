@@ -4,11 +4,11 @@
 #include "cli/exit_status.h"
 #include "cli/text_output.h"
 #include "paint/render.h"
+#include "panes/range_list.h"
+#include "panes/trail_tree.h"
 #include "places/resolve_location.h"
 #include "view/fit_to_map.h"
 #include "view/map_window.h"
-#include "view/panel_rows.h"
-#include "view/range_rows.h"
 #include "view/view_transform.h"
 
 #include <cmath>

@@ -5,11 +5,11 @@
 #include "cli/exit_status.h"
 #include "cli/text_output.h"
 #include "model/point_names.h"
+#include "panes/range_list.h"
 #include "reports/point_index.h"
 #include "reports/range_stats.h"
 #include "reports/trail_summary.h"
 #include "view/map_window.h"
-#include "view/range_rows.h"
 #include "view/view_transform.h"
 
 #include <algorithm>

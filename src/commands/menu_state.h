@@ -1,7 +1,7 @@
 #pragma once
 
 #include "commands/command_table.h"
-#include "view/focus_place.h"
+#include "commands/focus_place.h"
 
 #include <string>
 #include <vector>

@@ -4,6 +4,7 @@
 #include "editing/delete_records.h"
 #include "model/point_names.h"
 #include "model/workspace.h"
+#include "panes/trail_tree.h"
 
 #include <algorithm>
 #include <string_view>

@@ -1,8 +1,8 @@
 #include "panes/follow_edit.h"
 
 #include "base/text.h"
-#include "view/panel_rows.h"
-#include "view/range_rows.h"
+#include "panes/range_list.h"
+#include "panes/trail_tree.h"
 
 #include <algorithm>
 #include <unordered_set>

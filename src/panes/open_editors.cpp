@@ -3,7 +3,8 @@
 #include "base/messages.h"
 #include "editing/save_range.h"
 #include "model/workspace.h"
-#include "view/range_rows.h"
+#include "panes/range_list.h"
+#include "panes/trail_tree.h"
 
 #include <functional>
 

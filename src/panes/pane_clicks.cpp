@@ -2,6 +2,7 @@
 
 #include "base/text.h"
 #include "elevation/contours.h"
+#include "panes/trail_tree.h"
 
 #include <algorithm>
 

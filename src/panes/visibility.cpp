@@ -4,6 +4,7 @@
 #include "editing/trail_form.h"
 #include "model/workspace.h"
 #include "panes/pane_clicks.h"
+#include "panes/trail_tree.h"
 #include "view/fills.h"
 
 #include <algorithm>

@@ -5,6 +5,7 @@
 #include "paint/display_text.h"
 #include "panes/follow_edit.h"
 #include "panes/range_drops.h"
+#include "panes/trail_tree.h"
 #include "shell/command_menu.h"
 #include "shell/files/dropped_files.h"
 #include "shell/files/local_files.h"

@@ -3,6 +3,7 @@
 #include "base/file_names.h"
 #include "mapfile/reread_maps.h"
 #include "paint/display_text.h"
+#include "panes/row_memory.h"
 #include "shell/files/local_files.h"
 #include "shell/map/map_view.h"
 #include "shell/map/reload_bar.h"
@@ -10,7 +11,6 @@
 #include "shell/out_of_memory.h"
 #include "shell/progress/busy_work.h"
 #include "shell/shell.h"
-#include "view/row_memory.h"
 
 #include <QGuiApplication>
 

@@ -4,8 +4,8 @@
 #include "model/map.h"
 #include "model/point_names.h"
 #include "model/workspace.h"
+#include "panes/trail_tree.h"
 #include "view/map_window.h"
-#include "view/panel_rows.h"
 #include "view/view_transform.h"
 
 #include <string>

@@ -3,9 +3,10 @@
 #include "base/text.h"
 #include "editing/edit_history.h"
 #include "panes/follow_edit.h"
+#include "panes/range_list.h"
+#include "panes/trail_tree.h"
 #include "support/map_from_text.h"
 #include "view/map_window.h"
-#include "view/range_rows.h"
 
 #include <gtest/gtest.h>
 

@@ -5,8 +5,8 @@
 #include "panes/delete_rows.h"
 #include "panes/open_editors.h"
 #include "panes/pane_clicks.h"
+#include "panes/trail_tree.h"
 #include "panes/visibility.h"
-#include "view/panel_rows.h"
 
 namespace orvane {
 namespace {

@@ -1,6 +1,7 @@
 // Each command of the menu bar, by its key where it has one, else by its entry in the menu.
 
 #include "mapfile/open_map.h"
+#include "panes/trail_tree.h"
 #include "shell/about_box.h"
 #include "shell/comment_edit.h"
 #include "shell/map/map_panes.h"

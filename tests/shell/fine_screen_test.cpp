@@ -2,6 +2,7 @@
 // CMakeLists.txt), as Qt takes its scale from the environment when it starts.
 
 #include "paint/small_map.h"
+#include "panes/trail_tree.h"
 #include "shell/map/map_panes.h"
 #include "shell/map/map_view.h"
 #include "view/info_panel.h"

@@ -1,5 +1,6 @@
 // Import GIS and its window.
 
+#include "panes/trail_tree.h"
 #include "shell/entry/gis_trail_window.h"
 #include "shell/shell_case.h"
 #include "view/fit_to_map.h"

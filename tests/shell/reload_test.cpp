@@ -1,5 +1,6 @@
 // Reading a map again: by the command, and where a window offers it.
 
+#include "panes/trail_tree.h"
 #include "shell/comment_edit.h"
 #include "shell/map/map_panes.h"
 #include "shell/map/reload_bar.h"

@@ -1,5 +1,6 @@
 #include "view/draw_map.h"
 
+#include "panes/trail_tree.h"
 #include "view/fills.h"
 #include "view/view_case.h"
 

@@ -1,9 +1,10 @@
 #include "view/draw_ranges.h"
 
+#include "panes/range_list.h"
+#include "panes/trail_tree.h"
 #include "view/draw_map.h"
 #include "view/fills.h"
 #include "view/labels.h"
-#include "view/range_rows.h"
 #include "view/view_case.h"
 
 #include <algorithm>

@@ -1,5 +1,6 @@
 #include "view/fills.h"
 
+#include "panes/trail_tree.h"
 #include "view/view_case.h"
 
 #include <chrono>

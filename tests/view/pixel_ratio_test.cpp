@@ -1,6 +1,7 @@
 // A view on a screen of fine pixels shows and reads the same figures as on any other.
 
 #include "model/point_names.h"
+#include "panes/trail_tree.h"
 #include "view/draw_map.h"
 #include "view/draw_ranges.h"
 #include "view/find_in_map.h"

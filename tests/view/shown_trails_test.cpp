@@ -1,5 +1,6 @@
 #include "view/shown_trails.h"
 
+#include "panes/trail_tree.h"
 #include "view/labels.h"
 #include "view/trail_lines.h"
 #include "view/view_case.h"

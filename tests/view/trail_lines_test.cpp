@@ -1,5 +1,6 @@
 #include "view/trail_lines.h"
 
+#include "panes/trail_tree.h"
 #include "view/view_case.h"
 
 #include <cmath>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "view/pane_layout.h"
+#include "panes/pane_layout.h"
 
 #include <QWidget>
 

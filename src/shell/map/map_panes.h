@@ -1,7 +1,7 @@
 #pragma once
 
-#include "view/focus_place.h"
-#include "view/pane_layout.h"
+#include "commands/focus_place.h"
+#include "panes/pane_layout.h"
 
 #include <QWidget>
 

@@ -2,13 +2,13 @@
 
 #include "model/workspace.h"
 #include "paint/qt_canvas.h"
+#include "panes/range_list.h"
+#include "panes/trail_tree.h"
 #include "shell/map/map_note.h"
 #include "view/draw_map.h"
 #include "view/find_in_map.h"
 #include "view/map_notes.h"
-#include "view/panel_rows.h"
 #include "view/pointer.h"
-#include "view/range_rows.h"
 #include "view/scrolling.h"
 #include "view/view_transform.h"
 

@@ -1,5 +1,6 @@
-#include "view/range_rows.h"
+#include "panes/range_list.h"
 
+#include "panes/trail_tree.h"
 #include "view/fills.h"
 #include "view/view_case.h"
 

@@ -1,9 +1,9 @@
-#include "view/range_rows.h"
+#include "panes/range_list.h"
 
 #include "base/text.h"
 #include "model/workspace.h"
+#include "panes/trail_tree.h"
 #include "view/fills.h"
-#include "view/panel_rows.h"
 
 #include <algorithm>
 

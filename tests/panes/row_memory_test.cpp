@@ -1,6 +1,7 @@
-#include "view/row_memory.h"
+#include "panes/row_memory.h"
 
-#include "view/range_rows.h"
+#include "panes/range_list.h"
+#include "panes/trail_tree.h"
 #include "view/view_case.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
-#include "view/pane_layout.h"
+#include "panes/pane_layout.h"
 
-#include "view_case.h"
+#include "view/view_case.h"
 
 #include <gtest/gtest.h>
 #include <string>

@@ -1,8 +1,9 @@
-#include "view/row_memory.h"
+#include "panes/row_memory.h"
 
 #include "base/text.h"
 #include "model/workspace.h"
-#include "view/range_rows.h"
+#include "panes/range_list.h"
+#include "panes/trail_tree.h"
 
 namespace orvane {
 namespace {

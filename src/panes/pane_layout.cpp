@@ -1,4 +1,4 @@
-#include "view/pane_layout.h"
+#include "panes/pane_layout.h"
 
 #include <algorithm>
 

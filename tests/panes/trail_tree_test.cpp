@@ -1,4 +1,4 @@
-#include "view/panel_rows.h"
+#include "panes/trail_tree.h"
 
 #include "base/dates.h"
 #include "view/view_case.h"
