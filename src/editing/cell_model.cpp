@@ -1,24 +1,29 @@
 #include "editing/cell_model.h"
 
+#include "base/utf8.h"
+
 #include <algorithm>
 
 namespace orvane {
 
 bool CommitCell(CellModel& model, size_t row, size_t column, std::string_view text) {
-  return model.SetCell(row, column, text.substr(0, MostCellBytes));
+  return model.SetCell(row, column, CutText(text, MostCellBytes));
 }
 
-bool PasteCells(CellModel& model, size_t row, size_t column,
-                const std::vector<std::vector<std::string>>& rows) {
+PasteResult PasteCells(CellModel& model, size_t row, size_t column,
+                       const std::vector<std::vector<std::string>>& rows) {
   const size_t columns = model.Columns().size();
+  PasteResult first = {.row = std::min(row, model.RowCount()), .column = column};
   for (const std::vector<std::string>& texts : rows) {
     row = std::min(row, model.RowCount());
     for (size_t i = 0; i < texts.size() && column + i < columns; ++i) {
-      if (!model.SetCell(row, column + i, texts[i])) return false;
+      if (!CommitCell(model, row, column + i, texts[i])) {
+        return {.row = row, .column = column + i, .refused = texts[i]};
+      }
     }
     ++row;
   }
-  return true;
+  return first;
 }
 
 std::string RowAsText(const CellModel& model, size_t row) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -51,13 +52,19 @@ constexpr size_t MostCellBytes = 999;
 /// \return false, after a message, if the text is refused
 bool CommitCell(CellModel& model, size_t row, size_t column, std::string_view text);
 
+/// Where pasting ended.
+struct PasteResult {
+  size_t row = 0;  ///< of the cell that took the first text or, if one was refused, of that
+  size_t column = 0;
+  std::optional<std::string> refused{};  ///< the text that was refused; nothing if none was
+};
+
 /// Pastes rows of cells, the first text into the given cell and those after it to its right and
 /// below. Cells beyond the last column are skipped. At the first refusal the rest is not pasted;
 /// what was accepted stays.
 /// \param rows  of texts; an empty row leaves its row of the table as it is
-/// \return true if nothing was refused
-bool PasteCells(CellModel& model, size_t row, size_t column,
-                const std::vector<std::vector<std::string>>& rows);
+PasteResult PasteCells(CellModel& model, size_t row, size_t column,
+                       const std::vector<std::vector<std::string>>& rows);
 
 /// Takes an item of a list out and puts it before the one that then is at `to`, or last.
 template <typename Item>

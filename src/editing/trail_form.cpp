@@ -1,8 +1,7 @@
 #include "editing/trail_form.h"
 
 #include "base/number_text.h"
-
-#include <algorithm>
+#include "base/utf8.h"
 
 namespace orvane {
 namespace {
@@ -35,7 +34,7 @@ TrailForm::TrailForm(const Trail& trail) : isNew_(false) {
   At(TrailField::Date).text = FormatDate(trail.date);
   for (const TrailField field :
        {TrailField::Type, TrailField::Name, TrailField::Focal, TrailField::Date}) {
-    At(field).text.resize(std::min(At(field).text.size(), MostFieldBytes));
+    At(field).text = std::string(CutText(At(field).text, MostFieldBytes));
     Enable(field, false);
   }
   At(TrailField::LineColor).text = ColorFieldText(trail.color);
@@ -44,7 +43,7 @@ TrailForm::TrailForm(const Trail& trail) : isNew_(false) {
 }
 
 void TrailForm::SetText(TrailField field, std::string_view text) {
-  At(field).text = IsIdentity(field) ? text.substr(0, MostFieldBytes) : text;
+  At(field).text = IsIdentity(field) ? CutText(text, MostFieldBytes) : text;
   if (isNew_ && IsIdentity(field)) ApplyRules();
 }
 

@@ -142,9 +142,9 @@ TEST_F(RangeEditorTest, AsksBeforeAChangeOfAnotherWindowIsReplaced) {
 
 TEST_F(RangeEditorTest, PastesCellsUpToTheFirstRefusal) {
   RangeEditor editor(map, nullptr, NoColor);
-  EXPECT_TRUE(PasteCells(editor, 0, 4, {{"6:00", "7:00", "lost"}, {"8:00"}}));
+  EXPECT_FALSE(PasteCells(editor, 0, 4, {{"6:00", "7:00", "lost"}, {"8:00"}}).refused);
   EXPECT_EQ(editor.RowCount(), 2U);
-  EXPECT_FALSE(PasteCells(editor, 0, 2, {{"2020-1-1", "x"}, {"2020-2-2"}}));
+  EXPECT_EQ(PasteCells(editor, 0, 2, {{"2020-1-1", "x"}, {"2020-2-2"}}).refused, "x");
   EXPECT_EQ(editor.GetCell(0, ColumnDateFrom), "2020-1-1");
   EXPECT_EQ(editor.GetCell(1, ColumnDateFrom), "");
 }
