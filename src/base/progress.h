@@ -6,7 +6,7 @@
 namespace orvane {
 
 /// The stages of long work.
-enum class WorkStage { Reading, Solving, Analyzing, Importing, Contouring, Writing };
+enum class WorkStage { Reading, Solving, Analyzing, Importing, Contouring, Writing, Printing };
 
 /// Receives progress from long work and can cancel it. The work checks rarely enough not to become
 /// slower, and often enough that a cancel seems immediate to the user.

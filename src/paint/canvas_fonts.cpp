@@ -52,10 +52,15 @@ QString WithoutControls(QString text) {
 }  // namespace
 
 CanvasFonts::CanvasFonts(double pixelsPerInch, const FontSizes& sizes, TextOutput output)
-    : pixelsPerInch_(pixelsPerInch),
-      output_(output),
-      faces_{MakeFace(sizes.small * pixelsPerInch / PointsPerInch, output),
-             MakeFace(sizes.label * pixelsPerInch / PointsPerInch, output)} {}
+    : pixelsPerInch_(pixelsPerInch), sizes_(sizes), output_(output) {}
+
+double CanvasFonts::PixelsOf(CanvasFont font) const {
+  double points = sizes_.small;
+  if (font == CanvasFont::Label) points = sizes_.label;
+  if (font == CanvasFont::LegendTitle) points = sizes_.legendTitle;
+  if (font == CanvasFont::LegendText) points = sizes_.legendText;
+  return points * pixelsPerInch_ / PointsPerInch;
+}
 
 CanvasFonts::Face CanvasFonts::MakeFace(double pixels, TextOutput output) {
   Face face;
@@ -96,7 +101,9 @@ QString CanvasFonts::AskedFamily() { return QStringLiteral("Helvetica"); }
 QString CanvasFonts::FamilyName(CanvasFont font) const { return FaceOf(font).raw.familyName(); }
 
 CanvasFonts::Face& CanvasFonts::FaceOf(CanvasFont font) const {
-  return faces_[font == CanvasFont::Small ? 0 : 1];
+  std::optional<Face>& face = faces_[static_cast<size_t>(font)];
+  if (!face) face = MakeFace(PixelsOf(font), output_);
+  return *face;
 }
 
 int CanvasFonts::Ascent(CanvasFont font) const { return FaceOf(font).ascent; }

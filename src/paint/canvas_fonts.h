@@ -18,10 +18,12 @@ class QPainter;
 
 namespace orvane {
 
-/// Sizes of the two fonts of a view, in points of 1/72 inch.
+/// Sizes of the fonts of a canvas, in points of 1/72 inch.
 struct FontSizes {
   double small = 8;
   double label = 8;
+  double legendTitle = 8;
+  double legendText = 8;
 };
 
 /// How text goes to the device.
@@ -90,15 +92,17 @@ class CanvasFonts {
   };
 
   static Face MakeFace(double pixels, TextOutput output);
+  double PixelsOf(CanvasFont font) const;
   Face& FaceOf(CanvasFont font) const;
   /// \return the text as Latin-1 if every character of it is in the table; it may point into
   ///         `latin_`, which the next call overwrites
   std::optional<std::string_view> SimpleText(const Face& face, std::string_view text) const;
 
   double pixelsPerInch_;
+  FontSizes sizes_;
   TextOutput output_;
   // Caches and room to work in: a const canvas measures text.
-  mutable std::array<Face, 2> faces_;
+  mutable std::array<std::optional<Face>, CanvasFontCount> faces_;  ///< made when first used
   mutable std::string latin_;
   mutable std::vector<quint32> glyphRoom_;
   mutable std::vector<QPointF> positionRoom_;

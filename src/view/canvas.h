@@ -2,6 +2,7 @@
 
 #include "base/colors.h"
 
+#include <cstddef>
 #include <string_view>
 #include <vector>
 
@@ -47,8 +48,9 @@ struct Brush {
   Color color = 0;
 };
 
-/// Which of the view's fonts text is drawn in.
-enum class CanvasFont { Small, Label };
+/// Which of the canvas's fonts text is drawn in. Only paper has those of a legend.
+enum class CanvasFont { Small, Label, LegendTitle, LegendText };
+constexpr size_t CanvasFontCount = 4;
 
 /// The few drawing operations that a map needs. It is implemented for screen, picture and paper,
 /// and by a recording one in the tests. All coordinates are device pixels within 16 bits.

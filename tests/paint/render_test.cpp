@@ -1,6 +1,6 @@
 #include "paint/render.h"
 
-#include "paint/small_map.h"
+#include "support/small_map.h"
 
 #include <QBuffer>
 #include <QImage>

@@ -1,10 +1,10 @@
 // These run at the pixel ratio 1 with the others, and by themselves at 1.5 and 2 (see
 // CMakeLists.txt), as Qt takes its scale from the environment when it starts.
 
-#include "paint/small_map.h"
 #include "panes/trail_tree.h"
 #include "shell/map/map_panes.h"
 #include "shell/map/map_view.h"
+#include "support/small_map.h"
 #include "view/info_panel.h"
 #include "view/scale_text.h"
 #include "view/view_transform.h"

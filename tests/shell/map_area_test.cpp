@@ -1,7 +1,7 @@
 #include "shell/map/map_area.h"
 
 #include "geo/angle_text.h"
-#include "paint/small_map.h"
+#include "support/small_map.h"
 #include "shell/map/info_panel_widget.h"
 #include "shell/map/map_view.h"
 #include "view/view_transform.h"

@@ -1,8 +1,8 @@
 #include "paint/qt_canvas.h"
-#include "paint/small_map.h"
 #include "panes/trail_tree.h"
 #include "shell/map/map_note.h"
 #include "shell/map/map_view.h"
+#include "support/small_map.h"
 #include "view/view_transform.h"
 
 #include <QApplication>

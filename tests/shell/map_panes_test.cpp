@@ -1,6 +1,6 @@
 #include "shell/map/map_panes.h"
 
-#include "paint/small_map.h"
+#include "support/small_map.h"
 #include "shell/map/divider_handle.h"
 #include "shell/map/map_area.h"
 #include "shell/map/map_view.h"

@@ -1,6 +1,6 @@
 #include "shell/map/orientation_dialog.h"
 
-#include "paint/small_map.h"
+#include "support/small_map.h"
 #include "view/view_transform.h"
 
 #include <QLineEdit>

@@ -30,6 +30,8 @@ QString TextOf(WorkStage stage) {
       return ProgressBox::tr("Drawing contours");
     case WorkStage::Writing:
       return ProgressBox::tr("Writing the files");
+    case WorkStage::Printing:
+      return ProgressBox::tr("Drawing the pages");
   }
   return {};
 }

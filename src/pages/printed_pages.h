@@ -1,0 +1,32 @@
+#pragma once
+
+#include "view/canvas.h"
+
+#include <string>
+
+namespace orvane {
+
+/// Sizes of the fonts of a page, in points of 1/72 inch. A page without a legend leaves the last
+/// two at 0.
+struct PageFonts {
+  int text = 0;         ///< `CanvasFont::Small` and `CanvasFont::Label`
+  int legendTitle = 0;  ///< `CanvasFont::LegendTitle`
+  int legendText = 0;   ///< `CanvasFont::LegendText`
+};
+
+/// What a print job prints: a number of pages that can be drawn in any order, and more than once.
+class PrintedPages {
+ public:
+  virtual ~PrintedPages() = default;
+
+  /// The name of the document, in the encoding of map files.
+  virtual std::string Title() const = 0;
+  virtual PageFonts Fonts() const = 0;
+  /// At least 1.
+  virtual int Count() const = 0;
+  /// Draws one page on a canvas that covers the printable area; pixel (0, 0) is its top left one.
+  /// \param page  from 0
+  virtual void DrawPage(int page, Canvas& canvas) = 0;
+};
+
+}  // namespace orvane

@@ -1,0 +1,86 @@
+#include "paint/print_job.h"
+
+#include "paint/canvas_fonts.h"
+#include "paint/display_text.h"
+#include "paint/drawing_session.h"
+#include "paint/qt_canvas.h"
+
+#include <QBuffer>
+#include <QPageSize>
+#include <QPagedPaintDevice>
+#include <QPainter>
+#include <QPdfWriter>
+
+#include <algorithm>
+
+namespace orvane {
+namespace {
+
+/// The thinnest line on paper: a pixel of a fine printer would be all but invisible.
+constexpr double HairlinesPerInch = 300;
+
+void DrawOnePage(PrintedPages& pages, int page, QPainter& painter, const CanvasFonts& fonts,
+                 const PageDevice& device) {
+  const double hairline = std::max(1.0, device.horizontalResolution / HairlinesPerInch);
+  QtCanvas canvas(painter, fonts, {0, 0, device.width, device.height},
+                  {.antialias = true, .hairline = hairline});
+  pages.DrawPage(page, canvas);
+}
+
+}  // namespace
+
+QPageLayout PdfLayout(const Paper& paper, QPageLayout::Orientation orientation) {
+  const QPageSize size(QSizeF(paper.width, paper.height), QPageSize::Millimeter,
+                       QString::fromStdString(paper.name), QPageSize::ExactMatch);
+  return {size, orientation, QMarginsF(PdfMargin, PdfMargin, PdfMargin, PdfMargin),
+          QPageLayout::Millimeter};
+}
+
+PageDevice DeviceOf(const QPageLayout& layout, int resolution) {
+  const QRect area = layout.paintRectPixels(resolution);
+  return {.height = area.height(),
+          .width = area.width(),
+          .verticalResolution = resolution,
+          .horizontalResolution = resolution};
+}
+
+PrintResult PrintPages(PrintedPages& pages, QPagedPaintDevice& device, Progress* progress) {
+  const int resolution = device.logicalDpiX();
+  const PageDevice area = DeviceOf(device.pageLayout(), resolution);
+  const PageFonts sizes = pages.Fonts();
+  const FontSizes points{.small = 1.0 * sizes.text,
+                         .label = 1.0 * sizes.text,
+                         .legendTitle = 1.0 * sizes.legendTitle,
+                         .legendText = 1.0 * sizes.legendText};
+  const CanvasFonts fonts(resolution, points, TextOutput::Text);
+  QPainter painter;
+  if (!painter.begin(&device)) return PrintResult::Failed;
+  for (int page = 0; page < pages.Count(); ++page) {
+    if (progress != nullptr) {
+      progress->Reach(WorkStage::Printing, static_cast<size_t>(page),
+                      static_cast<size_t>(pages.Count()));
+    }
+    if (IsCancelled(progress)) return PrintResult::Cancelled;
+    if (page > 0 && !device.newPage()) return PrintResult::Failed;
+    DrawOnePage(pages, page, painter, fonts, area);
+  }
+  return painter.end() ? PrintResult::Done : PrintResult::Failed;
+}
+
+std::optional<std::string> PdfOf(PrintedPages& pages, const QPageLayout& layout, int resolution,
+                                 Progress* progress) {
+  const DrawingSession session;
+  QByteArray bytes;
+  QBuffer buffer(&bytes);
+  buffer.open(QIODevice::WriteOnly);
+  QPdfWriter writer(&buffer);
+  writer.setResolution(resolution);
+  writer.setPageLayout(layout);
+  writer.setTitle(DisplayText(pages.Title()));
+  writer.setCreator(QStringLiteral("Orvane"));
+  if (PrintPages(pages, writer, progress) != PrintResult::Done) return std::nullopt;
+  buffer.close();
+  return bytes.toStdString();
+}
+
+}  // namespace orvane

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "base/progress.h"
+#include "pages/page_device.h"
+#include "pages/paper.h"
+#include "pages/printed_pages.h"
+
+#include <QPageLayout>
+
+#include <optional>
+#include <string>
+
+class QPagedPaintDevice;
+
+namespace orvane {
+
+/// The print job: the same pages, drawn by the same code, on a printer, in a PDF file and in a
+/// preview. If the program has no QGuiApplication yet, one without any screen is made for the time
+/// of the call.
+
+/// A sheet with the margins of a PDF file.
+QPageLayout PdfLayout(const Paper& paper, QPageLayout::Orientation orientation);
+
+/// The printable area of a layout at a resolution.
+/// \param resolution  pixels to the inch, in both directions
+PageDevice DeviceOf(const QPageLayout& layout, int resolution);
+
+/// How a print job ended.
+enum class PrintResult { Done, Cancelled, Failed };
+
+/// Draws all pages, one after the other.
+/// \param device    with its page layout and resolution set, and not yet painted on
+/// \param progress  asked before each page; may be null
+PrintResult PrintPages(PrintedPages& pages, QPagedPaintDevice& device, Progress* progress);
+
+/// Makes a PDF file of the pages: text stays text, lines stay lines.
+/// \param layout      of `PdfLayout`
+/// \param resolution  pixels to the inch
+/// \param progress    may be null
+/// \return the bytes of the file, or nothing if it could not be drawn or was cancelled
+std::optional<std::string> PdfOf(PrintedPages& pages, const QPageLayout& layout, int resolution,
+                                 Progress* progress);
+
+}  // namespace orvane

@@ -1,0 +1,112 @@
+#include "pages/legend.h"
+
+#include "geo/angle_text.h"
+#include "pages/page_case.h"
+#include "support/recording_canvas.h"
+
+#include <gtest/gtest.h>
+#include <vector>
+
+namespace orvane {
+namespace {
+
+std::vector<std::string> LinesOf(const PrintMapWindow& view) {
+  std::vector<std::string> lines;
+  for (int i = 0;; ++i) {
+    const auto line = LegendLine(view, i);
+    if (!line) return lines;
+    lines.push_back(*line);
+  }
+}
+
+struct LegendTest : testing::Test {
+  PageCase c;
+
+  LegendTest() {
+    c.ChooseAroundPoint();
+    EXPECT_EQ(c.Accept(), "");
+  }
+  Map& TheMap() { return c.map.TheMap(); }
+  void Turn(double degrees) { c.view.rotation = static_cast<float>(degrees); }
+  std::string VerticalLine() { return LinesOf(c.view)[2]; }
+};
+
+TEST_F(LegendTest, HasCreditsLabelScaleAndCenter) {
+  c.view.label = "Rains";
+  TheMap().credits = {"\xA9 Forest project",
+                      "\xA9"
+                      "2026"};
+  EXPECT_EQ(LinesOf(c.view),
+            (std::vector<std::string>{
+                "Forest project", "2026", "Rains", "Scale: 1:10000",
+                "Centered on: " + FormatLatitudeFine(1) + ", " + FormatLongitudeFine(10),
+                "North vertical at center"}));
+}
+
+TEST_F(LegendTest, LeavesOutALabelThatIsEmptyOrABlank) {
+  c.view.label = " ";
+  EXPECT_EQ(LinesOf(c.view).front(), "Scale: 1:10000");
+  EXPECT_TRUE(HasLegend(c.view));
+  c.view.label = "";
+  EXPECT_EQ(LinesOf(c.view).front(), "Scale: 1:10000");
+  EXPECT_FALSE(HasLegend(c.view));
+  TheMap().credits = {"\xA9 x"};
+  EXPECT_TRUE(HasLegend(c.view));
+}
+
+TEST_F(LegendTest, NamesTheDirectionThatIsUp) {
+  TheMap().magneticDeviation = -3.2;
+  Turn(0);
+  EXPECT_EQ(VerticalLine(), "North vertical at center");
+  Turn(-3.2);
+  EXPECT_EQ(VerticalLine(), "Compass north vertical at center");
+  Turn(90);
+  EXPECT_EQ(VerticalLine(), "East vertical at center");
+  Turn(90 - 3.2);
+  EXPECT_EQ(VerticalLine(), "Compass east vertical at center");
+  Turn(180);
+  EXPECT_EQ(VerticalLine(), "South vertical at center");
+  Turn(180 - 3.2);
+  EXPECT_EQ(VerticalLine(), "Compass south vertical at center");
+  Turn(270);
+  EXPECT_EQ(VerticalLine(), "West vertical at center");
+  Turn(270 - 3.2);
+  EXPECT_EQ(VerticalLine(), "Compass west vertical at center");
+  Turn(45);
+  EXPECT_EQ(VerticalLine(), "");
+  EXPECT_EQ(LinesOf(c.view).back(), "Magnetic deviation: " + FormatLongitudeFine(-3.2));
+  TheMap().magneticDeviation = 0;
+  Turn(0);
+  EXPECT_EQ(VerticalLine(), "North vertical at center");
+  EXPECT_EQ(LinesOf(c.view).size(), 3U);
+}
+
+TEST_F(LegendTest, HasALargerFirstLine) {
+  EXPECT_EQ(LegendFonts(9).legendTitle, 11);
+  EXPECT_EQ(LegendFonts(9).legendText, 9);
+  EXPECT_EQ(LegendFonts(10).legendTitle, 10);
+  EXPECT_EQ(LegendFonts(10).legendText, 8);
+  EXPECT_EQ(LegendFonts(10).text, 10);
+}
+
+TEST_F(LegendTest, IsABoxInTheBottomRightCorner) {
+  c.view.label = "Rains";
+  RecordingCanvas canvas(2100, 3000);
+  c.view.target = &canvas;
+  DrawLegend(c.view);
+  // Letters are 6 wide and lines 12 high, with margins of 2. The scale line has 14 letters and 450
+  // pixels for the bar, and is two lines high.
+  const std::string longest = "Centered on: " + FormatLatitudeFine(1) + ", ";
+  ASSERT_LT((longest.size() + FormatLongitudeFine(10).size()) * 6, 14U * 6 + 450);
+  EXPECT_EQ(canvas.Having("rect").front(), "rect 1562,2936 2100,3000");
+  const std::vector<std::string> texts = canvas.Having("text");
+  EXPECT_EQ(texts[0], "text 1816,2947 Rains");
+  EXPECT_EQ(texts[1], "text 1564,2965 Scale: 1:10000");
+  EXPECT_EQ(canvas.Having("font").front(), "font legend title");
+  EXPECT_EQ(canvas.Count("rect"), 3);  // the box and two segments
+  // The bar begins 375 pixels from the edge of the box.
+  EXPECT_EQ(canvas.Having("rect")[1].substr(0, 9), "rect 1725");
+}
+
+}  // namespace
+}  // namespace orvane

@@ -1,0 +1,197 @@
+#include "paint/print_job.h"
+
+#include "geo/earth.h"
+#include "pages/map_pages.h"
+#include "pages/print_dialog.h"
+#include "paint/pdf_drawing.h"
+#include "support/small_map.h"
+
+#include <QPageSize>
+
+#include <algorithm>
+#include <cmath>
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+namespace orvane {
+namespace {
+
+constexpr double PointsPerMillimeter = 72 / 25.4;
+
+struct Sheet {
+  std::string paper;
+  QPageLayout::Orientation orientation = QPageLayout::Portrait;
+  int resolution = 300;
+  float rotation = 0;
+};
+
+/// A kilometre of red trail to the north, and one of blue trail to the east.
+struct PrintJobTest : testing::Test {
+  SmallMap map;
+  PrintSettings settings;
+
+  PrintJobTest() {
+    const double degree = std::cos(Pi / 180);
+    Point& middle = map.AddPoint("Start", 0, 0);
+    Point& north = map.AddPoint("", 1000, 0);
+    Point& east = map.AddPoint("", 0, 1000 / degree);
+    map.AddTrail("Up", {&middle, &north}, 0xFF0000).labelMode = LabelNone;
+    map.AddTrail("Right", {&middle, &east}, 0x0000FF).labelMode = LabelNone;
+  }
+
+  QPageLayout LayoutOf(const Sheet& sheet) {
+    return PdfLayout(FindPaper(sheet.paper).value_or(Paper{}), sheet.orientation);
+  }
+  MapPages PagesOn(const Sheet& sheet, const MapWindow& window, const std::string& distance,
+                   const std::string& ratio) {
+    PrintMapWindow view = MakePrintView(window, DeviceOf(LayoutOf(sheet), sheet.resolution));
+    PrintDialog dialog = OpenPrintDialog(view, settings);
+    dialog.mode = PrintMode::AroundPoint;
+    dialog.vertical = distance;
+    dialog.horizontal = distance;
+    dialog.pointScale = "1:" + ratio;
+    dialog.rotation = std::to_string(sheet.rotation);
+    EXPECT_EQ(AcceptPrintDialog(dialog, view, settings).value_or(""), "");
+    return MapPages(std::move(view));
+  }
+  std::vector<std::string> Print(const Sheet& sheet, PrintedPages& pages) {
+    const auto pdf = PdfOf(pages, LayoutOf(sheet), sheet.resolution, nullptr);
+    EXPECT_TRUE(pdf);
+    return PdfPages(pdf.value_or(""));
+  }
+};
+
+/// From one end of a set of strokes to the other.
+double Span(const std::vector<SheetLine>& lines) {
+  double longest = 0;
+  for (const SheetLine& a : lines) {
+    for (const SheetLine& b : lines) {
+      longest = std::max(longest, std::hypot(a.from.x - b.to.x, a.from.y - b.to.y));
+    }
+  }
+  return longest;
+}
+
+TEST_F(PrintJobTest, PrintsAKilometerAt10000As100Millimeters) {
+  for (const char* paper : {"A3", "Tabloid"}) {
+    for (const auto orientation : {QPageLayout::Portrait, QPageLayout::Landscape}) {
+      for (const int resolution : {300, 600}) {
+        for (const float rotation : {0.0F, 33.0F}) {
+          const Sheet sheet{paper, orientation, resolution, rotation};
+          MapWindow window = map.View(800, 600);
+          MapPages pages = PagesOn(sheet, window, "1m", "10000");
+          ASSERT_EQ(pages.Count(), 1);
+          const std::vector<std::string> drawn = Print(sheet, pages);
+          ASSERT_EQ(drawn.size(), 1U);
+          const PdfPageLines lines(drawn.front());
+          const double pixel = 25.4 / resolution;
+          EXPECT_NEAR(Span(lines.OfColor("1 0 0")) / PointsPerMillimeter, 100, 1.5 * pixel)
+              << paper << resolution << rotation;
+          EXPECT_NEAR(Span(lines.OfColor("0 0 1")) / PointsPerMillimeter, 100, 1.5 * pixel)
+              << paper << resolution << rotation;
+        }
+      }
+    }
+  }
+}
+
+TEST_F(PrintJobTest, ContinuesALineOnTheNextPage) {
+  Point& west = map.AddPoint("", -400, -1900);
+  Point& east = map.AddPoint("", 500, 1900);
+  map.AddTrail("Across", {&west, &east}, 0x00FF00).labelMode = LabelNone;
+  for (const char* paper : {"A4", "Letter"}) {
+    for (const float rotation : {0.0F, -70.0F, 21.0F}) {
+      const Sheet sheet{paper, QPageLayout::Portrait, 300, rotation};
+      MapWindow window = map.View(800, 600);
+      MapPages pages = PagesOn(sheet, window, "3.5km", "10000");
+      const std::vector<std::string> drawn = Print(sheet, pages);
+      ASSERT_EQ(static_cast<int>(drawn.size()), pages.Count());
+      const PageDevice device = DeviceOf(LayoutOf(sheet), sheet.resolution);
+      const double width = device.width * 72.0 / sheet.resolution;
+      const double height = device.height * 72.0 / sheet.resolution;
+      constexpr int across = 2;
+      ASSERT_EQ(pages.Count(), 2 * across);
+      // Put side by side, the strokes of all pages lie on one straight line.
+      std::vector<SheetPoint> ends;
+      for (size_t page = 0; page < drawn.size(); ++page) {
+        for (const SheetLine& line : PdfPageLines(drawn[page]).OfColor("0 1 0")) {
+          const auto column = static_cast<double>(page % static_cast<size_t>(across));
+          const auto row = static_cast<double>(page / static_cast<size_t>(across));
+          ends.push_back({line.from.x + column * width, line.from.y - row * height});
+          ends.push_back({line.to.x + column * width, line.to.y - row * height});
+        }
+      }
+      ASSERT_GE(ends.size(), 4U);
+      const auto [low, high] = std::minmax_element(
+          ends.begin(), ends.end(),
+          [](const auto& a, const auto& b) { return std::pair(a.x, a.y) < std::pair(b.x, b.y); });
+      const double dx = high->x - low->x;
+      const double dy = high->y - low->y;
+      for (const SheetPoint& end : ends) {
+        const double off =
+            std::abs((end.x - low->x) * dy - (end.y - low->y) * dx) / std::hypot(dx, dy);
+        EXPECT_LT(off / PointsPerMillimeter, 0.1) << paper << rotation;
+      }
+    }
+  }
+}
+
+TEST_F(PrintJobTest, MakesTheSameFileTwiceButForTheDate) {
+  const Sheet sheet{"A4"};
+  MapWindow window = map.View(800, 600);
+  const auto file = [&] {
+    MapPages pages = PagesOn(sheet, window, "1km", "10000");
+    std::string pdf = PdfOf(pages, LayoutOf(sheet), 300, nullptr).value_or("");
+    // The date, and the identifier that is made from it.
+    for (const char* word : {"/CreationDate (D:", "<xmp:CreateDate>", "<xmp:ModifyDate>",
+                             "<xmp:MetadataDate>", "/ID [ <"}) {
+      const size_t at = pdf.find(word);
+      if (at != std::string::npos) pdf.erase(at, std::string_view(word).size() + 20);
+    }
+    return pdf;
+  };
+  const std::string first = file();
+  EXPECT_GT(first.size(), 1000U);
+  EXPECT_EQ(first, file());
+}
+
+/// Cancels after some pages.
+class Impatient : public Progress {
+ public:
+  explicit Impatient(size_t pages) : pages_(pages) {}
+  void Reach(WorkStage stage, size_t done, size_t of) override {
+    EXPECT_EQ(stage, WorkStage::Printing);
+    EXPECT_LT(done, of);
+    if (done >= pages_) Cancel();
+    last = done;
+  }
+  size_t last = 0;
+
+ private:
+  size_t pages_;
+};
+
+TEST_F(PrintJobTest, StopsWhenItIsCancelled) {
+  const Sheet sheet{"A4"};
+  MapWindow window = map.View(800, 600);
+  MapPages pages = PagesOn(sheet, window, "5km", "10000");
+  ASSERT_GT(pages.Count(), 2);
+  Impatient progress(1);
+  EXPECT_FALSE(PdfOf(pages, LayoutOf(sheet), 300, &progress));
+  EXPECT_EQ(progress.last, 1U);
+}
+
+TEST(PrintDeviceTest, LeavesTenMillimetersAtEachEdge) {
+  const QPageLayout upright = PdfLayout(*FindPaper("A4"), QPageLayout::Portrait);
+  const QPageLayout turned = PdfLayout(*FindPaper("A4"), QPageLayout::Landscape);
+  const PageDevice device = DeviceOf(upright, 300);
+  // The margins are whole points.
+  EXPECT_NEAR(device.width, 190 / 25.4 * 300, 4);
+  EXPECT_NEAR(device.height, 277 / 25.4 * 300, 4);
+  EXPECT_EQ(DeviceOf(turned, 300).width, device.height);
+  EXPECT_EQ(DeviceOf(turned, 300).height, device.width);
+}
+
+}  // namespace
+}  // namespace orvane
