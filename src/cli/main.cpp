@@ -31,6 +31,7 @@
 #include <vector>
 #if defined(ORVANE_DRAWS) || defined(ORVANE_HANDS_OVER)
 #include "cli/hand_over.h"
+#include "cli/print_command.h"
 #include "cli/render_command.h"
 #define ORVANE_HAS_RENDER
 #endif
@@ -336,6 +337,79 @@ void AddRender(CommandLine& line) {
 }
 #endif
 
+#ifdef ORVANE_HAS_RENDER
+/// The names of all sheets, separated by `separator`.
+std::string PaperNames(std::string_view separator) {
+  std::string names;
+  for (const Paper& paper : Papers()) {
+    if (!names.empty()) names += separator;
+    names += paper.name;
+  }
+  return names;
+}
+
+/// Adds an option that takes any text.
+void AddText(CLI::App& command, const std::string& option, std::optional<std::string>& text,
+             const std::string& type, const std::string& help) {
+  command.add_option(option, text, help)->type_name(type);
+}
+
+/// The options that say on what the pages are drawn.
+void AddPageOptions(CLI::App& command, const std::shared_ptr<PrintRequest>& request) {
+  command
+      .add_option_function<std::string>(
+          "--paper",
+          [request](const std::string& name) {
+            const auto paper = FindPaper(name);
+            if (!paper) {
+              throw CLI::ValidationError("--paper: " + name + " is not one of " + PaperNames(", "));
+            }
+            request->paper = *paper;
+          },
+          "the sheet; A4 if not given")
+      ->type_name(PaperNames("|"));
+  command.add_flag("--landscape", request->landscape, "turn the sheet");
+  AddNumber(command, "--dpi", request->resolution,
+            WholeNumbers{36, 1200, "a whole number of pixels to the inch from 36 to 1200"},
+            "the resolution; 300 if not given")
+      ->type_name("PIXELS");
+}
+
+void AddPrint(CommandLine& line) {
+  auto request = std::make_shared<PrintRequest>();
+  request->paper = Papers().front();
+  CLI::App* command = AddMapCommand(line, "print", "Print the map into a PDF file");
+  command->add_option("-o,--output", request->output, "the PDF file; - for standard output")
+      ->required()
+      ->type_name("FILE.pdf");
+  AddPageOptions(*command, request);
+  command->add_option("--area", request->area, "print what is between these")
+      ->type_name("NORTH SOUTH EAST WEST")
+      ->expected(4);
+  command->add_option("--around", request->around, "print what is around this place")
+      ->type_name("LAT LON")
+      ->expected(2);
+  AddText(*command, "--vertical", request->vertical, "DISTANCE", "at least so far up and down");
+  AddText(*command, "--horizontal", request->horizontal, "DISTANCE", "at least so far across");
+  AddText(*command, "--scale", request->scale, "1:N", "of the area or around the place");
+  AddText(*command, "--rotate", request->rotation, "DEGREES", "turn the map around the place");
+  AddText(*command, "--label", request->label, "TEXT", "a line for the legend");
+  AddText(*command, "--point-size", request->pointSize, "POINTS", "size of the text; 5");
+  AddText(*command, "--grid-color", request->gridColor, "COLOR", "of the grids; #a0a0a0");
+  command->callback([&line, request] {
+    const std::string wrong = WrongPrintOptions(*request);
+    if (!wrong.empty()) throw CLI::ValidationError(wrong);
+#ifdef ORVANE_DRAWS
+    line.work = [request](Map& map, LineMessages& messages) {
+      return PrintCommand(map, messages, *request);
+    };
+#else
+    line.handsOver = true;
+#endif
+  });
+}
+#endif
+
 void AddCommands(CommandLine& line) {
   line.app.set_version_flag("--version", std::string("orvane-cli ") + ORVANE_VERSION);
   line.app.require_subcommand(1);
@@ -359,6 +433,7 @@ void AddCommands(CommandLine& line) {
   AddExport(line);
 #ifdef ORVANE_HAS_RENDER
   AddRender(line);
+  AddPrint(line);
 #endif
 }
 

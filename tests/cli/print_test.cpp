@@ -1,0 +1,102 @@
+#include "cli/command_line.h"
+
+namespace orvane {
+namespace {
+
+#ifdef ORVANE_DRAWS
+
+/// The sheets of a PDF file.
+int Sheets(const std::string& pdf) {
+  constexpr std::string_view Mark = "/Type /Page\n";
+  int count = 0;
+  for (size_t at = pdf.find(Mark); at != std::string::npos; at = pdf.find(Mark, at + 1)) ++count;
+  return count;
+}
+
+struct PrintCommandTest : CommandLine {
+  Outcome Printed(std::vector<std::string> options) {
+    options.insert(options.begin(), {"print", "site.map", "-o", "site.pdf"});
+    return Do(options);
+  }
+  int SheetsOf(const std::vector<std::string>& options) {
+    const Outcome run = Printed(options);
+    EXPECT_EQ(run.status, 0) << run.err;
+    EXPECT_EQ(run.err, "");
+    EXPECT_EQ(run.out, "");
+    return Sheets(folder.Read("site.pdf"));
+  }
+};
+
+TEST_F(PrintCommandTest, FillsOnePage) {
+  EXPECT_EQ(SheetsOf({}), 1);
+  const std::string pdf = folder.Read("site.pdf");
+  EXPECT_TRUE(pdf.starts_with("%PDF-"));
+  EXPECT_NE(pdf.find("/MediaBox [0 0 595.000000 842.000000]"), std::string::npos);
+  const Outcome piped = Do({"print", "site.map", "-o", "-", "--paper", "letter", "--landscape"});
+  EXPECT_EQ(piped.status, 0);
+  EXPECT_NE(piped.out.find("/MediaBox [0 0 792.000000 612.000000]"), std::string::npos);
+}
+
+TEST_F(PrintCommandTest, CutsAnAreaAndAPlaceIntoPages) {
+  // 2226 m each way; an A4 page shows 1.9 by 2.77 km.
+  EXPECT_EQ(SheetsOf({"--area", "N0.01", "S0.01", "E0.01", "W0.01", "--scale", "1:10000"}), 2);
+  EXPECT_EQ(SheetsOf({"--around", "N0", "E0", "--vertical", "3km", "--horizontal", "3km", "--scale",
+                      "1:10000", "--rotate", "45", "--label", "Rains", "--point-size", "9",
+                      "--grid-color", "#c0c0c0", "--dpi", "150"}),
+            4);
+}
+
+TEST_F(PrintCommandTest, ReportsTheFirstBadField) {
+  const std::vector<std::string> area = {"--area", "N1", "S1", "E1", "W1"};
+  const auto saidOf = [&](std::vector<std::string> options) {
+    options.insert(options.begin(), area.begin(), area.end());
+    const Outcome run = Printed(options);
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(folder.Read("site.pdf"), "");
+    return run.err;
+  };
+  EXPECT_EQ(saidOf({"--scale", "5000"}), "error: Bad scale (must be 1:<some number>)\n");
+  EXPECT_EQ(saidOf({"--point-size", "73"}), "error: Bad point size\n");
+  EXPECT_EQ(saidOf({"--grid-color", "green"}), "error: Bad color\n");
+  EXPECT_EQ(saidOf({"--scale", "1:100"}), "error: Too many pages (93754474)\n");
+}
+
+TEST_F(PrintCommandTest, AsksBeforeALongJob) {
+  const std::vector<std::string> options = {"--around", "N0",         "E0",  "--scale",
+                                            "1:1000",   "--vertical", "4km", "--horizontal",
+                                            "4km",      "--dpi",      "36"};
+  std::vector<std::string> cancelled = {"--answer", "2", "print", "site.map", "-o", "site.pdf"};
+  cancelled.insert(cancelled.end(), options.begin(), options.end());
+  const Outcome run = Do(cancelled);
+  EXPECT_EQ(run.status, 1);
+  EXPECT_EQ(folder.Read("site.pdf"), "");
+  const Outcome all = Printed(options);
+  EXPECT_EQ(all.status, 0);
+  const int pages = Sheets(folder.Read("site.pdf"));
+  EXPECT_GT(pages, 100);
+  const std::string question =
+      "question: This makes " + std::to_string(pages) + " pages. Print them all? [";
+  EXPECT_EQ(all.err, question + "Print]\n");
+  EXPECT_EQ(run.err, question + "Cancel]\n");
+}
+
+TEST_F(PrintCommandTest, RefusesOptionsThatDoNotGoTogether) {
+  const auto expectWrong = [this](std::vector<std::string> options, const std::string& said) {
+    options.insert(options.begin(), {"print", "site.map", "-o", "site.pdf"});
+    ExpectWrongUsage(options, said);
+    EXPECT_EQ(folder.Read("site.pdf"), "");
+  };
+  expectWrong({"--area", "N1", "S1", "E1", "W1", "--around", "N0", "E0"}, "--area excludes");
+  expectWrong({"--scale", "1:5000"}, "--scale requires");
+  expectWrong({"--area", "N1", "S1", "E1", "W1", "--rotate", "3"}, "--rotate requires");
+  expectWrong({"--area", "N1", "S1", "E1", "W1", "--vertical", "3m"}, "--vertical requires");
+  expectWrong({"--horizontal", "3m"}, "--horizontal requires");
+  expectWrong({"--paper", "papyrus"}, "papyrus is not one of A4, Letter");
+  expectWrong({"--dpi", "0"}, "--dpi");
+  expectWrong({"--area", "N1"}, "--area");
+}
+
+#endif
+
+}  // namespace
+}  // namespace orvane
