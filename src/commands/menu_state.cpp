@@ -1,6 +1,7 @@
 #include "commands/menu_state.h"
 
 #include "commands/map_facts.h"
+#include "editing/cell_table.h"
 #include "model/workspace.h"
 #include "view/map_window.h"
 
@@ -119,6 +120,32 @@ void FollowFocus(MenuState& menu, FocusPlace place, bool selected) {
       SetTitles(menu, {"Add Trail/Range", "Delete Trail/Range", "View Control..."});
       break;
   }
+}
+
+MenuState EditorMenu(const Map& map, const EditorMenuFacts& facts) {
+  MenuState menu = StartMenu(map.workspace->preferences);
+  // What needs a map window stays disabled; these work on the map of the editor.
+  for (const CommandId id : {CommandCloseMap, CommandDeviation, CommandFind}) {
+    menu.At(id).enabled = true;
+  }
+  for (const CommandId id : {CommandSaveAsArcView, CommandOrientation, CommandHideGrids,
+                             CommandPageSetup, CommandDegrees, CommandMinutes, CommandSeconds}) {
+    menu.At(id).enabled = false;
+  }
+  menu.At(CommandSave).enabled = SaveIsOffered(map);
+  menu.At(CommandReload).enabled = HasFile(map);
+  const bool editing = facts.table == CellTableState::Editing;
+  const bool selected = facts.table == CellTableState::RowSelected;
+  menu.At(CommandCut).enabled = editing;
+  menu.At(CommandCopy).enabled = editing || (selected && facts.canCopyRow);
+  menu.At(CommandPaste).enabled = editing;
+  menu.At(CommandAdd).enabled = selected && !facts.isReadOnly;
+  menu.At(CommandDelete).enabled = selected && !facts.isReadOnly;
+  menu.At(CommandGraphicalInput).enabled = facts.takesClicks;
+  const bool ofTrail = facts.kind == EditorKind::Trail;
+  menu.At(CommandAdd).text = ofTrail ? "Add Measurement" : "Add Search Criterion";
+  menu.At(CommandDelete).text = ofTrail ? "Delete Measurement" : "Delete Search Criterion";
+  return menu;
 }
 
 bool SaveIsOffered(const Map& map) {

@@ -8,6 +8,7 @@
 
 namespace orvane {
 
+enum class CellTableState;
 struct Map;
 struct MapWindow;
 struct Preferences;
@@ -45,5 +46,20 @@ void FollowFocus(MenuState& menu, FocusPlace place, bool selected);
 /// True if Save has anything to save for a window of `map`: the map, one made before it, or one in
 /// its basis chain has changed.
 bool SaveIsOffered(const Map& map);
+
+/// The two editors.
+enum class EditorKind { Trail, Range };
+
+/// What an editor's menu follows.
+struct EditorMenuFacts {
+  EditorKind kind = EditorKind::Trail;
+  CellTableState table{};    ///< an open cell takes the clipboard, a selected row can be deleted
+  bool canCopyRow = false;   ///< the selected row is not the blank one
+  bool isReadOnly = false;   ///< no row comes or goes
+  bool takesClicks = false;  ///< clicks on the map can add rows
+};
+
+/// The menu of an editor: what works without a map in the window, and the commands on its table.
+MenuState EditorMenu(const Map& map, const EditorMenuFacts& facts);
 
 }  // namespace orvane

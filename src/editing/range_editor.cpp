@@ -131,6 +131,7 @@ std::string RangeEditor::Title() const {
 }
 
 void RangeEditor::MakeAgain() {
+  keptNote_ = range_->note;
   range_ = nullptr;
   changed_ = true;
 }

@@ -42,8 +42,11 @@ class RangeEditor final : public CellModel {
   Map& WindowMap() const { return map_; }
   Range* Edited() const { return range_; }
   std::string Title() const;
-  /// Turns the editor of a range that was deleted into that of a new one.
+  /// Turns the editor of a range that was deleted into that of a new one, which gets the note of the
+  /// deleted one.
   void MakeAgain();
+  /// \return the note of the deleted range after `MakeAgain`, or nothing
+  const std::optional<std::string>& KeptNote() const { return keptNote_; }
 
   const std::string& Name() const { return name_; }
   const std::string& ColorText() const { return color_; }
@@ -79,6 +82,7 @@ class RangeEditor final : public CellModel {
   std::string color_;
   std::vector<RangeRow> rows_;
   bool changed_ = false;
+  std::optional<std::string> keptNote_;
   std::optional<std::string> openedName_;
   std::forward_list<SearchKey> openedKeys_;
 };

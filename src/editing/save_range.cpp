@@ -71,6 +71,7 @@ SaveOutcome SaveRangeEditor(RangeEditor& editor, EditHistory& history,
                  .map = &map,
                  .change = [&](EditFollowUp& followUp) {
                    Range& range = isNew ? map.ranges.emplace_front() : *editor.Edited();
+                   if (isNew) range.note = editor.KeptNote();
                    range.name = name;
                    if (editor.IsChanged()) {
                      range.keys = KeysOf(editor.Rows());

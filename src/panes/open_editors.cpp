@@ -23,11 +23,13 @@ SaveOutcome AskToClose(Messages& messages, const std::string& title, const char*
   }
 }
 
+bool HasTypedText(const CellTable* cells) { return cells != nullptr && cells->HasTypedText(); }
+
+bool Commits(CellTable* cells) { return cells == nullptr || cells->Commit(); }
+
 }  // namespace
 
-Trail* TrailToEdit(MapWindow& view) {
-  Messages& messages = view.map->workspace->messages;
-  const TrailPanelRow* row = FirstSelectedRow(view.trailViews);
+Trail* TrailToEdit(Messages& messages, const TrailPanelRow* row) {
   if (row == nullptr) {
     NoteError(messages, "No trail selected");
     return nullptr;
@@ -39,9 +41,11 @@ Trail* TrailToEdit(MapWindow& view) {
   return row->trail;
 }
 
-RangePanelRow* RangeToEdit(MapWindow& view) {
-  Messages& messages = view.map->workspace->messages;
-  RangePanelRow* row = FirstSelectedRow(view.rangeViews);
+Trail* TrailToEdit(MapWindow& view) {
+  return TrailToEdit(view.map->workspace->messages, FirstSelectedRow(view.trailViews));
+}
+
+RangePanelRow* RangeToEdit(Messages& messages, RangePanelRow* row) {
   if (row == nullptr) {
     NoteError(messages, "No range selected");
     return nullptr;
@@ -49,6 +53,18 @@ RangePanelRow* RangeToEdit(MapWindow& view) {
   if (row->range != nullptr) return row;
   NoteError(messages, "You may not modify an intersection directly");
   return nullptr;
+}
+
+RangePanelRow* RangeToEdit(MapWindow& view) {
+  return RangeToEdit(view.map->workspace->messages, FirstSelectedRow(view.rangeViews));
+}
+
+std::vector<std::string> OfferedTrailTypes(const MapWindow& view) {
+  std::vector<std::string> types;
+  for (const TrailPanelRow& row : view.trailViews) {
+    if (!row.fixed && row.trail == nullptr) types.push_back(row.text);
+  }
+  return types;
 }
 
 SaveOutcome SaveRangeEditor(RangeEditor& editor, MapWindow& view, EditHistory& history) {
@@ -59,18 +75,21 @@ SaveOutcome SaveRangeEditor(RangeEditor& editor, MapWindow& view, EditHistory& h
   });
 }
 
-SaveOutcome RequestCloseTrailEditor(TrailEditor& editor, EditHistory& history) {
-  if (!editor.IsChanged()) return SaveOutcome::Closes;
+SaveOutcome RequestCloseTrailEditor(TrailEditor& editor, EditHistory& history, CellTable* cells) {
+  if (!editor.IsChanged() && !HasTypedText(cells)) return SaveOutcome::Closes;
   return AskToClose(editor.WindowMap().workspace->messages, editor.Title(),
-                    "You have made changes to this trail.  Do you want to save it?",
-                    [&] { return SaveTrailEditor(editor, history); });
+                    "You have made changes to this trail.  Do you want to save it?", [&] {
+                      return Commits(cells) ? SaveTrailEditor(editor, history) : SaveOutcome::Stays;
+                    });
 }
 
-SaveOutcome RequestCloseRangeEditor(RangeEditor& editor, MapWindow& view, EditHistory& history) {
-  if (!editor.IsChanged()) return SaveOutcome::Closes;
-  return AskToClose(editor.WindowMap().workspace->messages, editor.Title(),
-                    "You have made changes to this range.  Do you want to save it?",
-                    [&] { return SaveRangeEditor(editor, view, history); });
+SaveOutcome RequestCloseRangeEditor(RangeEditor& editor, MapWindow& view, EditHistory& history,
+                                    CellTable* cells) {
+  if (!editor.IsChanged() && !HasTypedText(cells)) return SaveOutcome::Closes;
+  return AskToClose(
+      editor.WindowMap().workspace->messages, editor.Title(),
+      "You have made changes to this range.  Do you want to save it?",
+      [&] { return Commits(cells) ? SaveRangeEditor(editor, view, history) : SaveOutcome::Stays; });
 }
 
 }  // namespace orvane

@@ -7,6 +7,7 @@
 #include "panes/range_drops.h"
 #include "panes/trail_tree.h"
 #include "shell/command_menu.h"
+#include "shell/editors/editor_commands.h"
 #include "shell/files/dropped_files.h"
 #include "shell/files/local_files.h"
 #include "shell/first_size.h"
@@ -139,6 +140,12 @@ void MapWindowWidget::ConnectPanes() {
     connect(pane, &TitledPane::controlRequested, this,
             [this] { shell_.RunCommand(CommandViewControl, *this); });
   }
+  connect(&panes_->Trails(), &TrailPane::editRequested, this, [this](const TrailPanelRow* row) {
+    RunWithinMemory(shell_, [&] { OpenTrailEditor(shell_, *this, *row); });
+  });
+  connect(&panes_->Ranges(), &RangePane::editRequested, this, [this](RangePanelRow* row) {
+    RunWithinMemory(shell_, [&] { OpenRangeEditor(shell_, *this, *row); });
+  });
   connect(panes_, &MapPanes::trailsDropped, this, [this](RangePanelRow* row) {
     RunWithinMemory(shell_, [&] {
       const BusyWork busy(shell_.TheWorkspace(), shell_.Boxes(), tr("Adding trails to a range"),

@@ -9,6 +9,7 @@
 #include "mapfile/open_map.h"
 #include "model/map_chain.h"
 #include "paint/display_text.h"
+#include "shell/editors/editor_commands.h"
 #include "shell/file_commands.h"
 #include "shell/files/local_files.h"
 #include "shell/files/qt_file_dialogs.h"
@@ -50,6 +51,7 @@ Shell::Shell(Workspace& workspace, BoxMessages& boxes)
   history_.Listen([this](const EditNews& news) { Follow(news); });
   PlugFileCommands(*this);
   PlugMapCommands(*this);
+  PlugEditors(*this);
   PlugViewCommands(*this);
   PlugPictureCommands(*this);
   PlugHelpCommands(*this);

@@ -1,6 +1,7 @@
 #include "commands/menu_state.h"
 
 #include "base/messages.h"
+#include "editing/cell_table.h"
 #include "model/workspace.h"
 #include "view/map_window.h"
 
@@ -179,6 +180,43 @@ TEST_F(MenuStateTest, OnlyAMapWithAFileIsReloaded) {
   EXPECT_FALSE(NewMapMenu(view_).At(CommandReload).enabled);
   map_.fileMark = MarkOf("saved");
   EXPECT_TRUE(NewMapMenu(view_).At(CommandReload).enabled);
+}
+
+TEST_F(MenuStateTest, AnEditorOffersWhatItsTableCanDo) {
+  const auto offered = [&](CellTableState state, bool canCopyRow, bool isReadOnly) {
+    const MenuState menu = EditorMenu(map_, {.kind = EditorKind::Trail,
+                                             .table = state,
+                                             .canCopyRow = canCopyRow,
+                                             .isReadOnly = isReadOnly,
+                                             .takesClicks = false});
+    std::string text;
+    for (const CommandId id : {CommandCut, CommandCopy, CommandPaste, CommandAdd, CommandDelete}) {
+      text += menu.At(id).enabled ? '+' : '-';
+    }
+    return text;
+  };
+  EXPECT_EQ(offered(CellTableState::Idle, false, false), "-----");
+  EXPECT_EQ(offered(CellTableState::Editing, false, false), "+++--");
+  EXPECT_EQ(offered(CellTableState::RowSelected, true, false), "-+-++");
+  EXPECT_EQ(offered(CellTableState::RowSelected, false, false), "---++");
+  EXPECT_EQ(offered(CellTableState::RowSelected, true, true), "-+---");
+}
+
+TEST_F(MenuStateTest, AnEditorOffersNothingThatNeedsTheMapWindow) {
+  const MenuState menu = EditorMenu(map_, {.kind = EditorKind::Range,
+                                           .table = CellTableState::Idle,
+                                           .canCopyRow = false,
+                                           .isReadOnly = false,
+                                           .takesClicks = true});
+  for (const CommandId id : {CommandZoomIn, CommandOrientation, CommandSaveAs, CommandImportGis,
+                             CommandDegrees, CommandElevation, CommandSaveAsArcView}) {
+    EXPECT_FALSE(menu.At(id).enabled) << id;
+  }
+  for (const CommandId id : {CommandNewMap, CommandCloseMap, CommandExit, CommandFind,
+                             CommandGraphicalInput, CommandEuropeanDates, CommandHelp}) {
+    EXPECT_TRUE(menu.At(id).enabled) << id;
+  }
+  EXPECT_EQ(menu.At(CommandAdd).text, "Add Search Criterion");
 }
 
 }  // namespace

@@ -115,6 +115,7 @@ TEST_F(DeleteRecordsTest, AnEditorOfADeletedTrailOffersToMakeItAgain) {
 
 TEST_F(DeleteRecordsTest, AnEditorOfADeletedRangeOffersToMakeItAgain) {
   Range* blue = FindRange(map, "Blue");
+  blue->note = "by the river";
   RangeEditor editor(map, blue, 0);
   DeleteRanges(map, {blue}, history);
   const auto show = [](Range& /*range*/, Color /*color*/) {};
@@ -124,6 +125,7 @@ TEST_F(DeleteRecordsTest, AnEditorOfADeletedRangeOffersToMakeItAgain) {
   ASSERT_NE(FindRange(map, "Blue"), nullptr);
   EXPECT_NE(FindRange(map, "Blue"), blue);
   EXPECT_GT(FindRange(map, "Blue")->mcpArea, 0);
+  EXPECT_EQ(FindRange(map, "Blue")->note, "by the river");
 }
 
 TEST_F(DeleteRecordsTest, NothingIsNotAStep) {

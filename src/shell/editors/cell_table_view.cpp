@@ -291,6 +291,13 @@ bool CellTableView::Commit() {
   return accepted;
 }
 
+bool CellTableView::Leave() {
+  if (!Commit()) return false;
+  table_.Clear();
+  Follow(true);
+  return true;
+}
+
 void CellTableView::OpenCell(size_t row, size_t column) {
   table_.BeginEdit(row, column);
   Follow(true);

@@ -46,6 +46,9 @@ class CellTableView final : public QTableView {
 
   /// Commits a typed text. \return false, after a message, if it is refused
   bool Commit();
+  /// Commits a typed text and closes the cell or ends the selection.
+  /// \return false, after a message, if the text is refused
+  bool Leave();
   /// On the selected row; a beep if that can't be.
   void InsertRow();
   void DeleteRow();

@@ -299,7 +299,12 @@ bool MapView::StepByKey(const QKeyEvent& event) {
 }
 
 bool MapView::EndModes() {
-  if (!EscapePointer(shown_)) return false;
+  if (!EscapePointer(shown_)) {
+    if (shown_.inputTarget == nullptr) return false;
+    SetInputTarget(nullptr);
+    Q_EMIT inputCancelled();
+    return true;
+  }
   ShowCursor();
   ShowMoved();
   return true;

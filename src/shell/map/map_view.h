@@ -59,7 +59,8 @@ class MapView final : public QWidget {
   /// \param target  must live until then
   void SetInputTarget(InputTarget* target);
 
-  /// What Escape does: ends a drag, transect mode and the box around the area for the printer.
+  /// What Escape does: ends a drag, transect mode and the box around the area for the printer, or
+  /// else the input of clicks.
   /// \return false if there was nothing to end
   bool EndModes();
 
@@ -85,6 +86,8 @@ class MapView final : public QWidget {
   /// A transect was drawn: it runs along `Shown().selection`. While nothing is connected to this,
   /// transect mode ends with each drag.
   void transectDrawn();
+  /// Escape has ended the input of clicks.
+  void inputCancelled();
   /// The map has the focus now.
   void focusIn();
   /// The user pressed the key for printing this view.

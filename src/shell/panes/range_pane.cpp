@@ -38,6 +38,8 @@ RangePane::RangePane(MapWindow& view, RangeListModel& model, QWidget* parent)
     Rows().ShowChangedRows();
     Q_EMIT selectionChanged();
   });
+  connect(&rows, &PaneView::editRequested, this,
+          [this](const QModelIndex& index) { Q_EMIT editRequested(model_.RowOf(index)); });
   connect(&rows, &PaneView::tipRequested, this, [this](const QModelIndex& index, QPoint at) {
     QStringList lines;
     for (const std::string& line : RangeTip(view_, *model_.RowOf(index))) {

@@ -21,6 +21,11 @@ class RangePane final : public TitledPane {
   /// Frames the row on which trails would drop; null for none.
   void SetDropTarget(const RangePanelRow* row);
 
+ Q_SIGNALS:
+  /// A row was double-clicked, or Return was pressed on it: its range is to be edited, or a new one
+  /// if the row is "New".
+  void editRequested(orvane::RangePanelRow* row);
+
  private:
   RangePane(MapWindow& view, RangeListModel& model, QWidget* parent);
 

@@ -26,9 +26,6 @@ TitledPane::TitledPane(const QString& title, PaneModel& model, QWidget* parent)
   layout->addWidget(rows_, 1);
   connect(rows_, &PaneView::controlRequested, this, &TitledPane::controlRequested);
   connect(rows_, &PaneView::menuRequested, this, &TitledPane::menuRequested);
-  connect(rows_, &PaneView::editRequested, this, [this, &model](const QModelIndex& index) {
-    Q_EMIT editRequested(model.LookOf(index).fixed);
-  });
 }
 
 }  // namespace orvane

@@ -19,9 +19,6 @@ class TitledPane : public QWidget {
   void visibilityChanged();
   /// Other rows are selected.
   void selectionChanged();
-  /// A row was double-clicked or Return was pressed on it: the first selected row is to be edited, or
-  /// a new record if that row is "New".
-  void editRequested(bool isNew);
   /// The dialog of the selected rows' looks is wanted.
   void controlRequested();
   /// The menu key was pressed.

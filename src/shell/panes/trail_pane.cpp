@@ -31,6 +31,8 @@ TrailPane::TrailPane(MapWindow& view, TrailTreeModel& model, QWidget* parent)
             Rows().ShowChangedRows();
             Q_EMIT selectionChanged();
           });
+  connect(&rows, &PaneView::editRequested, this,
+          [this](const QModelIndex& index) { Q_EMIT editRequested(model_.RowOf(index)); });
   connect(&rows, &PaneView::tipRequested, this, [this](const QModelIndex& index, QPoint at) {
     QStringList lines;
     for (const std::string& line : TrailTip(view_, *model_.RowOf(index))) {

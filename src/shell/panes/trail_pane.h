@@ -26,6 +26,9 @@ class TrailPane final : public TitledPane {
   void SetContourRunner(ContourRunner runner) { contourRunner_ = std::move(runner); }
 
  Q_SIGNALS:
+  /// A row was double-clicked, or Return was pressed on it: its trail is to be edited, or a new one
+  /// if the row is "New".
+  void editRequested(orvane::TrailPanelRow* row);
   /// The selected rows are dragged; `end` when the button is released.
   void rowsDragged(QPoint global, bool end);
   void dragCancelled();

@@ -1,0 +1,83 @@
+#include "shell/editors/editor_commands.h"
+
+#include "model/workspace.h"
+#include "panes/open_editors.h"
+#include "shell/map_window_widget.h"
+#include "shell/shell.h"
+
+namespace orvane {
+namespace {
+
+Editors& EditorsOf(Shell& shell) { return *shell.findChild<Editors*>(); }
+
+void AddOfFocus(Shell& shell, MapWindowWidget& window) {
+  switch (window.Focus()) {
+    case FocusPlace::TrailList:
+      EditorsOf(shell).OpenTrail(window, nullptr);
+      return;
+    case FocusPlace::RangeList:
+      EditorsOf(shell).OpenRange(window, nullptr);
+      return;
+    case FocusPlace::MapView:
+    case FocusPlace::Neither:
+      shell.Beep();
+  }
+}
+
+}  // namespace
+
+Editors::Editors(Shell& shell) : QObject(&shell), shell_(shell) {}
+
+template <typename Window, typename Wanted>
+Window* Editors::Find(Wanted wanted) const {
+  for (const MapWindowWidget* window : shell_.OpenWindows()) {
+    for (ProgramWindow* each : window->Dependents()) {
+      auto* editor = dynamic_cast<Window*>(each);
+      if (editor != nullptr && editor->Editor().Edited() == wanted) return editor;
+    }
+  }
+  return nullptr;
+}
+
+template <typename Window>
+Window& Editors::Show(Window* window) const {
+  window->BringToFront();
+  return *window;
+}
+
+TrailEditorWindow& Editors::OpenTrail(MapWindowWidget& window, Trail* trail) {
+  auto* open = trail == nullptr ? nullptr : Find<TrailEditorWindow>(trail);
+  if (open != nullptr) return Show(open);
+  auto editor = std::make_unique<TrailEditor>(window.TheMap(), trail);
+  // It deletes itself when it is closed.
+  return Show(new TrailEditorWindow(shell_, window, std::move(editor), trailWidths_));
+}
+
+RangeEditorWindow& Editors::OpenRange(MapWindowWidget& window, const RangePanelRow* row) {
+  auto* open = row == nullptr ? nullptr : Find<RangeEditorWindow>(row->range);
+  if (open != nullptr) return Show(open);
+  auto editor = row == nullptr
+                    ? std::make_unique<RangeEditor>(window.TheMap(), nullptr, NoColor)
+                    : std::make_unique<RangeEditor>(window.TheMap(), row->range, row->color);
+  return Show(new RangeEditorWindow(shell_, window, std::move(editor), rangeWidths_));
+}
+
+void OpenTrailEditor(Shell& shell, MapWindowWidget& window, const TrailPanelRow& row) {
+  Trail* trail = row.fixed ? nullptr : TrailToEdit(shell.TheWorkspace().messages, &row);
+  if (row.fixed || trail != nullptr) EditorsOf(shell).OpenTrail(window, trail);
+}
+
+void OpenRangeEditor(Shell& shell, MapWindowWidget& window, RangePanelRow& row) {
+  const RangePanelRow* wanted =
+      row.fixed ? nullptr : RangeToEdit(shell.TheWorkspace().messages, &row);
+  if (row.fixed || wanted != nullptr) EditorsOf(shell).OpenRange(window, wanted);
+}
+
+void PlugEditors(Shell& shell) {
+  new Editors(shell);  // the shell frees it
+  shell.PlugOnMap(CommandAdd, [&shell](MapWindowWidget& window) { AddOfFocus(shell, window); });
+  // Only the window of a trail editor starts it.
+  shell.Plug(CommandGraphicalInput, [&shell](ProgramWindow&) { shell.Beep(); });
+}
+
+}  // namespace orvane
