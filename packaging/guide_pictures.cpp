@@ -125,7 +125,8 @@ class GuidePictures {
     Save(window, QStringLiteral("measuring"));
     QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
     QApplication::sendEvent(&view, &escape);
-    window.Offer().Show(QString::fromStdString(NewsText(window.TheMap(), window.TheMap())));
+    const Map& map = window.TheMap();
+    window.Offer().Show(QString::fromStdString(NewsText(map, map, map.fileName)));
     LetPass(Settling);
     Save(window, QStringLiteral("reload"));
     window.Offer().Show({});

@@ -1,5 +1,7 @@
 #include "base/file_mark.h"
 
+#include "base/files.h"
+
 #include <cstring>
 
 namespace orvane {
@@ -19,6 +21,11 @@ FileMark MarkOf(std::string_view content) {
     content.remove_prefix(length);
   }
   return mark;
+}
+
+std::optional<FileMark> MarkOfFile(const std::string& path) {
+  const auto content = ReadWholeFile(path);
+  return content ? std::optional(MarkOf(*content)) : std::nullopt;
 }
 
 }  // namespace orvane

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
+#include <string>
 #include <string_view>
 
 namespace orvane {
@@ -16,5 +18,8 @@ struct FileMark {
 /// The mark of a content. Two different contents have the same mark with a probability of one in
 /// 2^64, unless one was made to match.
 FileMark MarkOf(std::string_view content);
+
+/// The mark of the present content of a file; none if it can't be read.
+std::optional<FileMark> MarkOfFile(const std::string& path);
 
 }  // namespace orvane

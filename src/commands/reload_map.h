@@ -21,17 +21,19 @@ bool AskBeforeReloading(Map& map);
 /// has changed since the last check.
 class FileNews {
  public:
-  /// \return true if the file of a map can be read, differs from the bytes that the map was read
-  ///         from or written to, and the user has not declined to reload these contents
-  bool HasNews(const Map& map);
+  /// Looks at the file of a map and at those that it includes.
+  /// \return the whole path of the first one that can be read, differs from the bytes that the map
+  ///         was read from or written to, and that the user has not declined to reload with these
+  ///         contents; empty if there is none
+  std::string ChangedFileOf(const Map& map);
 
-  /// The user does not want the present contents of the file. Later contents are offered again.
+  /// The user does not want the contents that `ChangedFileOf` saw last. Later contents are offered
+  /// again.
   void Decline(const Map& map);
 
  private:
   struct Look {
-    std::string fileName;
-    std::optional<FileMark> ofMap;  ///< `Map::fileMark`
+    std::optional<FileMark> ofMap;  ///< as the map was read or written
     std::uintmax_t size = 0;
     std::filesystem::file_time_type time;
     bool operator==(const Look&) const = default;
@@ -42,11 +44,14 @@ class FileNews {
     std::optional<FileMark> declined;
   };
 
-  std::map<const Map*, Finding> findings_;
+  static bool HasNews(Finding& finding, const std::string& path,
+                      const std::optional<FileMark>& ofMap);
+
+  std::map<const Map*, std::map<std::string, Finding>> findings_;  ///< by map, then by whole path
 };
 
-/// \return what a window on `shown` says about the new contents of `changed`, which is the map
-///         itself or in its basis chain
-std::string NewsText(const Map& shown, const Map& changed);
+/// \return what a window on `shown` says about the new contents of `file`, which belongs to
+///         `changed`: the map itself or a map in its basis chain
+std::string NewsText(const Map& shown, const Map& changed, const std::string& file);
 
 }  // namespace orvane

@@ -26,6 +26,7 @@ bool WriteUnder(Map& map, const std::string& path, bool full, const SaveContext&
   map.fileName = whole;
   map.shownName = shownName;
   map.fileMark = MarkOf(text);
+  map.includedFiles.clear();
   map.flags &= ~std::uint32_t{MapUnlikeFile};
   context.saved(map);
   if (renamed && context.renamed) context.renamed(map);

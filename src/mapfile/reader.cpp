@@ -241,6 +241,10 @@ bool IsUtf16(std::string_view text) {
 
 bool ReadFileInto(LineContext& context, const std::string& path) {
   const auto text = ReadWholeFile(path);
+  const std::string whole = WholePath(path);
+  const std::string own = WholePath(context.map.fileName);
+  const auto mark = text ? std::optional(MarkOf(*text)) : std::nullopt;
+  if (whole != own && IsBeingRead(context.state, own)) context.map.includedFiles[whole] = mark;
   if (!text) {
     NoteError(context.messages, CannotOpen, {path});
     return false;
@@ -250,8 +254,7 @@ bool ReadFileInto(LineContext& context, const std::string& path) {
               {path});
     return false;
   }
-  const std::string whole = WholePath(path);
-  if (whole == WholePath(context.map.fileName)) context.map.fileMark = MarkOf(*text);
+  if (whole == own) context.map.fileMark = mark;
   context.state.openFiles.push_back({.path = whole, .shownName = path});
   ReadTextInto(context, *text);
   context.state.openFiles.pop_back();

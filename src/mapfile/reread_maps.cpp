@@ -1,7 +1,6 @@
 #include "mapfile/reread_maps.h"
 
 #include "base/file_identity.h"
-#include "base/files.h"
 #include "mapfile/basis_points.h"
 #include "mapfile/open_map.h"
 #include "mapfile/reader.h"
@@ -36,11 +35,12 @@ void SortByDepth(std::vector<Map*>& maps) {
                    [](const Map* a, const Map* b) { return DepthOf(*a) < DepthOf(*b); });
 }
 
-/// True if the file of a map has the content of the map.
+/// True if the file of a map, with the files that it includes, has the content of the map.
 bool SaysWhatItsFileSays(const Map& map) {
   if ((map.flags & (MapDirty | MapUnlikeFile)) != 0 || !map.fileMark) return false;
-  const auto text = ReadWholeFile(map.fileName);
-  return text && MarkOf(*text) == *map.fileMark;
+  return MarkOfFile(map.fileName) == map.fileMark &&
+         std::all_of(map.includedFiles.begin(), map.includedFiles.end(),
+                     [](const auto& file) { return MarkOfFile(file.first) == file.second; });
 }
 
 /// A map as a save would write it, without the line for its basis.
@@ -139,8 +139,9 @@ class Rereading {
 
   /// True if a map read from its file differs from what it was.
   bool HasChanged(const Map& old) const {
-    return (old.flags & (MapDirty | MapUnlikeFile)) != 0 ||
-           freshOf_.at(const_cast<Map*>(&old))->fileMark != old.fileMark;
+    const Map& fresh = *freshOf_.at(const_cast<Map*>(&old));
+    return (old.flags & (MapDirty | MapUnlikeFile)) != 0 || fresh.fileMark != old.fileMark ||
+           fresh.includedFiles != old.includedFiles;
   }
 
   /// True if the new map has the same basis as before.
@@ -173,9 +174,12 @@ class Rereading {
       const std::uint32_t kept = (old == &reread ? flags : old->flags) & KeptFlags;
       SwapContents(*old, *fresh);
       old->flags = (old->flags & ~std::uint32_t{KeptFlags}) | kept;
-      // Read from memory: the file on the disk is unchanged.
+      // Read from memory: the files that it was read from before are still what it knows.
       const bool readText = std::find(fromText.begin(), fromText.end(), old) != fromText.end();
-      if (readText) old->fileMark = fresh->fileMark;
+      if (readText) {
+        old->fileMark = fresh->fileMark;
+        old->includedFiles.swap(fresh->includedFiles);
+      }
     }
     MoveNewMaps(oldOf);
     old_.lastLatitude = fresh_.lastLatitude;

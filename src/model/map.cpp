@@ -26,6 +26,7 @@ void SwapContents(Map& a, Map& b) noexcept {
   swap(a.pointMemory, b.pointMemory);
   swap(a.listMemory, b.listMemory);
   swap(a.fileMark, b.fileMark);
+  swap(a.includedFiles, b.includedFiles);
   swap(a.basis, b.basis);
   swap(a.magneticDeviation, b.magneticDeviation);
   swap(a.flags, b.flags);

@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <deque>
 #include <forward_list>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -105,6 +106,9 @@ struct Map {
   /// Of the file when it was last read or written; none if it has been neither. If the file has
   /// other bytes now, somebody else has changed it, and a save would destroy that.
   std::optional<FileMark> fileMark;
+  /// The files that the file included when it was last read, by whole path, each with its mark at
+  /// that time; none for one that could not be read. A save includes nothing.
+  std::map<std::string, std::optional<FileMark>> includedFiles;
   Map* basis = nullptr;          ///< the map that this one builds on
   double magneticDeviation = 0;  ///< degrees, added to compass bearings
   std::uint32_t flags = 0;       ///< `MapFlag` bits

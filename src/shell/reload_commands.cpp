@@ -13,6 +13,7 @@
 #include "shell/shell.h"
 
 #include <QGuiApplication>
+#include <QSet>
 
 #include <algorithm>
 #include <vector>
@@ -102,32 +103,35 @@ ReloadWatch::ReloadWatch(Shell& shell) : QObject(&shell), shell_(shell) {
 }
 
 void ReloadWatch::WatchFiles() {
-  QStringList wanted;
+  QSet<QString> wanted;
+  const auto want = [&](const std::string& path) {
+    // Only the folder of a file shows that it was replaced.
+    const std::string folder(DirectoryName(path));
+    wanted << LocalFileName(path) << LocalFileName(folder.empty() ? "." : folder);
+  };
   for (MapWindowWidget* window : shell_.OpenWindows()) {
     for (const Map* map = &window->TheMap(); map != nullptr; map = map->basis) {
-      // A file that is replaced is seen by its folder alone.
-      const std::string folder(DirectoryName(map->fileName));
-      wanted << LocalFileName(map->fileName) << LocalFileName(folder.empty() ? "." : folder);
+      want(map->fileName);
+      for (const auto& [path, mark] : map->includedFiles) want(path);
     }
   }
   const QStringList watched = files_.files() + files_.directories();
   for (const QString& path : watched) {
-    if (!wanted.contains(path)) files_.removePath(path);
+    if (!wanted.remove(path)) files_.removePath(path);
   }
-  wanted.removeDuplicates();
-  for (const QString& path : watched) wanted.removeAll(path);
-  if (!wanted.isEmpty()) files_.addPaths(wanted);
+  if (!wanted.isEmpty()) files_.addPaths(wanted.values());
 }
 
-Map* ReloadWatch::ChangedMapOf(MapWindowWidget& window) {
+ReloadWatch::News ReloadWatch::NewsFor(MapWindowWidget& window) {
   for (Map* map = &window.TheMap(); map != nullptr; map = map->basis) {
-    if (news_.HasNews(*map)) return map;
+    const std::string file = news_.ChangedFileOf(*map);
+    if (!file.empty()) return {.map = map, .file = file};
   }
-  return nullptr;
+  return {};
 }
 
 void ReloadWatch::TakeAnswer(MapWindowWidget* window, bool reload) {
-  Map* changed = ChangedMapOf(*window);
+  Map* changed = NewsFor(*window).map;
   if (changed != nullptr && reload) {
     RunWithinMemory(shell_, [&] { ReloadMap(shell_, *changed); });
   } else if (changed != nullptr) {
@@ -144,9 +148,10 @@ void ReloadWatch::Look() {
   }
   WatchFiles();
   for (MapWindowWidget* window : shell_.OpenWindows()) {
-    const Map* changed = ChangedMapOf(*window);
-    window->Offer().Show(changed == nullptr ? QString()
-                                            : DisplayText(NewsText(window->TheMap(), *changed)));
+    const News news = NewsFor(*window);
+    window->Offer().Show(news.map == nullptr
+                             ? QString()
+                             : DisplayText(NewsText(window->TheMap(), *news.map, news.file)));
   }
 }
 

@@ -6,6 +6,8 @@
 #include <QObject>
 #include <QTimer>
 
+#include <string>
+
 namespace orvane {
 
 class MapWindowWidget;
@@ -18,7 +20,8 @@ struct Map;
 /// \return false if the user cancelled, or if the file can't be read, which a message says
 bool ReloadMap(Shell& shell, Map& map);
 
-/// Watches the files of all maps that a window shows or rests on, and lets the windows offer to
+/// Watches the files of all maps that a window shows or rests on, and the files that they include,
+/// and lets the windows offer to
 /// reload those that have changed. It looks when the file system reports a change, when the program
 /// comes to the front, and when a file is opened again.
 class ReloadWatch final : public QObject {
@@ -34,7 +37,12 @@ class ReloadWatch final : public QObject {
  private:
   void WatchFiles();
   void TakeAnswer(MapWindowWidget* window, bool reload);
-  Map* ChangedMapOf(MapWindowWidget& window);
+
+  struct News {
+    Map* map = nullptr;  ///< with other contents on the disk; null if there is none
+    std::string file;    ///< the file that has changed
+  };
+  News NewsFor(MapWindowWidget& window);
 
   Shell& shell_;
   FileNews news_;

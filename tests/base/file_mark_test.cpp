@@ -1,5 +1,7 @@
 #include "base/file_mark.h"
 
+#include "support/temporary_folder.h"
+
 #include <gtest/gtest.h>
 #include <set>
 #include <string>
@@ -33,6 +35,12 @@ TEST(FileMark, ChangesWithTheNumberOfZerosAtTheEnd) {
 
 TEST(FileMark, ChangesIfTwoWordsAreExchanged) {
   EXPECT_NE(MarkOf("first...second.."), MarkOf("second..first..."));
+}
+
+TEST(FileMark, OfAFileIsThatOfItsBytes) {
+  const TemporaryFolder folder;
+  EXPECT_EQ(MarkOfFile(folder.Write("a", "one\n")), MarkOf("one\n"));
+  EXPECT_EQ(MarkOfFile(folder.Path("missing")), std::nullopt);
 }
 
 }  // namespace

@@ -80,6 +80,13 @@ TEST_F(SaveMapTest, SavesWhatHasChangedUpTheChain) {
   EXPECT_TRUE(renamed_.empty());
 }
 
+TEST_F(SaveMapTest, ASavedFileIncludesNothing) {
+  Map& map = MakeChanged("season.map");
+  map.includedFiles[folder_.Path("part")] = std::nullopt;
+  EXPECT_TRUE(SaveChangedMaps(map, Context()));
+  EXPECT_TRUE(map.includedFiles.empty());
+}
+
 TEST_F(SaveMapTest, AnUntitledMapIsAskedForItsNameAtEachSave) {
   Map& map = MakeMap(workspace_, "Untitled");
   map.flags |= MapDirty | MapUntitled;

@@ -350,5 +350,24 @@ TEST_F(FinishMapTest, FixOnAPointOfTheBasisDrawsNothingElsewhere) {
   EXPECT_NEAR(Named(map, "b").geo.lat, 1, 0.01);
 }
 
+TEST_F(IncludeTest, TheMapRemembersTheMarksOfWhatItsFileIncludes) {
+  folder.Write("inner", "P\tb\n");
+  folder.Write("outer", Include("inner") + "P\ta\n");
+  folder.Write("base.map", Include("inner"));
+  folder.Write("submap", Include("inner"));
+  Map& map = ReadFile("a.map", "B\tbase.map\n" + Include("outer") + Include("missing"));
+  const std::map<std::string, std::optional<FileMark>> expected = {
+      {folder.Path("inner"), MarkOf("P\tb\n")},
+      {folder.Path("outer"), MarkOf(Include("inner") + "P\ta\n")},
+      {folder.Path("missing"), std::nullopt}};
+  EXPECT_EQ(map.includedFiles, expected);
+  EXPECT_EQ(map.basis->includedFiles.size(), 1U);
+  // The file of the map does not name what an imported file includes.
+  Map& other = ReadFile("b.map", "P\ta\n");
+  EXPECT_TRUE(ReadMapFile(other, folder.Path("submap")));
+  EXPECT_TRUE(other.includedFiles.empty());
+  EXPECT_EQ(other.fileMark, MarkOf("P\ta\n"));
+}
+
 }  // namespace
 }  // namespace orvane

@@ -307,5 +307,21 @@ TEST_F(RereadMapsTest, ABackupBringsAMapBack) {
   }
 }
 
+// The other maps keep what they have read, also if a file that they include has changed since.
+TEST_F(RereadMapsTest, AnIncludedFileIsReadAgainOnlyWithItsOwnMap) {
+  folder.Write("base.map", Ridge);
+  folder.Write("part", "P\tCamp\tOld\n");
+  Map& season =
+      OpenFile(folder.Write("season.map", "B\tbase.map\nI " + folder.Path("part") + "\nP\tTree\n"));
+  const auto marks = season.includedFiles;
+  folder.Write("part", "# new\n");
+  EXPECT_EQ(RereadMap(*season.basis), RereadOutcome::Done);
+  EXPECT_TRUE(season.comments.empty());
+  EXPECT_EQ(season.includedFiles, marks);
+  EXPECT_EQ(RereadMap(season), RereadOutcome::Done);
+  EXPECT_EQ(season.comments, Texts{"# new"});
+  EXPECT_EQ(season.includedFiles.at(folder.Path("part")), MarkOf("# new\n"));
+}
+
 }  // namespace
 }  // namespace orvane

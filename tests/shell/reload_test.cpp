@@ -215,6 +215,23 @@ TEST_F(ReloadTest, ANewBasisOnTheDiskIsOfferedByTheWindowsAboveIt) {
   EXPECT_EQ(FirstTrail(*season.TheMap().basis), "Valley");
 }
 
+TEST_F(ReloadTest, AnIncludedFileThatChangedIsOffered) {
+  // In another folder, which is watched only for this file.
+  std::filesystem::create_directory(folder_.Path("parts"));
+  const std::string part = WriteMap("parts/part.map");
+  MapWindowWidget& window = OpenActive(folder_.Write("site.map", "I" + part + "\n"));
+  QTest::qWait(500);
+  EXPECT_EQ(OfferOf(window), QString());
+  WriteLater("parts/next.map", "Valley");
+  std::filesystem::rename(folder_.Path("parts/next.map"), part);
+  ASSERT_TRUE(WaitForOffer(window));
+  EXPECT_EQ(OfferOf(window),
+            QStringLiteral("part.map, which this map includes, has changed on the disk."));
+  Click(window.Offer().ReloadButton());
+  EXPECT_EQ(FirstTrail(window.TheMap()), "Valley");
+  EXPECT_EQ(OfferOf(window), QString());
+}
+
 TEST_F(ReloadTest, ASaveOfOnesOwnIsNoNews) {
   MapWindowWidget& window = OpenActive(WriteMap("site.map"));
   QTest::qWait(500);
