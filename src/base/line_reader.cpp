@@ -26,9 +26,10 @@ std::optional<std::string_view> LineReader::Next() {
   // so that the others search only this line.
   for (const char end : {'\n', '\r', EndOfText}) line = line.substr(0, line.find(end));
   rest_.remove_prefix(line.size());
-  // The end of a line of exactly the longest length is consumed too, so that no empty line and no
-  // end of the text follows it.
-  if (!rest_.empty() && EndsLine(rest_.front())) {
+  // The end of a line of exactly the longest length is consumed too, so that no empty line follows
+  // it. But the byte for the end of the text is at the start of the next line there.
+  const bool isCut = line.size() == longest_ && rest_.starts_with(EndOfText);
+  if (!isCut && !rest_.empty() && EndsLine(rest_.front())) {
     const bool pair = rest_.starts_with("\r\n");
     rest_.remove_prefix(pair ? 2 : 1);
   }

@@ -8,7 +8,7 @@ namespace orvane {
 /// Cuts a text in memory into lines, as map files and preferences are read. A line ends at a line
 /// feed, at a carriage return (with a line feed after it) or at the byte 0xFF, and after `longest`
 /// bytes, where the remainder becomes the next line. At the start of a line the byte 0xFF is the
-/// end of the text.
+/// end of the text, also after a line of exactly `longest` bytes.
 class LineReader {
  public:
   /// \param text     the whole file; not copied, must outlive the reader

@@ -27,6 +27,7 @@ std::string_view NameOr(const Point& point, std::string_view ifNameless) {
 /// with one name by mistake would otherwise lose points unnoticed. See docs/compatibility.md.
 void DropEarlierPoints(LineContext& context, Trail& trail) {
   trail.points.clear();
+  trail.flags &= ~std::uint32_t{TrailMeasured};
   context.trailTimes.Forget();
   OriginScope place(context.messages, context.messages.Origin()->file);
   place.GoToLine(context.state.trailLine);
@@ -123,7 +124,10 @@ void TakeTail(FieldCursor& cursor, Point& point, Measurement& reading) {
     }
   }
   cursor.SkipTab();
-  reading.count = cursor.Stands('\t') ? 1 : std::max(cursor.TakeInteger(), 1);
+  // A fraction is cut off; it would otherwise be read as the style.
+  constexpr double MostReadings = std::numeric_limits<int>::max();
+  const double count = cursor.Stands('\t') ? 1 : cursor.TakeReal();
+  reading.count = count > MostReadings ? 1 : static_cast<int>(std::max(count, 1.0));
   cursor.SkipTab();
   TakeStyle(cursor, point);
 }

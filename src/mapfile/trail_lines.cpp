@@ -65,23 +65,24 @@ class StyleParts {
   bool TakeHidden() {
     const size_t comma = rest_.rfind(',');
     if (comma == std::string_view::npos) return false;
-    if (!SameName(WithoutSpaceAtEnd(rest_.substr(comma + 1)), "n")) return false;
+    if (!SameName(WithoutSpace(rest_.substr(comma + 1)), "n")) return false;
     rest_ = rest_.substr(0, comma);
     return true;
   }
 
-  /// \return the next part, without white space at its end; empty if it is missing
+  /// \return the next part, without white space at its ends; empty if it is missing
   std::string_view Take() {
     const size_t comma = rest_.find(',');
     const std::string_view part = rest_.substr(0, comma);
     rest_ = comma == std::string_view::npos ? std::string_view() : rest_.substr(comma + 1);
-    return WithoutSpaceAtEnd(part);
+    return WithoutSpace(part);
   }
   /// As `Take`, but a word ends at white space.
   std::string_view TakeWord() { return FirstWord(Take()); }
 
  private:
-  static std::string_view WithoutSpaceAtEnd(std::string_view text) {
+  static std::string_view WithoutSpace(std::string_view text) {
+    while (!text.empty() && IsSpace(text.front())) text.remove_prefix(1);
     while (!text.empty() && IsSpace(text.back())) text.remove_suffix(1);
     return text;
   }
@@ -145,12 +146,18 @@ void ReadTrailFields(const LineContext& context, FieldCursor& cursor, Trail& tra
 
 // --- Search keys ----------------------------------------------------------------------------
 
-/// Two whole numbers, hours and minutes, with an optional colon between.
+/// Two whole numbers, hours and minutes, with an optional colon between. Without a colon, a `-`
+/// separates two times and is no sign.
 int TakeClock(FieldCursor& cursor) {
   constexpr long MinutesPerHour = 60;
   const long hours = cursor.TakeInteger();
-  cursor.SkipByte(':');
-  const long minutes = cursor.TakeInteger();
+  long minutes = 0;
+  if (cursor.SkipByte(':')) {
+    minutes = cursor.TakeInteger();
+  } else {
+    while (cursor.Stands(' ')) cursor.Skip(1);
+    if (!cursor.Stands('-')) minutes = cursor.TakeInteger();
+  }
   const long total = hours * MinutesPerHour + minutes;
   return static_cast<int>(std::clamp(total, -0x7FFFFFFFL, 0x7FFFFFFFL));
 }

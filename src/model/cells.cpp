@@ -93,6 +93,7 @@ std::string FormatCellNumber(int number, int style) {
   }
   const int rest = number - 1;
   std::string text(1, static_cast<char>(first + rest % Letters));
+  // No letter counts 0: '@' takes its place; see docs/compatibility.md.
   for (int head = rest / Letters; head > 0; head /= HeadBase) {
     text.insert(text.begin(), static_cast<char>(first - 1 + head % HeadBase));
   }

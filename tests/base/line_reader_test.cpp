@@ -51,10 +51,18 @@ TEST(LineReader, CutsALongLine) {
 
 TEST(LineReader, AddsNoEmptyLineAfterOneOfExactlyTheLongestLength) {
   EXPECT_EQ(LinesOf("abc\ndef\r\nghi", 3), (Lines{"abc", "def", "ghi"}));
+}
+
+// The byte was taken as the end of the line, and what follows it was read.
+TEST(LineReader, EndsAtTheByteFFAfterALineOfExactlyTheLongestLength) {
   EXPECT_EQ(LinesOf("abc\xFF"
                     "def",
                     3),
-            (Lines{"abc", "def"}));
+            (Lines{"abc"}));
+  EXPECT_EQ(LinesOf("ab\xFF"
+                    "def",
+                    3),
+            (Lines{"ab", "def"}));
 }
 
 TEST(LineReader, CutsALineOfMapFilesAfter399Bytes) {

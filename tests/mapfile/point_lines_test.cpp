@@ -138,6 +138,16 @@ TEST_F(PointLinesTest, CountIsAtLeastOne) {
   }
 }
 
+// What was left of the number became the label limit.
+TEST_F(PointLinesTest, TheFractionOfACountIsCutOff) {
+  for (const auto& [text, count] :
+       std::initializer_list<std::pair<const char*, int>>{{"2.5", 2}, {"0.9", 1}, {"-1e300", 1}}) {
+    const std::string line = std::string("A\tp\t5\t") + text + "\t30";
+    EXPECT_EQ(ReadReading(line).count, count) << text;
+    EXPECT_EQ(ReadPoint(line).labelLimit, 30) << text;
+  }
+}
+
 TEST_F(PointLinesTest, StyleFollowsTheCount) {
   for (const char* line : {"A\tp\t5\t2\t30,1,2,3,C4\tnote", "G\tp\t1\t2\t5\t2\t30,1,2,3,C4\tnote",
                            "C\tp\tb\t1\t2\t3\t5\t2\t30,1,2,3,C4\tnote",

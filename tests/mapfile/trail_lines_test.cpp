@@ -88,6 +88,16 @@ TEST_F(TrailLinesTest, FileOrderOfTrailsIsKept) {
   EXPECT_EQ(TrailNamesOf(Read("T\ta\nT\tb\nT\tc\n")), (Texts{"a", "b", "c"}));
 }
 
+// The plane and the area of the earlier points were shown.
+TEST_F(TrailLinesTest, ATrailThatIsGivenAgainIsMeasuredAgain) {
+  Map& map = Read("T\ta\nP\t1\n");
+  map.trails.front().flags |= TrailMeasured;
+  ReadMapText(map, "T\ta\n");
+  EXPECT_NE(map.trails.front().flags & TrailMeasured, 0U);
+  ReadMapText(map, "T\ta\nP\t2\n");
+  EXPECT_EQ(map.trails.front().flags & TrailMeasured, 0U);
+}
+
 TEST_F(TrailLinesTest, LastBlockOfANameReplacesTheOthers) {
   const Map& map =
       Read("T\tMain\tTrail\t\t1999-1-2\nP\ta\nP\tb\nT\tSide\nT\tMAIN\tRiver\nP\tc\nP\td\n");
@@ -175,6 +185,22 @@ TEST_F(TrailLinesTest, WordsEndAtWhiteSpace) {
   EXPECT_EQ(trail.fillPattern, 3);
   EXPECT_EQ(trail.markStyle, MarkTick);
   EXPECT_EQ(trail.flags & TrailHidden, 0U);
+}
+
+// The word after a blank counted as left out, and a trail marked as hidden was shown.
+TEST_F(TrailLinesTest, BlanksAfterACommaAreSkipped) {
+  const Trail& trail = ReadStyle("1, red, Dotted, All, 1,\v3, Circle, v");
+  EXPECT_EQ(trail.color, 0xff0000);
+  EXPECT_EQ(trail.lineStyle, LineDotted);
+  EXPECT_EQ(trail.labelMode, LabelAll);
+  EXPECT_EQ(trail.fillPattern, 3);
+  EXPECT_EQ(trail.markStyle, MarkCircle);
+  EXPECT_EQ(trail.flags & TrailHidden, 0U);
+  EXPECT_EQ(ReadStyle(",,,,, Cross").markStyle, MarkCross);
+  for (const char* style : {"1, n", "1,,,,,,, n", "1,,,,,,, maybe"}) {
+    EXPECT_NE(ReadStyle(style).flags & TrailHidden, 0U) << style;
+  }
+  EXPECT_EQ(ReadStyle("1,,,,,,, ").flags & TrailHidden, 0U);
 }
 
 TEST_F(TrailLinesTest, UnknownWordsFallEachInItsWay) {
@@ -325,6 +351,8 @@ TEST_F(RangeLinesTest, TimesAreTwoNumbersEach) {
   const std::tuple<const char*, int, int> cases[] = {
       {"6:10-11:35", 370, 695}, {"6:10 11:35", 370, 695},
       {"6:10", 370, 0},         {"6", 360, 0},
+      {"6-11", 360, 660},       {"6 - 11", 360, 660},
+      {"6 10-11 35", 370, 695}, {"6:-10", 350, 0},
       {"0:30-24:00", 30, 1440}, {"", 0, 0}};
   for (const auto& [text, from, to] : cases) {
     const SearchKey& key = ReadKey(std::string("K\tx\t\t") + text + "\t99-4-1");

@@ -77,6 +77,16 @@ TEST(CellNumbers, WrittenNumbersReadBack) {
   }
 }
 
+TEST(CellNumbers, AtTakesThePlaceOfAMissingLetter) {
+  // No letter counts 0 in base 27, so these labels name no cell.
+  EXPECT_EQ(FormatCellNumber(26 * 27, Upper), "ZZ");
+  EXPECT_EQ(FormatCellNumber(26 * 27 + 1, Upper), "A@A");
+  EXPECT_EQ(FormatCellNumber(26 * 27 + 26, Lower), "a`z");
+  EXPECT_EQ(FormatCellNumber(26 * 28 + 1, Upper), "AAA");
+  EXPECT_EQ(NumberOf("AAA", Upper), 26 * 28 + 1);
+  EXPECT_EQ(FormatCellNumber(26 * 54 + 1, Upper), "B@A");
+}
+
 TEST(CellNumbers, NegativeLabelReadsBackOneLess) {
   EXPECT_EQ(FormatCellNumber(0, Upper), "ZZ");
   EXPECT_EQ(FormatCellNumber(-1, Upper), "ZY");
