@@ -76,10 +76,10 @@ void CheckOffset(const Poly& ring, double margin) {
 void CheckOverlap(const Poly& a, const Poly& b, orvane::Messages& messages) {
   Poly all = a;
   all.insert(all.end(), b.begin(), b.end());
-  const orvane::LatLon centre = orvane::PolyCentre(all);
-  orvane::ProjectPoints(all, centre.lon, centre.lat);
+  const orvane::LatLon center = orvane::PolyCentre(all);
+  orvane::ProjectPoints(all, center.lon, center.lat);
   orvane::ScratchPoints scratch;
-  const Poly common = orvane::IntersectPolygons(scratch, a, b, centre.lon, centre.lat, messages);
+  const Poly common = orvane::IntersectPolygons(scratch, a, b, center.lon, center.lat, messages);
   fuzz::Require(!(orvane::PolygonArea(common) < 0));
   if (a.empty() || b.empty()) return;
   orvane::VerticesInside(a, b);

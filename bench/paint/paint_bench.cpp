@@ -29,12 +29,12 @@ void DrawAgainAndAgain(benchmark::State& state, WideMap& wide) {
   }
 }
 
-void DrawLabelled(benchmark::State& state) {
+void DrawLabeled(benchmark::State& state) {
   WideMap wide(static_cast<int>(state.range(0)), static_cast<int>(state.range(1)));
   wide.Look(Width, Height);
   DrawAgainAndAgain(state, wide);
 }
-BENCHMARK(DrawLabelled)
+BENCHMARK(DrawLabeled)
     ->ArgNames({"points", "labelMode"})
     ->Args({20000, LabelAuto})
     ->Args({200000, LabelAuto})

@@ -19,7 +19,7 @@ class Progress {
 
   /// True after the work was cancelled, unless it must be finished; see `MustFinish`. Can be called
   /// from threads that help with the work.
-  bool Cancelled() const { return cancelled_ && mustFinish_ == 0; }
+  bool Canceled() const { return canceled_ && mustFinish_ == 0; }
 
   /// From now on the work can't be cancelled: it changes what remains afterwards.
   void Commit() { ++mustFinish_; }
@@ -31,18 +31,18 @@ class Progress {
   virtual void Reach(WorkStage stage, size_t done, size_t of) = 0;
 
  protected:
-  void Cancel() { cancelled_ = true; }
+  void Cancel() { canceled_ = true; }
   bool MayCancel() const { return mustFinish_ == 0; }
 
  private:
   friend class MustFinish;
-  std::atomic<bool> cancelled_ = false;
+  std::atomic<bool> canceled_ = false;
   int mustFinish_ = 0;
 };
 
 /// \return true after the work was cancelled; `progress` can be null for work without progress
-inline bool IsCancelled(const Progress* progress) {
-  return progress != nullptr && progress->Cancelled();
+inline bool IsCanceled(const Progress* progress) {
+  return progress != nullptr && progress->Canceled();
 }
 
 /// While it exists, the work can't be cancelled: changes of a map that stays open must be
@@ -82,7 +82,7 @@ class ProgressSteps {
       if (goesOn_) progress_->Reach(stage_, done, of_);
     }
     // Also if it was cancelled in a loop inside this one.
-    goesOn_ = goesOn_ && !progress_->Cancelled();
+    goesOn_ = goesOn_ && !progress_->Canceled();
     return goesOn_;
   }
   /// The same with the number of calls as `done`.

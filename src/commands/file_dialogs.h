@@ -25,7 +25,7 @@ struct FileSpecifications {
   FileSpecification pictures;
 };
 
-enum class FileAnswer { Chosen, Cancelled, Failed };
+enum class FileAnswer { Chosen, Canceled, Failed };
 
 /// The boxes that ask for a file. The window program uses those of the platform; a test answers
 /// itself.

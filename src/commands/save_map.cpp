@@ -42,7 +42,7 @@ bool AskName(const std::string& title, FileSpecification& file, Messages& messag
     case FileAnswer::Failed:
       NoteFileDialogFailure(messages);
       return false;
-    case FileAnswer::Cancelled:
+    case FileAnswer::Canceled:
       return false;
     case FileAnswer::Chosen:
       break;

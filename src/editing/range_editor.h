@@ -36,7 +36,7 @@ class RangeEditor final : public CellModel {
  public:
   /// \param map    of the window that opens the editor
   /// \param range  the range to edit; null for a new one
-  /// \param color  of the row of the range; not looked at for a new one, which starts gray
+  /// \param color  of the row of the range; not looked at for a new one, which starts grey
   RangeEditor(Map& map, Range* range, Color color);
 
   Map& WindowMap() const { return map_; }

@@ -178,7 +178,7 @@ ContourOutcome Generate(Map& map, int interval, ContourWork& work) {
   if (prepared != ContourMade) return prepared;
   ContourTracer tracer(work);
   if (!tracer.FindCrossings()) return RefuseCrossings(map);
-  if (!tracer.ConnectCrossings()) return ContourCancelled;
+  if (!tracer.ConnectCrossings()) return ContourCanceled;
   MakeContourTrails(tracer.Lines(), map.workspace->contourCounts, map.contourTrails,
                     map.contourPoints);
   return ContourMade;

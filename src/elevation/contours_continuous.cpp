@@ -231,7 +231,7 @@ ContourOutcome Generate(Map& map, int interval, ContourWork& work) {
 ContourOutcome TraceContinuousContours(const ContourWork& work, std::vector<ContourLine>& lines) {
   ContinuousTracer tracer(work);
   if (!tracer.FindCrossings()) return ContourRefused;
-  if (!tracer.ConnectCrossings()) return ContourCancelled;
+  if (!tracer.ConnectCrossings()) return ContourCanceled;
   lines = tracer.TakeLines();
   return ContourMade;
 }

@@ -25,7 +25,7 @@ ContourOutcome GenerateContinuousContours(Map& map, int interval,
 /// Traces the continuous contours of a grid that has been sampled: the last stage.
 /// \param work   its places, altitudes, interval and progress are used
 /// \param lines  receives the lines
-/// \return `ContourMade`, `ContourCancelled`, or `ContourRefused` for too many crossings, of which
+/// \return `ContourMade`, `ContourCanceled`, or `ContourRefused` for too many crossings, of which
 ///         nothing is reported
 ContourOutcome TraceContinuousContours(const ContourWork& work, std::vector<ContourLine>& lines);
 

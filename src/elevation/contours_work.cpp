@@ -107,7 +107,7 @@ ContourOutcome PrepareContours(const Map& map, int interval, ContourWork& work) 
   if (work.points.empty()) return ContourNothing;
   work.interval = interval;
   FindBounds(work);
-  if (!work.Tell("Figuring grid spacing...", 0)) return ContourCancelled;
+  if (!work.Tell("Figuring grid spacing...", 0)) return ContourCanceled;
   work.step = StepOf(work);
   if (!std::isfinite(work.step)) return ContourNothing;
   if (!CountLines(work)) {
@@ -117,7 +117,7 @@ ContourOutcome PrepareContours(const Map& map, int interval, ContourWork& work) 
     return Refuse(map, "rivers and ridges would add more than 500,000 points");
   }
   LayOutSamples(work);
-  return FindValues(work) ? ContourMade : ContourCancelled;
+  return FindValues(work) ? ContourMade : ContourCanceled;
 }
 
 }  // namespace orvane

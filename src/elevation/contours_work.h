@@ -18,9 +18,9 @@ using ContourProgress = std::function<bool(const char* stage, int percent)>;
 
 /// How a run ended.
 enum ContourOutcome {
-  ContourNothing = 0,    ///< there is nothing to draw lines of; `progress` may not have been called
-  ContourMade = 1,       ///< the map has what lines there are, maybe none
-  ContourCancelled = 2,  ///< the map is as before
+  ContourNothing = 0,   ///< there is nothing to draw lines of; `progress` may not have been called
+  ContourMade = 1,      ///< the map has what lines there are, maybe none
+  ContourCanceled = 2,  ///< the map is as before
   ContourRefused =
       3  ///< too much of something, which was reported as an error; the map is as before
 };

@@ -271,7 +271,7 @@ std::optional<GisImport> StartGisImportOfText(Map& map, std::string_view text,
   import.map = &map;
   import.fileName = name;
   import.file = ReadGisText(text, name, map.workspace->messages, map.workspace->progress);
-  if (IsCancelled(map.workspace->progress)) return std::nullopt;
+  if (IsCanceled(map.workspace->progress)) return std::nullopt;
   if (import.file.tracks.empty() && import.file.waypoints.empty()) {
     NoteNothingFound(map.workspace->messages, text, name);
     return std::nullopt;

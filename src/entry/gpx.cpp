@@ -104,7 +104,7 @@ class GpxWalk {
     XML_SetEntityDeclHandler(parser_.get(), &GpxWalk::OnEntity);
     linesBefore_ = TakeBlankLines(text);
     Parse(text);
-    if (IsCancelled(progress_)) return std::move(file_);
+    if (IsCanceled(progress_)) return std::move(file_);
     origin_.GoToLine(file_.leftOut.firstLine);
     TellLeftOut(file_.leftOut, fileName_, messages_);
     origin_.GoToLine(0);

@@ -60,7 +60,7 @@ std::string ImportSubmap(Map& map, const std::string& path) {
   Workspace& workspace = *map.workspace;
   const Contents before = ContentsOf(map);
   const bool readable = ReadMapFile(map, path);
-  if (IsCancelled(workspace.progress)) {
+  if (IsCanceled(workspace.progress)) {
     NoteWarning(workspace.messages, "Only a part of %s was imported", {path});
   }
   {

@@ -15,8 +15,8 @@ void ProjectPoints(PointSpan points, double lon0, double lat0) {
 }
 
 void ProjectAboutCentre(PointSpan points) {
-  const LatLon centre = PolyCentre(points);
-  ProjectPoints(points, centre.lon, centre.lat);
+  const LatLon center = PolyCentre(points);
+  ProjectPoints(points, center.lon, center.lat);
 }
 
 void LocalPlaneOfPoints(PointSpan points) { ProjectPoints(points, MeanPlace(points).lon, 0); }

@@ -173,13 +173,13 @@ Poly IntersectPolygons(ScratchPoints& scratch, PointSpan a, PointSpan b, double 
 }
 
 Poly OffsetPolygon(ScratchPoints& scratch, PointSpan ring, double margin) {
-  const LatLon centre = PolyCentre(ring);
-  const double centreNorth = LatLonToMetersKeepingAltitude(centre).north;
+  const LatLon center = PolyCentre(ring);
+  const double centerNorth = LatLonToMetersKeepingAltitude(center).north;
   std::vector<Meters> moved;
   moved.reserve(ring.size());
   for (const Point* point : ring) {
-    Meters offset = LatLonToMeters(point->geo.lat, point->geo.lon - centre.lon);
-    offset.north -= centreNorth;
+    Meters offset = LatLonToMeters(point->geo.lat, point->geo.lon - center.lon);
+    offset.north -= centerNorth;
     const double dist = std::sqrt(offset.north * offset.north + offset.east * offset.east);
     if (dist == 0) return {};
     const Meters place = {offset.north + offset.north * margin / dist,
@@ -192,8 +192,8 @@ Poly OffsetPolygon(ScratchPoints& scratch, PointSpan ring, double margin) {
   result.reserve(moved.size());
   for (const Meters& place : moved) {
     Point& vertex = scratch.Make(place);
-    vertex.geo = MetersToLatLon(place.north + centreNorth, place.east);
-    vertex.geo.lon += centre.lon;
+    vertex.geo = MetersToLatLon(place.north + centerNorth, place.east);
+    vertex.geo.lon += center.lon;
     result.push_back(&vertex);
   }
   return result;

@@ -37,7 +37,7 @@ AxisSpec TakeAxisSpec(FieldCursor& cursor, int defaultStyle) {
       break;
     case 'n':
     case 'N':
-      take(GridUnlabelled);
+      take(GridUnlabeled);
       break;
     default:
       if (cursor.StandsDigit()) take(GridDecimal);

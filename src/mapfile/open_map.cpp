@@ -94,7 +94,7 @@ void TakeBackNewMaps(Workspace& workspace, const Map* newest) {
 
 }  // namespace
 
-Map* OpenMapUnlessCancelled(Workspace& workspace, const std::string& name, bool* readable) {
+Map* OpenMapUnlessCanceled(Workspace& workspace, const std::string& name, bool* readable) {
   const Map* newest = workspace.maps.empty() ? nullptr : &workspace.maps.front();
   const ReadingState reading = workspace.reading;
   const double latitude = workspace.lastLatitude;
@@ -106,7 +106,7 @@ Map* OpenMapUnlessCancelled(Workspace& workspace, const std::string& name, bool*
   };
   try {
     Map& map = OpenMap(workspace, name, readable);
-    if (!IsCancelled(workspace.progress)) return &map;
+    if (!IsCanceled(workspace.progress)) return &map;
   } catch (const std::bad_alloc&) {
     putBack();
     TakeBackNewMaps(workspace, newest);
@@ -118,7 +118,7 @@ Map* OpenMapUnlessCancelled(Workspace& workspace, const std::string& name, bool*
 }
 
 void FinishMap(Map& map) {
-  if (IsCancelled(map.workspace->progress)) return;
+  if (IsCanceled(map.workspace->progress)) return;
   for (Trail& trail : map.trails) FillPointTimes(trail);
   for (const auto& bucket : map.pointHash) {
     for (Point* point : bucket) {
@@ -129,7 +129,7 @@ void FinishMap(Map& map) {
     ClearOwnPositions(map);
     SolveMap(map);
   }
-  if (!IsCancelled(map.workspace->progress)) AnalyzeAllRanges(map);
+  if (!IsCanceled(map.workspace->progress)) AnalyzeAllRanges(map);
 }
 
 }  // namespace orvane

@@ -24,8 +24,7 @@ Map* FindOpenMap(Workspace& workspace, const std::string& name);
 /// \return null if cancelled: then neither the map nor any that was opened with it is left
 /// \throws std::bad_alloc with the same effect; maps that were open before are unchanged, if the
 ///                         memory is enough to read them again
-Map* OpenMapUnlessCancelled(Workspace& workspace, const std::string& name,
-                            bool* readable = nullptr);
+Map* OpenMapUnlessCanceled(Workspace& workspace, const std::string& name, bool* readable = nullptr);
 
 /// The work after a read: time-named points get their times, points on no trail are listed, and all
 /// get their places, with the solver only if the file does not give every place. If this is

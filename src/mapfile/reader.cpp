@@ -90,7 +90,7 @@ void ReadBasisLine(LineContext& context, std::string_view line) {
     // be undone.
     Progress* progress = context.workspace.progress;
     if (progress != nullptr && opened != nullptr) progress->Commit();
-    Map* basis = OpenMapUnlessCancelled(context.workspace, name);
+    Map* basis = OpenMapUnlessCanceled(context.workspace, name);
     if (basis != nullptr) map.basis = basis;
   }
   context.trailNames.Forget();

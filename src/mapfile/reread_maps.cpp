@@ -248,7 +248,7 @@ class Attempt {
     for (Map* each : maps_) {
       reachedIt = reachedIt || each == &wanted_.map;
       if (!Read(*each, !reachedIt)) return RereadOutcome::Unreadable;
-      if (IsCancelled(wanted_.map.workspace->progress)) return RereadOutcome::Cancelled;
+      if (IsCanceled(wanted_.map.workspace->progress)) return RereadOutcome::Canceled;
       if (!IsFromText(*each) && each != &wanted_.map && !rereading_.RestsAsBefore(*each)) {
         fromText_.push_back(each);  // its basis was renamed after its file was written
         return std::nullopt;

@@ -25,7 +25,7 @@ std::vector<Map*> MapsTiedTo(Map& map);
 enum class RereadOutcome {
   Done,
   Unreadable,  ///< the file can't be read, with a message; no map has changed
-  Cancelled    ///< no map has changed
+  Canceled     ///< no map has changed
 };
 
 /// Reads `map` again from its file. Its changes are dropped, and it is no longer marked as changed.

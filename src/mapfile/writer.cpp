@@ -191,34 +191,34 @@ class MapWriter {
   void WriteTrailStyle(const Trail& trail) {
     const bool hidden = (trail.flags & TrailHidden) != 0;
     const bool marked = trail.markStyle != MarkNone;
-    const bool labelled = trail.labelMode != LabelUnset;
+    const bool labeled = trail.labelMode != LabelUnset;
     const bool styled = trail.lineStyle != LineUnset;
     const bool colored = trail.color != NoColor;
     if (trail.date != 0) {
       Put('\t');
       Put(FormatDate(trail.date));
-    } else if (trail.width != 0 || colored || labelled || marked || styled || trail.note) {
+    } else if (trail.width != 0 || colored || labeled || marked || styled || trail.note) {
       Put('\t');
     }
     if (trail.width != 0) {
       Put('\t');
       PutGeneral(trail.width);
-    } else if (colored || labelled || styled || trail.filled || marked || hidden || trail.note) {
+    } else if (colored || labeled || styled || trail.filled || marked || hidden || trail.note) {
       Put('\t');
     }
     if (colored) {
       Put(",#");
       PutHexColor(trail.color);
-    } else if (labelled || styled || trail.filled || marked) {
+    } else if (labeled || styled || trail.filled || marked) {
       Put(',');
     }
     if (styled) {
       Put(',');
       Put(LineStyleWords[static_cast<size_t>(trail.lineStyle) % LineStyleWords.size()]);
-    } else if (labelled || trail.filled || marked) {
+    } else if (labeled || trail.filled || marked) {
       Put(',');
     }
-    if (labelled) {
+    if (labeled) {
       Put(',');
       Put(LabelModeWords[static_cast<size_t>(trail.labelMode) % LabelModeWords.size()]);
     } else if (trail.filled || marked) {

@@ -206,7 +206,7 @@ inline bool IsHidden(const Trail& trail) { return (trail.flags & TrailHidden) !=
 
 /// How the cells of a grid are named along one axis.
 enum GridStyle {
-  GridUnlabelled = 0,
+  GridUnlabeled = 0,
   GridDecimal = 1,
   GridRomanLower = 2,  ///< accepted and kept; names no cell
   GridRomanUpper = 3,  ///< accepted and kept; names no cell

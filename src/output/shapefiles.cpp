@@ -60,7 +60,7 @@ std::string ShapefileExport::Summary(const std::vector<ShapefileSet*>& written) 
 }
 
 ShapefileOutcome ShapefileExport::Finish() {
-  if (IsCancelled(map_.workspace->progress)) return {};
+  if (IsCanceled(map_.workspace->progress)) return {};
   // No file gets its name before every file is flushed to the disk. Flushing all at once is
   // fastest.
   std::vector<char> finished(sets_.size());
@@ -80,7 +80,7 @@ ShapefileOutcome ShapefileExport::Finish() {
     done_ = false;
   }
   steps_.Next(0);
-  if (IsCancelled(map_.workspace->progress)) return {};
+  if (IsCanceled(map_.workspace->progress)) return {};
   std::vector<ShapefileSet*> written;
   for (ShapefileSet* set : whole) {
     if (set->TakeNames()) {

@@ -106,7 +106,7 @@ void AnalyzeAllRanges(Map& map) {
     ranges.push_back(&range);
   }
   ClusterRanges(ranges, map.workspace->messages, progress);
-  if (IsCancelled(progress)) return;
+  if (IsCanceled(progress)) return;
   map.intersections.clear();
   IntersectAllPairs(map, ranges, steps);
 }

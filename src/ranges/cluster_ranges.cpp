@@ -54,7 +54,7 @@ class Follower final : public Progress {
  public:
   explicit Follower(const Progress* leader) : leader_(leader) {}
   void Reach(WorkStage, size_t, size_t) override {
-    if (IsCancelled(leader_)) Cancel();
+    if (IsCanceled(leader_)) Cancel();
   }
 
  private:
@@ -98,7 +98,7 @@ void ClusterRanges(std::span<Range* const> ranges, Messages& messages, Progress*
   const unsigned workers = RunInParallel(ThreadsFor(ranges), [&](unsigned worker) {
     Follower follower(progress);
     Progress* watching = worker == 0 ? progress : &follower;
-    for (size_t i = next++; i < ranges.size() && !IsCancelled(watching); i = next++) {
+    for (size_t i = next++; i < ranges.size() && !IsCanceled(watching); i = next++) {
       ClusterOnCopies(*ranges[i], said[i], watching);
     }
   });

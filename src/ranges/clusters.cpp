@@ -72,7 +72,7 @@ std::unique_ptr<ClusterTree> ClusterPoints(PointSpan points, Messages& messages,
     LocationIndex index(*locations, sets);
     ClusterForest forest(*locations, index, sets, messages);
     GrowClusters(*locations, index, sets, forest, progress);
-    if (IsCancelled(progress)) return nullptr;
+    if (IsCanceled(progress)) return nullptr;
     std::unique_ptr<ClusterTree> tree = TreeOf(forest);
     FillLevels(forest, *tree, messages);
     return tree;

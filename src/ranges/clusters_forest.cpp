@@ -188,8 +188,8 @@ void ClusterForest::SetPlane(int top) {
   Plane& plane = PlaneOf(top);
   plane.setAt = ++moment_;
   const auto& [north, east, south, west] = tree.extremes;
-  plane.centreLat = (north.reach - south.reach) / 2;
-  plane.centreLon = (east.reach - west.reach) / 2;
+  plane.centerLat = (north.reach - south.reach) / 2;
+  plane.centerLon = (east.reach - west.reach) / 2;
 }
 
 /// The place of a location in the plane of the last hull that it was part of. The way up is short,
@@ -211,8 +211,8 @@ Meters ClusterForest::PlaceOf(int location) const {
 /// As `ProjectPoints` computes it, with the cosine at hand.
 Meters ClusterForest::PlaceInPlane(int location, const Plane& plane) const {
   const GeoPlace& geo = geo_[static_cast<size_t>(location)];
-  return {geo.lat * MetersPerDegree - plane.centreLat * MetersPerDegree,
-          geo.cosine * (geo.lon - plane.centreLon) * MetersPerDegree};
+  return {geo.lat * MetersPerDegree - plane.centerLat * MetersPerDegree,
+          geo.cosine * (geo.lon - plane.centerLon) * MetersPerDegree};
 }
 
 /// Walks the locations of a cluster at a step: those of its children, oldest first, then

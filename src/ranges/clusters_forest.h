@@ -83,8 +83,8 @@ class ClusterForest {
   struct Plane {
     std::uint64_t setAt = 0;     ///< moment; 0 for never
     std::uint64_t mergedAt = 0;  ///< moment at which the cluster was merged
-    double centreLat = 0;        ///< degrees
-    double centreLon = 0;        ///< degrees
+    double centerLat = 0;        ///< degrees
+    double centerLon = 0;        ///< degrees
   };
 
   ClusterLinks& LinksOf(int cluster) { return links_[static_cast<size_t>(cluster)]; }

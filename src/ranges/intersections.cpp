@@ -40,7 +40,7 @@ GeoBounds BoundsOf(PointSpan points) {
   return bounds;
 }
 
-LatLon CentreOf(const GeoBounds& bounds) {
+LatLon CenterOf(const GeoBounds& bounds) {
   return {(bounds.maxLat + bounds.minLat) / 2, (bounds.maxLon + bounds.minLon) / 2, NoAltitude};
 }
 
@@ -116,28 +116,28 @@ class WindowTally {
   std::vector<CellTally> cells_;
 };
 
-void MakeOffset(OffsetHull& offset, PointSpan hull, double margin, const LatLon& centre) {
+void MakeOffset(OffsetHull& offset, PointSpan hull, double margin, const LatLon& center) {
   offset.store = {};
   offset.ring = OffsetPolygon(offset.store, hull, margin);
-  ProjectPoints(offset.ring, centre.lon, centre.lat);
+  ProjectPoints(offset.ring, center.lon, center.lat);
 }
 
-void MakeOffsetHulls(Range& range, double margin, const LatLon& centre) {
+void MakeOffsetHulls(Range& range, double margin, const LatLon& center) {
   if (!range.outerHull.ring.empty()) return;
-  MakeOffset(range.outerHull, range.hull, margin, centre);
-  MakeOffset(range.innerHull, range.hull, -margin, centre);
+  MakeOffset(range.outerHull, range.hull, margin, center);
+  MakeOffset(range.innerHull, range.hull, -margin, center);
 }
 
 /// A plane about a place; as `ProjectPoints` has it.
 class Plane {
  public:
-  explicit Plane(const LatLon& centre) : lon0_(centre.lon), north0_(DegreesToMeters(centre.lat)) {}
+  explicit Plane(const LatLon& center) : lon0_(center.lon), north0_(DegreesToMeters(center.lat)) {}
 
   double NorthOf(const LatLon& place) const { return DegreesToMeters(place.lat) - north0_; }
   Meters At(const LatLon& place) const {
-    Meters metres = LatLonToMeters(place.lat, place.lon - lon0_);
-    metres.north -= north0_;
-    return metres;
+    Meters meters = LatLonToMeters(place.lat, place.lon - lon0_);
+    meters.north -= north0_;
+    return meters;
   }
   Ring RingOf(PointSpan points) const {
     Ring ring;
@@ -209,7 +209,7 @@ void AddNearEdges(const Point& stop, const Meters& place, bool inside, ShareRing
 std::int64_t TallyStops(const Range& range, const RangeIntersection& record, double margin,
                         ShareRings& rings, OverlapShare& share, WindowTally* cells,
                         Messages& messages) {
-  const Plane plane(CentreOf(record));
+  const Plane plane(CenterOf(record));
   std::int64_t minutes = 0;
   for (const Point* stop : range.points) {
     // The margin is in metres and the box in degrees: with a grid practically every point passes,
@@ -242,17 +242,17 @@ std::int64_t TallyStops(const Range& range, const RangeIntersection& record, dou
 double PercentTimeInIntersection(Range& range, Range& other, const RangeIntersection& record,
                                  OverlapShare& share, WindowTally* cells, Messages& messages) {
   if (range.totalMinutes == 0 || !BoundsOverlap(range, record)) return 0;
-  const LatLon centre = CentreOf(record);
+  const LatLon center = CenterOf(record);
   double margin = 0;
   if (cells != nullptr) {
     margin = record.grid->cellSize * MarginInCells;
-    MakeOffsetHulls(range, margin, centre);
-    MakeOffsetHulls(other, margin, centre);
+    MakeOffsetHulls(range, margin, center);
+    MakeOffsetHulls(other, margin, center);
   }
   const auto offset = [&](const OffsetHull& hull) {
     return cells != nullptr ? RingOf(hull.ring) : Ring();
   };
-  ShareRings rings{BoundedRing(Plane(centre).RingOf(other.hull)),
+  ShareRings rings{BoundedRing(Plane(center).RingOf(other.hull)),
                    BoundedRing(offset(other.outerHull)), BoundedRing(offset(other.innerHull)),
                    BoundedRing(offset(range.innerHull))};
   const std::int64_t minutes = TallyStops(range, record, margin, rings, share, cells, messages);
@@ -313,10 +313,10 @@ bool BoundsOverlap(const GeoBounds& a, const GeoBounds& b) {
 
 Poly IntersectHulls(Range& a, Range& b, ScratchPoints& scratch, Messages& messages) {
   if (a.hull.empty() || b.hull.empty() || !BoundsOverlap(a, b)) return {};
-  const LatLon centre = CentreOf(BoundsOfBoth(a, b));
-  ProjectPoints(a.hull, centre.lon, centre.lat);
-  ProjectPoints(b.hull, centre.lon, centre.lat);
-  Poly polygon = IntersectPolygons(scratch, a.hull, b.hull, centre.lon, centre.lat, messages);
+  const LatLon center = CenterOf(BoundsOfBoth(a, b));
+  ProjectPoints(a.hull, center.lon, center.lat);
+  ProjectPoints(b.hull, center.lon, center.lat);
+  Poly polygon = IntersectPolygons(scratch, a.hull, b.hull, center.lon, center.lat, messages);
   ProjectPoints(a.hull, 0, 0);
   ProjectPoints(b.hull, 0, 0);
   return polygon;
@@ -338,8 +338,8 @@ bool IntersectRanges(Range& a, Range& b, std::forward_list<RangeIntersection>& l
     record.grid = a.grid;
     record.window = WindowOf(polygon, *record.grid);
   }
-  const LatLon centre = CentreOf(record);
-  ProjectPoints(record.polygon, centre.lon, centre.lat);
+  const LatLon center = CenterOf(record);
+  ProjectPoints(record.polygon, center.lon, center.lat);
   record.area = PolygonArea(record.polygon);
   ProjectPoints(record.polygon, 0, 0);
   FillShares(record, messages);
@@ -380,11 +380,11 @@ void IntersectTrailWithRanges(Map& map, Trail& trail, std::forward_list<TrailRan
   const GeoBounds trailBounds = BoundsOf(trail.points);
   for (Range& range : map.ranges) {
     if (range.hull.empty() || !BoundsOverlap(range, trailBounds)) continue;
-    const LatLon centre = CentreOf(BoundsOfBoth(range, trailBounds));
-    ProjectPoints(trail.points, centre.lon, centre.lat);
-    ProjectPoints(range.hull, centre.lon, centre.lat);
+    const LatLon center = CenterOf(BoundsOfBoth(range, trailBounds));
+    ProjectPoints(trail.points, center.lon, center.lat);
+    ProjectPoints(range.hull, center.lon, center.lat);
     ScratchPoints scratch;
-    Poly polygon = IntersectPolygons(scratch, range.hull, trail.points, centre.lon, centre.lat,
+    Poly polygon = IntersectPolygons(scratch, range.hull, trail.points, center.lon, center.lat,
                                      map.workspace->messages);
     if (polygon.empty()) continue;
     TrailRangeOverlap& overlap = list.emplace_front();

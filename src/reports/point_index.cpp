@@ -89,9 +89,9 @@ void SortByName(std::vector<PointIndexEntry>& entries) {
   }
 }
 
-std::string MetresText(double metres) {
-  if (metres >= 1000 || metres <= -1000) return FormatFixed(metres / 1000, 1) + "km";
-  if (metres >= 0.1 || metres <= -0.1) return FormatFixed(metres, 1) + "m";
+std::string MetersText(double meters) {
+  if (meters >= 1000 || meters <= -1000) return FormatFixed(meters / 1000, 1) + "km";
+  if (meters >= 0.1 || meters <= -0.1) return FormatFixed(meters, 1) + "m";
   return "0m";
 }
 
@@ -107,9 +107,9 @@ PointIndex BuildPointIndex(const Map& map, double centerLongitude) {
     entry.position = point->geo;
     entry.gridCell = CellAt(map, point->geo, centerLongitude).value_or("");
     if (origin != nullptr) {
-      const Meters metres = LatLonToMeters(point->geo.lat, point->geo.lon - origin->geo.lon);
-      entry.north = metres.north - DegreesToMeters(origin->geo.lat);
-      entry.east = metres.east;
+      const Meters meters = LatLonToMeters(point->geo.lat, point->geo.lon - origin->geo.lon);
+      entry.north = meters.north - DegreesToMeters(origin->geo.lat);
+      entry.east = meters.east;
     }
   }
   SortByName(index.entries);
@@ -128,7 +128,7 @@ int CompareIndexNames(std::string_view a, std::string_view b) {
 }
 
 std::string FormatMetres(const PointIndexEntry& entry) {
-  return MetresText(entry.north) + "N," + MetresText(entry.east) + "E";
+  return MetersText(entry.north) + "N," + MetersText(entry.east) + "E";
 }
 
 PointIndexColumns ColumnsOf(const PointIndex& index) {
@@ -136,7 +136,7 @@ PointIndexColumns ColumnsOf(const PointIndex& index) {
   for (const PointIndexEntry& entry : index.entries) {
     if (HasAltitude(entry.position.altitude)) columns.altitude = true;
     if (!entry.gridCell.empty()) columns.grid = true;
-    if (index.hasOrigin) columns.metres = true;
+    if (index.hasOrigin) columns.meters = true;
   }
   return columns;
 }
@@ -146,7 +146,7 @@ std::string PointIndexText(const PointIndex& index, CoordinateDisplay display) {
   std::string text = "Name\tLat/Lon";
   if (columns.altitude) text += "\tAltitude";
   if (columns.grid) text += "\tGrid";
-  if (columns.metres) text += "\tMeters N/E";
+  if (columns.meters) text += "\tMeters N/E";
   text += "\n\n";
   for (const PointIndexEntry& entry : index.entries) {
     text += entry.name + '\t' + FormatLatLon(entry.position, display);
@@ -156,7 +156,7 @@ std::string PointIndexText(const PointIndex& index, CoordinateDisplay display) {
       if (HasAltitude(altitude)) text += FormatFixed(double{altitude}, 0) + "m";
     }
     if (columns.grid) text += '\t' + entry.gridCell;
-    if (columns.metres) text += '\t' + FormatMetres(entry);
+    if (columns.meters) text += '\t' + FormatMetres(entry);
     text += '\n';
   }
   return text;

@@ -46,7 +46,7 @@ std::string FormatMetres(const PointIndexEntry& entry);
 struct PointIndexColumns {
   bool altitude = false;
   bool grid = false;
-  bool metres = false;
+  bool meters = false;
 };
 PointIndexColumns ColumnsOf(const PointIndex& index);
 

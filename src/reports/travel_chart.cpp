@@ -134,12 +134,12 @@ class TravelChart {
       return percent >= 10 ? FormatFixed(std::trunc(percent), 0) + "%"
                            : FormatFixed(percent, 2) + "%";
     }
-    const double metres = std::trunc(i * axisTop_ / AxisMarks);
-    if (metres < 1000) {
-      const std::string digits = FormatFixed(metres, 0);
+    const double meters = std::trunc(i * axisTop_ / AxisMarks);
+    if (meters < 1000) {
+      const std::string digits = FormatFixed(meters, 0);
       return std::string(digits.size() < 3 ? 3 - digits.size() : 0, ' ') + digits + "m/h";
     }
-    return FormatFixed(metres / 1000, std::fmod(metres, 1000) == 0 ? 0 : 1) + "km/h";
+    return FormatFixed(meters / 1000, std::fmod(meters, 1000) == 0 ? 0 : 1) + "km/h";
   }
 
   void DrawValueMarks() const {

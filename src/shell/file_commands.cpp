@@ -33,7 +33,7 @@ std::optional<std::string> AskOpen(Shell& shell, const std::string& title, Progr
     case FileAnswer::Failed:
       NoteFileDialogFailure(shell.TheWorkspace().messages);
       return std::nullopt;
-    case FileAnswer::Cancelled:
+    case FileAnswer::Canceled:
       return std::nullopt;
     case FileAnswer::Chosen:
       break;

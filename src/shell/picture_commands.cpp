@@ -57,7 +57,7 @@ void SavePicture(Shell& shell, MapWindowWidget& mapWindow) {
     case FileAnswer::Failed:
       NoteFileDialogFailure(messages);
       return;
-    case FileAnswer::Cancelled:
+    case FileAnswer::Canceled:
       return;
     case FileAnswer::Chosen:
       break;

@@ -103,7 +103,7 @@ Map* Shell::ReadMap(const std::string& path) {
   const QString name = DisplayText(BaseName(path));
   const BusyWork busy(workspace_, boxes_, tr("Opening %1").arg(name), clock);
   bool readable = false;
-  Map* map = OpenMapUnlessCancelled(workspace_, NameOfOpenMap(path), &readable);
+  Map* map = OpenMapUnlessCanceled(workspace_, NameOfOpenMap(path), &readable);
   if (map != nullptr && readable) NoteRecentFile(path);
   // Reading can extend trails of an open basis.
   for (MapWindowWidget* window : openWindows_) window->View().RequestRepaint();

@@ -22,9 +22,9 @@ TaskWindow::TaskWindow(Shell& shell)
                           this);
   hint->setAlignment(Qt::AlignCenter);
   hint->setWordWrap(true);
-  QPalette grey = hint->palette();
-  grey.setColor(QPalette::WindowText, grey.color(QPalette::PlaceholderText));
-  hint->setPalette(grey);
+  QPalette gray = hint->palette();
+  gray.setColor(QPalette::WindowText, gray.color(QPalette::PlaceholderText));
+  hint->setPalette(gray);
   setCentralWidget(hint);
   GiveFirstSize(*this);
   connect(commands_, &CommandMenu::picked, this, [this](int id) {

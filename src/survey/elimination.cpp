@@ -125,7 +125,7 @@ void EliminateNormalDense(NormalSystem& system, std::span<const double> freeValu
 
 void EliminateNormal(NormalSystem& system, std::span<const double> freeValues) {
   if (system.size > SmallSystem && EliminateNormalSparse(system)) return;
-  if (IsCancelled(system.progress)) return;
+  if (IsCanceled(system.progress)) return;
   EliminateNormalDense(system, freeValues);
 }
 

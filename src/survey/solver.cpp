@@ -18,7 +18,7 @@ void SolvePoints(Map& map) {
   ForEachPoint(map, [&](Point& point) {
     if (steps.Next() && !IsPlaced(point)) SolveRegion(map, point);
   });
-  if (IsCancelled(progress)) return;
+  if (IsCanceled(progress)) return;
   SolveStrayPoints(map);
   ForEachPoint(map, ProjectPoint);
 }

@@ -10,7 +10,7 @@ namespace {
 TEST(ProgressSteps, ContinueWithoutAProgress) {
   ProgressSteps steps(nullptr, WorkStage::Reading, 10);
   for (int i = 0; i < 10; ++i) EXPECT_TRUE(steps.Next());
-  EXPECT_FALSE(IsCancelled(nullptr));
+  EXPECT_FALSE(IsCanceled(nullptr));
 }
 
 TEST(ProgressSteps, ReportTheFirstStepAndThenEachStride) {
@@ -27,7 +27,7 @@ TEST(ProgressSteps, EndAtTheCancelledStepAndStayEnded) {
   ProgressSteps steps(&progress, WorkStage::Reading, 10, 3);
   for (int i = 0; i < 3; ++i) EXPECT_TRUE(steps.Next());
   for (int i = 0; i < 8; ++i) EXPECT_FALSE(steps.Next());
-  EXPECT_TRUE(progress.Cancelled());
+  EXPECT_TRUE(progress.Canceled());
   EXPECT_EQ(progress.stages.size(), 2U);  // steps that are not made are not reported
 }
 
@@ -39,9 +39,9 @@ TEST(MustFinish, KeepsWorkFromBeingCancelled) {
     ProgressSteps steps(&progress, WorkStage::Solving, 2);
     EXPECT_TRUE(steps.Next());
     EXPECT_TRUE(steps.Next());
-    EXPECT_FALSE(progress.Cancelled());
+    EXPECT_FALSE(progress.Canceled());
   }
-  EXPECT_TRUE(progress.Cancelled());
+  EXPECT_TRUE(progress.Canceled());
   const MustFinish ofNothing(nullptr);
 }
 

@@ -263,7 +263,7 @@ TEST_F(ContinuousContoursTest, CancelledOrRefusedTheMapIsAsBefore) {
                                          return stage == nullptr ||
                                                 std::string(stage) != "Connecting contours...";
                                        }),
-            ContourCancelled);
+            ContourCanceled);
   EXPECT_GT(calls, 3);
   EXPECT_EQ(GenerateContinuousContours(*map, 0), ContourNothing);
   Add(1.02, 36.02, 1e12);

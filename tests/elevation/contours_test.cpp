@@ -266,7 +266,7 @@ TEST_F(ContoursTest, CancelledAtAnyTimeTheMapIsAsBefore) {
       hasEnded = stage == nullptr;
       return call++ < cancelAt;
     };
-    ASSERT_EQ(GenerateContours(*map, 20, progress), ContourCancelled) << cancelAt;
+    ASSERT_EQ(GenerateContours(*map, 20, progress), ContourCanceled) << cancelAt;
     EXPECT_TRUE(hasEnded);
     ExpectUntouched();
   }

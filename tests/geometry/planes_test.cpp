@@ -42,15 +42,15 @@ TEST(ProjectPoints, WithoutReferenceRestoresTheAbsoluteForm) {
 TEST(PolyCentre, IsTheMiddleOfTheBoundsNotTheMean) {
   PointBag bag;
   const Poly points = {bag.AtDegrees(1, 10), bag.AtDegrees(2, 14), bag.AtDegrees(5, 11)};
-  const LatLon centre = PolyCentre(points);
-  EXPECT_DOUBLE_EQ(centre.lat, 3);
-  EXPECT_DOUBLE_EQ(centre.lon, 12);
+  const LatLon center = PolyCentre(points);
+  EXPECT_DOUBLE_EQ(center.lat, 3);
+  EXPECT_DOUBLE_EQ(center.lon, 12);
 }
 
 TEST(PolyCentre, OfAnEmptyListIsTheOrigin) {
-  const LatLon centre = PolyCentre({});
-  EXPECT_EQ(centre.lat, 0);
-  EXPECT_EQ(centre.lon, 0);
+  const LatLon center = PolyCentre({});
+  EXPECT_EQ(center.lat, 0);
+  EXPECT_EQ(center.lon, 0);
 }
 
 TEST(ProjectAboutCentre, PutsTheBoundsAroundTheOrigin) {

@@ -48,12 +48,12 @@ struct CancelTest : MapFixture {
 
 TEST_F(CancelTest, ProgressReportsEachStageAndChangesNothing) {
   const std::string path = WriteMaps();
-  const std::string plain = Saved(*OpenMapUnlessCancelled(workspace, path));
+  const std::string plain = Saved(*OpenMapUnlessCanceled(workspace, path));
   Workspace watched{messages};
   watched.today = workspace.today;
   CountedProgress progress;
   watched.progress = &progress;
-  Map* map = OpenMapUnlessCancelled(watched, path);
+  Map* map = OpenMapUnlessCanceled(watched, path);
   ASSERT_NE(map, nullptr);
   EXPECT_EQ(Saved(*map), plain);
   for (const WorkStage stage : {WorkStage::Reading, WorkStage::Solving, WorkStage::Analyzing}) {
@@ -67,7 +67,7 @@ TEST_F(CancelTest, CancelledAtAnyMomentItLeavesNothing) {
   Map& other = Read("G\tCamp\t1\t10\n", "other.map");
   CountedProgress whole;
   workspace.progress = &whole;
-  Map* map = OpenMapUnlessCancelled(workspace, path);
+  Map* map = OpenMapUnlessCanceled(workspace, path);
   ASSERT_NE(map, nullptr);
   const std::string saved = Saved(*map);
   const Texts said = Said();
@@ -82,7 +82,7 @@ TEST_F(CancelTest, CancelledAtAnyMomentItLeavesNothing) {
     messages.Clear();
     CountedProgress progress(at);
     again.progress = &progress;
-    EXPECT_EQ(OpenMapUnlessCancelled(again, path), nullptr);
+    EXPECT_EQ(OpenMapUnlessCanceled(again, path), nullptr);
     ASSERT_FALSE(again.maps.empty());
     EXPECT_EQ(&again.maps.front(), &before);
     EXPECT_EQ(std::distance(again.maps.begin(), again.maps.end()), 1);
@@ -94,7 +94,7 @@ TEST_F(CancelTest, CancelledAtAnyMomentItLeavesNothing) {
     EXPECT_LE(Said().size(), said.size());
     // The next time it opens as if nothing had been.
     again.progress = nullptr;
-    Map* then = OpenMapUnlessCancelled(again, path);
+    Map* then = OpenMapUnlessCanceled(again, path);
     ASSERT_NE(then, nullptr);
     if (at % 3 == 0) {
       EXPECT_EQ(Saved(*then), saved);
@@ -125,7 +125,7 @@ TEST_F(CancelTest, AMapOnOneThatIsOpenIsReadToTheEnd) {
   const std::string path = folder.Write("site.map", text);
   CountedProgress progress(2);
   workspace.progress = &progress;
-  Map* map = OpenMapUnlessCancelled(workspace, path);
+  Map* map = OpenMapUnlessCanceled(workspace, path);
   ASSERT_NE(map, nullptr);
   EXPECT_EQ(map->basis, &open);
   EXPECT_GT(progress.stages.size(), 2U);
@@ -144,7 +144,7 @@ TEST_F(CancelTest, NoLineIsReadAfterAnIncludedFileWasCancelled) {
   CountedProgress progress(3);  // in the middle of the included file
   workspace.progress = &progress;
   ReadMapText(map, "I " + folder.Path("long.map") + "\n# behind\n");
-  EXPECT_TRUE(progress.Cancelled());
+  EXPECT_TRUE(progress.Canceled());
   ASSERT_FALSE(map.comments.empty());
   EXPECT_NE(map.comments.back(), "# behind");
 }
@@ -155,7 +155,7 @@ TEST_F(CancelTest, ACancelledBasisIsNotTheMapsBasis) {
   CountedProgress progress(2);  // in the middle of the basis
   workspace.progress = &progress;
   ReadMapText(map, "B\tbasis.map\nG\tCamp\tN1\tE10\n");
-  EXPECT_TRUE(progress.Cancelled());
+  EXPECT_TRUE(progress.Canceled());
   EXPECT_EQ(map.basis, nullptr);
   EXPECT_EQ(&workspace.maps.front(), &map);
 }

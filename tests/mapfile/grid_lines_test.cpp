@@ -61,8 +61,8 @@ TEST_F(GridLinesTest, AxisSpecIsALetterAndAStart) {
   const Case cases[] = {
       {"01", GridDecimal, 1},      {"1", GridDecimal, 0},       {"912", GridDecimal, 12},
       {"0-4", GridDecimal, -4},    {"i2", GridRomanLower, 2},   {"I3", GridRomanUpper, 3},
-      {"a4", GridLettersLower, 4}, {"A5", GridLettersUpper, 5}, {"n6", GridUnlabelled, 6},
-      {"N7", GridUnlabelled, 7},   {"n", GridUnlabelled, 0},    {"-8", ByDefault, -8},
+      {"a4", GridLettersLower, 4}, {"A5", GridLettersUpper, 5}, {"n6", GridUnlabeled, 6},
+      {"N7", GridUnlabeled, 7},    {"n", GridUnlabeled, 0},     {"-8", ByDefault, -8},
       {"x9", ByDefault, 0},        {"", ByDefault, 0},          {"A x", GridLettersUpper, 0}};
   for (const Case& c : cases) {
     const Grid& rows = ReadGrid(std::string("H\tc\t1\t2\t3\t4\t") + c.text + "\tn9");

@@ -216,7 +216,7 @@ TEST_F(RereadMapsTest, CancellingLeavesAllMapsAsTheyWere) {
   folder.Write("season.map", "B\tbase.map\n# new\n");
   CountedProgress progress(1);
   workspace.progress = &progress;
-  EXPECT_EQ(RereadMap(season), RereadOutcome::Cancelled);
+  EXPECT_EQ(RereadMap(season), RereadOutcome::Canceled);
   workspace.progress = nullptr;
   EXPECT_EQ(Text(*season.basis) + Text(season), before);
   EXPECT_EQ(MapsOpen(), 2);
@@ -270,7 +270,7 @@ TEST_F(RereadMapsTest, AMapThatDoesNotFitIntoMemoryLeavesNothingInItsBasis) {
     ScarceMemory work(failAt);
     workspace.progress = &work;
     try {
-      EXPECT_NE(OpenMapUnlessCancelled(workspace, season), nullptr);
+      EXPECT_NE(OpenMapUnlessCanceled(workspace, season), nullptr);
       break;
     } catch (const std::bad_alloc&) {
       workspace.progress = nullptr;

@@ -60,7 +60,7 @@ TEST(CellNumbers, DecimalReadsASignedNumber) {
 }
 
 TEST(CellNumbers, OtherStylesNameNoCells) {
-  for (const int style : {int{GridUnlabelled}, int{GridRomanLower}, int{GridRomanUpper}, 17}) {
+  for (const int style : {int{GridUnlabeled}, int{GridRomanLower}, int{GridRomanUpper}, 17}) {
     EXPECT_FALSE(ParseCellNumber("1", style).has_value()) << style;
     EXPECT_EQ(FormatCellNumber(1, style), "") << style;
   }
@@ -233,7 +233,7 @@ TEST_F(CellsTest, NamesTheCellOfAPlaceWithABlankInFront) {
   grid.rowStyle = Decimal;
   grid.columnStyle = Lower;
   EXPECT_EQ(CellAt(map, Offset(1, 2, 150, 50), 2), " a2");
-  grid.columnStyle = GridUnlabelled;
+  grid.columnStyle = GridUnlabeled;
   EXPECT_EQ(CellAt(map, Offset(1, 2, 150, 50), 2), " 2");
 }
 
@@ -285,7 +285,7 @@ TEST_F(CellsTest, TurningBackUsesThePiOfTheGrids) {
   grid.rows = 2000000000;
   grid.columns = 2000000000;
   grid.rowStyle = Decimal;
-  grid.columnStyle = GridUnlabelled;
+  grid.columnStyle = GridUnlabeled;
   // Turned by half a circle, a place far to the west and just north of the corner is in row 0. With
   // the pi of the grids, which is a little too large, it is outside.
   constexpr double west = 18000000;

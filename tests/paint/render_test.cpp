@@ -92,18 +92,18 @@ TEST_F(RenderMapTest, SmoothsLinesWhenAsked) {
   Point& far = map_.AddPoint("", 50, 90);
   Point& near = map_.AddPoint("", 10, 10);
   map_.AddTrail("Slope", {&near, &far}, 0x000000);
-  const auto greys = [](const QImage& image) {
+  const auto grays = [](const QImage& image) {
     int count = 0;
     for (int y = 45; y < 78; ++y) {
       for (int x = 140; x < 195; ++x) {
-        const int grey = qGray(image.pixel(x, y));
-        if (grey > 40 && grey < 215) ++count;
+        const int gray = qGray(image.pixel(x, y));
+        if (gray > 40 && gray < 215) ++count;
       }
     }
     return count;
   };
-  EXPECT_EQ(greys(Picture()), 0);
-  EXPECT_GT(greys(Picture({.antialias = true})), 20);
+  EXPECT_EQ(grays(Picture()), 0);
+  EXPECT_GT(grays(Picture({.antialias = true})), 20);
 }
 
 TEST_F(RenderMapTest, GrowsItsFontsWithTheResolution) {

@@ -191,10 +191,10 @@ TEST(Clusters, TheLastLevelHoldsAllLocations) {
     const double area = PolygonArea(top->hull[LastLevel]);
     const double whole = PolygonArea(ConvexHull(range.list, messages)->hull);
     // The hull depends a little on the order of its points, at metre grain.
-    const LatLon centre = PolyCentre(range.list);
+    const LatLon center = PolyCentre(range.list);
     double around = 0;
     for (const Point* point : range.list) {
-      around = std::max(around, GroundDistance(point->geo, centre));
+      around = std::max(around, GroundDistance(point->geo, center));
     }
     ASSERT_NEAR(area, whole, 0.02 * whole + 8 * around + 2);
   }

@@ -178,11 +178,11 @@ TEST_F(GridTallyTest, AgreesWithAMapOfAllCells) {
     for (const Point* point : trail.points) {
       // The place in the grid's own axes, turned back by its angle.
       const LatLon& corner = grid.corner->geo;
-      const Meters metres = LatLonToMeters(point->geo.lat, point->geo.lon - corner.lon);
-      const double north = metres.north - DegreesToMeters(corner.lat);
+      const Meters meters = LatLonToMeters(point->geo.lat, point->geo.lon - corner.lon);
+      const double north = meters.north - DegreesToMeters(corner.lat);
       const double turn = grid.angle * RadiansPerDegree;
-      const double row = (north * std::cos(turn) + metres.east * std::sin(turn)) / grid.cellSize;
-      const double column = (metres.east * std::cos(turn) - north * std::sin(turn)) / grid.cellSize;
+      const double row = (north * std::cos(turn) + meters.east * std::sin(turn)) / grid.cellSize;
+      const double column = (meters.east * std::cos(turn) - north * std::sin(turn)) / grid.cellSize;
       AddStop(expected[{static_cast<int>(std::floor(row)), static_cast<int>(std::floor(column))}],
               *point);
     }

@@ -49,11 +49,11 @@ TEST_F(IntersectionsTest, FindsTheCommonGround) {
   EXPECT_NEAR(record.area, 40000, 20);
   EXPECT_EQ(record.a.range->name, "A");
   EXPECT_EQ(record.b.range->name, "B");
-  const double metre = MetersToDegrees(1);
-  EXPECT_NEAR(record.minLat, MiddleLat + MetersToDegrees(200), metre);
-  EXPECT_NEAR(record.maxLat, MiddleLat + MetersToDegrees(400), metre);
-  EXPECT_NEAR(record.minLon, MiddleLon + MetersToDegrees(200), metre);
-  EXPECT_NEAR(record.maxLon, MiddleLon + MetersToDegrees(400), metre);
+  const double meter = MetersToDegrees(1);
+  EXPECT_NEAR(record.minLat, MiddleLat + MetersToDegrees(200), meter);
+  EXPECT_NEAR(record.maxLat, MiddleLat + MetersToDegrees(400), meter);
+  EXPECT_NEAR(record.minLon, MiddleLon + MetersToDegrees(200), meter);
+  EXPECT_NEAR(record.maxLon, MiddleLon + MetersToDegrees(400), meter);
 }
 
 TEST_F(IntersectionsTest, MakesNoRecordWhereOnlyBoundsMeet) {
@@ -224,13 +224,13 @@ TEST_F(IntersectionsTest, KeepsOffsetHullsInThePlaneOfTheFirstOverlap) {
   // The first pair, A and B, is the oldest record.
   const RangeIntersection& first = *std::next(map.intersections.begin(), 2);
   ASSERT_EQ(first.name, "Intersection of A and B");
-  const LatLon centre{(first.minLat + first.maxLat) / 2, (first.minLon + first.maxLon) / 2,
+  const LatLon center{(first.minLat + first.maxLat) / 2, (first.minLon + first.maxLon) / 2,
                       NoAltitude};
   for (const Range* range : {first.a.range, first.b.range}) {
     const Point& vertex = *range->outerHull.ring.front();
-    const Meters expected = LatLonToMeters(vertex.geo.lat, vertex.geo.lon - centre.lon);
+    const Meters expected = LatLonToMeters(vertex.geo.lat, vertex.geo.lon - center.lon);
     EXPECT_EQ(vertex.projected.east, expected.east);
-    EXPECT_EQ(vertex.projected.north, expected.north - DegreesToMeters(centre.lat));
+    EXPECT_EQ(vertex.projected.north, expected.north - DegreesToMeters(center.lat));
   }
 }
 
@@ -316,11 +316,11 @@ std::vector<Place> Clip(std::vector<Place> ring, std::vector<Place> by) {
   return ring;
 }
 
-std::vector<Place> RingIn(const std::vector<Point*>& points, const LatLon& centre) {
+std::vector<Place> RingIn(const std::vector<Point*>& points, const LatLon& center) {
   std::vector<Place> ring;
   for (const Point* point : points) {
-    const Meters place = LatLonToMeters(point->geo.lat, point->geo.lon - centre.lon);
-    ring.push_back({place.east, place.north - DegreesToMeters(centre.lat)});
+    const Meters place = LatLonToMeters(point->geo.lat, point->geo.lon - center.lon);
+    ring.push_back({place.east, place.north - DegreesToMeters(center.lat)});
   }
   return ring;
 }
@@ -389,10 +389,10 @@ TEST_P(RandomOverlaps, HaveTheAreaThatAClipperFinds) {
   AnalyzeAllRanges(map);
   const Range& a = map.ranges.front();
   const Range& b = *std::next(map.ranges.begin());
-  const LatLon centre{(a.minLat + a.maxLat + b.minLat + b.maxLat) / 4,
+  const LatLon center{(a.minLat + a.maxLat + b.minLat + b.maxLat) / 4,
                       (a.minLon + a.maxLon + b.minLon + b.maxLon) / 4, NoAltitude};
-  const std::vector<Place> ringA = RingIn(a.hull, centre);
-  const std::vector<Place> ringB = RingIn(b.hull, centre);
+  const std::vector<Place> ringA = RingIn(a.hull, center);
+  const std::vector<Place> ringB = RingIn(b.hull, center);
   const std::vector<Place> clipped = Clip(ringA, ringB);
   const double found = map.intersections.empty() ? 0 : map.intersections.front().area;
   // Corners within a metre of the other's edge may be left out, and the ground behind them.
@@ -404,26 +404,26 @@ TEST_P(RandomOverlaps, HaveTheAreaThatAClipperFinds) {
 /// What one side spent where, walked point by point with rings of points.
 OverlapShare PlainShare(Range& range, Range& other, const RangeIntersection& record,
                         std::map<std::pair<int, int>, CellTally>& cells) {
-  const LatLon centre{(record.maxLat + record.minLat) / 2, (record.maxLon + record.minLon) / 2,
+  const LatLon center{(record.maxLat + record.minLat) / 2, (record.maxLon + record.minLon) / 2,
                       NoAltitude};
   const double margin = record.grid->cellSize * 1.4;
   ScratchPoints scratch;
   const auto offset = [&](const Range& of, double by) {
     Poly ring = OffsetPolygon(scratch, of.hull, by);
-    ProjectPoints(ring, centre.lon, centre.lat);
+    ProjectPoints(ring, center.lon, center.lat);
     return ring;
   };
   const Poly outer = offset(other, margin);
   const Poly inner = offset(other, -margin);
   const Poly own = offset(range, -margin);
-  ProjectPoints(other.hull, centre.lon, centre.lat);
+  ProjectPoints(other.hull, center.lon, center.lat);
   const auto isIn = [](const Point& point, const Poly& ring) {
     return PointInPolygon(point.projected.east, point.projected.north, ring);
   };
   OverlapShare share;
   std::int64_t minutes = 0;
   for (Point* point : range.points) {
-    ProjectPoints({&point, 1}, centre.lon, centre.lat);
+    ProjectPoints({&point, 1}, center.lon, center.lat);
     if (isIn(*point, other.hull)) {
       minutes += point->duration;
       AddStop(share.tally, *point);

@@ -643,7 +643,7 @@ TEST_F(CommandsTest, LinesAreSmoothUntilTheUserTurnsThatOff) {
   MapWindowWidget& second = OpenActive(WriteMap("other.map"));
   window.Shown().rotation = 20;  // so that its line is not at 45 degrees
   Press(window, CommandShowWholeMap);
-  const auto greys = [&] {
+  const auto grays = [&] {
     QApplication::processEvents();
     const QImage image = window.View().grab().toImage();
     int count = 0;
@@ -657,14 +657,14 @@ TEST_F(CommandsTest, LinesAreSmoothUntilTheUserTurnsThatOff) {
     return count;
   };
   EXPECT_TRUE(ActionOf(window, CommandSmoothLines).isChecked());
-  const int smooth = greys();
+  const int smooth = grays();
   Pick(window, CommandSmoothLines);
   EXPECT_FALSE(ActionOf(window, CommandSmoothLines).isChecked());
   EXPECT_FALSE(ActionOf(second, CommandSmoothLines).isChecked());
-  EXPECT_LT(greys(), smooth / 2);
+  EXPECT_LT(grays(), smooth / 2);
   Pick(second, CommandSmoothLines);
   EXPECT_TRUE(ActionOf(window, CommandSmoothLines).isChecked());
-  EXPECT_EQ(greys(), smooth);
+  EXPECT_EQ(grays(), smooth);
 }
 
 }  // namespace

@@ -44,7 +44,7 @@ TEST_F(EndOfSession, LongWorkIsStoppedAndMapsInTheMidstOfItAreNotCopied) {
   {
     BusyWork busy(workspace_, boxes_, QStringLiteral("Opening site.map"));
     EXPECT_FALSE(WriteBeforeEnd(shell_));
-    EXPECT_TRUE(busy.Cancelled());
+    EXPECT_TRUE(busy.Canceled());
   }
   EXPECT_EQ(done_, "preferences ");
 }
@@ -77,7 +77,7 @@ TEST_F(EndSignalsTest, DuringLongWorkItWaitsUntilTheWorkHasStopped) {
     BusyWork busy(workspace_, boxes_, QStringLiteral("Opening site.map"));
     std::raise(SIGTERM);
     QApplication::processEvents();
-    EXPECT_TRUE(busy.Cancelled());
+    EXPECT_TRUE(busy.Canceled());
     EXPECT_EQ(done_.find("copies"), std::string::npos);
   }
   EXPECT_TRUE(QTest::qWaitFor(

@@ -62,7 +62,7 @@ TEST_F(FileBoxes, OpenBeginsInItsFolderAndKeepsWhatWasChosen) {
 TEST_F(FileBoxes, CancelLeavesTheSpecificationAsItWas) {
   FileSpecification file{.directory = folder_.Path(), .type = "map", .name = "old.map"};
   WhenShown([](QFileDialog& box) { box.setDirectory(QStringLiteral("/")); });
-  EXPECT_EQ(boxes_.AskOpen("Open Map...", file), FileAnswer::Cancelled);
+  EXPECT_EQ(boxes_.AskOpen("Open Map...", file), FileAnswer::Canceled);
   EXPECT_EQ(PathOf(file), folder_.Path("old.map"));
 }
 
@@ -77,7 +77,7 @@ TEST_F(FileBoxes, EachTypeHasItsKindOfFileInFront) {
     WhenShown([&](QFileDialog& box) {
       EXPECT_TRUE(box.selectedNameFilter().contains(QLatin1String(kind.pattern))) << kind.type;
     });
-    EXPECT_EQ(boxes_.AskOpen("Open", file), FileAnswer::Cancelled);
+    EXPECT_EQ(boxes_.AskOpen("Open", file), FileAnswer::Canceled);
   }
 }
 
@@ -120,7 +120,7 @@ TEST_F(FileBoxes, AnExistingFileIsReplacedOnlyAfterAQuestion) {
     static_cast<QDialog&>(box).accept();
     EXPECT_TRUE(box.isVisible());
   });
-  EXPECT_EQ(boxes_.AskSave("Save site.map as...", file), FileAnswer::Cancelled);
+  EXPECT_EQ(boxes_.AskSave("Save site.map as...", file), FileAnswer::Canceled);
   EXPECT_TRUE(asked);
 }
 

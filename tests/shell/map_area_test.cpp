@@ -199,9 +199,9 @@ TEST_F(MapAreaTest, ThePanelIsLegibleBlackOnWhite) {
   int white = 0;
   for (int y = 0; y < image.height(); ++y) {
     for (int x = 0; x < image.width(); ++x) {
-      const int grey = qGray(image.pixel(x, y));
-      if (grey < 100) ++dark;
-      if (grey == 255) ++white;
+      const int gray = qGray(image.pixel(x, y));
+      if (gray < 100) ++dark;
+      if (gray == 255) ++white;
     }
   }
   EXPECT_GT(dark, 80);

@@ -253,18 +253,18 @@ TEST(EmptyMapView, SaysInGreyWhatToDoNext) {
   MapView widget(map.TheMap(), nullptr);
   widget.resize(400, 300);
   const QImage image = widget.grab().toImage();
-  int grey = 0;
+  int gray = 0;
   QRect ink;
   for (int y = 0; y < image.height(); ++y) {
     for (int x = 0; x < image.width(); ++x) {
       const QColor color = image.pixelColor(x, y);
       if (color == QColor(Qt::white)) continue;
-      ++grey;
+      ++gray;
       EXPECT_GE(color.lightness(), 0x70);
       ink |= QRect(x, y, 1, 1);
     }
   }
-  EXPECT_GT(grey, 100);
+  EXPECT_GT(gray, 100);
   EXPECT_NEAR(ink.center().x(), 200, 20);
   EXPECT_NEAR(ink.center().y(), 150, 40);
 }

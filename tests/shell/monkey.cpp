@@ -69,7 +69,7 @@ class Monkey::Dialogs final : public FileDialogs {
  private:
   FileAnswer Answer(const std::string& title, FileSpecification& file, const std::string& path) {
     monkey_.Note("  file for \"" + title + "\": " + path);
-    if (path.empty()) return FileAnswer::Cancelled;
+    if (path.empty()) return FileAnswer::Canceled;
     const size_t slash = path.rfind('/');
     file.directory = path.substr(0, slash);
     file.name = path.substr(slash + 1);

@@ -65,7 +65,7 @@ TEST_F(ProgressBoxTest, ComesAfterHalfASecondAndNotBefore) {
     EXPECT_EQ(4 * bar->value(), bar->maximum());
     ReachAt(busy, milliseconds(550), 2);
     EXPECT_EQ(2 * bar->value(), bar->maximum());
-    EXPECT_FALSE(busy.Cancelled());
+    EXPECT_FALSE(busy.Canceled());
   }
   EXPECT_EQ(ShownBox(), nullptr);
   EXPECT_EQ(workspace_.progress, nullptr);
@@ -89,7 +89,7 @@ TEST_F(ProgressBoxTest, ItsButtonAndEscapeAndItsFrameCallTheWorkOff) {
     if (way == 0) QTest::mouseClick(&CancelOf(*box), Qt::LeftButton);
     if (way == 1) QTest::keyClick(box, Qt::Key_Escape);
     if (way == 2) box->close();
-    EXPECT_TRUE(busy.Cancelled());
+    EXPECT_TRUE(busy.Canceled());
     EXPECT_EQ(StageOf(*box), QStringLiteral("Stopping"));
     EXPECT_FALSE(CancelOf(*box).isEnabled());
     ReachAt(busy, milliseconds(10000 * way + 700));
@@ -108,7 +108,7 @@ TEST_F(ProgressBoxTest, WhatMustBeFinishedIsNotCalledOff) {
   QTest::keyClick(box, Qt::Key_Escape);
   box->close();
   EXPECT_TRUE(box->isVisible());
-  EXPECT_FALSE(busy.Cancelled());
+  EXPECT_FALSE(busy.Canceled());
 }
 
 TEST_F(ProgressBoxTest, WorkWithinWorkSharesTheOuterBox) {
@@ -167,9 +167,9 @@ TEST_F(ProgressBoxTest, NoWindowIsServedBeforeTheWorkIsDone) {
 }
 
 /// Work that takes its time, and a user who presses Escape as soon as there is a box.
-class CancelledTest : public ShellCase {
+class CanceledTest : public ShellCase {
  protected:
-  CancelledTest() {
+  CanceledTest() {
     shell_.clock = [this] {
       if (ProgressBox* box = ShownBox()) {
         ++boxesSeen_;
@@ -193,7 +193,7 @@ class CancelledTest : public ShellCase {
   milliseconds now_{0};
 };
 
-TEST_F(CancelledTest, AMapThatWasOpenedIsNotThere) {
+TEST_F(CanceledTest, AMapThatWasOpenedIsNotThere) {
   shell_.ownDirectory = folder_.Path();
   const std::string path = WriteLargeMap("large.map");
   EXPECT_EQ(shell_.OpenFile(path), nullptr);
@@ -207,14 +207,14 @@ TEST_F(CancelledTest, AMapThatWasOpenedIsNotThere) {
   EXPECT_NE(shell_.OpenFile(path), nullptr);
 }
 
-TEST_F(CancelledTest, AtTheStartTheWindowWithoutAMapIsLeft) {
+TEST_F(CanceledTest, AtTheStartTheWindowWithoutAMapIsLeft) {
   shell_.Start({WriteLargeMap("large.map")});
   EXPECT_TRUE(shell_.OpenWindows().empty());
   EXPECT_NE(ShownTaskWindow(), nullptr);
   EXPECT_TRUE(dialogs_->questions.empty());
 }
 
-TEST_F(CancelledTest, ABasisThatWasChosenIsNotSet) {
+TEST_F(CanceledTest, ABasisThatWasChosenIsNotSet) {
   MapWindowWidget& window = OpenActive(WriteMap("site.map"));
   dialogs_->paths = {WriteLargeMap("large.map")};
   Pick(window, CommandSetBasis);
@@ -223,7 +223,7 @@ TEST_F(CancelledTest, ABasisThatWasChosenIsNotSet) {
   EXPECT_TRUE(IsEnabled(window, CommandSetBasis));
 }
 
-TEST_F(CancelledTest, OfASubmapThePartThatWasReadStaysAndHasItsPlaces) {
+TEST_F(CanceledTest, OfASubmapThePartThatWasReadStaysAndHasItsPlaces) {
   MapWindowWidget& window = OpenActive(WriteMap("site.map"));
   dialogs_->paths = {WriteLargeMap("large.map")};
   Pick(window, CommandImportSubmap);
@@ -240,7 +240,7 @@ TEST_F(CancelledTest, OfASubmapThePartThatWasReadStaysAndHasItsPlaces) {
   }
 }
 
-TEST_F(CancelledTest, AnImportOfGpsTracksChangesNothing) {
+TEST_F(CanceledTest, AnImportOfGpsTracksChangesNothing) {
   MapWindowWidget& window = OpenActive(WriteMap("site.map"));
   std::string text = "name,time,x,y,lat,lon,alt\n";
   for (int i = 0; i < 4000; ++i) text += "W" + std::to_string(i) + ",,,,1.0,10.0,5\n";
@@ -253,7 +253,7 @@ TEST_F(CancelledTest, AnImportOfGpsTracksChangesNothing) {
   EXPECT_TRUE(Texts().empty());
 }
 
-TEST_F(CancelledTest, TracksThatWereTakenStayAndTheNextIsShown) {
+TEST_F(CanceledTest, TracksThatWereTakenStayAndTheNextIsShown) {
   MapWindowWidget& window = OpenActive(WriteMap("site.map"));
   std::string text = "name,time,x,y,lat,lon,alt\n";
   for (int i = 0; i < 40; ++i) {
@@ -279,7 +279,7 @@ TEST_F(CancelledTest, TracksThatWereTakenStayAndTheNextIsShown) {
   EXPECT_TRUE(IsEnabled(window, CommandSave));
 }
 
-TEST_F(CancelledTest, AnExportLeavesNoFile) {
+TEST_F(CanceledTest, AnExportLeavesNoFile) {
   const milliseconds pause(0);
   auto clock = std::exchange(shell_.clock, [pause] { return pause; });
   MapWindowWidget& window = OpenActive(WriteLargeMap("large.map"));

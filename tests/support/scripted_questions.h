@@ -34,10 +34,10 @@ class ScriptedDialogs final : public FileDialogs {
   FileAnswer Answer(const std::string& title, FileSpecification& file, bool save) {
     questions.push_back({title, file, save});
     if (fails) return FileAnswer::Failed;
-    if (paths.empty()) return FileAnswer::Cancelled;
+    if (paths.empty()) return FileAnswer::Canceled;
     const std::string path = paths.front();
     paths.pop_front();
-    if (path.empty()) return FileAnswer::Cancelled;
+    if (path.empty()) return FileAnswer::Canceled;
     const size_t slash = path.rfind('/');
     file.directory = path.substr(0, slash);
     file.name = path.substr(slash + 1);

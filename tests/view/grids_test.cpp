@@ -78,7 +78,7 @@ TEST(DrawGrids, LabelsColumnsAboveAndRowsBefore) {
 
 TEST(DrawGrids, LabelsTheUpperEndOfAGridThatExtendsUp) {
   ViewCase c;
-  GridAt(c, 20, -1, 1).rowStyle = GridUnlabelled;
+  GridAt(c, 20, -1, 1).rowStyle = GridUnlabeled;
   DrawGrids(c.view);
   EXPECT_EQ(c.canvas.Having("text"), (Lines{"text 107,22 0", "text 127,22 1"}));
 }
@@ -86,7 +86,7 @@ TEST(DrawGrids, LabelsTheUpperEndOfAGridThatExtendsUp) {
 TEST(DrawGrids, LabelsTheLeftEndOfAGridThatExtendsLeft) {
   ViewCase c;
   Grid& grid = GridAt(c, 20, 1, -2);
-  grid.columnStyle = GridUnlabelled;
+  grid.columnStyle = GridUnlabeled;
   grid.rowStart = 3;
   DrawGrids(c.view);
   EXPECT_EQ(c.canvas.Having("text"), (Lines{"text 54,58 C", "text 54,78 D"}));
@@ -103,7 +103,7 @@ TEST(DrawGrids, ACellMustBeLargerThanAnAscentForLabels) {
 }
 
 TEST(DrawGrids, StylesWithoutLabelsWriteNone) {
-  for (const int style : {GridUnlabelled, GridRomanLower, GridRomanUpper}) {
+  for (const int style : {GridUnlabeled, GridRomanLower, GridRomanUpper}) {
     ViewCase c;
     Grid& grid = GridAt(c, 20, 2, 2);
     grid.rowStyle = style;
@@ -151,7 +151,7 @@ TEST(DrawGrids, OnPaperLabelsStayOutsideWhereNoCellIsLeft) {
   ViewCase c;
   c.view.flags |= MapWindowPrint;
   Grid& grid = c.AddGrid(c.Add("corner", 190, -100), 20, 1, 3);  // at pixel (100, -40)
-  grid.rowStyle = GridUnlabelled;
+  grid.rowStyle = GridUnlabeled;
   DrawGrids(c.view);
   EXPECT_EQ(c.canvas.Having("text").front(), "text 107,-48 0");
 }
@@ -185,8 +185,8 @@ TEST(DrawGrids, ATurnedGridAgreesWithTheMap) {
   CenterOn(c.view, LatLon{});
   Grid& grid = GridAt(c, 30, 3, 4);
   grid.angle = 25;
-  grid.rowStyle = GridUnlabelled;
-  grid.columnStyle = GridUnlabelled;
+  grid.rowStyle = GridUnlabeled;
+  grid.columnStyle = GridUnlabeled;
   DrawGrids(c.view);
   LatLon far = grid.corner->geo;
   AddMetersRotated(far, -90, 120, 25);
@@ -229,7 +229,7 @@ TEST(DrawGrids, RowLabelsOfATurnedGridKeepClearOfItsEdge) {
   Grid& grid = GridAt(c, 40, 1, 1);
   grid.angle = 45;
   grid.rowStart = 1;
-  grid.columnStyle = GridUnlabelled;
+  grid.columnStyle = GridUnlabeled;
   DrawGrids(c.view);
   // The edge leads from (100, 50) to the lower left at 45 degrees. The texts, 6 wide and 8 high,
   // touch it with a corner.
@@ -310,7 +310,7 @@ TEST(GridLabel, WritesDecimalsAndLetters) {
   EXPECT_EQ(GridLabel(0, GridLettersLower), "zz");
   EXPECT_EQ(GridLabel(-1, GridLettersUpper), "ZY");
   EXPECT_EQ(GridLabel(3, GridRomanLower), "");
-  EXPECT_EQ(GridLabel(3, GridUnlabelled), "");
+  EXPECT_EQ(GridLabel(3, GridUnlabeled), "");
 }
 
 TEST(GridLabel, TakesANumberBeyond32BitsAsTheNearest) {

@@ -36,7 +36,7 @@ QStringList FiltersOf(const std::string& type) {
 FileAnswer Ask(QFileDialog& dialog, FileSpecification& file) {
   dialog.setObjectName(QStringLiteral("fileDialog"));
   dialog.setNameFilters(FiltersOf(file.type));
-  if (dialog.exec() != QDialog::Accepted) return FileAnswer::Cancelled;
+  if (dialog.exec() != QDialog::Accepted) return FileAnswer::Canceled;
   const QStringList chosen = dialog.selectedFiles();
   if (chosen.isEmpty() || chosen.front().isEmpty()) return FileAnswer::Failed;
   // A name that was offered and left as it is keeps its bytes, which may be Latin-1.

@@ -45,7 +45,7 @@ std::optional<std::string> FindHelpFile(Shell& shell, const std::string& program
       case FileAnswer::Failed:
         NoteFileDialogFailure(messages);
         return std::nullopt;
-      case FileAnswer::Cancelled:
+      case FileAnswer::Canceled:
         return std::nullopt;
       case FileAnswer::Chosen:
         break;

@@ -52,7 +52,7 @@ MapPanes::MapPanes(Map& map, const PaneSizes& sizes, QWidget* parent)
   setTabOrder(&trails_->Rows(), &ranges_->Rows());
   setTabOrder(&ranges_->Rows(), &View());
   connect(trails_, &TrailPane::rowsDragged, this, &MapPanes::FollowDrag);
-  connect(trails_, &TrailPane::dragCancelled, this, &MapPanes::EndDrag);
+  connect(trails_, &TrailPane::dragCanceled, this, &MapPanes::EndDrag);
 }
 
 MapView& MapPanes::View() { return area_->View(); }

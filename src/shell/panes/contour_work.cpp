@@ -16,7 +16,7 @@ void RunContourWork(Shell& shell, const std::function<void(const ContourProgress
       std::printf("Contour: %s %d%%        \r", stage, percent);
       std::fflush(stdout);
       busy.Reach(WorkStage::Contouring, static_cast<size_t>(percent), 100);
-      return !busy.Cancelled();
+      return !busy.Canceled();
     });
   });
 }

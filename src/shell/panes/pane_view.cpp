@@ -205,7 +205,7 @@ void PaneView::EndDrag() {
 
 void PaneView::CancelDrag() {
   EndDrag();
-  Q_EMIT dragCancelled();
+  Q_EMIT dragCanceled();
 }
 
 void PaneView::WatchForTip(QPoint at) {

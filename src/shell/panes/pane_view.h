@@ -63,7 +63,7 @@ class PaneView final : public QTreeView {
   void tipRequested(const QModelIndex& index, QPoint at);
   /// A selected row is dragged; `end` when the button is released.
   void rowDragged(QPoint global, bool end);
-  void dragCancelled();
+  void dragCanceled();
 
  public:
   void keyboardSearch(const QString& text) override;

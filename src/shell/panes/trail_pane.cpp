@@ -41,7 +41,7 @@ TrailPane::TrailPane(MapWindow& view, TrailTreeModel& model, QWidget* parent)
     HintBox::Show(*window(), *Rows().viewport(), at, lines);
   });
   connect(&rows, &PaneView::rowDragged, this, &TrailPane::rowsDragged);
-  connect(&rows, &PaneView::dragCancelled, this, &TrailPane::dragCancelled);
+  connect(&rows, &PaneView::dragCanceled, this, &TrailPane::dragCanceled);
 }
 
 void TrailPane::Click(TrailPanelRow* row, PaneZone zone, bool shift) {

@@ -31,7 +31,7 @@ class TrailPane final : public TitledPane {
   void editRequested(orvane::TrailPanelRow* row);
   /// The selected rows are dragged; `end` when the button is released.
   void rowsDragged(QPoint global, bool end);
-  void dragCancelled();
+  void dragCanceled();
 
  private:
   TrailPane(MapWindow& view, TrailTreeModel& model, QWidget* parent);

@@ -124,9 +124,9 @@ QWidget* RecoveryDialog::MakeOffer(const RecoveryOffer& offer) {
   frame->setAccessibleName(name);
   auto* layout = new QVBoxLayout(frame);
   auto* place = MakeLabel(WhereAndWhen(offer.copy), frame);
-  QPalette grey = place->palette();
-  grey.setColor(QPalette::WindowText, grey.color(QPalette::PlaceholderText));
-  place->setPalette(grey);
+  QPalette gray = place->palette();
+  gray.setColor(QPalette::WindowText, gray.color(QPalette::PlaceholderText));
+  place->setPalette(gray);
   layout->addWidget(place);
   QStringList texts;
   for (const std::string& text : offer.differences) texts.append(DisplayText(text));
