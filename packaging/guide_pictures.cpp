@@ -17,8 +17,8 @@
 #include "shell/map_window_widget.h"
 #include "shell/messages/box_messages.h"
 #include "shell/messages/messages_window.h"
+#include "shell/program.h"
 #include "shell/recovery/recovery_dialog.h"
-#include "shell/shell.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -72,12 +72,12 @@ bool ShowsNote(const MapWindowWidget& window) {
 class GuidePictures {
  public:
   GuidePictures(QString site, QString folder) : site_(std::move(site)), folder_(std::move(folder)) {
-    shell_.dialogDirectory = site_.toStdString();
+    shell_.TheSettings().dialogDirectory = site_.toStdString();
   }
 
   ~GuidePictures() {
     for (Map& map : workspace_.maps) map.flags &= ~std::uint32_t{MapDirty};
-    while (!shell_.OpenWindows().empty()) shell_.OpenWindows().front()->TryClose();
+    while (!shell_.Windows().All().empty()) shell_.Windows().All().front()->TryClose();
     QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
   }
 
@@ -215,7 +215,9 @@ class GuidePictures {
   QString folder_;
   BoxMessages boxes_;
   Workspace workspace_{boxes_};
-  Shell shell_{workspace_, boxes_};
+  DesktopSurroundings surroundings_;
+  Program program_{workspace_, boxes_, surroundings_};
+  Shell& shell_ = program_.TheShell();
   GisBoxes gisBoxes_;
   bool good_ = true;
 };

@@ -1,9 +1,6 @@
 #include "shell/end_of_session.h"
 #include "shell/messages/box_messages.h"
-#include "shell/out_of_memory.h"
-#include "shell/preferences_file.h"
-#include "shell/recovery/map_recovery.h"
-#include "shell/shell.h"
+#include "shell/program.h"
 #include "shell/toolkit_hook.h"
 
 #include <QApplication>
@@ -97,17 +94,17 @@ int main(int argc, char** argv) {
 
   orvane::BoxMessages boxes;
   orvane::Workspace workspace(boxes);
-  orvane::Shell shell(workspace, boxes);
-  orvane::PlugDefaultPreferences(shell);
-  orvane::PlugRecovery(shell);
-  const orvane::ToolkitHook hook(boxes, shell.endProgram);
+  orvane::DesktopSurroundings surroundings;
+  orvane::Program program(workspace, boxes, surroundings, orvane::DefaultPlaces());
+  orvane::Shell& shell = program.TheShell();
+  const orvane::ToolkitHook hook(boxes, [&] { surroundings.EndProgram(); });
   const orvane::EndSignals endSignals(shell);
   QObject::connect(
       &application, &QGuiApplication::commitDataRequest, &shell,
       [&shell](QSessionManager&) { orvane::WriteAtEndOfSession(shell); }, Qt::DirectConnection);
-  application.outOfMemory = [&shell] { orvane::ReportOutOfMemory(shell); };
+  application.outOfMemory = [&shell] { shell.Guard().Report(); };
   // Boxes may come and go before the first window: the last one closed must not end the program.
   QApplication::setQuitOnLastWindowClosed(false);
-  QTimer::singleShot(0, [&] { shell.Start(FilesOf(argc, argv)); });
+  QTimer::singleShot(0, [&] { program.Start(FilesOf(argc, argv)); });
   return QApplication::exec();
 }

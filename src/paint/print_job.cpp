@@ -60,7 +60,7 @@ PrintResult PrintPages(PrintedPages& pages, QPagedPaintDevice& device, Progress*
       progress->Reach(WorkStage::Printing, static_cast<size_t>(page),
                       static_cast<size_t>(pages.Count()));
     }
-    if (IsCancelled(progress)) return PrintResult::Cancelled;
+    if (IsCanceled(progress)) return PrintResult::Canceled;
     if (page > 0 && !device.newPage()) return PrintResult::Failed;
     DrawOnePage(pages, page, painter, fonts, area);
   }

@@ -26,7 +26,7 @@ QPageLayout PdfLayout(const Paper& paper, QPageLayout::Orientation orientation);
 PageDevice DeviceOf(const QPageLayout& layout, int resolution);
 
 /// How a print job ended.
-enum class PrintResult { Done, Cancelled, Failed };
+enum class PrintResult { Done, Canceled, Failed };
 
 /// Draws all pages, one after the other.
 /// \param device    with its page layout and resolution set, and not yet painted on

@@ -36,12 +36,13 @@ void EndBy(int signal) {
 }  // namespace
 
 bool WriteBeforeEnd(Shell& shell) {
-  if (shell.writePreferences) shell.writePreferences();
+  const Keepers& keepers = shell.Kept();
+  if (keepers.preferences) keepers.preferences->Write();
   if (auto* work = dynamic_cast<BusyWork*>(shell.TheWorkspace().progress)) {
     work->Stop();
     return false;
   }
-  if (shell.writeCopies) shell.writeCopies();
+  if (keepers.copies) keepers.copies->WriteAll();
   return true;
 }
 

@@ -9,6 +9,7 @@
 #include "paint/display_text.h"
 #include "shell/entry/after_import.h"
 #include "shell/entry/gis_trail_window.h"
+#include "shell/files/dialog_start.h"
 #include "shell/map/map_view.h"
 #include "shell/map_window_widget.h"
 #include "shell/progress/busy_work.h"
@@ -28,7 +29,7 @@ namespace {
 /// \return its path, or nothing if the user cancelled
 std::optional<std::string> AskOpen(Shell& shell, const std::string& title, ProgramWindow& window,
                                    FileSpecification& file, std::string_view type) {
-  PrepareSpecification(file, shell.Files().maps, shell.StartOfDialogs(window), type);
+  PrepareSpecification(file, shell.Maps().Files().maps, StartOfDialogs(shell, window), type);
   switch (shell.Dialogs().AskOpen(title, file)) {
     case FileAnswer::Failed:
       NoteFileDialogFailure(shell.TheWorkspace().messages);
@@ -42,7 +43,7 @@ std::optional<std::string> AskOpen(Shell& shell, const std::string& title, Progr
 }
 
 void OpenMapCommand(Shell& shell, ProgramWindow& window) {
-  const auto path = AskOpen(shell, "Open Map...", window, shell.Files().maps, "map");
+  const auto path = AskOpen(shell, "Open Map...", window, shell.Maps().Files().maps, "map");
   if (path) shell.OpenFile(*path);
 }
 
@@ -51,7 +52,7 @@ void OpenBasis(Shell& shell, MapWindowWidget& window) {
     shell.Beep();
     return;
   }
-  shell.OpenMapWindow(*window.TheMap().basis);
+  shell.Windows().Open(*window.TheMap().basis);
 }
 
 void SetBasisCommand(Shell& shell, MapWindowWidget& window) {
@@ -60,30 +61,30 @@ void SetBasisCommand(Shell& shell, MapWindowWidget& window) {
     shell.Beep();
     return;
   }
-  const auto path = AskOpen(shell, "Open Map...", window, shell.Files().maps, "map");
+  const auto path = AskOpen(shell, "Open Map...", window, shell.Maps().Files().maps, "map");
   if (!path) return;
-  Map* basis = shell.ReadMap(*path);
+  Map* basis = shell.Maps().Read(*path);
   if (basis == nullptr) return;
   if (!shell.History().Apply(BasisEdit(map, *basis))) {
     // A map can't rest on itself, directly or through other maps.
     NoteError(shell.TheWorkspace().messages, "Can't open file %s", {*path});
     return;
   }
-  for (MapWindowWidget* each : shell.OpenWindows()) {
+  for (MapWindowWidget* each : shell.Windows().All()) {
     if (&each->TheMap() == &map && map.trails.empty()) InitView(each->Shown());
   }
 }
 
 void ImportSubmap(Shell& shell, MapWindowWidget& window) {
-  const auto path = AskOpen(shell, "Import Sub Map...", window, shell.Files().maps, "map");
+  const auto path = AskOpen(shell, "Import Sub Map...", window, shell.Maps().Files().maps, "map");
   if (!path) return;
   Map& map = window.TheMap();
   const bool wasEmpty = !HasDrawablePoints(map);
-  const QString name = DisplayText(shell.Files().maps.name);
+  const QString name = DisplayText(shell.Maps().Files().maps.name);
   std::string sentence;
   {
     const BusyWork busy(shell.TheWorkspace(), shell.Boxes(), Shell::tr("Importing %1").arg(name),
-                        shell.clock);
+                        shell.Clock());
     shell.History().Apply(SubmapEdit(map, *path, sentence));
   }
   ShowImported(shell, map, wasEmpty, sentence);
@@ -91,15 +92,16 @@ void ImportSubmap(Shell& shell, MapWindowWidget& window) {
 
 /// The user decides on the tracks one by one in a window of their own.
 void ImportGis(Shell& shell, MapWindowWidget& window, GisBoxes& boxes) {
-  const auto path = AskOpen(shell, "Import GIS data...", window, shell.Files().gisFiles, "txt");
+  const auto path =
+      AskOpen(shell, "Import GIS data...", window, shell.Maps().Files().gisFiles, "txt");
   if (!path) return;
   Map& map = window.TheMap();
   const bool wasEmpty = !HasDrawablePoints(map);
   std::optional<GisImport> import;
   {
-    const QString name = DisplayText(shell.Files().gisFiles.name);
+    const QString name = DisplayText(shell.Maps().Files().gisFiles.name);
     const BusyWork busy(shell.TheWorkspace(), shell.Boxes(), Shell::tr("Importing %1").arg(name),
-                        shell.clock);
+                        shell.Clock());
     shell.History().Apply(GisFileEdit(map, *path, boxes, import));
   }
   if (!import) return;
@@ -113,11 +115,11 @@ void ImportGis(Shell& shell, MapWindowWidget& window, GisBoxes& boxes) {
 
 void SaveAsArcView(Shell& shell, MapWindowWidget& window) {
   Map& map = window.TheMap();
-  const std::string folder = AskShapefileFolder(map, shell.Saving());
+  const std::string folder = AskShapefileFolder(map, shell.Maps().Saving());
   if (folder.empty()) return;
   const QString name = DisplayText(BaseName(map.fileName));
   const BusyWork busy(shell.TheWorkspace(), shell.Boxes(), Shell::tr("Exporting %1").arg(name),
-                      shell.clock);
+                      shell.Clock());
   const ShapefileOutcome outcome = ExportShapefiles(map, folder);
   if (!outcome.summary.empty()) {
     shell.TheWorkspace().messages.Post(Severity::Note, outcome.summary);
@@ -127,30 +129,32 @@ void SaveAsArcView(Shell& shell, MapWindowWidget& window) {
 }  // namespace
 
 void PlugFileCommands(Shell& shell) {
-  shell.Plug(CommandNewMap, [&shell](ProgramWindow&) { shell.NewMap(); });
-  shell.Plug(CommandOpenMap, [&shell](ProgramWindow& window) { OpenMapCommand(shell, window); });
-  shell.Plug(CommandCloseMap, [&shell](ProgramWindow& window) { shell.MapWinClose(window); });
-  shell.Plug(CommandExit, [&shell](ProgramWindow&) { shell.ExitFlow(); });
+  shell.Commands().Plug(CommandNewMap, [&shell](ProgramWindow&) { shell.NewMap(); });
+  shell.Commands().Plug(CommandOpenMap,
+                        [&shell](ProgramWindow& window) { OpenMapCommand(shell, window); });
+  shell.Commands().Plug(CommandCloseMap,
+                        [&shell](ProgramWindow& window) { shell.MapWinClose(window); });
+  shell.Commands().Plug(CommandExit, [&shell](ProgramWindow&) { shell.ExitFlow(); });
   const auto onMap = [&shell](CommandId id, void (*run)(Shell&, MapWindowWidget&)) {
-    shell.PlugOnMap(id, [&shell, run](MapWindowWidget& window) { run(shell, window); });
+    shell.Commands().PlugOnMap(id, [&shell, run](MapWindowWidget& window) { run(shell, window); });
   };
   onMap(CommandOpenBasis, OpenBasis);
   onMap(CommandSetBasis, SetBasisCommand);
   onMap(CommandImportSubmap, ImportSubmap);
   onMap(CommandSaveAsArcView, SaveAsArcView);
-  shell.PlugOnMapSide(CommandSave, [&shell](MapWindowWidget& window) {
-    SaveChangedMaps(window.TheMap(), shell.Saving());
+  shell.Commands().PlugOnMapSide(CommandSave, [&shell](MapWindowWidget& window) {
+    SaveChangedMaps(window.TheMap(), shell.Maps().Saving());
   });
-  shell.PlugOnMap(CommandSaveAs, [&shell](MapWindowWidget& window) {
-    SaveMapAs(window.TheMap(), true, shell.Saving());
+  shell.Commands().PlugOnMap(CommandSaveAs, [&shell](MapWindowWidget& window) {
+    SaveMapAs(window.TheMap(), true, shell.Maps().Saving());
   });
-  shell.PlugOnMap(CommandSaveSimplyAs, [&shell](MapWindowWidget& window) {
-    SaveMapAs(window.TheMap(), false, shell.Saving());
+  shell.Commands().PlugOnMap(CommandSaveSimplyAs, [&shell](MapWindowWidget& window) {
+    SaveMapAs(window.TheMap(), false, shell.Maps().Saving());
   });
-  shell.PlugOnMap(CommandImportGis,
-                  [&shell, boxes = std::make_shared<GisBoxes>()](MapWindowWidget& window) {
-                    ImportGis(shell, window, *boxes);
-                  });
+  shell.Commands().PlugOnMap(
+      CommandImportGis, [&shell, boxes = std::make_shared<GisBoxes>()](MapWindowWidget& window) {
+        ImportGis(shell, window, *boxes);
+      });
 }
 
 }  // namespace orvane

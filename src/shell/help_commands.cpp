@@ -10,8 +10,9 @@ namespace orvane {
 
 void PlugHelpCommands(Shell& shell) {
   auto* guide = new HelpGuide(shell);
-  shell.Plug(CommandHelp, [guide](ProgramWindow&) { guide->ShowPage(HelpContentsPage); });
-  shell.Plug(CommandAbout, [](ProgramWindow& window) {
+  shell.Commands().Plug(CommandHelp,
+                        [guide](ProgramWindow&) { guide->ShowPage(HelpContentsPage); });
+  shell.Commands().Plug(CommandAbout, [](ProgramWindow& window) {
     const bool withMap = window.Kind() == WindowKind::Map;
     AboutBox box(withMap ? &window.MapSide()->TheMap() : nullptr, &window.Widget());
     box.exec();

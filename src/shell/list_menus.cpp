@@ -2,12 +2,11 @@
 
 #include "shell/command_menu.h"
 #include "shell/files/local_files.h"
-#include "shell/map_window_widget.h"
-#include "shell/out_of_memory.h"
 #include "shell/shell.h"
 
 #include <QAction>
 #include <QMenu>
+#include <QWidget>
 
 namespace orvane {
 namespace {
@@ -37,10 +36,10 @@ QAction* AddEntry(QMenu& menu, const QString& text) {
 void FillRecentMaps(Shell& shell, QMenu& menu) {
   RemoveEntries(menu);
   int index = 0;
-  for (const std::string& file : shell.RecentFiles()) {
+  for (const std::string& file : shell.Maps().Recent()) {
     QAction* action = AddEntry(menu, Numbered(index++, LocalFileName(file)));
     QObject::connect(action, &QAction::triggered, &shell, [&shell, path = file] {
-      RunWithinMemory(shell, [&] { shell.OpenRecentFile(path); });
+      shell.Guard().Run([&] { shell.OpenRecentFile(path); });
     });
   }
   if (index == 0) AddEntry(menu, Shell::tr("No maps yet"))->setEnabled(false);
@@ -50,10 +49,10 @@ void FillWindowList(Shell& shell, QMenu& menu) {
   RemoveEntries(menu);
   int index = 0;
   // Oldest first, so that a window keeps its digit while others open.
-  const std::vector<MapWindowWidget*>& windows = shell.OpenWindows();
+  const std::vector<MapWindowBase*>& windows = shell.Windows().Bases();
   for (auto it = windows.rbegin(); it != windows.rend(); ++it) {
-    MapWindowWidget* window = *it;
-    QAction* action = AddEntry(menu, Numbered(index++, window->Name()));
+    QWidget* window = &(*it)->Widget();
+    QAction* action = AddEntry(menu, Numbered(index++, (*it)->Name()));
     action->setCheckable(true);
     action->setChecked(window->isActiveWindow());
     QObject::connect(action, &QAction::triggered, window, [window] {

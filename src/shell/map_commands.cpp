@@ -58,19 +58,20 @@ void SetDeviation(Shell& shell, MapWindowWidget& window) {
 }  // namespace
 
 void PlugMapCommands(Shell& shell) {
-  shell.PlugOnMap(CommandCheckTrails,
-                  [&shell](MapWindowWidget& window) { CheckTrails(shell, window); });
-  shell.PlugOnMapSide(CommandDeviation,
-                      [&shell](MapWindowWidget& window) { SetDeviation(shell, window); });
-  shell.PlugOnMap(CommandViewControl,
-                  [&shell](MapWindowWidget& window) { ViewControl(shell, window); });
+  shell.Commands().PlugOnMap(CommandCheckTrails,
+                             [&shell](MapWindowWidget& window) { CheckTrails(shell, window); });
+  shell.Commands().PlugOnMapSide(
+      CommandDeviation, [&shell](MapWindowWidget& window) { SetDeviation(shell, window); });
+  shell.Commands().PlugOnMap(CommandViewControl,
+                             [&shell](MapWindowWidget& window) { ViewControl(shell, window); });
   // These are in the menu and do nothing: texts are edited in dialogs, which handle them.
   for (const CommandId id : {CommandCut, CommandCopy, CommandPaste}) {
-    shell.Plug(id, [](ProgramWindow&) {});
+    shell.Commands().Plug(id, [](ProgramWindow&) {});
   }
   // Editors delete their rows themselves. In a map window there is only this message.
-  shell.Plug(CommandDelete,
-             [&shell](ProgramWindow&) { NoteWarning(shell.TheWorkspace().messages, "NYI"); });
+  shell.Commands().Plug(CommandDelete, [&shell](ProgramWindow&) {
+    NoteWarning(shell.TheWorkspace().messages, "NYI");
+  });
 }
 
 }  // namespace orvane

@@ -7,7 +7,6 @@
 #include "panes/range_drops.h"
 #include "panes/trail_tree.h"
 #include "shell/command_menu.h"
-#include "shell/editors/editor_commands.h"
 #include "shell/files/dropped_files.h"
 #include "shell/files/local_files.h"
 #include "shell/first_size.h"
@@ -15,7 +14,6 @@
 #include "shell/map/map_panes.h"
 #include "shell/map/map_view.h"
 #include "shell/map/reload_bar.h"
-#include "shell/out_of_memory.h"
 #include "shell/panes/contour_work.h"
 #include "shell/panes/range_pane.h"
 #include "shell/panes/trail_pane.h"
@@ -39,13 +37,13 @@ bool IsEditor(const ProgramWindow& window) {
 }  // namespace
 
 MapWindowWidget::MapWindowWidget(Shell& shell, Map& map)
-    : ProgramWindow(WindowKind::Map),
-      shell_(shell),
+    : shell_(shell),
       map_(map),
-      number_(shell.FreeWindowNumber(map)),
+      number_(shell.Windows().FreeNumber(map)),
       commands_(new CommandMenu(*this)),
       offer_(new ReloadBar(this)),
-      panes_(new MapPanes(map, {shell.trailWidth, shell.trailHeight}, this)) {
+      panes_(new MapPanes(map, {shell.TheSettings().trailWidth, shell.TheSettings().trailHeight},
+                          this)) {
   setObjectName(QStringLiteral("mapWindow"));
   setAttribute(Qt::WA_DeleteOnClose);
   auto* inside = new QWidget(this);
@@ -56,20 +54,23 @@ MapWindowWidget::MapWindowWidget(Shell& shell, Map& map)
   layout->addWidget(panes_, 1);
   setCentralWidget(inside);
   setAcceptDrops(true);
+  View().TakeSavedView(shell.TheSettings().savedView);
   View().setFocus();
   GiveFirstSize(*this);
   menu_ = NewMapMenu(Shown());
-  connect(commands_, &CommandMenu::picked, this, [this](int id) { shell_.RunCommand(id, *this); });
+  connect(commands_, &CommandMenu::picked, this,
+          [this](int id) { shell_.Commands().Run(id, *this); });
   connect(panes_, &MapPanes::focusPlaceChanged, this, [this] { RefreshMenu(); });
   connect(panes_, &MapPanes::dividerMoved, this, [this](PaneDivider divider, int size) {
-    (divider == PaneDivider::BesideMap ? shell_.trailWidth : shell_.trailHeight) = size;
+    (divider == PaneDivider::BesideMap ? shell_.TheSettings().trailWidth
+                                       : shell_.TheSettings().trailHeight) = size;
   });
   connect(&View(), &MapView::printRequested, this,
-          [this] { shell_.RunCommand(CommandPrint, *this); });
+          [this] { shell_.Commands().Run(CommandPrint, *this); });
   connect(offer_, &ReloadBar::reloadRequested, this,
-          [this] { Q_EMIT shell_.reloadAnswered(this, true); });
+          [this] { Q_EMIT shell_.Windows().reloadAnswered(this, true); });
   connect(offer_, &ReloadBar::declined, this,
-          [this] { Q_EMIT shell_.reloadAnswered(this, false); });
+          [this] { Q_EMIT shell_.Windows().reloadAnswered(this, false); });
   ConnectPanes();
   PlugListMenus(shell_, *commands_);
   ShowTitle();
@@ -78,7 +79,7 @@ MapWindowWidget::MapWindowWidget(Shell& shell, Map& map)
 
 MapWindowWidget::~MapWindowWidget() {
   // A window may be deleted without being closed, as at the end of a test.
-  shell_.Forget(*this);
+  shell_.Windows().Forget(*this);
 }
 
 MapView& MapWindowWidget::View() { return panes_->View(); }
@@ -88,7 +89,7 @@ MapWindow& MapWindowWidget::Shown() { return View().Shown(); }
 FocusPlace MapWindowWidget::Focus() const { return panes_->Focus(); }
 
 void MapWindowWidget::ShowMenu() {
-  commands_->Show(menu_, [this](CommandId id) { return shell_.IsPlugged(id); });
+  commands_->Show(menu_, [this](CommandId id) { return shell_.Commands().IsPlugged(id); });
 }
 
 void MapWindowWidget::RefreshMenu() {
@@ -110,7 +111,7 @@ void MapWindowWidget::RefreshMarks() {
 
 QString MapWindowWidget::Name() const {
   const QString name = DisplayText(BaseName(map_.fileName));
-  return shell_.WindowsOn(map_) > 1 ? QStringLiteral("%1:%2").arg(name).arg(number_) : name;
+  return shell_.Windows().CountOn(map_) > 1 ? QStringLiteral("%1:%2").arg(name).arg(number_) : name;
 }
 
 void MapWindowWidget::ShowTitle() {
@@ -127,6 +128,15 @@ void MapWindowWidget::FollowEdit(const EditNews& news) {
   RefreshMarks();
 }
 
+void MapWindowWidget::ShowPreferences() {
+  const Preferences& preferences = shell_.TheWorkspace().preferences;
+  menu_.At(CommandEuropeanDates).checked = preferences.europeanDates;
+  menu_.At(CommandSmoothLines).checked = preferences.smoothLines;
+  RefreshMenu();
+}
+
+void MapWindowWidget::RequestRepaint() { View().RequestRepaint(); }
+
 void MapWindowWidget::ShowRows() {
   panes_->ShowRows();
   View().RequestRepaint();
@@ -138,18 +148,17 @@ void MapWindowWidget::ConnectPanes() {
     connect(pane, &TitledPane::visibilityChanged, this, [this] { View().ShowMoved(); });
     connect(pane, &TitledPane::selectionChanged, this, [this] { RefreshMenu(); });
     connect(pane, &TitledPane::controlRequested, this,
-            [this] { shell_.RunCommand(CommandViewControl, *this); });
+            [this] { shell_.Commands().Run(CommandViewControl, *this); });
   }
   connect(&panes_->Trails(), &TrailPane::editRequested, this, [this](const TrailPanelRow* row) {
-    RunWithinMemory(shell_, [&] { OpenTrailEditor(shell_, *this, *row); });
+    Q_EMIT shell_.Windows().trailEditRequested(this, row);
   });
-  connect(&panes_->Ranges(), &RangePane::editRequested, this, [this](RangePanelRow* row) {
-    RunWithinMemory(shell_, [&] { OpenRangeEditor(shell_, *this, *row); });
-  });
+  connect(&panes_->Ranges(), &RangePane::editRequested, this,
+          [this](RangePanelRow* row) { Q_EMIT shell_.Windows().rangeEditRequested(this, row); });
   connect(panes_, &MapPanes::trailsDropped, this, [this](RangePanelRow* row) {
-    RunWithinMemory(shell_, [&] {
+    shell_.Guard().Run([&] {
       const BusyWork busy(shell_.TheWorkspace(), shell_.Boxes(), tr("Adding trails to a range"),
-                          shell_.clock);
+                          shell_.Clock());
       DropSelection(Shown(), *row, shell_.History());
     });
   });
@@ -172,11 +181,11 @@ bool MapWindowWidget::CloseDependents(bool editors) {
 
 bool MapWindowWidget::AskToClose() {
   if (!CloseDependents(true)) return false;
-  switch (AskBeforeClosing(map_, shell_.Saving())) {
+  switch (AskBeforeClosing(map_, shell_.Maps().Saving())) {
     case CloseAnswer::Refused:
       return false;
     case CloseAnswer::Discarded:
-      Q_EMIT shell_.changesDiscarded(&map_);
+      Q_EMIT shell_.Maps().changesDiscarded(&map_);
       break;
     case CloseAnswer::Unchanged:
     case CloseAnswer::Saved:
@@ -196,7 +205,7 @@ bool MapWindowWidget::TryClose() {
 void MapWindowWidget::closeEvent(QCloseEvent* event) {
   mayClose_ = mayClose_ || AskToClose();
   event->setAccepted(mayClose_);
-  if (mayClose_) shell_.Forget(*this);
+  if (mayClose_) shell_.Windows().Forget(*this);
 }
 
 void MapWindowWidget::dragEnterEvent(QDragEnterEvent* event) { WelcomeFiles(*event); }

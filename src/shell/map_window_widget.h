@@ -1,7 +1,7 @@
 #pragma once
 
 #include "commands/menu_state.h"
-#include "shell/program_window.h"
+#include "shell/map_windows.h"
 
 #include <QMainWindow>
 
@@ -10,7 +10,6 @@
 namespace orvane {
 
 class CommandMenu;
-struct EditNews;
 class MapPanes;
 class MapView;
 struct MapWindow;
@@ -19,7 +18,7 @@ class Shell;
 
 /// A window on one map. Several windows may show the same map, each with its own view. The window
 /// deletes itself when it is closed; the map stays.
-class MapWindowWidget final : public QMainWindow, public ProgramWindow {
+class MapWindowWidget final : public QMainWindow, public MapWindowBase {
   Q_OBJECT
 
  public:
@@ -31,11 +30,16 @@ class MapWindowWidget final : public QMainWindow, public ProgramWindow {
   MapWindowWidget* MapSide() override { return this; }
   bool TryClose() override;
 
-  Map& TheMap() const { return map_; }
-  /// Tells the windows on one map apart, from 1.
-  int Number() const { return number_; }
-  /// The name of the map, with the number of the window if there are others on the map.
-  QString Name() const;
+  Map& TheMap() const override { return map_; }
+  int Number() const override { return number_; }
+  QString Name() const override;
+  void ShowTitle() override;
+  void FollowEdit(const EditNews& news) override;
+  void RefreshMenu() override;
+  void RefreshMarks() override;
+  void ShowPreferences() override;
+  void RequestRepaint() override;
+
   MapPanes& Panes() { return *panes_; }
   MapView& View();
   /// What the window shows of the map, and where: the record behind `View`.
@@ -48,16 +52,6 @@ class MapWindowWidget final : public QMainWindow, public ProgramWindow {
   /// What the menu bar offers; call `ShowMenu` after a change.
   MenuState& Menu() { return menu_; }
   void ShowMenu();
-  /// Updates the menu from map, view and focus.
-  void RefreshMenu();
-  /// As `RefreshMenu`, and also updates what the menu shows of the map and the view: the basis and
-  /// the check marks.
-  void RefreshMarks();
-
-  /// Puts the name of the map, and whether it has changed, in the title.
-  void ShowTitle();
-  /// Shows an edit of the map, or of one that it rests on: in the panes, on the map, in the menu.
-  void FollowEdit(const EditNews& news);
   /// Call after the rows of the view were made again: shows them and redraws the map.
   void ShowRows();
 

@@ -4,6 +4,7 @@
 #include "base/messages.h"
 #include "model/workspace.h"
 #include "paint/render.h"
+#include "shell/files/dialog_start.h"
 #include "shell/map/map_view.h"
 #include "shell/map_window_widget.h"
 #include "shell/shell.h"
@@ -48,8 +49,8 @@ void CopyImage(Shell& shell, MapWindowWidget& window) {
 
 void SavePicture(Shell& shell, MapWindowWidget& mapWindow) {
   Messages& messages = shell.TheWorkspace().messages;
-  FileSpecification& file = shell.Files().pictures;
-  PrepareSpecification(file, shell.Files().maps, shell.StartOfDialogs(mapWindow), "png");
+  FileSpecification& file = shell.Maps().Files().pictures;
+  PrepareSpecification(file, shell.Maps().Files().maps, StartOfDialogs(shell, mapWindow), "png");
   std::string_view name = BaseName(mapWindow.TheMap().fileName);
   name = name.substr(0, name.rfind('.'));
   file.name = std::string(name) + "." + file.type;
@@ -74,10 +75,10 @@ void SavePicture(Shell& shell, MapWindowWidget& mapWindow) {
 }  // namespace
 
 void PlugPictureCommands(Shell& shell) {
-  shell.PlugOnMap(CommandCopyImage,
-                  [&shell](MapWindowWidget& window) { CopyImage(shell, window); });
-  shell.PlugOnMap(CommandSavePicture,
-                  [&shell](MapWindowWidget& window) { SavePicture(shell, window); });
+  shell.Commands().PlugOnMap(CommandCopyImage,
+                             [&shell](MapWindowWidget& window) { CopyImage(shell, window); });
+  shell.Commands().PlugOnMap(CommandSavePicture,
+                             [&shell](MapWindowWidget& window) { SavePicture(shell, window); });
 }
 
 }  // namespace orvane

@@ -2,73 +2,50 @@
 
 #include "base/file_identity.h"
 #include "base/file_names.h"
-#include "shell/files/local_files.h"
 #include "shell/map/map_view.h"
 #include "shell/map_window_widget.h"
 #include "shell/messages/box_messages.h"
 #include "shell/shell.h"
 #include "view/preferences.h"
 
-#include <QDir>
-#include <QStandardPaths>
-
-#include <filesystem>
-#include <system_error>
-#include <utility>
+#include <vector>
 
 namespace orvane {
-namespace {
 
-/// \return the map to open with, empty for none
-std::string Read(Shell& shell, const std::string& path) {
+PreferencesFile::PreferencesFile(Shell& shell, const std::string& directory)
+    : shell_(shell), path_(JoinPath(directory, PreferencesName)) {}
+
+std::string PreferencesFile::Read() {
+  Settings& settings = shell_.TheSettings();
   WindowPreferences preferences{
-      .trailWidth = shell.trailWidth, .trailHeight = shell.trailHeight, .savedView = {}};
+      .trailWidth = settings.trailWidth, .trailHeight = settings.trailHeight, .savedView = {}};
   {
-    const MessageBatch batch(shell.Boxes(), Shell::tr("Reading the preferences"));
-    ReadPreferences(shell.TheWorkspace(), path, preferences, [&](const std::string& fileName) {
+    const MessageBatch batch(shell_.Boxes(), Shell::tr("Reading the preferences"));
+    ReadPreferences(shell_.TheWorkspace(), path_, preferences, [&](const std::string& fileName) {
       // This window takes the sizes read so far; the view is for another window.
-      shell.trailWidth = preferences.trailWidth;
-      shell.trailHeight = preferences.trailHeight;
-      shell.OpenFile(fileName);
+      settings.trailWidth = preferences.trailWidth;
+      settings.trailHeight = preferences.trailHeight;
+      shell_.OpenFile(fileName);
     });
   }
-  shell.trailWidth = preferences.trailWidth;
-  shell.trailHeight = preferences.trailHeight;
-  shell.savedView = preferences.savedView;
+  settings.trailWidth = preferences.trailWidth;
+  settings.trailHeight = preferences.trailHeight;
+  settings.savedView = preferences.savedView;
   // Older files hold names as they were typed.
-  shell.savedView.fileName = WholePath(preferences.savedView.fileName);
+  settings.savedView.fileName = WholePath(preferences.savedView.fileName);
   // The windows of the command line are open already: update their names and menus.
-  shell.RefreshMenus();
-  for (MapWindowWidget* window : shell.OpenWindows()) window->View().RequestRepaint();
+  shell_.Windows().ShowPreferences();
+  shell_.Windows().RequestRepaint();
   return preferences.savedView.fileName;
 }
 
-void Write(Shell& shell, const std::string& path) {
+void PreferencesFile::Write() {
+  const Settings& settings = shell_.TheSettings();
   const WindowPreferences preferences{
-      .trailWidth = shell.trailWidth, .trailHeight = shell.trailHeight, .savedView = {}};
+      .trailWidth = settings.trailWidth, .trailHeight = settings.trailHeight, .savedView = {}};
   std::vector<const MapWindow*> views;
-  for (MapWindowWidget* window : shell.OpenWindows()) views.push_back(&window->Shown());
-  WritePreferences(shell.TheWorkspace(), path, preferences, views);
-}
-
-}  // namespace
-
-void PlugPreferences(Shell& shell, const std::string& directory) {
-  // Made absolute now, so that it stays the same if the working directory changes.
-  shell.ownDirectory = WholePath(directory);
-  std::error_code error;
-  std::filesystem::create_directories(shell.ownDirectory, error);
-  const std::string path = JoinPath(shell.ownDirectory, PreferencesName);
-  shell.readPreferences = [&shell, path] { return Read(shell, path); };
-  shell.writePreferences = [&shell, path] { Write(shell, path); };
-}
-
-void PlugDefaultPreferences(Shell& shell) {
-  const std::string home = qgetenv("ORVANE_HOME").toStdString();
-  const std::string user =
-      PathOfLocalFile(QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation));
-  PlugPreferences(shell, DefaultDirectory(home, PathOfLocalFile(QDir::currentPath()), user));
-  if (!home.empty()) shell.dialogDirectory = shell.ownDirectory;
+  for (MapWindowWidget* window : shell_.Windows().All()) views.push_back(&window->Shown());
+  WritePreferences(shell_.TheWorkspace(), path_, preferences, views);
 }
 
 }  // namespace orvane

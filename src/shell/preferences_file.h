@@ -1,17 +1,26 @@
 #pragma once
 
+#include "shell/keepers.h"
+
 #include <string>
 
 namespace orvane {
 
 class Shell;
 
-/// Sets the directory of the shell's own files and makes it if it is missing. The shell reads the
-/// preferences there when it starts and writes them when it ends.
-void PlugPreferences(Shell& shell, const std::string& directory);
+/// Keeps the preferences in a file of the program's own directory. Reading them opens the maps that
+/// the file names, but for the last one.
+class PreferencesFile final : public PreferencesKeeper {
+ public:
+  /// \param shell  must outlive this
+  PreferencesFile(Shell& shell, const std::string& directory);
 
-/// Calls `PlugPreferences` with the directory that the environment gives (`DefaultDirectory`). If
-/// `ORVANE_HOME` names it, file dialogs begin there too.
-void PlugDefaultPreferences(Shell& shell);
+  std::string Read() override;
+  void Write() override;
+
+ private:
+  Shell& shell_;
+  std::string path_;
+};
 
 }  // namespace orvane

@@ -8,7 +8,6 @@
 #include "shell/map/map_view.h"
 #include "shell/map/reload_bar.h"
 #include "shell/map_window_widget.h"
-#include "shell/out_of_memory.h"
 #include "shell/progress/busy_work.h"
 #include "shell/shell.h"
 
@@ -27,7 +26,7 @@ constexpr int SettleMilliseconds = 300;
 /// The windows on any of some maps.
 std::vector<MapWindowWidget*> WindowsOn(const Shell& shell, const std::vector<Map*>& maps) {
   std::vector<MapWindowWidget*> windows;
-  for (MapWindowWidget* window : shell.OpenWindows()) {
+  for (MapWindowWidget* window : shell.Windows().All()) {
     if (std::find(maps.begin(), maps.end(), &window->TheMap()) != maps.end()) {
       windows.push_back(window);
     }
@@ -74,17 +73,17 @@ bool ReloadMap(Shell& shell, Map& map) {
   {
     const QString name = DisplayText(BaseName(map.fileName));
     const BusyWork busy(shell.TheWorkspace(), shell.Boxes(), Shell::tr("Reloading %1").arg(name),
-                        shell.clock);
+                        shell.Clock());
     // Of all windows: the file can tie the map to other open maps, which are then read again too.
-    KeptRows rows(shell.OpenWindows());
+    KeptRows rows(shell.Windows().All());
     if (RereadMap(map) != RereadOutcome::Done) return false;
     for (const std::vector<Map*>& maps : {tied, MapsTiedTo(map)}) {
       for (const Map* each : maps) shell.History().Forget(*each);
     }
     rows.BringBack();
   }
-  for (MapWindowWidget* window : shell.OpenWindows()) window->RefreshMarks();
-  shell.NoteReread(map, wasDirty);
+  for (MapWindowWidget* window : shell.Windows().All()) window->RefreshMarks();
+  shell.Maps().NoteReread(map, wasDirty);
   return true;
 }
 
@@ -95,10 +94,10 @@ ReloadWatch::ReloadWatch(Shell& shell) : QObject(&shell), shell_(shell) {
   const auto lookSoon = [this] { soon_.start(); };
   connect(&files_, &QFileSystemWatcher::fileChanged, this, lookSoon);
   connect(&files_, &QFileSystemWatcher::directoryChanged, this, lookSoon);
-  connect(&shell, &Shell::windowsChanged, this, lookSoon);
-  connect(&shell, &Shell::mapSaved, this, lookSoon);
-  connect(&shell, &Shell::mapReread, this, &ReloadWatch::Look);
-  connect(&shell, &Shell::reloadAnswered, this, &ReloadWatch::TakeAnswer);
+  connect(&shell.Windows(), &MapWindows::windowsChanged, this, lookSoon);
+  connect(&shell.Maps(), &OpenMaps::mapSaved, this, lookSoon);
+  connect(&shell.Maps(), &OpenMaps::mapReread, this, &ReloadWatch::Look);
+  connect(&shell.Windows(), &MapWindows::reloadAnswered, this, &ReloadWatch::TakeAnswer);
   connect(qApp, &QGuiApplication::applicationStateChanged, this, lookSoon);
 }
 
@@ -109,7 +108,7 @@ void ReloadWatch::WatchFiles() {
     const std::string folder(DirectoryName(path));
     wanted << LocalFileName(path) << LocalFileName(folder.empty() ? "." : folder);
   };
-  for (MapWindowWidget* window : shell_.OpenWindows()) {
+  for (MapWindowWidget* window : shell_.Windows().All()) {
     for (const Map* map = &window->TheMap(); map != nullptr; map = map->basis) {
       want(map->fileName);
       for (const auto& [path, mark] : map->includedFiles) want(path);
@@ -133,7 +132,7 @@ ReloadWatch::News ReloadWatch::NewsFor(MapWindowWidget& window) {
 void ReloadWatch::TakeAnswer(MapWindowWidget* window, bool reload) {
   Map* changed = NewsFor(*window).map;
   if (changed != nullptr && reload) {
-    RunWithinMemory(shell_, [&] { ReloadMap(shell_, *changed); });
+    shell_.Guard().Run([&] { ReloadMap(shell_, *changed); });
   } else if (changed != nullptr) {
     news_.Decline(*changed);
   }
@@ -147,7 +146,7 @@ void ReloadWatch::Look() {
     return;
   }
   WatchFiles();
-  for (MapWindowWidget* window : shell_.OpenWindows()) {
+  for (MapWindowWidget* window : shell_.Windows().All()) {
     const News news = NewsFor(*window);
     window->Offer().Show(news.map == nullptr
                              ? QString()
@@ -157,8 +156,8 @@ void ReloadWatch::Look() {
 
 void PlugReload(Shell& shell) {
   new ReloadWatch(shell);  // the shell frees it
-  shell.PlugOnMapSide(CommandReload,
-                      [&shell](MapWindowWidget& window) { ReloadMap(shell, window.TheMap()); });
+  shell.Commands().PlugOnMapSide(
+      CommandReload, [&shell](MapWindowWidget& window) { ReloadMap(shell, window.TheMap()); });
 }
 
 }  // namespace orvane

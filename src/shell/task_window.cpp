@@ -28,7 +28,7 @@ TaskWindow::TaskWindow(Shell& shell)
   setCentralWidget(hint);
   GiveFirstSize(*this);
   connect(commands_, &CommandMenu::picked, this, [this](int id) {
-    shell_.RunCommand(id, *this);
+    shell_.Commands().Run(id, *this);
     ShowMenu();  // a command that did nothing has still toggled its check mark
   });
   PlugListMenus(shell_, *commands_);
@@ -38,7 +38,7 @@ TaskWindow::TaskWindow(Shell& shell)
 void TaskWindow::ShowMenu() {
   MenuState menu = StartMenu(shell_.TheWorkspace().preferences);
   menu.At(CommandFullScreen).checked = isFullScreen();
-  commands_->Show(menu, [this](CommandId id) { return shell_.IsPlugged(id); });
+  commands_->Show(menu, [this](CommandId id) { return shell_.Commands().IsPlugged(id); });
 }
 
 void TaskWindow::TakePlaceOf(const QWidget& window) {

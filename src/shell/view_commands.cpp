@@ -56,7 +56,7 @@ std::string AsTheMapHasIt(Map& map, const std::string& text) {
 
 /// Windows with a search of their own have handled the command before.
 void Find(Shell& shell, MapWindowWidget& window) {
-  const auto text = shell.findBox.Ask(shell.TheWorkspace().messages);
+  const auto text = shell.FindDialog().Ask(shell.TheWorkspace().messages);
   if (text) window.View().Find(AsTheMapHasIt(window.TheMap(), *text));
 }
 
@@ -99,12 +99,13 @@ void FullScreen(ProgramWindow& window) {
 
 void PlugViewCommands(Shell& shell) {
   const auto onMap = [&shell](CommandId id, void (*run)(Shell&, MapWindowWidget&)) {
-    shell.PlugOnMap(id, [&shell, run](MapWindowWidget& window) { run(shell, window); });
+    shell.Commands().PlugOnMap(id, [&shell, run](MapWindowWidget& window) { run(shell, window); });
   };
   onMap(CommandZoomIn, [](Shell&, MapWindowWidget& window) { Zoom(window, 2); });
   onMap(CommandZoomOut, [](Shell&, MapWindowWidget& window) { Zoom(window, 0.5); });
   onMap(CommandChangeZoom, ChangeZoom);
-  shell.PlugOnMapSide(CommandFind, [&shell](MapWindowWidget& window) { Find(shell, window); });
+  shell.Commands().PlugOnMapSide(CommandFind,
+                                 [&shell](MapWindowWidget& window) { Find(shell, window); });
   onMap(CommandHideInfo, HideInfo);
   onMap(CommandOrientation, AskOrientation);
   onMap(CommandHideGrids, HideGrids);
@@ -112,17 +113,17 @@ void PlugViewCommands(Shell& shell) {
   onMap(CommandMinutes, ShowAngles<CoordinateDisplay::Minutes>);
   onMap(CommandSeconds, ShowAngles<CoordinateDisplay::Seconds>);
   onMap(CommandShowWholeMap, ShowWholeMap);
-  shell.Plug(CommandFullScreen, FullScreen);
-  shell.Plug(CommandSmoothLines, [&shell](ProgramWindow&) {
+  shell.Commands().Plug(CommandFullScreen, FullScreen);
+  shell.Commands().Plug(CommandSmoothLines, [&shell](ProgramWindow&) {
     bool& smooth = shell.TheWorkspace().preferences.smoothLines;
     smooth = !smooth;
-    shell.RefreshMenus();
-    for (MapWindowWidget* window : shell.OpenWindows()) window->View().RequestRepaint();
+    shell.Windows().ShowPreferences();
+    shell.Windows().RequestRepaint();
   });
-  shell.Plug(CommandEuropeanDates, [&shell](ProgramWindow&) {
+  shell.Commands().Plug(CommandEuropeanDates, [&shell](ProgramWindow&) {
     bool& european = shell.TheWorkspace().preferences.europeanDates;
     european = !european;
-    shell.RefreshMenus();
+    shell.Windows().ShowPreferences();
   });
 }
 

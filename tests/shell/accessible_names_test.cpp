@@ -59,7 +59,7 @@ TEST_F(AccessibleNames, WhateverATestShowsIsLookedAt) {
 }
 
 TEST_F(AccessibleNames, TheWindowsOfTheProgram) {
-  shell_.Start({});
+  program_.Start({});
   ASSERT_NE(ShownTaskWindow(), nullptr);
   EXPECT_EQ(NamelessIn(*ShownTaskWindow()), None);
   MapWindowWidget& map = OpenNew();

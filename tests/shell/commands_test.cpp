@@ -57,10 +57,10 @@ TEST_F(CommandsTest, EachMenuShowsItsCommandsWithTheirKeys) {
 TEST_F(CommandsTest, ACommandWithoutAHandlerIsDisabledAndBeepsIfReached) {
   MapWindowWidget& window = OpenNew();
   EXPECT_FALSE(IsEnabled(window, CommandPrint));
-  shell_.RunCommand(CommandPrint, window);
+  shell_.Commands().Run(CommandPrint, window);
   EXPECT_EQ(beeps_, 1);
   int printed = 0;
-  shell_.Plug(CommandPrint, [&](ProgramWindow&) { ++printed; });
+  shell_.Commands().Plug(CommandPrint, [&](ProgramWindow&) { ++printed; });
   window.RefreshMenu();
   EXPECT_TRUE(IsEnabled(window, CommandPrint));
   Press(window, CommandPrint);
@@ -72,7 +72,7 @@ TEST_F(CommandsTest, EachCommandIsReachedByItsEntryAndByItsKey) {
   MapWindowWidget& window = OpenNew();
   std::map<CommandId, int> runs;
   for (const CommandInfo& command : AllCommands()) {
-    shell_.Plug(command.id, [&runs, id = command.id](ProgramWindow&) { ++runs[id]; });
+    shell_.Commands().Plug(command.id, [&runs, id = command.id](ProgramWindow&) { ++runs[id]; });
   }
   for (const CommandInfo& command : AllCommands()) {
     if (IsSubmenu(command.id)) continue;
@@ -96,7 +96,7 @@ TEST_F(CommandsTest, EachCommandIsReachedByItsEntryAndByItsKey) {
 
 TEST_F(CommandsTest, AnUnknownNumberDoesNothing) {
   MapWindowWidget& window = OpenNew();
-  shell_.RunCommand(4711, window);
+  shell_.Commands().Run(4711, window);
   EXPECT_EQ(beeps_, 0);
   EXPECT_TRUE(Texts().empty());
 }
@@ -104,8 +104,8 @@ TEST_F(CommandsTest, AnUnknownNumberDoesNothing) {
 TEST_F(CommandsTest, NewMapOpensAnUntitledMap) {
   MapWindowWidget& window = OpenNew();
   Press(window, CommandNewMap);
-  ASSERT_EQ(shell_.OpenWindows().size(), 2U);
-  MapWindowWidget& newest = *shell_.OpenWindows().front();
+  ASSERT_EQ(shell_.Windows().All().size(), 2U);
+  MapWindowWidget& newest = *shell_.Windows().All().front();
   EXPECT_NE(&newest, &window);
   EXPECT_NE(&newest.TheMap(), &window.TheMap());
   EXPECT_NE(newest.TheMap().flags & MapUntitled, 0U);
@@ -115,10 +115,10 @@ TEST_F(CommandsTest, OpenMapAsksAndOpens) {
   MapWindowWidget& window = OpenNew();
   dialogs_->paths = {"", WriteMap("site.map")};
   Press(window, CommandOpenMap);
-  EXPECT_EQ(shell_.OpenWindows().size(), 1U);
+  EXPECT_EQ(shell_.Windows().All().size(), 1U);
   Press(window, CommandOpenMap);
-  ASSERT_EQ(shell_.OpenWindows().size(), 2U);
-  EXPECT_EQ(shell_.OpenWindows()[0]->TheMap().fileName, folder_.Path("site.map"));
+  ASSERT_EQ(shell_.Windows().All().size(), 2U);
+  EXPECT_EQ(shell_.Windows().All()[0]->TheMap().fileName, folder_.Path("site.map"));
   EXPECT_EQ(dialogs_->questions[0].title, "Open Map...");
   EXPECT_EQ(dialogs_->questions[0].file.type, "map");
   EXPECT_EQ(dialogs_->questions[0].file.directory, folder_.Path());
@@ -139,11 +139,11 @@ TEST_F(CommandsTest, OpenBasisShowsTheBasisAndElseBeeps) {
   ASSERT_NE(window.TheMap().basis, nullptr);
   EXPECT_FALSE(IsEnabled(window, CommandSetBasis));
   Press(window, CommandOpenBasis);
-  ASSERT_EQ(shell_.OpenWindows().size(), 2U);
-  EXPECT_EQ(&shell_.OpenWindows()[0]->TheMap(), window.TheMap().basis);
-  shell_.RunCommand(CommandOpenBasis, *shell_.OpenWindows()[0]);
+  ASSERT_EQ(shell_.Windows().All().size(), 2U);
+  EXPECT_EQ(&shell_.Windows().All()[0]->TheMap(), window.TheMap().basis);
+  shell_.Commands().Run(CommandOpenBasis, *shell_.Windows().All()[0]);
   EXPECT_EQ(beeps_, 1);
-  shell_.RunCommand(CommandSetBasis, window);
+  shell_.Commands().Run(CommandSetBasis, window);
   EXPECT_EQ(beeps_, 2);
 }
 
@@ -253,7 +253,7 @@ TEST_F(CommandsTest, WindowsOfMapsThatRestOnAMapShowItsNewBasis) {
   WriteMap("trails.map");
   folder_.Write("middle.map", "");
   MapWindowWidget& upper = OpenActive(folder_.Write("upper.map", "B\tmiddle.map\n"));
-  MapWindowWidget& middle = shell_.OpenMapWindow(*upper.TheMap().basis);
+  MapWindowWidget& middle = shell_.Windows().Open(*upper.TheMap().basis);
   dialogs_->paths = {folder_.Path("trails.map")};
   Pick(middle, CommandSetBasis);
   Map* basis = middle.TheMap().basis;
@@ -271,14 +271,14 @@ TEST_F(CommandsTest, ADividerSetsOnlyItsOwnPreference) {
   MapWindowWidget& second = OpenNew();
   Q_EMIT first.Panes().dividerMoved(PaneDivider::BetweenLists, 320);
   Q_EMIT second.Panes().dividerMoved(PaneDivider::BesideMap, 180);
-  EXPECT_EQ(shell_.trailWidth, 180);
-  EXPECT_EQ(shell_.trailHeight, 320);
+  EXPECT_EQ(shell_.TheSettings().trailWidth, 180);
+  EXPECT_EQ(shell_.TheSettings().trailHeight, 320);
   EXPECT_EQ(OpenNew().Panes().Sizes().panelWidth, 180);
 }
 
 TEST_F(CommandsTest, DeleteInAMapWindowIsNotThereYet) {
   MapWindowWidget& window = OpenNew();
-  shell_.RunCommand(CommandDelete, window);
+  shell_.Commands().Run(CommandDelete, window);
   EXPECT_EQ(Texts(), (std::vector<std::string>{"NYI"}));
 }
 
@@ -286,7 +286,7 @@ TEST_F(CommandsTest, CutCopyAndPasteAreDisabledOverAMapAndDoNothing) {
   MapWindowWidget& window = OpenNew();
   for (const CommandId id : {CommandCut, CommandCopy, CommandPaste}) {
     EXPECT_FALSE(IsEnabled(window, id));
-    shell_.RunCommand(id, window);
+    shell_.Commands().Run(id, window);
   }
   EXPECT_EQ(beeps_, 0);
   EXPECT_TRUE(Texts().empty());
@@ -302,11 +302,11 @@ TEST_F(CommandsTest, CheckTrailsDependsOnTheFocus) {
   window.Panes().Ranges().Rows().setFocus();
   ASSERT_EQ(window.Focus(), FocusPlace::RangeList);
   EXPECT_FALSE(IsEnabled(window, CommandCheckTrails));
-  shell_.RunCommand(CommandCheckTrails, window);
+  shell_.Commands().Run(CommandCheckTrails, window);
   EXPECT_EQ(beeps_, 1);
   window.Panes().Trails().Rows().setFocus();
   messages_.Clear();
-  shell_.RunCommand(CommandCheckTrails, window);
+  shell_.Commands().Run(CommandCheckTrails, window);
   EXPECT_TRUE(Texts().empty());  // none is selected
   FindTrailRow(window.Shown(), window.TheMap().trails.front())->selected = true;
   window.RefreshMenu();
@@ -523,7 +523,7 @@ TEST_F(CommandsTest, ThePictureIsSavedInTheFormatOfItsName) {
 }
 
 TEST_F(CommandsTest, RecentMapsAreListedAndOpen) {
-  shell_.ownDirectory = folder_.Path();
+  shell_.TheSettings().ownDirectory = folder_.Path();
   OpenActive(WriteMap("one.map"));
   MapWindowWidget& window = OpenActive(WriteMap("two.map"));
   QMenu& menu = window.Commands().MenuOf(CommandRecentMaps);
@@ -531,8 +531,8 @@ TEST_F(CommandsTest, RecentMapsAreListedAndOpen) {
   ASSERT_EQ(menu.actions().size(), 2);
   EXPECT_TRUE(menu.actions()[0]->text().endsWith(QStringLiteral("two.map")));
   menu.actions()[1]->trigger();
-  ASSERT_EQ(shell_.OpenWindows().size(), 3U);
-  EXPECT_EQ(shell_.OpenWindows()[0]->TheMap().fileName, folder_.Path("one.map"));
+  ASSERT_EQ(shell_.Windows().All().size(), 3U);
+  EXPECT_EQ(shell_.Windows().All()[0]->TheMap().fileName, folder_.Path("one.map"));
   EXPECT_EQ(folder_.Read("Orvane.recent"),
             folder_.Path("one.map") + "\n" + folder_.Path("two.map") + "\n");
 }
@@ -541,7 +541,7 @@ TEST_F(CommandsTest, AMapThatWasSavedIsARecentOne) {
   MapWindowWidget& window = OpenActive(WriteMap("one.map"));
   dialogs_->paths = {folder_.Path("copy.map")};
   Press(window, CommandSaveAs);
-  EXPECT_EQ(shell_.RecentFiles(),
+  EXPECT_EQ(shell_.Maps().Recent(),
             (std::vector<std::string>{folder_.Path("copy.map"), folder_.Path("one.map")}));
 }
 
@@ -603,7 +603,7 @@ TEST_F(CommandsTest, WindowsOnOneMapAreNumbered) {
 }
 
 TEST_F(CommandsTest, ARecentMapThatIsGoneIsOfferedForRemoval) {
-  shell_.ownDirectory = folder_.Path();
+  shell_.TheSettings().ownDirectory = folder_.Path();
   OpenActive(WriteMap("one.map")).TryClose();
   MapWindowWidget& window = OpenActive(WriteMap("two.map"));
   std::filesystem::rename(folder_.Path("one.map"), folder_.Path("gone.map"));
@@ -614,8 +614,8 @@ TEST_F(CommandsTest, ARecentMapThatIsGoneIsOfferedForRemoval) {
   for (const size_t left : {2U, 1U}) {
     Q_EMIT menu.aboutToShow();
     menu.actions()[1]->trigger();
-    EXPECT_EQ(shell_.OpenWindows().size(), 1U);
-    EXPECT_EQ(shell_.RecentFiles().size(), left);
+    EXPECT_EQ(shell_.Windows().All().size(), 1U);
+    EXPECT_EQ(shell_.Maps().Recent().size(), left);
   }
   EXPECT_EQ(messages_.Questions()[0].text,
             folder_.Path("one.map") + " is not there any more. Remove it from the list?");
@@ -629,12 +629,12 @@ TEST_F(CommandsTest, FileDialogsBeginInTheFolderOfTheMap) {
   MapWindowWidget& window = OpenActive(folder_.Path("season/site.map"));
   for (const CommandId id : {CommandOpenMap, CommandImportGis, CommandSavePicture,
                              CommandSaveAsArcView, CommandSaveAs}) {
-    shell_.RunCommand(id, window);
+    shell_.Commands().Run(id, window);
     EXPECT_EQ(dialogs_->questions.back().file.directory, folder_.Path("season")) << id;
   }
   MapWindowWidget& scratch = OpenNew();
-  shell_.Files() = {};
-  shell_.RunCommand(CommandOpenMap, scratch);
+  shell_.Maps().Files() = {};
+  shell_.Commands().Run(CommandOpenMap, scratch);
   EXPECT_EQ(dialogs_->questions.back().file.directory, folder_.Path());
 }
 

@@ -13,8 +13,9 @@ namespace {
 class EndOfSession : public ShellCase {
  protected:
   EndOfSession() {
-    shell_.writePreferences = [this] { done_ += "preferences "; };
-    shell_.writeCopies = [this] { done_ += "copies "; };
+    shell_.Keep(
+        std::make_unique<ScriptedPreferences>(nullptr, [this] { done_ += "preferences "; }));
+    shell_.Keep(std::make_unique<ScriptedCopies>([this] { done_ += "copies "; }));
   }
 
   std::string done_;

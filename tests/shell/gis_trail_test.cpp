@@ -126,12 +126,12 @@ TEST_F(GisTrailTest, TheKeysOfCloseAndExitWorkInIt) {
   PressIn(*window, Qt::Key_W);
   DeliverDeletes();
   EXPECT_TRUE(window.isNull());
-  ASSERT_EQ(shell_.OpenWindows().size(), 1U);
+  ASSERT_EQ(shell_.Windows().All().size(), 1U);
   window = Import(Tracks);
   PressIn(*window, Qt::Key_Q);
   DeliverDeletes();
   EXPECT_TRUE(window.isNull());
-  EXPECT_TRUE(shell_.OpenWindows().empty());
+  EXPECT_TRUE(shell_.Windows().All().empty());
 }
 
 TEST_F(GisTrailTest, OkTakesATrackAndNoSkipsOne) {

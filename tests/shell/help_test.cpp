@@ -34,7 +34,7 @@ class HelpTest : public ShellCase {
  protected:
   /// Puts the help file where the program keeps its own files.
   void HaveHelpFile() {
-    shell_.ownDirectory = folder_.Path();
+    shell_.TheSettings().ownDirectory = folder_.Path();
     std::filesystem::copy_file(HELP_FILE, folder_.Path() + "/Orvane.qch");
   }
 
@@ -157,7 +157,7 @@ TEST_F(HelpTest, ADialogThatFailsIsFatal) {
 
 TEST_F(HelpTest, ABadFileInTheOwnDirectoryIsNotTaken) {
   MapWindowWidget& window = OpenNew();
-  shell_.ownDirectory = folder_.Path();
+  shell_.TheSettings().ownDirectory = folder_.Path();
   folder_.Write("Orvane.qch", "no help\n");
   PressF1(window.View());
   EXPECT_EQ(dialogs_->questions.size(), 1U);
@@ -241,11 +241,11 @@ TEST_F(HelpTest, TheMenuLeadsToTheContents) {
 TEST_F(HelpTest, TheOldNumbersOfHelpCommandsLeadToTheContents) {
   HaveHelpFile();
   MapWindowWidget& window = OpenNew();
-  shell_.RunCommand(32449, window);
-  shell_.RunCommand(32463, window);
+  shell_.Commands().Run(32449, window);
+  shell_.Commands().Run(32463, window);
   EXPECT_EQ(ShownHelp(), nullptr);
   for (int id = 32450; id <= 32462; ++id) {
-    shell_.RunCommand(id, window);
+    shell_.Commands().Run(id, window);
     ASSERT_NE(ShownHelp(), nullptr) << id;
     EXPECT_EQ(Page(), "README.html");
     ShownHelp()->close();

@@ -4,7 +4,6 @@
 #include "shell/comment_edit.h"
 #include "shell/map/map_view.h"
 #include "shell/map_window_widget.h"
-#include "shell/preferences_file.h"
 #include "shell/progress/busy_work.h"
 #include "shell/progress/progress_box.h"
 #include "shell/recovery/map_recovery.h"
@@ -80,33 +79,35 @@ class Monkey::Dialogs final : public FileDialogs {
 };
 
 Monkey::Monkey(std::uint64_t seed)
-    : seed_(seed), dice_(seed), maps_(dice_), workspace_(boxes_), shell_(workspace_, boxes_) {
+    : seed_(seed),
+      dice_(seed),
+      maps_(dice_),
+      workspace_(boxes_),
+      program_(workspace_, boxes_, around_) {
   Note("seed " + std::to_string(seed));
   // It stays to the end of the program, as that of a real screen does.
   static QPointingDevice* const screen = QTest::createTouchDevice();
   fingers_ = screen;
-  shell_.SetDialogs(std::make_unique<Dialogs>(*this));
-  shell_.dialogDirectory = folder_.Path();
-  shell_.beep = [] {};
-  shell_.endProgram = [this] { ended_ = true; };
+  dialogs_ = std::make_unique<Dialogs>(*this);
+  around_.otherDialogs = dialogs_.get();
+  shell_.TheSettings().dialogDirectory = folder_.Path();
+  around_.ended = [this] { ended_ = true; };
   boxes_.endProgram = [this](int) {
     ADD_FAILURE() << "a fatal message\n" << LastEvents();
     ended_ = true;
   };
-  PlugPreferences(shell_, own_.Path());
-  // The shell frees it.
-  recovery_ = new MapRecovery(shell_, own_.Path("recovery"));
+  program_.KeepPreferencesIn(own_.Path());
+  recovery_ = &program_.KeepCopiesIn(own_.Path("recovery"));
   recovery_->clock = [this] { return time_; };
-  shell_.recoverMaps = [this] { return recovery_->OfferCopies(); };
-  shell_.clock = [this] { return WatchWork(); };
+  around_.clock = [this] { return WatchWork(); };
   // Without it every question for help asks for its file.
   if (dice_.OneIn(2)) std::filesystem::create_symlink(HELP_FILE, own_.Path("Orvane.qch"));
-  connect(&shell_, &Shell::mapSaved, this, [this](Map* map, const QString&) {
+  connect(&shell_.Maps(), &OpenMaps::mapSaved, this, [this](Map* map, const QString&) {
     EXPECT_EQ(map->flags & MapDirty, 0U);
     AllowWriting(map->fileName);
   });
   shell_.History().Listen([this](const EditNews&) { mayDiffer_ = true; });
-  connect(&shell_, &Shell::mapReread, this, [this] { mayDiffer_ = true; });
+  connect(&shell_.Maps(), &OpenMaps::mapReread, this, [this] { mayDiffer_ = true; });
   connect(&answers_, &QTimer::timeout, this, &Monkey::AnswerBox);
   answers_.start(0);
   std::string basis;
@@ -125,7 +126,7 @@ Monkey::Monkey(std::uint64_t seed)
 
 Monkey::~Monkey() {
   for (Map& map : workspace_.maps) map.flags &= ~std::uint32_t{MapDirty};
-  while (!shell_.OpenWindows().empty()) shell_.OpenWindows().front()->TryClose();
+  while (!shell_.Windows().All().empty()) shell_.Windows().All().front()->TryClose();
   QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
@@ -151,7 +152,7 @@ void Monkey::StartUp() {
   for (int i = dice_.Below(3); i > 0; --i) files.push_back(AnyFile());
   Note("start with " + std::to_string(files.size()) + " files");
   ended_ = false;
-  shell_.Start(files);
+  program_.Start(files);
   AfterEvent();
 }
 
@@ -199,7 +200,7 @@ QWidget* Monkey::AnyWindow() {
 }
 
 MapWindowWidget* Monkey::AnyMapWindow() {
-  const std::vector<MapWindowWidget*>& windows = shell_.OpenWindows();
+  const std::vector<MapWindowWidget*>& windows = shell_.Windows().All();
   return windows.empty() ? nullptr : dice_.Of(windows);
 }
 
@@ -278,9 +279,9 @@ void Monkey::AfterEvent() {
   }
   QApplication::processEvents();
   QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-  while (shell_.OpenWindows().size() > MostMapWindows) {
+  while (shell_.Windows().All().size() > MostMapWindows) {
     Note("close one of too many");
-    MapWindowWidget* oldest = shell_.OpenWindows().back();
+    MapWindowWidget* oldest = shell_.Windows().All().back();
     oldest->close();
     QApplication::processEvents();
     QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
@@ -443,7 +444,7 @@ void Monkey::RunByNumber() {
   if (window == nullptr) return;
   const int number = dice_.Of(Numbers);
   Note("command number " + std::to_string(number));
-  shell_.RunCommand(number, *window);
+  shell_.Commands().Run(number, *window);
 }
 
 void Monkey::Resize() {

@@ -4,8 +4,9 @@
 #include "commands/recovery_timing.h"
 #include "editing/map_delta.h"
 #include "shell/messages/box_messages.h"
+#include "shell/program.h"
 #include "shell/random_map.h"
-#include "shell/shell.h"
+#include "shell/scripted_surroundings.h"
 #include "support/temporary_folder.h"
 
 #include <QObject>
@@ -101,7 +102,10 @@ class Monkey final : public QObject {
   TemporaryFolder own_;     ///< the program's
   BoxMessages boxes_;
   Workspace workspace_;
-  Shell shell_;
+  ScriptedSurroundings around_;
+  std::unique_ptr<FileDialogs> dialogs_;
+  Program program_;
+  Shell& shell_ = program_.TheShell();
   QTimer answers_;
   QPointingDevice* fingers_;
   std::deque<std::string> events_;

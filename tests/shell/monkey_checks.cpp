@@ -80,7 +80,7 @@ bool IsFinite(const LatLon& place) { return std::isfinite(place.lat) && std::isf
 void Monkey::Check() {
   const testing::ScopedTrace trace(__FILE__, __LINE__, LastEvents());
   CheckWindows();
-  for (MapWindowWidget* window : shell_.OpenWindows()) {
+  for (MapWindowWidget* window : shell_.Windows().All()) {
     CheckMenu(*window);
     CheckView(*window);
   }
@@ -89,7 +89,7 @@ void Monkey::Check() {
 }
 
 void Monkey::CheckWindows() {
-  const std::vector<MapWindowWidget*>& open = shell_.OpenWindows();
+  const std::vector<MapWindowWidget*>& open = shell_.Windows().All();
   size_t mapWindows = 0;
   size_t taskWindows = 0;
   for (QWidget* widget : Windows()) {
@@ -125,7 +125,7 @@ void Monkey::CheckStartMenu(TaskWindow& window) {
   for (const CommandInfo& command : AllCommands()) {
     if (IsSubmenu(command.id)) continue;
     const QAction& action = window.Commands().ActionOf(command.id);
-    EXPECT_EQ(action.isEnabled(), !NeedsMap(command.id) && shell_.IsPlugged(command.id))
+    EXPECT_EQ(action.isEnabled(), !NeedsMap(command.id) && shell_.Commands().IsPlugged(command.id))
         << command.text;
     const bool checked =
         (command.id == CommandEuropeanDates && workspace_.preferences.europeanDates) ||
@@ -141,7 +141,7 @@ void Monkey::CheckMenu(MapWindowWidget& window) {
   const FocusPlace place = window.Focus();
   const auto action = [&](CommandId id) -> QAction& { return window.Commands().ActionOf(id); };
   const auto expect = [&](CommandId id, bool enabled) {
-    EXPECT_EQ(action(id).isEnabled(), enabled && shell_.IsPlugged(id))
+    EXPECT_EQ(action(id).isEnabled(), enabled && shell_.Commands().IsPlugged(id))
         << FindCommand(id)->text << " of " << map.fileName;
   };
   for (const CommandInfo& command : AllCommands()) {

@@ -1,9 +1,8 @@
 // A command that runs out of memory is given up, and nothing is lost.
 
-#include "shell/out_of_memory.h"
-
 #include "mapfile/writer.h"
 #include "shell/entry/gis_trail_window.h"
+#include "shell/memory_guard.h"
 #include "shell/shell_case.h"
 
 #include <QPushButton>
@@ -17,12 +16,13 @@ namespace {
 class OutOfMemory : public ShellCase {
  protected:
   OutOfMemory() {
-    shell_.writeCopies = [this] { copiesBefore_ = Texts().empty() ? 1 : -1; };
+    shell_.Keep(
+        std::make_unique<ScriptedCopies>([this] { copiesBefore_ = Texts().empty() ? 1 : -1; }));
   }
 
   /// Memory runs out at the given look of the work at the clock.
   void FailAt(int look) {
-    shell_.clock = [left = look]() mutable {
+    around_.clock = [left = look]() mutable {
       if (--left <= 0) throw std::bad_alloc();
       return std::chrono::milliseconds(0);
     };
@@ -44,8 +44,8 @@ class OutOfMemory : public ShellCase {
 
 TEST_F(OutOfMemory, ACommandIsGivenUpWithAMessageAfterTheCopies) {
   MapWindowWidget& window = OpenNew();
-  shell_.Plug(CommandCheckTrails, [](ProgramWindow&) { throw std::bad_alloc(); });
-  shell_.RunCommand(CommandCheckTrails, window);
+  shell_.Commands().Plug(CommandCheckTrails, [](ProgramWindow&) { throw std::bad_alloc(); });
+  shell_.Commands().Run(CommandCheckTrails, window);
   ExpectReport();
 }
 
@@ -53,12 +53,12 @@ TEST_F(OutOfMemory, AMapThatDoesNotFitDoesNotOpen) {
   MapWindowWidget& window = OpenNew();
   dialogs_->paths = {WriteMap("site.map")};
   FailAt(2);
-  shell_.RunCommand(CommandOpenMap, window);
+  shell_.Commands().Run(CommandOpenMap, window);
   ExpectReport();
-  EXPECT_EQ(shell_.OpenWindows().size(), 1U);
+  EXPECT_EQ(shell_.Windows().All().size(), 1U);
   EXPECT_EQ(FindMap(workspace_, folder_.Path("site.map")), nullptr);
   EXPECT_EQ(workspace_.progress, nullptr);
-  shell_.clock = {};
+  around_.clock = {};
   messages_.Clear();
   EXPECT_NE(shell_.OpenFile(folder_.Path("site.map")), nullptr);
   EXPECT_TRUE(Texts().empty());
@@ -77,8 +77,8 @@ TEST_F(OutOfMemory, ASubmapLeavesNothingInTheMap) {
     dialogs_->paths = {folder_.Path("more.map")};
     messages_.Clear();
     FailAt(look);
-    shell_.RunCommand(CommandImportSubmap, window);
-    shell_.clock = {};
+    shell_.Commands().Run(CommandImportSubmap, window);
+    around_.clock = {};
     if (!IsReported()) break;
     ++failures;
     ExpectReport();
@@ -99,7 +99,7 @@ TEST_F(OutOfMemory, TracksAreAllTakenOrNone) {
     text += track + ",2003-4-23 8:00,,,1.0,10.0,5\n" + track + ",2003-4-23 8:05,,,1.1,10.1,5\n";
   }
   dialogs_->paths = {folder_.Write("tracks.txt", text)};
-  shell_.RunCommand(CommandImportGis, window);
+  shell_.Commands().Run(CommandImportGis, window);
   auto* tracks = window.findChild<GisTrailWindow*>();
   ASSERT_NE(tracks, nullptr);
   QPushButton* take = nullptr;

@@ -16,7 +16,7 @@ namespace {
 
 class PreferencesFileTest : public ShellCase {
  protected:
-  PreferencesFileTest() { PlugPreferences(shell_, own_.Path("own")); }
+  PreferencesFileTest() { program_.KeepPreferencesIn(own_.Path("own")); }
 
   std::string Stored() const { return own_.Read("own/Orvane.prf"); }
 
@@ -24,13 +24,13 @@ class PreferencesFileTest : public ShellCase {
 };
 
 TEST_F(PreferencesFileTest, TheDirectoryIsMade) {
-  EXPECT_EQ(shell_.ownDirectory, own_.Path("own"));
+  EXPECT_EQ(shell_.TheSettings().ownDirectory, own_.Path("own"));
   EXPECT_TRUE(std::filesystem::is_directory(own_.Path("own")));
   EXPECT_FALSE(std::filesystem::exists(own_.Path("own/Orvane.prf")));
 }
 
 TEST_F(PreferencesFileTest, WithoutAFileAMapIsAskedFor) {
-  shell_.Start({});
+  program_.Start({});
   ASSERT_EQ(dialogs_->questions.size(), 1U);
   EXPECT_EQ(dialogs_->questions[0].title, "Open Map...");
   EXPECT_TRUE(Texts().empty());
@@ -43,10 +43,10 @@ TEST_F(PreferencesFileTest, AllWindowsComeBackAndTheOldestAsItWas) {
                                    "DefaultMap=" + first +
                                    "\r\nCenterLon=10.005\r\nCenterLat=1.005\r\nScale=0.25\r\n"
                                    "HideGrid=1\r\nRotate=90\r\n");
-  shell_.Start({});
-  ASSERT_EQ(shell_.OpenWindows().size(), 2U);
-  MapWindowWidget& oldest = *shell_.OpenWindows()[1];
-  MapWindowWidget& newest = *shell_.OpenWindows()[0];
+  program_.Start({});
+  ASSERT_EQ(shell_.Windows().All().size(), 2U);
+  MapWindowWidget& oldest = *shell_.Windows().All()[1];
+  MapWindowWidget& newest = *shell_.Windows().All()[0];
   EXPECT_EQ(oldest.TheMap().fileName, second);
   EXPECT_EQ(newest.TheMap().fileName, first);
   ASSERT_TRUE(QTest::qWaitForWindowActive(&newest));
@@ -59,7 +59,7 @@ TEST_F(PreferencesFileTest, AllWindowsComeBackAndTheOldestAsItWas) {
   // The other is fitted to its data.
   EXPECT_NE(oldest.Shown().scale, 9);
   EXPECT_EQ(oldest.Shown().rotation, 0);
-  EXPECT_EQ(shell_.trailWidth, 150);
+  EXPECT_EQ(shell_.TheSettings().trailWidth, 150);
   EXPECT_TRUE(dialogs_->questions.empty());
 }
 
@@ -69,11 +69,11 @@ TEST_F(PreferencesFileTest, AFileOfTheCommandLineKeepsTheLastMapAway) {
   const std::string last = WriteMap("last.map");
   own_.Write("own/Orvane.prf",
              "DefaultMap=" + before + "\nDefaultMap=" + last + "\nScale=0.5\nEuropeanDates=1\n");
-  shell_.Start({given});
-  ASSERT_EQ(shell_.OpenWindows().size(), 2U);
-  EXPECT_EQ(shell_.OpenWindows()[0]->TheMap().fileName, before);
-  EXPECT_EQ(shell_.OpenWindows()[1]->TheMap().fileName, given);
-  EXPECT_TRUE(shell_.OpenWindows()[1]->Menu().At(CommandEuropeanDates).checked);
+  program_.Start({given});
+  ASSERT_EQ(shell_.Windows().All().size(), 2U);
+  EXPECT_EQ(shell_.Windows().All()[0]->TheMap().fileName, before);
+  EXPECT_EQ(shell_.Windows().All()[1]->TheMap().fileName, given);
+  EXPECT_TRUE(shell_.Windows().All()[1]->Menu().At(CommandEuropeanDates).checked);
   // It takes its view when the user opens it later, every time.
   for (int i = 0; i < 2; ++i) {
     MapWindowWidget& window = OpenActive(last);
@@ -89,9 +89,9 @@ TEST_F(PreferencesFileTest, AMapOpenedByAShortNameComesBackAfterARestartElsewher
   for (const char* name : {"season.map", "./season.map", "sub/../season.map"}) {
     {
       const WorkingFolder working(folder_.Path());
-      shell_.Start({name});
-      ASSERT_EQ(shell_.OpenWindows().size(), 1U);
-      MapWindowWidget& window = *shell_.OpenWindows()[0];
+      program_.Start({name});
+      ASSERT_EQ(shell_.Windows().All().size(), 1U);
+      MapWindowWidget& window = *shell_.Windows().All()[0];
       ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
       Press(window, CommandZoomIn);
       EXPECT_TRUE(shell_.ExitFlow());
@@ -102,17 +102,18 @@ TEST_F(PreferencesFileTest, AMapOpenedByAShortNameComesBackAfterARestartElsewher
     ScriptedMessages messages;
     BoxMessages boxes;
     Workspace workspace(messages);
-    Shell restarted(workspace, boxes);
-    PlugPreferences(restarted, own_.Path("own"));
-    restarted.Start({});
-    ASSERT_EQ(restarted.OpenWindows().size(), 1U) << name;
-    EXPECT_EQ(restarted.OpenWindows()[0]->TheMap().fileName, folder_.Path("season.map"));
+    ScriptedSurroundings around;
+    Program program(workspace, boxes, around);
+    Shell& restarted = program.TheShell();
+    program.KeepPreferencesIn(own_.Path("own"));
+    program.Start({});
+    ASSERT_EQ(restarted.Windows().All().size(), 1U) << name;
+    EXPECT_EQ(restarted.Windows().All()[0]->TheMap().fileName, folder_.Path("season.map"));
     EXPECT_TRUE(messages.Entries().empty());
-    restarted.endProgram = [] {};
     EXPECT_TRUE(restarted.ExitFlow());
     DeliverDeletes();
     std::filesystem::remove(own_.Path("own/Orvane.prf"));
-    shell_.savedView = {};
+    shell_.TheSettings().savedView = {};
   }
 }
 
@@ -120,20 +121,20 @@ TEST_F(PreferencesFileTest, AShortNameOfAnOlderFileHasItsView) {
   WriteMap("site.map");
   const WorkingFolder working(folder_.Path());
   own_.Write("own/Orvane.prf", "Scale=0.5\nDefaultMap=site.map\n");
-  shell_.Start({});
-  ASSERT_EQ(shell_.OpenWindows().size(), 1U);
-  ASSERT_TRUE(QTest::qWaitForWindowActive(shell_.OpenWindows()[0]));
-  EXPECT_EQ(shell_.OpenWindows()[0]->Shown().scale, 0.5F);
+  program_.Start({});
+  ASSERT_EQ(shell_.Windows().All().size(), 1U);
+  ASSERT_TRUE(QTest::qWaitForWindowActive(shell_.Windows().All()[0]));
+  EXPECT_EQ(shell_.Windows().All()[0]->Shown().scale, 0.5F);
 }
 
 TEST_F(PreferencesFileTest, TheViewIsForTheVeryNameOnly) {
   WriteMap("site.map");
   own_.Write("own/Orvane.prf", "Scale=0.5\nDefaultMap=" + folder_.Path("./site.map") + "\n");
-  shell_.Start({});
-  ASSERT_EQ(shell_.OpenWindows().size(), 1U);
-  ASSERT_TRUE(QTest::qWaitForWindowActive(shell_.OpenWindows()[0]));
-  EXPECT_EQ(shell_.OpenWindows()[0]->Shown().scale, 0.5F);
-  MapWindowWidget& other = shell_.OpenMapWindow(MakeMap(workspace_, folder_.Path("SITE.map")));
+  program_.Start({});
+  ASSERT_EQ(shell_.Windows().All().size(), 1U);
+  ASSERT_TRUE(QTest::qWaitForWindowActive(shell_.Windows().All()[0]));
+  EXPECT_EQ(shell_.Windows().All()[0]->Shown().scale, 0.5F);
+  MapWindowWidget& other = shell_.Windows().Open(MakeMap(workspace_, folder_.Path("SITE.map")));
   ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
   EXPECT_NE(other.Shown().scale, 0.5F);
 }
@@ -141,9 +142,9 @@ TEST_F(PreferencesFileTest, TheViewIsForTheVeryNameOnly) {
 TEST_F(PreferencesFileTest, AWindowThatOpensInTheMiddleOfTheReadHasItsPanels) {
   const std::string map = WriteMap("a.map");
   own_.Write("own/Orvane.prf", "TrailWidth=\nDefaultMap=" + map + "\nDefaultMap=" + map + "\n");
-  shell_.Start({});
-  EXPECT_EQ(shell_.OpenWindows().size(), 2U);
-  EXPECT_EQ(shell_.trailWidth, 0);
+  program_.Start({});
+  EXPECT_EQ(shell_.Windows().All().size(), 2U);
+  EXPECT_EQ(shell_.TheSettings().trailWidth, 0);
 }
 
 TEST_F(PreferencesFileTest, AViewOfNonsenseIsAWindowAllTheSame) {
@@ -153,9 +154,9 @@ TEST_F(PreferencesFileTest, AViewOfNonsenseIsAWindowAllTheSame) {
     own_.Write("own/Orvane.prf", "TrailWidth=" + number + "\nTrailHeight=-5\nDefaultMap=" + map +
                                      "\nCenterLon=" + number + "\nCenterLat=" + number +
                                      "\nScale=" + number + "\nRotate=" + number + "\n");
-    shell_.savedView = {};
-    shell_.Start({});
-    MapWindowWidget& window = *shell_.OpenWindows().front();
+    shell_.TheSettings().savedView = {};
+    program_.Start({});
+    MapWindowWidget& window = *shell_.Windows().All().front();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
     EXPECT_FALSE(window.grab().isNull());
     Press(window, CommandZoomOut);
@@ -169,16 +170,16 @@ TEST_F(PreferencesFileTest, AViewOfNonsenseIsAWindowAllTheSame) {
 
 TEST_F(PreferencesFileTest, EachUnknownLineIsReported) {
   own_.Write("own/Orvane.prf", "Colour=red\r\nTrailHeight=90\r\nnonsense\r\n");
-  shell_.Start({WriteMap("a.map")});
+  program_.Start({WriteMap("a.map")});
   EXPECT_EQ(Texts(), (std::vector<std::string>{"Unknown preference: Colour=red",
                                                "Unknown preference: nonsense"}));
-  EXPECT_EQ(shell_.trailHeight, 90);
+  EXPECT_EQ(shell_.TheSettings().trailHeight, 90);
 }
 
 TEST_F(PreferencesFileTest, ExitWritesThemFirstOfAll) {
   MapWindowWidget& window = OpenActive(WriteMap("site.map"));
   AddComment(shell_, window.TheMap());
-  shell_.trailWidth = 123;
+  shell_.TheSettings().trailWidth = 123;
   messages_.answers = {2};
   EXPECT_FALSE(shell_.ExitFlow());
   const std::string text = Stored();
@@ -197,7 +198,7 @@ TEST_F(PreferencesFileTest, AnUntitledMapIsNotNamed) {
 
 TEST_F(PreferencesFileTest, WhatOneRunWritesTheNextOneShows) {
   OpenActive(WriteMap("old.map"));
-  MapWindow& view = shell_.OpenWindows()[0]->Shown();
+  MapWindow& view = shell_.Windows().All()[0]->Shown();
   OpenActive(WriteMap("new.map"));
   view.rotation = 30;
   ZoomToScale(view, 0.125);
@@ -206,17 +207,19 @@ TEST_F(PreferencesFileTest, WhatOneRunWritesTheNextOneShows) {
   DeliverDeletes();
 
   Workspace workspace(messages_);
-  Shell next(workspace, boxes_);
-  PlugPreferences(next, own_.Path("own"));
-  next.Start({});
-  ASSERT_EQ(next.OpenWindows().size(), 2U);
-  MapWindowWidget& oldest = *next.OpenWindows()[0];
+  ScriptedSurroundings around;
+  Program program(workspace, boxes_, around);
+  Shell& next = program.TheShell();
+  program.KeepPreferencesIn(own_.Path("own"));
+  program.Start({});
+  ASSERT_EQ(next.Windows().All().size(), 2U);
+  MapWindowWidget& oldest = *next.Windows().All()[0];
   EXPECT_EQ(oldest.TheMap().fileName, folder_.Path("old.map"));
   ASSERT_TRUE(QTest::qWaitForWindowActive(&oldest));
   EXPECT_EQ(oldest.Shown().scale, 0.125F);
   EXPECT_EQ(oldest.Shown().rotation, 30);
   EXPECT_NEAR(oldest.Shown().centralLongitude, longitude, 1e-4);
-  while (!next.OpenWindows().empty()) next.OpenWindows().front()->TryClose();
+  while (!next.Windows().All().empty()) next.Windows().All().front()->TryClose();
   DeliverDeletes();
 }
 
@@ -225,19 +228,22 @@ class DefaultPlaceTest : public ShellCase {};
 TEST_F(DefaultPlaceTest, OrvaneHomeIsTakenForFilesAndDialogs) {
   const TemporaryFolder home;
   qputenv("ORVANE_HOME", QByteArray::fromStdString(home.Path()));
-  PlugDefaultPreferences(shell_);
+  Program program(workspace_, boxes_, around_, DefaultPlaces());
   qunsetenv("ORVANE_HOME");
-  EXPECT_EQ(shell_.ownDirectory, home.Path());
-  EXPECT_EQ(shell_.dialogDirectory, home.Path());
+  EXPECT_EQ(program.TheShell().TheSettings().ownDirectory, home.Path());
+  EXPECT_EQ(program.TheShell().TheSettings().dialogDirectory, home.Path());
 }
 
 TEST_F(DefaultPlaceTest, WithoutItThePlatformDecides) {
   QStandardPaths::setTestModeEnabled(true);
-  PlugDefaultPreferences(shell_);
+  const WorkingFolder working(folder_.Path());
+  Program program(workspace_, boxes_, around_, DefaultPlaces());
   const QString user = QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation);
   QStandardPaths::setTestModeEnabled(false);
-  EXPECT_EQ(shell_.ownDirectory, user.toStdString());
-  EXPECT_EQ(shell_.dialogDirectory, folder_.Path());  // files of the user are not looked for there
+  const Settings& settings = program.TheShell().TheSettings();
+  EXPECT_EQ(settings.ownDirectory, user.toStdString());
+  EXPECT_EQ(settings.dialogDirectory,
+            folder_.Path());  // files of the user are not looked for there
 }
 
 }  // namespace

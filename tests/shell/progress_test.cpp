@@ -170,7 +170,7 @@ TEST_F(ProgressBoxTest, NoWindowIsServedBeforeTheWorkIsDone) {
 class CanceledTest : public ShellCase {
  protected:
   CanceledTest() {
-    shell_.clock = [this] {
+    around_.clock = [this] {
       if (ProgressBox* box = ShownBox()) {
         ++boxesSeen_;
         QTest::keyClick(box, Qt::Key_Escape);
@@ -194,22 +194,22 @@ class CanceledTest : public ShellCase {
 };
 
 TEST_F(CanceledTest, AMapThatWasOpenedIsNotThere) {
-  shell_.ownDirectory = folder_.Path();
+  shell_.TheSettings().ownDirectory = folder_.Path();
   const std::string path = WriteLargeMap("large.map");
   EXPECT_EQ(shell_.OpenFile(path), nullptr);
   EXPECT_GE(boxesSeen_, 1);
   EXPECT_TRUE(workspace_.maps.empty());
-  EXPECT_TRUE(shell_.OpenWindows().empty());
-  EXPECT_TRUE(shell_.RecentFiles().empty());
+  EXPECT_TRUE(shell_.Windows().All().empty());
+  EXPECT_TRUE(shell_.Maps().Recent().empty());
   EXPECT_TRUE(Texts().empty());
   EXPECT_EQ(ShownBox(), nullptr);
-  shell_.clock = {};
+  around_.clock = {};
   EXPECT_NE(shell_.OpenFile(path), nullptr);
 }
 
 TEST_F(CanceledTest, AtTheStartTheWindowWithoutAMapIsLeft) {
-  shell_.Start({WriteLargeMap("large.map")});
-  EXPECT_TRUE(shell_.OpenWindows().empty());
+  program_.Start({WriteLargeMap("large.map")});
+  EXPECT_TRUE(shell_.Windows().All().empty());
   EXPECT_NE(ShownTaskWindow(), nullptr);
   EXPECT_TRUE(dialogs_->questions.empty());
 }
@@ -281,9 +281,9 @@ TEST_F(CanceledTest, TracksThatWereTakenStayAndTheNextIsShown) {
 
 TEST_F(CanceledTest, AnExportLeavesNoFile) {
   const milliseconds pause(0);
-  auto clock = std::exchange(shell_.clock, [pause] { return pause; });
+  auto clock = std::exchange(around_.clock, [pause] { return pause; });
   MapWindowWidget& window = OpenActive(WriteLargeMap("large.map"));
-  shell_.clock = std::move(clock);
+  around_.clock = std::move(clock);
   std::filesystem::create_directory(folder_.Path("out"));
   dialogs_->paths = {folder_.Path("out/points.shp")};
   Pick(window, CommandSaveAsArcView);

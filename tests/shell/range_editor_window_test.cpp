@@ -29,7 +29,7 @@ class RangeEditorWindowTest : public ShellCase {
   RangeEditorWindowTest() : window_(OpenActive(folder_.Write("site.map", TwoRanges))) {}
   /// Closes without a question what a test has left open.
   ~RangeEditorWindowTest() override {
-    if (shell_.OpenWindows().empty()) return;
+    if (shell_.Windows().All().empty()) return;
     const std::vector<ProgramWindow*> open = window_.Dependents();
     for (ProgramWindow* each : open) Click(*static_cast<RangeEditorWindow*>(each), "cancel");
   }

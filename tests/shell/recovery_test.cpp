@@ -9,10 +9,10 @@
 #include "shell/comment_edit.h"
 #include "shell/map_window_widget.h"
 #include "shell/messages/box_messages.h"
+#include "shell/program.h"
 #include "shell/recovery/map_recovery.h"
 #include "shell/recovery/recovery_dialog.h"
-#include "shell/shell.h"
-#include "support/scripted_questions.h"
+#include "shell/scripted_surroundings.h"
 #include "support/temporary_folder.h"
 
 #include <QAbstractButton>
@@ -116,19 +116,13 @@ class ProgramRun {
  public:
   ProgramRun(const TemporaryFolder& folder, const RecoveryTiming::Time& now,
              FileSystem system = SystemFiles())
-      : workspace(boxes), shell(workspace, boxes) {
-    auto scripted = std::make_unique<ScriptedDialogs>();
-    dialogs = scripted.get();
-    shell.SetDialogs(std::move(scripted));
-    shell.beep = [] {};
-    shell.endProgram = [this] { ++ends; };
-    recovery = new MapRecovery(shell, folder.Path("own/recovery"), std::move(system));
+      : workspace(boxes), program(workspace, boxes, around) {
+    recovery = &program.KeepCopiesIn(folder.Path("own/recovery"), std::move(system));
     recovery->clock = [&now] { return now; };
-    shell.recoverMaps = [this] { return recovery->OfferCopies(); };
   }
   ~ProgramRun() {
     for (Map& map : workspace.maps) map.flags &= ~std::uint32_t{MapDirty};
-    while (!shell.OpenWindows().empty()) shell.OpenWindows().front()->TryClose();
+    while (!shell.Windows().All().empty()) shell.Windows().All().front()->TryClose();
     QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
   }
   ProgramRun(const ProgramRun&) = delete;
@@ -142,10 +136,12 @@ class ProgramRun {
 
   BoxMessages boxes;
   Workspace workspace;
-  Shell shell;
-  ScriptedDialogs* dialogs;
+  ScriptedSurroundings around;
+  Program program;
+  Shell& shell = program.TheShell();
+  ScriptedDialogs* dialogs = &around.dialogs;
   MapRecovery* recovery;
-  int ends = 0;
+  int& ends = around.ends;
 };
 
 class RecoveryShell : public testing::Test {
@@ -335,7 +331,7 @@ TEST_F(RecoveryShell, ItIsRemovedWhenTheMapIsSaved) {
   Edit(run, window.TheMap(), "one");
   Wait(run, seconds(15));
   ASSERT_EQ(Copies().size(), 1U);
-  run.shell.RunCommand(CommandSave, window);
+  run.shell.Commands().Run(CommandSave, window);
   EXPECT_TRUE(Copies().empty());
   EXPECT_TRUE(Holds(folder_.Read("site.map"), "# one"));
   Wait(run, seconds(600));
@@ -348,7 +344,7 @@ TEST_F(RecoveryShell, ItIsRemovedWhenTheMapIsSavedUnderAnotherName) {
   Edit(run, window.TheMap(), "one");
   Wait(run, seconds(15));
   run.dialogs->paths = {folder_.Path("other.map")};
-  run.shell.RunCommand(CommandSaveAs, window);
+  run.shell.Commands().Run(CommandSaveAs, window);
   EXPECT_TRUE(Copies().empty());
 }
 
@@ -361,7 +357,7 @@ TEST_F(RecoveryShell, ItStaysWhenASaveFails) {
   fs::create_directory(path_);
   // The folder in its place is not the file that was read, and can't be written over either.
   presser_.buttons = {QStringLiteral("Overwrite"), QStringLiteral("OK")};
-  run.shell.RunCommand(CommandSave, window);
+  run.shell.Commands().Run(CommandSave, window);
   EXPECT_EQ(Copies().size(), 1U);
 }
 
@@ -442,13 +438,13 @@ TEST_F(RecoveryShell, TheKeyOfExitEndsTheProgramAndKeepsCopiesAndPreferences) {
   LeaveCopy(path_, "one");
   ProgramRun run(folder_, now_);
   int preferences = 0;
-  run.shell.readPreferences = [&preferences] { return ++preferences, std::string(); };
-  run.shell.writePreferences = [&preferences] { ++preferences; };
+  run.shell.Keep(std::make_unique<ScriptedPreferences>(
+      [&preferences] { return ++preferences, std::string(); }, [&preferences] { ++preferences; }));
   presser_.buttons = {QStringLiteral("Ctrl+Q")};
-  run.shell.Start({path_});
+  run.program.Start({path_});
   EXPECT_EQ(run.ends, 1);
   EXPECT_EQ(preferences, 0);
-  EXPECT_TRUE(run.shell.OpenWindows().empty());
+  EXPECT_TRUE(run.shell.Windows().All().empty());
   EXPECT_EQ(Copies().size(), 1U);
 }
 
@@ -456,10 +452,10 @@ TEST_F(RecoveryShell, ARecoveredMapOpensWithItsChangesUnsaved) {
   LeaveCopy(path_, "one");
   ProgramRun run(folder_, now_);
   presser_.buttons = {QStringLiteral("Recover site.map|OK")};
-  run.shell.Start({});
+  run.program.Start({});
   EXPECT_EQ(presser_.titles, QStringList{QStringLiteral("Unsaved Maps")});
-  ASSERT_EQ(run.shell.OpenWindows().size(), 1U);
-  MapWindowWidget& window = *run.shell.OpenWindows()[0];
+  ASSERT_EQ(run.shell.Windows().All().size(), 1U);
+  MapWindowWidget& window = *run.shell.Windows().All()[0];
   Map& map = window.TheMap();
   EXPECT_EQ(map.fileName, path_);
   EXPECT_TRUE(window.isWindowModified());
@@ -469,7 +465,7 @@ TEST_F(RecoveryShell, ARecoveredMapOpensWithItsChangesUnsaved) {
   EXPECT_TRUE(run.dialogs->questions.empty());
   // The copy stays until the changes are in the file.
   EXPECT_EQ(Copies().size(), 1U);
-  run.shell.RunCommand(CommandSave, window);
+  run.shell.Commands().Run(CommandSave, window);
   EXPECT_TRUE(Copies().empty());
   EXPECT_TRUE(Holds(folder_.Read("site.map"), "# one"));
 }
@@ -479,19 +475,19 @@ TEST_F(RecoveryShell, AFileNamedAtTheStartIsFoundRecovered) {
   LeaveCopy(path_, "one");
   ProgramRun run(folder_, now_);
   presser_.buttons = {QStringLiteral("OK")};
-  run.shell.Start({path_, other});
-  ASSERT_EQ(run.shell.OpenWindows().size(), 2U);
-  EXPECT_EQ(run.shell.OpenWindows()[1]->TheMap().comments, std::vector<std::string>{"# one"});
+  run.program.Start({path_, other});
+  ASSERT_EQ(run.shell.Windows().All().size(), 2U);
+  EXPECT_EQ(run.shell.Windows().All()[1]->TheMap().comments, std::vector<std::string>{"# one"});
 }
 
 TEST_F(RecoveryShell, TheDefaultMapIsFoundRecoveredToo) {
   LeaveCopy(path_, "one");
   ProgramRun run(folder_, now_);
-  run.shell.readPreferences = [&] { return path_; };
+  run.shell.Keep(std::make_unique<ScriptedPreferences>([&] { return path_; }));
   presser_.buttons = {QStringLiteral("OK")};
-  run.shell.Start({});
-  ASSERT_EQ(run.shell.OpenWindows().size(), 1U);
-  EXPECT_EQ(run.shell.OpenWindows()[0]->TheMap().comments, std::vector<std::string>{"# one"});
+  run.program.Start({});
+  ASSERT_EQ(run.shell.Windows().All().size(), 1U);
+  EXPECT_EQ(run.shell.Windows().All()[0]->TheMap().comments, std::vector<std::string>{"# one"});
 }
 
 TEST_F(RecoveryShell, LaterKeepsTheCopyForTheStartAfter) {
@@ -499,14 +495,14 @@ TEST_F(RecoveryShell, LaterKeepsTheCopyForTheStartAfter) {
   for (int i = 0; i < 2; ++i) {
     ProgramRun run(folder_, now_);
     presser_.buttons = {i == 0 ? QStringLiteral("Later site.map|OK") : QString()};
-    run.shell.Start({path_});
-    ASSERT_EQ(run.shell.OpenWindows().size(), 1U);
-    EXPECT_TRUE(run.shell.OpenWindows()[0]->TheMap().comments.empty());
+    run.program.Start({path_});
+    ASSERT_EQ(run.shell.Windows().All().size(), 1U);
+    EXPECT_TRUE(run.shell.Windows().All()[0]->TheMap().comments.empty());
     // The user goes on working on the file itself.
-    Edit(run, run.shell.OpenWindows()[0]->TheMap(), "two");
+    Edit(run, run.shell.Windows().All()[0]->TheMap(), "two");
     Wait(run, seconds(15));
     EXPECT_EQ(Copies().size(), 2U);
-    run.shell.RunCommand(CommandSave, *run.shell.OpenWindows()[0]);
+    run.shell.Commands().Run(CommandSave, *run.shell.Windows().All()[0]);
     EXPECT_EQ(Copies().size(), 1U);
     fs::copy_file(folder_.Write("fresh.map", SiteText), path_,
                   fs::copy_options::overwrite_existing);
@@ -520,9 +516,9 @@ TEST_F(RecoveryShell, DiscardRemovesTheCopyAndNothingElse) {
   {
     ProgramRun run(folder_, now_);
     presser_.buttons = {QStringLiteral("Discard site.map|OK")};
-    run.shell.Start({path_});
+    run.program.Start({path_});
     EXPECT_TRUE(Copies().empty());
-    EXPECT_TRUE(run.shell.OpenWindows()[0]->TheMap().comments.empty());
+    EXPECT_TRUE(run.shell.Windows().All()[0]->TheMap().comments.empty());
   }
   EXPECT_EQ(folder_.Read("site.map"), SiteText);
   ProgramRun run(folder_, now_);
@@ -534,8 +530,8 @@ TEST_F(RecoveryShell, ARecoveredMapThatIsGivenUpIsNotOfferedAgain) {
   {
     ProgramRun run(folder_, now_);
     presser_.buttons = {QStringLiteral("OK"), QStringLiteral("Don't Save")};
-    run.shell.Start({});
-    EXPECT_TRUE(run.shell.OpenWindows()[0]->TryClose());
+    run.program.Start({});
+    EXPECT_TRUE(run.shell.Windows().All()[0]->TryClose());
     EXPECT_TRUE(Copies().empty());
   }
   ProgramRun run(folder_, now_);
@@ -555,16 +551,17 @@ TEST_F(RecoveryShell, ASecondProgramIsNotOfferedTheCopiesOfTheFirst) {
 TEST_F(RecoveryShell, AShellWithoutADirectoryKeepsNoCopies) {
   BoxMessages boxes;
   Workspace workspace(boxes);
-  Shell shell(workspace, boxes);
-  PlugRecovery(shell);
-  EXPECT_EQ(shell.recoverMaps, nullptr);
-  shell.ownDirectory = folder_.Path("own");
-  PlugRecovery(shell);
-  ASSERT_NE(shell.recoverMaps, nullptr);
-  EXPECT_TRUE(shell.recoverMaps()->empty());
+  ScriptedSurroundings around;
+  Program without(workspace, boxes, around, {});
+  EXPECT_EQ(without.TheShell().Kept().copies, nullptr);
+  Program with(workspace, boxes, around,
+               {.ownDirectory = folder_.Path("own"), .dialogDirectory = {}});
+  CopyKeeper* copies = with.TheShell().Kept().copies.get();
+  ASSERT_NE(copies, nullptr);
+  EXPECT_TRUE(copies->OfferCopies()->empty());
   LeaveCopy(path_, "one");
   presser_.buttons = {QStringLiteral("OK")};
-  EXPECT_EQ(shell.recoverMaps()->size(), 1U);
+  EXPECT_EQ(copies->OfferCopies()->size(), 1U);
 }
 
 // --- A file that has changed on the disk ------------------------------------------------------
@@ -584,7 +581,7 @@ class ChangedOnDisk : public RecoveryShell {
 TEST_F(ChangedOnDisk, ReturnSavesUnderAnotherName) {
   presser_.buttons = {QStringLiteral("Save As...")};
   run_.dialogs->paths = {folder_.Path("mine.map")};
-  run_.shell.RunCommand(CommandSave, window_);
+  run_.shell.Commands().Run(CommandSave, window_);
   EXPECT_EQ(presser_.titles, QStringList{QStringLiteral("File Has Changed")});
   EXPECT_EQ(folder_.Read("site.map"), Others);
   EXPECT_TRUE(Holds(folder_.Read("mine.map"), "# mine"));
@@ -594,7 +591,7 @@ TEST_F(ChangedOnDisk, ReturnSavesUnderAnotherName) {
 TEST_F(ChangedOnDisk, CancelAndEscapeLeaveAllAsItWas) {
   for (const char* button : {"Cancel", ""}) {
     presser_.buttons = {QString::fromLatin1(button)};
-    run_.shell.RunCommand(CommandSave, window_);
+    run_.shell.Commands().Run(CommandSave, window_);
     EXPECT_EQ(folder_.Read("site.map"), Others);
     EXPECT_TRUE(window_.isWindowModified());
   }
@@ -602,7 +599,7 @@ TEST_F(ChangedOnDisk, CancelAndEscapeLeaveAllAsItWas) {
 
 TEST_F(ChangedOnDisk, OverwriteReplacesIt) {
   presser_.buttons = {QStringLiteral("Overwrite")};
-  run_.shell.RunCommand(CommandSave, window_);
+  run_.shell.Commands().Run(CommandSave, window_);
   EXPECT_TRUE(Holds(folder_.Read("site.map"), "# mine"));
   EXPECT_FALSE(window_.isWindowModified());
 }
@@ -619,8 +616,8 @@ TEST_F(ChangedOnDisk, ARecoveredMapAsksBeforeItReplacesAFileOfAnotherDay) {
   folder_.Write("site.map", SiteText);
   ProgramRun next(folder_, now_);
   presser_.buttons = {QStringLiteral("OK"), QStringLiteral("Cancel")};
-  next.shell.Start({});
-  next.shell.RunCommand(CommandSave, *next.shell.OpenWindows()[0]);
+  next.program.Start({});
+  next.shell.Commands().Run(CommandSave, *next.shell.Windows().All()[0]);
   EXPECT_EQ(presser_.titles.back(), QStringLiteral("File Has Changed"));
   EXPECT_EQ(folder_.Read("site.map"), SiteText);
 }

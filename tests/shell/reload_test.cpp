@@ -99,7 +99,7 @@ TEST_F(ReloadTest, AReloadThatFailsKeepsTheSteps) {
 TEST_F(ReloadTest, AnImportedSubmapCountsAsAChange) {
   MapWindowWidget& window = OpenActive(WriteMap("site.map"));
   dialogs_->paths = {folder_.Write("more.map", "T\tLoop\tTrail\nG\tFar\tN1\tE10\n")};
-  shell_.RunCommand(CommandImportSubmap, window);
+  shell_.Commands().Run(CommandImportSubmap, window);
   messages_.answers = {1};
   Press(window, CommandReload);
   EXPECT_EQ(messages_.Questions().size(), 1U);
@@ -110,7 +110,7 @@ TEST_F(ReloadTest, WindowsOnMapsAboveAndBelowFollow) {
   WriteMap("base.map");
   MapWindowWidget& season =
       OpenActive(folder_.Write("season.map", "B\tbase.map\nT\tPde\tHuman\nP\tCamp\n"));
-  MapWindowWidget& base = shell_.OpenMapWindow(*season.TheMap().basis);
+  MapWindowWidget& base = shell_.Windows().Open(*season.TheMap().basis);
   WriteLater("base.map", "Valley");
   EXPECT_TRUE(ReloadMap(shell_, base.TheMap()));
   for (MapWindowWidget* window : {&season, &base}) {
@@ -138,9 +138,9 @@ TEST_F(ReloadTest, ANewMapHasNothingToReload) {
 TEST_F(ReloadTest, WithoutMemoryTheMapStaysAndTheProgramSaysSo) {
   MapWindowWidget& window = OpenActive(WriteMap("site.map"));
   WriteLater("site.map", "Valley");
-  shell_.clock = []() -> std::chrono::milliseconds { throw std::bad_alloc(); };
+  around_.clock = []() -> std::chrono::milliseconds { throw std::bad_alloc(); };
   Press(window, CommandReload);
-  shell_.clock = {};
+  around_.clock = {};
   EXPECT_EQ(FirstTrail(window.TheMap()), "Ridge");
   ASSERT_EQ(Texts().size(), 1U);
   EXPECT_NE(Texts()[0].find("not enough memory"), std::string::npos);

@@ -5,9 +5,9 @@
 #include "shell/map/map_view.h"
 #include "shell/map_window_widget.h"
 #include "shell/messages/box_messages.h"
-#include "shell/shell.h"
+#include "shell/program.h"
+#include "shell/scripted_surroundings.h"
 #include "shell/task_window.h"
-#include "support/scripted_questions.h"
 #include "support/temporary_folder.h"
 
 #include <QAction>
@@ -23,19 +23,14 @@ namespace orvane {
 /// A shell whose every question is answered as a test lays down.
 class ShellCase : public testing::Test {
  protected:
-  ShellCase() : workspace_(messages_), shell_(workspace_, boxes_) {
-    auto dialogs = std::make_unique<ScriptedDialogs>();
-    dialogs_ = dialogs.get();
-    shell_.SetDialogs(std::move(dialogs));
-    shell_.dialogDirectory = folder_.Path();
-    shell_.beep = [this] { ++beeps_; };
-    shell_.endProgram = [this] { ++ends_; };
+  ShellCase() : workspace_(messages_), program_(workspace_, boxes_, around_) {
+    shell_.TheSettings().dialogDirectory = folder_.Path();
   }
 
   ~ShellCase() override {
     messages_.answers.clear();
     for (Map& map : workspace_.maps) map.flags &= ~std::uint32_t{MapDirty};
-    while (!shell_.OpenWindows().empty()) shell_.OpenWindows().front()->TryClose();
+    while (!shell_.Windows().All().empty()) shell_.Windows().All().front()->TryClose();
     QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
   }
 
@@ -95,10 +90,12 @@ class ShellCase : public testing::Test {
   ScriptedMessages messages_;
   BoxMessages boxes_;
   Workspace workspace_;
-  Shell shell_;
-  ScriptedDialogs* dialogs_;
-  int beeps_ = 0;
-  int ends_ = 0;
+  ScriptedSurroundings around_;
+  Program program_;
+  Shell& shell_ = program_.TheShell();
+  ScriptedDialogs* dialogs_ = &around_.dialogs;
+  int& beeps_ = around_.beeps;
+  int& ends_ = around_.ends;
 };
 
 }  // namespace orvane

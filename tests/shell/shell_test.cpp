@@ -3,6 +3,8 @@
 #include "shell/map/map_view.h"
 #include "shell/map_window_widget.h"
 #include "shell/messages/box_messages.h"
+#include "shell/program.h"
+#include "shell/scripted_surroundings.h"
 
 #include <QApplication>
 #include <QDropEvent>
@@ -22,8 +24,7 @@ namespace {
 
 class ShellTest : public testing::Test {
  protected:
-  ShellTest() : workspace_(boxes_), shell_(workspace_, boxes_) {
-    shell_.endProgram = [] {};
+  ShellTest() : workspace_(boxes_), program_(workspace_, boxes_, around_) {
     closer_.setInterval(1);
     QObject::connect(&closer_, &QTimer::timeout, &closer_, [this] {
       if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
@@ -58,7 +59,9 @@ class ShellTest : public testing::Test {
   QTemporaryDir directory_;
   BoxMessages boxes_;
   Workspace workspace_;
-  Shell shell_;
+  ScriptedSurroundings around_;
+  Program program_;
+  Shell& shell_ = program_.TheShell();
   QTimer closer_;
   QStringList texts_;
   int windowsAtBox_ = -1;

@@ -20,40 +20,40 @@ class StartTest : public ShellCase {};
 TEST_F(StartTest, EachFileOpensInAWindowOfItsOwnAndTheDefaultMapDoesNot) {
   int read = 0;
   size_t windowsBefore = 0;
-  shell_.readPreferences = [&] {
+  shell_.Keep(std::make_unique<ScriptedPreferences>([&] {
     ++read;
-    windowsBefore = shell_.OpenWindows().size();
+    windowsBefore = shell_.Windows().All().size();
     return WriteMap("default.map");
-  };
-  shell_.Start({WriteMap("one.map"), WriteMap("two.map")});
-  ASSERT_EQ(shell_.OpenWindows().size(), 2U);
-  EXPECT_EQ(shell_.OpenWindows()[0]->TheMap().fileName, folder_.Path("two.map"));
-  EXPECT_EQ(shell_.OpenWindows()[1]->TheMap().fileName, folder_.Path("one.map"));
+  }));
+  program_.Start({WriteMap("one.map"), WriteMap("two.map")});
+  ASSERT_EQ(shell_.Windows().All().size(), 2U);
+  EXPECT_EQ(shell_.Windows().All()[0]->TheMap().fileName, folder_.Path("two.map"));
+  EXPECT_EQ(shell_.Windows().All()[1]->TheMap().fileName, folder_.Path("one.map"));
   EXPECT_EQ(read, 1);
   EXPECT_EQ(windowsBefore, 2U);  // the preferences are read after the files
   EXPECT_TRUE(dialogs_->questions.empty());
 }
 
 TEST_F(StartTest, WithoutAFileTheDefaultMapOpens) {
-  shell_.readPreferences = [&] { return WriteMap("default.map"); };
-  shell_.Start({});
-  ASSERT_EQ(shell_.OpenWindows().size(), 1U);
-  EXPECT_EQ(shell_.OpenWindows()[0]->TheMap().fileName, folder_.Path("default.map"));
+  shell_.Keep(std::make_unique<ScriptedPreferences>([&] { return WriteMap("default.map"); }));
+  program_.Start({});
+  ASSERT_EQ(shell_.Windows().All().size(), 1U);
+  EXPECT_EQ(shell_.Windows().All()[0]->TheMap().fileName, folder_.Path("default.map"));
   EXPECT_TRUE(dialogs_->questions.empty());
 }
 
 TEST_F(StartTest, WithNeitherAMapIsAskedFor) {
   dialogs_->paths = {WriteMap("asked.map")};
-  shell_.Start({});
+  program_.Start({});
   ASSERT_EQ(dialogs_->questions.size(), 1U);
   EXPECT_EQ(dialogs_->questions[0].title, "Open Map...");
-  ASSERT_EQ(shell_.OpenWindows().size(), 1U);
+  ASSERT_EQ(shell_.Windows().All().size(), 1U);
   EXPECT_EQ(ShownTaskWindow(), nullptr);
 }
 
 TEST_F(StartTest, WhoCancelsIsLeftWithTheWindowWithoutAMap) {
-  shell_.Start({});
-  EXPECT_TRUE(shell_.OpenWindows().empty());
+  program_.Start({});
+  EXPECT_TRUE(shell_.Windows().All().empty());
   TaskWindow* window = ShownTaskWindow();
   ASSERT_NE(window, nullptr);
   EXPECT_EQ(window->windowTitle(), QStringLiteral("Orvane"));
@@ -62,12 +62,12 @@ TEST_F(StartTest, WhoCancelsIsLeftWithTheWindowWithoutAMap) {
   EXPECT_TRUE(window->Commands().ActionOf(CommandNewMap).isEnabled());
   ASSERT_TRUE(QTest::qWaitForWindowActive(window));
   Press(*window, CommandNewMap);
-  EXPECT_EQ(shell_.OpenWindows().size(), 1U);
+  EXPECT_EQ(shell_.Windows().All().size(), 1U);
   EXPECT_EQ(ShownTaskWindow(), nullptr);
 }
 
 TEST_F(StartTest, WithoutAMapCutCopyAndPasteAreThereAndDoNothing) {
-  shell_.Start({});
+  program_.Start({});
   TaskWindow* window = ShownTaskWindow();
   ASSERT_NE(window, nullptr);
   for (const CommandId id : {CommandCut, CommandCopy, CommandPaste}) {
@@ -78,7 +78,7 @@ TEST_F(StartTest, WithoutAMapCutCopyAndPasteAreThereAndDoNothing) {
 }
 
 TEST_F(StartTest, WithoutAMapACommandThatBeepsLeavesNoMark) {
-  shell_.Start({});
+  program_.Start({});
   TaskWindow* window = ShownTaskWindow();
   ASSERT_NE(window, nullptr);
   int beeps = 0;
@@ -100,7 +100,7 @@ TEST_F(StartTest, WithoutAMapACommandThatBeepsLeavesNoMark) {
 }
 
 TEST_F(StartTest, AFileDroppedOnTheWindowWithoutAMapOpens) {
-  shell_.Start({});
+  program_.Start({});
   TaskWindow* window = ShownTaskWindow();
   ASSERT_NE(window, nullptr);
   QMimeData data;
@@ -110,19 +110,19 @@ TEST_F(StartTest, AFileDroppedOnTheWindowWithoutAMapOpens) {
   EXPECT_TRUE(enter.isAccepted());
   QDropEvent drop(QPointF(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
   QApplication::sendEvent(window, &drop);
-  EXPECT_TRUE(shell_.OpenWindows().empty());  // not before the drop is over
+  EXPECT_TRUE(shell_.Windows().All().empty());  // not before the drop is over
   QApplication::processEvents();
-  ASSERT_EQ(shell_.OpenWindows().size(), 1U);
+  ASSERT_EQ(shell_.Windows().All().size(), 1U);
   EXPECT_EQ(ShownTaskWindow(), nullptr);
 }
 
 TEST_F(StartTest, AMissingFileIsReportedAndOpensEmptyAndSavingMakesIt) {
-  shell_.Start({folder_.Path("new.map")});
+  program_.Start({folder_.Path("new.map")});
   EXPECT_EQ(Texts(), (std::vector<std::string>{"Can't open file " + folder_.Path("new.map")}));
-  ASSERT_EQ(shell_.OpenWindows().size(), 1U);
-  MapWindowWidget& window = *shell_.OpenWindows()[0];
+  ASSERT_EQ(shell_.Windows().All().size(), 1U);
+  MapWindowWidget& window = *shell_.Windows().All()[0];
   EXPECT_EQ(window.TheMap().flags & MapUntitled, 0U);
-  EXPECT_TRUE(shell_.RecentFiles().empty());
+  EXPECT_TRUE(shell_.Maps().Recent().empty());
   AddComment(shell_, window.TheMap());
   ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
   Press(window, CommandSave);
@@ -132,10 +132,10 @@ TEST_F(StartTest, AMissingFileIsReportedAndOpensEmptyAndSavingMakesIt) {
 TEST_F(StartTest, AFileUnderTwoNamesIsOneMap) {
   WriteMap("site.map");
   std::filesystem::create_directory(folder_.Path("sub"));
-  Map* first = shell_.ReadMap(folder_.Path("site.map"));
-  EXPECT_EQ(shell_.ReadMap(folder_.Path("sub/../site.map")), first);
+  Map* first = shell_.Maps().Read(folder_.Path("site.map"));
+  EXPECT_EQ(shell_.Maps().Read(folder_.Path("sub/../site.map")), first);
   WriteMap("other.map");
-  EXPECT_NE(shell_.ReadMap(folder_.Path("other.map")), first);
+  EXPECT_NE(shell_.Maps().Read(folder_.Path("other.map")), first);
 }
 
 class CloseTest : public ShellCase {
@@ -180,7 +180,7 @@ TEST_F(CloseTest, CancelKeepsTheWindow) {
   messages_.answers = {2};
   Press(window, CommandCloseMap);
   EXPECT_TRUE(window.isVisible());
-  EXPECT_EQ(shell_.OpenWindows().size(), 1U);
+  EXPECT_EQ(shell_.Windows().All().size(), 1U);
   EXPECT_EQ(messages_.Questions().at(0).text, "site.map has changed, do you want to save it?");
 }
 
@@ -189,10 +189,11 @@ TEST_F(CloseTest, DontSaveKeepsTheChangesInMemory) {
   Map* map = &window.TheMap();
   map->magneticDeviation = 7;
   Map* discarded = nullptr;
-  QObject::connect(&shell_, &Shell::changesDiscarded, [&](Map* each) { discarded = each; });
+  QObject::connect(&shell_.Maps(), &OpenMaps::changesDiscarded,
+                   [&](Map* each) { discarded = each; });
   messages_.answers = {3};
   Press(window, CommandCloseMap);
-  EXPECT_TRUE(shell_.OpenWindows().empty());
+  EXPECT_TRUE(shell_.Windows().All().empty());
   EXPECT_EQ(discarded, map);
   MapWindowWidget& again = OpenActive(folder_.Path("site.map"));
   EXPECT_EQ(&again.TheMap(), map);
@@ -205,7 +206,7 @@ TEST_F(CloseTest, SaveSavesAndCloses) {
   window.TheMap().comments.emplace_back("# kept");
   messages_.answers = {1};
   Press(window, CommandCloseMap);
-  EXPECT_TRUE(shell_.OpenWindows().empty());
+  EXPECT_TRUE(shell_.Windows().All().empty());
   EXPECT_NE(folder_.Read("site.map").find("# kept"), std::string::npos);
 }
 
@@ -213,9 +214,9 @@ TEST_F(CloseTest, TheFrameOfTheWindowAsksToo) {
   MapWindowWidget& window = OpenChanged("site.map");
   messages_.answers = {2, 3};
   EXPECT_FALSE(window.close());
-  EXPECT_EQ(shell_.OpenWindows().size(), 1U);
+  EXPECT_EQ(shell_.Windows().All().size(), 1U);
   EXPECT_TRUE(window.close());
-  EXPECT_TRUE(shell_.OpenWindows().empty());
+  EXPECT_TRUE(shell_.Windows().All().empty());
   EXPECT_EQ(messages_.Questions().size(), 2U);
 }
 
@@ -267,18 +268,18 @@ TEST_F(CloseTest, AWindowOfAnotherKindAnswersForItselfOrGetsABeep) {
   MapWindowWidget& window = OpenActive(WriteMap("site.map"));
   std::vector<WindowKind> closed;
   Dependent index(WindowKind::PointIndex, window, closed);
-  shell_.RunCommand(CommandFind, index);
+  shell_.Commands().Run(CommandFind, index);
   EXPECT_EQ(index.answered, CommandFind);
   EXPECT_TRUE(messages_.Questions().empty());
   for (const CommandId id : {CommandOpenBasis, CommandSetBasis, CommandCheckTrails, CommandSaveAs,
                              CommandSaveAsArcView, CommandZoomIn, CommandViewControl}) {
     beeps_ = 0;
-    shell_.RunCommand(id, index);
+    shell_.Commands().Run(id, index);
     EXPECT_EQ(beeps_, 1) << id;
   }
-  shell_.RunCommand(CommandCloseMap, index);
+  shell_.Commands().Run(CommandCloseMap, index);
   EXPECT_EQ(closed, (std::vector<WindowKind>{WindowKind::PointIndex}));
-  EXPECT_EQ(shell_.OpenWindows().size(), 1U);
+  EXPECT_EQ(shell_.Windows().All().size(), 1U);
 }
 
 /// A window of a kind that there is not.
@@ -308,10 +309,11 @@ TEST_F(ExitTest, WritesThePreferencesClosesAllAndEnds) {
   OpenActive(WriteMap("one.map"));
   MapWindowWidget& window = OpenActive(WriteMap("two.map"));
   size_t windowsWhenWritten = 0;
-  shell_.writePreferences = [&] { windowsWhenWritten = shell_.OpenWindows().size(); };
+  shell_.Keep(std::make_unique<ScriptedPreferences>(
+      nullptr, [&] { windowsWhenWritten = shell_.Windows().All().size(); }));
   Press(window, CommandExit);
   EXPECT_EQ(windowsWhenWritten, 2U);
-  EXPECT_TRUE(shell_.OpenWindows().empty());
+  EXPECT_TRUE(shell_.Windows().All().empty());
   EXPECT_EQ(ShownTaskWindow(), nullptr);
   EXPECT_EQ(ends_, 1);
 }
@@ -321,17 +323,17 @@ TEST_F(ExitTest, ARefusalStopsItWithThePreferencesWritten) {
   MapWindowWidget& changed = OpenChanged("two.map");
   OpenActive(WriteMap("three.map"));
   int written = 0;
-  shell_.writePreferences = [&] { ++written; };
+  shell_.Keep(std::make_unique<ScriptedPreferences>(nullptr, [&] { ++written; }));
   messages_.answers = {2};
   EXPECT_FALSE(shell_.ExitFlow());
   EXPECT_EQ(written, 1);
   EXPECT_EQ(ends_, 0);
-  ASSERT_EQ(shell_.OpenWindows().size(), 2U);  // the newest was closed already
-  EXPECT_EQ(shell_.OpenWindows()[0], &changed);
+  ASSERT_EQ(shell_.Windows().All().size(), 2U);  // the newest was closed already
+  EXPECT_EQ(shell_.Windows().All()[0], &changed);
 }
 
 TEST_F(ExitTest, ClosingTheWindowWithoutAMapIsExit) {
-  shell_.Start({});
+  program_.Start({});
   ASSERT_NE(ShownTaskWindow(), nullptr);
   ShownTaskWindow()->close();
   EXPECT_EQ(ends_, 1);

@@ -33,7 +33,7 @@ class TrailEditorWindowTest : public ShellCase {
   TrailEditorWindowTest() : window_(OpenActive(folder_.Write("site.map", TwoTrails))) {}
   /// Closes without a question what a test has left open.
   ~TrailEditorWindowTest() override {
-    if (shell_.OpenWindows().empty()) return;
+    if (shell_.Windows().All().empty()) return;
     for (TrailEditorWindow* editor : All()) Cancel(*editor);
   }
 
@@ -228,7 +228,7 @@ TEST_F(TrailEditorWindowTest, ADoubleClickOpensTheRowClickedAndRaisesAnOpenEdito
   QTest::mouseDClick(Pane().viewport(), Qt::LeftButton, Qt::NoModifier, at);
   EXPECT_EQ(All().size(), 1U);
   // Also from another window on the map.
-  MapWindowWidget& other = shell_.OpenMapWindow(TheMap());
+  MapWindowWidget& other = shell_.Windows().Open(TheMap());
   OpenTrailEditor(shell_, other, *FindTrailRow(other.View().Shown(), *Find("Path")));
   EXPECT_EQ(All().size(), 1U);
   EXPECT_TRUE(other.Dependents().empty());

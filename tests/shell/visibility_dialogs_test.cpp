@@ -56,7 +56,7 @@ class VisibilityDialogs : public ShellCase {
       look(*dialog);
       if (dialog->isVisible()) dialog->reject();
     });
-    shell_.RunCommand(CommandViewControl, window_);
+    shell_.Commands().Run(CommandViewControl, window_);
     EXPECT_TRUE(shown);
   }
   void InTrails(const std::function<void(TrailVisibilityDialog&)>& look) {
@@ -172,10 +172,10 @@ TEST_F(VisibilityDialogs, OverlapsHaveTheirOwnPatternsAndNoLevels) {
 
 TEST_F(VisibilityDialogs, WithoutASelectedRangeThereIsAMessageAndOnTheMapABeep) {
   window_.Panes().Ranges().Rows().setFocus();
-  shell_.RunCommand(CommandViewControl, window_);
+  shell_.Commands().Run(CommandViewControl, window_);
   EXPECT_EQ(messages_.Entries().back().text, "Select a range first");
   window_.View().setFocus();
-  shell_.RunCommand(CommandViewControl, window_);
+  shell_.Commands().Run(CommandViewControl, window_);
   EXPECT_EQ(beeps_, 1);
 }
 

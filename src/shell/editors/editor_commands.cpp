@@ -30,7 +30,7 @@ Editors::Editors(Shell& shell) : QObject(&shell), shell_(shell) {}
 
 template <typename Window, typename Wanted>
 Window* Editors::Find(Wanted wanted) const {
-  for (const MapWindowWidget* window : shell_.OpenWindows()) {
+  for (const MapWindowWidget* window : shell_.Windows().All()) {
     for (ProgramWindow* each : window->Dependents()) {
       auto* editor = dynamic_cast<Window*>(each);
       if (editor != nullptr && editor->Editor().Edited() == wanted) return editor;
@@ -75,9 +75,18 @@ void OpenRangeEditor(Shell& shell, MapWindowWidget& window, RangePanelRow& row) 
 
 void PlugEditors(Shell& shell) {
   new Editors(shell);  // the shell frees it
-  shell.PlugOnMap(CommandAdd, [&shell](MapWindowWidget& window) { AddOfFocus(shell, window); });
+  QObject::connect(&shell.Windows(), &MapWindows::trailEditRequested, &shell,
+                   [&shell](MapWindowWidget* window, const TrailPanelRow* row) {
+                     shell.Guard().Run([&] { OpenTrailEditor(shell, *window, *row); });
+                   });
+  QObject::connect(&shell.Windows(), &MapWindows::rangeEditRequested, &shell,
+                   [&shell](MapWindowWidget* window, RangePanelRow* row) {
+                     shell.Guard().Run([&] { OpenRangeEditor(shell, *window, *row); });
+                   });
+  shell.Commands().PlugOnMap(CommandAdd,
+                             [&shell](MapWindowWidget& window) { AddOfFocus(shell, window); });
   // Only the window of a trail editor starts it.
-  shell.Plug(CommandGraphicalInput, [&shell](ProgramWindow&) { shell.Beep(); });
+  shell.Commands().Plug(CommandGraphicalInput, [&shell](ProgramWindow&) { shell.Beep(); });
 }
 
 }  // namespace orvane

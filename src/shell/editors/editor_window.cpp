@@ -5,7 +5,6 @@
 #include "shell/editors/cell_table_view.h"
 #include "shell/list_menus.h"
 #include "shell/map_window_widget.h"
-#include "shell/out_of_memory.h"
 #include "shell/shell.h"
 
 #include <QCloseEvent>
@@ -58,7 +57,7 @@ EditorWindow::EditorWindow(Shell& shell, MapWindowWidget& mapWindow, WindowKind 
   // A map window may be deleted without being closed.
   connect(&mapWindow, &QObject::destroyed, this, &QObject::deleteLater);
   connect(commands_, &CommandMenu::picked, this, [this](int id) {
-    shell_.RunCommand(id, *this);
+    shell_.Commands().Run(id, *this);
     Refresh();  // a command that did nothing has still toggled its check mark
   });
   PlugListMenus(shell_, *commands_);
@@ -211,7 +210,7 @@ void EditorWindow::Refresh() {
                                                      .isReadOnly = model_->IsReadOnly(),
                                                      .takesClicks = TakesClicks()});
   menu.At(CommandFullScreen).checked = isFullScreen();
-  commands_->Show(menu, [this](CommandId id) { return shell_.IsPlugged(id); });
+  commands_->Show(menu, [this](CommandId id) { return shell_.Commands().IsPlugged(id); });
 }
 
 void EditorWindow::changeEvent(QEvent* event) {
@@ -230,7 +229,7 @@ void EditorWindow::BringToFront() {
 // --- Closing ------------------------------------------------------------------------------------
 
 void EditorWindow::Ok() {
-  RunWithinMemory(shell_, [this] {
+  shell_.Guard().Run([this] {
     if (cells_->Commit() && Save() == SaveOutcome::Closes) {
       Close();
     } else {
@@ -251,7 +250,7 @@ bool EditorWindow::TryClose() {
 
 void EditorWindow::closeEvent(QCloseEvent* event) {
   if (!mayClose_) {
-    RunWithinMemory(shell_, [this] {
+    shell_.Guard().Run([this] {
       BringToFront();  // several editors may ask, one after the other
       mayClose_ = RequestClose() == SaveOutcome::Closes;
     });

@@ -10,7 +10,7 @@
 namespace orvane {
 
 void ShowImported(Shell& shell, Map& map, bool wasEmpty, const std::string& sentence) {
-  for (MapWindowWidget* window : shell.OpenWindows()) {
+  for (MapWindowWidget* window : shell.Windows().All()) {
     if (!wasEmpty || &window->TheMap() != &map) continue;
     FitToMap(window->Shown());
     window->View().RequestRepaint();

@@ -4,7 +4,6 @@
 #include "model/workspace.h"
 #include "paint/display_text.h"
 #include "shell/entry/after_import.h"
-#include "shell/out_of_memory.h"
 #include "shell/progress/busy_work.h"
 #include "shell/shell.h"
 #include "shell/window_keys.h"
@@ -134,8 +133,8 @@ void GisTrailWindow::Take(bool all) {
   const GisTrailFields typed = ReadFields();
   GisField bad = GisField::None;
   bool taken = false;
-  RunWithinMemory(shell_, [&] {
-    const BusyWork busy(shell_.TheWorkspace(), shell_.Boxes(), tr("Taking tracks"), shell_.clock);
+  shell_.Guard().Run([&] {
+    const BusyWork busy(shell_.TheWorkspace(), shell_.Boxes(), tr("Taking tracks"), shell_.Clock());
     taken = shell_.History().Apply(TrackEdit(import_, typed, all, bad));
   });
   if (taken) {

@@ -1,7 +1,6 @@
 #include "shell/files/dropped_files.h"
 
 #include "shell/files/local_files.h"
-#include "shell/out_of_memory.h"
 #include "shell/shell.h"
 
 #include <QDragEnterEvent>
@@ -20,7 +19,7 @@ void OpenDroppedFiles(Shell& shell, QDropEvent& event) {
   event.acceptProposedAction();
   const auto open = [&shell, files = LocalFilesOf(*event.mimeData())] {
     for (const std::string& file : files) {
-      RunWithinMemory(shell, [&] { shell.OpenFile(file); });
+      shell.Guard().Run([&] { shell.OpenFile(file); });
     }
   };
   QMetaObject::invokeMethod(&shell, open, Qt::QueuedConnection);

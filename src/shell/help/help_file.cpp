@@ -34,12 +34,14 @@ std::vector<std::string> HelpFilePlaces(const std::string& ownDirectory,
 
 std::optional<std::string> FindHelpFile(Shell& shell, const std::string& programDirectory,
                                         FileSpecification& file) {
-  for (const std::string& place : HelpFilePlaces(shell.ownDirectory, programDirectory)) {
+  for (const std::string& place :
+       HelpFilePlaces(shell.TheSettings().ownDirectory, programDirectory)) {
     if (LookAtHelpFile(place) == HelpFileState::Good) return place;
   }
   Messages& messages = shell.TheWorkspace().messages;
   while (true) {
-    PrepareSpecification(file, shell.Files().maps, {"", shell.dialogDirectory}, "qch");
+    PrepareSpecification(file, shell.Maps().Files().maps, {"", shell.TheSettings().dialogDirectory},
+                         "qch");
     if (file.name.empty()) file.name = HelpFileName;
     switch (shell.Dialogs().AskOpen("Please Find and Open help file...", file)) {
       case FileAnswer::Failed:

@@ -247,7 +247,7 @@ namespace {
 
 /// Brings a map with the origin's point to the front and shows the point there.
 bool ShowPointOnMap(Shell& shell, const MessageOrigin& origin) {
-  for (MapWindowWidget* window : shell.OpenWindows()) {
+  for (MapWindowWidget* window : shell.Windows().All()) {
     const Map& map = window->TheMap();
     const Map* level = &map;
     while (level != nullptr && level->fileName != origin.file) level = level->basis;
@@ -277,8 +277,9 @@ void PlugMessagesWindow(Shell& shell) {
     }
     (*window)->ShowRow(row);
   };
-  shell.Plug(CommandMessages,
-             [&shell, show](ProgramWindow&) { show(shell.Boxes().Log().rowCount() - 1); });
+  shell.Commands().Plug(CommandMessages, [&shell, show](ProgramWindow&) {
+    show(shell.Boxes().Log().rowCount() - 1);
+  });
   shell.Boxes().showInWindow = show;
   const QPointer<ShownNotes> notes(new ShownNotes(shell));
   shell.Boxes().showNote = [notes](size_t number, const QString& text) {

@@ -17,7 +17,7 @@ MapWindowWidget* WindowInUse(const Shell& shell) {
   for (QWidget* each = QApplication::activeWindow(); each != nullptr; each = each->parentWidget()) {
     if (auto* window = qobject_cast<MapWindowWidget*>(each)) return window;
   }
-  return shell.OpenWindows().empty() ? nullptr : shell.OpenWindows().front();
+  return shell.Windows().All().empty() ? nullptr : shell.Windows().All().front();
 }
 
 }  // namespace

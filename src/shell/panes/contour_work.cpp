@@ -1,6 +1,5 @@
 #include "shell/panes/contour_work.h"
 
-#include "shell/out_of_memory.h"
 #include "shell/progress/busy_work.h"
 #include "shell/shell.h"
 
@@ -9,8 +8,9 @@
 namespace orvane {
 
 void RunContourWork(Shell& shell, const std::function<void(const ContourProgress&)>& work) {
-  RunWithinMemory(shell, [&] {
-    BusyWork busy(shell.TheWorkspace(), shell.Boxes(), Shell::tr("Drawing contours"), shell.clock);
+  shell.Guard().Run([&] {
+    BusyWork busy(shell.TheWorkspace(), shell.Boxes(), Shell::tr("Drawing contours"),
+                  shell.Clock());
     work([&](const char* stage, int percent) {
       if (stage == nullptr) return true;
       std::printf("Contour: %s %d%%        \r", stage, percent);

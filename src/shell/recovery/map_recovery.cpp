@@ -21,8 +21,6 @@
 namespace orvane {
 namespace {
 
-constexpr auto FolderName = "recovery";
-
 RecoveryTiming::Time SteadyTime() {
   const auto now = std::chrono::steady_clock::now().time_since_epoch();
   return std::chrono::duration_cast<RecoveryTiming::Time>(now);
@@ -49,7 +47,7 @@ bool IsInput(QEvent::Type type) {
 
 /// \return how many open windows show a map, or a map that rests on it
 long WindowsOn(const Shell& shell, const Map& map) {
-  const auto& windows = shell.OpenWindows();
+  const auto& windows = shell.Windows().All();
   return std::count_if(windows.begin(), windows.end(), [&](const MapWindowWidget* window) {
     return RestsOn(window->TheMap(), map);
   });
@@ -58,15 +56,16 @@ long WindowsOn(const Shell& shell, const Map& map) {
 }  // namespace
 
 MapRecovery::MapRecovery(Shell& shell, const std::string& directory, FileSystem system)
-    : QObject(&shell), clock(SteadyTime), shell_(shell), folder_(directory, std::move(system)) {
+    : clock(SteadyTime), shell_(shell), folder_(directory, std::move(system)) {
   timer_.setSingleShot(true);
   connect(&timer_, &QTimer::timeout, this, &MapRecovery::WriteWhatIsDue);
-  connect(&shell, &Shell::mapEdited, this, [this](const Map* map) { NoteEdited(*map); });
-  connect(&shell, &Shell::mapDirtyChanged, this, [this](Map* map) {
+  connect(&shell.Maps(), &OpenMaps::mapEdited, this, [this](const Map* map) { NoteEdited(*map); });
+  connect(&shell.Maps(), &OpenMaps::mapDirtyChanged, this, [this](Map* map) {
     if (!IsDirty(*map)) Settle(*map);
   });
-  connect(&shell, &Shell::changesDiscarded, this, [this](Map* map) { NoteDiscarded(*map); });
-  connect(&shell, &Shell::windowsChanged, this, &MapRecovery::NoteWindows);
+  connect(&shell.Maps(), &OpenMaps::changesDiscarded, this,
+          [this](Map* map) { NoteDiscarded(*map); });
+  connect(&shell.Windows(), &MapWindows::windowsChanged, this, &MapRecovery::NoteWindows);
   QCoreApplication::instance()->installEventFilter(this);
 }
 
@@ -114,7 +113,7 @@ void MapRecovery::NoteDiscarded(const Map& map) {
 
 void MapRecovery::NoteWindows() {
   // A map that was closed without saving is still in memory and may come back with its changes.
-  for (const MapWindowWidget* window : shell_.OpenWindows()) {
+  for (const MapWindowWidget* window : shell_.Windows().All()) {
     for (const Map* each = &window->TheMap(); each != nullptr; each = each->basis) {
       const auto kept = kept_.find(each);
       const bool unkept = kept == kept_.end() || kept->second.slot.empty();
@@ -214,14 +213,6 @@ void MapRecovery::Schedule() {
 bool MapRecovery::eventFilter(QObject* /*watched*/, QEvent* event) {
   if (timer_.isActive() && IsInput(event->type())) lastInput_ = clock();
   return false;
-}
-
-void PlugRecovery(Shell& shell) {
-  if (shell.ownDirectory.empty()) return;
-  // The shell deletes it.
-  auto* recovery = new MapRecovery(shell, JoinPath(shell.ownDirectory, FolderName));
-  shell.recoverMaps = [recovery] { return recovery->OfferCopies(); };
-  shell.writeCopies = [recovery] { recovery->WriteAll(); };
 }
 
 }  // namespace orvane

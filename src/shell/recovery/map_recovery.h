@@ -4,6 +4,7 @@
 #include "base/files.h"
 #include "commands/recovery_timing.h"
 #include "mapfile/recovery_folder.h"
+#include "shell/keepers.h"
 
 #include <QObject>
 #include <QTimer>
@@ -25,25 +26,20 @@ struct Map;
 ///
 /// Nothing is written while a file is read, a dialog is open or a mouse button is held, because the
 /// map may be in the middle of a change. The user's files are never touched.
-class MapRecovery final : public QObject {
+class MapRecovery final : public QObject, public CopyKeeper {
   Q_OBJECT
 
  public:
-  /// \param shell   owns this from now on
+  /// \param shell   must outlive this
   /// \param system  writes the copies; tests make its calls fail
   MapRecovery(Shell& shell, const std::string& directory, FileSystem system = SystemFiles());
   ~MapRecovery() override;
 
-  /// If earlier runs left copies, asks what to do with them.
-  /// \return the recovered maps, which have no windows yet; nothing if the user wants to end the
-  ///         program, and all copies are kept
-  std::optional<std::vector<Map*>> OfferCopies();
+  std::optional<std::vector<Map*>> OfferCopies() override;
+  void WriteAll() override;
 
   /// Writes each copy that is due.
   void WriteWhatIsDue();
-  /// Writes a copy of each map with changes that no copy holds yet, due or not: the program is about
-  /// to end, or memory has run out. Skips what can't be written.
-  void WriteAll();
 
   bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -75,8 +71,5 @@ class MapRecovery final : public QObject {
   std::optional<RecoveryTiming::Time> lastInput_;
   bool failureTold_ = false;  ///< a message was shown since the last copy was written
 };
-
-/// Keeps recovery copies for a shell that has a directory of its own.
-void PlugRecovery(Shell& shell);
 
 }  // namespace orvane

@@ -1,0 +1,135 @@
+#include "shell/open_maps.h"
+
+#include "base/file_identity.h"
+#include "base/file_names.h"
+#include "base/files.h"
+#include "base/messages.h"
+#include "commands/recent_files.h"
+#include "mapfile/open_map.h"
+#include "paint/display_text.h"
+#include "shell/files/local_files.h"
+#include "shell/map_windows.h"
+#include "shell/progress/busy_work.h"
+#include "shell/settings.h"
+#include "shell/surroundings.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <system_error>
+
+namespace orvane {
+namespace {
+
+/// The file with the recent maps, in the program's own directory.
+constexpr auto RecentFilesName = "Orvane.recent";
+
+}  // namespace
+
+OpenMaps::OpenMaps(Workspace& workspace, BoxMessages& boxes, Surroundings& surroundings,
+                   const Settings& settings, MapWindows& windows)
+    : workspace_(workspace),
+      boxes_(boxes),
+      surroundings_(surroundings),
+      settings_(settings),
+      windows_(windows),
+      history_(workspace) {
+  history_.Listen([this](const EditNews& news) { Follow(news); });
+}
+
+Map* OpenMaps::Read(const std::string& path) {
+  const QString name = DisplayText(BaseName(path));
+  const BusyWork busy(workspace_, boxes_, tr("Opening %1").arg(name),
+                      [this] { return surroundings_.Now(); });
+  bool readable = false;
+  Map* map = OpenMapUnlessCanceled(workspace_, NameOf(path), &readable);
+  if (map != nullptr && readable) NoteRecent(path);
+  // Reading can extend trails of an open basis.
+  windows_.RequestRepaint();
+  return map;
+}
+
+Map& OpenMaps::New() {
+  Map& map = MakeMap(workspace_, "Untitled");
+  map.flags |= MapUntitled;
+  return map;
+}
+
+std::string OpenMaps::NameOf(const std::string& path) const {
+  // A file and a link to it must not become two maps: the one saved later would undo the other.
+  for (const Map& map : workspace_.maps) {
+    if (map.fileName != path && (map.flags & MapUntitled) == 0 && IsSameFile(map.fileName, path)) {
+      return map.fileName;
+    }
+  }
+  return path;
+}
+
+void OpenMaps::ReadRecent() {
+  if (settings_.ownDirectory.empty()) return;
+  const auto text = ReadWholeFile(JoinPath(settings_.ownDirectory, RecentFilesName));
+  if (text) recent_ = ParseRecentFiles(*text);
+}
+
+void OpenMaps::NoteRecent(const std::string& path) {
+  AddRecentFile(recent_, WholePath(path));
+  WriteRecent();
+}
+
+void OpenMaps::WriteRecent() const {
+  // Failing to write this list is not worth a message.
+  if (!settings_.ownDirectory.empty()) {
+    WriteFileAtomically(JoinPath(settings_.ownDirectory, RecentFilesName),
+                        RecentFilesText(recent_));
+  }
+}
+
+bool OpenMaps::AskForRecent(const std::string& path) {
+  std::error_code error;
+  const bool isOpen = FindOpenMap(workspace_, NameOf(path)) != nullptr;
+  if (isOpen || std::filesystem::exists(path, error)) return true;
+  const int answer = AskUser(workspace_.messages, "Recent Maps", "Remove", "Keep", "",
+                             "%s is not there any more. Remove it from the list?", {path});
+  if (answer != 1) return false;
+  recent_.erase(std::remove(recent_.begin(), recent_.end(), path), recent_.end());
+  WriteRecent();
+  return false;
+}
+
+void OpenMaps::Follow(const EditNews& news) {
+  windows_.FollowEdit(news);
+  TellDirty(*news.map);
+  std::vector<Map*> maps = news.delta->Maps();
+  if (!news.delta->Touches(*news.map)) maps.push_back(news.map);
+  for (const Map* map : maps) Q_EMIT mapEdited(map);
+}
+
+void OpenMaps::TellDirty(Map& map) {
+  windows_.ShowDirty();
+  Q_EMIT mapDirtyChanged(&map);
+}
+
+void OpenMaps::NoteReread(Map& map, bool wasDirty) {
+  if (wasDirty) TellDirty(map);
+  Q_EMIT mapReread(&map);
+}
+
+SaveContext OpenMaps::Saving() {
+  return {.dialogs = surroundings_.Dialogs(),
+          .files = files_,
+          .defaultDirectory = settings_.dialogDirectory,
+          .saved =
+              [this](Map& map) {
+                history_.NoteSaved(map);
+                TellDirty(map);
+              },
+          .renamed = [this](Map& /*map*/) { windows_.ShowTitles(); },
+          .written =
+              [this](Map& map, const std::string& path) {
+                NoteRecent(path);
+                // A map that had no file until now can be reloaded.
+                windows_.RefreshMarksOn(map);
+                Q_EMIT mapSaved(&map, LocalFileName(path));
+              }};
+}
+
+}  // namespace orvane

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "shell/files/qt_file_dialogs.h"
+
+#include <chrono>
+
+namespace orvane {
+
+/// What the program needs of the desktop beside its windows. Tests have their own.
+class Surroundings {
+ public:
+  virtual ~Surroundings() = default;
+
+  /// The sound for a command that makes no sense.
+  virtual void Beep() = 0;
+  /// Ends the program, once the present event is handled.
+  virtual void EndProgram() = 0;
+  /// The time since any fixed moment, for long work.
+  virtual std::chrono::milliseconds Now() = 0;
+  /// The boxes that ask for a file.
+  virtual FileDialogs& Dialogs() = 0;
+};
+
+/// Those of the running program.
+class DesktopSurroundings final : public Surroundings {
+ public:
+  void Beep() override;
+  void EndProgram() override;
+  std::chrono::milliseconds Now() override;
+  FileDialogs& Dialogs() override { return dialogs_; }
+
+ private:
+  QtFileDialogs dialogs_;
+};
+
+}  // namespace orvane

@@ -1,0 +1,64 @@
+#pragma once
+
+#include "shell/keepers.h"
+#include "shell/surroundings.h"
+#include "support/scripted_questions.h"
+
+#include <chrono>
+#include <functional>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace orvane {
+
+/// Surroundings that count what is asked of them.
+class ScriptedSurroundings final : public Surroundings {
+ public:
+  void Beep() override { ++beeps; }
+  void EndProgram() override {
+    ++ends;
+    if (ended) ended();
+  }
+  std::chrono::milliseconds Now() override { return clock ? clock() : desktop_.Now(); }
+  FileDialogs& Dialogs() override { return otherDialogs == nullptr ? dialogs : *otherDialogs; }
+
+  int beeps = 0;
+  int ends = 0;
+  std::function<void()> ended;                       ///< called at each end
+  std::function<std::chrono::milliseconds()> clock;  ///< that of the machine if empty
+  ScriptedDialogs dialogs;
+  FileDialogs* otherDialogs = nullptr;  ///< used in place of `dialogs`
+
+ private:
+  DesktopSurroundings desktop_;
+};
+
+/// Preferences that a test holds.
+class ScriptedPreferences final : public PreferencesKeeper {
+ public:
+  explicit ScriptedPreferences(std::function<std::string()> read, std::function<void()> write = {})
+      : read_(std::move(read)), write_(std::move(write)) {}
+  std::string Read() override { return read_ ? read_() : std::string(); }
+  void Write() override {
+    if (write_) write_();
+  }
+
+ private:
+  std::function<std::string()> read_;
+  std::function<void()> write_;
+};
+
+/// Recovery copies that a test only hears of.
+class ScriptedCopies final : public CopyKeeper {
+ public:
+  explicit ScriptedCopies(std::function<void()> write) : write_(std::move(write)) {}
+  std::optional<std::vector<Map*>> OfferCopies() override { return std::vector<Map*>(); }
+  void WriteAll() override { write_(); }
+
+ private:
+  std::function<void()> write_;
+};
+
+}  // namespace orvane
