@@ -16,6 +16,8 @@ constexpr double PointsPerInch = 72;
 /// A glyph may be blurred over its outline, and start between two pixels.
 constexpr double InkMargin = 1;
 
+constexpr size_t FirstBeyondAscii = 0x80;
+
 /// Widths kept of shaped texts before the table is emptied, so that it stays small.
 constexpr size_t MostShapedWidths = 50000;
 
@@ -85,6 +87,7 @@ CanvasFonts::Face CanvasFonts::MakeFace(double pixels, TextOutput output) {
   if (!face.raw.advancesForGlyphIndexes(face.glyphs.data(), advances.data(), 256)) return face;
   for (size_t i = 0; i < 256; ++i) {
     face.simple[i] = face.glyphs[i] != 0 && !IsSoftHyphen(static_cast<int>(i));
+    face.plain[i] = face.simple[i] && i < FirstBeyondAscii;
     face.advances[i] = advances[i].x();
     if (IsControl(static_cast<int>(i))) face.glyphs[i] = 0;
     const QRectF bounds = face.raw.boundingRect(face.glyphs[i]);
@@ -116,9 +119,9 @@ int CanvasFonts::LineHeight(CanvasFont font) const {
 std::optional<std::string_view> CanvasFonts::SimpleText(const Face& face,
                                                         std::string_view text) const {
   const auto isSimple = [&face](char c) { return face.simple[static_cast<unsigned char>(c)]; };
-  const auto isAscii = [](char c) { return static_cast<unsigned char>(c) < 0x80; };
-  const auto isSimpleAscii = [&](char c) { return isAscii(c) && isSimple(c); };
-  if (std::all_of(text.begin(), text.end(), isSimpleAscii)) return text;
+  const auto isPlain = [&face](char c) { return face.plain[static_cast<unsigned char>(c)]; };
+  if (std::all_of(text.begin(), text.end(), isPlain)) return text;
+  const auto isAscii = [](char c) { return static_cast<unsigned char>(c) < FirstBeyondAscii; };
   std::string_view latin = text;
   if (!std::all_of(text.begin(), text.end(), isAscii)) {
     const QString decoded = DisplayText(text);

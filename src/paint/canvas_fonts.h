@@ -88,6 +88,7 @@ class CanvasFonts {
     std::array<double, 256> advances{};                 ///< pixels, by Latin-1 character
     std::array<Ink, 256> inks{};                        ///< by Latin-1 character
     std::array<bool, 256> simple{};                     ///< the three above hold for this character
+    std::array<bool, 256> plain{};                      ///< simple, and ASCII
     std::unordered_map<std::string, int> shapedWidths;  ///< of texts beyond the table
   };
 

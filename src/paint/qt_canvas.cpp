@@ -113,13 +113,17 @@ QPen QtCanvas::MakePainterPen(Tools tools) const {
 
 void QtCanvas::UseTools(Tools tools) {
   if (tools_ == tools) return;
+  // Glyphs take only the colour of a pen, so names and marks of one colour share that of the marks.
+  if (tools == Tools::Text && fillsDirectly_ && penColor_ == foreColor_) return;
   tools_ = tools;
   if (tools == Tools::Text) {
+    penColor_ = foreColor_;
     if (textPenColor_ != foreColor_) textPen_ = QPen(PaintColor(foreColor_));
     textPenColor_ = foreColor_;
     painter_.setPen(textPen_);
     return;
   }
+  penColor_ = HasOutline() ? std::optional(pen_.color) : std::nullopt;
   painter_.setPen(HasOutline() ? PainterPen(tools) : QPen(Qt::NoPen));
   if (tools == Tools::Area) {
     painter_.setBrush(brush_.solid ? QBrush(PaintColor(brush_.color)) : QBrush(Qt::NoBrush));

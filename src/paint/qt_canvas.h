@@ -89,6 +89,7 @@ class QtCanvas final : public Canvas {
   PixelRect clip_;
   std::optional<PixelRect> painterClip_;  ///< what the painter clips to at the moment
   Tools tools_ = Tools::None;
+  std::optional<Color> penColor_;  ///< of the painter's pen; none if it does not draw
   // The last pens that were made, since making one takes as long as drawing a small mark.
   std::optional<Pen> madeFrom_;
   Tools madeFor_ = Tools::None;

@@ -18,6 +18,7 @@ inline bool BoxesOverlap(const PixelRect& a, const PixelRect& b) {
 class LabelBoxes {
  public:
   void Add(const PixelRect& box);
+  bool IsEmpty() const { return entries_.empty(); }
   /// True if `box` overlaps a kept one.
   bool Hits(const PixelRect& box) const;
 

@@ -277,7 +277,7 @@ PlacedLabel PlaceLabel(const MapWindow& view, Point& point, const LabelSite& sit
   const std::uint32_t visited = VisitedBit(view);
   if ((point.flags & visited) != 0) return {LabelResult::PlacedEarlier, {}};
   const LabelPlace place(view, point, site);
-  const bool mayHit = point.markShape != PointMarkNone;
+  const bool mayHit = point.markShape != PointMarkNone || boxes.IsEmpty();
   // What hits without any width hits with one; most labels of a dense map end here.
   if (!mayHit && boxes.Hits(LabelBox(view, place.LeftEnd()))) return {LabelResult::Refused, {}};
   const LabelSpot spot = place.Spot();

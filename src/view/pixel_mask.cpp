@@ -16,56 +16,57 @@ bool IsEmpty(const PixelRect& rect) { return rect.left >= rect.right || rect.top
 
 PixelMask::PixelMask(const PixelRect& area)
     : area_(area),
-      wordsOfRow_((std::max(0, area.right - area.left) + WordBits - 1) / WordBits),
-      words_(static_cast<size_t>(wordsOfRow_) *
-             static_cast<size_t>(std::max(0, area.bottom - area.top))) {}
+      height_(static_cast<size_t>(std::max(0, area.bottom - area.top))),
+      words_(static_cast<size_t>((std::max(0, area.right - area.left) + WordBits - 1) / WordBits) *
+             height_) {}
 
 template <typename Visit>
-bool PixelMask::VisitWords(const PixelRect& rect, Visit visit) const {
+bool PixelMask::VisitColumns(const PixelRect& rect, Visit visit) const {
   const PixelRect common = CommonRect(rect, area_);
   if (IsEmpty(common)) return true;
   const int left = common.left - area_.left;
   const int last = common.right - area_.left - 1;
-  const int firstWord = left / WordBits;
   const int lastWord = last / WordBits;
-  std::uint64_t firstBits = ~std::uint64_t{0} << (left % WordBits);
-  const std::uint64_t lastBits = ~std::uint64_t{0} >> (WordBits - 1 - last % WordBits);
-  if (firstWord == lastWord) firstBits &= lastBits;
-  auto row = static_cast<size_t>(common.top - area_.top) * static_cast<size_t>(wordsOfRow_);
-  for (int y = common.top; y < common.bottom; ++y) {
-    if (!visit(row + static_cast<size_t>(firstWord), firstBits)) return false;
-    for (int word = firstWord + 1; word < lastWord; ++word) {
-      if (!visit(row + static_cast<size_t>(word), ~std::uint64_t{0})) return false;
-    }
-    if (firstWord < lastWord && !visit(row + static_cast<size_t>(lastWord), lastBits)) return false;
-    row += static_cast<size_t>(wordsOfRow_);
+  const auto rows = static_cast<size_t>(common.bottom - common.top);
+  std::uint64_t bits = ~std::uint64_t{0} << (left % WordBits);
+  for (int word = left / WordBits; word <= lastWord; ++word) {
+    if (word == lastWord) bits &= ~std::uint64_t{0} >> (WordBits - 1 - last % WordBits);
+    const size_t top =
+        static_cast<size_t>(word) * height_ + static_cast<size_t>(common.top - area_.top);
+    if (!visit(top, rows, bits)) return false;
+    bits = ~std::uint64_t{0};
   }
   return true;
 }
 
 void PixelMask::Add(const PixelRect& rect) {
-  VisitWords(rect, [this](size_t at, std::uint64_t bits) {
-    words_[at] |= bits;
+  VisitColumns(rect, [this](size_t top, size_t rows, std::uint64_t bits) {
+    for (size_t at = top; at < top + rows; ++at) words_[at] |= bits;
     return true;
   });
 }
 
 bool PixelMask::HasAll(const PixelRect& rect) const {
   if (IsEmpty(CommonRect(rect, area_))) return false;
-  return VisitWords(rect,
-                    [this](size_t at, std::uint64_t bits) { return (words_[at] & bits) == bits; });
+  return VisitColumns(rect, [this](size_t top, size_t rows, std::uint64_t bits) {
+    for (size_t at = top; at < top + rows; ++at) {
+      if ((words_[at] & bits) != bits) return false;
+    }
+    return true;
+  });
 }
 
 PixelColumns PixelMask::MissingColumns(const PixelRect& rect) const {
   int first = INT_MAX;
   int last = -1;
-  const auto wordsOfRow = static_cast<size_t>(wordsOfRow_);
-  VisitWords(rect, [&](size_t at, std::uint64_t bits) {
-    const std::uint64_t missing = ~words_[at] & bits;
+  VisitColumns(rect, [&](size_t top, size_t rows, std::uint64_t bits) {
+    std::uint64_t present = bits;
+    for (size_t at = top; at < top + rows; ++at) present &= words_[at];
+    const std::uint64_t missing = present ^ bits;
     if (missing == 0) return true;
-    const int start = static_cast<int>(at % wordsOfRow) * WordBits;
+    const int start = static_cast<int>(top / height_) * WordBits;
     first = std::min(first, start + std::countr_zero(missing));
-    last = std::max(last, start + WordBits - 1 - std::countl_zero(missing));
+    last = start + WordBits - 1 - std::countl_zero(missing);
     return true;
   });
   if (last < 0) return {};
@@ -73,8 +74,12 @@ PixelColumns PixelMask::MissingColumns(const PixelRect& rect) const {
 }
 
 bool PixelMask::HasAny(const PixelRect& rect) const {
-  return !VisitWords(rect,
-                     [this](size_t at, std::uint64_t bits) { return (words_[at] & bits) == 0; });
+  return !VisitColumns(rect, [this](size_t top, size_t rows, std::uint64_t bits) {
+    for (size_t at = top; at < top + rows; ++at) {
+      if ((words_[at] & bits) != 0) return false;
+    }
+    return true;
+  });
 }
 
 }  // namespace orvane

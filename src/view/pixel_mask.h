@@ -42,14 +42,15 @@ class PixelMask {
   PixelColumns MissingColumns(const PixelRect& rect) const;
 
  private:
-  /// Calls `visit` with the index of each word that the rectangle touches, and the bits that it
-  /// touches, until `visit` returns false. \return false then
+  /// Calls `visit` for each 64 columns that the rectangle touches: with the index of its word in the
+  /// top row, the number of rows, whose words follow, and the bits that it touches. Ends when
+  /// `visit` returns false. \return false then
   template <typename Visit>
-  bool VisitWords(const PixelRect& rect, Visit visit) const;
+  bool VisitColumns(const PixelRect& rect, Visit visit) const;
 
   PixelRect area_;
-  int wordsOfRow_;
-  std::vector<std::uint64_t> words_;
+  size_t height_;                     ///< rows
+  std::vector<std::uint64_t> words_;  ///< of 64 columns, row by row; then of the next 64
 };
 
 }  // namespace orvane
