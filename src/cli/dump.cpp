@@ -363,9 +363,7 @@ class MapDump {
 
   Json IntersectionJson(const RangeIntersection& record) const {
     Json polygon = Json::array();
-    for (const Point* vertex : record.polygon) {
-      polygon.push_back({vertex->geo.lat, vertex->geo.lon});
-    }
+    for (const LatLon& vertex : record.polygon) polygon.push_back({vertex.lat, vertex.lon});
     const OverlapShare& a = record.a;
     const OverlapShare& b = record.b;
     return {{"name", ToUtf8(record.name)},

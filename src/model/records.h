@@ -399,8 +399,7 @@ struct OverlapShare {
 /// The overlap of the hulls of two ranges; the bounds are those of `polygon`.
 struct RangeIntersection : GeoBounds {
   std::string name;
-  std::vector<Point*> polygon;  ///< vertices of either hull, and of `scratch`
-  ScratchPoints scratch;        ///< crossings of the two hulls
+  std::vector<LatLon> polygon;  ///< its vertices, unclosed
   double area = 0;              ///< square metres
   double bothCellsArea = 0;     ///< square metres of the cells that both use
   const Grid* grid = nullptr;   ///< if both count on the same grid

@@ -231,6 +231,15 @@ GeoPath PathOf(PointSpan points) {
   return path;
 }
 
+GeoPath PathOf(const std::vector<LatLon>& places) {
+  GeoPath path;
+  path.reserve(places.size());
+  for (const LatLon& place : places) {
+    if (IsOnEarth(place)) path.push_back({place.lon, place.lat});
+  }
+  return path;
+}
+
 GeoShape PointShape(const LatLon& place) {
   if (!IsOnEarth(place)) return {};
   return {GeoKind::Point, {{{WithinTurn(place.lon), place.lat}}}};

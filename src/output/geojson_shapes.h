@@ -34,6 +34,7 @@ bool IsOnEarth(const LatLon& place);
 
 /// \return the places of points in their order, without those that are not on earth
 GeoPath PathOf(PointSpan points);
+GeoPath PathOf(const std::vector<LatLon>& places);
 
 /// \return no shape for a place that is not on earth
 GeoShape PointShape(const LatLon& place);

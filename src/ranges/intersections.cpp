@@ -328,8 +328,6 @@ bool IntersectRanges(Range& a, Range& b, std::forward_list<RangeIntersection>& l
   const Poly polygon = IntersectHulls(a, b, scratch, messages);
   if (polygon.empty()) return false;
   RangeIntersection& record = list.emplace_front();
-  record.scratch = std::move(scratch);
-  record.polygon = polygon;
   record.a.range = &a;
   record.b.range = &b;
   record.name = IntersectionName(a, b);
@@ -339,9 +337,11 @@ bool IntersectRanges(Range& a, Range& b, std::forward_list<RangeIntersection>& l
     record.window = WindowOf(polygon, *record.grid);
   }
   const LatLon center = CenterOf(record);
-  ProjectPoints(record.polygon, center.lon, center.lat);
-  record.area = PolygonArea(record.polygon);
-  ProjectPoints(record.polygon, 0, 0);
+  ProjectPoints(polygon, center.lon, center.lat);
+  record.area = PolygonArea(polygon);
+  ProjectPoints(polygon, 0, 0);
+  record.polygon.reserve(polygon.size());
+  for (const Point* vertex : polygon) record.polygon.push_back(vertex->geo);
   FillShares(record, messages);
   return true;
 }
@@ -368,8 +368,7 @@ void OverlapMaker::Intersect(Range& a, Range& b) {
 
 void OverlapMaker::Count(const RangeIntersection& record) {
   const size_t bytes = sizeof record + record.name.capacity() +
-                       record.polygon.size() * sizeof(void*) +
-                       record.scratch.store.size() * sizeof(Point) +
+                       record.polygon.size() * sizeof(LatLon) +
                        (record.a.cells.size() + record.b.cells.size()) * sizeof(RangeCell);
   left_ -= std::min(left_, bytes);
 }

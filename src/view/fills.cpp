@@ -149,13 +149,23 @@ int HatchSpacing(const MapWindow& view) {
 
 void DrawPolygonFill(const MapWindow& view, const std::vector<Point*>& points, int pattern,
                      Color color) {
+  std::vector<LatLon> places;
+  places.reserve(points.size());
+  for (const Point* point : points) {
+    if (IsDrawable(*point)) places.push_back(point->geo);
+  }
+  DrawPolygonFill(view, places, pattern, color);
+}
+
+void DrawPolygonFill(const MapWindow& view, const std::vector<LatLon>& places, int pattern,
+                     Color color) {
   Canvas& canvas = *view.target;
   const ScreenTransform transform(view);
   std::vector<ExactPixel> corners;
-  corners.reserve(points.size());
-  for (const Point* point : points) {
-    if (!IsDrawable(*point)) continue;
-    corners.push_back(transform.ToUnboundedPixel(transform.Project(point->geo)));
+  corners.reserve(places.size());
+  for (const LatLon& place : places) {
+    if (!std::isfinite(place.lat) || !std::isfinite(place.lon)) continue;
+    corners.push_back(transform.ToUnboundedPixel(transform.Project(place)));
   }
   std::vector<Pixel> pixels = CutRing(corners);
   if (pixels.size() < 2) return;

@@ -30,6 +30,9 @@ void DrawFilledTrails(const MapWindow& view, const std::vector<ShownTrail>& show
 /// \param pattern  a `FillPattern`; one that is none draws nothing
 void DrawPolygonFill(const MapWindow& view, const std::vector<Point*>& points, int pattern,
                      Color color);
+/// The same for places.
+void DrawPolygonFill(const MapWindow& view, const std::vector<LatLon>& places, int pattern,
+                     Color color);
 
 /// Draws lines across a closed area, in the current pen, at multiples of a spacing that hold for
 /// the whole canvas: areas that touch are hatched in one piece. Lines outside the clip are left

@@ -152,7 +152,6 @@ TEST(Records, WithPointersIntoTheirOwnStoreCannotBeCopied) {
   };
   EXPECT_TRUE(movesOnly(std::type_identity<ClusterTree>()));
   EXPECT_TRUE(movesOnly(std::type_identity<OffsetHull>()));
-  EXPECT_TRUE(movesOnly(std::type_identity<RangeIntersection>()));
   EXPECT_TRUE(movesOnly(std::type_identity<TrailRangeOverlap>()));
   EXPECT_FALSE(std::is_copy_constructible_v<Range>);
   EXPECT_FALSE(std::is_copy_constructible_v<Map>);

@@ -671,6 +671,16 @@ TEST_F(OverlapMakerTest, LeavesOutWhatGoesBeyondItsBoundAndSaysSoOnce) {
                                              "later ranges are left out"});
 }
 
+// Its corners were whole points, each as large as half of the record.
+TEST_F(OverlapMakerTest, AnOverlapTakesLittleMemory) {
+  AddRanges(4);
+  OverlapMaker overlaps(map, 1500);
+  for (size_t i = 0; i < ranges.size(); ++i) {
+    for (size_t j = i + 1; j < ranges.size(); ++j) overlaps.Intersect(*ranges[i], *ranges[j]);
+  }
+  EXPECT_EQ(Overlaps(), 3);
+}
+
 TEST_F(OverlapMakerTest, CountsTheOverlapsThatTheMapHas) {
   AddRanges(3);
   OverlapMaker(map).Intersect(*ranges[0], *ranges[1]);

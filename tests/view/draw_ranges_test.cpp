@@ -47,7 +47,7 @@ struct DrawRangesTest : testing::Test, ViewCase {
     RangeIntersection& record = map.intersections.emplace_front();
     const Range& shape = AddRange("", south, west, size);
     static_cast<GeoBounds&>(record) = shape;
-    record.polygon = shape.hull;
+    for (const Point* vertex : shape.hull) record.polygon.push_back(vertex->geo);
     map.ranges.pop_front();
     record.a.range = &a;
     record.b.range = &b;
