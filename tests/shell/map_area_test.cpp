@@ -1,9 +1,9 @@
 #include "shell/map/map_area.h"
 
 #include "geo/angle_text.h"
-#include "support/small_map.h"
 #include "shell/map/info_panel_widget.h"
 #include "shell/map/map_view.h"
+#include "support/small_map.h"
 #include "view/view_transform.h"
 
 #include <QApplication>

@@ -1,12 +1,12 @@
 #include "shell/map/map_panes.h"
 
-#include "support/small_map.h"
 #include "shell/map/divider_handle.h"
 #include "shell/map/map_area.h"
 #include "shell/map/map_view.h"
 #include "shell/panes/pane_view.h"
 #include "shell/panes/range_pane.h"
 #include "shell/panes/trail_pane.h"
+#include "support/small_map.h"
 
 #include <QApplication>
 #include <QRubberBand>
