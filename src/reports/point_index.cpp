@@ -53,7 +53,11 @@ double TailNumber(std::string_view tail) {
   return number.value;
 }
 
-int Sign(bool before, bool after) { return before ? -1 : after ? 1 : 0; }
+/// -1, 0 or 1 as the first is before, beside or after the second.
+template <typename Value>
+int Order(const Value& a, const Value& b) {
+  return a < b ? -1 : b < a ? 1 : 0;
+}
 
 /// Merges two sorted neighbours; of names that are alike those of the first come first.
 void Merge(std::vector<PointIndexEntry>& entries, std::vector<PointIndexEntry>& merged,
@@ -122,9 +126,9 @@ int CompareIndexNames(std::string_view a, std::string_view b) {
   if (stemA < a.size() && stemB < b.size() && a.substr(0, stemA) == b.substr(0, stemB)) {
     const double x = TailNumber(a.substr(stemA));
     const double y = TailNumber(b.substr(stemB));
-    return Sign(x<y, x> y);
+    return Order(x, y);
   }
-  return Sign(a<b, a> b);
+  return Order(a, b);
 }
 
 std::string FormatMetres(const PointIndexEntry& entry) {

@@ -1,6 +1,7 @@
 #include "reports/profile_view.h"
 
 #include "base/number_text.h"
+#include "view/scrolling.h"
 
 #include <algorithm>
 #include <cmath>
@@ -17,8 +18,8 @@ constexpr double WidestSpan = 1e9;
 /// The same for the distance of a view from its line, that a transect may be moved along.
 constexpr double FarthestDistance = 1e10;
 
-/// The bar of a transect.
-constexpr ElevationScroll MiddleBar = {0, 140, 20, 60};
+/// The bar of a transect, at rest as those of a map.
+constexpr ElevationScroll MiddleBar = {0, ScrollRange, ScrollProportion, ScrollRest};
 
 double Span(const ElevationView& view) { return view.viewEnd - view.viewStart; }
 

@@ -32,10 +32,11 @@ void DrawOwnMark(Canvas& canvas, const MarkLook& look, const Point& point, Pixel
   }
 }
 
-/// A tick at right angles to the way from the point before; to the right of it, to the left, or
-/// both.
-void DrawTick(Canvas& canvas, Pixel pixel, const Pixel* previous, double length, bool right,
-              bool left) {
+/// To which sides of the way a tick goes.
+enum class TickSides { Both, Right, Left };
+
+/// A tick at right angles to the way from the point before.
+void DrawTick(Canvas& canvas, Pixel pixel, const Pixel* previous, double length, TickSides sides) {
   if (previous == nullptr) return;
   const double dx = pixel.x - previous->x;
   const double dy = pixel.y - previous->y;
@@ -45,7 +46,8 @@ void DrawTick(Canvas& canvas, Pixel pixel, const Pixel* previous, double length,
   const double y = dx / size * length;
   const Pixel rightEnd{RoundToPixel(pixel.x + x), RoundToPixel(pixel.y + y)};
   const Pixel leftEnd{RoundToPixel(pixel.x - x), RoundToPixel(pixel.y - y)};
-  canvas.DrawLine(left ? leftEnd : pixel, right ? rightEnd : pixel);
+  canvas.DrawLine(sides == TickSides::Right ? pixel : leftEnd,
+                  sides == TickSides::Left ? pixel : rightEnd);
 }
 
 void DrawCross(Canvas& canvas, Pixel p, int arm) {
@@ -107,13 +109,13 @@ void DrawPointMark(Canvas& canvas, const MarkLook& look, const Point& point, Pix
       DrawPlus(canvas, pixel, arm);
       break;
     case MarkTick:
-      DrawTick(canvas, pixel, previous, tick, true, true);
+      DrawTick(canvas, pixel, previous, tick, TickSides::Both);
       break;
     case MarkHalfTick:
-      DrawTick(canvas, pixel, previous, tick, true, false);
+      DrawTick(canvas, pixel, previous, tick, TickSides::Right);
       break;
     case MarkBackHalfTick:
-      DrawTick(canvas, pixel, previous, tick, false, true);
+      DrawTick(canvas, pixel, previous, tick, TickSides::Left);
       break;
     default:
       break;

@@ -117,21 +117,26 @@ class TrailLine {
     const ExactPixel from = pullA ? PulledPixel(a) : transform_.ToUnboundedPixel(Projected(a));
     const ExactPixel to = pullB ? PulledPixel(b) : transform_.ToUnboundedPixel(Projected(b));
     if (InSquare(from) && InSquare(to)) {
-      AddSegment(RoundedPixel(from), RoundedPixel(to), pullA, pullB);
+      AddSegment({RoundedPixel(from), pullA}, {RoundedPixel(to), pullB});
     } else if (const auto cut = CutSegment({from, to})) {
-      AddSegment(RoundedPixel(cut->from), RoundedPixel(cut->to), pullA || !InSquare(from),
-                 pullB || !InSquare(to));
+      AddSegment({RoundedPixel(cut->from), pullA || !InSquare(from)},
+                 {RoundedPixel(cut->to), pullB || !InSquare(to)});
     } else {
       run_.End();
     }
   }
 
-  /// \param begins, ends  the line does not run on from the segment before, or into the next one
-  void AddSegment(Pixel from, Pixel to, bool begins, bool ends) {
-    if (begins) run_.End();
-    if (run_.Empty()) run_.Add(from);
-    run_.Add(to);
-    if (ends) run_.End();
+  /// An end of a segment.
+  struct SegmentEnd {
+    Pixel at;
+    bool isLoose;  ///< the line does not run on into the segment beside it
+  };
+
+  void AddSegment(const SegmentEnd& from, const SegmentEnd& to) {
+    if (from.isLoose) run_.End();
+    if (run_.Empty()) run_.Add(from.at);
+    run_.Add(to.at);
+    if (to.isLoose) run_.End();
   }
 
   static bool IsBeyond(const LineEnd& end) { return end.turn > HalfTurn || end.turn < -HalfTurn; }
