@@ -131,19 +131,24 @@ void AddTrails(CommandLine& line) {
   });
 }
 
-void AddIndex(CommandLine& line) {
-  auto display = std::make_shared<CoordinateDisplay>(CoordinateDisplay::Minutes);
+/// Adds `--format`, the form of angles.
+void AddFormat(CLI::App& command, const std::function<void(CoordinateDisplay)>& take) {
   static const std::map<std::string, CoordinateDisplay> formats = {
       {"degrees", CoordinateDisplay::Degrees},
       {"minutes", CoordinateDisplay::Minutes},
       {"seconds", CoordinateDisplay::Seconds}};
-  CLI::App* command = AddMapCommand(line, "index", "Print the Point Index");
   command
-      ->add_option_function<std::string>(
-          "--format", [display](const std::string& name) { *display = formats.at(name); },
+      .add_option_function<std::string>(
+          "--format", [take](const std::string& name) { take(formats.at(name)); },
           "the form of angles; minutes if not given")
       ->type_name("degrees|minutes|seconds")
       ->check(CLI::IsMember({"degrees", "minutes", "seconds"}));
+}
+
+void AddIndex(CommandLine& line) {
+  auto display = std::make_shared<CoordinateDisplay>(CoordinateDisplay::Minutes);
+  CLI::App* command = AddMapCommand(line, "index", "Print the Point Index");
+  AddFormat(*command, [display](CoordinateDisplay format) { *display = format; });
   command->callback([&line, display] {
     line.work = [display](Map& map, LineMessages& messages) {
       (void)messages;
@@ -375,14 +380,43 @@ void AddPageOptions(CLI::App& command, const std::shared_ptr<PrintRequest>& requ
       ->type_name("PIXELS");
 }
 
+/// The options that say what is printed instead of the map.
+void AddReportOptions(CLI::App& command, const std::shared_ptr<PrintRequest>& request) {
+  static const std::map<std::string, PrintedKind> kinds = {{"trails", PrintedKind::Trails},
+                                                           {"index", PrintedKind::Index},
+                                                           {"ranges", PrintedKind::Ranges},
+                                                           {"profile", PrintedKind::Profile}};
+  command
+      .add_option_function<std::string>(
+          "--report", [request](const std::string& name) { request->kind = kinds.at(name); },
+          "a report instead of the map")
+      ->type_name("trails|index|ranges|profile")
+      ->check(CLI::IsMember({"trails", "index", "ranges", "profile"}));
+  command.add_option("--trail", request->trails, "a trail of the report; all if none is given")
+      ->type_name("NAME")
+      ->allow_extra_args(false);
+  command.add_option("--range", request->ranges, "a range of the report; all if none is given")
+      ->type_name("NAME")
+      ->allow_extra_args(false);
+  command.add_option("--transect", request->transect, "the profile from one location to another")
+      ->type_name("TEXT TEXT")
+      ->expected(2);
+  AddNumber(command, "--measure", request->measure,
+            WholeNumbers{0, 3, "a whole number from 0 to 3"},
+            "what the chart shows: 0 distances, 1 to 3 a count")
+      ->type_name("0..3");
+  AddFormat(command, [request](CoordinateDisplay format) { request->format = format; });
+}
+
 void AddPrint(CommandLine& line) {
   auto request = std::make_shared<PrintRequest>();
   request->paper = Papers().front();
-  CLI::App* command = AddMapCommand(line, "print", "Print the map into a PDF file");
+  CLI::App* command = AddMapCommand(line, "print", "Print the map or a report into a PDF file");
   command->add_option("-o,--output", request->output, "the PDF file; - for standard output")
       ->required()
       ->type_name("FILE.pdf");
   AddPageOptions(*command, request);
+  AddReportOptions(*command, request);
   command->add_option("--area", request->area, "print what is between these")
       ->type_name("NORTH SOUTH EAST WEST")
       ->expected(4);

@@ -1,12 +1,19 @@
 #include "cli/print_command.h"
 
+#include "base/dates.h"
+#include "base/file_names.h"
 #include "base/files.h"
 #include "cli/edit_session.h"
 #include "cli/exit_status.h"
+#include "cli/profile_command.h"
+#include "cli/reports_command.h"
 #include "cli/text_output.h"
 #include "pages/map_pages.h"
 #include "pages/print_dialog.h"
+#include "pages/report_pages.h"
 #include "paint/print_job.h"
+
+#include <memory>
 
 namespace orvane {
 
@@ -60,9 +67,14 @@ int Write(const std::string& output, const std::string& bytes, LineMessages& mes
 /// Makes the PDF file of all pages, after the question about a long job.
 int PrintToPdf(PrintedPages& pages, const QPageLayout& layout, LineMessages& messages,
                const PrintRequest& request) {
-  if (pages.Count() > MostPagesUnasked &&
+  const int count = CountPages(pages, request.resolution);
+  if (count > MostPages) {
+    NoteError(messages, "Too many pages (%s)", {std::to_string(count)});
+    return ExitFailed;
+  }
+  if (count > MostPagesUnasked &&
       AskUser(messages, "Print", "Print", "Cancel", "", "This makes %s pages. Print them all?",
-              {std::to_string(pages.Count())}) != 1) {
+              {std::to_string(count)}) != 1) {
     return ExitFailed;
   }
   const auto bytes = PdfOf(pages, layout, request.resolution, nullptr);
@@ -73,22 +85,66 @@ int PrintToPdf(PrintedPages& pages, const QPageLayout& layout, LineMessages& mes
   return Write(request.output, *bytes, messages);
 }
 
-}  // namespace
-
-int PrintCommand(Map& map, LineMessages& messages, const PrintRequest& request) {
-  const MapWindow window = NewView(map);
-  const QPageLayout layout =
-      PdfLayout(request.paper, request.landscape ? QPageLayout::Landscape : QPageLayout::Portrait);
-  PrintMapWindow view = MakePrintView(window, DeviceOf(layout, request.resolution));
+/// The pages of the map, or nothing after the message of a refusal.
+std::unique_ptr<PrintedPages> PagesOfMap(const MapWindow& window, const PageDevice& device,
+                                         LineMessages& messages, const PrintRequest& request) {
+  PrintMapWindow view = MakePrintView(window, device);
   PrintSettings settings;
   PrintDialog dialog = OpenPrintDialog(view, settings);
   SetFields(request, dialog);
   if (const auto refusal = AcceptPrintDialog(dialog, view, settings)) {
     messages.Post(Severity::Error, *refusal);
-    return ExitFailed;
+    return nullptr;
   }
-  MapPages pages(std::move(view));
-  return PrintToPdf(pages, layout, messages, request);
+  return std::make_unique<MapPages>(std::move(view));
+}
+
+/// The pages of a report, or nothing after a message.
+std::unique_ptr<PrintedPages> PagesOfReport(MapWindow& window, const ReportPageFrame& frame,
+                                            LineMessages& messages, const PrintRequest& request) {
+  Map& map = *window.map;
+  const CoordinateDisplay display = request.format.value_or(CoordinateDisplay::Minutes);
+  switch (request.kind) {
+    case PrintedKind::Map:
+      break;
+    case PrintedKind::Trails:
+      if (auto trails = NamedTrails(window, messages, request.trails)) {
+        return std::make_unique<TrailSummaryPages>(frame, std::move(*trails),
+                                                   map.magneticDeviation);
+      }
+      break;
+    case PrintedKind::Index:
+      return std::make_unique<PointIndexPages>(frame, BuildPointIndex(map, window.centralLongitude),
+                                               display);
+    case PrintedKind::Ranges:
+      if (auto rows = NamedRanges(window, messages, request.ranges)) {
+        return std::make_unique<RangeStatsPages>(frame, std::move(*rows), map.smName,
+                                                 request.measure.value_or(TravelChartDistance));
+      }
+      break;
+    case PrintedKind::Profile: {
+      const std::string trail = request.trails.empty() ? "" : request.trails.front();
+      if (auto view = OpenProfile(map, messages, trail, request.transect)) {
+        return std::make_unique<ProfilePages>(frame, std::move(*view), display);
+      }
+      break;
+    }
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+int PrintCommand(Map& map, LineMessages& messages, const PrintRequest& request) {
+  MapWindow window = NewView(map);
+  const QPageLayout layout =
+      PdfLayout(request.paper, request.landscape ? QPageLayout::Landscape : QPageLayout::Portrait);
+  const PageDevice device = DeviceOf(layout, request.resolution);
+  const ReportPageFrame frame{device, std::string(BaseName(map.fileName)), FormatDate(LocalDate())};
+  const auto pages = request.kind == PrintedKind::Map
+                         ? PagesOfMap(window, device, messages, request)
+                         : PagesOfReport(window, frame, messages, request);
+  return pages ? PrintToPdf(*pages, layout, messages, request) : ExitFailed;
 }
 
 }  // namespace orvane

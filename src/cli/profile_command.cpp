@@ -12,11 +12,6 @@ namespace orvane {
 
 namespace {
 
-int CannotFind(LineMessages& messages, const std::string& name) {
-  NoteError(messages, "Can't find %s", {name});
-  return ExitFailed;
-}
-
 /// \return a number as in JSON: reading it gives the same value again
 std::string NumberText(double value) { return nlohmann::json(value).dump(); }
 
@@ -42,21 +37,28 @@ void PrintProfile(ElevationView& view, int width) {
 
 }  // namespace
 
-int ProfileCommand(Map& map, LineMessages& messages, const ProfileRequest& request) {
-  std::optional<ElevationView> view;
-  if (request.transect.empty()) {
-    const Trail* trail = FindTrailOrContour(map, request.trail);
-    if (trail == nullptr) return CannotFind(messages, request.trail);
-    view = OpenElevation(map, *trail);
-  } else {
-    LatLon ends[2];
-    for (size_t i = 0; i < 2; ++i) {
-      const auto location = ResolveLocation(map, request.transect[i]);
-      if (!location) return CannotFind(messages, request.transect[i]);
-      ends[i] = location->place;
-    }
-    view = OpenTransect(map, ends[0], ends[1]);
+std::optional<ElevationView> OpenProfile(Map& map, LineMessages& messages, const std::string& trail,
+                                         const std::vector<std::string>& transect) {
+  const auto cannotFind = [&messages](const std::string& name) {
+    NoteError(messages, "Can't find %s", {name});
+    return std::nullopt;
+  };
+  if (transect.empty()) {
+    const Trail* found = FindTrailOrContour(map, trail);
+    if (found == nullptr) return cannotFind(trail);
+    return OpenElevation(map, *found);
   }
+  LatLon ends[2];
+  for (size_t i = 0; i < 2; ++i) {
+    const auto location = ResolveLocation(map, transect[i]);
+    if (!location) return cannotFind(transect[i]);
+    ends[i] = location->place;
+  }
+  return OpenTransect(map, ends[0], ends[1]);
+}
+
+int ProfileCommand(Map& map, LineMessages& messages, const ProfileRequest& request) {
+  auto view = OpenProfile(map, messages, request.trail, request.transect);
   if (!view) return ExitFailed;
   PrintProfile(*view, request.width);
   return ExitDone;

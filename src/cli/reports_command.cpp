@@ -19,11 +19,6 @@ namespace orvane {
 
 namespace {
 
-int CannotFind(LineMessages& messages, const std::string& name) {
-  NoteError(messages, "Can't find %s", {name});
-  return ExitFailed;
-}
-
 int PrintReport(const std::string& report) {
   Print(FieldsToUtf8(report));
   return ExitDone;
@@ -31,20 +26,53 @@ int PrintReport(const std::string& report) {
 
 }  // namespace
 
-int TrailsCommand(Map& map, LineMessages& messages, const std::vector<std::string>& trailNames) {
+std::optional<std::vector<Trail*>> NamedTrails(MapWindow& view, LineMessages& messages,
+                                               const std::vector<std::string>& names) {
   std::set<const Trail*> named;
-  for (const std::string& name : trailNames) {
-    const Trail* trail = FindTrailOrContour(map, name);
-    if (trail == nullptr) return CannotFind(messages, name);
+  for (const std::string& name : names) {
+    const Trail* trail = FindTrailOrContour(*view.map, name);
+    if (trail == nullptr) {
+      NoteError(messages, "Can't find %s", {name});
+      return std::nullopt;
+    }
     named.insert(trail);
   }
-  MapWindow view = NewView(map);
   std::vector<Trail*> trails;
   for (const TrailPanelRow* row : TrailRowsInOrder(view.trailViews)) {
     if (row->trail == nullptr) continue;
     if (named.empty() || named.contains(row->trail)) trails.push_back(row->trail);
   }
-  return PrintReport(TrailSummaryText(trails, map.magneticDeviation));
+  return trails;
+}
+
+std::optional<std::vector<const RangePanelRow*>> NamedRanges(
+    const MapWindow& view, LineMessages& messages, const std::vector<std::string>& names) {
+  const auto bears = [](const RangePanelRow& row, const std::string& name) {
+    return !row.fixed && row.text && SameName(*row.text, name);
+  };
+  for (const std::string& name : names) {
+    if (std::none_of(view.rangeViews.begin(), view.rangeViews.end(),
+                     [&](const RangePanelRow& row) { return bears(row, name); })) {
+      NoteError(messages, "Can't find %s", {name});
+      return std::nullopt;
+    }
+  }
+  std::vector<const RangePanelRow*> rows;
+  for (const RangePanelRow& row : view.rangeViews) {
+    if (row.fixed) continue;
+    if (names.empty() || std::any_of(names.begin(), names.end(),
+                                     [&](const auto& name) { return bears(row, name); })) {
+      rows.push_back(&row);
+    }
+  }
+  return rows;
+}
+
+int TrailsCommand(Map& map, LineMessages& messages, const std::vector<std::string>& trailNames) {
+  MapWindow view = NewView(map);
+  const auto trails = NamedTrails(view, messages, trailNames);
+  if (!trails) return ExitFailed;
+  return PrintReport(TrailSummaryText(*trails, map.magneticDeviation));
 }
 
 int IndexCommand(Map& map, CoordinateDisplay display) {
@@ -53,23 +81,9 @@ int IndexCommand(Map& map, CoordinateDisplay display) {
 
 int RangesCommand(Map& map, LineMessages& messages, const std::vector<std::string>& rangeNames) {
   const MapWindow view = NewView(map);
-  const auto bears = [](const RangePanelRow& row, const std::string& name) {
-    return !row.fixed && row.text && SameName(*row.text, name);
-  };
-  for (const std::string& name : rangeNames) {
-    if (std::none_of(view.rangeViews.begin(), view.rangeViews.end(),
-                     [&](const RangePanelRow& row) { return bears(row, name); })) {
-      return CannotFind(messages, name);
-    }
-  }
-  std::vector<const RangePanelRow*> rows;
-  for (const RangePanelRow& row : view.rangeViews) {
-    if (rangeNames.empty() || std::any_of(rangeNames.begin(), rangeNames.end(),
-                                          [&](const auto& name) { return bears(row, name); })) {
-      rows.push_back(&row);
-    }
-  }
-  return PrintReport(RangeStatsText(rows, map.smName));
+  const auto rows = NamedRanges(view, messages, rangeNames);
+  if (!rows) return ExitFailed;
+  return PrintReport(RangeStatsText(*rows, map.smName));
 }
 
 }  // namespace orvane

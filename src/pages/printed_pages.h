@@ -6,12 +6,13 @@
 
 namespace orvane {
 
-/// Sizes of the fonts of a page, in points of 1/72 inch. A page without a legend leaves the last
-/// two at 0.
+/// The fonts of a page, with sizes in points of 1/72 inch. A page without a legend leaves its two
+/// sizes at 0.
 struct PageFonts {
   int text = 0;         ///< `CanvasFont::Small` and `CanvasFont::Label`
   int legendTitle = 0;  ///< `CanvasFont::LegendTitle`
   int legendText = 0;   ///< `CanvasFont::LegendText`
+  bool monospaced = false;
 };
 
 /// What a print job prints: a number of pages that can be drawn in any order, and more than once.
@@ -22,6 +23,9 @@ class PrintedPages {
   /// The name of the document, in the encoding of map files.
   virtual std::string Title() const = 0;
   virtual PageFonts Fonts() const = 0;
+  /// Prepares pages whose number depends on the size of their text. Call it before `Count`.
+  /// \param canvas  with the fonts of the pages; nothing is drawn on it
+  virtual void Measure(Canvas& /*canvas*/) {}
   /// At least 1.
   virtual int Count() const = 0;
   /// Draws one page on a canvas that covers the printable area; pixel (0, 0) is its top left one.

@@ -21,17 +21,21 @@ constexpr size_t FirstBeyondAscii = 0x80;
 /// Widths kept of shaped texts before the table is emptied, so that it stays small.
 constexpr size_t MostShapedWidths = 50000;
 
-QFont FontOfSize(double pixels, TextOutput output) {
+QFont FontOfSize(double pixels, bool monospaced) {
   QFont font;
   // The first is the one that is wanted; the others are what it is called elsewhere, or near it.
-  font.setFamilies({CanvasFonts::AskedFamily(), QStringLiteral("Helvetica Neue"),
-                    QStringLiteral("Arial"), QStringLiteral("Liberation Sans"),
-                    QStringLiteral("DejaVu Sans")});
-  font.setStyleHint(QFont::SansSerif);
+  if (monospaced) {
+    font.setFamilies({QStringLiteral("Courier"), QStringLiteral("Courier New"),
+                      QStringLiteral("Liberation Mono"), QStringLiteral("DejaVu Sans Mono")});
+  } else {
+    font.setFamilies({CanvasFonts::AskedFamily(), QStringLiteral("Helvetica Neue"),
+                      QStringLiteral("Arial"), QStringLiteral("Liberation Sans"),
+                      QStringLiteral("DejaVu Sans")});
+  }
+  font.setStyleHint(monospaced ? QFont::Monospace : QFont::SansSerif);
   font.setPixelSize(std::max(1, static_cast<int>(std::lround(pixels))));
   // Widths are summed letter by letter, so nothing may move the letters afterwards.
   font.setKerning(false);
-  if (output == TextOutput::Text) font.setHintingPreference(QFont::PreferNoHinting);
   return font;
 }
 
@@ -56,17 +60,21 @@ QString WithoutControls(QString text) {
 CanvasFonts::CanvasFonts(double pixelsPerInch, const FontSizes& sizes, TextOutput output)
     : pixelsPerInch_(pixelsPerInch), sizes_(sizes), output_(output) {}
 
-double CanvasFonts::PixelsOf(CanvasFont font) const {
+QFont CanvasFonts::FontOf(CanvasFont font) const {
   double points = sizes_.small;
   if (font == CanvasFont::Label) points = sizes_.label;
   if (font == CanvasFont::LegendTitle) points = sizes_.legendTitle;
   if (font == CanvasFont::LegendText) points = sizes_.legendText;
-  return points * pixelsPerInch_ / PointsPerInch;
+  QFont made = FontOfSize(points * pixelsPerInch_ / PointsPerInch, sizes_.monospaced);
+  made.setBold(font == CanvasFont::Bold);
+  made.setItalic(font == CanvasFont::Italic);
+  if (output_ == TextOutput::Text) made.setHintingPreference(QFont::PreferNoHinting);
+  return made;
 }
 
-CanvasFonts::Face CanvasFonts::MakeFace(double pixels, TextOutput output) {
+CanvasFonts::Face CanvasFonts::MakeFace(const QFont& font) {
   Face face;
-  face.font = FontOfSize(pixels, output);
+  face.font = font;
   face.raw = QRawFont::fromFont(face.font);
   face.run.setRawFont(face.raw);
   const QFontMetricsF metrics(face.font);
@@ -105,7 +113,7 @@ QString CanvasFonts::FamilyName(CanvasFont font) const { return FaceOf(font).raw
 
 CanvasFonts::Face& CanvasFonts::FaceOf(CanvasFont font) const {
   std::optional<Face>& face = faces_[static_cast<size_t>(font)];
-  if (!face) face = MakeFace(PixelsOf(font), output_);
+  if (!face) face = MakeFace(FontOf(font));
   return *face;
 }
 

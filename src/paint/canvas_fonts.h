@@ -24,6 +24,7 @@ struct FontSizes {
   double label = 8;
   double legendTitle = 8;
   double legendText = 8;
+  bool monospaced = false;  ///< all letters are as wide as each other
 };
 
 /// How text goes to the device.
@@ -92,8 +93,8 @@ class CanvasFonts {
     std::unordered_map<std::string, int> shapedWidths;  ///< of texts beyond the table
   };
 
-  static Face MakeFace(double pixels, TextOutput output);
-  double PixelsOf(CanvasFont font) const;
+  QFont FontOf(CanvasFont font) const;
+  static Face MakeFace(const QFont& font);
   Face& FaceOf(CanvasFont font) const;
   /// \return the text as Latin-1 if every character of it is in the table; it may point into
   ///         `latin_`, which the next call overwrites

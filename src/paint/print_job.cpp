@@ -6,6 +6,7 @@
 #include "paint/qt_canvas.h"
 
 #include <QBuffer>
+#include <QImage>
 #include <QPageSize>
 #include <QPagedPaintDevice>
 #include <QPainter>
@@ -18,6 +19,17 @@ namespace {
 
 /// The thinnest line on paper: a pixel of a fine printer would be all but invisible.
 constexpr double HairlinesPerInch = 300;
+
+CanvasFonts FontsOf(const PrintedPages& pages, int resolution) {
+  const PageFonts sizes = pages.Fonts();
+  return CanvasFonts(resolution,
+                     {.small = 1.0 * sizes.text,
+                      .label = 1.0 * sizes.text,
+                      .legendTitle = 1.0 * sizes.legendTitle,
+                      .legendText = 1.0 * sizes.legendText,
+                      .monospaced = sizes.monospaced},
+                     TextOutput::Text);
+}
 
 void DrawOnePage(PrintedPages& pages, int page, QPainter& painter, const CanvasFonts& fonts,
                  const PageDevice& device) {
@@ -44,15 +56,21 @@ PageDevice DeviceOf(const QPageLayout& layout, int resolution) {
           .horizontalResolution = resolution};
 }
 
+int CountPages(PrintedPages& pages, int resolution) {
+  const DrawingSession session;
+  QImage paper(1, 1, QImage::Format_RGB32);
+  QPainter painter(&paper);
+  const CanvasFonts fonts = FontsOf(pages, resolution);
+  QtCanvas canvas(painter, fonts, {0, 0, 1, 1});
+  pages.Measure(canvas);
+  return pages.Count();
+}
+
 PrintResult PrintPages(PrintedPages& pages, QPagedPaintDevice& device, Progress* progress) {
   const int resolution = device.logicalDpiX();
   const PageDevice area = DeviceOf(device.pageLayout(), resolution);
-  const PageFonts sizes = pages.Fonts();
-  const FontSizes points{.small = 1.0 * sizes.text,
-                         .label = 1.0 * sizes.text,
-                         .legendTitle = 1.0 * sizes.legendTitle,
-                         .legendText = 1.0 * sizes.legendText};
-  const CanvasFonts fonts(resolution, points, TextOutput::Text);
+  const CanvasFonts fonts = FontsOf(pages, resolution);
+  CountPages(pages, resolution);
   QPainter painter;
   if (!painter.begin(&device)) return PrintResult::Failed;
   for (int page = 0; page < pages.Count(); ++page) {

@@ -25,6 +25,10 @@ QPageLayout PdfLayout(const Paper& paper, QPageLayout::Orientation orientation);
 /// \param resolution  pixels to the inch, in both directions
 PageDevice DeviceOf(const QPageLayout& layout, int resolution);
 
+/// Lays the pages out for a resolution.
+/// \return how many there are
+int CountPages(PrintedPages& pages, int resolution);
+
 /// How a print job ended.
 enum class PrintResult { Done, Canceled, Failed };
 

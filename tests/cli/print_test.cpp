@@ -80,6 +80,40 @@ TEST_F(PrintCommandTest, AsksBeforeALongJob) {
   EXPECT_EQ(run.err, question + "Cancel]\n");
 }
 
+TEST_F(PrintCommandTest, PrintsReports) {
+  const auto titleOf = [this](const std::vector<std::string>& options) {
+    EXPECT_EQ(SheetsOf(options), 1);
+    const std::string pdf = folder.Read("site.pdf");
+    const size_t begin = pdf.find("/Title (");
+    std::string title;  // of 16 bits a letter
+    for (size_t i = begin + 8; begin != std::string::npos && pdf[i] != ')'; ++i) {
+      if (pdf[i] >= ' ' && pdf[i] <= '~') title += pdf[i];
+    }
+    return title;
+  };
+  EXPECT_EQ(titleOf({"--report", "trails"}), "Trail Summary");
+  EXPECT_EQ(titleOf({"--report", "trails", "--trail", "main", "--trail", "Odd"}), "Trail Summary");
+  EXPECT_EQ(titleOf({"--report", "index", "--format", "seconds", "--paper", "A5"}),
+            "Point Summary");
+  EXPECT_EQ(titleOf({"--report", "ranges", "--measure", "2"}), "Range Stats");
+  EXPECT_EQ(titleOf({"--report", "profile", "--trail", "Main"}), "Main");
+  EXPECT_EQ(titleOf({"--report", "profile", "--transect", "Camp", "Ridge", "--landscape"}),
+            "Transect");
+}
+
+TEST_F(PrintCommandTest, ReportsNamesThatItCannotFind) {
+  EXPECT_EQ(Printed({"--report", "trails", "--trail", "Nowhere"}).err,
+            "error: Can't find Nowhere\n");
+  EXPECT_EQ(Printed({"--report", "ranges", "--range", "Nowhere"}).err,
+            "error: Can't find Nowhere\n");
+  EXPECT_EQ(Printed({"--report", "profile", "--trail", "Nowhere"}).err,
+            "error: Can't find Nowhere\n");
+  const Outcome run = Printed({"--report", "profile", "--transect", "Camp", "Nowhere"});
+  EXPECT_EQ(run.err, "error: Can't find Nowhere\n");
+  EXPECT_EQ(run.status, 1);
+  EXPECT_EQ(folder.Read("site.pdf"), "");
+}
+
 TEST_F(PrintCommandTest, RefusesOptionsThatDoNotGoTogether) {
   const auto expectWrong = [this](std::vector<std::string> options, const std::string& said) {
     options.insert(options.begin(), {"print", "site.map", "-o", "site.pdf"});
@@ -94,6 +128,15 @@ TEST_F(PrintCommandTest, RefusesOptionsThatDoNotGoTogether) {
   expectWrong({"--paper", "papyrus"}, "papyrus is not one of A4, Letter");
   expectWrong({"--dpi", "0"}, "--dpi");
   expectWrong({"--area", "N1"}, "--area");
+  expectWrong({"--report", "profile"}, "requires one --trail or --transect");
+  expectWrong({"--report", "profile", "--trail", "Main", "--trail", "Odd"}, "requires one --trail");
+  expectWrong({"--report", "ranges", "--measure", "4"}, "--measure");
+  expectWrong({"--report", "trails", "--measure", "1"}, "--measure requires");
+  expectWrong({"--report", "ranges", "--trail", "Main"}, "--trail requires");
+  expectWrong({"--report", "trails", "--format", "degrees"}, "--format requires");
+  expectWrong({"--report", "index", "--label", "x"}, "--label requires");
+  expectWrong({"--report", "map"}, "--report");
+  expectWrong({"--trail", "Main"}, "--trail requires");
 }
 
 #endif

@@ -1,0 +1,138 @@
+#include "reports/range_stats_view.h"
+
+#include <algorithm>
+
+namespace orvane {
+
+namespace {
+
+bool HasChart(const RangePanelRow& row) {
+  return row.intersection == nullptr && row.range->meanDailyPath != 0;
+}
+
+std::optional<std::string> LineOf(const RangeStatsView& view, const RangePanelRow& row, int line) {
+  if (row.intersection != nullptr) {
+    return IntersectionReportLine(*row.intersection, view.names, line);
+  }
+  return RangeReportLine(*row.range, line);
+}
+
+int CountLines(const RangeStatsView& view, const RangePanelRow& row) {
+  int count = 0;
+  while (LineOf(view, row, count)) ++count;
+  return count;
+}
+
+/// The lines that a block has room for. \param kept  of blocks of its kind
+int RoomForLines(int& kept, int lines) {
+  if (kept == 0) kept = lines;
+  return std::max(kept, lines);
+}
+
+int& CountFor(const RangePanelRow& row, RangeStatsCounts& counts) {
+  if (row.intersection != nullptr) return counts.overlap;
+  return HasChart(row) ? counts.withChart : counts.withoutChart;
+}
+
+void DrawTitle(const RangeStatsView& view, const RangeStatsPart& part, Canvas& canvas, int top) {
+  const bool isFirst = part.top == 0;
+  if (!isFirst && !view.printing) {
+    canvas.SetPen({0, PenPattern::Solid, ForegroundColor});
+    canvas.DrawLine({0, top + 1}, {view.viewWidth, top + 1});
+    canvas.DrawLine({0, top + 3}, {view.viewWidth, top + 3});
+  }
+  const std::string name = part.row->text.value_or("");
+  canvas.SetFont(CanvasFont::Italic);
+  const int x = (view.viewWidth - canvas.TextWidth(name)) / 2;
+  canvas.DrawText({x, top + view.lineHeight / 4 + view.ascent}, name);
+  canvas.SetFont(CanvasFont::Small);
+}
+
+void DrawChart(const RangeStatsView& view, const RangePanelRow& row, Canvas& canvas, int top) {
+  TravelChartState state;
+  state.target = &canvas;
+  state.lineHeight = view.lineHeight;
+  state.ascent = view.ascent;
+  state.margin = view.left;
+  state.width = view.viewWidth;
+  state.mode = view.chartMeasure;
+  state.names = view.names;
+  DrawTravelChart(state, *row.range, top + view.lineHeight / 4);
+}
+
+}  // namespace
+
+std::vector<const RangePanelRow*> SelectedRanges(const std::list<RangePanelRow>& rows) {
+  std::vector<const RangePanelRow*> selected;
+  for (const RangePanelRow& row : rows) {
+    const bool holdsOne = row.range != nullptr || row.intersection != nullptr;
+    if (row.selected && !row.fixed && holdsOne) selected.push_back(&row);
+  }
+  return selected;
+}
+
+void LayoutRangeStats(RangeStatsView& view, RangeStatsCounts& counts) {
+  using Kind = RangeStatsPart::Kind;
+  const int lineHeight = view.lineHeight;
+  view.parts.clear();
+  int y = 0;
+  for (const RangePanelRow* row : view.rows) {
+    const auto add = [&](Kind kind, int line, int height) {
+      view.parts.push_back({kind, row, line, y, height});
+      y += height;
+    };
+    const int lines = CountLines(view, *row);
+    const int room = view.printing ? lines : RoomForLines(CountFor(*row, counts), lines);
+    add(Kind::Title, 0, lineHeight * 3 / 2);
+    if (HasChart(*row)) add(Kind::Chart, 0, TravelChartLines * lineHeight);
+    for (int line = 0; line < lines; ++line) add(Kind::Line, line, lineHeight);
+    y += (room - lines) * lineHeight;
+  }
+  view.contentHeight = y;
+  view.contentWidth = view.viewWidth;
+  HoldReportScroll(view);
+}
+
+bool ChooseChartMeasure(RangeStatsView& view, int measure) {
+  if (measure < TravelChartDistance || measure > TravelChartSm3) return false;
+  const int needed = std::max(1, measure);
+  for (int i = 0; i < needed; ++i) {
+    if (!view.names[static_cast<size_t>(i)]) return false;
+  }
+  view.chartMeasure = measure;
+  return true;
+}
+
+void DrawRangeStatsPart(const RangeStatsView& view, const RangeStatsPart& part, Canvas& canvas,
+                        int top) {
+  switch (part.kind) {
+    case RangeStatsPart::Kind::Title:
+      DrawTitle(view, part, canvas, top);
+      break;
+    case RangeStatsPart::Kind::Chart:
+      DrawChart(view, *part.row, canvas, top);
+      break;
+    case RangeStatsPart::Kind::Line:
+      if (const auto text = LineOf(view, *part.row, part.line)) {
+        canvas.DrawText({view.left, top + view.ascent}, *text);
+      }
+      break;
+  }
+}
+
+void DrawRangeStats(const RangeStatsView& view, Canvas& canvas) {
+  const PixelRect clip = canvas.Clip();
+  canvas.Clear(view.background);
+  canvas.SetForeColor(ForegroundColor);
+  canvas.SetFont(CanvasFont::Small);
+  // Parts are in the order of their tops.
+  auto part =
+      std::partition_point(view.parts.begin(), view.parts.end(), [&](const RangeStatsPart& each) {
+        return each.top + each.height - view.scrollY <= clip.top;
+      });
+  for (; part != view.parts.end() && part->top - view.scrollY < clip.bottom; ++part) {
+    DrawRangeStatsPart(view, *part, canvas, part->top - view.scrollY);
+  }
+}
+
+}  // namespace orvane
