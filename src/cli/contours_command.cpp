@@ -4,6 +4,7 @@
 #include "cli/text_output.h"
 #include "elevation/contours.h"
 #include "elevation/contours_continuous.h"
+#include "panes/trail_tree.h"
 
 #include <cstdio>
 #include <iostream>
@@ -35,8 +36,6 @@ class ProgressLine {
   const char* stage_ = nullptr;
   int percent_ = 0;
 };
-
-bool OffersContours(const Map& map) { return map.contourEnabled != 0 && map.contourInterval != 0; }
 
 Json LineJson(const Trail& trail) {
   Json coordinates = Json::array();

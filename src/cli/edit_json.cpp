@@ -20,8 +20,10 @@ TrailNumbers NumberTrails(const Map& top) {
   for (const Map* map = &top; map != nullptr; map = map->basis) {
     size_t number = 0;
     for (const Trail& trail : map->trails) numbers.emplace(&trail, number++);
-    number = 0;
-    for (const Trail& trail : map->contourTrails) numbers.emplace(&trail, number++);
+    for (const auto* contours : {&map->contourTrails, &map->continuousContours}) {
+      number = 0;
+      for (const Trail& trail : *contours) numbers.emplace(&trail, number++);
+    }
   }
   return numbers;
 }

@@ -75,27 +75,24 @@ void Follow(Map& map, const EditFollowUp& followUp) {
 
 bool EditHistory::Apply(const Edit& edit) {
   Map& map = *edit.map;
-  for (const BeforeListener& listener : beforeListeners_) listener();
+  TellBefore();
   std::vector<Map*> maps = edit.others;
   maps.insert(maps.begin(), &map);
   // Before the change, which may mark a map itself.
   for (const Map* each : maps) NoteUnsavedStart(*each);
   MapSnapshot before(workspace_);
-  const auto takeBack = [&] {
-    MapDelta changes = before.TakeDelta();
-    changes.Swap();
-  };
   EditFollowUp followUp;
   bool done = false;
   try {
     done = edit.change(followUp);
     if (done) Follow(map, followUp);
   } catch (const std::bad_alloc&) {
-    takeBack();
+    TakeBack(edit, before.TakeDelta());
     throw;
   }
   if (!done) {
-    takeBack();
+    MapDelta changes = before.TakeDelta();
+    if (!changes.IsEmpty()) TakeBack(edit, std::move(changes));
     return false;
   }
   Step step{.name = edit.name, .number = ++newestStep_, .delta = before.TakeDelta()};
@@ -112,6 +109,22 @@ bool EditHistory::Apply(const Edit& edit) {
   return true;
 }
 
+/// Brings back the state before an edit that failed.
+void EditHistory::TakeBack(const Edit& edit, MapDelta changes) {
+  changes.Swap();
+  try {
+    RefreshAfterSwap(changes, workspace_);
+  } catch (const std::bad_alloc&) {
+    // Ranges lack figures until the next solve. The listeners must know all the same: rows that
+    // they keep can point to overlaps that are gone.
+  }
+  Tell({.name = edit.name,
+        .number = ++newestStep_,
+        .passages = {{.map = edit.map}},
+        .delta = std::move(changes)},
+       EditNews::Kind::TakenBack, nullptr);
+}
+
 /// A map may be dirty before its first edit, as one that was recovered: no step leads back to what
 /// its file holds.
 void EditHistory::NoteUnsavedStart(const Map& map) {
@@ -120,15 +133,25 @@ void EditHistory::NoteUnsavedStart(const Map& map) {
 }
 
 void EditHistory::Record(Step step) {
-  undone_.erase(std::remove_if(undone_.begin(), undone_.end(),
-                               [&](const Step& each) { return ShareMaps(each, step); }),
-                undone_.end());
+  Drop(undone_, [&](const Step& each) { return ShareMaps(each, step); });
   done_.push_back(std::move(step));
   size_t bytes = Bytes();
-  while (bytes > mostBytes_ && !done_.empty()) {
-    bytes -= done_.front().delta.Bytes();
-    done_.erase(done_.begin());
-  }
+  if (bytes <= mostBytes_) return;
+  Drop(done_, [&](const Step& oldest) {
+    const bool isTooMuch = bytes > mostBytes_;
+    if (isTooMuch) bytes -= oldest.delta.Bytes();
+    return isTooMuch;
+  });
+}
+
+/// Drops steps for good.
+void EditHistory::Drop(StepList& steps, const std::function<bool(const Step&)>& isDropped) {
+  const auto end = std::remove_if(steps.begin(), steps.end(), [&](const Step& step) {
+    if (!isDropped(step)) return false;
+    for (EditListener* follower : followers_) follower->StepDropped(step.number);
+    return true;
+  });
+  steps.erase(end, steps.end());
 }
 
 const std::string* EditHistory::UndoName(const Map& map) const {
@@ -156,11 +179,11 @@ bool EditHistory::Redo(const Map& map) {
 }
 
 void EditHistory::Exchange(StepList& from, StepList& to, size_t index, EditNews::Kind kind) {
-  for (const BeforeListener& listener : beforeListeners_) listener();
+  TellBefore();
   Step step = std::move(from[index]);
   from.erase(from.begin() + static_cast<std::ptrdiff_t>(index));
   step.delta.Swap();
-  RefreshAfterSwap(step.delta);
+  RefreshAfterSwap(step.delta, workspace_);
   for (const Passage& each : step.passages) {
     if (each.before == each.after) continue;
     EnterState(*each.map, kind == EditNews::Kind::Undone ? each.before : each.after);
@@ -176,9 +199,7 @@ void EditHistory::NoteSaved(Map& map) {
 
 void EditHistory::Forget(const Map& map) {
   for (StepList* steps : {&done_, &undone_}) {
-    steps->erase(std::remove_if(steps->begin(), steps->end(),
-                                [&](const Step& step) { return Touches(step, map); }),
-                 steps->end());
+    Drop(*steps, [&](const Step& step) { return Touches(step, map); });
   }
   states_.erase(&map);
   saved_.erase(&map);
@@ -199,7 +220,23 @@ void EditHistory::Tell(const Step& step, EditNews::Kind kind, const EditFollowUp
                       .map = step.passages.front().map,
                       .delta = &step.delta,
                       .followUp = followUp};
+  // A listener can close a window, which then removes its own.
+  for (EditListener* follower : std::vector(followers_)) {
+    if (IsFollowedBy(follower)) follower->AfterEdit(news);
+  }
   for (const Listener& listener : listeners_) listener(news);
+}
+
+void EditHistory::TellBefore() const {
+  for (EditListener* follower : followers_) follower->BeforeEdit();
+}
+
+bool EditHistory::IsFollowedBy(const EditListener* follower) const {
+  return std::find(followers_.begin(), followers_.end(), follower) != followers_.end();
+}
+
+void EditHistory::Remove(EditListener& follower) {
+  followers_.erase(std::remove(followers_.begin(), followers_.end(), &follower), followers_.end());
 }
 
 EditHistory::StateNumber EditHistory::StateOf(const Map& map) const {

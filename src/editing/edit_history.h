@@ -44,14 +44,28 @@ struct Edit {
 
 /// What listeners of an `EditHistory` learn after each edit, undo and redo.
 struct EditNews {
-  enum class Kind { Applied, Undone, Redone };
+  /// `TakenBack`: memory ran out, or the edit gave up half way. The maps are as before, but their
+  /// overlaps can be other records. The step is no longer of use.
+  enum class Kind { Applied, Undone, Redone, TakenBack };
 
   Kind kind = Kind::Applied;
   std::uint64_t step = 0;             ///< number of the step, the same when it is undone and redone
   const std::string* name = nullptr;  ///< of the edit
   Map* map = nullptr;                 ///< the map of the edit
   const MapDelta* delta = nullptr;    ///< what changed, map by map
-  const EditFollowUp* followUp = nullptr;  ///< what followed; null for an undo or a redo
+  const EditFollowUp* followUp = nullptr;  ///< what followed; null unless `kind` is `Applied`
+};
+
+/// Follows an `EditHistory` until it is removed.
+class EditListener {
+ public:
+  virtual ~EditListener() = default;
+
+  /// Called before each edit, undo and redo.
+  virtual void BeforeEdit() = 0;
+  virtual void AfterEdit(const EditNews& news) = 0;
+  /// The step can't be undone or redone any more.
+  virtual void StepDropped(std::uint64_t step) = 0;
 };
 
 /// The only way to change a map after it was read. It applies edits, undoes and redoes them, and
@@ -65,7 +79,6 @@ struct EditNews {
 class EditHistory {
  public:
   using Listener = std::function<void(const EditNews&)>;
-  using BeforeListener = std::function<void()>;
 
   /// Steps are dropped, oldest first, once all together take more than this.
   static constexpr size_t MostBytes = size_t{256} << 20;
@@ -78,13 +91,16 @@ class EditHistory {
   EditHistory(const EditHistory&) = delete;
   EditHistory& operator=(const EditHistory&) = delete;
 
-  /// Calls `listener` after each edit, undo and redo, in the order of these calls.
+  /// Tells `follower` of each edit, until it is removed, which can be at any time.
+  void Add(EditListener& follower) { followers_.push_back(&follower); }
+  void Remove(EditListener& follower);
+  /// Calls `listener` after each edit, undo and redo, in the order of these calls and after all that
+  /// were added by `Add`.
   void Listen(Listener listener) { listeners_.push_back(std::move(listener)); }
-  /// Calls `listener` before each edit, undo and redo.
-  void ListenBefore(BeforeListener listener) { beforeListeners_.push_back(std::move(listener)); }
 
   /// Makes an edit. One that changes no record is a step only if it marks the map.
-  /// If memory runs out, the maps are restored and `std::bad_alloc` is passed to the caller.
+  /// If memory runs out, the maps are restored, listeners are told, and `std::bad_alloc` is passed
+  /// to the caller.
   /// \return false if the edit gave up
   bool Apply(const Edit& edit);
 
@@ -132,14 +148,18 @@ class EditHistory {
   void NoteUnsavedStart(const Map& map);
   void Record(Step step);
   void Exchange(StepList& from, StepList& to, size_t index, EditNews::Kind kind);
+  void TakeBack(const Edit& edit, MapDelta changes);
+  void Drop(StepList& steps, const std::function<bool(const Step&)>& isDropped);
+  void TellBefore() const;
   void Tell(const Step& step, EditNews::Kind kind, const EditFollowUp* followUp) const;
+  bool IsFollowedBy(const EditListener* follower) const;
   StateNumber StateOf(const Map& map) const;
   void EnterState(Map& map, StateNumber state);
 
   Workspace& workspace_;
   size_t mostBytes_;
+  std::vector<EditListener*> followers_;
   std::vector<Listener> listeners_;
-  std::vector<BeforeListener> beforeListeners_;
   StepList done_;    ///< oldest first
   StepList undone_;  ///< the one taken back last comes last
   StateNumber newestState_ = 0;

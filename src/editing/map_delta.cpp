@@ -70,6 +70,18 @@ struct TrailContent {
   std::optional<std::string> note;
 };
 
+/// Contours are not in the file of a map, and no edit makes or removes one.
+struct ContourContent {
+  double width = 0;
+  int groupSize = 1;
+  Color color = NoColor;
+  int lineStyle = LineUnset;
+  int labelMode = LabelUnset;
+  bool filled = false;
+  int fillPattern = 0;
+  int markStyle = MarkNone;
+};
+
 struct RangeContent {
   std::optional<std::string> name;
   std::optional<std::string> note;
@@ -104,6 +116,11 @@ auto IdentityOfTrail(Record& t) {
 template <typename Record>
 auto StyleOfTrail(Record& t) {
   return std::tie(t.color, t.lineStyle, t.labelMode, t.filled, t.fillPattern, t.markStyle);
+}
+
+template <typename Record>
+auto FieldsOfContour(Record& c) {
+  return std::tuple_cat(StyleOfTrail(c), std::tie(c.width, c.groupSize));
 }
 
 template <typename Record>
@@ -407,6 +424,17 @@ struct MapSnapshot::OneMap {
   std::array<Addresses<Point>, NameBuckets> buckets;
   std::vector<PointContent> points;  ///< by the order of `Map::pointStore`
   std::vector<PointPlace> places;    ///< likewise
+  std::vector<std::pair<Trail*, ContourContent>> contours;
+  std::vector<OverlapPair> overlaps;
+  Addresses<const RangeIntersection> overlapRecords;
+  std::vector<std::pair<Range*, Addresses<Point>>> minutes;  ///< `Range::minutesGiven`
+  std::vector<Range*> withoutOffsets;                        ///< ranges without offset hulls
+};
+
+/// The offset hulls of a range, which it has or has not yet.
+struct OffsetHulls {
+  OffsetHull outer;
+  OffsetHull inner;
 };
 
 struct MapDelta::OneMap {
@@ -422,7 +450,19 @@ struct MapDelta::OneMap {
   std::array<Stretch<Point>, NameBuckets> buckets;
   std::vector<std::pair<Point*, PointContent>> points;
   std::vector<std::pair<Point*, PointPlace>> places;
+  std::vector<std::pair<Trail*, ContourContent>> contours;
 
+  // What an analysis of the ranges can't find out from the records.
+  std::optional<std::vector<OverlapPair>> overlaps;  ///< none if they are the same
+  std::optional<std::vector<OverlapPair>> wanted;    ///< those to make again, after `Swap`
+  bool newOverlaps = false;                          ///< their records are others
+  std::vector<std::pair<Range*, Addresses<Point>>> minutes;
+  std::vector<std::pair<Range*, OffsetHulls>> offsets;
+
+  bool AnyAnalysis() const {
+    return overlaps || newOverlaps || !minutes.empty() || !offsets.empty();
+  }
+  void SwapAnalysis();
   void Swap();
   size_t Bytes() const;
 };
@@ -450,6 +490,7 @@ MapChange ChangeIn(const MapDelta::OneMap& delta, size_t pointsThen) {
   MapChange change;
   change.settings = delta.settings.has_value() || !delta.grids.Empty() || !delta.shades.Empty();
   change.ranges = !delta.ranges.Empty();
+  change.style = !delta.contours.empty();
   change.trails = !delta.trails.order.Empty();
   for (const auto& [trail, content] : delta.trails.contents) {
     change.trails = change.trails || DiffersInIdentity(*trail, content);
@@ -459,6 +500,43 @@ MapChange ChangeIn(const MapDelta::OneMap& delta, size_t pointsThen) {
                   !delta.loose.Empty() || !delta.nameless.Empty() || AnyStretch(delta.buckets);
   change.positions = !delta.places.empty();
   return change;
+}
+
+Addresses<const RangeIntersection> OverlapRecordsOf(const Map& map) {
+  Addresses<const RangeIntersection> records;
+  for (const RangeIntersection& record : map.intersections) records.push_back(&record);
+  return records;
+}
+
+void TakeAnalysis(Map& map, MapSnapshot::OneMap& then) {
+  for (auto* contours : {&map.contourTrails, &map.continuousContours}) {
+    for (Trail& contour : *contours) {
+      FieldsOfContour(then.contours.emplace_back(&contour, ContourContent()).second) =
+          FieldsOfContour(contour);
+    }
+  }
+  then.overlaps = OverlapsOf(map);
+  then.overlapRecords = OverlapRecordsOf(map);
+  for (Range& range : map.ranges) {
+    then.minutes.emplace_back(&range, range.minutesGiven);
+    if (range.outerHull.ring.empty()) then.withoutOffsets.push_back(&range);
+  }
+}
+
+void CompareAnalysis(MapSnapshot::OneMap& then, MapDelta::OneMap& delta) {
+  for (auto& [contour, content] : then.contours) {
+    if (FieldsOfContour(*contour) != FieldsOfContour(content)) {
+      delta.contours.emplace_back(contour, content);
+    }
+  }
+  delta.newOverlaps = OverlapRecordsOf(*then.map) != then.overlapRecords;
+  if (OverlapsOf(*then.map) != then.overlaps) delta.overlaps = std::move(then.overlaps);
+  for (auto& [range, stops] : then.minutes) {
+    if (range->minutesGiven != stops) delta.minutes.emplace_back(range, std::move(stops));
+  }
+  for (Range* range : then.withoutOffsets) {
+    if (!range->outerHull.ring.empty()) delta.offsets.emplace_back(range, OffsetHulls());
+  }
 }
 
 std::unique_ptr<MapSnapshot::OneMap> TakeMap(Map& map) {
@@ -481,6 +559,7 @@ std::unique_ptr<MapSnapshot::OneMap> TakeMap(Map& map) {
     then->points.push_back(ContentOf(point));
     then->places.push_back(PlaceOf(point));
   }
+  TakeAnalysis(map, *then);
   return then;
 }
 
@@ -505,13 +584,30 @@ std::unique_ptr<MapDelta::OneMap> CompareMap(MapSnapshot::OneMap& then) {
     }
     if (Differs(point, then.places[i])) delta->places.emplace_back(&point, then.places[i]);
   }
+  CompareAnalysis(then, *delta);
   delta->change = ChangeIn(*delta, then.points.size());
   return delta;
 }
 
 }  // namespace
 
+void MapDelta::OneMap::SwapAnalysis() {
+  for (auto& [contour, content] : contours) {
+    SwapFields(FieldsOfContour(*contour), FieldsOfContour(content));
+  }
+  for (auto& [range, stops] : minutes) std::swap(range->minutesGiven, stops);
+  for (auto& [range, hulls] : offsets) {
+    std::swap(range->outerHull, hulls.outer);
+    std::swap(range->innerHull, hulls.inner);
+  }
+  wanted.reset();
+  if (!overlaps) return;
+  wanted = std::move(overlaps);
+  overlaps = OverlapsOf(*map);
+}
+
 void MapDelta::OneMap::Swap() {
+  SwapAnalysis();
   if (settings) SwapContent(*map, *settings);
   SwapRecords(map->trails, map->removed.trails, trails);
   SwapRecords(map->ranges, map->removed.ranges, ranges);
@@ -539,6 +635,14 @@ size_t MapDelta::OneMap::Bytes() const {
   for (const auto& [point, content] : points) bytes += BytesOf(content);
   bytes += (loose.other.size() + nameless.other.size()) * sizeof(void*);
   for (const Stretch<Point>& stretch : buckets) bytes += stretch.other.size() * sizeof(void*);
+  bytes += contours.size() * sizeof(std::pair<Trail*, ContourContent>);
+  for (const OverlapPair& each : overlaps.value_or(std::vector<OverlapPair>())) {
+    bytes += sizeof each + each.name.size();
+  }
+  for (const auto& [range, stops] : minutes) bytes += (stops.size() + 4) * sizeof(void*);
+  for (const auto& [range, hulls] : offsets) {
+    bytes += (hulls.outer.ring.size() + hulls.inner.ring.size()) * (sizeof(Point) + sizeof(void*));
+  }
   return bytes;
 }
 
@@ -565,28 +669,66 @@ void MapDelta::Swap() {
   }
   // A map above may hold names of points below, so all tables wait for all points.
   if (!renamed) return;
-  for (const auto& each : maps_) RebuildNames(*each->map);
+  for (const auto& each : maps_) {
+    if (each->change.Any()) RebuildNames(*each->map);
+  }
 }
 
 std::vector<Map*> MapDelta::Maps() const {
   std::vector<Map*> maps;
-  for (const auto& each : maps_) maps.push_back(each->map);
+  for (const auto& each : maps_) {
+    if (each->change.Any()) maps.push_back(each->map);
+  }
   return maps;
 }
 
 bool MapDelta::Touches(const Map& map) const { return ChangeOf(map).Any(); }
 
 MapChange MapDelta::ChangeOf(const Map& map) const {
-  for (const auto& each : maps_) {
-    if (each->map == &map) return each->change;
-  }
-  return {};
+  const OneMap* one = Find(map);
+  return one == nullptr ? MapChange() : one->change;
 }
 
 MapChange MapDelta::Change() const {
   MapChange all;
   for (const auto& each : maps_) all |= each->change;
   return all;
+}
+
+bool MapDelta::KeepsFollows(const Map& map) const {
+  const MapChange change = ChangeOf(map);
+  return !change.trails && !change.points && !change.positions && !change.settings;
+}
+
+const MapDelta::OneMap* MapDelta::Find(const Map& map) const {
+  const auto found =
+      std::find_if(maps_.begin(), maps_.end(), [&](const auto& each) { return each->map == &map; });
+  return found == maps_.end() ? nullptr : found->get();
+}
+
+bool MapDelta::DiffersInAnalysis(const Map& map) const {
+  const OneMap* one = Find(map);
+  return one != nullptr && (one->change.ranges || one->AnyAnalysis());
+}
+
+std::vector<Range*> MapDelta::ChangedRanges(const Map& map) const {
+  std::vector<Range*> ranges;
+  const OneMap* one = Find(map);
+  if (one == nullptr) return ranges;
+  std::unordered_set<const Range*> changed;
+  for (const auto& [range, content] : one->ranges.contents) {
+    if (range->keys != content.keys) changed.insert(range);
+  }
+  for (const auto& [range, stops] : one->minutes) changed.insert(range);
+  for (Range& range : one->map->ranges) {
+    if (changed.contains(&range)) ranges.push_back(&range);
+  }
+  return ranges;
+}
+
+std::vector<OverlapPair> MapDelta::OverlapsThen(const Map& map) const {
+  const OneMap* one = Find(map);
+  return one == nullptr || !one->wanted ? OverlapsOf(map) : *one->wanted;
 }
 
 size_t MapDelta::Bytes() const {
@@ -605,7 +747,7 @@ MapDelta MapSnapshot::TakeDelta() {
   MapDelta delta;
   for (const auto& then : maps_) {
     auto each = CompareMap(*then);
-    if (each->change.Any()) delta.maps_.push_back(std::move(each));
+    if (each->change.Any() || each->AnyAnalysis()) delta.maps_.push_back(std::move(each));
   }
   maps_.clear();
   return delta;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/map.h"
+#include "ranges/analysis.h"
 
 #include <cstddef>
 #include <memory>
@@ -40,10 +41,12 @@ class MapDelta {
   /// back. Between the two nothing else may have changed these maps, except by deltas that were
   /// swapped back.
   ///
-  /// What follows from the records is left to the caller: the solver's sums, the analysis of the
-  /// ranges. Trails lose their metrics where a point has moved.
+  /// What follows from the records is left to the caller (`RefreshAfterSwap`): the solver's sums, the
+  /// analysis of the ranges. Trails lose their metrics where a point has moved.
   void Swap();
 
+  /// \return true if both states are the same, even in what follows from the records
+  bool IsEmpty() const { return maps_.empty(); }
   /// \return the maps in which something differs
   std::vector<Map*> Maps() const;
   /// \return true if something differs in `map`
@@ -52,6 +55,15 @@ class MapDelta {
   MapChange ChangeOf(const Map& map) const;
   MapChange Change() const;
 
+  /// \return true if in `map` nothing differs but ranges and the style of trails
+  bool KeepsFollows(const Map& map) const;
+  /// \return true if ranges or overlaps of `map` differ, or what their analysis has found
+  bool DiffersInAnalysis(const Map& map) const;
+  /// The ranges of `map` that both states have with another analysis, if `KeepsFollows`.
+  std::vector<Range*> ChangedRanges(const Map& map) const;
+  /// The overlaps that `map` had in the state that the last `Swap` brought back, in list order.
+  std::vector<OverlapPair> OverlapsThen(const Map& map) const;
+
   /// \return the memory that this holds, in bytes, close to the truth for large deltas
   size_t Bytes() const;
 
@@ -59,6 +71,8 @@ class MapDelta {
 
  private:
   friend class MapSnapshot;
+  const OneMap* Find(const Map& map) const;
+
   std::vector<std::unique_ptr<OneMap>> maps_;
 };
 

@@ -35,15 +35,35 @@ std::vector<Map*> SolveEdited(Map& map) {
   return maps;
 }
 
-void RefreshAfterSwap(const MapDelta& delta) {
-  std::vector<Map*> maps = delta.Maps();
-  for (const Map* touched : delta.Maps()) {
-    for (Map* above : MapsRestingOn(*touched)) {
-      if (std::find(maps.begin(), maps.end(), above) == maps.end()) maps.push_back(above);
+bool IsAnalyzedAfterSwap(const MapDelta& delta, const Map& map) {
+  const std::vector<Map*> touched = delta.Maps();
+  return delta.DiffersInAnalysis(map) ||
+         std::any_of(touched.begin(), touched.end(), [&](const Map* each) {
+           return !delta.KeepsFollows(*each) && RestsOn(map, *each);
+         });
+}
+
+void RefreshAfterSwap(const MapDelta& delta, Workspace& workspace) {
+  std::vector<Map*> wholly;
+  for (Map* touched : delta.Maps()) {
+    if (delta.KeepsFollows(*touched)) continue;
+    std::vector<Map*> maps = MapsRestingOn(*touched);
+    maps.insert(maps.begin(), touched);
+    for (Map* each : maps) {
+      if (std::find(wholly.begin(), wholly.end(), each) == wholly.end()) wholly.push_back(each);
     }
   }
-  for (Map* each : maps) ForgetGatheredReadings(*each);
-  for (Map* each : maps) AnalyzeAllRanges(*each);
+  for (Map* each : wholly) ForgetGatheredReadings(*each);
+  for (Map* each : wholly) {
+    std::vector<Range*> ranges;
+    for (Range& range : each->ranges) ranges.push_back(&range);
+    RepeatAnalysis(*each, ranges, delta.OverlapsThen(*each));
+  }
+  for (Map& each : workspace.maps) {
+    const bool isDone = std::find(wholly.begin(), wholly.end(), &each) != wholly.end();
+    if (isDone || !delta.DiffersInAnalysis(each)) continue;
+    RepeatAnalysis(each, delta.ChangedRanges(each), delta.OverlapsThen(each));
+  }
 }
 
 }  // namespace orvane

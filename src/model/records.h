@@ -377,6 +377,7 @@ struct Range : GeoBounds {
   std::array<TravelTally, SlotsOfDay> slots;
   std::array<TravelTally, HoursOfDay> hours;
   std::int64_t totalMinutes = 0;          ///< over `points`
+  std::vector<Point*> minutesGiven;       ///< stops without a duration; each has a minute since
   std::int64_t meanFollowPath = 0;        ///< metres, cut
   std::int64_t meanDailyPath = 0;         ///< metres
   std::unique_ptr<ClusterTree> clusters;  ///< or null

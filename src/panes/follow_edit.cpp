@@ -1,6 +1,8 @@
 #include "panes/follow_edit.h"
 
 #include "base/text.h"
+#include "editing/solve_edited.h"
+#include "model/workspace.h"
 #include "panes/range_list.h"
 #include "panes/trail_tree.h"
 
@@ -13,7 +15,25 @@ namespace {
 
 using TrailSet = std::unordered_set<const Trail*>;
 
-/// The trails that can have rows: those of the chain, deepest map first, and its contours.
+/// The contours that can have rows: those of the maps that offer them.
+TrailSet ContoursOfChain(Map& top) {
+  TrailSet contours;
+  for (Map* map = &top; map != nullptr; map = map->basis) {
+    if (!OffersContours(*map)) continue;
+    for (const ContourKind kind : ContourKinds) {
+      for (const Trail& trail : ContoursOf(*map, kind)) contours.insert(&trail);
+    }
+  }
+  return contours;
+}
+
+bool ChainOffersContours(const Map& top) {
+  const Map* map = &top;
+  while (map != nullptr && !OffersContours(*map)) map = map->basis;
+  return map != nullptr;
+}
+
+/// The trails of the chain, deepest map first.
 std::vector<Trail*> TrailsOfChain(Map& top) {
   std::vector<Map*> chain;
   for (Map* map = &top; map != nullptr; map = map->basis) chain.push_back(map);
@@ -24,25 +44,40 @@ std::vector<Trail*> TrailsOfChain(Map& top) {
   return trails;
 }
 
+/// Drops the rows of trails that are gone, and groups without rows.
 void DropTrailRows(std::list<TrailPanelRow>& rows, const TrailSet& present) {
   for (auto row = rows.begin(); row != rows.end();) {
-    const bool wasGroup = !row->children.empty();
     DropTrailRows(row->children, present);
-    const bool isContour = row->trail != nullptr && IsContour(*row->trail);
-    const bool isGone = row->trail != nullptr && !isContour && !present.contains(row->trail);
-    const bool isEmptied = wasGroup && row->children.empty();
-    row = isGone || isEmptied ? rows.erase(row) : std::next(row);
+    const bool isGone = row->trail == nullptr ? row->children.empty() && !row->fixed
+                                              : !present.contains(row->trail);
+    row = isGone ? rows.erase(row) : std::next(row);
   }
+}
+
+/// The groups of contours can be empty.
+bool IsContourGroup(const TrailPanelRow& row) {
+  return row.trail == nullptr &&
+         std::any_of(ContourKinds.begin(), ContourKinds.end(),
+                     [&](ContourKind kind) { return SameName(row.text, ContourGroupText(kind)); });
 }
 
 void MatchTrailRows(MapWindow& view) {
   const std::vector<Trail*> trails = TrailsOfChain(*view.map);
-  DropTrailRows(view.trailViews, TrailSet(trails.begin(), trails.end()));
+  TrailSet present = ContoursOfChain(*view.map);
+  present.insert(trails.begin(), trails.end());
+  auto& rows = view.trailViews;
+  for (auto row = rows.begin(); row != rows.end();) {
+    DropTrailRows(row->children, present);
+    const bool isOffered = IsContourGroup(*row) && ChainOffersContours(*view.map);
+    const bool isEmpty = row->children.empty() && !row->fixed && !isOffered;
+    row = isEmpty ? rows.erase(row) : std::next(row);
+  }
   TrailSet shown;
   for (const TrailPanelRow* row : TrailRowsInOrder(view.trailViews)) shown.insert(row->trail);
   for (Trail* trail : trails) {
     if (!shown.contains(trail)) AddTrailRow(view, *trail);
   }
+  AddContourGroups(view);
 }
 
 void MatchRangeRows(MapWindow& view) {
@@ -88,6 +123,18 @@ void Recolor(MapWindow& view, const std::vector<const Trail*>& trails) {
   }
 }
 
+/// Rows that come back are no new ones: the shadings of later rows don't depend on them.
+void MatchAfterSwap(MapWindow& view, const MapDelta& delta) {
+  unsigned& rowsMade = view.map->workspace->rangeRowsMade;
+  const unsigned rowsMadeBefore = rowsMade;
+  const bool isAnalyzed = IsAnalyzedAfterSwap(delta, *view.map);
+  if (isAnalyzed) DropRangeRows(view, nullptr);
+  MatchRowsToMap(view);
+  MoveRenamedRanges(view);
+  if (isAnalyzed) RedoRangeRows(view, nullptr);
+  rowsMade = rowsMadeBefore;
+}
+
 }  // namespace
 
 void MatchRowsToMap(MapWindow& view) {
@@ -102,17 +149,21 @@ bool FollowEdit(MapWindow& view, const EditNews& news) {
     BuildRangeRows(view);
     return true;
   }
-  const bool allAgain = news.followUp == nullptr || news.followUp->solve || news.followUp->solved;
+  if (news.followUp == nullptr) {
+    MatchAfterSwap(view, *news.delta);
+    return true;
+  }
+  const bool allAgain = news.followUp->solve || news.followUp->solved;
   // Rows of intersections go before anything looks at them: an analysis replaces the records.
   if (allAgain) {
     DropRangeRows(view, nullptr);
   } else {
     for (const Range* range : news.followUp->ranges) DropRangeRows(view, range);
   }
-  if (news.followUp != nullptr && news.followUp->freshTrailRows) BuildTrailRows(view);
+  if (news.followUp->freshTrailRows) BuildTrailRows(view);
   MatchRowsToMap(view);
   MoveRenamedRanges(view);
-  if (news.followUp != nullptr) Recolor(view, news.followUp->recolored);
+  Recolor(view, news.followUp->recolored);
   if (allAgain) {
     RedoRangeRows(view, nullptr);
   } else {

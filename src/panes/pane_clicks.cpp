@@ -2,9 +2,11 @@
 
 #include "base/text.h"
 #include "elevation/contours.h"
+#include "elevation/contours_continuous.h"
 #include "panes/trail_tree.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace orvane {
 namespace {
@@ -17,10 +19,20 @@ std::vector<TrailPanelRow*> RowAndBelow(TrailPanelRow& row) {
 }
 
 Map* MapWithContours(Map* map) {
-  while (map != nullptr && (map->contourEnabled == 0 || map->contourInterval == 0)) {
-    map = map->basis;
-  }
+  while (map != nullptr && !OffersContours(*map)) map = map->basis;
   return map;
+}
+
+/// \return the kind of the lines that the row would hold; nothing if it holds any, or is no group of
+///         contours
+std::optional<ContourKind> AwaitedContours(const MapWindow& view, const TrailPanelRow& row) {
+  const bool isTop = std::any_of(view.trailViews.begin(), view.trailViews.end(),
+                                 [&](const TrailPanelRow& each) { return &each == &row; });
+  if (!isTop || !row.children.empty() || row.trail != nullptr) return std::nullopt;
+  for (const ContourKind kind : ContourKinds) {
+    if (SameName(row.text, ContourGroupText(kind))) return kind;
+  }
+  return std::nullopt;
 }
 
 }  // namespace
@@ -45,7 +57,7 @@ void ClickTrailRow(MapWindow& view, TrailPanelRow* row, bool shift) {
 
 void ClickTrailTick(MapWindow& view, TrailPanelRow& row, const ContourProgress& progress) {
   if (row.fixed) return;
-  if (AwaitsContours(view, row)) ShowContours(view, progress);
+  if (AwaitsContours(view, row) && !ShowContours(view, row, progress)) return;
   for (TrailPanelRow* each : RowAndBelow(row)) each->visible = !each->visible;
   ClearTrailSelection(view);
 }
@@ -53,7 +65,7 @@ void ClickTrailTick(MapWindow& view, TrailPanelRow& row, const ContourProgress& 
 bool HasTriangle(const TrailPanelRow& row) { return row.trail == nullptr && !row.fixed; }
 
 void ClickTriangle(MapWindow& view, TrailPanelRow& row, const ContourProgress& progress) {
-  if (AwaitsContours(view, row)) ShowContours(view, progress);
+  if (AwaitsContours(view, row)) ShowContours(view, row, progress);
   if (row.children.empty()) return;
   row.open = !row.open;
   ClearTrailSelection(view);
@@ -72,18 +84,21 @@ void ClickRangeTick(MapWindow& view, RangePanelRow& row) {
 }
 
 bool AwaitsContours(const MapWindow& view, const TrailPanelRow& row) {
-  if (!row.children.empty() || row.trail != nullptr || !SameName(row.text, "Contours")) {
-    return false;
-  }
-  return std::any_of(view.trailViews.begin(), view.trailViews.end(),
-                     [&](const TrailPanelRow& each) { return &each == &row; });
+  return AwaitedContours(view, row).has_value();
 }
 
-void ShowContours(MapWindow& view, const ContourProgress& progress) {
+bool ShowContours(MapWindow& view, const TrailPanelRow& row, const ContourProgress& progress) {
+  const std::optional<ContourKind> kind = AwaitedContours(view, row);
   Map* map = MapWithContours(view.map);
-  if (map == nullptr) return;
-  if (map->contourTrails.empty()) GenerateContours(*map, map->contourInterval, progress);
-  for (Trail& trail : map->contourTrails) AddContourRow(view, trail);
+  if (!kind || map == nullptr) return true;
+  const auto generate =
+      *kind == ContourKind::Classic ? GenerateContours : GenerateContinuousContours;
+  if (ContoursOf(*map, *kind).empty() &&
+      generate(*map, map->contourInterval, progress) == ContourCancelled) {
+    return false;
+  }
+  for (Trail& trail : ContoursOf(*map, *kind)) AddContourRow(view, trail, *kind);
+  return true;
 }
 
 }  // namespace orvane

@@ -15,7 +15,7 @@ void ClickTrailRow(MapWindow& view, TrailPanelRow* row, bool shift);
 
 /// A click on the tick of a trail row: flips `visible` of the row and of each row below it, each its
 /// own, and clears the selection. Contours are made first where the row shows them for the first
-/// time. The row "New" has no tick.
+/// time; if that is cancelled, nothing changes. The row "New" has no tick.
 void ClickTrailTick(MapWindow& view, TrailPanelRow& row, const ContourProgress& progress = {});
 
 /// \return true for a row that can be opened and closed
@@ -34,11 +34,13 @@ void ClearRangeSelection(MapWindow& view);
 /// Selects every range and intersection.
 void SelectAllRanges(MapWindow& view);
 
-/// \return true for the row "Contours" of the top level as long as it has no lines
+/// \return true for a row "Contours" or "Continuous contours" of the top level as long as it has no
+///         lines
 bool AwaitsContours(const MapWindow& view, const TrailPanelRow& row);
 
-/// Shows the contours of the nearest map in the basis chain that offers them: makes them if they
-/// were not made yet, and adds their rows.
-void ShowContours(MapWindow& view, const ContourProgress& progress = {});
+/// Fills such a row with the contours of the nearest map in the basis chain that offers them: makes
+/// them if they were not made yet, and adds their rows.
+/// \return false if that was cancelled; then nothing has changed
+bool ShowContours(MapWindow& view, const TrailPanelRow& row, const ContourProgress& progress = {});
 
 }  // namespace orvane

@@ -7,23 +7,35 @@
 #include <cstdint>
 #include <map>
 #include <string>
-#include <tuple>
+#include <unordered_map>
 
 namespace orvane {
 
 /// Keeps the rows of a view up to date with `FollowEdit`, and remembers what each step did to them.
 /// After an undo or a redo, rows that come back look as they did when they were removed, and rows
-/// to which the step gave another colour or style get the former one back. All other rows keep
-/// what they have.
-class PaneFollower {
+/// to which the step gave another look get the former one back. All other rows keep what they
+/// have; so do ticks that a visibility dialog set.
+class PaneFollower : public EditListener {
  public:
-  /// Listens to the history from now on. Both must outlive it.
+  /// Follows the history from now on. Both must outlive it.
   PaneFollower(MapWindow& view, EditHistory& history);
+  ~PaneFollower() override;
   PaneFollower(const PaneFollower&) = delete;
   PaneFollower& operator=(const PaneFollower&) = delete;
 
+  /// \return true if the last edit, undo or redo can have changed what the view shows
+  bool ShowsChange() const { return showsChange_; }
+  /// \return how many steps it remembers
+  size_t Remembered() const { return steps_.size(); }
+
+  void BeforeEdit() override;
+  void AfterEdit(const EditNews& news) override;
+  void StepDropped(std::uint64_t step) override { steps_.erase(step); }
+
  private:
   struct TrailLook {
+    int rank = 0;  ///< among rows of equal text on its level
+    std::string text;
     bool visible = false;
     bool open = false;
     bool selected = false;
@@ -35,6 +47,7 @@ class PaneFollower {
     Color color = 0;
   };
   struct RangeLook {
+    int rank = 0;  ///< likewise
     bool visible = false;
     bool selected = false;
     int shading = 0;
@@ -43,24 +56,19 @@ class PaneFollower {
     std::uint32_t clusterMask = 0;
     Color color = 0;
   };
-  /// A row of a trail by its trail, a group by the texts from the top.
-  struct TrailKey {
-    const Trail* trail = nullptr;
-    std::string path;
-    friend bool operator<(const TrailKey& a, const TrailKey& b) {
-      return std::tie(a.trail, a.path) < std::tie(b.trail, b.path);
-    }
-  };
   /// A range, or the two of an overlap.
   using RangeKey = std::array<const Range*, 2>;
   struct Looks {
-    std::map<TrailKey, TrailLook> trails;
+    std::unordered_map<const Trail*, TrailLook> trails;
+    std::map<std::string, TrailLook> groups;  ///< by the texts from the top
     std::map<RangeKey, RangeLook> ranges;
   };
   struct StepLooks {
-    Looks gone;    ///< of rows that the step, or its undo, removed
-    Looks before;  ///< of rows that the step changed, before it
-    Looks after;   ///< of the same rows, after it
+    bool madeTrails = false;  ///< the step made all rows of trails again
+    bool madeRanges = false;  ///< the same of ranges
+    Looks gone;               ///< of rows that the step, or its undo, removed
+    Looks before;             ///< of rows that the step changed, before it
+    Looks after;              ///< of the same rows, after it
   };
 
   template <typename Row>
@@ -68,18 +76,19 @@ class PaneFollower {
   template <typename Row>
   static auto StyleOf(Row& row);
   template <typename Visit>
-  static void VisitTrails(std::list<TrailPanelRow>& rows, const std::string& above, Visit visit);
-  static RangeKey KeyOf(const RangePanelRow& row);
+  static void VisitLevel(std::list<TrailPanelRow>& rows, const std::string& above,
+                         const Visit& visit);
 
   Looks LooksNow();
   void NoteGone(const Looks& now, Looks& gone) const;
   void NoteChanged(const Looks& now, StepLooks& step) const;
   void BringBack(const StepLooks& step, bool undone);
-  void Follow(const EditNews& news);
 
   MapWindow& view_;
+  EditHistory& history_;
   Looks before_;  ///< when the edit, undo or redo began
-  std::map<std::uint64_t, StepLooks> steps_;
+  std::unordered_map<std::uint64_t, StepLooks> steps_;
+  bool showsChange_ = false;
 };
 
 }  // namespace orvane

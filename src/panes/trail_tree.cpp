@@ -14,7 +14,6 @@ namespace {
 
 using TrailRows = std::list<TrailPanelRow>;
 
-constexpr std::string_view ContoursText = "Contours";
 constexpr Color Black = 0x000000;
 constexpr Color DarkOlive = 0x202000;
 constexpr Color Blue = 0x0000FF;
@@ -84,18 +83,22 @@ TrailPanelRow& AddBelowType(const RowMaker& maker, TrailRows& rows, const TrailP
   return maker.Leaf(group, TextOfTrail(trail), trail);
 }
 
-TrailPanelRow& ContoursRow(const RowMaker& maker, MapWindow& view) {
-  return maker.Group(view.trailViews, nullptr, ContoursText, nullptr);
+TrailPanelRow& ContoursRow(const RowMaker& maker, MapWindow& view, ContourKind kind) {
+  return maker.Group(view.trailViews, nullptr, ContourGroupText(kind), nullptr);
+}
+
+void AddContoursOfMap(const RowMaker& maker, MapWindow& view, Map& map, ContourKind kind) {
+  TrailPanelRow& contours = ContoursRow(maker, view, kind);
+  contours.visible = false;
+  for (Trail& trail : ContoursOf(map, kind)) {
+    AddBelowType(maker, contours.children, &contours, trail);
+  }
 }
 
 void AddRowsOfMap(const RowMaker& maker, MapWindow& view, Map& map) {
   for (Trail& trail : map.trails) AddBelowType(maker, view.trailViews, nullptr, trail);
-  if (map.contourEnabled == 0 || map.contourInterval == 0) return;
-  TrailPanelRow& contours = ContoursRow(maker, view);
-  contours.visible = false;
-  for (Trail& trail : map.contourTrails) {
-    AddBelowType(maker, contours.children, &contours, trail);
-  }
+  if (!OffersContours(map)) return;
+  for (const ContourKind kind : ContourKinds) AddContoursOfMap(maker, view, map, kind);
 }
 
 Color ColorOfType(std::string_view type) {
@@ -135,9 +138,33 @@ TrailPanelRow& AddTrailRow(MapWindow& view, Trail& trail) {
   return AddBelowType(RowMaker{}, view.trailViews, nullptr, trail);
 }
 
-TrailPanelRow& AddContourRow(MapWindow& view, Trail& trail) {
-  TrailPanelRow& contours = ContoursRow(RowMaker{}, view);
+std::string_view ContourGroupText(ContourKind kind) {
+  return kind == ContourKind::Classic ? "Contours" : "Continuous contours";
+}
+
+std::forward_list<Trail>& ContoursOf(Map& map, ContourKind kind) {
+  return kind == ContourKind::Classic ? map.contourTrails : map.continuousContours;
+}
+
+bool OffersContours(const Map& map) { return map.contourEnabled != 0 && map.contourInterval != 0; }
+
+TrailPanelRow& AddContourRow(MapWindow& view, Trail& trail, ContourKind kind) {
+  TrailPanelRow& contours = ContoursRow(RowMaker{}, view, kind);
   return AddBelowType(RowMaker{}, contours.children, &contours, trail);
+}
+
+void AddContourGroups(MapWindow& view) {
+  std::vector<Map*> offering;
+  for (Map* map = view.map; map != nullptr; map = map->basis) {
+    if (OffersContours(*map)) offering.insert(offering.begin(), map);
+  }
+  for (const ContourKind kind : ContourKinds) {
+    const bool isThere = std::any_of(
+        view.trailViews.begin(), view.trailViews.end(),
+        [&](const TrailPanelRow& row) { return SameName(row.text, ContourGroupText(kind)); });
+    if (isThere) continue;
+    for (Map* map : offering) AddContoursOfMap(RowMaker{}, view, *map, kind);
+  }
 }
 
 TrailPanelRow& RowForText(std::list<TrailPanelRow>& rows, const TrailPanelRow* parent,

@@ -2,6 +2,8 @@
 
 #include "view/map_window.h"
 
+#include <array>
+#include <forward_list>
 #include <list>
 #include <string_view>
 
@@ -9,9 +11,19 @@ namespace orvane {
 
 /// The tree of trails in the upper pane: how its rows are made from a map, and found.
 
+/// The two groups of contour lines.
+enum class ContourKind { Classic, Continuous };
+constexpr std::array<ContourKind, 2> ContourKinds = {ContourKind::Classic, ContourKind::Continuous};
+/// The text of the group: "Contours" or "Continuous contours".
+std::string_view ContourGroupText(ContourKind kind);
+/// The lines of that kind that were made for a map.
+std::forward_list<Trail>& ContoursOf(Map& map, ContourKind kind);
+/// \return true if the map asks for contours
+bool OffersContours(const Map& map);
+
 /// Rebuilds the trail rows of a view: all trails of the basis chain, deepest first, then the
-/// map's own, and for each map that offers contours the hidden group "Contours"; "New" comes last.
-/// What was open, selected and visible is lost.
+/// map's own, and for each map that offers contours the hidden groups "Contours" and "Continuous
+/// contours"; "New" comes last. What was open, selected and visible is lost.
 void BuildTrailRows(MapWindow& view);
 
 /// Adds the row of one trail in the group of its type, which is made if there is none, after the
@@ -19,8 +31,13 @@ void BuildTrailRows(MapWindow& view);
 /// \return the row; good until the rows are rebuilt
 TrailPanelRow& AddTrailRow(MapWindow& view, Trail& trail);
 
-/// Adds the row of a contour trail below the group "Contours", in a group of its type.
-TrailPanelRow& AddContourRow(MapWindow& view, Trail& trail);
+/// Adds the row of a contour trail below the group of its kind, in a group of its type.
+TrailPanelRow& AddContourRow(MapWindow& view, Trail& trail,
+                             ContourKind kind = ContourKind::Classic);
+
+/// Adds, hidden, the contour groups that the maps of the view offer and it lacks, with the lines
+/// that were made.
+void AddContourGroups(MapWindow& view);
 
 /// The row of a group on one level; made if there is none with that text, in any case of letters.
 /// A new row goes after the last row with a smaller text, so each level stays sorted, and before

@@ -44,14 +44,16 @@ void GiveStyle(const TrailVisibility& dialog, Color color, TrailPanelRow& row) {
 std::optional<TrailVisibility> OpenTrailVisibility(MapWindow& view) {
   TrailPanelRow* row = FirstSelectedRow(view.trailViews);
   if (row == nullptr) return std::nullopt;
-  if (!row->filled && row->fillPattern == 0) row->fillPattern = FillSolid;
+  const bool givesPattern = !row->filled && row->fillPattern == 0;
+  if (givesPattern) row->fillPattern = FillSolid;
   TrailVisibility dialog{.visible = row->visible,
                          .color = ColorFieldText(row->color),
                          .lineStyle = row->lineStyle,
                          .filled = row->filled,
                          .fillPattern = row->fillPattern,
                          .labelMode = row->labelMode,
-                         .markStyle = row->markStyle};
+                         .markStyle = row->markStyle,
+                         .gavePattern = givesPattern};
   if (dialog.lineStyle != LineSolid && dialog.lineStyle != LineDotted) {
     dialog.lineStyle = LineDashed;
   }
@@ -75,16 +77,20 @@ bool ApplyTrailVisibility(MapWindow& view, const TrailVisibility& dialog, EditHi
                           const ContourProgress& progress) {
   Color color = NoColor;
   if (!ReadColorField(view, dialog.color, color)) return false;
+  // An undo of the dialog takes the pattern back that opening it gave.
+  TrailPanelRow* first = FirstSelectedRow(view.trailViews);
+  if (dialog.gavePattern && first != nullptr && !first->filled) first->fillPattern = 0;
   return history.Apply({.name = "Trail Visibility",
                         .map = view.map,
                         .marksDirty = false,
                         .change = [&](EditFollowUp&) {
                           for (TrailPanelRow* row : TrailRowsInOrder(view.trailViews)) {
                             if (!row->selected) continue;
-                            if (dialog.visible && AwaitsContours(view, *row)) {
-                              ShowContours(view, progress);
-                            }
+                            const bool isCancelled = dialog.visible && AwaitsContours(view, *row) &&
+                                                     !ShowContours(view, *row, progress);
+                            const bool wasVisible = row->visible;
                             GiveStyle(dialog, color, *row);
+                            if (isCancelled) row->visible = wasVisible;
                           }
                           return true;
                         }});

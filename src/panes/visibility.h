@@ -20,6 +20,7 @@ struct TrailVisibility {
   int fillPattern = 0;
   int labelMode = LabelAuto;
   int markStyle = MarkNone;
+  bool gavePattern = false;  ///< opening gave the first row its pattern
 };
 
 /// What the dialog "Range Visibility" shows and takes.

@@ -11,6 +11,9 @@
 #include "ranges/travel.h"
 
 #include <iterator>
+#include <map>
+#include <set>
+#include <utility>
 
 // The steps share the `projected` fields of the points and the durations of the stops, so their
 // order matters: travel is measured before the tally gives each stop at least a minute, and each
@@ -86,6 +89,7 @@ void ClearRangeAnalysis(Range& range) {
   range.window = {};
   range.cells.clear();
   range.tally = {};
+  range.minutesGiven.clear();
   range.clusters.reset();
 }
 
@@ -119,6 +123,47 @@ void AnalyzeOneRange(Range& range, Map& map) {
   OverlapMaker overlaps(map);
   for (Range& other : map.ranges) {
     if (&other != &range && BoundsOverlap(range, other)) overlaps.Intersect(range, other);
+  }
+}
+
+std::vector<OverlapPair> OverlapsOf(const Map& map) {
+  std::vector<OverlapPair> overlaps;
+  for (const RangeIntersection& record : map.intersections) {
+    overlaps.push_back({.a = record.a.range, .b = record.b.range, .name = record.name});
+  }
+  return overlaps;
+}
+
+void RepeatAnalysis(Map& map, const std::vector<Range*>& ranges,
+                    const std::vector<OverlapPair>& overlaps) {
+  Messages& messages = map.workspace->messages;
+  const MustFinish whole(map.workspace->progress);
+  const std::set<const Range*> again(ranges.begin(), ranges.end());
+  std::map<std::pair<const Range*, const Range*>, std::forward_list<RangeIntersection>> kept;
+  while (!map.intersections.empty()) {
+    const RangeIntersection& record = map.intersections.front();
+    const std::pair<const Range*, const Range*> pair(record.a.range, record.b.range);
+    if (again.contains(pair.first) || again.contains(pair.second)) {
+      map.intersections.pop_front();
+    } else {
+      auto& place = kept[pair];
+      place.splice_after(place.before_begin(), map.intersections, map.intersections.before_begin());
+    }
+  }
+  for (Range* range : ranges) {
+    for (Point* stop : range->minutesGiven) stop->duration = 0;
+    AnalyzeWithoutClusters(*range, map);
+  }
+  ClusterRanges(ranges, messages, map.workspace->progress);
+  // The oldest first, as they were made.
+  for (auto wanted = overlaps.rbegin(); wanted != overlaps.rend(); ++wanted) {
+    const auto found = kept.find({wanted->a, wanted->b});
+    if (found != kept.end()) {
+      map.intersections.splice_after(map.intersections.before_begin(), found->second);
+    } else if (!IntersectRanges(*wanted->a, *wanted->b, map.intersections, messages)) {
+      continue;
+    }
+    map.intersections.front().name = wanted->name;
   }
 }
 

@@ -2,6 +2,9 @@
 
 #include "model/map.h"
 
+#include <string>
+#include <vector>
+
 namespace orvane {
 
 /// The analysis of home ranges. It overwrites the `projected` fields of the points and gives stops
@@ -19,5 +22,24 @@ void AnalyzeAllRanges(Map& map);
 
 /// One range of the map and its overlaps with the others.
 void AnalyzeOneRange(Range& range, Map& map);
+
+/// An overlap by its two ranges. Which one comes first, and which name the overlap has, depends on
+/// the edits that led to it.
+struct OverlapPair {
+  Range* a = nullptr;
+  Range* b = nullptr;
+  std::string name;
+
+  friend bool operator==(const OverlapPair&, const OverlapPair&) = default;
+};
+
+/// The overlaps of a map in list order.
+std::vector<OverlapPair> OverlapsOf(const Map& map);
+
+/// Repeats the analysis of some ranges of the map, with the result that it had then: their
+/// `minutesGiven` count as without a duration again. Then the map has the given overlaps, in that
+/// order; those that concern none of the ranges keep their records. Can't be cancelled.
+void RepeatAnalysis(Map& map, const std::vector<Range*>& ranges,
+                    const std::vector<OverlapPair>& overlaps);
 
 }  // namespace orvane

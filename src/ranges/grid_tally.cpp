@@ -71,7 +71,10 @@ void TallyRangeOnGrid(const Map& map, Range& range) {
   std::vector<CellTally> cells(static_cast<size_t>(window.rows) *
                                static_cast<size_t>(window.columns));
   for (Point* point : range.points) {
-    if (point->duration == 0) point->duration = 1;
+    if (point->duration == 0) {
+      point->duration = 1;
+      range.minutesGiven.push_back(point);
+    }
     AddStop(cells[IndexInWindow(window, RowOf(*point), ColumnOf(*point))], *point);
     AddStop(range.tally, *point);
   }

@@ -3,7 +3,6 @@
 #include "base/file_names.h"
 #include "commands/close_map.h"
 #include "paint/display_text.h"
-#include "panes/follow_edit.h"
 #include "panes/range_drops.h"
 #include "panes/trail_tree.h"
 #include "shell/command_menu.h"
@@ -43,7 +42,8 @@ MapWindowWidget::MapWindowWidget(Shell& shell, Map& map)
       commands_(new CommandMenu(*this)),
       offer_(new ReloadBar(this)),
       panes_(new MapPanes(map, {shell.TheSettings().trailWidth, shell.TheSettings().trailHeight},
-                          this)) {
+                          this)),
+      follower_(Shown(), shell.History()) {
   setObjectName(QStringLiteral("mapWindow"));
   setAttribute(Qt::WA_DeleteOnClose);
   auto* inside = new QWidget(this);
@@ -122,8 +122,8 @@ void MapWindowWidget::ShowTitle() {
   setWindowFilePath(LocalFileName(map_.fileName));
 }
 
-void MapWindowWidget::FollowEdit(const EditNews& news) {
-  if (!orvane::FollowEdit(Shown(), news)) return;
+void MapWindowWidget::FollowEdit(const EditNews& /*news*/) {
+  if (!follower_.ShowsChange()) return;
   ShowRows();
   RefreshMarks();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "commands/menu_state.h"
+#include "panes/pane_follower.h"
 #include "shell/map_windows.h"
 
 #include <QMainWindow>
@@ -81,6 +82,7 @@ class MapWindowWidget final : public QMainWindow, public MapWindowBase {
   ReloadBar* offer_;
   MapPanes* panes_;
   MenuState menu_;
+  PaneFollower follower_;
   std::vector<ProgramWindow*> dependents_;
   bool mayClose_ = false;  ///< all questions have been answered
 };
