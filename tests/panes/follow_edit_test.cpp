@@ -35,6 +35,26 @@ TEST_F(FollowEditTest, ANewTrailGetsARowInTheGroupOfItsTypeInAnyCase) {
   EXPECT_EQ(Row("Trail").children.size(), 2U);
 }
 
+/// The groups appeared only when the map was opened again.
+TEST_F(FollowEditTest, AnEditThatTurnsContoursOnGivesTheirGroups) {
+  Map& map = Show(TwoGroupsText);
+  const auto has = [&](const std::string& text) {
+    return std::any_of(view.trailViews.begin(), view.trailViews.end(),
+                       [&](const TrailPanelRow& row) { return row.text == text; });
+  };
+  history.Apply({.name = "Contours", .map = &map, .change = [&](EditFollowUp&) {
+                   map.contourEnabled = 1;
+                   map.contourInterval = 10;
+                   return true;
+                 }});
+  EXPECT_TRUE(has("Contours") && has("Continuous contours"));
+  EXPECT_FALSE(Row("Contours").visible);
+  history.Undo(map);
+  EXPECT_FALSE(has("Contours") || has("Continuous contours"));
+  history.Redo(map);
+  EXPECT_TRUE(has("Contours") && has("Continuous contours"));
+}
+
 TEST_F(FollowEditTest, AnEmptyGroupLosesItsRow) {
   Map& map = Show(TwoGroupsText);
   const Texts before = TrailTexts();

@@ -2,6 +2,7 @@
 
 #include "pane_fixture.h"
 #include "panes/range_drops.h"
+#include "panes/visibility.h"
 
 namespace orvane {
 namespace {
@@ -64,10 +65,45 @@ TEST_F(PaneClicks, ATriangleOpensAGroup) {
   EXPECT_FALSE(Row("Papio").open);
 }
 
+constexpr char HillText[] =
+    "Z\t\t1,10\nT\tA\tHuman\nG\tA\tS20 0\tE47 0\t100\nG\tB\tS20 0.5\tE47 0\t150\n"
+    "G\tC\tS20 0\tE47 0.5\t130\n";
+
+TEST_F(PaneClicks, ContinuousContoursAreAGroupOfTheirOwn) {
+  Map& map = Show(HillText);
+  ASSERT_TRUE(AwaitsContours(view, Row("Continuous contours")));
+  EXPECT_FALSE(Row("Continuous contours").visible);
+  ClickTrailTick(view, Row("Continuous contours"));
+  EXPECT_TRUE(Row("Continuous contours").visible);
+  EXPECT_GT(Length(map.continuousContours), 0);
+  EXPECT_EQ(Length(map.contourTrails), 0);
+  EXPECT_TRUE(AwaitsContours(view, Row("Contours")));
+  const TrailPanelRow* line = FindTrailRow(view, map.continuousContours.front());
+  ASSERT_NE(line, nullptr);
+  EXPECT_TRUE(line->visible);
+  EXPECT_EQ(line->color, Row("Continuous contours").color);
+}
+
+/// The tick was set on a row that still had no lines.
+TEST_F(PaneClicks, CancelledContoursLeaveTheTick) {
+  Map& map = Show(HillText);
+  const ContourProgress cancel = [](const char* stage, int) { return stage == nullptr; };
+  for (const std::string group : {"Contours", "Continuous contours"}) {
+    ClickTrailTick(view, Row(group), cancel);
+    EXPECT_FALSE(Row(group).visible);
+    ClickTriangle(view, Row(group), cancel);
+    EXPECT_FALSE(Row(group).open);
+    ClickTrailRow(view, &Row(group), false);
+    TrailVisibility dialog = *OpenTrailVisibility(view);
+    dialog.visible = true;
+    EXPECT_TRUE(ApplyTrailVisibility(view, dialog, history, cancel));
+    EXPECT_FALSE(Row(group).visible);
+  }
+  EXPECT_EQ(Length(map.contourTrails) + Length(map.continuousContours), 0);
+}
+
 TEST_F(PaneClicks, ContoursAreMadeAtTheFirstLook) {
-  Map& map = Show(
-      "Z\t\t1,10\nT\tA\tHuman\nG\tA\tS20 0\tE47 0\t100\nG\tB\tS20 0.5\tE47 0\t150\n"
-      "G\tC\tS20 0\tE47 0.5\t130\n");
+  Map& map = Show(HillText);
   ASSERT_TRUE(AwaitsContours(view, Row("Contours")));
   ClickTriangle(view, Row("Contours"));
   const auto lines = Length(map.contourTrails);

@@ -5,8 +5,12 @@
 #include "panes/delete_rows.h"
 #include "panes/open_editors.h"
 #include "panes/pane_clicks.h"
+#include "panes/range_drops.h"
 #include "panes/trail_tree.h"
 #include "panes/visibility.h"
+#include "view/fills.h"
+
+#include <new>
 
 namespace orvane {
 namespace {
@@ -79,6 +83,157 @@ TEST_F(PaneFollowerTest, OverlapsKeepTheirLookOverAnUndo) {
   EXPECT_TRUE(Overlap().visible);
   EXPECT_TRUE(Overlap().selected);
   EXPECT_EQ(Overlap().color, 0x010203);
+}
+
+/// An edit that solves makes the rows of overlaps again, as if they were new.
+TEST_F(PaneFollowerTest, OverlapsGetTheirFormerLookBack) {
+  Map& map = Show(std::string(TwoGroupsText) + RangesText);
+  Overlap().visible = true;
+  Overlap().color = 0x010203;
+  Overlap().drawMode = RangeDrawHash;
+  TrailEditor editor(map, FindTrail(map, "Path"));
+  editor.SetCell(0, 1, "S20 0.01");
+  ASSERT_EQ(SaveTrailEditor(editor, remembered), SaveOutcome::Closes);
+  ASSERT_FALSE(Overlap().visible);
+  const unsigned rowsMade = workspace.rangeRowsMade;
+  ASSERT_TRUE(remembered.Undo(map));
+  EXPECT_TRUE(Overlap().visible);
+  EXPECT_EQ(Overlap().color, 0x010203);
+  EXPECT_EQ(Overlap().drawMode, RangeDrawHash);
+  ASSERT_TRUE(remembered.Redo(map));
+  EXPECT_FALSE(Overlap().visible);
+  EXPECT_EQ(Overlap().drawMode, RangeDrawClear);
+  EXPECT_EQ(workspace.rangeRowsMade, rowsMade) << "rows that come back take no number";
+}
+
+/// Analysing the ranges again in list order turned the overlap round.
+TEST_F(PaneFollowerTest, OverlapsKeepTheirDirectionAndName) {
+  Map& map = Show(std::string(TwoGroupsText) + RangesText);
+  ClickTrailRow(view, &Row("Cebus"), false);
+  DropSelection(view, RangeRow("Blue"), remembered);
+  const std::string name = *Overlap().text;
+  ASSERT_EQ(name, "Intersection of Blue and Red");
+  ClickTrailRow(view, &Row("Path"), false);
+  DeleteSelectedTrails(view, remembered);
+  EXPECT_EQ(*Overlap().text, "Intersection of Red and Blue");
+  remembered.Undo(map);
+  EXPECT_EQ(*Overlap().text, name);
+  EXPECT_EQ(*Overlap().overlapOf[0]->name, "Blue");
+}
+
+TEST_F(PaneFollowerTest, OneOfSeveralRowsOfEqualTextComesBackToItsPlace) {
+  Map& map = Show(
+      "T\t\tPapio\t\t2020-3-2\nG\t8:00\tS20 0\tE47 0\n"
+      "T\t\tPapio\t\t2020-3-2\nG\t8:00\tS20 0.1\tE47 0\n"
+      "T\t\tPapio\t\t2020-3-2\nG\t8:00\tS20 0.2\tE47 0\n");
+  const auto trails = [&] {
+    std::vector<const Trail*> order;
+    for (const TrailPanelRow& row : Row("Papio").children) order.push_back(row.trail);
+    return order;
+  };
+  const std::vector<const Trail*> before = trails();
+  ClickTrailRow(view, &Row("Papio").children.front(), false);
+  DeleteSelectedTrails(view, remembered);
+  ASSERT_EQ(trails().size(), 2U);
+  remembered.Undo(map);
+  EXPECT_EQ(trails(), before);
+}
+
+TEST_F(PaneFollowerTest, AnUndoGivesRebuiltRowsTheirLookBack) {
+  Map& map = Show(TwoGroupsText);
+  ClickTriangle(view, Row("Papio"));
+  ClickTrailTick(view, Row("Cebus"));
+  remembered.Apply({.name = "Import", .map = &map, .change = [](EditFollowUp& followUp) {
+                      followUp.freshRows = true;
+                      return true;
+                    }});
+  ASSERT_FALSE(Row("Papio").open || Row("Cebus").visible);
+  remembered.Undo(map);
+  EXPECT_TRUE(Row("Papio").open && Row("Cebus").visible);
+  remembered.Redo(map);
+  EXPECT_FALSE(Row("Papio").open || Row("Cebus").visible);
+}
+
+TEST_F(PaneFollowerTest, UndoOfTheFirstDialogTakesThePatternBack) {
+  Show(TwoGroupsText);
+  Row("Path").selected = true;
+  TrailVisibility dialog = *OpenTrailVisibility(view);
+  ASSERT_EQ(Row("Path").fillPattern, FillSolid);
+  dialog.color = "red";
+  ASSERT_TRUE(ApplyTrailVisibility(view, dialog, remembered));
+  EXPECT_EQ(Row("Path").fillPattern, FillSolid);
+  ASSERT_TRUE(remembered.Undo(*view.map));
+  EXPECT_EQ(Row("Path").fillPattern, 0);
+}
+
+/// The colour of a contour is not in the file of its map, and was not taken back.
+TEST_F(PaneFollowerTest, TheColorOfAContourIsTakenBack) {
+  Map& map = Show(
+      "Z\t\t1,10\nT\tA\tHuman\nG\tA\tS20 0\tE47 0\t100\nG\tB\tS20 0.5\tE47 0\t150\n"
+      "G\tC\tS20 0\tE47 0.5\t130\n");
+  ClickTriangle(view, Row("Contours"));
+  Trail& line = map.contourTrails.front();
+  const Color rowColor = FindTrailRow(view, line)->color;
+  TrailEditor editor(map, &line);
+  editor.SetField(TrailField::LineColor, "red");
+  ASSERT_EQ(SaveTrailEditor(editor, remembered), SaveOutcome::Closes);
+  EXPECT_EQ(line.color, 0xFF0000);
+  ASSERT_TRUE(remembered.Undo(map));
+  EXPECT_EQ(line.color, NoColor);
+  EXPECT_EQ(FindTrailRow(view, line)->color, rowColor);
+  ASSERT_TRUE(remembered.Redo(map));
+  EXPECT_EQ(line.color, 0xFF0000);
+}
+
+/// Rows of overlaps pointed to records that the failed edit had replaced.
+TEST_F(PaneFollowerTest, AfterAnEditWithoutMemoryTheRowsAreAsBefore) {
+  Map& map = Show(std::string(TwoGroupsText) + RangesText);
+  Overlap().visible = true;
+  Row("Path").color = 0x010203;
+  for (const bool throws : {true, false}) {
+    const Edit edit = {.name = "Too much", .map = &map, .change = [&](EditFollowUp&) {
+                         map.ranges.front().keys.clear();
+                         AnalyzeAllRanges(map);
+                         Row("Path").color = 0xFF;
+                         if (throws) throw std::bad_alloc();
+                         return false;
+                       }};
+    if (throws) {
+      EXPECT_THROW(remembered.Apply(edit), std::bad_alloc);
+    } else {
+      EXPECT_FALSE(remembered.Apply(edit));
+    }
+    ASSERT_EQ(Length(map.intersections), 1);
+    EXPECT_EQ(Overlap().intersection, &map.intersections.front());
+    EXPECT_TRUE(Overlap().visible);
+    EXPECT_FALSE(map.ranges.front().points.empty());
+    EXPECT_EQ(Row("Path").color, 0x010203);
+  }
+  EXPECT_EQ(follower.Remembered(), 0U);
+}
+
+TEST_F(PaneFollowerTest, ForgetsTheStepsThatTheHistoryDrops) {
+  Map& map = Show(TwoGroupsText);
+  const auto color = [&](int number) {
+    remembered.Apply({.name = "Color", .map = &map, .change = [&](EditFollowUp&) {
+                        map.trails.front().color = number;
+                        return true;
+                      }});
+  };
+  for (int i = 0; i < 3; ++i) color(i);
+  EXPECT_EQ(follower.Remembered(), 3U);
+  remembered.Undo(map);
+  color(7);
+  EXPECT_EQ(follower.Remembered(), 3U);
+  remembered.Forget(map);
+  EXPECT_EQ(follower.Remembered(), 0U);
+}
+
+TEST_F(PaneFollowerTest, AFollowerThatIsGoneIsNotTold) {
+  Map& map = Show(TwoGroupsText);
+  { const PaneFollower other(view, remembered); }
+  EXPECT_TRUE(remembered.Apply(
+      {.name = "None", .map = &map, .change = [](EditFollowUp&) { return true; }}));
 }
 
 TEST_F(PaneFollowerTest, ADeletedRangeLosesItsOverlapsAndComesBackWithItsColor) {

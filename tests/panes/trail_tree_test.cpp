@@ -85,13 +85,17 @@ TEST(BuildTrailRows, OffersContoursHiddenWhereBothNumbersAreSet) {
   EXPECT_EQ(TextOf(c.view.trailViews), "New");
   c.map.contourInterval = 20;
   BuildTrailRows(c.view);
-  EXPECT_EQ(TextOf(c.view.trailViews), "-Contours New");
-  EXPECT_EQ(c.view.trailViews.front().color, 0x000000);
-  Trail& line = c.map.contourTrails.emplace_front();
-  line.type = "Contour  100";
-  line.name = "Contour  100 #1";
-  BuildTrailRows(c.view);
-  EXPECT_EQ(TextOf(c.view.trailViews), "-Contours(-Contour  100(-Contour  100 #1)) New");
+  EXPECT_EQ(TextOf(c.view.trailViews), "-Continuous contours -Contours New");
+  EXPECT_EQ(std::next(c.view.trailViews.begin())->color, 0x000000);
+  for (auto* lines : {&c.map.contourTrails, &c.map.continuousContours}) {
+    Trail& line = lines->emplace_front();
+    line.type = "Contour  100";
+    line.name = "Contour  100 #1";
+    BuildTrailRows(c.view);
+  }
+  const std::string lines = "(-Contour  100(-Contour  100 #1)) ";
+  EXPECT_EQ(TextOf(c.view.trailViews),
+            "-Continuous contours" + lines + "-Contours" + lines + "New");
 }
 
 TEST(BuildTrailRows, GivesEveryTrailARowOfItsOwnAfterRowsOfEqualText) {
