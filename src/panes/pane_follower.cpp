@@ -221,9 +221,12 @@ void PaneFollower::BringBack(const StepLooks& step, bool undone) {
     }
     return target->rank != source.rank ? target->rank : rank;
   };
-  const Sources trails{before_.trails, step.gone.trails, wanted.trails, other.trails};
-  const Sources groups{before_.groups, step.gone.groups, wanted.groups, other.groups};
-  const Sources ranges{before_.ranges, step.gone.ranges, wanted.ranges, other.ranges};
+  const Sources<decltype(before_.trails)> trails{before_.trails, step.gone.trails, wanted.trails,
+                                                 other.trails};
+  const Sources<decltype(before_.groups)> groups{before_.groups, step.gone.groups, wanted.groups,
+                                                 other.groups};
+  const Sources<decltype(before_.ranges)> ranges{before_.ranges, step.gone.ranges, wanted.ranges,
+                                                 other.ranges};
   Ranks<TrailPanelRow> trailRanks;
   VisitLevel(view_.trailViews, "", [&](TrailPanelRow& row, int rank, const std::string& path) {
     trailRanks[&row] = row.trail != nullptr
