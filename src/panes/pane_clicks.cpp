@@ -94,7 +94,7 @@ bool ShowContours(MapWindow& view, const TrailPanelRow& row, const ContourProgre
   const auto generate =
       *kind == ContourKind::Classic ? GenerateContours : GenerateContinuousContours;
   if (ContoursOf(*map, *kind).empty() &&
-      generate(*map, map->contourInterval, progress) == ContourCancelled) {
+      generate(*map, map->contourInterval, progress) == ContourCanceled) {
     return false;
   }
   for (Trail& trail : ContoursOf(*map, *kind)) AddContourRow(view, trail, *kind);

@@ -86,11 +86,11 @@ bool ApplyTrailVisibility(MapWindow& view, const TrailVisibility& dialog, EditHi
                         .change = [&](EditFollowUp&) {
                           for (TrailPanelRow* row : TrailRowsInOrder(view.trailViews)) {
                             if (!row->selected) continue;
-                            const bool isCancelled = dialog.visible && AwaitsContours(view, *row) &&
+                            const bool isCanceled = dialog.visible && AwaitsContours(view, *row) &&
                                                      !ShowContours(view, *row, progress);
                             const bool wasVisible = row->visible;
                             GiveStyle(dialog, color, *row);
-                            if (isCancelled) row->visible = wasVisible;
+                            if (isCanceled) row->visible = wasVisible;
                           }
                           return true;
                         }});

@@ -85,7 +85,7 @@ TEST_F(PaneClicks, ContinuousContoursAreAGroupOfTheirOwn) {
 }
 
 /// The tick was set on a row that still had no lines.
-TEST_F(PaneClicks, CancelledContoursLeaveTheTick) {
+TEST_F(PaneClicks, CanceledContoursLeaveTheTick) {
   Map& map = Show(HillText);
   const ContourProgress cancel = [](const char* stage, int) { return stage == nullptr; };
   for (const std::string group : {"Contours", "Continuous contours"}) {
