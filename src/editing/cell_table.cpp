@@ -185,9 +185,11 @@ size_t ColumnAt(const std::vector<int>& edges, int x) {
   return column;
 }
 
-int WidthOnScreen(int width, double pixelsPerInch) {
-  constexpr double PointsPerInch = 72;
-  return static_cast<int>(std::lround(width * std::max(1.0, pixelsPerInch / PointsPerInch)));
+int WidthForLetters(int width, double digit, int caption) {
+  constexpr double PlainDigit = 20.0 / 3;
+  constexpr int BesideCaption = 6;
+  const int forCells = static_cast<int>(std::lround(width * std::max(1.0, digit / PlainDigit)));
+  return std::max(forCells, caption + BesideCaption);
 }
 
 size_t TopRowShowing(size_t row, size_t topRow, size_t rows, int height, int rowHeight) {

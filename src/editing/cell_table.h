@@ -123,9 +123,12 @@ size_t ColumnAt(const std::vector<int>& edges, int x);
 /// The least that a column keeps when its edge is dragged, in pixels.
 constexpr int LeastColumnWidth = 8;
 
-/// Widths in pixels are meant for a screen of 72 to the inch, on which a point is a pixel.
-/// \return the initial width on another screen
-int WidthOnScreen(int width, double pixelsPerInch);
+/// The widths of columns are meant for letters whose digits are 20/3 pixels wide: those of 12 points
+/// where a point is a pixel.
+/// \param digit    width of a digit of the cells, in pixels
+/// \param caption  width of the caption, in pixels, which shows whole
+/// \return the initial width
+int WidthForLetters(int width, double digit, int caption);
 
 /// The row at the top of the table after a row was brought into view: the same if that shows it
 /// whole, else the one above the row, or the row itself where that shows no more.

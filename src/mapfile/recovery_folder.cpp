@@ -20,6 +20,8 @@ constexpr std::string_view RunPrefix = "run-";
 constexpr std::string_view SlotPrefix = "copy-";
 constexpr std::string_view CopyEnding = ".map";
 constexpr std::string_view RecordEnding = ".record";
+constexpr std::string_view DraftPrefix = "editor-";
+constexpr std::string_view DraftEnding = ".draft";
 constexpr std::string_view TemporaryEnding = ".tmp";
 
 /// Only the user can read the copies: a map can be private, wherever its own file is.
@@ -125,6 +127,11 @@ void RecoveryFolder::CollectCopies(const std::string& path, std::vector<Recovery
                         .slot = slot,
                         .written = WrittenAt(whole)});
     }
+    if (name.ends_with(DraftEnding)) {
+      if (auto text = ReadWholeFile(whole)) {
+        drafts_.push_back({.path = whole, .text = std::move(*text), .written = WrittenAt(whole)});
+      }
+    }
     if (name.ends_with(RecordEnding)) {
       const std::string slot = whole.substr(0, whole.size() - RecordEnding.size());
       if (::access(RecoveryCopyPath(slot).c_str(), F_OK) != 0) ::unlink(whole.c_str());
@@ -172,5 +179,17 @@ void RecoveryFolder::Remove(const std::string& slot) {
   ::unlink(RecoveryCopyPath(slot).c_str());
   ::unlink(RecordPath(slot).c_str());
 }
+
+std::string RecoveryFolder::NewDraft() {
+  if (ownRun_.empty() && !MakeOwnRun()) return {};
+  return JoinPath(
+      ownRun_, std::string(DraftPrefix) + std::to_string(++draftsMade_) + std::string(DraftEnding));
+}
+
+WriteResult RecoveryFolder::WriteDraft(const std::string& path, std::string_view text) {
+  return WriteFileAtomically(path, text, system_);
+}
+
+void RecoveryFolder::RemoveDraft(const std::string& path) { ::unlink(path.c_str()); }
 
 }  // namespace orvane

@@ -3,8 +3,10 @@
 #include "base/files.h"
 #include "mapfile/recovery.h"
 
+#include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace orvane {
@@ -41,6 +43,19 @@ class RecoveryFolder {
   /// Removes a copy and frees its slot.
   void Remove(const std::string& slot);
 
+  /// The draft of an open editor: a file of text beside the copies.
+  struct Draft {
+    std::string path;
+    std::string text;
+    std::int64_t written = 0;  ///< seconds since 1970
+  };
+  /// \return the drafts of the programs that the last `TakeAbandoned` took over
+  std::vector<Draft> TakeDrafts() { return std::exchange(drafts_, {}); }
+  /// \return the path of a new draft; empty if none can be made
+  std::string NewDraft();
+  WriteResult WriteDraft(const std::string& path, std::string_view text);
+  void RemoveDraft(const std::string& path);
+
  private:
   /// The folder of one program.
   struct Run {
@@ -50,13 +65,15 @@ class RecoveryFolder {
 
   bool MakeOwnRun();
   bool TakeRun(const std::string& path);
-  static void CollectCopies(const std::string& path, std::vector<RecoveryCopy>& copies);
+  void CollectCopies(const std::string& path, std::vector<RecoveryCopy>& copies);
 
   std::string directory_;
   FileSystem system_;
   std::vector<Run> runs_;  ///< this program's own and those taken over
   std::string ownRun_;     ///< path of this program's own; empty until there is one
   int slotsMade_ = 0;
+  int draftsMade_ = 0;
+  std::vector<Draft> drafts_;  ///< taken over, and not asked for yet
 };
 
 }  // namespace orvane

@@ -253,9 +253,10 @@ TEST(CellTableGeometry, AnEdgeIsTwoPixelsWide) {
 }
 
 TEST(CellTableGeometry, WidthsGrowWithTheLetters) {
-  EXPECT_EQ(WidthOnScreen(70, 72), 70);
-  EXPECT_EQ(WidthOnScreen(70, 96), 93);
-  EXPECT_EQ(WidthOnScreen(70, 60), 70);
+  EXPECT_EQ(WidthForLetters(70, 20.0 / 3, 50), 70);
+  EXPECT_EQ(WidthForLetters(70, 10, 50), 105);
+  EXPECT_EQ(WidthForLetters(70, 5, 50), 70) << "never narrower";
+  EXPECT_EQ(WidthForLetters(50, 10, 90), 96) << "the caption shows whole";
 }
 
 TEST(CellTableGeometry, ARowIsBroughtIntoViewUnderTheOneAbove) {

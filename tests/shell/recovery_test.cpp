@@ -7,9 +7,12 @@
 #include "mapfile/recovery_folder.h"
 #include "shell/command_menu.h"
 #include "shell/comment_edit.h"
+#include "shell/editors/cell_table_view.h"
+#include "shell/editors/editor_commands.h"
 #include "shell/map_window_widget.h"
 #include "shell/messages/box_messages.h"
 #include "shell/program.h"
+#include "shell/recovery/editor_drafts.h"
 #include "shell/recovery/map_recovery.h"
 #include "shell/recovery/recovery_dialog.h"
 #include "shell/scripted_surroundings.h"
@@ -19,6 +22,7 @@
 #include <QApplication>
 #include <QDialog>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
@@ -638,6 +642,103 @@ TEST_F(RecoveryShell, AtTheEndOfTheSessionEachUnsavedMapIsCopiedAtOnce) {
   Edit(run, site, "three");
   run.recovery->WriteAll();
   EXPECT_TRUE(Holds(Copies()[0] + Copies()[1], "# three"));
+}
+
+// --- Open editors -----------------------------------------------------------------------------
+
+class EditorDraftsShell : public RecoveryShell {
+ protected:
+  /// The drafts on the disk, of any run.
+  std::vector<std::string> Drafts() const {
+    std::vector<std::string> texts;
+    if (!fs::exists(folder_.Path("own/recovery"))) return texts;
+    for (const auto& entry : fs::recursive_directory_iterator(folder_.Path("own/recovery"))) {
+      if (entry.path().extension() == ".draft") {
+        texts.push_back(ReadWholeFile(entry.path().string()).value_or(""));
+      }
+    }
+    return texts;
+  }
+  static Editors& EditorsOf(ProgramRun& run) { return *run.shell.findChild<Editors*>(); }
+  static void Type(EditorWindow& editor, size_t row, size_t column, const char* text) {
+    editor.Cells().OpenCell(row, column);
+    QTest::keyClicks(&editor.Cells().EditField(), QLatin1String(text));
+  }
+  static void ClickButton(EditorWindow& editor, const char* name) {
+    QTest::mouseClick(editor.findChild<QPushButton*>(QLatin1String(name)), Qt::LeftButton);
+  }
+  /// Types an editor of the trail "Ridge", up to the middle of a cell, and ends as a power cut does.
+  void LeaveEditor() {
+    std::string draft;
+    {
+      ProgramRun run(folder_, now_);
+      MapWindowWidget& window = run.Open(path_);
+      EditorWindow& editor = EditorsOf(run).OpenTrail(window, &window.TheMap().trails.front());
+      Type(editor, 2, ColumnName, "Peak");
+      QTest::keyClick(&editor.Cells().EditField(), Qt::Key_Tab);
+      Type(editor, 2, ColumnLat, "N1 0.9");
+      run.recovery->Drafts().WriteAll();
+      draft = Drafts().at(0);
+      ClickButton(editor, "cancel");
+    }
+    EXPECT_TRUE(Drafts().empty());
+    RecoveryFolder left(folder_.Path("own/recovery"));
+    left.WriteDraft(left.NewDraft(), draft);
+  }
+};
+
+TEST_F(EditorDraftsShell, ADraftIsWrittenSoonAndGoesWithItsEditor) {
+  ProgramRun run(folder_, now_);
+  MapWindowWidget& window = run.Open(path_);
+  EditorWindow& trail = EditorsOf(run).OpenTrail(window, nullptr);
+  run.recovery->Drafts().WriteAll();
+  EXPECT_TRUE(Drafts().empty()) << "nothing was typed";
+  Type(trail, 0, 0, "Camp");
+  EXPECT_TRUE(QTest::qWaitFor([&] { return Drafts().size() == 1; }, 5000));
+  EditorWindow& range = EditorsOf(run).OpenRange(window, nullptr);
+  Type(range, 0, 0, "Trail");
+  run.recovery->Drafts().WriteAll();
+  EXPECT_EQ(Drafts().size(), 2U);
+  ClickButton(trail, "cancel");
+  EXPECT_EQ(Drafts().size(), 1U);
+  QTest::keyClicks(range.findChild<QLineEdit*>(QStringLiteral("Name")), QStringLiteral("Blue"));
+  ClickButton(range, "ok");
+  EXPECT_TRUE(Drafts().empty());
+  EXPECT_FALSE(window.TheMap().ranges.empty());
+}
+
+TEST_F(EditorDraftsShell, TheNextStartOpensTheEditorWithItsRowsAndTheTextInItsCell) {
+  LeaveEditor();
+  ProgramRun run(folder_, now_);
+  presser_.buttons = {QStringLiteral("Recover Trail Ridge, in site.map|OK")};
+  run.program.Start({});
+  ASSERT_EQ(run.shell.Windows().All().size(), 1U);
+  MapWindowWidget& window = *run.shell.Windows().All().front();
+  ASSERT_TRUE(QTest::qWaitFor([&] { return window.Dependents().size() == 1; }));
+  auto& editor = static_cast<TrailEditorWindow&>(*window.Dependents().front());
+  EXPECT_EQ(editor.Editor().Edited(), &window.TheMap().trails.front());
+  ASSERT_EQ(editor.Editor().RowCount(), 3U);
+  EXPECT_EQ(editor.Editor().GetCell(2, 0), "Peak");
+  EXPECT_EQ(editor.Cells().EditField().text(), QStringLiteral("N1 0.9"));
+  EXPECT_EQ(Drafts().size(), 1U) << "kept until the editor closes";
+  ClickButton(editor, "ok");
+  EXPECT_TRUE(Drafts().empty());
+  EXPECT_EQ(window.TheMap().trails.front().points.size(), 3U);
+  EXPECT_EQ(window.TheMap().trails.front().points[2]->name, "Peak");
+}
+
+TEST_F(EditorDraftsShell, LaterKeepsADraftAndDiscardRemovesIt) {
+  LeaveEditor();
+  {
+    ProgramRun run(folder_, now_);
+    presser_.buttons = {QStringLiteral("Later Trail Ridge, in site.map|OK")};
+    run.program.Start({path_});
+    EXPECT_EQ(Drafts().size(), 1U);
+  }
+  ProgramRun run(folder_, now_);
+  presser_.buttons = {QStringLiteral("Discard Trail Ridge, in site.map|OK")};
+  run.program.Start({path_});
+  EXPECT_TRUE(Drafts().empty());
 }
 
 }  // namespace

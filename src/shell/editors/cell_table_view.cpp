@@ -143,6 +143,13 @@ void CellTableView::MakeHeaders() {
     LayOutColumns();
   });
   handles_ = new RowHandles(rowHeight_, this);
+  auto* corner = new QWidget(this);
+  corner->setAutoFillBackground(true);
+  QPalette gray = corner->palette();
+  gray.setColor(QPalette::Window, CellBackground);
+  corner->setPalette(gray);
+  corner->setGeometry(0, 0, RowHandleWidth, rowHeight_);
+  cornerCover_ = corner;
   setVerticalHeader(handles_);
   connect(handles_, &RowHandles::rowClicked, this, &CellTableView::PressHandle);
   connect(handles_, &RowHandles::rowDragged, this, [this](int y, bool isDown) {
@@ -159,9 +166,24 @@ void CellTableView::MakeHeaders() {
 
 void CellTableView::FillWidths() {
   const std::vector<CellColumn>& columns = model_.Columns();
+  const double digit = QFontMetricsF(font()).horizontalAdvance(QLatin1Char('0'));
+  const QFontMetrics captions(header_->font());
   for (size_t i = widths_->size(); i < columns.size(); ++i) {
-    widths_->push_back(WidthOnScreen(columns[i].width, logicalDpiX()));
+    const int caption = captions.horizontalAdvance(DisplayText(columns[i].title));
+    widths_->push_back(
+        std::max(WidthForLetters(columns[i].width, digit, caption), WidthOfCells(i)));
   }
+}
+
+int CellTableView::WidthOfCells(size_t column) const {
+  constexpr size_t MostRows = 100;
+  constexpr int Widest = 200;
+  const QFontMetrics cells(font());
+  int width = 0;
+  for (size_t row = 0; row < std::min(model_.RowCount(), MostRows); ++row) {
+    width = std::max(width, cells.horizontalAdvance(DisplayText(model_.GetCell(row, column))));
+  }
+  return std::min(width + 2 * TextMargin + 1, Widest);
 }
 
 std::vector<int> CellTableView::Edges() const {
@@ -194,6 +216,7 @@ void CellTableView::resizeEvent(QResizeEvent* event) {
 
 void CellTableView::updateGeometries() {
   QTableView::updateGeometries();
+  if (cornerCover_ != nullptr) cornerCover_->raise();
   if (rowHeight_ > 0) {
     verticalScrollBar()->setPageStep(RowsOfPage(viewport()->height(), rowHeight_));
   }

@@ -97,6 +97,8 @@ class CellTableView final : public QTableView {
   void MakeHeaders();
   void MakeEditField();
   void FillWidths();
+  /// The width that shows the cells of a column whole; of the first rows, and bounded.
+  int WidthOfCells(size_t column) const;
   void LayOutColumns();
   size_t RowAt(int y) const;
   std::vector<int> Edges() const;
@@ -125,6 +127,8 @@ class CellTableView final : public QTableView {
   HintHeader* header_ = nullptr;
   RowHandles* handles_ = nullptr;
   QLineEdit* edit_ = nullptr;
+  QWidget* cornerCover_ =
+      nullptr;  ///< hides the button of the toolkit between captions and handles
   int rowHeight_ = 0;
   CellTableState shownState_ = CellTableState::Idle;
   std::string shownText_;  ///< of the open cell before the user typed

@@ -2,6 +2,8 @@
 
 #include "model/workspace.h"
 #include "panes/open_editors.h"
+#include "panes/range_list.h"
+#include "shell/map/map_view.h"
 #include "shell/map_window_widget.h"
 #include "shell/shell.h"
 
@@ -40,26 +42,52 @@ Window* Editors::Find(Wanted wanted) const {
 }
 
 template <typename Window>
-Window& Editors::Show(Window* window) const {
+Window& Editors::ShowNew(Window* window) {
+  connect(window, &EditorWindow::contentEdited, this,
+          [this, window] { Q_EMIT draftEdited(window); });
   window->BringToFront();
   return *window;
 }
 
 TrailEditorWindow& Editors::OpenTrail(MapWindowWidget& window, Trail* trail) {
   auto* open = trail == nullptr ? nullptr : Find<TrailEditorWindow>(trail);
-  if (open != nullptr) return Show(open);
+  if (open != nullptr) {
+    open->BringToFront();
+    return *open;
+  }
   auto editor = std::make_unique<TrailEditor>(window.TheMap(), trail);
   // It deletes itself when it is closed.
-  return Show(new TrailEditorWindow(shell_, window, std::move(editor), trailWidths_));
+  return ShowNew(new TrailEditorWindow(shell_, window, std::move(editor), trailWidths_));
 }
 
 RangeEditorWindow& Editors::OpenRange(MapWindowWidget& window, const RangePanelRow* row) {
   auto* open = row == nullptr ? nullptr : Find<RangeEditorWindow>(row->range);
-  if (open != nullptr) return Show(open);
+  if (open != nullptr) {
+    open->BringToFront();
+    return *open;
+  }
   auto editor = row == nullptr
                     ? std::make_unique<RangeEditor>(window.TheMap(), nullptr, NoColor)
                     : std::make_unique<RangeEditor>(window.TheMap(), row->range, row->color);
-  return Show(new RangeEditorWindow(shell_, window, std::move(editor), rangeWidths_));
+  return ShowNew(new RangeEditorWindow(shell_, window, std::move(editor), rangeWidths_));
+}
+
+EditorWindow& Editors::Restore(MapWindowWidget& window, const EditorDraft& draft) {
+  Map& map = window.TheMap();
+  EditorWindow* restored = nullptr;
+  if (draft.ofTrail) {
+    restored =
+        &ShowNew(new TrailEditorWindow(shell_, window, TrailEditorOf(map, draft), trailWidths_));
+  } else {
+    const Range* range = RangeOf(map, draft);
+    const RangePanelRow* row =
+        range == nullptr ? nullptr : FindRangeRow(window.View().Shown(), *range);
+    const Color color = row == nullptr ? NoColor : row->color;
+    restored = &ShowNew(
+        new RangeEditorWindow(shell_, window, RangeEditorOf(map, draft, color), rangeWidths_));
+  }
+  restored->RestoreOpenCell(draft);
+  return *restored;
 }
 
 void OpenTrailEditor(Shell& shell, MapWindowWidget& window, const TrailPanelRow& row) {

@@ -23,12 +23,18 @@ class Editors final : public QObject {
   TrailEditorWindow& OpenTrail(MapWindowWidget& window, Trail* trail);
   /// \param row  of the range; null for a new one
   RangeEditorWindow& OpenRange(MapWindowWidget& window, const RangePanelRow* row);
+  /// Opens an editor that a crash has ended.
+  EditorWindow& Restore(MapWindowWidget& window, const EditorDraft& draft);
+
+ Q_SIGNALS:
+  /// Something was typed in an editor.
+  void draftEdited(orvane::EditorWindow* editor);
 
  private:
   template <typename Window, typename Wanted>
   Window* Find(Wanted wanted) const;
   template <typename Window>
-  Window& Show(Window* window) const;
+  Window& ShowNew(Window* window);
 
   Shell& shell_;
   TrailWidths trailWidths_;

@@ -1,6 +1,7 @@
 #include "shell/editors/editor_window.h"
 
 #include "model/map.h"
+#include "paint/display_text.h"
 #include "shell/command_menu.h"
 #include "shell/editors/cell_table_view.h"
 #include "shell/list_menus.h"
@@ -14,6 +15,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <QShortcut>
 #include <QVBoxLayout>
 
@@ -29,6 +31,8 @@ constexpr int MostSelected = 100;
 constexpr int UnderForm = 4;
 constexpr int OverButtons = 6;
 constexpr int Margin = 8;
+/// Pixels between a label and its field, and between buttons.
+constexpr int Spacing = 6;
 
 QLineEdit* TextOf(QWidget& field) {
   if (auto* box = qobject_cast<QComboBox*>(&field)) return box->lineEdit();
@@ -62,12 +66,16 @@ EditorWindow::EditorWindow(Shell& shell, MapWindowWidget& mapWindow, WindowKind 
   });
   PlugListMenus(shell_, *commands_);
   connect(cells_, &CellTableView::declined, this, [this] { shell_.Beep(); });
-  connect(cells_, &CellTableView::cellsChanged, this, [this] { Refresh(); });
+  connect(cells_, &CellTableView::cellsChanged, this, [this] {
+    Refresh();
+    Q_EMIT contentEdited();
+  });
+  connect(cells_, &CellTableView::textEdited, this, &EditorWindow::contentEdited);
   connect(cells_, &CellTableView::stateChanged, this, [this](CellTableState state) {
     FollowTable(state);
     Refresh();
   });
-  const auto onKey = [this](QKeySequence key, void (EditorWindow::*run)()) {
+  const auto onKey = [this](const QKeySequence& key, void (EditorWindow::*run)()) {
     connect(new QShortcut(key, this), &QShortcut::activated, this, run);
   };
   onKey(Qt::Key_F6, &EditorWindow::GoToFormOrTable);
@@ -87,6 +95,7 @@ EditorWindow::~EditorWindow() {
 void EditorWindow::MakeButtons(QVBoxLayout& layout) {
   auto* row = new QHBoxLayout;
   row->setContentsMargins(Margin, OverButtons, Margin, Margin);
+  row->setSpacing(Spacing);
   row->addStretch();
   const auto add = [&](const QString& text, const QString& name) {
     auto* button = new QPushButton(text, this);
@@ -103,6 +112,7 @@ void EditorWindow::MakeButtons(QVBoxLayout& layout) {
 
 void EditorWindow::SetForm(QLayout* form) {
   form->setContentsMargins(Margin, Margin, Margin, UnderForm);
+  form->setSpacing(Spacing);
   layout_->insertLayout(0, form);
 }
 
@@ -219,11 +229,40 @@ void EditorWindow::changeEvent(QEvent* event) {
   if (resized || (event->type() == QEvent::ActivationChange && isActiveWindow())) Refresh();
 }
 
+void EditorWindow::TakeFirstSize() {
+  // All columns are in view if the screen has room for them.
+  constexpr int ScreenParts = 10;
+  constexpr int MostParts = 9;
+  resize(sizeHint().boundedTo(screen()->availableSize() * MostParts / ScreenParts));
+}
+
 void EditorWindow::BringToFront() {
   setWindowState(windowState() & ~Qt::WindowMinimized);
   show();
   raise();
   activateWindow();
+}
+
+// --- Drafts -------------------------------------------------------------------------------------
+
+EditorDraft EditorWindow::Draft() const {
+  EditorDraft draft = DraftOfEditor();
+  const CellTable& table = cells_->Table();
+  if (table.HasTypedText()) {
+    draft.openCell = {.row = static_cast<int>(table.CurrentRow()),
+                      .column = static_cast<int>(table.CurrentColumn()),
+                      .text = table.Text()};
+  }
+  return draft;
+}
+
+bool EditorWindow::HasDraft() const { return IsChanged() || cells_->Table().HasTypedText(); }
+
+void EditorWindow::RestoreOpenCell(const EditorDraft& draft) {
+  if (!draft.openCell || draft.openCell->row < 0 || draft.openCell->column < 0) return;
+  cells_->OpenCell(static_cast<size_t>(draft.openCell->row),
+                   static_cast<size_t>(draft.openCell->column));
+  cells_->EditField().setText(DisplayText(draft.openCell->text));
 }
 
 // --- Closing ------------------------------------------------------------------------------------
@@ -260,6 +299,7 @@ void EditorWindow::closeEvent(QCloseEvent* event) {
     Refresh();
     return;
   }
+  Q_EMIT draftDiscarded();
   Leave();
   if (mapWindow_) mapWindow_->RemoveDependent(*this);
 }

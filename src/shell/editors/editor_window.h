@@ -2,6 +2,7 @@
 
 #include "commands/menu_state.h"
 #include "editing/cell_table.h"
+#include "editing/editor_draft.h"
 #include "editing/save_trail.h"
 #include "shell/program_window.h"
 
@@ -45,6 +46,19 @@ class EditorWindow : public QMainWindow, public ProgramWindow {
   /// Shows the window in front of all others.
   void BringToFront();
 
+  /// What a crash must not take: the form, the rows, and a text that is being typed.
+  EditorDraft Draft() const;
+  /// True if the user has changed something.
+  bool HasDraft() const;
+  /// Shows an open cell of a draft with its text.
+  void RestoreOpenCell(const EditorDraft& draft);
+
+ Q_SIGNALS:
+  /// Something was typed, or a row came, went or moved.
+  void contentEdited();
+  /// The window closes: what it holds is saved or not wanted.
+  void draftDiscarded();
+
  protected:
   /// \param mapWindow  the editor belongs to it
   /// \param widths     of the columns; must outlive the window
@@ -55,6 +69,8 @@ class EditorWindow : public QMainWindow, public ProgramWindow {
   Shell& TheShell() { return shell_; }
   MapWindowWidget& TheMapWindow() { return *mapWindow_; }
 
+  /// Gives the window the size that its form and all columns take, as far as the screen has it.
+  void TakeFirstSize();
   /// Puts the form above the table.
   void SetForm(QLayout* form);
   /// Gives the fields of the form in the order of Tab.
@@ -69,6 +85,8 @@ class EditorWindow : public QMainWindow, public ProgramWindow {
   virtual SaveOutcome Save() = 0;
   virtual SaveOutcome RequestClose() = 0;
   virtual QString Title() const = 0;
+  virtual EditorDraft DraftOfEditor() const = 0;
+  virtual bool IsChanged() const = 0;
   /// True if clicks on the map can add rows.
   virtual bool TakesClicks() const { return false; }
   /// The table is idle, has an open cell, or a selected row.

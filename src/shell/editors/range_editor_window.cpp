@@ -21,6 +21,7 @@ RangeEditorWindow::RangeEditorWindow(Shell& shell, MapWindowWidget& mapWindow,
       color_(new QLineEdit(DisplayText(editor_.ColorText()), this)) {
   setObjectName(QStringLiteral("rangeEditor"));
   MakeForm();
+  TakeFirstSize();
   Refresh();
 }
 
@@ -36,14 +37,20 @@ void RangeEditorWindow::MakeForm() {
   connect(name_, &QLineEdit::textEdited, this, [this](const QString& text) {
     editor_.SetName(StoredText(text, editor_.Name()));
     if (const QString read = DisplayText(editor_.Name()); read != text) name_->setText(read);
+    fieldsEdited_ = true;
+    Q_EMIT contentEdited();
   });
   connect(color_, &QLineEdit::textEdited, this, [this](const QString& text) {
     editor_.SetColorText(text.toStdString());
     if (const QString read = DisplayText(editor_.ColorText()); read != text) {
       color_->setText(read);
     }
+    fieldsEdited_ = true;
+    Q_EMIT contentEdited();
   });
 }
+
+bool RangeEditorWindow::IsChanged() const { return editor_.IsChanged() || fieldsEdited_; }
 
 QString RangeEditorWindow::Title() const { return DisplayText(editor_.Title()); }
 

@@ -24,6 +24,8 @@ class RangeEditorWindow final : public EditorWindow {
   SaveOutcome Save() override;
   SaveOutcome RequestClose() override;
   QString Title() const override;
+  EditorDraft DraftOfEditor() const override { return DraftOf(editor_); }
+  bool IsChanged() const override;
 
  private:
   void MakeForm();
@@ -31,6 +33,7 @@ class RangeEditorWindow final : public EditorWindow {
   RangeEditor& editor_;
   QLineEdit* name_;
   QLineEdit* color_;
+  bool fieldsEdited_ = false;  ///< name or colour; no reason to ask, but lost in a crash
 };
 
 }  // namespace orvane

@@ -23,6 +23,12 @@ RowHandles::RowHandles(int rowHeight, QWidget* parent) : QHeaderView(Qt::Vertica
 void RowHandles::paintEvent(QPaintEvent* event) {
   QPainter(viewport()).fillRect(event->rect(), CellBackground);
   QHeaderView::paintEvent(event);
+  // The toolkit paints what is under the last row in its own way.
+  const int end = length() - offset();
+  QPainter painter(viewport());
+  painter.fillRect(0, end, width(), height(), CellBackground);
+  painter.setPen(CellInk);
+  painter.drawLine(0, end, width(), end);
 }
 
 void RowHandles::paintSection(QPainter* painter, const QRect& rect, int logicalIndex) const {

@@ -41,6 +41,7 @@ TrailEditorWindow::TrailEditorWindow(Shell& shell, MapWindowWidget& mapWindow,
       modes_(new QButtonGroup(this)) {
   setObjectName(QStringLiteral("trailEditor"));
   MakeForm();
+  TakeFirstSize();
   connect(&mapWindow.View(), &MapView::inputCancelled, this, [this] { BringToFront(); });
   Refresh();
 }
@@ -98,10 +99,8 @@ void TrailEditorWindow::MakeForm() {
   QRadioButton* mixture = MakeModeButton(EntryMode::Mixture, tr("Mi&xture"));
   At(TrailField::LineColor) = MakeField(TrailField::LineColor, tr("&Color:"), DateLetters);
   At(TrailField::Width) = MakeField(TrailField::Width, tr("W&idth:"), NumberLetters);
-  auto* buttons = new QHBoxLayout;
-  for (QRadioButton* button : {relative, gps, mixture}) buttons->addWidget(button);
-  buttons->addStretch();
   auto* form = new QGridLayout;
+  SetForm(form);
   int column = 0;
   for (const TrailField field :
        {TrailField::Type, TrailField::Date, TrailField::Focal, TrailField::Size}) {
@@ -111,14 +110,14 @@ void TrailEditorWindow::MakeForm() {
   form->addWidget(At(TrailField::Name).label, 1, 0);
   form->addWidget(At(TrailField::Name).widget, 1, 1);
   auto* rest = new QHBoxLayout;
-  rest->addLayout(buttons);
-  rest->addSpacing(WideField);
+  for (QRadioButton* button : {relative, gps, mixture}) rest->addWidget(button);
+  rest->setSpacing(form->horizontalSpacing());
+  rest->addStretch();
   for (const TrailField field : {TrailField::LineColor, TrailField::Width}) {
     rest->addWidget(At(field).label);
     rest->addWidget(At(field).widget);
   }
   form->addLayout(rest, 1, 2, 1, column - 2);
-  SetForm(form);
   SetOrder({At(TrailField::Type).widget, At(TrailField::Date).widget, At(TrailField::Focal).widget,
             At(TrailField::Size).widget, At(TrailField::Name).widget, relative, gps, mixture,
             At(TrailField::LineColor).widget, At(TrailField::Width).widget});
@@ -146,6 +145,7 @@ void TrailEditorWindow::TakeField(TrailField field) {
   const int cursor = At(field).text->cursorPosition();
   Refresh();
   At(field).text->setCursorPosition(cursor);
+  Q_EMIT contentEdited();
 }
 
 void TrailEditorWindow::Refresh() {

@@ -40,6 +40,8 @@ class TrailEditorWindow final : public EditorWindow, public InputTarget {
   SaveOutcome Save() override;
   SaveOutcome RequestClose() override;
   QString Title() const override;
+  EditorDraft DraftOfEditor() const override { return DraftOf(editor_); }
+  bool IsChanged() const override { return editor_.IsChanged(); }
   bool TakesClicks() const override { return editor_.TakesClicks(); }
   void FollowTable(CellTableState state) override;
   void Leave() override { EndGraphicalInput(); }

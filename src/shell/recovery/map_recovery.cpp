@@ -7,6 +7,7 @@
 #include "model/map_chain.h"
 #include "shell/map_window_widget.h"
 #include "shell/messages/box_messages.h"
+#include "shell/recovery/editor_drafts.h"
 #include "shell/recovery/recovery_dialog.h"
 #include "shell/shell.h"
 
@@ -56,7 +57,10 @@ long WindowsOn(const Shell& shell, const Map& map) {
 }  // namespace
 
 MapRecovery::MapRecovery(Shell& shell, const std::string& directory, FileSystem system)
-    : clock(SteadyTime), shell_(shell), folder_(directory, std::move(system)) {
+    : clock(SteadyTime),
+      shell_(shell),
+      folder_(directory, std::move(system)),
+      drafts_(new EditorDrafts(shell, folder_, this)) {
   timer_.setSingleShot(true);
   connect(&timer_, &QTimer::timeout, this, &MapRecovery::WriteWhatIsDue);
   connect(&shell.Maps(), &OpenMaps::mapEdited, this, [this](const Map* map) { NoteEdited(*map); });
@@ -79,13 +83,16 @@ std::optional<std::vector<Map*>> MapRecovery::OfferCopies() {
                       .differences = DifferenceTexts(differences),
                       .saysTheSame = SaysTheSame(differences)});
   }
+  const size_t copies = offers.size();
+  const std::vector<RecoveryOffer> drafts = drafts_->TakeAbandoned();
+  offers.insert(offers.end(), drafts.begin(), drafts.end());
   if (offers.empty()) return std::vector<Map*>();
   RecoveryDialog dialog(offers, QApplication::activeWindow());
   dialog.exec();
   if (dialog.ExitRequested()) return std::nullopt;
   const std::vector<RecoveryChoice> choices = dialog.Choices();
   std::vector<RecoveryCopy> wanted;
-  for (size_t i = 0; i < offers.size(); ++i) {
+  for (size_t i = 0; i < copies; ++i) {
     if (choices[i] == RecoveryChoice::Recover) wanted.push_back(offers[i].copy);
     if (choices[i] == RecoveryChoice::Discard) folder_.Remove(offers[i].copy.slot);
   }
@@ -95,6 +102,10 @@ std::optional<std::vector<Map*>> MapRecovery::OfferCopies() {
     if (maps[i] != nullptr) kept_[maps[i]].slot = wanted[i].slot;
   }
   maps.erase(std::remove(maps.begin(), maps.end(), nullptr), maps.end());
+  for (size_t i = copies; i < offers.size(); ++i) {
+    if (choices[i] == RecoveryChoice::Recover) drafts_->OpenSoon(i - copies, maps);
+    if (choices[i] == RecoveryChoice::Discard) drafts_->Discard(i - copies);
+  }
   return maps;
 }
 
@@ -162,6 +173,7 @@ void MapRecovery::WriteAll() {
       WriteCopy(map, found->second);
     }
   }
+  drafts_->WriteAll();
   Schedule();
 }
 

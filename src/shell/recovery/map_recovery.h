@@ -17,6 +17,7 @@
 
 namespace orvane {
 
+class EditorDrafts;
 class Shell;
 struct Map;
 
@@ -40,6 +41,7 @@ class MapRecovery final : public QObject, public CopyKeeper {
 
   /// Writes each copy that is due.
   void WriteWhatIsDue();
+  EditorDrafts& Drafts() { return *drafts_; }
 
   bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -66,6 +68,7 @@ class MapRecovery final : public QObject, public CopyKeeper {
 
   Shell& shell_;
   RecoveryFolder folder_;
+  EditorDrafts* drafts_;
   std::map<const Map*, Kept> kept_;
   QTimer timer_;
   std::optional<RecoveryTiming::Time> lastInput_;

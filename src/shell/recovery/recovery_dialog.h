@@ -19,6 +19,7 @@ struct RecoveryOffer {
   RecoveryCopy copy;
   std::vector<std::string> differences;  ///< from the user's file; one sentence each
   bool saysTheSame = false;              ///< the file already holds all of it
+  std::string editor{};  ///< what an open editor was about; empty for the copy of a map
 };
 
 /// What to do with a copy.
