@@ -6,9 +6,12 @@
 //
 // SITE is the folder of the example; the pictures are written to FOLDER.
 
+#include "base/dates.h"
 #include "commands/reload_map.h"
 #include "entry/gis_import.h"
 #include "model/workspace.h"
+#include "shell/editors/cell_table_view.h"
+#include "shell/editors/editor_commands.h"
 #include "shell/entry/gis_trail_window.h"
 #include "shell/map/map_note.h"
 #include "shell/map/map_view.h"
@@ -41,6 +44,7 @@ namespace orvane {
 namespace {
 
 constexpr QSize WindowSize(1000, 680);
+constexpr QSize EditorSize(780, 420);
 constexpr int Settling = 100;    ///< milliseconds; a window is laid out and painted by then
 constexpr int Patience = 60000;  ///< milliseconds; a busy machine may need so long
 constexpr int BoxInterval = 50;  ///< milliseconds between two looks for a box
@@ -90,6 +94,7 @@ class GuidePictures {
     good_ = WaitFor([window] { return !ShowsNote(*window); });
     ShowMap(*window);
     ShowDialogs(*window);
+    ShowEditors(*window);
     ShowMessages();
     return good_;
   }
@@ -154,6 +159,27 @@ class GuidePictures {
     }
     SaveShown(std::make_unique<GisTrailWindow>(shell_, std::move(*import), gisBoxes_, &window),
               QStringLiteral("gis-trail"));
+  }
+
+  void ShowEditors(MapWindowWidget& window) {
+    auto& editors = *shell_.findChild<Editors*>();
+    const auto save = [this](EditorWindow& editor, size_t row, size_t column, const char* name) {
+      // The same width on every machine, whatever its screen.
+      editor.resize(EditorSize);
+      editor.Cells().OpenCell(row, column);
+      LetPass(Settling);
+      Save(editor, QLatin1String(name));
+      editor.Cells().Leave();
+      editor.TryClose();
+    };
+    for (Trail& trail : window.TheMap().trails) {
+      if (trail.focalAnimal != "Pim" || trail.date != PackDate(2003, 3, 5)) continue;
+      save(editors.OpenTrail(window, &trail), 2, ColumnPoint, "trail-editor");
+    }
+    for (RangePanelRow& row : window.View().Shown().rangeViews) {
+      if (row.text != "Oru mornings") continue;
+      save(editors.OpenRange(window, &row), 1, ColumnType, "range-editor");
+    }
   }
 
   void ShowMessages() {

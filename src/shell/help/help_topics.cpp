@@ -20,6 +20,9 @@ constexpr std::array Topics{
     HelpTopic{"rangeList", "window.html#the-lists"},
     HelpTopic{"messagesWindow", "messages.html#the-messages-window"},
     HelpTopic{"textViewer", "messages.html#the-messages-window"},
+    HelpTopic{"trailEditor", "trail-editor.html"},
+    HelpTopic{"rangeEditor", "range-editor.html"},
+    HelpTopic{"cellTable", "trail-editor.html#the-table"},
     HelpTopic{"gisTrail", "gps-files.html#tracks"},
     // Dialogs.
     HelpTopic{"aboutBox", "overview.html"},
@@ -41,6 +44,8 @@ constexpr std::array Topics{
     HelpTopic{"command1037", "saving.html"},
     HelpTopic{"command1052", "saving.html"},
     HelpTopic{"command1053", "export.html"},
+    HelpTopic{"command1010", "trail-editor.html#clicks-on-the-map"},
+    HelpTopic{"command1059", "trail-editor.html"},
     HelpTopic{"command1025", "field-sheet.html"},
     HelpTopic{"command1013", "commands.html#import-gis"},
     HelpTopic{"command1040", "checking.html"},
