@@ -91,6 +91,18 @@ struct RemovedRecords {
   std::forward_list<GridShade> gridShades;
 };
 
+/// A chain of legs between two junctions of the survey, as the solver found it before it spread the
+/// chain's closing error over its points.
+struct ClosedChain {
+  const Point* from = nullptr;  ///< the junction at which the chain was walked from
+  const Point* to = nullptr;    ///< the junction that it leads to; may be the same
+  int legs = 0;                 ///< means of the shots between two points
+  double length = 0;            ///< metres along the slope, not 0
+  double north = 0;             ///< metres: where the chain puts `to`, minus where it was solved
+  double east = 0;              ///< metres, likewise
+  std::optional<double> up;     ///< metres, likewise; none unless both ends have an altitude
+};
+
 /// One document: everything that a map file describes. Never moved.
 struct Map {
   std::unique_ptr<MapMemory> pointMemory = std::make_unique<MapMemory>();
@@ -135,6 +147,9 @@ struct Map {
   std::forward_list<Grid> grids;                       ///< newest first
   std::forward_list<GridShade> gridShades;             ///< newest first
   RemovedRecords removed;
+  /// What the last solve of this map closed, in the order in which it did; empty if the map was not
+  /// solved. Never saved.
+  std::vector<ClosedChain> closedChains;
   std::vector<std::string> comments;  ///< `#` lines, each with its `#`, in file order
   std::vector<std::string>
       credits;  ///< lines with a `CreditTagLength`, sign included, in file order

@@ -112,6 +112,7 @@ std::optional<Chain> FollowChain(Point& junction, Link& first) {
     chain.north += step.north;
     chain.east += step.east;
     chain.length += double{link->distance};
+    ++chain.legs;
     link->walked = true;
     Point& far = *link->other;
     if (IsJunction(far)) {
@@ -142,6 +143,27 @@ void HangFreeRegion(Map& map, Point& holder) {
       "No absolute position found for connected region containing %s in %s",
       {holder.name.empty() ? "<nameless point>" : std::string_view(holder.name), map.shownName});
   holder.positionWeight = 1;
+}
+
+/// The ends of a chain in the plane in which its closing error is spread.
+struct ChainEnds {
+  Meters start;
+  Meters end;
+
+  explicit ChainEnds(const Chain& chain) {
+    const LatLon& from = chain.start->geo;
+    const LatLon& to = chain.end->geo;
+    start = LatLonToMetersKeepingAltitude({from.lat, 0, from.altitude});
+    end = LatLonToMetersKeepingAltitude({to.lat, to.lon - from.lon, to.altitude});
+  }
+};
+
+/// Records what each chain misses its end by, and spreads it.
+void CloseChains(Map& map, const std::vector<Chain>& chains) {
+  for (const Chain& chain : chains) {
+    if (chain.length != 0) map.closedChains.push_back(MeasureClosingError(chain));
+    SpreadClosingError(chain);
+  }
 }
 
 /// Walks from every placed point of the region, so that branches off the chains are reached.
@@ -176,10 +198,9 @@ Region FindRegion(Map& map, Point& point) {
 
 void SpreadClosingError(const Chain& chain) {
   if (chain.length == 0) return;
-  const LatLon& start = chain.start->geo;
-  const LatLon& end = chain.end->geo;
-  Meters at = LatLonToMetersKeepingAltitude({start.lat, 0, start.altitude});
-  const Meters target = LatLonToMetersKeepingAltitude({end.lat, end.lon - start.lon, end.altitude});
+  const ChainEnds ends(chain);
+  Meters at = ends.start;
+  const Meters& target = ends.end;
   const double northError = (target.north - at.north - chain.north) / chain.length;
   const double eastError = (target.east - at.east - chain.east) / chain.length;
   double altitudeError = 0;
@@ -197,10 +218,25 @@ void SpreadClosingError(const Chain& chain) {
     at.north += step.north + distance * northError;
     Point& point = *link->other;
     point.geo = MetersToLatLonKeepingAltitude(at);
-    point.geo.lon += start.lon;
+    point.geo.lon += chain.start->geo.lon;
     point.flags |= PointPlaced;
     link = LinkOnward(point, link->reverse);
   }
+}
+
+ClosedChain MeasureClosingError(const Chain& chain) {
+  const ChainEnds ends(chain);
+  ClosedChain closed;
+  closed.from = chain.start;
+  closed.to = chain.end;
+  closed.legs = chain.legs;
+  closed.length = chain.length;
+  closed.north = ends.start.north + chain.north - ends.end.north;
+  closed.east = ends.start.east + chain.east - ends.end.east;
+  if (HasAltitude(ends.start.altitude) && HasAltitude(ends.end.altitude)) {
+    closed.up = double{ends.start.altitude} + double{chain.altitude} - double{ends.end.altitude};
+  }
+  return closed;
 }
 
 void PropagateFrom(Point& point) {
@@ -234,7 +270,7 @@ void SolveRegion(Map& map, Point& point) {
   }
   if (junctions.size() >= 2) {
     SolveRegionSystem(region);
-    for (const Chain& chain : region.chains) SpreadClosingError(chain);
+    CloseChains(map, region.chains);
     PropagateRegion(map, point);
     return;
   }
@@ -242,7 +278,7 @@ void SolveRegion(Map& map, Point& point) {
   // the one junction and is closed there.
   Point& holder = fix == junctions.end() ? point : **fix;
   PlaceFromSums(holder);
-  for (const Chain& chain : region.chains) SpreadClosingError(chain);
+  CloseChains(map, region.chains);
   PropagateFrom(holder);
 }
 

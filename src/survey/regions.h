@@ -16,6 +16,7 @@ struct Chain {
   double east = 0;            ///< metres
   float altitude = 0;         ///< metres, the sum of the vertical steps
   double length = 0;          ///< metres along the slope
+  int legs = 0;
 };
 
 /// One connected part of a survey.
@@ -32,12 +33,15 @@ Region FindRegion(Map& map, Point& point);
 /// closing error in proportion to its length. The ends must be placed.
 void SpreadClosingError(const Chain& chain);
 
+/// Measures by how much a chain misses its end. The ends must be placed.
+ClosedChain MeasureClosingError(const Chain& chain);
+
 /// Walks from a placed point along all links to the points that are not placed yet.
 void PropagateFrom(Point& point);
 
 /// Solves the region that `point` belongs to. A point without links is placed from its own
 /// readings; without readings it is left as it is. A region without a fix gives a warning and
-/// starts at latitude 0, longitude 0.
+/// starts at latitude 0, longitude 0. `Map::closedChains` receives the chains that have a length.
 void SolveRegion(Map& map, Point& point);
 
 }  // namespace orvane

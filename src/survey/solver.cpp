@@ -26,6 +26,7 @@ void SolvePoints(Map& map) {
 }  // namespace
 
 void SolveMap(Map& map) {
+  map.closedChains.clear();
   LinkStore links;
   BuildLinks(map, links);
   SolvePoints(map);

@@ -10,6 +10,7 @@ namespace orvane {
 /// depend on a named place or only on bearings. The sequence of passes is fixed: no iteration, no
 /// tolerance. `PointPlaced` of the points to be solved must be clear. A point that cannot be placed
 /// gives a warning and stays without a place. After a cancelled solve the places mean nothing.
+/// `Map::closedChains` receives the chains that were closed.
 void SolveMap(Map& map);
 
 }  // namespace orvane
