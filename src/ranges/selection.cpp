@@ -121,10 +121,11 @@ std::optional<std::string_view> TemplateOf(const SearchKey& key) {
   return std::nullopt;
 }
 
-/// The points of one follow that the keys take: all, if a key without times fits the trail; else
-/// those named by a time within the times of a key that does.
-void AddFollowPoints(const Trail& trail, const std::vector<const SearchKey*>& matching,
-                     std::vector<Point*>& points) {
+/// Calls `take(Point&)` for the points of one follow that the keys take: all, if a key without times
+/// fits the trail; else those named by a time within the times of a key that does.
+template <typename Take>
+void ForEachPointOfFollow(const Trail& trail, const std::vector<const SearchKey*>& matching,
+                          Take take) {
   const bool all = std::any_of(matching.begin(), matching.end(),
                                [](const SearchKey* key) { return !HasTimeLimit(*key); });
   for (Point* point : trail.points) {
@@ -137,7 +138,25 @@ void AddFollowPoints(const Trail& trail, const std::vector<const SearchKey*>& ma
         continue;
       }
     }
-    points.push_back(point);
+    take(*point);
+  }
+}
+
+/// Calls `take(const Trail&, Point&)` for the points of all follows, in their order.
+template <typename Take>
+void ForEachFollowPoint(const std::vector<Trail*>& follows,
+                        const std::forward_list<SearchKey>& keys, Take take) {
+  const bool anyLimit = std::any_of(keys.begin(), keys.end(), HasTimeLimit);
+  for (const Trail* trail : follows) {
+    if (!anyLimit) {
+      for (Point* point : trail->points) take(*trail, *point);
+      continue;
+    }
+    std::vector<const SearchKey*> matching;
+    for (const SearchKey& key : keys) {
+      if (TrailMatchesKey(*trail, key)) matching.push_back(&key);
+    }
+    ForEachPointOfFollow(*trail, matching, [&](Point& point) { take(*trail, point); });
   }
 }
 
@@ -171,23 +190,21 @@ std::vector<Trail*> SelectFollows(Map& map, const std::forward_list<SearchKey>& 
 std::vector<Point*> CollectRangePoints(const Map& map, const std::vector<Trail*>& follows,
                                        const std::forward_list<SearchKey>& keys) {
   std::vector<Point*> points;
-  const bool anyLimit = std::any_of(keys.begin(), keys.end(), HasTimeLimit);
-  for (const Trail* trail : follows) {
-    if (!anyLimit) {
-      points.insert(points.end(), trail->points.begin(), trail->points.end());
-      continue;
-    }
-    std::vector<const SearchKey*> matching;
-    for (const SearchKey& key : keys) {
-      if (TrailMatchesKey(*trail, key)) matching.push_back(&key);
-    }
-    AddFollowPoints(*trail, matching, points);
-  }
+  ForEachFollowPoint(follows, keys, [&](const Trail&, Point& point) { points.push_back(&point); });
   for (const SearchKey& key : keys) {
     if (const auto pattern = TemplateOf(key)) AddPointsByTemplate(map, *pattern, points);
   }
   std::reverse(points.begin(), points.end());
   return points;
+}
+
+std::vector<const Trail*> FollowsOfPoints(const Range& range) {
+  std::vector<const Trail*> follows;
+  ForEachFollowPoint(range.follows, range.keys,
+                     [&](const Trail& trail, Point&) { follows.push_back(&trail); });
+  follows.resize(range.points.size(), nullptr);
+  std::reverse(follows.begin(), follows.end());
+  return follows;
 }
 
 void AddPointsByTemplate(const Map& map, std::string_view pattern, std::vector<Point*>& points) {

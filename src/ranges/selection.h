@@ -29,6 +29,10 @@ std::vector<Trail*> SelectFollows(Map& map, const std::forward_list<SearchKey>& 
 std::vector<Point*> CollectRangePoints(const Map& map, const std::vector<Trail*>& follows,
                                        const std::forward_list<SearchKey>& keys);
 
+/// The follow by which each of the range's `points` came into them.
+/// \return one for each point, in their order; null for a point that came by a template
+std::vector<const Trail*> FollowsOfPoints(const Range& range);
+
 /// Adds the points of this map with a name or synonym that fits the template to the end of
 /// `points`, once for each entry in the map's buckets.
 void AddPointsByTemplate(const Map& map, std::string_view pattern, std::vector<Point*>& points);
