@@ -1,5 +1,6 @@
 #include "cli/dump.h"
 
+#include "cli/point_numbers.h"
 #include "cli/text_output.h"
 #include "ranges/report_lines.h"
 #include "trails/metrics.h"
@@ -31,39 +32,6 @@ Json Texts(const auto& texts) {
   return list;
 }
 
-/// The points of the document, numbered as they first appear.
-class PointNumbers {
- public:
-  explicit PointNumbers(const Map& map) {
-    ForEachPoint(map, [&](const Point& point) { Meet(point); });
-    for (size_t i = 0; i < points_.size(); ++i) {
-      for (const Measurement& reading : points_[i]->measurements) {
-        if (reading.base != nullptr) Meet(*reading.base);
-      }
-    }
-    for (const Range& range : map.ranges) {
-      for (const Point* point : range.points) Meet(*point);
-      for (const Point* point : range.hull) Meet(*point);
-    }
-    for (const Grid& grid : map.grids) Meet(*grid.corner);
-  }
-
-  const std::vector<const Point*>& Points() const { return points_; }
-
-  Json NumberOrNull(const Point* point) const {
-    const auto found = numbers_.find(point);
-    return found == numbers_.end() ? Json(nullptr) : Json(found->second);
-  }
-
- private:
-  void Meet(const Point& point) {
-    if (numbers_.try_emplace(&point, points_.size()).second) points_.push_back(&point);
-  }
-
-  std::vector<const Point*> points_;
-  std::unordered_map<const Point*, size_t> numbers_;
-};
-
 class MapDump {
  public:
   MapDump(const Map& map, const LineMessages& messages, std::ostream& out)
@@ -81,7 +49,7 @@ class MapDump {
     WriteHead();
     WriteList("points", numbers_.Points(), [&](const Point* point) { return PointJson(*point); });
     WriteList("trails", map_.trails, [&](const Trail& trail) { return TrailJson(trail); });
-    const auto number = [&](const Point* point) { return numbers_.NumberOrNull(point); };
+    const auto number = [&](const Point* point) { return NumberOrNull(point); };
     WriteList("loosePoints", map_.loosePoints, number);
     WriteList("namelessPoints", map_.namelessPoints, number);
     WriteList("grids", map_.grids, [&](const Grid& grid) { return GridJson(grid); });
@@ -125,7 +93,7 @@ class MapDump {
                map_.basis == nullptr ? Json(nullptr) : Json(ToUtf8(map_.basis->shownName)));
     WriteField("magneticDeviation", map_.magneticDeviation);
     WriteField("hasDeviation", (map_.flags & MapHasDeviation) != 0);
-    WriteField("origin", numbers_.NumberOrNull(map_.origin));
+    WriteField("origin", NumberOrNull(map_.origin));
     WriteField("contourEnabled", map_.contourEnabled);
     WriteField("contourInterval", map_.contourInterval);
     Json names = Json::array();
@@ -135,6 +103,10 @@ class MapDump {
     WriteField("credits", Texts(map_.credits));
   }
 
+  Json NumberOrNull(const Point* point) const {
+    const auto number = numbers_.Find(point);
+    return number ? Json(*number) : Json(nullptr);
+  }
   Json TrailIndexOrNull(const Trail* trail) const {
     const auto found = trailIndexes_.find(trail);
     return found == trailIndexes_.end() ? Json(nullptr) : Json(found->second);
@@ -169,7 +141,7 @@ class MapDump {
     Json json;
     if ((reading.flags & MeasureCompass) != 0) {
       json = {{"kind", "compass"},
-              {"base", numbers_.NumberOrNull(reading.base)},
+              {"base", NumberOrNull(reading.base)},
               {"bearing", reading.bearing},
               {"distance", reading.distance},
               {"inclination", reading.inclination},
@@ -188,7 +160,7 @@ class MapDump {
 
   Json TrailJson(const Trail& trail) const {
     Json points = Json::array();
-    for (const Point* point : trail.points) points.push_back(numbers_.NumberOrNull(point));
+    for (const Point* point : trail.points) points.push_back(NumberOrNull(point));
     return {{"name", TextOrNull(trail.name)},
             {"type", ToUtf8(trail.type)},
             {"focalAnimal", TextOrNull(trail.focalAnimal)},
@@ -236,7 +208,7 @@ class MapDump {
   }
 
   Json GridJson(const Grid& grid) const {
-    return {{"corner", numbers_.NumberOrNull(grid.corner)},
+    return {{"corner", NumberOrNull(grid.corner)},
             {"cellSize", grid.cellSize},
             {"rows", grid.rows},
             {"columns", grid.columns},
@@ -260,9 +232,9 @@ class MapDump {
 
   Json RangeJson(const Range& range) const {
     Json points = Json::array();
-    for (const Point* point : range.points) points.push_back(numbers_.NumberOrNull(point));
+    for (const Point* point : range.points) points.push_back(NumberOrNull(point));
     Json hull = Json::array();
-    for (const Point* point : range.hull) hull.push_back(numbers_.NumberOrNull(point));
+    for (const Point* point : range.hull) hull.push_back(NumberOrNull(point));
     Json follows = Json::array();
     for (const Trail* follow : range.follows) follows.push_back(TrailIndexOrNull(follow));
     Json cells = Json::array();

@@ -1,6 +1,7 @@
 #include "cli/commands.h"
 #include "cli/contours_command.h"
 #include "cli/edit_command.h"
+#include "cli/estimates_command.h"
 #include "cli/exit_status.h"
 #include "cli/export_command.h"
 #include "cli/import_command.h"
@@ -9,6 +10,7 @@
 #include "cli/number_options.h"
 #include "cli/profile_command.h"
 #include "cli/reports_command.h"
+#include "cli/residuals_command.h"
 #include "cli/text_output.h"
 #include "mapfile/open_map.h"
 #include "model/workspace.h"
@@ -16,6 +18,7 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
@@ -166,6 +169,44 @@ void AddRanges(CommandLine& line) {
   command->callback([&line, names] {
     line.work = [names](Map& map, LineMessages& messages) {
       return RangesCommand(map, messages, *names);
+    };
+  });
+}
+
+void AddEstimates(CommandLine& line) {
+  auto request = std::make_shared<EstimatesRequest>();
+  CLI::App* command =
+      AddMapCommand(line, "estimates", "Print estimates of the home ranges as JSON");
+  command->add_option("--range", request->ranges, "a range to estimate; all if none is given")
+      ->type_name("NAME")
+      ->allow_extra_args(false);
+  AddNumber(*command, "--bandwidth-factor", request->bandwidthFactor,
+            RealNumbers{std::nextafter(LeastBandwidthFactor, 0.0), "a number from 0.1 to 2",
+                        LargestBandwidthFactor},
+            "multiplies the bandwidth of the kernels; 1 if not given")
+      ->type_name("F");
+  AddNumber(*command, "--seed", request->seed,
+            Counts{true, "a whole number from 0 to 18446744073709551615"},
+            "start of the random orders of the days; 1 if not given")
+      ->type_name("N");
+  command->callback([&line, request] {
+    line.work = [request](Map& map, LineMessages& messages) {
+      return EstimatesCommand(map, messages, *request);
+    };
+  });
+}
+
+void AddResiduals(CommandLine& line) {
+  auto request = std::make_shared<ResidualsRequest>();
+  CLI::App* command =
+      AddMapCommand(line, "residuals", "Print the errors of readings and chains as JSON");
+  AddNumber(*command, "--worst", request->worst, Counts{false, "a whole number from 0 on"},
+            "only the N largest of each, in falling order")
+      ->type_name("N");
+  command->callback([&line, request] {
+    line.work = [request](Map& map, LineMessages& messages) {
+      (void)messages;
+      return ResidualsCommand(map, *request);
     };
   });
 }
@@ -459,6 +500,8 @@ void AddCommands(CommandLine& line) {
   AddTrails(line);
   AddIndex(line);
   AddRanges(line);
+  AddEstimates(line);
+  AddResiduals(line);
   AddContours(line);
   AddImport(line);
   AddImportGis(line);

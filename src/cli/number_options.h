@@ -1,6 +1,8 @@
 #pragma once
 
 #include <CLI/CLI.hpp>
+#include <cstdint>
+#include <limits>
 #include <string>
 
 namespace orvane {
@@ -15,13 +17,21 @@ struct WholeNumbers {
   std::string wanted;  ///< for the message: "a whole number from 1 to 3"
 };
 struct RealNumbers {
-  double above = 0;    ///< excluded; minus infinity for no bound
-  std::string wanted;  ///< for the message: "a number"
+  double above = 0;                                       ///< excluded; minus infinity for no bound
+  std::string wanted;                                     ///< for the message: "a number"
+  double most = std::numeric_limits<double>::infinity();  ///< included
+};
+/// Whole numbers from 0.
+struct Counts {
+  bool hasLimit = false;  ///< a number beyond 64 bits is refused, and not read as the largest
+  std::string wanted;     ///< for the message: "a whole number from 0 on"
 };
 
 /// Reads the text of an option. Throws `CLI::ValidationError` for a text that is not accepted.
 int ReadNumber(const std::string& option, const std::string& text, const WholeNumbers& accepted);
 double ReadNumber(const std::string& option, const std::string& text, const RealNumbers& accepted);
+std::uint64_t ReadNumber(const std::string& option, const std::string& text,
+                         const Counts& accepted);
 
 /// Adds an option that sets `number`, which must outlive the parsing.
 template <typename Number, typename Accepted>

@@ -39,6 +39,18 @@ TEST_F(CommandLine, ANumberThatIsRefusedSaysWhatIsWanted) {
   ExpectWrongUsage({"profile", "site.map", "--trail", "Main", "--width", "1"},
                    "--width: 1 is not a whole number of pixels from 2 to 32000");
   ExpectWrongUsage({"profile", "site.map", "--trail", "Main", "--width", "32001"}, "32001 is not");
+  for (const std::string number : {"0.0999", "2.0001", "0", "-1", "nan", "1e400", "half"}) {
+    ExpectWrongUsage({"estimates", "site.map", "--bandwidth-factor=" + number},
+                     "--bandwidth-factor: " + number + " is not a number from 0.1 to 2");
+  }
+  for (const std::string number : {"-1", "1.0", "18446744073709551616", "one", " 1"}) {
+    ExpectWrongUsage({"estimates", "site.map", "--seed=" + number},
+                     "--seed: " + number + " is not a whole number from 0 to 18446744073709551615");
+  }
+  for (const std::string number : {"-1", "0.5", "many", "1 "}) {
+    ExpectWrongUsage({"residuals", "site.map", "--worst=" + number},
+                     "--worst: " + number + " is not a whole number from 0 on");
+  }
   ExpectWrongUsage({"save", "site.map", "-", "--simple=maybe"}, "only true and false");
 #ifdef ORVANE_DRAWS
   for (const std::string number : {"nan", "inf", "-1", "0", "1m", "1e400"}) {

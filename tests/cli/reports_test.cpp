@@ -42,6 +42,27 @@ TEST_F(RichSiteCommands, DumpHasTheSettingsAndEveryKindOfReading) {
        R"({"kind":"altitude","altitude":25.0,"count":1},{"kind":"near","nearName":"Camp"})"});
 }
 
+TEST_F(RichSiteCommands, EstimatesTakesTheLimitsOfItsOptions) {
+  const std::string usual = Print({"estimates", "rich.map"});
+  EXPECT_EQ(Print({"estimates", "rich.map", "--bandwidth-factor", "1", "--seed", "1"}), usual);
+  for (const char* factor : {"0.1", "2"}) {
+    EXPECT_NE(Print({"estimates", "rich.map", "--bandwidth-factor", factor}), usual);
+  }
+  for (const char* seed : {"0", "18446744073709551615"})
+    Print({"estimates", "rich.map", "--seed", seed});
+  ExpectCannotFind({"estimates", "rich.map", "--range", "Elsewhere"}, "Elsewhere");
+}
+
+TEST_F(RichSiteCommands, ResidualsPrintsTheWorst) {
+  const std::string all = Print({"residuals", "rich.map"});
+  EXPECT_NE(all.find("\"kind\":\"altitude\""), std::string::npos);
+  EXPECT_EQ(Print({"residuals", "rich.map", "--worst", "0"}),
+            "{\"readings\": [], \"chains\": []}\n");
+  // A number beyond 64 bits is more than there are.
+  EXPECT_EQ(Print({"residuals", "rich.map", "--worst", "99999999999999999999999"}).size(),
+            all.size());
+}
+
 TEST_F(RichSiteCommands, DumpHasGridsShadesAndFollows) {
   ExpectParts(
       Print({"dump", "rich.map"}),

@@ -41,7 +41,7 @@ execute_process(
 # The ending of the file for standard output follows from what is there, or else from the command.
 set(ending txt)
 if(EXISTS ${here}/${CASE}.json OR
-   (SUBCOMMAND MATCHES "^(contours|dump|locate)$" AND NOT EXISTS ${here}/${CASE}.txt))
+   (SUBCOMMAND MATCHES "^(contours|dump|estimates|locate|residuals)$" AND NOT EXISTS ${here}/${CASE}.txt))
   set(ending json)
 endif()
 
