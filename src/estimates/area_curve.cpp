@@ -81,7 +81,7 @@ std::vector<OrderAreas> MeasureOrders(std::span<const std::vector<PlanePlace>> d
     CurveWalk walk(days, rows);
     ProgressSteps steps(worker == 0 ? progress : nullptr, WorkStage::Analyzing, orders.size());
     for (size_t i = next++; i < orders.size(); i = next++) {
-      if (!steps.Next(i) || IsCancelled(progress)) return;
+      if (!steps.Next(i) || IsCanceled(progress)) return;
       areas[i] = walk.Measure(orders[i]);
     }
   });
@@ -131,7 +131,7 @@ std::vector<CurveRow> AreaCurve(std::span<const std::vector<PlanePlace>> days, s
 
   const OrderAreas first = CurveWalk(days, rows).Measure(byDate);
   const auto orders = MeasureOrders(days, rows, RandomOrders(days.size(), seed), progress);
-  if (IsCancelled(progress)) return {};
+  if (IsCanceled(progress)) return {};
   size_t taken = 0;
   size_t fixes = 0;
   for (size_t row = 0; row < rows.size(); ++row) {

@@ -72,7 +72,7 @@ RangeEstimate EstimateAlone(const FixesOfRange& of, const EstimateSettings& sett
   estimate.kernel = EstimateKernel(of, settings);
   auto byDate = FixesByDay(of);
   estimate.days = byDate.size();
-  if (byDate.empty() || IsCancelled(progress)) return estimate;
+  if (byDate.empty() || IsCanceled(progress)) return estimate;
   estimate.firstDate = byDate.begin()->first;
   estimate.lastDate = byDate.rbegin()->first;
   std::vector<std::vector<PlanePlace>> days;
@@ -147,10 +147,10 @@ std::vector<RangeEstimate> EstimateRanges(std::span<const Range* const> ranges,
   for (const Range* range : ranges) {
     fixes.emplace_back(*range);
     estimates.push_back(EstimateAlone(fixes.back(), settings, progress));
-    if (IsCancelled(progress)) return {};
+    if (IsCanceled(progress)) return {};
   }
   if (!estimates.empty()) CompareAll(fixes, estimates, progress);
-  if (IsCancelled(progress)) return {};
+  if (IsCanceled(progress)) return {};
   return estimates;
 }
 

@@ -128,7 +128,7 @@ struct Impatient : Progress {
   }
 };
 
-TEST(AreaCurve, StopsWhenItIsCancelled) {
+TEST(AreaCurve, StopsWhenItIsCanceled) {
   Dice dice(3);
   Impatient progress;
   EXPECT_TRUE(AreaCurve(RandomDays(dice, 40), 1, &progress).empty());
