@@ -31,7 +31,7 @@ const char* KindWord(ResidualKind kind) {
 /// A chain with the size of its error.
 struct ChainResidual {
   const ClosedChain* chain;
-  double metres;
+  double meters;
 };
 
 Json NumberOrNull(const PointNumbers& numbers, const Point* point) {
@@ -45,7 +45,7 @@ Json ReadingJson(const PointNumbers& numbers, const ReadingResidual& residual) {
           {"north", ValueOrNull(residual.north)},
           {"east", ValueOrNull(residual.east)},
           {"up", ValueOrNull(residual.up)},
-          {"metres", residual.metres},
+          {"metres", residual.meters},
           {"percent", ValueOrNull(residual.percent)},
           {"degrees", ValueOrNull(residual.degrees)},
           {"count", residual.reading->count}};
@@ -61,14 +61,14 @@ Json ChainJson(const PointNumbers& numbers, const ChainResidual& residual) {
           {"north", chain.north},
           {"east", chain.east},
           {"up", ValueOrNull(chain.up)},
-          {"metres", residual.metres},
-          {"percent", residual.metres / chain.length * PerCent}};
+          {"metres", residual.meters},
+          {"percent", residual.meters / chain.length * PerCent}};
 }
 
 /// Keeps the largest errors in falling order; of equal ones the first. What is not a number is last.
 template <typename Residual>
 void KeepWorst(std::vector<Residual>& list, std::uint64_t count) {
-  const auto size = [](const Residual& each) { return std::isnan(each.metres) ? -1 : each.metres; };
+  const auto size = [](const Residual& each) { return std::isnan(each.meters) ? -1 : each.meters; };
   std::stable_sort(list.begin(), list.end(),
                    [&](const Residual& a, const Residual& b) { return size(a) > size(b); });
   if (count < list.size())

@@ -95,7 +95,7 @@ BorderedValues BorderedTile(const DensityTiles& tiles, const DensityTiles::Tile&
 }
 
 /// Four nodes of a lattice and their weights, for one node of a finer lattice.
-struct Neighbours {
+struct Neighbors {
   size_t first;
   std::array<double, 4> weights;
 };
@@ -104,7 +104,7 @@ struct Neighbours {
 struct AxisMatch {
   std::int64_t firstNode = 0;  ///< of the coarse lattice
   size_t nodes = 0;            ///< of the coarse lattice
-  std::vector<Neighbours> neighbours;
+  std::vector<Neighbors> neighbors;
 
   AxisMatch(std::int64_t first, double ratio, size_t side) {
     const auto place = [&](size_t i) {
@@ -113,10 +113,10 @@ struct AxisMatch {
     firstNode = static_cast<std::int64_t>(std::floor(place(0))) - 1;
     for (size_t i = 0; i < side; ++i) {
       const double node = std::floor(place(i));
-      neighbours.push_back({static_cast<size_t>(static_cast<std::int64_t>(node) - 1 - firstNode),
-                            CubicWeights(place(i) - node)});
+      neighbors.push_back({static_cast<size_t>(static_cast<std::int64_t>(node) - 1 - firstNode),
+                           CubicWeights(place(i) - node)});
     }
-    nodes = neighbours.back().first + 4;
+    nodes = neighbors.back().first + 4;
   }
 };
 
@@ -242,13 +242,13 @@ void KernelDensity::Sample(std::int64_t row, std::int64_t column, double step, s
   std::vector<double> alongEast(north.nodes * side);
   for (size_t i = 0; i < north.nodes; ++i) {
     for (size_t j = 0; j < side; ++j) {
-      const auto& [first, weights] = east.neighbours[j];
+      const auto& [first, weights] = east.neighbors[j];
       const double* from = nodes.data() + i * east.nodes + first;
       for (size_t k = 0; k < weights.size(); ++k) alongEast[i * side + j] += weights[k] * from[k];
     }
   }
   for (size_t i = 0; i < side; ++i) {
-    const auto& [first, weights] = north.neighbours[i];
+    const auto& [first, weights] = north.neighbors[i];
     for (size_t j = 0; j < side; ++j) {
       double share = 0;
       for (size_t k = 0; k < weights.size(); ++k) {

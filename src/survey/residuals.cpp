@@ -123,7 +123,7 @@ class Residuals {
     residual.base = shot.base;
     MeasureShot(residual, map_.magneticDeviation);
     Finish(residual);
-    if (shot.distance != 0) list_.back().percent = list_.back().metres / shot.distance * PerCent;
+    if (shot.distance != 0) list_.back().percent = list_.back().meters / shot.distance * PerCent;
   }
 
   void AddAltitude(const Point& point, const Measurement& reading) {
@@ -142,7 +142,7 @@ class Residuals {
   }
 
   void Finish(ReadingResidual& residual) {
-    residual.metres = SizeOfError(residual.north, residual.east, residual.up);
+    residual.meters = SizeOfError(residual.north, residual.east, residual.up);
     list_.push_back(residual);
   }
 

@@ -21,8 +21,8 @@ struct ReadingResidual {
   std::optional<double> east;     ///< metres; none for an altitude
   std::optional<double> up;       ///< metres; none if the reading says nothing of the altitude, or
                                   /// none was solved
-  double metres = 0;              ///< root of the sum of the squares of these, none as 0
-  std::optional<double> percent;  ///< `metres` of the distance of a leg
+  double meters = 0;              ///< root of the sum of the squares of these, none as 0
+  std::optional<double> percent;  ///< `meters` of the distance of a leg
   std::optional<double> degrees;  ///< bearing read minus bearing solved, above -180 and at most 180
 };
 

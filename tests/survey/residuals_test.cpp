@@ -58,7 +58,7 @@ TEST_F(Residuals, OfALegAreWhatSeparatesItFromTheSolvedPlaces) {
   EXPECT_NEAR(*leg.north, 3, 1e-9);
   EXPECT_NEAR(*leg.east, -4, 1e-6);
   EXPECT_NEAR(*leg.up, 12, 1e-6);
-  EXPECT_NEAR(leg.metres, 13, 1e-6);
+  EXPECT_NEAR(leg.meters, 13, 1e-6);
   EXPECT_NEAR(*leg.percent, 13, 1e-6);
   // From B the base is at 180 degrees and a little more, towards the west.
   EXPECT_NEAR(*leg.degrees, -std::atan2(4, 97) / RadiansPerDegree, 1e-6);
@@ -122,7 +122,7 @@ TEST_F(Residuals, OfAltitudesHaveARowOfTheirOwn) {
     EXPECT_FALSE(residuals[i].north);
     EXPECT_FALSE(residuals[i].percent);
     EXPECT_EQ(residuals[i].base, nullptr);
-    EXPECT_EQ(residuals[i].metres, std::abs(*residuals[i].up));
+    EXPECT_EQ(residuals[i].meters, std::abs(*residuals[i].up));
     altitudes.push_back(*residuals[i].up);
     // That of the shot comes right after the shot.
     if (residuals[i].reading->base != nullptr) {
