@@ -55,7 +55,7 @@ TEST_F(RichSiteCommands, EstimatesTakesTheLimitsOfItsOptions) {
 
 TEST_F(RichSiteCommands, ResidualsPrintsTheWorst) {
   const std::string all = Print({"residuals", "rich.map"});
-  EXPECT_NE(all.find("\"kind\":\"altitude\""), std::string::npos);
+  EXPECT_NE(all.find("\"kind\":\"compass\",\"base\":0"), std::string::npos);
   EXPECT_EQ(Print({"residuals", "rich.map", "--worst", "0"}),
             "{\"readings\": [], \"chains\": []}\n");
   // A number beyond 64 bits is more than there are.

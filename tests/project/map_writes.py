@@ -36,6 +36,7 @@ OTHER_RECORDS = {
     ("shell/panes/range_visibility_dialog.cpp", "values"): "what the dialog says",
     ("shell/panes/trail_visibility_dialog.cpp", "values"): "what the dialog says",
     ("shell/picture_commands.cpp", "file"): "a FileSpecification",
+    ("shell/recovery/editor_drafts.cpp", "offer.copy.record"): "the record of a recovery copy",
     ("shell/picture_commands.cpp", "view"): "a MapWindow",
     ("shell/preferences_file.cpp", "settings.savedView"): "a SavedView",
     ("shell/view_commands.cpp", "window.Shown()"): "the MapWindow",
@@ -50,6 +51,8 @@ CALLS = {
     "AskBeforeReloading": "asks",
     "ExportShapefiles": "writes files of another kind",
     "MapsTiedTo": "looks at the bases",
+    "RangeEditorOf": "makes an editor from its draft",
+    "RangeOf": "looks a range up",
     "ReadSheetFields": "reads what the form says",
     "RecoveryText": "writes the map as a text",
     "RereadMap": "reads the map again; the history forgets it first",
@@ -57,6 +60,7 @@ CALLS = {
     "SaveChangedMaps": "saves",
     "SaveMapAs": "saves",
     "SkipTrack": "moves on in the imported file",
+    "TrailEditorOf": "makes an editor from its draft",
 }
 
 SCANNED = ("entry", "shell")
