@@ -48,14 +48,12 @@ bool WantsTextOnly(int count, char** arguments) {
 
 void ReadOptions(const QCoreApplication& application) {
   QCommandLineParser parser;
-  parser.setApplicationDescription(
-      QCoreApplication::translate("main", "Maps and home ranges for field biologists"));
+  parser.setApplicationDescription(QStringLiteral("Maps and home ranges for field biologists"));
   parser.addHelpOption();
   parser.addVersionOption();
-  parser.addPositionalArgument(
-      QStringLiteral("files"),
-      QCoreApplication::translate("main", "Map files, each opened in a window of its own"),
-      QStringLiteral("[files...]"));
+  parser.addPositionalArgument(QStringLiteral("files"),
+                               QStringLiteral("Map files, each opened in a window of its own"),
+                               QStringLiteral("[files...]"));
   parser.process(application);
 }
 

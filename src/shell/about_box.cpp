@@ -16,7 +16,7 @@ namespace orvane {
 
 AboutBox::AboutBox(const Map* map, QWidget* parent) : QDialog(parent) {
   setObjectName(QStringLiteral("aboutBox"));
-  setWindowTitle(tr("About Orvane"));
+  setWindowTitle(QStringLiteral("About Orvane"));
   auto* layout = new QVBoxLayout(this);
   layout->setSizeConstraint(QLayout::SetFixedSize);  // as wide and high as its lines
 
@@ -26,13 +26,14 @@ AboutBox::AboutBox(const Map* map, QWidget* parent) : QDialog(parent) {
   large.setBold(true);
   name->setFont(large);
   layout->addWidget(name);
-  layout->addWidget(new QLabel(tr("Version %1").arg(QCoreApplication::applicationVersion()), this));
-  layout->addWidget(new QLabel(tr("Maps and home ranges for field biologists"), this));
+  layout->addWidget(
+      new QLabel(QStringLiteral("Version %1").arg(QCoreApplication::applicationVersion()), this));
+  layout->addWidget(new QLabel(QStringLiteral("Maps and home ranges for field biologists"), this));
   if (map != nullptr) AddCredits(*map);
 
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok, this);
   buttons->setCenterButtons(true);
-  buttons->button(QDialogButtonBox::Ok)->setAccessibleName(tr("OK"));
+  buttons->button(QDialogButtonBox::Ok)->setAccessibleName(QStringLiteral("OK"));
   connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
   layout->addSpacing(8);
   layout->addWidget(buttons);

@@ -83,8 +83,8 @@ void ImportSubmap(Shell& shell, MapWindowWidget& window) {
   const QString name = DisplayText(shell.Maps().Files().maps.name);
   std::string sentence;
   {
-    const BusyWork busy(shell.TheWorkspace(), shell.Boxes(), Shell::tr("Importing %1").arg(name),
-                        shell.Clock());
+    const BusyWork busy(shell.TheWorkspace(), shell.Boxes(),
+                        QStringLiteral("Importing %1").arg(name), shell.Clock());
     shell.History().Apply(SubmapEdit(map, *path, sentence));
   }
   ShowImported(shell, map, wasEmpty, sentence);
@@ -100,8 +100,8 @@ void ImportGis(Shell& shell, MapWindowWidget& window, GisBoxes& boxes) {
   std::optional<GisImport> import;
   {
     const QString name = DisplayText(shell.Maps().Files().gisFiles.name);
-    const BusyWork busy(shell.TheWorkspace(), shell.Boxes(), Shell::tr("Importing %1").arg(name),
-                        shell.Clock());
+    const BusyWork busy(shell.TheWorkspace(), shell.Boxes(),
+                        QStringLiteral("Importing %1").arg(name), shell.Clock());
     shell.History().Apply(GisFileEdit(map, *path, boxes, import));
   }
   if (!import) return;
@@ -118,7 +118,7 @@ void SaveAsArcView(Shell& shell, MapWindowWidget& window) {
   const std::string folder = AskShapefileFolder(map, shell.Maps().Saving());
   if (folder.empty()) return;
   const QString name = DisplayText(BaseName(map.fileName));
-  const BusyWork busy(shell.TheWorkspace(), shell.Boxes(), Shell::tr("Exporting %1").arg(name),
+  const BusyWork busy(shell.TheWorkspace(), shell.Boxes(), QStringLiteral("Exporting %1").arg(name),
                       shell.Clock());
   const ShapefileOutcome outcome = ExportShapefiles(map, folder);
   if (!outcome.summary.empty()) {

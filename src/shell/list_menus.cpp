@@ -42,7 +42,7 @@ void FillRecentMaps(Shell& shell, QMenu& menu) {
       shell.Guard().Run([&] { shell.OpenRecentFile(path); });
     });
   }
-  if (index == 0) AddEntry(menu, Shell::tr("No maps yet"))->setEnabled(false);
+  if (index == 0) AddEntry(menu, QStringLiteral("No maps yet"))->setEnabled(false);
 }
 
 void FillWindowList(Shell& shell, QMenu& menu) {

@@ -26,7 +26,7 @@ void CheckTrails(Shell& shell, MapWindowWidget& mapWindow) {
     return;
   }
   Messages& messages = shell.TheWorkspace().messages;
-  const MessageBatch batch(shell.Boxes(), Shell::tr("Checking trails"));
+  const MessageBatch batch(shell.Boxes(), QStringLiteral("Checking trails"));
   if (mapWindow.Focus() != FocusPlace::TrailList) {
     CheckAllTrails(mapWindow.TheMap(), messages);
     return;

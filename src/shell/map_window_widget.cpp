@@ -157,8 +157,8 @@ void MapWindowWidget::ConnectPanes() {
           [this](RangePanelRow* row) { Q_EMIT shell_.Windows().rangeEditRequested(this, row); });
   connect(panes_, &MapPanes::trailsDropped, this, [this](RangePanelRow* row) {
     shell_.Guard().Run([&] {
-      const BusyWork busy(shell_.TheWorkspace(), shell_.Boxes(), tr("Adding trails to a range"),
-                          shell_.Clock());
+      const BusyWork busy(shell_.TheWorkspace(), shell_.Boxes(),
+                          QStringLiteral("Adding trails to a range"), shell_.Clock());
       DropSelection(Shown(), *row, shell_.History());
     });
   });

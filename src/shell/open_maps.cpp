@@ -38,7 +38,7 @@ OpenMaps::OpenMaps(Workspace& workspace, BoxMessages& boxes, Surroundings& surro
 
 Map* OpenMaps::Read(const std::string& path) {
   const QString name = DisplayText(BaseName(path));
-  const BusyWork busy(workspace_, boxes_, tr("Opening %1").arg(name),
+  const BusyWork busy(workspace_, boxes_, QStringLiteral("Opening %1").arg(name),
                       [this] { return surroundings_.Now(); });
   bool readable = false;
   Map* map = OpenMapUnlessCanceled(workspace_, NameOf(path), &readable);

@@ -20,7 +20,7 @@ std::string PreferencesFile::Read() {
   WindowPreferences preferences{
       .trailWidth = settings.trailWidth, .trailHeight = settings.trailHeight, .savedView = {}};
   {
-    const MessageBatch batch(shell_.Boxes(), Shell::tr("Reading the preferences"));
+    const MessageBatch batch(shell_.Boxes(), QStringLiteral("Reading the preferences"));
     ReadPreferences(shell_.TheWorkspace(), path_, preferences, [&](const std::string& fileName) {
       // This window takes the sizes read so far; the view is for another window.
       settings.trailWidth = preferences.trailWidth;

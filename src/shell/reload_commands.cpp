@@ -72,8 +72,8 @@ bool ReloadMap(Shell& shell, Map& map) {
   const bool wasDirty = (map.flags & MapDirty) != 0;
   {
     const QString name = DisplayText(BaseName(map.fileName));
-    const BusyWork busy(shell.TheWorkspace(), shell.Boxes(), Shell::tr("Reloading %1").arg(name),
-                        shell.Clock());
+    const BusyWork busy(shell.TheWorkspace(), shell.Boxes(),
+                        QStringLiteral("Reloading %1").arg(name), shell.Clock());
     // Of all windows: the file can tie the map to other open maps, which are then read again too.
     KeptRows rows(shell.Windows().All());
     if (RereadMap(map) != RereadOutcome::Done) return false;

@@ -17,9 +17,10 @@ TaskWindow::TaskWindow(Shell& shell)
   setObjectName(QStringLiteral("taskWindow"));
   setWindowTitle(QStringLiteral("Orvane"));
   setAcceptDrops(true);
-  auto* hint = new QLabel(tr("No map is open\n\nOpen one with Ctrl+O, begin a new one with Ctrl+N, "
-                             "or drop a map file here"),
-                          this);
+  auto* hint = new QLabel(
+      QStringLiteral("No map is open\n\nOpen one with Ctrl+O, begin a new one with Ctrl+N, "
+                     "or drop a map file here"),
+      this);
   hint->setAlignment(Qt::AlignCenter);
   hint->setWordWrap(true);
   QPalette gray = hint->palette();

@@ -57,7 +57,7 @@ QVariant CellItemModel::data(const QModelIndex& index, int role) const {
 QVariant CellItemModel::headerData(int section, Qt::Orientation orientation, int role) const {
   if (orientation == Qt::Vertical) {
     if (role != Qt::DisplayRole) return {};
-    return section + 1 < rows_ ? QString::number(section + 1) : tr("New row");
+    return section + 1 < rows_ ? QString::number(section + 1) : QStringLiteral("New row");
   }
   if (section < 0 || section >= columns_) return {};
   const CellColumn& column = cells_.Columns()[static_cast<size_t>(section)];

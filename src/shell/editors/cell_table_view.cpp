@@ -78,7 +78,7 @@ CellTableView::CellTableView(CellModel& model, std::vector<int>& widths, QWidget
       widths_(&widths),
       items_(new CellItemModel(model, this)) {
   setObjectName(QStringLiteral("cellTable"));
-  setAccessibleName(tr("Table"));
+  setAccessibleName(QStringLiteral("Table"));
   setFont(QFont(QStringLiteral("helvetica"), 12));
   QPalette gray = palette();
   gray.setColor(QPalette::Base, CellBackground);
@@ -117,7 +117,7 @@ void CellTableView::MakeEditField() {
   white.setColor(QPalette::Base, Qt::white);
   white.setColor(QPalette::Text, CellInk);
   edit_->setPalette(white);
-  edit_->setAccessibleName(tr("Cell"));
+  edit_->setAccessibleName(QStringLiteral("Cell"));
   edit_->hide();
   edit_->installEventFilter(this);
   connect(edit_, &QLineEdit::textChanged, this, [this](const QString& text) {
@@ -287,7 +287,7 @@ void CellTableView::ShowOpenCell() {
   scrollTo(currentIndex(), EnsureVisible);  // across, in a narrow window
   const CellColumn& column = model_.Columns()[table_.CurrentColumn()];
   edit_->setAccessibleName(
-      tr("%1, row %2").arg(DisplayText(column.title)).arg(table_.CurrentRow() + 1));
+      QStringLiteral("%1, row %2").arg(DisplayText(column.title)).arg(table_.CurrentRow() + 1));
   edit_->setAccessibleDescription(DisplayText(column.hint));
   shownText_ = model_.GetCell(table_.CurrentRow(), table_.CurrentColumn());
   {

@@ -104,8 +104,9 @@ void EditorWindow::MakeButtons(QVBoxLayout& layout) {
     row->addWidget(button);
     return button;
   };
-  connect(add(tr("&OK"), QStringLiteral("ok")), &QPushButton::clicked, this, &EditorWindow::Ok);
-  connect(add(tr("Cancel"), QStringLiteral("cancel")), &QPushButton::clicked, this,
+  connect(add(QStringLiteral("&OK"), QStringLiteral("ok")), &QPushButton::clicked, this,
+          &EditorWindow::Ok);
+  connect(add(QStringLiteral("Cancel"), QStringLiteral("cancel")), &QPushButton::clicked, this,
           &EditorWindow::Close);
   layout.addLayout(row);
 }

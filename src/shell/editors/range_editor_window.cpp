@@ -27,9 +27,9 @@ RangeEditorWindow::RangeEditorWindow(Shell& shell, MapWindowWidget& mapWindow,
 
 void RangeEditorWindow::MakeForm() {
   auto* form = new QHBoxLayout;
-  form->addWidget(MakeLabel(tr("&Name:"), *name_));
+  form->addWidget(MakeLabel(QStringLiteral("&Name:"), *name_));
   form->addWidget(name_, 2);
-  form->addWidget(MakeLabel(tr("&Color:"), *color_));
+  form->addWidget(MakeLabel(QStringLiteral("&Color:"), *color_));
   form->addWidget(color_, 1);
   SetForm(form);
   SetOrder({name_, color_});

@@ -71,7 +71,7 @@ TrailEditorWindow::Field TrailEditorWindow::MakeTypeField() {
   box->setCurrentIndex(-1);
   box->clearEditText();
   box->setMinimumWidth(box->fontMetrics().averageCharWidth() * WideField);
-  QLabel* label = MakeLabel(tr("&Trail Type:"), *box);
+  QLabel* label = MakeLabel(QStringLiteral("&Trail Type:"), *box);
   box->lineEdit()->setAccessibleName(box->accessibleName());
   box->view()->setAccessibleName(box->accessibleName());
   connect(box->lineEdit(), &QLineEdit::textChanged, this, [this] { TakeField(TrailField::Type); });
@@ -90,15 +90,16 @@ void TrailEditorWindow::MakeForm() {
   constexpr int DateLetters = 12;
   constexpr int NumberLetters = 6;
   At(TrailField::Type) = MakeTypeField();
-  At(TrailField::Date) = MakeField(TrailField::Date, tr("&Date:"), DateLetters);
-  At(TrailField::Focal) = MakeField(TrailField::Focal, tr("Foca&l Animal:"), WideField);
-  At(TrailField::Size) = MakeField(TrailField::Size, tr("&Size:"), NumberLetters);
-  At(TrailField::Name) = MakeField(TrailField::Name, tr("&Name:"), WideField);
-  QRadioButton* relative = MakeModeButton(EntryMode::Relative, tr("&Relative"));
-  QRadioButton* gps = MakeModeButton(EntryMode::Gps, tr("&GPS"));
-  QRadioButton* mixture = MakeModeButton(EntryMode::Mixture, tr("Mi&xture"));
-  At(TrailField::LineColor) = MakeField(TrailField::LineColor, tr("&Color:"), DateLetters);
-  At(TrailField::Width) = MakeField(TrailField::Width, tr("W&idth:"), NumberLetters);
+  At(TrailField::Date) = MakeField(TrailField::Date, QStringLiteral("&Date:"), DateLetters);
+  At(TrailField::Focal) = MakeField(TrailField::Focal, QStringLiteral("Foca&l Animal:"), WideField);
+  At(TrailField::Size) = MakeField(TrailField::Size, QStringLiteral("&Size:"), NumberLetters);
+  At(TrailField::Name) = MakeField(TrailField::Name, QStringLiteral("&Name:"), WideField);
+  QRadioButton* relative = MakeModeButton(EntryMode::Relative, QStringLiteral("&Relative"));
+  QRadioButton* gps = MakeModeButton(EntryMode::Gps, QStringLiteral("&GPS"));
+  QRadioButton* mixture = MakeModeButton(EntryMode::Mixture, QStringLiteral("Mi&xture"));
+  At(TrailField::LineColor) =
+      MakeField(TrailField::LineColor, QStringLiteral("&Color:"), DateLetters);
+  At(TrailField::Width) = MakeField(TrailField::Width, QStringLiteral("W&idth:"), NumberLetters);
   auto* form = new QGridLayout;
   SetForm(form);
   int column = 0;

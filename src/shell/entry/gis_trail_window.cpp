@@ -30,7 +30,7 @@ GisTrailWindow::GisTrailWindow(Shell& shell, GisImport import, GisBoxes& boxes, 
       fields_(StartFields(import_, boxes)),
       progress_(new QLabel(this)) {
   setObjectName(QStringLiteral("gisTrail"));
-  setWindowTitle(tr("GIS Trail"));
+  setWindowTitle(QStringLiteral("GIS Trail"));
   setAttribute(Qt::WA_DeleteOnClose);
   auto* layout = new QVBoxLayout(this);
   progress_->setObjectName(QStringLiteral("progress"));
@@ -60,15 +60,15 @@ void GisTrailWindow::AddRow(QGridLayout& layout, const QString& label,
 
 QLayout* GisTrailWindow::MakeFields() {
   auto* layout = new QGridLayout;
-  AddRow(*layout, tr("Trail Type:"), &GisTrailFields::type);
-  AddRow(*layout, tr("Date:"), &GisTrailFields::date, GisField::Date);
-  AddRow(*layout, tr("Focal Animal:"), &GisTrailFields::focalAnimal);
-  AddRow(*layout, tr("Size:"), &GisTrailFields::size, GisField::Size);
-  AddRow(*layout, tr("Width:"), &GisTrailFields::width, GisField::Width);
-  AddRow(*layout, tr("Name:"), &GisTrailFields::name);
-  AddRow(*layout, tr("Color:"), &GisTrailFields::color);
-  AddRow(*layout, tr("SubSample by:"), &GisTrailFields::subSample, GisField::SubSample);
-  AddRow(*layout, tr("Minimum Distance:"), &GisTrailFields::minimumDistance,
+  AddRow(*layout, QStringLiteral("Trail Type:"), &GisTrailFields::type);
+  AddRow(*layout, QStringLiteral("Date:"), &GisTrailFields::date, GisField::Date);
+  AddRow(*layout, QStringLiteral("Focal Animal:"), &GisTrailFields::focalAnimal);
+  AddRow(*layout, QStringLiteral("Size:"), &GisTrailFields::size, GisField::Size);
+  AddRow(*layout, QStringLiteral("Width:"), &GisTrailFields::width, GisField::Width);
+  AddRow(*layout, QStringLiteral("Name:"), &GisTrailFields::name);
+  AddRow(*layout, QStringLiteral("Color:"), &GisTrailFields::color);
+  AddRow(*layout, QStringLiteral("SubSample by:"), &GisTrailFields::subSample, GisField::SubSample);
+  AddRow(*layout, QStringLiteral("Minimum Distance:"), &GisTrailFields::minimumDistance,
          GisField::MinimumDistance);
   return layout;
 }
@@ -84,9 +84,9 @@ void GisTrailWindow::AddBox(QLayout& layout, const QString& label, bool GisBoxes
 
 QLayout* GisTrailWindow::MakeBoxes() {
   auto* layout = new QHBoxLayout;
-  AddBox(*layout, tr("Average"), &GisBoxes::average);
-  AddBox(*layout, tr("Keep Altitude"), &GisBoxes::keepAltitude);
-  AddBox(*layout, tr("Times"), &GisBoxes::times);
+  AddBox(*layout, QStringLiteral("Average"), &GisBoxes::average);
+  AddBox(*layout, QStringLiteral("Keep Altitude"), &GisBoxes::keepAltitude);
+  AddBox(*layout, QStringLiteral("Times"), &GisBoxes::times);
   return layout;
 }
 
@@ -100,22 +100,23 @@ QPushButton* GisTrailWindow::AddButton(QLayout& layout, const QString& label) {
 
 QLayout* GisTrailWindow::MakeButtons() {
   auto* layout = new QHBoxLayout;
-  QPushButton* take = AddButton(*layout, tr("OK"));
+  QPushButton* take = AddButton(*layout, QStringLiteral("OK"));
   take->setDefault(true);
   connect(take, &QPushButton::clicked, this, [this] { Take(false); });
-  QPushButton* takeAll = AddButton(*layout, tr("OK to All"));
+  QPushButton* takeAll = AddButton(*layout, QStringLiteral("OK to All"));
   connect(takeAll, &QPushButton::clicked, this, [this] { Take(true); });
-  QPushButton* skip = AddButton(*layout, tr("No"));
+  QPushButton* skip = AddButton(*layout, QStringLiteral("No"));
   connect(skip, &QPushButton::clicked, this, [this] { Skip(); });
-  cancel_ = AddButton(*layout, tr("Cancel"));
+  cancel_ = AddButton(*layout, QStringLiteral("Cancel"));
   connect(cancel_, &QPushButton::clicked, this, &QWidget::close);
   return layout;
 }
 
 void GisTrailWindow::ShowFields() {
-  progress_->setText(tr("Track %1 of %2").arg(import_.current + 1).arg(import_.file.tracks.size()));
+  progress_->setText(
+      QStringLiteral("Track %1 of %2").arg(import_.current + 1).arg(import_.file.tracks.size()));
   for (const Row& row : rows_) row.edit->setText(DisplayText(fields_.*row.text));
-  cancel_->setText(import_.taken == 0 ? tr("Cancel") : tr("Dismiss"));
+  cancel_->setText(import_.taken == 0 ? QStringLiteral("Cancel") : QStringLiteral("Dismiss"));
   cancel_->setAccessibleName(cancel_->text());
   rows_.front().edit->setFocus();
 }
@@ -134,7 +135,8 @@ void GisTrailWindow::Take(bool all) {
   GisField bad = GisField::None;
   bool taken = false;
   shell_.Guard().Run([&] {
-    const BusyWork busy(shell_.TheWorkspace(), shell_.Boxes(), tr("Taking tracks"), shell_.Clock());
+    const BusyWork busy(shell_.TheWorkspace(), shell_.Boxes(), QStringLiteral("Taking tracks"),
+                        shell_.Clock());
     taken = shell_.History().Apply(TrackEdit(import_, typed, all, bad));
   });
   if (taken) {

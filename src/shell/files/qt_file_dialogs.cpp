@@ -11,17 +11,16 @@
 namespace orvane {
 namespace {
 
-QString Tr(const char* text) { return QCoreApplication::translate("QtFileDialogs", text); }
-
 /// The kinds of file that a dialog offers, its own type first.
 QStringList FiltersOf(const std::string& type) {
-  const QString all = Tr("All files (*)");
-  if (type == "map") return {Tr("Maps (*.map)"), all};
-  if (type == "txt") return {Tr("Text and GPS files (*.txt *.tsv *.csv *.gpx)"), all};
-  if (type == "shp") return {Tr("Shapefiles (*.shp)"), all};
-  if (type == "qch") return {Tr("Help files (*.qch)"), all};
-  const QStringList pictures{Tr("PNG picture (*.png)"), Tr("SVG drawing (*.svg)"),
-                             Tr("PDF page (*.pdf)")};
+  const QString all = QStringLiteral("All files (*)");
+  if (type == "map") return {QStringLiteral("Maps (*.map)"), all};
+  if (type == "txt") return {QStringLiteral("Text and GPS files (*.txt *.tsv *.csv *.gpx)"), all};
+  if (type == "shp") return {QStringLiteral("Shapefiles (*.shp)"), all};
+  if (type == "qch") return {QStringLiteral("Help files (*.qch)"), all};
+  const QStringList pictures{QStringLiteral("PNG picture (*.png)"),
+                             QStringLiteral("SVG drawing (*.svg)"),
+                             QStringLiteral("PDF page (*.pdf)")};
   for (const QString& filter : pictures) {
     if (!filter.contains(QStringLiteral("*.") + DisplayText(type))) continue;
     QStringList filters{filter};

@@ -51,16 +51,16 @@ class PageBrowser final : public QTextBrowser {
 
 /// Names for screen readers: the buttons of the search have only pictures.
 void NameSearch(QHelpSearchQueryWidget& query, QHelpSearchResultWidget& results) {
-  query.setAccessibleName(HelpWindow::tr("Words to search for"));
+  query.setAccessibleName(QStringLiteral("Words to search for"));
   if (auto* words = query.findChild<QLineEdit*>()) words->setAccessibleName(query.accessibleName());
   const auto searches = query.findChildren<QToolButton*>(QString(), Qt::FindDirectChildrenOnly);
   for (QToolButton* button : searches) button->setAccessibleName(button->toolTip());
-  results.setAccessibleName(HelpWindow::tr("Pages found"));
+  results.setAccessibleName(QStringLiteral("Pages found"));
   if (auto* list = results.findChild<QTextBrowser*>()) {
     list->setAccessibleName(results.accessibleName());
   }
-  const QStringList pages = {HelpWindow::tr("First results"), HelpWindow::tr("Previous results"),
-                             HelpWindow::tr("More results"), HelpWindow::tr("Last results")};
+  const QStringList pages = {QStringLiteral("First results"), QStringLiteral("Previous results"),
+                             QStringLiteral("More results"), QStringLiteral("Last results")};
   const auto turns = results.findChildren<QToolButton*>();
   for (qsizetype i = 0; i < std::min(turns.size(), pages.size()); ++i) {
     turns[i]->setAccessibleName(pages[i]);
@@ -72,29 +72,29 @@ void NameSearch(QHelpSearchQueryWidget& query, QHelpSearchResultWidget& results)
 HelpWindow::HelpWindow(const QString& helpFile, QWidget* parent)
     : QMainWindow(parent, Qt::Window), engine_(nullptr) {
   setObjectName(QStringLiteral("helpWindow"));
-  setWindowTitle(tr("Help"));
+  setWindowTitle(QStringLiteral("Help"));
   OpenFile(helpFile);
 
   auto* split = new QSplitter(this);
   tabs_ = new QTabWidget(split);
   tabs_->setObjectName(QStringLiteral("helpTabs"));
-  tabs_->setAccessibleName(tr("Contents, index and search"));
+  tabs_->setAccessibleName(QStringLiteral("Contents, index and search"));
   text_ = new PageBrowser(*engine_, split);
   text_->setObjectName(QStringLiteral("helpPage"));
-  text_->setAccessibleName(tr("Help page"));
+  text_->setAccessibleName(QStringLiteral("Help page"));
   text_->document()->setDocumentMargin(12);
 
   QHelpContentWidget* contents = engine_->contentWidget();
   contents->setObjectName(QStringLiteral("helpContents"));
-  contents->setAccessibleName(tr("Contents"));
+  contents->setAccessibleName(QStringLiteral("Contents"));
   connect(contents, &QHelpContentWidget::linkActivated, this, &HelpWindow::ShowUrl);
   connect(contents, &QHelpContentWidget::clicked, this, [this, contents](const QModelIndex& row) {
     Q_EMIT contents->activated(row);
     text_->setFocus();
   });
-  tabs_->addTab(contents, tr("&Contents"));
-  tabs_->addTab(MakeIndex(), tr("&Index"));
-  tabs_->addTab(MakeSearch(), tr("&Search"));
+  tabs_->addTab(contents, QStringLiteral("&Contents"));
+  tabs_->addTab(MakeIndex(), QStringLiteral("&Index"));
+  tabs_->addTab(MakeSearch(), QStringLiteral("&Search"));
   tabs_->tabBar()->installEventFilter(this);
   connect(tabs_, &QTabWidget::tabBarClicked, this, &HelpWindow::FocusTabLater);
 
@@ -120,7 +120,7 @@ void HelpWindow::OpenFile(const QString& helpFile) {
 }
 
 void HelpWindow::MakeToolBar() {
-  QToolBar* bar = addToolBar(tr("Pages"));
+  QToolBar* bar = addToolBar(QStringLiteral("Pages"));
   bar->setObjectName(QStringLiteral("helpBar"));
   bar->setMovable(false);
   bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
@@ -129,9 +129,9 @@ void HelpWindow::MakeToolBar() {
     action->setShortcut(key);
     return action;
   };
-  QAction* back = add(QStyle::SP_ArrowBack, tr("Back"), QKeySequence::Back);
-  QAction* forward = add(QStyle::SP_ArrowForward, tr("Forward"), QKeySequence::Forward);
-  QAction* home = add(QStyle::SP_DirHomeIcon, tr("All Chapters"), {});
+  QAction* back = add(QStyle::SP_ArrowBack, QStringLiteral("Back"), QKeySequence::Back);
+  QAction* forward = add(QStyle::SP_ArrowForward, QStringLiteral("Forward"), QKeySequence::Forward);
+  QAction* home = add(QStyle::SP_DirHomeIcon, QStringLiteral("All Chapters"), {});
   back->setEnabled(false);
   forward->setEnabled(false);
   connect(back, &QAction::triggered, text_, &QTextBrowser::backward);
@@ -146,12 +146,12 @@ QWidget* HelpWindow::MakeIndex() {
   auto* layout = new QVBoxLayout(page);
   auto* word = new QLineEdit(page);
   word->setObjectName(QStringLiteral("helpWord"));
-  word->setAccessibleName(tr("Word in the index"));
-  word->setPlaceholderText(tr("Look for a word"));
+  word->setAccessibleName(QStringLiteral("Word in the index"));
+  word->setPlaceholderText(QStringLiteral("Look for a word"));
   word->setClearButtonEnabled(true);
   QHelpIndexWidget* index = engine_->indexWidget();
   index->setObjectName(QStringLiteral("helpIndex"));
-  index->setAccessibleName(tr("Index"));
+  index->setAccessibleName(QStringLiteral("Index"));
   layout->addWidget(word);
   layout->addWidget(index);
   connect(word, &QLineEdit::textChanged, index,

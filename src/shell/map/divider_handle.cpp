@@ -10,8 +10,8 @@ namespace orvane {
 DividerHandle::DividerHandle(PaneDivider divider, const QString& name, QWidget* parent)
     : QWidget(parent), movesAcross_(divider == PaneDivider::BesideMap) {
   setAccessibleName(name);
-  setAccessibleDescription(movesAcross_ ? tr("The left and right arrow keys move it")
-                                        : tr("The up and down arrow keys move it"));
+  setAccessibleDescription(movesAcross_ ? QStringLiteral("The left and right arrow keys move it")
+                                        : QStringLiteral("The up and down arrow keys move it"));
   setFocusPolicy(Qt::TabFocus);
   setAttribute(Qt::WA_TransparentForMouseEvents);
 }

@@ -28,7 +28,7 @@ QString SpokenText(const std::vector<InfoRow>& rows) {
 
 InfoPanelWidget::InfoPanelWidget(MapView& view) : QWidget(&view), view_(view) {
   setObjectName(QStringLiteral("infoPanel"));
-  setAccessibleName(tr("Information about the place under the pointer"));
+  setAccessibleName(QStringLiteral("Information about the place under the pointer"));
   setAttribute(Qt::WA_TransparentForMouseEvents);
   setAttribute(Qt::WA_OpaquePaintEvent);
   setFocusPolicy(Qt::NoFocus);

@@ -14,8 +14,8 @@ MapArea::MapArea(Map& map, QWidget* parent)
       info_(new InfoPanelWidget(*view_)),
       vertical_(MakeBar(Qt::Vertical)),
       horizontal_(MakeBar(Qt::Horizontal)) {
-  vertical_->setAccessibleName(tr("Move the map up or down"));
-  horizontal_->setAccessibleName(tr("Move the map left or right"));
+  vertical_->setAccessibleName(QStringLiteral("Move the map up or down"));
+  horizontal_->setAccessibleName(QStringLiteral("Move the map left or right"));
   auto* layout = new QGridLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->setSpacing(0);

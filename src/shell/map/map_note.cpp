@@ -41,7 +41,7 @@ MapNote::MapNote(const std::vector<std::string>& lines, QWidget* parent) : QLabe
   QStringList texts;
   for (const std::string& line : lines) texts.append(DisplayText(line));
   setObjectName(QStringLiteral("mapNote"));
-  setAccessibleName(tr("Notes of the map"));
+  setAccessibleName(QStringLiteral("Notes of the map"));
   DressAsNote(*this);
   setText(texts.join(QLatin1Char('\n')));
   setAttribute(Qt::WA_TransparentForMouseEvents);
@@ -59,7 +59,7 @@ ResultNote::ResultNote(QWidget* parent) : QLabel(parent) {
   setObjectName(QStringLiteral("resultNote"));
   DressAsNote(*this);
   setCursor(Qt::PointingHandCursor);
-  setToolTip(tr("Click to open the messages window"));
+  setToolTip(QStringLiteral("Click to open the messages window"));
   hideTimer_.setSingleShot(true);
   connect(&hideTimer_, &QTimer::timeout, this, &QWidget::hide);
   parent->installEventFilter(this);

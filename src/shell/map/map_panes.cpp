@@ -34,8 +34,10 @@ MapPanes::MapPanes(Map& map, const PaneSizes& sizes, QWidget* parent)
       area_(new MapArea(map, this)),
       trails_(new TrailPane(area_->View().Shown(), this)),
       ranges_(new RangePane(area_->View().Shown(), this)),
-      besideMap_(MakeHandle(PaneDivider::BesideMap, tr("Divider between the lists and the map"))),
-      betweenLists_(MakeHandle(PaneDivider::BetweenLists, tr("Divider between the two lists"))),
+      besideMap_(MakeHandle(PaneDivider::BesideMap,
+                            QStringLiteral("Divider between the lists and the map"))),
+      betweenLists_(
+          MakeHandle(PaneDivider::BetweenLists, QStringLiteral("Divider between the two lists"))),
       focusRectangle_(new QRubberBand(QRubberBand::Line, this)),
       dragRectangle_(new QRubberBand(QRubberBand::Rectangle, this)),
       wanted_(sizes) {

@@ -70,7 +70,7 @@ MapView::MapView(Map& map, QWidget* parent) : QWidget(parent) {
   setMouseTracking(true);
   setAttribute(Qt::WA_OpaquePaintEvent);
   setMinimumSize(64, 48);
-  setAccessibleName(tr("Map"));
+  setAccessibleName(QStringLiteral("Map"));
   grabGesture(Qt::PinchGesture);
   findTimer_.setSingleShot(true);
   notesTimer_.setSingleShot(true);
@@ -204,13 +204,14 @@ void MapView::PaintHint(QPainter& painter) const {
   const double largeHeight = QFontMetricsF(large).height();
   const double line = QFontMetricsF(font()).height();
   const QStringList advice = {
-      tr("Open a map with Ctrl+O, or drop its file here"),
-      tr("Import a spreadsheet with Ctrl+I"),
-      tr("Begin a new trail with Ctrl+A in the list of trails"),
+      QStringLiteral("Open a map with Ctrl+O, or drop its file here"),
+      QStringLiteral("Import a spreadsheet with Ctrl+I"),
+      QStringLiteral("Begin a new trail with Ctrl+A in the list of trails"),
   };
   double top = (height() - largeHeight - line * static_cast<double>(advice.size() + 1)) / 2;
   painter.setFont(large);
-  painter.drawText(QRectF(0, top, width(), largeHeight), Qt::AlignCenter, tr("This map is empty"));
+  painter.drawText(QRectF(0, top, width(), largeHeight), Qt::AlignCenter,
+                   QStringLiteral("This map is empty"));
   top += largeHeight + line / 2;
   painter.setFont(font());
   for (const QString& text : advice) {

@@ -19,12 +19,12 @@ constexpr int ButtonsOfColumn = 4;
 OrientationDialog::OrientationDialog(MapWindow& view, QWidget* parent)
     : QDialog(parent), view_(view), field_(new QLineEdit(this)) {
   setObjectName(QStringLiteral("orientationDialog"));
-  setWindowTitle(tr("Orientation"));
+  setWindowTitle(QStringLiteral("Orientation"));
   auto* layout = new QGridLayout(this);
   const double deviation = view.map->magneticDeviation;
   for (size_t i = 0; i < OrientationTexts.size(); ++i) {
     const auto orientation = static_cast<Orientation>(i);
-    auto* button = new QRadioButton(tr(OrientationTexts[i]), this);
+    auto* button = new QRadioButton(QLatin1String(OrientationTexts[i]), this);
     button->setAccessibleName(button->text());
     if (IsCompassOrientation(orientation)) button->setEnabled(deviation != 0);
     buttons_.push_back(button);
@@ -33,7 +33,7 @@ OrientationDialog::OrientationDialog(MapWindow& view, QWidget* parent)
                       orientation == Orientation::Free ? 0 : index / ButtonsOfColumn);
     connect(button, &QRadioButton::clicked, this, [this, orientation] { Pick(orientation); });
   }
-  field_->setAccessibleName(tr("Rotation of the map in degrees"));
+  field_->setAccessibleName(QStringLiteral("Rotation of the map in degrees"));
   field_->setText(QString::fromStdString(RotationText(static_cast<double>(view.rotation))));
   layout->addWidget(field_, ButtonsOfColumn, 1);
   connect(field_, &QLineEdit::textEdited, this,

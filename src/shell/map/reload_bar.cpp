@@ -10,10 +10,10 @@ namespace orvane {
 ReloadBar::ReloadBar(QWidget* parent)
     : QFrame(parent),
       text_(new QLabel(this)),
-      reload_(new QPushButton(tr("Reload"), this)),
-      decline_(new QPushButton(tr("Not Now"), this)) {
+      reload_(new QPushButton(QStringLiteral("Reload"), this)),
+      decline_(new QPushButton(QStringLiteral("Not Now"), this)) {
   setObjectName(QStringLiteral("reloadBar"));
-  setAccessibleName(tr("File on the disk has changed"));
+  setAccessibleName(QStringLiteral("File on the disk has changed"));
   setPalette(QToolTip::palette());
   setForegroundRole(QPalette::ToolTipText);
   setBackgroundRole(QPalette::ToolTipBase);
@@ -23,8 +23,8 @@ ReloadBar::ReloadBar(QWidget* parent)
   text_->setForegroundRole(QPalette::ToolTipText);
   text_->setMinimumWidth(1);  // a narrow window cuts it
   for (QPushButton* button : {reload_, decline_}) button->setAccessibleName(button->text());
-  reload_->setToolTip(tr("Read the file again"));
-  decline_->setToolTip(tr("Keep what is open"));
+  reload_->setToolTip(QStringLiteral("Read the file again"));
+  decline_->setToolTip(QStringLiteral("Keep what is open"));
   connect(reload_, &QPushButton::clicked, this, &ReloadBar::reloadRequested);
   connect(decline_, &QPushButton::clicked, this, &ReloadBar::declined);
   auto* layout = new QHBoxLayout(this);

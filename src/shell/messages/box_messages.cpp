@@ -15,8 +15,6 @@
 namespace orvane {
 namespace {
 
-QString Tr(const char* text) { return QCoreApplication::translate("MessageBoxes", text); }
-
 QMessageBox::Icon BoxIcon(Severity severity) {
   return severity == Severity::Warning ? QMessageBox::Warning : QMessageBox::Critical;
 }
@@ -107,7 +105,7 @@ bool BoxMessages::ShowBox(const Waiting& message, const QString& occasion, bool 
   box.setTextFormat(Qt::PlainText);
   QCheckBox* check = nullptr;
   if (withCheck) {
-    check = new QCheckBox(Tr("&Show the rest in the messages window only"), &box);
+    check = new QCheckBox(QStringLiteral("&Show the rest in the messages window only"), &box);
     check->setObjectName(QStringLiteral("showRestInWindow"));
     box.setCheckBox(check);
   }

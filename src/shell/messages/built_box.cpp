@@ -193,7 +193,7 @@ void BuiltBox::MakeField(const TextPrompt& prompt) {
     // "Pde2" must not become "Pde20" because the user searched for that before.
     list->setCompleter(nullptr);
     list->setDuplicatesEnabled(true);  // else "camp" becomes the "Camp" of the list
-    list->view()->setAccessibleName(tr("Earlier texts"));
+    list->view()->setAccessibleName(QStringLiteral("Earlier texts"));
     for (const std::string& text : prompt.earlier) list->addItem(DisplayText(text));
     field_ = list->lineEdit();
     fieldWidget_ = list;

@@ -50,11 +50,11 @@ QString PlainTip(const QString& text) {
 QString SpokenText(const LoggedMessage& message) {
   switch (message.severity) {
     case Severity::Note:
-      return MessageLog::tr("Note: %1").arg(message.text);
+      return QStringLiteral("Note: %1").arg(message.text);
     case Severity::Warning:
-      return MessageLog::tr("Warning: %1").arg(message.text);
+      return QStringLiteral("Warning: %1").arg(message.text);
     default:
-      return MessageLog::tr("Error: %1").arg(message.text);
+      return QStringLiteral("Error: %1").arg(message.text);
   }
 }
 
@@ -138,11 +138,11 @@ QVariant MessageLog::headerData(int section, Qt::Orientation orientation, int ro
   if (orientation != Qt::Horizontal || role != Qt::DisplayRole) return {};
   switch (section) {
     case TextColumn:
-      return tr("Message");
+      return QStringLiteral("Message");
     case FileColumn:
-      return tr("File");
+      return QStringLiteral("File");
     case LineColumn:
-      return tr("Line");
+      return QStringLiteral("Line");
     default:
       return {};
   }

@@ -47,7 +47,7 @@ QString LineOf(const LoggedMessage& message) {
 QTreeView* MakeList(MessageLog& log, QWidget* parent) {
   auto* list = new QTreeView(parent);
   list->setObjectName(QStringLiteral("messageList"));
-  list->setAccessibleName(MessagesWindow::tr("Messages"));
+  list->setAccessibleName(QStringLiteral("Messages"));
   list->setModel(&log);
   list->setRootIsDecorated(false);
   list->setUniformRowHeights(true);
@@ -77,13 +77,13 @@ MessagesWindow::MessagesWindow(MessageLog& log, QWidget* parent)
       log_(log),
       count_(new QLabel(this)),
       list_(MakeList(log, this)),
-      copy_(MakeButton(tr("&Copy"), "copyMessages", this)),
-      clear_(MakeButton(tr("C&lear"), "clearMessages", this)) {
+      copy_(MakeButton(QStringLiteral("&Copy"), "copyMessages", this)),
+      clear_(MakeButton(QStringLiteral("C&lear"), "clearMessages", this)) {
   setObjectName(QStringLiteral("messagesWindow"));
-  setWindowTitle(tr("Messages"));
+  setWindowTitle(QStringLiteral("Messages"));
   count_->setObjectName(QStringLiteral("messageCount"));
   count_->setBuddy(list_);
-  auto* close = MakeButton(tr("Cl&ose"), "closeMessages", this);
+  auto* close = MakeButton(QStringLiteral("Cl&ose"), "closeMessages", this);
 
   auto* buttons = new QHBoxLayout;
   buttons->addWidget(copy_);
@@ -225,20 +225,19 @@ void MessagesWindow::ShowCount() {
   copy_->setEnabled(count > 0);
   clear_->setEnabled(count > 0);
   const QLocale locale;
-  QString text = tr("No messages so far.");
-  if (count == 1) text = tr("1 message.");
-  if (count > 1) text = tr("%1 messages.").arg(locale.toString(count));
+  QString text = QStringLiteral("No messages so far.");
+  if (count == 1) text = QStringLiteral("1 message.");
+  if (count > 1) text = QStringLiteral("%1 messages.").arg(locale.toString(count));
   if (log_.NotKept() > 0) {
-    text +=
-        u' ' +
-        tr("%1 more were not kept.").arg(locale.toString(static_cast<qulonglong>(log_.NotKept())));
+    text += u' ' + QStringLiteral("%1 more were not kept.")
+                       .arg(locale.toString(static_cast<qulonglong>(log_.NotKept())));
   }
   if (leading_ == 1 && count == 1) {
-    text += u' ' + tr("Click it to see its line.");
+    text += u' ' + QStringLiteral("Click it to see its line.");
   } else if (leading_ == count && count > 1) {
-    text += u' ' + tr("Click one to see its line.");
+    text += u' ' + QStringLiteral("Click one to see its line.");
   } else if (leading_ > 0) {
-    text += u' ' + tr("Click one with an underlined file to see its line.");
+    text += u' ' + QStringLiteral("Click one with an underlined file to see its line.");
   }
   count_->setText(text);
 }

@@ -43,7 +43,8 @@ void ShownNotes::Show() {
   if (lines.size() > MostLines) {
     const qsizetype left = lines.size() - (MostLines - 1);
     lines = lines.first(MostLines - 1);
-    lines.append(tr("%1 more notes are in the messages window").arg(QLocale().toString(left)));
+    lines.append(
+        QStringLiteral("%1 more notes are in the messages window").arg(QLocale().toString(left)));
   }
   shownFirst_ = first_;
   NoteOn(*window).ShowLines(lines);

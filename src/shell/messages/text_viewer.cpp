@@ -64,17 +64,18 @@ TextViewer::TextViewer(QWidget* parent)
       notice_(MakeLabel("viewedNotice", this)),
       text_(new NumberedText(this)),
       where_(MakeLabel("viewedPlace", this)),
-      previous_(MakeStep(tr("&Previous Message"), "previousMessage",
+      previous_(MakeStep(QStringLiteral("&Previous Message"), "previousMessage",
                          QKeySequence(Qt::SHIFT | Qt::Key_F8), -1)),
-      next_(MakeStep(tr("&Next Message"), "nextMessage", QKeySequence(Qt::Key_F8), 1)) {
+      next_(MakeStep(QStringLiteral("&Next Message"), "nextMessage", QKeySequence(Qt::Key_F8), 1)) {
   setObjectName(QStringLiteral("textViewer"));
   text_->setObjectName(QStringLiteral("viewedText"));
   text_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
   text_->setTabStopDistance(8.0 * text_->fontMetrics().horizontalAdvance(QLatin1Char(' ')));
-  text_->setAccessibleName(tr("Text of the file"));
+  text_->setAccessibleName(QStringLiteral("Text of the file"));
   message_->setWordWrap(true);
   notice_->setWordWrap(true);
-  notice_->setText(tr("The file has changed since Orvane read it. The lines may have moved."));
+  notice_->setText(
+      QStringLiteral("The file has changed since Orvane read it. The lines may have moved."));
   notice_->setPalette(QToolTip::palette());
   notice_->setForegroundRole(QPalette::ToolTipText);
   notice_->setBackgroundRole(QPalette::ToolTipBase);
@@ -116,7 +117,7 @@ void TextViewer::OfferSteps(bool previous, bool next) {
 
 void TextViewer::Show(const ViewedPlace& place) {
   place_ = place;
-  setWindowTitle(tr("%1 (text)").arg(DisplayText(BaseName(place.file))));
+  setWindowTitle(QStringLiteral("%1 (text)").arg(DisplayText(BaseName(place.file))));
   message_->setText(place.message);
   message_->setVisible(!place.message.isEmpty());
   text_->clear();
@@ -134,18 +135,18 @@ void TextViewer::Read() {
   const auto content = ReadWholeFile(place_.file);
   if (!content) {
     text_->clear();
-    where_->setText(tr("%1 can't be read").arg(name));
+    where_->setText(QStringLiteral("%1 can't be read").arg(name));
     return;
   }
   if (content->size() > LargestShown) {
     text_->clear();
-    where_->setText(tr("%1 is too large to be shown").arg(name));
+    where_->setText(QStringLiteral("%1 is too large to be shown").arg(name));
     return;
   }
   notice_->setVisible(shownState_ != place_.fileState);
   text_->setPlainText(ShownText(*content));
   const QString line = QLocale().toString(static_cast<qulonglong>(place_.line));
-  where_->setText(place_.line == 0 ? name : tr("Line %1 of %2").arg(line, name));
+  where_->setText(place_.line == 0 ? name : QStringLiteral("Line %1 of %2").arg(line, name));
   text_->MarkLine(place_.line);
 }
 

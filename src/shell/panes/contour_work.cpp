@@ -9,7 +9,7 @@ namespace orvane {
 
 void RunContourWork(Shell& shell, const std::function<void(const ContourProgress&)>& work) {
   shell.Guard().Run([&] {
-    BusyWork busy(shell.TheWorkspace(), shell.Boxes(), Shell::tr("Drawing contours"),
+    BusyWork busy(shell.TheWorkspace(), shell.Boxes(), QStringLiteral("Drawing contours"),
                   shell.Clock());
     work([&](const char* stage, int percent) {
       if (stage == nullptr) return true;

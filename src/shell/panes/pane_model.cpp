@@ -15,9 +15,10 @@ QVariant PaneModel::data(const QModelIndex& index, int role) const {
       return look.visible ? Qt::Checked : Qt::Unchecked;
     case Qt::AccessibleDescriptionRole:
       if (look.fixed) return {};
-      return look.hasTriangle
-                 ? (look.open ? tr("Level %1, open") : tr("Level %1, closed")).arg(look.depth + 1)
-                 : tr("Level %1").arg(look.depth + 1);
+      return look.hasTriangle ? (look.open ? QStringLiteral("Level %1, open")
+                                           : QStringLiteral("Level %1, closed"))
+                                    .arg(look.depth + 1)
+                              : QStringLiteral("Level %1").arg(look.depth + 1);
     default:
       return {};
   }

@@ -14,7 +14,7 @@ RangePane::RangePane(MapWindow& view, QWidget* parent)
     : RangePane(view, *new RangeListModel(view, nullptr), parent) {}
 
 RangePane::RangePane(MapWindow& view, RangeListModel& model, QWidget* parent)
-    : TitledPane(tr("Ranges"), model, parent), view_(view), model_(model) {
+    : TitledPane(QStringLiteral("Ranges"), model, parent), view_(view), model_(model) {
   setObjectName(QStringLiteral("rangePane"));
   PaneView& rows = Rows();
   rows.setObjectName(QStringLiteral("rangeList"));

@@ -10,7 +10,6 @@
 #include <QFormLayout>
 #include <QGridLayout>
 #include <QLabel>
-#include <QLineEdit>
 #include <QListWidget>
 #include <QRadioButton>
 
@@ -29,61 +28,51 @@ QString SmName(const std::optional<std::string>& name) { return DisplayText(name
 RangeVisibilityDialog::RangeVisibilityDialog(
     const RangeVisibility& values, const RangeControls& controls,
     const std::array<std::optional<std::string>, 3>& smNames, Apply apply, QWidget* parent)
-    : QDialog(parent),
+    : VisibilityDialog(values.visible, values.color, parent),
       apply_(std::move(apply)),
-      visible_(new QCheckBox(tr("Visible"), this)),
-      color_(new QLineEdit(DisplayText(values.color), this)),
-      shading_(new RadioBox(tr("Shading Patterns"),
+      shading_(new RadioBox(QStringLiteral("Shading Patterns"),
                             {{FillRising, QStringLiteral("//")},
                              {FillFalling, QStringLiteral("\\")},
                              {FillHorizontal, QStringLiteral("==")},
                              {FillVertical, QStringLiteral("||")},
                              {FillDiagonals, QStringLiteral("xx")},
                              {FillCross, QStringLiteral("++")},
-                             {NoShading, tr("None")}},
+                             {NoShading, QStringLiteral("None")}},
                             this)),
-      drawMode_(new RadioBox(tr("Draw Range"),
-                             {{RangeDrawClear, tr("Clear")},
-                              {RangeDrawHash, tr("Hash")},
-                              {RangeDrawCoreGrid, tr("Core Grid")},
+      drawMode_(new RadioBox(QStringLiteral("Draw Range"),
+                             {{RangeDrawClear, QStringLiteral("Clear")},
+                              {RangeDrawHash, QStringLiteral("Hash")},
+                              {RangeDrawCoreGrid, QStringLiteral("Core Grid")},
                               {RangeDrawSm1, SmName(smNames[0])},
                               {RangeDrawSm2, SmName(smNames[1])},
                               {RangeDrawSm3, SmName(smNames[2])}},
                              this)),
-      points_(new QGroupBox(tr("Show Points"), this)),
+      points_(new QGroupBox(QStringLiteral("Show Points"), this)),
       clusters_(new QListWidget(this)) {
   setObjectName(QStringLiteral("rangeVisibilityDialog"));
-  setWindowTitle(tr("Range Visibility"));
-  visible_->setAccessibleName(visible_->text());
-  color_->setAccessibleName(tr("Color"));
+  setWindowTitle(QStringLiteral("Range Visibility"));
   auto* points = new QVBoxLayout(points_);
   for (size_t i = 0; i < showSm_.size(); ++i) {
     QString name = SmName(smNames[i]);
     showSm_[i] = new QCheckBox(name.replace(QLatin1Char('&'), QStringLiteral("&&")), this);
-    showSm_[i]->setAccessibleName(tr("Show Points: %1").arg(SmName(smNames[i])));
+    showSm_[i]->setAccessibleName(QStringLiteral("Show Points: %1").arg(SmName(smNames[i])));
     points->addWidget(showSm_[i]);
   }
-  auto* clusterLabel = new QLabel(tr("Show Cluster Contours"), this);
+  auto* clusterLabel = new QLabel(QStringLiteral("Show Cluster Contours"), this);
   clusterLabel->setBuddy(clusters_);
   clusters_->setAccessibleName(clusterLabel->text());
   clusters_->setSelectionMode(QAbstractItemView::MultiSelection);
   for (int row = 0; row < ClusterListRows; ++row) {
     clusters_->addItem(QStringLiteral("%1%").arg(MostLevel - LevelStep * row));
   }
-  auto* top = new QFormLayout;
-  top->addRow(visible_);
-  top->addRow(tr("Color:"), color_);
   auto* layout = new QGridLayout(this);
-  layout->addLayout(top, 0, 0, 1, 2);
+  layout->addLayout(MakeFirstFields(), 0, 0, 1, 2);
   layout->addWidget(shading_, 1, 0, 2, 1);
   layout->addWidget(drawMode_, 1, 1);
   layout->addWidget(points_, 2, 1);
   layout->addWidget(clusterLabel, 0, 2, Qt::AlignBottom);
   layout->addWidget(clusters_, 1, 2, 2, 1);
-  auto* box = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
-  connect(box, &QDialogButtonBox::accepted, this, &RangeVisibilityDialog::accept);
-  connect(box, &QDialogButtonBox::rejected, this, &RangeVisibilityDialog::reject);
-  layout->addWidget(box, 3, 0, 1, 3);
+  layout->addWidget(MakeButtons(), 3, 0, 1, 3);
   ShowControls(controls);
   ShowValues(values);
   WidenToTitle(*this);
@@ -106,7 +95,6 @@ void RangeVisibilityDialog::ShowControls(const RangeControls& controls) {
 }
 
 void RangeVisibilityDialog::ShowValues(const RangeVisibility& values) {
-  visible_->setChecked(values.visible);
   shading_->SetValue(values.shading);
   drawMode_->SetValue(values.drawMode);
   for (size_t i = 0; i < showSm_.size(); ++i) showSm_[i]->setChecked(values.showSm[i]);
@@ -116,8 +104,8 @@ void RangeVisibilityDialog::ShowValues(const RangeVisibility& values) {
 }
 
 RangeVisibility RangeVisibilityDialog::Values() const {
-  RangeVisibility values{.visible = visible_->isChecked(),
-                         .color = color_->text().toStdString(),
+  RangeVisibility values{.visible = IsVisibleChecked(),
+                         .color = ColorTyped(),
                          .shading = shading_->Value(),
                          .drawMode = drawMode_->Value()};
   for (size_t i = 0; i < showSm_.size(); ++i) values.showSm[i] = showSm_[i]->isChecked();
@@ -125,15 +113,6 @@ RangeVisibility RangeVisibilityDialog::Values() const {
     if (clusters_->item(row)->isSelected()) values.clusterMask |= 1U << row;
   }
   return values;
-}
-
-void RangeVisibilityDialog::accept() {
-  if (apply_(Values())) {
-    QDialog::accept();
-    return;
-  }
-  color_->setFocus();
-  color_->selectAll();
 }
 
 }  // namespace orvane

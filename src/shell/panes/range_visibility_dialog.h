@@ -1,8 +1,7 @@
 #pragma once
 
 #include "panes/visibility.h"
-
-#include <QDialog>
+#include "shell/panes/visibility_dialog.h"
 
 #include <array>
 #include <functional>
@@ -10,7 +9,6 @@
 #include <string>
 
 class QCheckBox;
-class QLineEdit;
 class QListWidget;
 
 namespace orvane {
@@ -18,7 +16,7 @@ namespace orvane {
 class RadioBox;
 
 /// The dialog "Range Visibility": how the selected rows of the range pane are drawn.
-class RangeVisibilityDialog final : public QDialog {
+class RangeVisibilityDialog final : public VisibilityDialog {
   Q_OBJECT
 
  public:
@@ -32,16 +30,13 @@ class RangeVisibilityDialog final : public QDialog {
                         const std::array<std::optional<std::string>, 3>& smNames, Apply apply,
                         QWidget* parent);
 
-  void accept() override;
-
  private:
+  bool ApplyValues() override { return apply_(Values()); }
   void ShowControls(const RangeControls& controls);
   void ShowValues(const RangeVisibility& values);
   RangeVisibility Values() const;
 
   Apply apply_;
-  QCheckBox* visible_;
-  QLineEdit* color_;
   RadioBox* shading_;
   RadioBox* drawMode_;
   QWidget* points_;

@@ -14,7 +14,7 @@ TrailPane::TrailPane(MapWindow& view, QWidget* parent)
     : TrailPane(view, *new TrailTreeModel(view, nullptr), parent) {}
 
 TrailPane::TrailPane(MapWindow& view, TrailTreeModel& model, QWidget* parent)
-    : TitledPane(tr("Trails"), model, parent), view_(view), model_(model) {
+    : TitledPane(QStringLiteral("Trails"), model, parent), view_(view), model_(model) {
   setObjectName(QStringLiteral("trailPane"));
   PaneView& rows = Rows();
   rows.setObjectName(QStringLiteral("trailList"));

@@ -1,6 +1,5 @@
 #include "shell/panes/trail_visibility_dialog.h"
 
-#include "paint/display_text.h"
 #include "shell/messages/title_width.h"
 #include "shell/panes/radio_box.h"
 #include "view/fills.h"
@@ -9,8 +8,6 @@
 #include <QDialogButtonBox>
 #include <QFormLayout>
 #include <QGridLayout>
-#include <QLabel>
-#include <QLineEdit>
 #include <QRadioButton>
 
 #include <utility>
@@ -19,16 +16,15 @@ namespace orvane {
 
 TrailVisibilityDialog::TrailVisibilityDialog(const TrailVisibility& values, Apply apply,
                                              QWidget* parent)
-    : QDialog(parent),
+    : VisibilityDialog(values.visible, values.color, parent),
       apply_(std::move(apply)),
-      visible_(new QCheckBox(tr("Visible"), this)),
-      color_(new QLineEdit(DisplayText(values.color), this)),
-      lines_(new RadioBox(
-          tr("Line Style"),
-          {{LineSolid, tr("Solid")}, {LineDotted, tr("Dotted")}, {LineDashed, tr("Dashed")}},
-          this)),
-      filled_(new QCheckBox(tr("Filled"), this)),
-      patterns_(new RadioBox(tr("Fill Pattern"),
+      lines_(new RadioBox(QStringLiteral("Line Style"),
+                          {{LineSolid, QStringLiteral("Solid")},
+                           {LineDotted, QStringLiteral("Dotted")},
+                           {LineDashed, QStringLiteral("Dashed")}},
+                          this)),
+      filled_(new QCheckBox(QStringLiteral("Filled"), this)),
+      patterns_(new RadioBox(QStringLiteral("Fill Pattern"),
                              {{FillRising, QStringLiteral("//")},
                               {FillFalling, QStringLiteral("\\")},
                               {FillHorizontal, QStringLiteral("==")},
@@ -36,48 +32,39 @@ TrailVisibilityDialog::TrailVisibilityDialog(const TrailVisibility& values, Appl
                               {FillDiagonals, QStringLiteral("xx")},
                               {FillCross, QStringLiteral("++")}},
                              this)),
-      solidFill_(new QRadioButton(tr("Solid"), this)),
-      labels_(new RadioBox(tr("Show Point Labels"),
-                           {{LabelNone, tr("None")},
-                            {LabelFirstLast, tr("First & Last")},
-                            {LabelAll, tr("All")},
-                            {LabelAuto, tr("Auto")}},
+      solidFill_(new QRadioButton(QStringLiteral("Solid"), this)),
+      labels_(new RadioBox(QStringLiteral("Show Point Labels"),
+                           {{LabelNone, QStringLiteral("None")},
+                            {LabelFirstLast, QStringLiteral("First & Last")},
+                            {LabelAll, QStringLiteral("All")},
+                            {LabelAuto, QStringLiteral("Auto")}},
                            this)),
-      marks_(new RadioBox(tr("Point Marks"),
-                          {{MarkNone, tr("None")},
-                           {MarkCircle, tr("Circle")},
-                           {MarkCross, tr("Cross")},
-                           {MarkTick, tr("Tick")},
-                           {MarkRect, tr("Rect")},
-                           {MarkPlus, tr("Plus")}},
+      marks_(new RadioBox(QStringLiteral("Point Marks"),
+                          {{MarkNone, QStringLiteral("None")},
+                           {MarkCircle, QStringLiteral("Circle")},
+                           {MarkCross, QStringLiteral("Cross")},
+                           {MarkTick, QStringLiteral("Tick")},
+                           {MarkRect, QStringLiteral("Rect")},
+                           {MarkPlus, QStringLiteral("Plus")}},
                           this)) {
   setObjectName(QStringLiteral("trailVisibilityDialog"));
-  setWindowTitle(tr("Trail Visibility"));
-  visible_->setAccessibleName(visible_->text());
-  color_->setAccessibleName(tr("Color"));
+  setWindowTitle(QStringLiteral("Trail Visibility"));
   filled_->setAccessibleName(filled_->text());
   // The solid fill can be chosen whether "Filled" is on or off, so it is not in the box.
-  solidFill_->setAccessibleName(tr("Fill Pattern: Solid"));
+  solidFill_->setAccessibleName(QStringLiteral("Fill Pattern: Solid"));
   patterns_->Adopt(*solidFill_, FillSolid);
-  auto* top = new QFormLayout;
-  top->addRow(visible_);
-  top->addRow(tr("Color:"), color_);
   auto* fill = new QVBoxLayout;
   fill->addWidget(filled_);
   fill->addWidget(patterns_);
   fill->addWidget(solidFill_);
   fill->addStretch();
   auto* layout = new QGridLayout(this);
-  layout->addLayout(top, 0, 0, 1, 2);
+  layout->addLayout(MakeFirstFields(), 0, 0, 1, 2);
   layout->addWidget(lines_, 1, 0);
   layout->addLayout(fill, 1, 1, 2, 1);
   layout->addWidget(labels_, 2, 0);
   layout->addWidget(marks_, 1, 2, 2, 1);
-  auto* box = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
-  connect(box, &QDialogButtonBox::accepted, this, &TrailVisibilityDialog::accept);
-  connect(box, &QDialogButtonBox::rejected, this, &TrailVisibilityDialog::reject);
-  layout->addWidget(box, 3, 0, 1, 3);
-  visible_->setChecked(values.visible);
+  layout->addWidget(MakeButtons(), 3, 0, 1, 3);
   filled_->setChecked(values.filled);
   lines_->SetValue(values.lineStyle);
   patterns_->SetValue(values.fillPattern);
@@ -102,22 +89,13 @@ void TrailVisibilityDialog::EnableControls() {
 }
 
 TrailVisibility TrailVisibilityDialog::Values() const {
-  return {.visible = visible_->isChecked(),
-          .color = color_->text().toStdString(),
+  return {.visible = IsVisibleChecked(),
+          .color = ColorTyped(),
           .lineStyle = lines_->Value(),
           .filled = filled_->isChecked(),
           .fillPattern = patterns_->Value(),
           .labelMode = labels_->Value(),
           .markStyle = marks_->Value()};
-}
-
-void TrailVisibilityDialog::accept() {
-  if (apply_(Values())) {
-    QDialog::accept();
-    return;
-  }
-  color_->setFocus();
-  color_->selectAll();
 }
 
 }  // namespace orvane

@@ -1,13 +1,11 @@
 #pragma once
 
 #include "panes/visibility.h"
-
-#include <QDialog>
+#include "shell/panes/visibility_dialog.h"
 
 #include <functional>
 
 class QCheckBox;
-class QLineEdit;
 class QRadioButton;
 
 namespace orvane {
@@ -15,7 +13,7 @@ namespace orvane {
 class RadioBox;
 
 /// The dialog "Trail Visibility": how the selected rows of the trail pane are drawn.
-class TrailVisibilityDialog final : public QDialog {
+class TrailVisibilityDialog final : public VisibilityDialog {
   Q_OBJECT
 
  public:
@@ -25,15 +23,12 @@ class TrailVisibilityDialog final : public QDialog {
 
   TrailVisibilityDialog(const TrailVisibility& values, Apply apply, QWidget* parent);
 
-  void accept() override;
-
  private:
+  bool ApplyValues() override { return apply_(Values()); }
   TrailVisibility Values() const;
   void EnableControls();
 
   Apply apply_;
-  QCheckBox* visible_;
-  QLineEdit* color_;
   RadioBox* lines_;
   QCheckBox* filled_;
   RadioBox* patterns_;

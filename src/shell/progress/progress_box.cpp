@@ -19,19 +19,19 @@ constexpr int BarSteps = 1000;
 QString TextOf(WorkStage stage) {
   switch (stage) {
     case WorkStage::Reading:
-      return ProgressBox::tr("Reading the file");
+      return QStringLiteral("Reading the file");
     case WorkStage::Solving:
-      return ProgressBox::tr("Calculating positions");
+      return QStringLiteral("Calculating positions");
     case WorkStage::Analyzing:
-      return ProgressBox::tr("Calculating home ranges");
+      return QStringLiteral("Calculating home ranges");
     case WorkStage::Importing:
-      return ProgressBox::tr("Adding the tracks");
+      return QStringLiteral("Adding the tracks");
     case WorkStage::Contouring:
-      return ProgressBox::tr("Drawing contours");
+      return QStringLiteral("Drawing contours");
     case WorkStage::Writing:
-      return ProgressBox::tr("Writing the files");
+      return QStringLiteral("Writing the files");
     case WorkStage::Printing:
-      return ProgressBox::tr("Drawing the pages");
+      return QStringLiteral("Drawing the pages");
   }
   return {};
 }
@@ -42,13 +42,13 @@ ProgressBox::ProgressBox(const QString& occasion, QWidget* parent)
     : QDialog(parent),
       stage_(new QLabel(this)),
       bar_(new QProgressBar(this)),
-      cancel_(new QPushButton(tr("Cancel"), this)) {
+      cancel_(new QPushButton(QStringLiteral("Cancel"), this)) {
   setObjectName(QStringLiteral("progressBox"));
   setWindowTitle(occasion);
   setWindowModality(Qt::ApplicationModal);
   stage_->setObjectName(QStringLiteral("progressStage"));
   bar_->setObjectName(QStringLiteral("progressBar"));
-  bar_->setAccessibleName(tr("Progress"));
+  bar_->setAccessibleName(QStringLiteral("Progress"));
   bar_->setTextVisible(false);
   bar_->setMinimumWidth(BarWidth);
   cancel_->setObjectName(QStringLiteral("progressCancel"));
@@ -81,7 +81,7 @@ void ProgressBox::ShowStage(WorkStage stage, size_t done, size_t of, bool mayCan
 
 void ProgressBox::ShowStopping() {
   stopping_ = true;
-  stage_->setText(tr("Stopping"));
+  stage_->setText(QStringLiteral("Stopping"));
   bar_->setRange(0, 0);
   cancel_->setEnabled(false);
 }

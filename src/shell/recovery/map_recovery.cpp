@@ -96,7 +96,7 @@ std::optional<std::vector<Map*>> MapRecovery::OfferCopies() {
     if (choices[i] == RecoveryChoice::Recover) wanted.push_back(offers[i].copy);
     if (choices[i] == RecoveryChoice::Discard) folder_.Remove(offers[i].copy.slot);
   }
-  const MessageBatch batch(shell_.Boxes(), tr("Recovering maps"));
+  const MessageBatch batch(shell_.Boxes(), QStringLiteral("Recovering maps"));
   std::vector<Map*> maps = OpenRecoveryCopies(shell_.TheWorkspace(), wanted);
   for (size_t i = 0; i < maps.size(); ++i) {
     if (maps[i] != nullptr) kept_[maps[i]].slot = wanted[i].slot;

@@ -55,10 +55,10 @@ QString BreakablePath(const std::string& path) {
 QString WhereAndWhen(const RecoveryCopy& copy) {
   const QDateTime time = QDateTime::fromSecsSinceEpoch(copy.written);
   // The month in letters, so that nobody takes it for the day.
-  const QString when = QLocale().toString(time, RecoveryDialog::tr("d MMMM yyyy, h:mm"));
+  const QString when = QLocale().toString(time, QStringLiteral("d MMMM yyyy, h:mm"));
   const std::string folder(DirectoryName(copy.record.fileName));
-  if (folder.empty()) return RecoveryDialog::tr("Copied %1").arg(when);
-  return RecoveryDialog::tr("In %1\nCopied %2").arg(BreakablePath(folder), when);
+  if (folder.empty()) return QStringLiteral("Copied %1").arg(when);
+  return QStringLiteral("In %1\nCopied %2").arg(BreakablePath(folder), when);
 }
 
 }  // namespace
@@ -66,11 +66,12 @@ QString WhereAndWhen(const RecoveryCopy& copy) {
 RecoveryDialog::RecoveryDialog(const std::vector<RecoveryOffer>& offers, QWidget* parent)
     : QDialog(parent) {
   setObjectName(QStringLiteral("recoveryDialog"));
-  setWindowTitle(tr("Unsaved Maps"));
+  setWindowTitle(QStringLiteral("Unsaved Maps"));
   auto* layout = new QVBoxLayout(this);
-  auto* head = MakeLabel(tr("Orvane ended before these changes were saved. It has kept a copy of "
-                            "each map; your own files are as you left them."),
-                         this);
+  auto* head = MakeLabel(
+      QStringLiteral("Orvane ended before these changes were saved. It has kept a copy of "
+                     "each map; your own files are as you left them."),
+      this);
   setAccessibleDescription(head->text());
   layout->addWidget(head);
 
@@ -81,7 +82,7 @@ RecoveryDialog::RecoveryDialog(const std::vector<RecoveryOffer>& offers, QWidget
   listLayout->addStretch();
   auto* area = new QScrollArea(this);
   area->setObjectName(QStringLiteral("recoveryList"));
-  area->setAccessibleName(tr("Maps with unsaved changes"));
+  area->setAccessibleName(QStringLiteral("Maps with unsaved changes"));
   area->setFrameShape(QFrame::NoFrame);
   area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   area->setWidgetResizable(true);
@@ -91,9 +92,9 @@ RecoveryDialog::RecoveryDialog(const std::vector<RecoveryOffer>& offers, QWidget
   auto* box = new QDialogButtonBox(this);
   auto* ok = box->addButton(QDialogButtonBox::Ok);
   ok->setDefault(true);
-  auto* later = box->addButton(tr("Decide &Later"), QDialogButtonBox::RejectRole);
+  auto* later = box->addButton(QStringLiteral("Decide &Later"), QDialogButtonBox::RejectRole);
   later->setObjectName(QStringLiteral("recoveryLater"));
-  later->setToolTip(tr("Keep all copies and ask again at the next start"));
+  later->setToolTip(QStringLiteral("Keep all copies and ask again at the next start"));
   connect(box, &QDialogButtonBox::accepted, this, &RecoveryDialog::accept);
   connect(box, &QDialogButtonBox::rejected, this, &RecoveryDialog::reject);
   layout->addWidget(box);
@@ -141,15 +142,17 @@ QWidget* RecoveryDialog::MakeOffer(const RecoveryOffer& offer) {
     QString text, tip;
   };
   const Choice choices[] = {
-      {RecoveryChoice::Recover, tr("Recover"),
-       tr("Open the map with its changes; your file stays as it is until you save")},
-      {RecoveryChoice::Discard, tr("Discard"), tr("Delete the copy; your file stays as it is")},
-      {RecoveryChoice::Later, tr("Later"), tr("Keep the copy and ask again at the next start")}};
+      {RecoveryChoice::Recover, QStringLiteral("Recover"),
+       QStringLiteral("Open the map with its changes; your file stays as it is until you save")},
+      {RecoveryChoice::Discard, QStringLiteral("Discard"),
+       QStringLiteral("Delete the copy; your file stays as it is")},
+      {RecoveryChoice::Later, QStringLiteral("Later"),
+       QStringLiteral("Keep the copy and ask again at the next start")}};
   auto* group = new QButtonGroup(frame);
   auto* row = new QHBoxLayout;
   for (const Choice& each : choices) {
     auto* button = new QRadioButton(each.text, frame);
-    button->setAccessibleName(tr("%1 %2").arg(each.text, name));
+    button->setAccessibleName(QStringLiteral("%1 %2").arg(each.text, name));
     button->setAccessibleDescription(each.tip);
     button->setToolTip(each.tip);
     group->addButton(button, static_cast<int>(each.choice));
