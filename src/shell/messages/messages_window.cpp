@@ -166,7 +166,7 @@ void MessagesWindow::OpenRow(int row) {
     if (place.line == 0 && showOnMap && showOnMap(origin)) return;
   }
   TextViewer& viewer = Viewer();
-  viewer.OfferSteps(RowFrom(row, -1) >= 0, RowFrom(row, 1) >= 0);
+  viewer.OfferSteps({.previous = RowFrom(row, -1) >= 0, .next = RowFrom(row, 1) >= 0});
   viewer.Show(place);
 }
 

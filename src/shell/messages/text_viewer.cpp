@@ -95,7 +95,7 @@ TextViewer::TextViewer(QWidget* parent)
   layout->addWidget(text_, 1);
   layout->addLayout(bottom);
   AddWindowKeys(*this, [this] { Q_EMIT exitRequested(); });
-  OfferSteps(false, false);
+  OfferSteps({});
   resize(860, 520);
 }
 
@@ -110,9 +110,9 @@ QPushButton* TextViewer::MakeStep(const QString& text, const char* name, const Q
   return button;
 }
 
-void TextViewer::OfferSteps(bool previous, bool next) {
-  previous_->setEnabled(previous);
-  next_->setEnabled(next);
+void TextViewer::OfferSteps(const ViewerSteps& offered) {
+  previous_->setEnabled(offered.previous);
+  next_->setEnabled(offered.next);
 }
 
 void TextViewer::Show(const ViewedPlace& place) {

@@ -21,6 +21,12 @@ struct ViewedPlace {
   FileState fileState;  ///< of the file when the program read it
 };
 
+/// The steps that the viewer offers.
+struct ViewerSteps {
+  bool previous = false;  ///< to the message before
+  bool next = false;      ///< to the message after
+};
+
 /// Shows a text file at one line, read-only. Each line is decoded by itself, as UTF-8 or Latin-1. A
 /// notice says if the file has changed since the program read it.
 class TextViewer final : public QWidget {
@@ -35,7 +41,7 @@ class TextViewer final : public QWidget {
   /// Reads the file as it is now, and marks the line.
   void Show(const ViewedPlace& place);
   /// Enables the buttons to the previous and the next message.
-  void OfferSteps(bool previous, bool next);
+  void OfferSteps(const ViewerSteps& offered);
 
  Q_SIGNALS:
   /// The user wants the message after this one (1) or before it (-1).
