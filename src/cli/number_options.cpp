@@ -31,7 +31,8 @@ int ReadNumber(const std::string& option, const std::string& text, const WholeNu
 
 double ReadNumber(const std::string& option, const std::string& text, const RealNumbers& accepted) {
   const RealPrefix number = ReadReal(text);
-  if (!FillsText(number.length, text) || !(number.value > accepted.above) ||
+  const bool isDecimal = text.find_first_of("xX") == std::string::npos;
+  if (!isDecimal || !FillsText(number.length, text) || !(number.value > accepted.above) ||
       number.value > accepted.most) {
     throw Refusal(option, text, accepted.wanted);
   }

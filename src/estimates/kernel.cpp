@@ -52,11 +52,12 @@ double PartAbove(double value, double spread, double level) {
   return std::clamp((value - level) / (2 * spread) + Middle, 0.0, 1.0);
 }
 
-/// What of a node's value is in that part.
-double ValueAbove(double value, double spread, double level) {
+/// How much of the density that part of a node's square holds.
+/// \param held  what the whole square holds
+double HeldAbove(double value, double spread, double held, double level) {
   const double part = PartAbove(value, spread, level);
-  if (part <= 0 || part >= 1) return part * value;
-  return part * (level + value + spread) / 2;
+  if (part <= 0 || part >= 1) return part * held;
+  return part * ((level + value + spread) / 2 + held - value);
 }
 
 /// Values with a border of one node around them, which gives their slopes.
@@ -73,6 +74,14 @@ class BorderedValues {
     return (std::abs(values_[at + 1] - values_[at - 1]) +
             std::abs(values_[at + width_] - values_[at - width_])) *
            HalfOfDifferences;
+  }
+  /// The mean over the square of a node: its value, and a 24th of how it bends along both axes.
+  double Mean(size_t row, size_t column) const {
+    constexpr double PartOfBend = 1.0 / 24;
+    const size_t at = (row + 1) * width_ + column + 1;
+    const double around =
+        values_[at + 1] + values_[at - 1] + values_[at + width_] + values_[at - width_];
+    return values_[at] + (around - 4 * values_[at]) * PartOfBend;
   }
 
  private:
@@ -123,22 +132,19 @@ struct AxisMatch {
 /// Adds up what two densities share, over the nodes of the finer one.
 class Comparison {
  public:
-  Comparison(const KernelDensity& fine, const KernelDensity& coarse)
-      : fine_(fine),
-        coarse_(coarse),
-        fineLevel_(fine.SetOf(SetPercent).level),
-        coarseLevel_(coarse.SetOf(SetPercent).level) {}
+  /// \param levels  of the finer and of the coarser one
+  Comparison(const KernelDensity& fine, const KernelDensity& coarse, const SharedLevels& levels)
+      : fine_(fine), coarse_(coarse), fineLevel_(levels.first), coarseLevel_(levels.second) {}
 
   /// \return `ofFirst` is that of the finer one
   SharedDensity Compare() const {
     SharedDensity shared;
     for (const auto& tile : fine_.Shares().Tiles()) AddTile(tile, shared);
+    shared.affinity = std::min(shared.affinity, 1.0);  // but for the last digits of the sums
     return shared;
   }
 
  private:
-  static constexpr double SetPercent = 95;
-
   void AddTile(const DensityTiles::Tile& tile, SharedDensity& shared) const {
     const auto [row, column] = BorderOf(tile);
     std::vector<double> sampled;
@@ -193,7 +199,8 @@ KernelDensity::KernelDensity(std::span<const PlanePlace> places, double bandwidt
     const BorderedValues values = BorderedTile(shares_, tile);
     for (size_t i = 0; i < Side; ++i) {
       for (size_t j = 0; j < Side; ++j) {
-        if (values.At(i, j) > 0) nodes_.push_back({values.At(i, j), values.Spread(i, j)});
+        if (values.At(i, j) > 0)
+          nodes_.push_back({values.At(i, j), values.Spread(i, j), values.Mean(i, j)});
       }
     }
   }
@@ -205,7 +212,7 @@ DensitySet KernelDensity::SetOf(double percent) const {
   double total = 0;
   double high = 0;
   for (const Node& node : nodes_) {
-    total += node.share;
+    total += node.held;
     high = std::max(high, node.share + node.spread);
   }
   const double wanted = total * percent / PerCent;
@@ -216,12 +223,12 @@ DensitySet KernelDensity::SetOf(double percent) const {
   while (high - low > Precision * high) {
     const double level = (low + high) / 2;
     double shares = sharesInside;
-    for (const Node& node : open) shares += ValueAbove(node.share, node.spread, level);
+    for (const Node& node : open) shares += HeldAbove(node.share, node.spread, node.held, level);
     (shares > wanted ? low : high) = level;
     std::erase_if(open, [&](const Node& node) {
       const bool isInside = node.share - node.spread >= high;
       if (isInside) {
-        sharesInside += node.share;
+        sharesInside += node.held;
         ++nodesInside;
       }
       return isInside || node.share + node.spread <= low;
@@ -259,9 +266,10 @@ void KernelDensity::Sample(std::int64_t row, std::int64_t column, double step, s
   }
 }
 
-SharedDensity CompareDensities(const KernelDensity& first, const KernelDensity& second) {
-  if (first.Step() <= second.Step()) return Comparison(first, second).Compare();
-  const SharedDensity shared = Comparison(second, first).Compare();
+SharedDensity CompareDensities(const KernelDensity& first, const KernelDensity& second,
+                               const SharedLevels& levels) {
+  if (first.Step() <= second.Step()) return Comparison(first, second, levels).Compare();
+  const SharedDensity shared = Comparison(second, first, {levels.second, levels.first}).Compare();
   return {shared.ofSecond, shared.ofFirst, shared.affinity};
 }
 

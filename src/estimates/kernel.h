@@ -50,10 +50,12 @@ class KernelDensity {
               std::vector<double>& values) const;
 
  private:
-  /// The share of a node and how far the shares in its square are above and below it.
+  /// The share of a node, how far the shares in its square are above and below it, and how much of
+  /// the density the whole square holds.
   struct Node {
     double share;
     double spread;
+    double held;
   };
 
   double step_;
@@ -68,7 +70,15 @@ struct SharedDensity {
   double affinity = 0;  ///< Bhattacharyya's: 0 for nothing in common, 1 for the same density
 };
 
+/// The levels of the sets that hold 95 % of two densities.
+struct SharedLevels {
+  double first = 0;   ///< per square metre
+  double second = 0;  ///< likewise
+};
+
 /// Compares two densities in one plane.
-SharedDensity CompareDensities(const KernelDensity& first, const KernelDensity& second);
+/// \param levels  from lattices that may be finer than those of the densities
+SharedDensity CompareDensities(const KernelDensity& first, const KernelDensity& second,
+                               const SharedLevels& levels);
 
 }  // namespace orvane

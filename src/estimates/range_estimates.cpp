@@ -51,6 +51,8 @@ std::optional<KernelEstimate> EstimateKernel(const FixesOfRange& of,
   for (const int percent : settings.densityPercents) {
     estimate.areas.push_back({percent, density.SetOf(percent).area});
   }
+  constexpr double OverlapPercent = 95;
+  estimate.level95 = density.SetOf(OverlapPercent).level;
   return estimate;
 }
 
@@ -98,18 +100,19 @@ bool AreFarApart(std::span<const PlanePlace> a, std::span<const PlanePlace> b, d
   return false;
 }
 
-/// \param bandwidthA, bandwidthB  metres
-SharedDensity ComparePair(const FixesOfRange& a, double bandwidthA, const FixesOfRange& b,
-                          double bandwidthB) {
+SharedDensity ComparePair(const FixesOfRange& a, const KernelEstimate& kernelA,
+                          const FixesOfRange& b, const KernelEstimate& kernelB) {
   constexpr double Reach = 7;  // bandwidths; the sums end at 6
   const GeoBounds both = {
       std::min(a.bounds.minLat, b.bounds.minLat), std::max(a.bounds.maxLat, b.bounds.maxLat),
       std::min(a.bounds.minLon, b.bounds.minLon), std::max(a.bounds.maxLon, b.bounds.maxLon)};
   const auto placesA = PlacesInPlane(a.fixes, both);
   const auto placesB = PlacesInPlane(b.fixes, both);
-  if (AreFarApart(placesA, placesB, Reach * (bandwidthA + bandwidthB))) return {};
-  return CompareDensities(KernelDensity(placesA, bandwidthA, true),
-                          KernelDensity(placesB, bandwidthB, true));
+  const double reach = Reach * (kernelA.bandwidth + kernelB.bandwidth);
+  if (AreFarApart(placesA, placesB, reach)) return {};
+  return CompareDensities(KernelDensity(placesA, kernelA.bandwidth, true),
+                          KernelDensity(placesB, kernelB.bandwidth, true),
+                          {kernelA.level95, kernelB.level95});
 }
 
 /// Compares the densities of each two ranges.
@@ -124,8 +127,8 @@ void CompareAll(std::span<const FixesOfRange> fixes, std::span<RangeEstimate> es
       table[i][j].other = estimates[j].range;
       table[j][i].other = estimates[i].range;
       if (!estimates[i].kernel || !estimates[j].kernel) continue;
-      const SharedDensity shared = ComparePair(fixes[i], estimates[i].kernel->bandwidth, fixes[j],
-                                               estimates[j].kernel->bandwidth);
+      const SharedDensity shared =
+          ComparePair(fixes[i], *estimates[i].kernel, fixes[j], *estimates[j].kernel);
       table[i][j].inside95 = shared.ofFirst;
       table[j][i].inside95 = shared.ofSecond;
       table[i][j].affinity = table[j][i].affinity = shared.affinity;

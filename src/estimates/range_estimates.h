@@ -22,6 +22,7 @@ struct AreaOfPercent {
 struct KernelEstimate {
   double bandwidth = 0;              ///< metres, with the factor in it
   std::vector<AreaOfPercent> areas;  ///< in the order of the settings
+  double level95 = 0;                ///< of the set that holds 95 %, per square metre
 };
 
 /// What the densities of a range and of another one have in common; nothing where one has no kernel.

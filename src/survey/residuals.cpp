@@ -20,17 +20,10 @@ struct GroundStep {
   double east;
 };
 
-/// The way from a solved point to another place, east at the latitude of `place`.
-GroundStep WayTo(const LatLon& from, const LatLon& place) {
-  const Meters way = LatLonToMeters(place.lat, place.lon - from.lon);
-  return {DegreesToMeters(place.lat - from.lat), way.east};
-}
-
-/// The way from a solved point to the base of its shot, as the shot would have to be: the solver
-/// walks it from the base, with east at the latitude of the point.
-GroundStep SolvedLeg(const LatLon& point, const LatLon& base) {
-  const GroundStep back = WayTo(base, point);
-  return {-back.north, -back.east};
+/// The way from a solved point to a place, with east at the latitude of the point.
+GroundStep WayTo(const LatLon& point, const LatLon& place) {
+  const Meters way = LatLonToMeters(point.lat, place.lon - point.lon);
+  return {DegreesToMeters(place.lat - point.lat), way.east};
 }
 
 /// \return the difference of two bearings, above -180 and at most 180
@@ -39,8 +32,7 @@ double TurnBetween(double from, double to) {
   return turn == -HalfTurn ? HalfTurn : turn;
 }
 
-void SetGroundError(ReadingResidual& residual, const LatLon& place) {
-  const GroundStep error = WayTo(residual.point->geo, place);
+void SetGroundError(ReadingResidual& residual, const GroundStep& error) {
   residual.north = error.north;
   residual.east = error.east;
 }
@@ -56,19 +48,17 @@ void MeasureShot(ReadingResidual& residual, double deviation) {
   const LatLon& point = residual.point->geo;
   const LatLon& base = residual.base->geo;
   if (SaysSamePlace(shot)) {
-    SetGroundError(residual, base);
+    SetGroundError(residual, WayTo(point, base));
     return;
   }
   const bool isAbsolute = (shot.flags & MeasureAbsoluteBearing) != 0;
   const double bearing = shot.bearing + (isAbsolute ? 0 : deviation);
   const double inclination = shot.inclination * RadiansPerDegree;
-  const GroundStep solved = SolvedLeg(point, base);
+  const GroundStep solved = WayTo(point, base);
   const double ground = shot.distance == 0 ? std::hypot(solved.north, solved.east)
                                            : std::cos(inclination) * shot.distance;
-  LatLon place = base;
-  AddMeters(place, -std::cos(bearing * RadiansPerDegree) * ground,
-            -std::sin(bearing * RadiansPerDegree) * ground);
-  SetGroundError(residual, place);
+  SetGroundError(residual, {solved.north - std::cos(bearing * RadiansPerDegree) * ground,
+                            solved.east - std::sin(bearing * RadiansPerDegree) * ground});
   if (shot.distance != 0 && HasAltitude(base.altitude) && HasAltitude(point.altitude)) {
     residual.up =
         double{base.altitude} - shot.distance * std::sin(inclination) - double{point.altitude};
@@ -109,7 +99,7 @@ class Residuals {
 
   void AddFix(const Point& point, const Measurement& fix) {
     ReadingResidual residual = Start(point, fix, ResidualKind::Gps);
-    SetGroundError(residual, fix.position);
+    SetGroundError(residual, WayTo(point.geo, fix.position));
     const float altitude = HasAltitude(fix.altitude) ? fix.altitude : fix.position.altitude;
     if (HasAltitude(altitude) && HasAltitude(point.geo.altitude)) {
       residual.up = double{altitude} - double{point.geo.altitude};

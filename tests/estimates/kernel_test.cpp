@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <gtest/gtest.h>
+#include <numbers>
 
 namespace orvane {
 namespace {
@@ -156,11 +157,30 @@ TEST(KernelDensity, AgreesWithACoarserLattice) {
   }
 }
 
+SharedDensity Compared(const KernelDensity& first, const KernelDensity& second) {
+  return CompareDensities(first, second, {first.SetOf(95).level, second.SetOf(95).level});
+}
+
+/// Far from each other every fix has a bump of its own, and the areas follow from one level.
+TEST(KernelDensity, MeasuresSeparateBumpsOnItsCoarserLattice) {
+  constexpr double H = 3;
+  std::vector<PlanePlace> places;
+  for (int i = 0; i < 12; ++i) {
+    for (int j = 0; j < 12; ++j) places.push_back({i * 60.0, j * 60.0});
+  }
+  const KernelDensity density(places, H);
+  ASSERT_EQ(density.Step(), H / 8);
+  for (const double percent : {50.0, 95.0}) {
+    const double circle = -2 * std::numbers::pi * H * H * std::log(1 - percent / 100);
+    EXPECT_NEAR(density.SetOf(percent).area / circle / 144, 1, 0.0015) << percent;
+  }
+}
+
 TEST(CompareDensities, OfADensityWithItselfIsWhole) {
   Dice dice(6);
   const auto places = test::RandomPlaces(dice, 100);
   const KernelDensity density(places, *ReferenceBandwidth(places, 1), true);
-  const SharedDensity shared = CompareDensities(density, density);
+  const SharedDensity shared = Compared(density, density);
   EXPECT_NEAR(shared.ofFirst, 0.95, 0.001);
   EXPECT_NEAR(shared.ofSecond, 0.95, 0.001);
   EXPECT_NEAR(shared.affinity, 1, 0.0005);
@@ -174,7 +194,7 @@ TEST(CompareDensities, OfTwoNormalDistributionsFollowsTheirDistance) {
       const double a = 7;
       const KernelDensity first(std::vector<PlanePlace>{{1, 2}}, a, true);
       const KernelDensity second(std::vector<PlanePlace>{{1 + distance, 2}}, b, true);
-      const SharedDensity shared = CompareDensities(first, second);
+      const SharedDensity shared = Compared(first, second);
       const double squares = a * a + b * b;
       EXPECT_NEAR(shared.affinity,
                   2 * a * b / squares * std::exp(-distance * distance / (4 * squares)), 0.0005)
@@ -209,7 +229,7 @@ TEST(CompareDensities, AgreesWithSumsOverAFineGrid) {
       exact.affinity += std::sqrt(ofFirst[i] * ofSecond[i]) * square;
     }
     const SharedDensity shared =
-        CompareDensities(KernelDensity(first, a, true), KernelDensity(second, b, true));
+        Compared(KernelDensity(first, a, true), KernelDensity(second, b, true));
     EXPECT_NEAR(shared.ofFirst, exact.ofFirst, 0.002);
     EXPECT_NEAR(shared.ofSecond, exact.ofSecond, 0.002);
     EXPECT_NEAR(shared.affinity, exact.affinity, 0.001);

@@ -36,13 +36,21 @@ TEST_F(Residuals, OfAFixAreWhereItIsFromTheMeanOfAll) {
   const ReadingResidual& newest = residuals[0];
   constexpr double Half = 0.005 / 60 * 111120;
   EXPECT_NEAR(*newest.north, Half, 1e-6);
-  EXPECT_NEAR(*newest.east, Half * std::cos((60 + 0.01 / 60) * RadiansPerDegree), 1e-6);
+  EXPECT_NEAR(*newest.east, Half * std::cos((60 + 0.005 / 60) * RadiansPerDegree), 1e-6);
   EXPECT_FALSE(newest.up);
   EXPECT_NEAR(*residuals[1].north, -Half, 1e-6);
   EXPECT_NEAR(*residuals[1].up, 0, 1e-6);
   EXPECT_FALSE(newest.percent);
   EXPECT_FALSE(newest.degrees);
   EXPECT_EQ(newest.base, nullptr);
+}
+
+TEST_F(Residuals, TakeEastAtTheLatitudeOfThePoint) {
+  Map& map = Open("T\tW\nG\tA\tN72\tE0\nG\tA\tN70\tE4\nC\tB\tA\t10\t0\n");
+  const auto residuals = Of(map);
+  // The fixes are two degrees either side of the mean at N71 E2.
+  EXPECT_NEAR(*residuals[0].east, 2 * 111120 * std::cos(71 * RadiansPerDegree), 1e-3);
+  EXPECT_NEAR(*residuals[1].east, -2 * 111120 * std::cos(71 * RadiansPerDegree), 1e-3);
 }
 
 TEST_F(Residuals, OfALegAreWhatSeparatesItFromTheSolvedPlaces) {
