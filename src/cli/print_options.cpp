@@ -1,5 +1,7 @@
 #include "cli/print_command.h"
+#include "view/view_transform.h"
 
+#include <algorithm>
 #include <initializer_list>
 
 namespace orvane {
@@ -40,6 +42,12 @@ std::string WrongReportOptions(const PrintRequest& request) {
 }  // namespace
 
 std::string WrongPrintOptions(const PrintRequest& request) {
+  constexpr double MillimetersPerInch = 25.4;
+  const double longest = std::max(request.paper.width, request.paper.height);
+  if (longest / MillimetersPerInch * request.resolution > LargestPixel) {
+    return "--dpi: " + std::to_string(request.resolution) + " on " + request.paper.name +
+           " makes a page of more than " + std::to_string(LargestPixel) + " pixels";
+  }
   const bool isMap = request.kind == PrintedKind::Map;
   const bool hasArea = !request.area.empty();
   const bool hasPoint = !request.around.empty();

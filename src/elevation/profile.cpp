@@ -158,6 +158,8 @@ void SampleLine(ElevationView& view) {
   for (int i = 0; i < view.plotWidth; ++i) {
     view.samples.push_back(SampleAt(view, lengths, i * view.metresPerPixelX + view.viewStart));
   }
+  // Sums of lengths lose digits, so the end of the line would be found beside its last point.
+  if (view.viewEnd == view.lineLength) view.samples.back().position = view.points.back()->geo;
   EstimateIfUnknown(view, view.samples.front());
   EstimateIfUnknown(view, view.samples.back());
 }

@@ -71,8 +71,9 @@ std::optional<ElevationView> OpenTransect(Map& map, const LatLon& from, const La
 std::optional<std::string> ElevationTitle(const ElevationView& view);
 
 /// Makes the samples of all columns, from `viewStart` to `viewEnd`: places and labels. A measured
-/// altitude is taken only where a point falls exactly on a column; the first and the last column
-/// are estimated otherwise, and the rest is left unknown. Beyond the ends the line goes straight
+/// altitude is taken only where a point falls exactly on a column, as the last point does on the
+/// last column of the whole line; the first and the last column are estimated otherwise, and the
+/// rest is left unknown. Beyond the ends the line goes straight
 /// on. Puts the points into their local plane.
 void SampleLine(ElevationView& view);
 

@@ -316,9 +316,10 @@ std::optional<std::string> AcceptPrintDialog(const PrintDialog& dialog, PrintMap
   print.pointSize = static_cast<int>(*pointSize);
   print.label = dialog.label;
   print.gridColor = static_cast<Color>(*gridColor);
-  settings = {.pointSize = print.pointSize,
-              .gridColor = print.gridColor,
-              .lastSelection = dialog.lastSelection};
+  settings = {
+      .pointSize = print.pointSize,
+      .gridColor = print.gridColor,
+      .lastSelection = dialog.lastSelectionEnabled ? dialog.lastSelection : settings.lastSelection};
   return std::nullopt;
 }
 

@@ -79,6 +79,7 @@ long long PageCount(const PrintMapWindow& view) {
 
 void PlacePage(PrintMapWindow& view, PagePlace page) {
   const Shift corner = PageCorner(view, page);
+  // From the top left corner to the bottom right one.
   const Shift diagonal = ToGround(view, {-view.pageHeightMeters, view.pageWidthMeters});
   view.left = corner.right;
   view.top = DegreesToMeters(view.centerLatitude) + corner.up;

@@ -50,7 +50,10 @@ std::vector<ElevationText> PlaceNameTexts(const ElevationView& view, CoordinateD
     edge = x + width + gap - 1;
     i = std::max(edge, i) + 1;
   }
-  return texts.empty() ? EndTexts(view, display, textWidth) : texts;
+  const bool hasLabel =
+      std::any_of(view.samples.begin(), view.samples.end(),
+                  [](const ElevationSample& each) { return each.label != nullptr; });
+  return hasLabel ? texts : EndTexts(view, display, textWidth);
 }
 
 std::vector<ElevationText> DistanceTexts(const ElevationView& view, const TextWidth& textWidth) {

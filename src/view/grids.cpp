@@ -21,7 +21,8 @@ namespace {
 
 constexpr Color ScreenGridColor = 0xA0A0A0;
 constexpr Color FewColorsGridColor = 0x808080;
-constexpr double FarthestEnd = 16000;  // pixels; lines of a grid that is not turned end there
+/// Lines of a grid that is not turned end after so many pixels, or at the edge of a larger page.
+constexpr double FarthestEnd = 16000;
 
 struct Vector {
   double x = 0;
@@ -112,14 +113,15 @@ class GridDrawer {
  private:
   /// \param cells   signed number of cells across the lines
   /// \param along   signed number of cells along them
-  static LineFamily MakeFamily(Vector start, Vector step, Vector line, int cells, int along,
-                               bool turned) {
+  LineFamily MakeFamily(Vector start, Vector step, Vector line, int cells, int along,
+                        bool turned) const {
     LineFamily family{start, cells < 0 ? -1.0 * step : step, along * line, CountOf(cells)};
     if (!turned) {
       // Lines along an axis have their far end within the canvas, wherever they start.
       const Vector end = start + family.length;
-      if (line.x != 0) family.length.x = std::clamp(end.x, -FarthestEnd, FarthestEnd) - start.x;
-      if (line.y != 0) family.length.y = std::clamp(end.y, -FarthestEnd, FarthestEnd) - start.y;
+      const double far = std::max({FarthestEnd, 1.0 * view_.clientWidth, 1.0 * view_.clientHeight});
+      if (line.x != 0) family.length.x = std::clamp(end.x, -far, far) - start.x;
+      if (line.y != 0) family.length.y = std::clamp(end.y, -far, far) - start.y;
     }
     return family;
   }

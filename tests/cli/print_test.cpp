@@ -127,6 +127,7 @@ TEST_F(PrintCommandTest, RefusesOptionsThatDoNotGoTogether) {
   expectWrong({"--horizontal", "3m"}, "--horizontal requires");
   expectWrong({"--paper", "papyrus"}, "papyrus is not one of A4, Letter");
   expectWrong({"--dpi", "0"}, "--dpi");
+  expectWrong({"--dpi", "1200", "--paper", "A0"}, "more than 32000 pixels");
   expectWrong({"--area", "N1"}, "--area");
   expectWrong({"--report", "profile"}, "requires one --trail or --transect");
   expectWrong({"--report", "profile", "--trail", "Main", "--trail", "Odd"}, "requires one --trail");

@@ -133,6 +133,24 @@ TEST_F(Profile, TheFirstColumnIsMeasuredAndTheOthersEstimated) {
   }
 }
 
+TEST_F(Profile, TheLastColumnIsTheLastPointWithItsMeasuredAltitude) {
+  // Another trail measured the same place higher up.
+  Map& map = Open(
+      "T\tOther\tTrail\nL\tX\t0\t0.0071\t150\nT\tLine\tRidge\nL\tA\t0\t0\t20\n"
+      "L\tB\t0.0013\t0.0037\t60\nL\tC\t0\t0.0071\t350\n");
+  for (const int columns : {7, 60, 333, 800}) {
+    const ElevationView view = OpenLine(map, columns);
+    const LatLon& last = view.samples.back().position;
+    EXPECT_EQ(last.lat, 0) << columns;
+    EXPECT_EQ(last.lon, 0.0071) << columns;
+    EXPECT_EQ(last.altitude, 350) << columns;
+  }
+  ElevationView part = OpenLine(map, 60);
+  part.viewEnd = part.lineLength / 2;
+  LayoutColumns(part, 60);
+  EXPECT_NE(part.samples.back().position.altitude, 350);
+}
+
 TEST_F(Profile, APointWithoutAltitudeOnAColumnIsEstimatedOnlyAtTheEnds) {
   Map& map = LineMap({"A", "B", "C"}, {"", "30", ""});
   ElevationView view = OpenLine(map, 4);

@@ -124,6 +124,7 @@ TEST(PrintDialogTest, FillsThePageWithATurnedWindowAboutItsMiddle) {
 TEST(PrintDialogTest, FillsThePageWithTheSelectionAtTheMiddleOfTheWindow) {
   PageCase c;
   c.Select({.lat = 1, .lon = 10}, {.lat = 1 + 100 / 111120.0, .lon = 10});
+  c.dialog = OpenPrintDialog(c.view, c.settings);
   c.dialog.lastSelection = true;
   ASSERT_EQ(c.Accept(), "");
   EXPECT_FLOAT_EQ(c.view.scale, 30);  // 3000 pixels for 100 m; its width is 0 and left out
@@ -281,6 +282,18 @@ TEST(PrintDialogTest, RemembersSizeAndColor) {
   EXPECT_EQ(next.pointSize, "12");
   EXPECT_EQ(next.gridColor, "#c0ffee");
   EXPECT_EQ(next.label, "");
+}
+
+TEST(PrintDialogTest, RemembersTheTickOverAWindowWithoutASelection) {
+  PageCase c;
+  c.settings.lastSelection = true;
+  ASSERT_EQ(c.Accept(), "");
+  EXPECT_TRUE(c.settings.lastSelection);
+  c.Select({.lat = 1, .lon = 10}, {.lat = 1.001, .lon = 10.001});
+  c.dialog = OpenPrintDialog(c.view, c.settings);
+  c.dialog.lastSelection = false;
+  ASSERT_EQ(c.Accept(), "");
+  EXPECT_FALSE(c.settings.lastSelection);
 }
 
 TEST(PrintDialogTest, RefusesMorePagesThanAnyoneCanJoin) {

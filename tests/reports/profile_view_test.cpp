@@ -264,6 +264,13 @@ TEST_F(ProfileView, ANameAtTheLeftEdgeIsNotCut) {
   EXPECT_EQ(PlaceNameTexts(view, CoordinateDisplay::Minutes, SixEach)[0].at.x, 21);
 }
 
+TEST_F(ProfileView, ALabelThatFindsNoRoomLeavesTheEndsWithoutCoordinates) {
+  ElevationView view = Transect();
+  const std::string name = "LongName";
+  view.samples[3].label = &name;  // its left half would be beyond the edge
+  EXPECT_TRUE(PlaceNameTexts(view, CoordinateDisplay::Minutes, SixEach).empty());
+}
+
 TEST_F(ProfileView, WithoutNamesTheEndsAreGivenByTheirCoordinates) {
   const ElevationView view = Transect();
   const auto texts = PlaceNameTexts(view, CoordinateDisplay::Minutes, SixEach);

@@ -250,6 +250,14 @@ TEST(DrawGrids, WalksDownTheBasisChain) {
   EXPECT_EQ(c.canvas.Lines(), Lines{});
 }
 
+TEST(DrawGrids, LinesReachTheEdgeOfAPageThatIsLarger) {
+  ViewCase c;
+  GridAt(c, 1000, 100, 1);
+  c.view.clientHeight = 20000;
+  DrawGrids(c.view);
+  EXPECT_EQ(c.canvas.Having("line").front(), "line 100,50 100,20000");
+}
+
 TEST(DrawGrids, LinesEndWithin16000PixelsOfTheEdge) {
   ViewCase c;
   GridAt(c, 1000, 100, 1);

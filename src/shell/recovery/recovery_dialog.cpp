@@ -119,7 +119,8 @@ RecoveryDialog::RecoveryDialog(const std::vector<RecoveryOffer>& offers, QWidget
 
 QWidget* RecoveryDialog::MakeOffer(const RecoveryOffer& offer) {
   QString name = DisplayText(BaseName(offer.copy.record.fileName));
-  if (!offer.editor.empty()) name = tr("%1, in %2").arg(DisplayText(offer.editor), name);
+  if (!offer.editor.empty())
+    name = QStringLiteral("%1, in %2").arg(DisplayText(offer.editor), name);
   const int widest = (LettersAcross - 8) * fontMetrics().averageCharWidth();
   QString title = fontMetrics().elidedText(name, Qt::ElideMiddle, widest);
   auto* frame = new QGroupBox(title.replace(QLatin1Char('&'), QStringLiteral("&&")), this);
