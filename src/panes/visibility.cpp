@@ -87,7 +87,7 @@ bool ApplyTrailVisibility(MapWindow& view, const TrailVisibility& dialog, EditHi
                           for (TrailPanelRow* row : TrailRowsInOrder(view.trailViews)) {
                             if (!row->selected) continue;
                             const bool isCanceled = dialog.visible && AwaitsContours(view, *row) &&
-                                                     !ShowContours(view, *row, progress);
+                                                    !ShowContours(view, *row, progress);
                             const bool wasVisible = row->visible;
                             GiveStyle(dialog, color, *row);
                             if (isCanceled) row->visible = wasVisible;
