@@ -324,8 +324,13 @@ Fault SetTrailControl(TrailVisibility& dialog, const std::string& name, const st
   return {};
 }
 
-/// The three checks of "Show Points"; one that is not shown can't be changed.
+/// The three checks of "Show Points"; one that is not shown can't be changed, nor can all three be
+/// set if none is.
 Fault SetShowSm(RangeVisibility& dialog, const RangeControls& controls, const std::string& value) {
+  const auto& shown = controls.showSm;
+  if (std::none_of(shown.begin(), shown.end(), [](bool each) { return each; })) {
+    return BadValue("showSm", value);
+  }
   // A comma at the end begins one more part, which `getline` would drop.
   std::istringstream parts(value + ',');
   std::string part;

@@ -97,6 +97,14 @@ TEST_F(EditScripts, ControlsOfVisibilityTakeOnlyTheirValues) {
   ExpectFault({"select\tranges\tOru range", "range-visibility\tfoo=1"}, "there is no control foo");
 }
 
+TEST_F(EditScripts, ChecksOfCountsWithoutANameCanNotBeSet) {
+  std::string nameless = RichSite;
+  nameless.erase(nameless.find("fruit,leaf,rest"), std::string("fruit,leaf,rest").size());
+  folder.Write("rich.map", nameless);
+  ExpectFault({"select\tranges\tOru range", "range-visibility\tshowSm=false,false,false"},
+              "showSm can't be set to false,false,false");
+}
+
 TEST_F(EditScripts, VisibilityShowsInTheRowsOfThePanes) {
   const Outcome run = Run(
       {"select\ttrails\tTrail",

@@ -92,6 +92,10 @@ EditorWindow::~EditorWindow() {
   delete cells_;
 }
 
+MapWindowWidget* EditorWindow::MapSide() { return mapWindow_; }
+
+MapWindowWidget& EditorWindow::TheMapWindow() { return *mapWindow_; }
+
 void EditorWindow::MakeButtons(QVBoxLayout& layout) {
   auto* row = new QHBoxLayout;
   row->setContentsMargins(Margin, OverButtons, Margin, Margin);

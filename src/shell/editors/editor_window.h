@@ -36,7 +36,7 @@ class EditorWindow : public QMainWindow, public ProgramWindow {
   ~EditorWindow() override;
 
   QWidget& Widget() override { return *this; }
-  MapWindowWidget* MapSide() override { return mapWindow_; }
+  MapWindowWidget* MapSide() override;
   bool Answer(CommandId id) override;
   bool TryClose() override;
 
@@ -67,7 +67,7 @@ class EditorWindow : public QMainWindow, public ProgramWindow {
                std::unique_ptr<CellModel> model);
 
   Shell& TheShell() { return shell_; }
-  MapWindowWidget& TheMapWindow() { return *mapWindow_; }
+  MapWindowWidget& TheMapWindow();
 
   /// Gives the window the size that its form and all columns take, as far as the screen has it.
   void TakeFirstSize();
