@@ -42,7 +42,7 @@ TrailEditorWindow::TrailEditorWindow(Shell& shell, MapWindowWidget& mapWindow,
   setObjectName(QStringLiteral("trailEditor"));
   MakeForm();
   TakeFirstSize();
-  connect(&mapWindow.View(), &MapView::inputCancelled, this, [this] { BringToFront(); });
+  connect(&mapWindow.View(), &MapView::inputCanceled, this, [this] { BringToFront(); });
   Refresh();
 }
 

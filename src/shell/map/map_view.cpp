@@ -303,7 +303,7 @@ bool MapView::EndModes() {
   if (!EscapePointer(shown_)) {
     if (shown_.inputTarget == nullptr) return false;
     SetInputTarget(nullptr);
-    Q_EMIT inputCancelled();
+    Q_EMIT inputCanceled();
     return true;
   }
   ShowCursor();

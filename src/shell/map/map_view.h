@@ -87,7 +87,7 @@ class MapView final : public QWidget {
   /// transect mode ends with each drag.
   void transectDrawn();
   /// Escape has ended the input of clicks.
-  void inputCancelled();
+  void inputCanceled();
   /// The map has the focus now.
   void focusIn();
   /// The user pressed the key for printing this view.
