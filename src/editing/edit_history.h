@@ -45,7 +45,7 @@ struct Edit {
 /// What listeners of an `EditHistory` learn after each edit, undo and redo.
 struct EditNews {
   /// `TakenBack`: memory ran out, or the edit gave up half way. The maps are as before, but their
-  /// overlaps can be other records. The step is no longer of use.
+  /// overlaps can be other records. The step is not needed any more.
   enum class Kind { Applied, Undone, Redone, TakenBack };
 
   Kind kind = Kind::Applied;
@@ -91,7 +91,7 @@ class EditHistory {
   EditHistory(const EditHistory&) = delete;
   EditHistory& operator=(const EditHistory&) = delete;
 
-  /// Tells `follower` of each edit, until it is removed, which can be at any time.
+  /// Notifies `follower` of each edit until it is removed, which can happen at any time.
   void Add(EditListener& follower) { followers_.push_back(&follower); }
   void Remove(EditListener& follower);
   /// Calls `listener` after each edit, undo and redo, in the order of these calls and after all that
@@ -99,8 +99,8 @@ class EditHistory {
   void Listen(Listener listener) { listeners_.push_back(std::move(listener)); }
 
   /// Makes an edit. One that changes no record is a step only if it marks the map.
-  /// If memory runs out, the maps are restored, listeners are told, and `std::bad_alloc` is passed
-  /// to the caller.
+  /// If memory runs out, it restores the maps, notifies the listeners and throws `std::bad_alloc`
+  /// again.
   /// \return false if the edit gave up
   bool Apply(const Edit& edit);
 

@@ -47,7 +47,8 @@ std::optional<EditorDraft> ParseDraft(std::string_view text);
 /// What the user calls the editor: "New Trail Ridge", "Trail 2020-3-1 Ana", "Range Blue".
 std::string DraftTitle(const EditorDraft& draft);
 
-/// The editor as it was, with its changes. A trail or range that the map does not have is a new one.
+/// Makes the editor from a draft, with all its changes. If the map does not have the trail or the
+/// range, it becomes a new one.
 std::unique_ptr<TrailEditor> TrailEditorOf(Map& map, const EditorDraft& draft);
 /// \param color  of the row of the range
 std::unique_ptr<RangeEditor> RangeEditorOf(Map& map, const EditorDraft& draft, Color color);

@@ -20,8 +20,8 @@ std::vector<Map*> SolveEdited(Map& map);
 /// Updates what follows from the records after they and the positions were exchanged for those of
 /// another state: the solver's sums start from zero, and ranges are analysed in each map that is
 /// touched or has a touched map in its basis chain. Each range and overlap gets the figures that it
-/// had in that state, and the overlaps their order. Ranges that the delta can't concern are left
-/// alone.
+/// had in that state, and the overlaps their order. Ranges that the delta can't
+/// concern stay as they are.
 void RefreshAfterSwap(const MapDelta& delta, Workspace& workspace);
 
 /// \return true if `RefreshAfterSwap` makes the overlaps of a map again

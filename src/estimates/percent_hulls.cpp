@@ -27,7 +27,7 @@ const std::array<PlanePlace, Directions>& Compass() {
   return compass;
 }
 
-/// A convex ring of the places that reach furthest in each direction. What is inside it is no corner
+/// A convex ring of the places that reach furthest in each direction. What is inside it is not a corner
 /// of the hull.
 class ReachRing {
  public:

@@ -147,7 +147,7 @@ void ReadTrailFields(const LineContext& context, FieldCursor& cursor, Trail& tra
 // --- Search keys ----------------------------------------------------------------------------
 
 /// Two whole numbers, hours and minutes, with an optional colon between. Without a colon, a `-`
-/// separates two times and is no sign.
+/// separates two times instead of being a sign.
 int TakeClock(FieldCursor& cursor) {
   constexpr long MinutesPerHour = 60;
   const long hours = cursor.TakeInteger();

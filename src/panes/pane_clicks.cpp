@@ -23,8 +23,8 @@ Map* MapWithContours(Map* map) {
   return map;
 }
 
-/// \return the kind of the lines that the row would hold; nothing if it holds any, or is no group of
-///         contours
+/// \return the kind of lines that the row would hold; nothing if it has lines already, or if it is
+///         not a group of contours
 std::optional<ContourKind> AwaitedContours(const MapWindow& view, const TrailPanelRow& row) {
   const bool isTop = std::any_of(view.trailViews.begin(), view.trailViews.end(),
                                  [&](const TrailPanelRow& each) { return &each == &row; });

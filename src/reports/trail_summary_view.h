@@ -21,7 +21,7 @@ struct TrailSummaryView : ReportView {
   std::array<int, AspectClasses> aspects{};
 };
 
-/// The trails of the selected rows, top to bottom. A row with children stands for them.
+/// The trails of the selected rows, top to bottom. Of a row with children, only the children count.
 std::vector<Trail*> SelectedTrails(const std::list<TrailPanelRow>& rows);
 
 /// The title of the window: "Trail Summary of", and the selected groups as far as 100 bytes hold

@@ -21,7 +21,7 @@ class MapWindowBase : public ProgramWindow {
   MapWindowBase() : ProgramWindow(WindowKind::Map) {}
 
   virtual Map& TheMap() const = 0;
-  /// Tells the windows on one map apart, from 1.
+  /// Numbers the windows on one map, from 1.
   virtual int Number() const = 0;
   /// The name of the map, with the number of the window if there are others on the map.
   virtual QString Name() const = 0;

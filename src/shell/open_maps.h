@@ -29,7 +29,7 @@ class OpenMaps final : public QObject {
 
   /// Opens a map file, or finds the map if it is already open. If the file can't be read, a message
   /// says so, and there is an empty map of that name.
-  /// \return null if the user cancelled; then there is no map
+  /// \return null if the user cancelled; no map is left then
   Map* Read(const std::string& path);
   /// Makes a map without a file.
   Map& New();

@@ -97,7 +97,7 @@ class EditSessionTest : public MapFixture {
     return *dice.Of(rows);
   }
 
-  /// Clicks, ticks and opens rows, which is no edit.
+  /// Clicks, ticks and opens rows; none of these is an edit.
   void Click(Dice& dice) {
     ClickTrailRow(View(), &AnyTrailRow(dice), dice.OneIn(2));
     ClickRangeRow(View(), &AnyRangeRow(dice), dice.OneIn(2));
@@ -105,7 +105,7 @@ class EditSessionTest : public MapFixture {
     if (dice.OneIn(3)) ClickTriangle(View(), View().trailViews.front());
     if (dice.OneIn(3)) ClickRangeTick(View(), AnyRangeRow(dice));
     if (dice.OneIn(3)) View().rangeViews.front().drawMode = dice.Below(3);
-    // An undo of a visibility dialog leaves ticks alone, so the dialog must not change any.
+    // Undoing a visibility dialog keeps the ticks, so the dialog must not change any.
     const TrailPanelRow* first = FirstSelectedRow(View().trailViews);
     for (TrailPanelRow* row : TrailRowsInOrder(View().trailViews)) {
       if (row->selected) row->visible = first->visible;
@@ -155,7 +155,7 @@ void EditSessionTest::EditRange(Dice& dice) {
   SaveRangeEditor(editor, View(), Session().history);
 }
 
-/// The visibility dialog. For groups alone it is no step.
+/// The visibility dialog. It makes no step if only groups are selected.
 void EditSessionTest::ShowOtherwise(Dice& dice) {
   for (const TrailPanelRow* row : TrailRowsInOrder(View().trailViews)) {
     if (row->selected && row->trail == nullptr) return;

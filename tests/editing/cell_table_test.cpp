@@ -193,7 +193,7 @@ TEST_F(CellTableTest, RowsAreInsertedDeletedAndMovedBySelection) {
   EXPECT_TRUE(table.MoveRow(2)) << "on the blank row";
   EXPECT_EQ(FirstColumn(), "1 new ");
   table.SelectRow(2);
-  EXPECT_FALSE(table.MoveRow(0)) << "the blank row is no row to move";
+  EXPECT_FALSE(table.MoveRow(0)) << "the blank row can't be moved";
 }
 
 TEST_F(CellTableTest, AReadOnlyTableSelectsButOpensAndChangesNothing) {

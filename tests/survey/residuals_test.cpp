@@ -200,7 +200,7 @@ TEST_F(ClosedChains, AreThoseOfTheLastSolve) {
 
 TEST_F(ClosedChains, AreNoneWhereNothingIsSolved) {
   EXPECT_TRUE(Open("T\tW\nG\tA\tN0\tE0\nG\tB\tN1\tE1\n").closedChains.empty());
-  // A dead end is no chain.
+  // A dead end does not count as a chain.
   EXPECT_TRUE(Open("T\tW\nG\tC\tN0\tE0\nC\tD\tC\t10\t0\n").closedChains.empty());
 }
 
