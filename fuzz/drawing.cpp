@@ -77,14 +77,14 @@ void Restyle(orvane::MapWindow& view, int digit) {
     row->visible = true;
     row->filled = digit % 2 == 1;
     row->fillPattern = digit % 8;
-    row->lineStyle = digit - 1;
-    row->labelMode = digit % 5;
-    row->markStyle = digit;
+    row->lineStyle = orvane::StyleOf<orvane::LineStyle>(digit - 1);
+    row->labelMode = orvane::StyleOf<orvane::LabelMode>(digit % 5);
+    row->markStyle = orvane::StyleOf<orvane::MarkStyle>(digit);
   }
   for (orvane::RangePanelRow& row : view.rangeViews) {
     row.visible = true;
     row.shading = digit % 8;
-    row.drawMode = digit % 6;
+    row.drawMode = orvane::StyleOf<orvane::RangeDrawMode>(digit % 6);
     row.clusterMask = 0x12481U << digit;
     for (bool& shown : row.showSm) shown = digit % 3 == 0;
   }

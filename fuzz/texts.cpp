@@ -87,7 +87,8 @@ void ReadValues(std::string_view line) {
   fuzz::Require(time.length <= line.size());
   orvane::FormatTime(time.minutes);
   orvane::ColorName(orvane::ParseColor(line));
-  for (int style = 0; style <= orvane::GridLettersUpper; ++style) {
+  for (int number = 0; number <= NumberOf(orvane::GridStyle::LettersUpper); ++number) {
+    const auto style = orvane::StyleOf<orvane::GridStyle>(number);
     if (const auto cell = orvane::ParseCellNumber(line, style)) {
       fuzz::Require(cell->length <= line.size());
       orvane::FormatCellNumber(cell->number, style);

@@ -30,22 +30,23 @@ void DrawAgainAndAgain(benchmark::State& state, WideMap& wide) {
 }
 
 void DrawLabeled(benchmark::State& state) {
-  WideMap wide(static_cast<int>(state.range(0)), static_cast<int>(state.range(1)));
+  WideMap wide(static_cast<int>(state.range(0)),
+               StyleOf<LabelMode>(static_cast<int>(state.range(1))));
   wide.Look(Width, Height);
   DrawAgainAndAgain(state, wide);
 }
 BENCHMARK(DrawLabeled)
     ->ArgNames({"points", "labelMode"})
-    ->Args({20000, LabelAuto})
-    ->Args({200000, LabelAuto})
-    ->Args({20000, LabelNone})
-    ->Args({20000, LabelAll})
-    ->Args({200000, LabelNone})
-    ->Args({200000, LabelAll})
+    ->Args({20000, NumberOf(LabelMode::Auto)})
+    ->Args({200000, NumberOf(LabelMode::Auto)})
+    ->Args({20000, NumberOf(LabelMode::None)})
+    ->Args({20000, NumberOf(LabelMode::All)})
+    ->Args({200000, NumberOf(LabelMode::None)})
+    ->Args({200000, NumberOf(LabelMode::All)})
     ->Unit(benchmark::kMillisecond);
 
 void DrawZoomedIn(benchmark::State& state) {
-  WideMap wide(static_cast<int>(state.range(0)), LabelAuto);
+  WideMap wide(static_cast<int>(state.range(0)), LabelMode::Auto);
   wide.Look(Width, Height);
   FitToBounds(wide.View(), 0.055, 0.045, 0.055, 0.045);
   DrawAgainAndAgain(state, wide);

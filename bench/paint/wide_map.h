@@ -16,7 +16,7 @@ constexpr int PointsOfTrail = 200;
 /// Points on winding trails over some 10 km, each named and shown in the given label mode.
 class WideMap {
  public:
-  WideMap(int pointCount, int labelMode) : workspace_(messages_) {
+  WideMap(int pointCount, LabelMode labelMode) : workspace_(messages_) {
     map_ = &MakeMap(workspace_, "wide.map");
     std::mt19937 random(7);
     const auto unit = [&random] { return static_cast<double>(random()) / 4294967296.0; };
@@ -30,9 +30,9 @@ class WideMap {
         trail.name = "T" + std::to_string(i / PointsOfTrail);
         trail.type = "Trail";
         trail.color = 0x606060;
-        trail.lineStyle = LineSolid;
+        trail.lineStyle = LineStyle::Solid;
         trail.labelMode = labelMode;
-        trail.markStyle = MarkCircle;
+        trail.markStyle = MarkStyle::Circle;
       }
       lat += (unit() - 0.5) * 0.0006;
       lon += (unit() - 0.5) * 0.0006;

@@ -86,7 +86,7 @@ BENCHMARK_CAPTURE(OnSite, zoom, ZoomBySteps)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(OnSite, pointer, MovePointer)->Unit(benchmark::kMillisecond);
 
 void OnPoints(benchmark::State& state, Steps steps) {
-  WideMap wide(static_cast<int>(state.range(0)), LabelAuto);
+  WideMap wide(static_cast<int>(state.range(0)), LabelMode::Auto);
   steps(state, wide.TheMap());
 }
 BENCHMARK_CAPTURE(OnPoints, pan, PanBySteps)->Arg(200000)->Unit(benchmark::kMillisecond);

@@ -168,11 +168,11 @@ class MapDump {
             {"width", trail.width},
             {"groupSize", trail.groupSize},
             {"color", trail.color},
-            {"lineStyle", trail.lineStyle},
-            {"labelMode", trail.labelMode},
+            {"lineStyle", NumberOf(trail.lineStyle)},
+            {"labelMode", NumberOf(trail.labelMode)},
             {"filled", trail.filled},
             {"fillPattern", trail.fillPattern},
-            {"markStyle", trail.markStyle},
+            {"markStyle", NumberOf(trail.markStyle)},
             {"hidden", IsHidden(trail)},
             {"note", TextOrNull(trail.note)},
             {"points", std::move(points)},
@@ -213,9 +213,9 @@ class MapDump {
             {"rows", grid.rows},
             {"columns", grid.columns},
             {"angle", grid.angle},
-            {"rowStyle", grid.rowStyle},
+            {"rowStyle", NumberOf(grid.rowStyle)},
             {"rowStart", grid.rowStart},
-            {"columnStyle", grid.columnStyle},
+            {"columnStyle", NumberOf(grid.columnStyle)},
             {"columnStart", grid.columnStart}};
   }
 

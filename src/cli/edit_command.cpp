@@ -307,17 +307,20 @@ Fault SetTrailControl(TrailVisibility& dialog, const std::string& name, const st
   const auto number = ReadCount(value);
   const int chosen = number && *number < 100 ? static_cast<int>(*number) : -1;
   if (name == "lineStyle") {
-    if (!IsLineStyleEnabled(dialog, chosen)) return BadValue(name, value);
-    dialog.lineStyle = chosen;
+    const auto style = StyleOf<LineStyle>(chosen);
+    if (!IsLineStyleEnabled(dialog, style)) return BadValue(name, value);
+    dialog.lineStyle = style;
   } else if (name == "fillPattern") {
     if (!IsFillPatternEnabled(dialog, chosen)) return BadValue(name, value);
     dialog.fillPattern = chosen;
   } else if (name == "labelMode") {
-    if (chosen < LabelNone || chosen > LabelAuto) return BadValue(name, value);
-    dialog.labelMode = chosen;
+    const auto mode = StyleOf<LabelMode>(chosen);
+    if (mode < LabelMode::None || mode > LabelMode::Auto) return BadValue(name, value);
+    dialog.labelMode = mode;
   } else if (name == "markStyle") {
-    if (chosen < MarkNone || chosen > MarkPlus) return BadValue(name, value);
-    dialog.markStyle = chosen;
+    const auto style = StyleOf<MarkStyle>(chosen);
+    if (style < MarkStyle::None || style > MarkStyle::Plus) return BadValue(name, value);
+    dialog.markStyle = style;
   } else {
     return NoSuch("control", name);
   }
@@ -373,7 +376,7 @@ Fault SetRangeControl(RangeVisibility& dialog, const RangeControls& controls,
     if (!number || *number >= controls.drawMode.size() || !controls.drawMode[*number]) {
       return BadValue(name, value);
     }
-    dialog.drawMode = static_cast<int>(*number);
+    dialog.drawMode = StyleOf<RangeDrawMode>(static_cast<int>(*number));
   } else if (name == "clusterMask") {
     if (!number || *number >> ClusterListRows != 0 || !controls.clusters) {
       return BadValue(name, value);

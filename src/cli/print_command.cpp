@@ -8,6 +8,7 @@
 #include "cli/profile_command.h"
 #include "cli/reports_command.h"
 #include "cli/text_output.h"
+#include "model/styles.h"
 #include "pages/map_pages.h"
 #include "pages/print_dialog.h"
 #include "pages/report_pages.h"
@@ -118,8 +119,9 @@ std::unique_ptr<PrintedPages> PagesOfReport(MapWindow& window, const ReportPageF
                                                display);
     case PrintedKind::Ranges:
       if (auto rows = NamedRanges(window, messages, request.ranges)) {
-        return std::make_unique<RangeStatsPages>(frame, std::move(*rows), map.smName,
-                                                 request.measure.value_or(TravelChartDistance));
+        return std::make_unique<RangeStatsPages>(
+            frame, std::move(*rows), map.smName,
+            StyleOf<TravelChartMode>(request.measure.value_or(0)));
       }
       break;
     case PrintedKind::Profile: {

@@ -36,7 +36,7 @@ struct PrintRequest {
   std::vector<std::string> ranges;          ///< names; all if there is none
   std::vector<std::string> transect;        ///< of the profile: two locations, or none
   std::optional<CoordinateDisplay> format;  ///< of the index
-  std::optional<int> measure;               ///< of the chart: a `TravelChartMode`
+  std::optional<int> measure;               ///< the number of a `TravelChartMode`
 };
 
 /// \return what is wrong with options that don't go together, or an empty text

@@ -62,11 +62,11 @@ struct TrailContent {
   double width = 0;
   int groupSize = 1;
   Color color = NoColor;
-  int lineStyle = LineUnset;
-  int labelMode = LabelUnset;
+  LineStyle lineStyle = LineStyle::Unset;
+  LabelMode labelMode = LabelMode::Unset;
   bool filled = false;
   int fillPattern = 0;
-  int markStyle = MarkNone;
+  MarkStyle markStyle = MarkStyle::None;
   std::optional<std::string> note;
 };
 
@@ -75,11 +75,11 @@ struct ContourContent {
   double width = 0;
   int groupSize = 1;
   Color color = NoColor;
-  int lineStyle = LineUnset;
-  int labelMode = LabelUnset;
+  LineStyle lineStyle = LineStyle::Unset;
+  LabelMode labelMode = LabelMode::Unset;
   bool filled = false;
   int fillPattern = 0;
-  int markStyle = MarkNone;
+  MarkStyle markStyle = MarkStyle::None;
 };
 
 struct RangeContent {

@@ -12,35 +12,35 @@ namespace {
 
 /// How one axis is labelled: a style letter directly followed by a start number.
 struct AxisSpec {
-  int style;
+  GridStyle style;
   int start;
 };
 
-AxisSpec TakeAxisSpec(FieldCursor& cursor, int defaultStyle) {
+AxisSpec TakeAxisSpec(FieldCursor& cursor, GridStyle defaultStyle) {
   AxisSpec spec{defaultStyle, 0};
-  const auto take = [&](int style) {
+  const auto take = [&](GridStyle style) {
     spec.style = style;
     cursor.Skip(1);
   };
   switch (cursor.Peek()) {
     case 'i':
-      take(GridRomanLower);
+      take(GridStyle::RomanLower);
       break;
     case 'I':
-      take(GridRomanUpper);
+      take(GridStyle::RomanUpper);
       break;
     case 'a':
-      take(GridLettersLower);
+      take(GridStyle::LettersLower);
       break;
     case 'A':
-      take(GridLettersUpper);
+      take(GridStyle::LettersUpper);
       break;
     case 'n':
     case 'N':
-      take(GridUnlabeled);
+      take(GridStyle::Unlabeled);
       break;
     default:
-      if (cursor.StandsDigit()) take(GridDecimal);
+      if (cursor.StandsDigit()) take(GridStyle::Decimal);
       break;
   }
   if (cursor.StandsDigit() || cursor.Stands('-')) spec.start = cursor.TakeInteger();
@@ -107,10 +107,10 @@ void ReadGridLine(LineContext& context, std::string_view line) {
   grid.angle = cursor.TakeReal();
   cursor.SkipField();
   cursor.SkipTab();
-  const AxisSpec rows = TakeAxisSpec(cursor, GridLettersUpper);
+  const AxisSpec rows = TakeAxisSpec(cursor, GridStyle::LettersUpper);
   cursor.SkipField();
   cursor.SkipTab();
-  const AxisSpec columns = TakeAxisSpec(cursor, GridDecimal);
+  const AxisSpec columns = TakeAxisSpec(cursor, GridStyle::Decimal);
   grid.rowStyle = rows.style;
   grid.rowStart = rows.start;
   grid.columnStyle = columns.style;

@@ -45,9 +45,10 @@ Trail& FindOrMakeNamedTrail(LineContext& context, std::string_view name) {
 }
 
 /// The value of a word: its place in `words`, without regard to case, or `ifUnknown`.
-int WordValue(std::span<const std::string_view> words, std::string_view word, int ifUnknown) {
+template <typename Style>
+Style WordValue(std::span<const std::string_view> words, std::string_view word, Style ifUnknown) {
   for (size_t i = 0; i < words.size(); ++i) {
-    if (SameName(words[i], word)) return static_cast<int>(i);
+    if (SameName(words[i], word)) return StyleOf<Style>(static_cast<int>(i));
   }
   return ifUnknown;
 }
@@ -98,20 +99,20 @@ void ReadTrailStyle(Trail& trail, std::string_view field) {
   if (const auto part = parts.Take(); !part.empty()) trail.width = ReadReal(part).value;
   if (const auto part = parts.Take(); !part.empty()) trail.color = ParseColor(part);
   if (const auto word = parts.TakeWord(); !word.empty()) {
-    trail.lineStyle = WordValue(LineStyleWords, word, LineUnset);
+    trail.lineStyle = WordValue(LineStyleWords, word, LineStyle::Unset);
   }
   if (const auto word = parts.TakeWord(); !word.empty()) {
-    trail.labelMode = WordValue(LabelModeWords, word, LabelUnset);
+    trail.labelMode = WordValue(LabelModeWords, word, LabelMode::Unset);
   }
   if (const auto part = parts.Take(); !part.empty()) trail.filled = ReadInt32(part) != 0;
   const std::string_view pattern = parts.Take();
-  const int earlyMark = WordValue(MarkStyleWords, FirstWord(pattern), MarkUnknown);
-  if (earlyMark != MarkUnknown) {
+  const MarkStyle earlyMark = WordValue(MarkStyleWords, FirstWord(pattern), MarkStyle::Unknown);
+  if (earlyMark != MarkStyle::Unknown) {
     trail.markStyle = earlyMark;
   } else {
     if (!pattern.empty()) trail.fillPattern = ReadInt32(pattern) & FillPatternMask;
     if (const auto word = parts.TakeWord(); !word.empty()) {
-      trail.markStyle = WordValue(MarkStyleWords, word, MarkUnknown);
+      trail.markStyle = WordValue(MarkStyleWords, word, MarkStyle::Unknown);
     }
   }
   if (const auto word = parts.TakeWord(); !word.empty()) {

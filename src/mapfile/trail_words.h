@@ -5,8 +5,8 @@
 
 namespace orvane {
 
-/// The words of a trail's style in a map file, for reader and writer; the value of a word is its
-/// place in the list. An empty word means "unset".
+/// The words of a trail's style in a map file, for reader and writer; the number of a
+/// style (model/styles.h) is the place of its word. An empty word means "unset".
 constexpr std::array<std::string_view, 4> LineStyleWords = {"", "Solid", "Dotted", "Dashed"};
 constexpr std::array<std::string_view, 5> LabelModeWords = {"", "None", "FirstLast", "All", "Auto"};
 constexpr std::array<std::string_view, 8> MarkStyleWords = {

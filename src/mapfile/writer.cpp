@@ -19,17 +19,17 @@ namespace orvane {
 
 namespace {
 
-char GridStyleLetter(int style) {
+char GridStyleLetter(GridStyle style) {
   switch (style) {
-    case GridDecimal:
+    case GridStyle::Decimal:
       return '0';
-    case GridRomanLower:
+    case GridStyle::RomanLower:
       return 'i';
-    case GridRomanUpper:
+    case GridStyle::RomanUpper:
       return 'I';
-    case GridLettersLower:
+    case GridStyle::LettersLower:
       return 'a';
-    case GridLettersUpper:
+    case GridStyle::LettersUpper:
       return 'A';
     default:
       return 'n';
@@ -190,9 +190,9 @@ class MapWriter {
   /// field to field; see docs/compatibility.md.
   void WriteTrailStyle(const Trail& trail) {
     const bool hidden = (trail.flags & TrailHidden) != 0;
-    const bool marked = trail.markStyle != MarkNone;
-    const bool labeled = trail.labelMode != LabelUnset;
-    const bool styled = trail.lineStyle != LineUnset;
+    const bool marked = trail.markStyle != MarkStyle::None;
+    const bool labeled = trail.labelMode != LabelMode::Unset;
+    const bool styled = trail.lineStyle != LineStyle::Unset;
     const bool colored = trail.color != NoColor;
     if (trail.date != 0) {
       Put('\t');

@@ -15,9 +15,11 @@ constexpr int Letters = 26;
 constexpr int HeadBase = 27;  // letters before the last count from a = 1
 constexpr long LargestNumber = std::numeric_limits<int>::max();
 
-bool IsLetterStyle(int style) { return style == GridLettersLower || style == GridLettersUpper; }
+bool IsLetterStyle(GridStyle style) {
+  return style == GridStyle::LettersLower || style == GridStyle::LettersUpper;
+}
 
-char FirstLetter(int style) { return style == GridLettersLower ? 'a' : 'A'; }
+char FirstLetter(GridStyle style) { return style == GridStyle::LettersLower ? 'a' : 'A'; }
 
 CellNumber ReadLetters(std::string_view text, char first) {
   const auto isLetter = [&](size_t at) {
@@ -71,8 +73,8 @@ int CellNumberAt(std::int64_t index, int start) {
 
 }  // namespace
 
-std::optional<CellNumber> ParseCellNumber(std::string_view text, int style) {
-  if (style == GridDecimal) {
+std::optional<CellNumber> ParseCellNumber(std::string_view text, GridStyle style) {
+  if (style == GridStyle::Decimal) {
     size_t length = 0;
     const int number = ReadInt32(text, &length);
     return CellNumber{number, length};
@@ -81,8 +83,8 @@ std::optional<CellNumber> ParseCellNumber(std::string_view text, int style) {
   return std::nullopt;
 }
 
-std::string FormatCellNumber(int number, int style) {
-  if (style == GridDecimal) return std::to_string(number);
+std::string FormatCellNumber(int number, GridStyle style) {
+  if (style == GridStyle::Decimal) return std::to_string(number);
   if (!IsLetterStyle(style)) return {};
   const char first = FirstLetter(style);
   if (number < 1) {
@@ -101,7 +103,7 @@ std::string FormatCellNumber(int number, int style) {
 }
 
 bool ColumnComesFirst(const Grid& grid) {
-  return grid.rowStyle == GridDecimal && IsLetterStyle(grid.columnStyle);
+  return grid.rowStyle == GridStyle::Decimal && IsLetterStyle(grid.columnStyle);
 }
 
 GridFrame FrameOf(const Grid& grid) {

@@ -21,11 +21,11 @@ struct CellNumber {
 /// Reads one part of a cell name. Letters: a is 1, z 26, aa 27; `z` followed by a letter is a
 /// negative number. A text that does not begin with a letter of the right case gives 0.
 /// \return nothing for a style that names no cells
-std::optional<CellNumber> ParseCellNumber(std::string_view text, int style);
+std::optional<CellNumber> ParseCellNumber(std::string_view text, GridStyle style);
 
 /// Writes one part of a cell name; numbers below 1 differ by one from what `ParseCellNumber` reads.
 /// Other styles give the empty text.
-std::string FormatCellNumber(int number, int style);
+std::string FormatCellNumber(int number, GridStyle style);
 
 /// True if the column part comes before the row part in the names of this grid's cells.
 bool ColumnComesFirst(const Grid& grid);

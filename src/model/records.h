@@ -3,6 +3,7 @@
 #include "base/colors.h"
 #include "base/dates.h"
 #include "geo/positions.h"
+#include "model/styles.h"
 
 #include <array>
 #include <cstdint>
@@ -151,23 +152,6 @@ enum TrailFlag : std::uint32_t {
   TrailHidden = 1 << 18,    ///< its row starts hidden
 };
 
-/// Values of `lineStyle`. The file has the words.
-enum LineStyle { LineUnset = 0, LineSolid = 1, LineDotted = 2, LineDashed = 3 };
-/// Values of `labelMode`.
-enum LabelMode { LabelUnset = 0, LabelNone = 1, LabelFirstLast = 2, LabelAll = 3, LabelAuto = 4 };
-/// Values of `markStyle`. An unknown word in a file gives `MarkUnknown`.
-enum MarkStyle {
-  MarkNone = 0,
-  MarkCircle = 1,
-  MarkCross = 2,
-  MarkTick = 3,
-  MarkRect = 4,
-  MarkPlus = 5,
-  MarkHalfTick = 6,
-  MarkBackHalfTick = 7,
-  MarkUnknown = 15
-};
-
 /// An ordered walk over points: a path in the forest, a boundary, or one day's follow of animals.
 struct Trail {
   std::optional<std::string> name;
@@ -178,11 +162,11 @@ struct Trail {
   double width = 0;     ///< metres on the ground; 0 for the thinnest line
   int groupSize = 1;    ///< at least 1
   Color color = NoColor;
-  int lineStyle = LineUnset;
-  int labelMode = LabelUnset;
+  LineStyle lineStyle = LineStyle::Unset;
+  LabelMode labelMode = LabelMode::Unset;
   bool filled = false;  ///< drawn as a filled area
   int fillPattern = 0;  ///< 0 to 7
-  int markStyle = MarkNone;
+  MarkStyle markStyle = MarkStyle::None;
   std::uint32_t flags = 0;  ///< `TrailFlag` bits
   std::optional<std::string> note;
 
@@ -204,16 +188,6 @@ inline bool IsHidden(const Trail& trail) { return (trail.flags & TrailHidden) !=
 
 // --- Grids ----------------------------------------------------------------------------------
 
-/// How the cells of a grid are named along one axis.
-enum GridStyle {
-  GridUnlabeled = 0,
-  GridDecimal = 1,
-  GridRomanLower = 2,  ///< accepted and kept; names no cell
-  GridRomanUpper = 3,  ///< accepted and kept; names no cell
-  GridLettersLower = 4,
-  GridLettersUpper = 5
-};
-
 /// A survey grid of square cells; rows run south and columns east of the corner at angle 0.
 struct Grid {
   Point* corner = nullptr;
@@ -221,8 +195,8 @@ struct Grid {
   int rows = 0;      ///< number of cells; negative: the grid extends the other way
   int columns = 0;   ///< likewise
   double angle = 0;  ///< degrees by which the grid is turned
-  int rowStyle = GridLettersUpper;
-  int columnStyle = GridDecimal;
+  GridStyle rowStyle = GridStyle::LettersUpper;
+  GridStyle columnStyle = GridStyle::Decimal;
   int rowStart = 0;     ///< number of the first row
   int columnStart = 0;  ///< number of the first column
 

@@ -103,7 +103,7 @@ void PointIndexPages::DrawReport(int page, Canvas& canvas) {
 }
 
 RangeStatsPages::RangeStatsPages(ReportPageFrame frame, std::vector<const RangePanelRow*> rows,
-                                 MeasureNames names, int chartMeasure)
+                                 MeasureNames names, TravelChartMode chartMeasure)
     : ReportPages(std::move(frame)) {
   view_.rows = std::move(rows);
   view_.names = std::move(names);

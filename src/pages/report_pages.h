@@ -81,9 +81,8 @@ class PointIndexPages final : public ReportPages {
 /// Range Stats of rows in the order of the pane. The rows must outlive the pages.
 class RangeStatsPages final : public ReportPages {
  public:
-  /// \param chartMeasure  a `TravelChartMode`
   RangeStatsPages(ReportPageFrame frame, std::vector<const RangePanelRow*> rows, MeasureNames names,
-                  int chartMeasure);
+                  TravelChartMode chartMeasure);
   std::string Title() const override { return "Range Stats"; }
   PageFonts Fonts() const override;
 

@@ -40,10 +40,10 @@ class PaneFollower : public EditListener {
     bool open = false;
     bool selected = false;
     bool filled = false;
-    int lineStyle = 0;
-    int labelMode = 0;
+    LineStyle lineStyle = LineStyle::Unset;
+    LabelMode labelMode = LabelMode::Unset;
     int fillPattern = 0;
-    int markStyle = 0;
+    MarkStyle markStyle = MarkStyle::None;
     Color color = 0;
   };
   struct RangeLook {
@@ -52,7 +52,7 @@ class PaneFollower : public EditListener {
     bool selected = false;
     int shading = 0;
     std::array<bool, 3> showSm{};
-    int drawMode = 0;
+    RangeDrawMode drawMode = RangeDrawMode::Clear;
     std::uint32_t clusterMask = 0;
     Color color = 0;
   };

@@ -113,9 +113,9 @@ Color ColorOfType(std::string_view type) {
 
 void TakeLookOfTrail(TrailPanelRow& row, const Trail& trail) {
   if (trail.color != NoColor) row.color = trail.color;
-  if (trail.lineStyle != LineUnset) row.lineStyle = trail.lineStyle;
-  if (trail.labelMode != LabelUnset) row.labelMode = trail.labelMode;
-  if (trail.markStyle != MarkNone) row.markStyle = trail.markStyle;
+  if (trail.lineStyle != LineStyle::Unset) row.lineStyle = trail.lineStyle;
+  if (trail.labelMode != LabelMode::Unset) row.labelMode = trail.labelMode;
+  if (trail.markStyle != MarkStyle::None) row.markStyle = trail.markStyle;
   if (trail.filled) row.filled = true;
   if (trail.fillPattern != 0) row.fillPattern = trail.fillPattern;
 }
@@ -190,8 +190,8 @@ TrailPanelRow MakeTrailRow(const TrailPanelRow* parent, std::string_view text, T
     // A group that a nameless trail makes is one of follows of animals, which start hidden.
     row.visible =
         sample == nullptr || ((sample->flags & TrailHidden) == 0 && sample->name.has_value());
-    row.lineStyle = LineSolid;
-    row.labelMode = LabelAuto;
+    row.lineStyle = LineStyle::Solid;
+    row.labelMode = LabelMode::Auto;
     row.color = ColorOfType(text);
   }
   const Trail* look = trail != nullptr ? trail : sample;

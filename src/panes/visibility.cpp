@@ -21,6 +21,8 @@ bool ReadColorField(const MapWindow& view, const std::string& text, Color& color
   return false;
 }
 
+size_t IndexOf(RangeDrawMode mode) { return static_cast<size_t>(mode); }
+
 void GiveStyle(const TrailVisibility& dialog, Color color, TrailPanelRow& row) {
   row.visible = dialog.visible;
   row.lineStyle = dialog.lineStyle;
@@ -54,18 +56,20 @@ std::optional<TrailVisibility> OpenTrailVisibility(MapWindow& view) {
                          .labelMode = row->labelMode,
                          .markStyle = row->markStyle,
                          .gavePattern = givesPattern};
-  if (dialog.lineStyle != LineSolid && dialog.lineStyle != LineDotted) {
-    dialog.lineStyle = LineDashed;
+  if (dialog.lineStyle != LineStyle::Solid && dialog.lineStyle != LineStyle::Dotted) {
+    dialog.lineStyle = LineStyle::Dashed;
   }
-  if (dialog.labelMode < LabelNone || dialog.labelMode > LabelAll) dialog.labelMode = LabelAuto;
-  if (dialog.markStyle < MarkNone || dialog.markStyle > MarkRect) dialog.markStyle = MarkPlus;
+  if (dialog.labelMode < LabelMode::None || dialog.labelMode > LabelMode::All)
+    dialog.labelMode = LabelMode::Auto;
+  if (dialog.markStyle < MarkStyle::None || dialog.markStyle > MarkStyle::Rect)
+    dialog.markStyle = MarkStyle::Plus;
   return dialog;
 }
 
-bool IsLineStyleEnabled(const TrailVisibility& dialog, int lineStyle) {
+bool IsLineStyleEnabled(const TrailVisibility& dialog, LineStyle lineStyle) {
   // The check "Filled" rules the button "Solid" of the lines too.
-  if (lineStyle == LineSolid) return dialog.filled;
-  return lineStyle == LineDotted || lineStyle == LineDashed;
+  if (lineStyle == LineStyle::Solid) return dialog.filled;
+  return lineStyle == LineStyle::Dotted || lineStyle == LineStyle::Dashed;
 }
 
 bool IsFillPatternEnabled(const TrailVisibility& dialog, int fillPattern) {
@@ -123,14 +127,14 @@ RangeControls ControlsOfRange(MapWindow& view) {
   controls.shading[FillCross] = isOverlap;
   controls.shading[NoShading] = true;
   controls.clusters = !isOverlap;
-  controls.drawMode[RangeDrawClear] = true;
-  controls.drawMode[RangeDrawHash] = true;
+  controls.drawMode[IndexOf(RangeDrawMode::Clear)] = true;
+  controls.drawMode[IndexOf(RangeDrawMode::Hash)] = true;
   if (row->range == nullptr) return controls;
   const bool hasGrid = row->range->grid != nullptr;
-  controls.drawMode[RangeDrawCoreGrid] = hasGrid;
+  controls.drawMode[IndexOf(RangeDrawMode::CoreGrid)] = hasGrid;
   for (size_t i = 0; i < controls.showSm.size(); ++i) {
     controls.showSm[i] = view.map->smName[i].has_value();
-    controls.drawMode[RangeDrawSm1 + i] = hasGrid && controls.showSm[i];
+    controls.drawMode[IndexOf(RangeDrawMode::Sm1) + i] = hasGrid && controls.showSm[i];
   }
   return controls;
 }

@@ -15,11 +15,11 @@ namespace orvane {
 struct TrailVisibility {
   bool visible = false;
   std::string color;  ///< as typed
-  int lineStyle = LineSolid;
+  LineStyle lineStyle = LineStyle::Solid;
   bool filled = false;
   int fillPattern = 0;
-  int labelMode = LabelAuto;
-  int markStyle = MarkNone;
+  LabelMode labelMode = LabelMode::Auto;
+  MarkStyle markStyle = MarkStyle::None;
   bool gavePattern = false;  ///< opening gave the first row its pattern
 };
 
@@ -28,7 +28,7 @@ struct RangeVisibility {
   bool visible = false;
   std::string color;  ///< as typed
   int shading = 0;
-  int drawMode = RangeDrawClear;
+  RangeDrawMode drawMode = RangeDrawMode::Clear;
   std::array<bool, 3> showSm{};
   std::uint32_t clusterMask = 0;
 };
@@ -44,7 +44,7 @@ constexpr int ClusterListRows = 16;
 std::optional<TrailVisibility> OpenTrailVisibility(MapWindow& view);
 
 /// Which controls can be used while the dialog holds these values.
-bool IsLineStyleEnabled(const TrailVisibility& dialog, int lineStyle);
+bool IsLineStyleEnabled(const TrailVisibility& dialog, LineStyle lineStyle);
 bool IsFillPatternEnabled(const TrailVisibility& dialog, int fillPattern);
 
 /// OK: gives the values to all selected rows, and the style to their trails. The file of the map is

@@ -93,9 +93,8 @@ void LayoutRangeStats(RangeStatsView& view, RangeStatsCounts& counts) {
   HoldReportScroll(view);
 }
 
-bool ChooseChartMeasure(RangeStatsView& view, int measure) {
-  if (measure < TravelChartDistance || measure > TravelChartSm3) return false;
-  const int needed = std::max(1, measure);
+bool ChooseChartMeasure(RangeStatsView& view, TravelChartMode measure) {
+  const int needed = std::max(1, NumberOf(measure));
   for (int i = 0; i < needed; ++i) {
     if (!view.names[static_cast<size_t>(i)]) return false;
   }

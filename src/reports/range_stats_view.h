@@ -33,7 +33,7 @@ struct RangeStatsPart {
 struct RangeStatsView : ReportView {
   std::vector<const RangePanelRow*> rows;  ///< in the order of the pane; not owned
   MeasureNames names;                      ///< of the map
-  int chartMeasure = TravelChartDistance;
+  TravelChartMode chartMeasure = TravelChartMode::Distance;
   bool printing = false;              ///< no lines between blocks, and each has its own height
   int left = 3;                       ///< where lines begin
   std::vector<RangeStatsPart> parts;  ///< top to bottom
@@ -47,9 +47,8 @@ void LayoutRangeStats(RangeStatsView& view, RangeStatsCounts& counts);
 
 /// Sets what the chart shows, as the keys 0 to 3 do. A measure without a name, or after one without
 /// a name, can't be shown, and without a first name nothing can be chosen.
-/// \param measure  a `TravelChartMode`
 /// \return true if the report is to be drawn again
-bool ChooseChartMeasure(RangeStatsView& view, int measure);
+bool ChooseChartMeasure(RangeStatsView& view, TravelChartMode measure);
 
 /// Draws the parts that the clip of the canvas shows.
 void DrawRangeStats(const RangeStatsView& view, Canvas& canvas);

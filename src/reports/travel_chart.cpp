@@ -51,8 +51,10 @@ class TravelChart {
   }
 
  private:
-  bool IsDistance() const { return state_.mode == TravelChartDistance; }
-  size_t Measure() const { return static_cast<size_t>(state_.mode - TravelChartSm1); }
+  bool IsDistance() const { return state_.mode == TravelChartMode::Distance; }
+  size_t Measure() const {
+    return static_cast<size_t>(NumberOf(state_.mode) - NumberOf(TravelChartMode::Sm1));
+  }
   /// Metres per hour, or the part of 1.
   double SlotValue(size_t slot) const {
     const TravelTally& tally = range_.slots[slot];

@@ -6,12 +6,7 @@
 namespace orvane {
 
 /// What the chart of a range shows over the hours of the day.
-enum TravelChartMode {
-  TravelChartDistance = 0,
-  TravelChartSm1 = 1,
-  TravelChartSm2 = 2,
-  TravelChartSm3 = 3
-};
+enum class TravelChartMode { Distance = 0, Sm1 = 1, Sm2 = 2, Sm3 = 3 };
 
 /// Where and how a report draws its charts. The report has set the canvas's font.
 struct TravelChartState {
@@ -21,7 +16,7 @@ struct TravelChartState {
   int margin = 0;            ///< pixels kept free at either side
   int width = 0;             ///< pixels
   int scroll = 0;            ///< pixels by which the report is scrolled
-  int mode = TravelChartDistance;
+  TravelChartMode mode = TravelChartMode::Distance;
   MeasureNames names;  ///< of the map
 };
 

@@ -26,7 +26,7 @@ bool ShowsRange(const RangePanelRow& row, const GeoBounds& box) {
 }
 
 int PatternOf(const RangePanelRow& row) {
-  return row.drawMode == RangeDrawHash ? row.shading : FillNone;
+  return row.drawMode == RangeDrawMode::Hash ? row.shading : FillNone;
 }
 
 // --- Cells ----------------------------------------------------------------------------------
@@ -40,9 +40,9 @@ Color ShadeOf(long percent, bool print) {
 }
 
 /// What a mode of drawing shows of a cell.
-std::int64_t ShownValue(const CellTally& tally, int drawMode) {
-  if (drawMode == RangeDrawCoreGrid) return tally.minutes;
-  return tally.measure[drawMode - RangeDrawSm1];
+std::int64_t ShownValue(const CellTally& tally, RangeDrawMode drawMode) {
+  if (drawMode == RangeDrawMode::CoreGrid) return tally.minutes;
+  return tally.measure[NumberOf(drawMode) - NumberOf(RangeDrawMode::Sm1)];
 }
 
 std::vector<ExactPixel> CornersOf(const ScreenTransform& transform, const Grid& grid,
@@ -83,11 +83,11 @@ void Inset(std::vector<ExactPixel>& corners, int pixels) {
 }
 
 bool ShowsCells(const RangePanelRow& row) {
-  return row.drawMode >= RangeDrawCoreGrid && row.drawMode <= RangeDrawSm3;
+  return row.drawMode >= RangeDrawMode::CoreGrid && row.drawMode <= RangeDrawMode::Sm3;
 }
 
 void DrawCellShades(const MapWindow& view, const Grid* grid, const std::vector<RangeCell>& cells,
-                    int drawMode) {
+                    RangeDrawMode drawMode) {
   constexpr int NarrowestCell = 3;  // logical pixels
   std::int64_t total = 0;
   for (const RangeCell& cell : cells) total += ShownValue(cell.tally, drawMode);
@@ -258,14 +258,15 @@ void DrawRangeOutline(const MapWindow& view, const RangePanelRow& row, PixelMask
 /// Marks the points of a range that hold a measure which its row shows.
 void DrawMeasuredPoints(MapWindow& view, const RangePanelRow& row) {
   MarkLook look;
-  look.shape = MarkCircle;
+  look.shape = MarkStyle::Circle;
   look.thickness = 1;
   look.color = row.color;
   look.letterWidth = LetterWidth(view);
   LabelBoxes boxes;
   for (int k = 0; k < 3; ++k) {
     if (row.showSm[k]) {
-      DrawTrailPoints(view, row.range->points, PointModeSm1 + k, look, boxes);
+      DrawTrailPoints(view, row.range->points, StyleOf<PointMode>(NumberOf(PointMode::Sm1) + k),
+                      look, boxes);
     }
   }
 }

@@ -202,7 +202,7 @@ class GridDrawer {
   /// Calls `place` with the start of each line that shows, its label and the label's width. The
   /// line at the far edge has its label too.
   template <typename Place>
-  void ForEachLabel(const LineFamily& family, int firstNumber, int style, Place place) {
+  void ForEachLabel(const LineFamily& family, int firstNumber, GridStyle style, Place place) {
     if (GridLabel(1, style).empty()) return;
     const LineRange range = ShownLines(family, clip_, LabelRoom);
     for (std::int64_t i = range.first; i <= range.last; ++i) {
@@ -238,7 +238,7 @@ void DrawGrids(MapWindow& view) {
   }
 }
 
-std::string GridLabel(std::int64_t number, int style) {
+std::string GridLabel(std::int64_t number, GridStyle style) {
   constexpr std::int64_t Least = std::numeric_limits<int>::min();
   constexpr std::int64_t Most = std::numeric_limits<int>::max();
   return FormatCellNumber(static_cast<int>(std::clamp(number, Least, Most)), style);

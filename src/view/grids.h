@@ -17,6 +17,6 @@ void DrawGrids(MapWindow& view);
 /// The label of a row or column, as `FormatCellNumber` writes it; a number beyond 32 bits is
 /// taken as the nearest within.
 /// \return the empty text for a style that has no labels
-std::string GridLabel(std::int64_t number, int style);
+std::string GridLabel(std::int64_t number, GridStyle style);
 
 }  // namespace orvane

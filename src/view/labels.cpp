@@ -131,7 +131,7 @@ class LabelPlace {
 /// Adds the points of one list to a layer; `Iterator` walks over `Point*`.
 class PointListPlacer {
  public:
-  PointListPlacer(MapWindow& view, int mode, const MarkLook& look, LabelBoxes& boxes,
+  PointListPlacer(MapWindow& view, PointMode mode, const MarkLook& look, LabelBoxes& boxes,
                   LabelLayer& layer)
       : view_(view),
         transform_(view),
@@ -144,11 +144,11 @@ class PointListPlacer {
 
   template <typename Iterator>
   void Place(Iterator begin, Iterator end) {
-    if (mode_ == PointModeNone) return;
+    if (mode_ == PointMode::None) return;
     const Point* previous = nullptr;
     for (Iterator at = begin; at != end; ++at) {
       const Iterator following = std::next(at);
-      const Point* next = following != end && mode_ != PointModeLoose ? *following : nullptr;
+      const Point* next = following != end && mode_ != PointMode::Loose ? *following : nullptr;
       const bool isEnd = at == begin || following == end;
       if (ModeTakes(**at, isEnd)) {
         if (const auto projected = ProjectedIfShown(**at)) {
@@ -161,9 +161,9 @@ class PointListPlacer {
 
  private:
   bool ModeTakes(const Point& point, bool isEnd) const {
-    if (mode_ == PointModeFirstLast) return isEnd;
-    if (mode_ < PointModeSm1 || mode_ > PointModeSm3) return true;
-    return point.sm[mode_ - PointModeSm1] != 0;
+    if (mode_ == PointMode::FirstLast) return isEnd;
+    if (mode_ < PointMode::Sm1 || mode_ > PointMode::Sm3) return true;
+    return point.sm[NumberOf(mode_) - NumberOf(PointMode::Sm1)] != 0;
   }
 
   /// The tests are in the order of what they cost: of a large map most points are outside.
@@ -198,10 +198,10 @@ class PointListPlacer {
     added_ = &point;
     addedPixel_ = pixel;
     std::optional<LabelSpot> spot;
-    if (mode_ < PointModeSm1 && !point.name.empty()) {
+    if (mode_ < PointMode::Sm1 && !point.name.empty()) {
       site.last = last_;
       site.next = PixelOfNext(next, pixel);
-      site.keepBox = mode_ == PointModeAuto;
+      site.keepBox = mode_ == PointMode::Auto;
       site.letterWidth = look_.letterWidth;
       const PlacedLabel label = PlaceLabel(view_, point, site, boxes_);
       if (label.result == LabelResult::Refused) return;
@@ -227,7 +227,7 @@ class PointListPlacer {
 
   MapWindow& view_;
   const ScreenTransform transform_;
-  const int mode_;
+  const PointMode mode_;
   const MarkLook& look_;
   LabelBoxes& boxes_;
   LabelLayer& layer_;
@@ -264,10 +264,20 @@ void ForgetLabelsOutside(MapWindow& view) {
   }
 }
 
-/// What a row that has no label mode of its own shows.
-int ModeOfRow(const TrailPanelRow& row) {
-  const bool known = row.labelMode >= LabelNone && row.labelMode <= LabelAuto;
-  return known ? row.labelMode : LabelAuto;
+/// Which labels a row shows; one without a label mode of its own thins them out.
+PointMode ModeOfRow(const TrailPanelRow& row) {
+  switch (row.labelMode) {
+    case LabelMode::None:
+      return PointMode::None;
+    case LabelMode::FirstLast:
+      return PointMode::FirstLast;
+    case LabelMode::All:
+      return PointMode::All;
+    case LabelMode::Auto:
+    case LabelMode::Unset:
+      break;
+  }
+  return PointMode::Auto;
 }
 
 }  // namespace
@@ -287,7 +297,7 @@ PlacedLabel PlaceLabel(const MapWindow& view, Point& point, const LabelSite& sit
   return {LabelResult::Placed, spot};
 }
 
-void DrawTrailPoints(MapWindow& view, const std::vector<Point*>& points, int mode,
+void DrawTrailPoints(MapWindow& view, const std::vector<Point*>& points, PointMode mode,
                      const MarkLook& look, LabelBoxes& boxes) {
   LabelLayer layer(view);
   PointListPlacer(view, mode, look, boxes, layer).Place(points.begin(), points.end());
@@ -311,11 +321,11 @@ LabelLayer PlaceLabels(MapWindow& view, const std::vector<ShownTrail>& shown) {
     PointListPlacer(view, ModeOfRow(*row), look, boxes, layer).Place(points.begin(), points.end());
   }
   for (const Map* map = view.map; map != nullptr; map = map->basis) {
-    const MarkLook loose{MarkCircle, 1, ForegroundColor, letterWidth};
-    PointListPlacer(view, PointModeLoose, loose, boxes, layer)
+    const MarkLook loose{MarkStyle::Circle, 1, ForegroundColor, letterWidth};
+    PointListPlacer(view, PointMode::Loose, loose, boxes, layer)
         .Place(map->loosePoints.begin(), map->loosePoints.end());
-    const MarkLook nameless{MarkNone, 1, ForegroundColor, letterWidth};
-    PointListPlacer(view, PointModeLoose, nameless, boxes, layer)
+    const MarkLook nameless{MarkStyle::None, 1, ForegroundColor, letterWidth};
+    PointListPlacer(view, PointMode::Loose, nameless, boxes, layer)
         .Place(map->namelessPoints.begin(), map->namelessPoints.end());
   }
   return layer;

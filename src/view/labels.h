@@ -12,16 +12,16 @@
 
 namespace orvane {
 
-/// Which points of a list get label and mark. The first four are the values of `LabelMode`.
-enum PointMode {
-  PointModeNone = LabelNone,
-  PointModeFirstLast = LabelFirstLast,
-  PointModeAll = LabelAll,
-  PointModeAuto = LabelAuto,  ///< all, thinned by the labels that Auto has placed before
-  PointModeLoose = 5,         ///< all; the points do not follow one another
-  PointModeSm1 = 6,           ///< marks of the points with that measure; no labels
-  PointModeSm2 = 7,
-  PointModeSm3 = 8
+/// Which points of a list get label and mark.
+enum class PointMode {
+  None,
+  FirstLast,
+  All,
+  Auto,   ///< all, thinned by the labels that Auto has placed before
+  Loose,  ///< all; the points do not follow one another
+  Sm1,    ///< marks of the points with that measure; no labels
+  Sm2,
+  Sm3
 };
 
 /// Places the names and marks of the points: along the trails whose rows are visible, in the order
@@ -35,9 +35,8 @@ LabelLayer PlaceLabels(MapWindow& view, const std::vector<ShownTrail>& shown);
 
 /// Draws the points of one list at once, with labels and marks in one colour. The font of labels
 /// must be the current one.
-/// \param mode   a `PointMode`
 /// \param boxes  the labels that Auto has placed in this pass; Auto adds to them, all avoid them
-void DrawTrailPoints(MapWindow& view, const std::vector<Point*>& points, int mode,
+void DrawTrailPoints(MapWindow& view, const std::vector<Point*>& points, PointMode mode,
                      const MarkLook& look, LabelBoxes& boxes);
 
 /// What became of a label.

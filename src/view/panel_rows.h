@@ -17,8 +17,8 @@ struct RangeIntersection;
 /// list of range rows. The panes beside the map show and change them, the drawing walks them. They
 /// live in their `MapWindow`, so two windows on one map can show different things.
 
-/// A row of the tree: one trail, a group of them, or the row "New" at the end. `lineStyle`,
-/// `labelMode`, `fillPattern` and `markStyle` take the values of the fields of `Trail`.
+/// A row of the tree: one trail, a group of them, or the row "New" at the end. `fillPattern`
+/// takes the values of the field of `Trail`.
 struct TrailPanelRow {
   std::string text;       ///< what the pane shows
   bool visible = false;   ///< drawn on the map
@@ -26,24 +26,17 @@ struct TrailPanelRow {
   bool selected = false;  ///< selected in the pane
   bool filled = false;    ///< drawn as a filled area too
   bool fixed = false;     ///< the row "New", the last of all
-  int lineStyle = LineUnset;
-  int labelMode = LabelUnset;
+  LineStyle lineStyle = LineStyle::Unset;
+  LabelMode labelMode = LabelMode::Unset;
   int fillPattern = 0;
-  int markStyle = MarkNone;
+  MarkStyle markStyle = MarkStyle::None;
   Color color = 0;
   Trail* trail = nullptr;             ///< null for a group and for "New"; not owned
   std::list<TrailPanelRow> children;  ///< sorted by text; rows never move in memory
 };
 
-/// Values of `RangePanelRow::drawMode`.
-enum RangeDrawMode {
-  RangeDrawClear = 0,
-  RangeDrawHash = 1,
-  RangeDrawCoreGrid = 2,
-  RangeDrawSm1 = 3,
-  RangeDrawSm2 = 4,
-  RangeDrawSm3 = 5
-};
+/// How the area of a range is drawn. The numbers are those of the scripts of `edit`.
+enum class RangeDrawMode { Clear = 0, Hash = 1, CoreGrid = 2, Sm1 = 3, Sm2 = 4, Sm3 = 5 };
 
 /// A row of the range list: a range, an intersection of two, or the row "New" at the end.
 struct RangePanelRow {
@@ -53,7 +46,7 @@ struct RangePanelRow {
   bool fixed = false;                      ///< the row "New"
   int shading = 0;                         ///< fill pattern, 0 to 5; 6 and more for none
   bool showSm[3] = {false, false, false};  ///< show the points with that measure
-  int drawMode = RangeDrawClear;
+  RangeDrawMode drawMode = RangeDrawMode::Clear;
   std::uint32_t clusterMask = 0;  ///< bit i shows the contour of (100 - 5 i) %
   Color color = 0;
   Range* range = nullptr;                     ///< or null; not owned

@@ -70,14 +70,14 @@ int OwnMarkRadius(const Point& point, int letterWidth) {
 }
 
 bool HasMark(const MarkLook& look, const Point& point) {
-  return look.shape != MarkNone || point.markShape != PointMarkNone;
+  return look.shape != MarkStyle::None || point.markShape != PointMarkNone;
 }
 
 int MarkReach(const MarkLook& look, const Point& point) {
   const bool own = point.markShape != PointMarkNone;
   const int radius = own ? OwnMarkRadius(point, look.letterWidth) : RadiusOf(look);
   // A thin outline of a circle or a square is inside its edge; a wide one is centred on it.
-  if (own || look.shape == MarkCircle || look.shape == MarkRect) {
+  if (own || look.shape == MarkStyle::Circle || look.shape == MarkStyle::Rect) {
     return Sum(radius, look.thickness > 1 ? look.thickness / 2 + 1 : 0);
   }
   // Lines are as much longer as they are thick, and their round ends and their sides add half.
@@ -96,25 +96,25 @@ void DrawPointMark(Canvas& canvas, const MarkLook& look, const Point& point, Pix
   const int tick = Sum(size, look.thickness);
   canvas.SetBrush({false, look.color});
   switch (look.shape) {
-    case MarkCircle:
+    case MarkStyle::Circle:
       canvas.DrawOval(Around(pixel, size));
       break;
-    case MarkRect:
+    case MarkStyle::Rect:
       canvas.DrawRect(Around(pixel, size));
       break;
-    case MarkCross:
+    case MarkStyle::Cross:
       DrawCross(canvas, pixel, arm);
       break;
-    case MarkPlus:
+    case MarkStyle::Plus:
       DrawPlus(canvas, pixel, arm);
       break;
-    case MarkTick:
+    case MarkStyle::Tick:
       DrawTick(canvas, pixel, previous, tick, TickSides::Both);
       break;
-    case MarkHalfTick:
+    case MarkStyle::HalfTick:
       DrawTick(canvas, pixel, previous, tick, TickSides::Right);
       break;
-    case MarkBackHalfTick:
+    case MarkStyle::BackHalfTick:
       DrawTick(canvas, pixel, previous, tick, TickSides::Left);
       break;
     default:

@@ -10,8 +10,8 @@ int LetterWidth(const MapWindow& view);
 
 /// How the marks of one list of points are drawn.
 struct MarkLook {
-  int shape = MarkNone;  ///< a `MarkStyle`
-  int thickness = 0;     ///< pixels of the lines
+  MarkStyle shape = MarkStyle::None;
+  int thickness = 0;  ///< pixels of the lines
   Color color = 0;
   int letterWidth = 0;  ///< from `LetterWidth`
 };

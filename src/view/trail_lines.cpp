@@ -13,9 +13,9 @@ namespace {
 constexpr int SelectedWidth = 5;    // logical pixels, at least
 constexpr double HalfTurn = 180.0;  // degrees
 
-PenPattern PatternOf(int lineStyle) {
-  if (lineStyle == LineSolid) return PenPattern::Solid;
-  return lineStyle == LineDotted ? PenPattern::Dotted : PenPattern::Dashed;
+PenPattern PatternOf(LineStyle lineStyle) {
+  if (lineStyle == LineStyle::Solid) return PenPattern::Solid;
+  return lineStyle == LineStyle::Dotted ? PenPattern::Dotted : PenPattern::Dashed;
 }
 
 /// Joins segments that follow each other into one line of the canvas, so that dots and dashes run

@@ -104,7 +104,7 @@ class EditSessionTest : public MapFixture {
     if (dice.OneIn(3)) ClickTrailTick(View(), AnyTrailRow(dice));
     if (dice.OneIn(3)) ClickTriangle(View(), View().trailViews.front());
     if (dice.OneIn(3)) ClickRangeTick(View(), AnyRangeRow(dice));
-    if (dice.OneIn(3)) View().rangeViews.front().drawMode = dice.Below(3);
+    if (dice.OneIn(3)) View().rangeViews.front().drawMode = StyleOf<RangeDrawMode>(dice.Below(3));
     // Undoing a visibility dialog keeps the ticks, so the dialog must not change any.
     const TrailPanelRow* first = FirstSelectedRow(View().trailViews);
     for (TrailPanelRow* row : TrailRowsInOrder(View().trailViews)) {
@@ -163,7 +163,7 @@ void EditSessionTest::ShowOtherwise(Dice& dice) {
   auto dialog = OpenTrailVisibility(View());
   if (!dialog) return;
   dialog->color = dice.OneIn(2) ? "red" : "";
-  dialog->markStyle = dice.Below(6);
+  dialog->markStyle = StyleOf<MarkStyle>(dice.Below(6));
   dialog->filled = dice.OneIn(2);
   ApplyTrailVisibility(View(), *dialog, Session().history);
 }

@@ -30,9 +30,9 @@ TEST_F(GridLinesTest, EachFieldIsRead) {
   EXPECT_EQ(grid.rows, 26);
   EXPECT_EQ(grid.columns, -40);
   EXPECT_EQ(grid.angle, 12.5);
-  EXPECT_EQ(grid.rowStyle, GridLettersLower);
+  EXPECT_EQ(grid.rowStyle, GridStyle::LettersLower);
   EXPECT_EQ(grid.rowStart, 7);
-  EXPECT_EQ(grid.columnStyle, GridRomanUpper);
+  EXPECT_EQ(grid.columnStyle, GridStyle::RomanUpper);
   EXPECT_EQ(grid.columnStart, -3);
   EXPECT_EQ(Said(), Texts{});
 }
@@ -44,8 +44,8 @@ TEST_F(GridLinesTest, FieldsLeftOutHaveTheirDefaults) {
     EXPECT_EQ(grid.rows, 0);
     EXPECT_EQ(grid.columns, 0);
     EXPECT_EQ(grid.angle, 0);
-    EXPECT_EQ(grid.rowStyle, GridLettersUpper);
-    EXPECT_EQ(grid.columnStyle, GridDecimal);
+    EXPECT_EQ(grid.rowStyle, GridStyle::LettersUpper);
+    EXPECT_EQ(grid.columnStyle, GridStyle::Decimal);
     EXPECT_EQ(grid.rowStart, 0);
     EXPECT_EQ(grid.columnStart, 0);
   }
@@ -54,23 +54,32 @@ TEST_F(GridLinesTest, FieldsLeftOutHaveTheirDefaults) {
 TEST_F(GridLinesTest, AxisSpecIsALetterAndAStart) {
   struct Case {
     const char* text;
-    int style;
+    std::optional<GridStyle> style;
     int start;
   };
-  constexpr int ByDefault = -1;
-  const Case cases[] = {
-      {"01", GridDecimal, 1},      {"1", GridDecimal, 0},       {"912", GridDecimal, 12},
-      {"0-4", GridDecimal, -4},    {"i2", GridRomanLower, 2},   {"I3", GridRomanUpper, 3},
-      {"a4", GridLettersLower, 4}, {"A5", GridLettersUpper, 5}, {"n6", GridUnlabeled, 6},
-      {"N7", GridUnlabeled, 7},    {"n", GridUnlabeled, 0},     {"-8", ByDefault, -8},
-      {"x9", ByDefault, 0},        {"", ByDefault, 0},          {"A x", GridLettersUpper, 0}};
+  constexpr auto ByDefault = std::nullopt;
+  const Case cases[] = {{"01", GridStyle::Decimal, 1},
+                        {"1", GridStyle::Decimal, 0},
+                        {"912", GridStyle::Decimal, 12},
+                        {"0-4", GridStyle::Decimal, -4},
+                        {"i2", GridStyle::RomanLower, 2},
+                        {"I3", GridStyle::RomanUpper, 3},
+                        {"a4", GridStyle::LettersLower, 4},
+                        {"A5", GridStyle::LettersUpper, 5},
+                        {"n6", GridStyle::Unlabeled, 6},
+                        {"N7", GridStyle::Unlabeled, 7},
+                        {"n", GridStyle::Unlabeled, 0},
+                        {"-8", ByDefault, -8},
+                        {"x9", ByDefault, 0},
+                        {"", ByDefault, 0},
+                        {"A x", GridStyle::LettersUpper, 0}};
   for (const Case& c : cases) {
     const Grid& rows = ReadGrid(std::string("H\tc\t1\t2\t3\t4\t") + c.text + "\tn9");
-    EXPECT_EQ(rows.rowStyle, c.style == ByDefault ? int{GridLettersUpper} : c.style) << c.text;
+    EXPECT_EQ(rows.rowStyle, c.style.value_or(GridStyle::LettersUpper)) << c.text;
     EXPECT_EQ(rows.rowStart, c.start) << c.text;
     EXPECT_EQ(rows.columnStart, 9) << c.text;
     const Grid& columns = ReadGrid(std::string("H\tc\t1\t2\t3\t4\tn9\t") + c.text);
-    EXPECT_EQ(columns.columnStyle, c.style == ByDefault ? int{GridDecimal} : c.style) << c.text;
+    EXPECT_EQ(columns.columnStyle, c.style.value_or(GridStyle::Decimal)) << c.text;
     EXPECT_EQ(columns.columnStart, c.start) << c.text;
   }
 }

@@ -30,11 +30,11 @@ TEST_F(TrailLinesTest, EachFieldIsRead) {
   EXPECT_EQ(trail.date, PackDate(2001, 5, 6));
   EXPECT_EQ(trail.width, 2.5);
   EXPECT_EQ(trail.color, 0x8040ff);
-  EXPECT_EQ(trail.lineStyle, LineDashed);
-  EXPECT_EQ(trail.labelMode, LabelFirstLast);
+  EXPECT_EQ(trail.lineStyle, LineStyle::Dashed);
+  EXPECT_EQ(trail.labelMode, LabelMode::FirstLast);
   EXPECT_TRUE(trail.filled);
   EXPECT_EQ(trail.fillPattern, 3);
-  EXPECT_EQ(trail.markStyle, MarkCross);
+  EXPECT_EQ(trail.markStyle, MarkStyle::Cross);
   EXPECT_NE(trail.flags & TrailHidden, 0U);
   EXPECT_EQ(trail.note, "the note\tmore");
   EXPECT_EQ(Said(), Texts{});
@@ -50,11 +50,11 @@ TEST_F(TrailLinesTest, FieldsLeftOutHaveTheirDefaults) {
     EXPECT_EQ(trail.date, 0);
     EXPECT_EQ(trail.width, 0);
     EXPECT_EQ(trail.color, -1);
-    EXPECT_EQ(trail.lineStyle, LineUnset);
-    EXPECT_EQ(trail.labelMode, LabelUnset);
+    EXPECT_EQ(trail.lineStyle, LineStyle::Unset);
+    EXPECT_EQ(trail.labelMode, LabelMode::Unset);
     EXPECT_FALSE(trail.filled);
     EXPECT_EQ(trail.fillPattern, 0);
-    EXPECT_EQ(trail.markStyle, MarkNone);
+    EXPECT_EQ(trail.markStyle, MarkStyle::None);
     EXPECT_EQ(trail.flags, 0U);
     EXPECT_EQ(trail.note, std::nullopt);
   }
@@ -118,11 +118,11 @@ TEST_F(TrailLinesTest, ReopenedTrailKeepsTheStylePartsThatAreLeftOut) {
       ReadTrail("T\tM\tx\t,4\t\t2,red,Solid,All,1,5,Rect,n\tnote\nT\tM\ty\t\t\t,,,None\n");
   EXPECT_EQ(trail.width, 2);
   EXPECT_EQ(trail.color, 0xff0000);
-  EXPECT_EQ(trail.lineStyle, LineSolid);
-  EXPECT_EQ(trail.labelMode, LabelNone);
+  EXPECT_EQ(trail.lineStyle, LineStyle::Solid);
+  EXPECT_EQ(trail.labelMode, LabelMode::None);
   EXPECT_TRUE(trail.filled);
   EXPECT_EQ(trail.fillPattern, 5);
-  EXPECT_EQ(trail.markStyle, MarkRect);
+  EXPECT_EQ(trail.markStyle, MarkStyle::Rect);
   EXPECT_NE(trail.flags & TrailHidden, 0U);
   EXPECT_EQ(trail.groupSize, 4);
   EXPECT_EQ(trail.note, "note");
@@ -167,23 +167,25 @@ TEST_F(TrailLinesTest, DateIsInAnyForm) {
 
 TEST_F(TrailLinesTest, WordsOfTheStyleAreReadWithoutRegardToCase) {
   const char* lines[] = {"Solid", "Dotted", "Dashed"};
-  for (int i = 0; i < 3; ++i) EXPECT_EQ(ReadStyle(std::string(",,") + lines[i]).lineStyle, i + 1);
+  for (int i = 0; i < 3; ++i)
+    EXPECT_EQ(NumberOf(ReadStyle(std::string(",,") + lines[i]).lineStyle), i + 1);
   const char* labels[] = {"NONE", "firstlast", "aLL", "auto"};
-  for (int i = 0; i < 4; ++i) EXPECT_EQ(ReadStyle(std::string(",,,") + labels[i]).labelMode, i + 1);
+  for (int i = 0; i < 4; ++i)
+    EXPECT_EQ(NumberOf(ReadStyle(std::string(",,,") + labels[i]).labelMode), i + 1);
   const char* marks[] = {"None", "Circle", "Cross",    "Tick",
                          "Rect", "Plus",   "halftick", "BACKHALFTICK"};
   for (int i = 0; i < 8; ++i) {
-    EXPECT_EQ(ReadStyle(std::string(",,,,,,") + marks[i]).markStyle, i) << marks[i];
+    EXPECT_EQ(NumberOf(ReadStyle(std::string(",,,,,,") + marks[i]).markStyle), i) << marks[i];
   }
 }
 
 TEST_F(TrailLinesTest, WordsEndAtWhiteSpace) {
   const Trail& trail = ReadStyle("1 ,red ,Solid x,All ,1 ,3 ,Tick y,v z");
   EXPECT_EQ(trail.color, 0xff0000);
-  EXPECT_EQ(trail.lineStyle, LineSolid);
-  EXPECT_EQ(trail.labelMode, LabelAll);
+  EXPECT_EQ(trail.lineStyle, LineStyle::Solid);
+  EXPECT_EQ(trail.labelMode, LabelMode::All);
   EXPECT_EQ(trail.fillPattern, 3);
-  EXPECT_EQ(trail.markStyle, MarkTick);
+  EXPECT_EQ(trail.markStyle, MarkStyle::Tick);
   EXPECT_EQ(trail.flags & TrailHidden, 0U);
 }
 
@@ -191,12 +193,12 @@ TEST_F(TrailLinesTest, WordsEndAtWhiteSpace) {
 TEST_F(TrailLinesTest, BlanksAfterACommaAreSkipped) {
   const Trail& trail = ReadStyle("1, red, Dotted, All, 1,\v3, Circle, v");
   EXPECT_EQ(trail.color, 0xff0000);
-  EXPECT_EQ(trail.lineStyle, LineDotted);
-  EXPECT_EQ(trail.labelMode, LabelAll);
+  EXPECT_EQ(trail.lineStyle, LineStyle::Dotted);
+  EXPECT_EQ(trail.labelMode, LabelMode::All);
   EXPECT_EQ(trail.fillPattern, 3);
-  EXPECT_EQ(trail.markStyle, MarkCircle);
+  EXPECT_EQ(trail.markStyle, MarkStyle::Circle);
   EXPECT_EQ(trail.flags & TrailHidden, 0U);
-  EXPECT_EQ(ReadStyle(",,,,, Cross").markStyle, MarkCross);
+  EXPECT_EQ(ReadStyle(",,,,, Cross").markStyle, MarkStyle::Cross);
   for (const char* style : {"1, n", "1,,,,,,, n", "1,,,,,,, maybe"}) {
     EXPECT_NE(ReadStyle(style).flags & TrailHidden, 0U) << style;
   }
@@ -207,11 +209,11 @@ TEST_F(TrailLinesTest, UnknownWordsFallEachInItsWay) {
   const Trail& trail = ReadStyle("x,nocolor,wavy,some,x,x,star,maybe");
   EXPECT_EQ(trail.width, 0);
   EXPECT_EQ(trail.color, -1);
-  EXPECT_EQ(trail.lineStyle, LineUnset);
-  EXPECT_EQ(trail.labelMode, LabelUnset);
+  EXPECT_EQ(trail.lineStyle, LineStyle::Unset);
+  EXPECT_EQ(trail.labelMode, LabelMode::Unset);
   EXPECT_FALSE(trail.filled);
   EXPECT_EQ(trail.fillPattern, 0);
-  EXPECT_EQ(trail.markStyle, 15);
+  EXPECT_EQ(trail.markStyle, MarkStyle::Unknown);
   EXPECT_NE(trail.flags & TrailHidden, 0U);
   EXPECT_EQ(Said(), Texts{});
 }
@@ -236,23 +238,23 @@ TEST_F(TrailLinesTest, VisibilityIsVOrElseHidden) {
 
 TEST_F(TrailLinesTest, MarkWhereThePatternBelongsIsTheMarkAndTheVisibilityFollows) {
   const Trail& trail = ReadStyle("2,red,Solid,Auto,,circle,n x");
-  EXPECT_EQ(trail.markStyle, MarkCircle);
+  EXPECT_EQ(trail.markStyle, MarkStyle::Circle);
   EXPECT_EQ(trail.fillPattern, 0);
   EXPECT_FALSE(trail.filled);
   EXPECT_NE(trail.flags & TrailHidden, 0U);
   const Trail& shown = ReadStyle(",,,,1,Cross x,v,Tick");
-  EXPECT_EQ(shown.markStyle, MarkCross);
+  EXPECT_EQ(shown.markStyle, MarkStyle::Cross);
   EXPECT_TRUE(shown.filled);
   EXPECT_EQ(shown.flags & TrailHidden, 0U);
   // A pattern that is not a number counts as 0.
-  EXPECT_EQ(ReadStyle(",,,,1,Circles,Tick").markStyle, MarkTick);
+  EXPECT_EQ(ReadStyle(",,,,1,Circles,Tick").markStyle, MarkStyle::Tick);
 }
 
 TEST_F(TrailLinesTest, LastPartNHidesTheTrailWhereverItIs) {
   for (const char* style : {",n", "2,n", "2,N ", ",red,n", ",,,n", ",,,,1,3,n", ",,,,,,,v,n"}) {
     const Trail& trail = ReadStyle(style);
     EXPECT_NE(trail.flags & TrailHidden, 0U) << style;
-    EXPECT_EQ(trail.markStyle, MarkNone) << style;
+    EXPECT_EQ(trail.markStyle, MarkStyle::None) << style;
   }
   EXPECT_EQ(ReadStyle(",red,n").color, 0xff0000);
   for (const char* style : {"n", "", ",navy", ",,None", ",n,", ",n,red"}) {

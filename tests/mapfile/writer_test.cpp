@@ -366,37 +366,38 @@ std::string TrailTwin(const Trail& t) {
   if (t.groupSize != 1) put(",%d", t.groupSize);
   if (t.date != 0) {
     s += "\t" + FormatDate(t.date);
-  } else if (t.width != 0 || t.color != -1 || t.labelMode != 0 || t.markStyle != 0 ||
-             t.lineStyle != 0 || t.note) {
+  } else if (t.width != 0 || t.color != -1 || NumberOf(t.labelMode) != 0 ||
+             NumberOf(t.markStyle) != 0 || NumberOf(t.lineStyle) != 0 || t.note) {
     s += "\t";
   }
   if (t.width != 0) {
     put("\t%g", t.width);
-  } else if (t.color != -1 || t.labelMode != 0 || t.lineStyle != 0 || t.filled ||
-             t.markStyle != 0 || hidden || t.note) {
+  } else if (t.color != -1 || NumberOf(t.labelMode) != 0 || NumberOf(t.lineStyle) != 0 ||
+             t.filled || NumberOf(t.markStyle) != 0 || hidden || t.note) {
     s += "\t";
   }
   if (t.color != -1) {
     put(",#%02x%02x%02x", t.color >> 16, (t.color >> 8) & 255, t.color & 255);
-  } else if (t.labelMode != 0 || t.lineStyle != 0 || t.filled || t.markStyle != 0) {
+  } else if (NumberOf(t.labelMode) != 0 || NumberOf(t.lineStyle) != 0 || t.filled ||
+             NumberOf(t.markStyle) != 0) {
     s += ",";
   }
-  if (t.lineStyle != 0) {
-    s += std::string(",") + LineWords[t.lineStyle];
-  } else if (t.labelMode != 0 || t.filled || t.markStyle != 0) {
+  if (NumberOf(t.lineStyle) != 0) {
+    s += std::string(",") + LineWords[NumberOf(t.lineStyle)];
+  } else if (NumberOf(t.labelMode) != 0 || t.filled || NumberOf(t.markStyle) != 0) {
     s += ",";
   }
-  if (t.labelMode != 0) {
-    s += std::string(",") + LabelWords[t.labelMode];
-  } else if (t.filled || t.markStyle != 0) {
+  if (NumberOf(t.labelMode) != 0) {
+    s += std::string(",") + LabelWords[NumberOf(t.labelMode)];
+  } else if (t.filled || NumberOf(t.markStyle) != 0) {
     s += ",";
   }
   if (t.filled) {
     put(",%d,%d", 1, t.fillPattern);
-  } else if (t.markStyle != 0) {
+  } else if (NumberOf(t.markStyle) != 0) {
     s += ",";
   }
-  if (t.markStyle != 0) s += std::string(",") + MarkWords[t.markStyle];
+  if (NumberOf(t.markStyle) != 0) s += std::string(",") + MarkWords[NumberOf(t.markStyle)];
   if (hidden) s += ",n";
   if (t.note) s += "\t" + *t.note;
   return s + "\n\n";
@@ -414,11 +415,11 @@ void SetTrailFields(Trail& trail, int bits) {
   trail.date = on(3) ? PackDate(1999, 4, 3) : 0;
   trail.width = on(4) ? 2.5 : 0;
   trail.color = on(5) ? 0x04a00f : NoColor;
-  trail.lineStyle = on(6) ? 1 + bits % 3 : 0;
-  trail.labelMode = on(7) ? 1 + bits % 4 : 0;
+  trail.lineStyle = StyleOf<LineStyle>(on(6) ? 1 + bits % 3 : 0);
+  trail.labelMode = StyleOf<LabelMode>(on(7) ? 1 + bits % 4 : 0);
   trail.filled = on(8);
   trail.fillPattern = on(8) ? bits / 3 % 8 : 0;
-  trail.markStyle = on(9) ? 1 + bits % 7 : 0;
+  trail.markStyle = StyleOf<MarkStyle>(on(9) ? 1 + bits % 7 : 0);
   trail.flags = on(10) ? std::uint32_t{TrailHidden} : 0U;
   trail.note = on(11) ? std::optional<std::string>("note") : std::nullopt;
 }
@@ -442,8 +443,8 @@ TEST_F(WriterTest, EveryTrailLineComesBack) {
     SCOPED_TRACE(TrailTwin(trail));
     const auto fieldsOf = [](const Trail& t) {
       return std::tuple(t.name, t.type, t.focalAnimal, t.groupSize, t.date, t.width, t.color,
-                        t.lineStyle, t.labelMode, t.filled, t.fillPattern, t.markStyle,
-                        t.flags & TrailHidden, t.note);
+                        NumberOf(t.lineStyle), NumberOf(t.labelMode), t.filled, t.fillPattern,
+                        NumberOf(t.markStyle), t.flags & TrailHidden, t.note);
     };
     ASSERT_EQ(fieldsOf(*back), fieldsOf(trail));
     ++back;

@@ -10,32 +10,32 @@
 namespace orvane {
 namespace {
 
-constexpr int Decimal = GridDecimal;
-constexpr int Lower = GridLettersLower;
-constexpr int Upper = GridLettersUpper;
+constexpr GridStyle Decimal = GridStyle::Decimal;
+constexpr GridStyle Lower = GridStyle::LettersLower;
+constexpr GridStyle Upper = GridStyle::LettersUpper;
 
-int NumberOf(std::string_view text, int style) {
+int CellOf(std::string_view text, GridStyle style) {
   const auto read = ParseCellNumber(text, style);
   return read && read->length == text.size() ? read->number : -1000000;
 }
 
 TEST(CellNumbers, LettersCountFromOne) {
-  EXPECT_EQ(NumberOf("a", Lower), 1);
-  EXPECT_EQ(NumberOf("z", Lower), 26);
-  EXPECT_EQ(NumberOf("aa", Lower), 27);
-  EXPECT_EQ(NumberOf("az", Lower), 52);
-  EXPECT_EQ(NumberOf("ba", Lower), 53);
-  EXPECT_EQ(NumberOf("A", Upper), 1);
-  EXPECT_EQ(NumberOf("AA", Upper), 27);
-  EXPECT_EQ(NumberOf("YZ", Upper), 25 * 26 + 26);
+  EXPECT_EQ(CellOf("a", Lower), 1);
+  EXPECT_EQ(CellOf("z", Lower), 26);
+  EXPECT_EQ(CellOf("aa", Lower), 27);
+  EXPECT_EQ(CellOf("az", Lower), 52);
+  EXPECT_EQ(CellOf("ba", Lower), 53);
+  EXPECT_EQ(CellOf("A", Upper), 1);
+  EXPECT_EQ(CellOf("AA", Upper), 27);
+  EXPECT_EQ(CellOf("YZ", Upper), 25 * 26 + 26);
   // All letters but the last count in base 27.
-  EXPECT_EQ(NumberOf("ABC", Upper), (1 * 27 + 2) * 26 + 2 + 1);
+  EXPECT_EQ(CellOf("ABC", Upper), (1 * 27 + 2) * 26 + 2 + 1);
 }
 
 TEST(CellNumbers, ZFollowedByALetterIsNegative) {
-  EXPECT_EQ(NumberOf("ZA", Upper), -26);
-  EXPECT_EQ(NumberOf("ZZ", Upper), -1);
-  EXPECT_EQ(NumberOf("zb", Lower), -25);
+  EXPECT_EQ(CellOf("ZA", Upper), -26);
+  EXPECT_EQ(CellOf("ZZ", Upper), -1);
+  EXPECT_EQ(CellOf("zb", Lower), -25);
   EXPECT_EQ(ParseCellNumber("ZABC", Upper)->length, 2U);
   EXPECT_EQ(ParseCellNumber("Z1", Upper)->number, 26);
   EXPECT_EQ(ParseCellNumber("Za", Upper)->number, 26);  // the letter must be of the same case
@@ -54,26 +54,27 @@ TEST(CellNumbers, TextOfAnotherKindGivesZeroAndUsesNothing) {
 }
 
 TEST(CellNumbers, DecimalReadsASignedNumber) {
-  EXPECT_EQ(NumberOf("12", Decimal), 12);
-  EXPECT_EQ(NumberOf("-3", Decimal), -3);
+  EXPECT_EQ(CellOf("12", Decimal), 12);
+  EXPECT_EQ(CellOf("-3", Decimal), -3);
   EXPECT_EQ(ParseCellNumber("12B", Decimal)->length, 2U);
 }
 
 TEST(CellNumbers, OtherStylesNameNoCells) {
-  for (const int style : {int{GridUnlabeled}, int{GridRomanLower}, int{GridRomanUpper}, 17}) {
-    EXPECT_FALSE(ParseCellNumber("1", style).has_value()) << style;
-    EXPECT_EQ(FormatCellNumber(1, style), "") << style;
+  for (const GridStyle style : {GridStyle::Unlabeled, GridStyle::RomanLower, GridStyle::RomanUpper,
+                                StyleOf<GridStyle>(17)}) {
+    EXPECT_FALSE(ParseCellNumber("1", style).has_value()) << NumberOf(style);
+    EXPECT_EQ(FormatCellNumber(1, style), "") << NumberOf(style);
   }
 }
 
 TEST(CellNumbers, WrittenNumbersReadBack) {
   for (int number = 1; number <= 26 * 27; ++number) {
     if (number > 26 * 26 && number <= 26 * 27) continue;  // "Z" with a letter is negative
-    EXPECT_EQ(NumberOf(FormatCellNumber(number, Upper), Upper), number);
-    EXPECT_EQ(NumberOf(FormatCellNumber(number, Lower), Lower), number);
+    EXPECT_EQ(CellOf(FormatCellNumber(number, Upper), Upper), number);
+    EXPECT_EQ(CellOf(FormatCellNumber(number, Lower), Lower), number);
   }
   for (int number = -500; number <= 500; ++number) {
-    EXPECT_EQ(NumberOf(FormatCellNumber(number, Decimal), Decimal), number);
+    EXPECT_EQ(CellOf(FormatCellNumber(number, Decimal), Decimal), number);
   }
 }
 
@@ -83,7 +84,7 @@ TEST(CellNumbers, AtTakesThePlaceOfAMissingLetter) {
   EXPECT_EQ(FormatCellNumber(26 * 27 + 1, Upper), "A@A");
   EXPECT_EQ(FormatCellNumber(26 * 27 + 26, Lower), "a`z");
   EXPECT_EQ(FormatCellNumber(26 * 28 + 1, Upper), "AAA");
-  EXPECT_EQ(NumberOf("AAA", Upper), 26 * 28 + 1);
+  EXPECT_EQ(CellOf("AAA", Upper), 26 * 28 + 1);
   EXPECT_EQ(FormatCellNumber(26 * 54 + 1, Upper), "B@A");
 }
 
@@ -92,8 +93,8 @@ TEST(CellNumbers, NegativeLabelReadsBackOneLess) {
   EXPECT_EQ(FormatCellNumber(-1, Upper), "ZY");
   EXPECT_EQ(FormatCellNumber(-1, Lower), "zy");
   for (int number = -25; number <= 0; ++number) {
-    EXPECT_EQ(NumberOf(FormatCellNumber(number, Upper), Upper), number - 1);
-    EXPECT_EQ(NumberOf(FormatCellNumber(number, Lower), Lower), number - 1);
+    EXPECT_EQ(CellOf(FormatCellNumber(number, Upper), Upper), number - 1);
+    EXPECT_EQ(CellOf(FormatCellNumber(number, Lower), Lower), number - 1);
   }
   EXPECT_EQ(FormatCellNumber(-26, Upper), "");  // no letter is left for it
 }
@@ -157,7 +158,7 @@ TEST_F(CellsTest, ColumnComesFirstWhereRowsAreDecimalAndColumnsLetters) {
   EXPECT_FALSE(ColumnComesFirst(grid));
   grid.rowStyle = Decimal;
   EXPECT_FALSE(ColumnComesFirst(grid));
-  for (const int letters : {Lower, Upper}) {
+  for (const GridStyle letters : {Lower, Upper}) {
     grid.columnStyle = letters;
     EXPECT_TRUE(ColumnComesFirst(grid));
   }
@@ -189,7 +190,7 @@ TEST_F(CellsTest, NewestGridIsAskedFirstAndThenTheBasis) {
   map.basis = &basis;
   Grid& old = AddGrid(basis, 50, 60);
   EXPECT_NEAR(FindGridCell(map, "A1")->lat, 50, 0.1);
-  AddGrid(map, 1, 2).rowStyle = GridRomanUpper;  // names no cell
+  AddGrid(map, 1, 2).rowStyle = GridStyle::RomanUpper;  // names no cell
   EXPECT_NEAR(FindGridCell(map, "A1")->lat, 50, 0.1);
   AddGrid(map, 3, 4);
   EXPECT_NEAR(FindGridCell(map, "A1")->lat, 3, 0.1);
@@ -233,7 +234,7 @@ TEST_F(CellsTest, NamesTheCellOfAPlaceWithABlankInFront) {
   grid.rowStyle = Decimal;
   grid.columnStyle = Lower;
   EXPECT_EQ(CellAt(map, Offset(1, 2, 150, 50), 2), " a2");
-  grid.columnStyle = GridUnlabeled;
+  grid.columnStyle = GridStyle::Unlabeled;
   EXPECT_EQ(CellAt(map, Offset(1, 2, 150, 50), 2), " 2");
 }
 
@@ -285,7 +286,7 @@ TEST_F(CellsTest, TurningBackUsesThePiOfTheGrids) {
   grid.rows = 2000000000;
   grid.columns = 2000000000;
   grid.rowStyle = Decimal;
-  grid.columnStyle = GridUnlabeled;
+  grid.columnStyle = GridStyle::Unlabeled;
   // Turned by half a circle, a place far to the west and just north of the corner is in row 0. With
   // the pi of the grids, which is a little too large, it is outside.
   constexpr double west = 18000000;
@@ -311,7 +312,7 @@ TEST_F(CellsTest, NamedCellsAreFoundAgainOnTurnedGrids) {
   SCOPED_TRACE(testing::Message() << "seed " << seed);
   std::mt19937 random(seed);
   const auto below = [&](unsigned n) { return static_cast<int>(random() % n); };
-  const int styles[] = {Decimal, Lower, Upper};
+  const GridStyle styles[] = {Decimal, Lower, Upper};
   for (int round = 0; round < 300; ++round) {
     map.grids.clear();
     Grid& grid = AddGrid(map, below(160) - 80, below(360) - 180);

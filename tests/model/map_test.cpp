@@ -88,8 +88,8 @@ TEST_F(MapTest, NewRecordsHoldTheirDefaults) {
   EXPECT_EQ(trail.color, -1);
   EXPECT_EQ(trail.date, 0);
   const Grid grid;
-  EXPECT_EQ(grid.rowStyle, GridLettersUpper);
-  EXPECT_EQ(grid.columnStyle, GridDecimal);
+  EXPECT_EQ(grid.rowStyle, GridStyle::LettersUpper);
+  EXPECT_EQ(grid.columnStyle, GridStyle::Decimal);
 }
 
 TEST_F(MapTest, WalkMeetsTrailsThenLooseThenNamelessPoints) {

@@ -351,13 +351,13 @@ TEST_F(GridShapes, ALastGridWithoutCellsLeavesTheOthersThere) {
 TEST_F(GridShapes, AlwaysNameTheRowBeforeTheColumn) {
   Map& map = Empty();
   Grid& grid = AddGrid(map, Add(map, "_Corner", 0, 30), 1, 1);
-  grid.rowStyle = GridDecimal;
-  grid.columnStyle = GridLettersLower;
+  grid.rowStyle = GridStyle::Decimal;
+  grid.columnStyle = GridStyle::LettersLower;
   grid.rowStart = 12;
   EXPECT_TRUE(Export(map));
   EXPECT_EQ(Group("grids").rows[0].at("Name"), "12a   ");
   grid.rowStart = 1234567;
-  grid.rowStyle = GridDecimal;
+  grid.rowStyle = GridStyle::Decimal;
   EXPECT_TRUE(Export(map));
   EXPECT_EQ(Group("grids").rows[0].at("Name"), "123456");
   EXPECT_EQ(Group("gridlins").rows[0].at("Name"), "123");

@@ -126,7 +126,7 @@ struct RangeStatsPagesTest : testing::Test {
 };
 
 TEST_F(RangeStatsPagesTest, BeginsABlockThatFitsOnOnePageOnTheNext) {
-  RangeStatsPages pages(SmallPages(), Rows(9, false), {}, 0);
+  RangeStatsPages pages(SmallPages(), Rows(9, false), {}, TravelChartMode::Distance);
   const std::vector<RecordingCanvas> drawn = DrawAll(pages);
   // Blocks of 25 pixels: eight on a page.
   EXPECT_EQ(pages.Count(), 2);
@@ -136,7 +136,7 @@ TEST_F(RangeStatsPagesTest, BeginsABlockThatFitsOnOnePageOnTheNext) {
 }
 
 TEST_F(RangeStatsPagesTest, BreaksALongBlockBetweenLinesNotThroughItsChart) {
-  RangeStatsPages pages(SmallPages(), Rows(2, true), {}, 0);
+  RangeStatsPages pages(SmallPages(), Rows(2, true), {}, TravelChartMode::Distance);
   const std::vector<RecordingCanvas> drawn = DrawAll(pages);
   // A title of 15, a chart of 170 and 14 lines: the first page holds two of the lines.
   ASSERT_GE(pages.Count(), 3);
@@ -152,7 +152,7 @@ TEST_F(RangeStatsPagesTest, BreaksALongBlockBetweenLinesNotThroughItsChart) {
 }
 
 TEST_F(RangeStatsPagesTest, PrintsAnEmptyPageWithoutRows) {
-  RangeStatsPages pages(SmallPages(), {}, {}, 0);
+  RangeStatsPages pages(SmallPages(), {}, {}, TravelChartMode::Distance);
   EXPECT_EQ(DrawAll(pages).size(), 1U);
 }
 

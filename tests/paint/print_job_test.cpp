@@ -36,8 +36,8 @@ struct PrintJobTest : testing::Test {
     Point& middle = map.AddPoint("Start", 0, 0);
     Point& north = map.AddPoint("", 1000, 0);
     Point& east = map.AddPoint("", 0, 1000 / degree);
-    map.AddTrail("Up", {&middle, &north}, 0xFF0000).labelMode = LabelNone;
-    map.AddTrail("Right", {&middle, &east}, 0x0000FF).labelMode = LabelNone;
+    map.AddTrail("Up", {&middle, &north}, 0xFF0000).labelMode = LabelMode::None;
+    map.AddTrail("Right", {&middle, &east}, 0x0000FF).labelMode = LabelMode::None;
   }
 
   QPageLayout LayoutOf(const Sheet& sheet) {
@@ -99,7 +99,7 @@ TEST_F(PrintJobTest, PrintsAKilometerAt10000As100Millimeters) {
 TEST_F(PrintJobTest, ContinuesALineOnTheNextPage) {
   Point& west = map.AddPoint("", -400, -1900);
   Point& east = map.AddPoint("", 500, 1900);
-  map.AddTrail("Across", {&west, &east}, 0x00FF00).labelMode = LabelNone;
+  map.AddTrail("Across", {&west, &east}, 0x00FF00).labelMode = LabelMode::None;
   for (const char* paper : {"A4", "Letter"}) {
     for (const float rotation : {0.0F, -70.0F, 21.0F}) {
       const Sheet sheet{paper, QPageLayout::Portrait, 300, rotation};

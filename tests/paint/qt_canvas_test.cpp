@@ -97,7 +97,7 @@ void DrawCrowd(Canvas& canvas, int perDraw) {
   for (int i = 0; i < 3000; ++i) {
     const Point& point = points[static_cast<size_t>(i) % points.size()];
     const Pixel at{dice.Int(-60, 320), dice.Int(-20, 220)};
-    const MarkLook look{dice.Int(MarkNone, MarkBackHalfTick), i % 5, dice.Int(0, 0xFFFFFF),
+    const MarkLook look{StyleOf<MarkStyle>(dice.Int(0, 7)), i % 5, dice.Int(0, 0xFFFFFF),
                         LetterWidth(view)};
     const Pixel mark{at.x + dice.Int(-30, 30), at.y + dice.Int(-30, 30)};
     const Pixel previous{mark.x + dice.Int(-9, 9), mark.y + dice.Int(-9, 9)};

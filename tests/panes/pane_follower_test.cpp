@@ -58,17 +58,17 @@ TEST_F(PaneFollowerTest, UndoOfVisibilityGivesStylesBackAndKeepsTicks) {
   const bool visible = Row("Path").visible;
   TrailVisibility dialog = *OpenTrailVisibility(view);
   dialog.color = "red";
-  dialog.markStyle = MarkRect;
+  dialog.markStyle = MarkStyle::Rect;
   dialog.visible = !visible;
   ASSERT_TRUE(ApplyTrailVisibility(view, dialog, remembered));
   ASSERT_TRUE(remembered.Undo(*view.map));
   EXPECT_EQ(Row("Path").color, color);
-  EXPECT_EQ(Row("Path").markStyle, MarkNone);
-  EXPECT_EQ(Row("Path").trail->markStyle, MarkNone);
+  EXPECT_EQ(Row("Path").markStyle, MarkStyle::None);
+  EXPECT_EQ(Row("Path").trail->markStyle, MarkStyle::None);
   EXPECT_EQ(Row("Path").visible, !visible);
   ASSERT_TRUE(remembered.Redo(*view.map));
   EXPECT_EQ(Row("Path").color, 0xFF0000);
-  EXPECT_EQ(Row("Path").markStyle, MarkRect);
+  EXPECT_EQ(Row("Path").markStyle, MarkStyle::Rect);
 }
 
 TEST_F(PaneFollowerTest, OverlapsKeepTheirLookOverAnUndo) {
@@ -90,7 +90,7 @@ TEST_F(PaneFollowerTest, OverlapsGetTheirFormerLookBack) {
   Map& map = Show(std::string(TwoGroupsText) + RangesText);
   Overlap().visible = true;
   Overlap().color = 0x010203;
-  Overlap().drawMode = RangeDrawHash;
+  Overlap().drawMode = RangeDrawMode::Hash;
   TrailEditor editor(map, FindTrail(map, "Path"));
   editor.SetCell(0, 1, "S20 0.01");
   ASSERT_EQ(SaveTrailEditor(editor, remembered), SaveOutcome::Closes);
@@ -99,10 +99,10 @@ TEST_F(PaneFollowerTest, OverlapsGetTheirFormerLookBack) {
   ASSERT_TRUE(remembered.Undo(map));
   EXPECT_TRUE(Overlap().visible);
   EXPECT_EQ(Overlap().color, 0x010203);
-  EXPECT_EQ(Overlap().drawMode, RangeDrawHash);
+  EXPECT_EQ(Overlap().drawMode, RangeDrawMode::Hash);
   ASSERT_TRUE(remembered.Redo(map));
   EXPECT_FALSE(Overlap().visible);
-  EXPECT_EQ(Overlap().drawMode, RangeDrawClear);
+  EXPECT_EQ(Overlap().drawMode, RangeDrawMode::Clear);
   EXPECT_EQ(workspace.rangeRowsMade, rowsMade) << "rows that come back take no number";
 }
 

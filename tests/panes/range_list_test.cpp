@@ -95,7 +95,7 @@ TEST_F(RangeRowsTest, StartVisibleAndGreyWithoutTrails) {
   EXPECT_FALSE(row.selected);
   EXPECT_EQ(row.color, 0x808080);
   EXPECT_EQ(row.clusterMask, 0U);
-  EXPECT_EQ(row.drawMode, RangeDrawClear);
+  EXPECT_EQ(row.drawMode, RangeDrawMode::Clear);
 }
 
 TEST_F(RangeRowsTest, TakeHalfTheColourOfTheFirstFollow) {

@@ -113,7 +113,7 @@ TEST_F(RowMemoryTest, RangesKeepTheirShadingAndWhatIsShown) {
   row.selected = true;
   row.visible = false;
   row.showSm[1] = true;
-  row.drawMode = RangeDrawHash;
+  row.drawMode = RangeDrawMode::Hash;
   row.clusterMask = 8;
   const int shading = row.shading;
   const unsigned rowsMade = c.workspace.rangeRowsMade;
@@ -131,7 +131,7 @@ TEST_F(RowMemoryTest, RangesKeepTheirShadingAndWhatIsShown) {
   EXPECT_TRUE(now.selected);
   EXPECT_FALSE(now.visible);
   EXPECT_TRUE(now.showSm[1]);
-  EXPECT_EQ(now.drawMode, RangeDrawHash);
+  EXPECT_EQ(now.drawMode, RangeDrawMode::Hash);
   EXPECT_EQ(now.clusterMask, 8U);
   EXPECT_EQ(now.shading, shading);
   EXPECT_EQ(now.color, 0x007F00);  // half of what the follow has now

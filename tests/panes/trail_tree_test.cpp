@@ -176,9 +176,9 @@ TEST(MakeTrailRow, ColoursAGroupByItsText) {
 TEST(MakeTrailRow, AGroupIsSolidAutoAndVisible) {
   const TrailPanelRow row = MakeTrailRow(nullptr, "Path", nullptr, nullptr);
   EXPECT_TRUE(row.visible);
-  EXPECT_EQ(row.lineStyle, LineSolid);
-  EXPECT_EQ(row.labelMode, LabelAuto);
-  EXPECT_EQ(row.markStyle, MarkNone);
+  EXPECT_EQ(row.lineStyle, LineStyle::Solid);
+  EXPECT_EQ(row.labelMode, LabelMode::Auto);
+  EXPECT_EQ(row.markStyle, MarkStyle::None);
   EXPECT_FALSE(row.filled);
 }
 
@@ -186,14 +186,14 @@ TEST(MakeTrailRow, AGroupTakesTheLookOfTheTrailThatMadeIt) {
   Trail sample;
   sample.name = "s";
   sample.color = 0x123456;
-  sample.lineStyle = LineDashed;
-  sample.labelMode = LabelNone;
-  sample.markStyle = MarkTick;
+  sample.lineStyle = LineStyle::Dashed;
+  sample.labelMode = LabelMode::None;
+  sample.markStyle = MarkStyle::Tick;
   const TrailPanelRow row = MakeTrailRow(nullptr, "Path", nullptr, &sample);
   EXPECT_EQ(row.color, 0x123456);
-  EXPECT_EQ(row.lineStyle, LineDashed);
-  EXPECT_EQ(row.labelMode, LabelNone);
-  EXPECT_EQ(row.markStyle, MarkTick);
+  EXPECT_EQ(row.lineStyle, LineStyle::Dashed);
+  EXPECT_EQ(row.labelMode, LabelMode::None);
+  EXPECT_EQ(row.markStyle, MarkStyle::Tick);
   EXPECT_EQ(row.trail, nullptr);
 }
 
@@ -210,33 +210,33 @@ TEST(MakeTrailRow, AChildTakesItsParentsLookAndThenItsOwn) {
   TrailPanelRow parent;
   parent.visible = true;
   parent.color = 0x445566;
-  parent.lineStyle = LineDotted;
-  parent.labelMode = LabelAll;
-  parent.markStyle = MarkPlus;
+  parent.lineStyle = LineStyle::Dotted;
+  parent.labelMode = LabelMode::All;
+  parent.markStyle = MarkStyle::Plus;
   parent.filled = true;
   parent.fillPattern = 3;
   Trail plain;
   const TrailPanelRow same = MakeTrailRow(&parent, "a", &plain, nullptr);
   EXPECT_EQ(same.color, 0x445566);
-  EXPECT_EQ(same.lineStyle, LineDotted);
-  EXPECT_EQ(same.labelMode, LabelAll);
-  EXPECT_EQ(same.markStyle, MarkPlus);
+  EXPECT_EQ(same.lineStyle, LineStyle::Dotted);
+  EXPECT_EQ(same.labelMode, LabelMode::All);
+  EXPECT_EQ(same.markStyle, MarkStyle::Plus);
   EXPECT_FALSE(same.filled);  // an area belongs to one trail
   EXPECT_EQ(same.fillPattern, 0);
   EXPECT_TRUE(same.visible);
   Trail own;
   own.color = 0;
-  own.lineStyle = LineSolid;
-  own.labelMode = LabelFirstLast;
-  own.markStyle = MarkCross;
+  own.lineStyle = LineStyle::Solid;
+  own.labelMode = LabelMode::FirstLast;
+  own.markStyle = MarkStyle::Cross;
   own.filled = true;
   own.fillPattern = 6;
   own.flags |= TrailHidden;
   const TrailPanelRow other = MakeTrailRow(&parent, "b", &own, nullptr);
   EXPECT_EQ(other.color, 0);
-  EXPECT_EQ(other.lineStyle, LineSolid);
-  EXPECT_EQ(other.labelMode, LabelFirstLast);
-  EXPECT_EQ(other.markStyle, MarkCross);
+  EXPECT_EQ(other.lineStyle, LineStyle::Solid);
+  EXPECT_EQ(other.labelMode, LabelMode::FirstLast);
+  EXPECT_EQ(other.markStyle, MarkStyle::Cross);
   EXPECT_TRUE(other.filled);
   EXPECT_EQ(other.fillPattern, 6);
   EXPECT_FALSE(other.visible);

@@ -13,14 +13,14 @@ TEST_F(VisibilityTest, ShowsTheFirstSelectedRowWithTheValuesThatItsButtonsHave) 
   Show(TwoGroupsText);
   EXPECT_FALSE(OpenTrailVisibility(view));
   Row("Path").selected = true;
-  Row("Path").lineStyle = 4;
-  Row("Path").labelMode = 0;
-  Row("Path").markStyle = MarkHalfTick;
+  Row("Path").lineStyle = StyleOf<LineStyle>(4);
+  Row("Path").labelMode = LabelMode::Unset;
+  Row("Path").markStyle = MarkStyle::HalfTick;
   const auto dialog = OpenTrailVisibility(view);
   ASSERT_TRUE(dialog);
-  EXPECT_EQ(dialog->lineStyle, LineDashed);
-  EXPECT_EQ(dialog->labelMode, LabelAuto);
-  EXPECT_EQ(dialog->markStyle, MarkPlus);
+  EXPECT_EQ(dialog->lineStyle, LineStyle::Dashed);
+  EXPECT_EQ(dialog->labelMode, LabelMode::Auto);
+  EXPECT_EQ(dialog->markStyle, MarkStyle::Plus);
 }
 
 TEST_F(VisibilityTest, OpeningGivesAnUnfilledRowTheSolidPattern) {
@@ -32,12 +32,12 @@ TEST_F(VisibilityTest, OpeningGivesAnUnfilledRowTheSolidPattern) {
 
 TEST_F(VisibilityTest, FilledRulesThePatternsAndTheSolidLine) {
   TrailVisibility dialog;
-  EXPECT_FALSE(IsLineStyleEnabled(dialog, LineSolid));
-  EXPECT_TRUE(IsLineStyleEnabled(dialog, LineDashed));
+  EXPECT_FALSE(IsLineStyleEnabled(dialog, LineStyle::Solid));
+  EXPECT_TRUE(IsLineStyleEnabled(dialog, LineStyle::Dashed));
   EXPECT_FALSE(IsFillPatternEnabled(dialog, FillRising));
   EXPECT_TRUE(IsFillPatternEnabled(dialog, FillSolid));
   dialog.filled = true;
-  EXPECT_TRUE(IsLineStyleEnabled(dialog, LineSolid));
+  EXPECT_TRUE(IsLineStyleEnabled(dialog, LineStyle::Solid));
   EXPECT_TRUE(IsFillPatternEnabled(dialog, FillCross));
   EXPECT_FALSE(IsFillPatternEnabled(dialog, FillOutline));
 }
@@ -51,13 +51,13 @@ TEST_F(VisibilityTest, OkGivesSelectedRowsAndTheirTrailsTheStyle) {
   dialog.color = "olive";
   dialog.filled = true;
   dialog.fillPattern = FillCross;
-  dialog.markStyle = MarkRect;
+  dialog.markStyle = MarkStyle::Rect;
   ASSERT_TRUE(ApplyTrailVisibility(view, dialog, history));
   const Trail& trail = *FindTrailByDate(map, "Papio", PackDate(2020, 3, 2), "");
   EXPECT_EQ(trail.color, 0x808000);
   EXPECT_TRUE(trail.filled);
   EXPECT_EQ(trail.fillPattern, FillCross);
-  EXPECT_EQ(trail.markStyle, MarkRect);
+  EXPECT_EQ(trail.markStyle, MarkStyle::Rect);
   EXPECT_FALSE(Row("2020-3-1 Ana").visible) << "not selected itself";
   EXPECT_EQ(map.flags & MapDirty, 0U);
 }
@@ -85,7 +85,7 @@ TEST_F(VisibilityTest, RangesAndIntersectionsShadeInTheirOwnPatterns) {
   EXPECT_FALSE(controls.shading[FillSolid]);
   EXPECT_TRUE(controls.shading[NoShading]);
   EXPECT_TRUE(controls.clusters);
-  EXPECT_FALSE(controls.drawMode[RangeDrawCoreGrid]) << "no grid";
+  EXPECT_FALSE(controls.drawMode[static_cast<size_t>(RangeDrawMode::CoreGrid)]) << "no grid";
   EXPECT_FALSE(controls.showSm[0]);
   ClearRangeSelection(view);
   for (RangePanelRow& row : view.rangeViews) row.selected = row.intersection != nullptr;
@@ -103,13 +103,13 @@ TEST_F(VisibilityTest, OkGivesAllSelectedRangesTheSameLook) {
   RangeVisibility dialog = *OpenRangeVisibility(view);
   EXPECT_EQ(dialog.shading, NoShading);
   dialog.clusterMask = 5;
-  dialog.drawMode = RangeDrawHash;
+  dialog.drawMode = RangeDrawMode::Hash;
   dialog.showSm = {false, true, false};
   ASSERT_TRUE(ApplyRangeVisibility(view, dialog));
   for (const char* name : {"Blue", "Red"}) {
     EXPECT_EQ(RangeRow(name).clusterMask, 5U);
     EXPECT_EQ(RangeRow(name).shading, NoShading);
-    EXPECT_EQ(RangeRow(name).drawMode, RangeDrawHash);
+    EXPECT_EQ(RangeRow(name).drawMode, RangeDrawMode::Hash);
     EXPECT_TRUE(RangeRow(name).showSm[1]);
   }
 }

@@ -293,18 +293,17 @@ TEST_F(RangeStatsViewTest, GivesLaterBlocksTheHeightOfTheFirstOfTheirKind) {
 }
 
 TEST_F(RangeStatsViewTest, ChoosesOnlyMeasuresWithNames) {
-  EXPECT_FALSE(ChooseChartMeasure(view, 0));
+  EXPECT_FALSE(ChooseChartMeasure(view, TravelChartMode::Distance));
   view.names[0] = "feed";
-  EXPECT_TRUE(ChooseChartMeasure(view, 1));
-  EXPECT_EQ(view.chartMeasure, 1);
-  EXPECT_FALSE(ChooseChartMeasure(view, 2));
+  EXPECT_TRUE(ChooseChartMeasure(view, TravelChartMode::Sm1));
+  EXPECT_EQ(view.chartMeasure, TravelChartMode::Sm1);
+  EXPECT_FALSE(ChooseChartMeasure(view, TravelChartMode::Sm2));
   view.names[2] = "rest";
-  EXPECT_FALSE(ChooseChartMeasure(view, 3));
+  EXPECT_FALSE(ChooseChartMeasure(view, TravelChartMode::Sm3));
   view.names[1] = "move";
-  EXPECT_TRUE(ChooseChartMeasure(view, 3));
-  EXPECT_TRUE(ChooseChartMeasure(view, 0));
-  EXPECT_FALSE(ChooseChartMeasure(view, 4));
-  EXPECT_EQ(view.chartMeasure, 0);
+  EXPECT_TRUE(ChooseChartMeasure(view, TravelChartMode::Sm3));
+  EXPECT_TRUE(ChooseChartMeasure(view, TravelChartMode::Distance));
+  EXPECT_EQ(view.chartMeasure, TravelChartMode::Distance);
 }
 
 TEST_F(RangeStatsViewTest, TakesSelectedRowsWithARangeOrAnOverlap) {

@@ -167,7 +167,7 @@ TEST_F(TravelChartTest, LabelsDistances) {
 }
 
 TEST_F(TravelChartTest, LabelsMeasuresInPercent) {
-  state.mode = TravelChartSm2;
+  state.mode = TravelChartMode::Sm2;
   Draw();
   EXPECT_EQ(Texts()[0], "Hourly activity of resting");
   EXPECT_EQ(Texts()[1], "0.02%");
@@ -189,17 +189,18 @@ TEST_F(TravelChartTest, ShowsTheMeasureOfItsMode) {
   GiveMeasure(7 * 12 + 2, 2, 1);
   Give(7 * 12 + 3, 100);
   for (const auto& [mode, slot] :
-       {std::pair{TravelChartSm1, 0}, std::pair{TravelChartSm2, 1}, std::pair{TravelChartSm3, 2},
-        std::pair{TravelChartDistance, 3}}) {
+       {std::pair{TravelChartMode::Sm1, 0}, std::pair{TravelChartMode::Sm2, 1},
+        std::pair{TravelChartMode::Sm3, 2}, std::pair{TravelChartMode::Distance, 3}}) {
     state.mode = mode;
     Draw();
     const auto slots = PixelsOf(canvas.Having("polyline").front());
-    for (size_t i = 0; i < 5; ++i) EXPECT_EQ(slots[i].y < 180, static_cast<int>(i) == slot) << mode;
+    for (size_t i = 0; i < 5; ++i)
+      EXPECT_EQ(slots[i].y < 180, static_cast<int>(i) == slot) << NumberOf(mode);
   }
 }
 
 TEST_F(TravelChartTest, CutsALongNameOfAMeasure) {
-  state.mode = TravelChartSm1;
+  state.mode = TravelChartMode::Sm1;
   state.names[0] = std::string(40, 'x');
   Draw();
   EXPECT_EQ(Texts()[0], "Hourly activity of " + std::string(30, 'x'));

@@ -101,9 +101,9 @@ TEST_F(VisibilityDialogs, OkGivesTheValuesToTheSelectedTrails) {
   EXPECT_TRUE(Trail("Papio").visible);
   const TrailPanelRow& row = Trail("2020-3-1 Ana");
   EXPECT_EQ(row.color, 0xFF0000);
-  EXPECT_EQ(row.lineStyle, LineDotted);
-  EXPECT_EQ(row.markStyle, MarkTick);
-  EXPECT_EQ(row.labelMode, LabelAll);
+  EXPECT_EQ(row.lineStyle, LineStyle::Dotted);
+  EXPECT_EQ(row.markStyle, MarkStyle::Tick);
+  EXPECT_EQ(row.labelMode, LabelMode::All);
   EXPECT_EQ(row.trail->color, 0xFF0000);
   EXPECT_NE(Trail("Path").color, 0xFF0000);
   EXPECT_EQ(window_.TheMap().flags & MapDirty, 0U);
@@ -155,7 +155,7 @@ TEST_F(VisibilityDialogs, RangesTakeShadingModeAndLevels) {
     dialog.accept();
   });
   EXPECT_EQ(Range(0).shading, NoShading);
-  EXPECT_EQ(Range(0).drawMode, RangeDrawHash);
+  EXPECT_EQ(Range(0).drawMode, RangeDrawMode::Hash);
   EXPECT_EQ(Range(0).clusterMask, 1U << 10);
   EXPECT_EQ(Range(0).color, NoColor);
 }

@@ -42,8 +42,8 @@ class SmallMap {
     trail.type = "Trail";
     trail.points = points;
     trail.color = color;
-    trail.lineStyle = LineSolid;
-    trail.labelMode = LabelAll;
+    trail.lineStyle = LineStyle::Solid;
+    trail.labelMode = LabelMode::All;
     for (Point* point : points) point->trail = &trail;
     return trail;
   }

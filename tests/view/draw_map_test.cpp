@@ -26,10 +26,10 @@ struct Site : ViewCase {
     camp.flags |= PointMarkFilled;
     Point& ford = Add("Ford", 40, 90);
     Trail& path = AddTrail("Main", {&Add("M0", -60, -150), &Add("M1", -30, -80), &camp, &ford});
-    path.markStyle = MarkTick;
+    path.markStyle = MarkStyle::Tick;
     path.width = 2;
-    path.lineStyle = LineSolid;
-    path.labelMode = LabelAuto;
+    path.lineStyle = LineStyle::Solid;
+    path.labelMode = LabelMode::Auto;
     Trail& river = AddTrail("Alem", {&Add("", 140, 60), &ford, &Add("", -20, 130)});
     river.type = "River";
     river.color = NoColor;
@@ -38,14 +38,14 @@ struct Site : ViewCase {
     plot.points.push_back(plot.points.front());
     plot.filled = true;
     plot.fillPattern = 4;
-    plot.labelMode = LabelFirstLast;
-    plot.lineStyle = LineDashed;
+    plot.labelMode = LabelMode::FirstLast;
+    plot.lineStyle = LineStyle::Dashed;
     Trail& pond =
         AddTrail("Pond", {&Add("q1", -70, 60), &Add("q2", -70, 100), &Add("q3", -100, 80)});
     pond.type = "Water";
     pond.filled = true;
     pond.fillPattern = 6;
-    pond.labelMode = LabelNone;
+    pond.labelMode = LabelMode::None;
     Grid& grid = AddGrid(Add("g", -90, -180), 25, 2, 4);
     grid.rowStart = 1;
     grid.columnStart = 1;
@@ -230,7 +230,7 @@ TEST(DrawMap, EveryCoordinateFitsInto16BitsForAnyView) {
       odd.filled = true;
       for (int pattern = -1; pattern < 8; ++pattern) {
         odd.fillPattern = pattern;
-        odd.markStyle = MarkTick;
+        odd.markStyle = MarkStyle::Tick;
         BuildTrailRows(c.view);
         c.view.scale = scale;
         c.view.rotation = rotation;

@@ -109,19 +109,20 @@ TEST_F(DrawRangesTest, OutlinesTheHullOfARange) {
 
 TEST_F(DrawRangesTest, LeavesTheHullOutWithoutThe100PercentContour) {
   RangePanelRow& row = Show(AddRange("", 0, 0, 100));
-  for (const int mode : {RangeDrawClear, RangeDrawHash, RangeDrawCoreGrid, RangeDrawSm3}) {
+  for (const RangeDrawMode mode :
+       {RangeDrawMode::Clear, RangeDrawMode::Hash, RangeDrawMode::CoreGrid, RangeDrawMode::Sm3}) {
     row.drawMode = mode;
     row.clusterMask = 0;
     Draw();
-    EXPECT_TRUE(canvas.Having("polygon").empty()) << mode;
-    EXPECT_TRUE(canvas.Having("line").empty()) << mode;
+    EXPECT_TRUE(canvas.Having("polygon").empty()) << NumberOf(mode);
+    EXPECT_TRUE(canvas.Having("line").empty()) << NumberOf(mode);
   }
 }
 
 TEST_F(DrawRangesTest, HashesTheHullInItsShading) {
   RangePanelRow& row = Show(AddRange("", 0, 0, 100));
   row.clusterMask = 1;
-  row.drawMode = RangeDrawHash;
+  row.drawMode = RangeDrawMode::Hash;
   row.shading = FillHorizontal;
   Draw();
   EXPECT_TRUE(canvas.Having("polygon").empty());
@@ -220,7 +221,7 @@ TEST_F(DrawRangesTest, NamesOfRangesInOnePlaceDoNotOverlap) {
 }
 
 TEST_F(DrawRangesTest, ANameKeepsClearOfLabels) {
-  for (const int labelMode : {LabelAll, LabelAuto, LabelFirstLast}) {
+  for (const LabelMode labelMode : {LabelMode::All, LabelMode::Auto, LabelMode::FirstLast}) {
     ViewCase::canvas.Forget();
     view.rangeViews.clear();
     map.trails.clear();
@@ -248,7 +249,7 @@ TEST_F(DrawRangesTest, ANameKeepsClearOfLabels) {
       EXPECT_GT(box.right, box.left) << label;
       box.top += 1;  // a label's box is a line of the small font
       box.bottom -= 1;
-      EXPECT_FALSE(BoxesOverlap(name, box)) << label << labelMode;
+      EXPECT_FALSE(BoxesOverlap(name, box)) << label << NumberOf(labelMode);
     }
   }
 }
@@ -261,7 +262,7 @@ TEST_F(DrawRangesTest, ShadesCellsByTheirPercentOfTheTime) {
             {Cell(0, 0, 1), Cell(0, 1, 10), Cell(0, 2, 20), Cell(0, 3, 30), Cell(1, 0, 40),
              Cell(2, 0, 899)});
   RangePanelRow& row = Show(range);
-  row.drawMode = RangeDrawCoreGrid;
+  row.drawMode = RangeDrawMode::CoreGrid;
   Draw();
   // Of 1000 minutes: 0.1 % counts as 0 and is drawn all the same.
   EXPECT_EQ(canvas.Having("brush"),
@@ -278,7 +279,7 @@ TEST_F(DrawRangesTest, ShadesCellsByTheirPercentOfTheTime) {
 TEST_F(DrawRangesTest, RoundsThePercentOfACell) {
   Range& range = AddRange("", -500, -500, 1000);
   GiveCells(range, 10, {Cell(0, 0, 5), Cell(0, 1, 4), Cell(0, 2, 991)});
-  Show(range).drawMode = RangeDrawCoreGrid;
+  Show(range).drawMode = RangeDrawMode::CoreGrid;
   Draw();
   EXPECT_EQ(canvas.Having("brush"),
             (Lines{"brush solid a0a0a0", "brush solid b0b0b0", "brush solid 404040"}));
@@ -290,19 +291,20 @@ TEST_F(DrawRangesTest, ShadesTheMeasureOfTheMode) {
             {Cell(0, 0, 1, 1, 0, 0), Cell(0, 1, 1, 0, 1, 0), Cell(0, 2, 1, 0, 0, 1),
              Cell(0, 3, 1, 0, 0, 1)});
   RangePanelRow& row = Show(range);
-  for (const auto& [mode, count] : {std::pair{RangeDrawSm1, 1}, std::pair{RangeDrawSm2, 1},
-                                    std::pair{RangeDrawSm3, 2}, std::pair{RangeDrawCoreGrid, 4},
-                                    std::pair{RangeDrawHash, 0}, std::pair{RangeDrawClear, 0}}) {
+  for (const auto& [mode, count] :
+       {std::pair{RangeDrawMode::Sm1, 1}, std::pair{RangeDrawMode::Sm2, 1},
+        std::pair{RangeDrawMode::Sm3, 2}, std::pair{RangeDrawMode::CoreGrid, 4},
+        std::pair{RangeDrawMode::Hash, 0}, std::pair{RangeDrawMode::Clear, 0}}) {
     row.drawMode = mode;
     Draw();
-    EXPECT_EQ(canvas.Count("polygon"), count) << mode;
+    EXPECT_EQ(canvas.Count("polygon"), count) << NumberOf(mode);
   }
 }
 
 TEST_F(DrawRangesTest, LeavesCellsOutBelowThreePixels) {
   Range& range = AddRange("", -500, -500, 1000);
   GiveCells(range, 10, {Cell(0, 0, 1)});
-  Show(range).drawMode = RangeDrawCoreGrid;
+  Show(range).drawMode = RangeDrawMode::CoreGrid;
   view.scale = 0.3F;
   Draw();
   EXPECT_EQ(canvas.Count("polygon"), 1);
@@ -315,7 +317,7 @@ TEST_F(DrawRangesTest, TurnsCellsWithTheirGrid) {
   Range& range = AddRange("", -500, -500, 1000);
   GiveCells(range, 20, {Cell(0, 0, 1)});
   map.grids.front().angle = 90;
-  Show(range).drawMode = RangeDrawCoreGrid;
+  Show(range).drawMode = RangeDrawMode::CoreGrid;
   Draw();
   // Along the grid's north, which points east, and its east, which points south.
   EXPECT_EQ(canvas.Having("polygon"), (Lines{"polygon 219,151 219,169 201,169 201,151"}));
@@ -324,7 +326,7 @@ TEST_F(DrawRangesTest, TurnsCellsWithTheirGrid) {
 TEST_F(DrawRangesTest, DrawsBadCellsWithoutHarm) {
   Range& range = AddRange("", -500, -500, 1000);
   GiveCells(range, 10, {Cell(0, 0, 5), Cell(0, 1, -5)});
-  Show(range).drawMode = RangeDrawCoreGrid;
+  Show(range).drawMode = RangeDrawMode::CoreGrid;
   Draw();
   EXPECT_EQ(canvas.Count("polygon"), 0);
   range.cells = {Cell(0, 0, 500), Cell(0, 1, -300)};
@@ -380,9 +382,9 @@ TEST_F(DrawRangesTest, HashesTheOverlapOfTwoVisibleRangesAsTheFirst) {
   AddOverlap(a, b, 50, 50, 50);
   RangePanelRow& rowA = Show(a, 0xAA0000);
   RangePanelRow& rowB = Show(b, 0x00BB00);
-  rowA.drawMode = RangeDrawHash;
+  rowA.drawMode = RangeDrawMode::Hash;
   rowA.shading = FillVertical;
-  rowB.drawMode = RangeDrawHash;
+  rowB.drawMode = RangeDrawMode::Hash;
   rowB.shading = FillHorizontal;
   Draw();
   EXPECT_EQ(canvas.Having("pen"), (Lines{"pen 0 solid aa0000"}));
@@ -405,7 +407,7 @@ TEST_F(DrawRangesTest, DrawsAnOverlapByItsOwnRow) {
   Draw();
   EXPECT_EQ(canvas.Having("polygon"), (Lines{SquareAt0}));
   EXPECT_EQ(PolygonPens(), (Lines{"0000cc"}));
-  row.drawMode = RangeDrawHash;
+  row.drawMode = RangeDrawMode::Hash;
   row.shading = FillCross;
   Draw();
   EXPECT_EQ(canvas.Count("polygon"), 0);
@@ -425,14 +427,14 @@ TEST_F(DrawRangesTest, ShadesTheCellsOfAnOverlapForItsFirstRange) {
   RangePanelRow& row = view.rangeViews.emplace_back();
   row.intersection = &record;
   row.visible = true;
-  row.drawMode = RangeDrawCoreGrid;
+  row.drawMode = RangeDrawMode::CoreGrid;
   Draw();
   const Lines brushes = canvas.Having("brush");
   ASSERT_GE(brushes.size(), 2U);
   EXPECT_EQ(brushes[0], "brush solid 404040");
   EXPECT_EQ(brushes[1], "brush solid b0b0b0");
   EXPECT_EQ(canvas.Count("polygon"), 3);  // two cells and the outline
-  row.drawMode = RangeDrawClear;
+  row.drawMode = RangeDrawMode::Clear;
   Draw();
   EXPECT_EQ(canvas.Count("polygon"), 1);
 }
@@ -443,7 +445,7 @@ TEST_F(DrawRangesTest, DrawsShadesThenOverlapsThenOutlines) {
   GiveCells(a, 10, {Cell(0, 0, 1)});
   RangeIntersection& record = AddOverlap(a, b, 50, 50, 50);
   RangePanelRow& rowA = Show(a, 0xAA0000);
-  rowA.drawMode = RangeDrawCoreGrid;
+  rowA.drawMode = RangeDrawMode::CoreGrid;
   rowA.clusterMask = 1;
   Show(b, 0x00BB00).clusterMask = 1;
   RangePanelRow& rowOverlap = view.rangeViews.emplace_back();

@@ -78,7 +78,7 @@ TEST(DrawGrids, LabelsColumnsAboveAndRowsBefore) {
 
 TEST(DrawGrids, LabelsTheUpperEndOfAGridThatExtendsUp) {
   ViewCase c;
-  GridAt(c, 20, -1, 1).rowStyle = GridUnlabeled;
+  GridAt(c, 20, -1, 1).rowStyle = GridStyle::Unlabeled;
   DrawGrids(c.view);
   EXPECT_EQ(c.canvas.Having("text"), (Lines{"text 107,22 0", "text 127,22 1"}));
 }
@@ -86,7 +86,7 @@ TEST(DrawGrids, LabelsTheUpperEndOfAGridThatExtendsUp) {
 TEST(DrawGrids, LabelsTheLeftEndOfAGridThatExtendsLeft) {
   ViewCase c;
   Grid& grid = GridAt(c, 20, 1, -2);
-  grid.columnStyle = GridUnlabeled;
+  grid.columnStyle = GridStyle::Unlabeled;
   grid.rowStart = 3;
   DrawGrids(c.view);
   EXPECT_EQ(c.canvas.Having("text"), (Lines{"text 54,58 C", "text 54,78 D"}));
@@ -103,7 +103,8 @@ TEST(DrawGrids, ACellMustBeLargerThanAnAscentForLabels) {
 }
 
 TEST(DrawGrids, StylesWithoutLabelsWriteNone) {
-  for (const int style : {GridUnlabeled, GridRomanLower, GridRomanUpper}) {
+  for (const GridStyle style :
+       {GridStyle::Unlabeled, GridStyle::RomanLower, GridStyle::RomanUpper}) {
     ViewCase c;
     Grid& grid = GridAt(c, 20, 2, 2);
     grid.rowStyle = style;
@@ -151,7 +152,7 @@ TEST(DrawGrids, OnPaperLabelsStayOutsideWhereNoCellIsLeft) {
   ViewCase c;
   c.view.flags |= MapWindowPrint;
   Grid& grid = c.AddGrid(c.Add("corner", 190, -100), 20, 1, 3);  // at pixel (100, -40)
-  grid.rowStyle = GridUnlabeled;
+  grid.rowStyle = GridStyle::Unlabeled;
   DrawGrids(c.view);
   EXPECT_EQ(c.canvas.Having("text").front(), "text 107,-48 0");
 }
@@ -185,8 +186,8 @@ TEST(DrawGrids, ATurnedGridAgreesWithTheMap) {
   CenterOn(c.view, LatLon{});
   Grid& grid = GridAt(c, 30, 3, 4);
   grid.angle = 25;
-  grid.rowStyle = GridUnlabeled;
-  grid.columnStyle = GridUnlabeled;
+  grid.rowStyle = GridStyle::Unlabeled;
+  grid.columnStyle = GridStyle::Unlabeled;
   DrawGrids(c.view);
   LatLon far = grid.corner->geo;
   AddMetersRotated(far, -90, 120, 25);
@@ -229,7 +230,7 @@ TEST(DrawGrids, RowLabelsOfATurnedGridKeepClearOfItsEdge) {
   Grid& grid = GridAt(c, 40, 1, 1);
   grid.angle = 45;
   grid.rowStart = 1;
-  grid.columnStyle = GridUnlabeled;
+  grid.columnStyle = GridStyle::Unlabeled;
   DrawGrids(c.view);
   // The edge leads from (100, 50) to the lower left at 45 degrees. The texts, 6 wide and 8 high,
   // touch it with a corner.
@@ -309,20 +310,20 @@ TEST(DrawGrids, ACornerWithoutAPlaceDrawsNothing) {
 }
 
 TEST(GridLabel, WritesDecimalsAndLetters) {
-  EXPECT_EQ(GridLabel(12, GridDecimal), "12");
-  EXPECT_EQ(GridLabel(-3, GridDecimal), "-3");
-  EXPECT_EQ(GridLabel(1, GridLettersLower), "a");
-  EXPECT_EQ(GridLabel(26, GridLettersUpper), "Z");
-  EXPECT_EQ(GridLabel(27, GridLettersUpper), "AA");
-  EXPECT_EQ(GridLabel(53, GridLettersLower), "ba");
-  EXPECT_EQ(GridLabel(0, GridLettersLower), "zz");
-  EXPECT_EQ(GridLabel(-1, GridLettersUpper), "ZY");
-  EXPECT_EQ(GridLabel(3, GridRomanLower), "");
-  EXPECT_EQ(GridLabel(3, GridUnlabeled), "");
+  EXPECT_EQ(GridLabel(12, GridStyle::Decimal), "12");
+  EXPECT_EQ(GridLabel(-3, GridStyle::Decimal), "-3");
+  EXPECT_EQ(GridLabel(1, GridStyle::LettersLower), "a");
+  EXPECT_EQ(GridLabel(26, GridStyle::LettersUpper), "Z");
+  EXPECT_EQ(GridLabel(27, GridStyle::LettersUpper), "AA");
+  EXPECT_EQ(GridLabel(53, GridStyle::LettersLower), "ba");
+  EXPECT_EQ(GridLabel(0, GridStyle::LettersLower), "zz");
+  EXPECT_EQ(GridLabel(-1, GridStyle::LettersUpper), "ZY");
+  EXPECT_EQ(GridLabel(3, GridStyle::RomanLower), "");
+  EXPECT_EQ(GridLabel(3, GridStyle::Unlabeled), "");
 }
 
 TEST(GridLabel, TakesANumberBeyond32BitsAsTheNearest) {
-  EXPECT_EQ(GridLabel(std::int64_t{1} << 40, GridDecimal), "2147483647");
+  EXPECT_EQ(GridLabel(std::int64_t{1} << 40, GridStyle::Decimal), "2147483647");
 }
 
 }  // namespace

@@ -13,8 +13,8 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-constexpr MarkLook NoMark{MarkNone, 1, 0x112233, RecordingCanvas::LetterWidth};
-constexpr MarkLook Circle{MarkCircle, 1, 0x112233, RecordingCanvas::LetterWidth};
+constexpr MarkLook NoMark{MarkStyle::None, 1, 0x112233, RecordingCanvas::LetterWidth};
+constexpr MarkLook Circle{MarkStyle::Circle, 1, 0x112233, RecordingCanvas::LetterWidth};
 
 LabelSpot SpotAt(Pixel baseline, const Point& point) {
   return {baseline, static_cast<int>(point.name.size()) * RecordingCanvas::LetterWidth};
@@ -46,7 +46,7 @@ TEST(LabelLayer, DrawsInOrderAndForgets) {
   LabelLayer layer(c.view);
   layer.Add(c.Add("one", 0, 0), {20, 40}, {}, LabelSpot{{24, 44}, 18}, NoMark);
   layer.Add(c.Add("", 0, 0), {60, 40}, Pixel{50, 40}, {},
-            {MarkTick, 1, 0x445566, RecordingCanvas::LetterWidth});
+            {MarkStyle::Tick, 1, 0x445566, RecordingCanvas::LetterWidth});
   layer.Add(c.Add("two", 0, 0), {90, 40}, {}, LabelSpot{{94, 44}, 18}, NoMark);
   layer.Draw();
   EXPECT_EQ(c.canvas.Having("text"), (Lines{"text 24,44 one", "text 94,44 two"}));

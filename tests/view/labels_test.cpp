@@ -181,10 +181,10 @@ std::vector<Point*> FarApart(ViewCase& c) {
   return {&c.Add("a", 100, -150), &c.Add("b", 50, -20), &c.Add("c", 10, -90), &c.Add("d", -60, 60)};
 }
 
-std::string NamesInMode(ViewCase& c, const std::vector<Point*>& points, int mode) {
+std::string NamesInMode(ViewCase& c, const std::vector<Point*>& points, PointMode mode) {
   LabelBoxes boxes;
   c.canvas.Forget();
-  DrawTrailPoints(c.view, points, mode, MarkLook{MarkRect, 1, 0, 6}, boxes);
+  DrawTrailPoints(c.view, points, mode, MarkLook{MarkStyle::Rect, 1, 0, 6}, boxes);
   for (Point* point : points) point->flags &= ~std::uint32_t{PointVisited};
   return Names(c.canvas);
 }
@@ -195,33 +195,33 @@ TEST(DrawTrailPoints, EachModeTakesItsPoints) {
   points[1]->sm[0] = 4;
   points[2]->sm[1] = -1;
   points[3]->sm[2] = 2;
-  const auto marks = [&](int mode) {
+  const auto marks = [&](PointMode mode) {
     NamesInMode(c, points, mode);
     return std::count_if(c.canvas.Lines().begin(), c.canvas.Lines().end(),
                          [](const std::string& line) { return line == "pen 1 solid 000000"; });
   };
-  EXPECT_EQ(NamesInMode(c, points, PointModeNone), "");
-  EXPECT_EQ(marks(PointModeNone), 0);
-  EXPECT_EQ(NamesInMode(c, points, PointModeFirstLast), "a d");
-  EXPECT_EQ(marks(PointModeFirstLast), 2);
-  EXPECT_EQ(NamesInMode(c, points, PointModeAll), "a b c d");
-  EXPECT_EQ(NamesInMode(c, points, PointModeAuto), "a b c d");
-  EXPECT_EQ(marks(PointModeAuto), 4);
-  EXPECT_EQ(NamesInMode(c, points, PointModeLoose), "a b c d");
-  EXPECT_EQ(NamesInMode(c, points, PointModeSm1), "");
-  EXPECT_EQ(marks(PointModeSm1), 1);
+  EXPECT_EQ(NamesInMode(c, points, PointMode::None), "");
+  EXPECT_EQ(marks(PointMode::None), 0);
+  EXPECT_EQ(NamesInMode(c, points, PointMode::FirstLast), "a d");
+  EXPECT_EQ(marks(PointMode::FirstLast), 2);
+  EXPECT_EQ(NamesInMode(c, points, PointMode::All), "a b c d");
+  EXPECT_EQ(NamesInMode(c, points, PointMode::Auto), "a b c d");
+  EXPECT_EQ(marks(PointMode::Auto), 4);
+  EXPECT_EQ(NamesInMode(c, points, PointMode::Loose), "a b c d");
+  EXPECT_EQ(NamesInMode(c, points, PointMode::Sm1), "");
+  EXPECT_EQ(marks(PointMode::Sm1), 1);
   EXPECT_EQ(c.canvas.Having("rect").back(), "rect 176,96 185,105");
-  EXPECT_EQ(marks(PointModeSm2), 1);
+  EXPECT_EQ(marks(PointMode::Sm2), 1);
   EXPECT_EQ(c.canvas.Having("rect").back(), "rect 106,136 115,145");
-  EXPECT_EQ(marks(PointModeSm3), 1);
+  EXPECT_EQ(marks(PointMode::Sm3), 1);
 }
 
 TEST(DrawTrailPoints, LoosePointsSeeNoNextPoint) {
   ViewCase c;
   const std::vector<Point*> points{&c.Add("a", 0, 0), &c.Add("b", 40, 100)};
-  NamesInMode(c, points, PointModeAll);
+  NamesInMode(c, points, PointMode::All);
   EXPECT_EQ(c.canvas.Having("text").front(), "text 190,154 a");  // before the line to b
-  NamesInMode(c, points, PointModeLoose);
+  NamesInMode(c, points, PointMode::Loose);
   EXPECT_EQ(c.canvas.Having("text").front(), "text 204,154 a");
 }
 
@@ -229,21 +229,21 @@ TEST(DrawTrailPoints, AutoThinsWhatItPlacesAndOthersAvoidIt) {
   ViewCase c;
   const std::vector<Point*> crowd{&c.Add("aaa", 0, 0), &c.Add("bbb", -1, -2),
                                   &c.Add("ccc", -2, -4)};
-  EXPECT_EQ(NamesInMode(c, crowd, PointModeAuto), "aaa");
+  EXPECT_EQ(NamesInMode(c, crowd, PointMode::Auto), "aaa");
   EXPECT_EQ(c.canvas.Count("oval"), 0);
   // The mark goes with the label: one mark beside the cleared box.
   EXPECT_EQ(c.canvas.Count("rect"), 2);
-  EXPECT_EQ(NamesInMode(c, crowd, PointModeAll), "aaa bbb ccc");
+  EXPECT_EQ(NamesInMode(c, crowd, PointMode::All), "aaa bbb ccc");
   LabelBoxes boxes;
   c.canvas.Forget();
-  const MarkLook look{MarkNone, 1, 0, 6};
-  const auto draw = [&](Point* point, int mode) {
+  const MarkLook look{MarkStyle::None, 1, 0, 6};
+  const auto draw = [&](Point* point, PointMode mode) {
     DrawTrailPoints(c.view, std::vector<Point*>{point}, mode, look, boxes);
   };
-  draw(crowd[0], PointModeAuto);
-  draw(crowd[1], PointModeAll);
-  draw(&c.Add("far", 100, 100), PointModeAll);
-  draw(&c.Add("near", 101, 101), PointModeAll);
+  draw(crowd[0], PointMode::Auto);
+  draw(crowd[1], PointMode::All);
+  draw(&c.Add("far", 100, 100), PointMode::All);
+  draw(&c.Add("near", 101, 101), PointMode::All);
   EXPECT_EQ(Names(c.canvas), "aaa far near");
 }
 
@@ -251,14 +251,14 @@ TEST(DrawTrailPoints, HiddenNamesAreSkippedUnlessAskedForOrMarked) {
   ViewCase c;
   std::vector<Point*> points{&c.Add("_under", 100, 0), &c.Add("@at", 50, 0), &c.Add("", 0, 0),
                              &c.Add("plain", -50, 0)};
-  EXPECT_EQ(NamesInMode(c, points, PointModeAll), "plain");
+  EXPECT_EQ(NamesInMode(c, points, PointMode::All), "plain");
   points[0]->markShape = PointMarkCircle;
   points[2]->markShape = PointMarkCircle;
   points[2]->markSize = 2;
-  EXPECT_EQ(NamesInMode(c, points, PointModeAll), "_under plain");
+  EXPECT_EQ(NamesInMode(c, points, PointMode::All), "_under plain");
   EXPECT_EQ(c.canvas.Having("oval").back(), "oval 196,146 205,155");  // of the nameless one
   c.workspace.preferences.showHiddenNames = true;
-  EXPECT_EQ(NamesInMode(c, points, PointModeAll), "_under @at plain");
+  EXPECT_EQ(NamesInMode(c, points, PointMode::All), "_under @at plain");
 }
 
 TEST(DrawTrailPoints, ANameVanishesAboveItsLimit) {
@@ -269,7 +269,7 @@ TEST(DrawTrailPoints, ANameVanishesAboveItsLimit) {
   const auto namesAt = [&](double metersPerPixel) {
     c.view.scale = static_cast<float>(1 / metersPerPixel);
     CenterOn(c.view, LatLon{});
-    std::string names = NamesInMode(c, points, PointModeAll);
+    std::string names = NamesInMode(c, points, PointMode::All);
     EXPECT_EQ(c.canvas.Count("oval"), names.empty() ? 0 : 1);
     return names;
   };
@@ -286,28 +286,28 @@ TEST(DrawTrailPoints, WithoutAScaleAPixelCountsAsAMetre) {
   std::vector<Point*> points{&c.Add("a", 0, 0)};
   c.view.scale = 0;
   points[0]->labelLimit = 0.5;
-  EXPECT_EQ(NamesInMode(c, points, PointModeAll), "");
+  EXPECT_EQ(NamesInMode(c, points, PointMode::All), "");
   points[0]->labelLimit = 1;
-  EXPECT_EQ(NamesInMode(c, points, PointModeAll), "a");
+  EXPECT_EQ(NamesInMode(c, points, PointMode::All), "a");
 }
 
 TEST(DrawTrailPoints, PointsOutsideTheViewAreSkippedOnlyWithoutARotation) {
   ViewCase c;
   std::vector<Point*> points{&c.Add("in", 0, 0), &c.Add("n", 151, 0), &c.Add("s", -151, 0),
                              &c.Add("e", 0, 201), &c.Add("w", 0, -201)};
-  EXPECT_EQ(NamesInMode(c, points, PointModeAll), "in");
+  EXPECT_EQ(NamesInMode(c, points, PointMode::All), "in");
   points[1] = &c.Add("edge", 150, 0);
-  EXPECT_EQ(NamesInMode(c, points, PointModeAll), "in edge");
+  EXPECT_EQ(NamesInMode(c, points, PointMode::All), "in edge");
   c.view.rotation = 90;
   CenterOn(c.view, LatLon{});
-  EXPECT_EQ(NamesInMode(c, points, PointModeAll), "in edge s");  // east is up, and out
+  EXPECT_EQ(NamesInMode(c, points, PointMode::All), "in edge s");  // east is up, and out
 }
 
 TEST(DrawTrailPoints, PointsWithoutAPlaceAreSkipped) {
   ViewCase c;
   Point& lost = MakePoint(c.map, "lost");
   EXPECT_EQ(NamesInMode(c, {&lost, &c.AddAt("odd", 0, std::nan("")), &c.Add("a", 0, 0), &lost},
-                        PointModeAll),
+                        PointMode::All),
             "a");
 }
 
@@ -321,8 +321,8 @@ void DrawRows(ViewCase& c) {
 TEST(PlaceLabels, APointOnTwoTrailsHasOneLabelAndTheMarkOfEach) {
   ViewCase c;
   Point& shared = c.Add("shared", 0, 0);
-  c.AddTrail("one", {&shared}).markStyle = MarkCircle;
-  c.AddTrail("two", {&shared}).markStyle = MarkCross;
+  c.AddTrail("one", {&shared}).markStyle = MarkStyle::Circle;
+  c.AddTrail("two", {&shared}).markStyle = MarkStyle::Cross;
   DrawRows(c);
   EXPECT_EQ(Names(c.canvas), "shared");
   EXPECT_EQ(c.canvas.Count("oval"), 1);
@@ -332,7 +332,7 @@ TEST(PlaceLabels, APointOnTwoTrailsHasOneLabelAndTheMarkOfEach) {
 TEST(PlaceLabels, LabelsTakeTheColourOfTheirRow) {
   ViewCase c;
   c.AddTrail("t", {&c.Add("a", 0, 0)}).width = 3;
-  c.map.trails.front().markStyle = MarkPlus;
+  c.map.trails.front().markStyle = MarkStyle::Plus;
   DrawRows(c);
   EXPECT_EQ(c.canvas.Having("fore"), Lines{"fore 112233"});
   EXPECT_EQ(c.canvas.Having("pen").back(), "pen 3 solid 112233");
@@ -342,7 +342,7 @@ TEST(PlaceLabels, ARowWithoutModeShowsAuto) {
   ViewCase c;
   c.AddTrail("t", {&c.Add("aaa", 0, 0), &c.Add("bbb", -1, -2)});
   BuildTrailRows(c.view);
-  c.view.trailViews.front().children.front().labelMode = LabelUnset;
+  c.view.trailViews.front().children.front().labelMode = LabelMode::Unset;
   PlaceLabels(c.view, ShownTrails(c.view)).Draw();
   EXPECT_EQ(Names(c.canvas), "aaa");
 }

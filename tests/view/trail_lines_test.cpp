@@ -30,14 +30,14 @@ TEST(DrawTrails, TakesWidthStyleAndColourFromTrailAndRow) {
   ViewCase c;
   Trail& trail = c.AddTrail("t", {&c.Add("a", 0, 0), &c.Add("b", 50, 10)});
   trail.width = 2.4;
-  trail.lineStyle = LineDotted;
+  trail.lineStyle = LineStyle::Dotted;
   Drawn(c);
   EXPECT_EQ(c.canvas.Having("pen"), Lines{"pen 2 dotted 112233"});
   trail.width = 2.5;  // rounded by adding a half and cutting
-  trail.lineStyle = LineDashed;
+  trail.lineStyle = LineStyle::Dashed;
   Drawn(c);
   EXPECT_EQ(c.canvas.Having("pen"), Lines{"pen 3 dashed 112233"});
-  c.view.trailViews.front().children.front().lineStyle = 6;
+  c.view.trailViews.front().children.front().lineStyle = StyleOf<LineStyle>(6);
   c.canvas.Forget();
   DrawTrails(c.view, ShownTrails(c.view));
   EXPECT_EQ(c.canvas.Having("pen"), Lines{"pen 3 dashed 112233"});

@@ -40,12 +40,12 @@ RangeVisibilityDialog::RangeVisibilityDialog(
                              {NoShading, QStringLiteral("None")}},
                             this)),
       drawMode_(new RadioBox(QStringLiteral("Draw Range"),
-                             {{RangeDrawClear, QStringLiteral("Clear")},
-                              {RangeDrawHash, QStringLiteral("Hash")},
-                              {RangeDrawCoreGrid, QStringLiteral("Core Grid")},
-                              {RangeDrawSm1, SmName(smNames[0])},
-                              {RangeDrawSm2, SmName(smNames[1])},
-                              {RangeDrawSm3, SmName(smNames[2])}},
+                             {{NumberOf(RangeDrawMode::Clear), QStringLiteral("Clear")},
+                              {NumberOf(RangeDrawMode::Hash), QStringLiteral("Hash")},
+                              {NumberOf(RangeDrawMode::CoreGrid), QStringLiteral("Core Grid")},
+                              {NumberOf(RangeDrawMode::Sm1), SmName(smNames[0])},
+                              {NumberOf(RangeDrawMode::Sm2), SmName(smNames[1])},
+                              {NumberOf(RangeDrawMode::Sm3), SmName(smNames[2])}},
                              this)),
       points_(new QGroupBox(QStringLiteral("Show Points"), this)),
       clusters_(new QListWidget(this)) {
@@ -96,7 +96,7 @@ void RangeVisibilityDialog::ShowControls(const RangeControls& controls) {
 
 void RangeVisibilityDialog::ShowValues(const RangeVisibility& values) {
   shading_->SetValue(values.shading);
-  drawMode_->SetValue(values.drawMode);
+  drawMode_->SetValue(NumberOf(values.drawMode));
   for (size_t i = 0; i < showSm_.size(); ++i) showSm_[i]->setChecked(values.showSm[i]);
   for (int row = 0; row < ClusterListRows; ++row) {
     clusters_->item(row)->setSelected((values.clusterMask >> row & 1U) != 0);
@@ -107,7 +107,7 @@ RangeVisibility RangeVisibilityDialog::Values() const {
   RangeVisibility values{.visible = IsVisibleChecked(),
                          .color = ColorTyped(),
                          .shading = shading_->Value(),
-                         .drawMode = drawMode_->Value()};
+                         .drawMode = StyleOf<RangeDrawMode>(drawMode_->Value())};
   for (size_t i = 0; i < showSm_.size(); ++i) values.showSm[i] = showSm_[i]->isChecked();
   for (int row = 0; row < ClusterListRows; ++row) {
     if (clusters_->item(row)->isSelected()) values.clusterMask |= 1U << row;

@@ -19,9 +19,9 @@ TrailVisibilityDialog::TrailVisibilityDialog(const TrailVisibility& values, Appl
     : VisibilityDialog(values.visible, values.color, parent),
       apply_(std::move(apply)),
       lines_(new RadioBox(QStringLiteral("Line Style"),
-                          {{LineSolid, QStringLiteral("Solid")},
-                           {LineDotted, QStringLiteral("Dotted")},
-                           {LineDashed, QStringLiteral("Dashed")}},
+                          {{NumberOf(LineStyle::Solid), QStringLiteral("Solid")},
+                           {NumberOf(LineStyle::Dotted), QStringLiteral("Dotted")},
+                           {NumberOf(LineStyle::Dashed), QStringLiteral("Dashed")}},
                           this)),
       filled_(new QCheckBox(QStringLiteral("Filled"), this)),
       patterns_(new RadioBox(QStringLiteral("Fill Pattern"),
@@ -34,18 +34,18 @@ TrailVisibilityDialog::TrailVisibilityDialog(const TrailVisibility& values, Appl
                              this)),
       solidFill_(new QRadioButton(QStringLiteral("Solid"), this)),
       labels_(new RadioBox(QStringLiteral("Show Point Labels"),
-                           {{LabelNone, QStringLiteral("None")},
-                            {LabelFirstLast, QStringLiteral("First & Last")},
-                            {LabelAll, QStringLiteral("All")},
-                            {LabelAuto, QStringLiteral("Auto")}},
+                           {{NumberOf(LabelMode::None), QStringLiteral("None")},
+                            {NumberOf(LabelMode::FirstLast), QStringLiteral("First & Last")},
+                            {NumberOf(LabelMode::All), QStringLiteral("All")},
+                            {NumberOf(LabelMode::Auto), QStringLiteral("Auto")}},
                            this)),
       marks_(new RadioBox(QStringLiteral("Point Marks"),
-                          {{MarkNone, QStringLiteral("None")},
-                           {MarkCircle, QStringLiteral("Circle")},
-                           {MarkCross, QStringLiteral("Cross")},
-                           {MarkTick, QStringLiteral("Tick")},
-                           {MarkRect, QStringLiteral("Rect")},
-                           {MarkPlus, QStringLiteral("Plus")}},
+                          {{NumberOf(MarkStyle::None), QStringLiteral("None")},
+                           {NumberOf(MarkStyle::Circle), QStringLiteral("Circle")},
+                           {NumberOf(MarkStyle::Cross), QStringLiteral("Cross")},
+                           {NumberOf(MarkStyle::Tick), QStringLiteral("Tick")},
+                           {NumberOf(MarkStyle::Rect), QStringLiteral("Rect")},
+                           {NumberOf(MarkStyle::Plus), QStringLiteral("Plus")}},
                           this)) {
   setObjectName(QStringLiteral("trailVisibilityDialog"));
   setWindowTitle(QStringLiteral("Trail Visibility"));
@@ -66,10 +66,10 @@ TrailVisibilityDialog::TrailVisibilityDialog(const TrailVisibility& values, Appl
   layout->addWidget(marks_, 1, 2, 2, 1);
   layout->addWidget(MakeButtons(), 3, 0, 1, 3);
   filled_->setChecked(values.filled);
-  lines_->SetValue(values.lineStyle);
+  lines_->SetValue(NumberOf(values.lineStyle));
   patterns_->SetValue(values.fillPattern);
-  labels_->SetValue(values.labelMode);
-  marks_->SetValue(values.markStyle);
+  labels_->SetValue(NumberOf(values.labelMode));
+  marks_->SetValue(NumberOf(values.markStyle));
   connect(filled_, &QCheckBox::toggled, this, [this] { EnableControls(); });
   EnableControls();
   WidenToTitle(*this);
@@ -83,19 +83,19 @@ void TrailVisibilityDialog::EnableControls() {
     patterns_->Button(pattern).setEnabled(IsFillPatternEnabled(values, pattern));
   }
   solidFill_->setEnabled(IsFillPatternEnabled(values, FillSolid));
-  for (const int style : {LineSolid, LineDotted, LineDashed}) {
-    lines_->Button(style).setEnabled(IsLineStyleEnabled(values, style));
+  for (const LineStyle style : {LineStyle::Solid, LineStyle::Dotted, LineStyle::Dashed}) {
+    lines_->Button(NumberOf(style)).setEnabled(IsLineStyleEnabled(values, style));
   }
 }
 
 TrailVisibility TrailVisibilityDialog::Values() const {
   return {.visible = IsVisibleChecked(),
           .color = ColorTyped(),
-          .lineStyle = lines_->Value(),
+          .lineStyle = StyleOf<LineStyle>(lines_->Value()),
           .filled = filled_->isChecked(),
           .fillPattern = patterns_->Value(),
-          .labelMode = labels_->Value(),
-          .markStyle = marks_->Value()};
+          .labelMode = StyleOf<LabelMode>(labels_->Value()),
+          .markStyle = StyleOf<MarkStyle>(marks_->Value())};
 }
 
 }  // namespace orvane
