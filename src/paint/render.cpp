@@ -27,20 +27,26 @@ constexpr double VectorHairline = 0.75;
 
 QString ProgramName() { return QStringLiteral("Orvane"); }
 
-/// Draws the whole view through one painter on any device.
-void DrawWholeView(MapWindow& view, QPainter& painter, const CanvasFonts& fonts,
-                   const CanvasOptions& options) {
-  const PixelRect area{0, 0, view.clientWidth, view.clientHeight};
-  QtCanvas canvas(painter, fonts, area, options);
-  view.target = &canvas;
-  TakeFontMetrics(view);
-  canvas.Clear(view.background);
-  DrawMap(view, area);
-  view.target = nullptr;
+/// The whole view as its window would show it.
+Drawing DrawingOf(MapWindow& view) {
+  return {view.clientWidth, view.clientHeight, [&view](Canvas& canvas) {
+            view.target = &canvas;
+            TakeFontMetrics(view);
+            canvas.Clear(view.background);
+            DrawMap(view, {0, 0, view.clientWidth, view.clientHeight});
+            view.target = nullptr;
+          }};
 }
 
-bool RenderPng(MapWindow& view, const RenderOptions& options, QIODevice& device) {
-  QImage image(view.clientWidth, view.clientHeight, QImage::Format_RGB32);
+/// Draws through one painter on any device.
+void DrawWhole(const Drawing& drawing, QPainter& painter, const CanvasFonts& fonts,
+               const CanvasOptions& options) {
+  QtCanvas canvas(painter, fonts, {0, 0, drawing.width, drawing.height}, options);
+  drawing.draw(canvas);
+}
+
+bool RenderPng(const Drawing& drawing, const RenderOptions& options, QIODevice& device) {
+  QImage image(drawing.width, drawing.height, QImage::Format_RGB32);
   if (image.isNull()) return false;
   const int dotsPerMeter = static_cast<int>(options.pixelsPerInch * InchesPerMeter + 0.5);
   image.setDotsPerMeterX(dotsPerMeter);
@@ -50,7 +56,7 @@ bool RenderPng(MapWindow& view, const RenderOptions& options, QIODevice& device)
   const CanvasFonts fonts(options.pixelsPerInch);
   QPainter painter(&image);
   if (!painter.isActive()) return false;
-  DrawWholeView(view, painter, fonts, {.antialias = options.antialias});
+  DrawWhole(drawing, painter, fonts, {.antialias = options.antialias});
   painter.end();
   return image.save(&device, "PNG");
 }
@@ -68,30 +74,30 @@ void NameFontFamilies(QByteArray& svg, const CanvasFonts& fonts) {
   svg.replace("font-family=\"" + asked + "\"", "font-family=\"" + families + "\"");
 }
 
-bool RenderSvg(MapWindow& view, const RenderOptions& options, QIODevice& device) {
+bool RenderSvg(const Drawing& drawing, const RenderOptions& options, QIODevice& device) {
   QByteArray svg;
   QBuffer buffer(&svg);
   QSvgGenerator generator;
   generator.setOutputDevice(&buffer);
   generator.setResolution(static_cast<int>(options.pixelsPerInch + 0.5));
-  generator.setSize(QSize(view.clientWidth, view.clientHeight));
-  generator.setViewBox(QRect(0, 0, view.clientWidth, view.clientHeight));
+  generator.setSize(QSize(drawing.width, drawing.height));
+  generator.setViewBox(QRect(0, 0, drawing.width, drawing.height));
   generator.setTitle(DisplayText(options.title).toHtmlEscaped());  // it is written unchanged
   generator.setDescription(ProgramName());
   const CanvasFonts fonts(options.pixelsPerInch, {}, TextOutput::Text);
   QPainter painter;
   if (!painter.begin(&generator)) return false;
-  DrawWholeView(view, painter, fonts, {.antialias = true, .hairline = VectorHairline});
+  DrawWhole(drawing, painter, fonts, {.antialias = true, .hairline = VectorHairline});
   if (!painter.end()) return false;
   NameFontFamilies(svg, fonts);
   return device.write(svg) == svg.size();
 }
 
-bool RenderPdf(MapWindow& view, const RenderOptions& options, QIODevice& device) {
+bool RenderPdf(const Drawing& drawing, const RenderOptions& options, QIODevice& device) {
   QPdfWriter writer(&device);
   writer.setResolution(static_cast<int>(options.pixelsPerInch + 0.5));
   const double pointsPerPixel = PointsPerInch / options.pixelsPerInch;
-  const QSizeF points(view.clientWidth * pointsPerPixel, view.clientHeight * pointsPerPixel);
+  const QSizeF points(drawing.width * pointsPerPixel, drawing.height * pointsPerPixel);
   writer.setPageSize(QPageSize(points, QPageSize::Point, QString(), QPageSize::ExactMatch));
   writer.setPageMargins(QMarginsF());
   writer.setTitle(DisplayText(options.title));
@@ -99,32 +105,32 @@ bool RenderPdf(MapWindow& view, const RenderOptions& options, QIODevice& device)
   const CanvasFonts fonts(options.pixelsPerInch, {}, TextOutput::Text);
   QPainter painter;
   if (!painter.begin(&writer)) return false;
-  DrawWholeView(view, painter, fonts, {.antialias = true, .hairline = VectorHairline});
+  DrawWhole(drawing, painter, fonts, {.antialias = true, .hairline = VectorHairline});
   return painter.end();
 }
 
-bool RenderTo(MapWindow& view, PictureFormat format, const RenderOptions& options,
+bool RenderTo(const Drawing& drawing, PictureFormat format, const RenderOptions& options,
               QIODevice& device) {
   switch (format) {
     case PictureFormat::Png:
-      return RenderPng(view, options, device);
+      return RenderPng(drawing, options, device);
     case PictureFormat::Svg:
-      return RenderSvg(view, options, device);
+      return RenderSvg(drawing, options, device);
     case PictureFormat::Pdf:
-      return RenderPdf(view, options, device);
+      return RenderPdf(drawing, options, device);
   }
   return false;
 }
 
-bool SizeIsPossible(const MapWindow& view) {
-  const long long width = view.clientWidth;
-  const long long height = view.clientHeight;
+bool SizeIsPossible(const Drawing& drawing) {
+  const long long width = drawing.width;
+  const long long height = drawing.height;
   return width > 0 && height > 0 && width <= LongestPictureSide && height <= LongestPictureSide &&
          width * height <= LargestPicture;
 }
 
-std::string SizeText(const MapWindow& view) {
-  return std::to_string(view.clientWidth) + "x" + std::to_string(view.clientHeight);
+std::string SizeText(const Drawing& drawing) {
+  return std::to_string(drawing.width) + "x" + std::to_string(drawing.height);
 }
 
 }  // namespace
@@ -139,32 +145,32 @@ std::optional<PictureFormat> PictureFormatOf(std::string_view path) {
   return std::nullopt;
 }
 
-std::optional<std::string> RenderMap(MapWindow& view, PictureFormat format,
-                                     const RenderOptions& options, std::string& error) {
-  if (!SizeIsPossible(view)) {
-    error = "Can't make a picture of " + SizeText(view) + " pixels";
+std::optional<std::string> RenderDrawing(const Drawing& drawing, PictureFormat format,
+                                         const RenderOptions& options, std::string& error) {
+  if (!SizeIsPossible(drawing)) {
+    error = "Can't make a picture of " + SizeText(drawing) + " pixels";
     return std::nullopt;
   }
   const DrawingSession session;
   QByteArray bytes;
   QBuffer buffer(&bytes);
   buffer.open(QIODevice::WriteOnly);
-  if (!RenderTo(view, format, options, buffer)) {
-    error = "Can't draw a picture of " + SizeText(view) + " pixels";
+  if (!RenderTo(drawing, format, options, buffer)) {
+    error = "Can't draw a picture of " + SizeText(drawing) + " pixels";
     return std::nullopt;
   }
   buffer.close();
   return bytes.toStdString();
 }
 
-bool RenderMap(MapWindow& view, const RenderOptions& options, const std::string& path,
-               std::string& error) {
+bool RenderDrawing(const Drawing& drawing, const RenderOptions& options, const std::string& path,
+                   std::string& error) {
   const auto format = PictureFormatOf(path);
   if (!format) {
     error = "A picture file must end in .png, .svg or .pdf: " + path;
     return false;
   }
-  const auto bytes = RenderMap(view, *format, options, error);
+  const auto bytes = RenderDrawing(drawing, *format, options, error);
   if (!bytes) return false;
   switch (WriteFileAtomically(path, *bytes)) {
     case WriteResult::Done:
@@ -177,6 +183,16 @@ bool RenderMap(MapWindow& view, const RenderOptions& options, const std::string&
       return false;
   }
   return false;
+}
+
+std::optional<std::string> RenderMap(MapWindow& view, PictureFormat format,
+                                     const RenderOptions& options, std::string& error) {
+  return RenderDrawing(DrawingOf(view), format, options, error);
+}
+
+bool RenderMap(MapWindow& view, const RenderOptions& options, const std::string& path,
+               std::string& error) {
+  return RenderDrawing(DrawingOf(view), options, path, error);
 }
 
 }  // namespace orvane

@@ -201,6 +201,28 @@ TEST_F(RenderMapTest, RefusesSizesThatNoPictureHas) {
   }
 }
 
+TEST(RenderDrawing, PaintsWhateverDrawsOnACanvas) {
+  const Drawing drawing{60, 40, [](Canvas& canvas) {
+                          EXPECT_EQ(canvas.Clip().right, 60);
+                          EXPECT_EQ(canvas.Clip().bottom, 40);
+                          canvas.Clear(0x00FF00);
+                          canvas.SetPen({1, PenPattern::Solid, 0xFF0000});
+                          canvas.DrawLine({0, 20}, {59, 20});
+                        }};
+  std::string error;
+  const auto png = RenderDrawing(drawing, PictureFormat::Png, {}, error);
+  ASSERT_TRUE(png) << error;
+  const QImage picture = QImage::fromData(QByteArray::fromStdString(*png));
+  EXPECT_EQ(picture.size(), QSize(60, 40));
+  EXPECT_EQ(picture.pixel(30, 20), qRgb(255, 0, 0));
+  EXPECT_EQ(picture.pixel(30, 30), qRgb(0, 255, 0));
+  const auto svg = RenderDrawing(drawing, PictureFormat::Svg, {.title = "A & B"}, error);
+  ASSERT_TRUE(svg) << error;
+  EXPECT_NE(svg->find("A &amp; B"), std::string::npos);
+  EXPECT_FALSE(RenderDrawing({0, 40, drawing.draw}, PictureFormat::Png, {}, error));
+  EXPECT_EQ(error, "Can't make a picture of 0x40 pixels");
+}
+
 TEST(PictureFormatOf, KnowsThreeExtensionsInAnyCase) {
   EXPECT_EQ(PictureFormatOf("map.png"), PictureFormat::Png);
   EXPECT_EQ(PictureFormatOf("/tmp/a.b/map.SVG"), PictureFormat::Svg);
