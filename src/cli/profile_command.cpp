@@ -5,6 +5,7 @@
 #include "elevation/profile.h"
 #include "model/point_names.h"
 #include "places/resolve_location.h"
+#include "reports/profile_table.h"
 
 #include <nlohmann/json.hpp>
 
@@ -14,26 +15,6 @@ namespace {
 
 /// \return a number as in JSON: reading it gives the same value again
 std::string NumberText(double value) { return nlohmann::json(value).dump(); }
-
-std::string SampleText(const ElevationView& view, size_t column) {
-  const ElevationSample& sample = view.samples[column];
-  const double distance = static_cast<double>(column) * view.metresPerPixelX + view.viewStart;
-  std::string line = std::to_string(column) + '\t' + NumberText(distance) + '\t' +
-                     NumberText(sample.position.lat) + '\t' + NumberText(sample.position.lon) +
-                     '\t';
-  if (HasAltitude(sample.position.altitude)) line += NumberText(double{sample.position.altitude});
-  line += '\t';
-  if (sample.label != nullptr) line += *sample.label;
-  return line + '\n';
-}
-
-void PrintProfile(ElevationView& view, int width) {
-  LayoutColumns(view, width);
-  FillGaps(view);
-  std::string text = "column\tdistance\tlat\tlon\taltitude\tlabel\n";
-  for (size_t i = 0; i < view.samples.size(); ++i) text += SampleText(view, i);
-  Print(FieldsToUtf8(text));
-}
 
 }  // namespace
 
@@ -60,7 +41,9 @@ std::optional<ElevationView> OpenProfile(Map& map, LineMessages& messages, const
 int ProfileCommand(Map& map, LineMessages& messages, const ProfileRequest& request) {
   auto view = OpenProfile(map, messages, request.trail, request.transect);
   if (!view) return ExitFailed;
-  PrintProfile(*view, request.width);
+  LayoutColumns(*view, request.width);
+  FillGaps(*view);
+  Print(ProfileTable(*view, NumberText));
   return ExitDone;
 }
 

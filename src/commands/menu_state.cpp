@@ -122,9 +122,12 @@ void FollowFocus(MenuState& menu, FocusPlace place, bool selected) {
   }
 }
 
-MenuState EditorMenu(const Map& map, const EditorMenuFacts& facts) {
+namespace {
+
+/// The menu of a window that belongs to a map window.
+MenuState DependentMenu(const Map& map) {
   MenuState menu = StartMenu(map.workspace->preferences);
-  // What needs a map window stays disabled; these work on the map of the editor.
+  // What needs a map window stays disabled; these work on the map that the window is about.
   for (const CommandId id : {CommandCloseMap, CommandDeviation, CommandFind}) {
     menu.At(id).enabled = true;
   }
@@ -134,6 +137,13 @@ MenuState EditorMenu(const Map& map, const EditorMenuFacts& facts) {
   }
   menu.At(CommandSave).enabled = SaveIsOffered(map);
   menu.At(CommandReload).enabled = HasFile(map);
+  return menu;
+}
+
+}  // namespace
+
+MenuState EditorMenu(const Map& map, const EditorMenuFacts& facts) {
+  MenuState menu = DependentMenu(map);
   const bool editing = facts.table == CellTableState::Editing;
   const bool selected = facts.table == CellTableState::RowSelected;
   menu.At(CommandCut).enabled = editing;
@@ -145,6 +155,21 @@ MenuState EditorMenu(const Map& map, const EditorMenuFacts& facts) {
   const bool ofTrail = facts.kind == EditorKind::Trail;
   menu.At(CommandAdd).text = ofTrail ? "Add Measurement" : "Add Search Criterion";
   menu.At(CommandDelete).text = ofTrail ? "Delete Measurement" : "Delete Search Criterion";
+  return menu;
+}
+
+MenuState ElevationMenu(const Map& map, bool infoShown) {
+  MenuState menu = DependentMenu(map);
+  for (const CommandId id :
+       {CommandZoomIn, CommandZoomOut, CommandHideInfo, CommandShowWholeMap, CommandSavePicture,
+        CommandCopyImage, CommandPrint, CommandPageSetup}) {
+    menu.At(id).enabled = true;
+  }
+  for (const CommandId id : {CommandCut, CommandPaste}) menu.At(id).enabled = false;
+  menu.At(CommandHideInfo).checked = !infoShown;
+  menu.At(CommandSavePicture).text = "Save Pict&ure of Profile...";
+  menu.At(CommandCopyImage).text = "Copy Profile as &Image";
+  menu.At(CommandShowWholeMap).text = "Show &Whole Line";
   return menu;
 }
 

@@ -62,4 +62,7 @@ struct EditorMenuFacts {
 /// The menu of an editor: what works without a map in the window, and the commands on its table.
 MenuState EditorMenu(const Map& map, const EditorMenuFacts& facts);
 
+/// The menu of a window with a profile.
+MenuState ElevationMenu(const Map& map, bool infoShown);
+
 }  // namespace orvane

@@ -14,12 +14,37 @@ namespace orvane {
 
 namespace {
 
+/// Gives points the plane back that they had: measures overwrite it, and a window measures its
+/// profile in the middle of anything else.
+class KeptPlane {
+ public:
+  explicit KeptPlane(PointSpan points) : points_(points) {
+    planes_.reserve(points.size());
+    for (const Point* point : points) planes_.push_back(point->projected);
+  }
+  ~KeptPlane() {
+    for (size_t i = 0; i < points_.size(); ++i) points_[i]->projected = planes_[i];
+  }
+  KeptPlane(const KeptPlane&) = delete;
+  KeptPlane& operator=(const KeptPlane&) = delete;
+
+ private:
+  PointSpan points_;
+  std::vector<Meters> planes_;
+};
+
 /// Takes up the measures of the line.
 void MeasureLine(ElevationView& view) {
+  const KeptPlane plane(view.points);
   const AltitudeSpan altitudes = AltitudeRange(view.points);
   view.minAltitude = altitudes.min;
   view.maxAltitude = altitudes.max;
   view.lineLength = TrailPathLength(view.points);
+}
+
+/// Takes up the measures of a new line, and puts all of it in view.
+void ShowLine(ElevationView& view) {
+  MeasureLine(view);
   view.viewStart = 0;
   view.viewEnd = view.lineLength;
 }
@@ -32,12 +57,26 @@ Point& MakeEnd(ElevationView& view, const LatLon& place) {
 
 /// The plan lengths of the segments of a line, in its local plane.
 std::vector<double> SegmentLengths(PointSpan points) {
+  const KeptPlane plane(points);
   LocalPlaneOfPoints(points);
   std::vector<double> lengths;
   for (size_t i = 0; i + 1 < points.size(); ++i) {
     lengths.push_back(PlanDistance(*points[i], *points[i + 1]));
   }
   return lengths;
+}
+
+/// Measures the line and collects the altitudes, where that is not done yet.
+void PrepareSampling(ElevationView& view) {
+  if (view.lengths.empty()) view.lengths = SegmentLengths(view.points);
+  if (!view.estimates) view.estimates.emplace(*view.map);
+}
+
+/// Drops what was computed from the map.
+void ForgetMap(ElevationView& view) {
+  view.estimates.reset();
+  view.lengths.clear();
+  view.samples.clear();
 }
 
 /// Where a distance falls on a line.
@@ -66,8 +105,8 @@ const std::string* LabelOf(const Point& point, double rest, double length, doubl
   return point.name.empty() || IsHiddenName(point.name) ? nullptr : &point.name;
 }
 
-ElevationSample SampleAt(const ElevationView& view, std::span<const double> lengths,
-                         double distance) {
+ElevationSample SampleAt(const ElevationView& view, double distance) {
+  const std::vector<double>& lengths = view.lengths;
   ElevationSample sample;
   LinePlace place = PlaceOnLine(lengths, distance);
   const float measured = view.points[place.link]->geo.altitude;
@@ -86,7 +125,7 @@ ElevationSample SampleAt(const ElevationView& view, std::span<const double> leng
 bool IsKnown(const ElevationSample& sample) { return HasAltitude(sample.position.altitude); }
 
 void EstimateIfUnknown(const ElevationView& view, ElevationSample& sample) {
-  if (!IsKnown(sample)) sample.position.altitude = view.estimates.At(sample.position);
+  if (!IsKnown(sample)) sample.position.altitude = view.estimates->At(sample.position);
 }
 
 /// The middle of each run of unknown columns that has known ones on both sides.
@@ -102,6 +141,40 @@ std::vector<ElevationStep> FindSteps(const std::vector<ElevationSample>& samples
     known = column;
   }
   return steps;
+}
+
+/// Takes the altitudes in the middles of some steps.
+/// \return false if a place has no estimate
+bool Estimate(ElevationView& view, std::span<const ElevationStep> steps) {
+  std::vector<LatLon> places;
+  places.reserve(steps.size());
+  for (const ElevationStep& step : steps) {
+    places.push_back(view.samples[static_cast<size_t>(step.middle)].position);
+  }
+  std::vector<float> altitudes(places.size());
+  view.estimates->At(places, altitudes);
+  bool all = true;
+  for (size_t i = 0; i < steps.size(); ++i) {
+    view.samples[static_cast<size_t>(steps[i].middle)].position.altitude = altitudes[i];
+    all = all && HasAltitude(altitudes[i]);
+  }
+  return all;
+}
+
+/// Calls `visit(const Trail&)` for each trail and contour of the map and its bases.
+template <typename Visit>
+void ForEachTrail(const Map& map, const Visit& visit) {
+  for (const Map* each = &map; each != nullptr; each = each->basis) {
+    for (const auto* trails : {&each->trails, &each->contourTrails, &each->continuousContours}) {
+      for (const Trail& trail : *trails) visit(trail);
+    }
+  }
+}
+
+/// True if two trails have the same words on their lines.
+bool IsAlike(const LineIdentity& identity, const Trail& trail) {
+  return trail.name == identity.name && trail.type == identity.type &&
+         trail.focalAnimal.value_or("") == identity.animal && trail.date == identity.date;
 }
 
 /// \return the first point for which `bears` holds for its name or one of its synonyms, as an
@@ -126,7 +199,7 @@ std::optional<ElevationView> OpenElevation(Map& map, const Trail& trail) {
   view.map = &map;
   view.trail = &trail;
   view.points = trail.points;
-  MeasureLine(view);
+  ShowLine(view);
   return view;
 }
 
@@ -142,7 +215,7 @@ std::optional<ElevationView> OpenTransect(Map& map, const LatLon& from, const La
   view.map = &map;
   view.flags |= ElevationOwnsPoints;
   for (const LatLon& end : ends) view.points.push_back(&MakeEnd(view, end));
-  MeasureLine(view);
+  ShowLine(view);
   return view;
 }
 
@@ -152,11 +225,10 @@ std::optional<std::string> ElevationTitle(const ElevationView& view) {
 }
 
 void SampleLine(ElevationView& view) {
-  view.estimates = AltitudeEstimates(*view.map);
-  const std::vector<double> lengths = SegmentLengths(view.points);
+  PrepareSampling(view);
   view.samples.clear();
   for (int i = 0; i < view.plotWidth; ++i) {
-    view.samples.push_back(SampleAt(view, lengths, i * view.metresPerPixelX + view.viewStart));
+    view.samples.push_back(SampleAt(view, i * view.metresPerPixelX + view.viewStart));
   }
   // Sums of lengths lose digits, so the end of the line would be found beside its last point.
   if (view.viewEnd == view.lineLength) view.samples.back().position = view.points.back()->geo;
@@ -172,28 +244,94 @@ void LayoutColumns(ElevationView& view, int plotWidth) {
 
 bool FillGapsPass(ElevationView& view, std::vector<ElevationStep>* steps) {
   std::vector<ElevationStep> found = FindSteps(view.samples);
-  std::vector<LatLon> places;
-  places.reserve(found.size());
-  for (const ElevationStep& step : found) {
-    places.push_back(view.samples[static_cast<size_t>(step.middle)].position);
-  }
-  std::vector<float> altitudes(places.size());
-  view.estimates.At(places, altitudes);
-  bool hasMore = false;
-  bool isStuck = false;
-  for (size_t i = 0; i < found.size(); ++i) {
-    view.samples[static_cast<size_t>(found[i].middle)].position.altitude = altitudes[i];
-    hasMore = hasMore || found[i].to - found[i].from > 2;
-    isStuck = isStuck || !HasAltitude(altitudes[i]);
-  }
+  const bool isEstimated = Estimate(view, found);
+  const bool hasMore = std::any_of(found.begin(), found.end(), [](const ElevationStep& step) {
+    return step.to - step.from > 2;
+  });
   if (steps != nullptr) *steps = std::move(found);
   // Without an estimate a pass would find the same run again, for ever.
-  return hasMore && !isStuck;
+  return hasMore && isEstimated;
 }
 
 void FillGaps(ElevationView& view) {
   while (FillGapsPass(view, nullptr)) {
   }
+}
+
+bool GapFilling::Run(ElevationView& view, const std::function<bool()>& mayGoOn) {
+  // As many as the estimates take side by side, so that none of a large map takes long.
+  constexpr size_t ColumnsAtOnce = 8;
+  while (!isDone_) {
+    if (next_ == steps_.size()) {
+      steps_ = FindSteps(view.samples);
+      next_ = 0;
+      isDone_ = steps_.empty();
+      continue;
+    }
+    const size_t count = std::min(ColumnsAtOnce, steps_.size() - next_);
+    const bool isEstimated = Estimate(view, std::span(steps_).subspan(next_, count));
+    next_ += count;
+    isDone_ = !isEstimated;
+    if (!isDone_ && !mayGoOn()) break;
+  }
+  return isDone_;
+}
+
+void FollowLine(ElevationView& view) {
+  const bool isWhole = view.viewStart == 0 && view.viewEnd == view.lineLength;
+  ForgetMap(view);
+  if (view.trail == nullptr) {
+    const AltitudeEstimates estimates(*view.map);
+    for (Point* end : view.points) end->geo.altitude = estimates.At(end->geo);
+  } else if (view.trail->points.size() >= 2) {
+    ForEachTrail(*view.map, [&](const Trail& trail) {
+      if (&trail == view.trail) view.points = trail.points;
+    });
+  }
+  MeasureLine(view);
+  if (isWhole) view.viewEnd = view.lineLength;
+}
+
+LineIdentity IdentityOf(const ElevationView& view) {
+  LineIdentity identity;
+  identity.isTransect = view.trail == nullptr;
+  if (identity.isTransect) return identity;
+  const Trail& trail = *view.trail;
+  identity.name = trail.name;
+  identity.type = trail.type;
+  identity.animal = trail.focalAnimal.value_or("");
+  identity.date = trail.date;
+  bool isMet = false;
+  ForEachTrail(*view.map, [&](const Trail& each) {
+    isMet = isMet || &each == &trail;
+    if (!isMet && IsAlike(identity, each)) ++identity.number;
+  });
+  return identity;
+}
+
+bool FindLineAgain(ElevationView& view, const LineIdentity& identity) {
+  if (!identity.isTransect) {
+    view.trail = nullptr;
+    view.points.clear();
+    int number = 0;
+    ForEachTrail(*view.map, [&](const Trail& trail) {
+      if (IsAlike(identity, trail) && number++ == identity.number) view.trail = &trail;
+    });
+    if (view.trail == nullptr || view.trail->points.size() < 2) {
+      ForgetMap(view);
+      return false;
+    }
+    view.points = view.trail->points;
+  }
+  FollowLine(view);
+  return true;
+}
+
+bool HasBasisAltitudes(const Map& map) {
+  for (const Map* basis = map.basis; basis != nullptr; basis = basis->basis) {
+    if (!AltitudeEstimates(*basis).IsEmpty()) return true;
+  }
+  return false;
 }
 
 int PointerColumn(const ElevationView& view) {
@@ -210,9 +348,9 @@ bool ElevationFindPoint(ElevationView& view, std::string_view name, Messages& me
     NoteError(messages, "Can't find %s", {name});
     return false;
   }
-  const std::vector<double> lengths = SegmentLengths(view.points);
+  PrepareSampling(view);
   double distance = 0;
-  for (size_t i = 0; i < *found; ++i) distance += lengths[i];
+  for (size_t i = 0; i < *found; ++i) distance += view.lengths[i];
   const double quarter = (view.viewEnd - view.viewStart) / 4;
   view.viewStart = distance - quarter;
   view.viewEnd = distance + quarter;

@@ -6,6 +6,7 @@
 #include "model/map.h"
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <span>
 #include <string>
@@ -56,7 +57,9 @@ struct ElevationView {
   int leftMargin = 0;
   int pointerX = 0;
   int pointerY = 0;
-  AltitudeEstimates estimates;  ///< of the map as `SampleLine` met it
+  /// Of the map as `SampleLine` first met it; none until then, and after `FollowLine`.
+  std::optional<AltitudeEstimates> estimates;
+  std::vector<double> lengths;  ///< metres, of the segments of the line; likewise
 };
 
 /// The profile of a trail, all of it in view.
@@ -73,8 +76,10 @@ std::optional<std::string> ElevationTitle(const ElevationView& view);
 /// Makes the samples of all columns, from `viewStart` to `viewEnd`: places and labels. A measured
 /// altitude is taken only where a point falls exactly on a column, as the last point does on the
 /// last column of the whole line; the first and the last column are estimated otherwise, and the
-/// rest is left unknown. Beyond the ends the line goes straight
-/// on. Puts the points into their local plane.
+/// rest is left unknown. Beyond the ends the line goes straight on.
+///
+/// The line is measured and the altitudes of the map are collected only once; after a change of the
+/// map call `FollowLine`.
 void SampleLine(ElevationView& view);
 
 /// Makes the samples for a plot of so many columns, without a window around it.
@@ -98,6 +103,55 @@ bool FillGapsPass(ElevationView& view, std::vector<ElevationStep>* steps);
 
 /// All passes: afterwards every column has its altitude, unless the map has none.
 void FillGaps(ElevationView& view);
+
+/// The same a few columns at a time, so that a window can handle events in between. The profile is
+/// the coarse line of the passes that are done, a little finer after each call of `Run`.
+class GapFilling {
+ public:
+  /// Begins again: the samples are new.
+  void Restart() { *this = GapFilling(); }
+
+  /// Goes on with the passes until all are done or `mayGoOn`, which is asked after every few
+  /// columns, returns false.
+  /// \param view  the same one in each call until `Restart`
+  /// \return true if all passes are done
+  bool Run(ElevationView& view, const std::function<bool()>& mayGoOn);
+
+  /// \return true if all passes are done
+  bool IsDone() const { return isDone_; }
+
+ private:
+  std::vector<ElevationStep> steps_;  ///< of the present pass
+  size_t next_ = 0;                   ///< the first of them that is not done
+  bool isDone_ = false;
+};
+
+/// Call after the map or its basis was edited: takes the points that the trail has now, the places
+/// and altitudes of the line, and the altitudes of the map. The view stays; if it was the whole
+/// line, it still is. A trail that was deleted, or has fewer than two points left, keeps the points
+/// that are shown.
+void FollowLine(ElevationView& view);
+
+/// The trail of a profile by what its file says of it, so that it is found when the map is read
+/// again and all records have other addresses.
+struct LineIdentity {
+  bool isTransect = false;
+  std::optional<std::string> name;
+  std::string type;
+  std::string animal;
+  PackedDate date = 0;
+  int number = 0;  ///< among the trails of the map and its bases for which all else is equal
+};
+
+LineIdentity IdentityOf(const ElevationView& view);
+
+/// Call after the map was read again: everything in the view that points into it is invalid. Finds
+/// the trail and follows it (`FollowLine`).
+/// \return false if there is no such trail; the view is then without points and of no use
+bool FindLineAgain(ElevationView& view, const LineIdentity& identity);
+
+/// \return true if a basis of the map has altitudes. The estimates of a profile do not use these.
+bool HasBasisAltitudes(const Map& map);
 
 /// \return the column under the pointer, within the plot: the one that the info pane describes
 int PointerColumn(const ElevationView& view);

@@ -98,4 +98,23 @@ std::vector<Pixel> ElevationLine(const ElevationView& view) {
   return line;
 }
 
+std::vector<InfoRow> ElevationInfoRows(const ElevationView& view, CoordinateDisplay display) {
+  if (view.samples.empty()) return {};
+  const ElevationSample& sample = view.samples[static_cast<size_t>(PointerColumn(view))];
+  std::vector<InfoRow> rows = PlaceRows(*view.map, sample.position, display);
+  rows.push_back({false, sample.label == nullptr ? std::string() : *sample.label, ""});
+  return rows;
+}
+
+std::vector<std::string_view> EmptyPlotTexts(const ElevationView& view) {
+  if (!view.estimates) return {};
+  if (!view.estimates->IsEmpty()) {
+    if (view.maxAltitude != double{NoAltitude}) return {};
+    return {"No point of this line has an altitude."};
+  }
+  if (!HasBasisAltitudes(*view.map)) return {"This map has no altitudes."};
+  return {"This map has no altitudes of its own.",
+          "Its basis has some, but a profile does not use them."};
+}
+
 }  // namespace orvane

@@ -4,8 +4,10 @@
 #include "geo/angle_text.h"
 #include "reports/profile_view.h"
 #include "view/canvas.h"
+#include "view/info_panel.h"
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace orvane {
@@ -35,5 +37,12 @@ Pixel ElevationVertexAt(const ElevationView& view, int column);
 
 /// The line over all known columns.
 std::vector<Pixel> ElevationLine(const ElevationView& view);
+
+/// What the info pane shows of the column under the pointer: its place with the altitude, as the
+/// panel of the map does, and its label.
+std::vector<InfoRow> ElevationInfoRows(const ElevationView& view, CoordinateDisplay display);
+
+/// Why a plot is empty, in lines; none if it is not.
+std::vector<std::string_view> EmptyPlotTexts(const ElevationView& view);
 
 }  // namespace orvane

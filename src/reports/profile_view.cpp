@@ -109,6 +109,26 @@ void ZoomElevationAbout(ElevationView& view, int x, bool closer) {
   SetView(view, middle - half, middle + half);
 }
 
+void ScaleElevation(ElevationView& view, int x, double factor) {
+  if (!(factor > 0)) return;
+  const double under = DistanceUnder(view, x);
+  SetView(view, under - (under - view.viewStart) / factor, under + (view.viewEnd - under) / factor);
+}
+
+void PanElevation(ElevationView& view, double pixels) {
+  MoveView(view, -pixels * view.metresPerPixelX);
+}
+
+void ShowWholeLine(ElevationView& view) {
+  view.viewStart = 0;
+  view.viewEnd = view.lineLength;
+}
+
+void StepElevationPointer(ElevationView& view, int columns) {
+  const int last = view.plotWidth - 1;
+  view.pointerX = view.leftMargin + std::clamp(PointerColumn(view) + columns, 0, std::max(last, 0));
+}
+
 void ZoomElevation(ElevationView& view, bool closer) {
   const double step = closer ? Span(view) / 4 : -Span(view) / 2;
   SetView(view, view.viewStart + step, view.viewEnd - step);

@@ -55,6 +55,21 @@ void EndElevationPan(ElevationView& view);
 /// \param closer  the first button halves the span, any other doubles it
 void ZoomElevationAbout(ElevationView& view, int x, bool closer);
 
+/// The wheel: the span is divided by `factor`, and what is under the pointer stays there.
+/// \param factor  above 0; more than 1 is closer
+void ScaleElevation(ElevationView& view, int x, double factor);
+
+/// Moves the view along with fingers or a wheel to the side.
+/// \param pixels  by which the line moves to the right
+void PanElevation(ElevationView& view, double pixels);
+
+/// Puts all of the line in view.
+void ShowWholeLine(ElevationView& view);
+
+/// Moves the column that the info pane describes, within the plot.
+/// \param columns  to the right; negative is to the left
+void StepElevationPointer(ElevationView& view, int columns);
+
 /// The keys "+" and "-" about the middle of the view: half the span, or twice the span.
 void ZoomElevation(ElevationView& view, bool closer);
 

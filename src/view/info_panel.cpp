@@ -58,22 +58,10 @@ Meters WayBetween(const LatLon& from, const LatLon& to) {
 }
 
 std::vector<InfoRow> RestingRows(const MapWindow& view, const AltitudeEstimates& altitudes) {
-  const LatLon place = ScreenToMap(view, view.pointer);
-  const float altitude = altitudes.At(place);
-  std::vector<InfoRow> rows(UsualRows);
-  rows[0].text = FormatLatitude(place.lat, view.coordinateDisplay);
-  rows[1].text = FormatLongitude(place.lon, view.coordinateDisplay);
-  if (HasAltitude(altitude)) rows[2].text = " Alt: " + WholeMeters(static_cast<double>(altitude));
-  if (const Point* origin = OriginOf(view.map)) {
-    const Meters way = WayBetween(origin->geo, place);
-    rows[0].offset = OffsetText(way.north);
-    rows[1].offset = OffsetText(way.east);
-    if (HasAltitude(altitude) && HasAltitude(origin->geo.altitude)) {
-      rows[2].offset =
-          WholeMeters(static_cast<double>(altitude) - static_cast<double>(origin->geo.altitude));
-    }
-  }
-  rows[3].text = ScaleLabel(LogicalScale(view)) + CellNameAt(view, place);
+  LatLon place = ScreenToMap(view, view.pointer);
+  place.altitude = altitudes.At(place);
+  std::vector<InfoRow> rows = PlaceRows(*view.map, place, view.coordinateDisplay);
+  rows.push_back({false, ScaleLabel(LogicalScale(view)) + CellNameAt(view, place), ""});
   return rows;
 }
 
@@ -159,6 +147,23 @@ void DrawMark(Canvas& canvas, int left, int baseline) {
 std::vector<InfoRow> InfoRows(const MapWindow& view, const AltitudeEstimates& altitudes) {
   const bool band = (view.flags & MapWindowDrag) != 0 && (view.flags & MapWindowPan) == 0;
   return band ? BandRows(view, altitudes) : RestingRows(view, altitudes);
+}
+
+std::vector<InfoRow> PlaceRows(const Map& map, const LatLon& place, CoordinateDisplay display) {
+  const double altitude = static_cast<double>(place.altitude);
+  std::vector<InfoRow> rows(3);
+  rows[0].text = FormatLatitude(place.lat, display);
+  rows[1].text = FormatLongitude(place.lon, display);
+  if (HasAltitude(place.altitude)) rows[2].text = " Alt: " + WholeMeters(altitude);
+  if (const Point* origin = OriginOf(&map)) {
+    const Meters way = WayBetween(origin->geo, place);
+    rows[0].offset = OffsetText(way.north);
+    rows[1].offset = OffsetText(way.east);
+    if (HasAltitude(place.altitude) && HasAltitude(origin->geo.altitude)) {
+      rows[2].offset = WholeMeters(altitude - static_cast<double>(origin->geo.altitude));
+    }
+  }
+  return rows;
 }
 
 std::string ScaleLabel(float scale) {

@@ -28,6 +28,11 @@ struct InfoRow {
 /// \param altitudes  those of `view.map`
 std::vector<InfoRow> InfoRows(const MapWindow& view, const AltitudeEstimates& altitudes);
 
+/// What the panel shows of any place, in three rows: latitude, longitude and altitude, each with the
+/// way from the map's origin, if it or a basis has one.
+/// \param place  with the altitude to show, or `NoAltitude`
+std::vector<InfoRow> PlaceRows(const Map& map, const LatLon& place, CoordinateDisplay display);
+
 /// Sets the form of angles that the panel shows.
 inline void SetDisplayMode(MapWindow& view, CoordinateDisplay display) {
   view.coordinateDisplay = display;

@@ -219,5 +219,22 @@ TEST_F(MenuStateTest, AnEditorOffersNothingThatNeedsTheMapWindow) {
   EXPECT_EQ(menu.At(CommandAdd).text, "Add Search Criterion");
 }
 
+TEST_F(MenuStateTest, AProfileOffersWhatMovesCopiesAndSavesIt) {
+  const MenuState menu = ElevationMenu(map_, true);
+  for (const CommandId id :
+       {CommandZoomIn, CommandZoomOut, CommandFind, CommandHideInfo, CommandShowWholeMap,
+        CommandCopy, CommandCopyImage, CommandSavePicture, CommandPrint, CommandPageSetup,
+        CommandCloseMap, CommandExit, CommandReload, CommandFullScreen, CommandHelp}) {
+    EXPECT_TRUE(menu.At(id).enabled) << id;
+  }
+  for (const CommandId id : {CommandSaveAs, CommandElevation, CommandCut, CommandPaste, CommandAdd,
+                             CommandDelete, CommandChangeZoom, CommandDegrees}) {
+    EXPECT_FALSE(menu.At(id).enabled) << id;
+  }
+  EXPECT_FALSE(menu.At(CommandHideInfo).checked);
+  EXPECT_TRUE(ElevationMenu(map_, false).At(CommandHideInfo).checked);
+  EXPECT_EQ(menu.At(CommandShowWholeMap).text, "Show &Whole Line");
+}
+
 }  // namespace
 }  // namespace orvane

@@ -323,6 +323,144 @@ TEST_F(Profile, ManyEstimatesAtOnceAreThoseOfEach) {
   }
 }
 
+TEST_F(Profile, FillingInPortionsEndsWithTheSameAltitudes) {
+  Map& map = MadeMap(3, 30);
+  ElevationView whole = OpenLine(map, 333);
+  ElevationView portions = OpenLine(map, 333);
+  FillGaps(whole);
+  GapFilling filling;
+  int runs = 0;
+  EXPECT_FALSE(filling.IsDone());
+  size_t known = 2;
+  while (!filling.Run(portions, [] { return false; })) {
+    ++runs;
+    size_t now = 0;
+    for (const float altitude : Altitudes(portions)) now += HasAltitude(altitude) ? 1U : 0U;
+    EXPECT_GT(now, known) << runs;
+    EXPECT_LE(now, known + 8) << runs;
+    known = now;
+  }
+  EXPECT_GE(runs, 331 / 8);
+  EXPECT_TRUE(filling.IsDone());
+  EXPECT_EQ(Altitudes(portions), Altitudes(whole));
+  filling.Restart();
+  EXPECT_FALSE(filling.IsDone());
+  EXPECT_TRUE(filling.Run(portions, [] { return false; })) << "nothing is left to do";
+}
+
+TEST_F(Profile, FillingInPortionsEndsWithoutEstimates) {
+  Map& map = LineMap({"A", "B"}, {"", ""});
+  ElevationView view = OpenLine(map, 50);
+  view.samples.front().position.altitude = 1;
+  view.samples.back().position.altitude = 1;
+  GapFilling filling;
+  EXPECT_TRUE(filling.Run(view, [] { return true; }));
+}
+
+TEST_F(Profile, SamplingLeavesThePlaneOfThePoints) {
+  Map& map = LineMap({"A", "B", "C"}, {"1", "2", "3"});
+  Named(map, "B").projected = {12, 34, 56};
+  OpenLine(map, 20);
+  EXPECT_EQ(Named(map, "B").projected.north, 12);
+  EXPECT_EQ(Named(map, "B").projected.east, 34);
+  EXPECT_EQ(Named(map, "B").projected.altitude, 56);
+}
+
+// --- Following a map ------------------------------------------------------------------------
+
+TEST_F(Profile, AChangedMapIsFollowedWithItsPlacesAndAltitudes) {
+  Map& map = LineMap({"A", "B", "C"}, {"20", "30", "50"});
+  ElevationView view = OpenLine(map, 6);
+  Named(map, "C").geo = {0, 0.004, 80};
+  LayoutColumns(view, 6);
+  EXPECT_NEAR(view.samples[3].position.lon, 0.0016, 1e-9) << "of the old lengths";
+  FollowLine(view);
+  EXPECT_NEAR(view.lineLength, 4 * Step, 1e-6);
+  EXPECT_EQ(view.viewEnd, view.lineLength) << "the whole line stays in view";
+  EXPECT_EQ(view.maxAltitude, 80);
+  LayoutColumns(view, 6);
+  FillGaps(view);
+  EXPECT_EQ(view.samples[5].position.altitude, 80);
+  EXPECT_NEAR(view.samples[3].position.lon, 0.0024, 1e-9);
+  EXPECT_EQ(view.samples[3].position.altitude, EstimateAltitude(map, view.samples[3].position));
+}
+
+TEST_F(Profile, AChangedTrailIsFollowedAndThePartInViewStays) {
+  Map& map = LineMap({"A", "B", "C"}, {"20", "30", "50"});
+  ElevationView view = OpenLine(map, 6);
+  view.viewStart = 10;
+  view.viewEnd = 90;
+  FindTrail(map, "Line")->points.pop_back();
+  FollowLine(view);
+  EXPECT_EQ(view.points.size(), 2U);
+  EXPECT_NEAR(view.lineLength, Step, 1e-6);
+  EXPECT_EQ(view.viewStart, 10);
+  EXPECT_EQ(view.viewEnd, 90);
+  FindTrail(map, "Line")->points.pop_back();
+  FollowLine(view);
+  EXPECT_EQ(view.points.size(), 2U) << "one point is no line";
+}
+
+TEST_F(Profile, ADeletedTrailKeepsTheLineThatIsShown) {
+  Map& map = LineMap({"A", "B", "C"}, {"20", "30", "50"});
+  ElevationView view = OpenLine(map, 6);
+  Trail* trail = FindTrail(map, "Line");
+  map.removed.trails.splice_after(map.removed.trails.before_begin(), map.trails,
+                                  map.trails.before_begin());
+  trail->points.pop_back();
+  FollowLine(view);
+  EXPECT_EQ(view.points.size(), 3U);
+  EXPECT_EQ(view.maxAltitude, 50);
+}
+
+TEST_F(Profile, ATransectTakesTheNewEstimatesAtItsEnds) {
+  Map& map = LineMap({"A", "B"}, {"20", "40"});
+  auto view = OpenTransect(map, {0, 0}, {0, 0.001});
+  Named(map, "B").geo.altitude = 70;
+  FollowLine(*view);
+  EXPECT_EQ(view->minAltitude, 20);
+  EXPECT_EQ(view->maxAltitude, 70);
+  EXPECT_NEAR(view->lineLength, Step, 1e-6);
+}
+
+TEST_F(Profile, ATrailIsFoundAgainByItsLine) {
+  const char* const text =
+      "T\t\tPapio\tAna\t2020-3-1\nL\tA\t0\t0\t1\nL\tB\t0\t0.001\t2\n"
+      "T\t\tPapio\tAna\t2020-3-1\nL\tC\t0\t0.002\t3\nL\tD\t0\t0.003\t4\n"
+      "T\t\tPapio\tBea\t2020-3-1\nL\tE\t0\t0.004\t5\nL\tF\t0\t0.005\t6\n";
+  Map& map = Open(text);
+  Map& other = Open(text, "other.map");
+  int number = 0;
+  for (const Trail& trail : map.trails) {
+    ElevationView view = *OpenElevation(map, trail);
+    const std::string first = view.points.front()->name;
+    const LineIdentity identity = IdentityOf(view);
+    view.map = &other;
+    ASSERT_TRUE(FindLineAgain(view, identity));
+    EXPECT_EQ(view.points.front()->name, first);
+    EXPECT_NE(view.trail, &trail);
+    ++number;
+  }
+  EXPECT_EQ(number, 3);
+  ElevationView view = *OpenElevation(map, map.trails.front());
+  LineIdentity gone = IdentityOf(view);
+  gone.animal = "Cora";
+  EXPECT_FALSE(FindLineAgain(view, gone));
+  EXPECT_TRUE(view.points.empty());
+  ElevationView transect = *OpenTransect(map, {0, 0}, {0, 0.001});
+  EXPECT_TRUE(FindLineAgain(transect, IdentityOf(transect)));
+}
+
+TEST_F(Profile, AltitudesOfABasisAreNotThoseOfTheMap) {
+  Map& basis = Open("T\tLine\nL\tA\t0\t0\t10\n", "basis.map");
+  Map& map = Open("T\tRidge\nL\tB\t0\t0\nL\tC\t0\t1\n", "above.map");
+  EXPECT_FALSE(HasBasisAltitudes(map));
+  map.basis = &basis;
+  EXPECT_TRUE(HasBasisAltitudes(map));
+  EXPECT_FALSE(HasBasisAltitudes(basis));
+  map.basis = nullptr;
+}
+
 // --- Finding --------------------------------------------------------------------------------
 
 TEST_F(Profile, FindCentresOnThePointWithHalfTheSpan) {

@@ -1,6 +1,9 @@
 #include "reports/profile_view.h"
 
+#include "base/number_text.h"
+#include "reports/profile_choice.h"
 #include "reports/profile_labels.h"
+#include "reports/profile_table.h"
 #include "support/map_from_text.h"
 
 #include <gtest/gtest.h>
@@ -340,6 +343,135 @@ TEST_F(ProfileView, AltitudesAroundATrailWithoutAnyStayWithinBounds) {
   FillGaps(view);
   EXPECT_EQ(view.samples[5].position.altitude, 300);
   for (const Pixel vertex : ElevationLine(view)) EXPECT_EQ(vertex.y, -32000);
+}
+
+TEST_F(ProfileView, TheWheelKeepsWhatIsUnderThePointer) {
+  ElevationView view = Shown();
+  const double under = DistanceUnder(view, 21 + 100);
+  ScaleElevation(view, 21 + 100, 2);
+  Refresh(view);
+  EXPECT_NEAR(DistanceUnder(view, 21 + 100), under, 1e-9);
+  EXPECT_NEAR(view.viewEnd - view.viewStart, view.lineLength / 2, 1e-9);
+  ScaleElevation(view, 21 + 100, 0);
+  EXPECT_NEAR(view.viewEnd - view.viewStart, view.lineLength / 2, 1e-9);
+  PanElevation(view, 10);
+  EXPECT_NEAR(DistanceUnder(view, 21 + 110), under, 1e-9);
+  ShowWholeLine(view);
+  EXPECT_EQ(view.viewStart, 0);
+  EXPECT_EQ(view.viewEnd, view.lineLength);
+}
+
+TEST_F(ProfileView, KeysMoveTheColumnOfTheInfoPaneWithinThePlot) {
+  ElevationView view = Shown();
+  StepElevationPointer(view, 5);
+  EXPECT_EQ(PointerColumn(view), 5);
+  StepElevationPointer(view, -9);
+  EXPECT_EQ(PointerColumn(view), 0);
+  StepElevationPointer(view, 5000);
+  EXPECT_EQ(PointerColumn(view), 499);
+}
+
+TEST_F(ProfileView, TheInfoPaneShowsPlaceAltitudeAndLabel) {
+  ElevationView view = Shown();
+  MoveElevationPointer(view, 0, 0);
+  const auto rows = ElevationInfoRows(view, CoordinateDisplay::Degrees);
+  ASSERT_EQ(rows.size(), 4U);
+  EXPECT_EQ(rows[0].text, FormatLatitude(0, CoordinateDisplay::Degrees));
+  EXPECT_EQ(rows[1].text, FormatLongitude(0, CoordinateDisplay::Degrees));
+  EXPECT_EQ(rows[2].text, " Alt: 100m");
+  EXPECT_EQ(rows[3].text, "A");
+  MoveElevationPointer(view, 21 + 3, 0);
+  const auto unknown = ElevationInfoRows(view, CoordinateDisplay::Degrees);
+  EXPECT_EQ(unknown[2].text, "");
+  EXPECT_EQ(unknown[3].text, "");
+  EXPECT_TRUE(ElevationInfoRows(ElevationView(), CoordinateDisplay::Degrees).empty());
+}
+
+TEST_F(ProfileView, AnEmptyPlotSaysWhy) {
+  EXPECT_TRUE(EmptyPlotTexts(Shown()).empty());
+  EXPECT_TRUE(EmptyPlotTexts(ElevationView()).empty());
+  Map& blank = Open("T\tLine\nL\tA\t0\t0\nL\tB\t0\t1\n", "blank.map");
+  const auto textsOf = [](Map& shown) {
+    return EmptyPlotTexts(Laid(*OpenElevation(shown, *FindTrail(shown, "Line")), 300, 300));
+  };
+  EXPECT_EQ(textsOf(blank), std::vector<std::string_view>{"This map has no altitudes."});
+  blank.basis = &map;
+  EXPECT_EQ(textsOf(blank), (std::vector<std::string_view>{
+                                "This map has no altitudes of its own.",
+                                "Its basis has some, but a profile does not use them."}));
+  blank.basis = nullptr;
+  Map& around = Open("T\tLine\nL\tA\t0\t0\nL\tB\t0\t1\nT\tRest\nL\tC\t0\t0.5\t300\n", "around.map");
+  EXPECT_EQ(textsOf(around),
+            std::vector<std::string_view>{"No point of this line has an altitude."});
+}
+
+TEST_F(ProfileView, TheTableHasALineForEachColumn) {
+  ElevationView view = Shown(23);
+  Named(map, "A").name =
+      "Stra\xDF"
+      "e";
+  EXPECT_EQ(ProfileTable(view, [](double value) { return FormatFixed(value, 2); }),
+            "column\tdistance\tlat\tlon\taltitude\tlabel\n"
+            "0\t0.00\t0.00\t0.00\t100.00\tStra\xC3\x9F"
+            "e\n"
+            "1\t1111.20\t0.00\t0.01\t120.00\tCee\n");
+  view.samples[0].position.altitude = NoAltitude;
+  view.samples[1].label = nullptr;
+  EXPECT_EQ(ProfileTable(view, [](double value) { return FormatFixed(value, 0); }),
+            "column\tdistance\tlat\tlon\taltitude\tlabel\n"
+            "0\t0\t0\t0\t\tStra\xC3\x9F"
+            "e\n"
+            "1\t1111\t0\t0\t120\t\n");
+}
+
+// --- What the command opens -----------------------------------------------------------------
+
+struct ProfileChoice : ProfileView {
+  MapWindow view;
+  ProfileChoice() {
+    view.map = &map;
+    TrailPanelRow& group = view.trailViews.emplace_back();
+    TrailPanelRow& inner = group.children.emplace_back();
+    inner.children.emplace_back().trail = &map.trails.front();
+    view.trailViews.emplace_back().fixed = true;
+  }
+};
+
+TEST_F(ProfileChoice, AGroupIsFollowedDownToItsFirstTrail) {
+  view.trailViews.front().selected = true;
+  const auto profile = OpenSelectedProfile(view);
+  ASSERT_TRUE(profile);
+  EXPECT_EQ(profile->trail, &map.trails.front());
+  EXPECT_EQ(Said(), Texts{});
+}
+
+TEST_F(ProfileChoice, WithoutATrailThereIsAMessage) {
+  EXPECT_FALSE(OpenSelectedProfile(view));
+  view.trailViews.back().selected = true;
+  EXPECT_FALSE(OpenSelectedProfile(view)) << "the row New";
+  EXPECT_EQ(Said(), (Texts{"Please specify a trail or transect first",
+                           "Please specify a trail or transect first"}));
+}
+
+TEST_F(ProfileChoice, ATransectRunsFromThePressToTheRelease) {
+  view.transectMode = true;
+  view.selection[0] = {0, 0.004};
+  view.selection[1] = {0, 0.001};
+  const auto profile = OpenDraggedTransect(view);
+  ASSERT_TRUE(profile);
+  EXPECT_EQ(profile->trail, nullptr);
+  EXPECT_EQ(profile->points.front()->geo.lon, 0.004);
+  EXPECT_EQ(profile->points.back()->geo.lon, 0.001);
+  EXPECT_FALSE(view.transectMode);
+}
+
+TEST_F(ProfileChoice, ARefusedTransectEndsTheModeToo) {
+  Map& blank = Open("", "blank.map");
+  view.map = &blank;
+  view.transectMode = true;
+  EXPECT_FALSE(OpenDraggedTransect(view));
+  EXPECT_EQ(Said(), Texts{"Sorry, no altitude information available"});
+  EXPECT_FALSE(view.transectMode);
 }
 
 }  // namespace
