@@ -6,7 +6,8 @@
 namespace orvane {
 namespace {
 
-// Later commands come after the first ones of their menu, so that known places stay. The key of
+// Later commands come after the first ones of their menu, so that known places stay; only Undo and
+// Redo are where everybody looks for them. Their keys have no Ctrl+Z, since that zooms. The key of
 // Point Index has Shift, since Ctrl+I is the spreadsheet import.
 constexpr std::array Commands{
     CommandInfo{CommandNewMap, "&New Map", "Ctrl+N"},
@@ -28,6 +29,8 @@ constexpr std::array Commands{
     CommandInfo{CommandReload, "Re&load from Disk", "F5"},
     CommandInfo{CommandExit, "E&xit", "Ctrl+Q"},
 
+    CommandInfo{CommandUndo, "&Undo", "Alt+Backspace"},
+    CommandInfo{CommandRedo, "&Redo", "Alt+Shift+Backspace"},
     CommandInfo{CommandCut, "Cu&t", "Ctrl+X"},
     CommandInfo{CommandCopy, "&Copy", "Ctrl+C"},
     CommandInfo{CommandPaste, "&Paste", "Ctrl+V"},
@@ -74,9 +77,9 @@ constexpr std::array FileMenu{
     CommandImportSubmap, CommandImportGis,     CommandNone,      CommandPageSetup,
     CommandPrint,        CommandSavePicture,   CommandNone,      CommandRecentMaps,
     CommandReload,       CommandNone,          CommandExit};
-constexpr std::array EditMenu{CommandCut,      CommandCopy,   CommandPaste,          CommandNone,
-                              CommandAdd,      CommandDelete, CommandGraphicalInput, CommandNone,
-                              CommandCopyImage};
+constexpr std::array EditMenu{CommandUndo,   CommandRedo,           CommandNone, CommandCut,
+                              CommandCopy,   CommandPaste,          CommandNone, CommandAdd,
+                              CommandDelete, CommandGraphicalInput, CommandNone, CommandCopyImage};
 constexpr std::array MapMenu{CommandCheckTrails, CommandDeviation,   CommandNone,
                              CommandViewControl, CommandOrientation, CommandHideGrids};
 constexpr std::array AnalysisMenu{CommandElevation, CommandTrailSummary, CommandPointIndex,

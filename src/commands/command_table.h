@@ -65,7 +65,9 @@ enum CommandId : int {
   CommandMessages = 40007,
   CommandHelp = 40008,
   CommandReload = 40009,
-  CommandSmoothLines = 40010
+  CommandSmoothLines = 40010,
+  CommandUndo = 40011,
+  CommandRedo = 40012
 };
 
 /// \return true for the further numbers of the help command

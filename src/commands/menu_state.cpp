@@ -1,7 +1,9 @@
 #include "commands/menu_state.h"
 
+#include "base/utf8.h"
 #include "commands/map_facts.h"
 #include "editing/cell_table.h"
+#include "editing/edit_history.h"
 #include "model/workspace.h"
 #include "view/map_window.h"
 
@@ -19,7 +21,8 @@ constexpr CommandId DisabledAtStart[] = {
     CommandZoomOut, CommandChangeZoom, CommandRangeStats, CommandSaveSimplyAs, CommandAdd,
     CommandZoomIn,
     // Likewise, of the later commands.
-    CommandSavePicture, CommandCopyImage, CommandShowWholeMap, CommandReload};
+    CommandSavePicture, CommandCopyImage, CommandShowWholeMap, CommandReload, CommandUndo,
+    CommandRedo};
 
 MenuState AllEnabled() {
   MenuState menu;
@@ -39,6 +42,25 @@ void SetTitles(MenuState& menu, const FocusTitles& titles) {
   menu.At(CommandAdd).text = titles.add;
   menu.At(CommandDelete).text = titles.remove;
   menu.At(CommandViewControl).text = titles.viewControl;
+}
+
+/// "Undo" with the name of the step.
+/// \param name  null if there is none
+void OfferStep(MenuState& menu, CommandId id, const std::string* name) {
+  constexpr size_t MostBytes = 60;
+  std::string text(FindCommand(id)->text);
+  if (name != nullptr) {
+    const std::string whole = ToUtf8(*name);
+    const std::string_view shown = CutText(whole, MostBytes);
+    text += ' ';
+    for (const char letter : shown) {
+      text += letter == '\t' ? ' ' : letter;  // a menu reads it as the start of a key
+      if (letter == '&') text += '&';
+    }
+    if (shown.size() < whole.size()) text += "...";
+  }
+  menu.At(id).text = text;
+  menu.At(id).enabled = name != nullptr;
 }
 
 void TakePreferences(MenuState& menu, const Preferences& preferences) {
@@ -69,6 +91,7 @@ MenuState StartMenu(const Preferences& preferences) {
 MenuState NewMapMenu(const MapWindow& view) {
   MenuState menu = AllEnabled();
   menu.At(CommandSave).enabled = SaveIsOffered(*view.map);
+  for (const CommandId id : {CommandUndo, CommandRedo}) menu.At(id).enabled = false;
   RefreshMapMenu(menu, view);
   FollowFocus(menu, FocusPlace::Neither, false);
   return menu;
@@ -171,6 +194,11 @@ MenuState ElevationMenu(const Map& map, bool infoShown) {
   menu.At(CommandCopyImage).text = "Copy Profile as &Image";
   menu.At(CommandShowWholeMap).text = "Show &Whole Line";
   return menu;
+}
+
+void FollowSteps(MenuState& menu, const EditHistory& history, const Map& map) {
+  OfferStep(menu, CommandUndo, history.UndoName(map));
+  OfferStep(menu, CommandRedo, history.RedoName(map));
 }
 
 bool SaveIsOffered(const Map& map) {

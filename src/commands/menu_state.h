@@ -9,6 +9,7 @@
 namespace orvane {
 
 enum class CellTableState;
+class EditHistory;
 struct Map;
 struct MapWindow;
 struct Preferences;
@@ -42,6 +43,9 @@ void RefreshMapMenu(MenuState& menu, const MapWindow& view);
 /// What changes with the focus within a map window.
 /// \param selected  a row of the list that has the focus is selected
 void FollowFocus(MenuState& menu, FocusPlace place, bool selected);
+
+/// Offers Undo and Redo as far as the map of the window has steps, with the name of each.
+void FollowSteps(MenuState& menu, const EditHistory& history, const Map& map);
 
 /// True if Save has anything to save for a window of `map`: the map, one made before it, or one in
 /// its basis chain has changed.

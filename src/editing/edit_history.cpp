@@ -105,7 +105,10 @@ bool EditHistory::Apply(const Edit& edit) {
   // An edit that leaves the records as they were can have changed rows of the panes.
   const bool isStep = edit.marksDirty || step.delta.Change().Any();
   Tell(step, EditNews::Kind::Applied, &followUp);
-  if (isStep) Record(std::move(step));
+  if (isStep) {
+    Record(std::move(step));
+    TellSteps();
+  }
   return true;
 }
 
@@ -190,6 +193,7 @@ void EditHistory::Exchange(StepList& from, StepList& to, size_t index, EditNews:
   }
   to.push_back(std::move(step));
   Tell(to.back(), kind, nullptr);
+  TellSteps();
 }
 
 void EditHistory::NoteSaved(Map& map) {
@@ -203,6 +207,7 @@ void EditHistory::Forget(const Map& map) {
   }
   states_.erase(&map);
   saved_.erase(&map);
+  TellSteps();
 }
 
 size_t EditHistory::Bytes() const {
@@ -229,6 +234,10 @@ void EditHistory::Tell(const Step& step, EditNews::Kind kind, const EditFollowUp
 
 void EditHistory::TellBefore() const {
   for (EditListener* follower : followers_) follower->BeforeEdit();
+}
+
+void EditHistory::TellSteps() const {
+  for (const auto& listener : stepListeners_) listener();
 }
 
 bool EditHistory::IsFollowedBy(const EditListener* follower) const {

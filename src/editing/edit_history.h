@@ -97,6 +97,11 @@ class EditHistory {
   /// Calls `listener` after each edit, undo and redo, in the order of these calls and after all that
   /// were added by `Add`.
   void Listen(Listener listener) { listeners_.push_back(std::move(listener)); }
+  /// Calls `listener` when other steps can be undone or redone than before: after all listeners have
+  /// followed an edit, and when steps are forgotten.
+  void ListenToSteps(std::function<void()> listener) {
+    stepListeners_.push_back(std::move(listener));
+  }
 
   /// Makes an edit. One that changes no record is a step only if it marks the map.
   /// If memory runs out, it restores the maps, notifies the listeners and throws `std::bad_alloc`
@@ -152,6 +157,7 @@ class EditHistory {
   void Drop(StepList& steps, const std::function<bool(const Step&)>& isDropped);
   void TellBefore() const;
   void Tell(const Step& step, EditNews::Kind kind, const EditFollowUp* followUp) const;
+  void TellSteps() const;
   bool IsFollowedBy(const EditListener* follower) const;
   StateNumber StateOf(const Map& map) const;
   void EnterState(Map& map, StateNumber state);
@@ -160,6 +166,7 @@ class EditHistory {
   size_t mostBytes_;
   std::vector<EditListener*> followers_;
   std::vector<Listener> listeners_;
+  std::vector<std::function<void()>> stepListeners_;
   StepList done_;    ///< oldest first
   StepList undone_;  ///< the one taken back last comes last
   StateNumber newestState_ = 0;

@@ -1,5 +1,6 @@
 #include "panes/delete_rows.h"
 
+#include "base/file_names.h"
 #include "base/messages.h"
 #include "editing/delete_records.h"
 #include "model/point_names.h"
@@ -31,7 +32,7 @@ bool AskAboutBasisMaps(MapWindow& view, const std::vector<Trail*>& trails) {
     if (holder == nullptr || !asked.insert(holder).second) continue;
     const TrailPanelRow* row = FindTrailRow(view, *trail);
     const std::string_view text = row == nullptr ? std::string_view() : row->text;
-    const std::string_view file = holder->shownName;
+    const std::string_view file = BaseName(holder->shownName);
     if (AskUser(view.map->workspace->messages, "Delete Trail", "Delete", "Cancel", "",
                 "Trail %s is in the basis map %s.  Delete it there?",
                 {text.substr(0, QuestionNameBytes), file.substr(0, QuestionNameBytes)}) != 1) {

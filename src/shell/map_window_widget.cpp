@@ -19,6 +19,7 @@
 #include "shell/progress/busy_work.h"
 #include "shell/shell.h"
 
+#include <QAction>
 #include <QCloseEvent>
 #include <QDragEnterEvent>
 #include <QDropEvent>
@@ -58,8 +59,10 @@ MapWindowWidget::MapWindowWidget(Shell& shell, Map& map)
   View().setFocus();
   GiveFirstSize(*this);
   menu_ = NewMapMenu(Shown());
+  FollowSteps(menu_, shell.History(), map);
   connect(commands_, &CommandMenu::picked, this,
           [this](int id) { shell_.Commands().Run(id, *this); });
+  connect(&shell_.Maps(), &OpenMaps::stepsChanged, this, [this] { RefreshMenu(); });
   connect(panes_, &MapPanes::focusPlaceChanged, this, [this] { RefreshMenu(); });
   connect(panes_, &MapPanes::dividerMoved, this, [this](PaneDivider divider, int size) {
     (divider == PaneDivider::BesideMap ? shell_.TheSettings().trailWidth
@@ -99,6 +102,7 @@ void MapWindowWidget::RefreshMenu() {
                             : FirstSelectedRow(view.trailViews) != nullptr;
   if (Focus() == FocusPlace::MapView) RefreshMapMenu(menu_, view);
   FollowFocus(menu_, Focus(), selected);
+  FollowSteps(menu_, shell_.History(), map_);
   menu_.At(CommandSave).enabled = SaveIsOffered(map_);
   menu_.At(CommandFullScreen).checked = isFullScreen();
   ShowMenu();
@@ -149,6 +153,9 @@ void MapWindowWidget::ConnectPanes() {
     connect(pane, &TitledPane::selectionChanged, this, [this] { RefreshMenu(); });
     connect(pane, &TitledPane::controlRequested, this,
             [this] { shell_.Commands().Run(CommandViewControl, *this); });
+    // As the entry of the menu, which is disabled without a selection.
+    connect(pane, &TitledPane::deleteRequested, this,
+            [this] { commands_->ActionOf(CommandDelete).trigger(); });
   }
   connect(&panes_->Trails(), &TrailPane::editRequested, this, [this](const TrailPanelRow* row) {
     Q_EMIT shell_.Windows().trailEditRequested(this, row);

@@ -34,6 +34,7 @@ OpenMaps::OpenMaps(Workspace& workspace, BoxMessages& boxes, Surroundings& surro
       windows_(windows),
       history_(workspace) {
   history_.Listen([this](const EditNews& news) { Follow(news); });
+  history_.ListenToSteps([this] { Q_EMIT stepsChanged(); });
 }
 
 Map* OpenMaps::Read(const std::string& path) {
@@ -97,19 +98,20 @@ bool OpenMaps::AskForRecent(const std::string& path) {
 
 void OpenMaps::Follow(const EditNews& news) {
   windows_.FollowEdit(news);
-  TellDirty(*news.map);
   std::vector<Map*> maps = news.delta->Maps();
   if (!news.delta->Touches(*news.map)) maps.push_back(news.map);
+  // An undo can clear the mark of each of them.
+  TellDirty(maps);
   for (const Map* map : maps) Q_EMIT mapEdited(map);
 }
 
-void OpenMaps::TellDirty(Map& map) {
+void OpenMaps::TellDirty(const std::vector<Map*>& maps) {
   windows_.ShowDirty();
-  Q_EMIT mapDirtyChanged(&map);
+  for (Map* map : maps) Q_EMIT mapDirtyChanged(map);
 }
 
 void OpenMaps::NoteReread(Map& map, bool wasDirty) {
-  if (wasDirty) TellDirty(map);
+  if (wasDirty) TellDirty({&map});
   Q_EMIT mapReread(&map);
 }
 
@@ -120,7 +122,7 @@ SaveContext OpenMaps::Saving() {
           .saved =
               [this](Map& map) {
                 history_.NoteSaved(map);
-                TellDirty(map);
+                TellDirty({&map});
               },
           .renamed = [this](Map& /*map*/) { windows_.ShowTitles(); },
           .written =

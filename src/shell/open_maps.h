@@ -55,6 +55,8 @@ class OpenMaps final : public QObject {
 
  Q_SIGNALS:
   void mapDirtyChanged(orvane::Map* map);
+  /// Undo and Redo have other steps than before.
+  void stepsChanged();
   /// The map was changed; sent for every change, not only the first since the last save.
   void mapEdited(const orvane::Map* map);
   void mapSaved(orvane::Map* map, const QString& path);
@@ -65,7 +67,7 @@ class OpenMaps final : public QObject {
 
  private:
   void Follow(const EditNews& news);
-  void TellDirty(Map& map);
+  void TellDirty(const std::vector<Map*>& maps);
   std::string NameOf(const std::string& path) const;
   void NoteRecent(const std::string& path);
   void WriteRecent() const;

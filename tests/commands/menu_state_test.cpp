@@ -2,6 +2,7 @@
 
 #include "base/messages.h"
 #include "editing/cell_table.h"
+#include "editing/edit_history.h"
 #include "model/workspace.h"
 #include "view/map_window.h"
 
@@ -62,16 +63,45 @@ TEST_F(MenuStateTest, AtTheStartWhatNeedsAMapIsDisabled) {
                                            CommandSavePicture,
                                            CommandCopyImage,
                                            CommandShowWholeMap,
-                                           CommandReload}));
+                                           CommandReload,
+                                           CommandUndo,
+                                           CommandRedo}));
   EXPECT_FALSE(menu.At(CommandEuropeanDates).checked);
   EXPECT_TRUE(StartMenu({.europeanDates = true}).At(CommandEuropeanDates).checked);
   EXPECT_TRUE(menu.At(CommandSmoothLines).checked);
   EXPECT_FALSE(StartMenu({.smoothLines = false}).At(CommandSmoothLines).checked);
 }
 
+TEST_F(MenuStateTest, UndoAndRedoHaveTheNameOfTheirStep) {
+  MenuState menu = NewMapMenu(view_);
+  EditHistory history(workspace_);
+  const auto edit = [&](const std::string& name) {
+    history.Apply({.name = name, .map = &map_, .change = [](EditFollowUp&) { return true; }});
+  };
+  edit("Edit of Trail R&R");
+  FollowSteps(menu, history, map_);
+  EXPECT_EQ(menu.At(CommandUndo).text, "&Undo Edit of Trail R&&R");
+  EXPECT_TRUE(menu.At(CommandUndo).enabled);
+  EXPECT_FALSE(menu.At(CommandRedo).enabled);
+  history.Undo(map_);
+  FollowSteps(menu, history, map_);
+  EXPECT_EQ(menu.At(CommandUndo).text, "&Undo");
+  EXPECT_FALSE(menu.At(CommandUndo).enabled);
+  EXPECT_EQ(menu.At(CommandRedo).text, "&Redo Edit of Trail R&&R");
+  EXPECT_TRUE(menu.At(CommandRedo).enabled);
+  // A long name is cut, a tab would begin a key, and old names are Latin-1.
+  edit(std::string(70, 'x'));
+  FollowSteps(menu, history, map_);
+  EXPECT_EQ(menu.At(CommandUndo).text, "&Undo " + std::string(60, 'x') + "...");
+  edit("For\xEAt\t1");
+  FollowSteps(menu, history, map_);
+  EXPECT_EQ(menu.At(CommandUndo).text, "&Undo For\xC3\xAAt 1");
+}
+
 TEST_F(MenuStateTest, ANewWindowGoesByItsMap) {
   const MenuState menu = NewMapMenu(view_);
-  EXPECT_EQ(Disabled(menu), (std::set<int>{1000, 1029, 1030, 1031, 1032, 1059, 1010, 1006, 1036}));
+  EXPECT_EQ(Disabled(menu), (std::set<int>{1000, 1029, 1030, 1031, 1032, 1059, 1010, 1006, 1036,
+                                           CommandUndo, CommandRedo}));
   EXPECT_TRUE(menu.At(CommandMinutes).checked);
   EXPECT_FALSE(menu.At(CommandDegrees).checked);
   EXPECT_FALSE(menu.At(CommandSeconds).checked);

@@ -276,12 +276,6 @@ TEST_F(CommandsTest, ADividerSetsOnlyItsOwnPreference) {
   EXPECT_EQ(OpenNew().Panes().Sizes().panelWidth, 180);
 }
 
-TEST_F(CommandsTest, DeleteInAMapWindowIsNotThereYet) {
-  MapWindowWidget& window = OpenNew();
-  shell_.Commands().Run(CommandDelete, window);
-  EXPECT_EQ(Texts(), (std::vector<std::string>{"NYI"}));
-}
-
 TEST_F(CommandsTest, CutCopyAndPasteAreDisabledOverAMapAndDoNothing) {
   MapWindowWidget& window = OpenNew();
   for (const CommandId id : {CommandCut, CommandCopy, CommandPaste}) {

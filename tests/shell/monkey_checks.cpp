@@ -53,6 +53,8 @@ Offer OfferOf(CommandId id) {
     case CommandCheckTrails:
     case CommandElevation:
     case CommandReload:
+    case CommandUndo:
+    case CommandRedo:
       return Offer::Elsewhere;
     default:
       return Offer::Always;
@@ -61,15 +63,37 @@ Offer OfferOf(CommandId id) {
 
 /// True for what the window without a map does not offer.
 bool NeedsMap(CommandId id) {
-  static constexpr std::array Ids{
-      CommandOpenBasis,  CommandPrint,      CommandDeviation,      CommandViewControl,
-      CommandHideInfo,   CommandSetBasis,   CommandGraphicalInput, CommandFind,
-      CommandImportGis,  CommandElevation,  CommandTrailSummary,   CommandImportSpreadsheet,
-      CommandPointIndex, CommandDelete,     CommandCloseMap,       CommandSave,
-      CommandSaveAs,     CommandAdd,        CommandImportSubmap,   CommandCheckTrails,
-      CommandZoomOut,    CommandChangeZoom, CommandRangeStats,     CommandSaveSimplyAs,
-      CommandZoomIn,     CommandCopyImage,  CommandSavePicture,    CommandShowWholeMap,
-      CommandReload};
+  static constexpr std::array Ids{CommandOpenBasis,
+                                  CommandPrint,
+                                  CommandDeviation,
+                                  CommandViewControl,
+                                  CommandHideInfo,
+                                  CommandSetBasis,
+                                  CommandGraphicalInput,
+                                  CommandFind,
+                                  CommandImportGis,
+                                  CommandElevation,
+                                  CommandTrailSummary,
+                                  CommandImportSpreadsheet,
+                                  CommandPointIndex,
+                                  CommandDelete,
+                                  CommandCloseMap,
+                                  CommandSave,
+                                  CommandSaveAs,
+                                  CommandAdd,
+                                  CommandImportSubmap,
+                                  CommandCheckTrails,
+                                  CommandZoomOut,
+                                  CommandChangeZoom,
+                                  CommandRangeStats,
+                                  CommandSaveSimplyAs,
+                                  CommandZoomIn,
+                                  CommandCopyImage,
+                                  CommandSavePicture,
+                                  CommandShowWholeMap,
+                                  CommandReload,
+                                  CommandUndo,
+                                  CommandRedo};
   return std::find(Ids.begin(), Ids.end(), id) != Ids.end();
 }
 
@@ -152,6 +176,8 @@ void Monkey::CheckMenu(MapWindowWidget& window) {
   expect(CommandOpenBasis, map.basis != nullptr);
   expect(CommandSetBasis, map.basis == nullptr);
   expect(CommandReload, (map.flags & MapUntitled) == 0 || map.fileMark.has_value());
+  expect(CommandUndo, shell_.History().UndoName(map) != nullptr);
+  expect(CommandRedo, shell_.History().RedoName(map) != nullptr);
   const bool overList = place == FocusPlace::TrailList || place == FocusPlace::RangeList;
   expect(CommandAdd, overList);
   if (!overList) {

@@ -39,6 +39,11 @@ QLineEdit* TextOf(QWidget& field) {
   return qobject_cast<QLineEdit*>(&field);
 }
 
+/// Some platforms make it the key of a text field, but the menu shows it as that of Undo.
+bool IsUndoKey(const QKeyEvent& key) {
+  return key.key() == Qt::Key_Backspace && (key.modifiers() & Qt::AltModifier) != 0;
+}
+
 }  // namespace
 
 EditorWindow::EditorWindow(Shell& shell, MapWindowWidget& mapWindow, WindowKind kind,
@@ -55,6 +60,7 @@ EditorWindow::EditorWindow(Shell& shell, MapWindowWidget& mapWindow, WindowKind 
   layout_->setSpacing(0);
   cells_ = new CellTableView(*model_, widths, inside);
   layout_->addWidget(cells_, 1);
+  cells_->EditField().installEventFilter(this);
   MakeButtons(*layout_);
   setCentralWidget(inside);
   mapWindow.AddDependent(*this);
@@ -65,6 +71,7 @@ EditorWindow::EditorWindow(Shell& shell, MapWindowWidget& mapWindow, WindowKind 
     Refresh();  // a command that did nothing has still toggled its check mark
   });
   PlugListMenus(shell_, *commands_);
+  connect(&shell_.Maps(), &OpenMaps::stepsChanged, this, [this] { Refresh(); });
   connect(cells_, &CellTableView::declined, this, [this] { shell_.Beep(); });
   connect(cells_, &CellTableView::cellsChanged, this, [this] {
     Refresh();
@@ -161,7 +168,14 @@ void EditorWindow::Step(const QWidget* from, bool forward) {
 }
 
 bool EditorWindow::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() != QEvent::KeyPress) return QMainWindow::eventFilter(watched, event);
+  if (event->type() == QEvent::ShortcutOverride && IsUndoKey(*static_cast<QKeyEvent*>(event))) {
+    event->ignore();
+    return true;
+  }
+  const bool isInForm = watched != &cells_->EditField();
+  if (event->type() != QEvent::KeyPress || !isInForm) {
+    return QMainWindow::eventFilter(watched, event);
+  }
   const auto& key = *static_cast<QKeyEvent*>(event);
   if ((key.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) != 0) {
     return false;
@@ -224,6 +238,7 @@ void EditorWindow::Refresh() {
                                                      .canCopyRow = row && *row < model_->RowCount(),
                                                      .isReadOnly = model_->IsReadOnly(),
                                                      .takesClicks = TakesClicks()});
+  FollowSteps(menu, shell_.History(), mapWindow_->TheMap());
   menu.At(CommandFullScreen).checked = isFullScreen();
   commands_->Show(menu, [this](CommandId id) { return shell_.Commands().IsPlugged(id); });
 }

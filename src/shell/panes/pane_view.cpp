@@ -318,6 +318,8 @@ void PaneView::keyPressEvent(QKeyEvent* event) {
              current.isValid()) {
     if (!model_.IsSelected(current)) Q_EMIT rowClicked(current, PaneZone::Text, false);
     Q_EMIT editRequested(current);
+  } else if (event->key() == Qt::Key_Delete && event->modifiers() == Qt::NoModifier) {
+    Q_EMIT deleteRequested();
   } else {
     QTreeView::keyPressEvent(event);
   }

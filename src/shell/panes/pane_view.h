@@ -59,6 +59,8 @@ class PaneView final : public QTreeView {
   void controlRequested();
   void menuRequested(QPoint global);
   void selectAllRequested();
+  /// The key Delete.
+  void deleteRequested();
   /// The pointer rests on a row.
   void tipRequested(const QModelIndex& index, QPoint at);
   /// A selected row is dragged; `end` when the button is released.

@@ -25,6 +25,7 @@ TitledPane::TitledPane(const QString& title, PaneModel& model, QWidget* parent)
   layout->addWidget(heading);
   layout->addWidget(rows_, 1);
   connect(rows_, &PaneView::controlRequested, this, &TitledPane::controlRequested);
+  connect(rows_, &PaneView::deleteRequested, this, &TitledPane::deleteRequested);
   connect(rows_, &PaneView::menuRequested, this, &TitledPane::menuRequested);
 }
 

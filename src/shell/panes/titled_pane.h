@@ -21,6 +21,8 @@ class TitledPane : public QWidget {
   void selectionChanged();
   /// The dialog of the selected rows' looks is wanted.
   void controlRequested();
+  /// The selected rows are to be deleted.
+  void deleteRequested();
   /// The menu key was pressed.
   /// \param global  where the menu opens
   void menuRequested(QPoint global);
