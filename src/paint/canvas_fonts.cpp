@@ -13,7 +13,8 @@ namespace {
 
 constexpr double PointsPerInch = 72;
 
-/// A glyph may be blurred over its outline, and start between two pixels.
+/// A glyph may be blurred to the sides of its outline, and start between two columns. Baselines are
+/// whole rows, and nothing is blurred up or down.
 constexpr double InkMargin = 1;
 
 constexpr size_t FirstBeyondAscii = 0x80;
@@ -101,8 +102,8 @@ CanvasFonts::Face CanvasFonts::MakeFace(const QFont& font) {
     const QRectF bounds = face.raw.boundingRect(face.glyphs[i]);
     if (face.glyphs[i] == 0 || bounds.isEmpty()) continue;
     face.inks[i] = {bounds.left() - InkMargin, bounds.right() + InkMargin,
-                    static_cast<int>(std::floor(bounds.top() - InkMargin)),
-                    static_cast<int>(std::ceil(bounds.bottom() + InkMargin))};
+                    static_cast<int>(std::floor(bounds.top())),
+                    static_cast<int>(std::ceil(bounds.bottom()))};
   }
   return face;
 }

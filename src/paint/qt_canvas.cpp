@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <climits>
+#include <utility>
 
 namespace orvane {
 namespace {
@@ -26,6 +27,16 @@ constexpr qreal MiterLimit = 2;
 /// A wide line is stroked in runs of this many points: the outline of a whole day's follow at once
 /// takes longer and longer to fill, while round ends hide where the runs meet.
 constexpr size_t PointsOfWideRun = 256;
+
+/// Ovals up to this many pixels wide and high are copied from a picture.
+constexpr int LargestCopiedOval = 64;
+
+/// The size of a picture of one colour that label-sized rectangles are copied from.
+constexpr int PlainWidth = 128;
+constexpr int PlainHeight = 32;
+
+/// Pictures of ovals kept before they are dropped, so that they stay few.
+constexpr size_t MostOvalPictures = 200;
 
 QRectF FilledRect(const PixelRect& rect) {
   return QRectF(rect.left, rect.top, std::max(0, rect.right - rect.left),
@@ -89,6 +100,10 @@ const QPen& QtCanvas::PainterPen(Tools tools) {
   return madePen_;
 }
 
+QBrush QtCanvas::PainterBrush() const {
+  return brush_.solid ? QBrush(PaintColor(brush_.color)) : QBrush(Qt::NoBrush);
+}
+
 QPen QtCanvas::MakePainterPen(Tools tools) const {
   const bool thin = pen_.width <= 1;
   QPen pen(PaintColor(pen_.color));
@@ -126,7 +141,7 @@ void QtCanvas::UseTools(Tools tools) {
   penColor_ = HasOutline() ? std::optional(pen_.color) : std::nullopt;
   painter_.setPen(HasOutline() ? PainterPen(tools) : QPen(Qt::NoPen));
   if (tools == Tools::Area) {
-    painter_.setBrush(brush_.solid ? QBrush(PaintColor(brush_.color)) : QBrush(Qt::NoBrush));
+    painter_.setBrush(PainterBrush());
   }
 }
 
@@ -188,36 +203,87 @@ void QtCanvas::DrawPolygon(const std::vector<Pixel>& points) {
 void QtCanvas::DrawRect(const PixelRect& rect) {
   UseClip();
   if (fillsDirectly_ && !HasOutline() && brush_.solid) {
-    // Its edges are between pixels; smoothing them would let a trace of what is below shine
-    // through.
-    if (options_.antialias) painter_.setRenderHint(QPainter::Antialiasing, false);
-    painter_.fillRect(FilledRect(rect), PaintColor(brush_.color));
-    if (options_.antialias) painter_.setRenderHint(QPainter::Antialiasing, true);
+    FillDirectly(rect);
     return;
   }
   UseTools(Tools::Area);
   painter_.drawRect(OutlineRect(rect));
 }
 
+void QtCanvas::FillDirectly(const PixelRect& rect) {
+  const QColor color = PaintColor(brush_.color);
+  if (!options_.antialias) {
+    painter_.fillRect(FilledRect(rect), color);
+    return;
+  }
+  // The edges are between pixels; smoothing them would let a trace of what is below shine through.
+  // To stop smoothing for each label would take twice as long as to copy it.
+  const QRect area = FilledRect(rect).toRect();
+  if (area.width() <= PlainWidth && area.height() <= PlainHeight) {
+    if (plain_.isNull()) plain_ = QImage(PlainWidth, PlainHeight, QImage::Format_RGB32);
+    if (plainColor_ != brush_.color) plain_.fill(color);
+    plainColor_ = brush_.color;
+    painter_.drawImage(area.topLeft(), plain_, QRect(QPoint(0, 0), area.size()));
+    return;
+  }
+  painter_.setRenderHint(QPainter::Antialiasing, false);
+  painter_.fillRect(area, color);
+  painter_.setRenderHint(QPainter::Antialiasing, true);
+}
+
 void QtCanvas::DrawOval(const PixelRect& rect) {
   UseClip();
-  UseTools(Tools::Area);
-  if (options_.antialias) {
-    painter_.drawEllipse(OutlineRect(rect));
-  } else if (HasOutline() && pen_.width > 1) {
-    // The painter fills the two edges of a wide pen apart from each other and leaves the small
-    // circle of a marker ragged, so such an oval is smooth.
-    painter_.setRenderHint(QPainter::Antialiasing, true);
-    painter_.drawEllipse(OutlineRect(rect));
-    painter_.setRenderHint(QPainter::Antialiasing, false);
-  } else if (HasOutline() || brush_.solid) {
-    // Only the outline of whole pixels comes out symmetric, so an oval without one gets one of its
-    // own colour.
-    if (!HasOutline()) painter_.setPen(QPen(PaintColor(brush_.color), 0));
-    painter_.drawEllipse(QRect(rect.left, rect.top, std::max(0, rect.right - rect.left - 1),
-                               std::max(0, rect.bottom - rect.top - 1)));
-    if (!HasOutline()) painter_.setPen(Qt::NoPen);
+  const bool thin = pen_.width <= 1 || !HasOutline();
+  if (!options_.antialias && thin) {
+    DrawThinOval(rect);
+    return;
   }
+  UseTools(Tools::Area);
+  // The painter fills the two edges of a wide pen apart from each other and leaves the small circle
+  // of a marker ragged, so such an oval is smooth.
+  if (!options_.antialias) painter_.setRenderHint(QPainter::Antialiasing, true);
+  painter_.drawEllipse(OutlineRect(rect));
+  if (!options_.antialias) painter_.setRenderHint(QPainter::Antialiasing, false);
+}
+
+void QtCanvas::DrawThinOval(const PixelRect& rect) {
+  if (!HasOutline() && !brush_.solid) return;
+  const OvalLook look{rect.right - rect.left, rect.bottom - rect.top,
+                      HasOutline() ? std::optional(pen_.color) : std::nullopt,
+                      brush_.solid ? std::optional(brush_.color) : std::nullopt};
+  const bool isWhole = !HasOutline() || pen_.pattern == PenPattern::Solid;
+  if (fillsDirectly_ && isWhole && std::max(look.width, look.height) <= LargestCopiedOval) {
+    painter_.drawImage(QPoint(rect.left, rect.top), OvalPicture(look));
+    return;
+  }
+  PaintThinOval(painter_, rect);
+  tools_ = Tools::None;
+  penColor_.reset();
+}
+
+void QtCanvas::PaintThinOval(QPainter& painter, const PixelRect& rect) {
+  // Only the outline of whole pixels comes out symmetric, so an oval without one gets one of its
+  // own colour.
+  painter.setPen(HasOutline() ? PainterPen(Tools::Area) : QPen(PaintColor(brush_.color), 0));
+  painter.setBrush(PainterBrush());
+  painter.drawEllipse(QRect(rect.left, rect.top, std::max(0, rect.right - rect.left - 1),
+                            std::max(0, rect.bottom - rect.top - 1)));
+}
+
+const QImage& QtCanvas::OvalPicture(const OvalLook& look) {
+  if (ovalPictures_.size() >= MostOvalPictures) ovalPictures_.clear();
+  const auto [at, isNew] = ovalPictures_.try_emplace(look);
+  if (isNew) {
+    const int width = std::max(1, look.width);
+    const int height = std::max(1, look.height);
+    QImage picture(width, height, QImage::Format_ARGB32_Premultiplied);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    PaintThinOval(painter, {0, 0, width, height});
+    painter.end();
+    at->second = std::move(picture);
+  }
+  return at->second;
 }
 
 void QtCanvas::DrawText(Pixel at, std::string_view text) {

@@ -4,10 +4,13 @@
 #include "view/canvas.h"
 
 #include <QColor>
+#include <QImage>
 #include <QPainter>
 
+#include <map>
 #include <optional>
 #include <string_view>
+#include <tuple>
 #include <vector>
 
 namespace orvane {
@@ -66,12 +69,32 @@ class QtCanvas final : public Canvas {
   /// What the painter's pen and brush are set to at the moment. Marks and names alternate, so they
   /// are changed only when something is drawn that needs others.
   enum class Tools { None, Line, Area, Text };
+  /// What an oval with a thin outline looks like.
+  struct OvalLook {
+    int width;   ///< pixels
+    int height;  ///< pixels
+    std::optional<Color> outline;
+    std::optional<Color> fill;
+    friend bool operator<(const OvalLook& a, const OvalLook& b) {
+      return std::tie(a.width, a.height, a.outline, a.fill) <
+             std::tie(b.width, b.height, b.outline, b.fill);
+    }
+  };
 
   void UseTools(Tools tools);
   void UseClip();
   bool HasOutline() const { return pen_.pattern != PenPattern::Hollow; }
+  QBrush PainterBrush() const;
   QPen MakePainterPen(Tools tools) const;
   const QPen& PainterPen(Tools tools);
+  /// Fills a rectangle with the brush, without the painter's pen and brush.
+  void FillDirectly(const PixelRect& rect);
+  /// Draws an oval whose outline, if it has one, is not smooth and one pixel wide.
+  void DrawThinOval(const PixelRect& rect);
+  /// Draws it with a painter; sets the pen and the brush of that painter.
+  void PaintThinOval(QPainter& painter, const PixelRect& rect);
+  /// An oval with the current pen and brush, on a transparent ground.
+  const QImage& OvalPicture(const OvalLook& look);
   /// The rectangle whose outline, or without one whose inside, covers `rect` and nothing beyond.
   QRectF OutlineRect(const PixelRect& rect) const;
   /// What is added to both coordinates of an outline so that its edges fall between pixels.
@@ -96,6 +119,11 @@ class QtCanvas final : public Canvas {
   QPen madePen_;
   std::optional<Color> textPenColor_;
   QPen textPen_;
+  // A map has thousands of marks with few looks. A mark of whole pixels is the same everywhere, and
+  // to copy it takes less than half the time.
+  std::map<OvalLook, QImage> ovalPictures_;
+  QImage plain_;  ///< of one colour, for smooth drawing
+  std::optional<Color> plainColor_;
   std::vector<QPointF> room_;
 };
 

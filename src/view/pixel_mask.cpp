@@ -39,6 +39,12 @@ bool PixelMask::VisitColumns(const PixelRect& rect, Visit visit) const {
   return true;
 }
 
+/// All rows are taken, as a comparison after each would cost more than it saves.
+std::uint64_t PixelMask::BitsInAll(size_t top, size_t rows, std::uint64_t bits) const {
+  for (size_t at = top; at < top + rows; ++at) bits &= words_[at];
+  return bits;
+}
+
 void PixelMask::Add(const PixelRect& rect) {
   VisitColumns(rect, [this](size_t top, size_t rows, std::uint64_t bits) {
     for (size_t at = top; at < top + rows; ++at) words_[at] |= bits;
@@ -49,10 +55,7 @@ void PixelMask::Add(const PixelRect& rect) {
 bool PixelMask::HasAll(const PixelRect& rect) const {
   if (IsEmpty(CommonRect(rect, area_))) return false;
   return VisitColumns(rect, [this](size_t top, size_t rows, std::uint64_t bits) {
-    for (size_t at = top; at < top + rows; ++at) {
-      if ((words_[at] & bits) != bits) return false;
-    }
-    return true;
+    return BitsInAll(top, rows, bits) == bits;
   });
 }
 
@@ -60,9 +63,7 @@ PixelColumns PixelMask::MissingColumns(const PixelRect& rect) const {
   int first = INT_MAX;
   int last = -1;
   VisitColumns(rect, [&](size_t top, size_t rows, std::uint64_t bits) {
-    std::uint64_t present = bits;
-    for (size_t at = top; at < top + rows; ++at) present &= words_[at];
-    const std::uint64_t missing = present ^ bits;
+    const std::uint64_t missing = BitsInAll(top, rows, bits) ^ bits;
     if (missing == 0) return true;
     const int start = static_cast<int>(top / height_) * WordBits;
     first = std::min(first, start + std::countr_zero(missing));

@@ -47,6 +47,8 @@ class PixelMask {
   /// `visit` returns false. \return false then
   template <typename Visit>
   bool VisitColumns(const PixelRect& rect, Visit visit) const;
+  /// Those of `bits` that are in the set in each of the rows that begin with a word.
+  std::uint64_t BitsInAll(size_t top, size_t rows, std::uint64_t bits) const;
 
   PixelRect area_;
   size_t height_;                     ///< rows

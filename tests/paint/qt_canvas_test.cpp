@@ -163,6 +163,90 @@ TEST(QtCanvas, DrawsSymmetricOvalsWithinTheirBounds) {
   }
 }
 
+/// Draws ovals of one size, some of them over the edges of a picture of 90 x 90 pixels.
+/// \param draw  called with the left and the top of each
+template <typename Draw>
+void DrawOvals(int size, const Draw& draw) {
+  Dice dice(static_cast<std::uint64_t>(size));
+  for (int i = 0; i < 5; ++i) draw(dice.Int(-size, 90), dice.Int(-size, 90));
+}
+
+// Small ovals are copies of a picture. They look as the painter draws them.
+TEST(QtCanvas, ACopiedOvalIsThePaintersOwn) {
+  for (const double pixelRatio : {1.0, 1.75, 2.0}) {
+    for (const bool filled : {false, true}) {
+      PaintedPicture copied(90, 90, {}, pixelRatio);
+      QImage painted(90, 90, QImage::Format_RGB32);
+      painted.fill(Qt::white);
+      QPainter painter(&painted);
+      painter.setPen(QPen(PaintColor(Blue), 0));
+      painter.setBrush(filled ? QBrush(PaintColor(Green)) : QBrush(Qt::NoBrush));
+      copied.Paper().SetPen({.color = Blue});
+      copied.Paper().SetBrush({.solid = filled, .color = Green});
+      for (int size = 1; size <= 70; ++size) {
+        const int height = size % 3 == 0 ? size / 2 + 1 : size;
+        DrawOvals(size, [&](int left, int top) {
+          copied.Paper().DrawOval({left, top, left + size, top + height});
+          painter.drawEllipse(QRect(left, top, size - 1, height - 1));
+        });
+      }
+      painter.end();
+      painted.setDevicePixelRatio(pixelRatio);
+      EXPECT_TRUE(copied.Image() == painted) << pixelRatio << filled;
+    }
+  }
+}
+
+TEST(QtCanvas, ACopiedOvalTakesEachPenAndBrush) {
+  PaintedPicture picture(200, 20);
+  QtCanvas& paper = picture.Paper();
+  const auto drawAt = [&paper](int left) { paper.DrawOval({left, 4, left + 9, 13}); };
+  for (const int left : {0, 100}) {
+    paper.SetPen({.color = Blue});
+    paper.SetBrush({});
+    drawAt(left);
+    paper.SetPen({.color = Green});
+    drawAt(left + 20);
+    paper.SetBrush({.solid = true, .color = Blue});
+    drawAt(left + 40);
+    paper.SetPen({.pattern = PenPattern::Hollow, .color = Green});
+    drawAt(left + 60);
+    paper.SetBrush({});
+    drawAt(left + 80);
+  }
+  for (const int left : {0, 100}) {
+    const auto colors = [&](int at) {
+      return std::vector<int>{picture.ColorAt(at, 8), picture.ColorAt(at + 4, 8)};
+    };
+    EXPECT_EQ(colors(left), (std::vector<int>{Blue, 0xFFFFFF}));
+    EXPECT_EQ(colors(left + 20), (std::vector<int>{Green, 0xFFFFFF}));
+    EXPECT_EQ(colors(left + 40), (std::vector<int>{Green, Blue}));
+    EXPECT_EQ(colors(left + 60), (std::vector<int>{Blue, Blue}));
+    EXPECT_EQ(colors(left + 80), (std::vector<int>{0xFFFFFF, 0xFFFFFF}));
+  }
+}
+
+TEST(QtCanvas, FillsRectanglesOfAnySizeToTheirEdges) {
+  for (const bool antialias : {false, true}) {
+    for (const auto& [width, height] :
+         {std::pair(1, 1), {50, 9}, {128, 32}, {129, 32}, {128, 33}, {190, 80}}) {
+      PaintedPicture picture(200, 90, {.antialias = antialias});
+      picture.Paper().SetPen({.pattern = PenPattern::Hollow});
+      picture.Paper().SetBrush({.solid = true, .color = Blue});
+      picture.Paper().DrawRect({0, 0, 200, 90});
+      const PixelRect rect{3, 4, 3 + width, 4 + height};
+      for (const Color color : {Green, 0xFFFFFF}) {
+        picture.Paper().SetBrush({.solid = true, .color = color});
+        picture.Paper().DrawRect(rect);
+      }
+      EXPECT_EQ(picture.Marked().size(), 200U * 90U - static_cast<size_t>(width * height))
+          << antialias << width << "x" << height;
+      for (const auto& [x, y] : picture.Marked()) ASSERT_EQ(picture.ColorAt(x, y), Blue);
+      EXPECT_EQ(picture.ColorAt(3, 4), 0xFFFFFF);
+    }
+  }
+}
+
 TEST(QtCanvas, FillsPolygonsWithTheBrushAndOutlinesThemWithThePen) {
   PaintedPicture picture(30, 30);
   picture.Paper().SetPen({.color = Blue});
