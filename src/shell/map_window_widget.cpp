@@ -14,6 +14,7 @@
 #include "shell/map/map_view.h"
 #include "shell/map/reload_bar.h"
 #include "shell/panes/contour_work.h"
+#include "shell/panes/pane_menu.h"
 #include "shell/panes/range_pane.h"
 #include "shell/panes/trail_pane.h"
 #include "shell/progress/busy_work.h"
@@ -162,14 +163,21 @@ void MapWindowWidget::ConnectPanes() {
   });
   connect(&panes_->Ranges(), &RangePane::editRequested, this,
           [this](RangePanelRow* row) { Q_EMIT shell_.Windows().rangeEditRequested(this, row); });
-  connect(panes_, &MapPanes::trailsDropped, this, [this](RangePanelRow* row) {
-    shell_.Guard().Run([&] {
-      const BusyWork busy(shell_.TheWorkspace(), shell_.Boxes(),
-                          QStringLiteral("Adding trails to a range"), shell_.Clock());
-      DropSelection(Shown(), *row, shell_.History());
-    });
-  });
+  connect(&panes_->Trails(), &TitledPane::menuRequested, this,
+          [this](QPoint global) { OpenTrailMenu(*this, global); });
+  connect(&panes_->Ranges(), &TitledPane::menuRequested, this,
+          [this](QPoint global) { OpenRangeMenu(*this, global); });
+  connect(panes_, &MapPanes::trailsDropped, this,
+          [this](RangePanelRow* row) { AddSelectionToRange(*row); });
   panes_->Trails().SetContourRunner([this](const auto& work) { RunContourWork(shell_, work); });
+}
+
+void MapWindowWidget::AddSelectionToRange(RangePanelRow& row) {
+  shell_.Guard().Run([&] {
+    const BusyWork busy(shell_.TheWorkspace(), shell_.Boxes(),
+                        QStringLiteral("Adding trails to a range"), shell_.Clock());
+    DropSelection(Shown(), row, shell_.History());
+  });
 }
 
 void MapWindowWidget::RemoveDependent(ProgramWindow& window) {

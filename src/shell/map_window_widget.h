@@ -14,6 +14,7 @@ class CommandMenu;
 class MapPanes;
 class MapView;
 struct MapWindow;
+struct RangePanelRow;
 class ReloadBar;
 class Shell;
 
@@ -55,6 +56,8 @@ class MapWindowWidget final : public QMainWindow, public MapWindowBase {
   void ShowMenu();
   /// Call after the rows of the view were made again: shows them and redraws the map.
   void ShowRows();
+  /// Drops the selected trails on a row of the range pane.
+  void AddSelectionToRange(RangePanelRow& row);
 
   /// Windows that close with this one. Each removes itself when it closes.
   void AddDependent(ProgramWindow& window) { dependents_.push_back(&window); }

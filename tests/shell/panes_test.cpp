@@ -1,5 +1,6 @@
 // The panes beside the map, with the mouse and the keyboard.
 
+#include "panes/pane_clicks.h"
 #include "shell/map/map_panes.h"
 #include "shell/panes/hint_box.h"
 #include "shell/panes/pane_view.h"
@@ -9,6 +10,8 @@
 
 #include <QAbstractItemModelTester>
 #include <QAccessible>
+#include <QContextMenuEvent>
+#include <QMenu>
 #include <QRubberBand>
 #include <QScrollBar>
 
@@ -84,6 +87,26 @@ class PanesTest : public ShellCase {
   }
   void Key(PaneView& pane, int key, Qt::KeyboardModifiers keys = Qt::NoModifier) {
     QTest::keyClick(&pane, static_cast<Qt::Key>(key), keys);
+  }
+  static QMenu& OpenMenu(PaneView& pane, Qt::Key key, Qt::KeyboardModifiers keys = Qt::NoModifier) {
+    QTest::keyClick(&pane, key, keys);
+    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    EXPECT_NE(menu, nullptr);
+    return *menu;
+  }
+  static void PressInMenu(Qt::Key key) {
+    ASSERT_NE(QApplication::activePopupWidget(), nullptr);
+    QTest::keyClick(QApplication::activePopupWidget(), key);
+  }
+  /// The entries of the menu in front: "-" before those that are grey, "" for a line.
+  static QStringList MenuTexts() {
+    QStringList texts;
+    const auto actions = QApplication::activePopupWidget()->actions();
+    for (const QAction* action : actions) {
+      texts << (action->isEnabled() ? "" : "-") + action->text();
+      if (action->isSeparator()) texts.back().clear();
+    }
+    return texts;
   }
   void DragTo(const QString& trail, QPoint inRanges) {
     QWidget* from = Trails().viewport();
@@ -280,6 +303,105 @@ TEST_F(PanesTest, SpaceTicksTheRowAndLettersFindOne) {
   EXPECT_EQ(SelectedTrails(), (QStringList{"Trail", "Path"}));
 }
 
+TEST_F(PanesTest, ControlAndSpaceAddARowAwayFromTheOthers) {
+  Click(Trails(), "Papio", PaneZone::Triangle);
+  Trails().setFocus();
+  Key(Trails(), Qt::Key_Home);
+  Key(Trails(), Qt::Key_Down);
+  EXPECT_EQ(SelectedTrails(), QStringList{"2020-3-1 Ana"});
+  Key(Trails(), Qt::Key_Down, Qt::ControlModifier);
+  Key(Trails(), Qt::Key_Down, Qt::ControlModifier);
+  EXPECT_EQ(Trails().currentIndex().data(), "Trail");
+  Key(Trails(), Qt::Key_Space, Qt::ControlModifier);
+  EXPECT_EQ(SelectedTrails(), (QStringList{"2020-3-1 Ana", "Trail", "Path"}));
+  Key(Trails(), Qt::Key_Space, Qt::ControlModifier);
+  EXPECT_EQ(SelectedTrails(), QStringList{"2020-3-1 Ana"});
+}
+
+TEST_F(PanesTest, TheMenuKeyAddsTheSelectedTrailsToARange) {
+  Trails().setFocus();
+  Key(Trails(), Qt::Key_Home);
+  for (int i = 0; i < 2; ++i) {
+    QMenu& menu = OpenMenu(Trails(), Qt::Key_Menu);
+    EXPECT_EQ(menu.objectName(), "trailMenu");
+    PressInMenu(Qt::Key_R);
+    PressInMenu(Qt::Key_Up);  // "New" is the last
+    PressInMenu(Qt::Key_Return);
+  }
+  EXPECT_EQ(RangeTexts().mid(0, 2), (QStringList{"Papio", "Papio 2"}));
+  // The other range gets the trails of "Trail".
+  Key(Trails(), Qt::Key_End);
+  Key(Trails(), Qt::Key_Up);
+  EXPECT_EQ(SelectedTrails(), (QStringList{"Trail", "Path"}));
+  OpenMenu(Trails(), Qt::Key_Menu);
+  PressInMenu(Qt::Key_R);
+  EXPECT_EQ(MenuTexts(), (QStringList{"Papio", "Papio 2", "", "New"}));
+  PressInMenu(Qt::Key_Down);
+  PressInMenu(Qt::Key_Return);
+  const Range* second = std::next(Shown().rangeViews.begin())->range;
+  EXPECT_EQ(second->name, "Papio 2");
+  EXPECT_EQ(second->keys.front().type, "Trail");
+  EXPECT_EQ(*shell_.History().UndoName(window_.TheMap()), "Drop on Range Papio 2");
+}
+
+TEST_F(PanesTest, TheMenuOfAPaneHasTheCommandsOfItsRows) {
+  Trails().setFocus();
+  Key(Trails(), Qt::Key_End);
+  OpenMenu(Trails(), Qt::Key_Menu);
+  EXPECT_EQ(MenuTexts(),
+            (QStringList{"-Edit Trail\tReturn", "Add Trail", "-Delete Trail", "",
+                         "-Trail View Control...", "-Check &Trails", "", "-Add to &Range"}));
+  PressInMenu(Qt::Key_Escape);
+  Key(Trails(), Qt::Key_Home);
+  OpenMenu(Trails(), Qt::Key_F10, Qt::ShiftModifier);
+  EXPECT_EQ(MenuTexts(),
+            (QStringList{"Edit Trail\tReturn", "Add Trail", "Delete Trail", "",
+                         "Trail View Control...", "Check &Trails", "", "Add to &Range"}));
+  PressInMenu(Qt::Key_Down);
+  PressInMenu(Qt::Key_Return);
+  EXPECT_EQ(messages_.Entries().back().text,
+            "Please open this set of trails before double clicking");
+}
+
+TEST_F(PanesTest, TheMenuOfTheRangePaneEditsAndSelectsRanges) {
+  Click(Trails(), "Papio");
+  DragTo("Papio", At(Ranges(), "New"));
+  Ranges().setFocus();
+  Key(Ranges(), Qt::Key_Home);
+  OpenMenu(Ranges(), Qt::Key_Menu);
+  EXPECT_EQ(MenuTexts(), (QStringList{"Edit Range\tReturn", "Add Range", "Delete Range", "",
+                                      "Range View Control...", "", "Select All"}));
+  PressInMenu(Qt::Key_Down);
+  PressInMenu(Qt::Key_Return);
+  ASSERT_EQ(window_.Dependents().size(), 1U);
+  EXPECT_EQ(window_.Dependents().front()->Widget().windowTitle(), "Papio");
+  ASSERT_TRUE(window_.Dependents().front()->TryClose());
+  ClearRangeSelection(Shown());
+  OpenMenu(Ranges(), Qt::Key_Menu);
+  PressInMenu(Qt::Key_Up);
+  PressInMenu(Qt::Key_Return);
+  EXPECT_TRUE(Shown().rangeViews.front().selected);
+}
+
+TEST_F(PanesTest, TheSecondButtonOfTheMouseOpensNoMenu) {
+  const QPoint at = At(Trails(), "Papio");
+  QContextMenuEvent event(QContextMenuEvent::Mouse, at, Trails().viewport()->mapToGlobal(at));
+  QApplication::sendEvent(Trails().viewport(), &event);
+  EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+}
+
+TEST_F(PanesTest, ARowGoneFromTheMenuTakesNoTrails) {
+  Click(Trails(), "Papio");
+  DragTo("Papio", At(Ranges(), "New"));
+  QMenu& menu = OpenMenu(Trails(), Qt::Key_Menu);
+  auto* ranges = menu.findChild<QMenu*>(QStringLiteral("addToRange"));
+  ASSERT_TRUE(shell_.History().Undo(window_.TheMap()));
+  ASSERT_EQ(RangeTexts(), QStringList{"New"});
+  ranges->actions().front()->trigger();
+  EXPECT_EQ(RangeTexts(), QStringList{"New"});
+  PressInMenu(Qt::Key_Escape);
+}
+
 TEST_F(PanesTest, ControlAInTheRangePaneSelectsAllRanges) {
   Click(Trails(), "Papio");
   DragTo("Papio", At(Ranges(), "New"));
@@ -323,7 +445,21 @@ TEST_F(PanesTest, ScreenReadersLearnWhetherARowIsTickedAndSelected) {
   QAccessibleInterface* row = tree->tableInterface()->cellAt(1, 0);
   ASSERT_NE(row, nullptr);
   EXPECT_EQ(row->text(QAccessible::Name), "Trail");
+  EXPECT_EQ(tree->role(), QAccessible::Tree);
+  EXPECT_EQ(row->role(), QAccessible::TreeItem);
   EXPECT_TRUE(row->state().selected);
+  EXPECT_TRUE(row->state().checkable);
+  EXPECT_TRUE(row->state().checked);
+  EXPECT_TRUE(row->state().expandable);
+  EXPECT_FALSE(row->state().expanded);
+  EXPECT_EQ(row->text(QAccessible::Description), "Level 1, closed");
+  EXPECT_FALSE(tree->tableInterface()->cellAt(0, 0)->state().selected);
+  EXPECT_FALSE(tree->tableInterface()->cellAt(0, 0)->state().checked) << "follows start hidden";
+  Click(Trails(), "Trail", PaneZone::Triangle);
+  EXPECT_TRUE(tree->tableInterface()->cellAt(1, 0)->state().expanded);
+  EXPECT_EQ(tree->tableInterface()->cellAt(2, 0)->text(QAccessible::Name), "Path");
+  EXPECT_EQ(tree->tableInterface()->cellAt(2, 0)->text(QAccessible::Description), "Level 2");
+  EXPECT_FALSE(tree->tableInterface()->cellAt(3, 0)->state().checkable) << "New";
   EXPECT_EQ(Index(Trails(), "Trail").data(Qt::CheckStateRole), Qt::Checked);
   EXPECT_EQ(Index(Trails(), "Path").data(Qt::AccessibleDescriptionRole), "Level 2");
 }

@@ -23,6 +23,7 @@ constexpr int DragDistance = 4;
 }  // namespace
 
 PaneZone ZoneAt(int x, int rowHeight) {
+  if (x < PaneMargin) return PaneZone::Text;  // left of all columns
   if (x < PaneMargin + rowHeight) return PaneZone::Triangle;
   return x < PaneMargin + 2 * rowHeight ? PaneZone::Tick : PaneZone::Text;
 }
@@ -243,13 +244,18 @@ bool PaneView::event(QEvent* event) {
   return QTreeView::event(event);
 }
 
-void PaneView::GoTo(const QModelIndex& index, Qt::KeyboardModifiers modifiers) {
+void PaneView::ScrollTo(const QModelIndex& index) {
   if (!index.isValid()) return;
-  MakeCurrent(index);
   // `scrollTo` takes the step of a page for what shows.
   QTreeView::updateGeometries();
   scrollTo(index);
   updateGeometries();
+}
+
+void PaneView::GoTo(const QModelIndex& index, Qt::KeyboardModifiers modifiers) {
+  if (!index.isValid()) return;
+  MakeCurrent(index);
+  ScrollTo(index);
   if ((modifiers & Qt::ControlModifier) != 0) return;
   if ((modifiers & Qt::ShiftModifier) != 0) {
     if (!anchor_.isValid()) anchor_ = index;
@@ -307,22 +313,51 @@ void PaneView::keyPressEvent(QKeyEvent* event) {
     CancelDrag();
     return;
   }
-  const QModelIndex current = currentIndex();
   if (event->matches(QKeySequence::SelectAll)) {
     Q_EMIT selectAllRequested();
-  } else if (MoveBy(*event) || OpenBy(*event)) {
-    return;
-  } else if (event->key() == Qt::Key_Space && current.isValid()) {
-    Q_EMIT rowClicked(current, PaneZone::Tick, false);
-  } else if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) &&
-             current.isValid()) {
-    if (!model_.IsSelected(current)) Q_EMIT rowClicked(current, PaneZone::Text, false);
-    Q_EMIT editRequested(current);
   } else if (event->key() == Qt::Key_Delete && event->modifiers() == Qt::NoModifier) {
     Q_EMIT deleteRequested();
-  } else {
+  } else if (!MoveBy(*event) && !OpenBy(*event) && !ActOnCurrent(*event)) {
     QTreeView::keyPressEvent(event);
   }
+}
+
+bool PaneView::ActOnCurrent(const QKeyEvent& event) {
+  const bool shift = (event.modifiers() & Qt::ShiftModifier) != 0;
+  // Not every platform sends the event of a menu for these keys.
+  if (event.key() == Qt::Key_Menu || (event.key() == Qt::Key_F10 && shift)) {
+    RequestMenu();
+    return true;
+  }
+  const QModelIndex current = currentIndex();
+  if (!current.isValid()) return false;
+  switch (event.key()) {
+    case Qt::Key_Space:
+      if ((event.modifiers() & Qt::ControlModifier) != 0) {
+        anchor_ = current;
+        Q_EMIT rowClicked(current, PaneZone::Text, true);
+      } else {
+        Q_EMIT rowClicked(current, PaneZone::Tick, false);
+      }
+      return true;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      EditCurrent();
+      return true;
+    default:
+      return false;
+  }
+}
+
+bool PaneView::CanEditCurrent() const {
+  return currentIndex().isValid() && !model_.LookOf(currentIndex()).fixed;
+}
+
+void PaneView::EditCurrent() {
+  const QModelIndex current = currentIndex();
+  if (!current.isValid()) return;
+  if (!model_.IsSelected(current)) Q_EMIT rowClicked(current, PaneZone::Text, false);
+  Q_EMIT editRequested(current);
 }
 
 void PaneView::keyboardSearch(const QString& text) {
@@ -333,7 +368,11 @@ void PaneView::keyboardSearch(const QString& text) {
 
 void PaneView::contextMenuEvent(QContextMenuEvent* event) {
   // The second button of the mouse has a meaning of its own.
-  if (event->reason() == QContextMenuEvent::Mouse) return;
+  if (event->reason() != QContextMenuEvent::Mouse) RequestMenu();
+}
+
+void PaneView::RequestMenu() {
+  ScrollTo(currentIndex());
   const QRect row = visualRect(currentIndex());
   const QPoint at(PaneMargin + 2 * RowHeight(), row.isValid() ? row.bottom() : 0);
   Q_EMIT menuRequested(viewport()->mapToGlobal(at));

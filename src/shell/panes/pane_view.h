@@ -8,8 +8,6 @@
 
 #include <optional>
 
-class QRubberBand;
-
 namespace orvane {
 
 /// The columns of a pane's row, from left to right.
@@ -46,6 +44,11 @@ class PaneView final : public QTreeView {
   int RowHeight() const;
   bool IsDragging() const { return dragging_; }
 
+  /// What Return does: selects the current row and asks for its editor.
+  void EditCurrent();
+  /// \return true for a row other than "New"
+  bool CanEditCurrent() const;
+
  Q_SIGNALS:
   /// The button was released on the row where it was pressed, or the keyboard did the same.
   /// \param index  invalid for a click on no row
@@ -57,6 +60,8 @@ class PaneView final : public QTreeView {
   void editRequested(const QModelIndex& index);
   /// A double click with another button than the first.
   void controlRequested();
+  /// The menu key was pressed.
+  /// \param global  under the current row
   void menuRequested(QPoint global);
   void selectAllRequested();
   /// The key Delete.
@@ -89,10 +94,12 @@ class PaneView final : public QTreeView {
   void ExpandOpenRows(const QModelIndex& parent);
   void GatherSelected(const QModelIndex& parent, QItemSelection& selection) const;
   void MakeCurrent(const QModelIndex& index);
+  void ScrollTo(const QModelIndex& index);
   void GoTo(const QModelIndex& index, Qt::KeyboardModifiers modifiers);
   bool MoveBy(const QKeyEvent& event);
   bool OpenBy(const QKeyEvent& event);
-  void Drag(QPoint at, bool end);
+  bool ActOnCurrent(const QKeyEvent& event);
+  void RequestMenu();
   void EndDrag();
   void CancelDrag();
   void WatchForTip(QPoint at);

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QPoint>
+
+namespace orvane {
+
+class MapWindowWidget;
+
+/// Opens the menu that the menu key brings up in a pane: the editor of the current row, the commands
+/// of the menu bar on rows of that pane, and in the trail pane "Add to Range" with the ranges and
+/// "New", which does what dropping the selected trails there does.
+/// \param global  where the menu opens, a pixel of the screen
+void OpenTrailMenu(MapWindowWidget& window, QPoint global);
+void OpenRangeMenu(MapWindowWidget& window, QPoint global);
+
+}  // namespace orvane
