@@ -13,11 +13,13 @@ namespace {
 constexpr int HintDelay = 500;
 /// Pixels that the pointer may move meanwhile, rows and columns together.
 constexpr int HintSlack = 10;
+/// Farther than that from any pixel of the captions.
+constexpr QPoint NoPoint(-1000, -1000);
 
 }  // namespace
 
 HintHeader::HintHeader(int baseline, int height, QWidget* parent)
-    : QHeaderView(Qt::Horizontal, parent), baseline_(baseline) {
+    : QHeaderView(Qt::Horizontal, parent), baseline_(baseline), hintPoint_(NoPoint) {
   setObjectName(QStringLiteral("cellHeader"));
   QFont bold(QStringLiteral("helvetica"), 10);
   bold.setBold(true);
@@ -80,7 +82,7 @@ void HintHeader::keyPressEvent(QKeyEvent* event) {
 bool HintHeader::viewportEvent(QEvent* event) {
   if (event->type() == QEvent::Leave) {
     StopHint();
-    hintPoint_ = {};
+    hintPoint_ = NoPoint;
   }
   return QHeaderView::viewportEvent(event);
 }
