@@ -1,6 +1,7 @@
 #include "editing/trail_editor.h"
 
 #include "base/messages.h"
+#include "base/utf8.h"
 #include "editing/trail_cells.h"
 #include "model/workspace.h"
 
@@ -62,9 +63,10 @@ void TrailEditor::MakeAgain() {
 
 std::string TrailEditor::Title() const {
   if (trail_ == nullptr) return "New Trail";
-  if (trail_->name) return "Trail: " + trail_->name->substr(0, TitleBytes);
+  const auto cut = [](const std::string& text) { return std::string(CutText(text, TitleBytes)); };
+  if (trail_->name) return "Trail: " + cut(*trail_->name);
   std::string title = "Trail: " + FormatDate(trail_->date);
-  if (trail_->focalAnimal) title += " " + trail_->focalAnimal->substr(0, TitleBytes);
+  if (trail_->focalAnimal) title += " " + cut(*trail_->focalAnimal);
   return title;
 }
 

@@ -43,6 +43,12 @@ TEST_F(SaveTrailTest, OkWithoutAChangeLeavesTheMapAlone) {
   EXPECT_EQ(map.flags & MapDirty, 0U);
 }
 
+TEST_F(SaveTrailTest, ATitleEndsWithAWholeLetter) {
+  Trail& trail = TrailNamed("Kana");
+  trail.name = "For\xC3\xAAt de l'Ouest 2\xC3\xA9tang";  // the second accent has the 20th byte
+  EXPECT_EQ(TrailEditor(map, &trail).Title(), "Trail: For\xC3\xAAt de l'Ouest 2");
+}
+
 TEST_F(SaveTrailTest, AChangedReadingMovesThePoint) {
   TrailEditor editor(map, &TrailNamed("Kana"));
   ASSERT_EQ(editor.Mode(), EntryMode::Mixture);
