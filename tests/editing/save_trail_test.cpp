@@ -112,6 +112,23 @@ TEST_F(SaveTrailTest, AVisitMakesNoReading) {
   EXPECT_EQ(NamesOf(TrailNamed("Kana")).back(), "Fig");
 }
 
+TEST_F(SaveTrailTest, APointWithoutReadingsStaysOnItsTrail) {
+  TrailEditor editor(map, &TrailNamed("Kana"));
+  editor.SetCell(editor.RowCount(), ColumnName, "Fig");
+  editor.SetCell(editor.RowCount() - 1, ColumnPoint, "");
+  SaveTrailEditor(editor, history);
+  Named(map, "Fig").note = "\told";
+  TrailEditor again(map, &TrailNamed("Kana"));
+  const size_t last = again.RowCount() - 1;
+  EXPECT_EQ(again.GetCell(last, ColumnName), "Fig");
+  EXPECT_EQ(again.GetCell(last, ColumnPoint), "");
+  ASSERT_TRUE(again.Rows()[last].isRepeat);
+  again.SetCell(2, ColumnDistance, "52");
+  ASSERT_EQ(SaveTrailEditor(again, history), SaveOutcome::Closes);
+  EXPECT_EQ(NamesOf(TrailNamed("Kana")).back(), "Fig");
+  EXPECT_EQ(*Named(map, "Fig").note, "\told");
+}
+
 // The marks of all stops of a follow were lost by any change of it.
 TEST_F(SaveTrailTest, AStopKeepsItsMark) {
   Trail* follow = FindTrailByDate(map, "Papio", PackDate(2020, 3, 1), "Ana");

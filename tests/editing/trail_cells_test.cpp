@@ -1,6 +1,8 @@
 #include "editing/trail_cells.h"
 
+#include "base/messages.h"
 #include "editing/trail_columns.h"
+#include "model/workspace.h"
 
 #include <gtest/gtest.h>
 
@@ -121,6 +123,14 @@ TEST(TrailCells, ARefusedTextLeavesTheRow) {
   row.distance = 12;
   SetTrailCellText(row, ColumnDistance, 0, "1o");
   EXPECT_EQ(row.distance, 12);
+}
+
+TEST(TrailColumns, TheHintOnBearingsKeepsItsByte) {
+  RecordedMessages messages;
+  Workspace workspace(messages);
+  const Map& map = MakeMap(workspace, "site.map");
+  const std::string& hint = TrailColumns(EntryMode::Relative, map)[3].hint;
+  EXPECT_NE(hint.find("\n  or N34\xA1 12'E.\n"), std::string::npos) << hint;
 }
 
 }  // namespace
