@@ -2,7 +2,7 @@
 
 #include "base/dates.h"
 #include "base/file_names.h"
-#include "base/files.h"
+#include "base/write_failure.h"
 #include "cli/edit_session.h"
 #include "cli/exit_status.h"
 #include "cli/profile_command.h"
@@ -10,6 +10,7 @@
 #include "cli/text_output.h"
 #include "model/styles.h"
 #include "pages/map_pages.h"
+#include "pages/page_limits.h"
 #include "pages/print_dialog.h"
 #include "pages/report_pages.h"
 #include "paint/print_job.h"
@@ -52,32 +53,16 @@ int Write(const std::string& output, const std::string& bytes, LineMessages& mes
     Print(bytes);
     return ExitDone;
   }
-  switch (WriteFileAtomically(output, bytes)) {
-    case WriteResult::Done:
-      return ExitDone;
-    case WriteResult::CannotOpen:
-      NoteError(messages, "Can't open file %s", {output});
-      break;
-    case WriteResult::Failed:
-      NoteError(messages, "Can't write file %s", {output});
-      break;
-  }
+  const WriteResult result = WriteFileAtomically(output, bytes);
+  if (result == WriteResult::Done) return ExitDone;
+  messages.Post(Severity::Error, WriteFailure(result, output));
   return ExitFailed;
 }
 
 /// Makes the PDF file of all pages, after the question about a long job.
 int PrintToPdf(PrintedPages& pages, const QPageLayout& layout, LineMessages& messages,
                const PrintRequest& request) {
-  const int count = CountPages(pages, request.resolution);
-  if (count > MostPages) {
-    NoteError(messages, "Too many pages (%s)", {std::to_string(count)});
-    return ExitFailed;
-  }
-  if (count > MostPagesUnasked &&
-      AskUser(messages, "Print", "Print", "Cancel", "", "This makes %s pages. Print them all?",
-              {std::to_string(count)}) != 1) {
-    return ExitFailed;
-  }
+  if (!MayPrint(messages, CountPages(pages, request.resolution))) return ExitFailed;
   const auto bytes = PdfOf(pages, layout, request.resolution, nullptr);
   if (!bytes) {
     NoteError(messages, "Can't draw the pages");

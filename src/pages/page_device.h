@@ -8,6 +8,7 @@ struct PageDevice {
   int width = 0;                 ///< pixels
   int verticalResolution = 0;    ///< pixels to the inch
   int horizontalResolution = 0;  ///< pixels to the inch
+  int marginBelow = 0;           ///< pixels of paper below the area, in which a foot line has room
 };
 
 }  // namespace orvane

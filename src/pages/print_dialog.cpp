@@ -4,6 +4,7 @@
 #include "base/text.h"
 #include "geo/angle_text.h"
 #include "geo/earth.h"
+#include "pages/page_limits.h"
 #include "view/view_transform.h"
 
 #include <algorithm>
@@ -312,7 +313,7 @@ std::optional<std::string> AcceptPrintDialog(const PrintDialog& dialog, PrintMap
 
   SetPrintFrame(print, frame);
   const long long pages = PageCount(print);
-  if (pages > MostPages) return FormatText("Too many pages (%s)", {std::to_string(pages)});
+  if (pages > MostPages) return TooManyPages(pages);
   print.pointSize = static_cast<int>(*pointSize);
   print.label = dialog.label;
   print.gridColor = static_cast<Color>(*gridColor);

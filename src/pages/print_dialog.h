@@ -72,9 +72,4 @@ const char* FillPageTitle(const PrintDialog& dialog);
 std::optional<std::string> AcceptPrintDialog(const PrintDialog& dialog, PrintMapWindow& print,
                                              PrintSettings& settings);
 
-/// A job of more pages asks first: "This makes %d pages. Print them all?".
-constexpr int MostPagesUnasked = 100;
-/// A job of more pages is refused.
-constexpr int MostPages = 10000;
-
 }  // namespace orvane

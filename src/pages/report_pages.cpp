@@ -1,6 +1,5 @@
 #include "pages/report_pages.h"
 
-#include "pages/paper.h"
 #include "reports/profile_drawing.h"
 
 #include <algorithm>
@@ -13,18 +12,29 @@ namespace {
 constexpr int TableSize = 9;    // points
 constexpr int ProfileSize = 7;  // points
 
-/// Draws the line in the bottom margin.
+/// Pixels that the foot line takes from the page itself: none if the bottom margin has room for it.
+int FootRoom(const PageDevice& device, const Canvas& canvas) {
+  const int line = canvas.LineHeight(CanvasFont::Small);
+  return device.marginBelow >= 2 * line ? 0 : line + line / 2;
+}
+
+/// Draws the line in the bottom margin, or at the end of a page whose margin is too narrow.
 void DrawFootLine(const ReportPageFrame& frame, int page, int count, Canvas& canvas) {
   const PageDevice& device = frame.device;
-  constexpr double MillimetersPerInch = 25.4;
-  const int margin = static_cast<int>(PdfMargin / MillimetersPerInch * device.verticalResolution);
-  canvas.SetClip({0, device.height, device.width, device.height + margin});
+  const bool inMargin = FootRoom(device, canvas) == 0;
+  const int bottom = device.height + (inMargin ? device.marginBelow : 0);
+  const int baseline = inMargin ? device.height + device.marginBelow / 2
+                                : device.height - canvas.LineHeight(CanvasFont::Small) +
+                                      canvas.Ascent(CanvasFont::Small);
   canvas.SetFont(CanvasFont::Small);
   canvas.SetForeColor(ForegroundColor);
-  const int baseline = device.height + margin / 2;
   const std::string number = "page " + std::to_string(page + 1) + " of " + std::to_string(count);
+  const int dateLeft = (device.width - canvas.TextWidth(frame.date)) / 2;
+  // A long name is cut before the date.
+  canvas.SetClip({0, 0, dateLeft - canvas.TextWidth("  "), bottom});
   canvas.DrawText({0, baseline}, frame.mapName);
-  canvas.DrawText({(device.width - canvas.TextWidth(frame.date)) / 2, baseline}, frame.date);
+  canvas.SetClip({0, 0, device.width, bottom});
+  canvas.DrawText({dateLeft, baseline}, frame.date);
   canvas.DrawText({device.width - canvas.TextWidth(number), baseline}, number);
 }
 
@@ -32,7 +42,7 @@ void DrawFootLine(const ReportPageFrame& frame, int page, int count, Canvas& can
 
 void ReportPages::SetUp(ReportView& view, const Canvas& canvas) const {
   view.viewWidth = frame_.device.width;
-  view.viewHeight = frame_.device.height;
+  view.viewHeight = frame_.device.height - FootRoom(frame_.device, canvas);
   view.scrollX = 0;
   view.scrollY = 0;
   TakeReportFont(view, canvas);

@@ -53,7 +53,8 @@ PageDevice DeviceOf(const QPageLayout& layout, int resolution) {
   return {.height = area.height(),
           .width = area.width(),
           .verticalResolution = resolution,
-          .horizontalResolution = resolution};
+          .horizontalResolution = resolution,
+          .marginBelow = layout.marginsPixels(resolution).bottom()};
 }
 
 int CountPages(PrintedPages& pages, int resolution) {
@@ -66,27 +67,30 @@ int CountPages(PrintedPages& pages, int resolution) {
   return pages.Count();
 }
 
-PrintResult PrintPages(PrintedPages& pages, QPagedPaintDevice& device, Progress* progress) {
+PrintResult PrintPages(PrintedPages& pages, QPagedPaintDevice& device, Progress* progress,
+                       PageSpan span) {
   const int resolution = device.logicalDpiX();
   const PageDevice area = DeviceOf(device.pageLayout(), resolution);
   const CanvasFonts fonts = FontsOf(pages, resolution);
   CountPages(pages, resolution);
+  const int end = std::min(span.end, pages.Count());
+  if (span.first >= end) return PrintResult::Failed;
   QPainter painter;
   if (!painter.begin(&device)) return PrintResult::Failed;
-  for (int page = 0; page < pages.Count(); ++page) {
+  for (int page = span.first; page < end; ++page) {
     if (progress != nullptr) {
-      progress->Reach(WorkStage::Printing, static_cast<size_t>(page),
-                      static_cast<size_t>(pages.Count()));
+      progress->Reach(WorkStage::Printing, static_cast<size_t>(page - span.first),
+                      static_cast<size_t>(end - span.first));
     }
     if (IsCanceled(progress)) return PrintResult::Canceled;
-    if (page > 0 && !device.newPage()) return PrintResult::Failed;
+    if (page > span.first && !device.newPage()) return PrintResult::Failed;
     DrawOnePage(pages, page, painter, fonts, area);
   }
   return painter.end() ? PrintResult::Done : PrintResult::Failed;
 }
 
 std::optional<std::string> PdfOf(PrintedPages& pages, const QPageLayout& layout, int resolution,
-                                 Progress* progress) {
+                                 Progress* progress, PageSpan span) {
   const DrawingSession session;
   QByteArray bytes;
   QBuffer buffer(&bytes);
@@ -96,7 +100,7 @@ std::optional<std::string> PdfOf(PrintedPages& pages, const QPageLayout& layout,
   writer.setPageLayout(layout);
   writer.setTitle(DisplayText(pages.Title()));
   writer.setCreator(QStringLiteral("Orvane"));
-  if (PrintPages(pages, writer, progress) != PrintResult::Done) return std::nullopt;
+  if (PrintPages(pages, writer, progress, span) != PrintResult::Done) return std::nullopt;
   buffer.close();
   return bytes.toStdString();
 }

@@ -7,6 +7,7 @@
 
 #include <QPageLayout>
 
+#include <limits>
 #include <optional>
 #include <string>
 
@@ -29,13 +30,21 @@ PageDevice DeviceOf(const QPageLayout& layout, int resolution);
 /// \return how many there are
 int CountPages(PrintedPages& pages, int resolution);
 
+/// Some of the pages of a job, from `first` to just before `end`, counted from 0.
+struct PageSpan {
+  int first = 0;
+  int end = std::numeric_limits<int>::max();
+};
+
 /// How a print job ended.
 enum class PrintResult { Done, Canceled, Failed };
 
-/// Draws all pages, one after the other.
+/// Draws pages, one after the other.
 /// \param device    with its page layout and resolution set, and not yet painted on
 /// \param progress  asked before each page; may be null
-PrintResult PrintPages(PrintedPages& pages, QPagedPaintDevice& device, Progress* progress);
+/// \return `Failed` also for a span without pages
+PrintResult PrintPages(PrintedPages& pages, QPagedPaintDevice& device, Progress* progress,
+                       PageSpan span = {});
 
 /// Makes a PDF file of the pages: text stays text, lines stay lines.
 /// \param layout      of `PdfLayout`
@@ -43,6 +52,6 @@ PrintResult PrintPages(PrintedPages& pages, QPagedPaintDevice& device, Progress*
 /// \param progress    may be null
 /// \return the bytes of the file, or nothing if it could not be drawn or was cancelled
 std::optional<std::string> PdfOf(PrintedPages& pages, const QPageLayout& layout, int resolution,
-                                 Progress* progress);
+                                 Progress* progress, PageSpan span = {});
 
 }  // namespace orvane

@@ -1,7 +1,7 @@
 #include "paint/render.h"
 
-#include "base/files.h"
 #include "base/text.h"
+#include "base/write_failure.h"
 #include "paint/canvas_fonts.h"
 #include "paint/display_text.h"
 #include "paint/drawing_session.h"
@@ -172,16 +172,9 @@ bool RenderDrawing(const Drawing& drawing, const RenderOptions& options, const s
   }
   const auto bytes = RenderDrawing(drawing, *format, options, error);
   if (!bytes) return false;
-  switch (WriteFileAtomically(path, *bytes)) {
-    case WriteResult::Done:
-      return true;
-    case WriteResult::CannotOpen:
-      error = "Can't open file " + path;
-      return false;
-    case WriteResult::Failed:
-      error = "Can't write file " + path;
-      return false;
-  }
+  const WriteResult result = WriteFileAtomically(path, *bytes);
+  if (result == WriteResult::Done) return true;
+  error = WriteFailure(result, path);
   return false;
 }
 

@@ -14,7 +14,11 @@ namespace {
 
 /// Pages of 400 x 205 pixels; lines are 10 high.
 ReportPageFrame SmallPages() {
-  return {{.height = 205, .width = 400, .verticalResolution = 100, .horizontalResolution = 100},
+  return {{.height = 205,
+           .width = 400,
+           .verticalResolution = 100,
+           .horizontalResolution = 100,
+           .marginBelow = 39},
           "site.map",
           "2026-3-1"};
 }
@@ -81,6 +85,40 @@ TEST(TrailSummaryPagesTest, PrintsEachLineOnceAndTheHeadingsOnEachPage) {
     EXPECT_EQ(TextsFrom(drawn, last).size(), 1U);
     EXPECT_EQ(pages.Count(), expected) << count;
   }
+}
+
+/// A name has six pixels a letter, and so has a date of eight letters: it begins at 176.
+TEST(TrailSummaryPagesTest, KeepsTheFootLineOnAPageWithNarrowMargins) {
+  SmallMap map;
+  Point& a = map.AddPoint("", 0, 0);
+  Point& b = map.AddPoint("", 0, 100);
+  std::vector<Trail*> trails;
+  for (int i = 0; i < 40; ++i) {
+    trails.push_back(&map.AddTrail("T" + std::to_string(1000 + i), {&a, &b}, 0));
+  }
+  ReportPageFrame frame = SmallPages();
+  frame.device.marginBelow = 19;
+  TrailSummaryPages pages(frame, trails, 0);
+  const std::vector<RecordingCanvas> drawn = DrawAll(pages);
+  EXPECT_EQ(TextsFrom(drawn, "site.map").at("site.map").baseline, 203);
+  for (const auto& [name, found] : TextsFrom(drawn, "T1")) {
+    EXPECT_LE(found.baseline + 2, 205 - 15) << name;
+  }
+  frame.device.marginBelow = 20;
+  TrailSummaryPages wide(frame, trails, 0);
+  EXPECT_EQ(TextsFrom(DrawAll(wide), "site.map").at("site.map").baseline, 215);
+}
+
+TEST(TrailSummaryPagesTest, CutsALongNameBeforeTheDate) {
+  ReportPageFrame frame = SmallPages();
+  frame.mapName = std::string(200, 'm');
+  TrailSummaryPages pages(frame, {}, 0);
+  const std::vector<RecordingCanvas> drawn = DrawAll(pages);
+  const int date = (400 - drawn[0].TextWidth(frame.date)) / 2;
+  const int blanks = drawn[0].TextWidth("  ");
+  const std::string cut = "clip 0,0 " + std::to_string(date - blanks) + ",244";
+  const std::vector<std::string> clips = drawn[0].Having("clip");
+  EXPECT_EQ(std::count(clips.begin(), clips.end(), cut), 1) << clips.back();
 }
 
 TEST(PointIndexPagesTest, PrintsEachNameOnce) {
