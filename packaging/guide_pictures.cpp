@@ -20,6 +20,7 @@
 #include "shell/map_window_widget.h"
 #include "shell/messages/box_messages.h"
 #include "shell/messages/messages_window.h"
+#include "shell/print/print_map_dialog.h"
 #include "shell/program.h"
 #include "shell/recovery/recovery_dialog.h"
 
@@ -141,6 +142,15 @@ class GuidePictures {
   void ShowDialogs(MapWindowWidget& window) {
     SaveShown(std::make_unique<OrientationDialog>(window.Shown(), &window),
               QStringLiteral("orientation"));
+    constexpr PageDevice A4{.height = 6543,
+                            .width = 4488,
+                            .verticalResolution = 600,
+                            .horizontalResolution = 600,
+                            .marginBelow = 236};
+    PrintMapWindow print = MakePrintView(window.Shown(), A4);
+    PrintSettings settings;
+    SaveShown(std::make_unique<PrintMapDialog>(print, settings, boxes_, &window),
+              QStringLiteral("print-dialog"));
     SaveBoxes(QStringLiteral("question"), 1, [this] {
       boxes_.Ask("Save Map?", {"Save", "Cancel", "Don't Save"},
                  "season.map has changed, do you want to save it?");

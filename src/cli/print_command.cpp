@@ -63,7 +63,7 @@ int Write(const std::string& output, const std::string& bytes, LineMessages& mes
 int PrintToPdf(PrintedPages& pages, const QPageLayout& layout, LineMessages& messages,
                const PrintRequest& request) {
   if (!MayPrint(messages, CountPages(pages, request.resolution))) return ExitFailed;
-  const auto bytes = PdfOf(pages, layout, request.resolution, nullptr);
+  const auto bytes = PdfOf(pages, layout, request.resolution);
   if (!bytes) {
     NoteError(messages, "Can't draw the pages");
     return ExitFailed;
@@ -79,7 +79,7 @@ std::unique_ptr<PrintedPages> PagesOfMap(const MapWindow& window, const PageDevi
   PrintDialog dialog = OpenPrintDialog(view, settings);
   SetFields(request, dialog);
   if (const auto refusal = AcceptPrintDialog(dialog, view, settings)) {
-    messages.Post(Severity::Error, *refusal);
+    messages.Post(Severity::Error, refusal->message);
     return nullptr;
   }
   return std::make_unique<MapPages>(std::move(view));

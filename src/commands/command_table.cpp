@@ -24,6 +24,7 @@ constexpr std::array Commands{
     CommandInfo{CommandImportGis, "&Import GIS...", ""},
     CommandInfo{CommandPageSetup, "Pag&e Setup...", "Ctrl+Shift+P"},
     CommandInfo{CommandPrint, "&Print...", "Ctrl+P"},
+    CommandInfo{CommandPrintPreview, "Print Previe&w...", "Ctrl+Alt+P"},
     CommandInfo{CommandSavePicture, "Save Pict&ure of Map...", "Ctrl+Alt+S"},
     CommandInfo{CommandRecentMaps, "&Recent Maps", ""},
     CommandInfo{CommandReload, "Re&load from Disk", "F5"},
@@ -71,12 +72,12 @@ constexpr std::array Commands{
 };
 
 constexpr std::array FileMenu{
-    CommandNewMap,       CommandOpenMap,       CommandOpenBasis, CommandSetBasis,
-    CommandNone,         CommandCloseMap,      CommandSave,      CommandSaveAs,
-    CommandSaveSimplyAs, CommandSaveAsArcView, CommandNone,      CommandImportSpreadsheet,
-    CommandImportSubmap, CommandImportGis,     CommandNone,      CommandPageSetup,
-    CommandPrint,        CommandSavePicture,   CommandNone,      CommandRecentMaps,
-    CommandReload,       CommandNone,          CommandExit};
+    CommandNewMap,       CommandOpenMap,       CommandOpenBasis,   CommandSetBasis,
+    CommandNone,         CommandCloseMap,      CommandSave,        CommandSaveAs,
+    CommandSaveSimplyAs, CommandSaveAsArcView, CommandNone,        CommandImportSpreadsheet,
+    CommandImportSubmap, CommandImportGis,     CommandNone,        CommandPageSetup,
+    CommandPrint,        CommandPrintPreview,  CommandSavePicture, CommandNone,
+    CommandRecentMaps,   CommandReload,        CommandNone,        CommandExit};
 constexpr std::array EditMenu{CommandUndo,   CommandRedo,           CommandNone, CommandCut,
                               CommandCopy,   CommandPaste,          CommandNone, CommandAdd,
                               CommandDelete, CommandGraphicalInput, CommandNone, CommandCopyImage};

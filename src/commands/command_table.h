@@ -67,7 +67,8 @@ enum CommandId : int {
   CommandReload = 40009,
   CommandSmoothLines = 40010,
   CommandUndo = 40011,
-  CommandRedo = 40012
+  CommandRedo = 40012,
+  CommandPrintPreview = 40013
 };
 
 /// \return true for the further numbers of the help command

@@ -22,7 +22,7 @@ constexpr CommandId DisabledAtStart[] = {
     CommandZoomIn,
     // Likewise, of the later commands.
     CommandSavePicture, CommandCopyImage, CommandShowWholeMap, CommandReload, CommandUndo,
-    CommandRedo};
+    CommandRedo, CommandPrintPreview};
 
 MenuState AllEnabled() {
   MenuState menu;

@@ -2,15 +2,13 @@
 
 #include "base/messages.h"
 
-namespace orvane {
+#include <string>
 
-std::string TooManyPages(long long pages) {
-  return "Too many pages (" + std::to_string(pages) + ")";
-}
+namespace orvane {
 
 bool MayPrint(Messages& messages, int pages) {
   if (pages > MostPages) {
-    messages.Post(Severity::Error, TooManyPages(pages));
+    NoteError(messages, "Too many pages (%s)", {std::to_string(pages)});
     return false;
   }
   return pages <= MostPagesUnasked ||

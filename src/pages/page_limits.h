@@ -1,7 +1,5 @@
 #pragma once
 
-#include <string>
-
 namespace orvane {
 
 class Messages;
@@ -10,9 +8,6 @@ class Messages;
 constexpr int MostPagesUnasked = 100;
 /// A job of more pages is refused.
 constexpr int MostPages = 10000;
-
-/// \return the message that refuses a job of more than `MostPages`
-std::string TooManyPages(long long pages);
 
 /// Refuses a job of too many pages, and asks before a long one.
 /// \return true if the job may be printed

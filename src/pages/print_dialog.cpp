@@ -165,12 +165,14 @@ std::optional<double> ReadDistance(std::string_view text) {
   return meters;
 }
 
-/// What reading a group of fields gives: a frame, or the message for the first wrong field.
+/// What reading a group of fields gives: a frame, or what is wrong with the first wrong field.
 struct ReadFrame {
   PrintFrame frame;
-  const char* wrong = nullptr;
+  std::optional<PrintRefusal> wrong{};
 };
-ReadFrame Wrong(const char* message) { return {{}, message}; }
+ReadFrame Wrong(const char* message, std::string PrintDialog::*field) {
+  return {{}, PrintRefusal{message, field}};
+}
 
 constexpr const char* BadScale = "Bad scale (must be 1:<some number>)";
 
@@ -194,15 +196,15 @@ ReadFrame FramePage(const PrintDialog& dialog, const PrintMapWindow& print) {
 
 ReadFrame FrameArea(const PrintDialog& dialog, const PrintMapWindow& print) {
   const auto north = ReadAngle(dialog.north, AngleMode::Latitude);
-  if (!north) return Wrong("Bad North Latitude");
+  if (!north) return Wrong("Bad North Latitude", &PrintDialog::north);
   const auto south = ReadAngle(dialog.south, AngleMode::Latitude);
-  if (!south || *north < *south) return Wrong("Bad South Latitude");
+  if (!south || *north < *south) return Wrong("Bad South Latitude", &PrintDialog::south);
   const auto east = ReadAngle(dialog.east, AngleMode::Longitude);
-  if (!east) return Wrong("Bad East Longitude");
+  if (!east) return Wrong("Bad East Longitude", &PrintDialog::east);
   const auto west = ReadAngle(dialog.west, AngleMode::Longitude);
-  if (!west || *east < *west) return Wrong("Bad West Longitude");
+  if (!west || *east < *west) return Wrong("Bad West Longitude", &PrintDialog::west);
   const auto scale = ReadScale(dialog.areaScale, print.device);
-  if (!scale) return Wrong(BadScale);
+  if (!scale) return Wrong(BadScale, &PrintDialog::areaScale);
   const LatLon center{.lat = (*north + *south) / 2, .lon = (*east + *west) / 2};
   return {{.center = center,
            .vertical = DegreesToMeters(*north) - DegreesToMeters(*south),
@@ -217,24 +219,24 @@ ReadFrame FramePoint(const PrintDialog& dialog, const PrintMapWindow& print) {
     frame.center.lon = shown;  // the text has lost digits
   } else {
     const auto longitude = ReadAngle(dialog.centerLongitude, AngleMode::Longitude);
-    if (!longitude) return Wrong("Bad Longitude");
+    if (!longitude) return Wrong("Bad Longitude", &PrintDialog::centerLongitude);
     frame.center.lon = *longitude;
   }
   const auto latitude = ReadAngle(dialog.centerLatitude, AngleMode::Latitude);
-  if (!latitude) return Wrong("Bad Latitude");
+  if (!latitude) return Wrong("Bad Latitude", &PrintDialog::centerLatitude);
   frame.center.lat = *latitude;
   const auto vertical = ReadDistance(dialog.vertical);
-  if (!vertical) return Wrong("Bad Vertical distance");
+  if (!vertical) return Wrong("Bad Vertical distance", &PrintDialog::vertical);
   frame.vertical = *vertical;
   const auto horizontal = ReadDistance(dialog.horizontal);
-  if (!horizontal) return Wrong("Bad Horizontal distance");
+  if (!horizontal) return Wrong("Bad Horizontal distance", &PrintDialog::horizontal);
   frame.horizontal = *horizontal;
   const auto scale = ReadScale(dialog.pointScale, print.device);
-  if (!scale) return Wrong(BadScale);
+  if (!scale) return Wrong(BadScale, &PrintDialog::pointScale);
   frame.scale = *scale;
   const RealPrefix rotation = ReadReal(dialog.rotation);
   if (rotation.length != dialog.rotation.size() || std::abs(rotation.value) > 360) {
-    return Wrong("Bad rotation angle");
+    return Wrong("Bad rotation angle", &PrintDialog::rotation);
   }
   frame.rotation = static_cast<float>(rotation.value);
   return {frame};
@@ -301,19 +303,24 @@ const char* FillPageTitle(const PrintDialog& dialog) {
                               : "Print current window to fill page";
 }
 
-std::optional<std::string> AcceptPrintDialog(const PrintDialog& dialog, PrintMapWindow& print,
-                                             PrintSettings& settings) {
+std::optional<PrintRefusal> AcceptPrintDialog(const PrintDialog& dialog, PrintMapWindow& print,
+                                              PrintSettings& settings) {
   const auto [frame, wrong] = FrameOf(dialog, print);
-  if (wrong != nullptr) return wrong;
+  if (wrong) return wrong;
   const auto pointSize = ReadWhole(dialog.pointSize, 10);
-  if (!pointSize || *pointSize < 1 || *pointSize > 72) return "Bad point size";
+  if (!pointSize || *pointSize < 1 || *pointSize > 72) {
+    return PrintRefusal{"Bad point size", &PrintDialog::pointSize};
+  }
   const bool hasSign = dialog.gridColor.starts_with('#');
   const auto gridColor = ReadWhole(hasSign ? dialog.gridColor.substr(1) : dialog.gridColor, 16);
-  if (!gridColor || *gridColor < 0 || *gridColor > 0xFFFFFF) return "Bad color";
+  if (!gridColor || *gridColor < 0 || *gridColor > 0xFFFFFF) {
+    return PrintRefusal{"Bad color", &PrintDialog::gridColor};
+  }
 
   SetPrintFrame(print, frame);
   const long long pages = PageCount(print);
-  if (pages > MostPages) return TooManyPages(pages);
+  if (pages > MostPages)
+    return PrintRefusal{FormatText("Too many pages (%s)", {std::to_string(pages)})};
   print.pointSize = static_cast<int>(*pointSize);
   print.label = dialog.label;
   print.gridColor = static_cast<Color>(*gridColor);

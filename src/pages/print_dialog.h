@@ -66,10 +66,16 @@ PrintDialog OpenPrintDialog(PrintMapWindow& print, const PrintSettings& settings
 /// The title of the first choice.
 const char* FillPageTitle(const PrintDialog& dialog);
 
+/// Why the dialog stays open.
+struct PrintRefusal {
+  std::string message;
+  std::string PrintDialog::*field = nullptr;  ///< the wrong one; null if it is none in particular
+};
+
 /// Checks the fields that the choice needs and sets the view by them; fonts and colours as well.
 /// What is accepted becomes the new settings.
-/// \return nothing, or the message for the first field that is wrong; then the dialog stays open
-std::optional<std::string> AcceptPrintDialog(const PrintDialog& dialog, PrintMapWindow& print,
-                                             PrintSettings& settings);
+/// \return nothing, or what is wrong first
+std::optional<PrintRefusal> AcceptPrintDialog(const PrintDialog& dialog, PrintMapWindow& print,
+                                              PrintSettings& settings);
 
 }  // namespace orvane

@@ -67,30 +67,33 @@ int CountPages(PrintedPages& pages, int resolution) {
   return pages.Count();
 }
 
-PrintResult PrintPages(PrintedPages& pages, QPagedPaintDevice& device, Progress* progress,
-                       PageSpan span) {
+PrintResult PrintPages(PrintedPages& pages, QPagedPaintDevice& device, const PrintRun& run) {
   const int resolution = device.logicalDpiX();
   const PageDevice area = DeviceOf(device.pageLayout(), resolution);
   const CanvasFonts fonts = FontsOf(pages, resolution);
   CountPages(pages, resolution);
-  const int end = std::min(span.end, pages.Count());
-  if (span.first >= end) return PrintResult::Failed;
+  const int first = run.span.first;
+  const int end = std::min(run.span.end, pages.Count());
+  if (first >= end) return PrintResult::Failed;
   QPainter painter;
   if (!painter.begin(&device)) return PrintResult::Failed;
-  for (int page = span.first; page < end; ++page) {
-    if (progress != nullptr) {
-      progress->Reach(WorkStage::Printing, static_cast<size_t>(page - span.first),
-                      static_cast<size_t>(end - span.first));
+  for (int page = first; page < end; ++page) {
+    if (run.progress != nullptr) {
+      run.progress->Reach(WorkStage::Printing, static_cast<size_t>(page - first),
+                          static_cast<size_t>(end - first));
     }
-    if (IsCanceled(progress)) return PrintResult::Canceled;
-    if (page > span.first && !device.newPage()) return PrintResult::Failed;
+    if (IsCanceled(run.progress)) {
+      if (run.discard) run.discard();
+      return PrintResult::Canceled;
+    }
+    if (page > first && !device.newPage()) return PrintResult::Failed;
     DrawOnePage(pages, page, painter, fonts, area);
   }
   return painter.end() ? PrintResult::Done : PrintResult::Failed;
 }
 
 std::optional<std::string> PdfOf(PrintedPages& pages, const QPageLayout& layout, int resolution,
-                                 Progress* progress, PageSpan span) {
+                                 const PrintRun& run) {
   const DrawingSession session;
   QByteArray bytes;
   QBuffer buffer(&bytes);
@@ -100,7 +103,7 @@ std::optional<std::string> PdfOf(PrintedPages& pages, const QPageLayout& layout,
   writer.setPageLayout(layout);
   writer.setTitle(DisplayText(pages.Title()));
   writer.setCreator(QStringLiteral("Orvane"));
-  if (PrintPages(pages, writer, progress, span) != PrintResult::Done) return std::nullopt;
+  if (PrintPages(pages, writer, run) != PrintResult::Done) return std::nullopt;
   buffer.close();
   return bytes.toStdString();
 }

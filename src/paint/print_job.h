@@ -7,6 +7,7 @@
 
 #include <QPageLayout>
 
+#include <functional>
 #include <limits>
 #include <optional>
 #include <string>
@@ -39,19 +40,22 @@ struct PageSpan {
 /// How a print job ended.
 enum class PrintResult { Done, Canceled, Failed };
 
+/// How pages are printed.
+struct PrintRun {
+  Progress* progress = nullptr;     ///< asked before each page; may be null
+  PageSpan span{};                  ///< which pages
+  std::function<void()> discard{};  ///< on Cancel, throws away what the device has; may be empty
+};
+
 /// Draws pages, one after the other.
-/// \param device    with its page layout and resolution set, and not yet painted on
-/// \param progress  asked before each page; may be null
+/// \param device  with its page layout and resolution set, and not yet painted on
 /// \return `Failed` also for a span without pages
-PrintResult PrintPages(PrintedPages& pages, QPagedPaintDevice& device, Progress* progress,
-                       PageSpan span = {});
+PrintResult PrintPages(PrintedPages& pages, QPagedPaintDevice& device, const PrintRun& run);
 
 /// Makes a PDF file of the pages: text stays text, lines stay lines.
-/// \param layout      of `PdfLayout`
 /// \param resolution  pixels to the inch
-/// \param progress    may be null
 /// \return the bytes of the file, or nothing if it could not be drawn or was cancelled
 std::optional<std::string> PdfOf(PrintedPages& pages, const QPageLayout& layout, int resolution,
-                                 Progress* progress, PageSpan span = {});
+                                 const PrintRun& run = {});
 
 }  // namespace orvane

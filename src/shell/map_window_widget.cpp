@@ -70,7 +70,7 @@ MapWindowWidget::MapWindowWidget(Shell& shell, Map& map)
                                        : shell_.TheSettings().trailHeight) = size;
   });
   connect(&View(), &MapView::printRequested, this,
-          [this] { shell_.Commands().Run(CommandPrint, *this); });
+          [this] { Q_EMIT shell_.Windows().printDialogRequested(this); });
   connect(offer_, &ReloadBar::reloadRequested, this,
           [this] { Q_EMIT shell_.Windows().reloadAnswered(this, true); });
   connect(offer_, &ReloadBar::declined, this,

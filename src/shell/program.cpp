@@ -10,6 +10,7 @@
 #include "shell/messages/messages_window.h"
 #include "shell/picture_commands.h"
 #include "shell/preferences_file.h"
+#include "shell/print/print_commands.h"
 #include "shell/recovery/map_recovery.h"
 #include "shell/reload_commands.h"
 #include "shell/task_window.h"
@@ -52,6 +53,7 @@ Program::Program(Workspace& workspace, BoxMessages& boxes, Surroundings& surroun
   PlugReload(shell_);
   PlugMessagesWindow(shell_);
   PlugEditors(shell_);
+  PlugPrintCommands(shell_);
 }
 
 Program::Program(Workspace& workspace, BoxMessages& boxes, Surroundings& surroundings,

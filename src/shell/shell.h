@@ -50,6 +50,7 @@ class Shell final : public QObject {
   /// The answer to a command that makes no sense here.
   void Beep() { surroundings_.Beep(); }
   FileDialogs& Dialogs() { return surroundings_.Dialogs(); }
+  PrinterDialogs& Printers() { return surroundings_.Printers(); }
   void EndProgram() { surroundings_.EndProgram(); }
   /// The clock for long work (`BusyWork`).
   std::function<std::chrono::milliseconds()> Clock();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "shell/files/qt_file_dialogs.h"
+#include "shell/print/printer_dialogs.h"
 
 #include <chrono>
 
@@ -19,6 +20,8 @@ class Surroundings {
   virtual std::chrono::milliseconds Now() = 0;
   /// The boxes that ask for a file.
   virtual FileDialogs& Dialogs() = 0;
+  /// The boxes of the printer.
+  virtual PrinterDialogs& Printers() = 0;
 };
 
 /// Those of the running program.
@@ -28,9 +31,11 @@ class DesktopSurroundings final : public Surroundings {
   void EndProgram() override;
   std::chrono::milliseconds Now() override;
   FileDialogs& Dialogs() override { return dialogs_; }
+  PrinterDialogs& Printers() override { return printers_; }
 
  private:
   QtFileDialogs dialogs_;
+  DesktopPrinterDialogs printers_;
 };
 
 }  // namespace orvane

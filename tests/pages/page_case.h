@@ -24,7 +24,9 @@ struct PageCase {
     window.flags |= MapWindowSelection;
   }
   /// The message of a refusal, or an empty text.
-  std::string Accept() { return AcceptPrintDialog(dialog, view, settings).value_or(""); }
+  std::string Accept() {
+    return AcceptPrintDialog(dialog, view, settings).value_or(PrintRefusal{}).message;
+  }
   /// About (1 N, 10 E) at 1:10000, two kilometres square.
   void ChooseAroundPoint() {
     dialog.mode = PrintMode::AroundPoint;

@@ -52,11 +52,11 @@ struct PrintJobTest : testing::Test {
     dialog.horizontal = distance;
     dialog.pointScale = "1:" + ratio;
     dialog.rotation = std::to_string(sheet.rotation);
-    EXPECT_EQ(AcceptPrintDialog(dialog, view, settings).value_or(""), "");
+    EXPECT_FALSE(AcceptPrintDialog(dialog, view, settings));
     return MapPages(std::move(view));
   }
   std::vector<std::string> Print(const Sheet& sheet, PrintedPages& pages) {
-    const auto pdf = PdfOf(pages, LayoutOf(sheet), sheet.resolution, nullptr);
+    const auto pdf = PdfOf(pages, LayoutOf(sheet), sheet.resolution);
     EXPECT_TRUE(pdf);
     return PdfPages(pdf.value_or(""));
   }
@@ -142,7 +142,7 @@ TEST_F(PrintJobTest, MakesTheSameFileTwiceButForTheDate) {
   MapWindow window = map.View(800, 600);
   const auto file = [&] {
     MapPages pages = PagesOn(sheet, window, "1km", "10000");
-    std::string pdf = PdfOf(pages, LayoutOf(sheet), 300, nullptr).value_or("");
+    std::string pdf = PdfOf(pages, LayoutOf(sheet), 300).value_or("");
     // The date, and the identifier that is made from it.
     for (const char* word : {"/CreationDate (D:", "<xmp:CreateDate>", "<xmp:ModifyDate>",
                              "<xmp:MetadataDate>", "/ID [ <"}) {
@@ -178,7 +178,7 @@ TEST_F(PrintJobTest, StopsWhenItIsCancelled) {
   MapPages pages = PagesOn(sheet, window, "5km", "10000");
   ASSERT_GT(pages.Count(), 2);
   Impatient progress(1);
-  EXPECT_FALSE(PdfOf(pages, LayoutOf(sheet), 300, &progress));
+  EXPECT_FALSE(PdfOf(pages, LayoutOf(sheet), 300, {.progress = &progress}));
   EXPECT_EQ(progress.last, 1U);
 }
 

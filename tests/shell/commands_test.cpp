@@ -56,9 +56,12 @@ TEST_F(CommandsTest, EachMenuShowsItsCommandsWithTheirKeys) {
 
 TEST_F(CommandsTest, ACommandWithoutAHandlerIsDisabledAndBeepsIfReached) {
   MapWindowWidget& window = OpenNew();
-  EXPECT_FALSE(IsEnabled(window, CommandPrint));
-  shell_.Commands().Run(CommandPrint, window);
+  CommandDispatcher commands(around_, shell_.Guard());
+  EXPECT_FALSE(commands.IsPlugged(CommandPrint));
+  commands.Run(CommandPrint, window);
   EXPECT_EQ(beeps_, 1);
+  window.Commands().Show(window.Menu(), [](CommandId id) { return id != CommandPrint; });
+  EXPECT_FALSE(IsEnabled(window, CommandPrint));
   int printed = 0;
   shell_.Commands().Plug(CommandPrint, [&](ProgramWindow&) { ++printed; });
   window.RefreshMenu();

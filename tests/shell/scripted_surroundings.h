@@ -13,6 +13,37 @@
 
 namespace orvane {
 
+/// Printer boxes that do what a test lays down, and cancel otherwise.
+class ScriptedPrinters final : public PrinterDialogs {
+ public:
+  bool IsValid(const QPrinter& /*printer*/) override {
+    ++checks;
+    return --invalid < 0;
+  }
+  void SetUpPage(QPrinter& printer, QWidget* /*parent*/) override {
+    ++setUps;
+    if (setUp) setUp(printer);
+  }
+  bool ChoosePrinter(QPrinter& printer, int pages, QWidget* /*parent*/) override {
+    offered.push_back(pages);
+    return choose && choose(printer);
+  }
+  void Preview(QPrinter& printer, const std::function<void(QPrinter&)>& draw,
+               QWidget* /*parent*/) override {
+    ++previews;
+    if (preview) preview(printer, draw);
+  }
+
+  int invalid = 0;  ///< so many checks find no valid printer
+  int checks = 0;
+  int setUps = 0;
+  int previews = 0;
+  std::vector<int> offered;  ///< the pages of each job that reached the box
+  std::function<void(QPrinter& printer)> setUp;
+  std::function<bool(QPrinter& printer)> choose;
+  std::function<void(QPrinter& printer, const std::function<void(QPrinter&)>& draw)> preview;
+};
+
 /// Surroundings that count what is asked of them.
 class ScriptedSurroundings final : public Surroundings {
  public:
@@ -24,11 +55,14 @@ class ScriptedSurroundings final : public Surroundings {
   std::chrono::milliseconds Now() override { return clock ? clock() : desktop_.Now(); }
   FileDialogs& Dialogs() override { return otherDialogs == nullptr ? dialogs : *otherDialogs; }
 
+  PrinterDialogs& Printers() override { return printers; }
+
   int beeps = 0;
   int ends = 0;
   std::function<void()> ended;                       ///< called at each end
   std::function<std::chrono::milliseconds()> clock;  ///< that of the machine if empty
   ScriptedDialogs dialogs;
+  ScriptedPrinters printers;
   FileDialogs* otherDialogs = nullptr;  ///< used in place of `dialogs`
 
  private:

@@ -27,6 +27,10 @@ constexpr std::array Topics{
     // Dialogs.
     HelpTopic{"aboutBox", "overview.html"},
     HelpTopic{"orientationDialog", "window.html#which-way-is-up"},
+    HelpTopic{"printMapDialog", "printing.html#the-map-dialog"},
+    HelpTopic{"pageSetup", "printing.html"},
+    HelpTopic{"choosePrinter", "printing.html"},
+    HelpTopic{"printPreview", "printing.html"},
     HelpTopic{"recoveryDialog", "safety.html#recovery-copies"},
     HelpTopic{"fileDialog", "commands.html#file"},
     HelpTopic{"messageBox", "messages.html"},
@@ -57,6 +61,9 @@ constexpr std::array Topics{
     HelpTopic{"command1047", "window.html#the-scale"},
     HelpTopic{"command1011", "window.html#finding-a-place"},
     HelpTopic{"command1008", "window.html#the-info-panel"},
+    HelpTopic{"command1002", "printing.html"},
+    HelpTopic{"command1003", "printing.html"},
+    HelpTopic{"command40013", "printing.html"},
     HelpTopic{"command40007", "messages.html#the-messages-window"},
 };
 

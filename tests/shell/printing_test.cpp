@@ -1,0 +1,392 @@
+// Printing from the windows: the Print dialog, the printer, the preview.
+
+#include "base/files.h"
+#include "paint/pdf_drawing.h"
+#include "paint/print_job.h"
+#include "shell/files/local_files.h"
+#include "shell/print/print_map_dialog.h"
+#include "shell/progress/progress_box.h"
+#include "shell/shell_case.h"
+#include "view/view_transform.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QPrinter>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTimer>
+
+#include <sstream>
+
+namespace orvane {
+namespace {
+
+class PrintingTest : public ShellCase {
+ protected:
+  PrintingTest() : window_(OpenActive(WriteMap("site.map"))) {
+    around_.printers.choose = [this](QPrinter& printer) { return ChoosePdf(printer); };
+  }
+
+  bool ChoosePdf(QPrinter& printer) const {
+    printer.setOutputFormat(QPrinter::PdfFormat);
+    printer.setOutputFileName(LocalFileName(PdfName()));
+    return true;
+  }
+  std::string PdfName() const { return folder_.Path() + "/site.pdf"; }
+  std::string Pdf() const { return ReadWholeFile(PdfName()).value_or(""); }
+  /// What its pages show: lines and texts, without pens and the numbers of fonts.
+  static std::vector<std::string> Pages(const std::string& pdf) {
+    std::vector<std::string> pages;
+    for (const std::string& page : PdfPages(pdf)) {
+      std::istringstream operators(page);
+      std::string& shown = pages.emplace_back();
+      for (std::string line; std::getline(operators, line);) {
+        if (line.ends_with(" m") || line.ends_with(" l") || line.ends_with(" Tj")) shown += line;
+      }
+    }
+    return pages;
+  }
+
+  /// Runs a command while `look` works with the Print dialog, which is then cancelled if it is
+  /// still there.
+  void InDialog(CommandId id, const std::function<void(PrintMapDialog&)>& look) {
+    RunInDialog([&] { shell_.Commands().Run(id, window_); }, look);
+  }
+  static void RunInDialog(const std::function<void()>& run,
+                          const std::function<void(PrintMapDialog&)>& look) {
+    bool shown = false;
+    QTimer::singleShot(0, [&] {
+      auto* dialog = qobject_cast<PrintMapDialog*>(QApplication::activeModalWidget());
+      ASSERT_NE(dialog, nullptr);
+      dialog->activateWindow();
+      ASSERT_TRUE(QTest::qWaitFor([dialog] { return QApplication::activeWindow() == dialog; }));
+      shown = true;
+      look(*dialog);
+      if (dialog->isVisible()) dialog->reject();
+    });
+    run();
+    EXPECT_TRUE(shown);
+  }
+  static QLineEdit& Field(PrintMapDialog& dialog, const char* name) {
+    return *Named<QLineEdit>(dialog, name);
+  }
+  template <typename Widget>
+  static Widget* Named(PrintMapDialog& dialog, const char* name) {
+    const auto all = dialog.findChildren<Widget*>();
+    for (Widget* widget : all) {
+      if (widget->accessibleName() == QString::fromLatin1(name)) return widget;
+    }
+    ADD_FAILURE() << name;
+    return all.first();
+  }
+  static void Type(QLineEdit& field, const char* text) {
+    field.setFocus();
+    field.selectAll();
+    QTest::keyClick(&field, Qt::Key_Backspace);
+    QTest::keyClicks(&field, QString::fromLatin1(text));
+  }
+  static void PressOk(PrintMapDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Return); }
+
+  MapWindowWidget& window_;
+};
+
+constexpr const char* WindowMode = "Print current window to fill page";
+constexpr const char* SelectionMode = "Print last selection to fill page";
+constexpr const char* AreaMode = "Print this area";
+constexpr const char* PointMode = "Print around this point";
+
+TEST_F(PrintingTest, PrintsTheWindowOnOnePage) {
+  around_.printers.choose = [this](QPrinter& printer) {
+    EXPECT_EQ(printer.creator(), QStringLiteral("Orvane"));
+    return ChoosePdf(printer);
+  };
+  InDialog(CommandPrint, [](PrintMapDialog& dialog) {
+    EXPECT_TRUE(Named<QRadioButton>(dialog, WindowMode)->isChecked());
+    EXPECT_EQ(Field(dialog, "Point Size").text(), QStringLiteral("5"));
+    EXPECT_EQ(Named<QComboBox>(dialog, "Grid Color")->currentText(), QStringLiteral("#a0a0a0"));
+    PressOk(dialog);
+  });
+  EXPECT_EQ(around_.printers.offered, std::vector<int>{1});
+  EXPECT_EQ(PdfPages(Pdf()).size(), 1U);
+  EXPECT_NE(Pdf().find("/Title"), std::string::npos);
+  EXPECT_EQ(Texts(), std::vector<std::string>());
+}
+
+TEST_F(PrintingTest, PrintsNothingWithoutAnOkInBothDialogs) {
+  InDialog(CommandPrint, [](PrintMapDialog& dialog) {
+    QTest::keyClick(&dialog, Qt::Key_Escape);
+    EXPECT_FALSE(dialog.isVisible());
+  });
+  EXPECT_TRUE(around_.printers.offered.empty());
+  around_.printers.choose = nullptr;
+  InDialog(CommandPrint, [](PrintMapDialog& dialog) { PressOk(dialog); });
+  EXPECT_EQ(around_.printers.offered.size(), 1U);
+  EXPECT_EQ(Pdf(), "");
+}
+
+TEST_F(PrintingTest, CutsAnAreaIntoPages) {
+  InDialog(CommandPrint, [](PrintMapDialog& dialog) {
+    Type(Field(dialog, "Area: scale"), "1:5000");
+    EXPECT_TRUE(Named<QRadioButton>(dialog, AreaMode)->isChecked());
+    EXPECT_EQ(dialog.Values().editedFields, PrintAreaEdited);
+    Type(Field(dialog, "Area: from latitude"), "N1");
+    Type(Field(dialog, "Area: to latitude"), "N1 1");
+    Type(Field(dialog, "Area: from longitude"), "E10");
+    Type(Field(dialog, "Area: to longitude"), "E10 1");
+    PressOk(dialog);
+  });
+  // 1.85 km at 1:5000 are 370 mm each way: two sheets of A4 across, two down.
+  EXPECT_EQ(around_.printers.offered, std::vector<int>{4});
+  EXPECT_EQ(PdfPages(Pdf()).size(), 4U);
+}
+
+TEST_F(PrintingTest, FieldsChooseTheirMode) {
+  InDialog(CommandPrint, [](PrintMapDialog& dialog) {
+    Field(dialog, "Point: rotate, degrees").setFocus();
+    EXPECT_TRUE(Named<QRadioButton>(dialog, PointMode)->isChecked());
+    Field(dialog, "Label").setFocus();
+    EXPECT_TRUE(Named<QRadioButton>(dialog, PointMode)->isChecked());
+    Field(dialog, "Area: to latitude").setFocus();
+    EXPECT_TRUE(Named<QRadioButton>(dialog, AreaMode)->isChecked());
+    EXPECT_EQ(dialog.Values().editedFields, 0U);
+    Type(Field(dialog, "Point: show at least, vertical"), "2km");
+    EXPECT_EQ(dialog.Values().editedFields, PrintPointEdited);
+    Named<QRadioButton>(dialog, WindowMode)->click();
+    EXPECT_EQ(dialog.Values().mode, PrintMode::FillPage);
+  });
+}
+
+TEST_F(PrintingTest, KeepsTheDialogForAWrongField) {
+  struct Wrong {
+    const char* field;
+    const char* text;
+    const char* message;
+  };
+  for (const Wrong& wrong :
+       {Wrong{"Area: to latitude", "N1x", "Bad North Latitude"},
+        Wrong{"Area: from latitude", "N89", "Bad South Latitude"},
+        Wrong{"Area: to longitude", "?", "Bad East Longitude"},
+        Wrong{"Area: from longitude", "E179", "Bad West Longitude"},
+        Wrong{"Area: scale", "5000", "Bad scale (must be 1:<some number>)"},
+        Wrong{"Point: longitude", "?", "Bad Longitude"},
+        Wrong{"Point: latitude", "E5", "Bad Latitude"},
+        Wrong{"Point: show at least, vertical", "1x", "Bad Vertical distance"},
+        Wrong{"Point: show at least, horizontal", "far", "Bad Horizontal distance"},
+        Wrong{"Point: scale", "1:", "Bad scale (must be 1:<some number>)"},
+        Wrong{"Point: rotate, degrees", "361", "Bad rotation angle"},
+        Wrong{"Point Size", "73", "Bad point size"}, Wrong{"Point Size", "0", "Bad point size"}}) {
+    InDialog(CommandPrint, [&](PrintMapDialog& dialog) {
+      QLineEdit& field = Field(dialog, wrong.field);
+      Type(field, wrong.text);
+      Field(dialog, "Label").setFocus();
+      const size_t before = Texts().size();
+      PressOk(dialog);
+      ASSERT_EQ(Texts().size(), before + 1) << wrong.field;
+      EXPECT_EQ(Texts().back(), wrong.message);
+      EXPECT_TRUE(dialog.isVisible());
+      EXPECT_TRUE(field.hasFocus()) << wrong.field;
+      EXPECT_EQ(field.selectedText(), QString::fromLatin1(wrong.text));
+    });
+  }
+  EXPECT_TRUE(around_.printers.offered.empty());
+}
+
+TEST_F(PrintingTest, RemembersPointSizeAndColorAndTheSelection) {
+  window_.Shown().flags |= MapWindowSelection;
+  window_.Shown().selection[0] = {.lat = 1, .lon = 10};
+  window_.Shown().selection[1] = {.lat = 1.01, .lon = 10.01};
+  InDialog(CommandPrint, [](PrintMapDialog& dialog) {
+    auto* last = Named<QCheckBox>(dialog, "Print Last Selection");
+    EXPECT_TRUE(last->isEnabled());
+    EXPECT_FALSE(last->isChecked());
+    const QString shown = Field(dialog, "Area: to latitude").text();
+    Field(dialog, "Label").setText(QStringLiteral("kept"));
+    last->click();
+    EXPECT_TRUE(Named<QRadioButton>(dialog, SelectionMode)->isChecked());
+    EXPECT_NE(Field(dialog, "Area: to latitude").text(), shown);
+    EXPECT_EQ(dialog.Values().editedFields, 0U);
+    Type(Field(dialog, "Point Size"), "9");
+    Named<QComboBox>(dialog, "Grid Color")->setCurrentText(QStringLiteral("#c0c0c0"));
+    PressOk(dialog);
+  });
+  InDialog(CommandPrint, [](PrintMapDialog& dialog) {
+    EXPECT_TRUE(Named<QCheckBox>(dialog, "Print Last Selection")->isChecked());
+    EXPECT_EQ(Field(dialog, "Point Size").text(), QStringLiteral("9"));
+    EXPECT_EQ(Named<QComboBox>(dialog, "Grid Color")->currentText(), QStringLiteral("#c0c0c0"));
+  });
+  window_.Shown().flags &= ~std::uint32_t{MapWindowSelection};
+  InDialog(CommandPrint, [](PrintMapDialog& dialog) {
+    EXPECT_FALSE(Named<QCheckBox>(dialog, "Print Last Selection")->isEnabled());
+    EXPECT_FALSE(Named<QCheckBox>(dialog, "Print Last Selection")->isChecked());
+    Named<QComboBox>(dialog, "Grid Color")->setCurrentText(QStringLiteral("red"));
+    PressOk(dialog);
+    EXPECT_TRUE(dialog.isVisible());
+  });
+  EXPECT_EQ(Texts(), std::vector<std::string>{"Bad color"});
+}
+
+TEST_F(PrintingTest, TheKeyEShowsTheDialogAndPrintsNothing) {
+  RunInDialog([this] { QTest::keyClick(&window_.View(), Qt::Key_E); },
+              [](PrintMapDialog& dialog) {
+                Type(Field(dialog, "Point Size"), "8");
+                PressOk(dialog);
+              });
+  EXPECT_TRUE(around_.printers.offered.empty());
+  InDialog(CommandPrint, [](PrintMapDialog& dialog) {
+    EXPECT_EQ(Field(dialog, "Point Size").text(), QStringLiteral("8"));
+  });
+}
+
+TEST_F(PrintingTest, ChecksThePrinterTwice) {
+  around_.printers.invalid = 2;
+  shell_.Commands().Run(CommandPrint, window_);
+  EXPECT_EQ(Texts(), std::vector<std::string>{"Not set up for current printer"});
+  around_.printers.invalid = 1;
+  around_.printers.checks = 0;
+  InDialog(CommandPrint, [](PrintMapDialog& dialog) { PressOk(dialog); });
+  EXPECT_EQ(around_.printers.checks, 2);
+  EXPECT_NE(Pdf(), "");
+}
+
+TEST_F(PrintingTest, PageSetupHoldsForLaterJobs) {
+  around_.printers.setUp = [](QPrinter& printer) {
+    printer.setPageLayout(PdfLayout(FindPaper("A3").value_or(Paper{}), QPageLayout::Landscape));
+  };
+  shell_.Commands().Run(CommandPageSetup, window_);
+  EXPECT_EQ(around_.printers.setUps, 1);
+  InDialog(CommandPrint, [](PrintMapDialog& dialog) { PressOk(dialog); });
+  EXPECT_NE(Pdf().find("/MediaBox [0 0 1191"), std::string::npos) << "420 mm";
+}
+
+/// The page that the printer's own box sets is the one that counts.
+TEST_F(PrintingTest, ReadsTheFieldsAgainForThePageOfThePrinter) {
+  around_.printers.choose = [this](QPrinter& printer) {
+    printer.setPageLayout(PdfLayout(FindPaper("A3").value_or(Paper{}), QPageLayout::Landscape));
+    return ChoosePdf(printer);
+  };
+  InDialog(CommandPrint, [](PrintMapDialog& dialog) {
+    Type(Field(dialog, "Point: scale"), "1:10000");
+    Type(Field(dialog, "Point: show at least, vertical"), "2.7km");
+    Type(Field(dialog, "Point: show at least, horizontal"), "3.9km");
+    PressOk(dialog);
+  });
+  // 270 by 390 mm: six pages of A4, one of A3.
+  ASSERT_EQ(around_.printers.offered.size(), 1U);
+  EXPECT_GT(around_.printers.offered.front(), 1);
+  EXPECT_EQ(PdfPages(Pdf()).size(), 1U);
+}
+
+TEST_F(PrintingTest, PrintsThePagesThatAreChosen) {
+  around_.printers.choose = [this](QPrinter& printer) {
+    printer.setPrintRange(QPrinter::PageRange);
+    printer.setFromTo(2, 3);
+    return ChoosePdf(printer);
+  };
+  const auto fourPages = [](PrintMapDialog& dialog) {
+    Type(Field(dialog, "Point: scale"), "1:10000");
+    Type(Field(dialog, "Point: show at least, vertical"), "5km");
+    Type(Field(dialog, "Point: show at least, horizontal"), "3km");
+    PressOk(dialog);
+  };
+  InDialog(CommandPrint, fourPages);
+  const std::vector<std::string> chosen = Pages(Pdf());
+  around_.printers.choose = [this](QPrinter& printer) {
+    printer.setPrintRange(QPrinter::AllPages);
+    return ChoosePdf(printer);
+  };
+  InDialog(CommandPrint, fourPages);
+  const std::vector<std::string> all = Pages(Pdf());
+  ASSERT_EQ(all.size(), 4U);
+  ASSERT_EQ(chosen.size(), 2U);
+  EXPECT_EQ(chosen[0], all[1]);
+  EXPECT_EQ(chosen[1], all[2]);
+}
+
+TEST_F(PrintingTest, AsksBeforeALongJob) {
+  const auto manyPages = [](PrintMapDialog& dialog) {
+    Type(Field(dialog, "Point: scale"), "1:1000");
+    Type(Field(dialog, "Point: show at least, vertical"), "3km");
+    Type(Field(dialog, "Point: show at least, horizontal"), "3km");
+    PressOk(dialog);
+  };
+  int pages = 0;
+  for (const int answer : {2, 1}) {
+    messages_.answers = {answer};
+    InDialog(CommandPrint, manyPages);
+    pages = around_.printers.offered.back();
+    EXPECT_EQ(Pdf().empty(), answer == 2);
+  }
+  EXPECT_GT(pages, 100);
+  EXPECT_EQ(PdfPages(Pdf()).size(), static_cast<size_t>(pages));
+  EXPECT_EQ(messages_.Questions().back().text,
+            "This makes " + std::to_string(pages) + " pages. Print them all?");
+}
+
+TEST_F(PrintingTest, CancelLeavesAnOldFileAsItWas) {
+  folder_.Write("site.pdf", "old");
+  std::chrono::milliseconds now{0};
+  around_.clock = [&now] {
+    const auto all = QApplication::topLevelWidgets();
+    for (QWidget* widget : all) {
+      auto* box = qobject_cast<ProgressBox*>(widget);
+      if (box != nullptr && box->isVisible()) box->reject();
+    }
+    now += std::chrono::milliseconds(600);
+    return now;
+  };
+  InDialog(CommandPrint, [](PrintMapDialog& dialog) {
+    Type(Field(dialog, "Point: scale"), "1:10000");
+    Type(Field(dialog, "Point: show at least, vertical"), "9km");
+    PressOk(dialog);
+  });
+  around_.clock = nullptr;
+  EXPECT_EQ(Pdf(), "old");
+  EXPECT_EQ(Texts(), std::vector<std::string>());
+}
+
+TEST_F(PrintingTest, SaysThatAFileCannotBeWritten) {
+  around_.printers.choose = [this](QPrinter& printer) {
+    ChoosePdf(printer);
+    printer.setOutputFileName(LocalFileName(folder_.Path() + "/none/site.pdf"));
+    return true;
+  };
+  InDialog(CommandPrint, [](PrintMapDialog& dialog) { PressOk(dialog); });
+  EXPECT_EQ(Texts(),
+            std::vector<std::string>{"Can't open file " + folder_.Path() + "/none/site.pdf"});
+}
+
+TEST_F(PrintingTest, ThePreviewShowsThePrintedPages) {
+  const auto look = [](PrintMapDialog& dialog) {
+    Type(Field(dialog, "Point: scale"), "1:10000");
+    Type(Field(dialog, "Point: show at least, vertical"), "5km");
+    PressOk(dialog);
+  };
+  InDialog(CommandPrint, look);
+  const std::vector<std::string> printed = Pages(Pdf());
+  const std::string previewName = folder_.Path() + "/preview.pdf";
+  around_.printers.preview = [&](QPrinter& printer, const std::function<void(QPrinter&)>& draw) {
+    printer.setOutputFileName(LocalFileName(previewName));
+    draw(printer);
+  };
+  InDialog(CommandPrintPreview, look);
+  EXPECT_EQ(around_.printers.previews, 1);
+  EXPECT_EQ(around_.printers.offered.size(), 1U);
+  EXPECT_GT(printed.size(), 1U);
+  EXPECT_EQ(Pages(ReadWholeFile(previewName).value_or("")), printed);
+}
+
+TEST_F(PrintingTest, OtherWindowsBeep) {
+  window_.TryClose();
+  DeliverDeletes();
+  TaskWindow* window = ShownTaskWindow();
+  ASSERT_NE(window, nullptr);
+  EXPECT_FALSE(window->Commands().ActionOf(CommandPrint).isEnabled());
+  EXPECT_FALSE(window->Commands().ActionOf(CommandPrintPreview).isEnabled());
+  shell_.Commands().Run(CommandPrint, *window);
+  EXPECT_EQ(beeps_, 1);
+  EXPECT_EQ(around_.printers.checks, 0);
+}
+
+}  // namespace
+}  // namespace orvane
