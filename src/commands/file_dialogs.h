@@ -10,9 +10,10 @@ struct Map;
 /// A file to open or to save, as a file dialog receives and returns it. There is one for each
 /// purpose, so each dialog begins where it ended the last time.
 struct FileSpecification {
-  std::string directory;  ///< empty until it is first used
-  std::string type;       ///< extension without the dot, such as "map"
-  std::string name;       ///< name without its directory; for saving, what is offered
+  std::string directory;   ///< empty until it is first used
+  std::string type;        ///< extension without the dot, such as "map"
+  std::string name;        ///< name without its directory; for saving, what is offered
+  bool withTable = false;  ///< beside pictures, a table of numbers is offered
 };
 
 /// What the program remembers between its file dialogs.
@@ -23,6 +24,8 @@ struct FileSpecifications {
   FileSpecification gisFiles;
   FileSpecification shapefiles;
   FileSpecification pictures;
+  FileSpecification charts;   ///< pictures of charts and profiles, and their numbers
+  FileSpecification reports;  ///< texts of reports
 };
 
 enum class FileAnswer { Chosen, Canceled, Failed };

@@ -8,6 +8,7 @@
 #include "view/map_window.h"
 
 #include <cassert>
+#include <initializer_list>
 
 namespace orvane {
 namespace {
@@ -63,9 +64,27 @@ void OfferStep(MenuState& menu, CommandId id, const std::string* name) {
   menu.At(id).enabled = name != nullptr;
 }
 
+void Enable(MenuState& menu, std::initializer_list<CommandId> ids, bool enabled) {
+  for (const CommandId id : ids) menu.At(id).enabled = enabled;
+}
+
 void TakePreferences(MenuState& menu, const Preferences& preferences) {
   menu.At(CommandEuropeanDates).checked = preferences.europeanDates;
   menu.At(CommandSmoothLines).checked = preferences.smoothLines;
+}
+
+/// The menu of a window that belongs to a map window: what needs the map window itself stays
+/// disabled.
+MenuState SideMenu(const Map& map) {
+  MenuState menu = StartMenu(map.workspace->preferences);
+  Enable(menu, {CommandCloseMap, CommandDeviation, CommandFind}, true);
+  Enable(menu,
+         {CommandSaveAsArcView, CommandOrientation, CommandHideGrids, CommandDegrees,
+          CommandMinutes, CommandSeconds},
+         false);
+  menu.At(CommandSave).enabled = SaveIsOffered(map);
+  menu.At(CommandReload).enabled = HasFile(map);
+  return menu;
 }
 
 }  // namespace
@@ -145,28 +164,34 @@ void FollowFocus(MenuState& menu, FocusPlace place, bool selected) {
   }
 }
 
-namespace {
-
-/// The menu of a window that belongs to a map window.
-MenuState DependentMenu(const Map& map) {
-  MenuState menu = StartMenu(map.workspace->preferences);
-  // What needs a map window stays disabled; these work on the map that the window is about.
-  for (const CommandId id : {CommandCloseMap, CommandDeviation, CommandFind}) {
-    menu.At(id).enabled = true;
+MenuState ReportMenu(const Map& map, const ReportMenuFacts& facts) {
+  MenuState menu = SideMenu(map);
+  Enable(menu, {CommandPrint, CommandTrailSummary, CommandPointIndex, CommandRangeStats}, true);
+  Enable(menu, {CommandCut, CommandPaste}, false);
+  Enable(menu, {CommandSaveAs, CommandSaveSimplyAs}, facts.isSaved);
+  Enable(menu, {CommandCopy, CommandAdd}, facts.hasLines);
+  if (facts.hasLines) menu.At(CommandAdd).text = "Select &All";
+  Enable(menu, {CommandCopyImage, CommandSavePicture}, facts.hasPicture);
+  if (!facts.picture.empty()) {
+    menu.At(CommandCopyImage).text = "Copy " + std::string(facts.picture) + " as &Image";
+    menu.At(CommandSavePicture).text = "Save Pict&ure of " + std::string(facts.picture) + "...";
   }
-  for (const CommandId id : {CommandSaveAsArcView, CommandOrientation, CommandHideGrids,
-                             CommandPageSetup, CommandDegrees, CommandMinutes, CommandSeconds}) {
-    menu.At(id).enabled = false;
-  }
-  menu.At(CommandSave).enabled = SaveIsOffered(map);
-  menu.At(CommandReload).enabled = HasFile(map);
   return menu;
 }
 
-}  // namespace
+MenuState ElevationMenu(const Map& map, bool infoShown) {
+  MenuState menu = ReportMenu(
+      map, {.isSaved = false, .hasLines = false, .picture = "Profile", .hasPicture = true});
+  Enable(menu, {CommandCopy, CommandZoomIn, CommandZoomOut, CommandHideInfo, CommandShowWholeMap},
+         true);
+  menu.At(CommandHideInfo).checked = !infoShown;
+  menu.At(CommandShowWholeMap).text = "Show &Whole Line";
+  return menu;
+}
 
 MenuState EditorMenu(const Map& map, const EditorMenuFacts& facts) {
-  MenuState menu = DependentMenu(map);
+  MenuState menu = SideMenu(map);
+  menu.At(CommandPageSetup).enabled = false;
   const bool editing = facts.table == CellTableState::Editing;
   const bool selected = facts.table == CellTableState::RowSelected;
   menu.At(CommandCut).enabled = editing;
@@ -178,21 +203,6 @@ MenuState EditorMenu(const Map& map, const EditorMenuFacts& facts) {
   const bool ofTrail = facts.kind == EditorKind::Trail;
   menu.At(CommandAdd).text = ofTrail ? "Add Measurement" : "Add Search Criterion";
   menu.At(CommandDelete).text = ofTrail ? "Delete Measurement" : "Delete Search Criterion";
-  return menu;
-}
-
-MenuState ElevationMenu(const Map& map, bool infoShown) {
-  MenuState menu = DependentMenu(map);
-  for (const CommandId id :
-       {CommandZoomIn, CommandZoomOut, CommandHideInfo, CommandShowWholeMap, CommandSavePicture,
-        CommandCopyImage, CommandPrint, CommandPageSetup}) {
-    menu.At(id).enabled = true;
-  }
-  for (const CommandId id : {CommandCut, CommandPaste}) menu.At(id).enabled = false;
-  menu.At(CommandHideInfo).checked = !infoShown;
-  menu.At(CommandSavePicture).text = "Save Pict&ure of Profile...";
-  menu.At(CommandCopyImage).text = "Copy Profile as &Image";
-  menu.At(CommandShowWholeMap).text = "Show &Whole Line";
   return menu;
 }
 

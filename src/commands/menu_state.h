@@ -4,6 +4,7 @@
 #include "commands/focus_place.h"
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace orvane {
@@ -63,10 +64,22 @@ struct EditorMenuFacts {
   bool takesClicks = false;  ///< clicks on the map can add rows
 };
 
-/// The menu of an editor: what works without a map in the window, and the commands on its table.
-MenuState EditorMenu(const Map& map, const EditorMenuFacts& facts);
+/// What the menu of a report follows.
+struct ReportMenuFacts {
+  bool isSaved = true;   ///< "Save As..." saves its text
+  bool hasLines = true;  ///< its lines can be selected and copied
+  /// What it can copy and save as a picture, such as "Chart"; empty if it never has one.
+  std::string_view picture{};
+  bool hasPicture = false;  ///< there is one now
+};
+
+/// The menu of a window with a report on what a map window shows.
+MenuState ReportMenu(const Map& map, const ReportMenuFacts& facts);
 
 /// The menu of a window with a profile.
 MenuState ElevationMenu(const Map& map, bool infoShown);
+
+/// The menu of an editor: what works without a map in the window, and the commands on its table.
+MenuState EditorMenu(const Map& map, const EditorMenuFacts& facts);
 
 }  // namespace orvane

@@ -188,6 +188,14 @@ std::optional<size_t> FindNamed(PointSpan points, const Bears& bears) {
   return static_cast<size_t>(found - points.begin());
 }
 
+/// The first point of a line with a name, or else with that name hidden.
+std::optional<size_t> FindOnLine(PointSpan points, std::string_view name) {
+  const auto found = FindNamed(points, [&](const std::string& own) { return SameName(own, name); });
+  if (found) return found;
+  return FindNamed(points,
+                   [&](const std::string& own) { return CompareHiddenName(own, name) == 0; });
+}
+
 }  // namespace
 
 std::optional<ElevationView> OpenElevation(Map& map, const Trail& trail) {
@@ -292,6 +300,17 @@ void FollowLine(ElevationView& view) {
   if (isWhole) view.viewEnd = view.lineLength;
 }
 
+bool IsLineThere(const ElevationView& view) {
+  if (view.trail == nullptr) return !view.points.empty();
+  bool isThere = false;
+  const auto look = [&](const Trail& trail) { isThere = isThere || &trail == view.trail; };
+  ForEachTrail(*view.map, look);
+  for (const Map* map = view.map; map != nullptr; map = map->basis) {
+    for (const Trail& trail : map->removed.trails) look(trail);
+  }
+  return isThere;
+}
+
 LineIdentity IdentityOf(const ElevationView& view) {
   LineIdentity identity;
   identity.isTransect = view.trail == nullptr;
@@ -338,12 +357,12 @@ int PointerColumn(const ElevationView& view) {
   return std::clamp(view.pointerX - view.leftMargin, 0, std::max(view.plotWidth - 1, 0));
 }
 
+bool IsOnLine(const ElevationView& view, std::string_view name) {
+  return FindOnLine(view.points, name).has_value();
+}
+
 bool ElevationFindPoint(ElevationView& view, std::string_view name, Messages& messages) {
-  auto found = FindNamed(view.points, [&](const std::string& own) { return SameName(own, name); });
-  if (!found) {
-    found = FindNamed(view.points,
-                      [&](const std::string& own) { return CompareHiddenName(own, name) == 0; });
-  }
+  const auto found = FindOnLine(view.points, name);
   if (!found) {
     NoteError(messages, "Can't find %s", {name});
     return false;

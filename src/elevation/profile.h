@@ -132,6 +132,10 @@ class GapFilling {
 /// that are shown.
 void FollowLine(ElevationView& view);
 
+/// \return false if the trail is no longer in the map: everything in the view that points into the
+///         map is then invalid. A deleted trail is there, since its deletion can be undone.
+bool IsLineThere(const ElevationView& view);
+
 /// The trail of a profile by what its file says of it, so that it is found when the map is read
 /// again and all records have other addresses.
 struct LineIdentity {
@@ -155,6 +159,9 @@ bool HasBasisAltitudes(const Map& map);
 
 /// \return the column under the pointer, within the plot: the one that the info pane describes
 int PointerColumn(const ElevationView& view);
+
+/// \return true if `ElevationFindPoint` finds a point of that name
+bool IsOnLine(const ElevationView& view, std::string_view name);
 
 /// Centres the view on the first point of the line that has a name, with half the span: by its
 /// name or a synonym, or else by one of them without the leading `_` or `@`. The window is then to

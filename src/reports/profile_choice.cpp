@@ -26,8 +26,12 @@ const Trail* SelectedTrail(std::list<TrailPanelRow>& rows) {
 std::optional<ElevationView> OpenSelectedProfile(MapWindow& view) {
   const Trail* trail = SelectedTrail(view.trailViews);
   if (trail != nullptr) return OpenElevation(*view.map, *trail);
-  NoteError(view.map->workspace->messages, "Please specify a trail or transect first");
+  RefuseProfile(view);
   return std::nullopt;
+}
+
+void RefuseProfile(const MapWindow& view) {
+  NoteError(view.map->workspace->messages, "Please specify a trail or transect first");
 }
 
 std::optional<ElevationView> OpenDraggedTransect(MapWindow& view) {

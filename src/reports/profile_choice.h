@@ -14,6 +14,9 @@ namespace orvane {
 /// \return nothing, after a message, if no trail is selected, or one of fewer than two points
 std::optional<ElevationView> OpenSelectedProfile(MapWindow& view);
 
+/// The message that there is nothing to show a profile of.
+void RefuseProfile(const MapWindow& view);
+
 /// The profile of the transect that was dragged across the map: along `selection`, from the press
 /// of the button to its release. Ends the transect mode of the view.
 /// \return nothing, after a message, if the map has no altitude

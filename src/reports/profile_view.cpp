@@ -75,13 +75,6 @@ ElevationScroll ElevationScrollBar(const ElevationView& view) {
           static_cast<int>(last * view.viewStart / view.lineLength)};
 }
 
-PixelRect PlaceInfoPane(const ElevationView& view, int right, const TextWidth& textWidth) {
-  constexpr int Gap = 10;
-  constexpr int Lines = 4;
-  const int width = textWidth("E123  45.678' a 333") + Gap;
-  return {right - width, 0, right, Lines * view.lineHeight + Lines};
-}
-
 double DistanceUnder(const ElevationView& view, int x) {
   return (x - view.leftMargin) * view.metresPerPixelX + view.viewStart;
 }
@@ -122,6 +115,10 @@ void PanElevation(ElevationView& view, double pixels) {
 void ShowWholeLine(ElevationView& view) {
   view.viewStart = 0;
   view.viewEnd = view.lineLength;
+}
+
+void ShowLineEnd(ElevationView& view, bool last) {
+  MoveView(view, last ? view.lineLength - view.viewEnd : -view.viewStart);
 }
 
 void StepElevationPointer(ElevationView& view, int columns) {

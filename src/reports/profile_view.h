@@ -1,7 +1,6 @@
 #pragma once
 
 #include "elevation/profile.h"
-#include "view/canvas.h"
 
 #include <functional>
 #include <string_view>
@@ -35,9 +34,6 @@ void LayoutElevation(ElevationView& view, int right, int bottom, const TextWidth
 /// it can be moved both ways.
 ElevationScroll ElevationScrollBar(const ElevationView& view);
 
-/// Where the info pane is in the window: in the top right corner, wide enough for any position.
-PixelRect PlaceInfoPane(const ElevationView& view, int right, const TextWidth& textWidth);
-
 /// \return the distance along the line under a pixel of the window
 double DistanceUnder(const ElevationView& view, int x);
 
@@ -65,6 +61,9 @@ void PanElevation(ElevationView& view, double pixels);
 
 /// Puts all of the line in view.
 void ShowWholeLine(ElevationView& view);
+
+/// Moves the view to the beginning of the line, or to its end, with its span.
+void ShowLineEnd(ElevationView& view, bool last);
 
 /// Moves the column that the info pane describes, within the plot.
 /// \param columns  to the right; negative is to the left

@@ -1,5 +1,6 @@
 #include "shell/list_menus.h"
 
+#include "shell/bring_to_front.h"
 #include "shell/command_menu.h"
 #include "shell/files/local_files.h"
 #include "shell/shell.h"
@@ -55,11 +56,7 @@ void FillWindowList(Shell& shell, QMenu& menu) {
     QAction* action = AddEntry(menu, Numbered(index++, (*it)->Name()));
     action->setCheckable(true);
     action->setChecked(window->isActiveWindow());
-    QObject::connect(action, &QAction::triggered, window, [window] {
-      window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
-      window->raise();
-      window->activateWindow();
-    });
+    QObject::connect(action, &QAction::triggered, window, [window] { BringToFront(*window); });
   }
 }
 

@@ -18,6 +18,7 @@
 #include "shell/panes/range_pane.h"
 #include "shell/panes/trail_pane.h"
 #include "shell/progress/busy_work.h"
+#include "shell/reports/elevation_commands.h"
 #include "shell/shell.h"
 
 #include <QAction>
@@ -69,6 +70,7 @@ MapWindowWidget::MapWindowWidget(Shell& shell, Map& map)
     (divider == PaneDivider::BesideMap ? shell_.TheSettings().trailWidth
                                        : shell_.TheSettings().trailHeight) = size;
   });
+  connect(&View(), &MapView::transectDrawn, this, [this] { OpenTransectProfile(shell_, *this); });
   connect(&View(), &MapView::printRequested, this,
           [this] { Q_EMIT shell_.Windows().printDialogRequested(this); });
   connect(offer_, &ReloadBar::reloadRequested, this,
@@ -145,13 +147,17 @@ void MapWindowWidget::RequestRepaint() { View().RequestRepaint(); }
 void MapWindowWidget::ShowRows() {
   panes_->ShowRows();
   View().RequestRepaint();
+  Q_EMIT rowsChanged();
 }
 
 void MapWindowWidget::ConnectPanes() {
   for (TitledPane* pane :
        {static_cast<TitledPane*>(&panes_->Trails()), static_cast<TitledPane*>(&panes_->Ranges())}) {
     connect(pane, &TitledPane::visibilityChanged, this, [this] { View().ShowMoved(); });
-    connect(pane, &TitledPane::selectionChanged, this, [this] { RefreshMenu(); });
+    connect(pane, &TitledPane::selectionChanged, this, [this] {
+      RefreshMenu();
+      Q_EMIT rowsChanged();
+    });
     connect(pane, &TitledPane::controlRequested, this,
             [this] { shell_.Commands().Run(CommandViewControl, *this); });
     // As the entry of the menu, which is disabled without a selection.
@@ -192,6 +198,13 @@ bool MapWindowWidget::CloseDependents(bool editors) {
     if (IsEditor(*window) == editors && !window->TryClose()) return false;
   }
   return true;
+}
+
+bool MapWindowWidget::CloseBeforeReload() {
+  const std::vector<ProgramWindow*> windows = dependents_;
+  return std::all_of(windows.begin(), windows.end(), [](ProgramWindow* window) {
+    return window->FollowsReload() || window->TryClose();
+  });
 }
 
 bool MapWindowWidget::AskToClose() {

@@ -66,6 +66,13 @@ class MapWindowWidget final : public QMainWindow, public MapWindowBase {
   /// Closes them all, the editors first, each after its questions.
   /// \return false if the user wants one to stay
   bool CloseDependents() { return CloseDependents(true) && CloseDependents(false); }
+  /// The same before the map is read again: windows that follow that stay open.
+  bool CloseBeforeReload();
+
+ Q_SIGNALS:
+  /// The rows of the panes, their selection, or the map have changed. Rows that a window remembers
+  /// from before may be gone.
+  void rowsChanged();
 
  protected:
   void closeEvent(QCloseEvent* event) override;

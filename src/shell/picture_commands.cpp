@@ -4,14 +4,10 @@
 #include "base/messages.h"
 #include "model/workspace.h"
 #include "paint/render.h"
-#include "shell/files/dialog_start.h"
+#include "shell/files/picture_files.h"
 #include "shell/map/map_view.h"
 #include "shell/map_window_widget.h"
 #include "shell/shell.h"
-
-#include <QClipboard>
-#include <QGuiApplication>
-#include <QImage>
 
 #include <string>
 
@@ -27,48 +23,27 @@ MapWindow ViewToDraw(MapWindowWidget& window) {
   return view;
 }
 
-RenderOptions OptionsOf(MapWindowWidget& window) {
-  RenderOptions options;
-  options.antialias = window.TheMap().workspace->preferences.smoothLines;
-  options.pixelsPerInch = window.View().logicalDpiY() * window.View().devicePixelRatioF();
-  options.title = BaseName(window.TheMap().fileName);
-  return options;
+RenderOptions OptionsOf(Shell& shell, MapWindowWidget& window) {
+  return PictureOptionsOf(shell, window.View(), std::string(BaseName(window.TheMap().fileName)));
 }
 
 void CopyImage(Shell& shell, MapWindowWidget& window) {
   MapWindow view = ViewToDraw(window);
   std::string error;
-  const auto bytes = RenderMap(view, PictureFormat::Png, OptionsOf(window), error);
-  if (!bytes) {
-    NoteError(shell.TheWorkspace().messages, "%s", {error});
-    return;
-  }
-  QGuiApplication::clipboard()->setImage(QImage::fromData(
-      reinterpret_cast<const uchar*>(bytes->data()), static_cast<int>(bytes->size())));
+  const auto png = RenderMap(view, PictureFormat::Png, OptionsOf(shell, window), error);
+  CopyPng(png, error, {}, shell.TheWorkspace().messages);
 }
 
-void SavePicture(Shell& shell, MapWindowWidget& mapWindow) {
-  Messages& messages = shell.TheWorkspace().messages;
-  FileSpecification& file = shell.Maps().Files().pictures;
-  PrepareSpecification(file, shell.Maps().Files().maps, StartOfDialogs(shell, mapWindow), "png");
-  std::string_view name = BaseName(mapWindow.TheMap().fileName);
+void SavePicture(Shell& shell, MapWindowWidget& window) {
+  std::string_view name = BaseName(window.TheMap().fileName);
   name = name.substr(0, name.rfind('.'));
-  file.name = std::string(name) + "." + file.type;
-  switch (shell.Dialogs().AskSave("Save Picture of Map...", file)) {
-    case FileAnswer::Failed:
-      NoteFileDialogFailure(messages);
-      return;
-    case FileAnswer::Canceled:
-      return;
-    case FileAnswer::Chosen:
-      break;
-  }
-  const size_t dot = file.name.rfind('.');
-  if (PictureFormatOf(file.name) && dot != std::string::npos) file.type = file.name.substr(dot + 1);
-  MapWindow view = ViewToDraw(mapWindow);
+  const auto path =
+      AskPictureFile(shell, window, "Save Picture of Map...", name, shell.Maps().Files().pictures);
+  if (!path) return;
+  MapWindow view = ViewToDraw(window);
   std::string error;
-  if (!RenderMap(view, OptionsOf(mapWindow), PathOf(file), error)) {
-    NoteError(messages, "%s", {error});
+  if (!RenderMap(view, OptionsOf(shell, window), *path, error)) {
+    NoteError(shell.TheWorkspace().messages, "%s", {error});
   }
 }
 

@@ -13,6 +13,7 @@
 #include "shell/print/print_commands.h"
 #include "shell/recovery/map_recovery.h"
 #include "shell/reload_commands.h"
+#include "shell/reports/elevation_commands.h"
 #include "shell/task_window.h"
 #include "shell/view_commands.h"
 
@@ -54,6 +55,7 @@ Program::Program(Workspace& workspace, BoxMessages& boxes, Surroundings& surroun
   PlugMessagesWindow(shell_);
   PlugEditors(shell_);
   PlugPrintCommands(shell_);
+  PlugElevation(shell_);
 }
 
 Program::Program(Workspace& workspace, BoxMessages& boxes, Surroundings& surroundings,

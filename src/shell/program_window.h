@@ -28,6 +28,9 @@ class ProgramWindow {
   /// \return false if it does not handle the command; the shell then does
   virtual bool Answer(CommandId) { return false; }
 
+  /// True if the window can stay open while its map is read again.
+  virtual bool FollowsReload() const { return false; }
+
   /// Closes the window after its questions.
   /// \return false if the user wants it to stay
   virtual bool TryClose() = 0;

@@ -67,7 +67,7 @@ bool ReloadMap(Shell& shell, Map& map) {
   const std::vector<Map*> tied = MapsTiedTo(map);
   const std::vector<MapWindowWidget*> windows = WindowsOn(shell, tied);
   for (MapWindowWidget* window : windows) {
-    if (!window->CloseDependents()) return false;
+    if (!window->CloseBeforeReload()) return false;
   }
   const bool wasDirty = (map.flags & MapDirty) != 0;
   {

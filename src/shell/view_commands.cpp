@@ -1,12 +1,12 @@
 #include "shell/view_commands.h"
 
 #include "base/messages.h"
-#include "paint/display_text.h"
 #include "places/resolve_location.h"
 #include "shell/map/map_view.h"
 #include "shell/map/orientation_dialog.h"
 #include "shell/map_window_widget.h"
 #include "shell/shell.h"
+#include "shell/typed_text.h"
 #include "view/fit_to_map.h"
 #include "view/info_panel.h"
 #include "view/scale_text.h"
@@ -44,11 +44,9 @@ void ChangeZoom(Shell& shell, MapWindowWidget& window) {
   }
 }
 
-/// Names in old maps are Latin-1, and what the user types is UTF-8.
 /// \return `text` in UTF-8, or in Latin-1 if the map knows only that
 std::string AsTheMapHasIt(Map& map, const std::string& text) {
-  constexpr std::string_view AnyLatin1 = "\xE9";
-  const std::string latin1 = StoredText(DisplayText(text), AnyLatin1);
+  const std::string latin1 = AsLatin1(text);
   // Plain text is not looked up twice: a search may move the plane that the next one uses.
   if (latin1 == text || ResolveLocation(map, text)) return text;
   return ResolveLocation(map, latin1) ? latin1 : text;

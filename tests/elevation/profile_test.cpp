@@ -411,6 +411,7 @@ TEST_F(Profile, ADeletedTrailKeepsTheLineThatIsShown) {
   FollowLine(view);
   EXPECT_EQ(view.points.size(), 3U);
   EXPECT_EQ(view.maxAltitude, 50);
+  EXPECT_TRUE(IsLineThere(view));
 }
 
 TEST_F(Profile, ATransectTakesTheNewEstimatesAtItsEnds) {
@@ -435,7 +436,9 @@ TEST_F(Profile, ATrailIsFoundAgainByItsLine) {
     ElevationView view = *OpenElevation(map, trail);
     const std::string first = view.points.front()->name;
     const LineIdentity identity = IdentityOf(view);
+    EXPECT_TRUE(IsLineThere(view));
     view.map = &other;
+    EXPECT_FALSE(IsLineThere(view));
     ASSERT_TRUE(FindLineAgain(view, identity));
     EXPECT_EQ(view.points.front()->name, first);
     EXPECT_NE(view.trail, &trail);
@@ -447,6 +450,7 @@ TEST_F(Profile, ATrailIsFoundAgainByItsLine) {
   gone.animal = "Cora";
   EXPECT_FALSE(FindLineAgain(view, gone));
   EXPECT_TRUE(view.points.empty());
+  EXPECT_FALSE(IsLineThere(view));
   ElevationView transect = *OpenTransect(map, {0, 0}, {0, 0.001});
   EXPECT_TRUE(FindLineAgain(transect, IdentityOf(transect)));
 }

@@ -81,15 +81,6 @@ TEST_F(ProfileView, ThePointerStaysWithinThePlot) {
   EXPECT_EQ(PointerColumn(view), 0);
 }
 
-TEST_F(ProfileView, TheInfoPaneIsInTheTopRightCorner) {
-  const ElevationView view = Shown();
-  const PixelRect place = PlaceInfoPane(view, 521, SixEach);
-  EXPECT_EQ(place.left, 521 - (19 * 6 + 10));
-  EXPECT_EQ(place.top, 0);
-  EXPECT_EQ(place.right, 521);
-  EXPECT_EQ(place.bottom, 52);
-}
-
 // --- The view on the line -------------------------------------------------------------------
 
 TEST_F(ProfileView, ZoomingOutOnATrailStopsAtTheWholeLine) {
@@ -356,6 +347,12 @@ TEST_F(ProfileView, TheWheelKeepsWhatIsUnderThePointer) {
   EXPECT_NEAR(view.viewEnd - view.viewStart, view.lineLength / 2, 1e-9);
   PanElevation(view, 10);
   EXPECT_NEAR(DistanceUnder(view, 21 + 110), under, 1e-9);
+  const double span = view.viewEnd - view.viewStart;
+  ShowLineEnd(view, true);
+  EXPECT_EQ(view.viewEnd, view.lineLength);
+  EXPECT_NEAR(view.viewEnd - view.viewStart, span, 1e-9);
+  ShowLineEnd(view, false);
+  EXPECT_NEAR(view.viewStart, 0, 1e-9);
   ShowWholeLine(view);
   EXPECT_EQ(view.viewStart, 0);
   EXPECT_EQ(view.viewEnd, view.lineLength);

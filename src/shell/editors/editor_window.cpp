@@ -2,6 +2,7 @@
 
 #include "model/map.h"
 #include "paint/display_text.h"
+#include "shell/bring_to_front.h"
 #include "shell/command_menu.h"
 #include "shell/editors/cell_table_view.h"
 #include "shell/list_menus.h"
@@ -256,12 +257,7 @@ void EditorWindow::TakeFirstSize() {
   resize(sizeHint().boundedTo(screen()->availableSize() * MostParts / ScreenParts));
 }
 
-void EditorWindow::BringToFront() {
-  setWindowState(windowState() & ~Qt::WindowMinimized);
-  show();
-  raise();
-  activateWindow();
-}
+void EditorWindow::BringToFront() { orvane::BringToFront(*this); }
 
 // --- Drafts -------------------------------------------------------------------------------------
 

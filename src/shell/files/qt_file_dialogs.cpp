@@ -8,23 +8,29 @@
 #include <QCoreApplication>
 #include <QFileDialog>
 
+#include <utility>
+
 namespace orvane {
 namespace {
 
 /// The kinds of file that a dialog offers, its own type first.
-QStringList FiltersOf(const std::string& type) {
+QStringList FiltersOf(const FileSpecification& file, bool saving) {
+  const std::string& type = file.type;
   const QString all = QStringLiteral("All files (*)");
   if (type == "map") return {QStringLiteral("Maps (*.map)"), all};
-  if (type == "txt") return {QStringLiteral("Text and GPS files (*.txt *.tsv *.csv *.gpx)"), all};
+  const QString table = QStringLiteral("Table of numbers (*.txt)");
+  const bool isText = type == "txt" && !file.withTable;
+  if (isText && saving) return {QStringLiteral("Text files (*.txt)"), all};
+  if (isText) return {QStringLiteral("Text and GPS files (*.txt *.tsv *.csv *.gpx)"), all};
   if (type == "shp") return {QStringLiteral("Shapefiles (*.shp)"), all};
   if (type == "qch") return {QStringLiteral("Help files (*.qch)"), all};
-  const QStringList pictures{QStringLiteral("PNG picture (*.png)"),
-                             QStringLiteral("SVG drawing (*.svg)"),
-                             QStringLiteral("PDF page (*.pdf)")};
-  for (const QString& filter : pictures) {
+  QStringList pictures{QStringLiteral("PNG picture (*.png)"), QStringLiteral("SVG drawing (*.svg)"),
+                       QStringLiteral("PDF page (*.pdf)")};
+  if (file.withTable) pictures.append(table);
+  for (const QString& filter : std::as_const(pictures)) {
     if (!filter.contains(QStringLiteral("*.") + DisplayText(type))) continue;
     QStringList filters{filter};
-    for (const QString& other : pictures) {
+    for (const QString& other : std::as_const(pictures)) {
       if (other != filter) filters.append(other);
     }
     return filters;
@@ -34,7 +40,7 @@ QStringList FiltersOf(const std::string& type) {
 
 FileAnswer Ask(QFileDialog& dialog, FileSpecification& file) {
   dialog.setObjectName(QStringLiteral("fileDialog"));
-  dialog.setNameFilters(FiltersOf(file.type));
+  dialog.setNameFilters(FiltersOf(file, dialog.acceptMode() == QFileDialog::AcceptSave));
   if (dialog.exec() != QDialog::Accepted) return FileAnswer::Canceled;
   const QStringList chosen = dialog.selectedFiles();
   if (chosen.isEmpty() || chosen.front().isEmpty()) return FileAnswer::Failed;

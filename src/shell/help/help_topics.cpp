@@ -23,6 +23,7 @@ constexpr std::array Topics{
     HelpTopic{"trailEditor", "trail-editor.html"},
     HelpTopic{"rangeEditor", "range-editor.html"},
     HelpTopic{"cellTable", "trail-editor.html#the-table"},
+    HelpTopic{"elevationWindow", "profiles.html#the-elevation-window"},
     HelpTopic{"gisTrail", "gps-files.html#tracks"},
     // Dialogs.
     HelpTopic{"aboutBox", "overview.html"},
@@ -54,7 +55,7 @@ constexpr std::array Topics{
     HelpTopic{"command1013", "commands.html#import-gis"},
     HelpTopic{"command1040", "checking.html"},
     HelpTopic{"command1015", "window.html#which-way-is-up"},
-    HelpTopic{"command1019", "profiles.html"},
+    HelpTopic{"command1019", "profiles.html#the-elevation-window"},
     HelpTopic{"command1021", "reports.html"},
     HelpTopic{"command1026", "reports.html"},
     HelpTopic{"command1051", "ranges.html#the-report-of-a-range"},

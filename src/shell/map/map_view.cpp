@@ -5,6 +5,7 @@
 #include "panes/range_list.h"
 #include "panes/trail_tree.h"
 #include "shell/map/map_note.h"
+#include "shell/map/wheel_turn.h"
 #include "view/draw_map.h"
 #include "view/find_in_map.h"
 #include "view/map_notes.h"
@@ -20,18 +21,12 @@
 #include <QPaintEvent>
 #include <QPainter>
 #include <QPinchGesture>
-#include <QPointingDevice>
 #include <QWheelEvent>
 
 #include <cmath>
 
 namespace orvane {
 namespace {
-
-/// Two notches of a wheel double the scale. A notch is 120 units; touch pads send fewer at a time.
-constexpr double WheelUnitsPerDoubling = 240;
-/// How far a notch moves the map: 60 pixels, as in a list.
-constexpr double PixelsPerWheelUnit = 0.5;
 
 constexpr QRgb HintRgb = 0xFF757575;
 
@@ -40,12 +35,6 @@ constexpr double BandDash = 4;
 
 HeldKeys KeysOf(Qt::KeyboardModifiers modifiers) {
   return {modifiers.testFlag(Qt::ShiftModifier), modifiers.testFlag(Qt::ControlModifier)};
-}
-
-/// True for two fingers on a touch pad: a wheel has no phases and is no touch pad.
-bool IsTwoFingers(const QWheelEvent& event) {
-  return event.phase() != Qt::NoScrollPhase ||
-         event.pointingDevice()->type() == QInputDevice::DeviceType::TouchPad;
 }
 
 }  // namespace
@@ -411,17 +400,9 @@ void MapView::PanAlong(QPointF way) {
 
 void MapView::wheelEvent(QWheelEvent* event) {
   event->accept();
-  const QPoint turned = event->angleDelta();
-  const bool control = event->modifiers().testFlag(Qt::ControlModifier);
-  if (IsTwoFingers(*event) && !control) {
-    PanAlong(event->pixelDelta().isNull() ? QPointF(turned) * PixelsPerWheelUnit
-                                          : QPointF(event->pixelDelta()));
-    return;
-  }
-  if (turned.x() != 0) PanAlong(QPointF(turned.x() * PixelsPerWheelUnit, 0));
-  if (turned.y() != 0) {
-    ZoomAbout(event->position(), std::exp2(turned.y() / WheelUnitsPerDoubling));
-  }
+  const WheelTurn turn = ReadWheel(*event);
+  if (!turn.way.isNull()) PanAlong(turn.way);
+  if (turn.factor != 1) ZoomAbout(event->position(), turn.factor);
 }
 
 bool MapView::PinchByTouchPad(const QNativeGestureEvent& event) {
