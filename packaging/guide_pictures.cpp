@@ -10,6 +10,7 @@
 #include "commands/reload_map.h"
 #include "entry/gis_import.h"
 #include "model/workspace.h"
+#include "reports/profile_choice.h"
 #include "shell/editors/cell_table_view.h"
 #include "shell/editors/editor_commands.h"
 #include "shell/entry/gis_trail_window.h"
@@ -23,6 +24,8 @@
 #include "shell/print/print_map_dialog.h"
 #include "shell/program.h"
 #include "shell/recovery/recovery_dialog.h"
+#include "shell/reports/elevation_plot.h"
+#include "shell/reports/elevation_window.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -46,6 +49,7 @@ namespace {
 
 constexpr QSize WindowSize(1000, 680);
 constexpr QSize EditorSize(780, 420);
+constexpr QSize ProfileSize(780, 360);
 constexpr int Settling = 100;    ///< milliseconds; a window is laid out and painted by then
 constexpr int Patience = 60000;  ///< milliseconds; a busy machine may need so long
 constexpr int BoxInterval = 50;  ///< milliseconds between two looks for a box
@@ -96,6 +100,7 @@ class GuidePictures {
     ShowMap(*window);
     ShowDialogs(*window);
     ShowEditors(*window);
+    ShowProfile(*window);
     ShowMessages();
     return good_;
   }
@@ -190,6 +195,27 @@ class GuidePictures {
       if (row.text != "Oru mornings") continue;
       save(editors.OpenRange(window, &row), 1, ColumnType, "range-editor");
     }
+  }
+
+  /// The profile of a trail, with the pointer on it.
+  void ShowProfile(MapWindowWidget& window) {
+    for (TrailPanelRow* row : TrailRowsInOrder(window.Shown().trailViews)) {
+      row->selected = row->trail != nullptr && row->trail->name == "Kana";
+    }
+    auto view = OpenSelectedProfile(window.Shown());
+    if (!view) {
+      good_ = false;
+      return;
+    }
+    // It deletes itself when it is closed.
+    auto* profile = new ElevationWindow(shell_, window, std::move(*view));
+    profile->resize(ProfileSize);
+    profile->show();
+    LetPass(Settling);
+    good_ = good_ && WaitFor([profile] { return profile->Plot().IsFilled(); });
+    SendMouse(profile->Plot(), QEvent::MouseMove, {300, 100}, Qt::NoButton);
+    Save(*profile, QStringLiteral("profile"));
+    profile->TryClose();
   }
 
   void ShowMessages() {
