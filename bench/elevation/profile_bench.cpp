@@ -64,5 +64,35 @@ void ProfileOfLongTrail(benchmark::State& state) {
 }
 BENCHMARK(ProfileOfLongTrail)->Arg(200000)->Unit(benchmark::kMillisecond);
 
+/// What a window does between two looks at its events while the line gets finer.
+void OnePortionOfFilling(benchmark::State& state) {
+  const MadeGround ground(static_cast<int>(state.range(0)));
+  auto view = OpenTransect(ground.map, {1.001, 115.001}, {1.03, 115.07});
+  LayoutColumns(*view, Columns);
+  GapFilling filling;
+  for (auto _ : state) {
+    if (filling.Run(*view, [] { return false; })) {
+      state.PauseTiming();
+      LayoutColumns(*view, Columns);
+      filling.Restart();
+      state.ResumeTiming();
+    }
+  }
+}
+BENCHMARK(OnePortionOfFilling)->Arg(5000)->Arg(200000)->Unit(benchmark::kMillisecond);
+
+/// A step of a drag: other samples for all columns, with the altitudes collected before.
+void SamplesOfAMovedView(benchmark::State& state) {
+  const MadeGround ground(static_cast<int>(state.range(0)));
+  auto view = OpenTransect(ground.map, {1.001, 115.001}, {1.03, 115.07});
+  for (auto _ : state) {
+    view->viewStart += 1;
+    view->viewEnd += 1;
+    LayoutColumns(*view, Columns);
+    benchmark::DoNotOptimize(view->samples.data());
+  }
+}
+BENCHMARK(SamplesOfAMovedView)->Arg(200000)->Unit(benchmark::kMillisecond);
+
 }  // namespace
 }  // namespace orvane

@@ -126,6 +126,8 @@ void StepElevationPointer(ElevationView& view, int columns) {
   view.pointerX = view.leftMargin + std::clamp(PointerColumn(view) + columns, 0, std::max(last, 0));
 }
 
+void ToggleElevationInfo(ElevationView& view) { view.flags ^= ElevationInfoShown; }
+
 void ZoomElevation(ElevationView& view, bool closer) {
   const double step = closer ? Span(view) / 4 : -Span(view) / 2;
   SetView(view, view.viewStart + step, view.viewEnd - step);

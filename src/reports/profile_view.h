@@ -69,6 +69,9 @@ void ShowLineEnd(ElevationView& view, bool last);
 /// \param columns  to the right; negative is to the left
 void StepElevationPointer(ElevationView& view, int columns);
 
+/// Shows the info pane if it is hidden, and hides it if it is shown.
+void ToggleElevationInfo(ElevationView& view);
+
 /// The keys "+" and "-" about the middle of the view: half the span, or twice the span.
 void ZoomElevation(ElevationView& view, bool closer);
 

@@ -109,7 +109,7 @@ void ElevationPlot::Redraw() {
 }
 
 void ElevationPlot::ToggleInfo() {
-  view_.flags ^= ElevationInfoShown;
+  ToggleElevationInfo(view_);
   RefreshInfo();
 }
 
