@@ -100,7 +100,7 @@ class GuidePictures {
     ShowMap(*window);
     ShowDialogs(*window);
     ShowEditors(*window);
-    ShowProfile(*window);
+    ShowProfile();
     ShowMessages();
     return good_;
   }
@@ -198,24 +198,21 @@ class GuidePictures {
   }
 
   /// The profile of a trail, with the pointer on it.
-  void ShowProfile(MapWindowWidget& window) {
-    for (TrailPanelRow* row : TrailRowsInOrder(window.Shown().trailViews)) {
+  void ShowProfile() {
+    MapWindowWidget* const window = shell_.OpenFile(site_.toStdString() + "/trails.map");
+    for (TrailPanelRow* row : TrailRowsInOrder(window->Shown().trailViews)) {
       row->selected = row->trail != nullptr && row->trail->name == "Kana";
     }
-    auto view = OpenSelectedProfile(window.Shown());
-    if (!view) {
-      good_ = false;
-      return;
-    }
+    auto view = OpenSelectedProfile(window->Shown());
     // It deletes itself when it is closed.
-    auto* profile = new ElevationWindow(shell_, window, std::move(*view));
+    auto* profile = new ElevationWindow(shell_, *window, std::move(view.value()));
     profile->resize(ProfileSize);
     profile->show();
     LetPass(Settling);
     good_ = good_ && WaitFor([profile] { return profile->Plot().IsFilled(); });
     SendMouse(profile->Plot(), QEvent::MouseMove, {300, 100}, Qt::NoButton);
     Save(*profile, QStringLiteral("profile"));
-    profile->TryClose();
+    window->TryClose();  // and with it the profile
   }
 
   void ShowMessages() {

@@ -182,7 +182,9 @@ MenuState ReportMenu(const Map& map, const ReportMenuFacts& facts) {
 MenuState ElevationMenu(const Map& map, bool infoShown) {
   MenuState menu = ReportMenu(
       map, {.isSaved = false, .hasLines = false, .picture = "Profile", .hasPicture = true});
-  Enable(menu, {CommandCopy, CommandZoomIn, CommandZoomOut, CommandHideInfo, CommandShowWholeMap},
+  Enable(menu,
+         {CommandCopy, CommandZoomIn, CommandZoomOut, CommandHideInfo, CommandShowWholeMap,
+          CommandPrintPreview},
          true);
   menu.At(CommandHideInfo).checked = !infoShown;
   menu.At(CommandShowWholeMap).text = "Show &Whole Line";

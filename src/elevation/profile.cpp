@@ -285,6 +285,22 @@ bool GapFilling::Run(ElevationView& view, const std::function<bool()>& mayGoOn) 
   return isDone_;
 }
 
+ElevationView CopyOf(const ElevationView& view) {
+  ElevationView copy;
+  copy.map = view.map;
+  copy.trail = view.trail;
+  copy.points = view.points;
+  if (view.trail == nullptr) {
+    copy.flags |= ElevationOwnsPoints;
+    copy.points.clear();
+    for (const Point* end : view.points) copy.points.push_back(&MakeEnd(copy, end->geo));
+  }
+  MeasureLine(copy);
+  copy.viewStart = view.viewStart;
+  copy.viewEnd = view.viewEnd;
+  return copy;
+}
+
 void FollowLine(ElevationView& view) {
   const bool isWhole = view.viewStart == 0 && view.viewEnd == view.lineLength;
   ForgetMap(view);

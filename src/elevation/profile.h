@@ -126,6 +126,9 @@ class GapFilling {
   bool isDone_ = false;
 };
 
+/// \return the same part of the same line, not laid out yet: for paper
+ElevationView CopyOf(const ElevationView& view);
+
 /// Call after the map or its basis was edited: takes the points that the trail has now, the places
 /// and altitudes of the line, and the altitudes of the map. The view stays; if it was the whole
 /// line, it still is. A trail that was deleted, or has fewer than two points left, keeps the points

@@ -424,6 +424,26 @@ TEST_F(Profile, ATransectTakesTheNewEstimatesAtItsEnds) {
   EXPECT_NEAR(view->lineLength, Step, 1e-6);
 }
 
+TEST_F(Profile, ACopyShowsTheSamePartOfTheSameLine) {
+  Map& map = LineMap({"A", "B", "C"}, {"20", "30", "50"});
+  ElevationView trail = OpenLine(map, 20);
+  trail.viewStart = 10;
+  trail.viewEnd = 90;
+  ElevationView transect = *OpenTransect(map, {0, 0.0005}, {0, 0.0015});
+  for (ElevationView* view : {&trail, &transect}) {
+    ElevationView copy = CopyOf(*view);
+    EXPECT_EQ(copy.trail, view->trail);
+    LayoutColumns(*view, 20);
+    LayoutColumns(copy, 20);
+    FillGaps(*view);
+    FillGaps(copy);
+    EXPECT_EQ(Altitudes(copy), Altitudes(*view));
+    EXPECT_EQ(copy.samples[7].position.lon, view->samples[7].position.lon);
+    EXPECT_EQ(copy.maxAltitude, view->maxAltitude);
+  }
+  EXPECT_NE(CopyOf(transect).points.front(), transect.points.front());
+}
+
 TEST_F(Profile, ATrailIsFoundAgainByItsLine) {
   const char* const text =
       "T\t\tPapio\tAna\t2020-3-1\nL\tA\t0\t0\t1\nL\tB\t0\t0.001\t2\n"

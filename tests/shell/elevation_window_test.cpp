@@ -2,8 +2,7 @@
 
 #include "shell/reports/elevation_window.h"
 
-#include "commands/map_edits.h"
-#include "panes/delete_rows.h"
+#include "pages/report_pages.h"
 #include "panes/trail_tree.h"
 #include "reports/profile_view.h"
 #include "shell/map/map_panes.h"
@@ -18,6 +17,7 @@
 #include <QImage>
 #include <QMimeData>
 #include <QPointer>
+#include <QPrinter>
 #include <QScrollBar>
 #include <QWheelEvent>
 
@@ -456,6 +456,25 @@ TEST_F(ElevationWindowTest, TheProfileIsSavedAsAPictureOrATable) {
   EXPECT_EQ(Read(folder_.Path() + "/p.pdf").substr(0, 5), "%PDF-");
   EXPECT_EQ(Read(folder_.Path() + "/p.txt").substr(0, 15), "column\tdistance");
   EXPECT_EQ(Texts(), std::vector<std::string>{});
+}
+
+TEST_F(ElevationWindowTest, TheProfileIsPrintedOnOnePage) {
+  ElevationWindow& window = OpenTrail();
+  Key(window, Qt::Key_Plus);
+  const double start = View(window).viewStart;
+  const std::string path = folder_.Path() + "/profile.pdf";
+  around_.printers.choose = [&path](QPrinter& printer) {
+    printer.setOutputFormat(QPrinter::PdfFormat);
+    printer.setOutputFileName(QString::fromStdString(path));
+    return true;
+  };
+  Press(window, CommandPrint);
+  EXPECT_EQ(around_.printers.offered, std::vector<int>{1});
+  EXPECT_EQ(Read(path).substr(0, 5), "%PDF-");
+  EXPECT_EQ(View(window).viewStart, start);
+  EXPECT_EQ(beeps_, 0);
+  const auto pages = window.MakePages({});
+  EXPECT_EQ(pages->Title(), "Ridge");
 }
 
 TEST_F(ElevationWindowTest, SavingAsAMapIsNotForAProfile) {

@@ -51,6 +51,7 @@ class ElevationPlot final : public QWidget {
   bool Follow(const LineIdentity& identity);
   /// Shows angles in another form.
   void SetDisplay(CoordinateDisplay display);
+  CoordinateDisplay Display() const { return display_; }
   /// Draws again soon: lines have become smooth, or are so no more.
   void Redraw();
   /// Shows the info pane, or hides it.

@@ -2,6 +2,7 @@
 
 #include "base/number_text.h"
 #include "model/workspace.h"
+#include "pages/report_pages.h"
 #include "reports/profile_table.h"
 #include "reports/profile_view.h"
 #include "shell/map/map_view.h"
@@ -160,6 +161,10 @@ bool ElevationWindow::Answer(CommandId id) {
     default:
       return ReportWindow::Answer(id);
   }
+}
+
+std::unique_ptr<PrintedPages> ElevationWindow::MakePages(const ReportPageFrame& frame) {
+  return std::make_unique<ProfilePages>(frame, CopyOf(plot_->View()), plot_->Display());
 }
 
 bool ElevationWindow::CopyLines() {

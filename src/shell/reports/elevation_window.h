@@ -1,6 +1,7 @@
 #pragma once
 
 #include "elevation/profile.h"
+#include "shell/print/printable_window.h"
 #include "shell/reports/report_window.h"
 
 class QScrollBar;
@@ -14,7 +15,7 @@ class ElevationPlot;
 /// its map was read again closes the window.
 ///
 /// Escape ends a drag, or else closes the window.
-class ElevationWindow final : public ReportWindow {
+class ElevationWindow final : public ReportWindow, public PrintableWindow {
   Q_OBJECT
 
  public:
@@ -22,6 +23,7 @@ class ElevationWindow final : public ReportWindow {
   ElevationWindow(Shell& shell, MapWindowWidget& mapWindow, ElevationView view);
 
   bool Answer(CommandId id) override;
+  std::unique_ptr<PrintedPages> MakePages(const ReportPageFrame& frame) override;
 
   ElevationPlot& Plot() { return *plot_; }
   QScrollBar& Bar() { return *bar_; }
