@@ -65,7 +65,8 @@ TEST_F(MenuStateTest, AtTheStartWhatNeedsAMapIsDisabled) {
                                            CommandShowWholeMap,
                                            CommandReload,
                                            CommandUndo,
-                                           CommandRedo}));
+                                           CommandRedo,
+                                           CommandPrintPreview}));
   EXPECT_FALSE(menu.At(CommandEuropeanDates).checked);
   EXPECT_TRUE(StartMenu({.europeanDates = true}).At(CommandEuropeanDates).checked);
   EXPECT_TRUE(menu.At(CommandSmoothLines).checked);
