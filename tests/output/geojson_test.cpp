@@ -47,6 +47,41 @@ struct GeoJson : ExportFixture {
   }
 };
 
+TEST_F(GeoJson, LeavesOutWhatIsNowhere) {
+  Map& map = Open(SiteOfRanges);
+  const Json whole = Written(map);
+  const Grid placed = map.grids.front();
+  const size_t cells = OfKind(whole, "cell").size();
+
+  std::vector<Point*>& stops = map.trails.front().points;
+  stops.push_back(stops[0]);  // a stop is written once
+  stops[1]->flags &= ~std::uint32_t{PointPlaced};
+  stops[2]->geo.lat = 95;
+  map.trails.emplace_front().type = "Empty";
+  map.grids.emplace_front(placed);
+  map.grids.emplace_front(placed).corner = nullptr;
+  Point unplaced;
+  map.grids.emplace_front(placed).corner = &unplaced;
+
+  const Json json = Written(map);
+  EXPECT_EQ(OfKind(json, "stop").size(), OfKind(whole, "stop").size() - 2);
+  EXPECT_EQ(OfKind(json, "trail").size(), OfKind(whole, "trail").size());
+  EXPECT_EQ(OfKind(json, "cell").size(), 2 * cells);
+  size_t shaded = 0;
+  for (const Json& cell : OfKind(json, "cell")) {
+    if (cell["properties"].contains("shade")) ++shaded;
+  }
+  EXPECT_EQ(shaded, 1U);  // of the first grid only
+}
+
+TEST_F(GeoJson, AFilledTrailThatIsOpenHasAnArea) {
+  Map& map = Open("T\tPlot\tArea\t\t\t,,1\nG\tA\tN0\tE0\nG\tB\tN0.01\tE0\nG\tC\tN0\tE0.01\n");
+  map.trails.front().filled = true;
+  const auto areas = OfKind(Written(map), "area");
+  ASSERT_EQ(areas.size(), 1U);
+  EXPECT_GT(areas[0]["properties"]["area"], 600000);
+}
+
 TEST_F(GeoJson, HoldsPointsAndTrails) {
   const Json json = Written(Open(SiteOfAllGroups));
   const auto points = OfKind(json, "point");
