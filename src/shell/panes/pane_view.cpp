@@ -80,39 +80,11 @@ void PaneView::ShowChangedRows() {
 }
 
 void PaneView::FollowRows() {
-  ExpandOpenRows({});
-  QItemSelection selection;
-  GatherSelected({}, selection);
-  selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+  for (const QModelIndex& group : model_.Groups()) {
+    if (isExpanded(group) != model_.IsOpen(group)) setExpanded(group, model_.IsOpen(group));
+  }
+  selectionModel()->select(model_.Selected(), QItemSelectionModel::ClearAndSelect);
   viewport()->update();
-}
-
-void PaneView::ExpandOpenRows(const QModelIndex& parent) {
-  const int rows = model_.rowCount(parent);
-  for (int row = 0; row < rows; ++row) {
-    const QModelIndex index = model_.index(row, 0, parent);
-    if (model_.rowCount(index) == 0) continue;
-    if (isExpanded(index) != model_.IsOpen(index)) setExpanded(index, model_.IsOpen(index));
-    ExpandOpenRows(index);
-  }
-}
-
-void PaneView::GatherSelected(const QModelIndex& parent, QItemSelection& selection) const {
-  const int rows = model_.rowCount(parent);
-  QModelIndex first;
-  for (int row = 0; row < rows; ++row) {
-    const QModelIndex index = model_.index(row, 0, parent);
-    const bool selected = model_.IsSelected(index);
-    if (selected && !first.isValid()) first = index;
-    if (!selected && first.isValid()) {
-      selection.append(QItemSelectionRange(first, model_.index(row - 1, 0, parent)));
-      first = QModelIndex();
-    }
-    if (model_.rowCount(index) > 0) GatherSelected(index, selection);
-  }
-  if (first.isValid()) {
-    selection.append(QItemSelectionRange(first, model_.index(rows - 1, 0, parent)));
-  }
 }
 
 QItemSelectionModel::SelectionFlags PaneView::selectionCommand(const QModelIndex& /*index*/,

@@ -91,8 +91,6 @@ class PaneView final : public QTreeView {
 
  private:
   void FollowRows();
-  void ExpandOpenRows(const QModelIndex& parent);
-  void GatherSelected(const QModelIndex& parent, QItemSelection& selection) const;
   void MakeCurrent(const QModelIndex& index);
   void ScrollTo(const QModelIndex& index);
   void GoTo(const QModelIndex& index, Qt::KeyboardModifiers modifiers);

@@ -38,6 +38,13 @@ PaneRowLook RangeListModel::LookOf(const QModelIndex& index) const {
           .fixed = row.fixed};
 }
 
+QItemSelection RangeListModel::Selected() const {
+  QItemSelection selection;
+  AddSelected(
+      rows_, {}, [](const RangePanelRow& row) { return row.selected; }, selection);
+  return selection;
+}
+
 QModelIndex RangeListModel::index(int row, int column, const QModelIndex& parent) const {
   if (parent.isValid() || column != 0 || row < 0 || row >= rowCount()) return {};
   return createIndex(row, 0, rows_[static_cast<size_t>(row)]);

@@ -21,6 +21,8 @@ class RangeListModel final : public PaneModel {
   void Refresh() override;
   PaneRowLook LookOf(const QModelIndex& index) const override;
   bool IsSelected(const QModelIndex& index) const override { return RowOf(index)->selected; }
+  QItemSelection Selected() const override;
+  std::vector<QModelIndex> Groups() const override { return {}; }
   bool IsOpen(const QModelIndex& /*index*/) const override { return false; }
   QModelIndex IndexOfPointer(const void* row) const override;
 

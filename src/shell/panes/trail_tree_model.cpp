@@ -18,7 +18,9 @@ void TrailTreeModel::Take(std::list<TrailPanelRow>& rows, const TrailPanelRow* p
                      .depth = depth,
                      .children = {}};
     children.push_back(&row);
-    if (!row.children.empty()) Take(row.children, &row, depth + 1);
+    if (row.children.empty()) continue;
+    groups_.push_back(&row);
+    Take(row.children, &row, depth + 1);
   }
   places_[parent].children = std::move(children);
 }
@@ -41,6 +43,7 @@ QModelIndex TrailTreeModel::IndexOf(const TrailPanelRow* row) const {
 void TrailTreeModel::Rebuild() {
   beginResetModel();
   places_.clear();
+  groups_.clear();
   Take(view_.trailViews, nullptr, 0);
   endResetModel();
 }
@@ -51,7 +54,27 @@ void TrailTreeModel::TellOf(const QModelIndex& parent) {
   const int rows = rowCount(parent);
   if (rows == 0) return;
   Q_EMIT dataChanged(index(0, 0, parent), index(rows - 1, 0, parent));
-  for (int row = 0; row < rows; ++row) TellOf(index(row, 0, parent));
+  // Rows that don't show need no news, and there can be many.
+  for (TrailPanelRow* row : PlaceOf(RowOf(parent))->children) {
+    if (row->open) TellOf(IndexOf(row));
+  }
+}
+
+QItemSelection TrailTreeModel::Selected() const {
+  QItemSelection selection;
+  const auto isSelected = [](const TrailPanelRow& row) { return row.selected; };
+  AddSelected(PlaceOf(nullptr)->children, {}, isSelected, selection);
+  for (const TrailPanelRow* group : groups_) {
+    AddSelected(PlaceOf(group)->children, IndexOf(group), isSelected, selection);
+  }
+  return selection;
+}
+
+std::vector<QModelIndex> TrailTreeModel::Groups() const {
+  std::vector<QModelIndex> groups;
+  groups.reserve(groups_.size());
+  for (const TrailPanelRow* group : groups_) groups.push_back(IndexOf(group));
+  return groups;
 }
 
 PaneRowLook TrailTreeModel::LookOf(const QModelIndex& index) const {

@@ -24,6 +24,8 @@ class TrailTreeModel final : public PaneModel {
   void Refresh() override;
   PaneRowLook LookOf(const QModelIndex& index) const override;
   bool IsSelected(const QModelIndex& index) const override { return RowOf(index)->selected; }
+  QItemSelection Selected() const override;
+  std::vector<QModelIndex> Groups() const override;
   bool IsOpen(const QModelIndex& index) const override { return RowOf(index)->open; }
   QModelIndex IndexOfPointer(const void* row) const override {
     return IndexOf(static_cast<const TrailPanelRow*>(row));
@@ -48,6 +50,7 @@ class TrailTreeModel final : public PaneModel {
 
   MapWindow& view_;
   std::unordered_map<const TrailPanelRow*, Place> places_;  ///< null for the invisible root
+  std::vector<const TrailPanelRow*> groups_;                ///< rows with rows below them
 };
 
 }  // namespace orvane
