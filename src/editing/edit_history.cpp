@@ -71,6 +71,23 @@ void Follow(Map& map, const EditFollowUp& followUp) {
   for (Range* range : followUp.ranges) AnalyzeOneRange(*range, map);
 }
 
+/// Which maps are marked as changed: a change can mark them before it gives up.
+class DirtyMarks {
+ public:
+  explicit DirtyMarks(const std::vector<Map*>& maps) {
+    for (Map* map : maps) marks_.emplace_back(map, map->flags & MapDirty);
+  }
+  /// Needs no memory.
+  void Restore() const {
+    for (const auto& [map, mark] : marks_) {
+      map->flags = (map->flags & ~std::uint32_t{MapDirty}) | mark;
+    }
+  }
+
+ private:
+  std::vector<std::pair<Map*, std::uint32_t>> marks_;
+};
+
 }  // namespace
 
 bool EditHistory::Apply(const Edit& edit) {
@@ -80,6 +97,7 @@ bool EditHistory::Apply(const Edit& edit) {
   maps.insert(maps.begin(), &map);
   // Before the change, which may mark a map itself.
   for (const Map* each : maps) NoteUnsavedStart(*each);
+  const DirtyMarks marks(maps);
   MapSnapshot before(workspace_);
   EditFollowUp followUp;
   bool done = false;
@@ -87,23 +105,26 @@ bool EditHistory::Apply(const Edit& edit) {
     done = edit.change(followUp);
     if (done) Follow(map, followUp);
   } catch (const std::bad_alloc&) {
+    marks.Restore();
     TakeBack(edit, before.TakeDelta());
     throw;
   }
   if (!done) {
+    marks.Restore();
     MapDelta changes = before.TakeDelta();
     if (!changes.IsEmpty()) TakeBack(edit, std::move(changes));
     return false;
   }
   Step step{.name = edit.name, .number = ++newestStep_, .delta = before.TakeDelta()};
+  const bool marksDirty = edit.marksDirty && !followUp.marksNothing;
   for (Map* each : maps) {
     const StateNumber state = StateOf(*each);
     step.passages.push_back(
-        {.map = each, .before = state, .after = edit.marksDirty ? ++newestState_ : state});
-    if (edit.marksDirty) EnterState(*each, step.passages.back().after);
+        {.map = each, .before = state, .after = marksDirty ? ++newestState_ : state});
+    if (marksDirty) EnterState(*each, step.passages.back().after);
   }
   // An edit that leaves the records as they were can have changed rows of the panes.
-  const bool isStep = edit.marksDirty || step.delta.Change().Any();
+  const bool isStep = marksDirty || step.delta.Change().Any();
   Tell(step, EditNews::Kind::Applied, &followUp);
   if (isStep) {
     Record(std::move(step));

@@ -27,6 +27,8 @@ struct EditFollowUp {
   bool freshRows = false;
   /// The same for the rows of trails only.
   bool freshTrailRows = false;
+  /// The change has found nothing to do, so no map becomes dirty, whatever `Edit::marksDirty` says.
+  bool marksNothing = false;
 };
 
 /// A change of a map that is ready to be made: what every editor, import and command passes to

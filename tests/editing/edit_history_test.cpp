@@ -172,6 +172,40 @@ TEST_F(EditHistoryTest, AnEditThatOnlyMarksTheMapIsAStep) {
   EXPECT_EQ(history.Steps(), 1U) << "one that marks nothing is none";
 }
 
+TEST_F(EditHistoryTest, AnEditThatGivesUpLeavesTheMarkAsItWas) {
+  Map& map = Open(SeasonText);
+  Edit edit{.name = "Import", .map = &map, .change = [&map](EditFollowUp&) {
+              map.flags |= MapDirty;
+              return false;
+            }};
+  EXPECT_FALSE(history.Apply(edit));
+  EXPECT_EQ(map.flags & MapDirty, 0U);
+  edit.change = [&map](EditFollowUp&) -> bool {
+    map.flags |= MapDirty;
+    throw std::bad_alloc();
+  };
+  EXPECT_THROW(history.Apply(edit), std::bad_alloc);
+  EXPECT_EQ(map.flags & MapDirty, 0U);
+  history.Apply(NewTrail(map, "A"));
+  edit.change = [&map](EditFollowUp&) {
+    map.flags &= ~std::uint32_t{MapDirty};
+    return false;
+  };
+  EXPECT_FALSE(history.Apply(edit));
+  EXPECT_NE(map.flags & MapDirty, 0U);
+}
+
+TEST_F(EditHistoryTest, AnEditThatFindsNothingToDoMarksNothing) {
+  Map& map = Open(SeasonText);
+  const Edit edit{.name = "Import", .map = &map, .change = [](EditFollowUp& followUp) {
+                    followUp.marksNothing = true;
+                    return true;
+                  }};
+  EXPECT_TRUE(history.Apply(edit));
+  EXPECT_EQ(map.flags & MapDirty, 0U);
+  EXPECT_EQ(history.Steps(), 0U);
+}
+
 TEST_F(EditHistoryTest, AnEditOfWhatTheFileDoesNotHoldKeepsTheMark) {
   Map& map = Open(SeasonText);
   Edit edit = EditOf(map, "Trail Visibility", [&map] { map.trails.front().color = 0xFF; });
