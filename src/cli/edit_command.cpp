@@ -637,11 +637,12 @@ Fault ScriptRun::Import(const Fields& fields) {
   session_.history.Apply({.name = "Import of " + fields[0],
                           .map = &session_.map,
                           .change = [&](EditFollowUp& followUp) {
-                            bool started = false;
-                            ImportSheet(session_.map, session_.messages, fields[0], sheet,
-                                        &started);
+                            const auto outcome =
+                                ImportSheet(session_.map, session_.messages, fields[0], sheet);
+                            if (!outcome) return false;
                             followUp.freshRows = true;
-                            return started;
+                            followUp.marksNothing = !outcome->changed;
+                            return true;
                           }});
   return {};
 }

@@ -1,6 +1,5 @@
 #include "cli/import_command.h"
 
-#include "base/files.h"
 #include "cli/commands.h"
 #include "cli/exit_status.h"
 #include "entry/sheet_import.h"
@@ -31,35 +30,28 @@ const std::array<SheetOption, SheetFieldCount>& SheetOptions() {
   return Options;
 }
 
-bool ImportSheet(Map& map, Messages& messages, const std::string& sheet, const SheetFields& fields,
-                 bool* started) {
+std::optional<SheetOutcome> ImportSheet(Map& map, Messages& messages, const std::string& sheet,
+                                        const SheetFields& fields) {
   const auto text = ReadSheet(messages, sheet);
-  if (!text) return false;
+  if (!text) return std::nullopt;
   SheetReading reading = ReadSheetFields(fields, map);
   if (reading.refusal) {
     NoteError(messages, "%s", {reading.refusal->message});
-    return false;
+    return std::nullopt;
   }
-  if (started != nullptr) *started = true;
   reading.spec.sheet = &*text;
   reading.spec.fileName = sheet;
   SheetLogs logs;
-  const SheetOutcome outcome = RunSpreadsheetImport(
-      reading.spec, logs,
-      [](const std::string& name, std::string_view log) { return WriteFileAtomically(name, log); });
-  for (const std::string& name : outcome.unwritten) {
-    NoteError(messages, "Can't open %s for writing", {name});
-  }
-  messages.Post(Severity::Note, outcome.summary);
-  return outcome.completed && outcome.unwritten.empty();
+  SheetOutcome outcome = RunSpreadsheetImport(reading.spec, logs, WriteSideFile);
+  NoteSheetOutcome(messages, outcome);
+  return outcome;
 }
 
 int ImportCommand(Map& map, LineMessages& messages, const ImportRequest& request) {
-  bool started = false;
-  const bool done = ImportSheet(map, messages, request.sheet, request.fields, &started);
-  if (!started) return ExitFailed;
+  const auto outcome = ImportSheet(map, messages, request.sheet, request.fields);
+  if (!outcome) return ExitFailed;
   const int saved = SaveCommand(map, request.output, false);
-  return done ? saved : ExitFailed;
+  return outcome->completed && outcome->unwritten.empty() ? saved : ExitFailed;
 }
 
 }  // namespace orvane

@@ -5,6 +5,7 @@
 #include "model/map.h"
 
 #include <array>
+#include <optional>
 #include <string>
 
 namespace orvane {
@@ -28,10 +29,9 @@ struct SheetOption {
 const std::array<SheetOption, SheetFieldCount>& SheetOptions();
 
 /// Takes a follow sheet into the map, with its messages.
-/// \return false if the fields or the sheet were refused, or the import was abandoned
-/// \param started  if not null, receives whether the map was touched
-bool ImportSheet(Map& map, Messages& messages, const std::string& sheet, const SheetFields& fields,
-                 bool* started = nullptr);
+/// \return nothing if the fields or the sheet were refused
+std::optional<SheetOutcome> ImportSheet(Map& map, Messages& messages, const std::string& sheet,
+                                        const SheetFields& fields);
 
 /// Takes a follow sheet into the map and saves it in full to the file `output`, or to standard
 /// output if it is "-". Fields that the dialog would refuse and a sheet that can't be opened write

@@ -61,10 +61,18 @@ Edit SheetEdit(const ImportSpec& spec, SheetLogs& logs, const SideFileWriter& wr
   return {.name = NameOfImport(spec.fileName),
           .map = spec.map,
           .change = [&spec, &logs, write, &outcome](EditFollowUp& followUp) {
+            const SheetLogs before = logs;
+            try {
+              outcome = RunSpreadsheetImport(spec, logs, write);
+            } catch (const std::bad_alloc&) {
+              logs = before;
+              throw;
+            }
+            if (outcome.canceled) logs = before;
             followUp.solved = true;
             followUp.freshRows = true;
-            outcome = RunSpreadsheetImport(spec, logs, write);
-            return true;
+            followUp.marksNothing = !outcome.changed;
+            return !outcome.canceled;
           }};
 }
 

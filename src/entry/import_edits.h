@@ -28,7 +28,9 @@ Edit GisFileEdit(Map& map, const std::string& path, const GisBoxes& boxes,
 /// \param bad  the field that can't be read
 Edit TrackEdit(GisImport& import, const GisTrailFields& fields, bool all, GisField& bad);
 
-/// Imports a follow sheet (`RunSpreadsheetImport`); what an abandoned import has made stays.
+/// Imports a follow sheet (`RunSpreadsheetImport`); what an abandoned import has made stays. The edit
+/// gives up if the user cancels. It does not mark the map if the sheet has no follows. After a cancel,
+/// or if memory runs out, `logs` is unchanged.
 /// \param spec, logs  must outlive the edit
 Edit SheetEdit(const ImportSpec& spec, SheetLogs& logs, const SideFileWriter& write,
                SheetOutcome& outcome);

@@ -3,6 +3,7 @@
 #include "base/dates.h"
 #include "base/number_text.h"
 #include "base/text.h"
+#include "base/utf8.h"
 #include "model/workspace.h"
 
 namespace orvane {
@@ -23,9 +24,6 @@ constexpr const char* NoLocation =
     "You must specify a column in which to find the location (trail mark)";
 constexpr const char* BadSkip = "Badly specified (or too large) skip count";
 constexpr const char* BadColumn = "Badly specified column number";
-
-constexpr std::array<SheetField, 3> SmColumns = {SheetSm1, SheetSm2, SheetSm3};
-constexpr std::array<SheetField, 3> SmCodes = {SheetSm1Code, SheetSm2Code, SheetSm3Code};
 
 /// The part of a field that is read as a column.
 std::string_view ColumnField(const SheetFields& fields, SheetField field) {
@@ -95,9 +93,9 @@ SheetRefusal FirstFault(const ImportSpec& spec) {
 
 void ReadMeasures(const SheetFields& fields, const Map& map, ImportSpec& spec) {
   if (!map.smName[0]) return;
-  for (size_t sm = 0; sm < SmColumns.size(); ++sm) {
-    spec.smColumn[sm] = ReadColumn(fields, SmColumns[sm]);
-    spec.smCode[sm] = TextOrNull(fields[SmCodes[sm]]);
+  for (size_t sm = 0; sm < SmColumnFields.size(); ++sm) {
+    spec.smColumn[sm] = ReadColumn(fields, SmColumnFields[sm]);
+    spec.smCode[sm] = TextOrNull(fields[SmCodeFields[sm]]);
   }
 }
 
@@ -153,7 +151,7 @@ void RememberSheetFields(SheetFields& remembered, const SheetFields& accepted, c
   constexpr size_t LongestRemembered = 9;
   const size_t count = map.smName[0] ? SheetFieldCount : SheetSm1;
   for (size_t field = 0; field < count; ++field) {
-    remembered[field] = accepted[field].substr(0, LongestRemembered);
+    remembered[field] = CutText(accepted[field], LongestRemembered);
   }
 }
 

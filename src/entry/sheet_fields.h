@@ -12,14 +12,13 @@
 namespace orvane {
 
 /// The dialog "SpreadSheet Data" without its window: the texts of its fields, their meaning, and
-/// what is refused. A window only shows it:
+/// what is refused. The window only shows it:
 ///
-///   - at the start it shows the `SheetFields` that the program keeps, with the rows of the
-///     measures by `IsSmRowShown` and `SmColumnLabel`, and gives the focus to `SheetSkip`; - when
-///     the user changes a text it calls `ChangeSheetField` and shows which field that emptied; - on
-///     OK it calls `ReadSheetFields`. It shows a refusal with `NoteError`, gives the focus to the
-///     field at fault, and stays open. Otherwise it calls `RememberSheetFields`, closes, sets
-///     `ImportSpec::sheet` and calls `RunSpreadsheetImport`.
+///   - At the start it shows the `SheetFields` that the program keeps, with the rows of the measures
+///     by `IsSmRowShown` and `SmColumnLabel`, and gives the focus to `SheetSkip`.
+///   - When the user changes a text it calls `ChangeSheetField` and shows what that emptied.
+///   - On OK it calls `ReadSheetFields`. It shows a refusal, gives the focus to the field at fault
+///     and stays open. Otherwise it calls `RememberSheetFields` and closes.
 
 /// The fields of the dialog, from top to bottom.
 enum SheetField : std::size_t {
@@ -41,6 +40,10 @@ enum SheetField : std::size_t {
   SheetSm3Code,
   SheetFieldCount
 };
+
+/// The fields of SM1, SM2 and SM3.
+constexpr std::array<SheetField, 3> SmColumnFields = {SheetSm1, SheetSm2, SheetSm3};
+constexpr std::array<SheetField, 3> SmCodeFields = {SheetSm1Code, SheetSm2Code, SheetSm3Code};
 
 /// The texts of the fields, by `SheetField`. All are empty the first time.
 using SheetFields = std::array<std::string, SheetFieldCount>;
@@ -68,7 +71,7 @@ SheetReading ReadSheetFields(const SheetFields& fields, Map& map);
 /// same text again does nothing.
 void ChangeSheetField(SheetFields& fields, SheetField changed, std::string_view text);
 
-/// Keeps accepted fields for the next time, 9 bytes of each. Those of the measures are kept only if
+/// Keeps accepted fields for the next time, the characters in the first 9 bytes of each. Those of the measures are kept only if
 /// the map names SM1; otherwise the earlier ones stay.
 void RememberSheetFields(SheetFields& remembered, const SheetFields& accepted, const Map& map);
 

@@ -125,6 +125,8 @@ class SheetImport {
   /// \return what was met; the import was abandoned if it says at which line
   SheetCounts Run();
 
+  bool HasMadeTrail() const { return trail_ != nullptr; }
+
  private:
   bool TrailCannotChange() const;
   TrailTexts ReadTrailTexts(std::string_view row) const;
@@ -162,9 +164,15 @@ class SheetImport {
 
 SheetCounts SheetImport::Run() {
   OriginScope origin(workspace_.messages, spec_.fileName);
-  SheetLines lines(spec_.sheet->text);
+  const std::string& text = spec_.sheet->text;
+  SheetLines lines(text);
+  constexpr unsigned RowsBetweenReports = 16;
+  ProgressSteps steps(workspace_.progress, WorkStage::Reading,
+                      static_cast<size_t>(std::count(text.begin(), text.end(), '\n')) + 1,
+                      RowsBetweenReports);
   for (int i = 0; i < spec_.skipCount; ++i) lines.Next();
   for (size_t last = lines.Number(); const auto row = lines.Next(); last = lines.Number()) {
+    if (!steps.Next(lines.Number())) break;
     isRestOfLine_ = lines.Number() == last;
     line_ = LineOfFile(lines.Number());
     origin.GoToLine(line_);
@@ -173,7 +181,8 @@ SheetCounts SheetImport::Run() {
       break;
     }
   }
-  if (counts_.abandonedAt == 0 && stop_.IsPending()) EndStop(lastTime_);
+  const bool isAtEnd = counts_.abandonedAt == 0 && !IsCanceled(workspace_.progress);
+  if (isAtEnd && stop_.IsPending()) EndStop(lastTime_);
   counts_.unknownPlaces = logs_.unknownLocations.size();
   return counts_;
 }
@@ -392,8 +401,16 @@ bool SheetImport::Continues(const std::string& title, std::string_view question,
 SheetOutcome RunSpreadsheetImport(const ImportSpec& spec, SheetLogs& logs,
                                   const SideFileWriter& write) {
   SheetOutcome outcome;
-  // The import is freed before the solver starts: both keep an index of names.
-  const SheetCounts counts = SheetImport(spec, logs).Run();
+  SheetCounts counts;
+  {
+    // Freed before the solver starts: both keep an index of names.
+    SheetImport import(spec, logs);
+    counts = import.Run();
+    outcome.changed = import.HasMadeTrail();
+  }
+  Progress* const progress = spec.map->workspace->progress;
+  outcome.canceled = IsCanceled(progress);
+  if (outcome.canceled) return outcome;
   outcome.completed = counts.abandonedAt == 0;
   outcome.summary = SheetSummary(spec, counts);
   if (!outcome.completed) {
@@ -401,10 +418,19 @@ SheetOutcome RunSpreadsheetImport(const ImportSpec& spec, SheetLogs& logs,
     return outcome;
   }
   outcome.unwritten = FinishImportLogs(logs, write);
+  if (!outcome.changed) return outcome;
+  const MustFinish finish(progress);
   ClearOwnPositions(*spec.map);
   SolveMap(*spec.map);
   AnalyzeAllRanges(*spec.map);
   return outcome;
+}
+
+void NoteSheetOutcome(Messages& messages, const SheetOutcome& outcome) {
+  for (const std::string& name : outcome.unwritten) {
+    NoteError(messages, "Can't open %s for writing", {name});
+  }
+  messages.Post(Severity::Note, outcome.summary);
 }
 
 Point& AddStopPoint(Map& map, Trail& trail, const LatLon& position, int start, int end,

@@ -53,6 +53,8 @@ struct ImportSpec {
 /// How an import ended.
 struct SheetOutcome {
   bool completed = false;  ///< false if a bad date or an answer ended it; what was built stays
+  bool canceled = false;   ///< by the progress of the workspace; what was built must be taken back
+  bool changed = false;    ///< the map got a follow, even one without stops
   std::vector<std::string> unwritten;  ///< names of side files that could not be written
   std::string summary;                 ///< a sentence on what was done, for the user
 };
@@ -61,11 +63,16 @@ struct SheetOutcome {
 /// to a question about a bad time or location. A completed import writes the logs, solves the map
 /// and updates its ranges; the caller rebuilds its panes. An abandoned one leaves the map with the
 /// stops so far, without the current one, unsolved and with its old ranges, and leaves the logs as
-/// they are.
+/// they are. A cancelled one ends like that too, but writes no file and has no summary: the caller
+/// takes back what it did to the map and the logs. A map that got no follow is not solved.
 /// \param logs   of the program; this import also writes what an abandoned one left in them
 /// \param write  how the side files are written
 SheetOutcome RunSpreadsheetImport(const ImportSpec& spec, SheetLogs& logs,
                                   const SideFileWriter& write);
+
+/// Posts what the user must know of an import that was not cancelled: the side files that could not
+/// be written, and as a note what was done.
+void NoteSheetOutcome(Messages& messages, const SheetOutcome& outcome);
 
 /// Adds a stop at the end of a trail. Rows are scans every five minutes: if a count equals the
 /// number of scans of the stop, the behaviour went on through the last one, so the stop ends five

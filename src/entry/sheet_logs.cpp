@@ -25,6 +25,10 @@ void WriteOrTell(const SideFileWriter& write, const std::string& name, std::stri
 
 }  // namespace
 
+WriteResult WriteSideFile(const std::string& name, std::string_view text) {
+  return WriteFileAtomically(name, text);
+}
+
 bool NoteBadLocation(SheetLogs& logs, std::string_view text, PackedDate date,
                      std::string_view timeText) {
   if (!IsAboutWeather(text)) {

@@ -29,8 +29,9 @@ struct SheetLogs {
   std::optional<std::string> weather;
 };
 
-/// Writes a file into the current directory: `WriteFileAtomically`, or the function of a test.
+/// Writes a file into the current directory: `WriteSideFile`, or the function of a test.
 using SideFileWriter = std::function<WriteResult(const std::string& name, std::string_view text)>;
+WriteResult WriteSideFile(const std::string& name, std::string_view text);
 
 /// Keeps the text of an unknown location. It is about the weather if it contains "sun", "rain",
 /// "cloud", "dry", "warm", "clear", "same as" or "cool", in any case and also within a word: then

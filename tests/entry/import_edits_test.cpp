@@ -1,10 +1,14 @@
 #include "entry/import_edits.h"
 
 #include "mapfile/writer.h"
+#include "support/counted_progress.h"
 #include "support/map_from_text.h"
 #include "support/temporary_folder.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
+#include <string>
+#include <vector>
 
 namespace orvane {
 namespace {
@@ -92,11 +96,8 @@ TEST_F(ImportEdits, ASubmapDoesNotMarkTheMap) {
   EXPECT_EQ(Saved(map), before);
 }
 
-TEST_F(ImportEdits, AnAbandonedSheetKeepsWhatWasRead) {
-  Map& map = Open("T\tRidge\tTrail\nG\tCamp\tN1\tE10\nG\tHill\tN1 0.1\tE10\n");
-  const std::string before = Saved(map);
-  const FollowSheet sheet{.text =
-                              "8:00\tCamp\t2020-3-1\n8:30\tHill\t2020-3-1\n9:00\tCamp\tnever\n"};
+/// The settings for a sheet of times, places and dates.
+ImportSpec SpecOf(Map& map, const FollowSheet& sheet) {
   ImportSpec spec;
   spec.map = &map;
   spec.sheet = &sheet;
@@ -105,17 +106,101 @@ TEST_F(ImportEdits, AnAbandonedSheetKeepsWhatWasRead) {
   spec.locationColumn = 1;
   spec.dateColumn = 2;
   spec.speciesAlways = "Papio";
+  return spec;
+}
+
+struct SheetEdits : ImportEdits {
+  SideFileWriter Writer() {
+    return [this](const std::string& name, std::string_view) {
+      written.push_back(name);
+      return WriteResult::Done;
+    };
+  }
+
+  Map& map = Open("T\tRidge\tTrail\nG\tCamp\tN1\tE10\nG\tHill\tN1 0.1\tE10\n");
+  std::vector<std::string> written;  ///< names of the side files
   SheetLogs logs;
   SheetOutcome outcome;
-  ASSERT_TRUE(history.Apply(SheetEdit(
-      spec, logs, [](const std::string&, std::string_view) { return WriteResult::Done; },
-      outcome)));
+};
+
+TEST_F(SheetEdits, AnAbandonedSheetKeepsWhatWasRead) {
+  const std::string before = Saved(map);
+  const FollowSheet sheet{.text =
+                              "8:00\tCamp\t2020-3-1\n8:30\tHill\t2020-3-1\n9:00\tCamp\tnever\n"};
+  const ImportSpec spec = SpecOf(map, sheet);
+  ASSERT_TRUE(history.Apply(SheetEdit(spec, logs, Writer(), outcome)));
   EXPECT_FALSE(outcome.completed);
+  EXPECT_TRUE(outcome.changed);
   EXPECT_EQ(map.trails.front().type, "Papio");
   EXPECT_EQ(*history.UndoName(map), "Import of rains.txt");
   ASSERT_TRUE(history.Undo(map));
   EXPECT_EQ(Saved(map), before);
   EXPECT_FALSE(IsDirty(map));
+}
+
+TEST_F(SheetEdits, ACanceledSheetLeavesNothing) {
+  const std::string before = Saved(map);
+  FollowSheet sheet;
+  for (int i = 0; i < 100; ++i) sheet.text += "8:00\tCamp\t2020-3-1\n8:30\tCreek\t2020-3-1\n";
+  const ImportSpec spec = SpecOf(map, sheet);
+  logs.unknownLocations = {"Brook"};
+  CountedProgress progress(3);
+  workspace.progress = &progress;
+  EXPECT_FALSE(history.Apply(SheetEdit(spec, logs, Writer(), outcome)));
+  workspace.progress = nullptr;
+  EXPECT_TRUE(outcome.canceled);
+  EXPECT_EQ(progress.stages, std::vector<WorkStage>(3, WorkStage::Reading));
+  EXPECT_EQ(Saved(map), before);
+  EXPECT_FALSE(IsDirty(map));
+  EXPECT_EQ(history.UndoName(map), nullptr);
+  EXPECT_EQ(logs.unknownLocations.size(), 1U);
+  EXPECT_TRUE(written.empty());
+}
+
+TEST_F(SheetEdits, TheRowsReportTheirProgressAndTheRestMustBeFinished) {
+  FollowSheet sheet;
+  for (int i = 0; i < 100; ++i) sheet.text += "8:00\tCamp\t2020-3-1\n8:30\tHill\t2020-3-1\n";
+  const ImportSpec spec = SpecOf(map, sheet);
+  CountedProgress all;
+  workspace.progress = &all;
+  ASSERT_TRUE(history.Apply(SheetEdit(spec, logs, Writer(), outcome)));
+  EXPECT_TRUE(all.inBounds);
+  const auto rows =
+      static_cast<size_t>(std::count(all.stages.begin(), all.stages.end(), WorkStage::Reading));
+  EXPECT_EQ(rows, 13U);
+  ASSERT_GT(all.stages.size(), rows);
+  ASSERT_TRUE(history.Undo(map));
+  CountedProgress late(rows + 1);
+  workspace.progress = &late;
+  EXPECT_TRUE(history.Apply(SheetEdit(spec, logs, Writer(), outcome)));
+  workspace.progress = nullptr;
+  EXPECT_TRUE(outcome.completed);
+  EXPECT_EQ(outcome.summary, "Imported 1 follow with 200 stops from rains.txt");
+}
+
+TEST_F(SheetEdits, ASheetWithoutFollowsIsNoStep) {
+  const std::string before = Saved(map);
+  const FollowSheet sheet{.text = "TIME\tPLACE\t\n"};
+  const ImportSpec spec = SpecOf(map, sheet);
+  bool wereRowsMade = false;
+  history.Listen([&](const EditNews& news) { wereRowsMade = news.followUp->freshRows; });
+  ASSERT_TRUE(history.Apply(SheetEdit(spec, logs, Writer(), outcome)));
+  EXPECT_TRUE(outcome.completed);
+  EXPECT_FALSE(outcome.changed);
+  EXPECT_TRUE(wereRowsMade);
+  EXPECT_EQ(written, std::vector<std::string>{"unknownlocs.txt"});
+  EXPECT_EQ(Saved(map), before);
+  EXPECT_FALSE(IsDirty(map));
+  EXPECT_EQ(history.UndoName(map), nullptr);
+}
+
+TEST_F(SheetEdits, AFollowWithoutStopsMarksTheMap) {
+  const FollowSheet sheet{.text = "8:00\tCreek\t2020-3-1\n"};
+  const ImportSpec spec = SpecOf(map, sheet);
+  ASSERT_TRUE(history.Apply(SheetEdit(spec, logs, Writer(), outcome)));
+  EXPECT_TRUE(outcome.changed);
+  EXPECT_TRUE(IsDirty(map));
+  EXPECT_EQ(*history.UndoName(map), "Import of rains.txt");
 }
 
 }  // namespace

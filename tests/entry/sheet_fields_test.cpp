@@ -229,6 +229,16 @@ TEST_F(SheetFieldsTest, AreRememberedWithNineBytesEach) {
   EXPECT_EQ(remembered[SheetSm1], "");  // this map names no measure
 }
 
+TEST_F(SheetFieldsTest, AreRememberedWithoutHalfACharacter) {
+  SheetFields remembered;
+  SheetFields fields = Columns();
+  fields[SheetSpeciesAlways] = "Colobes \xC3\xA0 tail";
+  fields[SheetFocalAlways] = "Colobes \xE0 tail";  // Latin-1
+  RememberSheetFields(remembered, fields, map);
+  EXPECT_EQ(remembered[SheetSpeciesAlways], "Colobes ");
+  EXPECT_EQ(remembered[SheetFocalAlways], "Colobes \xE0");
+}
+
 TEST_F(SheetFieldsTest, OfMeasuresStayRememberedThroughAMapWithoutThem) {
   SheetFields remembered;
   SheetFields fields = Columns();
