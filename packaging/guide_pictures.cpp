@@ -14,6 +14,7 @@
 #include "shell/editors/cell_table_view.h"
 #include "shell/editors/editor_commands.h"
 #include "shell/entry/gis_trail_window.h"
+#include "shell/entry/sheet_dialog.h"
 #include "shell/map/map_note.h"
 #include "shell/map/map_view.h"
 #include "shell/map/orientation_dialog.h"
@@ -174,6 +175,13 @@ class GuidePictures {
     }
     SaveShown(std::make_unique<GisTrailWindow>(shell_, std::move(*import), gisBoxes_, &window),
               QStringLiteral("gis-trail"));
+    // Those of the example sheet.
+    SheetFields columns{"2", "D", "E", "B", "", "A", "", "C", "", "F"};
+    columns[SheetSm1Code] = "fruit";
+    columns[SheetSm2Code] = "leaf";
+    columns[SheetSm3Code] = "rest";
+    SaveShown(std::make_unique<SheetDialog>(window.TheMap(), columns, &window),
+              QStringLiteral("sheet-dialog"));
   }
 
   void ShowEditors(MapWindowWidget& window) {

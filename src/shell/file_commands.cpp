@@ -3,47 +3,22 @@
 #include "base/file_names.h"
 #include "base/messages.h"
 #include "commands/map_edits.h"
-#include "entry/gis_import.h"
-#include "entry/import_edits.h"
 #include "output/shapefiles.h"
 #include "paint/display_text.h"
-#include "shell/entry/after_import.h"
-#include "shell/entry/gis_trail_window.h"
 #include "shell/files/dialog_start.h"
 #include "shell/map/map_view.h"
 #include "shell/map_window_widget.h"
 #include "shell/progress/busy_work.h"
 #include "shell/shell.h"
-#include "view/fit_to_map.h"
 #include "view/view_transform.h"
 
-#include <memory>
-#include <optional>
 #include <string>
-#include <utility>
 
 namespace orvane {
 namespace {
 
-/// Asks for a file to open, over a window.
-/// \return its path, or nothing if the user cancelled
-std::optional<std::string> AskOpen(Shell& shell, const std::string& title, ProgramWindow& window,
-                                   FileSpecification& file, std::string_view type) {
-  PrepareSpecification(file, shell.Maps().Files().maps, StartOfDialogs(shell, window), type);
-  switch (shell.Dialogs().AskOpen(title, file)) {
-    case FileAnswer::Failed:
-      NoteFileDialogFailure(shell.TheWorkspace().messages);
-      return std::nullopt;
-    case FileAnswer::Canceled:
-      return std::nullopt;
-    case FileAnswer::Chosen:
-      break;
-  }
-  return PathOf(file);
-}
-
 void OpenMapCommand(Shell& shell, ProgramWindow& window) {
-  const auto path = AskOpen(shell, "Open Map...", window, shell.Maps().Files().maps, "map");
+  const auto path = AskOpenFile(shell, "Open Map...", window, shell.Maps().Files().maps, "map");
   if (path) shell.OpenFile(*path);
 }
 
@@ -61,7 +36,7 @@ void SetBasisCommand(Shell& shell, MapWindowWidget& window) {
     shell.Beep();
     return;
   }
-  const auto path = AskOpen(shell, "Open Map...", window, shell.Maps().Files().maps, "map");
+  const auto path = AskOpenFile(shell, "Open Map...", window, shell.Maps().Files().maps, "map");
   if (!path) return;
   Map* basis = shell.Maps().Read(*path);
   if (basis == nullptr) return;
@@ -73,44 +48,6 @@ void SetBasisCommand(Shell& shell, MapWindowWidget& window) {
   for (MapWindowWidget* each : shell.Windows().All()) {
     if (&each->TheMap() == &map && map.trails.empty()) InitView(each->Shown());
   }
-}
-
-void ImportSubmap(Shell& shell, MapWindowWidget& window) {
-  const auto path = AskOpen(shell, "Import Sub Map...", window, shell.Maps().Files().maps, "map");
-  if (!path) return;
-  Map& map = window.TheMap();
-  const bool wasEmpty = !HasDrawablePoints(map);
-  const QString name = DisplayText(shell.Maps().Files().maps.name);
-  std::string sentence;
-  {
-    const BusyWork busy(shell.TheWorkspace(), shell.Boxes(),
-                        QStringLiteral("Importing %1").arg(name), shell.Clock());
-    shell.History().Apply(SubmapEdit(map, *path, sentence));
-  }
-  ShowImported(shell, map, wasEmpty, sentence);
-}
-
-/// The user decides on the tracks one by one in a window of their own.
-void ImportGis(Shell& shell, MapWindowWidget& window, GisBoxes& boxes) {
-  const auto path =
-      AskOpen(shell, "Import GIS data...", window, shell.Maps().Files().gisFiles, "txt");
-  if (!path) return;
-  Map& map = window.TheMap();
-  const bool wasEmpty = !HasDrawablePoints(map);
-  std::optional<GisImport> import;
-  {
-    const QString name = DisplayText(shell.Maps().Files().gisFiles.name);
-    const BusyWork busy(shell.TheWorkspace(), shell.Boxes(),
-                        QStringLiteral("Importing %1").arg(name), shell.Clock());
-    shell.History().Apply(GisFileEdit(map, *path, boxes, import));
-  }
-  if (!import) return;
-  const bool hasTracks = CurrentTrack(*import) != nullptr;
-  ShowImported(shell, map, wasEmpty, hasTracks ? std::string() : GisSummary(*import));
-  if (!hasTracks) return;
-  // The window deletes itself, and closes with the map's window.
-  auto* tracks = new GisTrailWindow(shell, std::move(*import), boxes, &window, wasEmpty);
-  tracks->show();
 }
 
 void SaveAsArcView(Shell& shell, MapWindowWidget& window) {
@@ -140,7 +77,6 @@ void PlugFileCommands(Shell& shell) {
   };
   onMap(CommandOpenBasis, OpenBasis);
   onMap(CommandSetBasis, SetBasisCommand);
-  onMap(CommandImportSubmap, ImportSubmap);
   onMap(CommandSaveAsArcView, SaveAsArcView);
   shell.Commands().PlugOnMapSide(CommandSave, [&shell](MapWindowWidget& window) {
     SaveChangedMaps(window.TheMap(), shell.Maps().Saving());
@@ -151,10 +87,6 @@ void PlugFileCommands(Shell& shell) {
   shell.Commands().PlugOnMap(CommandSaveSimplyAs, [&shell](MapWindowWidget& window) {
     SaveMapAs(window.TheMap(), false, shell.Maps().Saving());
   });
-  shell.Commands().PlugOnMap(
-      CommandImportGis, [&shell, boxes = std::make_shared<GisBoxes>()](MapWindowWidget& window) {
-        ImportGis(shell, window, *boxes);
-      });
 }
 
 }  // namespace orvane

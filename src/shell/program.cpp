@@ -3,6 +3,7 @@
 #include "base/file_identity.h"
 #include "base/file_names.h"
 #include "shell/editors/editor_commands.h"
+#include "shell/entry/import_commands.h"
 #include "shell/file_commands.h"
 #include "shell/help_commands.h"
 #include "shell/map_commands.h"
@@ -47,6 +48,7 @@ Program::Program(Workspace& workspace, BoxMessages& boxes, Surroundings& surroun
     if (taskWindow_) taskWindow_->ShowMenu();
   });
   PlugFileCommands(shell_);
+  PlugImportCommands(shell_);
   PlugMapCommands(shell_);
   PlugViewCommands(shell_);
   PlugPictureCommands(shell_);

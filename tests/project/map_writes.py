@@ -29,6 +29,7 @@ OTHER_RECORDS = {
     ("entry/gpx.cpp", "file_.tracks.back()"): "a track of the imported file",
     ("entry/separated_table.cpp", "row"): "a row of the imported table",
     ("entry/sheet_fields.cpp", "spec"): "what the form says",
+    ("shell/entry/import_commands.cpp", "spec"): "what the dialog says",
     ("shell/files/qt_file_dialogs.cpp", "file"): "a FileSpecification",
     ("shell/files/picture_files.cpp", "file"): "a FileSpecification",
     ("shell/help/help_file.cpp", "file"): "a FileSpecification",

@@ -6,6 +6,7 @@
 #include "entry/gis_import.h"
 #include "shell/about_box.h"
 #include "shell/entry/gis_trail_window.h"
+#include "shell/entry/sheet_dialog.h"
 #include "shell/help/help_window.h"
 #include "shell/map/map_panes.h"
 #include "shell/map/orientation_dialog.h"
@@ -119,6 +120,9 @@ TEST_F(AccessibleNames, TheDialogs) {
   MapWindowWidget& window = OpenNew();
   OrientationDialog orientation(window.Shown(), &window);
   EXPECT_EQ(NamelessIn(orientation), None);
+  SheetFields columns;
+  SheetDialog sheet(window.TheMap(), columns, &window);
+  EXPECT_EQ(NamelessIn(sheet), None);
   AboutBox about(&window.TheMap(), &window);
   EXPECT_EQ(NamelessIn(about), None);
   auto* trail = new GisTrailWindow(shell_, Import(window.TheMap()), gisBoxes_, &window);

@@ -2,6 +2,7 @@
 
 #include "shell/command_menu.h"
 #include "shell/comment_edit.h"
+#include "shell/entry/sheet_dialog.h"
 #include "shell/map/map_view.h"
 #include "shell/map_window_widget.h"
 #include "shell/progress/busy_work.h"
@@ -108,8 +109,7 @@ Monkey::Monkey(std::uint64_t seed)
   });
   shell_.History().Listen([this](const EditNews&) { mayDiffer_ = true; });
   connect(&shell_.Maps(), &OpenMaps::mapReread, this, [this] { mayDiffer_ = true; });
-  connect(&answers_, &QTimer::timeout, this, &Monkey::AnswerBox);
-  answers_.start(0);
+  startTimer(0);
   std::string basis;
   for (int i = 0; i < 8; ++i) {
     const std::string name = "map" + std::to_string(i) + ".map";
@@ -118,6 +118,7 @@ Monkey::Monkey(std::uint64_t seed)
   }
   for (int i = 0; i < 3; ++i) {
     folder_.Write("gps" + std::to_string(i) + ".txt", maps_.GpsText());
+    folder_.Write("sheet" + std::to_string(i) + ".txt", maps_.SheetText());
   }
   std::filesystem::create_directory(folder_.Path("sub"));
   files_ = ReadAllFiles();
@@ -517,7 +518,6 @@ void Monkey::LetTimePass() {
 }
 
 std::chrono::milliseconds Monkey::WatchWork() {
-  // The timer that answers boxes does not run while this one is open.
   const QWidgetList all = QApplication::topLevelWidgets();
   for (QWidget* widget : all) {
     auto* box = qobject_cast<ProgressBox*>(widget);
@@ -548,13 +548,32 @@ void Monkey::AnswerField(QWidget& box) {
   if (field != nullptr && !field->isReadOnly()) field->setText(dice_.Of(texts));
 }
 
+void Monkey::FillInColumns(SheetDialog& dialog) {
+  static constexpr std::array<SheetField, 5> Fields{SheetDate, SheetSpecies, SheetFocal, SheetTime,
+                                                    SheetLocation};
+  for (size_t i = 0; i < Fields.size(); ++i) {
+    dialog.Edit(Fields[i]).setText(QChar::fromLatin1(static_cast<char>('A' + i)));
+  }
+}
+
+/// A timer does not run again before what it began has ended, but an answer can lead to a box.
+void Monkey::timerEvent(QTimerEvent* /*event*/) {
+  if (std::exchange(isAnswerDue_, true)) return;
+  const auto answer = [this] {
+    isAnswerDue_ = false;
+    AnswerBox();
+  };
+  QMetaObject::invokeMethod(this, answer, Qt::QueuedConnection);
+}
+
 void Monkey::AnswerBox() {
   if (QWidget* popup = QApplication::activePopupWidget()) {
     popup->close();
     return;
   }
   QWidget* box = QApplication::activeModalWidget();
-  if (box == nullptr || !box->isVisible()) return;
+  // `WatchWork` answers the box of long work.
+  if (box == nullptr || !box->isVisible() || qobject_cast<ProgressBox*>(box) != nullptr) return;
   if (++boxSteps_ > FreeAnswers) {
     auto* dialog = qobject_cast<QDialog*>(box);
     ASSERT_NE(dialog, nullptr) << LastEvents();
@@ -563,7 +582,12 @@ void Monkey::AnswerBox() {
     return;
   }
   Note("  box " + Described(*box).toStdString() + " \"" + box->windowTitle().toStdString() + "\"");
-  AnswerField(*box);
+  auto* columns = qobject_cast<SheetDialog*>(box);
+  if (columns != nullptr && !dice_.OneIn(4)) {
+    FillInColumns(*columns);
+  } else {
+    AnswerField(*box);
+  }
   std::vector<QWidget*> controls = ControlsOf(*box);
   const auto buttons = box->findChildren<QAbstractButton*>();
   switch (dice_.Below(6)) {

@@ -8,10 +8,10 @@
 #include "shell/random_map.h"
 #include "shell/scripted_surroundings.h"
 #include "support/temporary_folder.h"
+#include "support/working_folder.h"
 
 #include <QObject>
 #include <QPointer>
-#include <QTimer>
 
 #include <chrono>
 #include <deque>
@@ -29,6 +29,7 @@ namespace orvane {
 
 class MapRecovery;
 class MapView;
+class SheetDialog;
 class TaskWindow;
 
 /// Somebody who knows nothing of the program and does everything to it: keys, mouse, wheel, two
@@ -67,8 +68,10 @@ class Monkey final : public QObject {
   void LetTimePass();
   std::chrono::milliseconds WatchWork();
   void ChangeWindowState();
+  void timerEvent(QTimerEvent* event) override;
   void AnswerBox();
   void AnswerField(QWidget& box);
+  void FillInColumns(SheetDialog& dialog);
   void AfterEvent();
 
   // What it finds.
@@ -100,13 +103,14 @@ class Monkey final : public QObject {
   RandomMap maps_;
   TemporaryFolder folder_;  ///< the user's
   TemporaryFolder own_;     ///< the program's
+  TemporaryFolder lists_;   ///< for what imports write into the current folder
+  WorkingFolder working_{lists_.Path()};
   BoxMessages boxes_;
   Workspace workspace_;
   ScriptedSurroundings around_;
   std::unique_ptr<FileDialogs> dialogs_;
   Program program_;
   Shell& shell_ = program_.TheShell();
-  QTimer answers_;
   QPointingDevice* fingers_;
   std::deque<std::string> events_;
   std::map<std::string, std::string> files_;  ///< of the user's folder, as they last stood
@@ -118,6 +122,7 @@ class Monkey final : public QObject {
   RecoveryTiming::Time time_{};
   std::chrono::milliseconds workTime_{0};
   int boxSteps_ = 0;  ///< answers since the last event
+  bool isAnswerDue_ = false;
   int windowsSeen_ = 0;
   bool ended_ = false;
 };

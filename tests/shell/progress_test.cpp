@@ -1,17 +1,23 @@
 // The box over long work, and what remains of work that was cancelled.
 
+#include "mapfile/writer.h"
 #include "shell/entry/gis_trail_window.h"
+#include "shell/entry/sheet_dialog.h"
 #include "shell/progress/busy_work.h"
 #include "shell/progress/progress_box.h"
 #include "shell/shell_case.h"
+#include "support/working_folder.h"
 
 #include <QLabel>
+#include <QLineEdit>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QTimer>
 
 #include <chrono>
 #include <filesystem>
+#include <functional>
+#include <utility>
 
 namespace orvane {
 namespace {
@@ -166,6 +172,48 @@ TEST_F(ProgressBoxTest, NoWindowIsServedBeforeTheWorkIsDone) {
   EXPECT_EQ(window.Shown().scale, 2 * scale);
 }
 
+/// Answers a question once it is there, although timers of the program are held back.
+class Answering final : public QObject {
+ public:
+  explicit Answering(std::function<void(QWidget& box)> answer) : answer_(std::move(answer)) {
+    startTimer(1);
+  }
+
+ protected:
+  void timerEvent(QTimerEvent*) override {
+    QWidget* box = QApplication::activeModalWidget();
+    if (box != nullptr && box->objectName() == QStringLiteral("questionBox")) answer_(*box);
+  }
+
+ private:
+  std::function<void(QWidget& box)> answer_;
+};
+
+TEST_F(ProgressBoxTest, AQuestionOfTheWorkCanBeAnswered) {
+  MapWindowWidget& window = OpenActive(WriteMap("site.map"));
+  const float scale = window.Shown().scale;
+  BusyWork busy(workspace_, boxes_, QStringLiteral("Importing rains.txt"), clock_);
+  int fired = 0;
+  QTimer timer;
+  QObject::connect(&timer, &QTimer::timeout, [&] { ++fired; });
+  timer.start(0);
+  const Answering answering([&](QWidget& box) {
+    // Nothing else is served while the question waits.
+    QTest::keyClick(&window.View(), Qt::Key_Plus);
+    EXPECT_FALSE(window.close());
+    if (QApplication::activeWindow() != &box) return;
+    QTest::keyClick(box.windowHandle(), Qt::Key_N, Qt::AltModifier);
+  });
+  const auto ask = [this] { return boxes_.Ask("Bad Time", {"Yes", "No"}, "Do you want to?"); };
+  EXPECT_EQ(ask(), 2);
+  ReachAt(busy, milliseconds(600));
+  ASSERT_NE(ShownBox(), nullptr);
+  EXPECT_EQ(ask(), 2);
+  EXPECT_FALSE(busy.Canceled());
+  EXPECT_EQ(window.Shown().scale, scale);
+  EXPECT_EQ(fired, 0);
+}
+
 /// Work that takes its time, and a user who presses Escape as soon as there is a box.
 class CanceledTest : public ShellCase {
  protected:
@@ -253,6 +301,34 @@ TEST_F(CanceledTest, AnImportOfGpsTracksChangesNothing) {
   EXPECT_TRUE(Texts().empty());
 }
 
+TEST_F(CanceledTest, AnImportOfASheetChangesNothing) {
+  MapWindowWidget& window = OpenActive(WriteMap("site.map"));
+  const std::string before = MapFileText(window.TheMap(), "site.map", true);
+  const WorkingFolder working(folder_.Path());
+  std::string text;
+  for (int i = 0; i < 200; ++i) {
+    const std::string date = "2003-5-" + std::to_string(i % 28 + 1);
+    text += date + "\t800\tCamp\n" + date + "\t830\tHill\n";
+  }
+  dialogs_->paths = {folder_.Write("follows.txt", text)};
+  QTimer::singleShot(0, &window, [] {
+    auto* dialog = qobject_cast<SheetDialog*>(QApplication::activeModalWidget());
+    ASSERT_NE(dialog, nullptr);
+    dialog->Edit(SheetDate).setText(QStringLiteral("A"));
+    dialog->Edit(SheetTime).setText(QStringLiteral("B"));
+    dialog->Edit(SheetLocation).setText(QStringLiteral("C"));
+    dialog->Edit(SheetSpeciesAlways).setText(QStringLiteral("Oru"));
+    dialog->accept();
+  });
+  Pick(window, CommandImportSpreadsheet);
+  EXPECT_GE(boxesSeen_, 1);
+  EXPECT_EQ(MapFileText(window.TheMap(), "site.map", true), before);
+  EXPECT_EQ(window.TheMap().flags & MapDirty, 0U);
+  EXPECT_EQ(shell_.History().UndoName(window.TheMap()), nullptr);
+  EXPECT_EQ(Texts(), std::vector<std::string>());
+  EXPECT_FALSE(std::filesystem::exists(folder_.Path("unknownlocs.txt")));
+}
+
 TEST_F(CanceledTest, TracksThatWereTakenStayAndTheNextIsShown) {
   MapWindowWidget& window = OpenActive(WriteMap("site.map"));
   std::string text = "name,time,x,y,lat,lon,alt\n";
@@ -267,7 +343,7 @@ TEST_F(CanceledTest, TracksThatWereTakenStayAndTheNextIsShown) {
   ASSERT_NE(tracks, nullptr);
   const auto buttons = tracks->findChildren<QPushButton*>();
   for (QPushButton* button : buttons) {
-    if (button->text() == QStringLiteral("OK to All")) button->click();
+    if (button->accessibleName() == QStringLiteral("OK to All")) button->click();
   }
   EXPECT_GE(boxesSeen_, 1);
   const auto trails = std::distance(window.TheMap().trails.begin(), window.TheMap().trails.end());

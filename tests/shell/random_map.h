@@ -72,6 +72,22 @@ class RandomMap {
     return text_;
   }
 
+  /// The text of a follow sheet with the columns date, species, focal animal, time and place, some
+  /// of them damaged.
+  std::string SheetText() {
+    text_.clear();
+    PickMiddle();
+    const std::string animal = Name();
+    for (int row = dice_.Below(40); row > 0; --row) {
+      const std::string place =
+          dice_.OneIn(3) ? Name() : Number(lat_, lat_ + size_) + " " + Number(lon_, lon_ + size_);
+      Line("2003-5-" + std::to_string(1 + dice_.Below(3)) + "\tOru\t" + animal + "\t" +
+           std::to_string(dice_.Below(30)) + TwoDigits(dice_.Below(62)) + "\t" + place);
+    }
+    if (dice_.OneIn(5)) Damage();
+    return text_;
+  }
+
   /// A name of a point, a trail or an animal, good or bad.
   std::string Name() {
     static constexpr std::array<std::string_view, 22> Odd{"",

@@ -1,5 +1,6 @@
 #include "shell/files/dialog_start.h"
 
+#include "commands/save_map.h"
 #include "shell/map_window_widget.h"
 #include "shell/shell.h"
 
@@ -9,6 +10,22 @@ DialogStart StartOfDialogs(Shell& shell, ProgramWindow& window) {
   const MapWindowWidget* mapWindow = window.MapSide();
   return {.mapFolder = mapWindow == nullptr ? std::string() : FolderOf(mapWindow->TheMap()),
           .defaultDirectory = shell.TheSettings().dialogDirectory};
+}
+
+std::optional<std::string> AskOpenFile(Shell& shell, const std::string& title,
+                                       ProgramWindow& window, FileSpecification& file,
+                                       std::string_view type) {
+  PrepareSpecification(file, shell.Maps().Files().maps, StartOfDialogs(shell, window), type);
+  switch (shell.Dialogs().AskOpen(title, file)) {
+    case FileAnswer::Failed:
+      NoteFileDialogFailure(shell.TheWorkspace().messages);
+      return std::nullopt;
+    case FileAnswer::Canceled:
+      return std::nullopt;
+    case FileAnswer::Chosen:
+      break;
+  }
+  return PathOf(file);
 }
 
 }  // namespace orvane

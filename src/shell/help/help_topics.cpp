@@ -27,6 +27,7 @@ constexpr std::array Topics{
     HelpTopic{"gisTrail", "gps-files.html#tracks"},
     // Dialogs.
     HelpTopic{"aboutBox", "overview.html"},
+    HelpTopic{"sheetDialog", "field-sheet.html#the-fields"},
     HelpTopic{"orientationDialog", "window.html#which-way-is-up"},
     HelpTopic{"printMapDialog", "printing.html#the-map-dialog"},
     HelpTopic{"pageSetup", "printing.html"},

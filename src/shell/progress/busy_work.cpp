@@ -49,12 +49,11 @@ bool IsInput(QEvent::Type type) {
   }
 }
 
-/// Lets only the box have input and timers. A timer that is held back runs later.
+/// Lets only the box have input and timers, or a question that the work asks. A timer that is held
+/// back runs later.
 class EventGuard final : public QObject {
  public:
-  explicit EventGuard(const QWidget& box) : box_(box) {
-    QCoreApplication::instance()->installEventFilter(this);
-  }
+  EventGuard() { QCoreApplication::instance()->installEventFilter(this); }
 
   bool eventFilter(QObject* watched, QEvent* event) override {
     if (event->type() == QEvent::Timer) return IsTimerOfProgram(*watched) && !IsOfBox(*watched);
@@ -75,14 +74,15 @@ class EventGuard final : public QObject {
     return watched.isWidgetType() || qobject_cast<const QTimer*>(&watched) != nullptr ||
            watched.inherits("QSingleShotTimer");
   }
-  bool IsOfBox(const QObject& watched) const {
-    if (watched.isWindowType()) return &watched == box_.windowHandle();
+  /// The box is modal, and so is a question over it.
+  static bool IsOfBox(const QObject& watched) {
+    const QWidget* box = QApplication::activeModalWidget();
+    if (box == nullptr) return false;
+    if (watched.isWindowType()) return &watched == box->windowHandle();
     const QObject* each = &watched;
-    while (each != nullptr && each != &box_) each = each->parent();
+    while (each != nullptr && each != box) each = each->parent();
     return each != nullptr;
   }
-
-  const QWidget& box_;
 };
 
 }  // namespace
@@ -94,16 +94,18 @@ BusyWork::BusyWork(Workspace& workspace, BoxMessages& boxes, const QString& occa
       clock_(clock ? std::move(clock) : Clock(Now)),
       began_(clock_()),
       isOutermost_(workspace.progress == nullptr) {
-  if (isOutermost_) workspace_.progress = this;
+  if (!isOutermost_) return;
+  workspace_.progress = this;
+  guard_ = std::make_unique<EventGuard>();
 }
 
 BusyWork::~BusyWork() {
   if (isOutermost_) workspace_.progress = nullptr;
+  guard_.reset();
   if (box_) HideBox();
 }
 
 void BusyWork::HideBox() {
-  guard_.reset();
   for (const auto& window : unpainted_) {
     if (window.isNull()) continue;
     window->setUpdatesEnabled(true);
@@ -122,7 +124,6 @@ void BusyWork::ShowBox() {
   }
   box_ = std::make_unique<ProgressBox>(occasion_, QApplication::activeWindow());
   QObject::connect(box_.get(), &ProgressBox::cancelRequested, box_.get(), [this] { Stop(); });
-  guard_ = std::make_unique<EventGuard>(*box_);
   box_->show();
 }
 

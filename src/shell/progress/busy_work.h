@@ -24,8 +24,8 @@ struct Workspace;
 /// own.
 ///
 /// The work itself handles the events of the box, and only those. Until it is done, no window takes
-/// keys, clicks or files, none is painted and none of their timers runs, because the work changes
-/// what they show.
+/// keys, clicks or files and none of their timers runs, because the work changes what they show; and
+/// none is painted as long as the box is there. A question that the work asks takes keys and clicks.
 class BusyWork final : public Progress {
  public:
   /// Milliseconds since any fixed moment.
