@@ -105,7 +105,7 @@ TEST_F(OutOfMemory, TracksAreAllTakenOrNone) {
   QPushButton* take = nullptr;
   const auto buttons = tracks->findChildren<QPushButton*>();
   for (QPushButton* button : buttons) {
-    if (button->text() == QStringLiteral("OK to All")) take = button;
+    if (button->accessibleName() == QStringLiteral("OK to All")) take = button;
   }
   ASSERT_NE(take, nullptr);
   int failures = 0;

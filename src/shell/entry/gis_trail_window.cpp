@@ -19,6 +19,12 @@
 #include <utility>
 
 namespace orvane {
+namespace {
+
+/// \return a label as it is read out
+QString WithoutMnemonic(QString label) { return label.remove(QLatin1Char('&')); }
+
+}  // namespace
 
 GisTrailWindow::GisTrailWindow(Shell& shell, GisImport import, GisBoxes& boxes, QWidget* parent,
                                bool wasEmpty)
@@ -48,7 +54,7 @@ GisTrailWindow::GisTrailWindow(Shell& shell, GisImport import, GisBoxes& boxes, 
 void GisTrailWindow::AddRow(QGridLayout& layout, const QString& label,
                             std::string GisTrailFields::*text, GisField field) {
   auto* edit = new QLineEdit(this);
-  edit->setAccessibleName(label.chopped(1));
+  edit->setAccessibleName(WithoutMnemonic(label).chopped(1));
   edit->setObjectName(edit->accessibleName().remove(QLatin1Char(' ')));
   auto* caption = new QLabel(label, this);
   caption->setBuddy(edit);
@@ -60,23 +66,24 @@ void GisTrailWindow::AddRow(QGridLayout& layout, const QString& label,
 
 QLayout* GisTrailWindow::MakeFields() {
   auto* layout = new QGridLayout;
-  AddRow(*layout, QStringLiteral("Trail Type:"), &GisTrailFields::type);
-  AddRow(*layout, QStringLiteral("Date:"), &GisTrailFields::date, GisField::Date);
-  AddRow(*layout, QStringLiteral("Focal Animal:"), &GisTrailFields::focalAnimal);
-  AddRow(*layout, QStringLiteral("Size:"), &GisTrailFields::size, GisField::Size);
-  AddRow(*layout, QStringLiteral("Width:"), &GisTrailFields::width, GisField::Width);
-  AddRow(*layout, QStringLiteral("Name:"), &GisTrailFields::name);
-  AddRow(*layout, QStringLiteral("Color:"), &GisTrailFields::color);
-  AddRow(*layout, QStringLiteral("SubSample by:"), &GisTrailFields::subSample, GisField::SubSample);
-  AddRow(*layout, QStringLiteral("Minimum Distance:"), &GisTrailFields::minimumDistance,
+  AddRow(*layout, QStringLiteral("Trail T&ype:"), &GisTrailFields::type);
+  AddRow(*layout, QStringLiteral("Dat&e:"), &GisTrailFields::date, GisField::Date);
+  AddRow(*layout, QStringLiteral("&Focal Animal:"), &GisTrailFields::focalAnimal);
+  AddRow(*layout, QStringLiteral("Si&ze:"), &GisTrailFields::size, GisField::Size);
+  AddRow(*layout, QStringLiteral("&Width:"), &GisTrailFields::width, GisField::Width);
+  AddRow(*layout, QStringLiteral("N&ame:"), &GisTrailFields::name);
+  AddRow(*layout, QStringLiteral("Colo&r:"), &GisTrailFields::color);
+  AddRow(*layout, QStringLiteral("&SubSample by:"), &GisTrailFields::subSample,
+         GisField::SubSample);
+  AddRow(*layout, QStringLiteral("&Minimum Distance:"), &GisTrailFields::minimumDistance,
          GisField::MinimumDistance);
   return layout;
 }
 
 void GisTrailWindow::AddBox(QLayout& layout, const QString& label, bool GisBoxes::*box) {
   auto* check = new QCheckBox(label, this);
-  check->setObjectName(QString(label).remove(QLatin1Char(' ')));
-  check->setAccessibleName(label);
+  check->setAccessibleName(WithoutMnemonic(label));
+  check->setObjectName(check->accessibleName().remove(QLatin1Char(' ')));
   check->setChecked(boxes_.*box);
   connect(check, &QCheckBox::toggled, this, [this, box](bool checked) { boxes_.*box = checked; });
   layout.addWidget(check);
@@ -84,30 +91,30 @@ void GisTrailWindow::AddBox(QLayout& layout, const QString& label, bool GisBoxes
 
 QLayout* GisTrailWindow::MakeBoxes() {
   auto* layout = new QHBoxLayout;
-  AddBox(*layout, QStringLiteral("Average"), &GisBoxes::average);
-  AddBox(*layout, QStringLiteral("Keep Altitude"), &GisBoxes::keepAltitude);
-  AddBox(*layout, QStringLiteral("Times"), &GisBoxes::times);
+  AddBox(*layout, QStringLiteral("A&verage"), &GisBoxes::average);
+  AddBox(*layout, QStringLiteral("Keep A&ltitude"), &GisBoxes::keepAltitude);
+  AddBox(*layout, QStringLiteral("&Times"), &GisBoxes::times);
   return layout;
 }
 
 QPushButton* GisTrailWindow::AddButton(QLayout& layout, const QString& label) {
   auto* button = new QPushButton(label, this);
   button->setAutoDefault(false);
-  button->setAccessibleName(label);
+  button->setAccessibleName(WithoutMnemonic(label));
   layout.addWidget(button);
   return button;
 }
 
 QLayout* GisTrailWindow::MakeButtons() {
   auto* layout = new QHBoxLayout;
-  QPushButton* take = AddButton(*layout, QStringLiteral("OK"));
+  QPushButton* take = AddButton(*layout, QStringLiteral("&OK"));
   take->setDefault(true);
   connect(take, &QPushButton::clicked, this, [this] { Take(false); });
-  QPushButton* takeAll = AddButton(*layout, QStringLiteral("OK to All"));
+  QPushButton* takeAll = AddButton(*layout, QStringLiteral("O&K to All"));
   connect(takeAll, &QPushButton::clicked, this, [this] { Take(true); });
-  QPushButton* skip = AddButton(*layout, QStringLiteral("No"));
+  QPushButton* skip = AddButton(*layout, QStringLiteral("&No"));
   connect(skip, &QPushButton::clicked, this, [this] { Skip(); });
-  cancel_ = AddButton(*layout, QStringLiteral("Cancel"));
+  cancel_ = AddButton(*layout, QStringLiteral("&Cancel"));
   connect(cancel_, &QPushButton::clicked, this, &QWidget::close);
   return layout;
 }
@@ -116,8 +123,8 @@ void GisTrailWindow::ShowFields() {
   progress_->setText(
       QStringLiteral("Track %1 of %2").arg(import_.current + 1).arg(import_.file.tracks.size()));
   for (const Row& row : rows_) row.edit->setText(DisplayText(fields_.*row.text));
-  cancel_->setText(import_.taken == 0 ? QStringLiteral("Cancel") : QStringLiteral("Dismiss"));
-  cancel_->setAccessibleName(cancel_->text());
+  cancel_->setText(import_.taken == 0 ? QStringLiteral("&Cancel") : QStringLiteral("&Dismiss"));
+  cancel_->setAccessibleName(WithoutMnemonic(cancel_->text()));
   rows_.front().edit->setFocus();
 }
 
