@@ -22,16 +22,19 @@ constexpr size_t FirstBeyondAscii = 0x80;
 /// Widths kept of shaped texts before the table is emptied, so that it stays small.
 constexpr size_t MostShapedWidths = 50000;
 
+QString FirstFamily(bool monospaced) {
+  return monospaced ? QStringLiteral("Courier") : QStringLiteral("Helvetica");
+}
+
 QFont FontOfSize(double pixels, bool monospaced) {
   QFont font;
   // The first is the one that is wanted; the others are what it is called elsewhere, or near it.
   if (monospaced) {
-    font.setFamilies({QStringLiteral("Courier"), QStringLiteral("Courier New"),
+    font.setFamilies({FirstFamily(true), QStringLiteral("Courier New"),
                       QStringLiteral("Liberation Mono"), QStringLiteral("DejaVu Sans Mono")});
   } else {
-    font.setFamilies({CanvasFonts::AskedFamily(), QStringLiteral("Helvetica Neue"),
-                      QStringLiteral("Arial"), QStringLiteral("Liberation Sans"),
-                      QStringLiteral("DejaVu Sans")});
+    font.setFamilies({FirstFamily(false), QStringLiteral("Helvetica Neue"), QStringLiteral("Arial"),
+                      QStringLiteral("Liberation Sans"), QStringLiteral("DejaVu Sans")});
   }
   font.setStyleHint(monospaced ? QFont::Monospace : QFont::SansSerif);
   font.setPixelSize(std::max(1, static_cast<int>(std::lround(pixels))));
@@ -108,7 +111,7 @@ CanvasFonts::Face CanvasFonts::MakeFace(const QFont& font) {
   return face;
 }
 
-QString CanvasFonts::AskedFamily() { return QStringLiteral("Helvetica"); }
+QString CanvasFonts::AskedFamily() const { return FirstFamily(sizes_.monospaced); }
 
 QString CanvasFonts::FamilyName(CanvasFont font) const { return FaceOf(font).raw.familyName(); }
 

@@ -50,7 +50,7 @@ class CanvasFonts {
   double PixelsPerInch() const { return pixelsPerInch_; }
 
   /// The family that is asked for first.
-  static QString AskedFamily();
+  QString AskedFamily() const;
   /// The family that the machine gave for it, in which text is measured.
   QString FamilyName(CanvasFont font) const;
 

@@ -53,7 +53,7 @@ bool RenderPng(const Drawing& drawing, const RenderOptions& options, QIODevice& 
   image.setDotsPerMeterY(dotsPerMeter);
   image.setText(QStringLiteral("Software"), ProgramName());
   if (!options.title.empty()) image.setText(QStringLiteral("Title"), DisplayText(options.title));
-  const CanvasFonts fonts(options.pixelsPerInch);
+  const CanvasFonts fonts(options.pixelsPerInch, drawing.fonts);
   QPainter painter(&image);
   if (!painter.isActive()) return false;
   DrawWhole(drawing, painter, fonts, {.antialias = options.antialias});
@@ -84,7 +84,7 @@ bool RenderSvg(const Drawing& drawing, const RenderOptions& options, QIODevice& 
   generator.setViewBox(QRect(0, 0, drawing.width, drawing.height));
   generator.setTitle(DisplayText(options.title).toHtmlEscaped());  // it is written unchanged
   generator.setDescription(ProgramName());
-  const CanvasFonts fonts(options.pixelsPerInch, {}, TextOutput::Text);
+  const CanvasFonts fonts(options.pixelsPerInch, drawing.fonts, TextOutput::Text);
   QPainter painter;
   if (!painter.begin(&generator)) return false;
   DrawWhole(drawing, painter, fonts, {.antialias = true, .hairline = VectorHairline});
@@ -102,7 +102,7 @@ bool RenderPdf(const Drawing& drawing, const RenderOptions& options, QIODevice& 
   writer.setPageMargins(QMarginsF());
   writer.setTitle(DisplayText(options.title));
   writer.setCreator(ProgramName());
-  const CanvasFonts fonts(options.pixelsPerInch, {}, TextOutput::Text);
+  const CanvasFonts fonts(options.pixelsPerInch, drawing.fonts, TextOutput::Text);
   QPainter painter;
   if (!painter.begin(&writer)) return false;
   DrawWhole(drawing, painter, fonts, {.antialias = true, .hairline = VectorHairline});

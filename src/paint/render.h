@@ -1,5 +1,6 @@
 #pragma once
 
+#include "paint/canvas_fonts.h"
 #include "view/map_window.h"
 
 #include <functional>
@@ -32,6 +33,7 @@ struct Drawing {
   int height = 0;  ///< pixels
   /// Draws it all, its background first. The clip of the canvas is the whole picture.
   std::function<void(Canvas&)> draw{};
+  FontSizes fonts{};
 };
 
 /// Width and height of a picture may not pass this many pixels, nor their product `LargestPicture`.
