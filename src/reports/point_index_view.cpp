@@ -62,11 +62,16 @@ void DrawCaptions(const PointIndexView& view, Canvas& canvas) {
 }  // namespace
 
 void LayoutPointIndex(PointIndexView& view, Canvas& canvas) {
-  constexpr int Room = 8;
+  MeasurePointIndex(view, canvas);
+  PlacePointIndex(view);
+}
+
+void MeasurePointIndex(PointIndexView& view, Canvas& canvas) {
+  const int room = 8 * view.unit;
   canvas.SetFont(CanvasFont::Small);
   std::array<int, Columns> widths{};
   for (const size_t column : {Name, Place}) {
-    widths[column] = canvas.TextWidth(Captions[column]) + Room;
+    widths[column] = canvas.TextWidth(Captions[column]) + room;
   }
   for (const PointIndexEntry& entry : view.index->entries) {
     for (size_t column = 0; column < Columns; ++column) {
@@ -84,6 +89,9 @@ void LayoutPointIndex(PointIndexView& view, Canvas& canvas) {
   int width = -view.columnGap;
   for (const int column : widths) width += column > 0 ? column + view.columnGap : 0;
   view.groupWidth = width + view.groupGap;
+}
+
+void PlacePointIndex(PointIndexView& view) {
   view.groupsAcross = view.viewWidth / view.groupWidth;
   // The last group needs no gap after it.
   if ((view.groupsAcross + 1) * view.groupWidth - view.groupGap <= view.viewWidth) {
@@ -96,6 +104,17 @@ void LayoutPointIndex(PointIndexView& view, Canvas& canvas) {
   HoldReportScroll(view);
 }
 
+std::string PointIndexLine(const PointIndexView& view, const PointIndexEntry& entry) {
+  const std::array<int, Columns> widths = Widths(view);
+  std::string text;
+  for (size_t column = 0; column < Columns; ++column) {
+    if (widths[column] == 0) continue;
+    if (column > 0) text += '\t';
+    text += CellText(view, entry, column);
+  }
+  return text;
+}
+
 int PointIndexLines(const PointIndexView& view) {
   const auto count = static_cast<int>(view.index->entries.size());
   return (count + view.groupsAcross - 1) / view.groupsAcross;
@@ -104,7 +123,7 @@ int PointIndexLines(const PointIndexView& view) {
 void DrawPointIndex(const PointIndexView& view, Canvas& canvas) {
   const PixelRect clip = canvas.Clip();
   canvas.Clear(view.background);
-  canvas.SetForeColor(ForegroundColor);
+  canvas.SetForeColor(view.foreground);
   if (clip.top < view.headerHeight) DrawCaptions(view, canvas);
   canvas.SetFont(CanvasFont::Small);
   const PixelRect body{clip.left, std::max(clip.top, view.headerHeight), clip.right, clip.bottom};
@@ -121,7 +140,9 @@ void DrawPointIndex(const PointIndexView& view, Canvas& canvas) {
       const auto number = static_cast<size_t>(line) * static_cast<size_t>(view.groupsAcross) +
                           static_cast<size_t>(group);
       if (number >= entries.size()) break;
-      const int left = group * view.groupWidth - view.scrollX + view.columnGap / 2;
+      const int begin = group * view.groupWidth - view.scrollX;
+      if (begin >= clip.right || begin + view.groupWidth <= clip.left) continue;
+      const int left = begin + view.columnGap / 2;
       for (size_t column = 0; column < Columns; ++column) {
         const std::string text = CellText(view, entries[number], column);
         if (!text.empty()) canvas.DrawText({left + edges[column], top + view.ascent}, text);

@@ -4,6 +4,8 @@
 #include "reports/point_index.h"
 #include "reports/report_view.h"
 
+#include <string>
+
 namespace orvane {
 
 /// The Point Index as it is drawn: as many groups of columns side by side as fit, entries along the
@@ -24,6 +26,13 @@ struct PointIndexView : ReportView {
 
 /// Works out the columns in the fonts of a canvas, and holds the scroll.
 void LayoutPointIndex(PointIndexView& view, Canvas& canvas);
+/// The first step of that: the widths of the columns. It measures every text.
+void MeasurePointIndex(PointIndexView& view, Canvas& canvas);
+/// The second step: as many groups as fit the view.
+void PlacePointIndex(PointIndexView& view);
+
+/// The texts of an entry in the columns that are shown, with a tab between them.
+std::string PointIndexLine(const PointIndexView& view, const PointIndexEntry& entry);
 
 /// How many lines the entries take.
 int PointIndexLines(const PointIndexView& view);

@@ -1,5 +1,7 @@
 #include "reports/range_stats.h"
 
+#include <algorithm>
+
 namespace orvane {
 
 namespace {
@@ -25,6 +27,16 @@ std::string RangeStatsText(const std::vector<const RangePanelRow*>& rows,
     text += '\n';
   }
   return text;
+}
+
+std::string RangeFileName(const RangePanelRow& row) {
+  std::string name = row.text.value_or("untitled");
+  std::replace(name.begin(), name.end(), '/', '-');  // it must not name a folder
+  return name;
+}
+
+std::string RangeStatsFileName(const std::vector<const RangePanelRow*>& rows) {
+  return (rows.empty() ? "untitled" : RangeFileName(*rows.front())) + ".txt";
 }
 
 }  // namespace orvane

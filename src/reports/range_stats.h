@@ -16,4 +16,9 @@ namespace orvane {
 std::string RangeStatsText(const std::vector<const RangePanelRow*>& rows,
                            const MeasureNames& names);
 
+/// The name of a range or an overlap as that of a file without its ending; "untitled" without one.
+std::string RangeFileName(const RangePanelRow& row);
+/// The name that is offered for the saved text: that of the first row.
+std::string RangeStatsFileName(const std::vector<const RangePanelRow*>& rows);
+
 }  // namespace orvane

@@ -10,16 +10,9 @@ bool HasChart(const RangePanelRow& row) {
   return row.intersection == nullptr && row.range->meanDailyPath != 0;
 }
 
-std::optional<std::string> LineOf(const RangeStatsView& view, const RangePanelRow& row, int line) {
-  if (row.intersection != nullptr) {
-    return IntersectionReportLine(*row.intersection, view.names, line);
-  }
-  return RangeReportLine(*row.range, line);
-}
-
 int CountLines(const RangeStatsView& view, const RangePanelRow& row) {
   int count = 0;
-  while (LineOf(view, row, count)) ++count;
+  while (RangeStatsLine(view, row, count)) ++count;
   return count;
 }
 
@@ -37,9 +30,10 @@ int& CountFor(const RangePanelRow& row, RangeStatsCounts& counts) {
 void DrawTitle(const RangeStatsView& view, const RangeStatsPart& part, Canvas& canvas, int top) {
   const bool isFirst = part.top == 0;
   if (!isFirst && !view.printing) {
-    canvas.SetPen({0, PenPattern::Solid, ForegroundColor});
-    canvas.DrawLine({0, top + 1}, {view.viewWidth, top + 1});
-    canvas.DrawLine({0, top + 3}, {view.viewWidth, top + 3});
+    canvas.SetPen({0, PenPattern::Solid, view.foreground});
+    for (const int y : {top + view.unit, top + 3 * view.unit}) {
+      canvas.DrawLine({0, y}, {view.viewWidth, y});
+    }
   }
   const std::string name = part.row->text.value_or("");
   canvas.SetFont(CanvasFont::Italic);
@@ -57,10 +51,19 @@ void DrawChart(const RangeStatsView& view, const RangePanelRow& row, Canvas& can
   state.width = view.viewWidth;
   state.mode = view.chartMeasure;
   state.names = view.names;
+  state.foreground = view.foreground;
   DrawTravelChart(state, *row.range, top + view.lineHeight / 4);
 }
 
 }  // namespace
+
+std::optional<std::string> RangeStatsLine(const RangeStatsView& view, const RangePanelRow& row,
+                                          int line) {
+  if (row.intersection != nullptr) {
+    return IntersectionReportLine(*row.intersection, view.names, line);
+  }
+  return RangeReportLine(*row.range, line);
+}
 
 std::vector<const RangePanelRow*> SelectedRanges(const std::list<RangePanelRow>& rows) {
   std::vector<const RangePanelRow*> selected;
@@ -112,7 +115,7 @@ void DrawRangeStatsPart(const RangeStatsView& view, const RangeStatsPart& part, 
       DrawChart(view, *part.row, canvas, top);
       break;
     case RangeStatsPart::Kind::Line:
-      if (const auto text = LineOf(view, *part.row, part.line)) {
+      if (const auto text = RangeStatsLine(view, *part.row, part.line)) {
         canvas.DrawText({view.left, top + view.ascent}, *text);
       }
       break;
@@ -122,7 +125,7 @@ void DrawRangeStatsPart(const RangeStatsView& view, const RangeStatsPart& part, 
 void DrawRangeStats(const RangeStatsView& view, Canvas& canvas) {
   const PixelRect clip = canvas.Clip();
   canvas.Clear(view.background);
-  canvas.SetForeColor(ForegroundColor);
+  canvas.SetForeColor(view.foreground);
   canvas.SetFont(CanvasFont::Small);
   // Parts are in the order of their tops.
   auto part =

@@ -6,6 +6,8 @@
 #include "view/panel_rows.h"
 
 #include <list>
+#include <optional>
+#include <string>
 #include <vector>
 
 namespace orvane {
@@ -29,18 +31,25 @@ struct RangeStatsPart {
   int height = 0;
 };
 
+/// Logical pixels kept free at either side of Range Stats.
+constexpr int RangeStatsMargin = 3;
+
 /// Range Stats as it is drawn: a block for each row with its name, its chart and its lines.
 struct RangeStatsView : ReportView {
   std::vector<const RangePanelRow*> rows;  ///< in the order of the pane; not owned
   MeasureNames names;                      ///< of the map
   TravelChartMode chartMeasure = TravelChartMode::Distance;
   bool printing = false;              ///< no lines between blocks, and each has its own height
-  int left = 3;                       ///< where lines begin
+  int left = RangeStatsMargin;        ///< where lines begin
   std::vector<RangeStatsPart> parts;  ///< top to bottom
 };
 
 /// The selected rows that hold a range or an overlap.
 std::vector<const RangePanelRow*> SelectedRanges(const std::list<RangePanelRow>& rows);
+
+/// \return a line of the block of a row, counted from 0; nothing after the last
+std::optional<std::string> RangeStatsLine(const RangeStatsView& view, const RangePanelRow& row,
+                                          int line);
 
 /// Stacks the blocks of `rows` and holds the scroll.
 void LayoutRangeStats(RangeStatsView& view, RangeStatsCounts& counts);

@@ -17,6 +17,8 @@ struct ReportView {
   int contentWidth = 0;
   int contentHeight = 0;  ///< without the headings
   Color background = 0xFFFFFF;
+  Color foreground = ForegroundColor;  ///< of text and lines
+  int unit = 1;                        ///< pixels to a logical one, at least 1
 };
 
 /// Takes the measures of the text from a canvas.

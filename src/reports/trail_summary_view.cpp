@@ -57,12 +57,12 @@ void DrawTotals(const TrailSummaryView& view, Canvas& canvas, int baseline) {
 }
 
 void DrawAspect(const TrailSummaryView& view, Canvas& canvas, size_t aspect, int baseline) {
-  constexpr int Left = 3;
+  const int left = 3 * view.unit;
   int widest = 0;
   for (const std::string_view label : AspectClassLabels) {
     widest = std::max(widest, canvas.TextWidth(label));
   }
-  canvas.DrawText({Left - view.scrollX, baseline}, AspectClassLabels[aspect]);
+  canvas.DrawText({left - view.scrollX, baseline}, AspectClassLabels[aspect]);
   canvas.DrawText({widest + view.lineHeight - view.scrollX, baseline},
                   std::to_string(view.aspects[aspect]));
 }
@@ -82,15 +82,14 @@ void DrawLine(const TrailSummaryView& view, Canvas& canvas, int line) {
   }
 }
 
-/// The lines that the view shows, at least in part.
-ReportLines LinesInView(const TrailSummaryView& view) {
+/// The lines of the view that the clip shows, at least in part.
+ReportLines LinesIn(const TrailSummaryView& view, const PixelRect& clip) {
   const int last = TrailSummaryLines(view);
-  const int bottom = view.scrollY + view.viewHeight - view.headerHeight;
+  const int top = view.scrollY + std::max(0, clip.top - view.headerHeight);
+  const int bottom = view.scrollY + std::min(clip.bottom, view.viewHeight) - view.headerHeight;
   // The totals and the aspect table are a little below the grid of the lines.
-  int first = std::clamp(view.scrollY / std::max(1, view.lineHeight) - 1, 0, last);
-  while (first < last && TrailSummaryLineTop(view, first) + view.lineHeight <= view.scrollY) {
-    ++first;
-  }
+  int first = std::clamp(top / std::max(1, view.lineHeight) - 1, 0, last);
+  while (first < last && TrailSummaryLineTop(view, first) + view.lineHeight <= top) ++first;
   int end = first;
   while (end < last && TrailSummaryLineTop(view, end) < bottom) ++end;
   return {first, end};
@@ -166,11 +165,11 @@ void DrawTrailSummary(const TrailSummaryView& view, Canvas& canvas,
                       const std::optional<ReportLines>& lines) {
   const PixelRect clip = canvas.Clip();
   canvas.Clear(view.background);
-  canvas.SetForeColor(ForegroundColor);
+  canvas.SetForeColor(view.foreground);
   if (clip.top < view.headerHeight) DrawHeadings(view, canvas);
   canvas.SetFont(CanvasFont::Small);
   canvas.SetClip({clip.left, std::max(clip.top, view.headerHeight), clip.right, clip.bottom});
-  const ReportLines shown = lines.value_or(LinesInView(view));
+  const ReportLines shown = lines.value_or(LinesIn(view, clip));
   for (int line = shown.first; line < shown.end; ++line) DrawLine(view, canvas, line);
   canvas.SetClip(clip);
 }

@@ -41,8 +41,8 @@ class TravelChart {
 
   void Draw() const {
     DrawSlots();
-    canvas_.SetPen({0, PenPattern::Solid, ForegroundColor});
-    canvas_.SetForeColor(ForegroundColor);
+    canvas_.SetPen({0, PenPattern::Solid, state_.foreground});
+    canvas_.SetForeColor(state_.foreground);
     DrawHours();
     DrawTitle();
     DrawAxes();
@@ -52,9 +52,7 @@ class TravelChart {
 
  private:
   bool IsDistance() const { return state_.mode == TravelChartMode::Distance; }
-  size_t Measure() const {
-    return static_cast<size_t>(NumberOf(state_.mode) - NumberOf(TravelChartMode::Sm1));
-  }
+  size_t Measure() const { return MeasureOf(state_.mode); }
   /// Metres per hour, or the part of 1.
   double SlotValue(size_t slot) const {
     const TravelTally& tally = range_.slots[slot];
@@ -99,7 +97,10 @@ class TravelChart {
       const int x = x0_ + CutPixel(slotWidth_ / 2 + (slot - SlotsOfHour * start_) * slotWidth_);
       line.push_back({x, RowOf(SlotValue(static_cast<size_t>(slot)))});
     }
-    canvas_.SetPen({0, PenPattern::Solid, SlotColor});
+    // On the colour of a highlight grey can't be read.
+    const bool isPlain = state_.foreground == ForegroundColor;
+    canvas_.SetPen({0, isPlain ? PenPattern::Solid : PenPattern::Dotted,
+                    isPlain ? SlotColor : state_.foreground});
     canvas_.DrawPolyline(line);
   }
 
@@ -195,6 +196,10 @@ double ChartAxisTop(double peak) {
     if (peak > above) return axisTop;
   }
   return 0.001;
+}
+
+size_t MeasureOf(TravelChartMode mode) {
+  return static_cast<size_t>(NumberOf(mode) - NumberOf(TravelChartMode::Sm1));
 }
 
 void DrawTravelChart(const TravelChartState& state, const Range& range, int top) {

@@ -3,10 +3,15 @@
 #include "ranges/report_lines.h"
 #include "view/canvas.h"
 
+#include <cstddef>
+
 namespace orvane {
 
 /// What the chart of a range shows over the hours of the day.
 enum class TravelChartMode { Distance = 0, Sm1 = 1, Sm2 = 2, Sm3 = 3 };
+
+/// The number of the measure that a mode shows, from 0. The mode must not be `Distance`.
+size_t MeasureOf(TravelChartMode mode);
 
 /// Where and how a report draws its charts. The report has set the canvas's font.
 struct TravelChartState {
@@ -17,7 +22,8 @@ struct TravelChartState {
   int width = 0;             ///< pixels
   int scroll = 0;            ///< pixels by which the report is scrolled
   TravelChartMode mode = TravelChartMode::Distance;
-  MeasureNames names;  ///< of the map
+  MeasureNames names;                  ///< of the map
+  Color foreground = ForegroundColor;  ///< of texts, axes and the line of the hours
 };
 
 /// The height of a chart in lines: the plot, its title and the labels of the hours.
