@@ -166,7 +166,10 @@ void FollowFocus(MenuState& menu, FocusPlace place, bool selected) {
 
 MenuState ReportMenu(const Map& map, const ReportMenuFacts& facts) {
   MenuState menu = SideMenu(map);
-  Enable(menu, {CommandPrint, CommandTrailSummary, CommandPointIndex, CommandRangeStats}, true);
+  Enable(menu,
+         {CommandPrint, CommandPrintPreview, CommandTrailSummary, CommandPointIndex,
+          CommandRangeStats},
+         true);
   Enable(menu, {CommandCut, CommandPaste}, false);
   Enable(menu, {CommandSaveAs, CommandSaveSimplyAs}, facts.isSaved);
   Enable(menu, {CommandCopy, CommandAdd}, facts.hasLines);

@@ -267,5 +267,29 @@ TEST_F(MenuStateTest, AProfileOffersWhatMovesCopiesAndSavesIt) {
   EXPECT_EQ(menu.At(CommandShowWholeMap).text, "Show &Whole Line");
 }
 
+TEST_F(MenuStateTest, AReportSavesPrintsAndSelectsItsLines) {
+  const MenuState menu = ReportMenu(map_, {});
+  for (const CommandId id :
+       {CommandSaveAs, CommandSaveSimplyAs, CommandPrint, CommandPageSetup, CommandCopy, CommandAdd,
+        CommandFind, CommandTrailSummary, CommandPointIndex, CommandRangeStats, CommandCloseMap}) {
+    EXPECT_TRUE(menu.At(id).enabled) << id;
+  }
+  for (const CommandId id : {CommandCut, CommandPaste, CommandDelete, CommandZoomIn,
+                             CommandCheckTrails, CommandCopyImage, CommandSavePicture}) {
+    EXPECT_FALSE(menu.At(id).enabled) << id;
+  }
+  EXPECT_EQ(menu.At(CommandAdd).text, "Select &All");
+}
+
+TEST_F(MenuStateTest, AChartIsCopiedAndSavedWhileItIsShown) {
+  const MenuState shown = ReportMenu(map_, {.picture = "Chart", .hasPicture = true});
+  EXPECT_TRUE(shown.At(CommandCopyImage).enabled);
+  EXPECT_TRUE(shown.At(CommandSavePicture).enabled);
+  EXPECT_EQ(shown.At(CommandCopyImage).text, "Copy Chart as &Image");
+  const MenuState gone = ReportMenu(map_, {.picture = "Chart"});
+  EXPECT_FALSE(gone.At(CommandCopyImage).enabled);
+  EXPECT_EQ(gone.At(CommandSavePicture).text, "Save Pict&ure of Chart...");
+}
+
 }  // namespace
 }  // namespace orvane
