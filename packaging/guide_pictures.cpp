@@ -27,6 +27,10 @@
 #include "shell/recovery/recovery_dialog.h"
 #include "shell/reports/elevation_plot.h"
 #include "shell/reports/elevation_window.h"
+#include "shell/reports/point_index_window.h"
+#include "shell/reports/range_stats_window.h"
+#include "shell/reports/report_commands.h"
+#include "shell/reports/trail_summary_window.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -102,6 +106,7 @@ class GuidePictures {
     ShowDialogs(*window);
     ShowEditors(*window);
     ShowProfile();
+    ShowReports(*window);
     ShowMessages();
     return good_;
   }
@@ -221,6 +226,31 @@ class GuidePictures {
     SendMouse(profile->Plot(), QEvent::MouseMove, {300, 100}, Qt::NoButton);
     Save(*profile, QStringLiteral("profile"));
     window->TryClose();  // and with it the profile
+  }
+
+  void ShowReports(MapWindowWidget& window) {
+    auto& reports = *shell_.findChild<Reports*>();
+    MapWindow& view = window.Shown();
+    const auto save = [this](QWidget& report, QSize size, const char* name) {
+      report.resize(size);  // the same on every machine, whatever its screen
+      LetPass(Settling);
+      Save(report, QLatin1String(name));
+      report.close();
+    };
+    for (TrailPanelRow* row : TrailRowsInOrder(view.trailViews)) {
+      row->selected = row->trail != nullptr && row->trail->name.has_value();
+    }
+    for (RangePanelRow& row : view.rangeViews) row.selected = row.text == "Oru range";
+    window.ShowRows();
+    save(reports.OpenTrailSummary(window), EditorSize, "trail-summary");
+    constexpr QSize IndexSize(600, 200);
+    PointIndexWindow& index = reports.OpenPointIndex(window);
+    index.resize(IndexSize);
+    LetPass(Settling);
+    index.FindInPointIndex("Fig11");
+    save(index, IndexSize, "point-index");
+    constexpr QSize StatsSize(700, 640);
+    save(reports.OpenRangeStats(window), StatsSize, "range-stats");
   }
 
   void ShowMessages() {

@@ -15,6 +15,7 @@
 #include "shell/recovery/map_recovery.h"
 #include "shell/reload_commands.h"
 #include "shell/reports/elevation_commands.h"
+#include "shell/reports/report_commands.h"
 #include "shell/task_window.h"
 #include "shell/view_commands.h"
 
@@ -58,6 +59,7 @@ Program::Program(Workspace& workspace, BoxMessages& boxes, Surroundings& surroun
   PlugEditors(shell_);
   PlugPrintCommands(shell_);
   PlugElevation(shell_);
+  PlugReports(shell_);
 }
 
 Program::Program(Workspace& workspace, BoxMessages& boxes, Surroundings& surroundings,

@@ -40,6 +40,7 @@ OTHER_RECORDS = {
     ("shell/recovery/editor_drafts.cpp", "offer.copy.record"): "the record of a recovery copy",
     ("shell/picture_commands.cpp", "view"): "a MapWindow",
     ("shell/preferences_file.cpp", "settings.savedView"): "a SavedView",
+    ("shell/reports/range_stats_window.cpp", "picture"): "a ReportPicture",
     ("shell/view_commands.cpp", "window.Shown()"): "the MapWindow",
 }
 # Writes to a map that no edit makes.

@@ -32,6 +32,7 @@ ReportWindow::ReportWindow(Shell& shell, MapWindowWidget& mapWindow, WindowKind 
     DropMap();
     deleteLater();
   });
+  connect(&shell_.Maps(), &OpenMaps::stepsChanged, this, &ReportWindow::ShowMenu);
   connect(commands_, &CommandMenu::picked, this, [this](int id) {
     shell_.Commands().Run(id, *this);
     ShowMenu();  // a command that did nothing has still toggled its check mark
