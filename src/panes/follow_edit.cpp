@@ -89,7 +89,7 @@ void MatchRangeRows(MapWindow& view) {
   });
   for (const RangePanelRow& row : view.rangeViews) present.erase(row.range);
   for (Range& range : view.map->ranges) {
-    if (present.contains(&range)) AddRangeRow(view, &range, nullptr);
+    if (present.contains(&range)) AddRangeRow(view, range);
   }
 }
 

@@ -70,7 +70,7 @@ std::vector<std::string> OfferedTrailTypes(const MapWindow& view) {
 SaveOutcome SaveRangeEditor(RangeEditor& editor, MapWindow& view, EditHistory& history) {
   return SaveRangeEditor(editor, history, [&](Range& range, Color color) {
     RangePanelRow* row = FindRangeRow(view, range);
-    if (row == nullptr) row = &AddRangeRow(view, &range, nullptr);
+    if (row == nullptr) row = &AddRangeRow(view, range);
     row->color = color;
   });
 }

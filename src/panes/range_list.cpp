@@ -5,7 +5,10 @@
 #include "panes/trail_tree.h"
 #include "view/fills.h"
 
-#include <algorithm>
+#include <list>
+#include <string_view>
+#include <unordered_map>
+#include <utility>
 
 namespace orvane {
 
@@ -52,11 +55,28 @@ void TakeLookOfRange(MapWindow& view, const Range& range, RangePanelRow& row) {
   row.color = HalfOf(ColorOfFollow(view, *range.follows.front()));
 }
 
-void TakeLookOfOverlap(MapWindow& view, const RangeIntersection& record, unsigned counter,
+/// Finds the first row of a range, or null. Overlaps of many ranges ask for it often.
+class RowsOfRanges {
+ public:
+  explicit RowsOfRanges(const MapWindow& view) {
+    for (const RangePanelRow& row : view.rangeViews) {
+      if (row.range != nullptr) rows_.try_emplace(row.range, &row);
+    }
+  }
+  const RangePanelRow* Find(const Range* range) const {
+    const auto found = rows_.find(range);
+    return found == rows_.end() ? nullptr : found->second;
+  }
+
+ private:
+  std::unordered_map<const Range*, const RangePanelRow*> rows_;
+};
+
+void TakeLookOfOverlap(const RowsOfRanges& rows, const RangeIntersection& record, unsigned counter,
                        RangePanelRow& row) {
   row.visible = false;
-  const RangePanelRow* a = FindRangeRow(view, *record.a.range);
-  const RangePanelRow* b = FindRangeRow(view, *record.b.range);
+  const RangePanelRow* a = rows.Find(record.a.range);
+  const RangePanelRow* b = rows.Find(record.b.range);
   if (a == nullptr || b == nullptr) {
     row.shading = counter % 2 == 0 ? FillDiagonals : FillCross;
     return;
@@ -65,23 +85,32 @@ void TakeLookOfOverlap(MapWindow& view, const RangeIntersection& record, unsigne
   row.shading = OverlapShading(a->shading, b->shading);
 }
 
-RangePanelRow MakeRangeRow(MapWindow& view, Range* range, RangeIntersection* intersection) {
+/// A row with the look of every new one, and its counter.
+std::pair<RangePanelRow, unsigned> MakeRow(MapWindow& view) {
   const unsigned counter = view.map->workspace->rangeRowsMade++;
   RangePanelRow row;
-  row.range = range;
-  row.intersection = intersection;
   row.visible = true;
   row.color = Gray;
   row.shading = static_cast<int>(counter % RangeShadings);
-  if (intersection != nullptr) {
-    row.text = intersection->name;
-    row.overlapOf = {intersection->a.range, intersection->b.range};
-    TakeLookOfOverlap(view, *intersection, counter, row);
-  } else {
-    row.text = range->name;
-    TakeLookOfRange(view, *range, row);
-  }
+  return {std::move(row), counter};
+}
+
+RangePanelRow MakeRangeRow(MapWindow& view, Range& range) {
+  RangePanelRow row = MakeRow(view).first;
+  row.range = &range;
+  row.text = range.name;
+  TakeLookOfRange(view, range, row);
   return row;
+}
+
+RangePanelRow MakeOverlapRow(MapWindow& view, const RowsOfRanges& rows,
+                             RangeIntersection& intersection) {
+  auto [row, counter] = MakeRow(view);
+  row.intersection = &intersection;
+  row.text = intersection.name;
+  row.overlapOf = {intersection.a.range, intersection.b.range};
+  TakeLookOfOverlap(rows, intersection, counter, row);
+  return std::move(row);
 }
 
 /// Ranges come before overlaps, and the row "New" after both.
@@ -90,10 +119,20 @@ int GroupOf(const RangePanelRow& row) {
   return row.intersection != nullptr ? 1 : 0;
 }
 
-/// True if a row that is to be added goes before an existing one.
-bool StandsBefore(const RangePanelRow& added, const RangePanelRow& row) {
-  if (GroupOf(added) != GroupOf(row)) return GroupOf(added) < GroupOf(row);
-  return CompareNames(added.text.value_or(""), row.text.value_or("")) < 0;
+std::string_view NameOf(const RangePanelRow& row) {
+  return row.text ? std::string_view(*row.text) : std::string_view();
+}
+
+/// The order of the list. A new row goes after those that it equals.
+bool ComesBefore(const RangePanelRow& a, const RangePanelRow& b) {
+  if (GroupOf(a) != GroupOf(b)) return GroupOf(a) < GroupOf(b);
+  return CompareNames(NameOf(a), NameOf(b)) < 0;
+}
+
+/// Adds rows in their places. The order in which they come decides between equal ones.
+void AddRows(MapWindow& view, std::list<RangePanelRow> added) {
+  added.sort(ComesBefore);
+  view.rangeViews.merge(added, ComesBefore);
 }
 
 bool Involves(const RangeIntersection& record, const Range* range) {
@@ -102,13 +141,12 @@ bool Involves(const RangeIntersection& record, const Range* range) {
 
 }  // namespace
 
-RangePanelRow& AddRangeRow(MapWindow& view, Range* range, RangeIntersection* intersection) {
-  RangePanelRow row = MakeRangeRow(view, range, intersection);
-  auto& rows = view.rangeViews;
-  const auto place = std::find_if(rows.begin(), rows.end(), [&](const RangePanelRow& there) {
-    return StandsBefore(row, there);
-  });
-  return *rows.insert(place, std::move(row));
+RangePanelRow& AddRangeRow(MapWindow& view, Range& range) {
+  std::list<RangePanelRow> added;
+  added.push_back(MakeRangeRow(view, range));
+  RangePanelRow& row = added.front();  // it keeps its address
+  AddRows(view, std::move(added));
+  return row;
 }
 
 void BuildRangeRows(MapWindow& view) {
@@ -118,7 +156,7 @@ void BuildRangeRows(MapWindow& view) {
   last.visible = true;
   last.color = Gray;
   last.text = NewText;
-  for (Range& range : view.map->ranges) AddRangeRow(view, &range, nullptr);
+  for (Range& range : view.map->ranges) AddRangeRow(view, range);
   RedoRangeRows(view, nullptr);
 }
 
@@ -137,12 +175,13 @@ bool DropRangeRows(MapWindow& view, const Range* range) {
 }
 
 bool RedoRangeRows(MapWindow& view, const Range* range) {
-  bool any = false;
+  const RowsOfRanges rows(view);
+  std::list<RangePanelRow> added;
   for (RangeIntersection& record : view.map->intersections) {
-    if (!Involves(record, range)) continue;
-    AddRangeRow(view, nullptr, &record);
-    any = true;
+    if (Involves(record, range)) added.push_back(MakeOverlapRow(view, rows, record));
   }
+  const bool any = !added.empty();
+  AddRows(view, std::move(added));
   return any;
 }
 

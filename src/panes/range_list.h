@@ -8,11 +8,11 @@ namespace orvane {
 /// then the row "New". What was selected and visible is lost.
 void BuildRangeRows(MapWindow& view);
 
-/// Adds the row of a range, or of an overlap if `intersection` is not null, in its sorted place;
-/// rows of equal name are in the order in which they were added. The trail rows of the view must
-/// exist, since a range takes its colour from its first follow.
+/// Adds the row of a range in its sorted place; rows of equal name are in the order in which they
+/// were added. The trail rows of the view must exist, since a range takes its colour from its first
+/// follow.
 /// \return the row; good until it is dropped
-RangePanelRow& AddRangeRow(MapWindow& view, Range* range, RangeIntersection* intersection);
+RangePanelRow& AddRangeRow(MapWindow& view, Range& range);
 
 /// \return the row of that range, or null
 RangePanelRow* FindRangeRow(MapWindow& view, const Range& range);

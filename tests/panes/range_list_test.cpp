@@ -1,10 +1,15 @@
 #include "panes/range_list.h"
 
+#include "base/text.h"
 #include "panes/trail_tree.h"
 #include "view/fills.h"
 #include "view/view_case.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace orvane {
 namespace {
@@ -33,6 +38,12 @@ struct RangeRowsTest : testing::Test, ViewCase {
     Names texts;
     for (const RangePanelRow& row : view.rangeViews) texts.push_back(row.text.value_or("<none>"));
     return texts;
+  }
+  /// The row of the map's only overlap, made again.
+  RangePanelRow& AddRow(const RangeIntersection& record) {
+    DropRangeRows(view, nullptr);
+    RedoRangeRows(view, nullptr);
+    return RowOf(record);
   }
   RangePanelRow& RowOf(const Range& range) { return *FindRangeRow(view, range); }
   RangePanelRow& RowOf(const RangeIntersection& record) {
@@ -82,7 +93,7 @@ TEST_F(RangeRowsTest, AddARangeAboveTheOverlaps) {
   AddOverlap(a, b, "overlap");
   Build();
   Range& z = AddRange("Zoe");
-  const RangePanelRow& row = AddRangeRow(view, &z, nullptr);
+  const RangePanelRow& row = AddRangeRow(view, z);
   EXPECT_EQ(row.range, &z);
   EXPECT_EQ(Texts(), (Names{"Ana", "Bob", "Zoe", "overlap", "New"}));
 }
@@ -158,7 +169,7 @@ TEST_F(RangeRowsTest, GiveAnOverlapTheMeanColour) {
   RowOf(a).color = 0xFF0010;
   RowOf(b).color = 0x0000FF;
   RangeIntersection& record = AddOverlap(a, b, "overlap");
-  EXPECT_EQ(AddRangeRow(view, nullptr, &record).color, 0x7F0087);
+  EXPECT_EQ(AddRow(record).color, 0x7F0087);
 }
 
 TEST_F(RangeRowsTest, ShadeAnOverlapUnlikeItsRanges) {
@@ -172,8 +183,7 @@ TEST_F(RangeRowsTest, ShadeAnOverlapUnlikeItsRanges) {
     for (int k = 0; k < 4; ++k) {
       RowOf(a).shading = i;
       RowOf(b).shading = k;
-      EXPECT_EQ(AddRangeRow(view, nullptr, &record).shading, expected[i][k]) << i << " " << k;
-      DropRangeRows(view, nullptr);
+      EXPECT_EQ(AddRow(record).shading, expected[i][k]) << i << " " << k;
     }
   }
 }
@@ -184,8 +194,8 @@ TEST_F(RangeRowsTest, ShadeAnOverlapWithoutRowsByTurns) {
   RangeIntersection& record = AddOverlap(a, b, "overlap");
   view.rangeViews.clear();
   workspace.rangeRowsMade = 6;
-  EXPECT_EQ(AddRangeRow(view, nullptr, &record).shading, FillDiagonals);
-  EXPECT_EQ(AddRangeRow(view, nullptr, &record).shading, FillCross);
+  EXPECT_EQ(AddRow(record).shading, FillDiagonals);
+  EXPECT_EQ(AddRow(record).shading, FillCross);
   EXPECT_EQ(view.rangeViews.front().color, 0x808080);
 }
 
@@ -206,6 +216,35 @@ TEST_F(RangeRowsTest, DropAndRedoTheOverlapsOfARange) {
   EXPECT_EQ(Texts(), (Names{"A", "B", "C", "New"}));
   map.intersections.clear();
   EXPECT_FALSE(RedoRangeRows(view, nullptr));
+}
+
+/// The list as inserting one row after the other would make it.
+TEST_F(RangeRowsTest, SortManyOverlapsAsOneByOne) {
+  Range& a = AddRange("A");
+  Range& b = AddRange("B");
+  std::vector<std::pair<std::string, RangeIntersection*>> expected;
+  unsigned random = 1;
+  for (int i = 0; i < 500; ++i) {
+    random = random * 1103515245U + 12345U;
+    std::string name = "Overlap " + std::to_string(random >> 16 & 63U);
+    if (i % 3 == 0) name[0] = 'o';
+    AddOverlap(a, b, name);
+  }
+  for (RangeIntersection& record : map.intersections) {
+    const std::string name = record.name.value_or("");
+    const auto place = std::find_if(expected.begin(), expected.end(), [&](const auto& there) {
+      return CompareNames(name, there.first) < 0;
+    });
+    expected.insert(place, {name, &record});
+  }
+  Build();
+  auto row = std::next(view.rangeViews.begin(), 2);
+  for (const auto& [name, record] : expected) {
+    ASSERT_EQ(row->text, name);
+    ASSERT_EQ(row->intersection, record) << name;
+    ++row;
+  }
+  EXPECT_TRUE(row->fixed);
 }
 
 TEST_F(RangeRowsTest, FindTheFirstSelectedOne) {
