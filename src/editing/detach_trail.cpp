@@ -6,6 +6,7 @@
 #include "model/time_names.h"
 
 #include <algorithm>
+#include <iterator>
 #include <unordered_set>
 #include <utility>
 
@@ -42,7 +43,7 @@ TrailDetacher::Found TrailDetacher::FindInRows(const Point& point) const {
 void TrailDetacher::FindHolders() {
   std::unordered_set<const Point*> own;
   for (const Trail* trail : order_) own.insert(trail->points.begin(), trail->points.end());
-  std::vector<Map*> maps = MapsRestingOn(map_);
+  std::vector<Map*> maps = MapsBasedOn(map_);
   maps.insert(maps.begin(), &map_);
   for (Map* each : maps) {
     for (Trail& other : each->trails) {
@@ -106,7 +107,7 @@ size_t TrailDetacher::RemoveGone() {
   for (const Map* below = map_.basis; below != nullptr; below = below->basis) {
     ForEachPoint(*below, needBases);
   }
-  std::vector<Map*> maps = MapsRestingOn(map_);
+  std::vector<Map*> maps = MapsBasedOn(map_);
   maps.push_back(&map_);
   for (const Map* each : maps) {
     ForEachPoint(*each, needBases);
@@ -134,11 +135,15 @@ void TrailDetacher::KeepMark(const Point& point) {
   for (const std::string& synonym : point.synonyms) marks_.emplace(FoldedText(synonym), mark);
 }
 
+void TrailDetacher::KeepMarks(const Trail& deleted) {
+  for (const Point* point : deleted.points) KeepMark(*point);
+}
+
 void TrailDetacher::TakeOut(Point& point) {
   KeepMark(point);
   RemovePointNames(map_, point);
   RemoveFromLists(map_, point);
-  for (Map* above : MapsRestingOn(map_)) RemovePointNames(*above, point);
+  for (Map* above : MapsBasedOn(map_)) RemovePointNames(*above, point);
 }
 
 void TrailDetacher::RestoreMark(Point& point) const {
@@ -147,6 +152,19 @@ void TrailDetacher::RestoreMark(Point& point) const {
   point.markShape = found->second.shape;
   point.markSize = found->second.size;
   if (found->second.filled) point.flags |= PointMarkFilled;
+}
+
+std::vector<Point*> PointsStillHeld(Map& map, const Trail& deleted) {
+  std::unordered_set<const Point*> held;
+  std::vector<Map*> maps = MapsBasedOn(map);
+  maps.push_back(&map);
+  for (const Map* each : maps) {
+    for (const Trail& trail : each->trails) held.insert(trail.points.begin(), trail.points.end());
+  }
+  std::vector<Point*> found;
+  std::copy_if(deleted.points.begin(), deleted.points.end(), std::back_inserter(found),
+               [&held](const Point* point) { return held.contains(point); });
+  return found;
 }
 
 }  // namespace orvane

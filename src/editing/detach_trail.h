@@ -22,6 +22,9 @@ class TrailDetacher {
   /// \return how many points left the map
   size_t Detach();
 
+  /// Keeps the marks of the points of a trail that was deleted and is made again now.
+  void KeepMarks(const Trail& deleted);
+
   /// Gives a new point the mark of the removed point that had its name.
   void RestoreMark(Point& point) const;
 
@@ -55,5 +58,8 @@ class TrailDetacher {
   std::vector<Point*> going_;
   std::map<std::string, Mark> marks_;  ///< by folded name
 };
+
+/// \return the points of a deleted trail that other trails of its map, or of maps above, hold
+std::vector<Point*> PointsStillHeld(Map& map, const Trail& deleted);
 
 }  // namespace orvane

@@ -223,8 +223,10 @@ class TrailBuilder {
 /// \param deleted  the trail that is made again, or null
 Trail& MakeTrail(Map& map, const TrailInput& input, const Trail* deleted) {
   if (deleted != nullptr) {
+    // Shared points come back with it, so that its rows replace what it had given to them.
+    std::vector<Point*> held = PointsStillHeld(map, *deleted);
     Trail& again = map.trails.emplace_front(*deleted);
-    again.points.clear();
+    again.points = std::move(held);
     again.flags &= std::uint32_t{TrailHidden};
     return again;
   }
@@ -254,6 +256,7 @@ void ChangeMap(const TrailEditor& editor, Map& map, const TrailInput& input,
   // The vertices of a contour are no survey points, and its table can't be edited.
   if (editor.IsReadOnly()) return;
   TrailDetacher detacher(map, {trail}, editor.Rows());
+  if (editor.Deleted() != nullptr) detacher.KeepMarks(*editor.Deleted());
   detacher.Detach();
   TrailBuilder(map, trail, &detacher).Build(editor.Rows());
 }

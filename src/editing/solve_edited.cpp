@@ -25,7 +25,7 @@ void ForgetGatheredReadings(Map& map) {
 
 std::vector<Map*> SolveEdited(Map& map) {
   std::vector<Map*> maps{&map};
-  for (Map* above : MapsRestingOn(map)) maps.push_back(above);
+  for (Map* above : MapsBasedOn(map)) maps.push_back(above);
   for (Map* each : maps) ForgetGatheredReadings(*each);
   for (Map* each : maps) {
     ClearOwnPositions(*each);
@@ -47,7 +47,7 @@ void RefreshAfterSwap(const MapDelta& delta, Workspace& workspace) {
   std::vector<Map*> wholly;
   for (Map* touched : delta.Maps()) {
     if (delta.KeepsFollows(*touched)) continue;
-    std::vector<Map*> maps = MapsRestingOn(*touched);
+    std::vector<Map*> maps = MapsBasedOn(*touched);
     maps.insert(maps.begin(), touched);
     for (Map* each : maps) {
       if (std::find(wholly.begin(), wholly.end(), each) == wholly.end()) wholly.push_back(each);

@@ -14,7 +14,7 @@ bool RestsOn(const Map& map, const Map& other) {
   return false;
 }
 
-std::vector<Map*> MapsRestingOn(const Map& map) {
+std::vector<Map*> MapsBasedOn(const Map& map) {
   std::vector<std::pair<int, Map*>> found;
   for (Map& each : map.workspace->maps) {
     int steps = 0;

@@ -13,6 +13,6 @@ bool RestsOn(const Map& map, const Map& other);
 
 /// The open maps that have `map` in their basis chain, without itself.
 /// \return those with the fewest steps to `map` first; at one distance the newest first
-std::vector<Map*> MapsRestingOn(const Map& map);
+std::vector<Map*> MapsBasedOn(const Map& map);
 
 }  // namespace orvane

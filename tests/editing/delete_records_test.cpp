@@ -113,6 +113,24 @@ TEST_F(DeleteRecordsTest, AnEditorOfADeletedTrailOffersToMakeItAgain) {
   EXPECT_EQ(Named(map, "A0").trail, made);
 }
 
+/// Once, the readings and notes of points on other trails too were in the map twice afterwards.
+TEST_F(DeleteRecordsTest, ATrailThatIsMadeAgainGivesItsSharedPointsBackOnce) {
+  Trail* main = FindTrail(map, "Main");
+  Named(map, "A").note = "gate";
+  Named(map, "B").markShape = 2;
+  const std::string before = Saved();
+  TrailEditor editor(map, main);
+  DeleteTrails(map, {main}, history);
+  ASSERT_EQ(SaveTrailEditor(editor, history), SaveOutcome::Closes);
+  EXPECT_EQ(Readings(Named(map, "A")).size(), 1U);
+  EXPECT_EQ(Named(map, "A").note, "\tgate");
+  EXPECT_EQ(Readings(Named(map, "B")).size(), 1U);
+  EXPECT_EQ(Named(map, "B").markShape, 2);
+  ASSERT_TRUE(history.Undo(map));
+  ASSERT_TRUE(history.Undo(map));
+  EXPECT_EQ(Saved(), before);
+}
+
 TEST_F(DeleteRecordsTest, AnEditorOfADeletedRangeOffersToMakeItAgain) {
   Range* blue = FindRange(map, "Blue");
   blue->note = "by the river";

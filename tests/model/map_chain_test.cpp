@@ -33,8 +33,8 @@ TEST_F(MapChainTest, TheNearestMapAboveComesFirst) {
   Map& far = New("far", &near1);
   Map& near2 = New("near2", &base);
   New("other");
-  EXPECT_EQ(MapsRestingOn(base), (std::vector<Map*>{&near2, &near1, &far}));
-  EXPECT_EQ(MapsRestingOn(far), std::vector<Map*>{});
+  EXPECT_EQ(MapsBasedOn(base), (std::vector<Map*>{&near2, &near1, &far}));
+  EXPECT_EQ(MapsBasedOn(far), std::vector<Map*>{});
 }
 
 }  // namespace
