@@ -96,6 +96,7 @@ class ScriptRun {
     size_t least;  ///< fields after the word
     size_t most;
     Fault (ScriptRun::*run)(const Fields& fields);
+    bool endsInText = false;  ///< the last of the least fields is a text; if missing, it is empty
   };
   static const std::vector<Word>& Words();
 
@@ -149,22 +150,22 @@ const std::vector<ScriptRun::Word>& ScriptRun::Words() {
   static const std::vector<Word> allWords = {
       {"select", 1, AnyNumber, &ScriptRun::Select},
       {"add-select", 1, AnyNumber, &ScriptRun::AddSelect},
-      {"tick", 2, AnyNumber, &ScriptRun::Tick},
-      {"triangle", 1, AnyNumber, &ScriptRun::Triangle},
-      {"drop", 1, 1, &ScriptRun::Drop},
+      {"tick", 2, AnyNumber, &ScriptRun::Tick, true},
+      {"triangle", 1, AnyNumber, &ScriptRun::Triangle, true},
+      {"drop", 1, 1, &ScriptRun::Drop, true},
       {"check", 0, 0, &ScriptRun::Check},
       {"new-trail", 0, 0, &ScriptRun::NewTrail},
       {"open-trail", 0, 0, &ScriptRun::OpenTrail},
       {"new-range", 0, 0, &ScriptRun::NewRange},
       {"open-range", 0, 0, &ScriptRun::OpenRange},
-      {"field", 1, 2, &ScriptRun::Field},
+      {"field", 2, 2, &ScriptRun::Field, true},
       {"mode", 1, 1, &ScriptRun::Mode},
-      {"cell", 2, 3, &ScriptRun::Cell},
+      {"cell", 3, 3, &ScriptRun::Cell, true},
       {"insert", 1, 1, &ScriptRun::Insert},
       {"delete", 1, 1, &ScriptRun::Delete},
       {"move", 2, 2, &ScriptRun::Move},
       {"click", 3, 3, &ScriptRun::ClickOnMap},
-      {"paste", 2, AnyNumber, &ScriptRun::Paste},
+      {"paste", 3, AnyNumber, &ScriptRun::Paste, true},
       {"answer", 1, 1, &ScriptRun::Answer},
       {"ok", 0, 0, &ScriptRun::Ok},
       {"cancel", 0, 0, &ScriptRun::Cancel},
@@ -185,7 +186,8 @@ const std::vector<ScriptRun::Word>& ScriptRun::Words() {
 Fault ScriptRun::Run(const Fields& line) {
   for (const Word& word : Words()) {
     if (line.front() != word.text) continue;
-    const Fields fields(line.begin() + 1, line.end());
+    Fields fields(line.begin() + 1, line.end());
+    if (word.endsInText && fields.size() + 1 == word.least) fields.emplace_back();
     if (fields.size() < word.least || fields.size() > word.most) {
       return "wrong number of fields for " + line.front();
     }
@@ -218,7 +220,7 @@ RangePanelRow* ScriptRun::RangeRowAt(const std::string& text) {
 }
 
 Fault ScriptRun::Click(const Fields& fields, bool shift) {
-  const bool isNone = fields.size() == 1 || (fields.size() == 2 && fields[1].empty());
+  const bool isNone = fields.size() == 1;
   if (fields[0] == "trails") {
     TrailPanelRow* row = isNone ? nullptr : TrailRowAt(fields.begin() + 1, fields.end());
     if (row == nullptr && !isNone) return NoSuch("row", fields.back());
@@ -265,17 +267,10 @@ Fault ScriptRun::Drop(const Fields& fields) {
 }
 
 Fault ScriptRun::Check(const Fields&) {
-  std::vector<const Trail*> selected;
-  bool any = false;
-  for (const TrailPanelRow* row : TrailRowsInOrder(session_.view.trailViews)) {
-    any = any || row->selected;
-    if (row->selected && row->trail != nullptr) selected.push_back(row->trail);
-  }
-  if (!any) return "the command check is disabled";
   session_.messages.PrintAsResult();
-  CheckSelectedTrails(selected, session_.messages);
+  const bool any = CheckSelectedTrails(session_.view, session_.messages);
   session_.messages.PrintAsMessages();
-  return {};
+  return any ? Fault() : "the command check is disabled";
 }
 
 Fault ScriptRun::DeleteSelected(const Fields&) {
@@ -456,7 +451,7 @@ Fault ScriptRun::OpenRange(const Fields&) {
 
 // NOLINTNEXTLINE(readability-make-member-function-const): it changes the open editor
 Fault ScriptRun::Field(const Fields& fields) {
-  const std::string text = fields.size() > 1 ? fields[1] : "";
+  const std::string& text = fields[1];
   if (session_.rangeEditor) {
     if (fields[0] == "name") {
       session_.rangeEditor->SetName(text);
@@ -506,7 +501,7 @@ Fault ScriptRun::Cell(const Fields& fields) {
   const auto column = ReadCount(fields[1]);
   if (!row || !column) return "a row and a column are whole numbers";
   if (Fault fault = NeedsTable(*row, *column)) return fault;
-  CommitCell(*session_.Table(), *row, *column, fields.size() > 2 ? fields[2] : "");
+  CommitCell(*session_.Table(), *row, *column, fields[2]);
   return {};
 }
 
@@ -566,7 +561,6 @@ Fault ScriptRun::Paste(const Fields& fields) {
       rows.back().push_back(fields[i]);
     }
   }
-  if (fields.size() == 2) rows.back().emplace_back();
   PasteCells(*session_.Table(), *row, *column, rows);
   return {};
 }

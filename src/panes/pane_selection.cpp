@@ -1,6 +1,7 @@
 #include "panes/pane_selection.h"
 
 #include "panes/pane_clicks.h"
+#include "trails/checks.h"
 
 namespace orvane {
 namespace {
@@ -46,6 +47,17 @@ void SelectRangesBetween(MapWindow& view, const RangePanelRow& one, const RangeP
   std::vector<RangePanelRow*> rows;
   for (RangePanelRow& row : view.rangeViews) rows.push_back(&row);
   ForRowsBetween(rows, one, other, [](RangePanelRow& row) { row.selected = !row.fixed; });
+}
+
+bool CheckSelectedTrails(MapWindow& view, Messages& messages) {
+  std::vector<const TrailPanelRow*> selected;
+  for (const TrailPanelRow* row : TrailRowsInOrder(view.trailViews)) {
+    if (row->selected) selected.push_back(row);
+  }
+  for (const TrailPanelRow* row : selected) {
+    if (row->trail != nullptr) CheckTrail(*row->trail, selected.size() == 1, messages);
+  }
+  return !selected.empty();
 }
 
 }  // namespace orvane

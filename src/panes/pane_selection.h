@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/messages.h"
 #include "view/map_window.h"
 
 #include <vector>
@@ -16,5 +17,10 @@ std::vector<TrailPanelRow*> ShownTrailRows(std::list<TrailPanelRow>& rows);
 void SelectTrailsBetween(MapWindow& view, const TrailPanelRow& one, const TrailPanelRow& other);
 /// The same in the range pane.
 void SelectRangesBetween(MapWindow& view, const RangePanelRow& one, const RangePanelRow& other);
+
+/// Checks the trails of the selected rows, in the order of the pane; without a limit of warnings if
+/// only one row is selected. A group and the only trail in it are two.
+/// \return false if no row is selected
+bool CheckSelectedTrails(MapWindow& view, Messages& messages);
 
 }  // namespace orvane

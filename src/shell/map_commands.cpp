@@ -5,6 +5,7 @@
 #include "commands/map_facts.h"
 #include "paint/display_text.h"
 #include "panes/delete_rows.h"
+#include "panes/pane_selection.h"
 #include "shell/map/map_view.h"
 #include "shell/map_window_widget.h"
 #include "shell/messages/box_messages.h"
@@ -32,11 +33,7 @@ void CheckTrails(Shell& shell, MapWindowWidget& mapWindow) {
     CheckAllTrails(mapWindow.TheMap(), messages);
     return;
   }
-  std::vector<const Trail*> selected;
-  for (const TrailPanelRow* row : TrailRowsInOrder(mapWindow.Shown().trailViews)) {
-    if (row->selected && row->trail != nullptr) selected.push_back(row->trail);
-  }
-  CheckSelectedTrails(selected, messages);
+  CheckSelectedTrails(mapWindow.Shown(), messages);
 }
 
 /// Does not set `MapHasDeviation` and does not solve the map: positions change only with the survey.

@@ -164,9 +164,4 @@ void CheckAllTrails(const Map& map, Messages& messages) {
   }
 }
 
-void CheckSelectedTrails(std::span<const Trail* const> trails, Messages& messages) {
-  const bool showAll = trails.size() == 1;
-  for (const Trail* trail : trails) CheckTrail(*trail, showAll, messages);
-}
-
 }  // namespace orvane

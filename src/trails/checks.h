@@ -3,7 +3,6 @@
 #include "base/messages.h"
 #include "model/map.h"
 
-#include <span>
 
 namespace orvane {
 
@@ -30,8 +29,5 @@ bool CheckTrailTimes(const Trail& trail, bool showAll, Messages& messages);
 
 /// Checks every trail of the map and then of its basis chain, with limited warnings.
 void CheckAllTrails(const Map& map, Messages& messages);
-
-/// Checks the trails of a selection, without a limit of warnings for a single one.
-void CheckSelectedTrails(std::span<const Trail* const> trails, Messages& messages);
 
 }  // namespace orvane

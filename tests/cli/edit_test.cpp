@@ -10,11 +10,12 @@ struct EditScripts : CommandLine {
   EditScripts() { folder.Write("rich.map", RichSite); }
 
   /// Runs a script, given as lines, on the site.
-  Outcome Run(const std::vector<std::string>& lines) {
+  Outcome Run(const std::vector<std::string>& lines) { return RunOn("rich.map", lines); }
+  Outcome RunOn(const std::string& map, const std::vector<std::string>& lines) {
     std::string script;
     for (const std::string& line : lines) script += line + '\n';
     folder.Write("script", script);
-    return Do({"edit", "rich.map", "script", "-o", "saved.map"});
+    return Do({"edit", map, "script", "-o", "saved.map"});
   }
   /// The script ends at its last line, and nothing is saved.
   void ExpectFault(const std::vector<std::string>& lines, const std::string& why) {
@@ -34,9 +35,11 @@ struct EditScripts : CommandLine {
 
 TEST_F(EditScripts, UnknownWordsAndWrongNumbersOfFieldsAreFaults) {
   ExpectFault({"nonsense"}, "unknown word nonsense");
-  for (const std::string word :
-       {"select", "drop", "answer", "show", "save", "import", "import-gis"}) {
+  for (const std::string word : {"select", "answer", "show", "save", "import", "import-gis"}) {
     ExpectFault({"# a comment", "", word}, "wrong number of fields for " + word);
+  }
+  for (const std::string word : {"drop", "triangle", "tick\ttrails", "tick\tranges"}) {
+    ExpectFault({word}, "there is no row, ");  // of an empty text
   }
   ExpectFault({"new-trail", "click\t1\t2"}, "wrong number of fields for click");
   ExpectFault({"answer\tno"}, "an answer is a whole number from 1");
@@ -138,6 +141,15 @@ TEST_F(EditScripts, ARangeIsMadeOfFollowsAndCorrected) {
   EXPECT_NE(run.out.find(R"("kind":"range")"), std::string::npos) << run.out;
   EXPECT_NE(run.out.find(R"("mode":null,"enabledModes":[])"), std::string::npos) << run.out;
   ExpectSaved({"R\tFen of June\n", "\nR\tOru range\n"});
+}
+
+/// A trail without a type is in a group without a name.
+TEST_F(EditScripts, AnEmptyTextIsTheRowOfThatName) {
+  folder.Write("untyped.map", "T\tSolo\nG\tSolo1\tS20\tE47\n");
+  const Outcome run = RunOn("untyped.map", {"select\ttrails\t", "drop\tNew", "select\ttrails",
+                                            "tick\ttrails", "triangle", "show\tpanes"});
+  EXPECT_EQ(run.status, 0) << run.err;
+  EXPECT_NE(run.out.find(R"("open":true)"), std::string::npos) << run.out;
 }
 
 TEST_F(EditScripts, AnswersAreTakenInTurn) {

@@ -53,6 +53,24 @@ TEST_F(PaneSelection, TakesRangesBetween) {
   EXPECT_TRUE(RangeRow("C").selected);
 }
 
+/// A point that is on no trail of its name has a warning each; by default only the first is shown.
+TEST_F(PaneSelection, ChecksWithoutLimitOnlyForOneRow) {
+  Show("T\tPath\tTrail\nG\tx1\tS20\tE47\nG\tx2\tS20\tE47\nT\tRidge\tWay\nG\ty1\tS20\tE47\n");
+  const auto shown = [this] {
+    const size_t before = messages.Entries().size();
+    EXPECT_TRUE(CheckSelectedTrails(view, messages));
+    return messages.Entries().size() - before;
+  };
+  EXPECT_FALSE(CheckSelectedTrails(view, messages));
+  Row("Path").selected = true;
+  EXPECT_EQ(shown(), 2U);
+  Row("Trail").selected = true;
+  EXPECT_EQ(shown(), 1U) << "the group is a row too";
+  Row("Trail").selected = false;
+  Row("Ridge").selected = true;
+  EXPECT_EQ(shown(), 2U) << "one of each trail";
+}
+
 TEST_F(PaneSelection, TipsOfRowsAreTheLinesOfTheirRecords) {
   Show(std::string(TwoGroupsText) + "R\tA\nK\tPapio\n");
   EXPECT_EQ(TrailTip(view, Row("New")), Texts{"Create a new trail"});

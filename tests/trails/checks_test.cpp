@@ -195,20 +195,6 @@ TEST(CheckAllTrails, TakesTheBasisAfterTheMapWithLimitedWarnings) {
   EXPECT_EQ(data.Texts(), expected);
 }
 
-TEST(CheckSelectedTrails, ShowsAllWarningsOfASingleTrail) {
-  TrailMap data;
-  const Trail& many = data.AddNames(
-      "Pde", {"Pde1", "Pde1", "Pde1", "Pde1", "Pde1", "Pde1", "Pde1", "Pde1", "Pde1"});
-  const Trail& fine = data.AddNames("Old", {"Old1", "Old2"});
-  CheckSelectedTrails(std::vector<const Trail*>{&many}, data.messages);
-  EXPECT_EQ(data.Texts().size(), 8U);
-  data.messages.Clear();
-  CheckSelectedTrails(std::vector<const Trail*>{&fine, &many}, data.messages);
-  EXPECT_EQ(data.Texts().size(), 6U);
-  CheckSelectedTrails({}, data.messages);
-  EXPECT_EQ(data.Texts().size(), 6U);
-}
-
 TEST(CheckTrail, ItsWarningsAreAboutAPointUnlessThatHasATimeName) {
   ScriptedMessages messages;
   TrailMap data;
