@@ -189,7 +189,7 @@ class MapDump {
     const double pathLength = TrailPathLength(trail.points);
     MeasureTrail(trail);
     for (size_t i = 0; i < projected.size(); ++i) trail.points[i]->projected = projected[i];
-    const bool closed = (trail.flags & TrailClosed) != 0;
+    const bool closed = IsClosed(trail);
     const bool measured = (trail.flags & TrailMeasured) != 0;
     const auto valueIf = [](bool valid, double value) {
       return valid ? Json(value) : Json(nullptr);

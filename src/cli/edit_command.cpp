@@ -17,6 +17,7 @@
 #include "panes/delete_rows.h"
 #include "panes/open_editors.h"
 #include "panes/pane_clicks.h"
+#include "panes/pane_selection.h"
 #include "panes/range_drops.h"
 #include "panes/range_list.h"
 #include "panes/trail_tree.h"

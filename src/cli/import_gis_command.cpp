@@ -8,7 +8,7 @@ namespace orvane {
 namespace {
 
 /// Posts an error about a field that the window would refuse.
-void TellBadField(GisField field, const GisTrailFields& fields, Messages& messages) {
+void NoteBadField(GisField field, const GisTrailFields& fields, Messages& messages) {
   switch (field) {
     case GisField::None:
       return;
@@ -53,7 +53,7 @@ bool ImportGisFile(Map& map, Messages& messages, const std::string& file, GisTra
   if (const GisTrack* track = CurrentTrack(*import)) fields.name = track->name;
   fields.dateIsForAll = !fields.date.empty();
   const GisField bad = TakeAllTracks(*import, fields);
-  TellBadField(bad, fields, messages);
+  NoteBadField(bad, fields, messages);
   if (bad != GisField::None) return false;
   messages.Post(Severity::Note, GisSummary(*import));
   return true;

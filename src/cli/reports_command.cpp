@@ -47,12 +47,12 @@ std::optional<std::vector<Trail*>> NamedTrails(MapWindow& view, LineMessages& me
 
 std::optional<std::vector<const RangePanelRow*>> NamedRanges(
     const MapWindow& view, LineMessages& messages, const std::vector<std::string>& names) {
-  const auto bears = [](const RangePanelRow& row, const std::string& name) {
+  const auto hasName = [](const RangePanelRow& row, const std::string& name) {
     return !row.fixed && row.text && SameName(*row.text, name);
   };
   for (const std::string& name : names) {
     if (std::none_of(view.rangeViews.begin(), view.rangeViews.end(),
-                     [&](const RangePanelRow& row) { return bears(row, name); })) {
+                     [&](const RangePanelRow& row) { return hasName(row, name); })) {
       NoteError(messages, "Can't find %s", {name});
       return std::nullopt;
     }
@@ -61,7 +61,7 @@ std::optional<std::vector<const RangePanelRow*>> NamedRanges(
   for (const RangePanelRow& row : view.rangeViews) {
     if (row.fixed) continue;
     if (names.empty() || std::any_of(names.begin(), names.end(),
-                                     [&](const auto& name) { return bears(row, name); })) {
+                                     [&](const auto& name) { return hasName(row, name); })) {
       rows.push_back(&row);
     }
   }

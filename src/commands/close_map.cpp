@@ -9,7 +9,7 @@ namespace orvane {
 Map* FarthestChangedMap(Map& map) {
   Map* farthest = nullptr;
   for (Map* each = &map; each != nullptr; each = each->basis) {
-    if ((each->flags & MapDirty) != 0) farthest = each;
+    if (IsDirty(*each)) farthest = each;
   }
   return farthest;
 }

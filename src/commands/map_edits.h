@@ -12,8 +12,8 @@ namespace orvane {
 /// where the survey changes.
 Edit DeviationEdit(Map& map, double deviation);
 
-/// Lets a map rest on another one. The map is neither marked as changed nor solved. The edit gives up
-/// if `basis` rests on `map`.
+/// Gives a map another one as its basis. The map is neither marked as changed nor solved. The edit gives up
+/// if `map` is in the basis chain of `basis`.
 Edit BasisEdit(Map& map, Map& basis);
 
 }  // namespace orvane

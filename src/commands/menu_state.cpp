@@ -220,11 +220,11 @@ bool SaveIsOffered(const Map& map) {
   bool reached = false;  // the newest map is first
   for (const Map& each : map.workspace->maps) {
     reached = reached || &each == &map;
-    if (reached && (each.flags & MapDirty) != 0) return true;
+    if (reached && IsDirty(each)) return true;
   }
   // A basis that was opened for the map is newer than the map.
   for (const Map* each = map.basis; each != nullptr; each = each->basis) {
-    if ((each->flags & MapDirty) != 0) return true;
+    if (IsDirty(*each)) return true;
   }
   return false;
 }

@@ -81,7 +81,7 @@ ChangedFileAnswer AskAboutChange(const Map& map, const std::string& path) {
   // The Return key presses the first button, which destroys nothing.
   const int answer = AskUser(
       map.workspace->messages, "File Has Changed", "Save As...", "Cancel", "Overwrite",
-      "%s on the disk is not what was opened here. Overwriting it destroys what stands there now.",
+      "%s on the disk is not what was opened here. Overwriting it destroys its present content.",
       {BaseName(path)});
   return static_cast<ChangedFileAnswer>(answer);
 }
@@ -97,7 +97,7 @@ OtherBasisAnswer AskAboutOtherBasis(const Map& basis, const std::string& path) {
   if (!HoldsOtherBytes(basis, path)) return OtherBasisOverwrite;
   const int answer =
       AskUser(basis.workspace->messages, "Basis File Exists", "Don't Save", "Cancel", "Overwrite",
-              "Another %s stands in that directory. Overwriting it destroys what stands there now.",
+              "There is another %s in that directory. Overwriting it destroys its present content.",
               {BaseName(path)});
   return static_cast<OtherBasisAnswer>(answer);
 }
@@ -131,7 +131,7 @@ bool HasChangedOnDisk(const Map& map, const std::string& path) {
 
 bool SaveChangedMaps(Map& map, const SaveContext& context) {
   for (Map* each = &map; each != nullptr; each = each->basis) {
-    if ((each->flags & MapDirty) == 0) continue;
+    if (!IsDirty(*each)) continue;
     bool underNewName = (each->flags & MapUntitled) != 0;
     if (!underNewName) {
       const ChangedFileAnswer answer = AskAboutChange(*each, each->fileName);

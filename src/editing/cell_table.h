@@ -64,7 +64,7 @@ class CellTable {
   bool NextCell();
   /// To the left, then to the row above; before the first row to the last one of the model.
   bool PreviousCell();
-  /// Return: in the first column the entry ends, elsewhere it goes on at the start of the next row.
+  /// Return: in the first column the entry ends, elsewhere it continues at the start of the next row.
   bool EndLine();
   /// The cell above or below, if there is one.
   bool CellAbove();

@@ -92,7 +92,7 @@ class DirtyMarks {
 
 bool EditHistory::Apply(const Edit& edit) {
   Map& map = *edit.map;
-  TellBefore();
+  AnnounceEdit();
   std::vector<Map*> maps = edit.others;
   maps.insert(maps.begin(), &map);
   // Before the change, which may mark a map itself.
@@ -152,7 +152,7 @@ void EditHistory::TakeBack(const Edit& edit, MapDelta changes) {
 /// A map may be dirty before its first edit, as one that was recovered: no step leads back to what
 /// its file holds.
 void EditHistory::NoteUnsavedStart(const Map& map) {
-  const bool isDirty = (map.flags & MapDirty) != 0;
+  const bool isDirty = IsDirty(map);
   if (isDirty && states_.find(&map) == states_.end()) saved_[&map] = NeverReached;
 }
 
@@ -203,7 +203,7 @@ bool EditHistory::Redo(const Map& map) {
 }
 
 void EditHistory::Exchange(StepList& from, StepList& to, size_t index, EditNews::Kind kind) {
-  TellBefore();
+  AnnounceEdit();
   Step step = std::move(from[index]);
   from.erase(from.begin() + static_cast<std::ptrdiff_t>(index));
   step.delta.Swap();
@@ -253,7 +253,7 @@ void EditHistory::Tell(const Step& step, EditNews::Kind kind, const EditFollowUp
   for (const Listener& listener : listeners_) listener(news);
 }
 
-void EditHistory::TellBefore() const {
+void EditHistory::AnnounceEdit() const {
   for (EditListener* follower : followers_) follower->BeforeEdit();
 }
 

@@ -126,7 +126,7 @@ class EditHistory {
   void NoteSaved(Map& map);
 
   /// Call before a map is read again (`RereadMap`): drops each step that touches it, since the
-  /// records that the step would bring back are gone. Leaves `MapDirty` alone.
+  /// records that the step would bring back are gone. Does not change `MapDirty`.
   void Forget(const Map& map);
 
   /// \return the number of steps that `Undo` can take back, over all maps
@@ -157,7 +157,7 @@ class EditHistory {
   void Exchange(StepList& from, StepList& to, size_t index, EditNews::Kind kind);
   void TakeBack(const Edit& edit, MapDelta changes);
   void Drop(StepList& steps, const std::function<bool(const Step&)>& isDropped);
-  void TellBefore() const;
+  void AnnounceEdit() const;
   void Tell(const Step& step, EditNews::Kind kind, const EditFollowUp* followUp) const;
   void TellSteps() const;
   bool IsFollowedBy(const EditListener* follower) const;

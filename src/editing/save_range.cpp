@@ -10,7 +10,7 @@
 namespace orvane {
 namespace {
 
-/// The keys in the order of the table; a row without a type is no search.
+/// The keys in the order of the table; a row without a type is left out.
 std::forward_list<SearchKey> KeysOf(const std::vector<RangeRow>& rows) {
   std::forward_list<SearchKey> keys;
   auto last = keys.before_begin();

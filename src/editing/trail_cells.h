@@ -19,7 +19,7 @@ struct TrailCellResult {
   bool compass = false;           ///< the point of a compass reading was typed
 };
 
-/// Puts a typed text into a row. Leading white space is passed over, and in angles the degree sign of
+/// Puts a typed text into a row. Leading white space is skipped, and in angles the degree sign of
 /// UTF-8 counts as that of old maps.
 /// \return with `refusal` the row is as it was
 TrailCellResult SetTrailCellText(TrailRow& row, size_t column, size_t smColumns,

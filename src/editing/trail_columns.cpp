@@ -15,8 +15,7 @@ struct ColumnInfo {
   int relativeWidth;
 };
 
-// The byte 0xB0 is the degree sign of old maps. The 0xA1 in the hint on bearings is kept as it was
-// always shown.
+// The byte 0xB0 is the degree sign of old maps. The hint on bearings has the byte 0xA1.
 constexpr std::array<ColumnInfo, ColumnFirstSm> FixedColumns = {{
     {"Name/Time", "Name/Time",
      "You should enter either a name\n(as in A100, or Fianaransoa)\nor a time (as 14:34)\n"

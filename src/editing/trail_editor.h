@@ -30,7 +30,7 @@ struct TrailFingerprint {
 TrailFingerprint FingerprintOf(const Trail& trail);
 
 /// The trail editor without its window: a private copy of a trail as form and rows. The map is
-/// changed by `SaveTrailEditor` alone.
+/// changed only by `SaveTrailEditor`.
 class TrailEditor final : public CellModel {
  public:
   /// \param map    of the window that opens the editor

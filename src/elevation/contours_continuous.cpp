@@ -61,12 +61,12 @@ class ContinuousTracer {
   /// \return false if the run was cancelled
   bool ConnectCrossings() {
     constexpr const char* Stage = "Connecting contours...";
-    constexpr size_t ToldParts = 100;
+    constexpr size_t Parts = 100;
     if (!work_.Tell(Stage, 0)) return false;
     const size_t cellRows = rows_ - 1;
     for (size_t r = 0; r < cellRows; ++r) {
       for (size_t c = 0; c + 1 < columns_; ++c) JoinCell(r, c);
-      if (!work_.Tell(Stage, static_cast<int>((r + 1) * ToldParts / cellRows))) return false;
+      if (!work_.Tell(Stage, static_cast<int>((r + 1) * Parts / cellRows))) return false;
     }
     isTraced_.assign(places_.size(), false);
     // Lines with ends first, from one of them; what is left are rings.

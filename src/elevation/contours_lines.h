@@ -18,7 +18,7 @@ struct ContourLine {
 };
 
 /// Makes a trail of each line and puts them in front of a list, the last line foremost.
-/// \param counts  the running number of each level's last line, which goes on
+/// \param counts  the running number of each level's last line; updated
 /// \param trails  a list of the map
 /// \param store   keeps the vertices, which belong to no map's lists
 void MakeContourTrails(const std::vector<ContourLine>& lines, std::map<double, int>& counts,

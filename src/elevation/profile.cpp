@@ -177,12 +177,13 @@ bool IsAlike(const LineIdentity& identity, const Trail& trail) {
          trail.focalAnimal.value_or("") == identity.animal && trail.date == identity.date;
 }
 
-/// \return the first point for which `bears` holds for its name or one of its synonyms, as an
+/// \return the first point for which `matches` holds for its name or one of its synonyms, as an
 ///         index; nothing for none
-template <typename Bears>
-std::optional<size_t> FindNamed(PointSpan points, const Bears& bears) {
+template <typename Matches>
+std::optional<size_t> FindNamed(PointSpan points, const Matches& matches) {
   const auto found = std::find_if(points.begin(), points.end(), [&](const Point* point) {
-    return bears(point->name) || std::any_of(point->synonyms.begin(), point->synonyms.end(), bears);
+    return matches(point->name) ||
+           std::any_of(point->synonyms.begin(), point->synonyms.end(), matches);
   });
   if (found == points.end()) return std::nullopt;
   return static_cast<size_t>(found - points.begin());
@@ -257,7 +258,7 @@ bool FillGapsPass(ElevationView& view, std::vector<ElevationStep>* steps) {
     return step.to - step.from > 2;
   });
   if (steps != nullptr) *steps = std::move(found);
-  // Without an estimate a pass would find the same run again, for ever.
+  // Without an estimate a pass would find the same run again and again.
   return hasMore && isEstimated;
 }
 

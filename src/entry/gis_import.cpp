@@ -169,18 +169,19 @@ class WaypointEntry {
   }
   /// Posts what was not posted yet.
   void Finish() const {
-    if (import_.refusedWaypoints > MostTold) {
+    if (import_.refusedWaypoints > MostNamed) {
       NoteError(map_.workspace->messages, "%s more waypoints are left out",
-                {std::to_string(import_.refusedWaypoints - MostTold)});
+                {std::to_string(import_.refusedWaypoints - MostNamed)});
     }
     if (unsaved_ > 0) WarnOfUnsaved();
   }
 
  private:
-  static constexpr size_t MostTold = 5;
+  static constexpr size_t MostNamed = 5;
 
   void Refuse(std::string_view format, std::string_view name) {
-    if (++import_.refusedWaypoints <= MostTold) NoteError(map_.workspace->messages, format, {name});
+    if (++import_.refusedWaypoints <= MostNamed)
+      NoteError(map_.workspace->messages, format, {name});
   }
 
   void WarnOfUnsaved() const {

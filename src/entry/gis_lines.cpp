@@ -106,7 +106,7 @@ class Collector {
   GisFile Finish() { return std::move(file_); }
 
  private:
-  /// The first fix was taken for a waypoint.
+  /// The first fix was read as a waypoint.
   void TurnIntoTrack() {
     const GisWaypoint first = std::move(file_.waypoints.front());
     file_.waypoints.clear();
@@ -138,7 +138,7 @@ class Collector {
 GisFile ReadGisLines(std::string_view text, std::string_view name, Messages& messages,
                      Progress* progress) {
   OriginScope origin(messages, std::string(name));
-  TellDamage(text, name, messages);
+  NoteDamage(text, name, messages);
   Collector collector;
   LineFields fields;
   LeftOutLines leftOut;
@@ -164,7 +164,7 @@ GisFile ReadGisLines(std::string_view text, std::string_view name, Messages& mes
     }
   }
   origin.GoToLine(leftOut.firstLine);
-  TellLeftOut(leftOut, name, messages);
+  NoteLeftOut(leftOut, name, messages);
   GisFile file = collector.Finish();
   file.leftOut = leftOut;
   return file;

@@ -73,7 +73,7 @@ std::optional<GisFix> FixOf(std::string_view lat, std::string_view lon, std::str
   return fix;
 }
 
-void TellLeftOut(const LeftOutLines& leftOut, std::string_view name, Messages& messages) {
+void NoteLeftOut(const LeftOutLines& leftOut, std::string_view name, Messages& messages) {
   if (leftOut.count == 0) return;
   const std::string line = std::to_string(leftOut.firstLine);
   if (leftOut.count == 1) {
@@ -84,7 +84,7 @@ void TellLeftOut(const LeftOutLines& leftOut, std::string_view name, Messages& m
               {name, std::to_string(leftOut.count), line});
 }
 
-void TellDamage(std::string_view text, std::string_view name, Messages& messages) {
+void NoteDamage(std::string_view text, std::string_view name, Messages& messages) {
   if (text.find('\0') == std::string_view::npos) return;
   NoteError(messages, "File %s holds bytes that are not text; it may be damaged", {name});
 }

@@ -29,9 +29,9 @@ std::string CleanName(std::string_view text);
 std::optional<GisFix> FixOf(std::string_view lat, std::string_view lon, std::string_view altitude);
 
 /// Posts how many lines were left out because they have no position, if any were.
-void TellLeftOut(const LeftOutLines& leftOut, std::string_view name, Messages& messages);
+void NoteLeftOut(const LeftOutLines& leftOut, std::string_view name, Messages& messages);
 
 /// Posts that the text holds NUL bytes, if it does.
-void TellDamage(std::string_view text, std::string_view name, Messages& messages);
+void NoteDamage(std::string_view text, std::string_view name, Messages& messages);
 
 }  // namespace orvane

@@ -19,7 +19,7 @@
 //                  └─ trkseg ─ trkpt lat lon ─ ele, time
 //
 // The walk keeps the kind of each open element on a stack, so that the name within an extension,
-// for example, is not taken for that of the track around it. GPX files declare no entities; one
+// for example, does not become that of the track around it. GPX files declare no entities; one
 // that does is read up to there, since a few lines of entities can expand to gigabytes.
 
 namespace orvane {
@@ -106,7 +106,7 @@ class GpxWalk {
     Parse(text);
     if (IsCanceled(progress_)) return std::move(file_);
     origin_.GoToLine(file_.leftOut.firstLine);
-    TellLeftOut(file_.leftOut, fileName_, messages_);
+    NoteLeftOut(file_.leftOut, fileName_, messages_);
     origin_.GoToLine(0);
     if (!isGpx_ && !isBroken_) NoteError(messages_, "%s is not a GPX file", {fileName_});
     origin_.GoToLine(routeLine_);
@@ -143,13 +143,13 @@ class GpxWalk {
       isLast = text.empty();
       const auto size = static_cast<int>(part.size());
       if (XML_Parse(parser_.get(), part.data(), size, isLast ? 1 : 0) != XML_STATUS_OK) {
-        TellBreak();
+        NoteBreak();
         return;
       }
     }
   }
 
-  void TellBreak() {
+  void NoteBreak() {
     isBroken_ = true;
     const XML_Error error = XML_GetErrorCode(parser_.get());
     origin_.GoToLine(Line());

@@ -27,7 +27,7 @@ constexpr int MinutesInHour = 60;
 /// Times and counts of a stop are kept in 16 bits.
 int CutTo16Bits(std::int64_t value) { return static_cast<std::int16_t>(value); }
 
-/// Whether the import goes on after a row.
+/// Whether the import continues after a row.
 enum class RowResult { GoOn, Abandon };
 
 /// The current stop. It has a location as long as `end` is not `NoStop`.

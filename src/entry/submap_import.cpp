@@ -46,9 +46,9 @@ std::string SummaryOf(const Map& map, const Contents& before, const std::string&
     return "Nothing new in " + path +
            ": looked for lines of a map file, each a letter and fields separated by tabs";
   }
-  const auto unplaced = static_cast<size_t>(std::count_if(
-      map.pointStore.begin() + static_cast<std::ptrdiff_t>(before.points), map.pointStore.end(),
-      [](const Point& point) { return (point.flags & PointPlaced) == 0; }));
+  const auto unplaced = static_cast<size_t>(
+      std::count_if(map.pointStore.begin() + static_cast<std::ptrdiff_t>(before.points),
+                    map.pointStore.end(), [](const Point& point) { return !IsPlaced(point); }));
   std::string text = "Imported " + Joined(parts) + " from " + path;
   if (unplaced > 0) text += "; " + Counted(unplaced, "point has", "points have") + " no place";
   return text;

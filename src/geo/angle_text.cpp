@@ -33,7 +33,7 @@ class TextCursor {
     return true;
   }
 
-  bool StandsOnDegreeSign() const { return DegreeSignLength() > 0; }
+  bool AtDegreeSign() const { return DegreeSignLength() > 0; }
   bool StepOverDegreeSign() {
     const size_t length = DegreeSignLength();
     at_ += length;
@@ -174,7 +174,7 @@ double ParseAngle(std::string_view text, size_t* length, double* runningDefault,
   const char behind = cursor.Next();
   double degrees = first;
   double minutes = 0;
-  if (behind != ' ' && !cursor.StandsOnDegreeSign() && runningDefault != nullptr &&
+  if (behind != ' ' && !cursor.AtDegreeSign() && runningDefault != nullptr &&
       (!prefix.letter || behind == MinuteSign)) {
     // Minutes without degrees belong to the degree of the previous reading.
     degrees = std::floor(std::fabs(*runningDefault));

@@ -15,8 +15,8 @@ class FieldCursor {
   bool AtEnd() const { return rest_.empty(); }
   /// True at a tab and at the end of the line: nothing is left of this field.
   bool AtFieldEnd() const { return rest_.empty() || rest_.front() == '\t'; }
-  bool Stands(char c) const { return !rest_.empty() && rest_.front() == c; }
-  bool StandsDigit() const { return !rest_.empty() && IsDigit(rest_.front()); }
+  bool At(char c) const { return !rest_.empty() && rest_.front() == c; }
+  bool AtDigit() const { return !rest_.empty() && IsDigit(rest_.front()); }
   /// The byte here; NUL at the end.
   char Peek() const { return rest_.empty() ? '\0' : rest_.front(); }
 
@@ -28,7 +28,7 @@ class FieldCursor {
   void Skip(size_t bytes) { rest_.remove_prefix(bytes < rest_.size() ? bytes : rest_.size()); }
   /// Skips `c` if it is here. \return true if it did
   bool SkipByte(char c) {
-    if (!Stands(c)) return false;
+    if (!At(c)) return false;
     rest_.remove_prefix(1);
     return true;
   }

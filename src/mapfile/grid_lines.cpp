@@ -40,10 +40,10 @@ AxisSpec TakeAxisSpec(FieldCursor& cursor, GridStyle defaultStyle) {
       take(GridStyle::Unlabeled);
       break;
     default:
-      if (cursor.StandsDigit()) take(GridStyle::Decimal);
+      if (cursor.AtDigit()) take(GridStyle::Decimal);
       break;
   }
-  if (cursor.StandsDigit() || cursor.Stands('-')) spec.start = cursor.TakeInteger();
+  if (cursor.AtDigit() || cursor.At('-')) spec.start = cursor.TakeInteger();
   return spec;
 }
 
@@ -76,8 +76,8 @@ size_t ReadCell(const Grid& grid, std::string_view text, GridShade& shade) {
 double ReadShadeValue(FieldCursor& cursor) {
   if (cursor.AtEnd()) return ShadeFull;
   cursor.Skip(1);  // the separator
-  if (cursor.Stands('b')) return ShadeOutline;
-  if (cursor.Stands('c')) return ShadeInset;
+  if (cursor.At('b')) return ShadeOutline;
+  if (cursor.At('c')) return ShadeInset;
   return cursor.TakeReal();
 }
 
@@ -87,7 +87,7 @@ void ReadGridLine(LineContext& context, std::string_view line) {
   if (line.size() == 1) return;
   FieldCursor cursor(line);
   cursor.Skip(1);
-  if (!cursor.Stands('\t')) NoteError(context.messages, "Bad grid spec: %s", {line});
+  if (!cursor.At('\t')) NoteError(context.messages, "Bad grid spec: %s", {line});
   cursor.Skip(1);
   const std::string_view cornerName = cursor.TakeField();
   Point* corner = ResolvePointName(context.map, nullptr, cornerName);
@@ -127,7 +127,7 @@ void ReadShadeLine(LineContext& context, std::string_view line) {
   }
   FieldCursor cursor(line);
   cursor.Skip(TagLength);
-  if (!cursor.Stands('\t')) NoteError(context.messages, "Bad grid spacing spec: %s", {line});
+  if (!cursor.At('\t')) NoteError(context.messages, "Bad grid spacing spec: %s", {line});
   cursor.Skip(1);
   GridShade shade;
   const std::string_view cell = cursor.Field();

@@ -76,7 +76,7 @@ void TakeMark(FieldCursor& cursor, Point& point) {
   const char folded = FoldByte(letter);
   if (folded < 'a' || folded > 'z') return;
   cursor.Skip(1);
-  const int size = cursor.StandsDigit() ? cursor.TakeInteger() : 0;
+  const int size = cursor.AtDigit() ? cursor.TakeInteger() : 0;
   if (folded != 'c' && folded != 's') return;
   point.markShape = folded == 'c' ? PointMarkCircle : PointMarkSquare;
   point.markSize = size;
@@ -90,7 +90,7 @@ void TakeMark(FieldCursor& cursor, Point& point) {
 /// The last field of a point line and the note after it. The note includes its tab; see
 /// docs/compatibility.md.
 void TakeStyle(FieldCursor& cursor, Point& point) {
-  const auto partIsEmpty = [&] { return cursor.AtFieldEnd() || cursor.Stands(','); };
+  const auto partIsEmpty = [&] { return cursor.AtFieldEnd() || cursor.At(','); };
   if (!cursor.AtFieldEnd()) {
     if (!partIsEmpty()) {
       const double limit = TakeLabelLimit(cursor);
@@ -126,7 +126,7 @@ void TakeTail(FieldCursor& cursor, Point& point, Measurement& reading) {
   cursor.SkipTab();
   // A fraction is cut off; it would otherwise be read as the style.
   constexpr double MostReadings = std::numeric_limits<int>::max();
-  const double count = cursor.Stands('\t') ? 1 : cursor.TakeReal();
+  const double count = cursor.At('\t') ? 1 : cursor.TakeReal();
   reading.count = count > MostReadings ? 1 : static_cast<int>(std::max(count, 1.0));
   cursor.SkipTab();
   TakeStyle(cursor, point);

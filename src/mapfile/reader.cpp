@@ -25,7 +25,7 @@ namespace {
 constexpr std::string_view CannotOpen = "Can't open file %s";
 constexpr size_t LongestBasisName = 1000;
 /// The most lines that name a file, in everything that is read with the outermost one. Without this
-/// limit, files that include each other in turns would be read for ever.
+/// limit, files that include each other in turns would be read without end.
 constexpr int MostFilesNamed = 10000;
 /// Lines between two checks for a cancel.
 constexpr unsigned LinesOfStep = 512;
@@ -107,7 +107,7 @@ void ReadOriginLine(LineContext& context, std::string_view line) {
   if (line.size() == 1) return;
   FieldCursor cursor(line);
   cursor.Skip(1);
-  if (!cursor.Stands('\t')) NoteError(context.messages, "Bad origin spec: %s", {line});
+  if (!cursor.At('\t')) NoteError(context.messages, "Bad origin spec: %s", {line});
   cursor.Skip(1);
   if (context.map.origin != nullptr) {
     NoteError(context.messages, "Map has two (or more) origins, second one ignored");

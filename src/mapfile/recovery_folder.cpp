@@ -58,9 +58,9 @@ int LockFolder(const std::string& path) {
   struct stat opened = {};
   struct stat named = {};
   // Its former owner can have removed it between the opening and the lock.
-  const bool stands = ::fstat(file, &opened) == 0 && ::stat(lockPath.c_str(), &named) == 0 &&
-                      opened.st_ino == named.st_ino && opened.st_dev == named.st_dev;
-  if (!held && stands) return file;
+  const bool isThere = ::fstat(file, &opened) == 0 && ::stat(lockPath.c_str(), &named) == 0 &&
+                       opened.st_ino == named.st_ino && opened.st_dev == named.st_dev;
+  if (!held && isThere) return file;
   ::close(file);
   return -1;
 }

@@ -24,7 +24,7 @@ std::optional<std::string> TextOrNone(std::string_view text) {
 FieldCursor BehindTag(const LineContext& context, std::string_view line, std::string_view format) {
   FieldCursor cursor(line);
   cursor.Skip(1);
-  if (!cursor.Stands('\t')) NoteError(context.messages, format, {line});
+  if (!cursor.At('\t')) NoteError(context.messages, format, {line});
   cursor.Skip(1);
   return cursor;
 }
@@ -156,8 +156,8 @@ int TakeClock(FieldCursor& cursor) {
   if (cursor.SkipByte(':')) {
     minutes = cursor.TakeInteger();
   } else {
-    while (cursor.Stands(' ')) cursor.Skip(1);
-    if (!cursor.Stands('-')) minutes = cursor.TakeInteger();
+    while (cursor.At(' ')) cursor.Skip(1);
+    if (!cursor.At('-')) minutes = cursor.TakeInteger();
   }
   const long total = hours * MinutesPerHour + minutes;
   return static_cast<int>(std::clamp(total, -0x7FFFFFFFL, 0x7FFFFFFFL));

@@ -189,7 +189,7 @@ class MapWriter {
   /// A field is written only if it or a later one has a value. Which later ones count differs from
   /// field to field; see docs/compatibility.md.
   void WriteTrailStyle(const Trail& trail) {
-    const bool hidden = (trail.flags & TrailHidden) != 0;
+    const bool hidden = IsHidden(trail);
     const bool marked = trail.markStyle != MarkStyle::None;
     const bool labeled = trail.labelMode != LabelMode::Unset;
     const bool styled = trail.lineStyle != LineStyle::Unset;
@@ -273,7 +273,7 @@ class MapWriter {
       first = false;
       reading.flags |= MeasureWritten;
     }
-    if (full_ && (point.flags & PointPlaced) != 0 && !HasSingleFix(point)) {
+    if (full_ && IsPlaced(point) && !HasSingleFix(point)) {
       WriteSolvedPlace(point, first);
       first = false;
     }

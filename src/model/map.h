@@ -161,6 +161,9 @@ struct Map {
   std::deque<Link> rayStore;  ///< the rays of those points
 };
 
+/// \return true for a map that has changed since it was last saved
+inline bool IsDirty(const Map& map) { return (map.flags & MapDirty) != 0; }
+
 /// Calls `visit(Point&)` for each node of the map's lists, always in this order: each trail with
 /// its points, then the loose points, then the nameless ones. A point in several lists is visited
 /// several times.

@@ -183,6 +183,8 @@ struct Trail {
 
 /// \return true for a trail made by contour generation
 inline bool IsContour(const Trail& trail) { return (trail.flags & TrailContour) != 0; }
+/// \return true for a trail that ends where it starts; known once its metrics are
+inline bool IsClosed(const Trail& trail) { return (trail.flags & TrailClosed) != 0; }
 /// \return true for a trail whose row starts hidden
 inline bool IsHidden(const Trail& trail) { return (trail.flags & TrailHidden) != 0; }
 

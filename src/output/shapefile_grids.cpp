@@ -102,7 +102,7 @@ GridGroup GatherGrids(const Map& map) {
 /// \return true if there is something to write, and not too much
 bool IsExported(ShapefileExport& shapes, std::uint64_t count, std::string_view what) {
   if (count > std::uint64_t{MostExportedCells}) {
-    shapes.TellTooLarge(what);
+    shapes.NoteTooLarge(what);
     return false;
   }
   return count > 0;

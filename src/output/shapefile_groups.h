@@ -32,7 +32,7 @@ class ShapefileExport {
   bool GoesOn() { return steps_.Next(0); }
 
   /// Posts that a group has more than can be written.
-  void TellTooLarge(std::string_view what);
+  void NoteTooLarge(std::string_view what);
 
   /// Flushes all files to the disk and gives them their names, unless the user cancelled.
   ShapefileOutcome Finish();

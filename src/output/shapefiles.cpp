@@ -36,7 +36,7 @@ ShapefileSet* ShapefileExport::Open(const std::string& name, std::string_view fa
   return nullptr;
 }
 
-void ShapefileExport::TellTooLarge(std::string_view what) {
+void ShapefileExport::NoteTooLarge(std::string_view what) {
   NoteError(map_.workspace->messages,
             "The grids have more than %s %s: no shapefiles are written of them",
             {std::to_string(MostExportedCells), what});

@@ -181,15 +181,14 @@ TrailPanelRow MakeTrailRow(const TrailPanelRow* parent, std::string_view text, T
   row.text = text;
   row.trail = trail;
   if (parent != nullptr) {
-    row.visible = parent->visible && (trail == nullptr || (trail->flags & TrailHidden) == 0);
+    row.visible = parent->visible && (trail == nullptr || !IsHidden(*trail));
     row.lineStyle = parent->lineStyle;
     row.color = parent->color;
     row.labelMode = parent->labelMode;
     row.markStyle = parent->markStyle;
   } else {
     // A group that a nameless trail makes is one of follows of animals, which start hidden.
-    row.visible =
-        sample == nullptr || ((sample->flags & TrailHidden) == 0 && sample->name.has_value());
+    row.visible = sample == nullptr || (!IsHidden(*sample) && sample->name.has_value());
     row.lineStyle = LineStyle::Solid;
     row.labelMode = LabelMode::Auto;
     row.color = ColorOfType(text);

@@ -35,7 +35,7 @@ struct RangeVisibility {
 
 /// `RangeVisibility::shading` of the button "None".
 constexpr int NoShading = 7;
-/// The list of cluster levels: row i stands for (100 - 5 i) %, and is bit i of the mask.
+/// The list of cluster levels: row i is (100 - 5 i) %, and is bit i of the mask.
 constexpr int ClusterListRows = 16;
 
 /// The values of the first selected row, as the dialog shows them. A row that is neither filled nor

@@ -21,7 +21,7 @@ class Lookup {
 
   /// \return true if the point has a place
   bool IsPlaced(const Point& point) {
-    if ((point.flags & PointPlaced) != 0) return true;
+    if (orvane::IsPlaced(point)) return true;
     if (needs_ != nullptr) Need(point);
     return false;
   }

@@ -127,7 +127,7 @@ std::optional<LatLon> MiddleOfTrail(Lookup& lookup, const Trail& trail) {
   LatLon high{-Infinity, -Infinity, NoAltitude};
   bool any = false;
   for (const Point* point : trail.points) {
-    if ((point->flags & PointPlaced) == 0) continue;
+    if (!IsPlaced(*point)) continue;
     any = true;
     low.lat = std::min(low.lat, point->geo.lat);
     low.lon = std::min(low.lon, point->geo.lon);

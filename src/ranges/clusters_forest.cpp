@@ -208,7 +208,7 @@ Meters ClusterForest::PlaceOf(int location) const {
   return PlaceInPlane(location, *last);
 }
 
-/// As `ProjectPoints` computes it, with the cosine at hand.
+/// As `ProjectPoints` computes it, with the cosine given.
 Meters ClusterForest::PlaceInPlane(int location, const Plane& plane) const {
   const GeoPlace& geo = geo_[static_cast<size_t>(location)];
   return {geo.lat * MetersPerDegree - plane.centerLat * MetersPerDegree,

@@ -35,8 +35,6 @@ constexpr double SquareMetersPerHectare = 10000;
 constexpr double LevelSlope = 0.5;                 // degrees: too flat to face anywhere
 constexpr double FlatSlope = 0.17453292519943295;  // radians, 10 degrees
 
-bool IsClosed(const Trail& trail) { return (trail.flags & TrailClosed) != 0; }
-
 /// Every point of the trail has an altitude.
 bool HasAltitudes(const Trail& trail) { return HasAltitude(trail.groundLength); }
 

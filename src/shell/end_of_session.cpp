@@ -81,7 +81,7 @@ EndSignals::~EndSignals() {
 }
 
 void EndSignals::Receive() {
-  // Without a byte taken this is called again, until the work at hand has stopped.
+  // The byte is left, so that this is called again until the work has stopped.
   if (!WriteBeforeEnd(shell_)) return;
   unsigned char signal = 0;
   if (::read(ends_[0], &signal, 1) == 1) end(signal);

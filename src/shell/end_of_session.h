@@ -9,7 +9,7 @@ namespace orvane {
 class Shell;
 
 /// Writes the preferences, and recovery copies of all unsaved maps, at once and without a question:
-/// the desktop session ends, or the system ends the program. While long work goes on, maps may be
+/// the desktop session ends, or the system ends the program. During long work, maps may be
 /// half way through a change; the work is asked to stop and no copies are written.
 /// \return false in that case
 bool WriteBeforeEnd(Shell& shell);

@@ -41,7 +41,7 @@ void SetBasisCommand(Shell& shell, MapWindowWidget& window) {
   Map* basis = shell.Maps().Read(*path);
   if (basis == nullptr) return;
   if (!shell.History().Apply(BasisEdit(map, *basis))) {
-    // A map can't rest on itself, directly or through other maps.
+    // A map can't be its own basis, directly or through other maps.
     NoteError(shell.TheWorkspace().messages, "Can't open file %s", {*path});
     return;
   }

@@ -31,7 +31,7 @@ class FrameFitter final : public QObject {
 
  private:
   void Fit() {
-    // Maximized, or given another size meanwhile, it is as somebody wants it.
+    // Someone maximized it or gave it another size meanwhile: keep that.
     const bool isAsGiven =
         (window_.windowState() & ~Qt::WindowActive) == 0 && window_.size() == given_;
     const QRect frame = window_.frameGeometry();

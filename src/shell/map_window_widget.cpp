@@ -125,7 +125,7 @@ void MapWindowWidget::ShowTitle() {
   // "[*]" is the toolkit's place for the mark of a changed map; a name that has it is doubled.
   setWindowTitle(Name().replace(QLatin1String("[*]"), QLatin1String("[*][*]")) +
                  QStringLiteral("[*]"));
-  setWindowModified((map_.flags & MapDirty) != 0);
+  setWindowModified(IsDirty(map_));
   setWindowFilePath(LocalFileName(map_.fileName));
 }
 

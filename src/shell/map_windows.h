@@ -28,7 +28,7 @@ class MapWindowBase : public ProgramWindow {
 
   /// Puts the name of the map, and whether it has changed, in the title.
   virtual void ShowTitle() = 0;
-  /// Shows an edit of the map, or of one that it rests on: in the panes, on the map, in the menu.
+  /// Shows an edit of the map, or of one in its basis chain: in the panes, on the map, in the menu.
   virtual void FollowEdit(const EditNews& news) = 0;
   /// Updates the menu from map, view and focus.
   virtual void RefreshMenu() = 0;

@@ -7,7 +7,7 @@ namespace orvane {
 struct Keepers;
 struct Workspace;
 
-/// What happens when memory runs out: the command at hand is given up, and the program goes on.
+/// What happens when memory runs out: the running command is given up, and the program continues.
 class MemoryGuard {
  public:
   /// \param keepers  its recovery copies are written first; must outlive the guard, as must

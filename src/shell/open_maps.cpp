@@ -101,17 +101,17 @@ void OpenMaps::Follow(const EditNews& news) {
   std::vector<Map*> maps = news.delta->Maps();
   if (!news.delta->Touches(*news.map)) maps.push_back(news.map);
   // An undo can clear the mark of each of them.
-  TellDirty(maps);
+  AnnounceDirty(maps);
   for (const Map* map : maps) Q_EMIT mapEdited(map);
 }
 
-void OpenMaps::TellDirty(const std::vector<Map*>& maps) {
+void OpenMaps::AnnounceDirty(const std::vector<Map*>& maps) {
   windows_.ShowDirty();
   for (Map* map : maps) Q_EMIT mapDirtyChanged(map);
 }
 
 void OpenMaps::NoteReread(Map& map, bool wasDirty) {
-  if (wasDirty) TellDirty({&map});
+  if (wasDirty) AnnounceDirty({&map});
   Q_EMIT mapReread(&map);
 }
 
@@ -122,7 +122,7 @@ SaveContext OpenMaps::Saving() {
           .saved =
               [this](Map& map) {
                 history_.NoteSaved(map);
-                TellDirty({&map});
+                AnnounceDirty({&map});
               },
           .renamed = [this](Map& /*map*/) { windows_.ShowTitles(); },
           .written =

@@ -67,7 +67,7 @@ class OpenMaps final : public QObject {
 
  private:
   void Follow(const EditNews& news);
-  void TellDirty(const std::vector<Map*>& maps);
+  void AnnounceDirty(const std::vector<Map*>& maps);
   std::string NameOf(const std::string& path) const;
   void NoteRecent(const std::string& path);
   void WriteRecent() const;

@@ -69,7 +69,7 @@ bool ReloadMap(Shell& shell, Map& map) {
   for (MapWindowWidget* window : windows) {
     if (!window->CloseBeforeReload()) return false;
   }
-  const bool wasDirty = (map.flags & MapDirty) != 0;
+  const bool wasDirty = IsDirty(map);
   {
     const QString name = DisplayText(BaseName(map.fileName));
     const BusyWork busy(shell.TheWorkspace(), shell.Boxes(),

@@ -20,7 +20,7 @@ struct Map;
 /// \return false if the user cancelled, or if the file can't be read, which a message says
 bool ReloadMap(Shell& shell, Map& map);
 
-/// Watches the files of all maps that a window shows or rests on, and the files that they include,
+/// Watches the files of all maps that a window shows, of their bases, and the files that they include,
 /// and lets the windows offer to
 /// reload those that have changed. It looks when the file system reports a change, when the program
 /// comes to the front, and when a file is opened again.

@@ -131,7 +131,7 @@ std::optional<std::string> ExtentLine(const Trail& trail, int line) {
            "m, Max Alt: " + FormatGeneral(trail.maxAltitude) + "m";
   }
   if (line == 2 && !hasLength) return std::nullopt;
-  if ((trail.flags & TrailClosed) == 0) return std::nullopt;
+  if (!IsClosed(trail)) return std::nullopt;
   return AreaText("Area: ", trail.area);
 }
 

@@ -91,7 +91,7 @@ void DrawCellShades(const MapWindow& view, const Grid* grid, const std::vector<R
   constexpr int NarrowestCell = 3;  // logical pixels
   std::int64_t total = 0;
   for (const RangeCell& cell : cells) total += ShownValue(cell.tally, drawMode);
-  if (grid == nullptr || total <= 0 || (grid->corner->flags & PointPlaced) == 0) return;
+  if (grid == nullptr || total <= 0 || !IsPlaced(*grid->corner)) return;
   if (grid->cellSize * static_cast<double>(LogicalScale(view)) < NarrowestCell) return;
   const ScreenTransform transform(view);
   for (const RangeCell& cell : cells) {

@@ -27,7 +27,7 @@ void DrawFilledTrails(const MapWindow& view, const std::vector<ShownTrail>& show
 /// Draws a closed area in a pattern. Hatching is made of lines here and not left to the device, so
 /// that it comes out alike on paper.
 /// \param points   the ring, open or closed; points that are not placed are left out
-/// \param pattern  a `FillPattern`; one that is none draws nothing
+/// \param pattern  a `FillPattern`; any other value draws nothing
 void DrawPolygonFill(const MapWindow& view, const std::vector<Point*>& points, int pattern,
                      Color color);
 /// The same for places.

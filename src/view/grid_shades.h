@@ -6,7 +6,7 @@
 
 namespace orvane {
 
-/// Draws the shaded cells of the map and of the maps that it rests on: first the full ones, then
+/// Draws the shaded cells of the map and its basis chain: first the full ones, then
 /// insets and outlines, then hatched ones, so that each kind is drawn over the ones before.
 void DrawGridShades(MapWindow& view);
 

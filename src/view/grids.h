@@ -7,7 +7,7 @@
 
 namespace orvane {
 
-/// Draws the grids of the map and of the maps that it rests on, with their labels in the current
+/// Draws the grids of the map and its basis chain, with their labels in the current
 /// font, unless the view hides grids. The corner is the pixel of its point; lines and labels run
 /// from there in steps of pixels. Lines closer together than a pixel are drawn about a pixel apart
 /// and lines outside the clip are left out, so a grid of any number of cells is drawn in time

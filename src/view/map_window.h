@@ -101,8 +101,7 @@ inline bool IsPrint(const MapWindow& view) { return (view.flags & MapWindowPrint
 
 /// True for a point with a place that can be drawn: it is placed, and its place is a number.
 inline bool IsDrawable(const Point& point) {
-  return (point.flags & PointPlaced) != 0 && std::isfinite(point.geo.lat) &&
-         std::isfinite(point.geo.lon);
+  return IsPlaced(point) && std::isfinite(point.geo.lat) && std::isfinite(point.geo.lon);
 }
 
 /// The colour that a record's colour is drawn in: the foreground if it has none.

@@ -133,9 +133,9 @@ std::string DefaultDirectory(const std::string& home, const std::string& startDi
                              const std::string& userDirectory) {
   if (!home.empty()) return home;
   std::error_code error;
-  const bool stands =
+  const bool isThere =
       std::filesystem::is_regular_file(JoinPath(startDirectory, PreferencesName), error);
-  return stands ? startDirectory : userDirectory;
+  return isThere ? startDirectory : userDirectory;
 }
 
 }  // namespace orvane

@@ -28,7 +28,7 @@ struct WindowPreferences {
 /// Reads the file; called once, after the maps of the command line were opened.
 ///
 /// A line that is not a setting is reported as an internal error and reading continues; a missing
-/// file is no fault. A file may name several maps: all but the last are opened at once, in the
+/// file is fine. A file may name several maps: all but the last are opened at once, in the
 /// order of the file; the last is left to the caller, as `savedView.fileName`.
 /// \param openMap  opens a map in a window of its own. The saved view is not for these windows.
 void ReadPreferences(Workspace& workspace, const std::string& path, WindowPreferences& preferences,
@@ -43,7 +43,7 @@ std::string PreferencesText(const Workspace& workspace, const WindowPreferences&
                             const std::vector<const MapWindow*>& windows);
 
 /// Writes the file so that a crash or a full disk leaves the old one. A file that can't be written
-/// is passed over in silence, as it always was.
+/// gives no message.
 /// \param path    empty to write nothing
 /// \param system  what the file is written with; a test lets its calls fail
 void WritePreferences(const Workspace& workspace, const std::string& path,

@@ -26,8 +26,8 @@ struct ShownTrail {
 std::vector<ShownTrail> ShownTrails(MapWindow& view);
 
 /// True if all points of a trail are beyond the same edge of a view that is not turned, or all
-/// beyond half a turn to the same side, so that no part of it is drawn. A trail that is not told
-/// apart so is looked at point by point; the answer changes no drawing.
+/// beyond half a turn to the same side, so that no part of it is drawn. All other trails are
+/// looked at point by point; the answer changes no drawing.
 bool IsBeyondView(const MapWindow& view, const TrailBounds& bounds);
 
 }  // namespace orvane

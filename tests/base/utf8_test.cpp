@@ -5,7 +5,7 @@
 namespace orvane {
 namespace {
 
-TEST(IsValidUtf8, TakesWholeCharactersAlone) {
+TEST(IsValidUtf8, TakesOnlyWholeCharacters) {
   EXPECT_TRUE(IsValidUtf8(""));
   EXPECT_TRUE(IsValidUtf8("Camp"));
   EXPECT_TRUE(IsValidUtf8("M\xC3\xBChle \xE2\x82\xAC \xF0\x9F\x8C\xB3"));

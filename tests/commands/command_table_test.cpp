@@ -10,14 +10,14 @@
 namespace orvane {
 namespace {
 
-struct Told {
+struct Listed {
   int id;
   std::string_view text;
   std::string_view key;
 };
 
 // What users have in their hands and in their notes.
-constexpr Told ToldCommands[] = {
+constexpr Listed ListedCommands[] = {
     {1033, "&New Map", "Ctrl+N"},
     {1034, "&Open Map...", "Ctrl+O"},
     {1000, "Open &Basis", "Ctrl+B"},
@@ -77,7 +77,7 @@ char Mnemonic(std::string_view text) {
 }
 
 TEST(CommandTable, HoldsEachCommandUnderItsNumberTextAndKey) {
-  for (const Told& told : ToldCommands) {
+  for (const Listed& told : ListedCommands) {
     const CommandInfo* command = FindCommand(told.id);
     ASSERT_NE(command, nullptr) << told.id;
     EXPECT_EQ(command->text, told.text);
@@ -91,7 +91,7 @@ TEST(CommandTable, CommandsAreInTheirOrder) {
     if (id < 40000) inMenus.push_back(id);
   }
   std::vector<int> told;
-  for (const Told& each : ToldCommands) told.push_back(each.id);
+  for (const Listed& each : ListedCommands) told.push_back(each.id);
   EXPECT_EQ(inMenus, told);
 }
 
@@ -129,7 +129,7 @@ TEST(CommandTable, MenusHaveLettersOfTheirOwn) {
   for (const MenuInfo& menu : AllMenus()) EXPECT_TRUE(letters.insert(Mnemonic(menu.title)).second);
 }
 
-TEST(CommandTable, AnyOtherNumberIsNoCommand) {
+TEST(CommandTable, FindsNoCommandForAnyOtherNumber) {
   EXPECT_EQ(FindCommand(CommandNone), nullptr);
   EXPECT_EQ(FindCommand(1001), nullptr);
   EXPECT_EQ(FindCommand(-1), nullptr);

@@ -30,7 +30,7 @@ namespace fs = std::filesystem;
 constexpr int Kills = 200;
 constexpr unsigned Seed = 20040519;
 
-/// A program that repeats `step` for ever, from 0 on, until it is killed.
+/// A program that repeats `step` endlessly, from 0 on, until it is killed.
 class Victim {
  public:
   explicit Victim(const std::function<void(int)>& step) {
@@ -140,7 +140,7 @@ TEST_F(KilledSaving, LeavesTheOldMapOrTheNewOne) {
     ASSERT_NE(which, texts.end()) << "after kill " << kill << " of seed " << Seed;
     ++found[static_cast<size_t>(which - texts.begin())];
   }
-  // The run was long enough to be hit in the midst of a save, and to end either way.
+  // The run was long enough to be hit in the middle of a save, and to end either way.
   EXPECT_GT(hits, 0);
   EXPECT_GT(found[0], 0);
   EXPECT_GT(found[1], 0);

@@ -232,8 +232,8 @@ TEST_F(ChangedFileTest, IsAskedAbout) {
   const auto& question = messages_.Questions()[0];
   EXPECT_EQ(question.title, "File Has Changed");
   EXPECT_EQ(question.text,
-            "season.map on the disk is not what was opened here. Overwriting it destroys what "
-            "stands there now.");
+            "season.map on the disk is not what was opened here. Overwriting it destroys its "
+            "present content.");
   EXPECT_EQ(question.buttons, (std::vector<std::string>{"Save As...", "Cancel", "Overwrite"}));
 }
 
@@ -438,8 +438,8 @@ TEST_F(OtherBasisQuestion, ComesBeforeAnotherFileOfThatNameIsReplaced) {
   const auto& question = messages_.Questions().at(1);
   EXPECT_EQ(question.title, "Basis File Exists");
   EXPECT_EQ(question.text,
-            "Another trails.map stands in that directory. Overwriting it destroys what stands "
-            "there now.");
+            "There is another trails.map in that directory. Overwriting it destroys its "
+            "present content.");
   EXPECT_EQ(question.buttons, (std::vector<std::string>{"Don't Save", "Cancel", "Overwrite"}));
   EXPECT_EQ(basis_.fileName, folder_.Path("other/trails.map"));
   EXPECT_EQ(folder_.Read("other/trails.map").find("another site"), std::string::npos);

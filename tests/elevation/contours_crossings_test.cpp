@@ -73,7 +73,7 @@ TEST(CrossingLists, OfTwoEquallyNearTheFirstOfTheListIsTaken) {
   CrossingLists lists(1, 20, 0, 1);
   ASSERT_TRUE(lists.Add(0, 4, 4, 95, 105, 10));
   ASSERT_TRUE(lists.Add(0, 6, 6, 95, 105, 10));
-  EXPECT_EQ(lists.FindNextCrossing(0, 5.5, 100), 1U) << "the eastern one stands first";
+  EXPECT_EQ(lists.FindNextCrossing(0, 5.5, 100), 1U) << "the eastern one comes first";
 }
 
 TEST(CrossingLists, HeadsAreTheEasternCellsAndInThemTheLowLevels) {

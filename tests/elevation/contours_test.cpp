@@ -13,8 +13,8 @@ namespace orvane {
 namespace {
 
 struct ContoursTest : GroundFixture {
-  using Told = std::vector<std::pair<std::string, int>>;
-  Told told;
+  using Stages = std::vector<std::pair<std::string, int>>;
+  Stages told;
 
   ContourProgress Tell() {
     return [this](const char* stage, int percent) {
@@ -236,7 +236,7 @@ TEST_F(ContoursTest, ProgressIsReportedInThreeStages) {
   const LiteralContours literal(CollectAltitudePoints(*map), 10, Step(10));
   const int rows = literal.Rows();
   const int columns = literal.Columns();
-  Told expected = {{"Figuring grid spacing...", 0}, {"Generating approximation...", 0}};
+  Stages expected = {{"Figuring grid spacing...", 0}, {"Generating approximation...", 0}};
   for (int r = 0; r <= rows; ++r) {
     expected.emplace_back("Generating approximation...", r * 100 / rows);
   }

@@ -398,7 +398,7 @@ TEST_F(Profile, AChangedTrailIsFollowedAndThePartInViewStays) {
   EXPECT_EQ(view.viewEnd, 90);
   FindTrail(map, "Line")->points.pop_back();
   FollowLine(view);
-  EXPECT_EQ(view.points.size(), 2U) << "one point is no line";
+  EXPECT_EQ(view.points.size(), 2U) << "one point makes no line";
 }
 
 TEST_F(Profile, ADeletedTrailKeepsTheLineThatIsShown) {

@@ -91,7 +91,7 @@ TEST_F(GisLines, EmptyNamesAgree) {
   EXPECT_EQ(TrackNames(file), Texts{""});
 }
 
-TEST_F(GisLines, FieldsMayStandInQuotes) {
+TEST_F(GisLines, FieldsMayBeInQuotes) {
   const GisFile file = Read(Header +
                             "\"Fig, red\",\"2004-2-18 8:00\",\"x,y\",,\"1\",\"115\",\"20\"\n"
                             "\"Say \"\"fig\"\"\"junk,,,,2,115\n"
@@ -125,7 +125,7 @@ TEST_F(GisLines, AnyEndOfLineWillDo) {
   EXPECT_EQ(Said(), Texts{});
 }
 
-TEST_F(GisLines, AMarkOfUtf8InFrontIsPassedOver) {
+TEST_F(GisLines, AByteOrderMarkInFrontIsSkipped) {
   EXPECT_EQ(WaypointNames(Read("\xEF\xBB\xBF" + Header + "A,,,,1,115\n")), Texts{"A"});
 }
 

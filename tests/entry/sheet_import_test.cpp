@@ -373,7 +373,7 @@ TEST_F(MeasuredSheet, WithoutAStopUnderWayNothingIsCounted) {
   EXPECT_EQ(Counts(map), (Texts{"1,0,0", "2,0,0"}));
 }
 
-TEST_F(MeasuredSheet, AChangeOfKeyBeginsToCountAnew) {
+TEST_F(MeasuredSheet, AChangeOfKeyRestartsTheCount) {
   Import(map, Row("1000", "Main0", "move\t3") + "Fen\tBel\t2003-5-31\t1010\tMain0\tmove\t4\n",
          WithMeasures());
   EXPECT_EQ(Counts(map), (Texts{"4,0,0"}));

@@ -95,7 +95,7 @@ TEST(PointInPolygon, SeparatesInsideFromOutside) {
 
 TEST(PointInPolygon, CutsTheEastSpanOfAnEdgeToWholeMetres) {
   PointBag bag;
-  // The western side leans from east 0 to east 0.9; cut to 0 metres it stands upright at the east
+  // The western side leans from east 0 to east 0.9; cut to 0 metres it is upright at the east
   // of the vertex where it starts, which is the head for the closing edge's far end.
   const Poly leaning = bag.Ring("0:0 0:100 100:100 100:0.9");
   EXPECT_FALSE(PointInPolygon(0.6, 50, leaning)) << "truly inside by 0.15 m";

@@ -26,7 +26,7 @@ struct DifferencesTest : MapFixture {
     EXPECT_EQ(copies.Write(copy.slot, copy.record, RecoveryText(map)), WriteResult::Done);
     return copy;
   }
-  Texts Told(Map& map) { return DifferenceTexts(CompareWithFile(Copied(map))); }
+  Texts Differences(Map& map) { return DifferenceTexts(CompareWithFile(Copied(map))); }
 
   /// The map with further lines typed at its end.
   Map& WithMore(const std::string& text) {
@@ -58,7 +58,7 @@ TEST_F(DifferencesTest, WhatIsNewIsCountedByKind) {
   Map& map = WithMore(
       "T\tDay 2\tOru\tAda\t1999-3-3\nG\tFig\tN1\tE10 0.1'\nG\tBee\tN1\tE10 0.2'\n"
       "T\tDay 3\tOru\tAda\t1999-3-4\nP\tFig\n");
-  const Texts told = Told(map);
+  const Texts told = Differences(map);
   ASSERT_EQ(told.size(), 2U);
   EXPECT_EQ(told[0], "2 follows and 2 points more than in the file.");
   EXPECT_EQ(told[1], "5 lines are new.");
@@ -68,7 +68,7 @@ TEST_F(DifferencesTest, WhatIsGoneIsCountedByKind) {
   Map& map = OpenMap(workspace, path);
   map.ranges.clear();
   map.trails.remove_if([](const Trail& trail) { return trail.name == "Day"; });
-  const Texts told = Told(map);
+  const Texts told = Differences(map);
   ASSERT_EQ(told.size(), 2U);
   EXPECT_EQ(told[0], "1 follow and 1 home range fewer than in the file.");
 }
@@ -76,7 +76,7 @@ TEST_F(DifferencesTest, WhatIsGoneIsCountedByKind) {
 TEST_F(DifferencesTest, MoreOfOneKindAndFewerOfAnotherAreTwoSentences) {
   Map& map = WithMore("H\tCamp\t10\t5\t5\t0\n");
   map.ranges.clear();
-  const Texts told = Told(map);
+  const Texts told = Differences(map);
   ASSERT_EQ(told.size(), 3U);
   EXPECT_EQ(told[0], "1 grid more than in the file.");
   EXPECT_EQ(told[1], "1 home range fewer than in the file.");
@@ -86,13 +86,13 @@ TEST_F(DifferencesTest, AChangedReadingIsOneLineForAnotherHoweverManyPlacesMove)
   Map& map = OpenMap(workspace, path);
   Named(map, "Hill").measurements.front().distance = 120;
   for (Point& point : map.pointStore) point.geo.lat += 0.001;
-  EXPECT_EQ(Told(map), Texts{"1 line new or changed, in place of 1 line of the file."});
+  EXPECT_EQ(Differences(map), Texts{"1 line new or changed, in place of 1 line of the file."});
 }
 
 TEST_F(DifferencesTest, AnotherOrderOfTheSameLinesIsReported) {
   Map& map = OpenMap(workspace, path);
   map.trails.reverse();
-  const Texts told = Told(map);
+  const Texts told = Differences(map);
   // Where a point is first met its reading is written, so lines change too.
   EXPECT_FALSE(SaysTheSame(CompareWithFile(Copied(map))));
   RecoveryDifferences order;
@@ -130,7 +130,7 @@ TEST_F(DifferencesTest, AFileThatCannotBeReadIsReported) {
 TEST_F(DifferencesTest, AMapThatWasNeverSavedListsItsContents) {
   Map& map = MakeMap(workspace, "Untitled");
   map.flags |= MapUntitled;
-  EXPECT_EQ(Told(map), (Texts{"The map was never saved.", "The map is empty."}));
+  EXPECT_EQ(Differences(map), (Texts{"The map was never saved.", "The map is empty."}));
 }
 
 TEST_F(DifferencesTest, ComparingLeavesNoMessage) {

@@ -199,7 +199,7 @@ TEST_F(CellsTest, NewestGridIsAskedFirstAndThenTheBasis) {
   EXPECT_EQ(CellAt(basis, Offset(50, 60, 50, 50), 60), " ZZ0");
   old.rowStart = 1;
   EXPECT_EQ(CellAt(basis, Offset(50, 60, 50, 50), 60), " A0");
-  EXPECT_FALSE(CellAt(map, Offset(50, 60, 50, 50), 60).has_value()) << "own grids alone";
+  EXPECT_FALSE(CellAt(map, Offset(50, 60, 50, 50), 60).has_value()) << "only own grids";
 }
 
 TEST_F(CellsTest, CornerThatIsNotPlacedGivesNoPlace) {

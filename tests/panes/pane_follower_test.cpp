@@ -229,7 +229,7 @@ TEST_F(PaneFollowerTest, ForgetsTheStepsThatTheHistoryDrops) {
   EXPECT_EQ(follower.Remembered(), 0U);
 }
 
-TEST_F(PaneFollowerTest, AFollowerThatIsGoneIsNotTold) {
+TEST_F(PaneFollowerTest, AFollowerThatIsGoneIsNotCalled) {
   Map& map = Show(TwoGroupsText);
   { const PaneFollower other(view, remembered); }
   EXPECT_TRUE(remembered.Apply(

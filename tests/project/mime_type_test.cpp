@@ -57,7 +57,7 @@ TEST_F(MimeType, LeavesSourceMapsToTheirOwner) {
   EXPECT_EQ(OfName("page.css.map"), "application/json");
 }
 
-TEST_F(MimeType, IsToldByTheContentsOfTheExamples) {
+TEST_F(MimeType, IsFoundFromTheContentOfTheExamples) {
   for (const char* name : {"trails.map", "season.map", "rains.map"}) {
     QFile file(QStringLiteral(EXAMPLES "/") + QString::fromLatin1(name));
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
@@ -65,11 +65,11 @@ TEST_F(MimeType, IsToldByTheContentsOfTheExamples) {
   }
 }
 
-TEST_F(MimeType, IsToldByAFirstTrail) {
+TEST_F(MimeType, IsFoundFromAFirstTrail) {
   EXPECT_EQ(OfContents("T\tRidge\tTrail\nG\tCamp\tN1\tE10\n"), OurType);
 }
 
-TEST_F(MimeType, IsNotToldForOtherFilesOfThatEnding) {
+TEST_F(MimeType, IsNotFoundForOtherFilesOfThatEnding) {
   EXPECT_NE(OfContents("{\"version\":3,\"sources\":[\"a.ts\"],\"mappings\":\"AAAA\"}"), OurType);
   EXPECT_NE(OfContents("Archive member included\n\nMemory Configuration\n\n.text\t0x00401000\n"),
             OurType);

@@ -261,7 +261,7 @@ TEST(Clusters, LargerRangesAreThoseOfTheTable) {
   }
 }
 
-/// Once wrong: a location that joins a cluster which was merged before stood in a plane that was
+/// Once wrong: a location that joins a cluster which was merged before was in a plane that was
 /// set between the two.
 TEST(Clusters, LateMembersKeepTheirPlane) {
   for (const std::uint64_t seed : {3247U, 4199U, 28348U, 88012U}) ExpectSameAsLiteral(seed, 60);

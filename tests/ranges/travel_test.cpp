@@ -191,7 +191,7 @@ TEST_F(TravelTest, GivesARangeOfTemplatesMinutesAndNoTravel) {
 }
 
 TEST_F(TravelTest, WalksAllPointsOfAFollowWhateverTheTimesOfTheKeys) {
-  // The window takes the first stop alone; the way to the second is travelled all the same, in one
+  // The window takes only the first stop; the way to the second is travelled all the same, in one
   // plane about the range.
   AddFollow("Blue", 1, {{0, 0, Eight, 10}, {300, 400, Eight + 30, 10}});
   Range& range = AddRange("Morning", {KeyOf("Blue", Eight, Eight + 10)});

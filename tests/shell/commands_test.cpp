@@ -486,7 +486,7 @@ TEST_F(CommandsTest, FullScreenSwitchesOnAndOff) {
   EXPECT_FALSE(ActionOf(window, CommandFullScreen).isChecked());
 }
 
-TEST_F(CommandsTest, FullScreenIsMarkedWhoeverTurnedItOn) {
+TEST_F(CommandsTest, FullScreenIsMarkedHoweverItWasTurnedOn) {
   MapWindowWidget& window = OpenNew();
   window.setWindowState(Qt::WindowFullScreen);
   EXPECT_TRUE(ActionOf(window, CommandFullScreen).isChecked());

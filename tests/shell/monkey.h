@@ -113,7 +113,7 @@ class Monkey final : public QObject {
   Shell& shell_ = program_.TheShell();
   QPointingDevice* fingers_;
   std::deque<std::string> events_;
-  std::map<std::string, std::string> files_;  ///< of the user's folder, as they last stood
+  std::map<std::string, std::string> files_;  ///< of the user's folder, as last seen
   std::set<std::string> writable_;            ///< what a save action has been given since then
   std::unique_ptr<MapSnapshot> known_;        ///< the maps when they were looked at last
   size_t knownMaps_ = 0;

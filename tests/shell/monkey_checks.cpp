@@ -24,7 +24,7 @@ namespace {
 bool IsDirty(const Map& map) { return (map.flags & MapDirty) != 0; }
 
 /// True if Save has something to do for a window of the map: it, a map made before it, or one that
-/// it rests on has changed.
+/// is based on has changed.
 bool MaySave(const Workspace& workspace, const Map& map) {
   const auto own = std::find_if(workspace.maps.begin(), workspace.maps.end(),
                                 [&](const Map& each) { return &each == &map; });

@@ -37,7 +37,7 @@ class RandomMap {
  public:
   explicit RandomMap(Dice& dice) : dice_(dice) {}
 
-  /// \param basis  the file that the map may rest on; empty for none
+  /// \param basis  the file that may be the basis; empty for none
   std::string Text(std::string_view basis) {
     text_.clear();
     PickMiddle();

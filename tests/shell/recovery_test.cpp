@@ -502,7 +502,7 @@ TEST_F(RecoveryShell, LaterKeepsTheCopyForTheStartAfter) {
     run.program.Start({path_});
     ASSERT_EQ(run.shell.Windows().All().size(), 1U);
     EXPECT_TRUE(run.shell.Windows().All()[0]->TheMap().comments.empty());
-    // The user goes on working on the file itself.
+    // The user continues to work on the file itself.
     Edit(run, run.shell.Windows().All()[0]->TheMap(), "two");
     Wait(run, seconds(15));
     EXPECT_EQ(Copies().size(), 2U);

@@ -232,7 +232,7 @@ TEST_F(ReloadTest, AnIncludedFileThatChangedIsOffered) {
   EXPECT_EQ(OfferOf(window), QString());
 }
 
-TEST_F(ReloadTest, ASaveOfOnesOwnIsNoNews) {
+TEST_F(ReloadTest, ItsOwnSaveIsNoNews) {
   MapWindowWidget& window = OpenActive(WriteMap("site.map"));
   QTest::qWait(500);
   AddComment(shell_, window.TheMap());

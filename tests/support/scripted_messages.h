@@ -39,7 +39,7 @@ class ScriptedMessages : public RecordedMessages {
 
   std::deque<int> answers;                       ///< buttons, 1 to 3
   std::deque<std::optional<std::string>> texts;  ///< of prompts; nothing for "Cancel"
-  std::vector<std::string> shown;                ///< what stood in the prompts
+  std::vector<std::string> shown;                ///< the first text of each prompt
   std::vector<MessageOrigin> origins;            ///< of all messages
 };
 

@@ -20,7 +20,7 @@ std::span<const double> FreeFor(const NormalSystem& system) {
   return std::span(FreeValues).first(system.rightSides.size());
 }
 
-/// A second writing of the elimination: every row, every column, no zero passed over, and nothing
+/// A second writing of the elimination: every row, every column, no zero skipped, and nothing
 /// that keeps large numbers small.
 /// \param largest  if not null, receives the largest number on the diagonal at the end
 Sides PlainElimination(const NormalSystem& system, double* largest = nullptr) {

@@ -92,7 +92,7 @@ TEST(InsertPointByNumber, AppendsToAListOfSmallerNumbers) {
   Trail& trail = data.AddTrail("Pde", {});
   EXPECT_EQ(InsertPointByNumber(trail, data.Named("x"), "Pde20"), 0U);
   EXPECT_EQ(InsertPointByNumber(trail, data.Named("y"), "Other99"), 1U)
-      << "the number counts, whatever stands before it";
+      << "the number counts, whatever comes before it";
 }
 
 TEST(InsertPointByNumber, InsertsNothingWithoutANumber) {

@@ -338,7 +338,7 @@ TEST(PositionOnTrail, TakesTheDirectionAtAMarkFromThePresentPlaneOfThePoints) {
   next.projected = {mark.projected.north, mark.projected.east + 5};
   double bearing = 0;
   PositionOnTrail(data.map, "Pde0", &bearing);
-  EXPECT_NEAR(bearing, Pi / 2, 1e-9) << "no point is projected anew on this path";
+  EXPECT_NEAR(bearing, Pi / 2, 1e-9) << "this path projects no point again";
 }
 
 TEST(PositionOnTrail, GivesNoPlaceFromAPointThatIsNotPlaced) {

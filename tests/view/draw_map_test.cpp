@@ -64,7 +64,7 @@ struct Site : ViewCase {
   }
 };
 
-/// Compares with a file of tests/view/golden, or writes it anew where RENEW_GOLDEN is set.
+/// Compares with a file of tests/view/golden, or writes it where RENEW_GOLDEN is set.
 void ExpectGolden(const std::string& text, const std::string& name) {
   const std::string path = std::string(VIEW_GOLDEN_DIR) + "/" + name;
   if (std::getenv("RENEW_GOLDEN") != nullptr) {
@@ -74,7 +74,7 @@ void ExpectGolden(const std::string& text, const std::string& name) {
   std::ifstream file(path, std::ios::binary);
   std::ostringstream golden;
   golden << file.rdbuf();
-  EXPECT_EQ(text, golden.str()) << "RENEW_GOLDEN=1 writes " << name << " anew";
+  EXPECT_EQ(text, golden.str()) << "RENEW_GOLDEN=1 writes " << name << " again";
 }
 
 TEST(DrawMap, ASiteIsDrawnAsKept) {

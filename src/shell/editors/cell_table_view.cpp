@@ -487,7 +487,7 @@ void CellTableView::SelectNear(std::ptrdiff_t way) {
   const auto last = static_cast<std::ptrdiff_t>(table_.ShownRows()) - 1;
   const auto from = static_cast<std::ptrdiff_t>(table_.CurrentRow());
   const bool isSelected = table_.SelectedRow().has_value();
-  // The first arrow selects the row at hand.
+  // The first arrow selects the current row.
   const auto row =
       static_cast<size_t>(std::clamp<std::ptrdiff_t>(isSelected ? from + way : from, 0, last));
   table_.SelectRow(row);

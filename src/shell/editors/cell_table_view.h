@@ -21,7 +21,7 @@ class RowHandles;
 ///
 /// In the edit field Tab, Return and the arrows up and down go to another cell, Escape brings the old
 /// text back and then closes the cell. Without an open cell the arrows select rows, with Alt they move
-/// the selected one, and Return opens the cell at hand.
+/// the selected one, and Return opens the current cell.
 class CellTableView final : public QTableView {
   Q_OBJECT
 
@@ -41,7 +41,7 @@ class CellTableView final : public QTableView {
   void RowAdded();
   /// Opens a cell; a typed text must have been committed.
   void OpenCell(size_t row, size_t column);
-  /// Gives the keyboard to the open cell, or opens the one at hand.
+  /// Gives the keyboard to the open cell, or opens the current one.
   void Enter();
 
   /// Commits a typed text. \return false, after a message, if it is refused

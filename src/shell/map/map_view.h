@@ -139,7 +139,7 @@ class MapView final : public QWidget {
   MapNote* note_ = nullptr;   ///< while it is shown
 };
 
-/// \return true if the map, or a map that it rests on, has any point
+/// \return true if the map, or one in its basis chain, has any point
 bool HasPoints(const Map& map);
 
 }  // namespace orvane

@@ -7,7 +7,7 @@ class QPushButton;
 
 namespace orvane {
 
-/// A bar over the map that offers to read a file again. It asks nothing: work goes on while it
+/// A bar over the map that offers to read a file again. It asks nothing: work continues while it
 /// is there.
 class ReloadBar final : public QFrame {
   Q_OBJECT

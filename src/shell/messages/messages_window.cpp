@@ -252,7 +252,7 @@ bool ShowPointOnMap(Shell& shell, const MessageOrigin& origin) {
     while (level != nullptr && level->fileName != origin.file) level = level->basis;
     if (level == nullptr) continue;
     const Point* point = FindPointByName(map, nullptr, origin.point);
-    if (point == nullptr || (point->flags & PointPlaced) == 0) continue;
+    if (point == nullptr || !IsPlaced(*point)) continue;
     window->raise();
     window->activateWindow();
     return window->View().Find(origin.point);

@@ -15,7 +15,7 @@ class HintBox final : public QWidget {
 
  public:
   /// Shows lines of text.
-  /// \param parent  the widget that the box lies in
+  /// \param parent  the widget around the box
   /// \param from    the widget that `at` counts from, in pixels; below `parent`
   static void Show(QWidget& parent, const QWidget& from, QPoint at, const QStringList& lines,
                    HintPlacement placement = HintPlacement::Under);

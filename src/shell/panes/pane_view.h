@@ -13,7 +13,7 @@ namespace orvane {
 /// The columns of a pane's row, from left to right.
 enum class PaneZone { Triangle, Tick, Text };
 
-/// Which column of a row a pixel lies in. Each of the first two is as wide as the row is high.
+/// Which column of a row a pixel is in. Each of the first two is as wide as the row is high.
 PaneZone ZoneAt(int x, int rowHeight);
 
 /// Shows the rows of a pane and turns what the mouse and the keyboard do into requests. It changes

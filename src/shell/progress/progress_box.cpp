@@ -70,7 +70,7 @@ ProgressBox::ProgressBox(const QString& occasion, QWidget* parent)
 void ProgressBox::ShowStage(WorkStage stage, size_t done, size_t of, bool mayCancel) {
   if (stopping_) return;
   stage_->setText(TextOf(stage));
-  // If the end is not known, the bar only shows that the work goes on.
+  // If the end is not known, the bar only shows that the work continues.
   bar_->setRange(0, of == 0 ? 0 : BarSteps);
   if (of != 0) {
     const double part = static_cast<double>(std::min(done, of)) / static_cast<double>(of);

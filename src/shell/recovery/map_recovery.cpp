@@ -27,8 +27,6 @@ RecoveryTiming::Time SteadyTime() {
   return std::chrono::duration_cast<RecoveryTiming::Time>(now);
 }
 
-bool IsDirty(const Map& map) { return (map.flags & MapDirty) != 0; }
-
 bool IsInput(QEvent::Type type) {
   switch (type) {
     case QEvent::KeyPress:
@@ -46,7 +44,7 @@ bool IsInput(QEvent::Type type) {
   }
 }
 
-/// \return how many open windows show a map, or a map that rests on it
+/// \return how many open windows show a map, or one that uses it as its basis
 long WindowsOn(const Shell& shell, const Map& map) {
   const auto& windows = shell.Windows().All();
   return std::count_if(windows.begin(), windows.end(), [&](const MapWindowWidget* window) {
@@ -196,13 +194,13 @@ void MapRecovery::WriteText(const Map& map, Kept& kept, const std::string& text)
       return;
     }
     kept.mark = mark;
-    failureTold_ = false;
+    failureShown_ = false;
   }
   kept.timing.NoteWritten(clock());
 }
 
 void MapRecovery::TellOfFailure(const Map& map) {
-  if (std::exchange(failureTold_, true)) return;
+  if (std::exchange(failureShown_, true)) return;
   NoteWarning(shell_.Boxes(),
               "No recovery copy of %s can be written; the disk may be full. Save your map soon.",
               {BaseName(map.fileName)});

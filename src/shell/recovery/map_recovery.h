@@ -72,7 +72,7 @@ class MapRecovery final : public QObject, public CopyKeeper {
   std::map<const Map*, Kept> kept_;
   QTimer timer_;
   std::optional<RecoveryTiming::Time> lastInput_;
-  bool failureTold_ = false;  ///< a message was shown since the last copy was written
+  bool failureShown_ = false;  ///< a message was shown since the last copy was written
 };
 
 }  // namespace orvane
