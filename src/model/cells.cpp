@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <iterator>
 #include <limits>
 
 namespace orvane {
@@ -109,6 +110,19 @@ bool ColumnComesFirst(const Grid& grid) {
 GridFrame FrameOf(const Grid& grid) {
   return {grid.corner->geo.lat, grid.corner->geo.lon, static_cast<double>(grid.cellSize),
           grid.angle};
+}
+
+bool IsCellBefore(const RangeCell& a, const RangeCell& b) {
+  return a.row != b.row ? a.row < b.row : a.column < b.column;
+}
+
+std::vector<RangeCell> CellsOf(const OverlapShare& share) {
+  std::vector<RangeCell> whole;
+  for (const std::uint32_t index : share.cells.whole) whole.push_back(share.range->cells[index]);
+  std::vector<RangeCell> cells;
+  std::merge(whole.begin(), whole.end(), share.cells.parts.begin(), share.cells.parts.end(),
+             std::back_inserter(cells), IsCellBefore);
+  return cells;
 }
 
 std::optional<LatLon> FindGridCell(const Map& map, std::string_view text) {

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace orvane {
 
@@ -32,6 +33,12 @@ bool ColumnComesFirst(const Grid& grid);
 
 /// \return the frame in which the cells of `grid` are counted
 GridFrame FrameOf(const Grid& grid);
+
+/// The order of cells in a list: by rows, then by columns.
+bool IsCellBefore(const RangeCell& a, const RangeCell& b);
+
+/// All cells of one range in an overlap, row-major.
+std::vector<RangeCell> CellsOf(const OverlapShare& share);
 
 /// The centre of the cell that a text names, on the newest grid that has such a name, then on the
 /// basis's grids. A grid whose corner has no place has none.

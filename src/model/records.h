@@ -270,6 +270,7 @@ struct ScratchPoints {
 struct CellTally {
   std::int64_t minutes = 0;
   std::int64_t measure[3] = {0, 0, 0};  ///< sums of SM1, SM2, SM3
+  bool operator==(const CellTally&) const = default;
 };
 
 /// A rectangle of cells of a grid, counted along north and east from the grid's corner.
@@ -361,16 +362,23 @@ struct Range : GeoBounds {
   OffsetHull innerHull;  ///< `hull` pulled inward; likewise
 };
 
+/// The cells of a range within an overlap. In most of them the range spent no time outside it, so
+/// they are the range's own. `CellsOf` gives all of them.
+struct OverlapCells {
+  std::vector<std::uint32_t> whole;  ///< ascending indexes in `Range::cells`
+  std::vector<RangeCell> parts;      ///< the cells that the edge cuts, row-major
+};
+
 /// How one of two overlapping ranges used the overlap and its surroundings.
 struct OverlapShare {
   Range* range = nullptr;
-  CellTally tally;               ///< in the overlap
-  std::vector<RangeCell> cells;  ///< in the overlap, those with any value; none without a grid
-  CellTally beyond;              ///< outside the other's hull, within the margin
-  CellTally withinOther;         ///< inside the other's hull, within the margin of its edge
-  CellTally withinOwn;           ///< inside the other's hull, within the margin of its own edge
-  float timeShare = 0;           ///< percent of the range's time in the overlap
-  float cellShare = 0;           ///< percent of the range's time in cells that both use
+  CellTally tally;         ///< in the overlap
+  OverlapCells cells;      ///< in the overlap, those with any value; none without a grid
+  CellTally beyond;        ///< outside the other's hull, within the margin
+  CellTally withinOther;   ///< inside the other's hull, within the margin of its edge
+  CellTally withinOwn;     ///< inside the other's hull, within the margin of its own edge
+  float timeShare = 0;     ///< percent of the range's time in the overlap
+  float cellShare = 0;     ///< percent of the range's time in cells that both use
 };
 
 /// The overlap of the hulls of two ranges; the bounds are those of `polygon`.

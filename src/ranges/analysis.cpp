@@ -104,6 +104,7 @@ void AnalyzeAllRanges(Map& map) {
   Progress* progress = map.workspace->progress;
   const auto count = static_cast<size_t>(std::distance(map.ranges.begin(), map.ranges.end()));
   ProgressSteps steps(progress, WorkStage::Analyzing, count * (count + 1) / 2);
+  map.intersections.clear();  // they refer to the cells of the ranges
   for (Range& range : map.ranges) {
     if (!steps.Next()) return;
     AnalyzeWithoutClusters(range, map);
@@ -111,15 +112,15 @@ void AnalyzeAllRanges(Map& map) {
   }
   ClusterRanges(ranges, map.workspace->messages, progress);
   if (IsCanceled(progress)) return;
-  map.intersections.clear();
   IntersectAllPairs(map, ranges, steps);
 }
 
 void AnalyzeOneRange(Range& range, Map& map) {
-  AnalyzeRange(range, map);
+  // Overlaps refer to the cells of their ranges.
   map.intersections.remove_if([&](const RangeIntersection& record) {
     return record.a.range == &range || record.b.range == &range;
   });
+  AnalyzeRange(range, map);
   OverlapMaker overlaps(map);
   for (Range& other : map.ranges) {
     if (&other != &range && BoundsOverlap(range, other)) overlaps.Intersect(range, other);

@@ -116,6 +116,25 @@ class WindowTally {
   std::vector<CellTally> cells_;
 };
 
+/// Cells of a share, of which those that are cells of the range are not kept a second time.
+/// \param used  row-major
+OverlapCells SharedCells(const Range& range, const std::vector<RangeCell>& used) {
+  OverlapCells cells;
+  auto own = range.cells.begin();
+  for (const RangeCell& cell : used) {
+    own = std::lower_bound(own, range.cells.end(), cell, IsCellBefore);
+    const bool isOwn = own != range.cells.end() && !IsCellBefore(cell, *own);
+    if (isOwn && own->tally == cell.tally) {
+      cells.whole.push_back(static_cast<std::uint32_t>(own - range.cells.begin()));
+    } else {
+      cells.parts.push_back(cell);
+    }
+  }
+  cells.whole.shrink_to_fit();
+  cells.parts.shrink_to_fit();
+  return cells;
+}
+
 void MakeOffset(OffsetHull& offset, PointSpan hull, double margin, const LatLon& center) {
   offset.store = {};
   offset.ring = OffsetPolygon(offset.store, hull, margin);
@@ -300,8 +319,8 @@ void FillShares(RangeIntersection& record, Messages& messages) {
       PercentTimeInIntersection(b, a, record, record.b, orNull(cellsB), messages));
   if (record.grid == nullptr) return;
   TallyCommonCells(record, *cellsA, *cellsB);
-  record.a.cells = cellsA->UsedCells();
-  record.b.cells = cellsB->UsedCells();
+  record.a.cells = SharedCells(a, cellsA->UsedCells());
+  record.b.cells = SharedCells(b, cellsB->UsedCells());
 }
 
 }  // namespace
@@ -367,9 +386,12 @@ void OverlapMaker::Intersect(Range& a, Range& b) {
 }
 
 void OverlapMaker::Count(const RangeIntersection& record) {
-  const size_t bytes = sizeof record + record.name.capacity() +
-                       record.polygon.size() * sizeof(LatLon) +
-                       (record.a.cells.size() + record.b.cells.size()) * sizeof(RangeCell);
+  size_t bytes =
+      sizeof record + record.name.capacity() + record.polygon.size() * sizeof(LatLon);
+  for (const OverlapCells* cells : {&record.a.cells, &record.b.cells}) {
+    bytes += cells->whole.size() * sizeof(cells->whole[0]);
+    bytes += cells->parts.size() * sizeof(RangeCell);
+  }
   left_ -= std::min(left_, bytes);
 }
 

@@ -1,6 +1,7 @@
 #include "view/draw_ranges.h"
 
 #include "geo/earth.h"
+#include "model/cells.h"
 #include "view/canvas.h"
 #include "view/fills.h"
 #include "view/labels.h"
@@ -162,7 +163,7 @@ void DrawOverlaps(const MapWindow& view, const GeoBounds& box) {
     if (!row.visible || row.intersection == nullptr || !Meets(*row.intersection, box)) continue;
     const RangeIntersection& record = *row.intersection;
     // The cells are those of the first range.
-    if (ShowsCells(row)) DrawCellShades(view, record.grid, record.a.cells, row.drawMode);
+    if (ShowsCells(row)) DrawCellShades(view, record.grid, CellsOf(record.a), row.drawMode);
     DrawPolygonFill(view, record.polygon, PatternOf(row), row.color);
   }
 }

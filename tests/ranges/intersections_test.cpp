@@ -6,6 +6,7 @@
 #include "ranges/analysis.h"
 #include "ranges/grid_tally.h"
 #include "ranges/range_case.h"
+#include "support/counted_progress.h"
 
 #include <algorithm>
 #include <cmath>
@@ -473,6 +474,10 @@ TEST_P(RandomOverlaps, HaveTheTalliesOfAWalkFromPointToPoint) {
     ExpectSame(found.withinOther, expected.withinOther, "withinOther");
     ExpectSame(found.withinOwn, expected.withinOwn, "withinOwn");
     EXPECT_EQ(found.timeShare, expected.timeShare);
+    std::map<std::pair<int, int>, CellTally> kept;
+    for (const RangeCell& cell : CellsOf(found)) kept[{cell.row, cell.column}] = cell.tally;
+    std::erase_if(cells[side], [](const auto& each) { return !HoldsAnything(each.second); });
+    EXPECT_EQ(kept, cells[side]);
   }
   double used = 0;
   double minutes[2] = {0, 0};
@@ -679,6 +684,44 @@ TEST_F(OverlapMakerTest, AnOverlapTakesLittleMemory) {
     for (size_t j = i + 1; j < ranges.size(); ++j) overlaps.Intersect(*ranges[i], *ranges[j]);
   }
   EXPECT_EQ(Overlaps(), 3);
+}
+
+// A cell that the edge of the overlap does not cut is that of the range.
+TEST_F(OverlapMakerTest, AnOverlapSharesTheCellsOfItsRanges) {
+  AddGrid(50, -1000, -1000);
+  std::vector<Stop> stops = {{0, 0, 480, 3}, {800, 0, 490, 3}, {800, 800, 500, 3}, {0, 800, 510, 3}};
+  for (int i = 0; i < 200; ++i) {
+    stops.push_back({10.0 * (i * 37 % 80), 10.0 * (i * 53 % 80), 520 + i, 2, i % 3});
+  }
+  for (const char* type : {"A", "B"}) {
+    AddFollow(type, 0, stops);
+    for (Stop& stop : stops) stop.north += 215;
+    ranges.push_back(&AddRangeOf(type));
+    AnalyzeRange(*ranges.back(), map);
+  }
+  OverlapMaker(map).Intersect(*ranges[0], *ranges[1]);
+  ASSERT_EQ(Overlaps(), 1);
+  for (const OverlapShare* share : {&map.intersections.front().a, &map.intersections.front().b}) {
+    const OverlapCells& cells = share->cells;
+    EXPECT_GT(cells.whole.size(), 5 * cells.parts.size());
+    EXPECT_GT(cells.parts.size(), 0U);
+    const std::vector<RangeCell> all = CellsOf(*share);
+    EXPECT_TRUE(std::is_sorted(all.begin(), all.end(), IsCellBefore));
+    EXPECT_EQ(all.size(), cells.whole.size() + cells.parts.size());
+  }
+}
+
+// An overlap must not outlive the cells that it refers to.
+TEST_F(OverlapMakerTest, ACanceledAnalysisLeavesNoOverlaps) {
+  CountedProgress cancel(1);
+  AddGrid(50, -1000, -1000);
+  AddRanges(3);
+  AnalyzeAllRanges(map);
+  ASSERT_EQ(Overlaps(), 3);
+  workspace.progress = &cancel;
+  AnalyzeAllRanges(map);
+  workspace.progress = nullptr;
+  EXPECT_EQ(Overlaps(), 0);
 }
 
 TEST_F(OverlapMakerTest, CountsTheOverlapsThatTheMapHas) {

@@ -422,8 +422,9 @@ TEST_F(DrawRangesTest, ShadesTheCellsOfAnOverlapForItsFirstRange) {
   Range& b = AddRange("", 50, 50, 100);
   RangeIntersection& record = AddOverlap(a, b, 0, 0, 100);
   record.grid = &AddGrid(Add("Corner", 0, 0), 10, 10, 10);
-  record.a.cells = {Cell(0, 0, 900), Cell(1, 0, 2)};
-  record.b.cells = {Cell(5, 5, 7)};
+  a.cells = {Cell(0, 0, 500), Cell(1, 0, 2)};
+  record.a.cells = {{1}, {Cell(0, 0, 900)}};
+  record.b.cells = {{}, {Cell(5, 5, 7)}};
   RangePanelRow& row = view.rangeViews.emplace_back();
   row.intersection = &record;
   row.visible = true;
