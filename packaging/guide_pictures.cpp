@@ -10,6 +10,8 @@
 #include "commands/reload_map.h"
 #include "entry/gis_import.h"
 #include "model/workspace.h"
+#include "panes/delete_rows.h"
+#include "panes/pane_clicks.h"
 #include "reports/profile_choice.h"
 #include "shell/editors/cell_table_view.h"
 #include "shell/editors/editor_commands.h"
@@ -39,6 +41,8 @@
 #include <QFile>
 #include <QIcon>
 #include <QLocale>
+#include <QMenu>
+#include <QMenuBar>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QTemporaryDir>
@@ -105,6 +109,7 @@ class GuidePictures {
     ShowMap(*window);
     ShowDialogs(*window);
     ShowEditors(*window);
+    ShowUndo(*window);
     ShowProfile();
     ShowReports(*window);
     ShowMessages();
@@ -113,8 +118,8 @@ class GuidePictures {
 
  private:
   /// Writes what a window shows, with a thin frame where it ends.
-  void Save(QWidget& widget, const QString& name) {
-    QPixmap picture = widget.grab();
+  void Save(QWidget& widget, const QString& name) { Save(widget.grab(), name); }
+  void Save(QPixmap picture, const QString& name) {
     QPainter painter(&picture);
     painter.setPen(Qt::gray);
     painter.drawRect(picture.rect().adjusted(0, 0, -1, -1));
@@ -251,6 +256,26 @@ class GuidePictures {
     save(index, IndexSize, "point-index");
     constexpr QSize StatsSize(700, 640);
     save(reports.OpenRangeStats(window), StatsSize, "range-stats");
+  }
+
+  /// The menu over the window, after a deletion.
+  void ShowUndo(MapWindowWidget& window) {
+    MapWindow& view = window.Shown();
+    for (TrailPanelRow& row : view.trailViews) {
+      if (row.text == "Fen group") ClickTrailRow(view, &row, false);
+    }
+    DeleteSelectedTrails(view, shell_.History());
+    LetPass(Settling);
+    auto* menu = window.findChild<QMenu*>(QStringLiteral("menuEdit"));
+    const QRect title = window.menuBar()->actionGeometry(menu->menuAction());
+    menu->popup(window.menuBar()->mapToGlobal(title.bottomLeft()));
+    LetPass(Settling);
+    QPixmap picture = window.grab();
+    QPainter(&picture).drawPixmap(window.menuBar()->mapTo(&window, title.bottomLeft()),
+                                  menu->grab());
+    menu->close();
+    Save(picture, QStringLiteral("undo"));
+    shell_.History().Undo(window.TheMap());
   }
 
   void ShowMessages() {

@@ -1,4 +1,4 @@
-#include "made_survey.h"
+#include "support/made_survey.h"
 #include "mapfile/open_map.h"
 #include "mapfile/reader.h"
 #include "mapfile/writer.h"

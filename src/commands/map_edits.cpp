@@ -17,6 +17,7 @@ Edit BasisEdit(Map& map, Map& basis) {
           .marksDirty = false,
           .change = [&map, &basis](EditFollowUp& followUp) {
             followUp.freshTrailRows = true;
+            followUp.unlikesFile = true;
             return SetBasis(map, basis);
           }};
 }

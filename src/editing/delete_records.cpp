@@ -2,6 +2,7 @@
 
 #include "base/messages.h"
 #include "editing/detach_trail.h"
+#include "editing/trail_editor.h"
 #include "model/workspace.h"
 
 #include <algorithm>
@@ -59,7 +60,10 @@ std::vector<TrailsOfMap> ByMap(Map& top, const std::vector<Trail*>& trails) {
 void DeleteTrails(Map& map, const std::vector<Trail*>& trails, EditHistory& history) {
   const std::vector<TrailsOfMap> maps = ByMap(map, trails);
   if (maps.empty()) return;
-  Edit edit{.name = "Deletion of " + Counted(trails.size(), "Trail"), .map = maps.front().map};
+  const Trail* only = trails.size() == 1 ? trails.front() : nullptr;
+  Edit edit{.name = "Deletion of " + (only != nullptr ? "Trail " + ShortNameOf(*only)
+                                                      : Counted(trails.size(), "Trail")),
+            .map = maps.front().map};
   for (size_t i = 1; i < maps.size(); ++i) edit.others.push_back(maps[i].map);
   size_t points = 0;
   edit.change = [&](EditFollowUp& followUp) {
@@ -77,7 +81,9 @@ void DeleteTrails(Map& map, const std::vector<Trail*>& trails, EditHistory& hist
 
 void DeleteRanges(Map& map, const std::vector<Range*>& ranges, EditHistory& history) {
   if (ranges.empty()) return;
-  history.Apply({.name = "Deletion of " + Counted(ranges.size(), "Range"),
+  const Range* only = ranges.size() == 1 ? ranges.front() : nullptr;
+  history.Apply({.name = "Deletion of " + (only != nullptr ? "Range " + only->name.value_or("")
+                                                           : Counted(ranges.size(), "Range")),
                  .map = &map,
                  .change = [&](EditFollowUp&) {
                    MoveOut(map.ranges, map.removed.ranges, ranges);

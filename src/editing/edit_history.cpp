@@ -1,6 +1,7 @@
 #include "editing/edit_history.h"
 
 #include "editing/solve_edited.h"
+#include "model/map_chain.h"
 #include "ranges/analysis.h"
 
 #include <algorithm>
@@ -10,57 +11,13 @@
 namespace orvane {
 namespace {
 
-/// The state of a map that was read and never edited.
-constexpr std::uint64_t AsRead = 0;
 /// The state of no map: what is saved of a map that was dirty before its first edit.
 constexpr std::uint64_t NeverReached = ~std::uint64_t{0};
 
 constexpr size_t NoStep = ~size_t{0};
 
-/// \return the maps whose records the step changed; if there are none, those that it marked
-template <typename Step>
-std::vector<Map*> MapsOf(const Step& step) {
-  std::vector<Map*> maps = step.delta.Maps();
-  if (!maps.empty()) return maps;
-  for (const auto& each : step.passages) maps.push_back(each.map);
-  return maps;
-}
-
-template <typename Step>
-bool Touches(const Step& step, const Map& map) {
-  const std::vector<Map*> maps = MapsOf(step);
+bool IsIn(const std::vector<Map*>& maps, const Map& map) {
   return std::find(maps.begin(), maps.end(), &map) != maps.end();
-}
-
-template <typename Step>
-bool ShareMaps(const Step& a, const Step& b) {
-  const std::vector<Map*> maps = MapsOf(a);
-  return std::any_of(maps.begin(), maps.end(), [&](const Map* map) { return Touches(b, *map); });
-}
-
-/// \return true if the step changed `map` or a map in its basis chain
-template <typename Step>
-bool Reaches(const Step& step, const Map& map) {
-  for (const Map* each = &map; each != nullptr; each = each->basis) {
-    if (Touches(step, *each)) return true;
-  }
-  return false;
-}
-
-/// The step that has to go first before `map` can leave its last step. A later step that shares
-/// maps with it blocks it: its delta was taken on top.
-/// \return an index, or `NoStep`
-template <typename Steps>
-size_t NextStepOf(const Steps& steps, const Map& map) {
-  size_t found = NoStep;
-  for (size_t i = steps.size(); i-- > 0 && found == NoStep;) {
-    if (Reaches(steps[i], map)) found = i;
-  }
-  if (found == NoStep) return NoStep;
-  for (size_t later = found + 1; later < steps.size(); ++later) {
-    if (ShareMaps(steps[later], steps[found])) found = later;
-  }
-  return found;
 }
 
 void Follow(Map& map, const EditFollowUp& followUp) {
@@ -75,24 +32,97 @@ void Follow(Map& map, const EditFollowUp& followUp) {
 class DirtyMarks {
  public:
   explicit DirtyMarks(const std::vector<Map*>& maps) {
-    for (Map* map : maps) marks_.emplace_back(map, map->flags & MapDirty);
+    for (Map* map : maps) marks_.emplace_back(map, map->flags & Marks);
   }
   /// Needs no memory.
   void Restore() const {
     for (const auto& [map, mark] : marks_) {
-      map->flags = (map->flags & ~std::uint32_t{MapDirty}) | mark;
+      map->flags = (map->flags & ~Marks) | mark;
     }
   }
 
  private:
+  static constexpr std::uint32_t Marks = MapDirty | MapUnlikeFile;
+
   std::vector<std::pair<Map*, std::uint32_t>> marks_;
 };
 
+/// What a map knows of its file.
+struct FileFacts {
+  std::optional<FileMark> mark;
+  std::map<std::string, std::optional<FileMark>> included;
+  bool operator==(const FileFacts&) const = default;
+};
+
+FileFacts FactsOf(const Map& map) { return {.mark = map.fileMark, .included = map.includedFiles}; }
+
 }  // namespace
+
+std::vector<Map*> EditNews::Maps() const {
+  std::vector<Map*> maps = contents != nullptr ? contents->Maps() : delta->Maps();
+  if (!IsIn(maps, *map)) maps.push_back(map);
+  return maps;
+}
+
+bool EditNews::Concerns(const Map& other) const {
+  if (map == &other) return true;
+  return contents != nullptr ? contents->Holds(other) : delta->Touches(other);
+}
+
+/// The maps whose records the step changed; if there are none, those that it marked.
+std::vector<Map*> EditHistory::Step::Maps() const {
+  std::vector<Map*> maps = contents ? contents->Maps() : delta.Maps();
+  if (!maps.empty()) return maps;
+  for (const Passage& each : passages) maps.push_back(each.map);
+  return maps;
+}
+
+bool EditHistory::Step::Touches(const Map& map) const { return IsIn(Maps(), map); }
+
+bool EditHistory::Step::ChangesSurvey(const Map& map) const {
+  return contents ? contents->Holds(map) : delta.ChangeOf(map).survey;
+}
+
+/// True if the later of two steps can't stay without the earlier one: they changed one map, or the
+/// surveys of two maps of which one rests on the other.
+bool EditHistory::AreTied(const Step& a, const Step& b) {
+  const std::vector<Map*> others = b.Maps();
+  for (const Map* map : a.Maps()) {
+    for (const Map* other : others) {
+      if (map == other) return true;
+      if ((RestsOn(*map, *other) || RestsOn(*other, *map)) && a.ChangesSurvey(*map) &&
+          b.ChangesSurvey(*other)) {
+        return true;
+      }
+    }
+  }
+  return false;
+}
+
+/// The step that has to go first before `map` can leave its last step. A later step that is
+/// tied to it blocks it: its delta was taken on top.
+/// \return an index, or `NoStep`
+size_t EditHistory::NextStepOf(const StepList& steps, const Map& map) {
+  // In the map, or in one of its basis chain.
+  const auto reaches = [&](const Step& step) {
+    const Map* each = &map;
+    while (each != nullptr && !step.Touches(*each)) each = each->basis;
+    return each != nullptr;
+  };
+  size_t found = NoStep;
+  for (size_t i = steps.size(); i-- > 0 && found == NoStep;) {
+    if (reaches(steps[i])) found = i;
+  }
+  if (found == NoStep) return NoStep;
+  for (size_t later = found + 1; later < steps.size(); ++later) {
+    if (AreTied(steps[later], steps[found])) found = later;
+  }
+  return found;
+}
 
 bool EditHistory::Apply(const Edit& edit) {
   Map& map = *edit.map;
-  AnnounceEdit();
+  AnnounceEdit(false);
   std::vector<Map*> maps = edit.others;
   maps.insert(maps.begin(), &map);
   // Before the change, which may mark a map itself.
@@ -118,10 +148,11 @@ bool EditHistory::Apply(const Edit& edit) {
   Step step{.name = edit.name, .number = ++newestStep_, .delta = before.TakeDelta()};
   const bool marksDirty = edit.marksDirty && !followUp.marksNothing;
   for (Map* each : maps) {
-    const StateNumber state = StateOf(*each);
-    step.passages.push_back(
-        {.map = each, .before = state, .after = marksDirty ? ++newestState_ : state});
-    if (marksDirty) EnterState(*each, step.passages.back().after);
+    State after = StateOf(*each);
+    if (marksDirty) after.marked = ++newestState_;
+    if (followUp.unlikesFile) after.unlike = ++newestState_;
+    step.passages.push_back({.map = each, .before = StateOf(*each), .after = after});
+    if (marksDirty || followUp.unlikesFile) EnterState(*each, after);
   }
   // An edit that leaves the records as they were can have changed rows of the panes.
   const bool isStep = marksDirty || step.delta.Change().Any();
@@ -130,6 +161,30 @@ bool EditHistory::Apply(const Edit& edit) {
     Record(std::move(step));
     TellSteps();
   }
+  return true;
+}
+
+bool EditHistory::Reread(Map& map, const std::string& name,
+                         const std::function<bool(FormerContents& former)>& read) {
+  AnnounceEdit(true);
+  NoteUnsavedStart(map);
+  const FileFacts facts = FactsOf(map);
+  auto former = std::make_unique<FormerContents>();
+  if (!read(*former)) return false;
+  Passage passage{.map = &map, .before = StateOf(map), .after = SavedOf(map)};
+  // With other bytes in its file, no earlier state is the saved one.
+  if (FactsOf(map) != facts || passage.after.marked == NeverReached ||
+      passage.after.unlike == NeverReached) {
+    passage.after = {.marked = ++newestState_, .unlike = ++newestState_};
+  }
+  saved_[&map] = passage.after;
+  EnterState(map, passage.after);
+  Step step{
+      .name = name, .number = ++newestStep_, .passages = {passage}, .contents = std::move(former)};
+  const EditFollowUp followUp;
+  Tell(step, EditNews::Kind::Applied, &followUp);
+  Record(std::move(step));
+  TellSteps();
   return true;
 }
 
@@ -152,19 +207,40 @@ void EditHistory::TakeBack(const Edit& edit, MapDelta changes) {
 /// A map may be dirty before its first edit, as one that was recovered: no step leads back to what
 /// its file holds.
 void EditHistory::NoteUnsavedStart(const Map& map) {
-  const bool isDirty = IsDirty(map);
-  if (isDirty && states_.find(&map) == states_.end()) saved_[&map] = NeverReached;
+  if (states_.contains(&map)) return;
+  if (IsDirty(map)) saved_[&map].marked = NeverReached;
+  if ((map.flags & MapUnlikeFile) != 0) saved_[&map].unlike = NeverReached;
 }
 
 void EditHistory::Record(Step step) {
-  Drop(undone_, [&](const Step& each) { return ShareMaps(each, step); });
+  DropUndone([&](const Step& each) { return AreTied(each, step); });
+  step.bytes = step.contents ? step.contents->Bytes() : step.delta.Bytes();
   done_.push_back(std::move(step));
-  size_t bytes = Bytes();
-  if (bytes <= mostBytes_) return;
-  Drop(done_, [&](const Step& oldest) {
-    const bool isTooMuch = bytes > mostBytes_;
-    if (isTooMuch) bytes -= oldest.delta.Bytes();
-    return isTooMuch;
+  while (Bytes() > mostBytes_) DropOldest();
+}
+
+/// Drops the step that was made first. Those that were undone can't be redone without each other.
+void EditHistory::DropOldest() {
+  const auto oldest =
+      std::min_element(undone_.begin(), undone_.end(),
+                       [](const Step& a, const Step& b) { return a.number < b.number; });
+  const bool isUndone =
+      oldest != undone_.end() && (done_.empty() || oldest->number < done_.front().number);
+  const std::uint64_t number = isUndone ? oldest->number : done_.front().number;
+  const auto isOldest = [number](const Step& each) { return each.number == number; };
+  isUndone ? DropUndone(isOldest) : Drop(done_, isOldest);
+}
+
+/// Drops steps that were undone, and all that were made on top of them.
+void EditHistory::DropUndone(const std::function<bool(const Step&)>& isDropped) {
+  std::vector<const Step*> dropped;
+  for (auto step = undone_.rbegin(); step != undone_.rend(); ++step) {
+    const bool isOnTop = std::any_of(dropped.begin(), dropped.end(),
+                                     [&](const Step* each) { return AreTied(*each, *step); });
+    if (isOnTop || isDropped(*step)) dropped.push_back(&*step);
+  }
+  Drop(undone_, [&](const Step& step) {
+    return std::find(dropped.begin(), dropped.end(), &step) != dropped.end();
   });
 }
 
@@ -188,6 +264,16 @@ const std::string* EditHistory::RedoName(const Map& map) const {
   return index == NoStep ? nullptr : &undone_[index].name;
 }
 
+std::vector<Map*> EditHistory::RereadByUndo(const Map& map) const {
+  const size_t index = NextStepOf(done_, map);
+  return index == NoStep || !done_[index].contents ? std::vector<Map*>() : done_[index].Maps();
+}
+
+std::vector<Map*> EditHistory::RereadByRedo(const Map& map) const {
+  const size_t index = NextStepOf(undone_, map);
+  return index == NoStep || !undone_[index].contents ? std::vector<Map*>() : undone_[index].Maps();
+}
+
 bool EditHistory::Undo(const Map& map) {
   const size_t index = NextStepOf(done_, map);
   if (index == NoStep) return false;
@@ -203,11 +289,16 @@ bool EditHistory::Redo(const Map& map) {
 }
 
 void EditHistory::Exchange(StepList& from, StepList& to, size_t index, EditNews::Kind kind) {
-  AnnounceEdit();
+  AnnounceEdit(from[index].contents != nullptr);
+  to.reserve(to.size() + 1);  // a step that was exchanged must not get lost
   Step step = std::move(from[index]);
   from.erase(from.begin() + static_cast<std::ptrdiff_t>(index));
-  step.delta.Swap();
-  RefreshAfterSwap(step.delta, workspace_);
+  if (step.contents) {
+    step.contents->Swap();
+  } else {
+    step.delta.Swap();
+    RefreshAfterSwap(step.delta, workspace_);
+  }
   for (const Passage& each : step.passages) {
     if (each.before == each.after) continue;
     EnterState(*each.map, kind == EditNews::Kind::Undone ? each.before : each.after);
@@ -218,14 +309,14 @@ void EditHistory::Exchange(StepList& from, StepList& to, size_t index, EditNews:
 }
 
 void EditHistory::NoteSaved(Map& map) {
-  map.flags &= ~std::uint32_t{MapDirty};
+  map.flags &= ~std::uint32_t{MapDirty | MapUnlikeFile};
   saved_[&map] = StateOf(map);
 }
 
 void EditHistory::Forget(const Map& map) {
-  for (StepList* steps : {&done_, &undone_}) {
-    Drop(*steps, [&](const Step& step) { return Touches(step, map); });
-  }
+  const auto touches = [&](const Step& step) { return step.Touches(map); };
+  Drop(done_, touches);
+  DropUndone(touches);
   states_.erase(&map);
   saved_.erase(&map);
   TellSteps();
@@ -234,7 +325,7 @@ void EditHistory::Forget(const Map& map) {
 size_t EditHistory::Bytes() const {
   size_t bytes = 0;
   for (const StepList* steps : {&done_, &undone_}) {
-    for (const Step& step : *steps) bytes += step.delta.Bytes();
+    for (const Step& step : *steps) bytes += step.bytes;
   }
   return bytes;
 }
@@ -245,7 +336,8 @@ void EditHistory::Tell(const Step& step, EditNews::Kind kind, const EditFollowUp
                       .name = &step.name,
                       .map = step.passages.front().map,
                       .delta = &step.delta,
-                      .followUp = followUp};
+                      .followUp = followUp,
+                      .contents = step.contents.get()};
   // A listener can close a window, which then removes its own.
   for (EditListener* follower : std::vector(followers_)) {
     if (IsFollowedBy(follower)) follower->AfterEdit(news);
@@ -253,8 +345,10 @@ void EditHistory::Tell(const Step& step, EditNews::Kind kind, const EditFollowUp
   for (const Listener& listener : listeners_) listener(news);
 }
 
-void EditHistory::AnnounceEdit() const {
-  for (EditListener* follower : followers_) follower->BeforeEdit();
+void EditHistory::AnnounceEdit(bool rereads) const {
+  for (EditListener* follower : followers_) {
+    rereads ? follower->BeforeReread() : follower->BeforeEdit();
+  }
 }
 
 void EditHistory::TellSteps() const {
@@ -269,19 +363,22 @@ void EditHistory::Remove(EditListener& follower) {
   followers_.erase(std::remove(followers_.begin(), followers_.end(), &follower), followers_.end());
 }
 
-EditHistory::StateNumber EditHistory::StateOf(const Map& map) const {
+EditHistory::State EditHistory::StateOf(const Map& map) const {
   const auto found = states_.find(&map);
-  return found == states_.end() ? AsRead : found->second;
+  return found == states_.end() ? State() : found->second;
 }
 
-void EditHistory::EnterState(Map& map, StateNumber state) {
+EditHistory::State EditHistory::SavedOf(const Map& map) const {
+  const auto found = saved_.find(&map);
+  return found == saved_.end() ? State() : found->second;
+}
+
+void EditHistory::EnterState(Map& map, State state) {
   states_[&map] = state;
-  const auto saved = saved_.find(&map);
-  if (state == (saved == saved_.end() ? AsRead : saved->second)) {
-    map.flags &= ~std::uint32_t{MapDirty};
-  } else {
-    map.flags |= MapDirty;
-  }
+  const State saved = SavedOf(map);
+  map.flags &= ~std::uint32_t{MapDirty | MapUnlikeFile};
+  if (state.marked != saved.marked) map.flags |= MapDirty;
+  if (state.unlike != saved.unlike) map.flags |= MapUnlikeFile;
 }
 
 }  // namespace orvane

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "editing/map_delta.h"
+#include "model/former_contents.h"
 #include "model/map.h"
 #include "model/workspace.h"
 
@@ -8,6 +9,7 @@
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -23,6 +25,8 @@ struct EditFollowUp {
   bool solved = false;
   /// Trails whose rows take the colour that they now have.
   std::vector<const Trail*> recolored;
+  /// The map is unlike its file without being marked as changed (`MapUnlikeFile`).
+  bool unlikesFile = false;
   /// Windows forget what their rows of trails and ranges looked like.
   bool freshRows = false;
   /// The same for the rows of trails only.
@@ -56,6 +60,14 @@ struct EditNews {
   Map* map = nullptr;                 ///< the map of the edit
   const MapDelta* delta = nullptr;    ///< what changed, map by map
   const EditFollowUp* followUp = nullptr;  ///< what followed; null unless `kind` is `Applied`
+  /// What whole maps have exchanged; null unless they were read again. Nothing may point into it
+  /// after the step was dropped.
+  const FormerContents* contents = nullptr;
+
+  /// \return the maps in which something changed; that of the edit if it only marked it
+  std::vector<Map*> Maps() const;
+  /// \return true if `map` is one of these
+  bool Concerns(const Map& map) const;
 };
 
 /// Follows an `EditHistory` until it is removed.
@@ -65,6 +77,9 @@ class EditListener {
 
   /// Called before each edit, undo and redo.
   virtual void BeforeEdit() = 0;
+  /// Called instead if maps are read again, or this is undone or redone: all pointers to what they
+  /// hold change. If reading fails, no call of `AfterEdit` follows.
+  virtual void BeforeReread() { BeforeEdit(); }
   virtual void AfterEdit(const EditNews& news) = 0;
   /// The step can't be undone or redone any more.
   virtual void StepDropped(std::uint64_t step) = 0;
@@ -76,8 +91,11 @@ class EditListener {
 /// An edit is recorded as the difference that it makes, so an edit needs no code for its undo, and
 /// an undo restores the former map to the last bit.
 ///
-/// Steps that changed the same maps are undone in reverse order. Steps in unrelated maps are
-/// independent.
+/// Steps that changed the same maps are undone in reverse order; so are those that changed the surveys
+/// of a map and of its basis. Other steps in several maps are independent.
+///
+/// Reading maps again is a step too (`Reread`). It keeps the former contents whole, so the steps before
+/// it stay valid: they lead on from there once it is undone.
 class EditHistory {
  public:
   using Listener = std::function<void(const EditNews&)>;
@@ -111,12 +129,23 @@ class EditHistory {
   /// \return false if the edit gave up
   bool Apply(const Edit& edit);
 
+  /// Reads maps again from files, as one step.
+  /// \param map   the map that then is as its file, and is no longer marked as changed
+  /// \param read  reads; \return false if no map has changed
+  /// \return the same
+  bool Reread(Map& map, const std::string& name,
+              const std::function<bool(FormerContents& former)>& read);
+
   /// \return the name of the edit that `Undo` takes back; null if there is none
   const std::string* UndoName(const Map& map) const;
   const std::string* RedoName(const Map& map) const;
+  /// \return the maps whose contents `Undo` exchanges whole; none unless they were read again
+  std::vector<Map*> RereadByUndo(const Map& map) const;
+  std::vector<Map*> RereadByRedo(const Map& map) const;
 
   /// Undoes the newest edit that changed `map` or a map in its basis chain. A later edit that
-  /// changed one of the same maps, such as the common basis, is undone first.
+  /// changed one of the same maps, such as the common basis, or a map that rests on one, is undone
+  /// first.
   /// \return false if there is none
   bool Undo(const Map& map);
   /// Applies again what `Undo` took back last.
@@ -125,44 +154,62 @@ class EditHistory {
   /// Call after a map was saved: the present state is that of its file. Clears `MapDirty`.
   void NoteSaved(Map& map);
 
-  /// Call before a map is read again (`RereadMap`): drops each step that touches it, since the
-  /// records that the step would bring back are gone. Does not change `MapDirty`.
+  /// Call after a map was changed without an edit, as when another map was opened that adds to it:
+  /// drops each step that touches it, since these were taken from another state. Leaves `MapDirty`
+  /// alone.
   void Forget(const Map& map);
 
   /// \return the number of steps that `Undo` can take back, over all maps
   size_t Steps() const { return done_.size(); }
+  /// \return true if any step can be undone or redone
+  bool HasSteps() const { return !done_.empty() || !undone_.empty(); }
   /// \return the memory of all steps, in bytes
   size_t Bytes() const;
 
  private:
   /// Names a state of one map: equal numbers are equal states.
-  using StateNumber = std::uint64_t;
+  struct State {
+    std::uint64_t marked = 0;  ///< changed by each edit that marks the map
+    std::uint64_t unlike = 0;  ///< changed by each edit that only makes it unlike its file
+    friend bool operator==(const State&, const State&) = default;
+  };
 
   /// The states of a map that a step leads between.
   struct Passage {
     Map* map = nullptr;
-    StateNumber before = 0;
-    StateNumber after = 0;
+    State before{};
+    State after{};
   };
   struct Step {
     std::string name;
     std::uint64_t number = 0;
     std::vector<Passage> passages{};  ///< that of the edit's own map first
-    MapDelta delta;
+    MapDelta delta{};
+    std::unique_ptr<FormerContents> contents{};  ///< in place of the delta, or null
+    size_t bytes = 0;                            ///< what delta or contents take
+
+    std::vector<Map*> Maps() const;
+    bool Touches(const Map& map) const;
+    bool ChangesSurvey(const Map& map) const;
   };
   using StepList = std::vector<Step>;
 
+  static bool AreTied(const Step& a, const Step& b);
+  static size_t NextStepOf(const StepList& steps, const Map& map);
   void NoteUnsavedStart(const Map& map);
   void Record(Step step);
+  void DropOldest();
+  void DropUndone(const std::function<bool(const Step&)>& isDropped);
   void Exchange(StepList& from, StepList& to, size_t index, EditNews::Kind kind);
   void TakeBack(const Edit& edit, MapDelta changes);
   void Drop(StepList& steps, const std::function<bool(const Step&)>& isDropped);
-  void AnnounceEdit() const;
+  void AnnounceEdit(bool rereads) const;
   void Tell(const Step& step, EditNews::Kind kind, const EditFollowUp* followUp) const;
   void TellSteps() const;
   bool IsFollowedBy(const EditListener* follower) const;
-  StateNumber StateOf(const Map& map) const;
-  void EnterState(Map& map, StateNumber state);
+  State StateOf(const Map& map) const;
+  State SavedOf(const Map& map) const;
+  void EnterState(Map& map, State state);
 
   Workspace& workspace_;
   size_t mostBytes_;
@@ -171,10 +218,10 @@ class EditHistory {
   std::vector<std::function<void()>> stepListeners_;
   StepList done_;    ///< oldest first
   StepList undone_;  ///< the one taken back last comes last
-  StateNumber newestState_ = 0;
+  std::uint64_t newestState_ = 0;
   std::uint64_t newestStep_ = 0;
-  std::map<const Map*, StateNumber> states_;  ///< the present one; `AsRead` for those not named
-  std::map<const Map*, StateNumber> saved_;   ///< the one that the file has; likewise
+  std::map<const Map*, State> states_;  ///< the present one; as read for those not named
+  std::map<const Map*, State> saved_;   ///< the one that the file has; likewise
 };
 
 }  // namespace orvane

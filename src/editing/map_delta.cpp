@@ -108,6 +108,12 @@ auto FieldsOfPoint(Record& p) {
                   p.labelLimit, p.markSize, p.timeOfDay, p.duration, p.note);
 }
 
+/// What maps above rely on.
+template <typename Record>
+auto SurveyOfPoint(Record& p) {
+  return std::tie(p.trail, p.measurements, p.synonyms, p.name);
+}
+
 template <typename Record>
 auto IdentityOfTrail(Record& t) {
   return std::tie(t.name, t.points, t.type, t.focalAnimal, t.date, t.width, t.groupSize, t.note);
@@ -181,8 +187,7 @@ bool Differs(const Point& point, const PointPlace& place) {
          IsPlaced(point) != place.placed;
 }
 
-void SwapContent(Point& point, PointPlace& place) {
-  const PointPlace now = PlaceOf(point);
+void GivePlace(Point& point, const PointPlace& place) {
   point.geo = place.geo;
   if (place.placed) {
     point.flags |= PointPlaced;
@@ -190,8 +195,44 @@ void SwapContent(Point& point, PointPlace& place) {
   } else {
     point.flags &= ~std::uint32_t{PointPlaced};
   }
-  place = now;
 }
+
+/// The place of a point of a map, in as few bytes as can be: one changed reading can move every point
+/// of a large survey a little.
+class PackedPlace {
+ public:
+  /// \param index  of the point in `Map::pointStore`
+  PackedPlace(size_t index, const PointPlace& place) : index_(static_cast<std::uint32_t>(index)) {
+    Pack(place);
+  }
+
+  void SwapWith(Map& map) {
+    Point& point = map.pointStore[index_ & ~Placed];
+    const PointPlace now = PlaceOf(point);
+    GivePlace(point, {.geo = {.lat = std::bit_cast<double>(lat_),
+                              .lon = std::bit_cast<double>(lon_),
+                              .altitude = altitude_},
+                      .placed = (index_ & Placed) != 0});
+    Pack(now);
+  }
+
+ private:
+  using Half = std::array<std::uint32_t, 2>;  // a double would be aligned to 8 bytes
+  static constexpr std::uint32_t Placed = std::uint32_t{1} << 31;
+
+  void Pack(const PointPlace& place) {
+    index_ = (index_ & ~Placed) | (place.placed ? Placed : 0);
+    lat_ = std::bit_cast<Half>(place.geo.lat);
+    lon_ = std::bit_cast<Half>(place.geo.lon);
+    altitude_ = place.geo.altitude;
+  }
+
+  std::uint32_t index_;  ///< the highest bit is set if the point is placed
+  Half lat_{};
+  Half lon_{};
+  float altitude_ = 0;
+};
+static_assert(sizeof(PackedPlace) == 24);
 
 TrailContent ContentOf(const Trail& trail) {
   TrailContent content;
@@ -449,7 +490,7 @@ struct MapDelta::OneMap {
   Stretch<Point> nameless;
   std::array<Stretch<Point>, NameBuckets> buckets;
   std::vector<std::pair<Point*, PointContent>> points;
-  std::vector<std::pair<Point*, PointPlace>> places;
+  std::vector<PackedPlace> places;
   std::vector<std::pair<Trail*, ContourContent>> contours;
 
   // What an analysis of the ranges can't find out from the records.
@@ -499,6 +540,11 @@ MapChange ChangeIn(const MapDelta::OneMap& delta, size_t pointsThen) {
   change.points = delta.map->pointStore.size() != pointsThen || !delta.points.empty() ||
                   !delta.loose.Empty() || !delta.nameless.Empty() || AnyStretch(delta.buckets);
   change.positions = !delta.places.empty();
+  change.survey = change.trails || change.positions || delta.map->pointStore.size() != pointsThen ||
+                  !delta.loose.Empty() || !delta.nameless.Empty() || AnyStretch(delta.buckets) ||
+                  std::any_of(delta.points.begin(), delta.points.end(), [](const auto& each) {
+                    return SurveyOfPoint(*each.first) != SurveyOfPoint(each.second);
+                  });
   return change;
 }
 
@@ -582,8 +628,10 @@ std::unique_ptr<MapDelta::OneMap> CompareMap(MapSnapshot::OneMap& then) {
     if (Differs(point, then.points[i])) {
       delta->points.emplace_back(&point, std::move(then.points[i]));
     }
-    if (Differs(point, then.places[i])) delta->places.emplace_back(&point, then.places[i]);
+    if (Differs(point, then.places[i])) delta->places.emplace_back(i, then.places[i]);
   }
+  delta->points.shrink_to_fit();
+  delta->places.shrink_to_fit();
   CompareAnalysis(then, *delta);
   delta->change = ChangeIn(*delta, then.points.size());
   return delta;
@@ -622,7 +670,7 @@ void MapDelta::OneMap::Swap() {
       SwapStretch(map->pointHash[bucket], buckets[bucket]);
     }
   }
-  for (auto& [point, place] : places) SwapContent(*point, place);
+  for (PackedPlace& place : places) place.SwapWith(*map);
   if (!places.empty()) {
     for (Trail& trail : map->trails) trail.flags &= ~std::uint32_t{TrailMeasured};
   }
@@ -649,6 +697,7 @@ size_t MapDelta::OneMap::Bytes() const {
 MapChange& MapChange::operator|=(const MapChange& other) {
   trails = trails || other.trails;
   points = points || other.points;
+  survey = survey || other.survey;
   positions = positions || other.positions;
   ranges = ranges || other.ranges;
   style = style || other.style;

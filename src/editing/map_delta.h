@@ -13,6 +13,7 @@ namespace orvane {
 struct MapChange {
   bool trails = false;  ///< a trail was added or removed, or has other points or another identity
   bool points = false;  ///< a point was added or removed, or has other names, readings or notes
+  bool survey = false;  ///< a point was added, removed or moved, or has other names or readings
   bool positions = false;  ///< a point was moved, placed, or has lost its place
   bool ranges = false;     ///< a range was added or removed, or has another name or other keys
   bool style = false;      ///< a trail has another colour, line, mark, fill or label mode

@@ -4,6 +4,7 @@
 #include "base/messages.h"
 #include "base/number_text.h"
 #include "editing/trail_form.h"
+#include "model/point_names.h"
 #include "model/time_names.h"
 #include "model/workspace.h"
 
@@ -109,6 +110,15 @@ const char* SetRangeCellText(RangeRow& row, size_t column, std::string_view text
 
 }  // namespace
 
+Map* MapOfRange(Map& map, const Range* range) {
+  for (Map* level = &map; level != nullptr; level = level->basis) {
+    for (const Range& each : level->ranges) {
+      if (&each == range) return level;
+    }
+  }
+  return nullptr;
+}
+
 RangeEditor::RangeEditor(Map& map, Range* range, Color color)
     : map_(map), range_(range), color_("gray") {
   if (range_ == nullptr) return;
@@ -183,6 +193,20 @@ void RangeEditor::MoveRow(size_t from, size_t to) {
   if (from >= rows_.size()) return;
   MoveItem(rows_, from, to);
   changed_ = true;
+}
+
+void RangeEditor::FollowReread() {
+  if (range_ == nullptr || MapOfRange(map_, range_) != nullptr) return;
+  if (Range* now = FindRange(map_, range_->name.value_or(""))) {
+    range_ = now;
+    return;
+  }
+  if (lost_ && range_ == &*lost_) return;
+  lost_.emplace();
+  lost_->name = range_->name;
+  lost_->note = range_->note;
+  lost_->keys = range_->keys;
+  range_ = &*lost_;
 }
 
 bool RangeEditor::WasChangedElsewhere() const {

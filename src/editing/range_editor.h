@@ -31,6 +31,10 @@ enum RangeColumn : size_t {
   ColumnTimeTo = 5,
 };
 
+/// The map that holds the range: `map`, or one in its basis chain.
+/// \return null for a range that was deleted
+Map* MapOfRange(Map& map, const Range* range);
+
 /// The range editor without its window: a private copy of a range's name, colour and keys.
 class RangeEditor final : public CellModel {
  public:
@@ -75,9 +79,14 @@ class RangeEditor final : public CellModel {
   ///         opened
   bool WasChangedElsewhere() const;
 
+  /// Call after maps were read again, as long as what they held before is there: finds the range
+  /// again by its name. One that is not there counts as deleted.
+  void FollowReread();
+
  private:
   Map& map_;
   Range* range_;
+  std::optional<Range> lost_;  ///< name, note and keys of a range that no map has; for the above
   std::string name_;
   std::string color_;
   std::vector<RangeRow> rows_;

@@ -26,17 +26,6 @@ std::forward_list<SearchKey> KeysOf(const std::vector<RangeRow>& rows) {
   return keys;
 }
 
-/// The map that holds the range: that of the window, or one in its basis chain.
-/// \return null for a range that was deleted
-Map* MapOfRange(Map& map, const Range* range) {
-  for (Map* level = &map; level != nullptr; level = level->basis) {
-    for (const Range& each : level->ranges) {
-      if (&each == range) return level;
-    }
-  }
-  return nullptr;
-}
-
 }  // namespace
 
 SaveOutcome SaveRangeEditor(RangeEditor& editor, EditHistory& history,

@@ -262,11 +262,7 @@ void ChangeMap(const TrailEditor& editor, Map& map, const TrailInput& input,
 }
 
 std::string EditName(const TrailEditor& editor, const TrailInput& input) {
-  if (editor.Edited() != nullptr) {
-    const std::string title = editor.Title();
-    constexpr std::string_view Prefix = "Trail: ";
-    return "Edit of Trail " + title.substr(Prefix.size());
-  }
+  if (editor.Edited() != nullptr) return "Edit of Trail " + ShortNameOf(*editor.Edited());
   if (!input.name.empty()) return "New Trail " + input.name;
   if (input.date == 0) return "New Points";
   std::string name = "New Trail " + FormatDate(input.date);

@@ -3,7 +3,10 @@
 #include "base/messages.h"
 #include "base/utf8.h"
 #include "editing/trail_cells.h"
+#include "model/point_names.h"
 #include "model/workspace.h"
+
+#include <algorithm>
 
 namespace orvane {
 namespace {
@@ -19,6 +22,32 @@ TrailRow CopyForNewPoint(const TrailRow& row) {
   return copy;
 }
 
+/// The readings of two points by their values, with bases of the same names.
+bool HaveSameReadings(const Point& a, const Point& b) {
+  return std::equal(a.measurements.begin(), a.measurements.end(), b.measurements.begin(),
+                    b.measurements.end(), [](const Measurement& one, const Measurement& other) {
+                      if ((one.base == nullptr) != (other.base == nullptr)) return false;
+                      if (one.base != nullptr && one.base->name != other.base->name) return false;
+                      Measurement likeOther = one;
+                      likeOther.base = other.base;
+                      return likeOther == other;
+                    });
+}
+
+/// True if two trails, of a map before and after it was read again, have the same points.
+bool HaveSamePoints(const Trail& a, const Trail& b) {
+  return std::equal(a.points.begin(), a.points.end(), b.points.begin(), b.points.end(),
+                    [](const Point* one, const Point* other) {
+                      return one->name == other->name && HaveSameReadings(*one, *other);
+                    });
+}
+
+Trail* FindSameTrail(Map& map, const Trail& trail) {
+  if (IsContour(trail)) return nullptr;  // contours are made anew
+  if (trail.name) return FindTrail(map, *trail.name);
+  return FindTrailByDate(map, trail.type, trail.date, trail.focalAnimal.value_or(""));
+}
+
 }  // namespace
 
 TrailFingerprint FingerprintOf(const Trail& trail) {
@@ -30,6 +59,14 @@ TrailFingerprint FingerprintOf(const Trail& trail) {
                          .readings = {}};
   for (const Point* point : trail.points) print.readings.push_back(point->measurements);
   return print;
+}
+
+std::string ShortNameOf(const Trail& trail) {
+  const auto cut = [](const std::string& text) { return std::string(CutText(text, TitleBytes)); };
+  if (trail.name) return cut(*trail.name);
+  std::string text = FormatDate(trail.date);
+  if (trail.focalAnimal) text += " " + cut(*trail.focalAnimal);
+  return text;
 }
 
 TrailEditor::TrailEditor(Map& map, Trail* trail)
@@ -62,12 +99,7 @@ void TrailEditor::MakeAgain() {
 }
 
 std::string TrailEditor::Title() const {
-  if (trail_ == nullptr) return "New Trail";
-  const auto cut = [](const std::string& text) { return std::string(CutText(text, TitleBytes)); };
-  if (trail_->name) return "Trail: " + cut(*trail_->name);
-  std::string title = "Trail: " + FormatDate(trail_->date);
-  if (trail_->focalAnimal) title += " " + cut(*trail_->focalAnimal);
-  return title;
+  return trail_ == nullptr ? "New Trail" : "Trail: " + ShortNameOf(*trail_);
 }
 
 void TrailEditor::SetField(TrailField field, std::string_view text) {
@@ -156,6 +188,29 @@ void TrailEditor::MoveRow(size_t from, size_t to) {
 }
 
 bool TrailEditor::IsReadOnly() const { return trail_ != nullptr && IsContour(*trail_); }
+
+void TrailEditor::KeepLost(const Trail& trail) {
+  if (lost_ && &trail == &*lost_) return;
+  lost_ = trail;
+  lost_->points.clear();
+}
+
+void TrailEditor::FollowReread() {
+  if (deleted_ != nullptr) {
+    KeepLost(*deleted_);
+    deleted_ = &*lost_;
+  }
+  if (trail_ == nullptr || MapOfTrail(map_, *trail_) != nullptr) return;
+  Trail* now = FindSameTrail(map_, *trail_);
+  if (now == nullptr) {
+    KeepLost(*trail_);
+    trail_ = &*lost_;
+    return;
+  }
+  const bool isAsOpened = !WasChangedElsewhere() && HaveSamePoints(*trail_, *now);
+  trail_ = now;
+  if (isAsOpened) opened_ = FingerprintOf(*trail_);
+}
 
 bool TrailEditor::WasChangedElsewhere() const {
   return trail_ != nullptr && opened_ && FingerprintOf(*trail_) != *opened_;

@@ -29,6 +29,9 @@ struct TrailFingerprint {
 
 TrailFingerprint FingerprintOf(const Trail& trail);
 
+/// A trail as titles and the names of edits have it: its name, or its date and focal animal.
+std::string ShortNameOf(const Trail& trail);
+
 /// The trail editor without its window: a private copy of a trail as form and rows. The map is
 /// changed only by `SaveTrailEditor`.
 class TrailEditor final : public CellModel {
@@ -87,14 +90,20 @@ class TrailEditor final : public CellModel {
   /// \return true if the trail is no longer what it was when the editor was opened
   bool WasChangedElsewhere() const;
 
+  /// Call after maps were read again, as long as what they held before is there: finds the trail
+  /// again by its identity. One that is not there counts as deleted.
+  void FollowReread();
+
  private:
   Messages& TheMessages() const;
+  void KeepLost(const Trail& trail);
   TrailRow CopyOfLast() const;
   void NoteReadingsOf(const TrailRow& row);
 
   Map& map_;
   Trail* trail_;
   const Trail* deleted_ = nullptr;
+  std::optional<Trail> lost_;  ///< a copy without points of a trail that no map has; for the above
   TrailForm form_;
   std::vector<TrailRow> rows_;
   size_t smColumns_;

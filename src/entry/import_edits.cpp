@@ -22,7 +22,7 @@ Edit SubmapEdit(Map& map, const std::string& path, std::string& sentence) {
           .change = [&map, path, &sentence](EditFollowUp& followUp) {
             const Map* basis = map.basis;
             sentence = ImportSubmap(map, path);
-            if (!sentence.empty()) map.flags |= MapUnlikeFile;
+            followUp.unlikesFile = !sentence.empty();
             followUp.solved = true;
             followUp.freshTrailRows = map.basis != basis;
             return true;

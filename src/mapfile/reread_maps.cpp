@@ -163,9 +163,12 @@ class Rereading {
 
   /// Moves the new content into the old maps, and adds new bases.
   /// \param reread  gets `flags` as its flags; the others keep theirs
-  void Commit(const Map& reread, std::uint32_t flags, const std::vector<const Map*>& fromText) {
+  /// \param former  gets the old content
+  void Commit(const Map& reread, std::uint32_t flags, const std::vector<const Map*>& fromText,
+              FormerContents& former) {
     std::map<const Map*, Map*> oldOf;
     for (const auto& [old, fresh] : freshOf_) oldOf[fresh] = old;
+    former.Reserve(oldOf.size());  // from here on nothing may fail
     for (Map& map : fresh_.maps) {
       const auto basis = oldOf.find(map.basis);
       if (basis != oldOf.end()) map.basis = basis->second;
@@ -181,7 +184,7 @@ class Rereading {
         old->includedFiles.swap(fresh->includedFiles);
       }
     }
-    MoveNewMaps(oldOf);
+    MoveMaps(oldOf, former);
     old_.lastLatitude = fresh_.lastLatitude;
     old_.lastLongitude = fresh_.lastLongitude;
     old_.solverWalks = fresh_.solverWalks;
@@ -196,13 +199,15 @@ class Rereading {
                        [&](const auto& pair) { return pair.second == &fresh; });
   }
 
-  void MoveNewMaps(const std::map<const Map*, Map*>& oldOf) {
-    auto before = fresh_.maps.before_begin();
+  /// New bases stay open; all other maps have the old content now.
+  void MoveMaps(const std::map<const Map*, Map*>& oldOf, FormerContents& former) {
+    const auto before = fresh_.maps.before_begin();
     auto last = old_.maps.before_begin();
-    while (std::next(before) != fresh_.maps.end()) {
-      Map& map = *std::next(before);
-      if (oldOf.find(&map) != oldOf.end()) {
-        ++before;
+    while (!fresh_.maps.empty()) {
+      Map& map = fresh_.maps.front();
+      const auto old = oldOf.find(&map);
+      if (old != oldOf.end()) {
+        former.Take(*old->second, fresh_.maps, before);
         continue;
       }
       map.workspace = &old_;
@@ -224,6 +229,7 @@ struct Wanted {
   const std::string* text;  ///< null to read the file
   std::uint32_t flags;
   bool isRestored;  ///< restored from a backup, without messages
+  FormerContents& former;
 };
 
 /// Moves the maps above `map` after all others, so that any of these can become its basis.
@@ -259,7 +265,7 @@ class Attempt {
       SortForReading(maps_, wanted_.map);
       return std::nullopt;
     }
-    rereading_.Commit(wanted_.map, wanted_.flags, fromText_);
+    rereading_.Commit(wanted_.map, wanted_.flags, fromText_, wanted_.former);
     return RereadOutcome::Done;
   }
 
@@ -316,8 +322,13 @@ std::vector<Map*> MapsTiedTo(Map& map) {
   return tied;
 }
 
-RereadOutcome RereadMap(Map& map) {
-  return RereadWith({.map = map, .text = nullptr, .flags = 0, .isRestored = false});
+RereadOutcome RereadMap(Map& map, FormerContents* former) {
+  FormerContents unwanted;
+  return RereadWith({.map = map,
+                     .text = nullptr,
+                     .flags = 0,
+                     .isRestored = false,
+                     .former = former == nullptr ? unwanted : *former});
 }
 
 MapBackup BackUp(Map& map) {
@@ -330,8 +341,12 @@ bool RestoreMap(Map& map, const MapBackup& backup) {
   const MustFinish whole(map.workspace->progress);
   map.basis = backup.basis;
   const std::string* text = backup.text ? &*backup.text : nullptr;
-  return RereadWith({.map = map, .text = text, .flags = backup.flags, .isRestored = true}) ==
-         RereadOutcome::Done;
+  FormerContents former;
+  return RereadWith({.map = map,
+                     .text = text,
+                     .flags = backup.flags,
+                     .isRestored = true,
+                     .former = former}) == RereadOutcome::Done;
 }
 
 }  // namespace orvane

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "model/former_contents.h"
 #include "model/map.h"
 
 #include <cstdint>
@@ -15,7 +16,8 @@ namespace orvane {
 /// A failure before that leaves all maps unchanged.
 ///
 /// A `Map` keeps its address. Every point, trail, range, grid and overlap gets a new one: code that
-/// keeps such an address, such as the rows of a view, must drop it first (`RememberRows`).
+/// keeps such an address, such as the rows of a view, must drop it (`RememberRows`), at the latest when
+/// the `FormerContents` go.
 
 /// \return the maps that are read again with `map`: itself, and every map of the workspace that is
 ///         connected to it by bases, up or down, in any number of steps; a basis before the maps
@@ -33,8 +35,9 @@ enum class RereadOutcome {
 /// The connected maps keep their content: one that is still like its file is read from there, any
 /// other is written to memory and read back, with its unsaved changes. Messages about bases that
 /// are read again were shown before and are omitted.
+/// \param former  gets what the maps held before; null if this need not be undone
 /// \throws std::bad_alloc  no map has changed then
-RereadOutcome RereadMap(Map& map);
+RereadOutcome RereadMap(Map& map, FormerContents* former = nullptr);
 
 /// What a map is rebuilt from if a change to it fails half way.
 struct MapBackup {

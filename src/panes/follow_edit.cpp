@@ -112,7 +112,7 @@ void MoveRenamedRanges(MapWindow& view) {
 /// \return true if the edit can have changed what the view shows
 bool Concerns(const MapWindow& view, const EditNews& news) {
   for (const Map* map = view.map; map != nullptr; map = map->basis) {
-    if (map == news.map || news.delta->Touches(*map)) return true;
+    if (news.Concerns(*map)) return true;
   }
   return false;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "editing/edit_history.h"
+#include "panes/row_memory.h"
 #include "view/map_window.h"
 
 #include <array>
@@ -14,7 +15,8 @@ namespace orvane {
 /// Keeps the rows of a view up to date with `FollowEdit`, and remembers what each step did to them.
 /// After an undo or a redo, rows that come back look as they did when they were removed, and rows
 /// to which the step gave another look get the former one back. All other rows keep what they
-/// have; so do ticks that a visibility dialog set.
+/// have; so do ticks that a visibility dialog set. Where maps are read again, rows are found again by
+/// their texts (`RowMemory`).
 class PaneFollower : public EditListener {
  public:
   /// Follows the history from now on. Both must outlive it.
@@ -29,6 +31,7 @@ class PaneFollower : public EditListener {
   size_t Remembered() const { return steps_.size(); }
 
   void BeforeEdit() override;
+  void BeforeReread() override;
   void AfterEdit(const EditNews& news) override;
   void StepDropped(std::uint64_t step) override { steps_.erase(step); }
 
@@ -69,6 +72,8 @@ class PaneFollower : public EditListener {
     Looks gone;               ///< of rows that the step, or its undo, removed
     Looks before;             ///< of rows that the step changed, before it
     Looks after;              ///< of the same rows, after it
+    /// Of a step that read maps again: rows that it, its undo or its redo met, as they were then.
+    RowMemory rows;
   };
 
   template <typename Row>
@@ -83,10 +88,12 @@ class PaneFollower : public EditListener {
   void NoteGone(const Looks& now, Looks& gone) const;
   void NoteChanged(const Looks& now, StepLooks& step) const;
   void BringBack(const StepLooks& step, bool undone);
+  void FollowReread(const EditNews& news);
 
   MapWindow& view_;
   EditHistory& history_;
-  Looks before_;  ///< when the edit, undo or redo began
+  Looks before_;      ///< when the edit, undo or redo began
+  RowMemory memory_;  ///< when maps were about to be read again
   std::unordered_map<std::uint64_t, StepLooks> steps_;
   bool showsChange_ = false;
 };

@@ -4,7 +4,6 @@
 #include "commands/map_edits.h"
 #include "commands/map_facts.h"
 #include "paint/display_text.h"
-#include "panes/delete_rows.h"
 #include "panes/pane_selection.h"
 #include "shell/map/map_view.h"
 #include "shell/map_window_widget.h"
@@ -53,25 +52,6 @@ void SetDeviation(Shell& shell, MapWindowWidget& window) {
   shell.History().Apply(DeviationEdit(map, *deviation));
 }
 
-/// What the focus is on decides whether trails or ranges go.
-void DeleteOfFocus(Shell& shell, MapWindowWidget& window) {
-  switch (window.Focus()) {
-    case FocusPlace::TrailList:
-      return DeleteSelectedTrails(window.Shown(), shell.History());
-    case FocusPlace::RangeList:
-      return DeleteSelectedRanges(window.Shown(), shell.History());
-    case FocusPlace::MapView:
-    case FocusPlace::Neither:
-      shell.Beep();
-  }
-}
-
-/// \param exchange  `EditHistory::Undo` or `Redo`
-void ExchangeStep(Shell& shell, const MapWindowWidget& window,
-                  bool (EditHistory::*exchange)(const Map&)) {
-  if (!(shell.History().*exchange)(window.TheMap())) shell.Beep();
-}
-
 }  // namespace
 
 void PlugMapCommands(Shell& shell) {
@@ -85,17 +65,6 @@ void PlugMapCommands(Shell& shell) {
   for (const CommandId id : {CommandCut, CommandCopy, CommandPaste}) {
     shell.Commands().Plug(id, [](ProgramWindow&) {});
   }
-  // Editors delete their rows themselves.
-  shell.Commands().Plug(CommandDelete, [&shell](ProgramWindow& window) {
-    if (window.Kind() == WindowKind::Map) return DeleteOfFocus(shell, *window.MapSide());
-    NoteWarning(shell.TheWorkspace().messages, "NYI");
-  });
-  shell.Commands().PlugOnMapSide(CommandUndo, [&shell](MapWindowWidget& window) {
-    ExchangeStep(shell, window, &EditHistory::Undo);
-  });
-  shell.Commands().PlugOnMapSide(CommandRedo, [&shell](MapWindowWidget& window) {
-    ExchangeStep(shell, window, &EditHistory::Redo);
-  });
 }
 
 }  // namespace orvane

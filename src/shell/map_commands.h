@@ -4,7 +4,7 @@ namespace orvane {
 
 class Shell;
 
-/// Plugs in the commands that work on a map: add, delete, undo, check, the magnetic deviation.
+/// Plugs in the commands that work on a map: add, check, the magnetic deviation.
 void PlugMapCommands(Shell& shell);
 
 }  // namespace orvane

@@ -26,6 +26,16 @@ void MapWindows::Forget(MapWindowBase& window) {
   Q_EMIT windowsChanged();
 }
 
+std::vector<MapWindowWidget*> MapWindows::On(const std::vector<Map*>& maps) const {
+  std::vector<MapWindowWidget*> windows;
+  for (MapWindowBase* window : windows_) {
+    if (std::find(maps.begin(), maps.end(), &window->TheMap()) != maps.end()) {
+      windows.push_back(window->MapSide());
+    }
+  }
+  return windows;
+}
+
 int MapWindows::CountOn(const Map& map) const {
   return static_cast<int>(
       std::count_if(windows_.begin(), windows_.end(),

@@ -66,6 +66,8 @@ class MapWindows final : public QObject {
   const std::vector<MapWindowWidget*>& All() const { return widgets_; }
   /// The same windows, for code that need not know how they are built.
   const std::vector<MapWindowBase*>& Bases() const { return windows_; }
+  /// The open windows on any of some maps, newest first.
+  std::vector<MapWindowWidget*> On(const std::vector<Map*>& maps) const;
   /// \return how many windows show a map
   int CountOn(const Map& map) const;
   /// The number for a new window on a map: the smallest that no other window on the map has.

@@ -15,6 +15,8 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <new>
+#include <optional>
 #include <system_error>
 
 namespace orvane {
@@ -42,11 +44,28 @@ Map* OpenMaps::Read(const std::string& path) {
   const BusyWork busy(workspace_, boxes_, QStringLiteral("Opening %1").arg(name),
                       [this] { return surroundings_.Now(); });
   bool readable = false;
-  Map* map = OpenMapUnlessCanceled(workspace_, NameOf(path), &readable);
+  Map* map = ReadUnlessCanceled(path, readable);
   if (map != nullptr && readable) NoteRecent(path);
   // Reading can extend trails of an open basis.
   windows_.RequestRepaint();
   return map;
+}
+
+/// Reading can extend trails of an open basis. No step may lead to a state without that.
+Map* OpenMaps::ReadUnlessCanceled(const std::string& path, bool& readable) {
+  std::optional<MapSnapshot> before;
+  if (history_.HasSteps()) before.emplace(workspace_);
+  try {
+    Map* map = OpenMapUnlessCanceled(workspace_, NameOf(path), &readable);
+    if (before) {
+      for (const Map* changed : before->TakeDelta().Maps()) history_.Forget(*changed);
+    }
+    return map;
+  } catch (const std::bad_alloc&) {
+    // Maps can have been read again to get rid of the new one.
+    for (const Map& map : workspace_.maps) history_.Forget(map);
+    throw;
+  }
 }
 
 Map& OpenMaps::New() {
@@ -98,21 +117,16 @@ bool OpenMaps::AskForRecent(const std::string& path) {
 
 void OpenMaps::Follow(const EditNews& news) {
   windows_.FollowEdit(news);
-  std::vector<Map*> maps = news.delta->Maps();
-  if (!news.delta->Touches(*news.map)) maps.push_back(news.map);
+  const std::vector<Map*> maps = news.Maps();
   // An undo can clear the mark of each of them.
   AnnounceDirty(maps);
+  if (news.contents != nullptr) Q_EMIT mapReread(news.map);
   for (const Map* map : maps) Q_EMIT mapEdited(map);
 }
 
 void OpenMaps::AnnounceDirty(const std::vector<Map*>& maps) {
   windows_.ShowDirty();
   for (Map* map : maps) Q_EMIT mapDirtyChanged(map);
-}
-
-void OpenMaps::NoteReread(Map& map, bool wasDirty) {
-  if (wasDirty) AnnounceDirty({&map});
-  Q_EMIT mapReread(&map);
 }
 
 SaveContext OpenMaps::Saving() {

@@ -36,10 +36,6 @@ class OpenMaps final : public QObject {
 
   /// The only way to change an open map: every window on it follows, and so do the recovery copies.
   EditHistory& History() { return history_; }
-  /// Call after a map was read again and the windows show it: updates their titles and notifies the
-  /// listeners.
-  /// \param wasDirty  whether the map was marked before
-  void NoteReread(Map& map, bool wasDirty);
 
   /// What saving a map needs, and what follows it.
   SaveContext Saving();
@@ -60,12 +56,14 @@ class OpenMaps final : public QObject {
   /// The map was changed; sent for every change, not only the first since the last save.
   void mapEdited(const orvane::Map* map);
   void mapSaved(orvane::Map* map, const QString& path);
-  /// The map was read again from its file: pointers to what it held before are invalid.
+  /// The map was read again from its file, or this was undone or redone, and the windows show it:
+  /// what it held before can go at any time.
   void mapReread(orvane::Map* map);
   /// The user closed a window with "Don't Save".
   void changesDiscarded(orvane::Map* map);
 
  private:
+  Map* ReadUnlessCanceled(const std::string& path, bool& readable);
   void Follow(const EditNews& news);
   void AnnounceDirty(const std::vector<Map*>& maps);
   std::string NameOf(const std::string& path) const;

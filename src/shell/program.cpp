@@ -17,6 +17,7 @@
 #include "shell/reports/elevation_commands.h"
 #include "shell/reports/report_commands.h"
 #include "shell/task_window.h"
+#include "shell/undo_commands.h"
 #include "shell/view_commands.h"
 
 #include <QCoreApplication>
@@ -51,6 +52,7 @@ Program::Program(Workspace& workspace, BoxMessages& boxes, Surroundings& surroun
   PlugFileCommands(shell_);
   PlugImportCommands(shell_);
   PlugMapCommands(shell_);
+  PlugUndoCommands(shell_);
   PlugViewCommands(shell_);
   PlugPictureCommands(shell_);
   PlugHelpCommands(shell_);

@@ -3,9 +3,7 @@
 #include "base/file_names.h"
 #include "mapfile/reread_maps.h"
 #include "paint/display_text.h"
-#include "panes/row_memory.h"
 #include "shell/files/local_files.h"
-#include "shell/map/map_view.h"
 #include "shell/map/reload_bar.h"
 #include "shell/map_window_widget.h"
 #include "shell/progress/busy_work.h"
@@ -14,77 +12,25 @@
 #include <QGuiApplication>
 #include <QSet>
 
-#include <algorithm>
-#include <vector>
-
 namespace orvane {
 namespace {
 
 /// Programs write a file in several steps.
 constexpr int SettleMilliseconds = 300;
 
-/// The windows on any of some maps.
-std::vector<MapWindowWidget*> WindowsOn(const Shell& shell, const std::vector<Map*>& maps) {
-  std::vector<MapWindowWidget*> windows;
-  for (MapWindowWidget* window : shell.Windows().All()) {
-    if (std::find(maps.begin(), maps.end(), &window->TheMap()) != maps.end()) {
-      windows.push_back(window);
-    }
-  }
-  return windows;
-}
-
-/// Keeps the rows of windows over a change of what they point to.
-class KeptRows {
- public:
-  explicit KeptRows(std::vector<MapWindowWidget*> windows) : windows_(std::move(windows)) {
-    for (MapWindowWidget* window : windows_) {
-      memories_.push_back(RememberRows(window->Shown()));
-    }
-  }
-
-  void BringBack() {
-    // First of all no row leads to what is gone.
-    for (MapWindowWidget* window : windows_) {
-      window->Shown().trailViews.clear();
-      window->Shown().rangeViews.clear();
-    }
-    for (size_t i = 0; i < windows_.size(); ++i) {
-      RebuildRows(windows_[i]->Shown(), memories_[i]);
-      windows_[i]->ShowRows();
-    }
-  }
-
- private:
-  std::vector<MapWindowWidget*> windows_;
-  std::vector<RowMemory> memories_;
-};
-
 }  // namespace
 
 bool ReloadMap(Shell& shell, Map& map) {
   if (!AskBeforeReloading(map)) return false;
-  const std::vector<Map*> tied = MapsTiedTo(map);
-  const std::vector<MapWindowWidget*> windows = WindowsOn(shell, tied);
-  for (MapWindowWidget* window : windows) {
+  for (MapWindowWidget* window : shell.Windows().On(MapsTiedTo(map))) {
     if (!window->CloseBeforeReload()) return false;
   }
-  const bool wasDirty = IsDirty(map);
-  {
-    const QString name = DisplayText(BaseName(map.fileName));
-    const BusyWork busy(shell.TheWorkspace(), shell.Boxes(),
-                        QStringLiteral("Reloading %1").arg(name), shell.Clock());
-    // Of all windows: the file can tie the map to other open maps, which are then read again too.
-    KeptRows rows(shell.Windows().All());
-    if (RereadMap(map) != RereadOutcome::Done) return false;
-    for (const std::vector<Map*>& maps : {tied, MapsTiedTo(map)}) {
-      for (const Map* each : maps) shell.History().Forget(*each);
-    }
-    rows.BringBack();
-  }
-  for (MapWindowWidget* window : shell.Windows().All()) window->RefreshMarks();
-  shell.Maps().NoteReread(map, wasDirty);
-  return true;
+  const QString name = DisplayText(BaseName(map.fileName));
+  const BusyWork busy(shell.TheWorkspace(), shell.Boxes(), QStringLiteral("Reloading %1").arg(name),
+                      shell.Clock());
+  return shell.History().Reread(map, "Reload from Disk", [&](FormerContents& former) {
+    return RereadMap(map, &former) == RereadOutcome::Done;
+  });
 }
 
 ReloadWatch::ReloadWatch(Shell& shell) : QObject(&shell), shell_(shell) {

@@ -14,8 +14,8 @@ class MapWindowWidget;
 class Shell;
 struct Map;
 
-/// Reads a map again from its file, after a question if it has changes, and all maps that are tied
-/// to it by bases. Every window on one of them keeps its view, its open groups and its selection;
+/// Reads a map again from its file as an edit, after a question if it has changes, and all maps that
+/// are tied to it by bases. Every window on one of them keeps its view, its open groups and its selection;
 /// the windows that depend on these are closed first.
 /// \return false if the user cancelled, or if the file can't be read, which a message says
 bool ReloadMap(Shell& shell, Map& map);

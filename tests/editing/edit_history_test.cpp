@@ -273,6 +273,61 @@ TEST_F(EditHistoryTest, ANewEditForgetsWhatWasTakenBackInTheSameMap) {
   EXPECT_EQ(*history.RedoName(other), "New Trail B");
 }
 
+/// A step on top of one that can't come back any more led into a map without it.
+TEST_F(EditHistoryTest, WhatWasMadeOnTopOfAForgottenStepIsForgottenToo) {
+  Map& basis = Open(BasisText, "basis.map");
+  Map& season = Open(SeasonText, "season.map");
+  history.Apply(EditOf(season, "Both", [&] {
+    Named(basis, "Hill").note = "\tsteep";
+    Named(season, "Nest").note = "\told";
+  }));
+  history.Apply(EditOf(basis, "Top", [&] { Named(basis, "Hill").note = "\tflat"; }));
+  history.Undo(season);
+  history.Undo(season);
+  history.Apply(EditOf(season, "New", [&] { Named(season, "Tree").note = "\tfig"; }));
+  EXPECT_EQ(history.RedoName(season), nullptr);
+  EXPECT_EQ(history.RedoName(basis), nullptr);
+}
+
+/// The places of a map depend on those of its basis, even if no edit changed both.
+TEST_F(EditHistoryTest, SurveysOfAMapAndItsBasisAreUndoneInReverseOrder) {
+  Map& basis = Open(BasisText, "basis.map");
+  Map& season = Open(SeasonText, "season.map");
+  history.Apply(
+      EditOf(basis, "Move", [&] { Named(basis, "Ford").measurements.front().distance = 300; }));
+  const std::string between = Saved(season);
+  history.Apply(EditOf(season, "Hang", [&] {
+    Named(season, "Tree").measurements.front().base = &Named(basis, "Ford");
+  }));
+  EXPECT_EQ(*history.UndoName(basis), "Hang");
+  history.Apply(EditOf(season, "Note", [&] { Named(season, "Nest").note = "\told"; }));
+  history.Undo(season);
+  history.Undo(basis);
+  EXPECT_EQ(Saved(season), between);
+  EXPECT_EQ(*history.UndoName(basis), "Move");
+}
+
+TEST_F(EditHistoryTest, AMapThatIsOnlyUnlikeItsFileIsMarkedAsSuch) {
+  Map& map = Open(SeasonText);
+  Edit edit{
+      .name = "Submap", .map = &map, .marksDirty = false, .change = [&](EditFollowUp& followUp) {
+        map.comments.emplace_back("# more");
+        followUp.unlikesFile = true;
+        return true;
+      }};
+  const auto marks = [&] { return map.flags & (MapDirty | MapUnlikeFile); };
+  history.Apply(edit);
+  EXPECT_EQ(marks(), MapUnlikeFile);
+  history.Undo(map);
+  EXPECT_EQ(marks(), 0U);
+  history.Redo(map);
+  EXPECT_EQ(marks(), MapUnlikeFile);
+  history.NoteSaved(map);
+  EXPECT_EQ(marks(), 0U);
+  history.Undo(map);
+  EXPECT_EQ(marks(), MapUnlikeFile) << "the file has the submap now";
+}
+
 TEST_F(EditHistoryTest, DropsTheOldestStepsAboveItsMemory) {
   Map& map = Open(SeasonText);
   EditHistory small(workspace, 40000);
@@ -291,6 +346,23 @@ TEST_F(EditHistoryTest, KeepsAHundredSmallSteps) {
   Map& map = Open(SeasonText);
   for (int i = 0; i < 120; ++i) history.Apply(NewTrail(map, "T" + std::to_string(i)));
   EXPECT_EQ(history.Steps(), 120U);
+}
+
+/// A hundred steps on 100,000 points fit the memory, even if each moves them all.
+TEST_F(EditHistoryTest, AStepThatMovesEveryPointIsSmall) {
+  constexpr int Points = 2000;
+  std::string text = "T\tRidge\tTrail\nG\tP0\tS20 0\tE47 0\n";
+  for (int i = 1; i < Points; ++i) {
+    text += "C\tP" + std::to_string(i) + "\tP" + std::to_string(i - 1) + "\t20\t70\t1\n";
+  }
+  Map& map = Open(text);
+  const std::string before = Saved(map);
+  history.Apply(
+      EditOf(map, "Move", [&] { Named(map, "P0").measurements.front().position.lat = -20.001; }));
+  ASSERT_EQ(history.Steps(), 1U);
+  EXPECT_LT(history.Bytes() * 100 * (100000 / Points), EditHistory::MostBytes);
+  history.Undo(map);
+  EXPECT_EQ(Saved(map), before);
 }
 
 TEST_F(EditHistoryTest, SaysWhatChanged) {

@@ -57,7 +57,7 @@ CALLS = {
     "RangeOf": "looks a range up",
     "ReadSheetFields": "reads what the form says",
     "RecoveryText": "writes the map as a text",
-    "RereadMap": "reads the map again; the history forgets it first",
+    "RereadMap": "reads the map again, as a step of the history",
     "ResolveLocation": "looks a place up",
     "SaveChangedMaps": "saves",
     "SaveMapAs": "saves",

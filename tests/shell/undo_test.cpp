@@ -305,5 +305,86 @@ TEST_F(UndoTest, TheRecoveryCopyFollows) {
   EXPECT_EQ(copies(), 1U);
 }
 
+TEST_F(UndoTest, ReloadingIsTakenBackAndMadeAgain) {
+  AddComment(shell_, TheMap());
+  Open(Trails(), "Papio");
+  Click(Trails(), "2020-3-2");
+  const std::string edited = Saved();
+  folder_.Write("site.map",
+                "T\tRidge\tTrail\nG\tA\tS20 0\tE47 0\n"
+                "T\t\tPapio\t\t2020-3-2\nG\t8:00\tS20 0.1\tE47 0\n");
+  messages_.answers = {2};
+  Press(window_, CommandReload);
+  const std::string reloaded = Saved();
+  EXPECT_NE(reloaded, edited);
+  EXPECT_FALSE(window_.isWindowModified());
+  EXPECT_EQ(TextOf(window_, CommandUndo), "&Undo Reload from Disk");
+  EXPECT_FALSE(Shows(Trails(), "Cebus"));
+
+  Press(window_, CommandUndo);
+  EXPECT_EQ(Saved(), edited);
+  EXPECT_TRUE(window_.isWindowModified()) << "the file holds something else";
+  EXPECT_TRUE(Shows(Trails(), "Cebus"));
+  EXPECT_TRUE(Trails().isExpanded(Index(Trails(), "Papio")));
+  EXPECT_TRUE(Trails().selectionModel()->isSelected(Index(Trails(), "2020-3-2")));
+  EXPECT_EQ(TextOf(window_, CommandUndo), "&Undo Comment") << "earlier steps lead on from there";
+  window_.grab();
+  Press(window_, CommandUndo);
+  EXPECT_TRUE(TheMap().comments.empty());
+  Press(window_, CommandRedo);
+  EXPECT_EQ(Saved(), edited);
+  Press(window_, CommandRedo);
+  EXPECT_EQ(Saved(), reloaded);
+  EXPECT_FALSE(window_.isWindowModified());
+  window_.grab();
+}
+
+TEST_F(UndoTest, BackInTheStateOfAnUnchangedFileTheMarkGoes) {
+  AddComment(shell_, TheMap());
+  messages_.answers = {2};
+  Press(window_, CommandReload);
+  Press(window_, CommandUndo);
+  EXPECT_TRUE(window_.isWindowModified());
+  Press(window_, CommandUndo);
+  EXPECT_FALSE(window_.isWindowModified());
+}
+
+TEST_F(UndoTest, EditorsFindTheirTrailAgainWhenAReloadIsUndone) {
+  const std::string more = std::string(SiteText) + "T\tRidge\tTrail\nG\tR\tS20 0\tE47 0\n";
+  folder_.Write("site.map", more);
+  Press(window_, CommandReload);
+  const auto open = [&](const char* name) -> TrailEditorWindow& {
+    for (TrailPanelRow* row : TrailRowsInOrder(window_.Shown().trailViews)) {
+      if (row->text == name) OpenTrailEditor(shell_, window_, *row);
+    }
+    return *static_cast<TrailEditorWindow*>(window_.Dependents().back());
+  };
+  TrailEditorWindow& path = open("Path");
+  TrailEditorWindow& ridge = open("Ridge");
+  Press(window_, CommandUndo);
+  ASSERT_TRUE(path.isVisible() && ridge.isVisible());
+  AddComment(shell_, TheMap());  // nothing holds the reloaded map any more
+  EXPECT_EQ(path.Editor().Edited(), &TheMap().trails.front());
+  EXPECT_FALSE(path.Editor().WasChangedElsewhere());
+  Press(path, "ok");
+  EXPECT_TRUE(messages_.Questions().empty());
+  messages_.answers = {1};
+  Press(ridge, "ok");
+  ASSERT_EQ(messages_.Questions().size(), 1U);
+  EXPECT_EQ(messages_.Questions()[0].title, "Trail deleted");
+  EXPECT_EQ(TheMap().trails.front().name, "Ridge");
+}
+
+TEST_F(UndoTest, OpeningAMapThatAddsToItsBasisEndsTheStepsOfTheBasis) {
+  AddComment(shell_, TheMap());
+  MapWindowWidget& other = OpenActive(folder_.Write("other.map", "G\tX\t1\t2\n"));
+  AddComment(shell_, other.TheMap());
+  EXPECT_TRUE(IsEnabled(window_, CommandUndo));
+  OpenActive(folder_.Write("season.map", "B\tsite.map\nT\tPath\nC\tN\tA\t10\t0\t0\n"));
+  EXPECT_FALSE(IsEnabled(window_, CommandUndo));
+  EXPECT_TRUE(window_.isWindowModified());
+  EXPECT_TRUE(IsEnabled(other, CommandUndo));
+}
+
 }  // namespace
 }  // namespace orvane

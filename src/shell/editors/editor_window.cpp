@@ -72,6 +72,7 @@ EditorWindow::EditorWindow(Shell& shell, MapWindowWidget& mapWindow, WindowKind 
     Refresh();  // a command that did nothing has still toggled its check mark
   });
   PlugListMenus(shell_, *commands_);
+  connect(&shell_.Maps(), &OpenMaps::mapReread, this, [this] { FollowReread(); });
   connect(&shell_.Maps(), &OpenMaps::stepsChanged, this, [this] { Refresh(); });
   connect(cells_, &CellTableView::declined, this, [this] { shell_.Beep(); });
   connect(cells_, &CellTableView::cellsChanged, this, [this] {

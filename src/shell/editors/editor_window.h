@@ -87,6 +87,8 @@ class EditorWindow : public QMainWindow, public ProgramWindow {
   virtual QString Title() const = 0;
   virtual EditorDraft DraftOfEditor() const = 0;
   virtual bool IsChanged() const = 0;
+  /// Maps were read again: finds the trail or range again.
+  virtual void FollowReread() = 0;
   /// True if clicks on the map can add rows.
   virtual bool TakesClicks() const { return false; }
   /// The table is idle, has an open cell, or a selected row.

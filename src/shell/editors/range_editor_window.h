@@ -21,6 +21,7 @@ class RangeEditorWindow final : public EditorWindow {
 
  protected:
   EditorKind Kind() const override { return EditorKind::Range; }
+  void FollowReread() override { editor_.FollowReread(); }
   SaveOutcome Save() override;
   SaveOutcome RequestClose() override;
   QString Title() const override;

@@ -37,6 +37,7 @@ class TrailEditorWindow final : public EditorWindow, public InputTarget {
 
  protected:
   EditorKind Kind() const override { return EditorKind::Trail; }
+  void FollowReread() override { editor_.FollowReread(); }
   SaveOutcome Save() override;
   SaveOutcome RequestClose() override;
   QString Title() const override;

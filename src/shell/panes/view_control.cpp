@@ -17,9 +17,11 @@ void AskTrailVisibility(Shell& shell, MapWindowWidget& window) {
   TrailVisibilityDialog dialog(
       *values,
       [&](const TrailVisibility& typed) {
+        TrailVisibility chosen = typed;
+        chosen.gavePattern = values->gavePattern;
         bool applied = false;
         RunContourWork(shell, [&](const ContourProgress& progress) {
-          applied = ApplyTrailVisibility(view, typed, shell.History(), progress);
+          applied = ApplyTrailVisibility(view, chosen, shell.History(), progress);
         });
         return applied;
       },

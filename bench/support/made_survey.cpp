@@ -1,4 +1,4 @@
-#include "made_survey.h"
+#include "support/made_survey.h"
 
 #include "base/number_text.h"
 

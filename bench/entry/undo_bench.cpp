@@ -1,0 +1,84 @@
+// Taking an import of 10,000 rows back, on a survey of 20,000 points.
+
+#include "entry/import_edits.h"
+#include "mapfile/open_map.h"
+#include "mapfile/reader.h"
+#include "model/workspace.h"
+#include "support/made_survey.h"
+
+#include <benchmark/benchmark.h>
+#include <string>
+#include <vector>
+
+namespace orvane {
+namespace {
+
+constexpr int Rows = 10000;
+constexpr int RowsOfFollow = 100;
+
+/// Messages without texts: none of the edits here has to say anything.
+struct Site {
+  explicit Site(const std::string& text) : map(MakeMap(workspace, "site.map")) {
+    ReadMapText(map, text);
+    FinishMap(map);
+  }
+
+  RecordedMessages messages;
+  Workspace workspace{messages};
+  Map& map;
+  EditHistory history{workspace};
+};
+
+std::string MadeSheet() {
+  std::string sheet;
+  for (int row = 0; row < Rows; ++row) {
+    const int follow = row / RowsOfFollow;
+    const int time = 5 * 60 + 5 * (row % RowsOfFollow);
+    sheet += std::to_string(2000 + follow / 28) + "-1-" + std::to_string(1 + follow % 28) + "\t" +
+             std::to_string(time / 60) + ":" + std::to_string(10 + time % 50) + "\tT" +
+             std::to_string(row * 7 % 200) + "_" + std::to_string(row % 100 * 25) + "\n";
+  }
+  return sheet;
+}
+
+std::vector<Trail*> TrailsOfType(Map& map, std::string_view type) {
+  std::vector<Trail*> trails;
+  for (Trail& trail : map.trails) {
+    if (trail.type == type) trails.push_back(&trail);
+  }
+  return trails;
+}
+
+void Report(benchmark::State& state, const Site& site) {
+  state.counters["points"] = static_cast<double>(site.map.pointStore.size());
+  state.counters["MB"] = static_cast<double>(site.history.Bytes()) / 1e6;
+}
+
+/// Takes an import of a follow sheet back and makes it again; each by itself takes half.
+void UndoAndRedoImport(benchmark::State& state) {
+  Site site(MadeSurvey({.stations = 20000, .loops = 2000, .fixes = 200}));
+  const FollowSheet sheet{.text = MadeSheet()};
+  ImportSpec spec;
+  spec.map = &site.map;
+  spec.sheet = &sheet;
+  spec.fileName = "rains.txt";
+  spec.dateColumn = 0;
+  spec.timeColumn = 1;
+  spec.locationColumn = 2;
+  spec.speciesAlways = "Papio";
+  SheetLogs logs;
+  SheetOutcome outcome;
+  site.history.Apply(SheetEdit(
+      spec, logs, [](const std::string&, std::string_view) { return WriteResult::Done; }, outcome));
+  for (auto unused : state) {
+    site.history.Undo(site.map);
+    site.history.Redo(site.map);
+  }
+  Report(state, site);
+  state.counters["trails"] = static_cast<double>(TrailsOfType(site.map, "Papio").size());
+}
+
+BENCHMARK(UndoAndRedoImport)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+}  // namespace
+}  // namespace orvane
