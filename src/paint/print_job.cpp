@@ -82,10 +82,7 @@ PrintResult PrintPages(PrintedPages& pages, QPagedPaintDevice& device, const Pri
       run.progress->Reach(WorkStage::Printing, static_cast<size_t>(page - first),
                           static_cast<size_t>(end - first));
     }
-    if (IsCanceled(run.progress)) {
-      if (run.discard) run.discard();
-      return PrintResult::Canceled;
-    }
+    if (IsCanceled(run.progress)) return PrintResult::Canceled;
     if (page > first && !device.newPage()) return PrintResult::Failed;
     DrawOnePage(pages, page, painter, fonts, area);
   }

@@ -7,7 +7,6 @@
 
 #include <QPageLayout>
 
-#include <functional>
 #include <limits>
 #include <optional>
 #include <string>
@@ -42,12 +41,12 @@ enum class PrintResult { Done, Canceled, Failed };
 
 /// How pages are printed.
 struct PrintRun {
-  Progress* progress = nullptr;     ///< asked before each page; may be null
-  PageSpan span{};                  ///< which pages
-  std::function<void()> discard{};  ///< on Cancel, throws away what the device has; may be empty
+  Progress* progress = nullptr;  ///< asked before each page; may be null
+  PageSpan span{};               ///< which pages
 };
 
-/// Draws pages, one after the other.
+/// Draws pages, one after the other. After a cancel the device has the pages so far: a printer prints
+/// them.
 /// \param device  with its page layout and resolution set, and not yet painted on
 /// \return `Failed` also for a span without pages
 PrintResult PrintPages(PrintedPages& pages, QPagedPaintDevice& device, const PrintRun& run);

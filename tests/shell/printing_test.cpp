@@ -109,7 +109,8 @@ TEST_F(PrintingTest, PrintsTheWindowOnOnePage) {
   });
   EXPECT_EQ(around_.printers.offered, std::vector<int>{1});
   EXPECT_EQ(PdfPages(Pdf()).size(), 1U);
-  EXPECT_NE(Pdf().find("/Title"), std::string::npos);
+  const std::string title("s\0i\0t\0e", 7);  // of UTF-16
+  EXPECT_NE(Pdf().find(title), std::string::npos);
   EXPECT_EQ(Texts(), std::vector<std::string>());
 }
 
@@ -368,12 +369,44 @@ TEST_F(PrintingTest, ThePreviewShowsThePrintedPages) {
   around_.printers.preview = [&](QPrinter& printer, const std::function<void(QPrinter&)>& draw) {
     printer.setOutputFileName(LocalFileName(previewName));
     draw(printer);
+    return false;
   };
   InDialog(CommandPrintPreview, look);
   EXPECT_EQ(around_.printers.previews, 1);
   EXPECT_EQ(around_.printers.offered.size(), 1U);
   EXPECT_GT(printed.size(), 1U);
   EXPECT_EQ(Pages(ReadWholeFile(previewName).value_or("")), printed);
+}
+
+TEST_F(PrintingTest, ThePreviewLeadsToThePrinter) {
+  around_.printers.preview = [](QPrinter&, const auto&) { return true; };
+  InDialog(CommandPrintPreview, [](PrintMapDialog& dialog) { PressOk(dialog); });
+  EXPECT_EQ(around_.printers.offered, std::vector<int>{1});
+  EXPECT_EQ(PdfPages(Pdf()).size(), 1U);
+}
+
+/// The pages chosen for one job were those of the next too.
+TEST_F(PrintingTest, PrintsAllPagesAfterAJobOfSome) {
+  around_.printers.choose = [this](QPrinter& printer) {
+    printer.setPrintRange(QPrinter::PageRange);
+    printer.setFromTo(2, 2);
+    return ChoosePdf(printer);
+  };
+  InDialog(CommandPrint, [](PrintMapDialog& dialog) { PressOk(dialog); });
+  EXPECT_EQ(Texts(), std::vector<std::string>{"The last page is 1"});
+  around_.printers.choose = [this](QPrinter& printer) { return ChoosePdf(printer); };
+  InDialog(CommandPrint, [](PrintMapDialog& dialog) { PressOk(dialog); });
+  EXPECT_EQ(PdfPages(Pdf()).size(), 1U);
+}
+
+TEST_F(PrintingTest, RefusesAPageWithoutRoom) {
+  around_.printers.setUp = [](QPrinter& printer) {
+    printer.setPageLayout(QPageLayout(QPageSize(QPageSize::A4), QPageLayout::Portrait,
+                                      QMarginsF(110, 10, 110, 10), QPageLayout::Millimeter));
+  };
+  shell_.Commands().Run(CommandPageSetup, window_);
+  shell_.Commands().Run(CommandPrint, window_);
+  EXPECT_EQ(Texts(), std::vector<std::string>{"The margins leave no room on the page"});
 }
 
 TEST_F(PrintingTest, OtherWindowsBeep) {

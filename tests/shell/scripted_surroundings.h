@@ -28,10 +28,10 @@ class ScriptedPrinters final : public PrinterDialogs {
     offered.push_back(pages);
     return choose && choose(printer);
   }
-  void Preview(QPrinter& printer, const std::function<void(QPrinter&)>& draw,
+  bool Preview(QPrinter& printer, const std::function<void(QPrinter&)>& draw,
                QWidget* /*parent*/) override {
     ++previews;
-    if (preview) preview(printer, draw);
+    return preview && preview(printer, draw);
   }
 
   int invalid = 0;  ///< so many checks find no valid printer
@@ -41,7 +41,7 @@ class ScriptedPrinters final : public PrinterDialogs {
   std::vector<int> offered;  ///< the pages of each job that reached the box
   std::function<void(QPrinter& printer)> setUp;
   std::function<bool(QPrinter& printer)> choose;
-  std::function<void(QPrinter& printer, const std::function<void(QPrinter&)>& draw)> preview;
+  std::function<bool(QPrinter& printer, const std::function<void(QPrinter&)>& draw)> preview;
 };
 
 /// Surroundings that count what is asked of them.

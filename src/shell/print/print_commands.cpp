@@ -63,8 +63,8 @@ PageDevice Printing::PreparePage(QPrinter& printer) {
   const QPageLayout layout = printer.pageLayout();
   const QSizeF inches = layout.fullRect(QPageLayout::Inch).size();
   // A page has no more pixels than drawing takes.
-  const auto most = static_cast<int>(LargestPixel / std::max(inches.width(), inches.height()));
-  printer.setResolution(std::clamp(most, 1, Resolution));
+  const double longest = std::max({inches.width(), inches.height(), 1.0});
+  printer.setResolution(std::clamp(static_cast<int>(LargestPixel / longest), 1, Resolution));
   return DeviceOf(layout, printer.resolution());
 }
 
@@ -90,18 +90,31 @@ Printing::PageMaker Printing::AskWhatOfMap(MapWindowWidget& window) {
   };
 }
 
+bool Printing::HasValidPrinter() {
+  if (shell_.Printers().IsValid(ThePrinter())) return true;
+  // The printer may be gone: take the one that is the default now, with the same page.
+  const QPageLayout layout = ThePrinter().pageLayout();
+  printer_.reset();
+  ThePrinter().setPageLayout(layout);
+  if (shell_.Printers().IsValid(ThePrinter())) return true;
+  NoteWarning(shell_.TheWorkspace().messages, "Not set up for current printer");
+  return false;
+}
+
 Printing::PageMaker Printing::AskWhat(ProgramWindow& window) {
   auto* printable = dynamic_cast<PrintableWindow*>(&window);
   if (window.Kind() != WindowKind::Map && printable == nullptr) {
     shell_.Beep();
     return {};
   }
-  if (!shell_.Printers().IsValid(ThePrinter())) {
-    printer_.reset();  // the printer may be gone: take the one that is the default now
-    if (!shell_.Printers().IsValid(ThePrinter())) {
-      NoteWarning(shell_.TheWorkspace().messages, "Not set up for current printer");
-      return {};
-    }
+  if (!HasValidPrinter()) return {};
+  // What an earlier job chose of its pages is not for this one.
+  ThePrinter().setPrintRange(QPrinter::AllPages);
+  ThePrinter().setFromTo(0, 0);
+  const PageDevice page = PreparePage(ThePrinter());
+  if (page.width < 1 || page.height < 1) {
+    NoteError(shell_.TheWorkspace().messages, "The margins leave no room on the page");
+    return {};
   }
   if (printable == nullptr) return AskWhatOfMap(*window.MapSide());
   const std::string name(BaseName(window.MapSide()->TheMap().fileName));
@@ -110,57 +123,72 @@ Printing::PageMaker Printing::AskWhat(ProgramWindow& window) {
   };
 }
 
-void Printing::Print(ProgramWindow& window) {
-  const PageMaker makePages = AskWhat(window);
-  if (!makePages) return;
+std::unique_ptr<PrintedPages> Printing::MakePages(const PageMaker& makePages) {
+  QPrinter& printer = ThePrinter();
+  std::unique_ptr<PrintedPages> pages = makePages(PreparePage(printer));
+  if (!pages) return nullptr;
+  Messages& messages = shell_.TheWorkspace().messages;
+  const int count = CountPages(*pages, printer.resolution());
+  const int chosen = CountChosen(ChosenPages(printer), count);
+  if (chosen == 0) NoteError(messages, "The last page is %s", {std::to_string(count)});
+  return chosen > 0 && MayPrint(messages, chosen) ? std::move(pages) : nullptr;
+}
+
+void Printing::PrintPagesOf(ProgramWindow& window, const PageMaker& makePages) {
   QPrinter& printer = ThePrinter();
   std::unique_ptr<PrintedPages> pages = makePages(PreparePage(printer));
   if (!pages) return;
+  printer.setDocName(DisplayText(pages->Title()));
   const int offered = CountPages(*pages, printer.resolution());
   if (!shell_.Printers().ChoosePrinter(printer, offered, &window.Widget())) return;
-  pages = makePages(PreparePage(printer));
+  pages = MakePages(makePages);
   if (!pages) return;
-  const int count = CountPages(*pages, printer.resolution());
-  if (!MayPrint(shell_.TheWorkspace().messages, CountChosen(ChosenPages(printer), count))) return;
   if (printer.outputFormat() == QPrinter::PdfFormat && !printer.outputFileName().isEmpty()) {
     WritePdf(printer, *pages, OccasionFor(window));
   } else {
-    DrawOn(printer, *pages, OccasionFor(window));
+    SendTo(printer, *pages, OccasionFor(window));
   }
+}
+
+void Printing::Print(ProgramWindow& window) {
+  const PageMaker makePages = AskWhat(window);
+  if (makePages) PrintPagesOf(window, makePages);
 }
 
 void Printing::Preview(ProgramWindow& window) {
   const PageMaker makePages = AskWhat(window);
-  if (!makePages) return;
-  QPrinter& printer = ThePrinter();
-  const std::unique_ptr<PrintedPages> first = makePages(PreparePage(printer));
-  if (!first) return;
-  Messages& messages = shell_.TheWorkspace().messages;
-  if (!MayPrint(messages, CountPages(*first, printer.resolution()))) return;
-  shell_.Printers().Preview(
-      printer,
-      [&](QPrinter& device) {
-        const std::unique_ptr<PrintedPages> pages = makePages(PreparePage(device));
-        if (pages) DrawOn(device, *pages, OccasionFor(window));
-      },
-      &window.Widget());
+  if (!makePages || !MakePages(makePages)) return;
+  const auto draw = [&](QPrinter& device) {
+    shell_.Guard().Run([&] {
+      const std::unique_ptr<PrintedPages> pages = makePages(PreparePage(device));
+      if (pages) DrawOn(device, *pages, OccasionFor(window));
+    });
+  };
+  if (shell_.Printers().Preview(ThePrinter(), draw, &window.Widget())) {
+    PrintPagesOf(window, makePages);
+  }
 }
 
-void Printing::ShowDialog(MapWindowWidget& window) { AskWhat(window); }
+void Printing::ShowDialog(MapWindowWidget& window) { AskWhatOfMap(window); }
 
 void Printing::DrawOn(QPrinter& printer, PrintedPages& pages, const QString& occasion) {
-  printer.setDocName(DisplayText(pages.Title()));
   BusyWork busy(shell_.TheWorkspace(), shell_.Boxes(), occasion, shell_.Clock());
-  const PrintRun run{
-      .progress = &busy, .span = ChosenPages(printer), .discard = [&printer] { printer.abort(); }};
-  const int copies = printer.supportsMultipleCopies() ? 1 : std::max(1, printer.copyCount());
-  for (int copy = 0; copy < copies; ++copy) {
-    const PrintResult result = PrintPages(pages, printer, run);
-    if (result == PrintResult::Failed) {
-      NoteError(shell_.TheWorkspace().messages, "Can't draw the pages");
-    }
-    if (result != PrintResult::Done) return;
+  busy.Commit();  // a printer prints what it has, and a preview can't be left half drawn
+  if (PrintPages(pages, printer, {.progress = &busy, .span = ChosenPages(printer)}) !=
+      PrintResult::Done) {
+    NoteError(shell_.TheWorkspace().messages, "Can't draw the pages");
   }
+}
+
+void Printing::SendTo(QPrinter& printer, PrintedPages& pages, const QString& occasion) {
+  {
+    // The toolkit can't call a job back. So all is drawn once where it can be cancelled.
+    BusyWork busy(shell_.TheWorkspace(), shell_.Boxes(), occasion, shell_.Clock());
+    PdfOf(pages, printer.pageLayout(), printer.resolution(),
+          {.progress = &busy, .span = ChosenPages(printer)});
+    if (busy.Canceled()) return;
+  }
+  DrawOn(printer, pages, occasion);
 }
 
 void Printing::WritePdf(const QPrinter& printer, PrintedPages& pages, const QString& occasion) {

@@ -47,8 +47,14 @@ class Printing final : public QObject {
   /// Checks the printer and asks what to print. \return empty if nothing is printed
   PageMaker AskWhat(ProgramWindow& window);
   PageMaker AskWhatOfMap(MapWindowWidget& window);
-  /// Draws pages on a printer, with progress.
+  bool HasValidPrinter();
+  /// Makes the pages and checks how many they are. \return null if they are not printed
+  std::unique_ptr<PrintedPages> MakePages(const PageMaker& makePages);
+  void PrintPagesOf(ProgramWindow& window, const PageMaker& makePages);
+  /// Draws pages on a printer or its preview, with progress.
   void DrawOn(QPrinter& printer, PrintedPages& pages, const QString& occasion);
+  /// Prints pages. Cancel ends the job without a page.
+  void SendTo(QPrinter& printer, PrintedPages& pages, const QString& occasion);
   /// Writes pages to the PDF file that the user chose as the printer.
   void WritePdf(const QPrinter& printer, PrintedPages& pages, const QString& occasion);
 

@@ -8,7 +8,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialogButtonBox>
-#include <QEvent>
+#include <QFocusEvent>
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -154,6 +154,8 @@ QWidget* PrintMapDialog::MakeCommonFields() {
   grid->addWidget(size, 1, 1);
   gridColor_ = new QComboBox(box);
   gridColor_->setEditable(true);
+  gridColor_->setInsertPolicy(QComboBox::NoInsert);
+  gridColor_->setCompleter(nullptr);  // it would finish what is typed
   gridColor_->setAccessibleName(QStringLiteral("Grid Color"));
   gridColor_->view()->setAccessibleName(QStringLiteral("Grid Colors"));
   for (const char* color : OfferedGridColors) gridColor_->addItem(QString::fromLatin1(color));
@@ -175,7 +177,11 @@ void PrintMapDialog::ConnectField(const Field& field) {
 }
 
 bool PrintMapDialog::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::FocusIn) {
+  // The focus that comes back to the window, or from a menu, chooses nothing.
+  const bool chosen = event->type() == QEvent::FocusIn &&
+                      static_cast<QFocusEvent*>(event)->reason() != Qt::ActiveWindowFocusReason &&
+                      static_cast<QFocusEvent*>(event)->reason() != Qt::PopupFocusReason;
+  if (chosen) {
     for (const Field& field : fields_) {
       if (field.edit == watched && field.mode != PrintMode::FillPage) Choose(field.mode);
     }

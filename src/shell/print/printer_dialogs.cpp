@@ -1,14 +1,21 @@
 #include "shell/print/printer_dialogs.h"
 
+#include <QAction>
 #include <QPageSetupDialog>
 #include <QPrintDialog>
 #include <QPrintPreviewDialog>
 #include <QPrinter>
+#include <QPrinterInfo>
 #include <QScreen>
 
 namespace orvane {
 
-bool DesktopPrinterDialogs::IsValid(const QPrinter& printer) { return printer.isValid(); }
+bool DesktopPrinterDialogs::IsValid(const QPrinter& printer) {
+  // A printer that is gone still counts as valid to the toolkit.
+  const bool isGone = printer.outputFormat() == QPrinter::NativeFormat &&
+                      QPrinterInfo::printerInfo(printer.printerName()).isNull();
+  return printer.isValid() && !isGone;
+}
 
 void DesktopPrinterDialogs::SetUpPage(QPrinter& printer, QWidget* parent) {
   QPageSetupDialog dialog(&printer, parent);
@@ -25,7 +32,7 @@ bool DesktopPrinterDialogs::ChoosePrinter(QPrinter& printer, int pages, QWidget*
   return dialog.exec() == QDialog::Accepted;
 }
 
-void DesktopPrinterDialogs::Preview(QPrinter& printer, const std::function<void(QPrinter&)>& draw,
+bool DesktopPrinterDialogs::Preview(QPrinter& printer, const std::function<void(QPrinter&)>& draw,
                                     QWidget* parent) {
   constexpr double PartOfScreen = 0.8;
   QPrintPreviewDialog dialog(&printer, parent, Qt::Window);
@@ -33,7 +40,19 @@ void DesktopPrinterDialogs::Preview(QPrinter& printer, const std::function<void(
   dialog.resize((parent->screen()->availableSize() * PartOfScreen));
   QObject::connect(&dialog, &QPrintPreviewDialog::paintRequested, &dialog,
                    [&draw](QPrinter* device) { draw(*device); });
+  // The dialog's own printing knows neither our questions nor our files.
+  bool wantsPrint = false;
+  const auto actions = dialog.findChildren<QAction*>();
+  for (QAction* action : actions) {
+    if (action->text() != QPrintPreviewDialog::tr("Print")) continue;
+    action->disconnect(&dialog);
+    QObject::connect(action, &QAction::triggered, &dialog, [&] {
+      wantsPrint = true;
+      dialog.accept();
+    });
+  }
   dialog.exec();
+  return wantsPrint;
 }
 
 }  // namespace orvane

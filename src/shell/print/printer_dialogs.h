@@ -21,8 +21,9 @@ class PrinterDialogs {
   /// \return false if the user cancelled
   virtual bool ChoosePrinter(QPrinter& printer, int pages, QWidget* parent) = 0;
   /// Shows what would be printed.
-  /// \param draw  prints all pages; called for each change of the page, and to print them
-  virtual void Preview(QPrinter& printer, const std::function<void(QPrinter&)>& draw,
+  /// \param draw  draws all pages; called for each change of the page
+  /// \return true if the user wants to print them
+  virtual bool Preview(QPrinter& printer, const std::function<void(QPrinter&)>& draw,
                        QWidget* parent) = 0;
 };
 
@@ -32,7 +33,7 @@ class DesktopPrinterDialogs final : public PrinterDialogs {
   bool IsValid(const QPrinter& printer) override;
   void SetUpPage(QPrinter& printer, QWidget* parent) override;
   bool ChoosePrinter(QPrinter& printer, int pages, QWidget* parent) override;
-  void Preview(QPrinter& printer, const std::function<void(QPrinter&)>& draw,
+  bool Preview(QPrinter& printer, const std::function<void(QPrinter&)>& draw,
                QWidget* parent) override;
 };
 
