@@ -9,6 +9,7 @@ namespace orvane {
 
 bool ShownRangeStats::Show(std::vector<const RangePanelRow*> rows, const MeasureNames& names) {
   std::vector<Subject> subjects;
+  subjects.reserve(rows.size());
   for (const RangePanelRow* row : rows) subjects.push_back({row->range, row->overlapOf});
   const bool differs = subjects != subjects_;
   subjects_ = std::move(subjects);

@@ -39,7 +39,7 @@ PointIndexWindow::PointIndexWindow(Shell& shell, MapWindowWidget& mapWindow,
   typeTimer_.setInterval(TypingMilliseconds);
   connect(&typeTimer_, &QTimer::timeout, this, [this] { typed_.clear(); });
   Area().takeKey = [this](const QKeyEvent& event) { return TakeKey(event); };
-  connect(&Area(), &ReportArea::lineActivated, this, &PointIndexWindow::ShowOnMap);
+  connect(&Area(), &ReportArea::openRequested, this, &PointIndexWindow::ShowOnMap);
   connect(&mapWindow.View(), &MapView::viewChanged, this, &PointIndexWindow::FollowMap);
   connect(&shell.Maps(), &OpenMaps::mapReread, this, [this](const Map* map) {
     if (MapSide() != nullptr && RestsOn(TheMapWindow().TheMap(), *map)) TakeSnapshot();

@@ -284,7 +284,7 @@ void ReportArea::keyPressEvent(QKeyEvent* event) {
     return;
   }
   if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-    if (hasCurrent) Q_EMIT lineActivated(selection_.current);
+    if (hasCurrent) Q_EMIT openRequested(selection_.current);
     return;
   }
   QAbstractScrollArea::keyPressEvent(event);
@@ -330,7 +330,7 @@ void ReportArea::mouseDoubleClickEvent(QMouseEvent* event) {
   const int line = LineUnder(event->position());
   if (line < 0) return;
   Select(line, SelectionMode::Only);
-  Q_EMIT lineActivated(line);
+  Q_EMIT openRequested(line);
 }
 
 void ReportArea::focusInEvent(QFocusEvent*) { viewport()->update(); }

@@ -53,7 +53,7 @@ class ReportArea final : public QAbstractScrollArea {
   /// Other lines are selected, or another one is current.
   void selectionChanged();
   /// A line was double-clicked, or Return was pressed on it.
-  void lineActivated(int line);
+  void openRequested(int line);
 
  protected:
   void paintEvent(QPaintEvent* event) override;
