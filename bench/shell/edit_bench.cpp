@@ -1,10 +1,10 @@
 // From OK in the trail editor to the drawn window: the trail is made again, the map is solved, the
 // ranges are analysed, panes and map are painted.
 
-#include "made_survey.h"
 #include "open_program.h"
 #include "shell/editors/cell_table_view.h"
 #include "shell/editors/editor_commands.h"
+#include "support/made_survey.h"
 #include "view/fit_to_map.h"
 
 #include <QLineEdit>

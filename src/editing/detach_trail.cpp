@@ -135,8 +135,8 @@ void TrailDetacher::KeepMark(const Point& point) {
   for (const std::string& synonym : point.synonyms) marks_.emplace(FoldedText(synonym), mark);
 }
 
-void TrailDetacher::KeepMarks(const Trail& deleted) {
-  for (const Point* point : deleted.points) KeepMark(*point);
+void TrailDetacher::KeepMarks(const std::vector<Point*>& points) {
+  for (const Point* point : points) KeepMark(*point);
 }
 
 void TrailDetacher::TakeOut(Point& point) {
@@ -154,7 +154,7 @@ void TrailDetacher::RestoreMark(Point& point) const {
   if (found->second.filled) point.flags |= PointMarkFilled;
 }
 
-std::vector<Point*> PointsStillHeld(Map& map, const Trail& deleted) {
+std::vector<Point*> PointsHeld(Map& map, const std::vector<Point*>& points) {
   std::unordered_set<const Point*> held;
   std::vector<Map*> maps = MapsBasedOn(map);
   maps.push_back(&map);
@@ -162,7 +162,7 @@ std::vector<Point*> PointsStillHeld(Map& map, const Trail& deleted) {
     for (const Trail& trail : each->trails) held.insert(trail.points.begin(), trail.points.end());
   }
   std::vector<Point*> found;
-  std::copy_if(deleted.points.begin(), deleted.points.end(), std::back_inserter(found),
+  std::copy_if(points.begin(), points.end(), std::back_inserter(found),
                [&held](const Point* point) { return held.contains(point); });
   return found;
 }

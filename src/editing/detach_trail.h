@@ -23,7 +23,7 @@ class TrailDetacher {
   size_t Detach();
 
   /// Keeps the marks of the points of a trail that was deleted and is made again now.
-  void KeepMarks(const Trail& deleted);
+  void KeepMarks(const std::vector<Point*>& points);
 
   /// Gives a new point the mark of the removed point that had its name.
   void RestoreMark(Point& point) const;
@@ -59,7 +59,7 @@ class TrailDetacher {
   std::map<std::string, Mark> marks_;  ///< by folded name
 };
 
-/// \return the points of a deleted trail that other trails of its map, or of maps above, hold
-std::vector<Point*> PointsStillHeld(Map& map, const Trail& deleted);
+/// \return those of the points that trails of their map, or of maps above, hold
+std::vector<Point*> PointsHeld(Map& map, const std::vector<Point*>& points);
 
 }  // namespace orvane

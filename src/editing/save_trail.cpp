@@ -220,12 +220,12 @@ class TrailBuilder {
   Point* previous_ = nullptr;
 };
 
-/// \param deleted  the trail that is made again, or null
-Trail& MakeTrail(Map& map, const TrailInput& input, const Trail* deleted) {
-  if (deleted != nullptr) {
+/// A new trail, or the deleted one of the editor again.
+Trail& MakeTrail(const TrailEditor& editor, Map& map, const TrailInput& input) {
+  if (editor.Deleted() != nullptr) {
     // Shared points come back with it, so that its rows replace what it had given to them.
-    std::vector<Point*> held = PointsStillHeld(map, *deleted);
-    Trail& again = map.trails.emplace_front(*deleted);
+    std::vector<Point*> held = PointsHeld(map, editor.DeletedPoints());
+    Trail& again = map.trails.emplace_front(*editor.Deleted());
     again.points = std::move(held);
     again.flags &= std::uint32_t{TrailHidden};
     return again;
@@ -243,7 +243,7 @@ void ChangeMap(const TrailEditor& editor, Map& map, const TrailInput& input,
   followUp.solve = true;
   Trail* trail = editor.Edited();
   if (trail == nullptr && (!input.name.empty() || input.date != 0)) {
-    trail = &MakeTrail(map, input, editor.Deleted());
+    trail = &MakeTrail(editor, map, input);
   }
   if (trail == nullptr) {
     TrailBuilder(map, nullptr, nullptr).Build(editor.Rows());
@@ -256,7 +256,7 @@ void ChangeMap(const TrailEditor& editor, Map& map, const TrailInput& input,
   // The vertices of a contour are no survey points, and its table can't be edited.
   if (editor.IsReadOnly()) return;
   TrailDetacher detacher(map, {trail}, editor.Rows());
-  if (editor.Deleted() != nullptr) detacher.KeepMarks(*editor.Deleted());
+  detacher.KeepMarks(editor.DeletedPoints());
   detacher.Detach();
   TrailBuilder(map, trail, &detacher).Build(editor.Rows());
 }

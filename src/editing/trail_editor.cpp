@@ -95,6 +95,7 @@ Messages& TrailEditor::TheMessages() const { return map_.workspace->messages; }
 void TrailEditor::MakeAgain() {
   deleted_ = trail_;
   trail_ = nullptr;
+  if (opened_) deletedPoints_ = opened_->points;  // a deleted trail has none
   opened_.reset();
 }
 
@@ -199,6 +200,7 @@ void TrailEditor::FollowReread() {
   if (deleted_ != nullptr) {
     KeepLost(*deleted_);
     deleted_ = &*lost_;
+    deletedPoints_.clear();
   }
   if (trail_ == nullptr || MapOfTrail(map_, *trail_) != nullptr) return;
   Trail* now = FindSameTrail(map_, *trail_);

@@ -49,6 +49,8 @@ class TrailEditor final : public CellModel {
   void MakeAgain();
   /// \return the deleted trail after `MakeAgain`, or null
   const Trail* Deleted() const { return deleted_; }
+  /// \return the points that the deleted trail had when the editor was opened
+  const std::vector<Point*>& DeletedPoints() const { return deletedPoints_; }
 
   /// The title of the window.
   std::string Title() const;
@@ -103,6 +105,7 @@ class TrailEditor final : public CellModel {
   Map& map_;
   Trail* trail_;
   const Trail* deleted_ = nullptr;
+  std::vector<Point*> deletedPoints_;
   std::optional<Trail> lost_;  ///< a copy without points of a trail that no map has; for the above
   TrailForm form_;
   std::vector<TrailRow> rows_;

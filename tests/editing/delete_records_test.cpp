@@ -123,7 +123,7 @@ TEST_F(DeleteRecordsTest, ATrailThatIsMadeAgainGivesItsSharedPointsBackOnce) {
   DeleteTrails(map, {main}, history);
   ASSERT_EQ(SaveTrailEditor(editor, history), SaveOutcome::Closes);
   EXPECT_EQ(Readings(Named(map, "A")).size(), 1U);
-  EXPECT_EQ(Named(map, "A").note, "\tgate");
+  EXPECT_EQ(Named(map, "A").note, "gate");
   EXPECT_EQ(Readings(Named(map, "B")).size(), 1U);
   EXPECT_EQ(Named(map, "B").markShape, 2);
   ASSERT_TRUE(history.Undo(map));

@@ -55,7 +55,9 @@ TEST_F(PaneSelection, TakesRangesBetween) {
 
 /// A point that is on no trail of its name has a warning each; by default only the first is shown.
 TEST_F(PaneSelection, ChecksWithoutLimitOnlyForOneRow) {
-  Show("T\tPath\tTrail\nG\tx1\tS20\tE47\nG\tx2\tS20\tE47\nT\tRidge\tWay\nG\ty1\tS20\tE47\n");
+  Show(
+      "T\tPath\tTrail\nG\tPath1\tS20\tE47\nG\tFoo\tS20\tE47\nG\tBar\tS20\tE47\nG\tPath9\tS20\tE47\n"
+      "T\tRidge\tWay\nG\tRidge1\tS20\tE47\nG\tBaz\tS20\tE47\nG\tRidge2\tS20\tE47\n");
   const auto shown = [this] {
     const size_t before = messages.Entries().size();
     EXPECT_TRUE(CheckSelectedTrails(view, messages));

@@ -231,7 +231,7 @@ TEST_F(RangeRowsTest, SortManyOverlapsAsOneByOne) {
     AddOverlap(a, b, name);
   }
   for (RangeIntersection& record : map.intersections) {
-    const std::string name = record.name.value_or("");
+    const std::string name = record.name;
     const auto place = std::find_if(expected.begin(), expected.end(), [&](const auto& there) {
       return CompareNames(name, there.first) < 0;
     });

@@ -576,8 +576,7 @@ TEST_F(ElevationWindowTest, AProfileClosesWhenItsTrailIsGoneFromTheFile) {
   const QPointer<ElevationWindow> transect(&OpenTransect());
   folder_.Write("site.map", "T\tOther\tTrail\nL\tA\t0\t0\t100\nL\tB\t0\t0.01\t150\n");
   ASSERT_TRUE(ReloadMap(shell_, TheMap()));
-  DeliverDeletes();
-  EXPECT_TRUE(trail.isNull());
+  EXPECT_TRUE(QTest::qWaitFor([&trail] { return trail.isNull(); }));
   ASSERT_FALSE(transect.isNull());
   EXPECT_EQ(All().size(), 1U);
   ASSERT_TRUE(QTest::qWaitFor([&] { return transect->Plot().IsFilled(); }));

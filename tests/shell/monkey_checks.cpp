@@ -21,8 +21,6 @@
 namespace orvane {
 namespace {
 
-bool IsDirty(const Map& map) { return (map.flags & MapDirty) != 0; }
-
 /// True if Save has something to do for a window of the map: it, a map made before it, or one that
 /// is based on has changed.
 bool MaySave(const Workspace& workspace, const Map& map) {

@@ -15,6 +15,7 @@
 #include <QScrollBar>
 #include <QShortcut>
 #include <QSignalBlocker>
+#include <QTimer>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -91,7 +92,9 @@ void ElevationWindow::FollowMap() {
 
 void ElevationWindow::FollowLine() {
   if (!plot_->Follow(identity_)) {
-    close();
+    // Until the map is read, no window takes a close, and there is nothing left to paint.
+    setUpdatesEnabled(false);
+    QTimer::singleShot(0, this, &QWidget::close);
     return;
   }
   identity_ = IdentityOf(plot_->View());
