@@ -129,7 +129,7 @@ TEST(TrailColumns, TheHintOnBearingsKeepsItsByte) {
   RecordedMessages messages;
   Workspace workspace(messages);
   const Map& map = MakeMap(workspace, "site.map");
-  const std::string& hint = TrailColumns(EntryMode::Relative, map)[3].hint;
+  const std::string hint = TrailColumns(EntryMode::Relative, map)[3].hint;
   EXPECT_NE(hint.find("\n  or N34\xA1 12'E.\n"), std::string::npos) << hint;
 }
 

@@ -174,10 +174,9 @@ bool EditorWindow::eventFilter(QObject* watched, QEvent* event) {
     event->ignore();
     return true;
   }
-  const bool isInForm = watched != &cells_->EditField();
-  if (event->type() != QEvent::KeyPress || !isInForm) {
-    return QMainWindow::eventFilter(watched, event);
-  }
+  // Other events also come while the window is destroyed, when the table is gone.
+  const bool isInForm = event->type() == QEvent::KeyPress && watched != &cells_->EditField();
+  if (!isInForm) return QMainWindow::eventFilter(watched, event);
   const auto& key = *static_cast<QKeyEvent*>(event);
   if ((key.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) != 0) {
     return false;
