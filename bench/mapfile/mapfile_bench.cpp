@@ -1,8 +1,8 @@
-#include "support/made_survey.h"
 #include "mapfile/open_map.h"
 #include "mapfile/reader.h"
 #include "mapfile/writer.h"
 #include "model/workspace.h"
+#include "support/made_survey.h"
 
 #include <benchmark/benchmark.h>
 #include <cstdlib>

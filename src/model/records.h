@@ -372,13 +372,13 @@ struct OverlapCells {
 /// How one of two overlapping ranges used the overlap and its surroundings.
 struct OverlapShare {
   Range* range = nullptr;
-  CellTally tally;         ///< in the overlap
-  OverlapCells cells;      ///< in the overlap, those with any value; none without a grid
-  CellTally beyond;        ///< outside the other's hull, within the margin
-  CellTally withinOther;   ///< inside the other's hull, within the margin of its edge
-  CellTally withinOwn;     ///< inside the other's hull, within the margin of its own edge
-  float timeShare = 0;     ///< percent of the range's time in the overlap
-  float cellShare = 0;     ///< percent of the range's time in cells that both use
+  CellTally tally;        ///< in the overlap
+  OverlapCells cells;     ///< in the overlap, those with any value; none without a grid
+  CellTally beyond;       ///< outside the other's hull, within the margin
+  CellTally withinOther;  ///< inside the other's hull, within the margin of its edge
+  CellTally withinOwn;    ///< inside the other's hull, within the margin of its own edge
+  float timeShare = 0;    ///< percent of the range's time in the overlap
+  float cellShare = 0;    ///< percent of the range's time in cells that both use
 };
 
 /// The overlap of the hulls of two ranges; the bounds are those of `polygon`.

@@ -386,8 +386,7 @@ void OverlapMaker::Intersect(Range& a, Range& b) {
 }
 
 void OverlapMaker::Count(const RangeIntersection& record) {
-  size_t bytes =
-      sizeof record + record.name.capacity() + record.polygon.size() * sizeof(LatLon);
+  size_t bytes = sizeof record + record.name.capacity() + record.polygon.size() * sizeof(LatLon);
   for (const OverlapCells* cells : {&record.a.cells, &record.b.cells}) {
     bytes += cells->whole.size() * sizeof(cells->whole[0]);
     bytes += cells->parts.size() * sizeof(RangeCell);

@@ -3,7 +3,6 @@
 #include "base/messages.h"
 #include "model/map.h"
 
-
 namespace orvane {
 
 /// Checks the order of a trail's points against their names. All findings are warnings, and no

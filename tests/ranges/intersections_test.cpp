@@ -689,7 +689,8 @@ TEST_F(OverlapMakerTest, AnOverlapTakesLittleMemory) {
 // A cell that the edge of the overlap does not cut is that of the range.
 TEST_F(OverlapMakerTest, AnOverlapSharesTheCellsOfItsRanges) {
   AddGrid(50, -1000, -1000);
-  std::vector<Stop> stops = {{0, 0, 480, 3}, {800, 0, 490, 3}, {800, 800, 500, 3}, {0, 800, 510, 3}};
+  std::vector<Stop> stops = {
+      {0, 0, 480, 3}, {800, 0, 490, 3}, {800, 800, 500, 3}, {0, 800, 510, 3}};
   for (int i = 0; i < 200; ++i) {
     stops.push_back({10.0 * (i * 37 % 80), 10.0 * (i * 53 % 80), 520 + i, 2, i % 3});
   }
