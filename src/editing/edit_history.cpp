@@ -84,7 +84,7 @@ bool EditHistory::Step::ChangesSurvey(const Map& map) const {
 }
 
 /// True if the later of two steps can't stay without the earlier one: they changed one map, or the
-/// surveys of two maps of which one rests on the other.
+/// surveys of two maps of which one is in the basis chain of the other.
 bool EditHistory::AreTied(const Step& a, const Step& b) {
   const std::vector<Map*> others = b.Maps();
   for (const Map* map : a.Maps()) {

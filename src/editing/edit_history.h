@@ -144,7 +144,7 @@ class EditHistory {
   std::vector<Map*> RereadByRedo(const Map& map) const;
 
   /// Undoes the newest edit that changed `map` or a map in its basis chain. A later edit that
-  /// changed one of the same maps, such as the common basis, or a map that rests on one, is undone
+  /// changed one of the same maps, such as the common basis, or a map based on one, is undone
   /// first.
   /// \return false if there is none
   bool Undo(const Map& map);
@@ -155,8 +155,8 @@ class EditHistory {
   void NoteSaved(Map& map);
 
   /// Call after a map was changed without an edit, as when another map was opened that adds to it:
-  /// drops each step that touches it, since these were taken from another state. Leaves `MapDirty`
-  /// alone.
+  /// drops each step that touches it, since these were taken from another state. Does not
+  /// change `MapDirty`.
   void Forget(const Map& map);
 
   /// \return the number of steps that `Undo` can take back, over all maps

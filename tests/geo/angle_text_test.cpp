@@ -105,7 +105,7 @@ TEST(ParseAngle, StopsAtTheSecondLetterOfAQuadrant) {
 }
 
 TEST(ParseAngle, TurnsByTheLettersThatBeginABearing) {
-  // There is no number between the two letters, so the angle that is turned is 0.
+  // The two letters have no number between them, so the angle that is turned is 0.
   ExpectAngle("NE", Bearing, 0, 1);
   ExpectAngle("NW", Bearing, 90, 1);
   ExpectAngle("SE", Bearing, 270, 1);

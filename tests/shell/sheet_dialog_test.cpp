@@ -154,7 +154,7 @@ TEST_F(SheetImportInWindow, AColumnAndItsTextForAllRowsExcludeEachOther) {
       Type(dialog, column, "A");
       Type(dialog, always, "Oru");
       EXPECT_EQ(TextOf(dialog, column), "");
-      dialog.Edit(column).setFocus();  // the focus alone changes nothing
+      dialog.Edit(column).setFocus();  // only the focus: nothing changes
       EXPECT_EQ(TextOf(dialog, always), "Oru");
       QTest::keyClicks(&dialog.Edit(column), "B");
       EXPECT_EQ(TextOf(dialog, always), "");
