@@ -67,7 +67,7 @@ struct EditNews {
   /// \return the maps in which something changed; that of the edit if it only marked it
   std::vector<Map*> Maps() const;
   /// \return true if `map` is one of these
-  bool Concerns(const Map& map) const;
+  bool Concerns(const Map& other) const;
 };
 
 /// Follows an `EditHistory` until it is removed.

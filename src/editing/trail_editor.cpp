@@ -93,9 +93,11 @@ void TrailEditor::NoteReadingsOf(const TrailRow& row) {
 Messages& TrailEditor::TheMessages() const { return map_.workspace->messages; }
 
 void TrailEditor::MakeAgain() {
+  // A deleted trail has no points. Those of a map that was read again are gone.
+  const bool isLost = lost_ && trail_ == &*lost_;
+  if (opened_ && !isLost) deletedPoints_ = opened_->points;
   deleted_ = trail_;
   trail_ = nullptr;
-  if (opened_) deletedPoints_ = opened_->points;  // a deleted trail has none
   opened_.reset();
 }
 
