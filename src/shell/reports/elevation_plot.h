@@ -33,7 +33,7 @@ class ElevationPlot final : public QWidget {
   Q_OBJECT
 
  public:
-  /// \param view        as it was opened; what it points to must outlive the plot, or the next `Follow`
+  /// \param view        a new profile; what it points to must live until the plot goes or follows
   /// \param background  what the plot is cleared to
   ElevationPlot(ElevationView view, Color background, QWidget* parent);
   ~ElevationPlot() override;

@@ -19,7 +19,7 @@ class ElevationWindow final : public ReportWindow, public PrintableWindow {
   Q_OBJECT
 
  public:
-  /// \param view  as it was opened, on the map of `mapWindow`
+  /// \param view  a new profile, on the map of `mapWindow`
   ElevationWindow(Shell& shell, MapWindowWidget& mapWindow, ElevationView view);
 
   bool Answer(CommandId id) override;
