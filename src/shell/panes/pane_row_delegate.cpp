@@ -1,10 +1,12 @@
 #include "shell/panes/pane_row_delegate.h"
 
 #include "shell/panes/pane_model.h"
-#include "shell/panes/pane_view.h"
 
+#include <QAbstractItemView>
 #include <QPainter>
 #include <QPainterPath>
+
+#include <utility>
 
 namespace orvane {
 namespace {
@@ -26,8 +28,9 @@ QPolygonF Triangle(const QRectF& box, bool open) {
 
 }  // namespace
 
-PaneRowDelegate::PaneRowDelegate(PaneModel& model, PaneView& view)
-    : QStyledItemDelegate(&view), model_(model), view_(view) {}
+PaneRowDelegate::PaneRowDelegate(PaneModel& model, QAbstractItemView& view,
+                                 std::function<QModelIndex()> dropTarget)
+    : QStyledItemDelegate(&view), model_(model), view_(view), dropTarget_(std::move(dropTarget)) {}
 
 QSize PaneRowDelegate::sizeHint(const QStyleOptionViewItem& option,
                                 const QModelIndex& /*index*/) const {
@@ -62,7 +65,7 @@ void PaneRowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& optio
   }
   painter->drawText(textBox.adjusted(Indent * look.depth, 0, 0, 0),
                     Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, look.text);
-  const bool isTarget = view_.DropTarget() == index;
+  const bool isTarget = dropTarget_() == index;
   if (isTarget || (view_.hasFocus() && view_.currentIndex() == index)) {
     painter->setRenderHint(QPainter::Antialiasing, false);
     painter->setBrush(Qt::NoBrush);

@@ -2,10 +2,13 @@
 
 #include <QStyledItemDelegate>
 
+#include <functional>
+
+class QAbstractItemView;
+
 namespace orvane {
 
 class PaneModel;
-class PaneView;
 
 /// Pixels left of the triangles of a pane.
 constexpr int PaneMargin = 5;
@@ -16,8 +19,10 @@ class PaneRowDelegate final : public QStyledItemDelegate {
   Q_OBJECT
 
  public:
-  /// \param view  becomes the parent
-  PaneRowDelegate(PaneModel& model, PaneView& view);
+  /// \param view        becomes the parent
+  /// \param dropTarget  the row on which a drag would drop now; an invalid index if none
+  PaneRowDelegate(PaneModel& model, QAbstractItemView& view,
+                  std::function<QModelIndex()> dropTarget);
 
   void paint(QPainter* painter, const QStyleOptionViewItem& option,
              const QModelIndex& index) const override;
@@ -25,7 +30,8 @@ class PaneRowDelegate final : public QStyledItemDelegate {
 
  private:
   PaneModel& model_;
-  PaneView& view_;
+  QAbstractItemView& view_;
+  std::function<QModelIndex()> dropTarget_;
 };
 
 }  // namespace orvane

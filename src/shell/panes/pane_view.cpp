@@ -32,7 +32,7 @@ PaneView::PaneView(PaneModel& model, const QString& name, QWidget* parent)
     : QTreeView(parent), model_(model) {
   setAccessibleName(name);
   setModel(&model);
-  setItemDelegate(new PaneRowDelegate(model, *this));
+  setItemDelegate(new PaneRowDelegate(model, *this, [this] { return DropTarget(); }));
   setHeaderHidden(true);
   setUniformRowHeights(true);
   setIndentation(0);
