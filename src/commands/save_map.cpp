@@ -4,17 +4,37 @@
 #include "base/file_mark.h"
 #include "base/file_names.h"
 #include "base/messages.h"
+#include "mapfile/reader.h"
 #include "mapfile/writer.h"
 #include "model/workspace.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <optional>
+#include <string_view>
 #include <system_error>
 
 namespace orvane {
 namespace {
 
 constexpr std::string_view ShapefileName = "points.shp";
+
+/// Warns of the first line that a reader would cut, such as that of a long comment.
+void WarnOfLongLine(Messages& messages, const std::string& file, std::string_view text) {
+  OriginScope origin(messages, file);
+  while (!text.empty()) {
+    origin.NextLine();
+    const std::string_view line = text.substr(0, text.find('\n'));
+    if (line.size() > LongestMapLine) {
+      NoteWarning(messages,
+                  "A line of %s is too long: what follows its first 399 bytes will be read as a "
+                  "new line. Shorten the text",
+                  {BaseName(file)});
+      return;
+    }
+    text.remove_prefix(std::min(line.size() + 1, text.size()));
+  }
+}
 
 /// Writes a map to a file. The map then has its name and is unchanged.
 bool WriteUnder(Map& map, const std::string& path, bool full, const SaveContext& context) {
@@ -31,6 +51,7 @@ bool WriteUnder(Map& map, const std::string& path, bool full, const SaveContext&
   context.saved(map);
   if (renamed && context.renamed) context.renamed(map);
   if (context.written) context.written(map, path);
+  WarnOfLongLine(map.workspace->messages, path, text);
   return true;
 }
 

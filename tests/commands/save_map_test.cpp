@@ -139,7 +139,24 @@ TEST_F(SaveMapTest, AFailureNamesTheFileAsTyped) {
   EXPECT_EQ(map.shownName, "./season.map");
 }
 
-TEST_F(SaveMapTest, CancellingANameStopsTheWalk) {
+TEST_F(SaveMapTest, WarnsOfALineThatTheReaderWouldCut) {
+  Map& map = MakeChanged("season.map");
+  map.comments.push_back("# short");
+  map.comments.push_back("#" + std::string(LongestMapLine - 1, 'x'));
+  ASSERT_TRUE(SaveChangedMaps(map, Context()));
+  EXPECT_TRUE(messages_.Entries().empty());
+  map.comments.push_back("#" + std::string(LongestMapLine, 'x'));
+  map.flags |= MapDirty;
+  ASSERT_TRUE(SaveChangedMaps(map, Context()));
+  ASSERT_EQ(messages_.Entries().size(), 1U);
+  EXPECT_EQ(messages_.Entries()[0].severity, Severity::Warning);
+  EXPECT_EQ(messages_.Entries()[0].text,
+            "A line of season.map is too long: what follows its first 399 bytes will be read as a "
+            "new line. Shorten the text");
+  EXPECT_FALSE(IsDirty(map));
+}
+
+TEST_F(SaveMapTest, CancelingANameStopsTheWalk) {
   Map& map = MakeMap(workspace_, "Untitled");
   map.flags |= MapDirty | MapUntitled;
   Map& basis = MakeChanged("trails.map");
@@ -269,7 +286,7 @@ TEST_F(ChangedFileTest, IsKeptBesideTheOneOfSaveAs) {
   EXPECT_FALSE(IsDirty(map_));
 }
 
-TEST_F(ChangedFileTest, IsKeptIfSaveAsIsCancelled) {
+TEST_F(ChangedFileTest, IsKeptIfSaveAsIsCanceled) {
   ChangeFile();
   messages_.answers = {1};
   EXPECT_FALSE(SaveChangedMaps(map_, Context()));
