@@ -1,5 +1,7 @@
-// Taking an import of 10,000 rows back, on a survey of 20,000 points.
+// Taking an import of 10,000 rows back, on a survey of 20,000 points; deleting 1,000 trails on a map
+// of 100,000.
 
+#include "editing/delete_records.h"
 #include "entry/import_edits.h"
 #include "mapfile/open_map.h"
 #include "mapfile/reader.h"
@@ -78,6 +80,38 @@ void UndoAndRedoImport(benchmark::State& state) {
   state.counters["trails"] = static_cast<double>(TrailsOfType(site.map, "Papio").size());
 }
 
+/// Trails of the type "Side" with 20 stations each, which branch off the trails of a made survey.
+std::string SideTrails(int count) {
+  constexpr int Stations = 20;
+  std::string text;
+  for (int trail = 0; trail < count; ++trail) {
+    std::string base = "T" + std::to_string(trail % 800) + "_0";
+    text += "T\tside " + std::to_string(trail) + "\tSide\n";
+    for (int station = 0; station < Stations; ++station) {
+      const std::string name = "S" + std::to_string(trail) + "_" + std::to_string(station * 25);
+      text += "C\t" + name + "\t" + base + "\t25\t" + std::to_string(trail % 360) + "\t0\n";
+      base = name;
+    }
+  }
+  return text;
+}
+
+/// Deletes a group of 1,000 trails with 20,000 points, and solves what is left.
+void DeleteGroup(benchmark::State& state) {
+  Site site(MadeSurvey({.stations = 80000, .loops = 1000, .fixes = 50}) + SideTrails(1000));
+  const std::vector<Trail*> group = TrailsOfType(site.map, "Side");
+  for (auto unused : state) {
+    DeleteTrails(site.map, group, site.history);
+    state.PauseTiming();
+    if (!TrailsOfType(site.map, "Side").empty()) state.SkipWithError("the trails are still there");
+    site.history.Undo(site.map);
+    state.ResumeTiming();
+  }
+  Report(state, site);
+  state.counters["trails"] = static_cast<double>(group.size());
+}
+
+BENCHMARK(DeleteGroup)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(UndoAndRedoImport)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include "mapfile/writer.h"
 #include "panes/trail_tree.h"
 #include "shell/help/help_topics.h"
+#include "shell/sheet_dialog_driver.h"
 #include "shell/shell_case.h"
 #include "support/working_folder.h"
 #include "view/fit_to_map.h"
@@ -43,42 +44,19 @@ class SheetImportInWindow : public ShellCase {
   bool Import(MapWindowWidget& window, const std::string& path,
               const std::function<void(SheetDialog&)>& look) {
     dialogs_->paths = {path};
-    bool shown = false;
-    QTimer looks;
-    QObject::connect(&looks, &QTimer::timeout, [&] {
-      auto* dialog = qobject_cast<SheetDialog*>(QApplication::activeModalWidget());
-      if (dialog == nullptr || shown) return;
-      shown = true;
-      EXPECT_TRUE(QTest::qWaitFor([dialog] {
-        dialog->activateWindow();
-        return QApplication::activeWindow() == dialog;
-      }));
-      look(*dialog);
-      if (dialog->isVisible()) dialog->reject();
-    });
-    looks.start(1);
-    Press(window, CommandImportSpreadsheet);
-    return shown;
+    return WithSheetDialog([&] { Press(window, CommandImportSpreadsheet); }, look);
   }
   bool Import(const char* sheet, const std::function<void(SheetDialog&)>& look) {
     return Import(window_, folder_.Write("follows.txt", sheet), look);
   }
 
-  /// Types into a field what a user would, over what is there.
-  static void Type(SheetDialog& dialog, SheetField field, const char* text) {
-    QLineEdit& edit = dialog.Edit(field);
-    edit.setFocus();
-    edit.selectAll();
-    if (*text == '\0') QTest::keyClick(&edit, Qt::Key_Delete);
-    QTest::keyClicks(&edit, QLatin1String(text));
-  }
   /// Fills in the columns of `Sheet`.
   static void TypeColumns(SheetDialog& dialog) {
-    Type(dialog, SheetSkip, "1");
-    Type(dialog, SheetTime, "B");
-    Type(dialog, SheetLocation, "C");
-    Type(dialog, SheetSpeciesAlways, "Oru");
-    Type(dialog, SheetDate, "A");
+    TypeInField(dialog, SheetSkip, "1");
+    TypeInField(dialog, SheetTime, "B");
+    TypeInField(dialog, SheetLocation, "C");
+    TypeInField(dialog, SheetSpeciesAlways, "Oru");
+    TypeInField(dialog, SheetDate, "A");
   }
   static std::string TextOf(SheetDialog& dialog, SheetField field) {
     return dialog.Edit(field).text().toStdString();
@@ -151,8 +129,8 @@ TEST_F(SheetImportInWindow, AColumnAndItsTextForAllRowsExcludeEachOther) {
                                      {SheetFocal, SheetFocalAlways}};
   ASSERT_TRUE(Import(Sheet, [&](SheetDialog& dialog) {
     for (const auto& [column, always] : Pairs) {
-      Type(dialog, column, "A");
-      Type(dialog, always, "Oru");
+      TypeInField(dialog, column, "A");
+      TypeInField(dialog, always, "Oru");
       EXPECT_EQ(TextOf(dialog, column), "");
       dialog.Edit(column).setFocus();  // only the focus: nothing changes
       EXPECT_EQ(TextOf(dialog, always), "Oru");
@@ -160,8 +138,8 @@ TEST_F(SheetImportInWindow, AColumnAndItsTextForAllRowsExcludeEachOther) {
       EXPECT_EQ(TextOf(dialog, always), "");
       EXPECT_EQ(TextOf(dialog, column), "B");
     }
-    Type(dialog, SheetSpeciesAlways, "Oru");
-    Type(dialog, SheetActivity, "F");
+    TypeInField(dialog, SheetSpeciesAlways, "Oru");
+    TypeInField(dialog, SheetActivity, "F");
     EXPECT_EQ(TextOf(dialog, SheetSpeciesAlways), "");
     EXPECT_EQ(TextOf(dialog, SheetDate), "B");
   }));
@@ -178,7 +156,7 @@ TEST_F(SheetImportInWindow, FieldsAreRememberedOnceTheyAreAccepted) {
       EXPECT_EQ(TextOf(dialog, static_cast<SheetField>(field)), "") << field;
     }
     TypeColumns(dialog);
-    Type(dialog, SheetSpeciesAlways, "Red colobus");
+    TypeInField(dialog, SheetSpeciesAlways, "Red colobus");
     PressReturn(dialog);
   }));
   EXPECT_EQ(window_.TheMap().trails.front().type, "Red colobus");
@@ -195,8 +173,8 @@ TEST_F(SheetImportInWindow, ARefusalSaysWhyAndKeepsTheDialog) {
   const std::string before = Saved(window_);
   ASSERT_TRUE(Import(Sheet, [this](SheetDialog& dialog) {
     TypeColumns(dialog);
-    Type(dialog, SheetDate, "A/B");
-    Type(dialog, SheetTime, "");
+    TypeInField(dialog, SheetDate, "A/B");
+    TypeInField(dialog, SheetTime, "");
     PressReturn(dialog);
     EXPECT_TRUE(dialog.isVisible());
     EXPECT_TRUE(
@@ -204,12 +182,12 @@ TEST_F(SheetImportInWindow, ARefusalSaysWhyAndKeepsTheDialog) {
                                    "find a date"));
     EXPECT_EQ(dialog.focusWidget(), &dialog.Edit(SheetDate));
     EXPECT_EQ(dialog.Edit(SheetDate).selectedText(), QStringLiteral("A/B"));
-    Type(dialog, SheetDateAlways, "31 May");
+    TypeInField(dialog, SheetDateAlways, "31 May");
     PressReturn(dialog);
     EXPECT_EQ(Texts().back(), "Bad date");
     EXPECT_EQ(dialog.focusWidget(), &dialog.Edit(SheetDateAlways));
-    Type(dialog, SheetDateAlways, "2003-5-31");
-    Type(dialog, SheetFocalAlways, "Pim");
+    TypeInField(dialog, SheetDateAlways, "2003-5-31");
+    TypeInField(dialog, SheetFocalAlways, "Pim");
     PressReturn(dialog);
     EXPECT_EQ(Texts().back(), "You must specify a column in which to find the time");
     EXPECT_EQ(dialog.focusWidget(), &dialog.Edit(SheetTime));
@@ -301,7 +279,7 @@ TEST_F(SheetImportInWindow, AnAbandonedImportKeepsWhatWasReadAndCanBeTakenBack) 
   ASSERT_TRUE(Import("2003-5-1\t800\tMain0\n2003-5-1\t830\tMain100\n2003-5-1\t2575\tCamp\n",
                      [](SheetDialog& dialog) {
                        TypeColumns(dialog);
-                       Type(dialog, SheetSkip, "");
+                       TypeInField(dialog, SheetSkip, "");
                        PressReturn(dialog);
                      }));
   EXPECT_EQ(messages_.Questions().back().title, "Bad Time");
@@ -319,7 +297,7 @@ TEST_F(SheetImportInWindow, UnknownPlacesOfAnAbandonedImportGoIntoTheNextList) {
   const auto import = [this](const char* sheet) {
     ASSERT_TRUE(Import(sheet, [](SheetDialog& dialog) {
       TypeColumns(dialog);
-      Type(dialog, SheetSkip, "");
+      TypeInField(dialog, SheetSkip, "");
       PressReturn(dialog);
     }));
   };
@@ -366,7 +344,7 @@ TEST_F(SheetImportInWindow, IntoAnEmptyMapPutsItInView) {
                                           "2003-5-1\t900\tN1.01 E10.01\n");
   const auto take = [](SheetDialog& dialog) {
     TypeColumns(dialog);
-    Type(dialog, SheetSkip, "");
+    TypeInField(dialog, SheetSkip, "");
     PressReturn(dialog);
   };
   ASSERT_TRUE(Import(empty, sheet, take));
