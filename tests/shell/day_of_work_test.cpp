@@ -1,8 +1,7 @@
 // A whole day's work in the windows, with keys and buttons only: trails are typed and clicked, a
 // follow sheet is imported, a range is made and coloured, the map is saved and opened again.
 
-#include "entry/import_edits.h"
-#include "entry/sheet_fields.h"
+#include "mapfile/writer.h"
 #include "panes/trail_tree.h"
 #include "shell/editors/cell_table_view.h"
 #include "shell/editors/range_editor_window.h"
@@ -11,14 +10,20 @@
 #include "shell/panes/pane_view.h"
 #include "shell/panes/range_pane.h"
 #include "shell/panes/trail_pane.h"
+#include "shell/sheet_dialog_driver.h"
 #include "shell/shell_case.h"
 #include "support/same_map.h"
+#include "support/working_folder.h"
 
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
 
+#include <array>
 #include <initializer_list>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace orvane {
 namespace {
@@ -103,9 +108,14 @@ class DayOfWork : public ShellCase {
   void ImportFollows();
   void DragTheGroupOntoNew();
   void ColorTheRange();
+  /// Does all of the day, and keeps what a save would write after each part.
+  void DoAll();
   void SaveAndOpenAgain();
+  std::string Saved() { return MapFileText(TheMap(), TheMap().fileName, true); }
 
   MapWindowWidget& window_;
+  std::vector<std::string> states_;        ///< before the first part, then after each
+  WorkingFolder working_{folder_.Path()};  ///< of the lists that an import writes
 };
 
 /// From the pane to OK with the keyboard only.
@@ -160,24 +170,22 @@ void DayOfWork::ClickATrail() {
   EXPECT_EQ(Find("Brook")->points.size(), 3U);
 }
 
-/// The import itself, without its dialog.
 void DayOfWork::ImportFollows() {
-  SheetFields fields;
-  fields[SheetSpecies] = "A";
-  fields[SheetFocal] = "B";
-  fields[SheetDate] = "C";
-  fields[SheetTime] = "D";
-  fields[SheetLocation] = "E";
-  fields[SheetActivity] = "F";
-  SheetReading reading = ReadSheetFields(fields, TheMap());
-  ASSERT_FALSE(reading.refusal);
-  const FollowSheet sheet{.text = Follows};
-  reading.spec.sheet = &sheet;
-  SheetLogs logs;
-  SheetOutcome outcome;
-  const auto write = [](const std::string&, std::string_view) { return WriteResult::Done; };
-  ASSERT_TRUE(shell_.History().Apply(SheetEdit(reading.spec, logs, write, outcome)));
-  EXPECT_TRUE(outcome.completed);
+  dialogs_->paths = {folder_.Write("follows.txt", Follows)};
+  const bool shown = WithSheetDialog(
+      [this] { Press(window_, CommandImportSpreadsheet); },
+      [](SheetDialog& dialog) {
+        constexpr std::array<std::pair<SheetField, const char*>, 6> Columns{{{SheetSpecies, "A"},
+                                                                             {SheetFocal, "B"},
+                                                                             {SheetDate, "C"},
+                                                                             {SheetTime, "D"},
+                                                                             {SheetLocation, "E"},
+                                                                             {SheetActivity, "F"}}};
+        for (const auto& [field, column] : Columns) TypeInField(dialog, field, column);
+        QTest::keyClick(dialog.focusWidget(), Qt::Key_Return);
+        EXPECT_FALSE(dialog.isVisible());
+      });
+  ASSERT_TRUE(shown);
 }
 
 void DayOfWork::DragTheGroupOntoNew() {
@@ -205,11 +213,22 @@ void DayOfWork::ColorTheRange() {
   EXPECT_EQ(window_.Shown().rangeViews.front().color, 0xFF0000);
 }
 
+void DayOfWork::DoAll() {
+  states_ = {Saved()};
+  for (const auto& part :
+       {&DayOfWork::TypeATrail, &DayOfWork::ClickATrail, &DayOfWork::ImportFollows,
+        &DayOfWork::DragTheGroupOntoNew, &DayOfWork::ColorTheRange}) {
+    (this->*part)();
+    if (HasFatalFailure()) return;
+    states_.push_back(Saved());
+  }
+}
+
 void DayOfWork::SaveAndOpenAgain() {
   Press(window_, CommandSave);
   EXPECT_EQ(TheMap().flags & MapDirty, 0U);
   ScriptedMessages messages;
-  BoxMessages boxes;
+  BoxMessages boxes(around_);
   Workspace workspace(messages);
   Program program(workspace, boxes, around_);
   MapWindowWidget& again = *program.TheShell().OpenFile(TheMap().fileName);
@@ -221,21 +240,36 @@ void DayOfWork::SaveAndOpenAgain() {
 }
 
 TEST_F(DayOfWork, ComesBackFromTheFileAsItWasTypedClickedAndDragged) {
-  TypeATrail();
-  if (HasFatalFailure()) return;
-  ClickATrail();
-  if (HasFatalFailure()) return;
-  ImportFollows();
-  if (HasFatalFailure()) return;
-  DragTheGroupOntoNew();
-  if (HasFatalFailure()) return;
-  ColorTheRange();
+  DoAll();
   if (HasFatalFailure()) return;
   EXPECT_EQ(RowTexts(window_.Shown()),
             (std::vector<std::string>{"Oru", "2020-3-1 Ulo", "2020-3-2 Pim", "River", "Brook",
                                       "Trail", "Main", "Ridge", "New", "Oru", "New"}));
   SaveAndOpenAgain();
-  EXPECT_TRUE(messages_.Entries().empty());
+  for (const auto& entry : messages_.Entries()) EXPECT_EQ(entry.severity, Severity::Note);
+}
+
+TEST_F(DayOfWork, IsTakenBackStepByStepAndDoneAgain) {
+  DoAll();
+  if (HasFatalFailure()) return;
+  const std::vector<std::string> steps{"New Trail Ridge", "New Trail Brook",
+                                       "Import of follows.txt", "New Range Oru",
+                                       "Edit of Range Oru"};
+  ASSERT_EQ(states_.size(), steps.size() + 1);
+  const auto rows = RowTexts(window_.Shown());
+  for (size_t step = steps.size(); step > 0; --step) {
+    ASSERT_NE(shell_.History().UndoName(TheMap()), nullptr);
+    EXPECT_EQ(*shell_.History().UndoName(TheMap()), steps[step - 1]);
+    Press(window_, CommandUndo);
+    EXPECT_EQ(Saved(), states_[step - 1]) << steps[step - 1];
+    EXPECT_EQ((TheMap().flags & MapDirty) != 0, step > 1);
+  }
+  EXPECT_EQ(RowTexts(window_.Shown()), (std::vector<std::string>{"Trail", "Main", "New", "New"}));
+  for (size_t step = 1; step <= steps.size(); ++step) {
+    Press(window_, CommandRedo);
+    EXPECT_EQ(Saved(), states_[step]) << steps[step - 1];
+  }
+  EXPECT_EQ(RowTexts(window_.Shown()), rows);
 }
 
 }  // namespace
