@@ -292,10 +292,11 @@ class GuidePictures {
         "Q\tFig2\n"
         "C\tFig3\tFig2\t4O\t95\n");
     file.close();
+    boxes_.Log().Clear();  // without the notes of earlier pictures
     constexpr int BoxWithCheck = 3;
     SaveBoxes(QStringLiteral("message"), BoxWithCheck,
               [&] { shell_.OpenFile(path.toStdString()); });
-    auto window = std::make_unique<MessagesWindow>(boxes_.Log());
+    auto window = std::make_unique<MessagesWindow>(boxes_.Log(), surroundings_);
     window->resize(WindowSize.width() * 7 / 10, WindowSize.height() / 3);
     SaveShown(std::move(window), QStringLiteral("messages"));
   }
@@ -335,9 +336,9 @@ class GuidePictures {
 
   QString site_;
   QString folder_;
-  BoxMessages boxes_;
-  Workspace workspace_{boxes_};
   DesktopSurroundings surroundings_;
+  BoxMessages boxes_{surroundings_};
+  Workspace workspace_{boxes_};
   Program program_{workspace_, boxes_, surroundings_};
   Shell& shell_ = program_.TheShell();
   GisBoxes gisBoxes_;

@@ -41,9 +41,9 @@ class OpenProgram {
   }
 
  private:
-  BoxMessages boxes_;
-  Workspace workspace_{boxes_};
   DesktopSurroundings surroundings_;
+  BoxMessages boxes_{surroundings_};
+  Workspace workspace_{boxes_};
   Program program_{workspace_, boxes_, surroundings_};
   Shell& shell_ = program_.TheShell();
   MapWindowWidget& window_;

@@ -90,13 +90,13 @@ int main(int argc, char** argv) {
   QApplication::setDesktopFileName(QStringLiteral("orvane"));
   QApplication::setWindowIcon(QIcon(QStringLiteral(":/orvane.svg")));
 
-  orvane::BoxMessages boxes;
-  orvane::Workspace workspace(boxes);
   orvane::DesktopSurroundings surroundings;
+  orvane::BoxMessages boxes(surroundings);
+  orvane::Workspace workspace(boxes);
   orvane::Program program(workspace, boxes, surroundings, orvane::DefaultPlaces());
   orvane::Shell& shell = program.TheShell();
-  const orvane::ToolkitHook hook(boxes, [&] { surroundings.EndProgram(); });
-  const orvane::EndSignals endSignals(shell);
+  const orvane::ToolkitHook hook(boxes, surroundings);
+  const orvane::EndSignals endSignals(shell, surroundings);
   QObject::connect(
       &application, &QGuiApplication::commitDataRequest, &shell,
       [&shell](QSessionManager&) { orvane::WriteAtEndOfSession(shell); }, Qt::DirectConnection);

@@ -28,11 +28,6 @@ void HandleSignal(int signal) {
   errno = error;
 }
 
-void EndBy(int signal) {
-  std::signal(signal, SIG_DFL);
-  std::raise(signal);
-}
-
 }  // namespace
 
 bool WriteBeforeEnd(Shell& shell) {
@@ -52,7 +47,8 @@ void WriteAtEndOfSession(Shell& shell) {
   QTimer::singleShot(0, &shell, [&shell] { WriteAtEndOfSession(shell); });
 }
 
-EndSignals::EndSignals(Shell& shell) : end(EndBy), shell_(shell) {
+EndSignals::EndSignals(Shell& shell, Surroundings& surroundings)
+    : shell_(shell), surroundings_(surroundings) {
   if (::pipe2(ends_, O_CLOEXEC | O_NONBLOCK) != 0) return;
   writingEnd = ends_[1];
   auto* notifier = new QSocketNotifier(ends_[0], QSocketNotifier::Read, this);
@@ -84,7 +80,7 @@ void EndSignals::Receive() {
   // The byte is left, so that this is called again until the work has stopped.
   if (!WriteBeforeEnd(shell_)) return;
   unsigned char signal = 0;
-  if (::read(ends_[0], &signal, 1) == 1) end(signal);
+  if (::read(ends_[0], &signal, 1) == 1) surroundings_.EndBySignal(signal);
 }
 
 }  // namespace orvane

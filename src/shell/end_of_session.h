@@ -2,11 +2,10 @@
 
 #include <QObject>
 
-#include <functional>
-
 namespace orvane {
 
 class Shell;
+class Surroundings;
 
 /// Writes the preferences, and recovery copies of all unsaved maps, at once and without a question:
 /// the desktop session ends, or the system ends the program. During long work, maps may be
@@ -24,16 +23,14 @@ class EndSignals final : public QObject {
   Q_OBJECT
 
  public:
-  explicit EndSignals(Shell& shell);
+  EndSignals(Shell& shell, Surroundings& surroundings);
   ~EndSignals() override;
-
-  /// Ends the program; a test puts in its own.
-  std::function<void(int signal)> end;
 
  private:
   void Receive();
 
   Shell& shell_;
+  Surroundings& surroundings_;
   int ends_[2] = {-1, -1};  ///< of a pipe: read here, written by the handler of the signals
 };
 

@@ -52,6 +52,7 @@ class Shell final : public QObject {
   FileDialogs& Dialogs() { return surroundings_.Dialogs(); }
   PrinterDialogs& Printers() { return surroundings_.Printers(); }
   void EndProgram() { surroundings_.EndProgram(); }
+  Surroundings& Around() { return surroundings_; }
   /// The clock for long work (`BusyWork`).
   std::function<std::chrono::milliseconds()> Clock();
 

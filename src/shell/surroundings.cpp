@@ -2,11 +2,21 @@
 
 #include <QApplication>
 
+#include <csignal>
+#include <cstdlib>
+
 namespace orvane {
 
 void DesktopSurroundings::Beep() { QApplication::beep(); }
 
 void DesktopSurroundings::EndProgram() { QCoreApplication::quit(); }
+
+void DesktopSurroundings::EndAtOnce(int status) { std::exit(status); }
+
+void DesktopSurroundings::EndBySignal(int signal) {
+  std::signal(signal, SIG_DFL);
+  std::raise(signal);
+}
 
 std::chrono::milliseconds DesktopSurroundings::Now() {
   using std::chrono::duration_cast;

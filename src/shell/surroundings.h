@@ -16,7 +16,11 @@ class Surroundings {
   virtual void Beep() = 0;
   /// Ends the program, once the present event is handled.
   virtual void EndProgram() = 0;
-  /// The time since any fixed moment, for long work.
+  /// Ends the program at once, after a fatal message.
+  virtual void EndAtOnce(int status) = 0;
+  /// Ends the program as one that doesn't handle the signal would end.
+  virtual void EndBySignal(int signal) = 0;
+  /// The time since any fixed moment, for long work and for recovery copies.
   virtual std::chrono::milliseconds Now() = 0;
   /// The boxes that ask for a file.
   virtual FileDialogs& Dialogs() = 0;
@@ -29,6 +33,8 @@ class DesktopSurroundings final : public Surroundings {
  public:
   void Beep() override;
   void EndProgram() override;
+  void EndAtOnce(int status) override;
+  void EndBySignal(int signal) override;
   std::chrono::milliseconds Now() override;
   FileDialogs& Dialogs() override { return dialogs_; }
   PrinterDialogs& Printers() override { return printers_; }

@@ -1,5 +1,7 @@
 #include "shell/toolkit_hook.h"
 
+#include "shell/surroundings.h"
+
 #include <QCoreApplication>
 #include <QMetaObject>
 
@@ -13,10 +15,10 @@ constexpr int PlainError = 2;
 
 }  // namespace
 
-ToolkitHook::ToolkitHook(Messages& messages, std::function<void()> endProgram)
+ToolkitHook::ToolkitHook(Messages& messages, Surroundings& surroundings)
     : QObject(QCoreApplication::instance()),
       errors_(messages),
-      endProgram_(std::move(endProgram)),
+      surroundings_(surroundings),
       previous_(qInstallMessageHandler(&ToolkitHook::Receive)) {}
 
 ToolkitHook::~ToolkitHook() { qInstallMessageHandler(previous_); }
@@ -38,7 +40,7 @@ void ToolkitHook::Receive(QtMsgType type, const QMessageLogContext& context, con
 }
 
 void ToolkitHook::Report(int severity, const QString& text) {
-  if (!errors_.Report(0, severity, text.toStdString())) endProgram_();
+  if (!errors_.Report(0, severity, text.toStdString())) surroundings_.EndProgram();
 }
 
 }  // namespace orvane

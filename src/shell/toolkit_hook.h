@@ -5,9 +5,9 @@
 #include <QObject>
 #include <QString>
 
-#include <functional>
-
 namespace orvane {
+
+class Surroundings;
 
 /// Shows the user the errors that the window system reports. Its warnings go where they usually go.
 /// It is a child of the application, and there is at most one.
@@ -15,8 +15,8 @@ class ToolkitHook final : public QObject {
   Q_OBJECT
 
  public:
-  /// \param endProgram  called after an error with which the program can't go on
-  ToolkitHook(Messages& messages, std::function<void()> endProgram);
+  /// \param surroundings  end the program after an error with which it can't go on
+  ToolkitHook(Messages& messages, Surroundings& surroundings);
   ~ToolkitHook() override;
 
  private:
@@ -24,7 +24,7 @@ class ToolkitHook final : public QObject {
   void Report(int severity, const QString& text);
 
   ToolkitErrors errors_;
-  std::function<void()> endProgram_;
+  Surroundings& surroundings_;
   QtMessageHandler previous_;
 };
 

@@ -64,8 +64,8 @@ void HideInfo(Shell&, MapWindowWidget& window) {
   window.RefreshMarks();
 }
 
-void AskOrientation(Shell&, MapWindowWidget& window) {
-  OrientationDialog dialog(window.Shown(), &window);
+void AskOrientation(Shell& shell, MapWindowWidget& window) {
+  OrientationDialog dialog(window.Shown(), shell.Around(), &window);
   if (dialog.exec() == QDialog::Accepted) window.View().ShowMoved();
 }
 

@@ -69,7 +69,7 @@ TEST_F(AccessibleNames, TheWindowsOfTheProgram) {
 }
 
 TEST_F(AccessibleNames, TheWindowsOfMessages) {
-  MessagesWindow messages(boxes_.Log());
+  MessagesWindow messages(boxes_.Log(), around_);
   EXPECT_EQ(NamelessIn(messages), None);
   TextViewer viewer;
   viewer.Show({.file = folder_.Write("a.map", "G\tCamp\n"),
@@ -118,7 +118,7 @@ TEST_F(AccessibleNames, TheBoxOfAMessage) {
 
 TEST_F(AccessibleNames, TheDialogs) {
   MapWindowWidget& window = OpenNew();
-  OrientationDialog orientation(window.Shown(), &window);
+  OrientationDialog orientation(window.Shown(), around_, &window);
   EXPECT_EQ(NamelessIn(orientation), None);
   SheetFields columns;
   SheetDialog sheet(window.TheMap(), columns, &window);

@@ -198,11 +198,11 @@ TEST_F(ElevationWindowTest, ABlankProfileOpensForATrailAndSaysWhy) {
     EXPECT_EQ(sample.position.altitude, NoAltitude);
   }
   const QImage plot = window.Plot().grab().toImage();
-  int grey = 0;
+  int gray = 0;
   for (int x = 0; x < plot.width(); ++x) {
-    for (int y = 100; y < plot.height() - 60; ++y) grey += qGray(plot.pixel(x, y)) < 200 ? 1 : 0;
+    for (int y = 100; y < plot.height() - 60; ++y) gray += qGray(plot.pixel(x, y)) < 200 ? 1 : 0;
   }
-  EXPECT_GT(grey, 20) << "the reason is in the plot";
+  EXPECT_GT(gray, 20) << "the reason is in the plot";
 }
 
 TEST_F(ElevationWindowTest, AMapWindowHasAnyNumberOfThem) {
@@ -405,7 +405,7 @@ TEST_F(ElevationWindowTest, TheMenuZoomsAndShowsTheWholeLine) {
   EXPECT_FALSE(window.Commands().ActionOf(CommandSaveAs).isEnabled());
 }
 
-TEST_F(ElevationWindowTest, FindCentresOnAPointOfTheLine) {
+TEST_F(ElevationWindowTest, FindCentersOnAPointOfTheLine) {
   ElevationWindow& window = OpenTrail();
   const double length = View(window).lineLength;
   messages_.texts = {"cee", "Alone", std::nullopt};

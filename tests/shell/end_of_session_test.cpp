@@ -28,9 +28,6 @@ class EndSignalsTest : public EndOfSession {
     ::sigaction(signal, nullptr, &action);
     return action.sa_handler;
   }
-  void Watch(EndSignals& signals) {
-    signals.end = [this](int signal) { done_ += std::to_string(signal); };
-  }
 };
 
 TEST_F(EndOfSession, PreferencesAndCopiesAreWrittenWithoutAQuestion) {
@@ -62,18 +59,16 @@ TEST_F(EndOfSession, CopiesAreWrittenOnceLongWorkHasStopped) {
 TEST_F(EndSignalsTest, ASignalEndsTheProgramAfterEverythingIsWritten) {
   for (const int signal : {SIGTERM, SIGHUP, SIGINT}) {
     done_.clear();
-    EndSignals signals(shell_);
-    Watch(signals);
+    EndSignals signals(shell_, around_);
     std::raise(signal);
     EXPECT_EQ(done_, "");  // nothing is done within the signal itself
-    const std::string wanted = "preferences copies " + std::to_string(signal);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return done_ == wanted; })) << done_;
+    EXPECT_TRUE(QTest::qWaitFor([&] { return around_.endSignal == signal; }));
+    EXPECT_EQ(done_, "preferences copies ");
   }
 }
 
 TEST_F(EndSignalsTest, DuringLongWorkItWaitsUntilTheWorkHasStopped) {
-  EndSignals signals(shell_);
-  Watch(signals);
+  EndSignals signals(shell_, around_);
   {
     BusyWork busy(workspace_, boxes_, QStringLiteral("Opening site.map"));
     std::raise(SIGTERM);
@@ -81,14 +76,14 @@ TEST_F(EndSignalsTest, DuringLongWorkItWaitsUntilTheWorkHasStopped) {
     EXPECT_TRUE(busy.Canceled());
     EXPECT_EQ(done_.find("copies"), std::string::npos);
   }
-  EXPECT_TRUE(QTest::qWaitFor(
-      [&] { return done_.find("copies " + std::to_string(SIGTERM)) != std::string::npos; }));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return around_.endSignal == SIGTERM; }));
+  EXPECT_NE(done_.find("copies"), std::string::npos);
 }
 
 TEST_F(EndSignalsTest, ASignalThatWasIgnoredStaysSo) {
   std::signal(SIGHUP, SIG_IGN);
   {
-    const EndSignals signals(shell_);
+    const EndSignals signals(shell_, around_);
     EXPECT_EQ(HandlerOf(SIGHUP), SIG_IGN);
     EXPECT_NE(HandlerOf(SIGTERM), SIG_DFL);
   }

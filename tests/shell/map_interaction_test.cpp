@@ -285,7 +285,7 @@ TEST_F(MapInteraction, TheKeyEAsksForPrinting) {
   EXPECT_EQ(asked.size(), 2);
 }
 
-TEST_F(MapInteraction, FindCentresAndFlashesForASecond) {
+TEST_F(MapInteraction, FindCentersAndFlashesForASecond) {
   EXPECT_EQ(MarkerPixels(), 0);
   EXPECT_TRUE(widget_->Find("camp"));
   EXPECT_NEAR(Under(200, 150).lat, 1 - 100 * PixelDegrees, PixelDegrees);

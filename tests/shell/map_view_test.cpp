@@ -248,7 +248,7 @@ TEST_F(MapViewTest, DrawsAnewOnlyAfterAChange) {
   EXPECT_NE(Grabbed(), before);
 }
 
-TEST(EmptyMapView, SaysInGreyWhatToDoNext) {
+TEST(EmptyMapView, SaysInGrayWhatToDoNext) {
   SmallMap map;
   MapView widget(map.TheMap(), nullptr);
   widget.resize(400, 300);

@@ -1,4 +1,5 @@
 #include "shell/messages/box_messages.h"
+#include "shell/scripted_surroundings.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -74,7 +75,8 @@ QPushButton* ButtonOf(QWidget& box, const QString& text) {
 }
 
 TEST(BoxMessages, ShowsEachMessageWithTheIconOfItsSeverity) {
-  BoxMessages boxes;
+  ScriptedSurroundings around;
+  BoxMessages boxes(around);
   BoxWatcher watcher;
   NoteWarning(boxes, "Bad range spec %s", {"<b>x</b>"});
   NoteError(boxes, "Can't open file %s", {"r\xEDo.map"});
@@ -87,23 +89,21 @@ TEST(BoxMessages, ShowsEachMessageWithTheIconOfItsSeverity) {
 }
 
 TEST(BoxMessages, AFatalMessageEndsTheProgramAfterItsBox) {
-  BoxMessages boxes;
-  int status = 0;
+  ScriptedSurroundings around;
+  BoxMessages boxes(around);
   BoxWatcher watcher;
-  boxes.endProgram = [&status, &watcher](int given) {
-    EXPECT_EQ(watcher.Texts().size(), 2);
-    status = given;
-  };
+  around.endedAtOnce = [&watcher] { EXPECT_EQ(watcher.Texts().size(), 2); };
   const MessageBatch batch(boxes, QStringLiteral("Opening a.map"));
   NoteWarning(boxes, "first");
   NoteFatal(boxes, "Error getting file name.");
-  EXPECT_EQ(status, BoxMessages::FatalExit);
+  EXPECT_EQ(around.endStatus, BoxMessages::FatalExit);
   EXPECT_EQ(watcher.Texts(),
             QStringList({QStringLiteral("first"), QStringLiteral("Error getting file name.")}));
 }
 
 TEST(BoxMessages, FewMessagesOfABatchHaveABoxEachAtItsEnd) {
-  BoxMessages boxes;
+  ScriptedSurroundings around;
+  BoxMessages boxes(around);
   BoxWatcher watcher;
   {
     const MessageBatch batch(boxes, QStringLiteral("Opening a.map"));
@@ -127,7 +127,8 @@ void PostMany(BoxMessages& boxes, int count) {
 }
 
 TEST(BoxMessages, FromTheThirdOnTheBoxesOfABatchHaveACheck) {
-  BoxMessages boxes;
+  ScriptedSurroundings around;
+  BoxMessages boxes(around);
   const BoxWatcher watcher;
   int shown = 0;
   boxes.showInWindow = [&shown](int) { ++shown; };
@@ -141,7 +142,8 @@ TEST(BoxMessages, FromTheThirdOnTheBoxesOfABatchHaveACheck) {
 }
 
 TEST(BoxMessages, TheCheckLeavesTheRestToTheWindow) {
-  BoxMessages boxes;
+  ScriptedSurroundings around;
+  BoxMessages boxes(around);
   {
     const BoxWatcher before;
     NoteWarning(boxes, "before");
@@ -168,7 +170,8 @@ TEST(BoxMessages, TheCheckLeavesTheRestToTheWindow) {
 }
 
 TEST(BoxMessages, TheCheckOfTheLastBoxLeavesNothing) {
-  BoxMessages boxes;
+  ScriptedSurroundings around;
+  BoxMessages boxes(around);
   int shown = 0;
   boxes.showInWindow = [&shown](int) { ++shown; };
   const BoxWatcher watcher([](QWidget& box) {
@@ -181,7 +184,8 @@ TEST(BoxMessages, TheCheckOfTheLastBoxLeavesNothing) {
 }
 
 TEST(BoxMessages, EveryMessageIsLoggedWithItsOrigin) {
-  BoxMessages boxes;
+  ScriptedSurroundings around;
+  BoxMessages boxes(around);
   const BoxWatcher watcher;
   {
     OriginScope origin(boxes, "/maps/a.map");
@@ -200,7 +204,8 @@ TEST(BoxMessages, EveryMessageIsLoggedWithItsOrigin) {
 }
 
 TEST(BoxMessages, ANoteIsLoggedWithoutABox) {
-  BoxMessages boxes;
+  ScriptedSurroundings around;
+  BoxMessages boxes(around);
   const BoxWatcher watcher;
   PostNote(boxes, "3 files were written");
   {
@@ -214,7 +219,8 @@ TEST(BoxMessages, ANoteIsLoggedWithoutABox) {
 }
 
 TEST(BoxMessages, ACutMessageIsStillReadAsUtf8) {
-  BoxMessages boxes;
+  ScriptedSurroundings around;
+  BoxMessages boxes(around);
   const BoxWatcher watcher;
   std::string name = "x";
   for (int i = 0; i < 150; ++i) name += "\xC3\xAD";
@@ -224,7 +230,8 @@ TEST(BoxMessages, ACutMessageIsStillReadAsUtf8) {
 }
 
 TEST(BoxMessages, ALongPathDoesNotMakeABoxWiderThanTheScreen) {
-  BoxMessages boxes;
+  ScriptedSurroundings around;
+  BoxMessages boxes(around);
   int width = 0;
   const BoxWatcher watcher([&width](QWidget& box) {
     width = box.width();
@@ -236,7 +243,8 @@ TEST(BoxMessages, ALongPathDoesNotMakeABoxWiderThanTheScreen) {
 }
 
 TEST(BoxMessages, AMessageOfManyLinesDoesNotMakeABoxHigherThanTheScreen) {
-  BoxMessages boxes;
+  ScriptedSurroundings around;
+  BoxMessages boxes(around);
   int height = 0;
   const BoxWatcher watcher([&height](QWidget& box) {
     height = box.height();
@@ -252,7 +260,8 @@ TEST(BoxMessages, AMessageOfManyLinesDoesNotMakeABoxHigherThanTheScreen) {
 }
 
 TEST(BoxMessages, NoBoxIsNarrowerThanItsTitle) {
-  BoxMessages boxes;
+  ScriptedSurroundings around;
+  BoxMessages boxes(around);
   const QString title = QStringLiteral("Opening ") + QString(50, QLatin1Char('m'));
   const BoxWatcher watcher([&title](QWidget& box) {
     QFont bold = box.font();
@@ -274,7 +283,8 @@ TEST(BoxMessages, NoBoxIsNarrowerThanItsTitle) {
 }
 
 TEST(BoxMessages, ATitleWiderThanTheScreenDoesNotMakeABoxWiderThanIt) {
-  BoxMessages boxes;
+  ScriptedSurroundings around;
+  BoxMessages boxes(around);
   const QString title(500, QLatin1Char('m'));
   const BoxWatcher watcher([](QWidget& box) {
     EXPECT_LE(box.width(), box.screen()->availableGeometry().width());
@@ -289,7 +299,8 @@ TEST(BoxMessages, ATitleWiderThanTheScreenDoesNotMakeABoxWiderThanIt) {
 }
 
 TEST(BoxMessages, AnEmptyBatchShowsNothing) {
-  BoxMessages boxes;
+  ScriptedSurroundings around;
+  BoxMessages boxes(around);
   BoxWatcher watcher;
   { const MessageBatch batch(boxes, QStringLiteral("Opening a.map")); }
   QTest::qWait(10);
@@ -299,7 +310,8 @@ TEST(BoxMessages, AnEmptyBatchShowsNothing) {
 TEST(BoxMessages, AQuestionGivesTheNumberOfItsButton) {
   for (const auto& [text, number] :
        {std::pair{"Save", 1}, std::pair{"Cancel", 2}, std::pair{"Don't Save", 3}}) {
-    BoxMessages boxes;
+    ScriptedSurroundings around;
+    BoxMessages boxes(around);
     const QString wanted = QString::fromLatin1(text);
     BoxWatcher watcher([&wanted](QWidget& box) {
       QPushButton* button = ButtonOf(box, wanted);
@@ -313,7 +325,8 @@ TEST(BoxMessages, AQuestionGivesTheNumberOfItsButton) {
 }
 
 TEST(BoxMessages, ReturnIsTheFirstButtonAndClosingTheSecond) {
-  BoxMessages boxes;
+  ScriptedSurroundings around;
+  BoxMessages boxes(around);
   {
     const BoxWatcher watcher([](QWidget& box) { QTest::keyClick(&box, Qt::Key_Return); });
     EXPECT_EQ(AskUser(boxes, "T", "Save", "Cancel", "Don't Save", "text"), 1);
@@ -337,7 +350,8 @@ TEST(BoxMessages, ReturnIsTheFirstButtonAndClosingTheSecond) {
 TEST(BuiltBox, ALetterOfItsTextPressesAButton) {
   for (const auto& [key, number] :
        {std::pair{Qt::Key_S, 1}, std::pair{Qt::Key_C, 2}, std::pair{Qt::Key_D, 3}}) {
-    BoxMessages boxes;
+    ScriptedSurroundings around;
+    BoxMessages boxes(around);
     const BoxWatcher watcher(
         [key = key](QWidget& box) { QTest::keyClick(&box, key, Qt::AltModifier); });
     EXPECT_EQ(AskUser(boxes, "Save Map?", "Save", "Cancel", "Don't Save", "text"), number);
@@ -345,7 +359,8 @@ TEST(BuiltBox, ALetterOfItsTextPressesAButton) {
 }
 
 TEST(BuiltBox, ReturnOnAnotherButtonPressesThat) {
-  BoxMessages boxes;
+  ScriptedSurroundings around;
+  BoxMessages boxes(around);
   const BoxWatcher watcher([](QWidget& box) {
     QTest::keyClick(box.focusWidget(), Qt::Key_Tab);
     QTest::keyClick(box.focusWidget(), Qt::Key_Tab);
@@ -355,7 +370,8 @@ TEST(BuiltBox, ReturnOnAnotherButtonPressesThat) {
 }
 
 TEST(BuiltBox, IsLaidOutFromTheRealMetrics) {
-  BoxMessages boxes;
+  ScriptedSurroundings around;
+  BoxMessages boxes(around);
   const BoxWatcher watcher([](QWidget& box) {
     const QFontMetrics metrics(box.font());
     const QString text = QStringLiteral("The quick brown fox jumps over the lazy dog");
@@ -382,7 +398,8 @@ TEST(BuiltBox, IsLaidOutFromTheRealMetrics) {
 }
 
 TEST(BuiltBox, MarkupAndMarksInTextsAreShownAsTheyAre) {
-  BoxMessages boxes;
+  ScriptedSurroundings around;
+  BoxMessages boxes(around);
   const BoxWatcher watcher([](QWidget& box) {
     EXPECT_EQ(TextOf(box), QStringLiteral("<b>R&D</b> has changed"));
     EXPECT_EQ(box.findChildren<QPushButton*>()[0]->text(), QStringLiteral("&R&&D"));
@@ -392,7 +409,8 @@ TEST(BuiltBox, MarkupAndMarksInTextsAreShownAsTheyAre) {
 }
 
 TEST(BuiltBox, AnEmptyFirstButtonLetsTheOthersChangePlaces) {
-  BoxMessages boxes;
+  ScriptedSurroundings around;
+  BoxMessages boxes(around);
   int answer = 0;
   {
     const BoxWatcher watcher([](QWidget& box) {
@@ -420,7 +438,8 @@ void ExpectFits(const QWidget& box) {
 }
 
 TEST(BuiltBox, AHighTextIsScrolled) {
-  BoxMessages boxes;
+  ScriptedSurroundings around;
+  BoxMessages boxes(around);
   std::string text;
   for (int i = 0; i < 300; ++i) text += "line " + std::to_string(i) + "\n";
   const BoxWatcher watcher([](QWidget& box) {
@@ -435,7 +454,8 @@ TEST(BuiltBox, AHighTextIsScrolled) {
 }
 
 TEST(BuiltBox, AWideTextIsWrapped) {
-  BoxMessages boxes;
+  ScriptedSurroundings around;
+  BoxMessages boxes(around);
   std::string text = "1\n2\n3\n4\n";
   for (int i = 0; i < 400; ++i) text += "Word" + std::to_string(i) + " ";
   text += std::string(1000, 'W');
@@ -454,7 +474,8 @@ TEST(BuiltBox, AWideTextIsWrapped) {
 }
 
 TEST(BuiltBox, APromptHasTheFocusInItsFieldWithTheTextSelected) {
-  BoxMessages boxes;
+  ScriptedSurroundings around;
+  BoxMessages boxes(around);
   std::string buffer = "old";
   const BoxWatcher watcher([](QWidget& box) {
     auto* field = box.findChild<QLineEdit*>();
@@ -474,7 +495,8 @@ TEST(BuiltBox, APromptHasTheFocusInItsFieldWithTheTextSelected) {
 /// Opens a prompt, lets `use` type into it, and presses Return.
 std::optional<std::string> AnswerOf(const TextPrompt& prompt,
                                     const std::function<void(QWidget&, QLineEdit&)>& use) {
-  BoxMessages boxes;
+  ScriptedSurroundings around;
+  BoxMessages boxes(around);
   const BoxWatcher watcher([&use](QWidget& box) {
     auto* field = box.findChild<QLineEdit*>();
     ASSERT_NE(field, nullptr);
@@ -544,7 +566,8 @@ TEST(BuiltBox, EarlierTextsAreOfferedAndATypedOneStaysAsItIs) {
 
 TEST(BuiltBox, CancelAndClosingEmptyTheAnswer) {
   for (const bool byButton : {true, false}) {
-    BoxMessages boxes;
+    ScriptedSurroundings around;
+    BoxMessages boxes(around);
     const BoxWatcher watcher([byButton](QWidget& box) {
       if (byButton) {
         QTest::mouseClick(ButtonOf(box, QStringLiteral("Cancel")), Qt::LeftButton);
@@ -559,7 +582,8 @@ TEST(BuiltBox, CancelAndClosingEmptyTheAnswer) {
 }
 
 TEST(BoxMessages, APromptGivesItsTextInTheEncodingThatItWasGiven) {
-  BoxMessages boxes;
+  ScriptedSurroundings around;
+  BoxMessages boxes(around);
   {
     const BoxWatcher watcher([](QWidget& box) {
       auto* field = box.findChild<QLineEdit*>();

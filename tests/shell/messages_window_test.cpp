@@ -256,7 +256,8 @@ class MessagesWindowTest : public testing::Test {
   std::vector<std::string> shownPoints_;
   bool placeIsKnown_ = true;
   MessageLog log_;
-  MessagesWindow window_{log_};
+  ScriptedSurroundings around_;
+  MessagesWindow window_{log_, around_};
 };
 
 TEST_F(MessagesWindowTest, AClickOpensTheTextAtTheLine) {
@@ -315,8 +316,8 @@ TEST_F(MessagesWindowTest, OffersAClickOnlyWhereItLeadsSomewhere) {
   AddAbout(At(file_, 1));
   EXPECT_EQ(Hint(), QStringLiteral("1 message. Click it to see its line."));
   AddAbout(About(file_, "Camp"));
-  EXPECT_EQ(Hint(), QStringLiteral("2 messages. Click one to see its line."));
-  const MessagesWindow late(log_);
+  EXPECT_EQ(Hint(), QStringLiteral("2 messages. Click one to see its line or place."));
+  const MessagesWindow late(log_, around_);
   EXPECT_EQ(late.findChild<QLabel*>(QStringLiteral("messageCount"))->text(), Hint());
 }
 

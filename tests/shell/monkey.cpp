@@ -93,14 +93,13 @@ Monkey::Monkey(std::uint64_t seed)
   around_.otherDialogs = dialogs_.get();
   shell_.TheSettings().dialogDirectory = folder_.Path();
   around_.ended = [this] { ended_ = true; };
-  boxes_.endProgram = [this](int) {
+  around_.endedAtOnce = [this] {
     ADD_FAILURE() << "a fatal message\n" << LastEvents();
     ended_ = true;
   };
   program_.KeepPreferencesIn(own_.Path());
   recovery_ = &program_.KeepCopiesIn(own_.Path("recovery"));
-  recovery_->clock = [this] { return time_; };
-  around_.clock = [this] { return WatchWork(); };
+  around_.clock = [this] { return time_ + WatchWork(); };
   // Without it every question for help asks for its file.
   if (dice_.OneIn(2)) std::filesystem::create_symlink(HELP_FILE, own_.Path("Orvane.qch"));
   connect(&shell_.Maps(), &OpenMaps::mapSaved, this, [this](Map* map, const QString&) {
@@ -518,6 +517,8 @@ void Monkey::LetTimePass() {
 }
 
 std::chrono::milliseconds Monkey::WatchWork() {
+  // The keys below make the recovery copies ask for the time.
+  if (std::exchange(watching_, true)) return workTime_;
   const QWidgetList all = QApplication::topLevelWidgets();
   for (QWidget* widget : all) {
     auto* box = qobject_cast<ProgressBox*>(widget);
@@ -526,6 +527,7 @@ std::chrono::milliseconds Monkey::WatchWork() {
     QTest::keyClick(box, Qt::Key_Escape);
   }
   if (dice_.OneIn(4)) workTime_ += BusyWork::Patience;
+  watching_ = false;
   return workTime_;
 }
 

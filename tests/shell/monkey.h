@@ -105,9 +105,9 @@ class Monkey final : public QObject {
   TemporaryFolder own_;     ///< the program's
   TemporaryFolder lists_;   ///< for what imports write into the current folder
   WorkingFolder working_{lists_.Path()};
-  BoxMessages boxes_;
-  Workspace workspace_;
   ScriptedSurroundings around_;
+  BoxMessages boxes_{around_};
+  Workspace workspace_;
   std::unique_ptr<FileDialogs> dialogs_;
   Program program_;
   Shell& shell_ = program_.TheShell();
@@ -121,7 +121,8 @@ class Monkey final : public QObject {
   MapRecovery* recovery_ = nullptr;
   RecoveryTiming::Time time_{};
   std::chrono::milliseconds workTime_{0};
-  int boxSteps_ = 0;  ///< answers since the last event
+  bool watching_ = false;  ///< in `WatchWork`
+  int boxSteps_ = 0;       ///< answers since the last event
   bool isAnswerDue_ = false;
   int windowsSeen_ = 0;
   bool ended_ = false;

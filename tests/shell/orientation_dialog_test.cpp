@@ -1,5 +1,6 @@
 #include "shell/map/orientation_dialog.h"
 
+#include "shell/scripted_surroundings.h"
 #include "support/small_map.h"
 #include "view/view_transform.h"
 
@@ -19,7 +20,7 @@ class OrientationDialogTest : public testing::Test {
 
   /// Makes the dialog on the view as it is now, and shows it.
   OrientationDialog& Open() {
-    dialog_ = std::make_unique<OrientationDialog>(view_, nullptr);
+    dialog_ = std::make_unique<OrientationDialog>(view_, around_, nullptr);
     dialog_->show();
     EXPECT_TRUE(QTest::qWaitForWindowExposed(dialog_.get()));
     return *dialog_;
@@ -30,6 +31,7 @@ class OrientationDialogTest : public testing::Test {
   }
 
   SmallMap map_;
+  ScriptedSurroundings around_;
   MapWindow view_;
   std::unique_ptr<OrientationDialog> dialog_;
 };
@@ -102,6 +104,7 @@ TEST_F(OrientationDialogTest, ABadNumberKeepsItOpen) {
   QTest::keyClick(&dialog.Field(), Qt::Key_Return);
   EXPECT_TRUE(dialog.isVisible());
   EXPECT_TRUE(dialog.Field().hasSelectedText());
+  EXPECT_EQ(around_.beeps, 1);
   EXPECT_EQ(view_.rotation, 0);
 }
 

@@ -100,9 +100,9 @@ TEST_F(PreferencesFileTest, AMapOpenedByAShortNameComesBackAfterARestartElsewher
     EXPECT_NE(Stored().find("DefaultMap=" + folder_.Path("season.map") + "\r\n"), std::string::npos)
         << Stored();
     ScriptedMessages messages;
-    BoxMessages boxes;
-    Workspace workspace(messages);
     ScriptedSurroundings around;
+    BoxMessages boxes(around);
+    Workspace workspace(messages);
     Program program(workspace, boxes, around);
     Shell& restarted = program.TheShell();
     program.KeepPreferencesIn(own_.Path("own"));

@@ -121,8 +121,8 @@ class ProgramRun {
   ProgramRun(const TemporaryFolder& folder, const RecoveryTiming::Time& now,
              FileSystem system = SystemFiles())
       : workspace(boxes), program(workspace, boxes, around) {
+    around.clock = [&now] { return now; };
     recovery = &program.KeepCopiesIn(folder.Path("own/recovery"), std::move(system));
-    recovery->clock = [&now] { return now; };
   }
   ~ProgramRun() {
     for (Map& map : workspace.maps) map.flags &= ~std::uint32_t{MapDirty};
@@ -138,9 +138,9 @@ class ProgramRun {
     return window;
   }
 
-  BoxMessages boxes;
-  Workspace workspace;
   ScriptedSurroundings around;
+  BoxMessages boxes{around};
+  Workspace workspace;
   Program program;
   Shell& shell = program.TheShell();
   ScriptedDialogs* dialogs = &around.dialogs;
@@ -553,9 +553,9 @@ TEST_F(RecoveryShell, ASecondProgramIsNotOfferedTheCopiesOfTheFirst) {
 }
 
 TEST_F(RecoveryShell, AShellWithoutADirectoryKeepsNoCopies) {
-  BoxMessages boxes;
-  Workspace workspace(boxes);
   ScriptedSurroundings around;
+  BoxMessages boxes(around);
+  Workspace workspace(boxes);
   Program without(workspace, boxes, around, {});
   EXPECT_EQ(without.TheShell().Kept().copies, nullptr);
   Program with(workspace, boxes, around,

@@ -52,6 +52,12 @@ class ScriptedSurroundings final : public Surroundings {
     ++ends;
     if (ended) ended();
   }
+  void EndAtOnce(int status) override {
+    ++ends;
+    endStatus = status;
+    if (endedAtOnce) endedAtOnce();
+  }
+  void EndBySignal(int signal) override { endSignal = signal; }
   std::chrono::milliseconds Now() override { return clock ? clock() : desktop_.Now(); }
   FileDialogs& Dialogs() override { return otherDialogs == nullptr ? dialogs : *otherDialogs; }
 
@@ -59,7 +65,10 @@ class ScriptedSurroundings final : public Surroundings {
 
   int beeps = 0;
   int ends = 0;
+  int endStatus = 0;                                 ///< after a fatal message
+  int endSignal = 0;                                 ///< the signal that ended the program
   std::function<void()> ended;                       ///< called at each end
+  std::function<void()> endedAtOnce;                 ///< called after a fatal message
   std::function<std::chrono::milliseconds()> clock;  ///< that of the machine if empty
   ScriptedDialogs dialogs;
   ScriptedPrinters printers;

@@ -88,9 +88,9 @@ class ShellCase : public testing::Test {
 
   TemporaryFolder folder_;
   ScriptedMessages messages_;
-  BoxMessages boxes_;
-  Workspace workspace_;
   ScriptedSurroundings around_;
+  BoxMessages boxes_{around_};
+  Workspace workspace_;
   Program program_;
   Shell& shell_ = program_.TheShell();
   ScriptedDialogs* dialogs_ = &around_.dialogs;

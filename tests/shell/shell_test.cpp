@@ -57,9 +57,9 @@ class ShellTest : public testing::Test {
   }
 
   QTemporaryDir directory_;
-  BoxMessages boxes_;
-  Workspace workspace_;
   ScriptedSurroundings around_;
+  BoxMessages boxes_{around_};
+  Workspace workspace_;
   Program program_;
   Shell& shell_ = program_.TheShell();
   QTimer closer_;

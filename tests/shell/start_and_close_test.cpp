@@ -341,16 +341,16 @@ TEST_F(ExitTest, ClosingTheWindowWithoutAMapIsExit) {
 
 TEST(ToolkitHook, ErrorsOfTheWindowSystemAreShownAsInternalErrors) {
   RecordedMessages messages;
-  int ends = 0;
+  ScriptedSurroundings around;
   {
-    const ToolkitHook hook(messages, [&] { ++ends; });
+    const ToolkitHook hook(messages, around);
     for (int i = 0; i < 11; ++i) qCritical("lost the display %d", i);
     EXPECT_TRUE(messages.Entries().empty());  // not in the middle of other work
     QApplication::processEvents();
     ASSERT_EQ(messages.Entries().size(), 11U);
     EXPECT_EQ(messages.Entries()[0].text, "lost the display 0");
     EXPECT_EQ(messages.Entries()[0].severity, Severity::InternalError);
-    EXPECT_EQ(ends, 1);
+    EXPECT_EQ(around.ends, 1);
   }
   EXPECT_EQ(messages.Entries().size(), 11U);
 }

@@ -185,7 +185,7 @@ TEST_F(TrailEditorWindowTest, TabGoesRoundTheForm) {
             "TrailType Width Color Mixture GPS Relative Size FocalAnimal Date");
 }
 
-TEST_F(TrailEditorWindowTest, AnExistingTrailShowsItsIdentityGrey) {
+TEST_F(TrailEditorWindowTest, AnExistingTrailShowsItsIdentityGray) {
   TrailEditorWindow& editor = OpenTrail("Path");
   EXPECT_EQ(editor.windowTitle(), QStringLiteral("Trail: Path"));
   for (const char* name : {"TrailType", "Date", "FocalAnimal", "Name"}) {

@@ -282,9 +282,9 @@ TEST_F(UndoTest, AnEditorOfARangeThatUndoTookAwayOffersToMakeItAgain) {
 }
 
 TEST_F(UndoTest, TheRecoveryCopyFollows) {
-  MapRecovery& recovery = program_.KeepCopiesIn(folder_.Path("copies"));
   auto now = std::chrono::milliseconds(0);
-  recovery.clock = [&] { return now; };
+  around_.clock = [&] { return now; };
+  MapRecovery& recovery = program_.KeepCopiesIn(folder_.Path("copies"));
   const auto copies = [&] {
     std::vector<std::string> texts;
     for (const auto& entry :

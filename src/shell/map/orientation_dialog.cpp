@@ -1,6 +1,7 @@
 #include "shell/map/orientation_dialog.h"
 
 #include "shell/messages/title_width.h"
+#include "shell/surroundings.h"
 #include "view/map_window.h"
 
 #include <QApplication>
@@ -16,8 +17,8 @@ constexpr int ButtonsOfColumn = 4;
 
 }  // namespace
 
-OrientationDialog::OrientationDialog(MapWindow& view, QWidget* parent)
-    : QDialog(parent), view_(view), field_(new QLineEdit(this)) {
+OrientationDialog::OrientationDialog(MapWindow& view, Surroundings& surroundings, QWidget* parent)
+    : QDialog(parent), view_(view), surroundings_(surroundings), field_(new QLineEdit(this)) {
   setObjectName(QStringLiteral("orientationDialog"));
   setWindowTitle(QStringLiteral("Orientation"));
   auto* layout = new QGridLayout(this);
@@ -68,7 +69,7 @@ void OrientationDialog::Pick(Orientation orientation) {
 void OrientationDialog::accept() {
   const auto rotation = ParseRotation(field_->text().toStdString());
   if (!rotation) {
-    QApplication::beep();
+    surroundings_.Beep();
     field_->setFocus();
     field_->selectAll();
     return;

@@ -11,6 +11,7 @@ class QRadioButton;
 
 namespace orvane {
 
+class Surroundings;
 struct MapWindow;
 
 /// Asks which direction is up on the map: one of eight by name, or any other as a number.
@@ -18,8 +19,9 @@ class OrientationDialog final : public QDialog {
   Q_OBJECT
 
  public:
-  /// \param view  sets what is chosen at first; "OK" turns it. Must outlive the dialog
-  OrientationDialog(MapWindow& view, QWidget* parent);
+  /// \param view          sets what is chosen at first; "OK" turns it. Must outlive the dialog
+  /// \param surroundings  beep at a text that is no rotation
+  OrientationDialog(MapWindow& view, Surroundings& surroundings, QWidget* parent);
 
   QRadioButton& Button(Orientation orientation);
   QLineEdit& Field() { return *field_; }
@@ -30,6 +32,7 @@ class OrientationDialog final : public QDialog {
   void Pick(Orientation orientation);
 
   MapWindow& view_;
+  Surroundings& surroundings_;
   std::vector<QRadioButton*> buttons_;  ///< in the order of `Orientation`
   QLineEdit* field_;
 };

@@ -3,6 +3,7 @@
 #include "paint/display_text.h"
 #include "shell/messages/built_box.h"
 #include "shell/messages/title_width.h"
+#include "shell/surroundings.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -52,7 +53,7 @@ QString FirstLines(const QString& text) {
 
 }  // namespace
 
-BoxMessages::BoxMessages() : endProgram([](int status) { std::exit(status); }) {}
+BoxMessages::BoxMessages(Surroundings& surroundings) : surroundings_(surroundings) {}
 
 void BoxMessages::Post(Severity severity, const std::string& text) {
   const QString shown = ShownText(severity, text);
@@ -65,7 +66,7 @@ void BoxMessages::Post(Severity severity, const std::string& text) {
   if (severity == Severity::Fatal) {
     ShowWaiting();
     ShowBox(message, {}, false);
-    endProgram(FatalExit);
+    surroundings_.EndAtOnce(FatalExit);
   } else if (batchDepth_ == 0) {
     ShowBox(message, {}, false);
   } else if (waiting_.size() <= MostBoxes) {

@@ -12,6 +12,8 @@
 
 namespace orvane {
 
+class Surroundings;
+
 /// Shows messages and questions as boxes over the active window, and keeps every message in a log.
 /// Notes have no box.
 ///
@@ -32,7 +34,8 @@ class BoxMessages final : public Messages {
   /// Exit status after a fatal message.
   static constexpr int FatalExit = 3;
 
-  BoxMessages();
+  /// \param surroundings  end the program after a fatal message; must outlive this
+  explicit BoxMessages(Surroundings& surroundings);
 
   void Post(Severity severity, const std::string& text) override;
   int Ask(const std::string& title, const std::vector<std::string>& buttons,
@@ -50,8 +53,6 @@ class BoxMessages final : public Messages {
   /// All messages of the run.
   MessageLog& Log() { return log_; }
 
-  /// Ends the program after a fatal message. `std::exit`, unless a test sets its own.
-  std::function<void(int status)> endProgram;
   /// Opens the messages window at a row of the log. Empty if there is no such window.
   std::function<void(int row)> showInWindow;
   /// Shows a note without a box. Empty if notes are only logged.
@@ -68,6 +69,7 @@ class BoxMessages final : public Messages {
   void ShowWaiting();
   static bool ShowBox(const Waiting& message, const QString& occasion, bool withCheck);
 
+  Surroundings& surroundings_;
   int batchDepth_ = 0;
   QString occasion_;
   std::vector<Waiting> waiting_;  ///< at most `MostBoxes` + 1

@@ -72,9 +72,10 @@ QPushButton* MakeButton(const QString& text, const char* name, QWidget* parent) 
 
 }  // namespace
 
-MessagesWindow::MessagesWindow(MessageLog& log, QWidget* parent)
+MessagesWindow::MessagesWindow(MessageLog& log, Surroundings& surroundings, QWidget* parent)
     : QWidget(parent, Qt::Window),
       log_(log),
+      surroundings_(surroundings),
       count_(new QLabel(this)),
       list_(MakeList(log, this)),
       copy_(MakeButton(QStringLiteral("&Copy"), "copyMessages", this)),
@@ -108,17 +109,14 @@ MessagesWindow::MessagesWindow(MessageLog& log, QWidget* parent)
     connect(new QShortcut(key, this), &QShortcut::activated, this,
             [this, step = step] { Step(step); });
   }
-  connect(&log_, &MessageLog::rowsInserted, this, [this](const QModelIndex&, int first, int last) {
-    for (int row = first; row <= last; ++row) leading_ += log_.LeadsToLine(row) ? 1 : 0;
-    ShowCount();
-  });
+  connect(&log_, &MessageLog::rowsInserted, this,
+          [this](const QModelIndex&, int first, int last) { Count(first, last); });
   connect(&log_, &MessageLog::messageDropped, this, &MessagesWindow::ShowCount);
   connect(&log_, &MessageLog::modelReset, this, [this] {
-    leading_ = 0;
+    leading_ = pointing_ = 0;
     ShowCount();
   });
-  for (int row = 0; row < log_.rowCount(); ++row) leading_ += log_.LeadsToLine(row) ? 1 : 0;
-  ShowCount();
+  Count(0, log_.rowCount() - 1);
   list_->viewport()->setMouseTracking(true);
   list_->viewport()->installEventFilter(this);
   list_->setFocus();
@@ -193,7 +191,7 @@ void MessagesWindow::Step(int step) {
   const bool stays = current >= 0 && !isOpened && log_.LeadsToLine(current);
   const int row = stays ? current : RowFrom(current, step);
   if (row < 0) {
-    QApplication::beep();
+    surroundings_.Beep();
     return;
   }
   list_->setCurrentIndex(log_.index(row, MessageLog::TextColumn));
@@ -220,6 +218,15 @@ void MessagesWindow::Copy() {
   if (!text.isEmpty()) QApplication::clipboard()->setText(text);
 }
 
+void MessagesWindow::Count(int first, int last) {
+  for (int row = first; row <= last; ++row) {
+    if (!log_.LeadsToLine(row)) continue;
+    ++leading_;
+    pointing_ += log_.At(row).origin.line == 0 ? 1 : 0;
+  }
+  ShowCount();
+}
+
 void MessagesWindow::ShowCount() {
   const int count = log_.rowCount();
   copy_->setEnabled(count > 0);
@@ -232,12 +239,15 @@ void MessagesWindow::ShowCount() {
     text += u' ' + QStringLiteral("%1 more were not kept.")
                        .arg(locale.toString(static_cast<qulonglong>(log_.NotKept())));
   }
+  // A message about a point leads to its first line, or to the map where no line names it.
+  const QString shown =
+      pointing_ == 0 ? QStringLiteral("its line") : QStringLiteral("its line or place");
   if (leading_ == 1 && count == 1) {
-    text += u' ' + QStringLiteral("Click it to see its line.");
+    text += QStringLiteral(" Click it to see %1.").arg(shown);
   } else if (leading_ == count && count > 1) {
-    text += u' ' + QStringLiteral("Click one to see its line.");
+    text += QStringLiteral(" Click one to see %1.").arg(shown);
   } else if (leading_ > 0) {
-    text += u' ' + QStringLiteral("Click one with an underlined file to see its line.");
+    text += QStringLiteral(" Click one with an underlined file to see %1.").arg(shown);
   }
   count_->setText(text);
 }
@@ -267,7 +277,7 @@ void PlugMessagesWindow(Shell& shell) {
   const auto window = std::make_shared<std::unique_ptr<MessagesWindow>>();
   const auto show = [&shell, window](int row) {
     if (!*window) {
-      *window = std::make_unique<MessagesWindow>(shell.Boxes().Log());
+      *window = std::make_unique<MessagesWindow>(shell.Boxes().Log(), shell.Around());
       (*window)->showOnMap = [&shell](const MessageOrigin& origin) {
         return ShowPointOnMap(shell, origin);
       };

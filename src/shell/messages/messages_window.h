@@ -14,6 +14,7 @@ namespace orvane {
 
 class MessageLog;
 class Shell;
+class Surroundings;
 class TextViewer;
 struct MessageOrigin;
 
@@ -24,8 +25,9 @@ class MessagesWindow final : public QWidget {
   Q_OBJECT
 
  public:
-  /// \param log  has to outlive the window
-  explicit MessagesWindow(MessageLog& log, QWidget* parent = nullptr);
+  /// \param log           has to outlive the window
+  /// \param surroundings  beep where there is no further message
+  MessagesWindow(MessageLog& log, Surroundings& surroundings, QWidget* parent = nullptr);
   ~MessagesWindow() override;
 
   /// Shows the window, scrolled to a row.
@@ -48,16 +50,19 @@ class MessagesWindow final : public QWidget {
   int RowFrom(int row, int step) const;
   void Step(int step);
   void Copy();
+  void Count(int first, int last);
   void ShowCount();
   TextViewer& Viewer();
 
   MessageLog& log_;
+  Surroundings& surroundings_;
   QLabel* count_;
   QTreeView* list_;
   QPushButton* copy_;
   QPushButton* clear_;
   std::unique_ptr<TextViewer> viewer_;
-  int leading_ = 0;    ///< messages that lead to a line
+  int leading_ = 0;    ///< messages that lead to a line or a point
+  int pointing_ = 0;   ///< of these, the ones that are about a point
   size_t opened_ = 0;  ///< number of the message that was opened last
 };
 

@@ -22,11 +22,6 @@
 namespace orvane {
 namespace {
 
-RecoveryTiming::Time SteadyTime() {
-  const auto now = std::chrono::steady_clock::now().time_since_epoch();
-  return std::chrono::duration_cast<RecoveryTiming::Time>(now);
-}
-
 bool IsInput(QEvent::Type type) {
   switch (type) {
     case QEvent::KeyPress:
@@ -55,8 +50,8 @@ long WindowsOn(const Shell& shell, const Map& map) {
 }  // namespace
 
 MapRecovery::MapRecovery(Shell& shell, const std::string& directory, FileSystem system)
-    : clock(SteadyTime),
-      shell_(shell),
+    : shell_(shell),
+      clock_(shell.Clock()),
       folder_(directory, std::move(system)),
       drafts_(new EditorDrafts(shell, folder_, this)) {
   timer_.setSingleShot(true);
@@ -109,7 +104,7 @@ std::optional<std::vector<Map*>> MapRecovery::OfferCopies() {
 
 void MapRecovery::NoteEdited(const Map& map) {
   if (!IsDirty(map)) return;
-  kept_[&map].timing.NoteChange(clock());
+  kept_[&map].timing.NoteChange(clock_());
   Schedule();
 }
 
@@ -155,7 +150,7 @@ void MapRecovery::WriteWhatIsDue() {
       const auto found = kept_.find(&map);
       if (found == kept_.end()) continue;
       const auto due = found->second.timing.Due(lastInput_);
-      if (!due || *due > clock()) continue;
+      if (!due || *due > clock_()) continue;
       WriteCopy(map, found->second);
       if (found->second.timing.Due(std::nullopt)) failed.push_back(&map);
     }
@@ -179,7 +174,7 @@ void MapRecovery::WriteCopy(Map& map, Kept& kept) {
   try {
     WriteText(map, kept, RecoveryText(map));
   } catch (const std::bad_alloc&) {
-    kept.timing.NoteFailed(clock());
+    kept.timing.NoteFailed(clock_());
   }
 }
 
@@ -190,13 +185,13 @@ void MapRecovery::WriteText(const Map& map, Kept& kept, const std::string& text)
     const bool written =
         !kept.slot.empty() && folder_.Write(kept.slot, RecordOf(map), text) == WriteResult::Done;
     if (!written) {
-      kept.timing.NoteFailed(clock());
+      kept.timing.NoteFailed(clock_());
       return;
     }
     kept.mark = mark;
     failureShown_ = false;
   }
-  kept.timing.NoteWritten(clock());
+  kept.timing.NoteWritten(clock_());
 }
 
 void MapRecovery::TellOfFailure(const Map& map) {
@@ -217,11 +212,11 @@ void MapRecovery::Schedule() {
     return;
   }
   // A copy that could not be written now is tried again soon.
-  timer_.start(std::max(*next - clock(), RecoveryTiming::Stillness));
+  timer_.start(std::max(*next - clock_(), RecoveryTiming::Stillness));
 }
 
 bool MapRecovery::eventFilter(QObject* /*watched*/, QEvent* event) {
-  if (timer_.isActive() && IsInput(event->type())) lastInput_ = clock();
+  if (timer_.isActive() && IsInput(event->type())) lastInput_ = clock_();
   return false;
 }
 

@@ -45,9 +45,6 @@ class MapRecovery final : public QObject, public CopyKeeper {
 
   bool eventFilter(QObject* watched, QEvent* event) override;
 
-  /// The clock; tests set their own.
-  std::function<RecoveryTiming::Time()> clock;
-
  private:
   /// The state of a map that was ever changed.
   struct Kept {
@@ -67,6 +64,7 @@ class MapRecovery final : public QObject, public CopyKeeper {
   void Schedule();
 
   Shell& shell_;
+  std::function<RecoveryTiming::Time()> clock_;
   RecoveryFolder folder_;
   EditorDrafts* drafts_;
   std::map<const Map*, Kept> kept_;
