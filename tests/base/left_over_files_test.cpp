@@ -111,7 +111,7 @@ TEST_F(LeftOverFiles, AMissingFolderHasNone) {
   EXPECT_EQ(FilesLeft(), Names{});
 }
 
-TEST_F(LeftOverFiles, ATemporaryNameIsOneThatIsRecognised) {
+TEST_F(LeftOverFiles, ATemporaryNameIsOneThatIsRecognized) {
   const pid_t process = ::fork();
   if (process == 0) {
     folder_.Write(fs::path(TemporaryPath("", 3)).string(), "half a map");

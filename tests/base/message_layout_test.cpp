@@ -263,7 +263,7 @@ TEST(LayOutBox, NeverGrowsPastWhatItIsGiven) {
   }
 }
 
-TEST(PlaceBox, CentresTheBoxAThirdOfTheWayDown) {
+TEST(PlaceBox, CentersTheBoxAThirdOfTheWayDown) {
   const BoxPlace screen{.x = 100, .y = 30, .width = 1000, .height = 800};
   const BoxPlace place = PlaceBox(400, 200, screen);
   EXPECT_EQ(place.x, 100 + 300);

@@ -22,7 +22,7 @@ TEST(ProgressSteps, ReportTheFirstStepAndThenEachStride) {
   EXPECT_TRUE(progress.inBounds);
 }
 
-TEST(ProgressSteps, EndAtTheCancelledStepAndStayEnded) {
+TEST(ProgressSteps, EndAtTheCanceledStepAndStayEnded) {
   CountedProgress progress(2);
   ProgressSteps steps(&progress, WorkStage::Reading, 10, 3);
   for (int i = 0; i < 3; ++i) EXPECT_TRUE(steps.Next());
@@ -31,7 +31,7 @@ TEST(ProgressSteps, EndAtTheCancelledStepAndStayEnded) {
   EXPECT_EQ(progress.stages.size(), 2U);  // steps that are not made are not reported
 }
 
-TEST(MustFinish, KeepsWorkFromBeingCancelled) {
+TEST(MustFinish, KeepsWorkFromBeingCanceled) {
   CountedProgress progress(1);
   {
     const MustFinish outer(&progress);

@@ -94,6 +94,16 @@ TEST_F(CommandLine, WherePutsFileAndLineBeforeMessagesThatHaveThem) {
       0U);
 }
 
+TEST_F(CommandLine, ASaveSucceedsWhateverMessagesItsMapGives) {
+  folder.Write("faults.map", "T\tW\nG\tCamp\tN0\tE0\nC\tA\tCamp\t5cm\t0\n");
+  const Outcome saved = Do({"save", "faults.map", "saved.map"});
+  EXPECT_EQ(saved.status, 0);
+  EXPECT_EQ(saved.err, "error: Bad distance for point A\n");
+  EXPECT_TRUE(std::ifstream(folder.Path("saved.map")));
+  const Outcome failed = Do({"save", "faults.map", "nowhere/saved.map"});
+  EXPECT_EQ(failed.status, 1);
+}
+
 /// The commands that write to standard output.
 std::vector<std::vector<std::string>> PrintingCommands() {
   return {{"--help"},

@@ -65,9 +65,9 @@ TEST_F(PrintCommandTest, AsksBeforeALongJob) {
   const std::vector<std::string> options = {"--around", "N0",         "E0",  "--scale",
                                             "1:1000",   "--vertical", "4km", "--horizontal",
                                             "4km",      "--dpi",      "36"};
-  std::vector<std::string> cancelled = {"--answer", "2", "print", "site.map", "-o", "site.pdf"};
-  cancelled.insert(cancelled.end(), options.begin(), options.end());
-  const Outcome run = Do(cancelled);
+  std::vector<std::string> canceled = {"--answer", "2", "print", "site.map", "-o", "site.pdf"};
+  canceled.insert(canceled.end(), options.begin(), options.end());
+  const Outcome run = Do(canceled);
   EXPECT_EQ(run.status, 1);
   EXPECT_EQ(folder.Read("site.pdf"), "");
   const Outcome all = Printed(options);

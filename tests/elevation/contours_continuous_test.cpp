@@ -254,7 +254,7 @@ TEST_F(ContinuousContoursTest, AreNumberedForThemselves) {
   }
 }
 
-TEST_F(ContinuousContoursTest, CancelledOrRefusedTheMapIsAsBefore) {
+TEST_F(ContinuousContoursTest, CanceledOrRefusedTheMapIsAsBefore) {
   Strew(4);
   int calls = 0;
   ASSERT_EQ(GenerateContinuousContours(*map, 20,

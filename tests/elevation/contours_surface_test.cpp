@@ -151,7 +151,7 @@ TEST_F(SurfaceTest, SamplesSideBySideAreThoseOfOneByOneToTheLastBit) {
   }
 }
 
-TEST_F(SurfaceTest, GridIsReportedRowByRowAndCanBeCancelled) {
+TEST_F(SurfaceTest, GridIsReportedRowByRowAndCanBeCanceled) {
   Dice dice(7);
   Strew(dice, 200, 0.01);
   const std::vector<Point*> points = CollectAltitudePoints(*map);

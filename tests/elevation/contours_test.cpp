@@ -252,7 +252,7 @@ TEST_F(ContoursTest, ProgressIsReportedInThreeStages) {
   EXPECT_EQ(told, expected);
 }
 
-TEST_F(ContoursTest, CancelledAtAnyTimeTheMapIsAsBefore) {
+TEST_F(ContoursTest, CanceledAtAnyTimeTheMapIsAsBefore) {
   AddSlope();
   ASSERT_EQ(GenerateContours(*map, 20, Tell()), ContourMade);
   const auto calls = static_cast<int>(told.size());

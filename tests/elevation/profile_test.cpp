@@ -487,7 +487,7 @@ TEST_F(Profile, AltitudesOfABasisAreNotThoseOfTheMap) {
 
 // --- Finding --------------------------------------------------------------------------------
 
-TEST_F(Profile, FindCentresOnThePointWithHalfTheSpan) {
+TEST_F(Profile, FindCentersOnThePointWithHalfTheSpan) {
   Map& map = LineMap({"A", "B=Bee", "_C", "c"}, {"1", "2", "3", "4"});
   ElevationView view = OpenLine(map, 10);
   ASSERT_TRUE(ElevationFindPoint(view, "bEE", messages));

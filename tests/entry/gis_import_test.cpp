@@ -233,7 +233,7 @@ TEST_F(GisImportTest, ABadNumberOrDateRefusesAndDoesNothing) {
   EXPECT_FALSE(map.flags & MapDirty);
 }
 
-TEST_F(GisImportTest, EmptyFieldsAndOddColoursAreNoFault) {
+TEST_F(GisImportTest, EmptyFieldsAndOddColorsAreNoFault) {
   GisTrailFields fields;
   fields.type = "";
   fields.color = "no colour";

@@ -44,7 +44,7 @@ TEST_F(SubmapImportTest, HasNoSentenceForAFileThatCannotBeOpened) {
   EXPECT_EQ(Said(), Texts{"Can't open file " + folder.Path("none.map")});
 }
 
-TEST_F(SubmapImportTest, KeepsWhatWasReadUntilItWasCancelled) {
+TEST_F(SubmapImportTest, KeepsWhatWasReadUntilItWasCanceled) {
   std::string text = "T\tSide\n";
   for (int i = 0; i < 20000; ++i) text += "G\tP" + std::to_string(i) + "\tN1\tE115\n";
   CountedProgress progress(2);

@@ -108,7 +108,7 @@ TEST(ConvexHull, OfPointsOnAMeridianHasNoAreaAndPostsNoError) {
   }
 }
 
-TEST(ConvexHull, KeepsAPointOnAnEdgeThatStartsAtTheVeryCentre) {
+TEST(ConvexHull, KeepsAPointOnAnEdgeThatStartsAtTheVeryCenter) {
   PointBag bag;
   RecordedMessages messages;
   // The tolerance follows from the coordinates of the edge's start, and these are 0 here.
@@ -118,7 +118,7 @@ TEST(ConvexHull, KeepsAPointOnAnEdgeThatStartsAtTheVeryCentre) {
   EXPECT_TRUE(messages.Entries().empty());
 }
 
-TEST(ConvexHull, LeavesThePointsProjectedAboutTheCentreOfTheBounds) {
+TEST(ConvexHull, LeavesThePointsProjectedAboutTheCenterOfTheBounds) {
   PointBag bag;
   RecordedMessages messages;
   const Poly points = {bag.AtDegrees(1, 30), bag.AtDegrees(1.02, 30.04),
@@ -304,7 +304,7 @@ TEST(PolyAddPoint, GrowsTheExactHullOfPlacesOnWholeMetres) {
   }
 }
 
-TEST(PolyAddPoint, PostsAnErrorOnceForEdgesThatTieWithoutBeingNeighbours) {
+TEST(PolyAddPoint, PostsAnErrorOnceForEdgesThatTieWithoutBeingNeighbors) {
   PointBag bag;
   RecordedMessages messages;
   // The middle of a square whose southern side has a vertex: five edges are equally near.

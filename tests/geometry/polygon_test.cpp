@@ -359,7 +359,7 @@ TEST(IntersectPolygons, AgreesWithClippingOnConvexRingsToAMetre) {
   }
 }
 
-TEST(OffsetPolygon, MovesVerticesRadiallyFromTheCentreOfTheBounds) {
+TEST(OffsetPolygon, MovesVerticesRadiallyFromTheCenterOfTheBounds) {
   PointBag bag;
   ScratchPoints scratch;
   const Poly ring = bag.Ring("-300:-400 -300:400 300:400 300:-400");
@@ -386,7 +386,7 @@ TEST(OffsetPolygon, PlacesItsVerticesFarFromTheOriginToo) {
   }
 }
 
-TEST(OffsetPolygon, FailsWhenAVertexWouldPassTheCentre) {
+TEST(OffsetPolygon, FailsWhenAVertexWouldPassTheCenter) {
   PointBag bag;
   ScratchPoints scratch;
   const Poly ring = bag.Ring("-30:-40 -30:40 30:40 30:-40");
@@ -396,7 +396,7 @@ TEST(OffsetPolygon, FailsWhenAVertexWouldPassTheCentre) {
   EXPECT_TRUE(scratch.store.empty()) << "nothing is made by a failure";
 }
 
-TEST(OffsetPolygon, FailsForAVertexAtTheCentreAndForNone) {
+TEST(OffsetPolygon, FailsForAVertexAtTheCenterAndForNone) {
   PointBag bag;
   ScratchPoints scratch;
   EXPECT_TRUE(OffsetPolygon(scratch, bag.Ring("-10:-10 0:0 10:10"), 5).empty());

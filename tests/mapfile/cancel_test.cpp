@@ -62,7 +62,7 @@ TEST_F(CancelTest, ProgressReportsEachStageAndChangesNothing) {
   EXPECT_TRUE(progress.inBounds);
 }
 
-TEST_F(CancelTest, CancelledAtAnyMomentItLeavesNothing) {
+TEST_F(CancelTest, CanceledAtAnyMomentItLeavesNothing) {
   const std::string path = WriteMaps();
   Map& other = Read("G\tCamp\t1\t10\n", "other.map");
   CountedProgress whole;
@@ -136,7 +136,7 @@ TEST_F(CancelTest, AMapOnOneThatIsOpenIsReadToTheEnd) {
   EXPECT_EQ(Saved(*map), Saved(OpenMap(unwatched, path)));
 }
 
-TEST_F(CancelTest, NoLineIsReadAfterAnIncludedFileWasCancelled) {
+TEST_F(CancelTest, NoLineIsReadAfterAnIncludedFileWasCanceled) {
   std::string text;
   for (int i = 0; i < 600; ++i) text += "# " + std::to_string(i) + "\n";
   folder.Write("long.map", text);
@@ -149,7 +149,7 @@ TEST_F(CancelTest, NoLineIsReadAfterAnIncludedFileWasCancelled) {
   EXPECT_NE(map.comments.back(), "# behind");
 }
 
-TEST_F(CancelTest, ACancelledBasisIsNotTheMapsBasis) {
+TEST_F(CancelTest, ACanceledBasisIsNotTheMapsBasis) {
   WriteMaps();
   Map& map = MakeMap(workspace, folder.Path("stays.map"));
   CountedProgress progress(2);  // in the middle of the basis

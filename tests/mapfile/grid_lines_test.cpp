@@ -149,7 +149,7 @@ TEST_F(GridLinesTest, ValueOfAShade) {
   }
 }
 
-TEST_F(GridLinesTest, UnknownColourOfAShadeIsNone) {
+TEST_F(GridLinesTest, UnknownColorOfAShadeIsNone) {
   EXPECT_EQ(ReadShade("A\t0", "HS\tA1\tnone of these").color, -1);
   EXPECT_EQ(ReadShade("A\t0", "HS\tA1\t").color, -1);
 }

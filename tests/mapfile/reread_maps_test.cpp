@@ -209,7 +209,7 @@ TEST_F(RereadMapsTest, MessagesOnABasisThatWasReadBeforeAreLeftOut) {
   EXPECT_EQ(Said(), Texts{"Unparseable input: ! odd"});
 }
 
-TEST_F(RereadMapsTest, CancellingLeavesAllMapsAsTheyWere) {
+TEST_F(RereadMapsTest, CancelingLeavesAllMapsAsTheyWere) {
   folder.Write("base.map", Ridge);
   Map& season = OpenFile(folder.Write("season.map", "B\tbase.map\n# old\n"));
   const std::string before = Text(*season.basis) + Text(season);

@@ -267,7 +267,7 @@ TEST_F(CellsTest, CountsTheCellsOfTheLargestNegativeGrid) {
   EXPECT_EQ(label(50), " 21474836382147483647");
 }
 
-TEST_F(CellsTest, LongitudesAreTakenFromTheCentreOfTheView) {
+TEST_F(CellsTest, LongitudesAreTakenFromTheCenterOfTheView) {
   AddGrid(map, 60, 20).rowStart = 1;
   // A centre far off stretches the step in longitude by the difference of the cosines.
   const LatLon place = Offset(60, 20, 950, 50);

@@ -151,7 +151,7 @@ TEST_F(ShapefileFailures, DoNotComeOfAQuestionMarkInTheFolder) {
   EXPECT_TRUE(std::filesystem::exists(folder.Path("what?/points.shp")));
 }
 
-TEST_F(ShapefileFailures, DoNotComeFromACancelledExport) {
+TEST_F(ShapefileFailures, DoNotComeFromACanceledExport) {
   Map& map = Open(SiteOfAllGroups);
   for (int i = 0; i < 200; ++i) Add(map, "more" + std::to_string(i), 1, 115 + i / 1000.0);
   PutOldPoints();

@@ -172,7 +172,7 @@ class Impatient : public Progress {
   size_t pages_;
 };
 
-TEST_F(PrintJobTest, StopsWhenItIsCancelled) {
+TEST_F(PrintJobTest, StopsWhenItIsCanceled) {
   const Sheet sheet{"A4"};
   MapWindow window = map.View(800, 600);
   MapPages pages = PagesOn(sheet, window, "5km", "10000");

@@ -98,7 +98,7 @@ TEST_F(RangeRowsTest, AddARangeAboveTheOverlaps) {
   EXPECT_EQ(Texts(), (Names{"Ana", "Bob", "Zoe", "overlap", "New"}));
 }
 
-TEST_F(RangeRowsTest, StartVisibleAndGreyWithoutTrails) {
+TEST_F(RangeRowsTest, StartVisibleAndGrayWithoutTrails) {
   const Range& range = AddRange("Marks");
   Build();
   const RangePanelRow& row = RowOf(range);
@@ -109,7 +109,7 @@ TEST_F(RangeRowsTest, StartVisibleAndGreyWithoutTrails) {
   EXPECT_EQ(row.drawMode, RangeDrawMode::Clear);
 }
 
-TEST_F(RangeRowsTest, TakeHalfTheColourOfTheFirstFollow) {
+TEST_F(RangeRowsTest, TakeHalfTheColorOfTheFirstFollow) {
   Trail& first = AddTrail("a", {});
   first.color = 0xFF8001;
   Trail& second = AddTrail("b", {});
@@ -121,7 +121,7 @@ TEST_F(RangeRowsTest, TakeHalfTheColourOfTheFirstFollow) {
   EXPECT_EQ(RowOf(range).clusterMask, 1U);
 }
 
-TEST_F(RangeRowsTest, TakeTheColourOfTheRowOfAFollowWithoutOne) {
+TEST_F(RangeRowsTest, TakeTheColorOfTheRowOfAFollowWithoutOne) {
   Trail& follow = AddTrail("a", {});
   follow.color = NoColor;
   Range& range = AddRange("Ana");
@@ -162,7 +162,7 @@ TEST_F(RangeRowsTest, HideOverlapsAtFirst) {
   EXPECT_EQ(RowOf(record).range, nullptr);
 }
 
-TEST_F(RangeRowsTest, GiveAnOverlapTheMeanColour) {
+TEST_F(RangeRowsTest, GiveAnOverlapTheMeanColor) {
   Range& a = AddRange("A");
   Range& b = AddRange("B");
   Build();

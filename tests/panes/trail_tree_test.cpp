@@ -156,7 +156,7 @@ TEST(AddContourRow, GoesBelowContours) {
   EXPECT_EQ(TextOf(c.view.trailViews), "Contours(Contour  120(Contour  120 #1)) New");
 }
 
-TEST(MakeTrailRow, ColoursAGroupByItsText) {
+TEST(MakeTrailRow, ColorsAGroupByItsText) {
   const auto colorOf = [](const std::string& text) {
     return MakeTrailRow(nullptr, text, nullptr, nullptr).color;
   };

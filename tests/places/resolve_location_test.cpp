@@ -170,7 +170,7 @@ TEST_F(Locations, PrefixesAreWrittenExactly) {
   ExpectNothing("Point:None");
 }
 
-TEST_F(Locations, ACellIsItsCentre) {
+TEST_F(Locations, ACellIsItsCenter) {
   for (const char* text : {"A1", "Grid:A1", "Grid.A1", "grid:A1", "grid.A1"}) {
     ExpectAt(text, 10 * Unit - 50, 10 * Unit + 50);
   }
@@ -189,7 +189,7 @@ TEST_F(Locations, APointBeatsACellOfItsName) {
   ExpectAt("Grid:B3", 10 * Unit - 150, 10 * Unit + 250);
 }
 
-TEST_F(Locations, AMetreMarkIsBetweenItsNeighbours) {
+TEST_F(Locations, AMetreMarkIsBetweenItsNeighbors) {
   ExpectAt("Main50", 20 * Unit, 5 * Unit, 150);
   ExpectAt("main50m", 20 * Unit, 5 * Unit, 150);
   EXPECT_EQ(Find("Main50")->point, nullptr);

@@ -62,7 +62,7 @@ TEST(GuidePictures, AChangedLetterIsNoticed) {
   EXPECT_EQ(FaultOf(kept, drawn), "9 pixels differ");
 }
 
-TEST(GuidePictures, SlightlyOtherColoursAreNot) {
+TEST(GuidePictures, SlightlyOtherColorsAreNot) {
   const QImage kept = Kept(QStringLiteral("question.png")).convertToFormat(QImage::Format_RGB32);
   QImage drawn = kept;
   QPainter painter(&drawn);

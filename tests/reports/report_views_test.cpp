@@ -85,7 +85,7 @@ TEST_F(TrailSummaryViewTest, ShowsZeroTotalsWithoutATrail) {
   EXPECT_NE(std::find(drawn.begin(), drawn.end(), "text 2,32 Totals"), drawn.end());
 }
 
-TEST_F(TrailSummaryViewTest, CentresHeadingsAndAlignsFiguresRight) {
+TEST_F(TrailSummaryViewTest, CentersHeadingsAndAlignsFiguresRight) {
   Lay(380, 200, {&Straight("Ridge")});
   const Texts drawn = Drawn();
   EXPECT_EQ(drawn[0], "text 30,9 Trail");  // in the middle of 0 to 90

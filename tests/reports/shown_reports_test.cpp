@@ -242,7 +242,7 @@ TEST_F(ShownPointIndexTest, MeasuresAgainOnlyForAnotherFormOrFont) {
   EXPECT_EQ(canvas.widthsAsked, 2 * first);
 }
 
-TEST_F(ShownPointIndexTest, SelectedNeighboursOfFullLinesAreOneArea) {
+TEST_F(ShownPointIndexTest, SelectedNeighborsOfFullLinesAreOneArea) {
   Take(6);
   const int width = GroupWidth();
   Lay(report, 2 * width, 100);

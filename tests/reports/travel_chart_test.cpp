@@ -119,7 +119,7 @@ TEST_F(TravelChartTest, LeavesOutLabelsThatComeTooClose) {
   }
 }
 
-TEST_F(TravelChartTest, DrawsSlotsInGreyAndHoursAbove) {
+TEST_F(TravelChartTest, DrawsSlotsInGrayAndHoursAbove) {
   Give(7 * 12, 10);       // 120 m/h in the first slot
   Give(8 * 12 + 11, 20);  // 240 m/h
   Draw(100);

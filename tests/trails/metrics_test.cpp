@@ -62,7 +62,7 @@ TEST(AltitudeRange, LeavesOutPointsWithoutAltitude) {
   EXPECT_EQ(none.max, Unknown);
 }
 
-TEST(FlatTrailArea, LeavesOnlyTheLongitudeCentred) {
+TEST(FlatTrailArea, LeavesOnlyTheLongitudeCentered) {
   TrailMap data;
   Trail& trail = AddSlopingPlot(data);
   for (Point* point : trail.points) point->geo.lat = std::fmod(point->geo.lat, 1) + 2;

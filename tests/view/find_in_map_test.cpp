@@ -32,7 +32,7 @@ TEST_F(FindInMapTest, ATextWithoutMeaningIsReportedAndChangesNothing) {
   EXPECT_TRUE(HasFlag(MapWindowFindMarker));
 }
 
-TEST_F(FindInMapTest, APointIsCentredAndMarked) {
+TEST_F(FindInMapTest, APointIsCenteredAndMarked) {
   Named("Camp", 2, 3);
   EXPECT_EQ(FindInMap(c_.view, "camp"), FindOutcome::Place);
   EXPECT_NEAR(Middle().lat, 2, 1e-8);

@@ -115,7 +115,7 @@ TEST(DrawGrids, StylesWithoutLabelsWriteNone) {
   }
 }
 
-TEST(DrawGrids, PaperTakesTheColourOfThePrintDialog) {
+TEST(DrawGrids, PaperTakesTheColorOfThePrintDialog) {
   ViewCase c;
   GridAt(c, 8, 1, 1);
   c.view.gridColor = 0x123456;

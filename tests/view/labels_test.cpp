@@ -63,7 +63,7 @@ TEST(PlaceLabel, ASteepLineFromThePreviousPointPushesItDown) {
   ExpectAt(Previous(0, -13), 4, 4);
 }
 
-TEST(PlaceLabel, AFlatLineFromThePreviousPointCentresIt) {
+TEST(PlaceLabel, AFlatLineFromThePreviousPointCentersIt) {
   // "abc" is 18 wide; the baseline is 9 - 12 - 9 / 3 from the point.
   ExpectAt(Previous(15, 5), -9, -6);
   ExpectAt(Previous(15, 6), 4, 4);
@@ -119,7 +119,7 @@ TEST(PlaceLabel, TheFirstLabelKeepsAwayFromTheNextPoint) {
   ExpectAt(site, 4, 4);
 }
 
-TEST(PlaceLabel, InTheMiddleOfALabelledListOnlyThePreviousPointCounts) {
+TEST(PlaceLabel, InTheMiddleOfALabeledListOnlyThePreviousPointCounts) {
   LabelSite site;
   site.last = Pixel{150, 100};
   site.next = Pixel{200, 100};
@@ -144,7 +144,7 @@ TEST(PlaceLabel, RefusesABoxThatHitsAKeptOne) {
   EXPECT_EQ(PlaceLabel(c.view, third, site, boxes).result, LabelResult::Placed);
 }
 
-TEST(PlaceLabel, APointIsLabelledOnceInAPassOfEachKind) {
+TEST(PlaceLabel, APointIsLabeledOnceInAPassOfEachKind) {
   ViewCase c;
   LabelBoxes boxes;
   LabelSite site;
@@ -329,7 +329,7 @@ TEST(PlaceLabels, APointOnTwoTrailsHasOneLabelAndTheMarkOfEach) {
   EXPECT_EQ(c.canvas.Count("line"), 2);
 }
 
-TEST(PlaceLabels, LabelsTakeTheColourOfTheirRow) {
+TEST(PlaceLabels, LabelsTakeTheColorOfTheirRow) {
   ViewCase c;
   c.AddTrail("t", {&c.Add("a", 0, 0)}).width = 3;
   c.map.trails.front().markStyle = MarkStyle::Plus;

@@ -300,7 +300,7 @@ TEST(Pointer, AScrolledBandSelectsFromWhereThePressHasGone) {
   EXPECT_EQ(c.view.selection[0].lat, begin.lat);
 }
 
-TEST(Pointer, ACancelledDragLeavesNothing) {
+TEST(Pointer, ACanceledDragLeavesNothing) {
   ViewCase c;
   PressPointer(c.view, {100, 100}, true);
   CancelPointer(c.view);

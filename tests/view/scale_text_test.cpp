@@ -59,7 +59,7 @@ TEST(ParseScale, ReadsBackWhatThePromptShows) {
   }
 }
 
-TEST(ZoomToScale, KeepsTheNorthAtTheCentre) {
+TEST(ZoomToScale, KeepsTheNorthAtTheCenter) {
   ViewCase c;
   CenterOn(c.view, LatLon{.lat = 2, .lon = 3});
   const double north = (c.view.top + c.view.bottom) / 2;

@@ -26,7 +26,7 @@ TEST(DrawTrails, JoinsThePointsInWalkingOrder) {
   EXPECT_EQ(Drawn(c), Lines{"polyline 200,150 210,100 230,170"});
 }
 
-TEST(DrawTrails, TakesWidthStyleAndColourFromTrailAndRow) {
+TEST(DrawTrails, TakesWidthStyleAndColorFromTrailAndRow) {
   ViewCase c;
   Trail& trail = c.AddTrail("t", {&c.Add("a", 0, 0), &c.Add("b", 50, 10)});
   trail.width = 2.4;
@@ -61,7 +61,7 @@ TEST(DrawTrails, TheSelectedTrailIsThickAndDrawnEvenIfHidden) {
   EXPECT_EQ(c.canvas.Having("pen"), Lines{"pen 9 solid 6ffff00"});
 }
 
-TEST(DrawTrails, ARowWithoutColourIsDrawnInTheForeground) {
+TEST(DrawTrails, ARowWithoutColorIsDrawnInTheForeground) {
   ViewCase c;
   c.AddTrail("t", {&c.Add("a", 0, 0), &c.Add("b", 50, 10)});
   BuildTrailRows(c.view);

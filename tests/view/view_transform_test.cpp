@@ -19,7 +19,7 @@ void ExpectAtMiddle(const MapWindow& view, const LatLon& place) {
   EXPECT_NEAR(pixel.y, view.centerRow, 1) << "turned by " << view.rotation;
 }
 
-TEST(MapToScreen, PutsTheCentreInTheMiddle) {
+TEST(MapToScreen, PutsTheCenterInTheMiddle) {
   ViewCase c;
   CenterOn(c.view, At(-3.5, 29.25));
   EXPECT_TRUE(Same(MapToScreen(c.view, At(-3.5, 29.25)), {200, 150}));
@@ -181,7 +181,7 @@ TEST(CenterOn, LeavesTheViewForAPlaceThatIsNotANumber) {
   EXPECT_EQ(c.view.centralLongitude, 0);
 }
 
-TEST(ResizeView, KeepsNorthAtTheCentreAndScale) {
+TEST(ResizeView, KeepsNorthAtTheCenterAndScale) {
   ViewCase c;
   CenterOn(c.view, At(1, 2));
   SetClientSize(c.view, 100, 80);
@@ -450,7 +450,7 @@ TEST(PanTo, TheSamePixelChangesNothing) {
   EXPECT_EQ(c.view.centralLongitude, before.centralLongitude);
 }
 
-TEST(StepView, MovesTheCentreByAPartOfTheView) {
+TEST(StepView, MovesTheCenterByAPartOfTheView) {
   ViewCase c;
   StepView(c.view, ViewStep::North, {});
   EXPECT_NEAR((c.view.top + c.view.bottom) / 2, 30, 1e-6);
@@ -472,7 +472,7 @@ TEST(StepView, TheArrowsKeepTheirDirectionUnderARotation) {
   }
 }
 
-TEST(ZoomOnPixel, CentresOnThePlace) {
+TEST(ZoomOnPixel, CentersOnThePlace) {
   ViewCase c;
   const LatLon place = ScreenToMap(c.view, {300, 100});
   ZoomOnPixel(c.view, {300, 100}, 2);
