@@ -1,4 +1,8 @@
+#include "pages/map_pages.h"
+#include "pages/paper.h"
+#include "pages/print_dialog.h"
 #include "paint/drawing_session.h"
+#include "paint/print_job.h"
 #include "paint/qt_canvas.h"
 #include "view/draw_map.h"
 #include "view/view_transform.h"
@@ -7,6 +11,7 @@
 #include <QImage>
 
 #include <benchmark/benchmark.h>
+#include <utility>
 
 namespace orvane {
 namespace {
@@ -74,6 +79,25 @@ void DrawNames(benchmark::State& state) {
   }
 }
 BENCHMARK(DrawNames);
+
+/// One page with a whole map on it, as a PDF file.
+void PrintLabeled(benchmark::State& state) {
+  constexpr int Resolution = 300;
+  WideMap wide(static_cast<int>(state.range(0)), LabelMode::All);
+  wide.Look(Width, Height);
+  const QPageLayout layout = PdfLayout(*FindPaper("A4"), QPageLayout::Portrait);
+  size_t bytes = 0;
+  for ([[maybe_unused]] auto _ : state) {
+    PrintMapWindow view = MakePrintView(wide.View(), DeviceOf(layout, Resolution));
+    PrintSettings settings;
+    PrintDialog dialog = OpenPrintDialog(view, settings);
+    if (AcceptPrintDialog(dialog, view, settings)) state.SkipWithError("the page was refused");
+    MapPages pages(std::move(view));
+    if (const auto file = PdfOf(pages, layout, Resolution)) bytes = file->size();
+  }
+  state.counters["MB"] = static_cast<double>(bytes) / 1e6;
+}
+BENCHMARK(PrintLabeled)->Arg(20000)->Arg(200000)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace orvane
