@@ -74,22 +74,30 @@ double Span(const std::vector<SheetLine>& lines) {
 }
 
 TEST_F(PrintJobTest, PrintsAKilometerAt10000As100Millimeters) {
-  for (const char* paper : {"A3", "Tabloid"}) {
+  struct Case {
+    const char* paper;
+    const char* scale;
+    double millimeters;
+  };
+  for (const Case& each : {Case{"A3", "10000", 100}, Case{"Tabloid", "10000", 100},
+                           Case{"A4", "20000", 50}, Case{"Letter", "20000", 50}}) {
     for (const auto orientation : {QPageLayout::Portrait, QPageLayout::Landscape}) {
       for (const int resolution : {300, 600}) {
         for (const float rotation : {0.0F, 33.0F}) {
-          const Sheet sheet{paper, orientation, resolution, rotation};
+          const Sheet sheet{each.paper, orientation, resolution, rotation};
           MapWindow window = map.View(800, 600);
-          MapPages pages = PagesOn(sheet, window, "1m", "10000");
+          MapPages pages = PagesOn(sheet, window, "1m", each.scale);
           ASSERT_EQ(pages.Count(), 1);
           const std::vector<std::string> drawn = Print(sheet, pages);
           ASSERT_EQ(drawn.size(), 1U);
           const PdfPageLines lines(drawn.front());
           const double pixel = 25.4 / resolution;
-          EXPECT_NEAR(Span(lines.OfColor("1 0 0")) / PointsPerMillimeter, 100, 1.5 * pixel)
-              << paper << resolution << rotation;
-          EXPECT_NEAR(Span(lines.OfColor("0 0 1")) / PointsPerMillimeter, 100, 1.5 * pixel)
-              << paper << resolution << rotation;
+          EXPECT_NEAR(Span(lines.OfColor("1 0 0")) / PointsPerMillimeter, each.millimeters,
+                      1.5 * pixel)
+              << each.paper << resolution << rotation;
+          EXPECT_NEAR(Span(lines.OfColor("0 0 1")) / PointsPerMillimeter, each.millimeters,
+                      1.5 * pixel)
+              << each.paper << resolution << rotation;
         }
       }
     }
@@ -102,7 +110,8 @@ TEST_F(PrintJobTest, ContinuesALineOnTheNextPage) {
   map.AddTrail("Across", {&west, &east}, 0x00FF00).labelMode = LabelMode::None;
   for (const char* paper : {"A4", "Letter"}) {
     for (const float rotation : {0.0F, -70.0F, 21.0F}) {
-      const Sheet sheet{paper, QPageLayout::Portrait, 300, rotation};
+      const int resolution = rotation == 0 ? 600 : 300;
+      const Sheet sheet{paper, QPageLayout::Portrait, resolution, rotation};
       MapWindow window = map.View(800, 600);
       MapPages pages = PagesOn(sheet, window, "3.5km", "10000");
       const std::vector<std::string> drawn = Print(sheet, pages);
