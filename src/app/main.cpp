@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QHashSeed>
 #include <QIcon>
 #include <QSessionManager>
 #include <QTimer>
@@ -77,6 +78,8 @@ class Application final : public QApplication {
 }  // namespace
 
 int main(int argc, char** argv) {
+  // The fonts of a PDF file are in the order of a hash table: two runs make the same file.
+  QHashSeed::setDeterministicGlobalSeed();
   QApplication::setApplicationName(QStringLiteral("orvane"));
   QApplication::setApplicationDisplayName(QStringLiteral("Orvane"));
   QApplication::setApplicationVersion(QStringLiteral(ORVANE_VERSION));

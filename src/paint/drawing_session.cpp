@@ -1,5 +1,6 @@
 #include "paint/drawing_session.h"
 
+#include <QHashSeed>
 #include <QtGlobal>
 
 namespace orvane {
@@ -13,6 +14,8 @@ void DropMessage(QtMsgType, const QMessageLogContext&, const QString&) {}
 
 DrawingSession::DrawingSession() {
   if (QCoreApplication::instance() != nullptr) return;
+  // The fonts of a PDF file are in the order of a hash table: two runs make the same file.
+  QHashSeed::setDeterministicGlobalSeed();
   arguments_ = {name_.data(), option_.data(), platform_.data(), nullptr};
   const QtMessageHandler before = qInstallMessageHandler(DropMessage);
   QGuiApplication::setDesktopSettingsAware(false);
