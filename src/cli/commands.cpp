@@ -1,5 +1,6 @@
 #include "cli/commands.h"
 
+#include "base/latin1.h"
 #include "cli/dump.h"
 #include "cli/exit_status.h"
 #include "cli/text_output.h"
@@ -42,7 +43,8 @@ int SaveCommand(Map& map, const std::string& output, bool simple) {
 }
 
 int LocateCommand(Map& map, LineMessages& messages, const std::string& text) {
-  const auto location = ResolveLocation(map, text);
+  const auto location =
+      FindTyped(text, [&map](std::string_view each) { return ResolveLocation(map, each); });
   if (!location) {
     NoteError(messages, CannotFind, {text});
     return ExitFailed;
@@ -65,7 +67,8 @@ int CheckCommand(Map& map, LineMessages& messages, const std::vector<std::string
                  bool showAll) {
   std::vector<Trail*> trails;
   for (const std::string& name : trailNames) {
-    Trail* trail = FindTrailOrContour(map, name);
+    Trail* trail =
+        FindTyped(name, [&map](std::string_view each) { return FindTrailOrContour(map, each); });
     if (trail == nullptr) {
       NoteError(messages, CannotFind, {name});
       return ExitFailed;

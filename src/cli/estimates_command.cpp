@@ -1,5 +1,6 @@
 #include "cli/estimates_command.h"
 
+#include "base/latin1.h"
 #include "base/text.h"
 #include "cli/edit_session.h"
 #include "cli/exit_status.h"
@@ -19,7 +20,7 @@ namespace {
 using Json = nlohmann::ordered_json;
 
 bool IsNamed(const Range& range, const std::string& name) {
-  return range.name && SameName(*range.name, name);
+  return range.name && IsTypedName(*range.name, name);
 }
 
 /// \return the ranges of the request in the order of the pane; nothing, after a message, if one is

@@ -1,5 +1,6 @@
 #include "cli/profile_command.h"
 
+#include "base/latin1.h"
 #include "cli/exit_status.h"
 #include "cli/text_output.h"
 #include "elevation/profile.h"
@@ -25,13 +26,15 @@ std::optional<ElevationView> OpenProfile(Map& map, LineMessages& messages, const
     return std::nullopt;
   };
   if (transect.empty()) {
-    const Trail* found = FindTrailOrContour(map, trail);
+    const Trail* found =
+        FindTyped(trail, [&map](std::string_view each) { return FindTrailOrContour(map, each); });
     if (found == nullptr) return cannotFind(trail);
     return OpenElevation(map, *found);
   }
   LatLon ends[2];
   for (size_t i = 0; i < 2; ++i) {
-    const auto location = ResolveLocation(map, transect[i]);
+    const auto location = FindTyped(
+        transect[i], [&map](std::string_view each) { return ResolveLocation(map, each); });
     if (!location) return cannotFind(transect[i]);
     ends[i] = location->place;
   }

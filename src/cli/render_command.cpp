@@ -1,5 +1,6 @@
 #include "cli/render_command.h"
 
+#include "base/latin1.h"
 #include "cli/contours_command.h"
 #include "cli/exit_status.h"
 #include "cli/text_output.h"
@@ -62,7 +63,8 @@ int RenderCommand(Map& map, LineMessages& messages, const RenderRequest& request
     CenterOn(view, middle);
   }
   if (request.center) {
-    const auto location = ResolveLocation(map, *request.center);
+    const auto location = FindTyped(
+        *request.center, [&map](std::string_view each) { return ResolveLocation(map, each); });
     if (!location) {
       NoteError(messages, "Can't find %s", {*request.center});
       return ExitFailed;

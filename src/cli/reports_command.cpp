@@ -1,5 +1,6 @@
 #include "cli/reports_command.h"
 
+#include "base/latin1.h"
 #include "base/text.h"
 #include "cli/edit_session.h"
 #include "cli/exit_status.h"
@@ -30,7 +31,8 @@ std::optional<std::vector<Trail*>> NamedTrails(MapWindow& view, LineMessages& me
                                                const std::vector<std::string>& names) {
   std::set<const Trail*> named;
   for (const std::string& name : names) {
-    const Trail* trail = FindTrailOrContour(*view.map, name);
+    const Trail* trail = FindTyped(
+        name, [&view](std::string_view each) { return FindTrailOrContour(*view.map, each); });
     if (trail == nullptr) {
       NoteError(messages, "Can't find %s", {name});
       return std::nullopt;
@@ -48,7 +50,7 @@ std::optional<std::vector<Trail*>> NamedTrails(MapWindow& view, LineMessages& me
 std::optional<std::vector<const RangePanelRow*>> NamedRanges(
     const MapWindow& view, LineMessages& messages, const std::vector<std::string>& names) {
   const auto hasName = [](const RangePanelRow& row, const std::string& name) {
-    return !row.fixed && row.text && SameName(*row.text, name);
+    return !row.fixed && row.text && IsTypedName(*row.text, name);
   };
   for (const std::string& name : names) {
     if (std::none_of(view.rangeViews.begin(), view.rangeViews.end(),

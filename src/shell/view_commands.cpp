@@ -1,12 +1,12 @@
 #include "shell/view_commands.h"
 
+#include "base/latin1.h"
 #include "base/messages.h"
 #include "places/resolve_location.h"
 #include "shell/map/map_view.h"
 #include "shell/map/orientation_dialog.h"
 #include "shell/map_window_widget.h"
 #include "shell/shell.h"
-#include "shell/typed_text.h"
 #include "view/fit_to_map.h"
 #include "view/info_panel.h"
 #include "view/scale_text.h"

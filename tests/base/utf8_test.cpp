@@ -1,6 +1,10 @@
 #include "base/utf8.h"
 
+#include "base/latin1.h"
+
 #include <gtest/gtest.h>
+#include <string>
+#include <vector>
 
 namespace orvane {
 namespace {
@@ -29,6 +33,32 @@ TEST(ToUtf8, ReadsWhatIsNotUtf8AsLatin1) {
   EXPECT_EQ(ToUtf8("M\xFChle"), "M\xC3\xBChle");
   // One byte that is none makes the whole text Latin-1.
   EXPECT_EQ(ToUtf8("\xC3\xBC\xFC"), "\xC3\x83\xC2\xBC\xC3\xBC");
+}
+
+TEST(AsLatin1, TurnsWhatLatin1HasAndKeepsTheRest) {
+  EXPECT_EQ(AsLatin1("plain"), "plain");
+  EXPECT_EQ(AsLatin1("Caf\xC3\xA9 \xC2\xB5\xC3\xBF"), "Caf\xE9 \xB5\xFF");
+  EXPECT_EQ(AsLatin1("Caf\xE9"), "Caf\xE9");
+  EXPECT_EQ(AsLatin1("\xC3\xA9\xC5\x91"), "\xC3\xA9\xC5\x91");
+  for (unsigned code = 0; code < 256; ++code) {
+    const std::string letter(1, static_cast<char>(code));
+    EXPECT_EQ(AsLatin1(ToUtf8(letter)), letter);
+  }
+}
+
+TEST(FindTyped, TriesTheTextAsItIsFirst) {
+  std::vector<std::string> tried;
+  const auto find = [&](std::string_view text) {
+    tried.emplace_back(text);
+    return text == "Caf\xE9";
+  };
+  EXPECT_TRUE(FindTyped("Caf\xC3\xA9", find));
+  EXPECT_EQ(tried, (std::vector<std::string>{"Caf\xC3\xA9", "Caf\xE9"}));
+  tried.clear();
+  EXPECT_FALSE(FindTyped("Cafe", find));
+  EXPECT_EQ(tried.size(), 1U);
+  EXPECT_TRUE(IsTypedName("caf\xE9", "CAF\xC3\xA9"));
+  EXPECT_FALSE(IsTypedName("cafe", "CAF\xC3\xA9"));
 }
 
 TEST(CutText, NeverSplitsACharacter) {

@@ -1,5 +1,9 @@
 #include "cli/command_line.h"
 
+#include <set>
+#include <string>
+#include <vector>
+
 namespace orvane {
 namespace {
 
@@ -99,6 +103,63 @@ TEST_F(PrintCommandTest, PrintsReports) {
   EXPECT_EQ(titleOf({"--report", "profile", "--trail", "Main"}), "Main");
   EXPECT_EQ(titleOf({"--report", "profile", "--transect", "Camp", "Ridge", "--landscape"}),
             "Transect");
+}
+
+/// Without the date, and the identifier that is made from it.
+std::string Undated(std::string pdf) {
+  for (const char* word : {"/CreationDate (D:", "<xmp:CreateDate>", "<xmp:ModifyDate>",
+                           "<xmp:MetadataDate>", "/ID [ <"}) {
+    const size_t at = pdf.find(word);
+    if (at != std::string::npos) pdf.erase(at, std::string_view(word).size() + 20);
+  }
+  return pdf;
+}
+
+TEST_F(PrintCommandTest, EachRunMakesTheSameFile) {
+  for (const char* report : {"trails", "index", "ranges"}) {
+    std::set<std::string> files;
+    for (int run = 0; run < 6; ++run) {
+      ASSERT_EQ(Printed({"--report", report}).status, 0);
+      files.insert(Undated(folder.Read("site.pdf")));
+    }
+    EXPECT_EQ(files.size(), 1U) << report;
+  }
+}
+
+TEST_F(PrintCommandTest, TextIsTextInFontsOfTheFile) {
+  for (const std::vector<std::string>& options :
+       {std::vector<std::string>{"--label", "Rains"}, {"--report", "index"}}) {
+    ASSERT_EQ(Printed(options).status, 0);
+    const std::string pdf = folder.Read("site.pdf");
+    EXPECT_NE(pdf.find("/FontFile2"), std::string::npos);
+    EXPECT_NE(pdf.find("/ToUnicode"), std::string::npos);
+  }
+}
+
+TEST_F(PrintCommandTest, AsksBeforeALongReport) {
+  std::string many = Site;
+  for (int i = 0; i < 9000; ++i) many += "L\tP" + std::to_string(i) + "\t1\t1\n";
+  folder.Write("site.map", many);
+  const std::vector<std::string> options = {"--report", "index", "--paper", "A5"};
+  std::vector<std::string> canceled = {"--answer", "2", "print", "site.map", "-o", "site.pdf"};
+  canceled.insert(canceled.end(), options.begin(), options.end());
+  const Outcome run = Do(canceled);
+  EXPECT_EQ(run.status, 1);
+  EXPECT_EQ(folder.Read("site.pdf"), "");
+  EXPECT_TRUE(run.err.starts_with("question: This makes ")) << run.err;
+  EXPECT_TRUE(run.err.ends_with(" pages. Print them all? [Cancel]\n")) << run.err;
+}
+
+TEST_F(PrintCommandTest, NamesInLatin1AreFoundByUtf8) {
+  folder.Write("site.map",
+               "T\tCaf\xE9\tTrail\nG\tCamp\tN0\tE0\nG\tR\xEDo\tN0\tE0.01\nR\tCaf\xE9\n");
+  EXPECT_EQ(Printed({"--report", "profile", "--trail", "Caf\xC3\xA9"}).status, 0);
+  EXPECT_EQ(Printed({"--report", "ranges", "--range", "Caf\xC3\xA9"}).status, 0);
+  EXPECT_EQ(Do({"trails", "site.map", "--trail", "CAF\xC3\xA9"}).status, 0);
+  EXPECT_EQ(Do({"check", "site.map", "--trail", "Caf\xC3\xA9"}).status, 0);
+  EXPECT_EQ(Do({"locate", "site.map", "R\xC3\xADo"}).status, 0);
+  EXPECT_EQ(Do({"locate", "site.map", "R\xC3\xA9o"}).err, "error: Can't find R\xC3\xA9o\n");
+  EXPECT_EQ(Do({"estimates", "site.map", "--range", "Caf\xC3\xA9"}).status, 0);
 }
 
 TEST_F(PrintCommandTest, ReportsNamesThatItCannotFind) {

@@ -1,5 +1,6 @@
 #include "shell/reports/elevation_window.h"
 
+#include "base/latin1.h"
 #include "base/number_text.h"
 #include "model/workspace.h"
 #include "pages/report_pages.h"
@@ -9,7 +10,6 @@
 #include "shell/map_window_widget.h"
 #include "shell/reports/elevation_plot.h"
 #include "shell/shell.h"
-#include "shell/typed_text.h"
 
 #include <QScreen>
 #include <QScrollBar>

@@ -1,12 +1,12 @@
 #include "shell/reports/point_index_window.h"
 
 #include "base/file_names.h"
+#include "base/latin1.h"
 #include "base/messages.h"
 #include "commands/map_facts.h"
 #include "model/map.h"
 #include "model/map_chain.h"
 #include "model/workspace.h"
-#include "paint/display_text.h"
 #include "reports/point_index_search.h"
 #include "reports/shown_point_index.h"
 #include "shell/bring_to_front.h"
@@ -126,9 +126,7 @@ bool PointIndexWindow::Find() {
 
 void PointIndexWindow::FindInPointIndex(const std::string& name) {
   int entry = EntryNamed(shown_.Index(), name);
-  // Names in old maps are Latin-1, and what the user types is UTF-8.
-  constexpr std::string_view AnyLatin1 = "\xE9";
-  if (entry < 0) entry = EntryNamed(shown_.Index(), StoredText(DisplayText(name), AnyLatin1));
+  if (entry < 0) entry = EntryNamed(shown_.Index(), AsLatin1(name));
   if (entry < 0) {
     NoteWarning(TheShell().TheWorkspace().messages, "Can't find %s", {name});
     return;
