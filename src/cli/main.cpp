@@ -5,6 +5,7 @@
 #include "cli/exit_status.h"
 #include "cli/export_command.h"
 #include "cli/import_command.h"
+#include "cli/import_fixes_command.h"
 #include "cli/import_gis_command.h"
 #include "cli/line_messages.h"
 #include "cli/number_options.h"
@@ -245,6 +246,94 @@ void AddImportGis(CommandLine& line) {
   command->callback([&line, request] {
     line.work = [request](Map& map, LineMessages& messages) {
       return ImportGisCommand(map, messages, *request);
+    };
+  });
+}
+
+/// Reads "lat=Breite,lon=Länge". Throws `CLI::ValidationError` for any other text.
+void ReadFixColumns(const std::string& text, std::vector<NamedFixColumn>& columns) {
+  for (size_t begin = 0; begin <= text.size();) {
+    const size_t end = std::min(text.find(',', begin), text.size());
+    const std::string part = text.substr(begin, end - begin);
+    const size_t equals = part.find('=');
+    const auto field = FindFixField(part.substr(0, equals));
+    if (!field || equals == std::string::npos) {
+      throw CLI::ValidationError(
+          "--columns", (part.empty() ? "\"\"" : part) + " is not FIELD=CAPTION with a known field");
+    }
+    columns.push_back({*field, part.substr(equals + 1)});
+    begin = end + 1;
+  }
+}
+
+/// The options that say how a table of fixes is read and what is taken of it.
+void AddFixOptions(CLI::App& command, FixOptions& options) {
+  constexpr double BelowZero = -std::numeric_limits<double>::denorm_min();
+  command.add_option("--type", options.type, "the type of the trails; the species if not given")
+      ->type_name("TYPE");
+  command
+      .add_option_function<std::string>(
+          "--utc-offset",
+          [&options](const std::string& text) {
+            const auto clock = ReadFixClock(text);
+            if (!clock) {
+              throw CLI::ValidationError("--utc-offset", (text.empty() ? "\"\"" : text) +
+                                                             " is not +HH:MM, -HH:MM, auto or the "
+                                                             "name of a time zone");
+            }
+            options.clock = *clock;
+          },
+          "the clock of the site; by its longitude if not given")
+      ->type_name("+HH:MM|-HH:MM|auto|ZONE");
+  command
+      .add_option_function<std::string>(
+          "--every",
+          [&options](const std::string& text) {
+            const Counts counts{false, "a whole number from 1 on"};
+            options.filters.every = ReadNumber("--every", text, counts);
+            if (options.filters.every == 0) {
+              throw CLI::ValidationError("--every", text + " is not " + counts.wanted);
+            }
+          },
+          "take every N-th fix of an animal")
+      ->type_name("N");
+  AddNumber(command, "--min-minutes", options.filters.minMinutes,
+            RealNumbers{BelowZero, "a number of minutes from 0 on"},
+            "leave out fixes sooner after the one before on the same day")
+      ->type_name("M");
+  AddNumber(command, "--min-metres", options.filters.minMeters,
+            RealNumbers{BelowZero, "a number of metres from 0 on"},
+            "leave out fixes nearer to the one before on the same day")
+      ->type_name("D");
+  AddNumber(command, "--max-speed", options.filters.maxSpeed, RealNumbers{0, "a speed above 0"},
+            "leave out fixes that need more km/h from the one before")
+      ->type_name("KMH");
+  command.add_flag("--keep-outliers", options.filters.keepsOutliers,
+                   "take fixes that the table marks as outliers");
+  command
+      .add_option_function<std::string>(
+          "--columns",
+          [&options](const std::string& text) { ReadFixColumns(text, options.reading.columns); },
+          "the captions of fields whose columns are not found by themselves")
+      ->type_name("FIELD=CAPTION,...")
+      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
+      ->trigger_on_parse();
+}
+
+void AddImportFixes(CommandLine& line) {
+  auto request = std::make_shared<ImportFixesRequest>();
+  CLI::App* command =
+      AddMapCommand(line, "import-fixes", "Import timestamped fixes of animals into the map");
+  command->add_option("TABLE", request->table, "rows with time, position and animal")->required();
+  command->add_option("-o,--output", request->output, "the map to write; - for standard output")
+      ->required()
+      ->type_name("OUT");
+  AddFixOptions(*command, request->options);
+  command->add_flag_callback(
+      "--no-ranges", [request] { request->options.makesRanges = false; }, "make no home ranges");
+  command->callback([&line, request] {
+    line.work = [request](Map& map, LineMessages& messages) {
+      return ImportFixesCommand(map, messages, *request);
     };
   });
 }
@@ -504,6 +593,7 @@ void AddCommands(CommandLine& line) {
   AddResiduals(line);
   AddContours(line);
   AddImport(line);
+  AddImportFixes(line);
   AddImportGis(line);
   AddEdit(line);
   AddProfile(line);

@@ -4,6 +4,7 @@
 #include "base/files.h"
 #include "base/number_text.h"
 #include "base/text.h"
+#include "entry/entered_fixes.h"
 #include "entry/gis_values.h"
 #include "entry/separated_table.h"
 #include "geo/earth.h"
@@ -78,25 +79,10 @@ std::optional<std::string> TextOrNone(std::string_view text) {
   return clean;
 }
 
-/// Adds a reading as the map file reader does: the altitude is that of the reading. If its position
-/// had one too, the solver would count it twice.
-void AddFix(Point& point, const GisFix& fix, bool keepAltitude) {
-  Measurement& reading = point.measurements.emplace_front();
-  reading.flags = MeasureGps;
-  reading.position = {fix.lat, fix.lon, NoAltitude};
-  if (keepAltitude) reading.altitude = fix.altitude;
-  point.flags &= ~std::uint32_t{PointPlaced};
-}
-
-/// Follows each change of the map. Placed points keep their place: a fix by itself moves no survey,
-/// so the map is solved only if `FinishMap` finds that it must be.
-void FinishImport(Map& map) {
-  const MustFinish finish(map.workspace->progress);
-  FinishMap(map);
-  map.flags |= MapDirty;
-}
-
 LatLon PlaceOf(const GisFix& fix) { return {fix.lat, fix.lon}; }
+float AltitudeOf(const GisFix& fix, bool keepAltitude) {
+  return keepAltitude ? fix.altitude : NoAltitude;
+}
 
 /// The date of a track if the user gave none.
 PackedDate OwnDate(const GisTrack& track, const Workspace& workspace) {
@@ -131,7 +117,7 @@ void EnterTrack(GisImport& import, const GisTrailFields& fields, const TrailSett
     last = &fix;
     Point& point = MakePoint(map, "");
     point.trail = &trail;
-    AddFix(point, fix, fields.boxes.keepAltitude);
+    AddFix(point, PlaceOf(fix), AltitudeOf(fix, fields.boxes.keepAltitude));
     trail.points.push_back(&point);
   }
   import.points += trail.points.size();
@@ -164,7 +150,7 @@ class WaypointEntry {
     if (waypoint.name.empty() || IsTimeName(waypoint.name)) {
       if (unsaved_++ == 0) unsavedName_ = waypoint.name;
     }
-    AddFix(*point, waypoint.fix, keepAltitude_);
+    AddFix(*point, PlaceOf(waypoint.fix), AltitudeOf(waypoint.fix, keepAltitude_));
     ++import_.waypoints;
   }
   /// Posts what was not posted yet.
@@ -246,7 +232,8 @@ void NoteNothingFound(Messages& messages, std::string_view text, const std::stri
               {name});
     return;
   }
-  const char separator = SeparatorOf(TableText(text.substr(0, text.find_first_of("\r\n"))));
+  const char separator =
+      SeparatorOf(TableText(std::string(text.substr(0, text.find_first_of("\r\n")))));
   const bool isOther = separator != ',' && text.find(separator) != std::string_view::npos;
   NoteError(messages,
             "There are no tracks and no waypoints in %s: looked for latitude in column 5 and "

@@ -56,6 +56,17 @@ Edit TrackEdit(GisImport& import, const GisTrailFields& fields, bool all, GisFie
           }};
 }
 
+Edit FixesEdit(Map& map, FixImport& import) {
+  return {.name = NameOfImport(import.fileName),
+          .map = &map,
+          .change = [&map, &import](EditFollowUp& followUp) {
+            if (!AddsAnything(import)) return false;
+            EnterFixes(map, import);
+            followUp.solved = true;
+            return true;
+          }};
+}
+
 Edit SheetEdit(const ImportSpec& spec, SheetLogs& logs, const SideFileWriter& write,
                SheetOutcome& outcome) {
   return {.name = NameOfImport(spec.fileName),

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "editing/edit_history.h"
+#include "entry/fix_import.h"
 #include "entry/gis_import.h"
 #include "entry/sheet_import.h"
 
@@ -27,6 +28,11 @@ Edit GisFileEdit(Map& map, const std::string& path, const GisBoxes& boxes,
 /// read. If memory runs out, `import` is unchanged.
 /// \param bad  the field that can't be read
 Edit TrackEdit(GisImport& import, const GisTrailFields& fields, bool all, GisField& bad);
+
+/// Adds what an import of fixes has planned (`EnterFixes`). The edit gives up if there is nothing to
+/// add; if memory runs out, `import` has lost only the text of its table.
+/// \param import  must outlive the edit
+Edit FixesEdit(Map& map, FixImport& import);
 
 /// Imports a follow sheet (`RunSpreadsheetImport`); what an abandoned import has made stays. The edit
 /// gives up if the user cancels. It does not mark the map if the sheet has no follows. After a cancel,

@@ -88,40 +88,48 @@ bool IsIn(std::string_view set, char c) { return set.find(c) != std::string_view
 
 }  // namespace
 
-std::string TableText(std::string_view bytes) {
-  if (bytes.starts_with("\xFF\xFE")) return Utf16Reader(bytes.substr(2), false).ReadAll();
-  if (bytes.starts_with("\xFE\xFF")) return Utf16Reader(bytes.substr(2), true).ReadAll();
-  if (bytes.starts_with(Utf8Mark)) bytes.remove_prefix(Utf8Mark.size());
+std::string TableText(std::string bytes) {
+  const std::string_view all = bytes;
+  if (all.starts_with("\xFF\xFE")) return Utf16Reader(all.substr(2), false).ReadAll();
+  if (all.starts_with("\xFE\xFF")) return Utf16Reader(all.substr(2), true).ReadAll();
+  if (all.starts_with(Utf8Mark)) bytes.erase(0, Utf8Mark.size());
+  // A large table is not copied.
+  if (IsValidUtf8(bytes)) return bytes;
   return ToUtf8(bytes);
 }
 
 bool TableRows::Next(TableRow& row) {
   if (rest_.empty()) return false;
   row.line = line_;
-  row.cells.clear();
-  row.cells.push_back(TakeCell());
+  size_t count = 0;
+  const auto takeNext = [&] {
+    if (count == row.cells.size()) row.cells.emplace_back();
+    TakeCell(row.cells[count++]);
+  };
+  takeNext();
   while (!rest_.empty() && rest_.front() == separator_) {
     rest_.remove_prefix(1);
-    row.cells.push_back(TakeCell());
+    takeNext();
   }
+  row.cells.resize(count);
   TakeLineEnd();
   return true;
 }
 
 /// Removes a cell from the text, up to its separator or the end of the row.
-std::string TableRows::TakeCell() {
-  std::string cell;
+void TableRows::TakeCell(std::string& cell) {
   const bool isQuoted = rest_.starts_with('"');
   if (isQuoted) TakeQuoted(cell);
   size_t end = 0;
-  while (end < rest_.size() && rest_[end] != separator_ && !IsIn(LineEnds, rest_[end])) ++end;
-  if (!isQuoted) cell = rest_.substr(0, end);
+  while (end < rest_.size() && rest_[end] != separator_ && rest_[end] != '\n' && rest_[end] != '\r')
+    ++end;
+  if (!isQuoted) cell.assign(rest_, 0, end);
   rest_.remove_prefix(end);
-  return cell;
 }
 
 /// Removes a quoted cell, with both quotes.
 void TableRows::TakeQuoted(std::string& cell) {
+  cell.clear();
   rest_.remove_prefix(1);
   while (true) {
     const size_t end = std::min(rest_.find('"'), rest_.size());

@@ -13,7 +13,7 @@ namespace orvane {
 /// \return the text of a file in UTF-8, without a byte order mark: UTF-16 or UTF-8 by that mark;
 ///         without one UTF-8 if all of it is valid, else Latin-1. A half character of UTF-16
 ///         becomes U+FFFD.
-std::string TableText(std::string_view bytes);
+std::string TableText(std::string bytes);
 
 struct TableRow {
   std::vector<std::string> cells;  ///< at least one; not trimmed
@@ -29,11 +29,11 @@ class TableRows {
   /// \param text  not copied, must outlive this
   TableRows(std::string_view text, char separator) : rest_(text), separator_(separator) {}
 
-  /// Reads the next row into `row`. \return false at the end of the text
+  /// Reads the next row into `row`, whose memory is used again. \return false at the end of the text
   bool Next(TableRow& row);
 
  private:
-  std::string TakeCell();
+  void TakeCell(std::string& cell);
   void TakeQuoted(std::string& cell);
   void TakeLineEnd();
 

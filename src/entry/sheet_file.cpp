@@ -49,7 +49,7 @@ std::optional<FollowSheet> ReadSheet(Messages& messages, const std::string& path
 }
 
 FollowSheet SheetFromCsv(std::string_view bytes) {
-  const std::string table = TableText(bytes);
+  const std::string table = TableText(std::string(bytes));
   FollowSheet sheet;
   sheet.separator = SeparatorOf(table);
   TableRows rows(table, sheet.separator);

@@ -73,6 +73,15 @@ double GroundDistance(const LatLon& a, const LatLon& b) {
   return std::sqrt(step.north * step.north + step.east * step.east);
 }
 
+// By half the angle, which keeps its digits for places side by side, where a cosine would be 1.
+double GreatCircleMeters(const LatLon& a, const LatLon& b) {
+  const double north = std::sin((b.lat - a.lat) * RadiansPerDegree / 2);
+  const double east = std::sin((b.lon - a.lon) * RadiansPerDegree / 2);
+  const double chord = north * north + std::cos(a.lat * RadiansPerDegree) *
+                                           std::cos(b.lat * RadiansPerDegree) * east * east;
+  return DegreesToMeters(2 * std::asin(std::sqrt(std::min(chord, 1.0))) / RadiansPerDegree);
+}
+
 // The point P that has the measurement sees its base B under the bearing. The walk starts at B, so
 // P is in the opposite direction:
 //

@@ -46,6 +46,10 @@ void DisplacementBetween(const LatLon& a, const LatLon& b, Meters& result);
 /// The length in metres of `DisplacementBetween`, without altitudes.
 double GroundDistance(const LatLon& a, const LatLon& b);
 
+/// The shortest way over the sphere from `a` to `b` in metres, without altitudes; for places that are
+/// far apart.
+double GreatCircleMeters(const LatLon& a, const LatLon& b);
+
 /// Walks a compass measurement from its base to the point that has it. The bearing is from that
 /// point to the base, so the step is turned by 180 degrees; the inclination is from that point up
 /// to the base. A negative distance walks towards the base.

@@ -42,6 +42,29 @@ TEST_F(ImportEdits, WaypointsAreTakenBackWithTheMarkOfTheMap) {
   EXPECT_TRUE(IsDirty(map));
 }
 
+TEST_F(ImportEdits, FixesAreOneStep) {
+  Map& map = Open("T\tRidge\tTrail\nG\tCamp\tN1\tE10\n");
+  const std::string before = Saved(map);
+  const std::string path = folder.Write("collar.csv",
+                                        "time,lat,lon,id\n2004-5-3 0:30,1,10,Kiki\n"
+                                        "2004-5-3 0:45,1.001,10,Kiki\n2004-5-4 0:30,1,10,Bo\n");
+  auto import = StartFixImport(map, path, {});
+  ASSERT_TRUE(import);
+  ASSERT_TRUE(history.Apply(FixesEdit(map, *import)));
+  const std::string after = Saved(map);
+  EXPECT_NE(after.find("R\tBo"), std::string::npos);
+  EXPECT_EQ(*history.UndoName(map), "Import of collar.csv");
+  ASSERT_TRUE(history.Undo(map));
+  EXPECT_EQ(Saved(map), before);
+  EXPECT_FALSE(IsDirty(map));
+  ASSERT_TRUE(history.Redo(map));
+  EXPECT_EQ(Saved(map), after);
+  auto again = StartFixImport(map, path, {});
+  ASSERT_TRUE(again);
+  EXPECT_FALSE(history.Apply(FixesEdit(map, *again)));
+  EXPECT_EQ(Saved(map), after);
+}
+
 TEST_F(ImportEdits, WaypointsThatAreAllRefusedChangeNothing) {
   Open("T\tRidge\tTrail\nG\tCamp\tN1\tE10\nG\tHill\tN1 0.1\tE10\n", "basis.map");
   Map& map = Open("B\tbasis.map\nT\tLoop\tTrail\nG\tFar\tN1\tE10\n", "season.map");

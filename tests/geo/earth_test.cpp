@@ -129,6 +129,17 @@ TEST(GroundDistance, LeavesAltitudesOut) {
   EXPECT_EQ(GroundDistance({7, 8}, {7, 8}), 0);
 }
 
+TEST(GreatCircleMeters, FollowsTheSphere) {
+  EXPECT_NEAR(GreatCircleMeters({0, 10}, {0, 11}), 111120, 1e-6);
+  EXPECT_NEAR(GreatCircleMeters({-1, 10}, {1, 10}), 2 * 111120, 1e-6);
+  EXPECT_NEAR(GreatCircleMeters({60, 0}, {60, 180}), 60 * 111120, 1e-6);  // over the pole
+  EXPECT_NEAR(GreatCircleMeters({0, 0}, {0, 180}), 180 * 111120, 1e-3);
+  EXPECT_NEAR(GreatCircleMeters({1, -179.5}, {1, 179.5}), GroundDistance({1, 0}, {1, 1}),
+              1);  // over the line where the date changes
+  EXPECT_NEAR(GreatCircleMeters({1.3, 115}, {1.3, 115.00001}), 1.1109, 1e-4);
+  EXPECT_EQ(GreatCircleMeters({7, 8}, {7, 8}), 0);
+}
+
 TEST(GroundDistance, IsTheSameBothWays) {
   constexpr unsigned Seed = 32;
   std::mt19937 random(Seed);

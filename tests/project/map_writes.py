@@ -20,11 +20,17 @@ import re
 import sys
 
 # The changes that edits of imports make. Only the second table calls them.
-CHANGES = {"entry/gis_import.cpp", "entry/sheet_import.cpp", "entry/submap_import.cpp"}
+CHANGES = {"entry/entered_fixes.cpp", "entry/fix_import.cpp", "entry/gis_import.cpp",
+           "entry/sheet_import.cpp", "entry/submap_import.cpp"}
 EDITS = {"entry/import_edits.cpp"}
 
 # Fields with the name of a map's field, of other records: file, and what is before the field.
 OTHER_RECORDS = {
+    ("entry/fix_plan.cpp", "plan"): "the plan of an import",
+    ("entry/fix_plan.cpp", "plan_"): "the plan of an import",
+    ("entry/fix_table.cpp", "fix"): "a fix of the imported table",
+    ("entry/fix_table.cpp", "heading"): "the heading of the imported table",
+    ("entry/fix_table.cpp", "table"): "the imported table",
     ("entry/gis_values.cpp", "fix"): "a fix of the imported file",
     ("entry/gpx.cpp", "file_.tracks.back()"): "a track of the imported file",
     ("entry/separated_table.cpp", "row"): "a row of the imported table",

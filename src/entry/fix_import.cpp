@@ -1,0 +1,159 @@
+#include "entry/fix_import.h"
+
+#include "base/files.h"
+#include "base/number_text.h"
+#include "entry/entered_fixes.h"
+#include "entry/import_summary.h"
+#include "model/workspace.h"
+
+#include <utility>
+
+namespace orvane {
+
+namespace {
+
+/// Rows of one kind that are named one by one.
+constexpr size_t MostNamed = 5;
+
+std::string RowText(std::uint32_t row) { return "row " + std::to_string(row); }
+
+std::string MoreText(size_t count) {
+  return Counted(count, "more row is left out", "more rows are left out");
+}
+
+/// What is said of dates such as 3/5/2004.
+void AppendDayOrder(const DayOrder& order, std::vector<std::string>& notes) {
+  if (order.ambiguousRow == 0) return;
+  const std::string which = order.dayFirst ? "the day is first" : "the month is first";
+  std::string text = "The date in " + RowText(order.ambiguousRow) + " can be read in two ways: ";
+  if (order.decidingRow > 0) {
+    text += RowText(order.decidingRow) + " shows that " + which;
+  } else {
+    text += "no row shows which, and " + which + " as European dates are " +
+            (order.dayFirst ? "on" : "off");
+  }
+  notes.push_back(text);
+}
+
+/// Names the first rows without a usable fix.
+void AppendBadRows(const FixTable& table, std::vector<std::string>& notes) {
+  FixRows rows(table);
+  size_t named = 0;
+  while (named < MostNamed && named < table.badRows.size() && rows.Next()) {
+    const BadFixRow& bad = table.badRows[named];
+    if (rows.Number() != bad.row) continue;
+    notes.push_back("Left out " + RowText(bad.row) + ": " + FaultOfRow(table, bad, rows.Cells()));
+    ++named;
+  }
+  if (table.badRows.size() > named) notes.push_back(MoreText(table.badRows.size() - named));
+}
+
+/// Names the first fixes that are faster than the limit.
+void AppendFastRows(const FixImport& import, std::vector<std::string>& notes) {
+  size_t named = 0;
+  for (const Fix& fix : import.plan.fixes) {
+    if (fix.state != FixState::TooFast) continue;
+    if (named == MostNamed) break;
+    notes.push_back("Left out " + RowText(fix.row) + ": faster than " +
+                    FormatGeneral(import.options.filters.maxSpeed) + " km/h");
+    ++named;
+  }
+  const size_t count = import.plan.counts[static_cast<size_t>(FixState::TooFast)];
+  if (count > named) notes.push_back(MoreText(count - named) + " as too fast");
+}
+
+std::string CountsText(const FixImport& import) {
+  const FixPlan& plan = import.plan;
+  std::string text =
+      "Read " + Counted(import.table.rowCount, "fix", "fixes") + " from " + import.fileName + ": ";
+  std::vector<std::string> parts;
+  for (size_t i = 0; i < FixStateCount; ++i) {
+    const auto state = static_cast<FixState>(i);
+    if (plan.counts[i] == 0 && state != FixState::Used) continue;
+    const std::string name = state == FixState::Used ? "taken" : std::string(FixStateName(state));
+    parts.push_back(std::to_string(plan.counts[i]) + " " + name);
+  }
+  text += Joined(parts) + "; " + Counted(plan.trails.size(), "trail", "trails") + " and " +
+          Counted(plan.ranges.size(), "range", "ranges");
+  if (import.options.clock.zone) return text + " added";
+  text += " added; times are UTC" + OffsetText(plan.offsetMinutes);
+  if (!import.options.clock.offsetMinutes) {
+    text += ", as is usual at the mean longitude " + FormatGeneral(plan.meanLon, 4);
+  }
+  return text;
+}
+
+}  // namespace
+
+std::optional<FixImport> StartFixImport(const Map& map, const std::string& path,
+                                        const FixOptions& options) {
+  auto bytes = ReadWholeFile(path);
+  if (!bytes) {
+    NoteError(map.workspace->messages, "Can't open file %s", {path});
+    return std::nullopt;
+  }
+  return StartFixImportOfText(map, std::move(*bytes), path, options);
+}
+
+std::optional<FixImport> StartFixImportOfText(const Map& map, std::string bytes,
+                                              const std::string& name, const FixOptions& options) {
+  Workspace& workspace = *map.workspace;
+  FixReading reading = options.reading;
+  reading.europeanDates = workspace.preferences.europeanDates;
+  auto table = ReadFixTable(TableText(std::move(bytes)), name, reading, workspace.messages,
+                            workspace.progress);
+  if (!table) return std::nullopt;
+  if (table->fixes.empty()) {
+    NoteError(workspace.messages, "No usable fixes in %s", {name});
+    return std::nullopt;
+  }
+  FixImport import{name, std::move(*table), {}, options};
+  import.plan = PlanFixes(import.table, options, map);
+  return import;
+}
+
+std::vector<std::string> FixNotes(const FixImport& import) {
+  std::vector<std::string> notes;
+  AppendDayOrder(import.table.dayOrder, notes);
+  AppendBadRows(import.table, notes);
+  AppendFastRows(import, notes);
+  notes.push_back(CountsText(import));
+  return notes;
+}
+
+bool AddsAnything(const FixImport& import) {
+  return !import.plan.trails.empty() || !import.plan.ranges.empty();
+}
+
+void EnterFixes(Map& map, FixImport& import) {
+  const FixPlan& plan = import.plan;
+  import.table.text = {};
+  auto lastTrail = map.trails.before_begin();
+  while (std::next(lastTrail) != map.trails.end()) ++lastTrail;
+  for (const PlannedTrail& planned : plan.trails) {
+    lastTrail = map.trails.emplace_after(lastTrail);
+    Trail& trail = *lastTrail;
+    trail.type = plan.types[planned.animal];
+    trail.focalAnimal = import.table.animals[planned.animal].name;
+    trail.date = planned.date;
+    trail.points.reserve(planned.count);
+    for (size_t i = 0; i < planned.count; ++i) {
+      const Fix& fix = plan.fixes[plan.order[planned.first + i]];
+      Point& point = MakePoint(map, ClockText(fix.local));
+      point.trail = &trail;
+      AddFix(point, {fix.lat, fix.lon}, fix.altitude);
+      trail.points.push_back(&point);
+    }
+  }
+  auto lastRange = map.ranges.before_begin();
+  while (std::next(lastRange) != map.ranges.end()) ++lastRange;
+  for (const std::uint32_t animal : plan.ranges) {
+    lastRange = map.ranges.emplace_after(lastRange);
+    const std::string& name = import.table.animals[animal].name;
+    lastRange->name = name;
+    lastRange->keys.push_front({.type = plan.types[animal], .focalAnimal = name});
+  }
+  FinishImport(map);
+}
+
+}  // namespace orvane

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "entry/fix_plan.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace orvane {
+
+/// The import of a table of timestamped fixes: a trail for each animal and local date, with points
+/// named by the clock. `StartFixImport` only reads the map, so that a window can show what will
+/// happen; `EnterFixes` changes it.
+struct FixImport {
+  std::string fileName;
+  FixTable table;
+  FixPlan plan;
+  FixOptions options;
+};
+
+/// Reads a table and plans its import.
+/// \return nothing, after an error, if the file cannot be opened, has no heading, lacks a named
+///         column or has no usable fix; nothing, without a message, if it was cancelled
+std::optional<FixImport> StartFixImport(const Map& map, const std::string& path,
+                                        const FixOptions& options);
+
+/// As above, from the bytes of a file.
+/// \param name  of the file, for messages
+std::optional<FixImport> StartFixImportOfText(const Map& map, std::string bytes,
+                                              const std::string& name, const FixOptions& options);
+
+/// \return sentences on what the import does, for the user: dates that can be read in two ways, the
+///         first of the rows that are left out, and at the end the counts
+std::vector<std::string> FixNotes(const FixImport& import);
+
+/// \return true if there is a trail or a range to add
+bool AddsAnything(const FixImport& import);
+
+/// Adds the trails and ranges of the plan at the end of those of the map, finishes the map, and
+/// frees the text of the table.
+void EnterFixes(Map& map, FixImport& import);
+
+}  // namespace orvane
