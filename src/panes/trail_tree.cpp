@@ -102,8 +102,11 @@ void AddRowsOfMap(const RowMaker& maker, MapWindow& view, Map& map) {
 }
 
 Color ColorOfType(std::string_view type) {
-  for (const std::string_view name : {"Human", "Road", "Border", "Contours"}) {
+  for (const std::string_view name : {"Human", "Road", "Border"}) {
     if (SameName(type, name)) return Black;
+  }
+  for (const ContourKind kind : ContourKinds) {
+    if (SameName(type, ContourGroupText(kind))) return Black;
   }
   // Either case of the first letter, but of no other.
   if (type.find("oundar") != std::string_view::npos) return Black;

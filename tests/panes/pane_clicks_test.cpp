@@ -82,6 +82,7 @@ TEST_F(PaneClicks, ContinuousContoursAreAGroupOfTheirOwn) {
   ASSERT_NE(line, nullptr);
   EXPECT_TRUE(line->visible);
   EXPECT_EQ(line->color, Row("Continuous contours").color);
+  EXPECT_EQ(line->color, Row("Contours").color);
 }
 
 /// The tick was set on a row that still had no lines.
