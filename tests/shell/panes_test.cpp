@@ -208,6 +208,19 @@ TEST_F(PanesTest, ADropAboveOrBelowTheRowsThatShowChangesNothing) {
   EXPECT_EQ(shell_.History().Steps(), steps);
 }
 
+TEST_F(PanesTest, ADragReleasedBelowTheRowsClearsTheSelection) {
+  Click(Trails(), "Papio");
+  ASSERT_FALSE(SelectedTrails().isEmpty());
+  QWidget* pane = Trails().viewport();
+  const QPoint below(40, pane->height() - 2);
+  ASSERT_FALSE(Trails().indexAt(below).isValid());
+  QTest::mousePress(pane, Qt::LeftButton, Qt::NoModifier, At(Trails(), "Papio"));
+  QTest::mouseMove(pane, below);
+  QTest::mouseRelease(pane, Qt::LeftButton, Qt::NoModifier, below);
+  EXPECT_TRUE(SelectedTrails().isEmpty());
+  EXPECT_EQ(RangeTexts(), QStringList{"New"});
+}
+
 TEST_F(PanesTest, AReleaseOnThePressedRowIsAClickHoweverFarThePointerWent) {
   Click(Trails(), "Papio");
   QWidget* pane = Trails().viewport();

@@ -125,6 +125,16 @@ TEST_F(VisibilityDialogs, FilledRulesThePatternsAndTheSolidLine) {
   EXPECT_FALSE(Trail("Path").filled);
 }
 
+TEST_F(VisibilityDialogs, AFillPatternWithoutAButtonIsKept) {
+  constexpr int FromAFile = 7;
+  Trail("Path").selected = true;
+  Trail("Path").filled = true;
+  Trail("Path").fillPattern = FromAFile;
+  InTrails([](TrailVisibilityDialog& dialog) { dialog.accept(); });
+  EXPECT_EQ(Trail("Path").fillPattern, FromAFile);
+  EXPECT_EQ(Trail("Path").trail->fillPattern, FromAFile);
+}
+
 TEST_F(VisibilityDialogs, ABadColorKeepsTheDialog) {
   Trail("Path").selected = true;
   InTrails([this](TrailVisibilityDialog& dialog) {

@@ -143,6 +143,8 @@ void PaneView::mouseReleaseEvent(QMouseEvent* event) {
   if (dragging_ && under != pressed) {
     EndDrag();
     Q_EMIT rowDragged(event->globalPosition().toPoint(), true);
+    const bool onNoRow = !under.isValid() && viewport()->rect().contains(event->pos());
+    if (onNoRow) Q_EMIT rowClicked(QModelIndex(), PaneZone::Text, false);
     return;
   }
   if (dragging_) CancelDrag();

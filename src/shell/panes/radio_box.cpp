@@ -26,6 +26,7 @@ QRadioButton& RadioBox::Button(int value) const {
 void RadioBox::Adopt(QRadioButton& button, int value) { group_.addButton(&button, value); }
 
 void RadioBox::SetValue(int value) {
+  value_ = value;
   if (QAbstractButton* button = group_.button(value)) button->setChecked(true);
 }
 

@@ -26,13 +26,15 @@ class RadioBox final : public QGroupBox {
   QRadioButton& Button(int value) const;
   /// Also takes a button that is elsewhere in the window.
   void Adopt(QRadioButton& button, int value);
-  /// \return the number of the chosen button; -1 if there is none
-  int Value() const { return group_.checkedId(); }
-  /// A number without a button leaves all as it is.
+  /// \return the number of the chosen button; where none is chosen, the number that was set last,
+  ///         -1 at first
+  int Value() const { return group_.checkedId() < 0 ? value_ : group_.checkedId(); }
+  /// A number without a button is kept, and chooses none.
   void SetValue(int value);
 
  private:
   QButtonGroup group_;
+  int value_ = -1;  ///< set last
 };
 
 }  // namespace orvane
