@@ -12,8 +12,9 @@ namespace orvane {
 /// A column of an editor's table.
 struct CellColumn {
   std::string title;
-  std::string hint;  ///< shown over the heading; lines end with "\n"
-  int width = 0;     ///< pixels at first
+  std::string hint;      ///< shown over the heading; lines end with "\n"
+  int width = 0;         ///< pixels at first
+  std::string widest{};  ///< a text that the column shows whole at first
 };
 
 /// What a cell table shows and changes: the rows of an editor. The table has one row more than the

@@ -13,6 +13,7 @@ struct ColumnInfo {
   int mixtureWidth;
   int gpsWidth;
   int relativeWidth;
+  const char* widest = "";  ///< shows whole in the first width
 };
 
 // The byte 0xB0 is the degree sign of old maps. The hint on bearings has the byte 0xA1.
@@ -25,12 +26,12 @@ constexpr std::array<ColumnInfo, ColumnFirstSm> FixedColumns = {{
      "Enter a Latitude.\nIt may look like:\n S21.25\xB0  or\n S21\xB0 15.720'  or\n"
      " S21\xB0 15' 43.2\"\n(the degree, minute and\nsecond signs are not\nrequired. Spaces are.\n"
      "You may not specify both\na compass bearing and a\nGPS reading.",
-     70, 70, 0},
+     70, 70, 0, "S89\xB0 59.999'"},
     {"Lon", "Lon",
      "Enter a Lontitude.\nIt may look like:\n E47.42\xB0  or\n E47\xB0 25.384'  or\n"
      " E47\xB0 25' 23\"\n(the degree, minute and\nsecond signs are not\nrequired. Spaces are.\n"
      "You may not specify both\na compass bearing and a\nGPS reading.",
-     70, 70, 0},
+     70, 70, 0, "W179\xB0 59.999'"},
     {"Point", "Point",
      "Enter the name of\nanother point from\nwhich a bearing has\nbeen taken\n(ie. A100, 7:34). "
      "You\n"
@@ -101,7 +102,8 @@ std::vector<CellColumn> TrailColumns(EntryMode mode, const Map& map) {
     const int width = WidthIn(mode, column);
     if (width == 0) continue;
     const char* title = mode == EntryMode::Relative ? column.relativeTitle : column.title;
-    columns.push_back({.title = title, .hint = column.hint, .width = width});
+    columns.push_back(
+        {.title = title, .hint = column.hint, .width = width, .widest = column.widest});
   }
   for (size_t i = 0; i < SmColumnsOf(map); ++i) {
     columns.push_back({.title = *map.smName[i], .hint = "Enter an integer", .width = SmWidth});

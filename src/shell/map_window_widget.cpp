@@ -20,6 +20,7 @@
 #include "shell/progress/busy_work.h"
 #include "shell/reports/elevation_commands.h"
 #include "shell/shell.h"
+#include "view/fit_to_map.h"
 
 #include <QAction>
 #include <QCloseEvent>
@@ -143,6 +144,11 @@ void MapWindowWidget::ShowPreferences() {
 }
 
 void MapWindowWidget::RequestRepaint() { View().RequestRepaint(); }
+
+void MapWindowWidget::ShowWhole() {
+  FitToMap(Shown());
+  View().RequestRepaint();
+}
 
 void MapWindowWidget::ShowRows() {
   panes_->ShowRows();

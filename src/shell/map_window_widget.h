@@ -41,6 +41,7 @@ class MapWindowWidget final : public QMainWindow, public MapWindowBase {
   void RefreshMarks() override;
   void ShowPreferences() override;
   void RequestRepaint() override;
+  void ShowWhole() override;
 
   MapPanes& Panes() { return *panes_; }
   MapView& View();

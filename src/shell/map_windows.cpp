@@ -82,4 +82,10 @@ void MapWindows::RequestRepaint() {
   for (MapWindowBase* window : windows_) window->RequestRepaint();
 }
 
+void MapWindows::ShowWhole(const Map& map) {
+  for (MapWindowBase* window : windows_) {
+    if (&window->TheMap() == &map) window->ShowWhole();
+  }
+}
+
 }  // namespace orvane

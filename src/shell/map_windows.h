@@ -39,6 +39,8 @@ class MapWindowBase : public ProgramWindow {
   virtual void ShowPreferences() = 0;
   /// Draws the map again soon.
   virtual void RequestRepaint() = 0;
+  /// Puts the whole map in view.
+  virtual void ShowWhole() = 0;
 };
 
 /// Makes the windows that `MapWindows` opens.
@@ -82,6 +84,8 @@ class MapWindows final : public QObject {
   /// Updates the menus, also those of other windows, after the preferences have changed.
   void ShowPreferences();
   void RequestRepaint();
+  /// Puts the whole map in view in each window on it: it has got its first places.
+  void ShowWhole(const Map& map);
 
  Q_SIGNALS:
   /// A window has come or gone.

@@ -7,7 +7,6 @@
 #include "shell/map/orientation_dialog.h"
 #include "shell/map_window_widget.h"
 #include "shell/shell.h"
-#include "view/fit_to_map.h"
 #include "view/info_panel.h"
 #include "view/scale_text.h"
 
@@ -82,10 +81,7 @@ void ShowAngles(Shell&, MapWindowWidget& window) {
   window.RefreshMarks();
 }
 
-void ShowWholeMap(Shell&, MapWindowWidget& window) {
-  FitToMap(window.Shown());
-  window.View().RequestRepaint();
-}
+void ShowWholeMap(Shell&, MapWindowWidget& window) { window.ShowWhole(); }
 
 void FullScreen(ProgramWindow& window) {
   QWidget& widget = window.Widget();

@@ -10,6 +10,7 @@
 #include "shell/panes/pane_view.h"
 #include "shell/panes/trail_pane.h"
 #include "shell/shell_case.h"
+#include "view/fit_to_map.h"
 #include "view/view_transform.h"
 
 #include <QComboBox>
@@ -140,6 +141,50 @@ TEST_F(TrailEditorWindowTest, ANewTrailIsTypedWithTheKeyboardAlone) {
   EXPECT_NE(TheMap().flags & MapDirty, 0U);
   EXPECT_EQ(*shell_.History().UndoName(TheMap()), "New Trail Ridge");
   EXPECT_TRUE(messages_.Entries().empty());
+}
+
+TEST_F(TrailEditorWindowTest, TheFirstTrailOfAMapIsPutInView) {
+  MapWindowWidget& empty = OpenActive(folder_.Write("empty.map", ""));
+  MapWindowWidget& second = shell_.Windows().Open(empty.TheMap());
+  const auto type = [&](const char* name, const char* longitude) {
+    empty.Panes().Trails().Rows().setFocus();
+    Press(empty, CommandAdd);
+    auto& editor = static_cast<TrailEditorWindow&>(*empty.Dependents().at(0));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&editor));
+    Field(editor, "TrailType").setText(QStringLiteral("Trail"));
+    Field(editor, "Name").setText(QLatin1String(name));
+    Mode(editor, "GPS").click();
+    Key(Qt::Key_F6);
+    for (const char* text : {name, "N1", longitude}) {
+      Type(text);
+      Key(Qt::Key_Tab);
+    }
+    Key(Qt::Key_Return, Qt::ControlModifier);
+    DeliverDeletes();
+  };
+  type("R", "E10");
+  MapWindow fitted = empty.Shown();
+  FitToMap(fitted);
+  for (MapWindowWidget* window : {&empty, &second}) {
+    const LatLon middle =
+        ScreenToMap(window->Shown(), {window->Shown().centerColumn, window->Shown().centerRow});
+    EXPECT_NEAR(middle.lat, 1, 1e-3);
+    EXPECT_NEAR(middle.lon, 10, 1e-3);
+    EXPECT_EQ(window->Shown().scale, fitted.scale);
+  }
+  type("S", "E20");
+  EXPECT_EQ(empty.Shown().scale, fitted.scale) << "a map that has places keeps its view";
+  second.TryClose();
+}
+
+TEST_F(TrailEditorWindowTest, AFixShowsWholeInANewTrail) {
+  TrailEditorWindow& editor = OpenNewTrail();
+  for (const char* mode : {"GPS", "Mixture"}) {
+    Mode(editor, mode).click();
+    const int text =
+        QFontMetrics(editor.Cells().font()).horizontalAdvance(QStringLiteral("E115\u00B0 36.900'"));
+    EXPECT_GT(editor.Cells().columnWidth(2), text) << mode;
+  }
 }
 
 TEST_F(TrailEditorWindowTest, ANewTrailStartsWithItsTypeOnly) {

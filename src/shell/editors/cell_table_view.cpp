@@ -179,7 +179,7 @@ int CellTableView::WidthOfCells(size_t column) const {
   constexpr size_t MostRows = 100;
   constexpr int Widest = 200;
   const QFontMetrics cells(font());
-  int width = 0;
+  int width = cells.horizontalAdvance(DisplayText(model_.Columns()[column].widest));
   for (size_t row = 0; row < std::min(model_.RowCount(), MostRows); ++row) {
     width = std::max(width, cells.horizontalAdvance(DisplayText(model_.GetCell(row, column))));
   }

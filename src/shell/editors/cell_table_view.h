@@ -97,7 +97,7 @@ class CellTableView final : public QTableView {
   void MakeHeaders();
   void MakeEditField();
   void FillWidths();
-  /// The width that shows the cells of a column whole; of the first rows, and bounded.
+  /// The width that shows the cells of a column whole, and its `widest`; of the first rows, and bounded.
   int WidthOfCells(size_t column) const;
   void LayOutColumns();
   size_t RowAt(int y) const;

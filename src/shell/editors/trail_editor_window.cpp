@@ -6,6 +6,7 @@
 #include "shell/map/map_view.h"
 #include "shell/map_window_widget.h"
 #include "shell/shell.h"
+#include "view/fit_to_map.h"
 
 #include <QAbstractItemView>
 #include <QButtonGroup>
@@ -166,10 +167,21 @@ void TrailEditorWindow::SetMode(EntryMode mode) {
 
 // --- Saving -------------------------------------------------------------------------------------
 
-SaveOutcome TrailEditorWindow::Save() { return SaveTrailEditor(editor_, TheShell().History()); }
+SaveOutcome TrailEditorWindow::ShowFirstPlaces(const std::function<SaveOutcome()>& save) {
+  Map& map = TheMapWindow().TheMap();
+  const bool wasEmpty = !HasDrawablePoints(map);
+  const SaveOutcome outcome = save();
+  if (wasEmpty) TheShell().Windows().ShowWhole(map);
+  return outcome;
+}
+
+SaveOutcome TrailEditorWindow::Save() {
+  return ShowFirstPlaces([this] { return SaveTrailEditor(editor_, TheShell().History()); });
+}
 
 SaveOutcome TrailEditorWindow::RequestClose() {
-  return RequestCloseTrailEditor(editor_, TheShell().History(), &Cells().Table());
+  return ShowFirstPlaces(
+      [this] { return RequestCloseTrailEditor(editor_, TheShell().History(), &Cells().Table()); });
 }
 
 // --- Clicks on the map --------------------------------------------------------------------------

@@ -5,6 +5,7 @@
 #include "view/map_window.h"
 
 #include <array>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -64,6 +65,8 @@ class TrailEditorWindow final : public EditorWindow, public InputTarget {
   void ShowForm();
   void TakeField(TrailField field);
   void SetMode(EntryMode mode);
+  /// Saves, and puts the whole map in view if it had no places before.
+  SaveOutcome ShowFirstPlaces(const std::function<SaveOutcome()>& save);
   void StartGraphicalInput();
   void EndGraphicalInput();
   bool IsInputTarget();

@@ -2,19 +2,12 @@
 
 #include "base/messages.h"
 #include "model/workspace.h"
-#include "shell/map/map_view.h"
-#include "shell/map_window_widget.h"
 #include "shell/shell.h"
-#include "view/fit_to_map.h"
 
 namespace orvane {
 
 void ShowImported(Shell& shell, Map& map, bool wasEmpty, const std::string& sentence) {
-  for (MapWindowWidget* window : shell.Windows().All()) {
-    if (!wasEmpty || &window->TheMap() != &map) continue;
-    FitToMap(window->Shown());
-    window->View().RequestRepaint();
-  }
+  if (wasEmpty) shell.Windows().ShowWhole(map);
   if (!sentence.empty()) shell.TheWorkspace().messages.Post(Severity::Note, sentence);
 }
 
