@@ -15,6 +15,7 @@
 #include "reports/profile_choice.h"
 #include "shell/editors/cell_table_view.h"
 #include "shell/editors/editor_commands.h"
+#include "shell/editors/trail_editor_window.h"
 #include "shell/entry/gis_trail_window.h"
 #include "shell/entry/sheet_dialog.h"
 #include "shell/map/map_note.h"
@@ -37,17 +38,22 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QCheckBox>
+#include <QComboBox>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QIcon>
+#include <QLineEdit>
 #include <QLocale>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QPushButton>
+#include <QRadioButton>
 #include <QTemporaryDir>
 #include <QTimer>
 
+#include <array>
 #include <cstdio>
 #include <functional>
 #include <string>
@@ -113,6 +119,7 @@ class GuidePictures {
     ShowProfile();
     ShowReports(*window);
     ShowMessages();
+    ShowTutorial();
     return good_;
   }
 
@@ -256,6 +263,62 @@ class GuidePictures {
     save(index, IndexSize, "point-index");
     constexpr QSize StatsSize(700, 640);
     save(reports.OpenRangeStats(window), StatsSize, "range-stats");
+  }
+
+  /// The map of the tutorial: its first trail while it is typed, its range, and the figures of that.
+  void ShowTutorial() {
+    MapWindowWidget* const window = shell_.OpenFile(site_.toStdString() + "/../ridge/tassel.map");
+    if (window == nullptr) {
+      good_ = false;
+      return;
+    }
+    window->resize(WindowSize);
+    LetPass(Settling);
+    MapWindow& view = window->Shown();
+    for (RangePanelRow& row : view.rangeViews) {
+      row.selected = row.range != nullptr;
+      row.drawMode = RangeDrawMode::CoreGrid;
+      constexpr std::uint32_t Levels = 0x411;  // 100 %, 80 % and 50 %
+      row.clusterMask = Levels;
+    }
+    window->ShowWhole();
+    window->ShowRows();
+    LetPass(Settling);
+    Save(*window, QStringLiteral("tutorial-range"));
+    auto& reports = *shell_.findChild<Reports*>();
+    constexpr QSize StatsSize(700, 640);
+    RangeStatsWindow& stats = reports.OpenRangeStats(*window);
+    stats.resize(StatsSize);
+    LetPass(Settling);
+    Save(stats, QStringLiteral("tutorial-stats"));
+    TypeFirstTrail(*window);
+    window->TryClose();
+  }
+
+  void TypeFirstTrail(MapWindowWidget& window) {
+    TrailEditorWindow& editor = shell_.findChild<Editors*>()->OpenTrail(window, nullptr);
+    editor.resize(EditorSize);
+    editor.findChild<QComboBox*>(QStringLiteral("TrailType"))->setEditText(QStringLiteral("Trail"));
+    editor.findChild<QLineEdit*>(QStringLiteral("Name"))->setText(QStringLiteral("Ridge"));
+    editor.findChild<QRadioButton*>(QStringLiteral("GPS"))->click();
+    size_t row = 0;
+    for (const std::array<const char*, 4>& cells :
+         {std::array{"Ridge0", "N1 22.400", "E115 36.900", "240"},
+          std::array{"Ridge100", "N1 22.412", "E115 36.952", "246"},
+          std::array{"Ridge200", "N1 22.426", "E115 37.004", "255"},
+          std::array{"Ridge300", "N1 22.428", "E115 37.058", "261"},
+          std::array{"Ridge400", "N1 22.420", "E115 37.111", "258"},
+          std::array{"Ridge500", "N1 22.404", "E115 37.162", "251"}}) {
+      for (size_t column = 0; column < cells.size(); ++column) {
+        editor.Cells().Table().Model().SetCell(row, column, cells.at(column));
+      }
+      ++row;
+      editor.Cells().RowAdded();
+    }
+    editor.Cells().OpenCell(row - 1, 3);
+    LetPass(Settling);
+    Save(editor, QStringLiteral("tutorial-editor"));
+    editor.findChild<QPushButton*>(QStringLiteral("cancel"))->click();
   }
 
   /// The menu over the window, after a deletion.
