@@ -163,7 +163,7 @@ class GuidePictures {
   }
 
   void ShowDialogs(MapWindowWidget& window) {
-    SaveShown(std::make_unique<OrientationDialog>(window.Shown(), &window),
+    SaveShown(std::make_unique<OrientationDialog>(window.Shown(), surroundings_, &window),
               QStringLiteral("orientation"));
     constexpr PageDevice A4{.height = 6543,
                             .width = 4488,
