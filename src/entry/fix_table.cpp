@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cmath>
 #include <unordered_map>
+#include <utility>
 
 namespace orvane {
 
@@ -210,7 +211,9 @@ class FixReader {
 
   /// \param date  of the current row
   void FindDecidingRow(const CellDate& date) {
-    const TableRow current = row_;
+    // Texts of the current row are in use: its cells must keep their addresses.
+    TableRow current;
+    std::swap(current, row_);
     TableRows ahead = rows_;
     int place = DayPlaceShownBy(date);
     std::uint32_t number = number_;
@@ -219,7 +222,7 @@ class FixReader {
       const auto next = DateOfCells(ValueOf(FixField::Time).text, ValueOf(FixField::Date).text);
       if (next) place = DayPlaceShownBy(*next);
     }
-    row_ = current;
+    std::swap(current, row_);
     if (place == 0) return;
     table_.dayOrder.dayFirst = place == 1;
     table_.dayOrder.decidingRow = number;

@@ -76,6 +76,25 @@ class Utf16Reader {
   bool isBigEndian_;
 };
 
+/// Puts U+FFFD in place of each byte that is not UTF-8.
+std::string WithValidUtf8(std::string_view bytes) {
+  if (IsValidUtf8(bytes)) return std::string(bytes);
+  constexpr size_t LongestCharacter = 4;
+  std::string text;
+  while (!bytes.empty()) {
+    size_t length = 1;
+    while (length <= LongestCharacter && !IsValidUtf8(bytes.substr(0, length))) ++length;
+    const bool isValid = length <= LongestCharacter;
+    if (isValid) {
+      text += bytes.substr(0, length);
+    } else {
+      AppendUtf8(text, Replacement);
+    }
+    bytes.remove_prefix(isValid ? length : 1);
+  }
+  return text;
+}
+
 size_t CountLineEnds(std::string_view text) {
   size_t count = 0;
   for (size_t i = 0; i < text.size(); ++i) {
@@ -92,7 +111,7 @@ std::string TableText(std::string bytes) {
   const std::string_view all = bytes;
   if (all.starts_with("\xFF\xFE")) return Utf16Reader(all.substr(2), false).ReadAll();
   if (all.starts_with("\xFE\xFF")) return Utf16Reader(all.substr(2), true).ReadAll();
-  if (all.starts_with(Utf8Mark)) bytes.erase(0, Utf8Mark.size());
+  if (all.starts_with(Utf8Mark)) return WithValidUtf8(all.substr(Utf8Mark.size()));
   // A large table is not copied.
   if (IsValidUtf8(bytes)) return bytes;
   return ToUtf8(bytes);

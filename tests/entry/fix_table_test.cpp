@@ -214,7 +214,14 @@ TEST_F(FixTableTest, ReadsAllDatesInTheOrderThatOneRowShows) {
   EXPECT_EQ(Rows(Heading + "1/2/1970 0:00,1,2\n13/1/1970 0:00,1,2\n1/13/1970 0:00,1,2\n"),
             (Texts{"2: collar.2004 2678400 1 2", "3: collar.2004 1036800 1 2",
                    "4: bad date: \"1/13/1970 0:00\" in column time is not a usable date"}));
-  // After the search the rows that follow are read as if there had been none.
+  // The search leaves the row where it began as it is, also before longer cells.
+  EXPECT_EQ(Rows(Heading + "1/2/1970 0:00,1,2\n1/2/1970 00:01:18.123456789,1,2\n"),
+            (Texts{"2: collar.2004 86400 1 2", "3: collar.2004 86478 1 2"}));
+  EXPECT_EQ(Rows("date,time,lat,lon\n01-02-1970,00:00,1,2\n01-02-1970 00:01:18,00:00:09 AM,1,2\n"),
+            (Texts{"2: collar.2004 86400 1 2",
+                   "3: bad time: \"00:00:09 AM\" in column time is not "
+                   "a usable time"}));
+  // After it the rows that follow are read as if there had been none.
   EXPECT_EQ(Rows("date,time,lat,lon,id\n1/2/1970,0:00,1,2,A\n3/1/1970,0:00,1,2,B\n"
                  "13/1/1970,0:00,1,2,C\n"),
             (Texts{"2: A 2678400 1 2", "3: B 172800 1 2", "4: C 1036800 1 2"}));

@@ -74,6 +74,12 @@ TEST(TableText, IsLatin1IfItIsNotUtf8) {
   EXPECT_EQ(TableText(""), "");
 }
 
+TEST(TableText, ReplacesWhatIsNotUtf8AfterTheMarkOfUtf8) {
+  EXPECT_EQ(TableText("\xEF\xBB\xBF"
+                      "\xC3\xA9\xFF\xE2\x82"s),
+            "\xC3\xA9\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD");
+}
+
 TEST(TableText, ReplacesHalfCharactersOfUtf16) {
   constexpr const char* Replaced = "\xEF\xBF\xBD";
   EXPECT_EQ(TableText("\xFF\xFE\x3D\xD8"s), Replaced);                 // half a pair at the end
