@@ -15,6 +15,7 @@
 #include "cli/text_output.h"
 #include "mapfile/open_map.h"
 #include "model/workspace.h"
+#include "output/layers.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
@@ -369,20 +370,108 @@ void AddContours(CommandLine& line) {
   });
 }
 
+/// \return the parts of a text between commas
+std::vector<std::string> PartsOf(const std::string& text) {
+  std::vector<std::string> parts(1);
+  for (const char c : text) {
+    if (c == ',') {
+      parts.emplace_back();
+    } else {
+      parts.back() += c;
+    }
+  }
+  return parts;
+}
+
+void ReadLayerNames(const std::string& text, LayerRequest& request) {
+  for (const std::string& name : PartsOf(text)) {
+    if (!IsLayerName(name)) throw CLI::ValidationError("--layers", "no layer \"" + name + "\"");
+    if (std::find(request.layers.begin(), request.layers.end(), name) == request.layers.end()) {
+      request.layers.push_back(name);
+    }
+  }
+}
+
+void ReadLayerSystem(const std::string& text, LayerRequest& request) {
+  const auto system = ParseLayerSystem(text);
+  if (!system) throw CLI::ValidationError("--crs", "must be wgs84, utm or EPSG:N");
+  // Without the module nothing is written anyway.
+  const FormatModule* const module =
+      system->number == Wgs84System || system->isUtm ? nullptr : LoadFormatModule().module;
+  if (module != nullptr && !module->knowsSystem(system->number)) {
+    throw CLI::ValidationError("--crs", "no coordinate system " + text);
+  }
+  request.system = *system;
+}
+
+/// Adds the formats of layers and their options.
+/// \param others  the options and arguments of other formats
+void AddLayerFormats(CLI::App& command, const std::shared_ptr<ExportRequest>& request,
+                     std::vector<CLI::Option*> others) {
+  constexpr std::pair<const char*, LayerFormat> Formats[] = {{"--gpkg", LayerFormat::GeoPackage},
+                                                             {"--kml", LayerFormat::Kml},
+                                                             {"--gpx", LayerFormat::Gpx},
+                                                             {"--fgb", LayerFormat::FlatGeobuf},
+                                                             {"--csv", LayerFormat::Csv}};
+  for (const auto& [option, format] : Formats) {
+    CLI::Option* const added = command.add_option_function<std::string>(
+        option,
+        [request, wanted = format](const std::string& path) {
+          request->layers.emplace();
+          request->layers->format = wanted;
+          request->layers->path = path;
+        },
+        "the " + std::string(FormatName(format)) + " file to write; - for standard output");
+    added->type_name("FILE");
+    for (CLI::Option* const other : others) added->excludes(other);
+    others.push_back(added);
+  }
+  command.add_option("--layers", request->layerNames, "the layers to write; all if not given")
+      ->type_name("NAME,...");
+  command.add_option("--crs", request->system, "the coordinate system; wgs84 if not given")
+      ->type_name("wgs84|utm|EPSG:N");
+}
+
+/// Completes the request for layers. Throws if its options don't fit.
+void CheckLayerRequest(ExportRequest& request) {
+  if (!request.layers) {
+    for (const auto& [option, value] :
+         {std::pair("--layers", &request.layerNames), std::pair("--crs", &request.system)}) {
+      if (*value) throw CLI::ValidationError(option, "needs --gpkg, --kml, --gpx, --fgb or --csv");
+    }
+    return;
+  }
+  if (request.layers->path.empty()) throw CLI::ValidationError("FILE", "must not be empty");
+  if (request.layerNames) ReadLayerNames(*request.layerNames, *request.layers);
+  if (request.system) ReadLayerSystem(*request.system, *request.layers);
+  const LayerSystem& system = request.layers->system;
+  if (NeedsWgs84(request.layers->format) && (system.isUtm || system.number != Wgs84System)) {
+    throw CLI::ValidationError(
+        "--crs", std::string(FormatName(request.layers->format)) + " is always in wgs84");
+  }
+  if (request.layers->path == "-" && HoldsOneLayer(request.layers->format) &&
+      request.layers->layers.size() != 1) {
+    throw CLI::ValidationError("--layers", "must name one layer for standard output");
+  }
+}
+
 void AddExport(CommandLine& line) {
   auto request = std::make_shared<ExportRequest>();
-  CLI::App* command = AddMapCommand(line, "export", "Write the map as shapefiles or as GeoJSON");
+  CLI::App* command = AddMapCommand(line, "export", "Write the map for a GIS or a GPS unit");
   CLI::Option* directory =
       command->add_option("DIRECTORY", request->directory, "the folder for the shapefiles");
   CLI::Option* projection = command->add_flag("--prj", request->projection,
                                               "a .prj (WGS 84) and a .cpg beside each shapefile");
-  command->add_option("--geojson", request->geoJson, "the file to write; - for standard output")
-      ->type_name("FILE")
-      ->excludes(directory)
-      ->excludes(projection);
+  CLI::Option* geoJson =
+      command->add_option("--geojson", request->geoJson, "the file to write; - for standard output")
+          ->type_name("FILE")
+          ->excludes(directory)
+          ->excludes(projection);
+  AddLayerFormats(*command, request, {directory, projection, geoJson});
   command->callback([&line, request] {
-    if (request->directory.empty() && request->geoJson.empty()) {
-      throw CLI::RequiredError("DIRECTORY or --geojson FILE");
+    CheckLayerRequest(*request);
+    if (request->directory.empty() && request->geoJson.empty() && !request->layers) {
+      throw CLI::RequiredError("DIRECTORY or --geojson FILE or another format");
     }
     line.work = [request](Map& map, LineMessages& messages) {
       return ExportCommand(map, messages, *request);

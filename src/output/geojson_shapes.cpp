@@ -49,14 +49,15 @@ GeoPath Unrolled(const GeoPath& path) {
             ? WithinTurn(path[0].lon)
             : unrolled[i - 1].lon +
                   std::remainder(WithinTurn(path[i].lon) - WithinTurn(path[i - 1].lon), FullTurn);
-    unrolled.push_back({lon, path[i].lat});
+    unrolled.push_back({lon, path[i].lat, path[i].altitude});
   }
   return unrolled;
 }
 
 /// \return the place where a step crosses a longitude between its ends
 GeoPlace PlaceAt(const GeoPlace& a, const GeoPlace& b, double lon) {
-  return {lon, a.lat + (b.lat - a.lat) * ((lon - a.lon) / (b.lon - a.lon))};
+  const double share = (lon - a.lon) / (b.lon - a.lon);
+  return {lon, a.lat + (b.lat - a.lat) * share, a.altitude + (b.altitude - a.altitude) * share};
 }
 
 void Append(GeoPath& path, const GeoPlace& place) {
@@ -73,12 +74,12 @@ std::vector<GeoPath> CutLine(const GeoPath& unrolled) {
     const double way = place.lon > EastOf(turn) ? 1 : place.lon < WestOf(turn) ? -1 : 0;
     if (way != 0) {
       const double edge = way > 0 ? EastOf(turn) : WestOf(turn);
-      const double lat = PlaceAt(unrolled[i - 1], place, edge).lat;
-      Append(parts.back(), {way * HalfTurn, lat});
+      const GeoPlace border = PlaceAt(unrolled[i - 1], place, edge);
+      Append(parts.back(), {way * HalfTurn, border.lat, border.altitude});
       turn += way;
-      parts.push_back({{-way * HalfTurn, lat}});
+      parts.push_back({{-way * HalfTurn, border.lat, border.altitude}});
     }
-    Append(parts.back(), {place.lon - turn * FullTurn, place.lat});
+    Append(parts.back(), {place.lon - turn * FullTurn, place.lat, place.altitude});
   }
   std::erase_if(parts, [](const GeoPath& part) { return part.size() < 2; });
   return parts;
@@ -178,6 +179,17 @@ std::optional<std::vector<GeoPath>> CutRing(const GeoPath& unrolled) {
   return rings;
 }
 
+GeoPlace PlaceOf(const LatLon& place) {
+  GeoPlace made{place.lon, place.lat};
+  if (HasAltitude(place.altitude)) made.altitude = double{place.altitude};
+  return made;
+}
+
+GeoShape PointOf(GeoPlace place) {
+  place.lon = WithinTurn(place.lon);
+  return {GeoKind::Point, {{place}}};
+}
+
 void PutPlace(JsonWriter& json, const GeoPlace& place) {
   json.BeginArray();
   json.Number(place.lon);
@@ -226,7 +238,7 @@ GeoPath PathOf(PointSpan points) {
   GeoPath path;
   path.reserve(points.size());
   for (const Point* point : points) {
-    if (IsOnEarth(point->geo)) path.push_back({point->geo.lon, point->geo.lat});
+    if (IsOnEarth(point->geo)) path.push_back(PlaceOf(point->geo));
   }
   return path;
 }
@@ -235,22 +247,22 @@ GeoPath PathOf(const std::vector<LatLon>& places) {
   GeoPath path;
   path.reserve(places.size());
   for (const LatLon& place : places) {
-    if (IsOnEarth(place)) path.push_back({place.lon, place.lat});
+    if (IsOnEarth(place)) path.push_back(PlaceOf(place));
   }
   return path;
 }
 
 GeoShape PointShape(const LatLon& place) {
   if (!IsOnEarth(place)) return {};
-  return {GeoKind::Point, {{{WithinTurn(place.lon), place.lat}}}};
+  return PointOf(PlaceOf(place));
 }
 
 GeoShape LineShape(const GeoPath& path) {
   if (path.empty()) return {};
-  if (path.size() == 1) return PointShape({path[0].lat, path[0].lon});
+  if (path.size() == 1) return PointOf(path[0]);
   if (StaysWithinTurn(path)) return {GeoKind::Line, {path}};
   std::vector<GeoPath> parts = CutLine(Unrolled(path));
-  if (parts.empty()) return PointShape({path[0].lat, path[0].lon});
+  if (parts.empty()) return PointOf(path[0]);
   return {GeoKind::Line, std::move(parts)};
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "formats/layers.h"
 #include "geo/positions.h"
 #include "geometry/poly.h"
 #include "output/json_writer.h"
@@ -10,24 +11,7 @@ namespace orvane {
 
 /// Geometry for GeoJSON (RFC 7946): positions are longitude, latitude in degrees of WGS 84; a ring
 /// is closed and anticlockwise; shapes that cross the 180th meridian are cut there; longitudes are
-/// within -180 to 180.
-
-struct GeoPlace {
-  double lon = 0;  ///< degrees
-  double lat = 0;  ///< degrees
-
-  bool operator==(const GeoPlace&) const = default;
-};
-
-using GeoPath = std::vector<GeoPlace>;
-
-enum class GeoKind { None, Point, Line, Area };
-
-/// One geometry.
-struct GeoShape {
-  GeoKind kind = GeoKind::None;
-  std::vector<GeoPath> parts;  ///< one place; the lines; the rings, each closed
-};
+/// within -180 to 180. Altitudes of places are kept, and are not part of GeoJSON.
 
 /// \return true if the numbers are finite and the latitude is between the poles
 bool IsOnEarth(const LatLon& place);

@@ -375,6 +375,71 @@ TEST_F(CommandLine, ExportNeedsOneForm) {
   ExpectWrongUsage({"export", "site.map", "--prj", "--geojson", "a"}, "--geojson");
 }
 
+TEST_F(CommandLine, ExportOfLayersChecksItsOptions) {
+  ExpectWrongUsage({"export", "site.map", "--kml", "a", "--gpx", "b"}, "--kml excludes --gpx");
+  ExpectWrongUsage({"export", "site.map", ".", "--csv", "a"}, "DIRECTORY excludes --csv");
+  ExpectWrongUsage({"export", "site.map", "--geojson", "a", "--fgb", "b"}, "--geojson");
+  ExpectWrongUsage({"export", "site.map", ".", "--layers", "points"}, "--layers: needs --gpkg");
+  ExpectWrongUsage({"export", "site.map", "--geojson", "a", "--crs", "utm"}, "--crs: needs --gpkg");
+  for (const char* names : {"point", "points,", "Points", ""}) {
+    ExpectWrongUsage({"export", "site.map", "--csv", "a", std::string("--layers=") + names},
+                     "--layers: no layer");
+  }
+  for (const char* system : {"utm36", "4326", "EPSG:", "EPSG:1x", ""}) {
+    ExpectWrongUsage({"export", "site.map", "--csv", "a", std::string("--crs=") + system},
+                     "--crs: must be wgs84, utm or EPSG:N");
+  }
+  ExpectWrongUsage({"export", "site.map", "--kml", "a", "--crs", "utm"}, "KML is always in wgs84");
+  ExpectWrongUsage({"export", "site.map", "--gpx", "a", "--crs", "EPSG:32636"},
+                   "GPX is always in wgs84");
+  ExpectWrongUsage({"export", "site.map", "--csv", "-"}, "--layers: must name one layer");
+  ExpectWrongUsage({"export", "site.map", "--gpkg="}, "FILE: must not be empty");
+}
+
+TEST_F(CommandLine, ExportWritesLayers) {
+  if (ORVANE_WITH_GDAL == 0) {
+    const Outcome missing = Do({"export", "site.map", "--gpkg", "site.gpkg"});
+    EXPECT_EQ(missing.status, 1);
+    EXPECT_EQ(missing.err,
+              "error: Writing GeoPackage needs the package orvane-gis: it is not installed\n");
+    return;
+  }
+  ExpectWrongUsage({"export", "site.map", "--gpkg", "a", "--crs", "EPSG:999999"},
+                   "--crs: no coordinate system EPSG:999999");
+  const Outcome done = Do({"export", "site.map", "--kml", "site.kml", "--layers",
+                           "trails,points,trails", "--crs", "wgs84"});
+  EXPECT_EQ(done.status, 0);
+  EXPECT_EQ(done.err, "note: Exported points and trails to site.kml: 8 features in EPSG:4326\n");
+  EXPECT_NE(folder.Read("site.kml").find("<name>M\xC3\xBChle</name>"), std::string::npos);
+  const Outcome printed = Do({"export", "site.map", "--kml", "-", "--layers", "points,trails"});
+  EXPECT_EQ(printed.status, 0);
+  EXPECT_EQ(printed.err, "");
+  EXPECT_EQ(printed.out, folder.Read("site.kml"));
+  const Outcome failed = Do({"export", "site.map", "--gpkg", "nowhere/site.gpkg"});
+  EXPECT_EQ(failed.status, 1);
+  EXPECT_EQ(failed.err, "error: Can't open nowhere/site.gpkg for writing\n");
+}
+
+TEST_F(CommandLine, ExportMakesTheContoursOfItsLayer) {
+  if (ORVANE_WITH_GDAL == 0) GTEST_SKIP() << "built without GDAL";
+  // Without an interval there are none, unless they are asked for by name.
+  EXPECT_EQ(Do({"export", "site.map", "--csv", "site.csv"}).status, 0);
+  const Outcome failed = Do({"export", "site.map", "--csv", "one.csv", "--layers", "contours"});
+  EXPECT_EQ(failed.status, 1);
+  EXPECT_EQ(failed.err, "error: No contour interval in site.map\n");
+  const std::string trails = std::string(ORVANE_EXAMPLES) + "/site/trails.map";
+  const Outcome made = Do({"export", trails, "--csv", "-", "--layers", "contours"});
+  EXPECT_EQ(made.status, 0);
+  const Outcome printed = Do({"contours", trails});
+  const auto count = [](const std::string& text, const std::string& word) {
+    size_t found = 0;
+    for (size_t at = text.find(word); at != text.npos; at = text.find(word, at + 1)) ++found;
+    return found;
+  };
+  EXPECT_GT(count(made.out, ",classic,"), 100U);
+  EXPECT_EQ(count(made.out, ",classic,"), count(printed.out, "LineString"));
+}
+
 TEST_F(CommandLine, ExportWritesShapefilesIntoAFolder) {
   const Outcome done = Do({"export", "site.map", ".", "--prj"});
   EXPECT_EQ(done.status, 0);

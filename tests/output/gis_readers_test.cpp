@@ -1,26 +1,13 @@
 #include "output/exported_map.h"
 #include "output/geojson.h"
-
-#include <cstdlib>
+#include "support/gis_reader.h"
 
 namespace orvane {
 namespace {
 
-/// What a reader that is much used makes of the files: ogrinfo of the package gdal-bin.
 struct GisReaders : ExportFixture {
-  std::string Listed(const std::string& name, const std::string& options = "-so -al") {
-    const std::string command =
-        "ogrinfo " + options + " '" + folder.Path(name) + "' >'" + folder.Path("listed") + "' 2>&1";
-    EXPECT_EQ(std::system(command.c_str()), 0) << folder.Read("listed");
-    return folder.Read("listed");
-  }
-  static void ExpectIn(const std::string& text, const std::string& expected) {
-    EXPECT_NE(text.find(expected), std::string::npos) << text;
-  }
-  static void ExpectNoComplaint(const std::string& text) {
-    for (const char* word : {"Warning", "ERROR", "FAILURE"}) {
-      EXPECT_EQ(text.find(word), std::string::npos) << text;
-    }
+  std::string Listed(const std::string& name, const std::string& options = "-so -al") const {
+    return ListedByOgrinfo(folder, name, options);
   }
 };
 

@@ -1,5 +1,6 @@
 # Installs a build below a new directory and runs the programs from there.
-#   cmake -D BUILD_DIR=<build> -D WORK_DIR=<scratch> -D WITH_QT=<ON|OFF> [-D PACKAGE=ON]
+#   cmake -D BUILD_DIR=<build> -D WORK_DIR=<scratch> -D WITH_QT=<ON|OFF>
+#         -D WITH_GDAL=<ON|OFF> [-D PACKAGE=ON]
 #         -P install.cmake
 #
 # With PACKAGE it makes and unpacks the Debian package instead, and checks its dependencies.
@@ -31,11 +32,27 @@ if(PACKAGE)
   run(${CMAKE_CPACK_COMMAND} -G DEB --config ${BUILD_DIR}/CPackConfig.cmake -B ${WORK_DIR})
   file(GLOB packages ${WORK_DIR}/*.deb)
   list(LENGTH packages count)
-  if(NOT count EQUAL 1)
+  if(NOT count EQUAL 2)
     message(FATAL_ERROR "${count} packages were made: ${packages}")
   endif()
-  run(dpkg-deb -x ${packages} ${root})
+  foreach(package IN LISTS packages)
+    run(dpkg-deb -x ${package} ${root})
+  endforeach()
+  # The module of file formats is a package of its own, so that only it depends on GDAL.
+  list(FILTER packages INCLUDE REGEX "/orvane-gis_[^/]*$")
   run(dpkg-deb -f ${packages} Depends)
+  if(NOT text MATCHES "libgdal" OR NOT text MATCHES "orvane \\(= ")
+    message(FATAL_ERROR "orvane-gis depends on: ${text}")
+  endif()
+  file(GLOB packages ${WORK_DIR}/orvane_*.deb)
+  run(dpkg-deb -f ${packages} Recommends)
+  if(NOT text MATCHES "orvane-gis")
+    message(FATAL_ERROR "The package recommends: ${text}")
+  endif()
+  run(dpkg-deb -f ${packages} Depends)
+  if(text MATCHES "gdal")
+    message(FATAL_ERROR "The package depends on GDAL: ${text}")
+  endif()
   foreach(library libc6 libstdc\\+\\+6 libexpat1 libgeographiclib[0-9]+ libqt6core6
           libqt6widgets6 libqt6svg6 libqt6help6)
     if(NOT text MATCHES "${library} ")
@@ -57,6 +74,11 @@ set(cli ${root}/bin/orvane-cli)
 set(site ${root}/share/doc/orvane/examples/site/season.map)
 run(${cli} --version)
 run(${cli} ranges ${site})
+if(WITH_GDAL)
+  need(lib/orvane/orvane-gis.so)
+  # The programs find it from where they are.
+  run(${cli} export ${site} --gpkg ${WORK_DIR}/site.gpkg)
+endif()
 if(WITH_QT)
   need(share/applications/orvane.desktop)
   need(share/metainfo/orvane.metainfo.xml)
