@@ -9,7 +9,7 @@ int ImportFixesCommand(Map& map, LineMessages& messages, const ImportFixesReques
   auto import = StartFixImport(map, request.table, request.options);
   if (!import) return ExitFailed;
   for (const std::string& note : FixNotes(*import)) messages.Post(Severity::Note, note);
-  EnterFixes(map, *import);
+  EnterFixes(map, *import, NewRanges::NotAnalyzed);
   return SaveCommand(map, request.output, false);
 }
 

@@ -83,6 +83,38 @@ std::string CountsText(const FixImport& import) {
   return text;
 }
 
+void AddTrails(Map& map, const FixImport& import) {
+  const FixPlan& plan = import.plan;
+  auto last = map.trails.before_begin();
+  while (std::next(last) != map.trails.end()) ++last;
+  for (const PlannedTrail& planned : plan.trails) {
+    last = map.trails.emplace_after(last);
+    Trail& trail = *last;
+    trail.type = plan.types[planned.animal];
+    trail.focalAnimal = import.table.animals[planned.animal].name;
+    trail.date = planned.date;
+    trail.points.reserve(planned.count);
+    for (size_t i = 0; i < planned.count; ++i) {
+      const Fix& fix = plan.fixes[plan.order[planned.first + i]];
+      Point& point = MakePoint(map, ClockText(fix.local));
+      point.trail = &trail;
+      AddFix(point, {fix.lat, fix.lon}, fix.altitude);
+      trail.points.push_back(&point);
+    }
+  }
+}
+
+void AddRanges(Map& map, const FixImport& import) {
+  auto last = map.ranges.before_begin();
+  while (std::next(last) != map.ranges.end()) ++last;
+  for (const std::uint32_t animal : import.plan.ranges) {
+    last = map.ranges.emplace_after(last);
+    const std::string& name = import.table.animals[animal].name;
+    last->name = name;
+    last->keys.push_front({.type = import.plan.types[animal], .focalAnimal = name});
+  }
+}
+
 }  // namespace
 
 std::optional<FixImport> StartFixImport(const Map& map, const std::string& path,
@@ -125,35 +157,12 @@ bool AddsAnything(const FixImport& import) {
   return !import.plan.trails.empty() || !import.plan.ranges.empty();
 }
 
-void EnterFixes(Map& map, FixImport& import) {
-  const FixPlan& plan = import.plan;
+void EnterFixes(Map& map, FixImport& import, NewRanges ranges) {
   import.table.text = {};
-  auto lastTrail = map.trails.before_begin();
-  while (std::next(lastTrail) != map.trails.end()) ++lastTrail;
-  for (const PlannedTrail& planned : plan.trails) {
-    lastTrail = map.trails.emplace_after(lastTrail);
-    Trail& trail = *lastTrail;
-    trail.type = plan.types[planned.animal];
-    trail.focalAnimal = import.table.animals[planned.animal].name;
-    trail.date = planned.date;
-    trail.points.reserve(planned.count);
-    for (size_t i = 0; i < planned.count; ++i) {
-      const Fix& fix = plan.fixes[plan.order[planned.first + i]];
-      Point& point = MakePoint(map, ClockText(fix.local));
-      point.trail = &trail;
-      AddFix(point, {fix.lat, fix.lon}, fix.altitude);
-      trail.points.push_back(&point);
-    }
-  }
-  auto lastRange = map.ranges.before_begin();
-  while (std::next(lastRange) != map.ranges.end()) ++lastRange;
-  for (const std::uint32_t animal : plan.ranges) {
-    lastRange = map.ranges.emplace_after(lastRange);
-    const std::string& name = import.table.animals[animal].name;
-    lastRange->name = name;
-    lastRange->keys.push_front({.type = plan.types[animal], .focalAnimal = name});
-  }
+  AddTrails(map, import);
+  if (ranges == NewRanges::Analyzed) AddRanges(map, import);
   FinishImport(map);
+  if (ranges == NewRanges::NotAnalyzed) AddRanges(map, import);
 }
 
 }  // namespace orvane

@@ -36,8 +36,12 @@ std::vector<std::string> FixNotes(const FixImport& import);
 /// \return true if there is a trail or a range to add
 bool AddsAnything(const FixImport& import);
 
+/// Whether new ranges get their figures. The clusters of a range of 100,000 places take minutes, and a
+/// saved file has none.
+enum class NewRanges { Analyzed, NotAnalyzed };
+
 /// Adds the trails and ranges of the plan at the end of those of the map, finishes the map, and
 /// frees the text of the table.
-void EnterFixes(Map& map, FixImport& import);
+void EnterFixes(Map& map, FixImport& import, NewRanges ranges = NewRanges::Analyzed);
 
 }  // namespace orvane

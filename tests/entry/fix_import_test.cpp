@@ -74,6 +74,17 @@ TEST_F(FixImportTest, GivesPointsTheirPlacesAndTimes) {
   EXPECT_EQ(map.ranges.front().points.size(), 2U);
 }
 
+TEST_F(FixImportTest, MakesTheSameMapWithoutTheFiguresOfNewRanges) {
+  const std::string rows = "2004-5-3 00:30,1.3,115.5,Kiki,\n2004-5-3 00:45,1.4,115.6,Kiki,\n";
+  Map& other = Open("T\tMain\tTrail\nG\tCamp\tN1\tE115\n");
+  auto import = StartFixImportOfText(other, Heading + rows, name, options);
+  ASSERT_TRUE(import);
+  EnterFixes(other, *import, NewRanges::NotAnalyzed);
+  EXPECT_TRUE(other.ranges.front().points.empty());
+  const std::string text = MapFileText(other, other.fileName, true);
+  EXPECT_EQ(text.substr(text.find("T\t\t")), Saved(rows));
+}
+
 TEST_F(FixImportTest, ASecondImportAddsNothing) {
   const std::string rows = "2004-5-3 00:30,1.3,115.5,Kiki,\n";
   const std::string saved = Saved(rows);
