@@ -649,6 +649,10 @@ Fault ScriptRun::ImportGis(const Fields& fields) {
       gis.boxes.keepAltitude = true;
       continue;
     }
+    if (fields[i] == GisTimesOption) {
+      gis.boxes.times = true;
+      continue;
+    }
     std::string name;
     std::string value;
     if (!SplitSetting(fields[i], name, value)) return NoSuch("option", fields[i]);

@@ -5,6 +5,7 @@
 #include "entry/sheet_import.h"
 
 #include <string_view>
+#include <utility>
 
 namespace orvane {
 
@@ -30,19 +31,23 @@ const std::array<SheetOption, SheetFieldCount>& SheetOptions() {
   return Options;
 }
 
+std::optional<ImportSpec> ReadSheetSpec(Map& map, Messages& messages, const SheetFields& fields) {
+  SheetReading reading = ReadSheetFields(fields, map);
+  if (!reading.refusal) return std::move(reading.spec);
+  NoteError(messages, "%s", {reading.refusal->message});
+  return std::nullopt;
+}
+
 std::optional<SheetOutcome> ImportSheet(Map& map, Messages& messages, const std::string& sheet,
                                         const SheetFields& fields) {
   const auto text = ReadSheet(messages, sheet);
   if (!text) return std::nullopt;
-  SheetReading reading = ReadSheetFields(fields, map);
-  if (reading.refusal) {
-    NoteError(messages, "%s", {reading.refusal->message});
-    return std::nullopt;
-  }
-  reading.spec.sheet = &*text;
-  reading.spec.fileName = sheet;
+  auto spec = ReadSheetSpec(map, messages, fields);
+  if (!spec) return std::nullopt;
+  spec->sheet = &*text;
+  spec->fileName = sheet;
   SheetLogs logs;
-  SheetOutcome outcome = RunSpreadsheetImport(reading.spec, logs, WriteSideFile);
+  SheetOutcome outcome = RunSpreadsheetImport(*spec, logs, WriteSideFile);
   NoteSheetOutcome(messages, outcome);
   return outcome;
 }

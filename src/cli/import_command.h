@@ -28,6 +28,9 @@ struct SheetOption {
 /// The options for all fields, in the order of the help.
 const std::array<SheetOption, SheetFieldCount>& SheetOptions();
 
+/// Reads the fields for a map. \return nothing, after the message of the dialog, if they are refused
+std::optional<ImportSpec> ReadSheetSpec(Map& map, Messages& messages, const SheetFields& fields);
+
 /// Takes a follow sheet into the map, with its messages.
 /// \return nothing if the fields or the sheet were refused
 std::optional<SheetOutcome> ImportSheet(Map& map, Messages& messages, const std::string& sheet,

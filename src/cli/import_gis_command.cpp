@@ -5,10 +5,7 @@
 
 namespace orvane {
 
-namespace {
-
-/// Posts an error about a field that the window would refuse.
-void NoteBadField(GisField field, const GisTrailFields& fields, Messages& messages) {
+void NoteBadGisField(GisField field, const GisTrailFields& fields, Messages& messages) {
   switch (field) {
     case GisField::None:
       return;
@@ -29,8 +26,6 @@ void NoteBadField(GisField field, const GisTrailFields& fields, Messages& messag
       return;
   }
 }
-
-}  // namespace
 
 const std::array<GisOption, 8>& GisOptions() {
   static constexpr std::array<GisOption, 8> Options = {{
@@ -53,7 +48,7 @@ bool ImportGisFile(Map& map, Messages& messages, const std::string& file, GisTra
   if (const GisTrack* track = CurrentTrack(*import)) fields.name = track->name;
   fields.dateIsForAll = !fields.date.empty();
   const GisField bad = TakeAllTracks(*import, fields);
-  NoteBadField(bad, fields, messages);
+  NoteBadGisField(bad, fields, messages);
   if (bad != GisField::None) return false;
   messages.Post(Severity::Note, GisSummary(*import));
   return true;

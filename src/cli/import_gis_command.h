@@ -31,6 +31,12 @@ const std::array<GisOption, 8>& GisOptions();
 /// The option for `GisBoxes::keepAltitude`.
 constexpr const char* GisKeepAltitudeOption = "--keep-altitude";
 
+/// The option for `GisBoxes::times`.
+constexpr const char* GisTimesOption = "--times";
+
+/// Posts an error about the field that the window would refuse, if there is one.
+void NoteBadGisField(GisField field, const GisTrailFields& fields, Messages& messages);
+
 /// Takes the tracks and waypoints of a file into the map, with its messages.
 /// \return false if the file holds nothing, or a field cannot be read
 bool ImportGisFile(Map& map, Messages& messages, const std::string& file, GisTrailFields fields);

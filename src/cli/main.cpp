@@ -9,6 +9,7 @@
 #include "cli/import_gis_command.h"
 #include "cli/line_messages.h"
 #include "cli/number_options.h"
+#include "cli/preview_command.h"
 #include "cli/profile_command.h"
 #include "cli/reports_command.h"
 #include "cli/residuals_command.h"
@@ -63,8 +64,9 @@ struct CommandLine {
 };
 
 /// Adds a command that opens one map.
-CLI::App* AddMapCommand(CommandLine& line, const std::string& name, const std::string& help) {
-  CLI::App* command = line.app.add_subcommand(name, help);
+CLI::App* AddMapCommand(CommandLine& line, const std::string& name, const std::string& help,
+                        CLI::App* parent = nullptr) {
+  CLI::App* command = (parent == nullptr ? line.app : *parent).add_subcommand(name, help);
   command->add_option("MAP", line.mapFile, "the map file")->required();
   return command;
 }
@@ -213,17 +215,27 @@ void AddResiduals(CommandLine& line) {
   });
 }
 
+void AddMapOutput(CLI::App& command, std::string& output) {
+  command.add_option("-o,--output", output, "the map to write; - for standard output")
+      ->required()
+      ->type_name("OUT");
+}
+
+/// The options of `import` and its preview.
+void AddSheetOptions(CLI::App& command, ImportRequest& request) {
+  command.add_option("SHEET", request.sheet, "tab-separated text or .csv, a row a line")
+      ->required();
+  for (const SheetOption& option : SheetOptions()) {
+    command.add_option(option.option, request.fields[option.field], option.help)
+        ->type_name(option.type);
+  }
+}
+
 void AddImport(CommandLine& line) {
   auto request = std::make_shared<ImportRequest>();
   CLI::App* command = AddMapCommand(line, "import", "Import a follow sheet into the map");
-  command->add_option("SHEET", request->sheet, "tab-separated text, a row a line")->required();
-  command->add_option("-o,--output", request->output, "the map to write; - for standard output")
-      ->required()
-      ->type_name("OUT");
-  for (const SheetOption& option : SheetOptions()) {
-    command->add_option(option.option, request->fields[option.field], option.help)
-        ->type_name(option.type);
-  }
+  AddSheetOptions(*command, *request);
+  AddMapOutput(*command, request->output);
   command->callback([&line, request] {
     line.work = [request](Map& map, LineMessages& messages) {
       return ImportCommand(map, messages, *request);
@@ -231,19 +243,24 @@ void AddImport(CommandLine& line) {
   });
 }
 
+/// The options of `import-gis` and its preview.
+void AddGisOptions(CLI::App& command, ImportGisRequest& request) {
+  command.add_option("FILE", request.file, "comma-separated text or GPX")->required();
+  GisTrailFields& fields = request.fields;
+  for (const GisOption& option : GisOptions()) {
+    command.add_option(option.option, fields.*option.field, option.help)->type_name(option.type);
+  }
+  command.add_flag(GisKeepAltitudeOption, fields.boxes.keepAltitude, "take the altitudes as well");
+  command.add_flag(GisTimesOption, fields.boxes.times,
+                   "a trail for each day of a GPX track, its points named by the clock");
+}
+
 void AddImportGis(CommandLine& line) {
   auto request = std::make_shared<ImportGisRequest>();
   CLI::App* command =
       AddMapCommand(line, "import-gis", "Import GPS tracks and waypoints into the map");
-  command->add_option("FILE", request->file, "comma-separated text or GPX")->required();
-  command->add_option("-o,--output", request->output, "the map to write; - for standard output")
-      ->required()
-      ->type_name("OUT");
-  GisTrailFields& fields = request->fields;
-  for (const GisOption& option : GisOptions()) {
-    command->add_option(option.option, fields.*option.field, option.help)->type_name(option.type);
-  }
-  command->add_flag(GisKeepAltitudeOption, fields.boxes.keepAltitude, "take the altitudes as well");
+  AddGisOptions(*command, *request);
+  AddMapOutput(*command, request->output);
   command->callback([&line, request] {
     line.work = [request](Map& map, LineMessages& messages) {
       return ImportGisCommand(map, messages, *request);
@@ -268,7 +285,9 @@ void ReadFixColumns(const std::string& text, std::vector<NamedFixColumn>& column
 }
 
 /// The options that say how a table of fixes is read and what is taken of it.
-void AddFixOptions(CLI::App& command, FixOptions& options) {
+void AddFixOptions(CLI::App& command, ImportFixesRequest& request) {
+  FixOptions& options = request.options;
+  command.add_option("TABLE", request.table, "rows with time, position and animal")->required();
   constexpr double BelowZero = -std::numeric_limits<double>::denorm_min();
   command.add_option("--type", options.type, "the type of the trails; the species if not given")
       ->type_name("TYPE");
@@ -319,24 +338,45 @@ void AddFixOptions(CLI::App& command, FixOptions& options) {
       ->type_name("FIELD=CAPTION,...")
       ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
       ->trigger_on_parse();
+  command.add_flag_callback(
+      "--no-ranges", [&options] { options.makesRanges = false; }, "make no home ranges");
 }
 
 void AddImportFixes(CommandLine& line) {
   auto request = std::make_shared<ImportFixesRequest>();
   CLI::App* command =
       AddMapCommand(line, "import-fixes", "Import timestamped fixes of animals into the map");
-  command->add_option("TABLE", request->table, "rows with time, position and animal")->required();
-  command->add_option("-o,--output", request->output, "the map to write; - for standard output")
-      ->required()
-      ->type_name("OUT");
-  AddFixOptions(*command, request->options);
-  command->add_flag_callback(
-      "--no-ranges", [request] { request->options.makesRanges = false; }, "make no home ranges");
+  AddFixOptions(*command, *request);
+  AddMapOutput(*command, request->output);
   command->callback([&line, request] {
     line.work = [request](Map& map, LineMessages& messages) {
       return ImportFixesCommand(map, messages, *request);
     };
   });
+}
+
+/// Adds the preview of an import under `preview`.
+template <typename Request>
+void AddPreviewOf(CommandLine& line, CLI::App& preview, const std::string& name,
+                  void (*addOptions)(CLI::App&, Request&),
+                  int (*run)(Map&, LineMessages&, const Request&)) {
+  auto request = std::make_shared<Request>();
+  CLI::App* command =
+      AddMapCommand(line, name, "Print what " + name + " would do with each row", &preview);
+  addOptions(*command, *request);
+  command->callback([&line, request, run] {
+    line.work = [request, run](Map& map, LineMessages& messages) {
+      return run(map, messages, *request);
+    };
+  });
+}
+
+void AddPreview(CommandLine& line) {
+  CLI::App* preview = line.app.add_subcommand("preview", "Print what an import would do");
+  preview->require_subcommand(1);
+  AddPreviewOf(line, *preview, "import", AddSheetOptions, PreviewSheetCommand);
+  AddPreviewOf(line, *preview, "import-fixes", AddFixOptions, PreviewFixesCommand);
+  AddPreviewOf(line, *preview, "import-gis", AddGisOptions, PreviewGisCommand);
 }
 
 void AddEdit(CommandLine& line) {
@@ -684,6 +724,7 @@ void AddCommands(CommandLine& line) {
   AddImport(line);
   AddImportFixes(line);
   AddImportGis(line);
+  AddPreview(line);
   AddEdit(line);
   AddProfile(line);
   AddExport(line);

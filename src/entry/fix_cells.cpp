@@ -324,6 +324,15 @@ std::optional<std::int64_t> DaysOf(const CellDate& date, bool dayFirst) {
   return std::chrono::sys_days(whole).time_since_epoch().count();
 }
 
+std::optional<std::int64_t> UtcOf(const CellMoment& moment, bool dayFirst) {
+  constexpr std::int64_t MillisecondsOfDay = 86'400'000;
+  constexpr std::int64_t MillisecondsOfMinute = 60'000;
+  const auto days = DaysOf(moment.date, dayFirst);
+  if (!days) return std::nullopt;
+  return *days * MillisecondsOfDay + moment.time.milliseconds -
+         moment.time.zoneMinutes.value_or(0) * MillisecondsOfMinute;
+}
+
 MomentReading ReadMoment(std::string_view time, std::string_view date) {
   const bool isInDateCell = time.empty();
   CellReader reader(isInDateCell ? date : time);

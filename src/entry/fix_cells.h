@@ -67,6 +67,10 @@ struct CellMoment {
   CellTime time;
 };
 
+/// \return milliseconds since 1970-01-01 in UTC; nothing for a date that `DaysOf` refuses. A time
+///         without a zone is UTC.
+std::optional<std::int64_t> UtcOf(const CellMoment& moment, bool dayFirst);
+
 /// Which part of a row makes its moment unusable.
 enum class MomentFault { None, Time, Date };
 

@@ -6,7 +6,6 @@
 #include "geo/earth.h"
 
 #include <algorithm>
-#include <chrono>
 #include <cmath>
 #include <map>
 #include <numeric>
@@ -19,14 +18,7 @@ namespace orvane {
 
 namespace {
 
-constexpr std::int64_t SecondMs = 1000;
-constexpr std::int64_t MinuteMs = 60 * SecondMs;
-constexpr std::int64_t DayMs = 24 * 60 * MinuteMs;
 constexpr int MinutesInHour = 60;
-
-std::int64_t FloorDivide(std::int64_t value, std::int64_t by) {
-  return value / by - (value % by < 0 ? 1 : 0);
-}
 
 /// Reads "+08:00". \return nothing for any other text
 std::optional<int> ReadOffset(std::string_view text) {
@@ -98,7 +90,7 @@ class Planner {
 
  private:
   Fix& At(std::uint32_t index) { return plan_.fixes[index]; }
-  std::int64_t DayOfFix(std::uint32_t index) { return FloorDivide(At(index).local, DayMs); }
+  std::int64_t DayOfFix(std::uint32_t index) { return DividedDown(At(index).local, DayMs); }
 
   /// Keeps those for which `keeps` is true; the others get the state.
   template <typename Keeps>
@@ -119,7 +111,7 @@ class Planner {
   void LeaveOutRepeats(std::vector<std::uint32_t>& run) {
     std::vector<std::int64_t> kept;  // ascending
     Filter(run, FixState::Repeat, [&](const Fix& fix) {
-      const std::int64_t minute = FloorDivide(fix.local, MinuteMs);
+      const std::int64_t minute = MinuteOfLocal(fix.local);
       if (kept.empty() || minute > kept.back()) {
         kept.push_back(minute);
         return true;
@@ -158,7 +150,7 @@ class Planner {
     // Where the clocks are put back at midnight, fixes of two days alternate.
     std::map<std::int64_t, const Fix*> lastOf;
     Filter(run, FixState::Thinned, [&](const Fix& fix) {
-      const Fix*& last = lastOf[FloorDivide(fix.local, DayMs)];
+      const Fix*& last = lastOf[DividedDown(fix.local, DayMs)];
       if (last != nullptr &&
           !(SecondsBetween(*last, fix) >= filters_.minMinutes * SecondsPerMinute &&
             MetersBetween(*last, fix) >= filters_.minMeters)) {
@@ -195,7 +187,7 @@ void SetClock(FixPlan& plan, const FixClock& clock) {
   plan.offsetMinutes = clock.offsetMinutes.value_or(UsualOffset(plan.meanLon));
   for (Fix& fix : plan.fixes) {
     fix.local =
-        fix.utc + (clock.zone ? clock.zone->OffsetAt(FloorDivide(fix.utc, SecondMs)) * SecondMs
+        fix.utc + (clock.zone ? clock.zone->OffsetAt(DividedDown(fix.utc, SecondMs)) * SecondMs
                               : plan.offsetMinutes * MinuteMs);
   }
 }
@@ -257,32 +249,6 @@ FixPlan PlanFixes(FixTable& table, const FixOptions& options, const Map& map) {
   for (const Fix& fix : plan.fixes) ++plan.counts[static_cast<size_t>(fix.state)];
   for (const BadFixRow& row : table.badRows) ++plan.counts[static_cast<size_t>(row.state)];
   return plan;
-}
-
-int UsualOffset(double meanLon) {
-  constexpr double DegreesOfHour = 15;
-  return static_cast<int>(std::floor(meanLon / DegreesOfHour + 0.5)) * MinutesInHour;
-}
-
-PackedDate DateOfLocal(std::int64_t milliseconds) {
-  using namespace std::chrono;
-  const sys_days day{days(FloorDivide(milliseconds, DayMs))};
-  const year_month_day date(day);
-  return PackDate(int{date.year()}, static_cast<int>(unsigned{date.month()}),
-                  static_cast<int>(unsigned{date.day()}));
-}
-
-std::string ClockText(std::int64_t milliseconds) {
-  const auto minutes = static_cast<int>(FloorDivide(milliseconds, MinuteMs) -
-                                        FloorDivide(milliseconds, DayMs) * 24 * 60);
-  const auto digit = [](int number) { return static_cast<char>('0' + number); };
-  const int hour = minutes / MinutesInHour;
-  const int minute = minutes % MinutesInHour;
-  return {digit(hour / 10), digit(hour % 10), ':', digit(minute / 10), digit(minute % 10)};
-}
-
-std::string OffsetText(int minutes) {
-  return (minutes < 0 ? '-' : '+') + ClockText(std::abs(minutes) * MinuteMs);
 }
 
 }  // namespace orvane

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "entry/fix_table.h"
+#include "entry/local_time.h"
 #include "entry/time_zone.h"
 #include "model/map.h"
 
@@ -70,15 +71,5 @@ struct FixPlan {
 /// \param map  is only read: a trail with the type, animal and date of a planned one keeps these fixes
 ///             out, a range with the name of an animal is enough
 FixPlan PlanFixes(FixTable& table, const FixOptions& options, const Map& map);
-
-/// \return minutes east of UTC that are usual at a mean longitude: whole hours
-int UsualOffset(double meanLon);
-
-/// \return the date of a local time
-PackedDate DateOfLocal(std::int64_t milliseconds);
-/// \return the time of day of a local time as "hh:mm"
-std::string ClockText(std::int64_t milliseconds);
-/// \return "+08:00" for 480
-std::string OffsetText(int minutes);
 
 }  // namespace orvane

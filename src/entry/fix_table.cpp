@@ -15,8 +15,6 @@ namespace orvane {
 namespace {
 
 constexpr std::string_view Separators = "\t;,";
-constexpr std::int64_t MillisecondsOfDay = 86'400'000;
-constexpr std::int64_t MillisecondsOfMinute = 60'000;
 
 using Cells = std::vector<std::string>;
 
@@ -183,14 +181,13 @@ class FixReader {
                isInDate ? date.column : time.column);
       return false;
     }
-    const auto days = DaysOf(read.moment.date, table_.dayOrder.dayFirst);
-    if (!days) {
+    const auto utc = UtcOf(read.moment, table_.dayOrder.dayFirst);
+    if (!utc) {
       const bool isOwn = !time.text.empty() && DateOfCells(time.text, {}).has_value();
       LeaveOut(FixState::BadDate, isOwn ? time.column : date.column);
       return false;
     }
-    fix.utc = *days * MillisecondsOfDay + read.moment.time.milliseconds -
-              read.moment.time.zoneMinutes.value_or(0) * MillisecondsOfMinute;
+    fix.utc = *utc;
     return true;
   }
 

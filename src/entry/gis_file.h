@@ -5,6 +5,9 @@
 #include "entry/import_summary.h"
 #include "geo/positions.h"
 
+#include <cstddef>
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -16,9 +19,11 @@ namespace orvane {
 
 /// One fix.
 struct GisFix {
-  double lat = 0;               ///< degrees, within ±90
-  double lon = 0;               ///< degrees, at least -180
-  float altitude = NoAltitude;  ///< metres, or `NoAltitude`
+  double lat = 0;                        ///< degrees, within ±90
+  double lon = 0;                        ///< degrees, at least -180
+  float altitude = NoAltitude;           ///< metres, or `NoAltitude`
+  size_t line = 0;                       ///< of the file, from 1
+  std::optional<std::int64_t> utc = {};  ///< milliseconds since 1970-01-01; only of tracks of GPX
 };
 
 /// All fixes of one name, in the order of the file.
@@ -38,7 +43,8 @@ struct GisWaypoint {
 struct GisFile {
   std::vector<GisTrack> tracks;
   std::vector<GisWaypoint> waypoints;
-  LeftOutLines leftOut;  ///< fixes without a usable position
+  LeftOutLines leftOut;          ///< fixes without a usable position
+  std::vector<size_t> badLines;  ///< the lines of all of them
 };
 
 /// Names are cut to this many bytes, so that they fit on a line of a map file.

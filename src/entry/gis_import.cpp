@@ -6,6 +6,7 @@
 #include "base/text.h"
 #include "entry/entered_fixes.h"
 #include "entry/gis_values.h"
+#include "entry/local_time.h"
 #include "entry/separated_table.h"
 #include "geo/earth.h"
 #include "mapfile/open_map.h"
@@ -96,31 +97,109 @@ PackedDate OwnDate(const GisTrack& track, const Workspace& workspace) {
   return date.value_or(0);
 }
 
-/// Makes a trail of the current track and goes to the next one. The map is not solved.
-void EnterTrack(GisImport& import, const GisTrailFields& fields, const TrailSettings& settings) {
-  Map& map = *import.map;
-  const GisTrack& track = import.file.tracks[import.current];
+/// A fix of a track that is taken.
+struct TakenFix {
+  size_t index = 0;        ///< in the track
+  std::int64_t local = 0;  ///< milliseconds by the local clock; 0 without times
+};
+
+/// What becomes of the fixes of a track.
+struct FixChoice {
+  bool hasTimes = false;
+  std::vector<GisFixState> states;  ///< of all fixes
+  std::vector<TakenFix> taken;      ///< in the order in which they become points
+};
+
+/// The fixes with a time, in the order of their times; of those in one minute the first.
+std::vector<TakenFix> TimedFixes(const GisTrack& track, int offsetMinutes,
+                                 std::vector<GisFixState>& states) {
+  std::vector<TakenFix> timed;
+  for (size_t i = 0; i < track.fixes.size(); ++i) {
+    const auto& utc = track.fixes[i].utc;
+    if (utc) timed.push_back({i, *utc + offsetMinutes * MinuteMs});
+    states[i] = utc ? GisFixState::Repeat : GisFixState::WithoutTime;
+  }
+  std::stable_sort(timed.begin(), timed.end(),
+                   [](const TakenFix& a, const TakenFix& b) { return a.local < b.local; });
+  const auto minuteOf = [](const TakenFix& fix) { return MinuteOfLocal(fix.local); };
+  const auto end = std::unique(timed.begin(), timed.end(), [&](const auto& a, const auto& b) {
+    return minuteOf(a) == minuteOf(b);
+  });
+  timed.erase(end, timed.end());
+  return timed;
+}
+
+FixChoice ChooseFixes(const GisTrack& track, const TrailSettings& settings, bool times,
+                      int offsetMinutes) {
+  FixChoice choice;
+  choice.states.resize(track.fixes.size(), GisFixState::Thinned);
+  choice.hasTimes = times && std::any_of(track.fixes.begin(), track.fixes.end(),
+                                         [](const GisFix& fix) { return fix.utc.has_value(); });
+  std::vector<TakenFix> fixes;
+  if (choice.hasTimes) {
+    fixes = TimedFixes(track, offsetMinutes, choice.states);
+  } else {
+    for (size_t i = 0; i < track.fixes.size(); ++i) fixes.push_back({i, 0});
+  }
+  size_t last = 0;  // of `fixes`
+  for (size_t i = 0; i < fixes.size(); ++i) {
+    const GisFix& fix = track.fixes[fixes[i].index];
+    const bool isFirst = choice.taken.empty() ||
+                         DateOfLocal(fixes[i].local) != DateOfLocal(choice.taken.back().local);
+    if (!isFirst && (i - last < settings.subSample ||
+                     GroundDistance(PlaceOf(track.fixes[fixes[last].index]), PlaceOf(fix)) <
+                         settings.minimumDistance)) {
+      choice.states[fixes[i].index] = GisFixState::Thinned;
+      continue;
+    }
+    last = i;
+    choice.states[fixes[i].index] = GisFixState::Used;
+    choice.taken.push_back(fixes[i]);
+  }
+  return choice;
+}
+
+Trail& MakeTrackTrail(Map& map, const GisTrailFields& fields, const TrailSettings& settings) {
   Trail& trail = map.trails.emplace_front();
   trail.name = TextOrNone(fields.name);
   trail.type = CleanName(fields.type);
   trail.focalAnimal = TextOrNone(fields.focalAnimal);
-  trail.date = settings.date != 0 ? settings.date : OwnDate(track, *map.workspace);
   trail.width = settings.width;
   trail.groupSize = settings.groupSize;
   trail.color = ParseColor(fields.color);
-  const GisFix* last = nullptr;
-  for (const GisFix& fix : track.fixes) {
-    if (last != nullptr) {
-      if (static_cast<size_t>(&fix - last) < settings.subSample) continue;
-      if (GroundDistance(PlaceOf(*last), PlaceOf(fix)) < settings.minimumDistance) continue;
+  return trail;
+}
+
+/// Makes the trails of the current track and goes to the next one. The map is not solved.
+void EnterTrack(GisImport& import, const GisTrailFields& fields, const TrailSettings& settings) {
+  Map& map = *import.map;
+  const GisTrack& track = import.file.tracks[import.current];
+  const FixChoice choice = ChooseFixes(track, settings, fields.boxes.times, import.offsetMinutes);
+  Trail* trail = nullptr;
+  for (const TakenFix& taken : choice.taken) {
+    const PackedDate date = choice.hasTimes ? DateOfLocal(taken.local) : 0;
+    if (trail == nullptr || (choice.hasTimes && trail->date != date)) {
+      const bool isFirst = trail == nullptr;
+      trail = &MakeTrackTrail(map, fields, settings);
+      trail->date = date;
+      if (!isFirst && trail->name) *trail->name += ' ' + FormatDate(date);
+      if (!choice.hasTimes) {
+        trail->date = settings.date != 0 ? settings.date : OwnDate(track, *map.workspace);
+      }
     }
-    last = &fix;
-    Point& point = MakePoint(map, "");
-    point.trail = &trail;
+    const GisFix& fix = track.fixes[taken.index];
+    Point& point = MakePoint(map, choice.hasTimes ? ClockText(taken.local) : "");
+    point.trail = trail;
     AddFix(point, PlaceOf(fix), AltitudeOf(fix, fields.boxes.keepAltitude));
-    trail.points.push_back(&point);
+    trail->points.push_back(&point);
   }
-  import.points += trail.points.size();
+  const auto count = [&](GisFixState state) {
+    return static_cast<size_t>(std::count(choice.states.begin(), choice.states.end(), state));
+  };
+  import.points += choice.taken.size();
+  import.timedTracks += choice.hasTimes ? 1 : 0;
+  import.repeats += count(GisFixState::Repeat);
+  import.withoutTime += count(GisFixState::WithoutTime);
   ++import.current;
   ++import.taken;
 }
@@ -224,6 +303,20 @@ void NameTracks(GisImport& import) {
   }
 }
 
+/// The usual offset at the mean longitude of the fixes with times.
+int OffsetOfTracks(const GisFile& file) {
+  double sum = 0;
+  size_t count = 0;
+  for (const GisTrack& track : file.tracks) {
+    for (const GisFix& fix : track.fixes) {
+      if (!fix.utc) continue;
+      sum += fix.lon;
+      ++count;
+    }
+  }
+  return count == 0 ? 0 : UsualOffset(sum / static_cast<double>(count));
+}
+
 /// Posts what was looked for in a file without tracks and waypoints, and which separator it has.
 void NoteNothingFound(Messages& messages, std::string_view text, const std::string& name) {
   const OriginScope origin(messages, name);
@@ -265,6 +358,7 @@ std::optional<GisImport> StartGisImportOfText(Map& map, std::string_view text,
     return std::nullopt;
   }
   NameTracks(import);
+  import.offsetMinutes = OffsetOfTracks(import.file);
   if (!import.file.waypoints.empty()) ImportWaypoints(import, boxes.keepAltitude);
   return import;
 }
@@ -288,7 +382,15 @@ std::string GisSummary(const GisImport& import) {
     text +=
         "; " + Counted(import.refusedWaypoints, "waypoint is left out", "waypoints are left out");
   }
-  return text + LeftOutText(import.file.leftOut);
+  text += LeftOutText(import.file.leftOut);
+  if (import.timedTracks == 0) return text;
+  if (import.repeats > 0) {
+    text += "; " + Counted(import.repeats, "fix", "fixes") + " in one minute with another left out";
+  }
+  if (import.withoutTime > 0) {
+    text += "; " + Counted(import.withoutTime, "fix", "fixes") + " without a time left out";
+  }
+  return text + "; times are UTC" + OffsetText(import.offsetMinutes);
 }
 
 const GisTrack* CurrentTrack(const GisImport& import) {
@@ -341,6 +443,20 @@ GisField TakeAllTracks(GisImport& import, const GisTrailFields& fields) {
   }
   FinishImport(*import.map);
   return GisField::None;
+}
+
+GisField FindBadField(const GisImport& import, const GisTrailFields& fields) {
+  TrailSettings settings;
+  return ReadFields(fields, import.map->workspace->preferences.europeanDates, settings);
+}
+
+std::optional<std::vector<GisFixState>> StatesOfFixes(const GisImport& import,
+                                                      const GisTrack& track,
+                                                      const GisTrailFields& fields) {
+  TrailSettings settings;
+  const bool europeanDates = import.map->workspace->preferences.europeanDates;
+  if (ReadFields(fields, europeanDates, settings) != GisField::None) return std::nullopt;
+  return ChooseFixes(track, settings, fields.boxes.times, import.offsetMinutes).states;
 }
 
 void SkipTrack(GisImport& import) {

@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace orvane {
 
@@ -14,12 +15,12 @@ namespace orvane {
 /// each. A window calls `StartGisImport`. While there is a `CurrentTrack` it shows `StartFields`,
 /// later `NextFields`, and on each button calls `TakeTrack`, `TakeAllTracks` or `SkipTrack`.
 
-/// The check boxes of the window. The caller keeps their state from import to import. Only
-/// `keepAltitude` has an effect; nothing reads the others.
+/// The check boxes of the window. The caller keeps their state from import to import. Nothing reads
+/// `average`.
 struct GisBoxes {
   bool average = false;
   bool keepAltitude = false;  ///< readings and points take the altitude of the file
-  bool times = false;
+  bool times = false;  ///< tracks with times become a trail a day, with points named by the clock
 };
 
 /// The texts of the fields of the window "GIS Trail".
@@ -51,6 +52,10 @@ struct GisImport {
   size_t points = 0;     ///< of these trails
   size_t waypoints = 0;  ///< that became readings of points
   size_t refusedWaypoints = 0;  ///< whose name cannot be used
+  int offsetMinutes = 0;        ///< of the local clock, east of UTC: the hour of the mean longitude
+  size_t timedTracks = 0;       ///< tracks that became trails with times
+  size_t repeats = 0;           ///< their fixes in one minute with another, left out
+  size_t withoutTime = 0;       ///< their fixes without a time, left out
 };
 
 /// Reads a file of either form and adds its waypoints to the map, which is then dirty. It is solved
@@ -89,7 +94,12 @@ void NextFields(const GisImport& import, GisTrailFields& fields);
 /// Solves the map if needed (`NeedsSolving`), updates its ranges, marks it dirty and moves on to
 /// the next track.
 ///
-/// The first fix is taken. Another is taken if it is at least the n-th after the last one taken and
+/// With `GisBoxes::times`, a track that has times becomes a trail for each local date, in the order of
+/// the times; a date in the fields does not count for it. Its points are named by the clock, "08:30".
+/// Of several fixes in one minute the first is taken; those without a time are left out. The first
+/// trail has the name, the others have it with their date.
+///
+/// The first fix (of a date, with times) is taken. Another is taken if it is at least the n-th after the last one taken and
 /// at least the minimum distance from it on the ground.
 /// \return `None` if the track was taken; else the first field that cannot be read, and nothing
 ///         changed
@@ -100,6 +110,18 @@ GisField TakeTrack(GisImport& import, const GisTrailFields& fields);
 /// only with `dateIsForAll`, since the window fills it in. The map is finished once. If the user
 /// cancels, the tracks taken so far stay, and the next one is current.
 GisField TakeAllTracks(GisImport& import, const GisTrailFields& fields);
+
+/// What becomes of a fix of a track.
+enum class GisFixState { Used, Thinned, Repeat, WithoutTime };
+
+/// \return the first field that cannot be read
+GisField FindBadField(const GisImport& import, const GisTrailFields& fields);
+
+/// \return what `TakeTrack` would do with each fix of a track of the import, in their order; nothing if
+///         a field cannot be read
+std::optional<std::vector<GisFixState>> StatesOfFixes(const GisImport& import,
+                                                      const GisTrack& track,
+                                                      const GisTrailFields& fields);
 
 /// Moves on to the next track.
 void SkipTrack(GisImport& import);

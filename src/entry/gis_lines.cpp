@@ -142,6 +142,7 @@ GisFile ReadGisLines(std::string_view text, std::string_view name, Messages& mes
   Collector collector;
   LineFields fields;
   LeftOutLines leftOut;
+  std::vector<size_t> badLines;
   constexpr unsigned LinesOfStep = 512;
   const size_t size = text.size();
   ProgressSteps steps(progress, WorkStage::Reading, size, LinesOfStep);
@@ -151,7 +152,8 @@ GisFile ReadGisLines(std::string_view text, std::string_view name, Messages& mes
     const std::string_view line = TakeLine(text);
     if (TrimSpace(line).empty()) continue;
     fields.Split(line);
-    const auto fix = FixOf(fields[LatColumn], fields[LonColumn], fields[AltColumn]);
+    auto fix = FixOf(fields[LatColumn], fields[LonColumn], fields[AltColumn]);
+    if (fix) fix->line = lineNumber;
     if (lineNumber == 1) {
       if (fix) {
         NoteWarning(messages, "%s has a position in its first line, which is taken as the header",
@@ -161,12 +163,14 @@ GisFile ReadGisLines(std::string_view text, std::string_view name, Messages& mes
       collector.Add(fields[NameColumn], fields[DateColumn], *fix);
     } else {
       leftOut.Add(lineNumber);
+      badLines.push_back(lineNumber);
     }
   }
   origin.GoToLine(leftOut.firstLine);
   NoteLeftOut(leftOut, name, messages);
   GisFile file = collector.Finish();
   file.leftOut = leftOut;
+  file.badLines = std::move(badLines);
   return file;
 }
 

@@ -1,4 +1,5 @@
 #include "base/number_text.h"
+#include "entry/fix_cells.h"
 #include "entry/gis_file.h"
 #include "entry/gis_values.h"
 #include "geo/positions.h"
@@ -81,6 +82,13 @@ size_t TakeBlankLines(std::string_view& text) {
 std::string DateOf(std::string_view time) {
   time = TrimSpace(time);
   return CleanName(time.substr(0, std::min(time.find_first_of("T "), time.size())));
+}
+
+/// The moment of "2004-02-18T08:00:00Z"; without a zone it is UTC as well.
+std::optional<std::int64_t> UtcOf(std::string_view time) {
+  const MomentReading read = ReadMoment(TrimSpace(time), {});
+  if (read.fault != MomentFault::None) return std::nullopt;
+  return UtcOf(read.moment, false);
 }
 
 struct FreeParser {
@@ -186,6 +194,7 @@ class GpxWalk {
     lat_.clear();
     lon_.clear();
     altitude_.clear();
+    time_.clear();
     name_.clear();
     fixLine_ = Line();
     for (; *attributes != nullptr; attributes += 2) {
@@ -201,8 +210,9 @@ class GpxWalk {
     const Element parent = open_.empty() ? Element::Other : open_.back();
     if (kind == Element::Elevation) altitude_ = text_;
     if (kind == Element::Name) CloseName(parent);
-    if (kind == Element::Time && file_.tracks.back().date.empty()) {
-      file_.tracks.back().date = DateOf(text_);
+    if (kind == Element::Time) {
+      time_ = text_;
+      if (file_.tracks.back().date.empty()) file_.tracks.back().date = DateOf(text_);
     }
     if (kind == Element::Waypoint || kind == Element::TrackPoint) CloseFix(kind);
     keepsText_ = false;
@@ -218,10 +228,15 @@ class GpxWalk {
   }
 
   void CloseFix(Element kind) {
-    const auto fix = FixOf(lat_, lon_, altitude_);
+    auto fix = FixOf(lat_, lon_, altitude_);
     if (!fix) {
       file_.leftOut.Add(fixLine_);
-    } else if (kind == Element::Waypoint) {
+      file_.badLines.push_back(fixLine_);
+      return;
+    }
+    fix->line = fixLine_;
+    fix->utc = UtcOf(time_);
+    if (kind == Element::Waypoint) {
       file_.waypoints.push_back({std::move(name_), *fix});
     } else {
       file_.tracks.back().fixes.push_back(*fix);
@@ -247,6 +262,7 @@ class GpxWalk {
   std::string lat_;
   std::string lon_;
   std::string altitude_;
+  std::string time_;
   std::string name_;
 };
 

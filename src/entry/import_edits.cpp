@@ -44,12 +44,14 @@ Edit TrackEdit(GisImport& import, const GisTrailFields& fields, bool all, GisFie
   return {.name = NameOfImport(import.fileName),
           .map = import.map,
           .change = [&import, fields, all, &bad](EditFollowUp& followUp) {
-            const auto before = std::tuple(import.current, import.taken, import.points);
+            const auto before = std::tuple(import.current, import.taken, import.points,
+                                           import.timedTracks, import.repeats, import.withoutTime);
             followUp.solved = true;
             try {
               bad = all ? TakeAllTracks(import, fields) : TakeTrack(import, fields);
             } catch (const std::bad_alloc&) {
-              std::tie(import.current, import.taken, import.points) = before;
+              std::tie(import.current, import.taken, import.points, import.timedTracks,
+                       import.repeats, import.withoutTime) = before;
               throw;
             }
             return bad == GisField::None;

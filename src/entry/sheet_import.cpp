@@ -115,9 +115,14 @@ class LocationFinder {
 /// One import under way.
 class SheetImport {
  public:
-  SheetImport(const ImportSpec& spec, SheetLogs& logs)
+  /// \param fates  if not null, receives what becomes of each row, and nothing is asked or posted
+  /// \param most   rows that it receives at most; no more are read
+  SheetImport(const ImportSpec& spec, SheetLogs& logs, std::vector<SheetRowFate>* fates = nullptr,
+              size_t most = 0)
       : spec_(spec),
         logs_(logs),
+        fates_(fates),
+        mostFates_(most),
         map_(*spec.map),
         workspace_(*spec.map->workspace),
         locations_(*spec.map, spec.sheet->text) {}
@@ -140,7 +145,7 @@ class SheetImport {
   RowResult TakeSighting(std::string_view row, const StopTexts& texts);
   void TakeGoodRow(const StopTexts& texts, const std::optional<LatLon>& position);
   RowResult TakeBadRow(std::string_view row, const StopTexts& texts);
-  void LeaveOut(std::string_view row);
+  void LeaveOut(std::string_view row, std::string_view state, std::string reason);
   size_t LineOfFile(size_t number) const;
   void EndStop(int end);
   void Count(std::string_view row, const StopTexts& texts);
@@ -148,6 +153,9 @@ class SheetImport {
 
   const ImportSpec& spec_;
   SheetLogs& logs_;
+  std::vector<SheetRowFate>* fates_;
+  size_t mostFates_;
+  SheetRowFate fate_;  ///< of the current row
   Map& map_;
   Workspace& workspace_;
   LocationFinder locations_;
@@ -176,10 +184,15 @@ SheetCounts SheetImport::Run() {
     isRestOfLine_ = lines.Number() == last;
     line_ = LineOfFile(lines.Number());
     origin.GoToLine(line_);
-    if (!row->empty() && ReadRow(*row) == RowResult::Abandon) {
+    if (row->empty()) continue;
+    fate_ = {line_, *row};
+    const RowResult result = ReadRow(*row);
+    if (fates_ != nullptr) fates_->push_back(fate_);
+    if (result == RowResult::Abandon) {
       counts_.abandonedAt = line_;
       break;
     }
+    if (fates_ != nullptr && fates_->size() == mostFates_) break;
   }
   const bool isAtEnd = counts_.abandonedAt == 0 && !IsCanceled(workspace_.progress);
   if (isAtEnd && stop_.IsPending()) EndStop(lastTime_);
@@ -193,7 +206,9 @@ size_t SheetImport::LineOfFile(size_t number) const {
 }
 
 /// Counts a row that gives no stop. A row without text, and the rest of a long line, do not count.
-void SheetImport::LeaveOut(std::string_view row) {
+void SheetImport::LeaveOut(std::string_view row, std::string_view state, std::string reason) {
+  fate_.state = state;
+  fate_.reason = std::move(reason);
   if (isRestOfLine_ || row.find_first_not_of(" \t") == std::string_view::npos) return;
   counts_.leftOut.Add(line_);
 }
@@ -253,12 +268,15 @@ RowResult SheetImport::ReadRow(std::string_view row) {
   if (!TrailCannotChange()) {
     const TrailTexts texts = ReadTrailTexts(row);
     if (texts.species.empty() || texts.date.empty()) {
-      LeaveOut(row);
+      LeaveOut(row, texts.date.empty() ? "bad date" : "no species",
+               texts.date.empty() ? "no date" : "no species or group");
       return RowResult::GoOn;
     }
     const DatePrefix date = ParseDate(texts.date, workspace_.preferences.europeanDates);
     if (date.length < texts.date.size()) {
-      NoteError(workspace_.messages, "Bad date %s", {texts.date});
+      fate_.state = "bad date";
+      fate_.reason = "the import ends at " + texts.date;
+      if (fates_ == nullptr) NoteError(workspace_.messages, "Bad date %s", {texts.date});
       return RowResult::Abandon;
     }
     if (!ContinuesTrail(texts, date.date)) BeginTrail(texts, date.date);
@@ -282,6 +300,8 @@ StopTexts SheetImport::ReadStopTexts(std::string_view row) const {
 /// An empty time counts as midnight, so it can cause the warning.
 void SheetImport::WarnOfTime(const StopTexts& texts) {
   if (!stop_.IsPending() || texts.minutes >= stop_.end || warnedBackwards_) return;
+  fate_.reason = "the time is before that of the last row";
+  if (fates_ != nullptr) return;
   const DateParts date = UnpackDate(trail_->date);
   NoteWarning(workspace_.messages, "Time runs backwards for %s (%s) at %s on %s",
               {trail_->type, trail_->focalAnimal.value_or(""), texts.time,
@@ -295,6 +315,7 @@ RowResult SheetImport::ReadStop(std::string_view row) {
   lastTime_ = texts.minutes;
   WarnOfTime(texts);
   if (texts.outOfSight) {
+    fate_.reason = "out of sight";
     if (stop_.IsPending()) EndStop(texts.minutes);
   } else if (TakeSighting(row, texts) == RowResult::Abandon) {
     return RowResult::Abandon;
@@ -307,7 +328,7 @@ RowResult SheetImport::ReadStop(std::string_view row) {
 
 RowResult SheetImport::TakeSighting(std::string_view row, const StopTexts& texts) {
   if (texts.time.empty()) {
-    LeaveOut(row);
+    LeaveOut(row, "bad time", "no time");
     return RowResult::GoOn;
   }
   if (ValidTimeText(texts.time)) {
@@ -349,11 +370,11 @@ RowResult SheetImport::TakeBadRow(std::string_view row, const StopTexts& texts) 
     if (!Continues("Bad Time", "Bad time specification %s, Do you want to continue?", texts.time)) {
       return RowResult::Abandon;
     }
-    LeaveOut(row);
+    LeaveOut(row, "bad time", std::string(texts.time) + " is not a time");
     return RowResult::GoOn;
   }
   if (texts.location.empty()) {
-    LeaveOut(row);
+    LeaveOut(row, "unknown place", "no place, and none before it");
     return RowResult::GoOn;
   }
   if (!askedBadLocation_) {
@@ -365,8 +386,10 @@ RowResult SheetImport::TakeBadRow(std::string_view row, const StopTexts& texts) 
   }
   if (NoteBadLocation(logs_, texts.location, trail_->date, texts.time)) {
     ++counts_.weatherNotes;
+    fate_.state = "unknown place";
+    fate_.reason = std::string(texts.location) + " is a note on the weather";
   } else {
-    LeaveOut(row);
+    LeaveOut(row, "unknown place", "the map has no place " + std::string(texts.location));
   }
   return RowResult::GoOn;
 }
@@ -393,6 +416,7 @@ void SheetImport::Count(std::string_view row, const StopTexts& texts) {
 
 bool SheetImport::Continues(const std::string& title, std::string_view question,
                             std::string_view text) {
+  if (fates_ != nullptr) return true;
   return AskUser(workspace_.messages, title, "Yes", "No", "", question, {text}) == 1;
 }
 
@@ -424,6 +448,13 @@ SheetOutcome RunSpreadsheetImport(const ImportSpec& spec, SheetLogs& logs,
   SolveMap(*spec.map);
   AnalyzeAllRanges(*spec.map);
   return outcome;
+}
+
+std::vector<SheetRowFate> TrySpreadsheetImport(const ImportSpec& spec, size_t most) {
+  std::vector<SheetRowFate> fates;
+  SheetLogs logs;
+  SheetImport(spec, logs, &fates, most).Run();
+  return fates;
 }
 
 void NoteSheetOutcome(Messages& messages, const SheetOutcome& outcome) {

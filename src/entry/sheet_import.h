@@ -59,6 +59,19 @@ struct SheetOutcome {
   std::string summary;                 ///< a sentence on what was done, for the user
 };
 
+/// What became of a row of a sheet.
+struct SheetRowFate {
+  size_t line = 0;                  ///< of the file, from 1
+  std::string_view row;             ///< in `FollowSheet::text`
+  std::string_view state = "used";  ///< or "unknown place", "bad time", "bad date", "no species"
+  std::string reason = {};          ///< empty for a row that is used as it is
+};
+
+/// Reads a sheet as `RunSpreadsheetImport` does, but without questions and messages; nothing is
+/// written, solved or updated. The map gets the trails all the same.
+/// \param most  rows at most
+std::vector<SheetRowFate> TrySpreadsheetImport(const ImportSpec& spec, size_t most);
+
 /// Runs an import to the end of the sheet, or until a date cannot be read or the user answers "No"
 /// to a question about a bad time or location. A completed import writes the logs, solves the map
 /// and updates its ranges; the caller rebuilds its panes. An abandoned one leaves the map with the

@@ -45,6 +45,87 @@ TEST_F(CommandsTest, ImportGisRefusesEachBadField) {
   EXPECT_EQ(folder.Read("out.map"), "");
 }
 
+TEST_F(CommandLine, ImportFixesRefusesWrongOptions) {
+  folder.Write("a.csv", "time,lat,lon\n2004-5-3 0:30,1,2\n");
+  const std::vector<std::pair<std::string, std::string>> wrong = {
+      {"--utc-offset", "+14:01"},  {"--utc-offset", "Nowhere/City"},
+      {"--utc-offset", ""},        {"--every", "0"},
+      {"--every", "1.5"},          {"--min-minutes", "-1"},
+      {"--min-metres", "1,5"},     {"--max-speed", "0"},
+      {"--columns", "latitude=a"}, {"--columns", "lat"},
+      {"--columns", "lat=a,"}};
+  for (const auto& [option, text] : wrong) {
+    ExpectWrongUsage({"import-fixes", "site.map", "a.csv", "-o", "out.map", option, text}, option);
+    ExpectWrongUsage({"preview", "import-fixes", "site.map", "a.csv", option, text}, option);
+  }
+  EXPECT_EQ(folder.Read("out.map"), "");
+}
+
+TEST_F(CommandLine, ImportFixesTakesOffsetsWithASignAndColumnsInParts) {
+  folder.Write("a.csv", "t,y1,lon,id,alt\n2004-5-3 0:30,1,2,Kiki,5\n");
+  const Outcome run = Do({"import-fixes",
+                          "site.map",
+                          "a.csv",
+                          "-o",
+                          "-",
+                          "--utc-offset",
+                          "-00:30",
+                          "--columns",
+                          "time=T,lat=Y1",
+                          "--columns",
+                          "animal=alt",
+                          "--no-ranges",
+                          "--type",
+                          "Ape",
+                          "--every",
+                          "1",
+                          "--min-minutes",
+                          "0",
+                          "--min-metres",
+                          "0.5",
+                          "--max-speed",
+                          "2.5",
+                          "--keep-outliers"});
+  EXPECT_EQ(run.status, 0) << run.err;
+  EXPECT_NE(run.out.find("T\t\tApe\t5\t2004-5-3\nG\t00:00\t"), std::string::npos) << run.out;
+  EXPECT_EQ(run.out.find("R\t"), std::string::npos);
+  EXPECT_NE(run.err.find("note: Read 1 fix from a.csv: 1 taken; 1 trail and no ranges added"),
+            std::string::npos)
+      << run.err;
+}
+
+TEST_F(CommandLine, PreviewsSaveNothing) {
+  folder.Write("a.csv", "time,lat,lon\n2004-5-3 0:30,1,2\nsoon,1,2\n");
+  Outcome run = Do({"preview", "import-fixes", "site.map", "a.csv"});
+  EXPECT_EQ(run.status, 0) << run.err;
+  EXPECT_EQ(run.out,
+            "row\tstate\treason\ttime\tlat\tlon\n2\tused\t00:30 of a on 2004-5-3\t2004-5-3 "
+            "0:30\t1\t2\n3\tbad time\t\"soon\" in column time is not a usable time\tsoon\t1\t2\n");
+  folder.Write("s.txt", "800\tCamp\n");
+  run = Do({"preview", "import", "site.map", "s.txt", "--time", "A", "--location", "B",
+            "--species-always", "Oru", "--date-always", "2004-5-3"});
+  EXPECT_EQ(run.out, "row\tstate\treason\n1\tused\t\t800\tCamp\n") << run.err;
+  EXPECT_EQ(folder.Read("unknownlocs.txt"), "");
+  run = Do({"preview", "import", "site.map", "s.txt", "--time", "A"});
+  EXPECT_EQ(run.status, 1);
+  run = Do({"preview", "import", "site.map", "none.txt", "--time", "A"});
+  EXPECT_EQ(run.status, 1);
+  folder.Write("t.gpx",
+               "<gpx><trk><trkseg><trkpt lat=\"1\" lon=\"2\"><time>2004-05-03T00:30:00Z</time>"
+               "</trkpt></trkseg></trk></gpx>");
+  run = Do({"preview", "import-gis", "site.map", "t.gpx", "--times"});
+  EXPECT_EQ(run.out,
+            "row\tstate\treason\tname\ttime\tlatitude\tlongitude\taltitude\n1\tused\t\tt 1\t"
+            "2004-5-3 00:30Z\t1.0\t2.0\t\n")
+      << run.err;
+  run = Do({"preview", "import-gis", "site.map", "t.gpx", "--size", "many"});
+  EXPECT_EQ(run.status, 1);
+  EXPECT_EQ(run.err, "error: Bad number for --size: many\n");
+  EXPECT_EQ(Do({"preview", "import-gis", "site.map", "none.gpx"}).status, 1);
+  EXPECT_EQ(Do({"preview", "import-fixes", "site.map", "none.csv"}).status, 1);
+  ExpectWrongUsage({"preview"}, "required");
+}
+
 TEST_F(CommandsTest, ImportGisMakesATrailOfATrack) {
   folder.Write("track.gpx", Track);
   const Outcome run = Do({"import-gis", "rich.map", "track.gpx", "-o", "out.map", "--type=Path",

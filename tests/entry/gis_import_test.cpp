@@ -619,5 +619,72 @@ TEST_F(GisImportTest, TracksTakenBeforeItWasCalledOffStay) {
   for (const Point* point : TrailNamed("T3").points) EXPECT_NE(point->flags & PointPlaced, 0U);
 }
 
+std::string TimedTrack(const std::vector<std::string>& times) {
+  std::string text = "<gpx><trk><name>Walk</name><trkseg>";
+  double lat = 1;
+  for (const std::string& time : times) {
+    text += "<trkpt lat=\"" + FormatFixed(lat, 3) + "\" lon=\"115\"><ele>7</ele>";
+    if (!time.empty()) text += "<time>" + time + "</time>";
+    text += "</trkpt>";
+    lat += 0.001;
+  }
+  return text + "</trkseg></trk></gpx>";
+}
+
+TEST_F(GisImportTest, TimesGiveATrailForEachLocalDate) {
+  GisTrailFields fields;
+  fields.boxes.times = true;
+  fields.date = "1999-1-1";  // does not count
+  TakeAll(TimedTrack({"2004-05-03T16:00:00Z", "2004-05-03T15:59:59.5Z", "2004-05-03T00:30:00Z", "",
+                      "2004-05-03T00:30:59Z", "2004-05-04T08:00:00+08:00", "soon"}),
+          fields);
+  const Trail& first = TrailNamed("Walk");
+  EXPECT_EQ(FormatDate(first.date), "2004-5-3");
+  ASSERT_EQ(first.points.size(), 2U);
+  EXPECT_EQ(first.points[0]->name, "08:30");
+  EXPECT_EQ(first.points[0]->timeOfDay, 8 * 60 + 30);
+  EXPECT_EQ(first.points[1]->name, "23:59");
+  EXPECT_EQ(Latitudes(first), (std::vector<double>{1.002, 1.001}));
+  const Trail& second = TrailNamed("Walk 2004-5-4");
+  ASSERT_EQ(second.points.size(), 2U);
+  EXPECT_EQ(second.points[0]->name, "00:00");
+  EXPECT_EQ(second.points[1]->name, "08:00");
+  EXPECT_EQ(second.points[1]->trail, &second);
+}
+
+TEST_F(GisImportTest, TimesAreReported) {
+  auto import = Start(TimedTrack({"2004-05-03T00:30:00Z", "2004-05-03T00:30:59Z", ""}));
+  ASSERT_TRUE(import);
+  GisTrailFields fields = StartFields(*import, {});
+  fields.boxes.times = true;
+  EXPECT_EQ(TakeTrack(*import, fields), GisField::None);
+  EXPECT_EQ(
+      GisSummary(*import),
+      "Imported 1 track with 1 point from gps.txt; 1 fix in one minute with another left out; "
+      "1 fix without a time left out; times are UTC+08:00");
+}
+
+TEST_F(GisImportTest, TimesStartAnewOnEachDate) {
+  GisTrailFields fields;
+  fields.boxes.times = true;
+  fields.subSample = "2";
+  TakeAll(TimedTrack({"2004-05-03T01:00:00Z", "2004-05-03T02:00:00Z", "2004-05-03T03:00:00Z",
+                      "2004-05-03T17:00:00Z", "2004-05-03T18:00:00Z"}),
+          fields);
+  EXPECT_EQ(TrailNamed("Walk").points.size(), 2U);
+  EXPECT_EQ(TrailNamed("Walk 2004-5-4").points.size(), 1U);
+}
+
+TEST_F(GisImportTest, TimesChangeNothingWithoutTimesInTheFile) {
+  GisTrailFields fields;
+  fields.boxes.times = true;
+  TakeAll(TimedTrack({"", ""}), fields);
+  EXPECT_EQ(TrailNamed("Walk").date, 0);
+  EXPECT_EQ(TrailNamed("Walk").points[0]->name, "");
+  fields.boxes.times = false;
+  TakeAll(TimedTrack({"2004-05-03T00:30:00Z"}), fields);
+  EXPECT_EQ(map.trails.front().points[0]->name, "");
+}
+
 }  // namespace
 }  // namespace orvane

@@ -33,6 +33,8 @@ OTHER_RECORDS = {
     ("entry/fix_table.cpp", "table"): "the imported table",
     ("entry/gis_values.cpp", "fix"): "a fix of the imported file",
     ("entry/gpx.cpp", "file_.tracks.back()"): "a track of the imported file",
+    ("entry/preview.cpp", "preview"): "a preview of an import",
+    ("entry/preview.cpp", "row"): "a row of a preview",
     ("entry/separated_table.cpp", "row"): "a row of the imported table",
     ("entry/sheet_fields.cpp", "spec"): "what the form says",
     ("shell/entry/import_commands.cpp", "spec"): "what the dialog says",

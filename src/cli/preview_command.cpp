@@ -1,0 +1,49 @@
+#include "cli/preview_command.h"
+
+#include "cli/exit_status.h"
+#include "cli/text_output.h"
+#include "entry/preview.h"
+
+#include <limits>
+
+namespace orvane {
+
+namespace {
+
+constexpr size_t AllRows = std::numeric_limits<size_t>::max();
+
+}  // namespace
+
+int PreviewSheetCommand(Map& map, LineMessages& messages, const ImportRequest& request) {
+  const auto sheet = ReadSheet(messages, request.sheet);
+  if (!sheet) return ExitFailed;
+  auto spec = ReadSheetSpec(map, messages, request.fields);
+  if (!spec) return ExitFailed;
+  spec->sheet = &*sheet;
+  spec->fileName = request.sheet;
+  Print(PreviewText(PreviewSheet(*spec, AllRows)));
+  return ExitDone;
+}
+
+int PreviewFixesCommand(Map& map, LineMessages& messages, const ImportFixesRequest& request) {
+  const auto import = StartFixImport(map, request.table, request.options);
+  if (!import) return ExitFailed;
+  for (const std::string& note : FixNotes(*import)) messages.Post(Severity::Note, note);
+  Print(PreviewText(PreviewFixes(*import, AllRows)));
+  return ExitDone;
+}
+
+int PreviewGisCommand(Map& map, LineMessages& messages, const ImportGisRequest& request) {
+  GisTrailFields fields = request.fields;
+  const auto import = StartGisImport(map, request.file, fields.boxes);
+  if (!import) return ExitFailed;
+  const auto preview = PreviewGis(*import, fields, AllRows);
+  if (!preview) {
+    NoteBadGisField(FindBadField(*import, fields), fields, messages);
+    return ExitFailed;
+  }
+  Print(PreviewText(*preview));
+  return ExitDone;
+}
+
+}  // namespace orvane
