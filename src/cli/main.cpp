@@ -138,18 +138,19 @@ void AddTrails(CommandLine& line) {
   });
 }
 
-/// Adds `--format`, the form of angles.
+/// Adds `--format`, the form of positions.
 void AddFormat(CLI::App& command, const std::function<void(CoordinateDisplay)>& take) {
   static const std::map<std::string, CoordinateDisplay> formats = {
       {"degrees", CoordinateDisplay::Degrees},
       {"minutes", CoordinateDisplay::Minutes},
-      {"seconds", CoordinateDisplay::Seconds}};
+      {"seconds", CoordinateDisplay::Seconds},
+      {"utm", CoordinateDisplay::Utm}};
   command
       .add_option_function<std::string>(
           "--format", [take](const std::string& name) { take(formats.at(name)); },
-          "the form of angles; minutes if not given")
-      ->type_name("degrees|minutes|seconds")
-      ->check(CLI::IsMember({"degrees", "minutes", "seconds"}));
+          "the form of positions; minutes if not given")
+      ->type_name("degrees|minutes|seconds|utm")
+      ->check(CLI::IsMember({"degrees", "minutes", "seconds", "utm"}));
 }
 
 void AddIndex(CommandLine& line) {

@@ -59,6 +59,7 @@ constexpr std::array Commands{
     CommandInfo{CommandDegrees, "&Degrees", "", true},
     CommandInfo{CommandMinutes, "&Minutes", "", true},
     CommandInfo{CommandSeconds, "&Seconds", "", true},
+    CommandInfo{CommandUtm, "UTM Coordin&ates", "", true},
     CommandInfo{CommandEuropeanDates, "European Da&te Format", "", true},
     CommandInfo{CommandShowWholeMap, "Show &Whole Map", "Ctrl+0"},
     CommandInfo{CommandSmoothLines, "Smooth &Lines", "", true},
@@ -85,12 +86,11 @@ constexpr std::array MapMenu{CommandCheckTrails, CommandDeviation,   CommandNone
                              CommandViewControl, CommandOrientation, CommandHideGrids};
 constexpr std::array AnalysisMenu{CommandElevation, CommandTrailSummary, CommandPointIndex,
                                   CommandRangeStats};
-constexpr std::array ViewMenu{CommandZoomIn,  CommandZoomOut,      CommandChangeZoom,
-                              CommandFind,    CommandNone,         CommandHideInfo,
-                              CommandNone,    CommandDegrees,      CommandMinutes,
-                              CommandSeconds, CommandNone,         CommandEuropeanDates,
-                              CommandNone,    CommandShowWholeMap, CommandFullScreen,
-                              CommandNone,    CommandSmoothLines};
+constexpr std::array ViewMenu{
+    CommandZoomIn,     CommandZoomOut, CommandChangeZoom,    CommandFind,    CommandNone,
+    CommandHideInfo,   CommandNone,    CommandDegrees,       CommandMinutes, CommandSeconds,
+    CommandUtm,        CommandNone,    CommandEuropeanDates, CommandNone,    CommandShowWholeMap,
+    CommandFullScreen, CommandNone,    CommandSmoothLines};
 constexpr std::array WindowMenu{CommandMessages, CommandNone, CommandWindowList};
 constexpr std::array HelpMenu{CommandHelp, CommandNone, CommandAbout};
 

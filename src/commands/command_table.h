@@ -68,7 +68,8 @@ enum CommandId : int {
   CommandSmoothLines = 40010,
   CommandUndo = 40011,
   CommandRedo = 40012,
-  CommandPrintPreview = 40013
+  CommandPrintPreview = 40013,
+  CommandUtm = 40014
 };
 
 /// \return true for the further numbers of the help command

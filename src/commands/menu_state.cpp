@@ -80,7 +80,7 @@ MenuState SideMenu(const Map& map) {
   Enable(menu, {CommandCloseMap, CommandDeviation, CommandFind}, true);
   Enable(menu,
          {CommandSaveAsArcView, CommandOrientation, CommandHideGrids, CommandDegrees,
-          CommandMinutes, CommandSeconds},
+          CommandMinutes, CommandSeconds, CommandUtm},
          false);
   menu.At(CommandSave).enabled = SaveIsOffered(map);
   menu.At(CommandReload).enabled = HasFile(map);
@@ -127,6 +127,7 @@ void RefreshMapMenu(MenuState& menu, const MapWindow& view) {
   menu.At(CommandDegrees).checked = view.coordinateDisplay == CoordinateDisplay::Degrees;
   menu.At(CommandMinutes).checked = view.coordinateDisplay == CoordinateDisplay::Minutes;
   menu.At(CommandSeconds).checked = view.coordinateDisplay == CoordinateDisplay::Seconds;
+  menu.At(CommandUtm).checked = view.coordinateDisplay == CoordinateDisplay::Utm;
   menu.At(CommandReload).enabled = HasFile(*view.map);
   TakePreferences(menu, view.map->workspace->preferences);
   menu.At(CommandHideGrids).checked = (view.flags & MapWindowGridsHidden) != 0;

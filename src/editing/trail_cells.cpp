@@ -3,6 +3,7 @@
 #include "base/number_text.h"
 #include "editing/trail_columns.h"
 #include "geo/angle_text.h"
+#include "geo/utm.h"
 
 #include <cmath>
 #include <cstdint>
@@ -130,15 +131,25 @@ bool TakeBearing(std::string_view text, TrailRow& row) {
   return true;
 }
 
+/// A latitude, or a UTM or MGRS text, which gives the longitude as well.
+bool ReadLatitude(std::string_view text, TrailRow& row) {
+  if (ReadAngle(text, AngleMode::Latitude, row.gps.lat)) return true;
+  const auto place = ParseUtm(text);
+  if (!place) return false;
+  row.gps.lat = place->lat;
+  row.gps.lon = place->lon;
+  return true;
+}
+
 TrailCellResult TakePosition(std::string_view text, bool latitude, TrailRow& row) {
   if (text.empty()) {
     row.isGps = false;
     row.isRepeat = false;
     return {};
   }
-  const AngleMode mode = latitude ? AngleMode::Latitude : AngleMode::Longitude;
-  if (!ReadAngle(text, mode, latitude ? row.gps.lat : row.gps.lon)) {
-    return {.refusal = latitude ? "Bad Latitude" : "Bad Longtitude"};
+  if (latitude && !ReadLatitude(text, row)) return {.refusal = "Bad Latitude"};
+  if (!latitude && !ReadAngle(text, AngleMode::Longitude, row.gps.lon)) {
+    return {.refusal = "Bad Longtitude"};
   }
   row.isGps = true;
   row.isRepeat = false;

@@ -20,7 +20,8 @@ struct TrailCellResult {
 };
 
 /// Puts a typed text into a row. Leading white space is skipped, and in angles the degree sign of
-/// UTF-8 counts as that of old maps.
+/// UTF-8 counts as that of old maps. A UTM or MGRS text in the column of latitudes gives the
+/// longitude as well.
 /// \return with `refusal` the row is as it was
 TrailCellResult SetTrailCellText(TrailRow& row, size_t column, size_t smColumns,
                                  std::string_view text);

@@ -2,6 +2,7 @@
 
 #include "base/number_text.h"
 #include "base/text.h"
+#include "geo/utm.h"
 
 #include <cmath>
 
@@ -246,6 +247,9 @@ std::string FormatLongitude(double degrees, CoordinateDisplay display) {
 }
 
 std::string FormatLatLon(const LatLon& place, CoordinateDisplay display) {
+  if (display == CoordinateDisplay::Utm) {
+    if (auto text = FormatUtm(place)) return *std::move(text);
+  }
   return FormatLatitude(place.lat, display) + ' ' + FormatLongitude(place.lon, display);
 }
 

@@ -10,8 +10,8 @@ namespace orvane {
 /// How `ParseAngle` treats its text.
 enum class AngleMode { Longitude = 0, Latitude = 1, Bearing = 2 };
 
-/// How positions are shown; the three settings of the View menu.
-enum class CoordinateDisplay { Degrees = 0, Minutes = 1, Seconds = 2 };
+/// How positions are shown; the settings of the View menu.
+enum class CoordinateDisplay { Degrees = 0, Minutes = 1, Seconds = 2, Utm = 3 };
 
 /// Bytes that are read as a degree sign, also as the UTF-8 character of that number. The first one
 /// is also written.
@@ -40,11 +40,12 @@ bool ParseCoordinate(std::string_view text, bool latitude, double& value, size_t
 bool ParseLatLon(std::string_view text, LatLon& place);
 
 /// A latitude or longitude in degrees as text: letter, degrees, degree sign (byte 0xB0), and
-/// minutes and seconds as `display` asks. Whole degrees and minutes are truncated, not rounded.
+/// minutes and seconds as `display` asks. Whole degrees and minutes are truncated, not rounded. UTM
+/// needs both, so with it they are written in degrees.
 std::string FormatLatitude(double degrees, CoordinateDisplay display);
 std::string FormatLongitude(double degrees, CoordinateDisplay display);
 
-/// Latitude, one blank, longitude.
+/// Latitude, one blank, longitude; or as `FormatUtm` writes it, where UTM is defined.
 std::string FormatLatLon(const LatLon& place, CoordinateDisplay display);
 
 /// With 5 decimals of a minute.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "geo/utm.h"
 #include "model/map.h"
 #include "places/resolve_location.h"
 #include "trails/positions_on_trail.h"
@@ -15,7 +16,8 @@ namespace orvane {
 class Lookup {
  public:
   /// \param needs  receives the record; can be null
-  Lookup(Map& map, LocationNeeds* needs) : map_(map), needs_(needs) {}
+  /// \param utm    whether UTM and MGRS texts are places
+  Lookup(Map& map, LocationNeeds* needs, bool utm) : map_(map), needs_(needs), utm_(utm) {}
 
   Map& InMap() { return map_; }
 
@@ -24,6 +26,10 @@ class Lookup {
     if (orvane::IsPlaced(point)) return true;
     if (needs_ != nullptr) Need(point);
     return false;
+  }
+  /// As `ParseUtm`, if such texts are places.
+  std::optional<LatLon> UtmPlace(std::string_view text) const {
+    return utm_ ? ParseUtm(text) : std::nullopt;
   }
   /// As `FindGridCell`.
   std::optional<LatLon> CellPlace(std::string_view name);
@@ -51,6 +57,7 @@ class Lookup {
 
   Map& map_;
   LocationNeeds* needs_;
+  bool utm_;
 };
 
 }  // namespace orvane

@@ -187,7 +187,21 @@ std::optional<Location> Resolve(Lookup& lookup, std::string_view text, int depth
     return std::nullopt;
   }
   if (const auto place = ResolveList(lookup, text, found.point)) return at(*place);
+  found.point = nullptr;
+  if (const auto place = lookup.UtmPlace(text)) return at(*place);
   return std::nullopt;
+}
+
+/// \return true if a text, or a part of it between commas, is a UTM or MGRS text, which may hold a
+///         comma of its own
+bool HoldsUtm(std::string_view text) {
+  while (true) {
+    const size_t comma = text.find(',');
+    if (ParseUtm(text.substr(0, comma))) return true;
+    if (comma == std::string_view::npos) return false;
+    if (ParseUtm(text.substr(0, text.find(',', comma + 1)))) return true;
+    text.remove_prefix(comma + 1);
+  }
 }
 
 }  // namespace
@@ -202,8 +216,11 @@ std::optional<LatLon> Lookup::CellPlace(std::string_view name) {
 }
 
 std::optional<Location> ResolveLocation(Map& map, std::string_view text, LocationNeeds* needs) {
-  Lookup lookup(map, needs);
-  return Resolve(lookup, text, 0);
+  Lookup names(map, needs, false);
+  if (auto location = Resolve(names, text, 0)) return location;
+  if (!HoldsUtm(text)) return std::nullopt;
+  Lookup namesAndUtm(map, needs, true);
+  return Resolve(namesAndUtm, text, 0);
 }
 
 }  // namespace orvane

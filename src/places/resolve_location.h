@@ -41,6 +41,9 @@ struct LocationNeeds {
 ///  11. a list of places with ", " between: their mean
 ///  12. a trail that was named: the middle of its bounds
 ///
+/// If all of them fail, they are tried once more, now also with UTM and MGRS texts (`ParseUtm`) as
+/// places. So a text that meant something before these were known means the same now.
+///
 /// A point without a place gives none.
 /// \param needs  if not null, receives what a lookup without a result depends on
 /// \return nothing if the text means nothing

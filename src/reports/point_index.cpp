@@ -147,7 +147,7 @@ PointIndexColumns ColumnsOf(const PointIndex& index) {
 
 std::string PointIndexText(const PointIndex& index, CoordinateDisplay display) {
   const PointIndexColumns columns = ColumnsOf(index);
-  std::string text = "Name\tLat/Lon";
+  std::string text = "Name\t" + std::string(PositionCaption(display));
   if (columns.altitude) text += "\tAltitude";
   if (columns.grid) text += "\tGrid";
   if (columns.meters) text += "\tMeters N/E";

@@ -50,6 +50,11 @@ struct PointIndexColumns {
 };
 PointIndexColumns ColumnsOf(const PointIndex& index);
 
+/// The heading of the column of positions: "Lat/Lon" or "UTM".
+constexpr std::string_view PositionCaption(CoordinateDisplay display) {
+  return display == CoordinateDisplay::Utm ? "UTM" : "Lat/Lon";
+}
+
 /// The index as text: a line of headings, an empty line, a line a name; fields are separated by
 /// tabs, and columns with nothing to show are left out.
 std::string PointIndexText(const PointIndex& index, CoordinateDisplay display);

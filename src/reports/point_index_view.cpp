@@ -11,8 +11,11 @@ namespace orvane {
 namespace {
 
 enum Column : size_t { Name, Place, Altitude, GridCell, MetersNE, Columns };
-constexpr std::array<std::string_view, Columns> Captions = {"Name", "Lat/Lon", "Altitude", "Grid",
-                                                            "Meters N/E"};
+using ColumnCaptions = std::array<std::string_view, Columns>;
+
+ColumnCaptions CaptionsOf(const PointIndexView& view) {
+  return {"Name", PositionCaption(view.display), "Altitude", "Grid", "Meters N/E"};
+}
 
 std::string CellText(const PointIndexView& view, const PointIndexEntry& entry, size_t column) {
   switch (column) {
@@ -49,12 +52,13 @@ std::array<int, Columns> LeftEdges(const PointIndexView& view) {
 void DrawCaptions(const PointIndexView& view, Canvas& canvas) {
   const std::array<int, Columns> widths = Widths(view);
   const std::array<int, Columns> edges = LeftEdges(view);
+  const ColumnCaptions captions = CaptionsOf(view);
   const int baseline = view.ascent + view.lineHeight / 8;
   for (int group = 0; group < view.groupsAcross; ++group) {
     const int left = group * view.groupWidth - view.scrollX + view.columnGap / 2;
     for (size_t column = 0; column < Columns; ++column) {
       if (widths[column] == 0) continue;
-      DrawHeading(canvas, {left + edges[column] + widths[column] / 2, baseline}, Captions[column]);
+      DrawHeading(canvas, {left + edges[column] + widths[column] / 2, baseline}, captions[column]);
     }
   }
 }
@@ -70,8 +74,9 @@ void MeasurePointIndex(PointIndexView& view, Canvas& canvas) {
   const int room = 8 * view.unit;
   canvas.SetFont(CanvasFont::Small);
   std::array<int, Columns> widths{};
+  const ColumnCaptions captions = CaptionsOf(view);
   for (const size_t column : {Name, Place}) {
-    widths[column] = canvas.TextWidth(Captions[column]) + room;
+    widths[column] = canvas.TextWidth(captions[column]) + room;
   }
   for (const PointIndexEntry& entry : view.index->entries) {
     for (size_t column = 0; column < Columns; ++column) {

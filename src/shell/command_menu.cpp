@@ -21,9 +21,9 @@ CommandMenu::CommandMenu(QMainWindow& window) : QObject(&window), window_(window
     menu->setObjectName(QStringLiteral("menu") + menu->title().remove(QLatin1Char('&')));
     FillMenu(*menu, info);
   }
-  // One of these three is always on.
+  // One of these is always on.
   auto* angles = new QActionGroup(this);
-  for (const CommandId id : {CommandDegrees, CommandMinutes, CommandSeconds}) {
+  for (const CommandId id : {CommandDegrees, CommandMinutes, CommandSeconds, CommandUtm}) {
     angles->addAction(&ActionOf(id));
   }
 }

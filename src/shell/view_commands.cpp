@@ -106,6 +106,7 @@ void PlugViewCommands(Shell& shell) {
   onMap(CommandDegrees, ShowAngles<CoordinateDisplay::Degrees>);
   onMap(CommandMinutes, ShowAngles<CoordinateDisplay::Minutes>);
   onMap(CommandSeconds, ShowAngles<CoordinateDisplay::Seconds>);
+  onMap(CommandUtm, ShowAngles<CoordinateDisplay::Utm>);
   onMap(CommandShowWholeMap, ShowWholeMap);
   shell.Commands().Plug(CommandFullScreen, FullScreen);
   shell.Commands().Plug(CommandSmoothLines, [&shell](ProgramWindow&) {

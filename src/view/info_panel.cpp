@@ -3,6 +3,7 @@
 #include "base/number_text.h"
 #include "geo/angle_text.h"
 #include "geo/earth.h"
+#include "geo/utm.h"
 #include "model/cells.h"
 #include "view/view_transform.h"
 
@@ -152,8 +153,10 @@ std::vector<InfoRow> InfoRows(const MapWindow& view, const AltitudeEstimates& al
 std::vector<InfoRow> PlaceRows(const Map& map, const LatLon& place, CoordinateDisplay display) {
   const double altitude = static_cast<double>(place.altitude);
   std::vector<InfoRow> rows(3);
-  rows[0].text = FormatLatitude(place.lat, display);
-  rows[1].text = FormatLongitude(place.lon, display);
+  const auto utm =
+      display == CoordinateDisplay::Utm ? FormatUtm(place) : std::optional<std::string>();
+  rows[0].text = utm ? *utm : FormatLatitude(place.lat, display);
+  if (!utm) rows[1].text = FormatLongitude(place.lon, display);
   if (HasAltitude(place.altitude)) rows[2].text = " Alt: " + WholeMeters(altitude);
   if (const Point* origin = OriginOf(&map)) {
     const Meters way = WayBetween(origin->geo, place);

@@ -20,8 +20,8 @@ struct InfoRow {
 /// What the panel reads, from the top: four rows, and a fifth one during a rubber band between two
 /// places of which one is on the equator.
 ///
-/// At rest and while the map is dragged: latitude, longitude, altitude, and the scale with the grid
-/// cell; after the first three the way from the map's origin, if it or a basis has one. During a
+/// At rest and while the map is dragged: latitude, longitude (or UTM in the first row and none in
+/// the second), altitude, and the scale with the grid cell; after the first three the way from the map's origin, if it or a basis has one. During a
 /// rubber band: how far down and to the right the pointer is from where the band began, each with
 /// how far it is to the true north and east; the rise and slope; and the distance with the bearing.
 /// Altitudes are cut to whole metres.

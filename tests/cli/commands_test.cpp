@@ -241,12 +241,13 @@ TEST_F(CommandsTest, NumbersMayHaveASignAndNothingElse) {
 
 TEST_F(CommandsTest, AnglesArePrintedInEachForm) {
   std::vector<std::string> printed;
-  for (const char* format : {"degrees", "minutes", "seconds"}) {
+  for (const char* format : {"degrees", "minutes", "seconds", "utm"}) {
     printed.push_back(Print({"index", "rich.map", "--format", format}));
   }
   EXPECT_NE(printed[0], printed[1]);
   EXPECT_NE(printed[1], printed[2]);
   EXPECT_NE(printed[2].find('"'), std::string::npos);
+  EXPECT_EQ(printed[3].rfind("Name\tUTM\t", 0), 0U) << printed[3];
 }
 
 TEST_F(CommandsTest, DumpOfATrailWithoutPointsHasNoMetrics) {

@@ -135,6 +135,10 @@ TEST_F(MenuStateTest, ARefreshFollowsFormOfAnglesDatesAndGrids) {
   EXPECT_TRUE(menu.At(CommandHideGrids).checked);
   EXPECT_TRUE(menu.At(CommandCheckTrails).enabled);
   EXPECT_FALSE(menu.At(CommandAdd).enabled);
+  view_.coordinateDisplay = CoordinateDisplay::Utm;
+  RefreshMapMenu(menu, view_);
+  EXPECT_TRUE(menu.At(CommandUtm).checked);
+  EXPECT_FALSE(menu.At(CommandSeconds).checked);
 }
 
 TEST_F(MenuStateTest, OnTheTrailListTheCommandsAreAboutTrails) {

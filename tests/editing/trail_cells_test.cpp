@@ -58,6 +58,40 @@ TEST(TrailCells, ShowPositionsInMinutes) {
   EXPECT_EQ(Typed(ColumnLon, "E47 x"), "refused: Bad Longtitude");
 }
 
+TEST(TrailCells, AUtmTextAmongLatitudesFillsBoth) {
+  for (const char* text : {"36M 500000 9889469.8", "36M 500000, 9889470", " 36MWD0000089469"}) {
+    TrailRow row;
+    row.isRepeat = true;
+    row.gps.lon = 12;
+    row.altitude = 7;
+    const TrailCellResult result = SetTrailCellText(row, ColumnLat, 0, text);
+    EXPECT_EQ(result.refusal, nullptr);
+    EXPECT_TRUE(result.gps);
+    EXPECT_TRUE(row.isGps);
+    EXPECT_FALSE(row.isRepeat);
+    EXPECT_EQ(TrailCellText(row, ColumnLat, 0), "S1\xB0 0.000'");
+    EXPECT_EQ(TrailCellText(row, ColumnLon, 0), "E33\xB0 0.000'");
+    EXPECT_EQ(row.altitude, 7);
+  }
+}
+
+TEST(TrailCells, ARefusedUtmTextChangesNothing) {
+  TrailRow row;
+  row.gps = {3, 12};
+  for (const char* text : {"36M 500000", "61M 500000 9889470", "36M 500000 9889470 x", "36MWD1"}) {
+    EXPECT_STREQ(SetTrailCellText(row, ColumnLat, 0, text).refusal, "Bad Latitude");
+    EXPECT_EQ(row.gps, (LatLon{3, 12}));
+    EXPECT_FALSE(row.isGps);
+  }
+  EXPECT_STREQ(SetTrailCellText(row, ColumnLon, 0, "36M 500000 9889470").refusal, "Bad Longtitude");
+  EXPECT_EQ(row.gps, (LatLon{3, 12}));
+}
+
+TEST(TrailCells, ALatitudeIsReadBeforeUtm) {
+  EXPECT_EQ(Typed(ColumnLat, "36 15"), "N36\xB0 15.000'");
+  EXPECT_EQ(Typed(ColumnLat, "N36 15 30"), "N36\xB0 15.500'");
+}
+
 TEST(TrailCells, ATypedPositionMakesAGpsRow) {
   TrailRow row;
   row.isRepeat = true;

@@ -332,7 +332,7 @@ TEST(FormatLatitude, WritesThreeDisplays) {
   EXPECT_EQ(FormatLatitude(-21.262, CoordinateDisplay::Seconds), "S21\xB0 15' 43.2\"");
   EXPECT_EQ(FormatLatitude(-21.262, CoordinateDisplay::Minutes), "S21\xB0 15.720'");
   EXPECT_EQ(FormatLatitude(-21.262, CoordinateDisplay::Degrees), "S21.262000\xB0");
-  EXPECT_EQ(FormatLatitude(-21.262, static_cast<CoordinateDisplay>(3)), "S21.262000\xB0");
+  EXPECT_EQ(FormatLatitude(-21.262, CoordinateDisplay::Utm), "S21.262000\xB0");
   EXPECT_EQ(FormatLatitude(21.262, CoordinateDisplay::Minutes), "N21\xB0 15.720'");
 }
 
@@ -365,6 +365,11 @@ TEST(FormatLatitudeFine, WritesFiveDecimalsOfAMinute) {
 TEST(FormatLatLon, PutsOneBlankBetween) {
   EXPECT_EQ(FormatLatLon({-21.25, 49.5}, CoordinateDisplay::Minutes),
             "S21\xB0 15.000' E49\xB0 30.000'");
+}
+
+TEST(FormatLatLon, WritesUtmWhereItIsDefined) {
+  EXPECT_EQ(FormatLatLon({0, 33}, CoordinateDisplay::Utm), "36N 500000 0");
+  EXPECT_EQ(FormatLatLon({-80.5, 33}, CoordinateDisplay::Utm), "S80.500000\xB0 E33.000000\xB0");
 }
 
 TEST(FormatLatitude, StaysBounded) {

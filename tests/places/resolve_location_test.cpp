@@ -411,5 +411,50 @@ TEST_F(LocationNeedsTest, AreIncompleteForMorePointsThanARecordHolds) {
   EXPECT_EQ(many.points.size(), 64U);
 }
 
+/// 36N 500000 0 is on the equator at 33 degrees east, 1000 units of a thousandth of a degree each.
+TEST_F(Locations, UtmAndSquaresArePlaces) {
+  for (const char* text : {"36N 500000 0", "36n500000 0", " 36N 500000 0 ", "36N 500000, 0"}) {
+    ExpectAt(text, 0, 33000 * Unit);
+    EXPECT_EQ(Find(text)->point, nullptr);
+    EXPECT_EQ(Find(text)->trail, nullptr);
+    EXPECT_EQ(Find(text)->range, nullptr);
+  }
+  const auto square = Find("36NWF 00000 00000");
+  ASSERT_TRUE(square);
+  EXPECT_NEAR(square->place.lat * MetersPerDegree, 0.5, 0.01);
+  for (const char* text : {"36N 500000", "61N 500000 0", "36N 500000 0 x", "36NWF"}) {
+    ExpectNothing(text);
+  }
+}
+
+TEST_F(Locations, UtmIsAHalfOfTwoPlaces) {
+  ExpectAt("Camp, 36N 500000 0", 0, 16500 * Unit, 10);
+  ExpectAt("36N 500000 0, Camp", 0, 16500 * Unit, 10);
+  ExpectAt("36N 500000, 0, Camp", 0, 16500 * Unit, 10);
+  ExpectAt("36N 500000 0, 37N 500000 0", 0, 36000 * Unit);
+  ExpectNothing("36N 500000 0, Nowhere");
+  ExpectNothing("36N 500000 0, Unplaced");
+}
+
+/// What meant something before UTM was read must mean the same: names win, also those that hold a
+/// UTM text in one half.
+TEST_F(Locations, NamesBeatUtm) {
+  Map& named = Open(
+      "T\t36N 500000 1\nG\t36N 500000 0\tN0.02\tE0.03\n"
+      "T\tWalk\nG\tCamp\tN0\tE0\nG\tA, 36N 500000 3\tN0.05\tE0\nP\t36N 500000 2\n"
+      "T\t\tOru\tUlo\t2003-5-31\nG\t0900\tN0.06\tE0.07\nR\tCamp, 36N 500000 4\nK\tOru\n");
+  const auto lat = [&](const char* text) {
+    const auto found = ResolveLocation(named, text);
+    return found ? found->place.lat : -1;
+  };
+  EXPECT_NEAR(lat("36N 500000 0"), 0.02, 1e-9);
+  EXPECT_NEAR(lat("36n 500000 0"), 0.02, 1e-9);
+  EXPECT_NEAR(lat("36N 500000 1"), 0.02, 1e-9) << "a trail";
+  EXPECT_EQ(lat("36N 500000 2"), -1) << "a point without a place stays without one";
+  EXPECT_NEAR(lat("A, 36N 500000 3"), 0.05, 1e-9);
+  EXPECT_NEAR(lat("Camp, 36N 500000 4"), 0.06, 1e-9) << "a range, though both halves are places";
+  EXPECT_NEAR(lat("36N 500000 0, Camp"), 0.01, 1e-9);
+}
+
 }  // namespace
 }  // namespace orvane

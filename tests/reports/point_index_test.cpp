@@ -207,6 +207,8 @@ TEST_F(PointIndexTest, WritesPlacesInTheFormAskedFor) {
   const PointIndex index = BuildPointIndex(map, 0);
   EXPECT_EQ(PointIndexText(index, CoordinateDisplay::Minutes),
             "Name\tLat/Lon\n\nCamp\t" + FormatLatLon(point.geo, CoordinateDisplay::Minutes) + "\n");
+  EXPECT_EQ(PointIndexText(index, CoordinateDisplay::Utm),
+            "Name\tUTM\n\nCamp\t" + FormatLatLon(point.geo, CoordinateDisplay::Utm) + "\n");
   EXPECT_NE(PointIndexText(index, CoordinateDisplay::Seconds),
             PointIndexText(index, CoordinateDisplay::Degrees));
 }

@@ -404,14 +404,14 @@ TEST_F(CommandsTest, HideInfoAndHideGridsTurnTheirFlagsAndMarks) {
   EXPECT_EQ(view.flags & MapWindowGridsHidden, 0U);
 }
 
-TEST_F(CommandsTest, TheFormOfAnglesIsOneOfThree) {
+TEST_F(CommandsTest, TheFormOfPositionsIsOneOfFour) {
   MapWindowWidget& window = OpenActive(WriteMap("site.map"));
-  const CommandId forms[] = {CommandDegrees, CommandMinutes, CommandSeconds};
-  for (int i = 0; i < 3; ++i) {
+  const CommandId forms[] = {CommandDegrees, CommandMinutes, CommandSeconds, CommandUtm};
+  for (int i = 0; i < 4; ++i) {
     Pick(window, forms[i]);
     Pick(window, forms[i]);  // picked again it stays
     EXPECT_EQ(static_cast<int>(window.Shown().coordinateDisplay), i);
-    for (int j = 0; j < 3; ++j) EXPECT_EQ(ActionOf(window, forms[j]).isChecked(), i == j);
+    for (int j = 0; j < 4; ++j) EXPECT_EQ(ActionOf(window, forms[j]).isChecked(), i == j);
   }
 }
 

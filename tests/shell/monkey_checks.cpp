@@ -176,6 +176,7 @@ void Monkey::CheckMenu(MapWindowWidget& window) {
   checked(CommandDegrees, view.coordinateDisplay == CoordinateDisplay::Degrees);
   checked(CommandMinutes, view.coordinateDisplay == CoordinateDisplay::Minutes);
   checked(CommandSeconds, view.coordinateDisplay == CoordinateDisplay::Seconds);
+  checked(CommandUtm, view.coordinateDisplay == CoordinateDisplay::Utm);
   checked(CommandEuropeanDates, workspace_.preferences.europeanDates);
   checked(CommandSmoothLines, workspace_.preferences.smoothLines);
   checked(CommandHideGrids, (view.flags & MapWindowGridsHidden) != 0);

@@ -321,6 +321,21 @@ TEST_F(TrailEditorWindowTest, TheColumnsFollowTheMode) {
   EXPECT_TRUE(Mode(editor, "Mixture").isEnabled());
 }
 
+TEST_F(TrailEditorWindowTest, AUtmTextTypedAmongLatitudesShowsInBothColumns) {
+  TrailEditorWindow& editor = OpenNewTrail();
+  QTest::mouseClick(&Mode(editor, "GPS"), Qt::LeftButton, Qt::NoModifier, QPoint(5, 8));
+  editor.Cells().OpenCell(0, ColumnLat);
+  Type("36M 500000 9889469.8");
+  Key(Qt::Key_Return);
+  const auto shown = [&](int column) {
+    const QAbstractItemModel& model = *editor.Cells().model();
+    return model.data(model.index(0, column)).toString();
+  };
+  EXPECT_EQ(shown(1), QStringLiteral("S1\u00B0 0.000'"));
+  EXPECT_EQ(shown(2), QStringLiteral("E33\u00B0 0.000'"));
+  EXPECT_TRUE(Texts().empty());
+}
+
 TEST_F(TrailEditorWindowTest, TheMenuFollowsTheTable) {
   TrailEditorWindow& editor = OpenTrail("Path");
   const auto enabled = [&](CommandId id) { return editor.Commands().ActionOf(id).isEnabled(); };

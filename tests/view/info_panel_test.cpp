@@ -55,6 +55,23 @@ TEST_F(InfoPanelTest, ShowsThePlaceUnderThePointer) {
   }
 }
 
+TEST_F(InfoPanelTest, ShowsUtmInOneRowWhereItIsDefined) {
+  SetDisplayMode(c_.view, CoordinateDisplay::Utm);
+  SetOrigin(c_.map, 0, 33);
+  LatLon place{0, 33.0000001, 12};
+  auto rows = PlaceRows(c_.map, place, CoordinateDisplay::Utm);
+  ASSERT_EQ(rows.size(), 3U);
+  EXPECT_EQ(rows[0].text, "36N 500000 0");
+  EXPECT_EQ(rows[1].text, "");
+  EXPECT_EQ(rows[1].offset, "0m");
+  EXPECT_EQ(rows[2].text, " Alt: 12m");
+  place.lat = 84.5;
+  rows = PlaceRows(c_.map, place, CoordinateDisplay::Utm);
+  EXPECT_EQ(rows[0].text, "N84.500000\xB0");
+  EXPECT_EQ(rows[1].text, "E33.000000\xB0");
+  EXPECT_EQ(Rows().size(), 4U);
+}
+
 TEST_F(InfoPanelTest, CutsTheAltitudeToWholeMeters) {
   AddAltitude(0, 0, 341.9F);
   EXPECT_EQ(Rows()[2].text, " Alt: 341m");
