@@ -1,6 +1,7 @@
 #include "shell/map_commands.h"
 
 #include "base/messages.h"
+#include "commands/deviation_offer.h"
 #include "commands/map_edits.h"
 #include "commands/map_facts.h"
 #include "paint/display_text.h"
@@ -35,16 +36,24 @@ void CheckTrails(Shell& shell, MapWindowWidget& mapWindow) {
   CheckSelectedTrails(mapWindow.Shown(), messages);
 }
 
-/// Does not set `MapHasDeviation` and does not solve the map: positions change only with the survey.
+/// If a model of the field is installed, its value is in the list of the field. Does not set
+/// `MapHasDeviation` and does not solve the map: positions change only with the survey.
 void SetDeviation(Shell& shell, MapWindowWidget& window) {
   Map& map = window.TheMap();
   Messages& messages = shell.TheWorkspace().messages;
-  std::string answer = DeviationText(map.magneticDeviation);
-  if (!PromptForText(messages, "Magnetic Deviation", "What is the local magnetic deviation?",
-                     answer, DeviationSize)) {
-    return;
+  TextPrompt prompt{.title = "Magnetic Deviation",
+                    .message = "What is the local magnetic deviation?",
+                    .text = DeviationText(map.magneticDeviation),
+                    .size = DeviationSize,
+                    .columns = 0,
+                    .earlier = {}};
+  if (const auto offer = OfferDeviation(map, LocalDate())) {
+    prompt.message += '\n' + offer->sentence;
+    prompt.earlier = {offer->text};
   }
-  const std::optional<double> deviation = ParseDeviation(answer);
+  const std::optional<std::string> answer = AskForText(messages, prompt);
+  if (!answer) return;
+  const std::optional<double> deviation = ParseDeviation(*answer);
   if (!deviation) {
     NoteError(messages, "Bad number");
     return;

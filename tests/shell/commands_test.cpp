@@ -10,6 +10,8 @@
 #include "shell/panes/range_pane.h"
 #include "shell/panes/trail_pane.h"
 #include "shell/shell_case.h"
+#include "support/field_model.h"
+#include "support/temporary_folder.h"
 #include "view/fit_to_map.h"
 #include "view/view_transform.h"
 
@@ -337,6 +339,21 @@ TEST_F(CommandsTest, TheDeviationIsStoredAndMarksTheMap) {
   Press(window, CommandDeviation);
   EXPECT_EQ(window.TheMap().magneticDeviation, -2.5);
   EXPECT_EQ(Texts().size(), 1U);
+}
+
+TEST_F(CommandsTest, TheDeviationOfAnInstalledFieldModelIsOffered) {
+  const TemporaryFolder models;
+  FieldModelWriter::Write(models, "tiny", 1900, 2100, 30000, 3000);
+  qputenv("GEOGRAPHICLIB_MAGNETIC_PATH", models.Path().c_str());
+  MapWindowWidget& window = OpenActive(WriteMap("site.map"));
+  messages_.texts = {std::nullopt};
+  Press(window, CommandDeviation);
+  qputenv("GEOGRAPHICLIB_MAGNETIC_PATH", "/nowhere");
+  EXPECT_EQ(messages_.shown[0], "0.000000\xB0") << "the field holds what the map has";
+  const std::string& text = messages_.Questions()[0].text;
+  EXPECT_EQ(text.rfind("What is the local magnetic deviation?\nThe field model tiny gives ", 0), 0U)
+      << text;
+  EXPECT_EQ(window.TheMap().magneticDeviation, 0);
 }
 
 TEST_F(CommandsTest, ZoomInAndOutDoubleAndHalveAboutTheMiddle) {
