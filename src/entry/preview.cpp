@@ -10,7 +10,7 @@ namespace orvane {
 namespace {
 
 std::string UseOfFix(const FixImport& import, const Fix& fix) {
-  const std::string name = ClockText(fix.local) + " of " + import.table.animals[fix.animal].name +
+  std::string name = ClockText(fix.local) + " of " + import.table.animals[fix.animal].name +
                            " on " + FormatDate(DateOfLocal(fix.local));
   switch (fix.state) {
     case FixState::Outlier:
