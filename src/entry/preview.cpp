@@ -11,7 +11,7 @@ namespace {
 
 std::string UseOfFix(const FixImport& import, const Fix& fix) {
   std::string name = ClockText(fix.local) + " of " + import.table.animals[fix.animal].name +
-                           " on " + FormatDate(DateOfLocal(fix.local));
+                     " on " + FormatDate(DateOfLocal(fix.local));
   switch (fix.state) {
     case FixState::Outlier:
       return "the table marks it as an outlier";
