@@ -10,10 +10,19 @@ bool HasChart(const RangePanelRow& row) {
   return row.intersection == nullptr && row.range->meanDailyPath != 0;
 }
 
-int CountLines(const RangeStatsView& view, const RangePanelRow& row) {
+/// The lines of a block.
+struct LineMeasures {
   int count = 0;
-  while (RangeStatsLine(view, row, count)) ++count;
-  return count;
+  size_t longest = 0;  ///< bytes of the longest
+};
+
+LineMeasures MeasureLines(const RangeStatsView& view, const RangePanelRow& row) {
+  LineMeasures lines;
+  while (const auto text = RangeStatsLine(view, row, lines.count)) {
+    ++lines.count;
+    lines.longest = std::max(lines.longest, text->size());
+  }
+  return lines;
 }
 
 /// The lines that a block has room for. \param kept  of blocks of its kind
@@ -79,12 +88,15 @@ void LayoutRangeStats(RangeStatsView& view, RangeStatsCounts& counts) {
   const int lineHeight = view.lineHeight;
   view.parts.clear();
   int y = 0;
+  size_t longest = 0;
   for (const RangePanelRow* row : view.rows) {
     const auto add = [&](Kind kind, int line, int height) {
       view.parts.push_back({kind, row, line, y, height});
       y += height;
     };
-    const int lines = CountLines(view, *row);
+    const LineMeasures measures = MeasureLines(view, *row);
+    const int lines = measures.count;
+    longest = std::max(longest, measures.longest);
     const int room = view.printing ? lines : RoomForLines(CountFor(*row, counts), lines);
     add(Kind::Title, 0, lineHeight * 3 / 2);
     if (HasChart(*row)) add(Kind::Chart, 0, TravelChartLines * lineHeight);
@@ -92,7 +104,8 @@ void LayoutRangeStats(RangeStatsView& view, RangeStatsCounts& counts) {
     y += (room - lines) * lineHeight;
   }
   view.contentHeight = y;
-  view.contentWidth = view.viewWidth;
+  view.contentWidth =
+      std::max(view.viewWidth, 2 * view.left + static_cast<int>(longest) * view.letterWidth);
   HoldReportScroll(view);
 }
 
@@ -116,7 +129,7 @@ void DrawRangeStatsPart(const RangeStatsView& view, const RangeStatsPart& part, 
       break;
     case RangeStatsPart::Kind::Line:
       if (const auto text = RangeStatsLine(view, *part.row, part.line)) {
-        canvas.DrawText({view.left, top + view.ascent}, *text);
+        canvas.DrawText({view.left - view.scrollX, top + view.ascent}, *text);
       }
       break;
   }

@@ -41,6 +41,7 @@ struct RangeStatsView : ReportView {
   TravelChartMode chartMeasure = TravelChartMode::Distance;
   bool printing = false;              ///< no lines between blocks, and each has its own height
   int left = RangeStatsMargin;        ///< where lines begin
+  int letterWidth = 0;                ///< in pixels; all letters of the lines are equally wide
   std::vector<RangeStatsPart> parts;  ///< top to bottom
 };
 
@@ -51,7 +52,8 @@ std::vector<const RangePanelRow*> SelectedRanges(const std::list<RangePanelRow>&
 std::optional<std::string> RangeStatsLine(const RangeStatsView& view, const RangePanelRow& row,
                                           int line);
 
-/// Stacks the blocks of `rows` and holds the scroll.
+/// Stacks the blocks of `rows` and holds the scroll. Lines that are wider than the view scroll
+/// sideways; titles and charts fit it and stay.
 void LayoutRangeStats(RangeStatsView& view, RangeStatsCounts& counts);
 
 /// Sets what the chart shows, as the keys 0 to 3 do. A measure without a name, or after one without

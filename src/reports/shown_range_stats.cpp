@@ -46,6 +46,8 @@ const RangePanelRow* ShownRangeStats::ChartRow(int line) const {
 void ShownRangeStats::LayOut(Canvas& canvas) {
   TakeReportFont(view_, canvas);
   view_.left = RangeStatsMargin * view_.unit;
+  canvas.SetFont(CanvasFont::Small);
+  view_.letterWidth = canvas.TextWidth("0");
   LayoutRangeStats(view_, counts_);
 }
 

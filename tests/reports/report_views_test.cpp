@@ -277,6 +277,39 @@ TEST_F(RangeStatsViewTest, KeepsRoomForTheChartOfARangeThatTravels) {
   EXPECT_EQ(canvas.IndexOf("line 0,28 300,28") > 0, true);
 }
 
+TEST_F(RangeStatsViewTest, ScrollsLongLinesSidewaysUnderTitleAndChart) {
+  RangePanelRow& row = Row("Oru", true);
+  view.rows = {&row};
+  view.letterWidth = 6;
+  Lay();
+  size_t longest = 0;
+  for (int line = 0; const auto text = RangeStatsLine(view, row, line); ++line) {
+    longest = std::max(longest, text->size());
+  }
+  const int width = static_cast<int>(longest) * 6 + 2 * RangeStatsMargin;
+  ASSERT_GT(width, 300);
+  EXPECT_EQ(view.contentWidth, width);
+  const auto draw = [this] {
+    RecordingCanvas canvas(300, 400);
+    DrawRangeStats(view, canvas);
+    return canvas.Having("text");
+  };
+  const std::vector<std::string> before = draw();
+  view.scrollX = 1000;
+  Lay();
+  EXPECT_EQ(view.scrollX, width - 300) << "no further than the longest line";
+  view.scrollX = 40;
+  const std::vector<std::string> after = draw();
+  ASSERT_EQ(after.size(), before.size());
+  EXPECT_EQ(after.front(), before.front()) << "the title";
+  EXPECT_EQ(after[1], before[1]) << "the chart";
+  EXPECT_EQ(before.back().substr(0, 7), "text 3,");
+  EXPECT_EQ(after.back().substr(0, 9), "text -37,");
+  view.letterWidth = 1;
+  Lay();
+  EXPECT_EQ(view.contentWidth, 300) << "where all lines fit, nothing scrolls";
+}
+
 TEST_F(RangeStatsViewTest, GivesLaterBlocksTheHeightOfTheFirstOfTheirKind) {
   counts.withoutChart = 5;
   view.rows = {&Row("Still", false)};
