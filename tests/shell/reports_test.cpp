@@ -549,8 +549,12 @@ TEST_F(RangeStatsTest, TheChartIsSavedInTheFormatOfItsName) {
   EXPECT_FALSE(std::filesystem::exists(folder_.Path() + "/a.gif"));
 }
 
-TEST_F(RangeStatsTest, NoSelectionIsAnEmptyWindowAndAnEmptyFile) {
+TEST_F(RangeStatsTest, NoSelectionIsAHintAndAnEmptyFile) {
   ClearRangeSelection();
+  const QImage hint = Shown();
+  stats_->Area().emptyText.clear();
+  stats_->Area().ShowLines();
+  EXPECT_NE(Shown(), hint);
   EXPECT_FALSE(stats_->Commands().ActionOf(CommandSavePicture).isEnabled());
   const std::string path = folder_.Path() + "/stats.txt";
   dialogs_->paths = {path};

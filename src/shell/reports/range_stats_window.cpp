@@ -32,6 +32,8 @@ RangeStatsWindow::RangeStatsWindow(Shell& shell, MapWindowWidget& mapWindow,
                   QStringLiteral("Range Stats"), std::move(report), Monospaced()),
       shown_(static_cast<ShownRangeStats&>(Report())) {
   ShowTitle("Range Stats");
+  Area().emptyText =
+      QStringLiteral("Select ranges in the list of ranges, and their figures show here");
   Area().takeKey = [this](const QKeyEvent& event) { return TakeKey(event); };
   resize(FirstSize);
   FollowMap();

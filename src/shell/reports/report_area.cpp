@@ -18,6 +18,9 @@
 namespace orvane {
 namespace {
 
+/// Grey that can be read on white.
+constexpr QRgb EmptyTextRgb = 0xFF757575;
+
 SelectionMode ModeOf(Qt::KeyboardModifiers modifiers) {
   if (modifiers.testFlag(Qt::ShiftModifier)) return SelectionMode::Extend;
   if (modifiers.testFlag(Qt::ControlModifier)) return SelectionMode::Toggle;
@@ -130,6 +133,10 @@ void ReportArea::paintEvent(QPaintEvent* event) {
   QPainter painter(viewport());
   painter.setClipRegion(event->region());
   painter.drawImage(0, 0, buffer_);
+  if (report_.LineCount() == 0) {
+    painter.setPen(QColor::fromRgb(EmptyTextRgb));
+    painter.drawText(viewport()->rect(), Qt::AlignCenter | Qt::TextWordWrap, emptyText);
+  }
   if (!hasFocus() || selection_.current < 0) return;
   const PixelRect place = report_.LinePlace(selection_.current);
   const QRectF line(place.left / ratio, place.top / ratio, (place.right - place.left) / ratio,

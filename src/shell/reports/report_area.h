@@ -5,6 +5,7 @@
 
 #include <QAbstractScrollArea>
 #include <QImage>
+#include <QString>
 
 #include <functional>
 #include <memory>
@@ -46,6 +47,8 @@ class ReportArea final : public QAbstractScrollArea {
   /// Selects a line only, without bringing it into view.
   void SelectOnly(int line);
 
+  /// Shown in the middle while the report has no line.
+  QString emptyText;
   /// Handles a key before the area does.
   std::function<bool(const QKeyEvent& event)> takeKey;
 
