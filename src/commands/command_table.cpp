@@ -50,6 +50,8 @@ constexpr std::array Commands{
     CommandInfo{CommandTrailSummary, "&Trail Summary...", "Ctrl+T"},
     CommandInfo{CommandPointIndex, "&Point Index", "Ctrl+Shift+I"},
     CommandInfo{CommandRangeStats, "&Range Stats...", "Ctrl+R"},
+    CommandInfo{CommandRangeEstimates, "Ra&nge Estimates...", "Ctrl+Shift+R"},
+    CommandInfo{CommandSurveyQuality, "Survey &Quality...", "Ctrl+Shift+Q"},
 
     CommandInfo{CommandZoomIn, "Zoom &In", "Ctrl+Z"},
     CommandInfo{CommandZoomOut, "Zoom &Out", "Ctrl+Shift+Z"},
@@ -84,8 +86,9 @@ constexpr std::array EditMenu{CommandUndo,   CommandRedo,           CommandNone,
                               CommandDelete, CommandGraphicalInput, CommandNone, CommandCopyImage};
 constexpr std::array MapMenu{CommandCheckTrails, CommandDeviation,   CommandNone,
                              CommandViewControl, CommandOrientation, CommandHideGrids};
-constexpr std::array AnalysisMenu{CommandElevation, CommandTrailSummary, CommandPointIndex,
-                                  CommandRangeStats};
+constexpr std::array AnalysisMenu{CommandElevation,    CommandTrailSummary,   CommandPointIndex,
+                                  CommandRangeStats,   CommandRangeEstimates, CommandNone,
+                                  CommandSurveyQuality};
 constexpr std::array ViewMenu{
     CommandZoomIn,     CommandZoomOut, CommandChangeZoom,    CommandFind,    CommandNone,
     CommandHideInfo,   CommandNone,    CommandDegrees,       CommandMinutes, CommandSeconds,

@@ -69,7 +69,9 @@ enum CommandId : int {
   CommandUndo = 40011,
   CommandRedo = 40012,
   CommandPrintPreview = 40013,
-  CommandUtm = 40014
+  CommandUtm = 40014,
+  CommandSurveyQuality = 40015,
+  CommandRangeEstimates = 40016
 };
 
 /// \return true for the further numbers of the help command

@@ -23,7 +23,7 @@ constexpr CommandId DisabledAtStart[] = {
     CommandZoomIn,
     // Likewise, of the later commands.
     CommandSavePicture, CommandCopyImage, CommandShowWholeMap, CommandReload, CommandUndo,
-    CommandRedo, CommandPrintPreview};
+    CommandRedo, CommandPrintPreview, CommandRangeEstimates, CommandSurveyQuality};
 
 MenuState AllEnabled() {
   MenuState menu;
@@ -169,7 +169,7 @@ MenuState ReportMenu(const Map& map, const ReportMenuFacts& facts) {
   MenuState menu = SideMenu(map);
   Enable(menu,
          {CommandPrint, CommandPrintPreview, CommandTrailSummary, CommandPointIndex,
-          CommandRangeStats},
+          CommandRangeStats, CommandRangeEstimates, CommandSurveyQuality},
          true);
   Enable(menu, {CommandCut, CommandPaste}, false);
   Enable(menu, {CommandSaveAs, CommandSaveSimplyAs}, facts.isSaved);

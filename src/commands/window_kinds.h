@@ -11,7 +11,9 @@ enum class WindowKind {
   Elevation = 7,
   TrailSummary = 8,
   PointIndex = 9,
-  RangeStats = 10
+  RangeStats = 10,
+  SurveyQuality = 11,
+  RangeEstimates = 12
 };
 
 }  // namespace orvane

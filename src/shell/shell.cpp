@@ -48,6 +48,8 @@ bool Shell::MapWinClose(ProgramWindow& window) {
     case WindowKind::TrailSummary:
     case WindowKind::PointIndex:
     case WindowKind::RangeStats:
+    case WindowKind::SurveyQuality:
+    case WindowKind::RangeEstimates:
       return window.TryClose();
     case WindowKind::Task:
       break;

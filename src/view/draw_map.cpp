@@ -1,5 +1,6 @@
 #include "view/draw_map.h"
 
+#include "view/draw_errors.h"
 #include "view/draw_ranges.h"
 #include "view/fills.h"
 #include "view/grid_shades.h"
@@ -80,13 +81,16 @@ void DrawMap(MapWindow& view, const PixelRect& update) {
   DrawGrids(view);
   DrawGridShades(view);
   DrawTrails(view, shown);
+  DrawErrorLegs(view);
   labels.Draw();
+  DrawErrorLegend(view);
   if ((view.flags & MapWindowFindMarker) != 0) DrawFindMarker(view);
 
   if (!wrappedLabels) return;
   view.longitudeWrap = wrap;
   DrawFilledTrails(view, shown);
   DrawTrails(view, shown);
+  DrawErrorLegs(view);
   wrappedLabels->Draw();
   view.longitudeWrap = 0;
 }

@@ -5,7 +5,7 @@
 namespace orvane {
 
 /// Draws the map of a view, and those of its basis chain, on `view.target`: filled trails, ranges,
-/// grids, shaded cells, trails, labels and the Find marker, in this order. Trails are drawn as the
+/// grids, shaded cells, trails, errors of the survey, labels and the Find marker, in this order. Trails are drawn as the
 /// rows of `view.trailViews` say, ranges as those of `view.rangeViews`. Across the 180th meridian
 /// filled trails, trails and labels are drawn a second time.
 ///

@@ -4,6 +4,7 @@
 #include "geo/positions.h"
 #include "model/map.h"
 #include "view/canvas.h"
+#include "view/error_overlay.h"
 #include "view/panel_rows.h"
 
 #include <cmath>
@@ -81,6 +82,7 @@ struct MapWindow {
   std::list<TrailPanelRow> trailViews;  ///< which trails are drawn and how; the tree's top level
   std::list<RangePanelRow> rangeViews;  ///< which ranges are drawn and how
 
+  ErrorOverlay errors;                   ///< drawn over the trails
   const Trail* selectedTrail = nullptr;  ///< drawn thick in `MarkerColor`, even if not visible
   LatLon highlight;                      ///< where the Find marker is
 

@@ -66,7 +66,9 @@ TEST_F(MenuStateTest, AtTheStartWhatNeedsAMapIsDisabled) {
                                            CommandReload,
                                            CommandUndo,
                                            CommandRedo,
-                                           CommandPrintPreview}));
+                                           CommandPrintPreview,
+                                           CommandRangeEstimates,
+                                           CommandSurveyQuality}));
   EXPECT_FALSE(menu.At(CommandEuropeanDates).checked);
   EXPECT_TRUE(StartMenu({.europeanDates = true}).At(CommandEuropeanDates).checked);
   EXPECT_TRUE(menu.At(CommandSmoothLines).checked);

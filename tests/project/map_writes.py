@@ -48,7 +48,10 @@ OTHER_RECORDS = {
     ("shell/recovery/editor_drafts.cpp", "offer.copy.record"): "the record of a recovery copy",
     ("shell/picture_commands.cpp", "view"): "a MapWindow",
     ("shell/preferences_file.cpp", "settings.savedView"): "a SavedView",
+    ("shell/reports/range_estimates_window.cpp", "input"): "what the figures of the window depend on",
+    ("shell/reports/range_estimates_window.cpp", "picture"): "a ReportPicture",
     ("shell/reports/range_stats_window.cpp", "picture"): "a ReportPicture",
+    ("shell/reports/survey_quality_window.cpp", "filter"): "a QualityFilter",
     ("shell/view_commands.cpp", "window.Shown()"): "the MapWindow",
 }
 # Writes to a map that no edit makes.

@@ -112,7 +112,8 @@ TEST_F(SurveyNetworks, ARegionWithoutAFixOrJunctionIsMeasuredToo) {
 
 TEST_F(SurveyNetworks, ShotsOfOnePairAreAveragedByTheirCounts) {
   const auto parts = Parts(
-      "T\nG\tA\tN0\tE0\nC\tB\tA\t100\t180\t0\t3\nC\tA\tB\t104\t0\t0\t1\nC\tB\tA\t90\t180\t0\t4\n"
+      "T\nG\tA\tN0\tE0\nC\tB\tA\t100\t180\t0\t\t3\nC\tA\tB\t104\t0\t0\t\t1\nC\tB\tA\t90\t180\t0\t\t"
+      "4\n"
       "G\tB\tN0.001\tE0\n");
   ASSERT_EQ(parts.size(), 3U);
   EXPECT_EQ(parts[0].readings.size(), 3U);

@@ -27,6 +27,8 @@ constexpr std::array Topics{
     HelpTopic{"trailSummary", "reports.html#the-trail-summary"},
     HelpTopic{"pointIndex", "reports.html#the-point-index"},
     HelpTopic{"rangeStats", "reports.html#range-stats"},
+    HelpTopic{"rangeEstimates", "estimates.html#the-window"},
+    HelpTopic{"surveyQuality", "quality.html#the-window"},
     HelpTopic{"gisTrail", "gps-files.html#tracks"},
     // Dialogs.
     HelpTopic{"aboutBox", "overview.html"},
@@ -66,6 +68,8 @@ constexpr std::array Topics{
     HelpTopic{"command1021", "reports.html#the-trail-summary"},
     HelpTopic{"command1026", "reports.html#the-point-index"},
     HelpTopic{"command1051", "reports.html#range-stats"},
+    HelpTopic{"command40015", "quality.html#the-window"},
+    HelpTopic{"command40016", "estimates.html#the-window"},
     HelpTopic{"command1047", "window.html#the-scale"},
     HelpTopic{"command1011", "window.html#finding-a-place"},
     HelpTopic{"command1008", "window.html#the-info-panel"},

@@ -3,7 +3,9 @@
 #include "shell/bring_to_front.h"
 #include "shell/map_window_widget.h"
 #include "shell/reports/point_index_window.h"
+#include "shell/reports/range_estimates_window.h"
 #include "shell/reports/range_stats_window.h"
+#include "shell/reports/survey_quality_window.h"
 #include "shell/reports/trail_summary_window.h"
 #include "shell/shell.h"
 
@@ -41,6 +43,15 @@ RangeStatsWindow& Reports::OpenRangeStats(MapWindowWidget& window) {
                                 [&] { return new RangeStatsWindow(shell_, window, counts_); });
 }
 
+RangeEstimatesWindow& Reports::OpenRangeEstimates(MapWindowWidget& window) {
+  return Open<RangeEstimatesWindow>(window,
+                                    [&] { return new RangeEstimatesWindow(shell_, window); });
+}
+
+SurveyQualityWindow& Reports::OpenSurveyQuality(MapWindowWidget& window) {
+  return Open<SurveyQualityWindow>(window, [&] { return new SurveyQualityWindow(shell_, window); });
+}
+
 void PlugReports(Shell& shell) {
   auto* reports = new Reports(shell);  // the shell frees it
   shell.Commands().PlugOnMapSide(CommandTrailSummary, [reports](MapWindowWidget& window) {
@@ -50,6 +61,12 @@ void PlugReports(Shell& shell) {
       CommandPointIndex, [reports](MapWindowWidget& window) { reports->OpenPointIndex(window); });
   shell.Commands().PlugOnMapSide(
       CommandRangeStats, [reports](MapWindowWidget& window) { reports->OpenRangeStats(window); });
+  shell.Commands().PlugOnMapSide(CommandRangeEstimates, [reports](MapWindowWidget& window) {
+    reports->OpenRangeEstimates(window);
+  });
+  shell.Commands().PlugOnMapSide(CommandSurveyQuality, [reports](MapWindowWidget& window) {
+    reports->OpenSurveyQuality(window);
+  });
 }
 
 }  // namespace orvane

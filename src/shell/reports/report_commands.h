@@ -8,8 +8,10 @@ namespace orvane {
 
 class MapWindowWidget;
 class PointIndexWindow;
+class RangeEstimatesWindow;
 class RangeStatsWindow;
 class Shell;
+class SurveyQualityWindow;
 class TrailSummaryWindow;
 
 /// Opens the reports of a shell. There is one of each kind at most for each map window: opening it
@@ -24,6 +26,8 @@ class Reports final : public QObject {
   TrailSummaryWindow& OpenTrailSummary(MapWindowWidget& window);
   PointIndexWindow& OpenPointIndex(MapWindowWidget& window);
   RangeStatsWindow& OpenRangeStats(MapWindowWidget& window);
+  RangeEstimatesWindow& OpenRangeEstimates(MapWindowWidget& window);
+  SurveyQualityWindow& OpenSurveyQuality(MapWindowWidget& window);
 
  private:
   Shell& shell_;

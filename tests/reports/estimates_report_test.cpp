@@ -1,0 +1,169 @@
+#include "reports/estimates_report.h"
+
+#include "support/map_from_text.h"
+#include "support/recording_canvas.h"
+
+#include <algorithm>
+
+namespace orvane {
+namespace {
+
+/// Four days of an animal, the last of them far away, and a range of one fix without a date.
+constexpr std::string_view Days =
+    "T\t\tOru\tUlo\t2003-3-1\nG\t8:00\tN0\tE0\nG\t9:00\tN0.001\tE0\nG\t10:00\tN0\tE0.001\n"
+    "T\t\tOru\tUlo\t2003-3-2\nG\t8:00\tN0\tE0.0002\nG\t9:00\tN0.0007\tE0.0001\n"
+    "T\t\tOru\tUlo\t2003-3-3\nG\t8:00\tN0.0003\tE0.0004\n"
+    "T\t\tOru\tUlo\t2003-3-4\nG\t8:00\tN0.004\tE0.004\n"
+    "T\t\tTavu\nG\t8:00\tN0.01\tE0.01\n"
+    "R\tUlos\nK\tOru\nR\tTavus\nK\tTavu\n";
+
+struct EstimatesReport : MapFixture {
+  std::vector<RangeEstimate> Of(std::string_view text) {
+    Map& map = Open(text);
+    std::vector<const Range*> ranges;
+    for (const Range& range : map.ranges) ranges.push_back(&range);
+    std::sort(ranges.begin(), ranges.end(),
+              [](const Range* a, const Range* b) { return *a->name > *b->name; });
+    return EstimateRanges(ranges, {}, nullptr);
+  }
+  static std::string Cell(const TableReport& table, std::string_view caption, size_t column) {
+    for (const auto& row : table.rows) {
+      if (row[0] == caption) return row[column];
+    }
+    ADD_FAILURE() << caption;
+    return {};
+  }
+  static bool HasNote(const TableReport& table, std::string_view start) {
+    return std::any_of(table.notes.begin(), table.notes.end(), [&](const std::string& note) {
+      return note.substr(0, start.size()) == start;
+    });
+  }
+};
+
+TEST_F(EstimatesReport, HasAColumnForEachRange) {
+  const auto estimates = Of(Days);
+  ASSERT_EQ(estimates.size(), 2U);
+  const TableReport table = EstimatesTable(estimates);
+  ASSERT_EQ(table.columns.size(), 3U);
+  EXPECT_EQ(table.columns[1].caption, "Ulos");
+  EXPECT_EQ(table.columns[2].caption, "Tavus");
+  for (const auto& row : table.rows) EXPECT_EQ(row.size(), 3U) << row[0];
+  EXPECT_EQ(Cell(table, "Fixes", 1), "7");
+  EXPECT_EQ(Cell(table, "Days", 1), "4");
+  EXPECT_EQ(Cell(table, "First day", 1), "2003-3-1");
+  EXPECT_EQ(Cell(table, "Last day", 1), "2003-3-4");
+  EXPECT_EQ(Cell(table, "Polygon of 100 % of the fixes", 1),
+            EstimateAreaText(estimates[0].mcp.back().area));
+  EXPECT_EQ(Cell(table, "Polygon of 50 % of the fixes", 1),
+            EstimateAreaText(estimates[0].mcp.front().area));
+  EXPECT_EQ(Cell(table, "Kernel, 95 % of the density", 1),
+            EstimateAreaText(estimates[0].kernel->areas[1].area));
+  EXPECT_EQ(Cell(table, "Kernel, 95 % of the density", 2), "none");
+  EXPECT_EQ(Cell(table, "Affinity with Tavus", 1), "none");
+  EXPECT_EQ(Cell(table, "Affinity with Ulos", 1), "") << "nothing is compared with itself";
+}
+
+TEST_F(EstimatesReport, SaysWhetherTheLastDaysStillAdded) {
+  const TableReport table = EstimatesTable(Of(Days));
+  EXPECT_TRUE(HasNote(table, "Ulos: the last quarter of the days still added more than 5 %"));
+  EXPECT_TRUE(HasNote(table, "Tavus: no fix has a date"));
+  EXPECT_TRUE(HasNote(table, "Tavus: there is no kernel"));
+  EXPECT_TRUE(HasNote(table, "Per cents of polygons count fixes"));
+  const TableReport still = EstimatesTable(
+      Of("T\t\tOru\tUlo\t2003-3-1\nG\t8:00\tN0\tE0\nG\t9:00\tN0.001\tE0\nG\t10:00\tN0\tE0.001\n"
+         "T\t\tOru\tUlo\t2003-3-2\nG\t8:00\tN0\tE0.0002\nR\tUlos\nK\tOru\n"));
+  EXPECT_TRUE(HasNote(still, "Ulos: the last quarter of the days added at most 5 %"));
+}
+
+TEST_F(EstimatesReport, ARangeByItselfIsNotCompared) {
+  const auto estimates = Of(Days);
+  const TableReport table = EstimatesTable(std::span(estimates).first(1));
+  EXPECT_NE(table.rows.back()[0].rfind("Kernel", 0), std::string::npos);
+  EXPECT_FALSE(std::any_of(table.rows.begin(), table.rows.end(),
+                           [](const auto& row) { return row[0].rfind("Affinity", 0) == 0; }));
+}
+
+TEST_F(EstimatesReport, WithoutRangesThereIsASentence) {
+  const TableReport table = EstimatesTable({});
+  EXPECT_TRUE(table.rows.empty());
+  EXPECT_EQ(table.notes,
+            (std::vector<std::string>{"No range is selected in the list beside the map."}));
+}
+
+TEST_F(EstimatesReport, AreasAreInHectaresFromOne) {
+  EXPECT_EQ(EstimateAreaText(0), "0 m^2");
+  EXPECT_EQ(EstimateAreaText(9999.4), "9999 m^2");
+  EXPECT_EQ(EstimateAreaText(10000), "1.00 ha");
+  EXPECT_EQ(EstimateAreaText(123456), "12.35 ha");
+}
+
+TEST_F(EstimatesReport, ChartsHoldTheFigures) {
+  const auto estimates = Of(Days);
+  const EstimateCharts charts = ChartsOf(estimates[0], 1);
+  EXPECT_EQ(charts.rangeName, "Ulos");
+  ASSERT_EQ(charts.polygons.lines.size(), 1U);
+  EXPECT_EQ(charts.polygons.lines[0].points.size(), 11U);
+  EXPECT_EQ(charts.polygons.lines[0].points.back().x, 100);
+  ASSERT_EQ(charts.days.lines.size(), 2U);
+  EXPECT_EQ(charts.days.lines[0].points.size(), 4U);
+  EXPECT_EQ(charts.days.band.low.size(), 4U);
+  for (size_t i = 0; i < 4; ++i) {
+    EXPECT_LE(charts.days.band.low[i].y, charts.days.lines[0].points[i].y + 1e-9);
+    EXPECT_GE(charts.days.band.high[i].y, charts.days.lines[0].points[i].y - 1e-9);
+  }
+  EXPECT_EQ(charts.density.fixes.size(), 7U);
+  const std::string numbers = EstimateChartNumbers(charts);
+  EXPECT_EQ(numbers.rfind("Polygons\n% of the fixes\t", 0), 0U) << numbers;
+  EXPECT_EQ(std::count(numbers.begin(), numbers.end(), '\n'), 2 + 11 + 1 + 2 + 4);
+}
+
+/// The strips cover the areas of the kernel's figures.
+TEST_F(EstimatesReport, TheDensityCoversItsAreas) {
+  const auto estimates = Of(Days);
+  const DensityPicture picture = DensityPictureOf(*estimates[0].range, 1);
+  double core = 0;
+  double whole = 0;
+  for (const DensityPicture::Strip& strip : picture.strips) {
+    const double area = static_cast<double>(strip.end - strip.begin) * picture.step * picture.step;
+    whole += area;
+    if (strip.isCore) core += area;
+  }
+  EXPECT_NEAR(core, estimates[0].kernel->areas[0].area, 0.1 * core);
+  EXPECT_NEAR(whole, estimates[0].kernel->areas[1].area, 0.1 * whole);
+  EXPECT_TRUE(DensityPictureOf(*estimates[1].range, 1).strips.empty());
+}
+
+TEST_F(EstimatesReport, ChartsStayWithinTheirPicture) {
+  const auto estimates = Of(Days);
+  for (const RangeEstimate& estimate : estimates) {
+    RecordingCanvas canvas(900, 300);
+    DrawEstimateCharts(ChartsOf(estimate, 1), 900, 300, canvas);
+    EXPECT_GT(canvas.Count("text"), 6);
+    for (const std::string& line : canvas.Having("oval")) {
+      const int x = std::stoi(line.substr(5));
+      EXPECT_GE(x, 0);
+      EXPECT_LE(x, 900);
+    }
+  }
+}
+
+TEST(AxisStep, IsAOneTwoOrFive) {
+  EXPECT_DOUBLE_EQ(AxisStep(100, 5), 20);
+  EXPECT_DOUBLE_EQ(AxisStep(4, 5), 1);
+  EXPECT_DOUBLE_EQ(AxisStep(0.23, 5), 0.05);
+  EXPECT_DOUBLE_EQ(AxisStep(11, 5), 5);
+  EXPECT_DOUBLE_EQ(AxisStep(0, 5), 1);
+  EXPECT_DOUBLE_EQ(AxisStep(-3, 5), 1);
+}
+
+TEST(LineChart, AnEmptyChartHasItsAxes) {
+  RecordingCanvas canvas(300, 200);
+  LineChart chart;
+  chart.title = "Nothing";
+  DrawLineChart(chart, {0, 0, 300, 200}, canvas);
+  EXPECT_EQ(canvas.Count("polyline"), 0);
+  EXPECT_GE(canvas.Count("line"), 4);
+}
+
+}  // namespace
+}  // namespace orvane

@@ -1,0 +1,139 @@
+// The window on the estimates of home ranges: its table, its charts, and how it follows the map.
+
+#include "shell/reports/range_estimates_window.h"
+
+#include "panes/pane_clicks.h"
+#include "shell/map/map_panes.h"
+#include "shell/panes/range_pane.h"
+#include "shell/reports/report_area.h"
+#include "shell/shell_case.h"
+
+#include <QClipboard>
+#include <QComboBox>
+#include <QDoubleSpinBox>
+#include <QMimeData>
+#include <QPointer>
+#include <QPushButton>
+
+namespace orvane {
+namespace {
+
+constexpr char Season[] =
+    "T\t\tPapio\tAna\t2020-3-1\nG\t8:00\tS20 0\tE47 0\nG\t8:30\tS20 0.2\tE47 0\n"
+    "G\t9:00\tS20 0\tE47 0.2\n"
+    "T\t\tPapio\t\t2020-3-2\nG\t8:00\tS20 0.1\tE47 0\nG\t8:30\tS20 0.3\tE47 0.1\n"
+    "G\t9:00\tS20 0\tE47 0.3\n"
+    "R\tAnas\nK\tPapio\tAna\nR\tAll\nK\tPapio\n";
+
+class RangeEstimatesWindowTest : public ShellCase {
+ protected:
+  RangeEstimatesWindowTest() : window_(OpenActive(folder_.Write("site.map", Season))) {
+    SelectRanges();
+    Press(window_, CommandRangeEstimates);
+    for (ProgramWindow* each : window_.Dependents()) {
+      if (auto* found = dynamic_cast<RangeEstimatesWindow*>(each)) estimates_ = found;
+    }
+    EXPECT_TRUE(estimates_ != nullptr && QTest::qWaitForWindowActive(estimates_));
+  }
+
+  void SelectRanges() {
+    SelectAllRanges(window_.Shown());
+    Q_EMIT window_.Panes().Ranges().selectionChanged();
+  }
+  template <typename Child>
+  Child& Part(const char* name) {
+    return *estimates_->findChild<Child*>(QLatin1String(name));
+  }
+  std::string Copied() {
+    QApplication::clipboard()->clear();
+    estimates_->Area().setFocus();  // a field copies its own text
+    Press(*estimates_, CommandCopy);
+    return QApplication::clipboard()->text().toStdString();
+  }
+  /// The cells after a caption.
+  std::string Line(const std::string& caption) {
+    const std::string all = '\n' + Copied();
+    const size_t at = all.find('\n' + caption + '\t');
+    if (at == std::string::npos) return "none";
+    const size_t begin = at + caption.size() + 2;
+    return all.substr(begin, all.find('\n', begin) - begin);
+  }
+
+  MapWindowWidget& window_;
+  QPointer<RangeEstimatesWindow> estimates_;
+};
+
+TEST_F(RangeEstimatesWindowTest, ShowsTheSelectedRanges) {
+  EXPECT_EQ(estimates_->windowTitle(), QStringLiteral("Range Estimates"));
+  EXPECT_EQ(Part<QComboBox>("chartRange").count(), 2);
+  EXPECT_NE(Line("Fixes").find('3'), std::string::npos);
+  EXPECT_NE(Line("Fixes").find('6'), std::string::npos);
+  EXPECT_EQ(Line("Days").size(), 3U);
+}
+
+TEST_F(RangeEstimatesWindowTest, TheFactorChangesTheKernel) {
+  const std::string before = Line("Bandwidth of the kernel");
+  const std::string polygons = Line("Polygon of 95 % of the fixes");
+  auto& factor = Part<QDoubleSpinBox>("bandwidthFactor");
+  factor.setFocus();
+  factor.selectAll();
+  QTest::keyClicks(&factor, QStringLiteral("0.5"));
+  QTest::keyClick(&factor, Qt::Key_Return);
+  EXPECT_NE(Line("Bandwidth of the kernel"), before);
+  EXPECT_EQ(Line("Polygon of 95 % of the fixes"), polygons);
+}
+
+TEST_F(RangeEstimatesWindowTest, FollowsTheSelection) {
+  for (RangePanelRow& row : window_.Shown().rangeViews) row.selected = false;
+  Q_EMIT window_.Panes().Ranges().selectionChanged();
+  EXPECT_EQ(Copied(), "");
+  EXPECT_EQ(Part<QComboBox>("chartRange").count(), 0);
+  EXPECT_FALSE(estimates_->Commands().ActionOf(CommandSavePicture).isEnabled());
+  SelectRanges();
+  EXPECT_EQ(Part<QComboBox>("chartRange").count(), 2);
+  EXPECT_TRUE(estimates_->Commands().ActionOf(CommandSavePicture).isEnabled());
+}
+
+TEST_F(RangeEstimatesWindowTest, TheChartsAreOfTheChosenRange) {
+  auto& ranges = Part<QComboBox>("chartRange");
+  auto& charts = Part<QWidget>("estimateCharts");
+  const QImage before = charts.grab().toImage();
+  ranges.setFocus();
+  QTest::keyClick(&ranges, Qt::Key_Down);
+  EXPECT_EQ(ranges.currentIndex(), 1);
+  EXPECT_NE(charts.grab().toImage(), before);
+  QTest::mouseClick(&Part<QPushButton>("estimateAgain"), Qt::LeftButton);
+  EXPECT_EQ(ranges.currentIndex(), 1) << "the choice stays";
+}
+
+TEST_F(RangeEstimatesWindowTest, TheChartsAreCopiedAndSaved) {
+  QApplication::clipboard()->clear();
+  estimates_->Commands().ActionOf(CommandCopyImage).trigger();
+  ASSERT_NE(QApplication::clipboard()->mimeData(), nullptr);
+  EXPECT_TRUE(QApplication::clipboard()->mimeData()->hasImage());
+  dialogs_->paths = {folder_.Path("charts.svg"), folder_.Path("charts.txt")};
+  estimates_->Commands().ActionOf(CommandSavePicture).trigger();
+  EXPECT_NE(folder_.Read("charts.svg").find("<svg"), std::string::npos);
+  estimates_->Commands().ActionOf(CommandSavePicture).trigger();
+  EXPECT_EQ(folder_.Read("charts.txt").rfind("Polygons\n", 0), 0U);
+}
+
+TEST_F(RangeEstimatesWindowTest, IsSavedAsText) {
+  dialogs_->paths = {folder_.Path("estimates.txt")};
+  Press(*estimates_, CommandSaveAs);
+  const std::string text = folder_.Read("estimates.txt");
+  EXPECT_NE(text.find("the last quarter of the days"), std::string::npos);
+  EXPECT_NE(text.find("\nFigure\t"), std::string::npos);
+}
+
+TEST_F(RangeEstimatesWindowTest, OutlivesADeletedMapWindow) {
+  delete &window_;
+  ASSERT_FALSE(estimates_.isNull());
+  estimates_->grab();
+  EXPECT_EQ(estimates_->MapSide(), nullptr);
+  DeliverDeletes();
+  EXPECT_TRUE(estimates_.isNull());
+}
+
+}  // namespace
+}  // namespace orvane
