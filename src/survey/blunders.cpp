@@ -18,7 +18,6 @@ constexpr double QuarterTurn = 90;
 constexpr double MetersPerFoot = 0.3048;
 constexpr double MinutesPerDegree = 60;
 constexpr int TensStep = 10;
-constexpr int Hundred = 100;
 
 /// A region is not searched for more; one with more faults needs other help than this.
 constexpr int MostBlunders = 8;
@@ -255,7 +254,7 @@ class RegionSearch {
       explanation.part = number;
       explanation.effect = effect;
       explanation.gain = CostOf(part, error) - CostOf(part, left);
-      list.push_back(std::move(explanation));
+      list.push_back(explanation);
     }
   }
 

@@ -305,7 +305,7 @@ class Builder {
       fix.readings = node.fixes;
       fix.start = fix.end = node.column;
       fix.length = ShortestChainAt(region, chains, node.column);
-      if (node.fixWeight > 0) {
+      if (node.fixWeight > 0 && origin != nullptr) {
         fix.lat = origin->fix.lat;
         const Meters way = LatLonToMeters(origin->fix.lat, node.fix.lon - origin->fix.lon);
         fix.says = {DegreesToMeters(node.fix.lat - origin->fix.lat), way.east, 0};
