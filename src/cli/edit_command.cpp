@@ -13,6 +13,7 @@
 #include "cli/import_command.h"
 #include "cli/import_gis_command.h"
 #include "cli/text_output.h"
+#include "entry/import_edits.h"
 #include "mapfile/writer.h"
 #include "panes/delete_rows.h"
 #include "panes/open_editors.h"
@@ -629,7 +630,7 @@ Fault ScriptRun::Import(const Fields& fields) {
     if (option == options.end()) return NoSuch("option", name);
     sheet[option->field] = value;
   }
-  session_.history.Apply({.name = "Import of " + fields[0],
+  session_.history.Apply({.name = NameOfImport(fields[0]),
                           .map = &session_.map,
                           .change = [&](EditFollowUp& followUp) {
                             const auto outcome =
@@ -662,7 +663,7 @@ Fault ScriptRun::ImportGis(const Fields& fields) {
     if (option == options.end()) return NoSuch("option", name);
     gis.*option->field = value;
   }
-  session_.history.Apply({.name = "Import of " + fields[0],
+  session_.history.Apply({.name = NameOfImport(fields[0]),
                           .map = &session_.map,
                           .change = [&](EditFollowUp& followUp) {
                             followUp.solved = true;

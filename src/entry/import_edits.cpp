@@ -7,13 +7,10 @@
 #include <tuple>
 
 namespace orvane {
-namespace {
 
-std::string NameOfImport(const std::string& path) {
+std::string NameOfImport(std::string_view path) {
   return "Import of " + std::string(BaseName(path));
 }
-
-}  // namespace
 
 Edit SubmapEdit(Map& map, const std::string& path, std::string& sentence) {
   return {.name = NameOfImport(path),
@@ -22,7 +19,7 @@ Edit SubmapEdit(Map& map, const std::string& path, std::string& sentence) {
           .change = [&map, path, &sentence](EditFollowUp& followUp) {
             const Map* basis = map.basis;
             sentence = ImportSubmap(map, path);
-            followUp.unlikesFile = !sentence.empty();
+            if (!sentence.empty()) followUp.unlikeFile.push_back(&map);
             followUp.solved = true;
             followUp.freshTrailRows = map.basis != basis;
             return true;

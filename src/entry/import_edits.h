@@ -7,11 +7,15 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace orvane {
 
 /// The imports as edits. What an import returns goes to a variable of the caller, which must outlive
 /// the edit; it is empty as long as the edit was not applied.
+
+/// \return the name of the edit that imports a file, with the file's name without folders
+std::string NameOfImport(std::string_view path);
 
 /// Reads a further map file into a map (`ImportSubmap`). The map is not marked as changed.
 /// \param sentence  what was read, for the user
