@@ -42,6 +42,9 @@ class RangeEditor final : public CellModel {
   /// \param range  the range to edit; null for a new one
   /// \param color  of the row of the range; not looked at for a new one, which starts grey
   RangeEditor(Map& map, Range* range, Color color);
+  // Either can point into its own copy of a range that is lost.
+  RangeEditor(const RangeEditor&) = delete;
+  RangeEditor& operator=(const RangeEditor&) = delete;
 
   Map& WindowMap() const { return map_; }
   Range* Edited() const { return range_; }

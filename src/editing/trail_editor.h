@@ -39,6 +39,9 @@ class TrailEditor final : public CellModel {
   /// \param map    of the window that opens the editor
   /// \param trail  the trail to edit, of `map` or a map below it; null for a new one
   TrailEditor(Map& map, Trail* trail);
+  // Either can point into its own copy of a trail that is lost.
+  TrailEditor(const TrailEditor&) = delete;
+  TrailEditor& operator=(const TrailEditor&) = delete;
 
   Map& WindowMap() const { return map_; }
   /// \return null for a trail that is not made yet

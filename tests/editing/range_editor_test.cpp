@@ -2,9 +2,11 @@
 
 #include "editing/edit_history.h"
 #include "editing/save_range.h"
+#include "editing/trail_editor.h"
 #include "support/map_from_text.h"
 
 #include <gtest/gtest.h>
+#include <type_traits>
 
 namespace orvane {
 namespace {
@@ -19,6 +21,10 @@ struct RangeEditorTest : MapFixture {
     return SaveRangeEditor(editor, history, [](Range&, Color) {});
   }
 };
+
+// A copy could point into the lost record of the original.
+static_assert(!std::is_copy_constructible_v<RangeEditor>);
+static_assert(!std::is_copy_constructible_v<TrailEditor>);
 
 TEST_F(RangeEditorTest, ShowsTheKeys) {
   const RangeEditor editor(map, &map.ranges.front(), 0x808080);

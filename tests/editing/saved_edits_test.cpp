@@ -8,6 +8,7 @@
 #include "support/same_map.h"
 
 #include <gtest/gtest.h>
+#include <memory>
 
 namespace orvane {
 namespace {
@@ -105,15 +106,15 @@ struct SavedEditsTest : MapFixture {
   }
 
   /// Opens an editor on some trail, or a new one with a form filled in.
-  static TrailEditor AnyEditor(Map& map, Dice& dice, int number) {
+  static std::unique_ptr<TrailEditor> AnyEditor(Map& map, Dice& dice, int number) {
     Trail* trail = AnyTrail(map, dice);
-    if (trail != nullptr && !dice.OneIn(4)) return {map, trail};
-    TrailEditor editor(map, nullptr);
-    editor.SetField(TrailField::Type, Any(dice, {"Trail", "Papio"}));
+    if (trail != nullptr && !dice.OneIn(4)) return std::make_unique<TrailEditor>(map, trail);
+    auto editor = std::make_unique<TrailEditor>(map, nullptr);
+    editor->SetField(TrailField::Type, Any(dice, {"Trail", "Papio"}));
     if (dice.OneIn(2)) {
-      editor.SetField(TrailField::Name, "New " + std::to_string(number));
+      editor->SetField(TrailField::Name, "New " + std::to_string(number));
     } else {
-      editor.SetField(TrailField::Date, "2020-4-" + std::to_string(number + 1));
+      editor->SetField(TrailField::Date, "2020-4-" + std::to_string(number + 1));
     }
     return editor;
   }
@@ -153,9 +154,9 @@ TEST_F(SavedEditsTest, ComeBackFromTheFile) {
     Map& map = Open(SiteText, "site.map");
     EditHistory history(workspace);
     for (int turn = 0; turn < 5 && !HasFailure(); ++turn) {
-      TrailEditor editor = AnyEditor(map, dice, turn);
-      EditAtRandom(editor, dice);
-      SaveTrailEditor(editor, history);
+      const auto opened = AnyEditor(map, dice, turn);
+      EditAtRandom(*opened, dice);
+      SaveTrailEditor(*opened, history);
       ExpectSavedIsSame(map);
       if (dice.OneIn(4) && history.Undo(map)) ExpectSavedIsSame(map);
     }
@@ -179,9 +180,9 @@ TEST_F(SavedEditsTest, ComeBackFromTheFileWithRangesAndWithoutWhatWasDeleted) {
           if (!map.ranges.empty()) DeleteRanges(map, {&map.ranges.front()}, history);
           break;
         case 2: {
-          TrailEditor editor = AnyEditor(map, dice, turn);
-          EditAtRandom(editor, dice);
-          SaveTrailEditor(editor, history);
+          const auto opened = AnyEditor(map, dice, turn);
+          EditAtRandom(*opened, dice);
+          SaveTrailEditor(*opened, history);
           break;
         }
         default:
