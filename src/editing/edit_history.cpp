@@ -213,7 +213,7 @@ void EditHistory::NoteUnsavedStart(const Map& map) {
 }
 
 void EditHistory::Record(Step step) {
-  DropUndone([&](const Step& each) { return AreTied(each, step); });
+  DropWithTied(undone_, [&](const Step& each) { return AreTied(each, step); });
   step.bytes = step.contents ? step.contents->Bytes() : step.delta.Bytes();
   done_.push_back(std::move(step));
   while (Bytes() > mostBytes_) DropOldest();
@@ -228,18 +228,19 @@ void EditHistory::DropOldest() {
       oldest != undone_.end() && (done_.empty() || oldest->number < done_.front().number);
   const std::uint64_t number = isUndone ? oldest->number : done_.front().number;
   const auto isOldest = [number](const Step& each) { return each.number == number; };
-  isUndone ? DropUndone(isOldest) : Drop(done_, isOldest);
+  isUndone ? DropWithTied(undone_, isOldest) : Drop(done_, isOldest);
 }
 
-/// Drops steps that were undone, and all that were made on top of them.
-void EditHistory::DropUndone(const std::function<bool(const Step&)>& isDropped) {
+/// Drops steps that were undone, and all that were made on top of them; or of those that were done,
+/// also all below them: their deltas lead on from states to which nothing leads back any more.
+void EditHistory::DropWithTied(StepList& steps, const std::function<bool(const Step&)>& isDropped) {
   std::vector<const Step*> dropped;
-  for (auto step = undone_.rbegin(); step != undone_.rend(); ++step) {
-    const bool isOnTop = std::any_of(dropped.begin(), dropped.end(),
-                                     [&](const Step* each) { return AreTied(*each, *step); });
-    if (isOnTop || isDropped(*step)) dropped.push_back(&*step);
+  for (auto step = steps.rbegin(); step != steps.rend(); ++step) {
+    const bool isTied = std::any_of(dropped.begin(), dropped.end(),
+                                    [&](const Step* each) { return AreTied(*each, *step); });
+    if (isTied || isDropped(*step)) dropped.push_back(&*step);
   }
-  Drop(undone_, [&](const Step& step) {
+  Drop(steps, [&](const Step& step) {
     return std::find(dropped.begin(), dropped.end(), &step) != dropped.end();
   });
 }
@@ -315,8 +316,8 @@ void EditHistory::NoteSaved(Map& map) {
 
 void EditHistory::Forget(const Map& map) {
   const auto touches = [&](const Step& step) { return step.Touches(map); };
-  Drop(done_, touches);
-  DropUndone(touches);
+  DropWithTied(done_, touches);
+  DropWithTied(undone_, touches);
   states_.erase(&map);
   saved_.erase(&map);
   TellSteps();

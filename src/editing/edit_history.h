@@ -199,7 +199,7 @@ class EditHistory {
   void NoteUnsavedStart(const Map& map);
   void Record(Step step);
   void DropOldest();
-  void DropUndone(const std::function<bool(const Step&)>& isDropped);
+  void DropWithTied(StepList& steps, const std::function<bool(const Step&)>& isDropped);
   void Exchange(StepList& from, StepList& to, size_t index, EditNews::Kind kind);
   void TakeBack(const Edit& edit, MapDelta changes);
   void Drop(StepList& steps, const std::function<bool(const Step&)>& isDropped);

@@ -1,5 +1,6 @@
 #include "editing/edit_history.h"
 
+#include "editing/delete_records.h"
 #include "mapfile/writer.h"
 #include "support/dice.h"
 #include "support/map_from_text.h"
@@ -557,6 +558,21 @@ TEST_F(EditHistoryTest, NoStepLeadsBackIntoAMapThatIsReadAgain) {
   EXPECT_NE(map.flags & MapDirty, 0U);
   ASSERT_TRUE(history.Undo(map));
   EXPECT_EQ(map.flags & MapDirty, 0U);
+}
+
+/// Its places come from the basis as it was before a step that nothing takes back any more.
+TEST_F(EditHistoryTest, AStepBelowAForgottenOneIsForgottenToo) {
+  Map& basis = Open(BasisText, "basis.map");
+  Map& season = Open("B\tbasis.map\nT\tKana\tHuman\nC\tNest\tHill\t100\t10\t0\n", "season.map");
+  Map& other = Open("T\tOther\tTrail\nG\tFar\t1\t2\n", "other.map");
+  DeleteTrails(season, {FindTrail(season, "Kana")}, history);
+  ASSERT_TRUE(history.Apply(NewTrail(other, "A")));
+  ASSERT_TRUE(history.Apply(
+      EditOf(basis, "Move", [&] { Named(basis, "Hill").measurements.front().distance = 4000; })));
+  ASSERT_EQ(*history.UndoName(season), "Move");
+  history.Forget(basis);
+  EXPECT_EQ(history.UndoName(season), nullptr);
+  EXPECT_NE(history.UndoName(other), nullptr);
 }
 
 }  // namespace
