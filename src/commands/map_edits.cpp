@@ -17,7 +17,7 @@ Edit BasisEdit(Map& map, Map& basis) {
           .marksDirty = false,
           .change = [&map, &basis](EditFollowUp& followUp) {
             followUp.freshTrailRows = true;
-            followUp.unlikesFile = true;
+            followUp.unlikeFile.push_back(&map);
             return SetBasis(map, basis);
           }};
 }

@@ -150,9 +150,11 @@ bool EditHistory::Apply(const Edit& edit) {
   for (Map* each : maps) {
     State after = StateOf(*each);
     if (marksDirty) after.marked = ++newestState_;
-    if (followUp.unlikesFile) after.unlike = ++newestState_;
+    const bool isUnlike = std::find(followUp.unlikeFile.begin(), followUp.unlikeFile.end(), each) !=
+                          followUp.unlikeFile.end();
+    if (isUnlike) after.unlike = ++newestState_;
     step.passages.push_back({.map = each, .before = StateOf(*each), .after = after});
-    if (marksDirty || followUp.unlikesFile) EnterState(*each, after);
+    if (marksDirty || isUnlike) EnterState(*each, after);
   }
   // An edit that leaves the records as they were can have changed rows of the panes.
   const bool isStep = marksDirty || step.delta.Change().Any();

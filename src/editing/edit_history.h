@@ -25,8 +25,9 @@ struct EditFollowUp {
   bool solved = false;
   /// Trails whose rows take the colour that they now have.
   std::vector<const Trail*> recolored;
-  /// The map is unlike its file without being marked as changed (`MapUnlikeFile`).
-  bool unlikesFile = false;
+  /// Maps of the edit that are unlike their files without being marked as changed
+  /// (`MapUnlikeFile`).
+  std::vector<const Map*> unlikeFile;
   /// Windows forget what their rows of trails and ranges looked like.
   bool freshRows = false;
   /// The same for the rows of trails only.

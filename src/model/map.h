@@ -27,7 +27,7 @@ enum MapFlag : std::uint32_t {
   MapDirty = 1,         ///< changed since the last save
   MapUntitled = 2,      ///< made by New; has no file yet
   MapHasDeviation = 4,  ///< the deviation was given; otherwise that of the basis is used
-  MapUnlikeFile = 8,    ///< got a submap or a basis since it was read, without being marked dirty
+  MapUnlikeFile = 8,    ///< got a submap, basis or style since it was read, but is not marked dirty
 };
 
 /// Number of buckets of `Map::pointHash`. The buckets determine the order of loose points in memory

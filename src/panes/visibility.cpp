@@ -2,6 +2,7 @@
 
 #include "base/messages.h"
 #include "editing/trail_form.h"
+#include "model/point_names.h"
 #include "model/workspace.h"
 #include "panes/pane_clicks.h"
 #include "panes/trail_tree.h"
@@ -9,6 +10,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <tuple>
 
 namespace orvane {
 namespace {
@@ -31,14 +33,23 @@ void GiveStyle(const TrailVisibility& dialog, Color color, TrailPanelRow& row) {
   row.fillPattern = dialog.fillPattern;
   row.filled = dialog.filled;
   row.markStyle = dialog.markStyle;
-  if (row.trail == nullptr) return;
-  Trail& trail = *row.trail;
-  trail.lineStyle = dialog.lineStyle;
-  trail.labelMode = dialog.labelMode;
-  trail.color = color;
-  trail.fillPattern = dialog.fillPattern;
-  trail.filled = dialog.filled;
-  trail.markStyle = dialog.markStyle;
+}
+
+/// \return true if the trail had another style
+bool GiveStyle(const TrailVisibility& dialog, Color color, Trail& trail) {
+  auto style = std::tie(trail.lineStyle, trail.labelMode, trail.color, trail.fillPattern,
+                        trail.filled, trail.markStyle);
+  const auto wanted = std::tie(dialog.lineStyle, dialog.labelMode, color, dialog.fillPattern,
+                               dialog.filled, dialog.markStyle);
+  const bool differs = style != wanted;
+  style = wanted;
+  return differs;
+}
+
+std::vector<Map*> BasesOf(const Map& map) {
+  std::vector<Map*> bases;
+  for (Map* below = map.basis; below != nullptr; below = below->basis) bases.push_back(below);
+  return bases;
 }
 
 }  // namespace
@@ -86,14 +97,18 @@ bool ApplyTrailVisibility(MapWindow& view, const TrailVisibility& dialog, EditHi
   if (dialog.gavePattern && first != nullptr && !first->filled) first->fillPattern = 0;
   return history.Apply({.name = "Trail Visibility",
                         .map = view.map,
+                        .others = BasesOf(*view.map),
                         .marksDirty = false,
-                        .change = [&](EditFollowUp&) {
+                        .change = [&](EditFollowUp& followUp) {
                           for (TrailPanelRow* row : TrailRowsInOrder(view.trailViews)) {
                             if (!row->selected) continue;
                             const bool isCanceled = dialog.visible && AwaitsContours(view, *row) &&
                                                     !ShowContours(view, *row, progress);
                             const bool wasVisible = row->visible;
                             GiveStyle(dialog, color, *row);
+                            if (row->trail != nullptr && GiveStyle(dialog, color, *row->trail)) {
+                              followUp.unlikeFile.push_back(MapOfTrail(*view.map, *row->trail));
+                            }
                             if (isCanceled) row->visible = wasVisible;
                           }
                           return true;

@@ -313,7 +313,7 @@ TEST_F(EditHistoryTest, AMapThatIsOnlyUnlikeItsFileIsMarkedAsSuch) {
   Edit edit{
       .name = "Submap", .map = &map, .marksDirty = false, .change = [&](EditFollowUp& followUp) {
         map.comments.emplace_back("# more");
-        followUp.unlikesFile = true;
+        followUp.unlikeFile.push_back(&map);
         return true;
       }};
   const auto marks = [&] { return map.flags & (MapDirty | MapUnlikeFile); };

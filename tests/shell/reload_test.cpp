@@ -1,6 +1,8 @@
 // Reading a map again: by the command, and where a window offers it.
 
+#include "panes/pane_clicks.h"
 #include "panes/trail_tree.h"
+#include "panes/visibility.h"
 #include "shell/comment_edit.h"
 #include "shell/map/map_panes.h"
 #include "shell/map/reload_bar.h"
@@ -104,6 +106,38 @@ TEST_F(ReloadTest, AnImportedSubmapCountsAsAChange) {
   Press(window, CommandReload);
   EXPECT_EQ(messages_.Questions().size(), 1U);
   EXPECT_EQ(std::distance(window.TheMap().trails.begin(), window.TheMap().trails.end()), 2);
+}
+
+/// Selects the only trail of `holder`, as `window` shows it, and gives it another colour.
+void Recolor(MapWindowWidget& window, const Map& holder, EditHistory& history) {
+  ClearTrailSelection(window.Shown());
+  FindTrailRow(window.Shown(), holder.trails.front())->selected = true;
+  TrailVisibility dialog = *OpenTrailVisibility(window.Shown());
+  dialog.color = "red";
+  EXPECT_TRUE(ApplyTrailVisibility(window.Shown(), dialog, history));
+}
+
+TEST_F(ReloadTest, AStyleOfATrailCountsAsAChangeOfItsMap) {
+  WriteMap("base.map");
+  MapWindowWidget& season =
+      OpenActive(folder_.Write("season.map", "B\tbase.map\nT\tPde\tHuman\nP\tCamp\n"));
+  Map& base = *season.TheMap().basis;
+  Recolor(season, base, shell_.History());
+  EXPECT_EQ(season.TheMap().flags & (MapDirty | MapUnlikeFile), 0U);
+  EXPECT_EQ(base.flags & (MapDirty | MapUnlikeFile), MapUnlikeFile);
+  shell_.History().Undo(base);
+  EXPECT_EQ(base.flags & (MapDirty | MapUnlikeFile), 0U);
+
+  Recolor(season, season.TheMap(), shell_.History());
+  EXPECT_FALSE(season.isWindowModified());
+  messages_.answers = {1};
+  Press(season, CommandReload);
+  EXPECT_EQ(messages_.Questions().size(), 1U);
+  EXPECT_EQ(season.TheMap().trails.front().color, 0xff0000);
+  // The map above is not like its file, so it is read again as it is.
+  WriteLater("base.map", "Valley");
+  EXPECT_TRUE(ReloadMap(shell_, base));
+  EXPECT_EQ(season.TheMap().trails.front().color, 0xff0000);
 }
 
 TEST_F(ReloadTest, WindowsOnMapsAboveAndBelowFollow) {
