@@ -47,6 +47,10 @@ class DirtyMarks {
   std::vector<std::pair<Map*, std::uint32_t>> marks_;
 };
 
+/// Takes so much memory and gives it back: half of an exchange can't be taken back, so a lack of
+/// memory must show before.
+void ExpectMemory(size_t bytes) { ::operator delete(::operator new(bytes)); }
+
 /// What a map knows of its file.
 struct FileFacts {
   std::optional<FileMark> mark;
@@ -130,13 +134,20 @@ bool EditHistory::Apply(const Edit& edit) {
   const DirtyMarks marks(maps);
   MapSnapshot before(workspace_);
   EditFollowUp followUp;
+  Step step{.name = edit.name, .number = newestStep_ + 1};
   bool done = false;
+  bool marksDirty = false;
   try {
     done = edit.change(followUp);
-    if (done) Follow(map, followUp);
+    if (done) {
+      Follow(map, followUp);
+      marksDirty = edit.marksDirty && !followUp.marksNothing;
+      step.delta = before.TakeDelta();
+      step.passages = PassagesOf(maps, followUp, marksDirty);
+    }
   } catch (const std::bad_alloc&) {
     marks.Restore();
-    TakeBack(edit, before.TakeDelta());
+    TakeBack(edit, step.delta.IsEmpty() ? before.TakeDelta() : std::move(step.delta));
     throw;
   }
   if (!done) {
@@ -145,16 +156,9 @@ bool EditHistory::Apply(const Edit& edit) {
     if (!changes.IsEmpty()) TakeBack(edit, std::move(changes));
     return false;
   }
-  Step step{.name = edit.name, .number = ++newestStep_, .delta = before.TakeDelta()};
-  const bool marksDirty = edit.marksDirty && !followUp.marksNothing;
-  for (Map* each : maps) {
-    State after = StateOf(*each);
-    if (marksDirty) after.marked = ++newestState_;
-    const bool isUnlike = std::find(followUp.unlikeFile.begin(), followUp.unlikeFile.end(), each) !=
-                          followUp.unlikeFile.end();
-    if (isUnlike) after.unlike = ++newestState_;
-    step.passages.push_back({.map = each, .before = StateOf(*each), .after = after});
-    if (marksDirty || isUnlike) EnterState(*each, after);
+  newestStep_ = step.number;
+  for (const Passage& each : step.passages) {
+    if (each.before != each.after) EnterState(*each.map, each.after);
   }
   // An edit that leaves the records as they were can have changed rows of the panes.
   const bool isStep = marksDirty || step.delta.Change().Any();
@@ -164,6 +168,23 @@ bool EditHistory::Apply(const Edit& edit) {
     TellSteps();
   }
   return true;
+}
+
+/// Makes the entries of the maps in the tables too, so that entering the states needs no memory.
+std::vector<EditHistory::Passage> EditHistory::PassagesOf(const std::vector<Map*>& maps,
+                                                          const EditFollowUp& followUp,
+                                                          bool marksDirty) {
+  std::vector<Passage> passages;
+  for (Map* each : maps) {
+    State after = StateOf(*each);
+    if (marksDirty) after.marked = ++newestState_;
+    const auto& unlike = followUp.unlikeFile;
+    if (std::find(unlike.begin(), unlike.end(), each) != unlike.end())
+      after.unlike = ++newestState_;
+    passages.push_back({.map = each, .before = StateOf(*each), .after = after});
+    if (passages.back().before != after) states_.try_emplace(each);
+  }
+  return passages;
 }
 
 bool EditHistory::Reread(Map& map, const std::string& name,
@@ -190,8 +211,8 @@ bool EditHistory::Reread(Map& map, const std::string& name,
   return true;
 }
 
-/// Brings back the state before an edit that failed.
-void EditHistory::TakeBack(const Edit& edit, MapDelta changes) {
+/// Brings back the state from before something failed.
+void EditHistory::SwapBack(MapDelta& changes) {
   changes.Swap();
   try {
     RefreshAfterSwap(changes, workspace_);
@@ -199,6 +220,11 @@ void EditHistory::TakeBack(const Edit& edit, MapDelta changes) {
     // Ranges lack figures until the next solve. The listeners must know all the same: rows that
     // they keep can point to overlaps that are gone.
   }
+}
+
+/// Brings back the state before an edit that failed.
+void EditHistory::TakeBack(const Edit& edit, MapDelta changes) {
+  SwapBack(changes);
   Tell({.name = edit.name,
         .number = ++newestStep_,
         .passages = {{.map = edit.map}},
@@ -292,16 +318,24 @@ bool EditHistory::Redo(const Map& map) {
 }
 
 void EditHistory::Exchange(StepList& from, StepList& to, size_t index, EditNews::Kind kind) {
-  AnnounceEdit(from[index].contents != nullptr);
+  Step& exchanged = from[index];
   to.reserve(to.size() + 1);  // a step that was exchanged must not get lost
-  Step step = std::move(from[index]);
-  from.erase(from.begin() + static_cast<std::ptrdiff_t>(index));
-  if (step.contents) {
-    step.contents->Swap();
+  ExpectMemory(exchanged.delta.SwapBytes());
+  AnnounceEdit(exchanged.contents != nullptr);
+  if (exchanged.contents) {
+    exchanged.contents->Swap();
   } else {
-    step.delta.Swap();
-    RefreshAfterSwap(step.delta, workspace_);
+    exchanged.delta.Swap();
+    try {
+      RefreshAfterSwap(exchanged.delta, workspace_);
+    } catch (const std::bad_alloc&) {
+      SwapBack(exchanged.delta);
+      Tell(exchanged, EditNews::Kind::TakenBack, nullptr);
+      throw;
+    }
   }
+  Step step = std::move(exchanged);
+  from.erase(from.begin() + static_cast<std::ptrdiff_t>(index));
   for (const Passage& each : step.passages) {
     if (each.before == each.after) continue;
     EnterState(*each.map, kind == EditNews::Kind::Undone ? each.before : each.after);

@@ -52,7 +52,7 @@ struct Edit {
 /// What listeners of an `EditHistory` learn after each edit, undo and redo.
 struct EditNews {
   /// `TakenBack`: memory ran out, or the edit gave up half way. The maps are as before, but their
-  /// overlaps can be other records. The step is not needed any more.
+  /// overlaps can be other records. If this was an undo or a redo, its step is still there.
   enum class Kind { Applied, Undone, Redone, TakenBack };
 
   Kind kind = Kind::Applied;
@@ -146,7 +146,7 @@ class EditHistory {
 
   /// Undoes the newest edit that changed `map` or a map in its basis chain. A later edit that
   /// changed one of the same maps, such as the common basis, or a map based on one, is undone
-  /// first.
+  /// first. If memory runs out, the maps are as before, and `std::bad_alloc` is thrown.
   /// \return false if there is none
   bool Undo(const Map& map);
   /// Applies again what `Undo` took back last.
@@ -202,6 +202,9 @@ class EditHistory {
   void DropOldest();
   void DropWithTied(StepList& steps, const std::function<bool(const Step&)>& isDropped);
   void Exchange(StepList& from, StepList& to, size_t index, EditNews::Kind kind);
+  std::vector<Passage> PassagesOf(const std::vector<Map*>& maps, const EditFollowUp& followUp,
+                                  bool marksDirty);
+  void SwapBack(MapDelta& changes);
   void TakeBack(const Edit& edit, MapDelta changes);
   void Drop(StepList& steps, const std::function<bool(const Step&)>& isDropped);
   void AnnounceEdit(bool rereads) const;

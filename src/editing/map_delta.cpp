@@ -405,13 +405,13 @@ RecordsThen<Item, Content> TakeRecords(std::forward_list<Item>& records) {
 
 template <typename Item, typename Content>
 RecordsDelta<Item, Content> CompareRecords(std::forward_list<Item>& records,
-                                           RecordsThen<Item, Content>& then) {
+                                           const RecordsThen<Item, Content>& then) {
   RecordsDelta<Item, Content> delta;
   delta.order = StretchBetween(AddressesOf(records), then.order);
   // A record that was taken out keeps its content, which may have been changed before.
   for (size_t i = 0; i < then.order.size(); ++i) {
     if (Differs(*then.order[i], then.contents[i])) {
-      delta.contents.emplace_back(then.order[i], std::move(then.contents[i]));
+      delta.contents.emplace_back(then.order[i], then.contents[i]);
     }
   }
   return delta;
@@ -569,16 +569,16 @@ void TakeAnalysis(Map& map, MapSnapshot::OneMap& then) {
   }
 }
 
-void CompareAnalysis(MapSnapshot::OneMap& then, MapDelta::OneMap& delta) {
-  for (auto& [contour, content] : then.contours) {
+void CompareAnalysis(const MapSnapshot::OneMap& then, MapDelta::OneMap& delta) {
+  for (const auto& [contour, content] : then.contours) {
     if (FieldsOfContour(*contour) != FieldsOfContour(content)) {
       delta.contours.emplace_back(contour, content);
     }
   }
   delta.newOverlaps = OverlapRecordsOf(*then.map) != then.overlapRecords;
-  if (OverlapsOf(*then.map) != then.overlaps) delta.overlaps = std::move(then.overlaps);
-  for (auto& [range, stops] : then.minutes) {
-    if (range->minutesGiven != stops) delta.minutes.emplace_back(range, std::move(stops));
+  if (OverlapsOf(*then.map) != then.overlaps) delta.overlaps = then.overlaps;
+  for (const auto& [range, stops] : then.minutes) {
+    if (range->minutesGiven != stops) delta.minutes.emplace_back(range, stops);
   }
   for (Range* range : then.withoutOffsets) {
     if (!range->outerHull.ring.empty()) delta.offsets.emplace_back(range, OffsetHulls());
@@ -609,11 +609,12 @@ std::unique_ptr<MapSnapshot::OneMap> TakeMap(Map& map) {
   return then;
 }
 
-std::unique_ptr<MapDelta::OneMap> CompareMap(MapSnapshot::OneMap& then) {
+/// Copies what differs, so that it can be called again if memory runs out.
+std::unique_ptr<MapDelta::OneMap> CompareMap(const MapSnapshot::OneMap& then) {
   Map& map = *then.map;
   auto delta = std::make_unique<MapDelta::OneMap>();
   delta->map = &map;
-  if (Differs(map, then.settings)) delta->settings = std::move(then.settings);
+  if (Differs(map, then.settings)) delta->settings = then.settings;
   delta->trails = CompareRecords(map.trails, then.trails);
   delta->ranges = CompareRecords(map.ranges, then.ranges);
   delta->grids = CompareRecords(map.grids, then.grids);
@@ -626,7 +627,7 @@ std::unique_ptr<MapDelta::OneMap> CompareMap(MapSnapshot::OneMap& then) {
   for (size_t i = 0; i < then.points.size(); ++i) {
     Point& point = map.pointStore[i];
     if (Differs(point, then.points[i])) {
-      delta->points.emplace_back(&point, std::move(then.points[i]));
+      delta->points.emplace_back(&point, then.points[i]);
     }
     if (Differs(point, then.places[i])) delta->places.emplace_back(i, then.places[i]);
   }
@@ -783,6 +784,16 @@ std::vector<OverlapPair> MapDelta::OverlapsThen(const Map& map) const {
 size_t MapDelta::Bytes() const {
   size_t bytes = sizeof(MapDelta);
   for (const auto& each : maps_) bytes += each->Bytes();
+  return bytes;
+}
+
+size_t MapDelta::SwapBytes() const {
+  // A swap holds copies of stretches and orders of lists, and makes the tables of names again.
+  constexpr size_t OfOneName = 96;
+  size_t bytes = Bytes();
+  for (const auto& each : maps_) {
+    if (each->change.points) bytes += each->map->pointStore.size() * OfOneName;
+  }
   return bytes;
 }
 

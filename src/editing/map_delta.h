@@ -68,6 +68,9 @@ class MapDelta {
   /// \return the memory that this holds, in bytes, close to the truth for large deltas
   size_t Bytes() const;
 
+  /// \return at least as much memory as `Swap` needs, in bytes
+  size_t SwapBytes() const;
+
   struct OneMap;
 
  private:
@@ -87,7 +90,7 @@ class MapSnapshot {
   MapSnapshot& operator=(const MapSnapshot&) = delete;
 
   /// \return the difference between now and the time of the snapshot, which is empty from then on.
-  ///         Maps that were made since are not in it.
+  ///         Maps that were made since are not in it. If memory runs out, it can be called again.
   MapDelta TakeDelta();
 
   struct OneMap;
