@@ -62,6 +62,15 @@ TEST_F(RangeRowsTest, HoldOnlyTheRowNew) {
   EXPECT_EQ(view.rangeViews.front().range, nullptr);
 }
 
+TEST_F(RangeRowsTest, AreThoseOfTheMapItself) {
+  Map& basis = MakeMap(*map.workspace, "basis.map");
+  basis.ranges.emplace_front().name = "Below";
+  map.basis = &basis;
+  AddRange("Own");
+  Build();
+  EXPECT_EQ(Texts(), (Names{"Own", "New"}));
+}
+
 TEST_F(RangeRowsTest, AreSortedByNameInAnyCaseRangesFirst) {
   Range& b = AddRange("bob");
   Range& z = AddRange("Zoe");
