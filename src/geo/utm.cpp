@@ -62,7 +62,7 @@ class PartReader {
     return text_.substr(begin, at_ - begin);
   }
   /// Decimal digits with an optional point between or after them.
-  std::optional<double> Metres() {
+  std::optional<double> Meters() {
     const size_t begin = at_;
     if (Digits().empty()) return std::nullopt;
     if (Next() == '.') {
@@ -86,10 +86,10 @@ class PartReader {
 };
 
 /// What comes after the letter of a zone: "501234 9876543".
-std::optional<LatLon> ReadMetres(PartReader& reader, int zone, char letter) {
-  const auto easting = reader.Metres();
+std::optional<LatLon> ReadMeters(PartReader& reader, int zone, char letter) {
+  const auto easting = reader.Meters();
   if (!easting || !reader.StepOverSeparator()) return std::nullopt;
-  const auto northing = reader.Metres();
+  const auto northing = reader.Meters();
   if (!northing) return std::nullopt;
   const auto northern = IsUtmNorthern(letter, *northing);
   if (!northern) return std::nullopt;
@@ -184,7 +184,7 @@ std::optional<LatLon> ParseUtm(std::string_view text) {
   if (letter == '\0') return std::nullopt;
   reader.SkipSpace();
   return IsLetter(reader.Next()) ? ReadSquare(reader, zone, letter)
-                                 : ReadMetres(reader, zone, letter);
+                                 : ReadMeters(reader, zone, letter);
 }
 
 }  // namespace orvane

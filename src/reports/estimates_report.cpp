@@ -145,7 +145,8 @@ std::vector<PlanePlace> PlacesOf(const Range& range) {
 void AddStrips(const DensityTiles::Tile& tile, int row, double core, double whole,
                std::vector<DensityPicture::Strip>& strips) {
   const auto classOf = [&](int column) {
-    const double value = tile.values[static_cast<size_t>(row * DensityTiles::Side + column)];
+    const double value =
+        tile.values[static_cast<size_t>(row) * DensityTiles::Side + static_cast<size_t>(column)];
     return value >= core ? 2 : value >= whole ? 1 : 0;
   };
   for (int begin = 0; begin < DensityTiles::Side;) {

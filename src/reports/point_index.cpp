@@ -131,7 +131,7 @@ int CompareIndexNames(std::string_view a, std::string_view b) {
   return Order(a, b);
 }
 
-std::string FormatMetres(const PointIndexEntry& entry) {
+std::string FormatMeters(const PointIndexEntry& entry) {
   return MetersText(entry.north) + "N," + MetersText(entry.east) + "E";
 }
 
@@ -160,7 +160,7 @@ std::string PointIndexText(const PointIndex& index, CoordinateDisplay display) {
       if (HasAltitude(altitude)) text += FormatFixed(double{altitude}, 0) + "m";
     }
     if (columns.grid) text += '\t' + entry.gridCell;
-    if (columns.meters) text += '\t' + FormatMetres(entry);
+    if (columns.meters) text += '\t' + FormatMeters(entry);
     text += '\n';
   }
   return text;

@@ -40,7 +40,7 @@ PointIndex BuildPointIndex(const Map& map, double centerLongitude);
 int CompareIndexNames(std::string_view a, std::string_view b);
 
 /// The metres from the origin, such as "12.3mN,-1.2kmE"; less than 0.1 m is 0.
-std::string FormatMetres(const PointIndexEntry& entry);
+std::string FormatMeters(const PointIndexEntry& entry);
 
 /// Which of the optional columns have anything to show.
 struct PointIndexColumns {

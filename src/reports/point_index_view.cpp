@@ -29,7 +29,7 @@ std::string CellText(const PointIndexView& view, const PointIndexEntry& entry, s
     case GridCell:
       return entry.gridCell;
     default:
-      return view.index->hasOrigin ? FormatMetres(entry) : std::string();
+      return view.index->hasOrigin ? FormatMeters(entry) : std::string();
   }
 }
 

@@ -179,20 +179,20 @@ TEST_F(PointIndexTest, MeasuresFromTheFirstOriginUpTheChain) {
   EXPECT_NEAR(there.east, -500, 0.001);
 }
 
-TEST_F(PointIndexTest, FormatsMetres) {
+TEST_F(PointIndexTest, FormatsMeters) {
   PointIndexEntry entry;
-  EXPECT_EQ(FormatMetres(entry), "0mN,0mE");
+  EXPECT_EQ(FormatMeters(entry), "0mN,0mE");
   entry.north = 0.1;
   entry.east = -0.09;
-  EXPECT_EQ(FormatMetres(entry), "0.1mN,0mE");
+  EXPECT_EQ(FormatMeters(entry), "0.1mN,0mE");
   entry.north = 999.96;
   entry.east = -999.4;
-  EXPECT_EQ(FormatMetres(entry), "1000.0mN,-999.4mE");
+  EXPECT_EQ(FormatMeters(entry), "1000.0mN,-999.4mE");
   entry.north = 1000;
   entry.east = -12345;
-  EXPECT_EQ(FormatMetres(entry), "1.0kmN,-12.3kmE");
+  EXPECT_EQ(FormatMeters(entry), "1.0kmN,-12.3kmE");
   entry.north = std::numeric_limits<double>::quiet_NaN();
-  EXPECT_EQ(FormatMetres(entry), "0mN,-12.3kmE");
+  EXPECT_EQ(FormatMeters(entry), "0mN,-12.3kmE");
 }
 
 TEST_F(PointIndexTest, WritesOnlyHeadingsForNoNames) {

@@ -94,7 +94,7 @@ TEST_F(SurveyQualityWindowTest, AClickShowsTheLegOnTheMap) {
   EXPECT_TRUE(OnMap().legs.empty()) << "nothing is selected";
 }
 
-TEST_F(SurveyQualityWindowTest, ColourByErrorColoursAllLegsUntilTheWindowCloses) {
+TEST_F(SurveyQualityWindowTest, ColorByErrorColorsAllLegsUntilTheWindowCloses) {
   auto& tick = Part<QCheckBox>("colourByError");
   QTest::mouseClick(&tick, Qt::LeftButton, Qt::NoModifier, QPoint(8, tick.height() / 2));
   EXPECT_TRUE(tick.isChecked());

@@ -250,7 +250,7 @@ TEST_F(Blunders, DeadEndsAreNotTried) {
   EXPECT_TRUE(Find("T\nG\tA\tN0\tE0\nC\tB\tA\t500\t180\nC\tC\tB\t700\t270\n").empty());
 }
 
-TEST(WithDigitsSwapped, SwapsNeighboursAcrossThePointToo) {
+TEST(WithDigitsSwapped, SwapsNeighborsAcrossThePointToo) {
   EXPECT_EQ(WithDigitsSwapped("123"), (std::vector<double>{213, 132}));
   EXPECT_EQ(WithDigitsSwapped("12.5"), (std::vector<double>{21.5, 15.2}));
   EXPECT_EQ(WithDigitsSwapped("054"), (std::vector<double>{504, 45}));
