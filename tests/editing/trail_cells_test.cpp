@@ -59,7 +59,7 @@ TEST(TrailCells, ShowPositionsInMinutes) {
 }
 
 TEST(TrailCells, AUtmTextAmongLatitudesFillsBoth) {
-  for (const char* text : {"36M 500000 9889469.8", "36M 500000, 9889470", " 36MWD0000089469"}) {
+  for (const char* text : {"36M 500000 9889469.6", "36M 500000, 9889469", " 36MWD0000089469"}) {
     TrailRow row;
     row.isRepeat = true;
     row.gps.lon = 12;

@@ -92,7 +92,7 @@ class PrintingTest : public ShellCase {
 };
 
 constexpr const char* WindowMode = "Print current window to fill page";
-constexpr const char* SelectionMode = "Print last selection to fill page";
+constexpr const char* LastSelection = "Print last selection to fill page";
 constexpr const char* AreaMode = "Print this area";
 constexpr const char* PointMode = "Print around this point";
 
@@ -204,7 +204,7 @@ TEST_F(PrintingTest, RemembersPointSizeAndColorAndTheSelection) {
     const QString shown = Field(dialog, "Area: to latitude").text();
     Field(dialog, "Label").setText(QStringLiteral("kept"));
     last->click();
-    EXPECT_TRUE(Named<QRadioButton>(dialog, SelectionMode)->isChecked());
+    EXPECT_TRUE(Named<QRadioButton>(dialog, LastSelection)->isChecked());
     EXPECT_NE(Field(dialog, "Area: to latitude").text(), shown);
     EXPECT_EQ(dialog.Values().editedFields, 0U);
     Type(Field(dialog, "Point Size"), "9");
