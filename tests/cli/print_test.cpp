@@ -1,6 +1,9 @@
 #include "cli/command_line.h"
 
+#include <cstdlib>
+#include <regex>
 #include <set>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -28,6 +31,33 @@ struct PrintCommandTest : CommandLine {
     EXPECT_EQ(run.err, "");
     EXPECT_EQ(run.out, "");
     return Sheets(folder.Read("site.pdf"));
+  }
+
+  /// What another program makes of the file.
+  std::string Read(const std::string& command) {
+    const std::string line = "cd " + Quoted(folder.Path()) + " && " + command + " >read";
+    EXPECT_EQ(std::system(line.c_str()), 0) << line;
+    return folder.Read("read");
+  }
+  /// The text of each page, laid out as it is printed.
+  std::vector<std::string> PagesAsText() {
+    std::istringstream text(Read("pdftotext -layout site.pdf -"));
+    std::vector<std::string> pages;
+    for (std::string page; std::getline(text, page, '\f');) pages.push_back(page);
+    return pages;
+  }
+  /// The lines of a list of fonts that don't say that the font is in the file.
+  std::string FontsThatAreNotEmbedded() {
+    std::istringstream list(Read("pdffonts site.pdf"));
+    // Columns: embedded, in part, with the letters of its signs.
+    const std::regex embedded(" yes +(yes|no) +yes ");
+    std::string others;
+    int number = 0;
+    for (std::string line; std::getline(list, line); ++number) {
+      if (number >= 2 && !std::regex_search(line, embedded)) others += line + '\n';
+    }
+    EXPECT_GT(number, 2) << "no fonts";
+    return others;
   }
 };
 
@@ -127,13 +157,43 @@ TEST_F(PrintCommandTest, EachRunMakesTheSameFile) {
 }
 
 TEST_F(PrintCommandTest, TextIsTextInFontsOfTheFile) {
-  for (const std::vector<std::string>& options :
-       {std::vector<std::string>{"--label", "Rains"}, {"--report", "index"}}) {
-    ASSERT_EQ(Printed(options).status, 0);
-    const std::string pdf = folder.Read("site.pdf");
-    EXPECT_NE(pdf.find("/FontFile2"), std::string::npos);
-    EXPECT_NE(pdf.find("/ToUnicode"), std::string::npos);
+  ASSERT_EQ(Printed({"--label", "Rains"}).status, 0);
+  const std::string map = PagesAsText().front();
+  for (const char* text : {"Rains", "Scale: 1:", "Centered on: ", "Camp", "Ridge"}) {
+    EXPECT_NE(map.find(text), std::string::npos) << text << '\n' << map;
   }
+  EXPECT_EQ(FontsThatAreNotEmbedded(), "");
+  ASSERT_EQ(Printed({"--report", "index"}).status, 0);
+  EXPECT_EQ(FontsThatAreNotEmbedded(), "");
+}
+
+TEST_F(PrintCommandTest, PagesOfReportsRepeatTheHeadingsAndCountThemselves) {
+  std::string many = Site;
+  for (int i = 100; i < 400; ++i) many += "L\tP" + std::to_string(i) + "\t1\t1\n";
+  folder.Write("site.map", many);
+  ASSERT_EQ(Printed({"--report", "index", "--format", "degrees"}).status, 0);
+  const std::vector<std::string> pages = PagesAsText();
+  ASSERT_GT(pages.size(), 2U);
+  size_t names = 0;
+  for (size_t page = 0; page < pages.size(); ++page) {
+    const std::string& text = pages[page];
+    EXPECT_NE(text.find("Lat/Lon"), std::string::npos) << text;
+    const std::string foot =
+        "page " + std::to_string(page + 1) + " of " + std::to_string(pages.size());
+    EXPECT_NE(text.find(foot), std::string::npos) << text;
+    EXPECT_NE(text.find("site.map"), std::string::npos) << text;
+    for (int i = 100; i < 400; ++i) {
+      if (text.find("P" + std::to_string(i)) != std::string::npos) ++names;
+    }
+  }
+  EXPECT_EQ(names, 300U) << "no line is cut or printed twice";
+}
+
+TEST_F(PrintCommandTest, ReportsTakeTheirFormatAndMeasure) {
+  ASSERT_EQ(Printed({"--report", "index", "--format", "seconds"}).status, 0);
+  EXPECT_NE(PagesAsText().front().find("36.0"), std::string::npos) << PagesAsText().front();
+  ASSERT_EQ(Printed({"--report", "index"}).status, 0);
+  EXPECT_NE(PagesAsText().front().find("0.600'"), std::string::npos) << PagesAsText().front();
 }
 
 TEST_F(PrintCommandTest, AsksBeforeALongReport) {

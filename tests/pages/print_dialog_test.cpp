@@ -309,5 +309,15 @@ TEST(PrintDialogTest, RefusesMorePagesThanAnyoneCanJoin) {
   EXPECT_EQ(c.Accept(), "Too many pages (1000000000000000000)");
 }
 
+TEST(PrintDialogTest, TheScaleGoesByTheResolutionOfThePage) {
+  PageCase c;
+  c.view.device.horizontalResolution = 600;
+  c.view.device.verticalResolution = 600;
+  c.ChooseAroundPoint();
+  c.dialog.pointScale = "1:5000";
+  EXPECT_EQ(c.Accept(), "");
+  EXPECT_FLOAT_EQ(c.view.scale, static_cast<float>(600.0 / 5000 / 0.0254));
+}
+
 }  // namespace
 }  // namespace orvane
