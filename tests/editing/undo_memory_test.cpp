@@ -31,6 +31,11 @@ void* operator new(std::size_t bytes) {
   return piece;
 }
 
+// Sorting asks by this one for room that it can do without.
+void* operator new(std::size_t bytes, const std::nothrow_t& /*tag*/) noexcept {
+  return std::malloc(bytes > 0 ? bytes : 1);
+}
+
 void operator delete(void* piece) noexcept { std::free(piece); }
 void operator delete(void* piece, std::size_t /*bytes*/) noexcept { std::free(piece); }
 
