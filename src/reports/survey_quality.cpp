@@ -27,8 +27,12 @@ constexpr std::array<ErrorScale, 5> Scale = {{{0x2B6CB0, 0.5},
                                               {0xC21E2A, std::numeric_limits<double>::infinity()}}};
 constexpr Color UncheckedColor = 0x8C8C8C;
 
+/// An error that rounds to zero has no sign.
 std::string OptionalText(std::optional<double> value, int decimals) {
-  return value ? FormatFixed(*value, decimals) : std::string();
+  if (!value) return {};
+  std::string text = FormatFixed(*value, decimals);
+  if (text.find_first_not_of("-0.") == std::string::npos && text.starts_with('-')) text.erase(0, 1);
+  return text;
 }
 
 QualityKind KindOf(ResidualKind kind) {

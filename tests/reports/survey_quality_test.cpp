@@ -2,6 +2,7 @@
 
 #include "support/map_from_text.h"
 
+#include <cmath>
 #include <set>
 
 namespace orvane {
@@ -75,6 +76,23 @@ TEST_F(SurveyQualityTest, ADeadEndIsUnchecked) {
     }
   }
   EXPECT_EQ(unchecked, 1U);
+}
+
+TEST_F(SurveyQualityTest, AnErrorThatRoundsToZeroHasNoSign) {
+  // The way back turns by a tiny angle to one side or the other.
+  const SurveyQuality quality =
+      Of(Open("T\tMain\tTrail\nG\tA\tN1.3\tE115.6\nC\tB\tA\t33\t17\t0\nC\tC\tB\t47\t133\t0\n"
+              "C\tD\tC\t29\t211\t0\nC\tE\tD\t61\t305\t0\n"));
+  const TableReport table = QualityTable(quality, FilteredRows(quality, {}));
+  ASSERT_GE(table.rows.size(), 4U);
+  bool isTiny = false;
+  for (const QualityRow& row : quality.rows) {
+    isTiny = isTiny || std::signbit(row.north.value_or(0)) || std::signbit(row.east.value_or(0));
+  }
+  EXPECT_TRUE(isTiny) << "nothing to round";
+  for (const auto& row : table.rows) {
+    for (const std::string& cell : row) EXPECT_FALSE(cell.starts_with("-0")) << cell;
+  }
 }
 
 TEST_F(SurveyQualityTest, TheOnlyFixIsUnchecked) {
