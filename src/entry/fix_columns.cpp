@@ -53,6 +53,7 @@ void AppendColumns(const std::vector<std::string>& keys, std::string_view key,
 
 std::vector<std::string> KeysOf(const std::vector<std::string>& captions) {
   std::vector<std::string> keys;
+  keys.reserve(captions.size());
   for (const std::string& caption : captions) keys.push_back(CaptionKey(caption));
   return keys;
 }

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <vector>
 
 namespace orvane {
 
@@ -41,6 +42,15 @@ ChartPoint LargestOf(const LineChart& chart) {
   return largest;
 }
 
+/// The values at which an axis has a tick, from 0 to its end.
+std::vector<double> TicksOf(double step, double end) {
+  const auto last = static_cast<int>(std::lround(end / step));
+  std::vector<double> ticks;
+  ticks.reserve(static_cast<size_t>(last) + 1);
+  for (int i = 0; i <= last; ++i) ticks.push_back(i * step);
+  return ticks;
+}
+
 std::string TickText(double value) { return FormatGeneral(value, 4); }
 
 Plot PlotOf(const LineChart& chart, const PixelRect& place, const Canvas& canvas) {
@@ -52,7 +62,7 @@ Plot PlotOf(const LineChart& chart, const PixelRect& place, const Canvas& canvas
   plot.xEnd = std::max(plot.xStep, std::ceil(largest.x / plot.xStep) * plot.xStep);
   plot.yEnd = std::max(plot.yStep, std::ceil(largest.y / plot.yStep) * plot.yStep);
   int widest = 0;
-  for (double y = 0; y <= plot.yEnd * 1.0001; y += plot.yStep) {
+  for (const double y : TicksOf(plot.yStep, plot.yEnd)) {
     widest = std::max(widest, canvas.TextWidth(TickText(y)));
   }
   plot.place = {place.left + widest + line, place.top + 3 * line, place.right - line,
@@ -72,13 +82,13 @@ void DrawAxes(const LineChart& chart, const Plot& plot, const PixelRect& place, 
   canvas.SetFont(CanvasFont::Small);
   canvas.DrawText({place.left + line / 2, place.top + line + ascent}, chart.yTitle);
   canvas.SetPen({0, PenPattern::Solid, GridColor});
-  for (double y = 0; y <= plot.yEnd * 1.0001; y += plot.yStep) {
+  for (const double y : TicksOf(plot.yStep, plot.yEnd)) {
     const Pixel at = plot.At({0, y});
     canvas.DrawLine(at, {plot.place.right, at.y});
     const std::string text = TickText(y);
     canvas.DrawText({at.x - canvas.TextWidth(text) - line / 3, at.y + ascent / 2}, text);
   }
-  for (double x = 0; x <= plot.xEnd * 1.0001; x += plot.xStep) {
+  for (const double x : TicksOf(plot.xStep, plot.xEnd)) {
     const Pixel at = plot.At({x, 0});
     canvas.DrawLine(at, {at.x, at.y + line / 4});
     DrawCentered(canvas, at.x, at.y + line / 4 + ascent, TickText(x));

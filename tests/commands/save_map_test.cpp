@@ -141,7 +141,7 @@ TEST_F(SaveMapTest, AFailureNamesTheFileAsTyped) {
 
 TEST_F(SaveMapTest, WarnsOfALineThatTheReaderWouldCut) {
   Map& map = MakeChanged("season.map");
-  map.comments.push_back("# short");
+  map.comments.emplace_back("# short");
   map.comments.push_back("#" + std::string(LongestMapLine - 1, 'x'));
   ASSERT_TRUE(SaveChangedMaps(map, Context()));
   EXPECT_TRUE(messages_.Entries().empty());

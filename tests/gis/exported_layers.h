@@ -37,7 +37,7 @@ struct LayerFiles : ExportFixture {
   }
   /// \return what ogrinfo says of one layer, with all features
   std::string Listed(const std::string& name, const std::string& layer = "") const {
-    const std::string listed =
+    std::string listed =
         ListedByOgrinfo(folder, name, layer.empty() ? "-al" : "-al -where \"1=1\"");
     if (layer.empty()) return listed;
     const size_t begin = listed.find("Layer name: " + layer + "\n");
