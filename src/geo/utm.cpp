@@ -95,7 +95,12 @@ std::optional<LatLon> ReadMeters(PartReader& reader, int zone, char letter) {
   if (!northern) return std::nullopt;
   reader.SkipSpace();
   if (!reader.AtEnd()) return std::nullopt;
-  return UtmToPosition(zone, *northern, *easting, *northing);
+  const auto place = UtmToPosition(zone, *northern, *easting, *northing);
+  // At its ends UTM is read back within the metre to which it is written.
+  constexpr double MeterOfLatitude = 1e-5;
+  const bool isCovered = place && place->lat >= SouthernEnd - MeterOfLatitude &&
+                         place->lat <= NorthernEnd + MeterOfLatitude;
+  return isCovered ? place : std::nullopt;
 }
 
 /// What comes after the letter of a zone: "TV1234567890".

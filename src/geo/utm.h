@@ -52,7 +52,7 @@ std::optional<std::string> FormatUtm(const LatLon& place);
 ///   digits with an optional point, blanks or a comma between them;
 ///   "36MTV1234567890", "36M TV 12345 67890", "36MTV1267": MGRS, two letters of a square and one to
 ///   five digits each way; the place is the middle of the square that the digits name.
-/// Illegal: a zone or square without numbers, signs, exponents, squares that their zone lacks.
+/// Illegal: places south of 80 S or north of 84 N, a zone or square without numbers, signs, exponents, squares that their zone lacks.
 /// \return the place, without an altitude; nothing for any other text
 std::optional<LatLon> ParseUtm(std::string_view text);
 

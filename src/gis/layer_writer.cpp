@@ -132,7 +132,9 @@ OGRFieldType FieldTypeOf(FieldType type, LayerFormat format) {
   // The driver of KML would make numbers with a point of the longer ones.
   if (type == FieldType::Whole) return format == LayerFormat::Kml ? OFTInteger : OFTInteger64;
   if (type == FieldType::Real) return OFTReal;
-  return type == FieldType::Date && format != LayerFormat::Kml ? OFTDate : OFTString;
+  // Their drivers would write a date with strokes, or not at all.
+  const bool isText = format == LayerFormat::Kml || format == LayerFormat::Csv;
+  return type == FieldType::Date && !isText ? OFTDate : OFTString;
 }
 
 /// How a line or an area is drawn, in the words of GDAL.
@@ -243,9 +245,7 @@ class LayerWriter {
   CPLStringList LayerOptions(const ExportedLayer& layer) const {
     CPLStringList options;
     if (file_.format == LayerFormat::Csv) {
-      const char* const places = layer.kind != GeoKind::Point ? "AS_WKT"
-                                 : layer.hasAltitudes         ? "AS_XYZ"
-                                                              : "AS_XY";
+      const char* const places = layer.kind != GeoKind::Point ? "AS_WKT" : "AS_XY";
       options.SetNameValue("GEOMETRY", places);
       // Else whole numbers are in quotes too.
       options.SetNameValue("STRING_QUOTING", "IF_NEEDED");
@@ -356,7 +356,9 @@ class LayerWriter {
 
   bool PutGpxPoint(OGRLayer& layer, const Feature& feature, const GeoPlace& place) {
     if (!std::isnan(place.altitude)) feature->SetField("ele", place.altitude);
-    feature->SetGeometryDirectly(PointGeometry(place, false).release());
+    // The format has no longitude of 180.
+    const GeoPlace shown{place.lon < 180 ? place.lon : place.lon - 360, place.lat, place.altitude};
+    feature->SetGeometryDirectly(PointGeometry(shown, false).release());
     if (layer.CreateFeature(feature.get()) == OGRERR_NONE) return true;
     return Fail("a point can't be written");
   }

@@ -171,10 +171,13 @@ class LayerExport {
                             number_, ToUtf8(BaseName(map_.fileName))};
     const LayersWritten written = module_.writeLayers(file, target.layers);
     if (IsCanceled()) return false;
-    unplaced_ += written.unplaced;
     if (!written.fault.empty()) {
       return Fail("Error while writing %s: %s; the old file, if any, is unchanged", target.path,
                   written.fault);
+    }
+    if (written.unplaced > 0) {
+      return Fail("No place in EPSG:%s for %s of the features; the old file, if any, is unchanged",
+                  std::to_string(number_), std::to_string(written.unplaced));
     }
     return Pass(file.path, sink) || FailToWrite(target).complete;
   }
@@ -196,19 +199,14 @@ class LayerExport {
   }
 
   LayerOutcome Finish() {
-    if (unplaced_ > 0) {
-      Fail("No place in EPSG:%s for %s of the features: they have no geometry",
-           std::to_string(number_), std::to_string(unplaced_));
-    }
     const TargetFile& last = targets_.back();
     const std::string path = targets_.size() == 1 ? last.path
                                                   : std::to_string(targets_.size()) + " files, " +
                                                         targets_.front().path + " to " +
                                                         std::string(BaseName(last.path));
-    return {layersFit_ && unplaced_ == 0, "Exported " + names_ + " to " + path + ": " +
-                                              std::to_string(features_) +
-                                              (features_ == 1 ? " feature" : " features") +
-                                              " in EPSG:" + std::to_string(number_)};
+    return {layersFit_, "Exported " + names_ + " to " + path + ": " + std::to_string(features_) +
+                            (features_ == 1 ? " feature" : " features") +
+                            " in EPSG:" + std::to_string(number_)};
   }
 
   Map& map_;
@@ -218,7 +216,6 @@ class LayerExport {
   bool layersFit_ = true;
   std::string names_;  ///< of the layers, for a sentence
   size_t features_ = 0;
-  size_t unplaced_ = 0;
   std::deque<TargetFile> targets_;
 };
 
@@ -283,19 +280,22 @@ std::optional<int> UtmSystemOf(const Map& map) {
   constexpr double HalfTurn = 180;
   double south = 90;
   double north = -90;
+  // Longitudes count from that of the first place, so that a map can lie across the 180th meridian.
+  std::optional<double> first;
   double west = HalfTurn;
   double east = -HalfTurn;
   for (const Point& point : map.pointStore) {
     if (!IsPlaced(point) || !IsOnEarth(point.geo)) continue;
-    const double lon = std::remainder(point.geo.lon, 2 * HalfTurn);
+    if (!first) first = point.geo.lon;
+    const double lon = std::remainder(point.geo.lon - *first, 2 * HalfTurn);
     south = std::min(south, point.geo.lat);
     north = std::max(north, point.geo.lat);
     west = std::min(west, lon);
     east = std::max(east, lon);
   }
-  if (east < west) return std::nullopt;
+  if (!first) return std::nullopt;
   const double middle = (south + north) / 2;
-  const std::optional<UtmPlace> place = PositionToUtm({middle, (west + east) / 2});
+  const std::optional<UtmPlace> place = PositionToUtm({middle, *first + (west + east) / 2});
   if (!place) return std::nullopt;
   return (middle < 0 ? SouthernZones : NorthernZones) + place->zone;
 }

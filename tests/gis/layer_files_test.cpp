@@ -105,13 +105,21 @@ TEST_F(LayerFiles, AreInASystemByItsNumber) {
   EXPECT_FALSE(LoadFormatModule().module->knowsSystem(5703));
 }
 
-TEST_F(LayerFiles, SayHowManyFeaturesTheSystemLeavesOut) {
+TEST_F(LayerFiles, StayAsTheyWereIfTheSystemLeavesFeaturesOut) {
   Map& map = Open("G\tCamp\tN1\tE30\nG\tFar\tN0\tE123\n");
+  folder.Write("site.gpkg", "old");
   const LayerOutcome outcome =
       ExportTo(map, LayerFormat::GeoPackage, "site.gpkg", {"points"}, {false, 32636});
   EXPECT_FALSE(outcome.complete);
-  EXPECT_EQ(Said(), Texts{"No place in EPSG:32636 for 1 of the features: they have no geometry"});
-  ExpectIn(Listed("site.gpkg", "points"), "Feature Count: 2\n");
+  EXPECT_EQ(Said(), Texts{"No place in EPSG:32636 for 1 of the features; the old file, if any, is "
+                          "unchanged"});
+  EXPECT_EQ(folder.Read("site.gpkg"), "old");
+}
+
+TEST_F(LayerFiles, OfGpxHaveNoLongitudeOf180) {
+  Map& map = Open("G\tEdge\tN1\tE180\n");
+  ASSERT_TRUE(ExportTo(map, LayerFormat::Gpx, "edge.gpx", {"points"}).complete);
+  ExpectIn(folder.Read("edge.gpx"), "<wpt lat=\"1.0\" lon=\"-180.0\">");
 }
 
 TEST_F(LayerFiles, OfGpxAreWaypointsAndTracks) {
@@ -144,8 +152,8 @@ TEST_F(LayerFiles, OfOneLayerEachHaveItsName) {
                                  " to site-areas.csv: 19 features in EPSG:4326");
   EXPECT_EQ(FilesThere(), (Texts{"site-areas.csv", "site-points.csv", "site-trails.csv"}));
   const std::string points = folder.Read("site-points.csv");
-  EXPECT_TRUE(points.starts_with("X,Y,Z,kind,name,synonyms,")) << points;
-  ExpectIn(points, "\n30,1,10,point,Camp,Base,");
+  EXPECT_TRUE(points.starts_with("X,Y,kind,name,synonyms,")) << points;
+  ExpectIn(points, "\n30,1,point,Camp,Base,");
   ExpectIn(points, "\"the \"\"camp\"\" & <fire>\"");
   const std::string trails = folder.Read("site-trails.csv");
   ExpectIn(trails, "\"LINESTRING Z (30 1 10,30.001 1.001 30,30.001 1.002 20)\",Main,Path,");

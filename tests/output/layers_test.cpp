@@ -227,13 +227,21 @@ TEST_F(Layers, WithoutAPlaceInTheirSystemAreAnError) {
   LayerRequest request = {LayerFormat::GeoPackage, folder.Path("a"), {"areas"}, {false, 32650}};
   const LayerOutcome outcome = ExportLayers(map, request, {&FakeModule, {}});
   EXPECT_FALSE(outcome.complete);
-  EXPECT_NE(outcome.summary, "");
-  EXPECT_EQ(Said(), Texts{"No place in EPSG:32650 for 2 of the features: they have no geometry"});
+  EXPECT_EQ(outcome.summary, "");
+  EXPECT_EQ(Said(), Texts{"No place in EPSG:32650 for 2 of the features; the old file, if any, is "
+                          "unchanged"});
   messages.Clear();
   request.system.isUtm = true;
   Map& nowhere = Empty();
   EXPECT_FALSE(ExportLayers(nowhere, request, {&FakeModule, {}}).complete);
   EXPECT_EQ(Said(), Texts{"The middle of made.map is in no UTM zone"});
+}
+
+TEST_F(Layers, TheUtmZoneIsThatOfTheMiddleAlsoAcrossThe180thMeridian) {
+  EXPECT_EQ(UtmSystemOf(Open("G\tA\tN1\tE30\nG\tB\tN2\tE32\n", "a.map")), 32636);
+  EXPECT_EQ(UtmSystemOf(Open("G\tA\tS1\tE30\nG\tB\tS2\tE28\n", "b.map")), 32735);
+  EXPECT_EQ(UtmSystemOf(Open("G\tA\tN1\tE179 59'\nG\tB\tN1\tW179 50'\n", "c.map")), 32601);
+  EXPECT_EQ(UtmSystemOf(Open("G\tA\tN1\tW179 59'\nG\tB\tN1\tE179 50'\n", "d.map")), 32660);
 }
 
 }  // namespace
