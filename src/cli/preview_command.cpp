@@ -26,8 +26,12 @@ int PreviewSheetCommand(Map& map, LineMessages& messages, const ImportRequest& r
 }
 
 int PreviewFixesCommand(Map& map, LineMessages& messages, const ImportFixesRequest& request) {
-  const auto import = StartFixImport(map, request.table, request.options);
+  const auto import = ReadFixImport(map, request.table, request.options);
   if (!import) return ExitFailed;
+  if (!HasUsableFixes(*import, messages)) {
+    Print(PreviewText(PreviewFixes(*import, AllRows)));
+    return ExitFailed;
+  }
   for (const std::string& note : FixNotes(*import)) messages.Post(Severity::Note, note);
   Print(PreviewText(PreviewFixes(*import, AllRows)));
   return ExitDone;

@@ -115,32 +115,48 @@ void AddRanges(Map& map, const FixImport& import) {
   }
 }
 
-}  // namespace
-
-std::optional<FixImport> StartFixImport(const Map& map, const std::string& path,
-                                        const FixOptions& options) {
-  auto bytes = ReadWholeFile(path);
-  if (!bytes) {
-    NoteError(map.workspace->messages, "Can't open file %s", {path});
-    return std::nullopt;
-  }
-  return StartFixImportOfText(map, std::move(*bytes), path, options);
-}
-
-std::optional<FixImport> StartFixImportOfText(const Map& map, std::string bytes,
-                                              const std::string& name, const FixOptions& options) {
+std::optional<FixImport> ReadFixes(const Map& map, std::string bytes, const std::string& name,
+                                   const FixOptions& options) {
   Workspace& workspace = *map.workspace;
   FixReading reading = options.reading;
   reading.europeanDates = workspace.preferences.europeanDates;
   auto table = ReadFixTable(TableText(std::move(bytes)), name, reading, workspace.messages,
                             workspace.progress);
   if (!table) return std::nullopt;
-  if (table->fixes.empty()) {
-    NoteError(workspace.messages, "No usable fixes in %s", {name});
+  FixImport import{name, std::move(*table), {}, options};
+  if (!import.table.fixes.empty()) import.plan = PlanFixes(import.table, options, map);
+  return import;
+}
+
+}  // namespace
+
+std::optional<FixImport> ReadFixImport(const Map& map, const std::string& path,
+                                       const FixOptions& options) {
+  auto bytes = ReadWholeFile(path);
+  if (!bytes) {
+    NoteError(map.workspace->messages, "Can't open file %s", {path});
     return std::nullopt;
   }
-  FixImport import{name, std::move(*table), {}, options};
-  import.plan = PlanFixes(import.table, options, map);
+  return ReadFixes(map, std::move(*bytes), path, options);
+}
+
+bool HasUsableFixes(const FixImport& import, Messages& messages) {
+  if (!import.plan.fixes.empty()) return true;
+  NoteError(messages, "No usable fixes in %s", {import.fileName});
+  return false;
+}
+
+std::optional<FixImport> StartFixImport(const Map& map, const std::string& path,
+                                        const FixOptions& options) {
+  auto import = ReadFixImport(map, path, options);
+  if (!import || !HasUsableFixes(*import, map.workspace->messages)) return std::nullopt;
+  return import;
+}
+
+std::optional<FixImport> StartFixImportOfText(const Map& map, std::string bytes,
+                                              const std::string& name, const FixOptions& options) {
+  auto import = ReadFixes(map, std::move(bytes), name, options);
+  if (!import || !HasUsableFixes(*import, map.workspace->messages)) return std::nullopt;
   return import;
 }
 

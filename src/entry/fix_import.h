@@ -24,7 +24,16 @@ struct FixImport {
 std::optional<FixImport> StartFixImport(const Map& map, const std::string& path,
                                         const FixOptions& options);
 
-/// As above, from the bytes of a file.
+/// As above, but a table without a usable fix is no error: a preview shows what is wrong with its rows.
+/// Its plan is empty.
+std::optional<FixImport> ReadFixImport(const Map& map, const std::string& path,
+                                       const FixOptions& options);
+
+/// Posts an error if a table has no usable fix.
+/// \return true if it has one
+bool HasUsableFixes(const FixImport& import, Messages& messages);
+
+/// As `StartFixImport`, from the bytes of a file.
 /// \param name  of the file, for messages
 std::optional<FixImport> StartFixImportOfText(const Map& map, std::string bytes,
                                               const std::string& name, const FixOptions& options);

@@ -123,6 +123,16 @@ TEST_F(CommandLine, PreviewsSaveNothing) {
   EXPECT_EQ(run.err, "error: Bad number for --size: many\n");
   EXPECT_EQ(Do({"preview", "import-gis", "site.map", "none.gpx"}).status, 1);
   EXPECT_EQ(Do({"preview", "import-fixes", "site.map", "none.csv"}).status, 1);
+  // Where no row can be used, each says why.
+  folder.Write("bad.csv", "time,lat,lon\nsoon,1,2\n2004-5-3 0:30,91,2\n");
+  run = Do({"preview", "import-fixes", "site.map", "bad.csv"});
+  EXPECT_EQ(run.status, 1);
+  EXPECT_EQ(run.err, "error: No usable fixes in bad.csv\n");
+  EXPECT_EQ(
+      run.out,
+      "row\tstate\treason\ttime\tlat\tlon\n"
+      "2\tbad time\t\"soon\" in column time is not a usable time\tsoon\t1\t2\n"
+      "3\tunknown place\t\"91\" in column lat is not a usable position\t2004-5-3 0:30\t91\t2\n");
   ExpectWrongUsage({"preview"}, "required");
 }
 
