@@ -155,7 +155,7 @@ def main():
     search = Search(source)
     faults, seen = [], 0
     for folder in SCANNED:
-        for path in sorted((source / "src" / folder).rglob("*.cpp")):
+        for path in sorted((source / "src" / folder).rglob("*.[ch]*")):
             name = str(path.relative_to(source / "src"))
             if name in CHANGES or name in EDITS:
                 continue
