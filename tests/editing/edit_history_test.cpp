@@ -560,7 +560,7 @@ TEST_F(EditHistoryTest, NoStepLeadsBackIntoAMapThatIsReadAgain) {
   EXPECT_EQ(map.flags & MapDirty, 0U);
 }
 
-/// Its places come from the basis as it was before a step that can no longer be undone.
+/// The older step keeps places that came from the basis before the newer one moved it.
 TEST_F(EditHistoryTest, AStepBelowAForgottenOneIsForgottenToo) {
   Map& basis = Open(BasisText, "basis.map");
   Map& season = Open("B\tbasis.map\nT\tKana\tHuman\nC\tNest\tHill\t100\t10\t0\n", "season.map");

@@ -1,6 +1,7 @@
 #include "pages/report_pages.h"
 
 #include "geo/earth.h"
+#include "pages/small_pages.h"
 #include "support/recording_canvas.h"
 #include "support/small_map.h"
 
@@ -11,17 +12,6 @@
 
 namespace orvane {
 namespace {
-
-/// Pages of 400 x 205 pixels; lines are 10 high.
-ReportPageFrame SmallPages() {
-  return {{.height = 205,
-           .width = 400,
-           .verticalResolution = 100,
-           .horizontalResolution = 100,
-           .marginBelow = 39},
-          "site.map",
-          "2026-3-1"};
-}
 
 /// The texts of all pages, each page with its operations.
 std::vector<RecordingCanvas> DrawAll(ReportPages& pages) {

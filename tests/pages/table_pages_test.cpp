@@ -1,5 +1,6 @@
 #include "pages/table_pages.h"
 
+#include "pages/small_pages.h"
 #include "support/recording_canvas.h"
 
 #include <gtest/gtest.h>
@@ -7,17 +8,6 @@
 
 namespace orvane {
 namespace {
-
-/// Pages of 400 x 205 pixels; lines are 10 high.
-ReportPageFrame Frame() {
-  return {{.height = 205,
-           .width = 400,
-           .verticalResolution = 100,
-           .horizontalResolution = 100,
-           .marginBelow = 39},
-          "site.map",
-          "2026-3-1"};
-}
 
 TableReport Sample(int rows) {
   TableReport table;
@@ -28,7 +18,7 @@ TableReport Sample(int rows) {
 }
 
 TEST(TablePages, PrintsEachRowOnceTheNotesOnceAndTheHeadingsOnEachPage) {
-  TablePages pages(Frame(), "Survey Quality", Sample(50));
+  TablePages pages(SmallPages(), "Survey Quality", Sample(50));
   EXPECT_EQ(pages.Title(), "Survey Quality");
   RecordingCanvas measuring(1, 1);
   pages.Measure(measuring);
@@ -51,7 +41,7 @@ TEST(TablePages, PrintsEachRowOnceTheNotesOnceAndTheHeadingsOnEachPage) {
 }
 
 TEST(TablePages, AnEmptyTableIsOnePage) {
-  TablePages pages(Frame(), "Range Estimates", Sample(0));
+  TablePages pages(SmallPages(), "Range Estimates", Sample(0));
   RecordingCanvas canvas(400, 205);
   pages.Measure(canvas);
   EXPECT_EQ(pages.Count(), 1);
