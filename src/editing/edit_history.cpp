@@ -293,16 +293,6 @@ const std::string* EditHistory::RedoName(const Map& map) const {
   return index == NoStep ? nullptr : &undone_[index].name;
 }
 
-std::vector<Map*> EditHistory::RereadByUndo(const Map& map) const {
-  const size_t index = NextStepOf(done_, map);
-  return index == NoStep || !done_[index].contents ? std::vector<Map*>() : done_[index].Maps();
-}
-
-std::vector<Map*> EditHistory::RereadByRedo(const Map& map) const {
-  const size_t index = NextStepOf(undone_, map);
-  return index == NoStep || !undone_[index].contents ? std::vector<Map*>() : undone_[index].Maps();
-}
-
 bool EditHistory::Undo(const Map& map) {
   const size_t index = NextStepOf(done_, map);
   if (index == NoStep) return false;

@@ -140,9 +140,6 @@ class EditHistory {
   /// \return the name of the edit that `Undo` takes back; null if there is none
   const std::string* UndoName(const Map& map) const;
   const std::string* RedoName(const Map& map) const;
-  /// \return the maps whose contents `Undo` exchanges whole; none unless they were read again
-  std::vector<Map*> RereadByUndo(const Map& map) const;
-  std::vector<Map*> RereadByRedo(const Map& map) const;
 
   /// Undoes the newest edit that changed `map` or a map in its basis chain. A later edit that
   /// changed one of the same maps, such as the common basis, or a map based on one, is undone

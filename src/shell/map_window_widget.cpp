@@ -213,13 +213,6 @@ bool MapWindowWidget::CloseBeforeReload() {
   });
 }
 
-void MapWindowWidget::CloseReports() {
-  const std::vector<ProgramWindow*> windows = dependents_;
-  for (ProgramWindow* window : windows) {
-    if (!IsEditor(*window) && !window->FollowsReload()) window->TryClose();
-  }
-}
-
 bool MapWindowWidget::AskToClose() {
   if (!CloseDependents(true)) return false;
   switch (AskBeforeClosing(map_, shell_.Maps().Saving())) {

@@ -69,8 +69,6 @@ class MapWindowWidget final : public QMainWindow, public MapWindowBase {
   bool CloseDependents() { return CloseDependents(true) && CloseDependents(false); }
   /// The same before the map is read again: windows that follow that stay open.
   bool CloseBeforeReload();
-  /// The same before a reload is undone or redone: editors stay too, so nothing is asked.
-  void CloseReports();
 
  Q_SIGNALS:
   /// The rows of the panes, their selection, or the map have changed. Rows that a window remembers

@@ -6,27 +6,15 @@
 #include "shell/map_window_widget.h"
 #include "shell/shell.h"
 
-#include <vector>
-
 namespace orvane {
 namespace {
 
-/// Where windows point to what the maps hold, they close, as when a map is reloaded. Editors, and the
-/// windows that follow a reload, find their trail or range again.
-void CloseReports(Shell& shell, const std::vector<Map*>& reread) {
-  for (MapWindowWidget* window : shell.Windows().On(reread)) window->CloseReports();
-}
-
 void Undo(Shell& shell, const MapWindowWidget& window) {
-  EditHistory& history = shell.History();
-  CloseReports(shell, history.RereadByUndo(window.TheMap()));
-  if (!history.Undo(window.TheMap())) shell.Beep();
+  if (!shell.History().Undo(window.TheMap())) shell.Beep();
 }
 
 void Redo(Shell& shell, const MapWindowWidget& window) {
-  EditHistory& history = shell.History();
-  CloseReports(shell, history.RereadByRedo(window.TheMap()));
-  if (!history.Redo(window.TheMap())) shell.Beep();
+  if (!shell.History().Redo(window.TheMap())) shell.Beep();
 }
 
 /// The pane that has the keyboard decides whether trails or ranges go.
