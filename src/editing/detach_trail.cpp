@@ -128,9 +128,7 @@ size_t TrailDetacher::RemoveGone() {
 }
 
 void TrailDetacher::KeepMark(const Point& point) {
-  const Mark mark = {.shape = point.markShape,
-                     .filled = (point.flags & PointMarkFilled) != 0,
-                     .size = point.markSize};
+  const OwnMark mark = MarkOf(point);
   marks_.emplace(FoldedText(point.name), mark);
   for (const std::string& synonym : point.synonyms) marks_.emplace(FoldedText(synonym), mark);
 }
@@ -146,12 +144,11 @@ void TrailDetacher::TakeOut(Point& point) {
   for (Map* above : MapsBasedOn(map_)) RemovePointNames(*above, point);
 }
 
-void TrailDetacher::RestoreMark(Point& point) const {
+bool TrailDetacher::RestoreMark(Point& point) const {
   const auto found = marks_.find(FoldedText(point.name));
-  if (found == marks_.end() || point.name.empty()) return;
-  point.markShape = found->second.shape;
-  point.markSize = found->second.size;
-  if (found->second.filled) point.flags |= PointMarkFilled;
+  if (found == marks_.end() || point.name.empty()) return false;
+  GiveMark(found->second, point);
+  return true;
 }
 
 std::vector<Point*> PointsHeld(Map& map, const std::vector<Point*>& points) {

@@ -3,7 +3,6 @@
 #include "editing/trail_rows.h"
 #include "model/map.h"
 
-#include <cstdint>
 #include <map>
 #include <string>
 #include <unordered_map>
@@ -26,14 +25,10 @@ class TrailDetacher {
   void KeepMarks(const std::vector<Point*>& points);
 
   /// Gives a new point the mark of the removed point that had its name.
-  void RestoreMark(Point& point) const;
+  /// \return false if there was none
+  bool RestoreMark(Point& point) const;
 
  private:
-  struct Mark {
-    std::uint8_t shape;
-    bool filled;
-    int size;
-  };
   struct Found {
     bool exact = false;  ///< a row's name is the point's name
     bool named = false;  ///< a part of a row's name is one of its names
@@ -56,7 +51,7 @@ class TrailDetacher {
   /// trails of maps above do.
   std::unordered_map<const Point*, Trail*> holders_;
   std::vector<Point*> going_;
-  std::map<std::string, Mark> marks_;  ///< by folded name
+  std::map<std::string, OwnMark> marks_;  ///< by folded name
 };
 
 /// \return those of the points that trails of their map, or of maps above, hold

@@ -132,7 +132,16 @@ std::string RowLine(const TrailRow& row) {
   line.Optional(row.nearName);
   line.Optional(row.comment);
   line.Optional(row.basePoint);
+  line.Whole(row.mark.shape);
+  line.Flags({row.mark.filled});
+  line.Whole(row.mark.size);
   return line.Line();
+}
+
+/// \return the shape of a number; none for a damaged one
+std::uint8_t MarkShapeOf(int number) {
+  const bool isShape = number == PointMarkCircle || number == PointMarkSquare;
+  return static_cast<std::uint8_t>(isShape ? number : 0);
 }
 
 TrailRow TrailRowOf(std::string_view text) {
@@ -153,6 +162,11 @@ TrailRow TrailRowOf(std::string_view text) {
   line.Optional(row.nearName);
   line.Optional(row.comment);
   line.Optional(row.basePoint);
+  int shape = PointMarkNone;
+  line.Whole(shape);
+  row.mark.shape = MarkShapeOf(shape);
+  line.Flags({&row.mark.filled});
+  line.Whole(row.mark.size);
   return row;
 }
 

@@ -62,8 +62,6 @@ const char* ReadColor(const TrailForm& form, TrailInput& input) {
   return input.color != NoColor || text.empty() ? nullptr : "Sorry, I don't know that color";
 }
 
-bool HasRowToKeep(const TrailRow& row) { return !row.name.empty() || !IsVisit(row); }
-
 /// The trail as the form names it, or as it is where the form can't be typed over.
 bool IsFoundElsewhere(Map& map, const TrailInput& input, const Trail* trail) {
   const bool byName = !input.name.empty() && FindTrail(map, input.name) != trail;
@@ -113,7 +111,7 @@ class Questions {
   /// A near place can't be typed, so the reading that holds it would be lost.
   bool StopAtNearPlace() {
     for (const TrailRow& row : editor_.Rows()) {
-      if (!row.showsNear || !IsVisit(row) || !HasRowToKeep(row)) continue;
+      if (!row.showsNear || !IsVisit(row) || !IsKept(row)) continue;
       const std::string place = row.nearName.value_or("").substr(0, QuestionPlaceBytes);
       return AskUser(messages_, "Place", "OK", "Cancel", "",
                      "The place \"%s\" of %s can't be kept by this editor.",
@@ -142,15 +140,17 @@ class TrailBuilder {
 
   void Build(const std::vector<TrailRow>& rows) {
     for (const TrailRow& row : rows) {
-      if (HasRowToKeep(row)) AddRow(row);
+      if (IsKept(row)) AddRow(row);
     }
     if (trail_ != nullptr) FillPointTimes(*trail_);
   }
 
  private:
   void AddRow(const TrailRow& row) {
-    Point* point = PointOf(row.name).point;
+    const Found found = PointOf(row.name);
+    Point* point = found.point;
     if (point == nullptr) return;
+    if (found.isNew && !found.hasMark) GiveMark(row.mark, *point);
     if (point != previous_) Place(*point);
     previous_ = point;
     if (row.scale != 0) point->labelLimit = row.scale;
@@ -164,6 +164,7 @@ class TrailBuilder {
   struct Found {
     Point* point = nullptr;  ///< null if the name is none, as "="
     bool isNew = false;
+    bool hasMark = false;  ///< a new point: of its name on the trail
   };
 
   /// Finds or makes the point of a name.
@@ -171,8 +172,8 @@ class TrailBuilder {
     const size_t before = map_.pointStore.size();
     Point* point = ResolvePointName(map_, trail_, name);
     const bool isNew = point != nullptr && map_.pointStore.size() != before;
-    if (isNew && detached_ != nullptr) detached_->RestoreMark(*point);
-    return {point, isNew};
+    const bool hasMark = isNew && detached_ != nullptr && detached_->RestoreMark(*point);
+    return {.point = point, .isNew = isNew, .hasMark = hasMark};
   }
 
   /// The base of a reading. A new one is on no trail yet, so it goes on the list of loose points.
@@ -249,7 +250,10 @@ void ChangeMap(const TrailEditor& editor, Map& map, const TrailInput& input,
     TrailBuilder(map, nullptr, nullptr).Build(editor.Rows());
     return;
   }
-  if (input.color != NoColor && input.color != trail->color) followUp.recolored.push_back(trail);
+  // Rows keep what another window gave them meanwhile.
+  if (input.color != NoColor && input.color != editor.OpenedColor()) {
+    followUp.recolored.push_back(trail);
+  }
   trail->color = input.color;
   trail->groupSize = input.groupSize;
   trail->width = input.width;
@@ -259,6 +263,17 @@ void ChangeMap(const TrailEditor& editor, Map& map, const TrailInput& input,
   detacher.KeepMarks(editor.DeletedPoints());
   detacher.Detach();
   TrailBuilder(map, trail, &detacher).Build(editor.Rows());
+}
+
+/// A row without a name and a reading makes no point, even if it holds a comment.
+void NoteRowsLeftOut(const TrailEditor& editor, Messages& messages) {
+  const std::vector<TrailRow>& rows = editor.Rows();
+  const auto leftOut = std::count_if(rows.begin(), rows.end(), [](const TrailRow& row) {
+    return !IsKept(row) && HoldsAnything(row);
+  });
+  if (leftOut == 0 || editor.IsReadOnly()) return;
+  PostNote(messages, "Rows with neither a name nor a reading were left out: %s",
+           {std::to_string(leftOut)});
 }
 
 std::string EditName(const TrailEditor& editor, const TrailInput& input) {
@@ -313,6 +328,7 @@ SaveOutcome SaveTrailEditor(TrailEditor& editor, EditHistory& history) {
          ChangeMap(editor, map, input, followUp);
          return true;
        }});
+  NoteRowsLeftOut(editor, messages);
   return SaveOutcome::Closes;
 }
 

@@ -19,6 +19,7 @@ TrailRow CopyForNewPoint(const TrailRow& row) {
   TrailRow copy = row;
   copy.name.clear();
   copy.comment.reset();
+  copy.mark = {};
   return copy;
 }
 
@@ -73,6 +74,7 @@ TrailEditor::TrailEditor(Map& map, Trail* trail)
     : map_(map), trail_(trail), smColumns_(SmColumnsOf(map)) {
   if (trail_ != nullptr) {
     form_ = TrailForm(*trail_);
+    openedColor_ = trail_->color;
     rows_ = LoadTrailRows(*trail_);
     opened_ = FingerprintOf(*trail_);
   }

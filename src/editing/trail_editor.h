@@ -59,6 +59,8 @@ class TrailEditor final : public CellModel {
   std::string Title() const;
 
   const TrailForm& Form() const { return form_; }
+  /// \return the colour that the trail had when the editor was opened; none for a new trail
+  Color OpenedColor() const { return openedColor_; }
   /// Types a text into a field that is enabled.
   void SetField(TrailField field, std::string_view text);
 
@@ -111,6 +113,7 @@ class TrailEditor final : public CellModel {
   std::vector<Point*> deletedPoints_;
   std::optional<Trail> lost_;  ///< a copy without points of a trail that no map has; for the above
   TrailForm form_;
+  Color openedColor_ = NoColor;
   std::vector<TrailRow> rows_;
   size_t smColumns_;
   EntryMode mode_ = EntryMode::Relative;

@@ -23,6 +23,7 @@ TrailRow RepeatOf(const Point& point) {
 /// What belongs to the point is shown in its first row.
 void ShowPoint(const Point& point, TrailRow& row) {
   row.name = NameWithSynonyms(point);
+  if (point.name.empty()) row.mark = MarkOf(point);
   row.comment = point.note;
   row.scale = point.labelLimit;
   for (size_t i = 0; i < row.sm.size(); ++i) row.sm[i] = point.sm[i];
@@ -80,6 +81,27 @@ int WholeMeters(float altitude) {
 
 bool IsVisit(const TrailRow& row) {
   return !row.isGps && (!row.basePoint || row.basePoint->empty()) && row.altitude == NoRowAltitude;
+}
+
+bool IsKept(const TrailRow& row) { return !row.name.empty() || !IsVisit(row); }
+
+bool HoldsAnything(const TrailRow& row) {
+  const bool hasMeasure = std::any_of(row.sm.begin(), row.sm.end(), [](int sm) { return sm != 0; });
+  const bool hasLeg = row.distance != 0 || row.bearing != 0 || row.inclination != 0;
+  return !row.name.empty() || !IsVisit(row) || row.isRepeat || row.showsNear || row.comment ||
+         row.scale != 0 || hasMeasure || hasLeg;
+}
+
+OwnMark MarkOf(const Point& point) {
+  return {.shape = point.markShape,
+          .filled = (point.flags & PointMarkFilled) != 0,
+          .size = point.markSize};
+}
+
+void GiveMark(const OwnMark& mark, Point& point) {
+  point.markShape = mark.shape;
+  point.markSize = mark.size;
+  if (mark.filled) point.flags |= PointMarkFilled;
 }
 
 std::vector<TrailRow> LoadTrailRows(const Trail& trail) {

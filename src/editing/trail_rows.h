@@ -4,11 +4,22 @@
 #include "model/records.h"
 
 #include <array>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
 
 namespace orvane {
+
+/// A point's own mark on the map.
+struct OwnMark {
+  std::uint8_t shape = PointMarkNone;
+  bool filled = false;
+  int size = 0;
+};
+
+OwnMark MarkOf(const Point& point);
+void GiveMark(const OwnMark& mark, Point& point);
 
 /// One row of the trail editor's table: a reading of a point, or a visit without one.
 struct TrailRow {
@@ -29,6 +40,7 @@ struct TrailRow {
   std::optional<std::string> comment;    ///< goes into the point's note
   double scale = 0;                      ///< metres per pixel, `Point::labelLimit`; 0 for none
   std::optional<std::string> basePoint;  ///< of a compass row: the name of the other end
+  OwnMark mark;                          ///< of a nameless point; those of others go by their names
 };
 
 /// `TrailRow::altitude` of a row without one.
@@ -40,6 +52,13 @@ int WholeMeters(float altitude);
 
 /// \return true for a row that adds its point to the trail and makes no reading
 bool IsVisit(const TrailRow& row);
+
+/// \return true for a row that makes a point or a reading; a visit without a name makes neither
+bool IsKept(const TrailRow& row);
+
+/// \return true for a row that loses something if it is not kept: it is of a point of the map, or
+///         something was typed into it
+bool HoldsAnything(const TrailRow& row);
 
 /// The rows of a trail: one for each reading, those of one point newest first, and one for a point
 /// without readings. Where the trail comes by a point again, its rows hold nothing but the name. A

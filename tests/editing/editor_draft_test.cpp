@@ -69,6 +69,17 @@ TEST_F(EditorDraftTest, BringsBackTheEditorOfATrailOfTheMap) {
   }
 }
 
+TEST_F(EditorDraftTest, BringsBackTheMarksOfNamelessPoints) {
+  Map& brook = Open("T\tBrook\tRiver\nG\t\tS20 0\tE47 0\t\t\t,,,,C4\nG\t\tS20 1\tE47 0\n");
+  TrailEditor editor(brook, &brook.trails.front());
+  editor.SetCell(0, ColumnName, "B");
+  const EditorDraft draft = ThroughText(DraftOf(editor));
+  EXPECT_EQ(draft.trailRows.at(0).mark.shape, PointMarkCircle);
+  EXPECT_TRUE(draft.trailRows[0].mark.filled);
+  EXPECT_EQ(draft.trailRows[0].mark.size, 4);
+  EXPECT_EQ(draft.trailRows.at(1).mark.shape, PointMarkNone);
+}
+
 TEST_F(EditorDraftTest, ATrailThatIsGoneIsANewOne) {
   TrailEditor editor(map, FollowOfAna());
   editor.SetCell(1, ColumnName, "9:00");

@@ -74,6 +74,15 @@ TEST_F(RangeEditorTest, RefusesWhatIsNoDateOrTime) {
   EXPECT_FALSE(editor.IsChanged());
 }
 
+TEST_F(RangeEditorTest, ADateOfOneNumberIsWhatItReadsAs) {
+  RangeEditor editor(map, nullptr, NoColor);
+  EXPECT_TRUE(editor.SetCell(0, ColumnDateFrom, "3"));
+  EXPECT_EQ(editor.Rows()[0].dateFrom, ParseDate("3", false).date);
+  EXPECT_EQ(editor.GetCell(0, ColumnDateFrom), "2000-2-31");
+  EXPECT_FALSE(editor.SetCell(0, ColumnDateFrom, "3 March"));
+  EXPECT_EQ(editor.GetCell(0, ColumnDateFrom), "2000-2-31");
+}
+
 TEST_F(RangeEditorTest, KeepsATemplateAsTyped) {
   RangeEditor editor(map, nullptr, NoColor);
   editor.SetCell(0, ColumnType, "Points: Pde*");

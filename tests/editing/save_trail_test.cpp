@@ -33,6 +33,13 @@ struct SaveTrailTest : MapFixture {
 
   Trail& TrailNamed(std::string_view name) { return *FindTrail(map, name); }
   std::string Saved() { return MapFileText(map, "site.map", true); }
+  Texts Notes() const {
+    Texts notes;
+    for (const auto& entry : messages.Entries()) {
+      if (entry.severity == Severity::Note) notes.push_back(entry.text);
+    }
+    return notes;
+  }
 };
 
 TEST_F(SaveTrailTest, OkWithoutAChangeLeavesTheMapAlone) {
@@ -154,6 +161,122 @@ TEST_F(SaveTrailTest, ABaseThatIsMadeAgainKeepsItsMark) {
   SaveTrailEditor(editor, history);
   EXPECT_EQ(Named(map, "Kana100").trail, nullptr);
   EXPECT_EQ(Named(map, "Kana100").markShape, PointMarkCircle);
+}
+
+constexpr char NamelessText[] =
+    "T\tBrook\tRiver\nG\tB1\tS21 15\tE47 25\n"
+    "G\t\tS21 15.1\tE47 25.1\t90\t\t2k,,,,C4\ta pool\n"
+    "G\t\tS21 15.2\tE47 25.2\t\t\t,,,,s3\n";
+
+// The marks of all nameless points of a trail were lost by any change of it.
+TEST_F(SaveTrailTest, ANamelessPointKeepsItsMark) {
+  Map& brook = Open(NamelessText, "brook.map");
+  TrailEditor editor(brook, FindTrail(brook, "Brook"));
+  editor.SetMode(EntryMode::Mixture);
+  editor.SetCell(0, ColumnAltitude, "100");
+  editor.MoveRow(2, 1);
+  editor.SetCell(3, ColumnLat, "S21 15.3");
+  editor.SetCell(3, ColumnLon, "E47 25.3");
+  ASSERT_EQ(SaveTrailEditor(editor, history), SaveOutcome::Closes);
+  const std::vector<Point*>& points = FindTrail(brook, "Brook")->points;
+  ASSERT_EQ(points.size(), 4U);
+  EXPECT_EQ(points[1]->markShape, PointMarkSquare);
+  EXPECT_EQ(points[1]->markSize, 3);
+  EXPECT_EQ(points[1]->flags & PointMarkFilled, 0U);
+  EXPECT_EQ(points[2]->markShape, PointMarkCircle);
+  EXPECT_EQ(points[2]->markSize, 4);
+  EXPECT_NE(points[2]->flags & PointMarkFilled, 0U);
+  EXPECT_EQ(points[3]->markShape, PointMarkNone) << "a copied row is of another point";
+}
+
+TEST_F(SaveTrailTest, ANamelessPointThatGetsANameKeepsItsMark) {
+  Map& brook = Open(NamelessText, "brook.map");
+  TrailEditor editor(brook, FindTrail(brook, "Brook"));
+  editor.SetMode(EntryMode::Mixture);
+  editor.SetCell(1, ColumnName, "Pool");
+  ASSERT_EQ(SaveTrailEditor(editor, history), SaveOutcome::Closes);
+  EXPECT_EQ(Named(brook, "Pool").markShape, PointMarkCircle);
+  EXPECT_TRUE(Said().empty());
+}
+
+TEST_F(SaveTrailTest, ANamelessPointThatIsOpenedAndSavedIsAsBefore) {
+  Map& brook = Open(NamelessText, "brook.map");
+  const std::string before = MapFileText(brook, "brook.map", true);
+  TrailEditor editor(brook, FindTrail(brook, "Brook"));
+  editor.SetMode(EntryMode::Mixture);
+  EXPECT_EQ(editor.GetCell(1, ColumnName), "");
+  EXPECT_EQ(editor.GetCell(1, ColumnScale), "2km");
+  editor.SetCell(0, ColumnWeight, "1");
+  ASSERT_EQ(SaveTrailEditor(editor, history), SaveOutcome::Closes);
+  EXPECT_EQ(MapFileText(brook, "brook.map", true), before);
+  EXPECT_TRUE(Said().empty());
+}
+
+// They were lost without a word.
+TEST_F(SaveTrailTest, RowsWithNeitherNameNorReadingAreLeftOutWithANote) {
+  Map& brook = Open(std::string(NamelessText) + "N\t\tB1\nP\t\t\tdry\n", "brook.map");
+  TrailEditor editor(brook, FindTrail(brook, "Brook"));
+  editor.SetMode(EntryMode::Mixture);
+  const size_t last = editor.RowCount();
+  ASSERT_EQ(last, 5U);
+  editor.SetCell(last, ColumnFirstSm, "a comment without a point");
+  ASSERT_EQ(SaveTrailEditor(editor, history), SaveOutcome::Closes);
+  EXPECT_EQ(FindTrail(brook, "Brook")->points.size(), 3U);
+  EXPECT_EQ(Notes(), Texts{"Rows with neither a name nor a reading were left out: 3"});
+}
+
+TEST_F(SaveTrailTest, AnEmptyRowIsLeftOutSilently) {
+  TrailEditor editor(map, nullptr);
+  editor.SetField(TrailField::Type, "Road");
+  editor.SetField(TrailField::Name, "New road");
+  editor.SetCell(0, ColumnName, "R0");
+  editor.SetCell(1, ColumnName, "R1");
+  editor.SetCell(1, ColumnName, "");
+  ASSERT_EQ(SaveTrailEditor(editor, history), SaveOutcome::Closes);
+  EXPECT_EQ(NamesOf(TrailNamed("New road")), Texts{"R0"});
+  EXPECT_EQ(Notes(), Texts{});
+}
+
+// Nothing could give it another place.
+TEST_F(SaveTrailTest, APointThatLosesItsLastReadingKeepsItsPlace) {
+  const LatLon was = Named(map, "Kana100").geo;
+  TrailEditor editor(map, &TrailNamed("Kana"));
+  const size_t last = editor.RowCount() - 1;
+  ASSERT_EQ(editor.GetCell(last, ColumnName), "Kana100");
+  editor.SetCell(last, ColumnPoint, "");
+  editor.SetCell(2, ColumnDistance, "100");
+  ASSERT_EQ(SaveTrailEditor(editor, history), SaveOutcome::Closes);
+  const Point& point = Named(map, "Kana100");
+  EXPECT_TRUE(point.measurements.empty());
+  EXPECT_TRUE(IsPlaced(point));
+  EXPECT_EQ(point.geo.lat, was.lat);
+  EXPECT_EQ(point.geo.lon, was.lon);
+  Workspace other(messages);
+  const Point& back = Named(MapFromText(other, Saved(), "site.map"), "Kana100");
+  EXPECT_TRUE(IsPlaced(back)) << "the file holds its place";
+  EXPECT_NEAR(back.geo.lon, was.lon, 1e-9);
+}
+
+// The saved file would bring them back.
+TEST_F(SaveTrailTest, TheCornerOfAGridAndTheOriginStay) {
+  Map& site = Open(std::string(NamelessText) +
+                       "G\tCorner\tS21 15.3\tE47 25.3\nG\tHome\tS21 15.4\tE47 25.4\n"
+                       "O\tHome\nH\tCorner\t100\t5\t5\t0\ta1\t1\n",
+                   "grid.map");
+  ASSERT_EQ(site.grids.front().corner, &Named(site, "Corner"));
+  TrailEditor editor(site, FindTrail(site, "Brook"));
+  while (editor.RowCount() > 1) editor.DeleteRow(1);
+  ASSERT_EQ(SaveTrailEditor(editor, history), SaveOutcome::Closes);
+  EXPECT_EQ(NamesOf(*FindTrail(site, "Brook")), Texts{"B1"});
+  for (const char* name : {"Corner", "Home"}) {
+    const Point& point = Named(site, name);
+    EXPECT_TRUE(point.measurements.empty()) << name;
+    EXPECT_EQ(point.trail, nullptr) << name;
+    EXPECT_EQ(std::count(site.loosePoints.begin(), site.loosePoints.end(), &point), 1) << name;
+  }
+  EXPECT_EQ(site.grids.front().corner, &Named(site, "Corner"));
+  EXPECT_EQ(site.origin, &Named(site, "Home"));
+  EXPECT_TRUE(site.namelessPoints.empty());
 }
 
 TEST_F(SaveTrailTest, AnAltitudeBeyondWholeNumbersIsHeld) {

@@ -46,6 +46,19 @@ TEST_F(SolveEditedTest, MovesThePointsOfMapsAboveToo) {
   EXPECT_NEAR(Named(top, "W").geo.lat, was - 1, 1e-9);
 }
 
+// The figures of the ranges share the durations of the stops; see docs/compatibility.md.
+TEST_F(SolveEditedTest, MinutesOfATallyCountUntilTheMapIsOpenedAgain) {
+  Map& map = Open(
+      "T\t\tPapio\t\t2020-3-1\nG\tA\tS20 0\tE47 0\nG\tB\tS20 0.1\tE47 0\n"
+      "G\tC\tS20 0\tE47 0.1\nH\tA\t100\t9\t9\t0\ta1\t1\nR\tBlue\nK\tPapio\n");
+  const auto minutesOf = [](const Map& each) { return each.ranges.front().totalMinutes; };
+  EXPECT_EQ(minutesOf(map), 0);
+  SolveEdited(map);
+  EXPECT_EQ(minutesOf(map), 3);
+  Workspace other(messages);
+  EXPECT_EQ(minutesOf(MapFromText(other, MapFileText(map, "test.map", true))), 0);
+}
+
 TEST_F(SolveEditedTest, BringsRangesUpToDate) {
   Map& map = Open(
       "T\t\tPapio\tf\t2020-3-1\nG\t8:00\tS20 0\tE47 0\nG\t8:30\tS20 0.1\tE47 0\n"
