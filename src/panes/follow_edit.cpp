@@ -2,7 +2,6 @@
 
 #include "base/text.h"
 #include "editing/solve_edited.h"
-#include "model/workspace.h"
 #include "panes/range_list.h"
 #include "panes/trail_tree.h"
 
@@ -54,13 +53,6 @@ void DropTrailRows(std::list<TrailPanelRow>& rows, const TrailSet& present) {
   }
 }
 
-/// The groups of contours can be empty.
-bool IsContourGroup(const TrailPanelRow& row) {
-  return row.trail == nullptr &&
-         std::any_of(ContourKinds.begin(), ContourKinds.end(),
-                     [&](ContourKind kind) { return SameName(row.text, ContourGroupText(kind)); });
-}
-
 void MatchTrailRows(MapWindow& view) {
   const std::vector<Trail*> trails = TrailsOfChain(*view.map);
   TrailSet present = ContoursOfChain(*view.map);
@@ -68,7 +60,8 @@ void MatchTrailRows(MapWindow& view) {
   auto& rows = view.trailViews;
   for (auto row = rows.begin(); row != rows.end();) {
     DropTrailRows(row->children, present);
-    const bool isOffered = IsContourGroup(*row) && ChainOffersContours(*view.map);
+    // The groups of contours can be empty.
+    const bool isOffered = ContourKindOf(*row) && ChainOffersContours(*view.map);
     const bool isEmpty = row->children.empty() && !row->fixed && !isOffered;
     row = isEmpty ? rows.erase(row) : std::next(row);
   }
@@ -123,16 +116,12 @@ void Recolor(MapWindow& view, const std::vector<const Trail*>& trails) {
   }
 }
 
-/// Rows that come back are no new ones: the shadings of later rows don't depend on them.
 void MatchAfterSwap(MapWindow& view, const MapDelta& delta) {
-  unsigned& rowsMade = view.map->workspace->rangeRowsMade;
-  const unsigned rowsMadeBefore = rowsMade;
   const bool isAnalyzed = IsAnalyzedAfterSwap(delta, *view.map);
   if (isAnalyzed) DropRangeRows(view, nullptr);
   MatchRowsToMap(view);
   MoveRenamedRanges(view);
   if (isAnalyzed) RedoRangeRows(view, nullptr);
-  rowsMade = rowsMadeBefore;
 }
 
 }  // namespace

@@ -62,7 +62,7 @@ RangePanelRow* RangeToEdit(MapWindow& view) {
 std::vector<std::string> OfferedTrailTypes(const MapWindow& view) {
   std::vector<std::string> types;
   for (const TrailPanelRow& row : view.trailViews) {
-    if (!row.fixed && row.trail == nullptr) types.push_back(row.text);
+    if (!row.fixed && row.trail == nullptr && !ContourKindOf(row)) types.push_back(row.text);
   }
   return types;
 }

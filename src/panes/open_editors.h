@@ -29,7 +29,7 @@ RangePanelRow* RangeToEdit(Messages& messages, RangePanelRow* row);
 /// The same for the first selected row.
 RangePanelRow* RangeToEdit(MapWindow& view);
 
-/// The types that a new trail is offered: the groups of the trail pane.
+/// The types that a new trail is offered: the groups of the trail pane but those of contours.
 std::vector<std::string> OfferedTrailTypes(const MapWindow& view);
 
 /// OK in the range editor of a view: the row of the range takes the editor's colour, and a new range

@@ -1,6 +1,5 @@
 #include "panes/pane_clicks.h"
 
-#include "base/text.h"
 #include "elevation/contours.h"
 #include "elevation/contours_continuous.h"
 #include "panes/trail_tree.h"
@@ -28,11 +27,8 @@ Map* MapWithContours(Map* map) {
 std::optional<ContourKind> AwaitedContours(const MapWindow& view, const TrailPanelRow& row) {
   const bool isTop = std::any_of(view.trailViews.begin(), view.trailViews.end(),
                                  [&](const TrailPanelRow& each) { return &each == &row; });
-  if (!isTop || !row.children.empty() || row.trail != nullptr) return std::nullopt;
-  for (const ContourKind kind : ContourKinds) {
-    if (SameName(row.text, ContourGroupText(kind))) return kind;
-  }
-  return std::nullopt;
+  if (!isTop || !row.children.empty()) return std::nullopt;
+  return ContourKindOf(row);
 }
 
 }  // namespace

@@ -1,7 +1,6 @@
 #include "panes/pane_follower.h"
 
 #include "base/text.h"
-#include "model/workspace.h"
 #include "panes/follow_edit.h"
 
 #include <algorithm>
@@ -251,15 +250,12 @@ void PaneFollower::FollowReread(const EditNews& news) {
   RowMemory rows = std::exchange(memory_, RowMemory());
   showsChange_ = news.Concerns(*view_.map);
   if (!showsChange_) return;
-  unsigned& rowsMade = view_.map->workspace->rangeRowsMade;
-  const unsigned rowsMadeBefore = rowsMade;
   RowMemory& kept = steps_[news.step].rows;
   // What is there now counts; rows that come back are as they were when they went.
   rows.trails.merge(kept.trails);
   rows.ranges.merge(kept.ranges);
   RebuildRows(view_, rows);
   kept = std::move(rows);
-  if (news.kind != EditNews::Kind::Applied) rowsMade = rowsMadeBefore;
 }
 
 void PaneFollower::AfterEdit(const EditNews& news) {

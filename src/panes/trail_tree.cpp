@@ -145,6 +145,15 @@ std::string_view ContourGroupText(ContourKind kind) {
   return kind == ContourKind::Classic ? "Contours" : "Continuous contours";
 }
 
+std::optional<ContourKind> ContourKindOf(const TrailPanelRow& row) {
+  if (row.trail != nullptr) return std::nullopt;
+  const auto* const found =
+      std::find_if(ContourKinds.begin(), ContourKinds.end(),
+                   [&](ContourKind kind) { return SameName(row.text, ContourGroupText(kind)); });
+  if (found == ContourKinds.end()) return std::nullopt;
+  return *found;
+}
+
 std::forward_list<Trail>& ContoursOf(Map& map, ContourKind kind) {
   return kind == ContourKind::Classic ? map.contourTrails : map.continuousContours;
 }

@@ -5,6 +5,7 @@
 #include <array>
 #include <forward_list>
 #include <list>
+#include <optional>
 #include <string_view>
 
 namespace orvane {
@@ -16,6 +17,8 @@ enum class ContourKind { Classic, Continuous };
 constexpr std::array<ContourKind, 2> ContourKinds = {ContourKind::Classic, ContourKind::Continuous};
 /// The text of the group: "Contours" or "Continuous contours".
 std::string_view ContourGroupText(ContourKind kind);
+/// \return the kind of the lines of a group; nothing for another row
+std::optional<ContourKind> ContourKindOf(const TrailPanelRow& row);
 /// The lines of that kind that were made for a map.
 std::forward_list<Trail>& ContoursOf(Map& map, ContourKind kind);
 /// \return true if the map asks for contours

@@ -5,6 +5,7 @@
 #include "panes/open_editors.h"
 #include "panes/pane_clicks.h"
 #include "panes/range_drops.h"
+#include "panes/visibility.h"
 
 namespace orvane {
 namespace {
@@ -36,6 +37,15 @@ TEST_F(FollowEditTest, ANewTrailGetsARowInTheGroupOfItsTypeInAnyCase) {
 }
 
 /// The groups appeared only when the map was opened again.
+// A trail of such a type would keep the lines from being made.
+TEST_F(FollowEditTest, ContoursAreNotOfferedAsATypeOfTrails) {
+  Show("Z\t\t1,10\n" + std::string(TwoGroupsText));
+  ASSERT_NE(TrailTexts(), OfferedTrailTypes(view));
+  EXPECT_TRUE(ContourKindOf(Row("Contours")));
+  EXPECT_TRUE(ContourKindOf(Row("Continuous contours")));
+  EXPECT_EQ(OfferedTrailTypes(view), (Texts{"Cebus", "Papio", "Trail"}));
+}
+
 TEST_F(FollowEditTest, AnEditThatTurnsContoursOnGivesTheirGroups) {
   Map& map = Show(TwoGroupsText);
   const auto has = [&](const std::string& text) {
@@ -79,6 +89,23 @@ TEST_F(FollowEditTest, RowsKeepTheirLookThroughASolve) {
   EXPECT_EQ(RangeRow("Blue").color, 0x112233);
   EXPECT_TRUE(Row("2020-3-2").selected);
   EXPECT_EQ(Row("Path").color, 0xFF0000) << "a colour changed in the editor shows";
+}
+
+// OK gave the row the old colour of the form.
+TEST_F(FollowEditTest, ARowKeepsAColorThatItGotWhileTheEditorWasOpen) {
+  Map& map = Show(TwoGroupsText);
+  TrailEditor editor(map, FindTrail(map, "Path"));
+  editor.SetField(TrailField::LineColor, "blue");
+  ASSERT_EQ(SaveTrailEditor(editor, history), SaveOutcome::Closes);
+  TrailEditor open(map, FindTrail(map, "Path"));
+  Row("Path").selected = true;
+  TrailVisibility dialog = *OpenTrailVisibility(view);
+  dialog.color = "red";
+  ASSERT_TRUE(ApplyTrailVisibility(view, dialog, history));
+  open.SetField(TrailField::Width, "3");
+  ASSERT_EQ(SaveTrailEditor(open, history), SaveOutcome::Closes);
+  EXPECT_EQ(Row("Path").color, 0xFF0000);
+  EXPECT_EQ(FindTrail(map, "Path")->color, 0x0000FF) << "the trail has what the form showed";
 }
 
 TEST_F(FollowEditTest, ARenamedRangeMovesToItsPlace) {

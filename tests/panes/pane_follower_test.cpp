@@ -95,7 +95,6 @@ TEST_F(PaneFollowerTest, OverlapsGetTheirFormerLookBack) {
   editor.SetCell(0, 1, "S20 0.01");
   ASSERT_EQ(SaveTrailEditor(editor, remembered), SaveOutcome::Closes);
   ASSERT_FALSE(Overlap().visible);
-  const unsigned rowsMade = workspace.rangeRowsMade;
   ASSERT_TRUE(remembered.Undo(map));
   EXPECT_TRUE(Overlap().visible);
   EXPECT_EQ(Overlap().color, 0x010203);
@@ -103,7 +102,22 @@ TEST_F(PaneFollowerTest, OverlapsGetTheirFormerLookBack) {
   ASSERT_TRUE(remembered.Redo(map));
   EXPECT_FALSE(Overlap().visible);
   EXPECT_EQ(Overlap().drawMode, RangeDrawMode::Clear);
-  EXPECT_EQ(workspace.rangeRowsMade, rowsMade) << "rows that come back take no number";
+}
+
+// Every row that is made takes a number, whatever made it.
+TEST_F(PaneFollowerTest, OverlapsThatComeBackTakeShadingNumbers) {
+  Map& map = Show(std::string(TwoGroupsText) + RangesText);
+  const int shading = Overlap().shading;
+  TrailEditor editor(map, FindTrail(map, "Path"));
+  editor.SetCell(0, 1, "S20 0.01");
+  const unsigned rowsMade = workspace.rangeRowsMade;
+  ASSERT_EQ(SaveTrailEditor(editor, remembered), SaveOutcome::Closes);
+  EXPECT_EQ(workspace.rangeRowsMade, rowsMade + 1);
+  ASSERT_TRUE(remembered.Undo(map));
+  EXPECT_EQ(workspace.rangeRowsMade, rowsMade + 2);
+  ASSERT_TRUE(remembered.Redo(map));
+  EXPECT_EQ(workspace.rangeRowsMade, rowsMade + 3);
+  EXPECT_EQ(Overlap().shading, shading);
 }
 
 /// Analysing the ranges again in list order turned the overlap round.

@@ -62,6 +62,37 @@ TEST_F(VisibilityTest, OkGivesSelectedRowsAndTheirTrailsTheStyle) {
   EXPECT_EQ(map.flags & MapDirty, 0U);
 }
 
+TEST_F(VisibilityTest, VisibleMakesContoursTheFirstTimeOnly) {
+  Map& map = Show(
+      "Z\t\t1,10\nT\tA\tHuman\nG\tA\tS20 0\tE47 0\t100\nG\tB\tS20 0.5\tE47 0\t150\n"
+      "G\tC\tS20 0\tE47 0.5\t130\n");
+  int runs = 0;
+  const ContourProgress count = [&](const char* stage, int) {
+    runs += stage != nullptr ? 1 : 0;
+    return true;
+  };
+  Row("Contours").selected = true;
+  TrailVisibility dialog = *OpenTrailVisibility(view);
+  dialog.visible = false;
+  ASSERT_TRUE(ApplyTrailVisibility(view, dialog, history, count));
+  EXPECT_TRUE(map.contourTrails.empty()) << "what is not shown is not made";
+  for (const bool visible : {true, false, true}) {
+    dialog.visible = visible;
+    ASSERT_TRUE(ApplyTrailVisibility(view, dialog, history, count));
+    EXPECT_EQ(Row("Contours").visible, visible);
+    ASSERT_FALSE(map.contourTrails.empty());
+    if (!visible) continue;
+    const int once = runs;
+    const long lines = Length(map.contourTrails);
+    const size_t rows = Row("Contours").children.size();
+    ASSERT_TRUE(ApplyTrailVisibility(view, dialog, history, count));
+    EXPECT_EQ(runs, once);
+    EXPECT_EQ(Length(map.contourTrails), lines);
+    EXPECT_EQ(Row("Contours").children.size(), rows);
+  }
+  EXPECT_TRUE(map.continuousContours.empty());
+}
+
 TEST_F(VisibilityTest, AnEmptyColorIsNoneAndABadOneStays) {
   Show(TwoGroupsText);
   Row("Path").selected = true;
