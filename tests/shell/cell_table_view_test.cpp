@@ -83,6 +83,14 @@ class CellTableViewTest : public ShellCase {
   void Click(int row, int column) {
     QTest::mouseClick(view_->viewport(), Qt::LeftButton, Qt::NoModifier, At(row, column));
   }
+  /// Presses the right edge of a column in the body, moves it to each of the places and releases.
+  void DragEdge(int column, const std::vector<int>& moves) {
+    const QRect cell = view_->visualRect(view_->model()->index(0, column));
+    const QPoint edge(cell.right(), cell.center().y());
+    QTest::mousePress(view_->viewport(), Qt::LeftButton, Qt::NoModifier, edge);
+    for (const int x : moves) QTest::mouseMove(view_->viewport(), edge + QPoint(x, 0));
+    QTest::mouseRelease(view_->viewport(), Qt::LeftButton, Qt::NoModifier, edge);
+  }
   QWidget& Handles() { return *view_->verticalHeader()->viewport(); }
   QPoint Handle(int row) { return {1, At(row, 0).y()}; }
   void ClickHandle(int row) {
@@ -237,11 +245,55 @@ TEST_F(CellTableViewTest, AColumnEdgeIsDraggedInTheBodyAndTheWidthIsKept) {
   EXPECT_EQ(view_->columnWidth(0), before[0] + 20);
 }
 
+TEST_F(CellTableViewTest, AnEdgeDraggedByNoPixelsChangesNothing) {
+  Show(2);
+  const std::vector<int> before = widths_;
+  for (int column = 0; column < 3; ++column) {
+    const int shown = view_->columnWidth(column);
+    DragEdge(column, {});
+    DragEdge(column, {12, -3, 0});
+    EXPECT_EQ(view_->columnWidth(column), shown);
+  }
+  EXPECT_EQ(widths_, before);
+  EXPECT_EQ(Open(), "-") << "an edge opens no cell";
+}
+
 TEST_F(CellTableViewTest, TheLastColumnReachesToTheEnd) {
   Show(1);
   EXPECT_EQ(view_->horizontalHeader()->length(), view_->viewport()->width());
   view_->resize(120, 200);
   EXPECT_EQ(view_->columnWidth(2), widths_[2]);
+}
+
+// The width was that of the stretched column, so a narrower table got a scroll bar.
+TEST_F(CellTableViewTest, TheEdgeOfTheLastColumnAddsWhatItWasMovedToTheWidth) {
+  Show(1);
+  const int width = widths_[2];
+  const int shown = view_->columnWidth(2);
+  ASSERT_GT(shown, width + 50);
+  DragEdge(2, {-10, -20});
+  EXPECT_EQ(widths_[2], width - 20);
+  EXPECT_EQ(view_->columnWidth(2), shown - 20) << "it shows where it was dropped";
+  view_->resize(view_->width() + 10, view_->height());
+  EXPECT_EQ(view_->horizontalHeader()->length(), view_->viewport()->width());
+  DragEdge(2, {-200});
+  EXPECT_EQ(widths_[2], LeastColumnWidth);
+}
+
+// Each move of the pointer over the captions added all that came before it once more.
+TEST_F(CellTableViewTest, AnEdgeIsDraggedInTheCaptionsToo) {
+  Show(1);
+  const std::vector<int> before = widths_;
+  QWidget* captions = view_->horizontalHeader()->viewport();
+  for (const int column : {0, 2}) {
+    const int shown = view_->columnWidth(column);
+    const QPoint edge(view_->horizontalHeader()->sectionViewportPosition(column) + shown - 1, 5);
+    QTest::mousePress(captions, Qt::LeftButton, Qt::NoModifier, edge);
+    for (const int x : {-4, -8, -12}) QTest::mouseMove(captions, edge + QPoint(x, 0));
+    QTest::mouseRelease(captions, Qt::LeftButton, Qt::NoModifier, edge - QPoint(12, 0));
+    EXPECT_EQ(view_->columnWidth(column), shown - 12);
+    EXPECT_EQ(widths_[static_cast<size_t>(column)], before[static_cast<size_t>(column)] - 12);
+  }
 }
 
 TEST_F(CellTableViewTest, ALowBodyIsHidden) {
@@ -375,6 +427,31 @@ TEST_F(CellTableViewTest, AReadOnlyTableShowsNoField) {
   EXPECT_EQ(view_->Table().SelectedRow(), 1U);
   Key(Qt::Key_Return);
   EXPECT_EQ(Open(), "-");
+}
+
+TEST_F(CellTableViewTest, AReadOnlyTableScrollsResizesAndShowsHints) {
+  Show(100, QSize(400, 200));
+  model_->readOnly = true;
+  QTest::keyClick(view_, Qt::Key_End);
+  EXPECT_EQ(view_->Table().SelectedRow(), 100U);
+  EXPECT_EQ(view_->verticalScrollBar()->value(), view_->verticalScrollBar()->maximum());
+  view_->verticalScrollBar()->setValue(40);
+  ClickHandle(42);
+  EXPECT_EQ(view_->Table().SelectedRow(), 42U);
+  const int width = widths_[1];
+  const QRect cell = view_->visualRect(view_->model()->index(41, 1));
+  QTest::mousePress(view_->viewport(), Qt::LeftButton, Qt::NoModifier,
+                    {cell.right(), cell.center().y()});
+  QTest::mouseMove(view_->viewport(), {cell.right() + 15, cell.center().y()});
+  QTest::mouseRelease(view_->viewport(), Qt::LeftButton, Qt::NoModifier,
+                      {cell.right() + 15, cell.center().y()});
+  EXPECT_EQ(widths_[1], width + 15);
+  QTest::mouseMove(view_->horizontalHeader()->viewport(), QPoint(30, 6));
+  ASSERT_TRUE(QTest::qWaitFor([] { return HintBox::Shown() != nullptr; }));
+  EXPECT_EQ(HintBox::Shown()->Lines(), (QStringList{"One", "Two"}));
+  Key(Qt::Key_F2);
+  EXPECT_EQ(Open(), "-");
+  EXPECT_FALSE(Field().isVisible());
 }
 
 TEST_F(CellTableViewTest, OtherColumnsDropAnOpenText) {

@@ -3,6 +3,7 @@
 #include "shell/editors/trail_editor_window.h"
 
 #include "panes/delete_rows.h"
+#include "panes/pane_clicks.h"
 #include "panes/trail_tree.h"
 #include "shell/editors/cell_table_view.h"
 #include "shell/editors/editor_commands.h"
@@ -482,6 +483,43 @@ TEST_F(TrailEditorWindowTest, WidthsOfColumnsLiveOn) {
   Cancel(editor);
   DeliverDeletes();
   EXPECT_EQ(OpenTrail("Path").Cells().columnWidth(1), 111);
+}
+
+constexpr char HillText[] =
+    "Z\t\t1,10\nT\tA\tHuman\nG\tA\tS20 0\tE47 0\t100\nG\tB\tS20 0.5\tE47 0\t150\n"
+    "G\tC\tS20 0\tE47 0.5\t130\n";
+
+TEST_F(TrailEditorWindowTest, AContourShowsItsPlacesAndTakesOnlyLooks) {
+  MapWindowWidget& hill = OpenActive(folder_.Write("hill.map", HillText));
+  MapWindow& view = hill.View().Shown();
+  TrailPanelRow& group = RowForText(view.trailViews, nullptr, "Contours", nullptr);
+  ASSERT_TRUE(ShowContours(view, group));
+  TrailPanelRow& row = group.children.front().children.front();
+  const size_t points = row.trail->points.size();
+  OpenTrailEditor(shell_, hill, row);
+  ASSERT_EQ(hill.Dependents().size(), 1U);
+  auto& editor = static_cast<TrailEditorWindow&>(**hill.Dependents().begin());
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&editor));
+  EXPECT_EQ(editor.windowTitle(), QStringLiteral("Trail: Contour  110 #1").left(27));
+  EXPECT_TRUE(Mode(editor, "GPS").isChecked());
+  EXPECT_FALSE(Mode(editor, "Relative").isEnabled());
+  CellTableView& cells = editor.Cells();
+  EXPECT_EQ(cells.Table().Model().RowCount(), points);
+  EXPECT_FALSE(cells.Table().Model().GetCell(0, ColumnLat).empty());
+  QTest::mouseClick(cells.viewport(), Qt::LeftButton, Qt::NoModifier,
+                    cells.visualRect(cells.model()->index(0, 1)).center());
+  EXPECT_FALSE(cells.EditField().isVisible());
+  editor.Answer(CommandGraphicalInput);
+  EXPECT_EQ(view.inputTarget, nullptr);
+  EXPECT_EQ(beeps_, 1);
+  Field(editor, "Color").setText(QStringLiteral("red"));
+  const Trail& contour = *row.trail;
+  Ok(editor);
+  DeliverDeletes();
+  EXPECT_EQ(contour.color, 0xFF0000);
+  EXPECT_EQ(contour.points.size(), points);
+  EXPECT_EQ(row.color, 0xFF0000);
+  EXPECT_TRUE(messages_.Entries().empty());
 }
 
 TEST_F(TrailEditorWindowTest, ATrailThatWasDeletedIsMadeAgain) {

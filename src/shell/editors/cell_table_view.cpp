@@ -138,9 +138,7 @@ void CellTableView::MakeHeaders() {
     HintBox::Show(*window(), *header_->viewport(), at, HintLines(DisplayText(hint)));
   });
   connect(header_, &QHeaderView::sectionResized, this, [this](int column, int before, int now) {
-    if (layingOut_) return;
-    (*widths_)[static_cast<size_t>(column)] += now - before;
-    LayOutColumns();
+    if (!layingOut_) FollowWidth(static_cast<size_t>(column), now - before);
   });
   handles_ = new RowHandles(rowHeight_, this);
   auto* corner = new QWidget(this);
@@ -187,19 +185,32 @@ int CellTableView::WidthOfCells(size_t column) const {
 }
 
 std::vector<int> CellTableView::Edges() const {
-  const auto shown = static_cast<std::ptrdiff_t>(model_.Columns().size());
-  return ColumnEdges({widths_->begin(), widths_->begin() + shown},
-                     viewport()->width() + RowHandleWidth);
+  std::vector<int> edges = {RowHandleWidth};
+  for (int i = 0; i < header_->count(); ++i) edges.push_back(edges.back() + columnWidth(i));
+  return edges;
 }
 
 void CellTableView::LayOutColumns() {
   layingOut_ = true;
-  const std::vector<int> edges = Edges();
+  const auto shown = static_cast<std::ptrdiff_t>(model_.Columns().size());
+  const std::vector<int> edges = ColumnEdges({widths_->begin(), widths_->begin() + shown},
+                                             viewport()->width() + RowHandleWidth);
   for (size_t i = 0; i + 1 < edges.size(); ++i) {
     header_->resizeSection(static_cast<int>(i), edges[i + 1] - edges[i]);
   }
   layingOut_ = false;
   PlaceEditField();
+}
+
+void CellTableView::FollowWidth(size_t column, int difference) {
+  int& width = (*widths_)[column];
+  width = std::max(width + difference, LeastColumnWidth);
+  // The last column reaches to the end again when the table gets another size.
+  if (column + 1 == model_.Columns().size()) {
+    PlaceEditField();
+  } else {
+    LayOutColumns();
+  }
 }
 
 QSize CellTableView::sizeHint() const {
@@ -591,12 +602,9 @@ void CellTableView::EndResize() {
   columnDrag_.reset();
   viewport()->setCursor(Qt::ArrowCursor);
   viewport()->update();
-  if (drag.now == drag.start) return;
-  // The last column can reach farther than its width.
-  const std::vector<int> edges = Edges();
-  const int shown = edges[drag.column + 1] - edges[drag.column];
-  (*widths_)[drag.column] = std::max(shown + drag.now - drag.start, LeastColumnWidth);
-  LayOutColumns();
+  const auto column = static_cast<int>(drag.column);
+  const int wanted = columnWidth(column) + drag.now - drag.start;
+  header_->resizeSection(column, std::max(wanted, LeastColumnWidth));
 }
 
 void CellTableView::PressHandle(int y) {

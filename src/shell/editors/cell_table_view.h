@@ -100,7 +100,10 @@ class CellTableView final : public QTableView {
   /// The width that shows the cells of a column whole, and its `widest`; of the first rows, and bounded.
   int WidthOfCells(size_t column) const;
   void LayOutColumns();
+  /// Keeps the width of a column whose edge the user has moved.
+  void FollowWidth(size_t column, int difference);
   size_t RowAt(int y) const;
+  /// Those that are showing; see `ColumnEdges`.
   std::vector<int> Edges() const;
   int TableX(int x) const;
   /// Shows what an operation on the table has changed. \param accepted  its result
