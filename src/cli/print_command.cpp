@@ -63,6 +63,7 @@ int Write(const std::string& output, const std::string& bytes, LineMessages& mes
 int PrintToPdf(PrintedPages& pages, const QPageLayout& layout, LineMessages& messages,
                const PrintRequest& request) {
   if (!MayPrint(messages, CountPages(pages, request.resolution))) return ExitFailed;
+  NoteCutLines(messages, pages);
   const auto bytes = PdfOf(pages, layout, request.resolution);
   if (!bytes) {
     NoteError(messages, "Can't draw the pages");

@@ -1,6 +1,7 @@
 #include "pages/page_limits.h"
 
 #include "base/messages.h"
+#include "pages/printed_pages.h"
 
 #include <string>
 
@@ -14,6 +15,11 @@ bool MayPrint(Messages& messages, int pages) {
   return pages <= MostPagesUnasked ||
          AskUser(messages, "Print", "Print", "Cancel", "", "This makes %s pages. Print them all?",
                  {std::to_string(pages)}) == 1;
+}
+
+void NoteCutLines(Messages& messages, const PrintedPages& pages) {
+  if (!pages.IsTooWide()) return;
+  PostNote(messages, "The paper is too narrow: columns at the right are cut");
 }
 
 }  // namespace orvane

@@ -3,6 +3,7 @@
 namespace orvane {
 
 class Messages;
+class PrintedPages;
 
 /// A job of more pages asks first.
 constexpr int MostPagesUnasked = 100;
@@ -12,5 +13,9 @@ constexpr int MostPages = 10000;
 /// Refuses a job of too many pages, and asks before a long one.
 /// \return true if the job may be printed
 bool MayPrint(Messages& messages, int pages);
+
+/// Says in a note that the paper cuts lines, if it does.
+/// \param pages  laid out for the paper
+void NoteCutLines(Messages& messages, const PrintedPages& pages);
 
 }  // namespace orvane

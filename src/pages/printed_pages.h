@@ -28,6 +28,9 @@ class PrintedPages {
   virtual void Measure(Canvas& /*canvas*/) {}
   /// At least 1.
   virtual int Count() const = 0;
+  /// True if lines are wider than the page, so that it cuts what is at the right. Known after
+  /// `Measure`.
+  virtual bool IsTooWide() const { return false; }
   /// Draws one page on a canvas that covers the printable area; pixel (0, 0) is its top left one.
   /// \param page  from 0
   virtual void DrawPage(int page, Canvas& canvas) = 0;

@@ -143,6 +143,8 @@ void RangeStatsPages::PlaceBlock(size_t begin, size_t end, Placed& next) {
 
 int RangeStatsPages::CutIntoPages(Canvas& canvas) {
   SetUp(view_, canvas);
+  canvas.SetFont(CanvasFont::Small);
+  view_.letterWidth = canvas.TextWidth("0");
   RangeStatsCounts unused;
   LayoutRangeStats(view_, unused);
   placed_.clear();

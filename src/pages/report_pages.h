@@ -30,6 +30,7 @@ class ReportPages : public PrintedPages {
 
   int Count() const override { return count_; }
   void Measure(Canvas& canvas) override { count_ = CutIntoPages(canvas); }
+  bool IsTooWide() const override { return ContentWidth() > frame_.device.width; }
   void DrawPage(int page, Canvas& canvas) override;
 
  protected:
@@ -39,6 +40,8 @@ class ReportPages : public PrintedPages {
   /// \return how many pages there are, at least 1
   virtual int CutIntoPages(Canvas& canvas) = 0;
   virtual void DrawReport(int page, Canvas& canvas) = 0;
+  /// How many pixels the longest line takes, as cut into pages.
+  virtual int ContentWidth() const = 0;
 
  private:
   ReportPageFrame frame_;
@@ -55,6 +58,7 @@ class TrailSummaryPages final : public ReportPages {
  protected:
   int CutIntoPages(Canvas& canvas) override;
   void DrawReport(int page, Canvas& canvas) override;
+  int ContentWidth() const override { return view_.contentWidth; }
 
  private:
   TrailSummaryView view_;
@@ -71,6 +75,7 @@ class PointIndexPages final : public ReportPages {
  protected:
   int CutIntoPages(Canvas& canvas) override;
   void DrawReport(int page, Canvas& canvas) override;
+  int ContentWidth() const override { return view_.contentWidth - view_.columnGap; }
 
  private:
   PointIndex index_;
@@ -89,6 +94,7 @@ class RangeStatsPages final : public ReportPages {
  protected:
   int CutIntoPages(Canvas& canvas) override;
   void DrawReport(int page, Canvas& canvas) override;
+  int ContentWidth() const override { return view_.contentWidth; }
 
  private:
   /// A part with its place on its page.
@@ -115,6 +121,7 @@ class ProfilePages final : public ReportPages {
  protected:
   int CutIntoPages(Canvas& /*canvas*/) override { return 1; }
   void DrawReport(int page, Canvas& canvas) override;
+  int ContentWidth() const override { return 0; }  // the line fills the page
 
  private:
   ElevationView view_;

@@ -17,6 +17,7 @@ class TablePages final : public ReportPages {
  protected:
   int CutIntoPages(Canvas& canvas) override;
   void DrawReport(int page, Canvas& canvas) override;
+  int ContentWidth() const override { return view_.contentWidth; }
 
  private:
   int RowsWithRoom(int headerHeight) const;

@@ -1,4 +1,5 @@
 #include "cli/command_line.h"
+#include "cli/rich_site.h"
 
 #include <cstdlib>
 #include <regex>
@@ -167,6 +168,22 @@ TEST_F(PrintCommandTest, TextIsTextInFontsOfTheFile) {
   EXPECT_EQ(FontsThatAreNotEmbedded(), "");
 }
 
+TEST_F(PrintCommandTest, TheLegendHasItsLinesInOrder) {
+  folder.Write("site.map", "\xC2\xA9 Surveyed by the club\nM\t1\n" + std::string(Site));
+  ASSERT_EQ(Printed({"--around", "N0", "E0", "--scale", "1:10000", "--label", "Rains",
+                     "--point-size", "12", "--rotate", "0"})
+                .status,
+            0);
+  const std::string page = PagesAsText().back();
+  size_t at = 0;
+  for (const char* line : {"Surveyed by the club", "Rains", "100m", "Scale: 1:10000", "200m",
+                           "Centered on: N0", "North vertical at center", "Magnetic deviation: "}) {
+    const size_t found = page.find(line, at);
+    ASSERT_NE(found, std::string::npos) << line << '\n' << page;
+    at = found;
+  }
+}
+
 TEST_F(PrintCommandTest, PagesOfReportsRepeatTheHeadingsAndCountThemselves) {
   std::string many = Site;
   for (int i = 100; i < 400; ++i) many += "L\tP" + std::to_string(i) + "\t1\t1\n";
@@ -194,6 +211,41 @@ TEST_F(PrintCommandTest, ReportsTakeTheirFormatAndMeasure) {
   EXPECT_NE(PagesAsText().front().find("36.0"), std::string::npos) << PagesAsText().front();
   ASSERT_EQ(Printed({"--report", "index"}).status, 0);
   EXPECT_NE(PagesAsText().front().find("0.600'"), std::string::npos) << PagesAsText().front();
+}
+
+TEST_F(PrintCommandTest, ChartsOfRangesShowTheChosenMeasure) {
+  folder.Write("site.map", RichSite);
+  const auto chartTitle = [this](const char* measure) {
+    EXPECT_EQ(Printed({"--report", "ranges", "--range", "Oru range", "--measure", measure}).status,
+              0);
+    std::istringstream lines(PagesAsText().front());
+    for (std::string line; std::getline(lines, line);) {
+      const size_t at = line.find("Hourly");
+      if (at != std::string::npos) return line.substr(at);
+    }
+    return std::string();
+  };
+  EXPECT_EQ(chartTitle("0"), "Hourly Travel");
+  EXPECT_EQ(chartTitle("1"), "Hourly activity of fruit");
+  EXPECT_EQ(chartTitle("2"), "Hourly activity of leaf");
+  EXPECT_EQ(chartTitle("3"), "Hourly activity of rest");
+}
+
+TEST_F(PrintCommandTest, NotesThatThePaperCutsColumns) {
+  const auto isCut = [this](const char* report, const char* paper) {
+    const Outcome run = Printed({"--report", report, "--paper", paper});
+    EXPECT_EQ(run.status, 0);
+    return run.err.find("note: The paper is too narrow: columns at the right are cut\n") !=
+           std::string::npos;
+  };
+  folder.Write("site.map", RichSite);
+  for (const char* report : {"trails", "ranges"}) {
+    EXPECT_FALSE(isCut(report, "A4")) << report;
+    EXPECT_TRUE(isCut(report, "A6")) << report;
+  }
+  folder.Write("site.map", "T\tMain\nG\t" + std::string(30, 'W') + "\tN0\tE0\n");
+  EXPECT_FALSE(isCut("index", "A4"));
+  EXPECT_TRUE(isCut("index", "A6"));
 }
 
 TEST_F(PrintCommandTest, AsksBeforeALongReport) {

@@ -25,6 +25,17 @@ struct SheetLine {
   double Length() const { return std::hypot(to.x - from.x, to.y - from.y); }
 };
 
+/// A rectangle on a sheet with an outline, filled or not.
+struct SheetRect {
+  SheetPoint corner;
+  SheetPoint opposite;
+  /// The colour of its outline and the last colour that was set for filling.
+  std::string color;
+  std::string fill;
+  double Width() const { return std::abs(opposite.x - corner.x); }
+  double Height() const { return std::abs(opposite.y - corner.y); }
+};
+
 /// The strokes of one page of a PDF file, by the colour that they have in the file: "1 0 0" is red.
 class PdfPageLines {
  public:
@@ -37,6 +48,8 @@ class PdfPageLines {
     }
     return found;
   }
+  /// The rectangles with an outline, in the order in which they are drawn.
+  const std::vector<SheetRect>& Rects() const { return rects_; }
 
  private:
   using Matrix = std::array<double, 6>;
@@ -44,7 +57,14 @@ class PdfPageLines {
   struct State {
     Matrix matrix{1, 0, 0, 1, 0, 0};
     std::string color;
+    std::string fill;
   };
+
+  static std::string ColorOf(const std::vector<double>& numbers) {
+    std::ostringstream color;
+    color << numbers[0] << ' ' << numbers[1] << ' ' << numbers[2];
+    return color.str();
+  }
 
   SheetPoint Placed(double x, double y) const {
     const Matrix& m = state_.matrix;
@@ -62,6 +82,7 @@ class PdfPageLines {
     std::istringstream words(content);
     std::vector<double> numbers;
     std::vector<SheetLine> path;
+    std::vector<SheetRect> boxes;
     std::vector<State> saved;
     SheetPoint at;
     for (std::string word; words >> word;) {
@@ -77,10 +98,12 @@ class PdfPageLines {
         saved.pop_back();
       }
       if (word == "cm" && numbers.size() == 6) Concatenate(numbers);
-      if (word == "SCN" && numbers.size() == 3) {
-        std::ostringstream color;
-        color << numbers[0] << ' ' << numbers[1] << ' ' << numbers[2];
-        state_.color = color.str();
+      if (word == "SCN" && numbers.size() == 3) state_.color = ColorOf(numbers);
+      if (word == "scn" && numbers.size() == 3) state_.fill = ColorOf(numbers);
+      if (word == "re" && numbers.size() == 4) {
+        boxes.push_back({Placed(numbers[0], numbers[1]),
+                         Placed(numbers[0] + numbers[2], numbers[1] + numbers[3]), state_.color,
+                         state_.fill});
       }
       if (word == "m" && numbers.size() == 2) at = Placed(numbers[0], numbers[1]);
       if (word == "l" && numbers.size() == 2) {
@@ -91,8 +114,10 @@ class PdfPageLines {
       if (word == "S") {
         for (const SheetLine& line : path) lines_.push_back({line, state_.color});
       }
+      if (word == "S" || word == "B") rects_.insert(rects_.end(), boxes.begin(), boxes.end());
       if (word == "S" || word == "n" || word.starts_with('f') || word.starts_with('B')) {
         path.clear();
+        boxes.clear();
       }
       numbers.clear();
     }
@@ -104,6 +129,7 @@ class PdfPageLines {
   };
   State state_;
   std::vector<ColoredLine> lines_;
+  std::vector<SheetRect> rects_;
 };
 
 /// The drawing operators of each page of a PDF file.

@@ -7,6 +7,7 @@
 #include "support/small_map.h"
 
 #include <QPageSize>
+#include <QRectF>
 
 #include <algorithm>
 #include <cmath>
@@ -44,7 +45,7 @@ struct PrintJobTest : testing::Test {
     return PdfLayout(FindPaper(sheet.paper).value_or(Paper{}), sheet.orientation);
   }
   MapPages PagesOn(const Sheet& sheet, const MapWindow& window, const std::string& distance,
-                   const std::string& ratio) {
+                   const std::string& ratio, const std::string& label = "") {
     PrintMapWindow view = MakePrintView(window, DeviceOf(LayoutOf(sheet), sheet.resolution));
     PrintDialog dialog = OpenPrintDialog(view, settings);
     dialog.mode = PrintMode::AroundPoint;
@@ -52,6 +53,7 @@ struct PrintJobTest : testing::Test {
     dialog.horizontal = distance;
     dialog.pointScale = "1:" + ratio;
     dialog.rotation = std::to_string(sheet.rotation);
+    dialog.label = label;
     EXPECT_FALSE(AcceptPrintDialog(dialog, view, settings));
     return MapPages(std::move(view));
   }
@@ -144,6 +146,72 @@ TEST_F(PrintJobTest, ContinuesALineOnTheNextPage) {
       }
     }
   }
+}
+
+TEST_F(PrintJobTest, SegmentsOfTheScaleBarHaveTheLengthThatTheyState) {
+  struct Case {
+    const char* scale;
+    double ratio;
+    double meters;  // of a segment
+  };
+  for (const Case& each : {Case{"10000", 10000, 100}, Case{"25000", 25000, 200},
+                           Case{"2000", 2000, 20}, Case{"123456", 123456, 1000}}) {
+    for (const int resolution : {300, 600}) {
+      const Sheet sheet{"A4", QPageLayout::Portrait, resolution, 0};
+      MapWindow window = map.View(800, 600);
+      MapPages pages = PagesOn(sheet, window, "1m", each.scale, "Rains");
+      const std::vector<std::string> drawn = Print(sheet, pages);
+      ASSERT_EQ(drawn.size(), 1U);
+      const PdfPageLines lines(drawn.front());
+      // The box of the legend comes first.
+      const std::vector<SheetRect>& rects = lines.Rects();
+      ASSERT_GE(rects.size(), 3U) << each.scale;
+      const double onPaper = each.meters / each.ratio * 1000;
+      const double inch = 25.4;
+      EXPECT_EQ(rects.size() - 1, static_cast<size_t>(inch / onPaper)) << each.scale;
+      for (size_t i = 1; i < rects.size(); ++i) {
+        EXPECT_NEAR(rects[i].Width() / PointsPerMillimeter, onPaper, 0.6 * inch / resolution)
+            << each.scale;
+        EXPECT_NEAR(rects[i].Height() / PointsPerMillimeter, inch / 12, inch / resolution);
+        EXPECT_EQ(rects[i].fill, i % 2 == 1 ? "1 1 1" : "0 0 0");
+        EXPECT_EQ(rects[i].color, "0 0 0");
+        if (i == 1) continue;
+        EXPECT_NEAR(rects[i].corner.x, rects[i - 1].opposite.x, 0.01) << "neighbors share an edge";
+      }
+    }
+  }
+}
+
+TEST_F(PrintJobTest, MarksTheCornersWherePagesAreJoined) {
+  const Sheet sheet{"A4"};
+  MapWindow window = map.View(800, 600);
+  MapPages pages = PagesOn(sheet, window, "3.5km", "10000");
+  const std::vector<std::string> drawn = Print(sheet, pages);
+  ASSERT_EQ(drawn.size(), 4U);
+  const QRectF paintable = LayoutOf(sheet).paintRect(QPageLayout::Point);
+  const double height = LayoutOf(sheet).fullRect(QPageLayout::Point).height();
+  const auto marked = [&](const std::string& page) {
+    std::string corners;
+    const std::vector<SheetLine> black = PdfPageLines(page).OfColor("0 0 0");
+    for (const bool top : {false, true}) {
+      for (const bool right : {false, true}) {
+        // A sheet counts from its bottom.
+        const SheetPoint corner{right ? paintable.right() : paintable.left(),
+                                height - (top ? paintable.top() : paintable.bottom())};
+        const auto arms = std::count_if(black.begin(), black.end(), [&](const SheetLine& line) {
+          return std::hypot(line.from.x - corner.x, line.from.y - corner.y) < 1 &&
+                 std::abs(line.Length() - 36) < 0.3;  // half an inch
+        });
+        EXPECT_TRUE(arms == 0 || arms == 2) << arms;
+        if (arms == 2) corners += std::string(top ? "T" : "B") + (right ? "R " : "L ");
+      }
+    }
+    return corners;
+  };
+  EXPECT_EQ(marked(drawn[0]), "BR TL TR ");
+  EXPECT_EQ(marked(drawn[1]), "BL TL TR ");
+  EXPECT_EQ(marked(drawn[2]), "BL BR TR ");
+  EXPECT_EQ(marked(drawn[3]), "BL BR TL ");
 }
 
 TEST_F(PrintJobTest, MakesTheSameFileTwiceButForTheDate) {

@@ -131,7 +131,9 @@ std::unique_ptr<PrintedPages> Printing::MakePages(const PageMaker& makePages) {
   const int count = CountPages(*pages, printer.resolution());
   const int chosen = CountChosen(ChosenPages(printer), count);
   if (chosen == 0) NoteError(messages, "The last page is %s", {std::to_string(count)});
-  return chosen > 0 && MayPrint(messages, chosen) ? std::move(pages) : nullptr;
+  if (chosen == 0 || !MayPrint(messages, chosen)) return nullptr;
+  NoteCutLines(messages, *pages);
+  return pages;
 }
 
 void Printing::PrintPagesOf(ProgramWindow& window, const PageMaker& makePages) {
