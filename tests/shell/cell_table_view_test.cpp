@@ -12,6 +12,7 @@
 #include <QClipboard>
 #include <QLineEdit>
 #include <QScrollBar>
+#include <QStyle>
 
 namespace orvane {
 namespace {
@@ -243,6 +244,53 @@ TEST_F(CellTableViewTest, AColumnEdgeIsDraggedInTheBodyAndTheWidthIsKept) {
   // Another table of the same columns begins with it.
   Show(0);
   EXPECT_EQ(view_->columnWidth(0), before[0] + 20);
+}
+
+/// The smallest rectangle around the dark pixels of a part of a picture.
+QRect InkIn(const QImage& image, const QRect& part) {
+  QRect ink;
+  for (int y = part.top(); y <= part.bottom(); ++y) {
+    for (int x = part.left(); x <= part.right(); ++x) {
+      constexpr int Dark = 90;
+      if (image.pixelColor(x, y).lightness() < Dark) ink |= QRect(x, y, 1, 1);
+    }
+  }
+  return ink;
+}
+
+TEST_F(CellTableViewTest, ATextStaysInItsPlaceWhenItsCellIsOpened) {
+  Show(2);
+  model_->cells[1][1] = "N8 fgH";
+  const QRect cell = view_->visualRect(view_->model()->index(1, 1)).adjusted(2, 2, -1, -1);
+  const QRect before = InkIn(view_->viewport()->grab().toImage(), cell);
+  ASSERT_FALSE(before.isEmpty());
+  Click(1, 1);
+  Field().deselect();
+  Field().clearFocus();  // hides the cursor
+  EXPECT_EQ(InkIn(view_->viewport()->grab().toImage(), cell), before);
+}
+
+// They were white on light grey on a dark desktop.
+TEST_F(CellTableViewTest, ArrowsOfScrollBarsShowOnADarkDesktop) {
+  const QPalette before = QApplication::palette();
+  const QString style = QApplication::style()->objectName();
+  QApplication::setStyle(QStringLiteral("fusion"));
+  QPalette dark(QColor(50, 50, 50));
+  for (const auto role : {QPalette::ButtonText, QPalette::WindowText, QPalette::Text}) {
+    dark.setColor(role, Qt::white);
+  }
+  QApplication::setPalette(dark);
+  Show(40, QSize(140, 200));
+  for (QScrollBar* bar : {view_->verticalScrollBar(), view_->horizontalScrollBar()}) {
+    ASSERT_TRUE(bar->isVisible());
+    const QImage image = bar->grab().toImage();
+    const int side = std::min(image.width(), image.height());
+    const QRect button = QRect(0, 0, side, side).adjusted(3, 3, -3, -3);
+    EXPECT_FALSE(InkIn(image, button).isEmpty()) << bar->orientation();
+    EXPECT_GT(image.pixelColor(button.topLeft()).lightness(), 150);
+  }
+  QApplication::setPalette(before);
+  QApplication::setStyle(style);
 }
 
 TEST_F(CellTableViewTest, AnEdgeDraggedByNoPixelsChangesNothing) {

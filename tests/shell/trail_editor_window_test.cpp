@@ -250,6 +250,14 @@ TEST_F(TrailEditorWindowTest, AnExistingTrailShowsItsIdentityGray) {
   }
 }
 
+TEST_F(TrailEditorWindowTest, ALongNameShowsItsStart) {
+  Trail& path = *Find("Path");
+  path.type = "The long way round the lake";
+  TrailEditorWindow& editor = OpenTrail("Path");
+  EXPECT_EQ(Field(editor, "TrailType").text(), QStringLiteral("The long way round the lake"));
+  EXPECT_EQ(Field(editor, "TrailType").cursorPosition(), 0);
+}
+
 TEST_F(TrailEditorWindowTest, OkWithoutAChangeClosesAndDirtiesNothing) {
   const QPointer<TrailEditorWindow> editor = &OpenTrail("Path");
   Ok(*editor);

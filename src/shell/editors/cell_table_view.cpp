@@ -81,9 +81,13 @@ CellTableView::CellTableView(CellModel& model, std::vector<int>& widths, QWidget
   setAccessibleName(QStringLiteral("Table"));
   setFont(QFont(QStringLiteral("helvetica"), 12));
   QPalette gray = palette();
-  gray.setColor(QPalette::Base, CellBackground);
-  gray.setColor(QPalette::Text, CellInk);
-  gray.setColor(QPalette::Button, CellBackground);
+  // The scroll bars and their corner too, with arrows that show on a dark desktop.
+  for (const auto role : {QPalette::Base, QPalette::Button, QPalette::Window}) {
+    gray.setColor(role, CellBackground);
+  }
+  for (const auto role : {QPalette::Text, QPalette::ButtonText, QPalette::WindowText}) {
+    gray.setColor(role, CellInk);
+  }
   setPalette(gray);
   MakeEditField();
   MakeHeaders();
@@ -127,6 +131,8 @@ void CellTableView::MakeEditField() {
   });
   const QFontMetrics metrics = edit_->fontMetrics();
   rowHeight_ = std::max(edit_->sizeHint().height(), metrics.ascent() + metrics.descent() + 1);
+  // A text stays in its place when its cell is opened. The size hint counts these too.
+  edit_->setTextMargins(-1, 0, 0, 3);
 }
 
 void CellTableView::MakeHeaders() {

@@ -28,6 +28,7 @@ void SetTextOf(QLineEdit& edit, const QString& text) {
   if (edit.text() == text) return;
   const QSignalBlocker showing(edit);
   edit.setText(text);
+  edit.setCursorPosition(0);  // a long text shows its start
 }
 
 }  // namespace
