@@ -98,8 +98,8 @@ LinePlace PlaceOnLine(std::span<const double> lengths, double distance) {
   return place;
 }
 
-/// Always the first point of the segment names the column, also where the column is nearer to
-/// the second: the column after it then has the second one's name, and no name is met twice.
+/// The first point of the segment names the column, also where the column is nearer to the second.
+/// See docs/compatibility.md.
 const std::string* LabelOf(const Point& point, double rest, double length, double halfColumn) {
   if (rest >= halfColumn && length - rest >= halfColumn) return nullptr;
   return point.name.empty() || IsHiddenName(point.name) ? nullptr : &point.name;

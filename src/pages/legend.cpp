@@ -151,7 +151,8 @@ void DrawLegend(const PrintMapWindow& view) {
     width = std::max(width, line.Width(roomOfBar));
     height += line.Height();
   }
-  width += 2 * margin;
+  // A line that is wider than the page is cut at its end.
+  width = std::min(width + 2 * margin, view.device.width);
   height += 2 * margin;
   const PixelRect box{view.device.width - width, view.device.height - height, view.device.width,
                       view.device.height};
@@ -163,7 +164,7 @@ void DrawLegend(const PrintMapWindow& view) {
   for (const SetLine& line : lines) {
     canvas.SetFont(line.font);
     canvas.SetForeColor(Black);
-    const int x = box.left + (width - line.Width(roomOfBar)) / 2;
+    const int x = box.left + std::max(margin, (width - line.Width(roomOfBar)) / 2);
     const int baseline = top + (line.Height() - line.lineHeight) / 2 + canvas.Ascent(line.font);
     canvas.DrawText({x, baseline}, line.text);
     if (line.hasScale) {

@@ -181,7 +181,9 @@ PageFonts ProfilePages::Fonts() const { return {.text = ProfileSize}; }
 
 void ProfilePages::DrawReport(int /*page*/, Canvas& canvas) {
   canvas.Clear(0xFFFFFF);
-  PrintElevation(view_, display_, canvas.Clip(), canvas);
+  PixelRect area = canvas.Clip();
+  area.bottom -= FootRoom(Device(), canvas);
+  PrintElevation(view_, display_, area, canvas);
 }
 
 }  // namespace orvane

@@ -9,13 +9,12 @@ namespace orvane {
 
 namespace {
 
-/// Nothing is drawn further from the plot, in pixels. On level ground the scale is without bound.
+/// Nothing is drawn further from the plot, in pixels.
 constexpr double FarthestPixel = 32000;
 
 /// A height above the bottom line as a pixel row, cut to a whole one.
 int RowOf(const ElevationView& view, double height) {
   const double row = view.plotHeight - height / view.metresPerPixelY;
-  if (std::isnan(row)) return view.plotHeight;  // at the bottom, on level ground
   return static_cast<int>(std::clamp(row, -FarthestPixel, FarthestPixel));
 }
 

@@ -64,6 +64,8 @@ void LayoutElevation(ElevationView& view, int right, int bottom, const TextWidth
   view.plotHeight = std::max(bottom - 2 * view.lineHeight, 1);
   view.leftMargin = textWidth(FormatFixed(view.maxAltitude, 0)) + MarginGap;
   view.metresPerPixelY = (tenth + view.maxAltitude - view.plotBottom) / view.plotHeight;
+  // Level ground has no range that a scale could come from.
+  if (!(view.metresPerPixelY > 0)) view.metresPerPixelY = 1;
   LayoutColumns(view, right - view.leftMargin);
 }
 

@@ -138,8 +138,9 @@ TrailTotals SumTrails(const std::vector<Trail*>& trails) {
     if (IsClosed(*trail)) {
       ++totals.closedTrails;
       totals.area += trail->area;
+      // Level trails show no slanted area, but count in the sum.
+      if (HasAltitudes(*trail)) totals.slantedArea += trail->slantedArea;
     }
-    if (Faces(*trail)) totals.slantedArea += trail->slantedArea;
     if (!HasAltitudes(*trail)) continue;
     totals.groundLength += trail->groundLength;
     // A trail without points has a length of 0 and no altitude.

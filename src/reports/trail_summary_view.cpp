@@ -33,6 +33,20 @@ void DrawHeadings(const TrailSummaryView& view, Canvas& canvas) {
   }
 }
 
+/// Draws a name in its column. A long one is cut before the figures.
+void DrawName(const TrailSummaryView& view, Canvas& canvas, int baseline, const std::string& name) {
+  const int x = view.lineHeight / 5 - view.scrollX;
+  const int end = ColumnEdge(view, TrailSummaryName + 1);
+  if (x + canvas.TextWidth(name) <= end) {
+    canvas.DrawText({x, baseline}, name);
+    return;
+  }
+  const PixelRect clip = canvas.Clip();
+  canvas.SetClip({clip.left, clip.top, std::min(clip.right, end), clip.bottom});
+  canvas.DrawText({x, baseline}, name);
+  canvas.SetClip(clip);
+}
+
 /// Draws the cells of one line, each at the right of its column but for the first.
 template <typename CellText>
 void DrawCells(const TrailSummaryView& view, Canvas& canvas, int baseline, CellText cellText) {
@@ -40,9 +54,11 @@ void DrawCells(const TrailSummaryView& view, Canvas& canvas, int baseline, CellT
   for (int column = 0; column < Columns; ++column) {
     const std::string text = cellText(column);
     if (text.empty()) continue;
-    const int x = column == 0 ? gap - view.scrollX
-                              : ColumnEdge(view, column + 1) - gap - canvas.TextWidth(text);
-    canvas.DrawText({x, baseline}, text);
+    if (column == TrailSummaryName) {
+      DrawName(view, canvas, baseline, text);
+      continue;
+    }
+    canvas.DrawText({ColumnEdge(view, column + 1) - gap - canvas.TextWidth(text), baseline}, text);
   }
 }
 

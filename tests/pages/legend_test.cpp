@@ -108,5 +108,16 @@ TEST_F(LegendTest, IsABoxInTheBottomRightCorner) {
   EXPECT_EQ(canvas.Having("rect")[1].substr(0, 9), "rect 1725");
 }
 
+TEST_F(LegendTest, CutsALongLineAtItsEnd) {
+  c.view.label = std::string(380, 'm');
+  RecordingCanvas canvas(2100, 3000);
+  c.view.target = &canvas;
+  DrawLegend(c.view);
+  EXPECT_EQ(canvas.Having("rect").front(), "rect 0,2936 2100,3000");
+  EXPECT_TRUE(canvas.Having("text")[0].starts_with("text 2,2947 m")) << canvas.Having("text")[0];
+  // The lines that fit are in the middle.
+  EXPECT_EQ(canvas.Having("text")[1], "text 783,2965 Scale: 1:10000");
+}
+
 }  // namespace
 }  // namespace orvane

@@ -206,6 +206,14 @@ TEST(ProfilePagesTest, HasOnePageWithTheWholeLine) {
   const auto vertices = std::count(lines[0].begin(), lines[0].end(), ',');
   EXPECT_EQ(vertices, 400 - (3 * 6 + 3));
 
+  // A page with narrow margins has room for the foot line below the distances.
+  ReportPageFrame narrow = SmallPages();
+  narrow.device.marginBelow = 0;
+  ProfilePages low(narrow, *OpenElevation(map.TheMap(), trail), CoordinateDisplay::Minutes);
+  const std::vector<RecordingCanvas> page = DrawAll(low);
+  const int foot = TextsFrom(page, "site.map").at("site.map").baseline;
+  EXPECT_LE(TextsFrom(page, "0m").at("0m").baseline + 12, foot);
+
   auto transect = OpenTransect(map.TheMap(), a.geo, b.geo);
   ASSERT_TRUE(transect);
   EXPECT_EQ(ProfilePages(SmallPages(), std::move(*transect), CoordinateDisplay::Minutes).Title(),

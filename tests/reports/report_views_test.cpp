@@ -95,6 +95,21 @@ TEST_F(TrailSummaryViewTest, CentersHeadingsAndAlignsFiguresRight) {
   EXPECT_NE(std::find(drawn.begin(), drawn.end(), "text 94,30 100m"), drawn.end());
 }
 
+TEST_F(TrailSummaryViewTest, CutsALongNameBeforeTheFigures) {
+  Lay(380, 200, {&Straight("A name, 14 chs"), &Straight("The name of a trail of thirty letters")});
+  RecordingCanvas canvas(view.viewWidth, view.viewHeight);
+  DrawTrailSummary(view, canvas);
+  const Texts lines = canvas.Lines();
+  const auto after = [&lines](const std::string& text) {
+    const auto found = std::find_if(lines.begin(), lines.end(), [&](const std::string& line) {
+      return line.starts_with("text") && line.ends_with(text);
+    });
+    return found == lines.begin() || found == lines.end() ? std::string() : *std::prev(found);
+  };
+  EXPECT_FALSE(after("A name, 14 chs").starts_with("clip 0,22 90,"));  // it ends at 86
+  EXPECT_EQ(after("thirty letters"), "clip 0,22 90,200");
+}
+
 TEST_F(TrailSummaryViewTest, ShowsTheAspectsIfATrailIsClosed) {
   Trail& square = Square("Plot");
   Lay(380, 400, {&square});

@@ -385,6 +385,18 @@ TEST_F(PrintingTest, ThePreviewLeadsToThePrinter) {
   EXPECT_EQ(PdfPages(Pdf()).size(), 1U);
 }
 
+TEST_F(PrintingTest, ThePreviewAsksOnceBeforeALongJob) {
+  around_.printers.preview = [](QPrinter&, const auto&) { return true; };
+  InDialog(CommandPrintPreview, [](PrintMapDialog& dialog) {
+    Type(Field(dialog, "Point: scale"), "1:1000");
+    Type(Field(dialog, "Point: show at least, vertical"), "3km");
+    Type(Field(dialog, "Point: show at least, horizontal"), "3km");
+    PressOk(dialog);
+  });
+  EXPECT_EQ(messages_.Questions().size(), 1U);
+  EXPECT_GT(PdfPages(Pdf()).size(), 100U);
+}
+
 /// The pages chosen for one job were those of the next too.
 TEST_F(PrintingTest, PrintsAllPagesAfterAJobOfSome) {
   around_.printers.choose = [this](QPrinter& printer) {
@@ -407,6 +419,8 @@ TEST_F(PrintingTest, RefusesAPageWithoutRoom) {
   shell_.Commands().Run(CommandPageSetup, window_);
   shell_.Commands().Run(CommandPrint, window_);
   EXPECT_EQ(Texts(), std::vector<std::string>{"The margins leave no room on the page"});
+  QTest::keyClick(&window_.View(), Qt::Key_E);
+  EXPECT_EQ(Texts().size(), 2U);
 }
 
 TEST_F(PrintingTest, OtherWindowsBeep) {

@@ -391,6 +391,9 @@ TEST_F(PointIndexTest, TypingGoesToAName) {
   EXPECT_EQ(index_->Typed(), "Fig20");
   EXPECT_EQ(SelectedName(), "Fig20");
   for (const int key : {Qt::Key_Escape, Qt::Key_Tab}) Key(*index_, key);
+  // Only ASCII is searched for. Other letters are not "?".
+  QTest::sendKeyEvent(QTest::Click, &Area(), Qt::Key_unknown, QString(QChar(0x044F)),
+                      Qt::NoModifier);
   EXPECT_EQ(index_->Typed(), "Fig20");
   // After a pause a new search begins.
   ASSERT_TRUE(QTest::qWaitFor([&] { return index_->Typed().empty(); }, 3000));
@@ -507,6 +510,12 @@ TEST_F(RangeStatsTest, TheKeysChooseWhatTheChartShows) {
   EXPECT_NE(Shown(), first);
   Key(*stats_, Qt::Key_0);
   EXPECT_EQ(Shown(), distance);
+  // Some keyboards have digits on their shifted keys only.
+  Key(*stats_, Qt::Key_1, Qt::ShiftModifier);
+  EXPECT_EQ(Shown(), first);
+  Key(*stats_, Qt::Key_2, Qt::ControlModifier);
+  EXPECT_EQ(Shown(), first);
+  Key(*stats_, Qt::Key_0);
   // It lasts as long as the window.
   Key(*stats_, Qt::Key_1);
   Q_EMIT map_.Panes().Ranges().selectionChanged();

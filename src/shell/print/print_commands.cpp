@@ -101,6 +101,13 @@ bool Printing::HasValidPrinter() {
   return false;
 }
 
+bool Printing::HasRoomOnPage() {
+  const PageDevice page = PreparePage(ThePrinter());
+  if (page.width > 0 && page.height > 0) return true;
+  NoteError(shell_.TheWorkspace().messages, "The margins leave no room on the page");
+  return false;
+}
+
 Printing::PageMaker Printing::AskWhat(ProgramWindow& window) {
   auto* printable = dynamic_cast<PrintableWindow*>(&window);
   if (window.Kind() != WindowKind::Map && printable == nullptr) {
@@ -111,11 +118,7 @@ Printing::PageMaker Printing::AskWhat(ProgramWindow& window) {
   // What an earlier job chose of its pages is not for this one.
   ThePrinter().setPrintRange(QPrinter::AllPages);
   ThePrinter().setFromTo(0, 0);
-  const PageDevice page = PreparePage(ThePrinter());
-  if (page.width < 1 || page.height < 1) {
-    NoteError(shell_.TheWorkspace().messages, "The margins leave no room on the page");
-    return {};
-  }
+  if (!HasRoomOnPage()) return {};
   if (printable == nullptr) return AskWhatOfMap(*window.MapSide());
   const std::string name(BaseName(window.MapSide()->TheMap().fileName));
   return [printable, name](const PageDevice& device) {
@@ -123,7 +126,7 @@ Printing::PageMaker Printing::AskWhat(ProgramWindow& window) {
   };
 }
 
-std::unique_ptr<PrintedPages> Printing::MakePages(const PageMaker& makePages) {
+std::unique_ptr<PrintedPages> Printing::MakePages(const PageMaker& makePages, int agreedPages) {
   QPrinter& printer = ThePrinter();
   std::unique_ptr<PrintedPages> pages = makePages(PreparePage(printer));
   if (!pages) return nullptr;
@@ -131,19 +134,20 @@ std::unique_ptr<PrintedPages> Printing::MakePages(const PageMaker& makePages) {
   const int count = CountPages(*pages, printer.resolution());
   const int chosen = CountChosen(ChosenPages(printer), count);
   if (chosen == 0) NoteError(messages, "The last page is %s", {std::to_string(count)});
-  if (chosen == 0 || !MayPrint(messages, chosen)) return nullptr;
-  NoteCutLines(messages, *pages);
+  if (chosen == 0) return nullptr;
+  if (chosen > agreedPages && !MayPrint(messages, chosen)) return nullptr;
+  if (agreedPages == 0) NoteCutLines(messages, *pages);
   return pages;
 }
 
-void Printing::PrintPagesOf(ProgramWindow& window, const PageMaker& makePages) {
+void Printing::PrintPagesOf(ProgramWindow& window, const PageMaker& makePages, int agreedPages) {
   QPrinter& printer = ThePrinter();
   std::unique_ptr<PrintedPages> pages = makePages(PreparePage(printer));
   if (!pages) return;
   printer.setDocName(DisplayText(pages->Title()));
   const int offered = CountPages(*pages, printer.resolution());
   if (!shell_.Printers().ChoosePrinter(printer, offered, &window.Widget())) return;
-  pages = MakePages(makePages);
+  pages = MakePages(makePages, agreedPages);
   if (!pages) return;
   if (printer.outputFormat() == QPrinter::PdfFormat && !printer.outputFileName().isEmpty()) {
     WritePdf(printer, *pages, OccasionFor(window));
@@ -154,12 +158,14 @@ void Printing::PrintPagesOf(ProgramWindow& window, const PageMaker& makePages) {
 
 void Printing::Print(ProgramWindow& window) {
   const PageMaker makePages = AskWhat(window);
-  if (makePages) PrintPagesOf(window, makePages);
+  if (makePages) PrintPagesOf(window, makePages, 0);
 }
 
 void Printing::Preview(ProgramWindow& window) {
   const PageMaker makePages = AskWhat(window);
-  if (!makePages || !MakePages(makePages)) return;
+  if (!makePages) return;
+  const std::unique_ptr<PrintedPages> offered = MakePages(makePages, 0);
+  if (!offered) return;
   const auto draw = [&](QPrinter& device) {
     shell_.Guard().Run([&] {
       const std::unique_ptr<PrintedPages> pages = makePages(PreparePage(device));
@@ -167,11 +173,14 @@ void Printing::Preview(ProgramWindow& window) {
     });
   };
   if (shell_.Printers().Preview(ThePrinter(), draw, &window.Widget())) {
-    PrintPagesOf(window, makePages);
+    // The question about a long job was answered before the preview.
+    PrintPagesOf(window, makePages, offered->Count());
   }
 }
 
-void Printing::ShowDialog(MapWindowWidget& window) { AskWhatOfMap(window); }
+void Printing::ShowDialog(MapWindowWidget& window) {
+  if (HasRoomOnPage()) AskWhatOfMap(window);
+}
 
 void Printing::DrawOn(QPrinter& printer, PrintedPages& pages, const QString& occasion) {
   BusyWork busy(shell_.TheWorkspace(), shell_.Boxes(), occasion, shell_.Clock());

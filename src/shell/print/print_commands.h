@@ -48,9 +48,14 @@ class Printing final : public QObject {
   PageMaker AskWhat(ProgramWindow& window);
   PageMaker AskWhatOfMap(MapWindowWidget& window);
   bool HasValidPrinter();
-  /// Makes the pages and checks how many they are. \return null if they are not printed
-  std::unique_ptr<PrintedPages> MakePages(const PageMaker& makePages);
-  void PrintPagesOf(ProgramWindow& window, const PageMaker& makePages);
+  /// \return false, after a message, if the margins take the whole page
+  bool HasRoomOnPage();
+  /// Makes the pages and checks how many they are.
+  /// \param agreedPages  as many are printed without a question: the user has seen them in the
+  ///        preview
+  /// \return null if they are not printed
+  std::unique_ptr<PrintedPages> MakePages(const PageMaker& makePages, int agreedPages);
+  void PrintPagesOf(ProgramWindow& window, const PageMaker& makePages, int agreedPages);
   /// Draws pages on a printer or its preview, with progress.
   void DrawOn(QPrinter& printer, PrintedPages& pages, const QString& occasion);
   /// Prints pages. Cancel ends the job without a page.

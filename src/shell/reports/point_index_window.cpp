@@ -84,9 +84,12 @@ bool PointIndexWindow::TakeKey(const QKeyEvent& event) {
     Area().ShowScroll();
     return true;
   }
-  const QByteArray text = event.text().toLatin1();
-  if ((held & ~Qt::ShiftModifier) != 0 || text.size() != 1) return false;
-  const char character = text.front();
+  const QString text = event.text();
+  constexpr char16_t AfterAscii = 128;
+  if ((held & ~Qt::ShiftModifier) != 0 || text.size() != 1 || text.front() >= AfterAscii) {
+    return false;
+  }
+  const char character = text.front().toLatin1();
   // Return, Escape and their like are not for the search.
   constexpr char FirstPrinting = 32;
   if (character < FirstPrinting && event.key() != Qt::Key_Backspace) return false;

@@ -63,7 +63,8 @@ std::optional<ReportFile> RangeStatsWindow::FileToSave() {
 }
 
 bool RangeStatsWindow::TakeKey(const QKeyEvent& event) {
-  const Qt::KeyboardModifiers held = event.modifiers() & ~Qt::KeypadModifier;
+  // Some keyboards have their digits on the shifted keys.
+  const Qt::KeyboardModifiers held = event.modifiers() & ~(Qt::KeypadModifier | Qt::ShiftModifier);
   if (held != Qt::NoModifier || event.key() < Qt::Key_0 || event.key() > Qt::Key_3) return false;
   const auto measure = static_cast<TravelChartMode>(event.key() - Qt::Key_0);
   if (shown_.ChooseMeasure(measure)) Area().ShowScroll();
