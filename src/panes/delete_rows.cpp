@@ -2,6 +2,7 @@
 
 #include "base/file_names.h"
 #include "base/messages.h"
+#include "base/utf8.h"
 #include "editing/delete_records.h"
 #include "model/point_names.h"
 #include "model/workspace.h"
@@ -35,7 +36,7 @@ bool AskAboutBasisMaps(MapWindow& view, const std::vector<Trail*>& trails) {
     const std::string_view file = BaseName(holder->shownName);
     if (AskUser(view.map->workspace->messages, "Delete Trail", "Delete", "Cancel", "",
                 "Trail %s is in the basis map %s.  Delete it there?",
-                {text.substr(0, QuestionNameBytes), file.substr(0, QuestionNameBytes)}) != 1) {
+                {CutText(text, QuestionNameBytes), CutText(file, QuestionNameBytes)}) != 1) {
       return false;
     }
   }

@@ -1,5 +1,6 @@
 #include "panes/range_drops.h"
 
+#include "base/utf8.h"
 #include "model/point_names.h"
 
 namespace orvane {
@@ -12,7 +13,8 @@ constexpr size_t NumberedNameBytes = 40;
 std::string FreeRangeName(Map& map, const std::string& type) {
   if (FindRange(map, type) == nullptr) return type;
   for (int number = 2;; ++number) {
-    std::string name = type.substr(0, NumberedNameBytes) + " " + std::to_string(number);
+    std::string name(CutText(type, NumberedNameBytes));
+    name += " " + std::to_string(number);
     if (FindRange(map, name) == nullptr) return name;
   }
 }

@@ -148,6 +148,17 @@ TEST_F(PaneClicks, ADropOnNewNamesTheRangeAfterItsGroupWithANumberIfNeedBe) {
   EXPECT_NE(map.flags & MapDirty, 0U);
 }
 
+// The name ended with half a letter, and so was shown as Latin-1.
+TEST_F(PaneClicks, TheNumberOfARangeFollowsAWholeLetter) {
+  const std::string letters(39, 'x');
+  const std::string type = letters + "\xC3\xA9";
+  Show("T\tPath\t" + type + "\nG\tA\tS20 0\tE47 0\n");
+  ClickTrailRow(view, &Row(type), false);
+  EXPECT_TRUE(DropSelection(view, RangeRow("New"), history));
+  EXPECT_TRUE(DropSelection(view, RangeRow("New"), history));
+  EXPECT_EQ(RangeTexts()[0], letters + " 2");
+}
+
 TEST_F(PaneClicks, ADropPutsItsKeysInFront) {
   Map& map = Show(std::string(TwoGroupsText) + "R\tBlue\nK\tPapio\n");
   ClickTrailRow(view, &Row("Cebus"), false);
