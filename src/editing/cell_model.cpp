@@ -1,5 +1,6 @@
 #include "editing/cell_model.h"
 
+#include "base/field_text.h"
 #include "base/utf8.h"
 
 #include <algorithm>
@@ -7,7 +8,7 @@
 namespace orvane {
 
 bool CommitCell(CellModel& model, size_t row, size_t column, std::string_view text) {
-  return model.SetCell(row, column, CutText(text, MostCellBytes));
+  return model.SetCell(row, column, FieldText(CutText(text, MostCellBytes)));
 }
 
 PasteResult PasteCells(CellModel& model, size_t row, size_t column,

@@ -49,7 +49,7 @@ class CellModel {
 /// Bytes that the edit field of a cell takes; the rest is dropped.
 constexpr size_t MostCellBytes = 999;
 
-/// Commits the text of the edit field to its cell.
+/// Commits the text of the edit field to its cell. A tab or line end in it becomes a blank.
 /// \return false, after a message, if the text is refused
 bool CommitCell(CellModel& model, size_t row, size_t column, std::string_view text);
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/field_text.h"
 #include "base/utf8.h"
 #include "editing/cell_model.h"
 #include "editing/trail_form.h"
@@ -58,7 +59,7 @@ class RangeEditor final : public CellModel {
   const std::string& Name() const { return name_; }
   const std::string& ColorText() const { return color_; }
   /// Both fields take `MostFieldBytes`.
-  void SetName(std::string_view text) { name_ = CutText(text, MostFieldBytes); }
+  void SetName(std::string_view text) { name_ = CutText(FieldText(text), MostFieldBytes); }
   void SetColorText(std::string_view text) { color_ = CutText(text, MostFieldBytes); }
 
   /// True once the table was changed; name and colour don't count.

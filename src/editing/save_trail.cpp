@@ -3,6 +3,7 @@
 #include "base/messages.h"
 #include "base/number_text.h"
 #include "base/text.h"
+#include "base/utf8.h"
 #include "editing/detach_trail.h"
 #include "editing/edit_history.h"
 #include "model/point_names.h"
@@ -112,10 +113,11 @@ class Questions {
   bool StopAtNearPlace() {
     for (const TrailRow& row : editor_.Rows()) {
       if (!row.showsNear || !IsVisit(row) || !IsKept(row)) continue;
-      const std::string place = row.nearName.value_or("").substr(0, QuestionPlaceBytes);
+      const std::string place = row.nearName.value_or("");
       return AskUser(messages_, "Place", "OK", "Cancel", "",
                      "The place \"%s\" of %s can't be kept by this editor.",
-                     {place, std::string_view(row.name).substr(0, QuestionPointBytes)}) != 1;
+                     {CutText(place, QuestionPlaceBytes), CutText(row.name, QuestionPointBytes)}) !=
+             1;
     }
     return false;
   }
@@ -138,18 +140,20 @@ class TrailBuilder {
   TrailBuilder(Map& map, Trail* trail, const TrailDetacher* detached)
       : map_(map), trail_(trail), detached_(detached) {}
 
-  void Build(const std::vector<TrailRow>& rows) {
+  /// \return the texts that can't be the name of a point, as "="
+  std::vector<std::string> Build(const std::vector<TrailRow>& rows) {
     for (const TrailRow& row : rows) {
       if (IsKept(row)) AddRow(row);
     }
     if (trail_ != nullptr) FillPointTimes(*trail_);
+    return std::move(refused_);
   }
 
  private:
   void AddRow(const TrailRow& row) {
     const Found found = PointOf(row.name);
     Point* point = found.point;
-    if (point == nullptr) return;
+    if (point == nullptr) return Refuse(row.name);
     if (found.isNew && !found.hasMark) GiveMark(row.mark, *point);
     if (point != previous_) Place(*point);
     previous_ = point;
@@ -162,7 +166,7 @@ class TrailBuilder {
   }
 
   struct Found {
-    Point* point = nullptr;  ///< null if the name is none, as "="
+    Point* point = nullptr;  ///< null if the name is not one, as "="
     bool isNew = false;
     bool hasMark = false;  ///< a new point: of its name on the trail
   };
@@ -210,15 +214,19 @@ class TrailBuilder {
       reading.inclination = row.inclination;
       const bool hasBase = row.basePoint && !row.basePoint->empty();
       if (hasBase) reading.base = BaseOf(*row.basePoint);
-      reading.flags |= reading.base != nullptr ? MeasureCompass : MeasureAltitude;
+      if (hasBase && reading.base == nullptr) return Refuse(*row.basePoint);
+      reading.flags |= hasBase ? MeasureCompass : MeasureAltitude;
     }
     point.measurements.push_front(std::move(reading));
   }
+
+  void Refuse(const std::string& name) { refused_.push_back(name); }
 
   Map& map_;
   Trail* trail_;
   const TrailDetacher* detached_;
   Point* previous_ = nullptr;
+  std::vector<std::string> refused_;
 };
 
 /// A new trail, or the deleted one of the editor again.
@@ -239,16 +247,16 @@ Trail& MakeTrail(const TrailEditor& editor, Map& map, const TrailInput& input) {
   return trail;
 }
 
-void ChangeMap(const TrailEditor& editor, Map& map, const TrailInput& input,
-               EditFollowUp& followUp) {
+/// \return the texts that can't be the name of a point
+std::vector<std::string> ChangeMap(const TrailEditor& editor, Map& map, const TrailInput& input,
+                                   EditFollowUp& followUp) {
   followUp.solve = true;
   Trail* trail = editor.Edited();
   if (trail == nullptr && (!input.name.empty() || input.date != 0)) {
     trail = &MakeTrail(editor, map, input);
   }
   if (trail == nullptr) {
-    TrailBuilder(map, nullptr, nullptr).Build(editor.Rows());
-    return;
+    return TrailBuilder(map, nullptr, nullptr).Build(editor.Rows());
   }
   // Rows keep what another window gave them meanwhile.
   if (input.color != NoColor && input.color != editor.OpenedColor()) {
@@ -258,11 +266,11 @@ void ChangeMap(const TrailEditor& editor, Map& map, const TrailInput& input,
   trail->groupSize = input.groupSize;
   trail->width = input.width;
   // The vertices of a contour are no survey points, and its table can't be edited.
-  if (editor.IsReadOnly()) return;
+  if (editor.IsReadOnly()) return {};
   TrailDetacher detacher(map, {trail}, editor.Rows());
   detacher.KeepMarks(editor.DeletedPoints());
   detacher.Detach();
-  TrailBuilder(map, trail, &detacher).Build(editor.Rows());
+  return TrailBuilder(map, trail, &detacher).Build(editor.Rows());
 }
 
 /// A row without a name and a reading makes no point, even if it holds a comment.
@@ -323,11 +331,13 @@ SaveOutcome SaveTrailEditor(TrailEditor& editor, EditHistory& history) {
       questions.StopAtForeignChange()) {
     return SaveOutcome::Stays;
   }
+  std::vector<std::string> badNames;
   history.Apply(
       {.name = EditName(editor, input), .map = &map, .change = [&](EditFollowUp& followUp) {
-         ChangeMap(editor, map, input, followUp);
+         badNames = ChangeMap(editor, map, input, followUp);
          return true;
        }});
+  for (const std::string& name : badNames) NoteError(messages, "Bad pointname %s", {name});
   NoteRowsLeftOut(editor, messages);
   return SaveOutcome::Closes;
 }

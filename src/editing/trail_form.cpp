@@ -1,5 +1,6 @@
 #include "editing/trail_form.h"
 
+#include "base/field_text.h"
 #include "base/number_text.h"
 #include "base/utf8.h"
 
@@ -43,7 +44,8 @@ TrailForm::TrailForm(const Trail& trail) : isNew_(false) {
 }
 
 void TrailForm::SetText(TrailField field, std::string_view text) {
-  At(field).text = IsIdentity(field) ? CutText(text, MostFieldBytes) : text;
+  const std::string typed = FieldText(text);
+  At(field).text = IsIdentity(field) ? std::string(CutText(typed, MostFieldBytes)) : typed;
   if (isNew_ && IsIdentity(field)) ApplyRules();
 }
 

@@ -28,8 +28,8 @@ class TrailForm {
   const std::string& Text(TrailField field) const { return At(field).text; }
   bool IsEnabled(TrailField field) const { return At(field).enabled; }
 
-  /// A text was typed; a field of the identity takes its first `MostFieldBytes`. Enables and
-  /// disables the fields that it rules; a focal animal sets the size to 1.
+  /// A text was typed; a field of the identity takes its first `MostFieldBytes`. A tab or line end
+  /// that was pasted becomes a blank. Enables and disables the fields that it rules; a focal animal sets the size to 1.
   void SetText(TrailField field, std::string_view text);
 
  private:

@@ -1,6 +1,7 @@
 #include "entry/sheet_fields.h"
 
 #include "base/dates.h"
+#include "base/field_text.h"
 #include "base/number_text.h"
 #include "base/text.h"
 #include "base/utf8.h"
@@ -116,9 +117,9 @@ SheetReading ReadSheetFields(const SheetFields& fields, Map& map) {
   if (spec.dateColumn == ColumnMalformed) {
     ReadDateSeries(ColumnField(fields, SheetDate), europeanDates, spec);
   }
-  spec.speciesAlways = TextOrNull(fields[SheetSpeciesAlways]);
+  spec.speciesAlways = TextOrNull(FieldText(fields[SheetSpeciesAlways]));
   spec.dateAlways = TextOrNull(fields[SheetDateAlways]);
-  spec.focalAlways = TextOrNull(fields[SheetFocalAlways]);
+  spec.focalAlways = TextOrNull(FieldText(fields[SheetFocalAlways]));
   if (spec.dateAlways &&
       ParseDate(*spec.dateAlways, europeanDates).length < spec.dateAlways->size()) {
     reading.refusal = {"Bad date", SheetDateAlways};

@@ -1,5 +1,6 @@
 #include "entry/sheet_file.h"
 
+#include "base/field_text.h"
 #include "base/files.h"
 #include "base/text.h"
 #include "base/utf8.h"
@@ -19,10 +20,6 @@ bool IsCsvName(std::string_view path) {
 
 bool IsUtf16(std::string_view text) {
   return text.starts_with("\xFF\xFE") || text.starts_with("\xFE\xFF");
-}
-
-void AppendCell(std::string& text, std::string_view cell) {
-  for (const char c : cell) text += c == '\t' || c == '\r' || c == '\n' ? ' ' : c;
 }
 
 }  // namespace
@@ -56,7 +53,7 @@ FollowSheet SheetFromCsv(std::string_view bytes) {
   for (TableRow row; rows.Next(row);) {
     for (size_t i = 0; i < row.cells.size(); ++i) {
       if (i > 0) sheet.text += '\t';
-      AppendCell(sheet.text, row.cells[i]);
+      sheet.text += FieldText(row.cells[i]);
     }
     sheet.text += '\n';
     sheet.rowLines.push_back(row.line);

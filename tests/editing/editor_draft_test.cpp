@@ -46,7 +46,7 @@ TEST_F(EditorDraftTest, BringsBackANewTrail) {
   editor.SetCell(1, ColumnPoint, "A");
   editor.SetCell(1, ColumnBearing, "A12.5");
   const EditorDraft draft = ThroughText(DraftOf(editor));
-  EXPECT_EQ(DraftTitle(draft), "New Trail Ridge\twith a tab");
+  EXPECT_EQ(DraftTitle(draft), "New Trail Ridge with a tab");
   const auto again = TrailEditorOf(map, draft);
   EXPECT_EQ(AllCells(*again), AllCells(editor));
   EXPECT_EQ(again->Rows()[0].gps.lat, editor.Rows()[0].gps.lat) << "to the last bit";

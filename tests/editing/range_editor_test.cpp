@@ -48,6 +48,14 @@ TEST_F(RangeEditorTest, ItsFieldsTakeNoMoreThanIsRead) {
   EXPECT_EQ(editor.ColorText().size(), MostFieldBytes);
 }
 
+TEST_F(RangeEditorTest, ATabOrLineEndBecomesABlank) {
+  RangeEditor editor(map, nullptr, NoColor);
+  editor.SetName("Blue\tRed");
+  EXPECT_EQ(editor.Name(), "Blue Red");
+  EXPECT_TRUE(CommitCell(editor, 0, ColumnType, "Papio\nT\tRidge"));
+  EXPECT_EQ(editor.GetCell(0, ColumnType), "Papio T Ridge");
+}
+
 TEST_F(RangeEditorTest, ACellTakes999Bytes) {
   RangeEditor editor(map, nullptr, NoColor);
   EXPECT_TRUE(CommitCell(editor, 0, ColumnType, std::string(1200, 'x')));

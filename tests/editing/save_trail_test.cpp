@@ -237,6 +237,22 @@ TEST_F(SaveTrailTest, AnEmptyRowIsLeftOutSilently) {
   EXPECT_EQ(Notes(), Texts{});
 }
 
+// The row was lost without a word, and such a base made an altitude of -9999 m.
+TEST_F(SaveTrailTest, ANameThatIsNoneIsAMessage) {
+  TrailEditor editor(map, &TrailNamed("Kana"));
+  const size_t rows = editor.RowCount();
+  editor.SetCell(rows, ColumnName, "=");
+  editor.SetCell(rows - 1, ColumnPoint, "==");
+  ASSERT_EQ(SaveTrailEditor(editor, history), SaveOutcome::Closes);
+  Texts errors;
+  for (const auto& entry : messages.Entries()) {
+    if (entry.severity == Severity::Error) errors.push_back(entry.text);
+  }
+  EXPECT_EQ(errors, (Texts{"Bad pointname ==", "Bad pointname ="}));
+  EXPECT_EQ(NamesOf(TrailNamed("Kana")).back(), "Kana100");
+  EXPECT_TRUE(Named(map, "Kana100").measurements.empty());
+}
+
 // Nothing could give it another place.
 TEST_F(SaveTrailTest, APointThatLosesItsLastReadingKeepsItsPlace) {
   const LatLon was = Named(map, "Kana100").geo;
@@ -379,6 +395,20 @@ TEST_F(SaveTrailTest, AsksBeforeANearPlaceIsLost) {
   ASSERT_EQ(messages.Questions().size(), 1U);
   EXPECT_EQ(messages.Questions()[0].text,
             "The place \"Kana50\" of 9:10 can't be kept by this editor.");
+}
+
+// It ended with half a letter, and so was shown as Latin-1.
+TEST_F(SaveTrailTest, AQuestionOnAPlaceEndsWithAWholeLetter) {
+  const std::string place = std::string(59, 'x') + "\xC3\xA9tang";
+  const std::string name = std::string(29, 'p') + "\xC3\xA9";
+  Map& brook = Open("T\tBrook\tRiver\nN\t" + name + "\t" + place + "\n", "brook.map");
+  TrailEditor editor(brook, FindTrail(brook, "Brook"));
+  editor.SetField(TrailField::Width, "3");
+  SaveTrailEditor(editor, history);
+  ASSERT_EQ(messages.Questions().size(), 1U);
+  EXPECT_EQ(messages.Questions()[0].text, "The place \"" + std::string(59, 'x') + "\" of " +
+                                              std::string(29, 'p') +
+                                              " can't be kept by this editor.");
 }
 
 TEST_F(SaveTrailTest, AsksBeforeAChangeOfAnotherWindowIsReplaced) {

@@ -85,6 +85,15 @@ TEST(TrailForm, OfAnExistingTrailShowsItsIdentityDisabled) {
   EXPECT_TRUE(form.IsEnabled(TrailField::Size));
 }
 
+// Pasted from a spreadsheet, it would break the line of the file.
+TEST(TrailForm, ATabOrLineEndBecomesABlank) {
+  TrailForm form;
+  form.SetText(TrailField::Type, "Human\tRidge");
+  form.SetText(TrailField::Name, "East\r\nRidge");
+  EXPECT_EQ(form.Text(TrailField::Type), "Human Ridge");
+  EXPECT_EQ(form.Text(TrailField::Name), "East  Ridge");
+}
+
 TEST(TrailForm, TakesNoMoreOfAnIdentityThanIsRead) {
   Trail trail;
   trail.type = "Road";

@@ -55,12 +55,12 @@ TEST_F(SheetFieldsTest, BlankFieldsAreNotAFaultWhereATextIsGiven) {
   SheetFields fields;
   fields[SheetTime] = "0";
   fields[SheetLocation] = "1";
-  fields[SheetSpeciesAlways] = "Oru";
+  fields[SheetSpeciesAlways] = "Oru\tnorth";  // as pasted
   fields[SheetDateAlways] = "2003-5-31";
   const ImportSpec spec = SpecOf(fields);
   EXPECT_EQ(spec.skipCount, ColumnBlank);
   EXPECT_EQ(spec.activityColumn, ColumnBlank);
-  EXPECT_EQ(spec.speciesAlways, "Oru");
+  EXPECT_EQ(spec.speciesAlways, "Oru north");
   EXPECT_EQ(spec.dateAlways, "2003-5-31");
   EXPECT_FALSE(spec.focalAlways);  // a missing focal animal is not a fault either
 }
