@@ -620,10 +620,15 @@ Fault ScriptRun::Answer(const Fields& fields) {
 
 Fault ScriptRun::Import(const Fields& fields) {
   SheetFields sheet;
+  SheetChooser choose;
   for (size_t i = 1; i < fields.size(); ++i) {
     std::string name;
     std::string value;
     if (!SplitSetting(fields[i], name, value)) return NoSuch("option", fields[i]);
+    if (name == SheetNameOption) {
+      choose = ChooseNamed(value);
+      continue;
+    }
     const auto& options = SheetOptions();
     const auto option = std::find_if(options.begin(), options.end(),
                                      [&](const SheetOption& each) { return name == each.option; });
@@ -633,8 +638,8 @@ Fault ScriptRun::Import(const Fields& fields) {
   session_.history.Apply({.name = NameOfImport(fields[0]),
                           .map = &session_.map,
                           .change = [&](EditFollowUp& followUp) {
-                            const auto outcome =
-                                ImportSheet(session_.map, session_.messages, fields[0], sheet);
+                            const auto outcome = ImportSheet(session_.map, session_.messages,
+                                                             fields[0], sheet, choose);
                             if (!outcome) return false;
                             followUp.freshRows = true;
                             followUp.marksNothing = !outcome->changed;

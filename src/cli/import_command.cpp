@@ -39,8 +39,8 @@ std::optional<ImportSpec> ReadSheetSpec(Map& map, Messages& messages, const Shee
 }
 
 std::optional<SheetOutcome> ImportSheet(Map& map, Messages& messages, const std::string& sheet,
-                                        const SheetFields& fields) {
-  const auto text = ReadSheet(messages, sheet);
+                                        const SheetFields& fields, const SheetChooser& choose) {
+  const auto text = ReadSheet(messages, sheet, choose);
   if (!text) return std::nullopt;
   auto spec = ReadSheetSpec(map, messages, fields);
   if (!spec) return std::nullopt;
@@ -53,7 +53,8 @@ std::optional<SheetOutcome> ImportSheet(Map& map, Messages& messages, const std:
 }
 
 int ImportCommand(Map& map, LineMessages& messages, const ImportRequest& request) {
-  const auto outcome = ImportSheet(map, messages, request.sheet, request.fields);
+  const auto outcome =
+      ImportSheet(map, messages, request.sheet, request.fields, request.chooseSheet);
   if (!outcome) return ExitFailed;
   const int saved = SaveCommand(map, request.output, false);
   return outcome->completed && outcome->unwritten.empty() ? saved : ExitFailed;

@@ -2,6 +2,7 @@
 
 #include "cli/line_messages.h"
 #include "entry/sheet_fields.h"
+#include "entry/sheet_file.h"
 #include "model/map.h"
 
 #include <array>
@@ -12,10 +13,14 @@ namespace orvane {
 
 /// The arguments of `import`.
 struct ImportRequest {
-  std::string sheet;   ///< the file of the follow sheet
-  std::string output;  ///< the map to write
-  SheetFields fields;  ///< what the fields of the dialog would hold
+  std::string sheet;         ///< the file of the follow sheet
+  std::string output;        ///< the map to write
+  SheetChooser chooseSheet;  ///< of a spreadsheet; none for the first
+  SheetFields fields;        ///< what the fields of the dialog would hold
 };
+
+/// The option that chooses one of the sheets of a spreadsheet.
+constexpr const char* SheetNameOption = "--sheet";
 
 /// An option of the batch tool for a field of the dialog.
 struct SheetOption {
@@ -34,7 +39,7 @@ std::optional<ImportSpec> ReadSheetSpec(Map& map, Messages& messages, const Shee
 /// Takes a follow sheet into the map, with its messages.
 /// \return nothing if the fields or the sheet were refused
 std::optional<SheetOutcome> ImportSheet(Map& map, Messages& messages, const std::string& sheet,
-                                        const SheetFields& fields);
+                                        const SheetFields& fields, const SheetChooser& choose = {});
 
 /// Takes a follow sheet into the map and saves it in full to the file `output`, or to standard
 /// output if it is "-". Fields that the dialog would refuse and a sheet that can't be opened write

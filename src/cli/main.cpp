@@ -222,10 +222,22 @@ void AddMapOutput(CLI::App& command, std::string& output) {
       ->type_name("OUT");
 }
 
+/// The choice of one of the sheets of a spreadsheet.
+void AddSheetChoice(CLI::App& command, SheetChooser& choose) {
+  command
+      .add_option_function<std::string>(
+          SheetNameOption, [&choose](const std::string& name) { choose = ChooseNamed(name); },
+          "the sheet of a spreadsheet; the first if not given")
+      ->type_name("NAME");
+}
+
 /// The options of `import` and its preview.
 void AddSheetOptions(CLI::App& command, ImportRequest& request) {
-  command.add_option("SHEET", request.sheet, "tab-separated text or .csv, a row a line")
+  command
+      .add_option("SHEET", request.sheet,
+                  "tab-separated text, .csv, .xlsx, .xls or .ods, a row a line")
       ->required();
+  AddSheetChoice(command, request.chooseSheet);
   for (const SheetOption& option : SheetOptions()) {
     command.add_option(option.option, request.fields[option.field], option.help)
         ->type_name(option.type);
@@ -289,6 +301,7 @@ void ReadFixColumns(const std::string& text, std::vector<NamedFixColumn>& column
 void AddFixOptions(CLI::App& command, ImportFixesRequest& request) {
   FixOptions& options = request.options;
   command.add_option("TABLE", request.table, "rows with time, position and animal")->required();
+  AddSheetChoice(command, options.chooseSheet);
   constexpr double BelowZero = -std::numeric_limits<double>::denorm_min();
   command.add_option("--type", options.type, "the type of the trails; the species if not given")
       ->type_name("TYPE");

@@ -15,7 +15,7 @@ constexpr size_t AllRows = std::numeric_limits<size_t>::max();
 }  // namespace
 
 int PreviewSheetCommand(Map& map, LineMessages& messages, const ImportRequest& request) {
-  const auto sheet = ReadSheet(messages, request.sheet);
+  const auto sheet = ReadSheet(messages, request.sheet, request.chooseSheet);
   if (!sheet) return ExitFailed;
   auto spec = ReadSheetSpec(map, messages, request.fields);
   if (!spec) return ExitFailed;

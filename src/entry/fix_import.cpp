@@ -21,20 +21,6 @@ std::string MoreText(size_t count) {
   return Counted(count, "more row is left out", "more rows are left out");
 }
 
-/// What is said of dates such as 3/5/2004.
-void AppendDayOrder(const DayOrder& order, std::vector<std::string>& notes) {
-  if (order.ambiguousRow == 0) return;
-  const std::string which = order.dayFirst ? "the day is first" : "the month is first";
-  std::string text = "The date in " + RowText(order.ambiguousRow) + " can be read in two ways: ";
-  if (order.decidingRow > 0) {
-    text += RowText(order.decidingRow) + " shows that " + which;
-  } else {
-    text += "no row shows which, and " + which + " as European dates are " +
-            (order.dayFirst ? "on" : "off");
-  }
-  notes.push_back(text);
-}
-
 /// Names the first rows without a usable fix.
 void AppendBadRows(const FixTable& table, std::vector<std::string>& notes) {
   FixRows rows(table);
@@ -66,15 +52,8 @@ std::string CountsText(const FixImport& import) {
   const FixPlan& plan = import.plan;
   std::string text =
       "Read " + Counted(import.table.rowCount, "fix", "fixes") + " from " + import.fileName + ": ";
-  std::vector<std::string> parts;
-  for (size_t i = 0; i < FixStateCount; ++i) {
-    const auto state = static_cast<FixState>(i);
-    if (plan.counts[i] == 0 && state != FixState::Used) continue;
-    const std::string name = state == FixState::Used ? "taken" : std::string(FixStateName(state));
-    parts.push_back(std::to_string(plan.counts[i]) + " " + name);
-  }
-  text += Joined(parts) + "; " + Counted(plan.trails.size(), "trail", "trails") + " and " +
-          Counted(plan.ranges.size(), "range", "ranges");
+  text += StateCountsText(plan, "taken") + "; " + Counted(plan.trails.size(), "trail", "trails") +
+          " and " + Counted(plan.ranges.size(), "range", "ranges");
   if (import.options.clock.zone) return text + " added";
   text += " added; times are UTC" + OffsetText(plan.offsetMinutes);
   if (!import.options.clock.offsetMinutes) {
@@ -115,29 +94,38 @@ void AddRanges(Map& map, const FixImport& import) {
   }
 }
 
-std::optional<FixImport> ReadFixes(const Map& map, std::string bytes, const std::string& name,
-                                   const FixOptions& options) {
+}  // namespace
+
+std::optional<std::string> ReadFixText(Messages& messages, const std::string& path,
+                                       const SheetChooser& choose) {
+  auto bytes = ReadWholeFile(path);
+  if (!bytes) {
+    NoteError(messages, "Can't open file %s", {path});
+    return std::nullopt;
+  }
+  if (IsSpreadsheetName(path)) {
+    return ReadSpreadsheet(messages, path, *bytes, choose, ClockForm::Seconds, true);
+  }
+  return TableText(std::move(*bytes));
+}
+
+std::optional<FixImport> ReadFixImportOfText(const Map& map, std::string text,
+                                             const std::string& name, const FixOptions& options) {
   Workspace& workspace = *map.workspace;
   FixReading reading = options.reading;
   reading.europeanDates = workspace.preferences.europeanDates;
-  auto table = ReadFixTable(TableText(std::move(bytes)), name, reading, workspace.messages,
-                            workspace.progress);
+  auto table = ReadFixTable(std::move(text), name, reading, workspace.messages, workspace.progress);
   if (!table) return std::nullopt;
   FixImport import{name, std::move(*table), {}, options};
   if (!import.table.fixes.empty()) import.plan = PlanFixes(import.table, options, map);
   return import;
 }
 
-}  // namespace
-
 std::optional<FixImport> ReadFixImport(const Map& map, const std::string& path,
                                        const FixOptions& options) {
-  auto bytes = ReadWholeFile(path);
-  if (!bytes) {
-    NoteError(map.workspace->messages, "Can't open file %s", {path});
-    return std::nullopt;
-  }
-  return ReadFixes(map, std::move(*bytes), path, options);
+  auto text = ReadFixText(map.workspace->messages, path, options.chooseSheet);
+  if (!text) return std::nullopt;
+  return ReadFixImportOfText(map, std::move(*text), path, options);
 }
 
 bool HasUsableFixes(const FixImport& import, Messages& messages) {
@@ -155,14 +143,37 @@ std::optional<FixImport> StartFixImport(const Map& map, const std::string& path,
 
 std::optional<FixImport> StartFixImportOfText(const Map& map, std::string bytes,
                                               const std::string& name, const FixOptions& options) {
-  auto import = ReadFixes(map, std::move(bytes), name, options);
+  auto import = ReadFixImportOfText(map, TableText(std::move(bytes)), name, options);
   if (!import || !HasUsableFixes(*import, map.workspace->messages)) return std::nullopt;
   return import;
 }
 
+std::string DayOrderText(const DayOrder& order) {
+  if (order.ambiguousRow == 0) return {};
+  const std::string which = order.dayFirst ? "the day is first" : "the month is first";
+  const std::string text =
+      "The date in " + RowText(order.ambiguousRow) + " can be read in two ways: ";
+  if (order.decidingRow > 0) return text + RowText(order.decidingRow) + " shows that " + which;
+  return text + "no row shows which, and " + which + " as European dates are " +
+         (order.dayFirst ? "on" : "off");
+}
+
+std::string StateCountsText(const FixPlan& plan, const std::string& used) {
+  std::vector<std::string> parts;
+  for (size_t i = 0; i < FixStateCount; ++i) {
+    const auto state = static_cast<FixState>(i);
+    if (plan.counts[i] == 0 && state != FixState::Used) continue;
+    const std::string name = state == FixState::Used ? used : std::string(FixStateName(state));
+    parts.push_back(std::to_string(plan.counts[i]) + " " + name);
+  }
+  return Joined(parts);
+}
+
 std::vector<std::string> FixNotes(const FixImport& import) {
   std::vector<std::string> notes;
-  AppendDayOrder(import.table.dayOrder, notes);
+  if (std::string order = DayOrderText(import.table.dayOrder); !order.empty()) {
+    notes.push_back(std::move(order));
+  }
   AppendBadRows(import.table, notes);
   AppendFastRows(import, notes);
   notes.push_back(CountsText(import));

@@ -29,6 +29,17 @@ std::optional<FixImport> StartFixImport(const Map& map, const std::string& path,
 std::optional<FixImport> ReadFixImport(const Map& map, const std::string& path,
                                        const FixOptions& options);
 
+/// Reads the text of a table from a file, from a sheet of it if it is a spreadsheet: once for several
+/// imports with other options.
+/// \return nothing, after an error, if the file can't be read; nothing if no sheet was chosen
+std::optional<std::string> ReadFixText(Messages& messages, const std::string& path,
+                                       const SheetChooser& choose);
+
+/// As `ReadFixImport`, from the text of a table, in UTF-8.
+/// \param name  of the file
+std::optional<FixImport> ReadFixImportOfText(const Map& map, std::string text,
+                                             const std::string& name, const FixOptions& options);
+
 /// Posts an error if a table has no usable fix.
 /// \return true if it has one
 bool HasUsableFixes(const FixImport& import, Messages& messages);
@@ -41,6 +52,14 @@ std::optional<FixImport> StartFixImportOfText(const Map& map, std::string bytes,
 /// \return sentences on what the import does, for the user: dates that can be read in two ways, the
 ///         first of the rows that are left out, and at the end the counts
 std::vector<std::string> FixNotes(const FixImport& import);
+
+/// \return that dates such as 3/5/2004 can be read in two ways, and which row decides; empty if there are
+///         none
+std::string DayOrderText(const DayOrder& order);
+
+/// \return how many rows have which state: "140 taken, 1 unknown place and 2 outlier"
+/// \param used  the word for rows that are used
+std::string StateCountsText(const FixPlan& plan, const std::string& used);
 
 /// \return true if there is a trail or a range to add
 bool AddsAnything(const FixImport& import);

@@ -2,6 +2,7 @@
 
 #include "entry/fix_table.h"
 #include "entry/local_time.h"
+#include "entry/spreadsheet.h"
 #include "entry/time_zone.h"
 #include "model/map.h"
 
@@ -44,7 +45,8 @@ struct FixOptions {
   FixReading reading;
   FixClock clock;
   FixFilters filters;
-  std::string type;  ///< of the trails; empty for the species
+  std::string type;          ///< of the trails; empty for the species
+  SheetChooser chooseSheet;  ///< of a spreadsheet
   bool makesRanges = true;
 };
 

@@ -5,6 +5,7 @@
 #include "base/text.h"
 #include "base/utf8.h"
 #include "entry/separated_table.h"
+#include "entry/spreadsheet.h"
 
 #include <algorithm>
 
@@ -24,13 +25,20 @@ bool IsUtf16(std::string_view text) {
 
 }  // namespace
 
-std::optional<FollowSheet> ReadSheet(Messages& messages, const std::string& path) {
+std::optional<FollowSheet> ReadSheet(Messages& messages, const std::string& path,
+                                     const SheetChooser& choose) {
   const auto bytes = ReadWholeFile(path);
   if (!bytes) {
     NoteError(messages, "Can not open %s", {path});
     return std::nullopt;
   }
   FollowSheet sheet;
+  if (IsSpreadsheetName(path)) {
+    auto rows = ReadSpreadsheet(messages, path, *bytes, choose, ClockForm::Minutes, false);
+    if (!rows) return std::nullopt;
+    sheet.text = std::move(*rows);
+    return sheet;
+  }
   if (IsCsvName(path)) {
     sheet = SheetFromCsv(*bytes);
   } else if (IsUtf16(*bytes)) {

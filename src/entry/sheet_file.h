@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/messages.h"
+#include "entry/spreadsheet.h"
 
 #include <cstddef>
 #include <optional>
@@ -19,11 +20,14 @@ struct FollowSheet {
            /// < if they are the same
 };
 
-/// Reads a sheet. A file whose name ends in ".csv", in any case, goes through `SheetFromCsv`. Any
-/// other is taken byte for byte, without a byte order mark of UTF-8.
+/// Reads a sheet. A spreadsheet goes through `ReadSpreadsheet`, a file whose name ends in ".csv", in any
+/// case, through `SheetFromCsv`. Any other is taken byte for byte, without a byte order mark of UTF-8.
+/// \param choose  of several sheets of a spreadsheet
 /// \return nothing, after an error, for a file that cannot be opened, and for one in UTF-16 that is
-///         not ".csv". A file with zero bytes gives an error and is read all the same.
-std::optional<FollowSheet> ReadSheet(Messages& messages, const std::string& path);
+///         not ".csv"; nothing if no sheet was chosen. A file with zero bytes gives an error and is
+///         read all the same.
+std::optional<FollowSheet> ReadSheet(Messages& messages, const std::string& path,
+                                     const SheetChooser& choose = {});
 
 /// Turns comma-separated text (see separated_table.h) into a sheet. Its separator may also be a
 /// semicolon or a tab. Tabs and line ends within a cell become blanks. The text is UTF-8

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "formats/layers.h"
+#include "formats/spreadsheets.h"
 
 #include <string>
 #include <vector>
@@ -30,6 +31,12 @@ struct LayersWritten {
   size_t unplaced = 0;  ///< features without geometry: the system has no coordinates for a place
 };
 
+/// The sheets of a spreadsheet, in their order.
+struct SheetList {
+  std::vector<std::string> names;
+  std::string fault;  ///< why it can't be read; empty if it can
+};
+
 /// The functions of the module. They throw nothing and report faults only in what they return.
 struct FormatModule {
   /// The version of the program that it was built with. The records that both share are as there.
@@ -38,6 +45,12 @@ struct FormatModule {
   bool (*knowsSystem)(int system);
   /// Writes layers as one file. A format that has one layer a file needs just one.
   LayersWritten (*writeLayers)(const LayerFile& file, const std::vector<ExportedLayer>& layers);
+  /// \param file  one that `WhyNotUnpacked` does not refuse
+  SheetList (*listSheets)(const SpreadsheetFile& file);
+  /// Reads the rows of a sheet down to the last one with a text. Dates of true cells come as
+  /// "2003-03-04". \return why it failed, as a part of a sentence; empty if it did not
+  std::string (*readSheet)(const SpreadsheetFile& file, const std::string& sheet, ClockForm clock,
+                           const RowTaker& take);
 };
 
 /// The name of the function of the module that returns its `FormatModule`, with C linkage.

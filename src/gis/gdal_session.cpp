@@ -14,6 +14,9 @@ constexpr const char* Options[][2] = {
     {"OGR_CURRENT_DATE", "1970-01-01T00:00:00.000Z"},
     // The file is copied afterwards, so only the copy has to reach the disk.
     {"OGR_SQLITE_SYNCHRONOUS", "OFF"},
+    // Every row of an .xls file is read, and every cell as a text.
+    {"OGR_XLS_HEADERS", "DISABLE"},
+    {"OGR_XLS_FIELD_TYPES", "STRING"},
 };
 
 }  // namespace

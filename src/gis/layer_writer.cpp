@@ -3,6 +3,7 @@
 
 #include "gis/layer_writer.h"
 
+#include "gis/dataset.h"
 #include "gis/gdal_session.h"
 #include "gis/kml_finish.h"
 
@@ -17,16 +18,6 @@
 namespace orvane {
 
 namespace {
-
-struct CloseDataset {
-  void operator()(GDALDataset* dataset) const { GDALClose(dataset); }
-};
-using Dataset = std::unique_ptr<GDALDataset, CloseDataset>;
-
-struct DestroyFeature {
-  void operator()(OGRFeature* feature) const { OGRFeature::DestroyFeature(feature); }
-};
-using Feature = std::unique_ptr<OGRFeature, DestroyFeature>;
 
 using Geometry = std::unique_ptr<OGRGeometry>;
 

@@ -2,6 +2,7 @@
 
 #include "command_line.h"
 #include "rich_site.h"
+#include "support/spreadsheet_files.h"
 
 namespace orvane {
 namespace {
@@ -92,6 +93,55 @@ TEST_F(CommandLine, ImportFixesTakesOffsetsWithASignAndColumnsInParts) {
   EXPECT_NE(run.err.find("note: Read 1 fix from a.csv: 1 taken; 1 trail and no ranges added"),
             std::string::npos)
       << run.err;
+}
+
+/// Two sheets: a heading, and rows of a follow or of fixes.
+std::string SpreadsheetOf(const std::string& second) {
+  return XlsxOf({{"Notes", R"(<row r="1"><c r="A1"><v>1</v></c></row>)"}, {"Follows", second}});
+}
+
+TEST_F(CommandLine, ImportsAndPreviewsReadASheetOfASpreadsheet) {
+  folder.Write("follows.xlsx",
+               SpreadsheetOf("<row><c s=\"1\"><v>38049</v></c><c s=\"2\"><v>0.375</v></c>"
+                             "<c t=\"str\"><v>Camp</v></c></row>"));
+  folder.Write("fixes.xlsx",
+               SpreadsheetOf("<row><c t=\"str\"><v>time</v></c><c t=\"str\"><v>lat</v></c>"
+                             "<c t=\"str\"><v>lon</v></c></row><row><c s=\"3\"><v>38049.375</v></c>"
+                             "<c><v>1</v></c><c><v>2</v></c></row>"));
+  const std::vector<std::string> sheet = {
+      "site.map", "follows.xlsx",     "--date", "A", "--time", "B", "--location",
+      "C",        "--species-always", "Oru"};
+  const auto with = [](std::vector<std::string> first, const std::vector<std::string>& middle,
+                       const std::vector<std::string>& last) {
+    first.insert(first.end(), middle.begin(), middle.end());
+    first.insert(first.end(), last.begin(), last.end());
+    return first;
+  };
+  if (ORVANE_WITH_GDAL == 0) {
+    const Outcome run = Do(with({"import"}, sheet, {"-o", "out.map"}));
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.err,
+              "error: Reading spreadsheets needs the package orvane-gis: it is not installed\n");
+    return;
+  }
+  Outcome run = Do(with({"import"}, sheet, {"-o", "out.map", "--sheet", "Follows"}));
+  EXPECT_EQ(run.err, "note: Imported 1 follow with 1 stop from follows.xlsx\n");
+  EXPECT_NE(folder.Read("out.map").find("T\t\tOru\t\t2004-3-3"), std::string::npos);
+  run = Do(with({"preview", "import"}, sheet, {"--sheet", "Follows"}));
+  EXPECT_EQ(run.out, "row\tstate\treason\n1\tused\t\t2004-03-03\t09:00\tCamp\n") << run.err;
+  run = Do(with({"import"}, sheet, {"-o", "out.map", "--sheet", "None"}));
+  EXPECT_EQ(run.status, 1);
+  EXPECT_EQ(run.err, "error: Can't find sheet None in follows.xlsx\n");
+  run = Do({"preview", "import-fixes", "site.map", "fixes.xlsx", "--sheet", "Follows"});
+  EXPECT_EQ(run.out,
+            "row\tstate\treason\ttime\tlat\tlon\n2\tused\t09:00 of fixes on 2004-3-3\t"
+            "2004-03-03 09:00\t1\t2\n")
+      << run.err;
+  run = Do({"import-fixes", "site.map", "fixes.xlsx", "-o", "out.map"});
+  EXPECT_EQ(run.status, 1);
+  EXPECT_EQ(run.err,
+            "note: Reading sheet Notes, the first of 2\n"
+            "error: Can't find a heading with time and position in fixes.xlsx\n");
 }
 
 TEST_F(CommandLine, PreviewsSaveNothing) {

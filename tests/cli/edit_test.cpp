@@ -2,6 +2,7 @@
 
 #include "command_line.h"
 #include "rich_site.h"
+#include "support/spreadsheet_files.h"
 
 namespace orvane {
 namespace {
@@ -356,6 +357,21 @@ TEST_F(EditScripts, AScriptImportsAndSaves) {
   EXPECT_NE(run.err.find("error: Can't open file none.gpx\n"), std::string::npos) << run.err;
   ExpectSaved({"T\t\tAteles\t"});
   EXPECT_NE(folder.Read("other.map").find("T\t\tAteles\t"), std::string::npos);
+}
+
+TEST_F(EditScripts, AScriptImportsASheetOfASpreadsheet) {
+  if (ORVANE_WITH_GDAL == 0) GTEST_SKIP() << "built without GDAL";
+  const std::string row =
+      "<row><c s=\"1\"><v>38049</v></c><c s=\"2\"><v>0.375</v></c><c "
+      "t=\"str\"><v>Camp</v></c></row>";
+  folder.Write("sheet.xlsx", XlsxOf({{"One", "<row/>"}, {"Two", row}}));
+  const std::string options = "\t--date=A\t--time=B\t--location=C\t--species-always=Ateles";
+  const Outcome run = Run({"import\tsheet.xlsx\t--sheet=None" + options,
+                           "import\tsheet.xlsx\t--sheet=Two" + options, "save\tother.map"});
+  EXPECT_EQ(run.status, 0) << run.err;
+  EXPECT_NE(run.err.find("error: Can't find sheet None in sheet.xlsx\n"), std::string::npos)
+      << run.err;
+  ExpectSaved({"T\t\tAteles\t\t2004-3-3"});
 }
 
 TEST_F(EditScripts, AScriptIsReadFromAFileOrStandardInput) {

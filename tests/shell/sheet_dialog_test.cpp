@@ -7,6 +7,7 @@
 #include "shell/help/help_topics.h"
 #include "shell/sheet_dialog_driver.h"
 #include "shell/shell_case.h"
+#include "support/spreadsheet_files.h"
 #include "support/working_folder.h"
 #include "view/fit_to_map.h"
 #include "view/view_transform.h"
@@ -370,6 +371,24 @@ TEST_F(SheetImportInWindow, ANameInLatin1OfTheMapIsShownRight) {
   ASSERT_TRUE(Import(measured, folder_.Write("follows.txt", Sheet), [](SheetDialog& dialog) {
     EXPECT_EQ(dialog.Edit(SheetSm1).accessibleName(), QString::fromUtf8("pêche Col"));
   }));
+}
+
+TEST_F(SheetImportInWindow, AsksWhichSheetOfASpreadsheetToRead) {
+  if (ORVANE_WITH_GDAL == 0) GTEST_SKIP() << "built without GDAL";
+  const std::string row =
+      "<row><c s=\"1\"><v>37742</v></c><c s=\"2\"><v>0.375</v></c><c "
+      "t=\"str\"><v>Camp</v></c></row>";
+  const std::string path =
+      folder_.Write("follows.xlsx", XlsxOf({{"Plan", "<row/>"}, {"May", "<row/>" + row}}));
+  EXPECT_FALSE(Import(window_, path, [](SheetDialog&) {}));  // the box is cancelled
+  EXPECT_EQ(messages_.shown, std::vector<std::string>{"Plan"});
+  messages_.texts = {"May"};
+  ASSERT_TRUE(Import(window_, path, [](SheetDialog& dialog) {
+    TypeColumns(dialog);
+    PressReturn(dialog);
+  }));
+  EXPECT_EQ(Trails(), 2U);
+  EXPECT_EQ(Texts(), std::vector<std::string>{"Imported 1 follow with 1 stop from " + path});
 }
 
 }  // namespace

@@ -46,7 +46,9 @@ void ImportSpreadsheet(Shell& shell, MapWindowWidget& window, ImportMemory& memo
   const auto path = AskOpenFile(shell, "Import Spreadsheet Data...", window, file, "txt");
   if (!path) return;
   Messages& messages = shell.TheWorkspace().messages;
-  const auto sheet = ReadSheet(messages, *path);
+  const auto sheet = ReadSheet(messages, *path, [&](const std::vector<std::string>& names) {
+    return AskForSheet(messages, "Import Spreadsheet Data", names);
+  });
   if (!sheet) return;
   auto spec = AskColumns(window, memory.sheetFields);
   if (!spec) return;

@@ -21,7 +21,10 @@ QStringList FiltersOf(const FileSpecification& file, bool saving) {
   const QString table = QStringLiteral("Table of numbers (*.txt)");
   const bool isText = type == "txt" && !file.withTable;
   if (isText && saving) return {QStringLiteral("Text files (*.txt)"), all};
-  if (isText) return {QStringLiteral("Text and GPS files (*.txt *.tsv *.csv *.gpx)"), all};
+  if (isText) {
+    return {QStringLiteral("Tables and GPS files (*.txt *.tsv *.csv *.xlsx *.xls *.ods *.gpx)"),
+            all};
+  }
   if (type == "shp") return {QStringLiteral("Shapefiles (*.shp)"), all};
   if (type == "qch") return {QStringLiteral("Help files (*.qch)"), all};
   QStringList pictures{QStringLiteral("PNG picture (*.png)"), QStringLiteral("SVG drawing (*.svg)"),
