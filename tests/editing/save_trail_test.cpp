@@ -260,6 +260,8 @@ TEST_F(SaveTrailTest, APointThatLosesItsLastReadingKeepsItsPlace) {
   const size_t last = editor.RowCount() - 1;
   ASSERT_EQ(editor.GetCell(last, ColumnName), "Kana100");
   editor.SetCell(last, ColumnPoint, "");
+  editor.SetCell(last, ColumnScale, "500");
+  editor.SetCell(last, ColumnFirstSm + 1, "a fig");
   editor.SetCell(2, ColumnDistance, "100");
   ASSERT_EQ(SaveTrailEditor(editor, history), SaveOutcome::Closes);
   const Point& point = Named(map, "Kana100");
@@ -271,6 +273,10 @@ TEST_F(SaveTrailTest, APointThatLosesItsLastReadingKeepsItsPlace) {
   const Point& back = Named(MapFromText(other, Saved(), "site.map"), "Kana100");
   EXPECT_TRUE(IsPlaced(back)) << "the file holds its place";
   EXPECT_NEAR(back.geo.lon, was.lon, 1e-9);
+  EXPECT_EQ(point.labelLimit, 500);
+  EXPECT_EQ(back.labelLimit, 0) << "but not its scale";
+  EXPECT_EQ(point.note, "a fig");
+  EXPECT_FALSE(back.note);
 }
 
 // The saved file would bring them back.
