@@ -122,12 +122,17 @@ PlanePlace CentroidOf(std::span<const PlanePlace> places) {
 
 double PercentHulls::Area(std::span<const PlanePlace> places, const PlanePlace& centroid,
                           double percent) {
+  return HullArea(Corners(places, centroid, percent));
+}
+
+const std::vector<PlanePlace>& PercentHulls::Corners(std::span<const PlanePlace> places,
+                                                     const PlanePlace& centroid, double percent) {
   squares_.resize(places.size());
   for (size_t i = 0; i < places.size(); ++i) squares_[i] = SquareOf(places[i], centroid);
   const double limit = QuantileOfDistances(percent) * SameDistance;
   CollectOuter(places, centroid, limit * limit);
   ReduceToHull(outer_);
-  return HullArea(outer_);
+  return outer_;
 }
 
 /// Only the two distances around the quantile are needed, and they are near those of the last call:

@@ -27,6 +27,10 @@ class PercentHulls {
   /// \return square metres
   double Area(std::span<const PlanePlace> places, const PlanePlace& centroid, double percent);
 
+  /// The corners of that hull, as `ReduceToHull` leaves them. Valid until the next call.
+  const std::vector<PlanePlace>& Corners(std::span<const PlanePlace> places,
+                                         const PlanePlace& centroid, double percent);
+
  private:
   double QuantileOfDistances(double percent);
   void CollectOuter(std::span<const PlanePlace> places, const PlanePlace& centroid, double limit);

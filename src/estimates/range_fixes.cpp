@@ -8,14 +8,26 @@
 
 namespace orvane {
 
+namespace {
+
+double NorthOfMiddle(const GeoBounds& bounds) {
+  return DegreesToMeters((bounds.maxLat + bounds.minLat) / 2);
+}
+double MiddleLon(const GeoBounds& bounds) { return (bounds.maxLon + bounds.minLon) / 2; }
+
+}  // namespace
+
+bool IsFix(const Point& point) {
+  return IsPlaced(point) && std::isfinite(point.geo.lat) && std::isfinite(point.geo.lon);
+}
+
 std::vector<RangeFix> FixesOf(const Range& range) {
   const std::vector<const Trail*> follows = FollowsOfPoints(range);
   std::vector<RangeFix> fixes;
   for (size_t i = 0; i < range.points.size(); ++i) {
     const Point& point = *range.points[i];
-    const LatLon& geo = point.geo;
-    if (!IsPlaced(point) || !std::isfinite(geo.lat) || !std::isfinite(geo.lon)) continue;
-    fixes.push_back({geo.lat, geo.lon, follows[i] == nullptr ? 0 : follows[i]->date});
+    if (!IsFix(point)) continue;
+    fixes.push_back({point.geo.lat, point.geo.lon, follows[i] == nullptr ? 0 : follows[i]->date});
   }
   return fixes;
 }
@@ -33,8 +45,8 @@ GeoBounds BoundsOf(std::span<const RangeFix> fixes) {
 }
 
 std::vector<PlanePlace> PlacesInPlane(std::span<const RangeFix> fixes, const GeoBounds& bounds) {
-  const double north0 = DegreesToMeters((bounds.maxLat + bounds.minLat) / 2);
-  const double lon0 = (bounds.maxLon + bounds.minLon) / 2;
+  const double north0 = NorthOfMiddle(bounds);
+  const double lon0 = MiddleLon(bounds);
   std::vector<PlanePlace> places;
   places.reserve(fixes.size());
   for (const RangeFix& fix : fixes) {
@@ -42,6 +54,12 @@ std::vector<PlanePlace> PlacesInPlane(std::span<const RangeFix> fixes, const Geo
     places.push_back({at.north - north0, at.east});
   }
   return places;
+}
+
+LatLon FromPlane(const PlanePlace& place, const GeoBounds& bounds) {
+  LatLon at = MetersToLatLon(place.north + NorthOfMiddle(bounds), place.east);
+  at.lon += MiddleLon(bounds);
+  return at;
 }
 
 }  // namespace orvane

@@ -32,6 +32,18 @@ inline std::vector<PlanePlace> RandomPlaces(Dice& dice, int count) {
   return places;
 }
 
+/// The density of a kernel estimate by its definition.
+inline double DensityAt(std::span<const PlanePlace> places, double h, const PlanePlace& at) {
+  constexpr double FullCircle = 2 * 3.141592653589793;
+  double sum = 0;
+  for (const PlanePlace& place : places) {
+    const double n = (at.north - place.north) / h;
+    const double e = (at.east - place.east) / h;
+    sum += std::exp(-(n * n + e * e) / 2);
+  }
+  return sum / (FullCircle * h * h * static_cast<double>(places.size()));
+}
+
 /// The area of a convex hull by wrapping around it, one corner after the other.
 inline double WrappedHullArea(std::span<const PlanePlace> places) {
   const auto turn = [](const PlanePlace& a, const PlanePlace& b, const PlanePlace& c) {

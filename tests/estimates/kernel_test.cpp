@@ -11,17 +11,6 @@ namespace {
 
 constexpr double FullCircle = 2 * 3.141592653589793;
 
-/// The density by its definition.
-double DensityAt(std::span<const PlanePlace> places, double h, double north, double east) {
-  double sum = 0;
-  for (const PlanePlace& place : places) {
-    const double n = (north - place.north) / h;
-    const double e = (east - place.east) / h;
-    sum += std::exp(-(n * n + e * e) / 2);
-  }
-  return sum / (FullCircle * h * h * static_cast<double>(places.size()));
-}
-
 /// The density on the middles of fine squares that cover all of it.
 struct FineGrid {
   double step;
@@ -43,7 +32,7 @@ struct FineGrid {
   std::vector<double> Densities(std::span<const PlanePlace> places, double h) const {
     std::vector<double> densities;
     for (const PlanePlace& at : middles) {
-      densities.push_back(DensityAt(places, h, at.north, at.east));
+      densities.push_back(test::DensityAt(places, h, at));
     }
     return densities;
   }
@@ -115,7 +104,8 @@ TEST(KernelDensity, HasTheDensityOfTheDefinition) {
                        std::floor(static_cast<double>(i) / DensityTiles::Side);
       const auto column = static_cast<double>(tile.column * DensityTiles::Side) +
                           static_cast<double>(i % DensityTiles::Side);
-      EXPECT_NEAR(tile.values[i] / (step * step), DensityAt(places, h, row * step, column * step),
+      EXPECT_NEAR(tile.values[i] / (step * step),
+                  test::DensityAt(places, h, {row * step, column * step}),
                   1e-5 / (FullCircle * h * h));
     }
   }
