@@ -4,6 +4,7 @@
 #include "shell/files/dropped_files.h"
 #include "shell/first_size.h"
 #include "shell/list_menus.h"
+#include "shell/quiet_text.h"
 #include "shell/shell.h"
 
 #include <QCloseEvent>
@@ -23,9 +24,7 @@ TaskWindow::TaskWindow(Shell& shell)
       this);
   hint->setAlignment(Qt::AlignCenter);
   hint->setWordWrap(true);
-  QPalette gray = hint->palette();
-  gray.setColor(QPalette::WindowText, gray.color(QPalette::PlaceholderText));
-  hint->setPalette(gray);
+  MakeTextQuiet(*hint);
   setCentralWidget(hint);
   GiveFirstSize(*this);
   connect(commands_, &CommandMenu::picked, this, [this](int id) {

@@ -1,5 +1,7 @@
 #include "shell/recovery/recovery_dialog.h"
 
+#include "shell/quiet_text.h"
+
 #include <QApplication>
 #include <QGroupBox>
 #include <QLabel>
@@ -9,6 +11,7 @@
 #include <QScrollArea>
 #include <QTest>
 
+#include <cstdlib>
 #include <gtest/gtest.h>
 #include <memory>
 #include <string>
@@ -49,6 +52,20 @@ class RecoveryDialogTest : public testing::Test {
 
   std::unique_ptr<RecoveryDialog> dialog_;
 };
+
+// They were black on dark gray on some dark desktops.
+TEST_F(RecoveryDialogTest, QuietTextCanBeReadOnEachDesktop) {
+  QPalette light(QColor(239, 240, 241));
+  QPalette dark(QColor(49, 54, 59));
+  for (QPalette* palette : {&light, &dark}) {
+    palette->setColor(QPalette::PlaceholderText, QColor(0, 0, 0, 128));
+    const int ground = palette->color(QPalette::Window).lightness();
+    const int full = palette->color(QPalette::WindowText).lightness();
+    const int quiet = QuietTextColor(*palette).lightness();
+    EXPECT_GT(std::abs(quiet - ground), 100);
+    EXPECT_LT(std::abs(quiet - ground), std::abs(full - ground));
+  }
+}
 
 TEST_F(RecoveryDialogTest, EachCopyIsRecoveredUnlessTheUserWantsSomethingElse) {
   Show({Offer("/a.map"), Offer("/b.map"), Offer("/c.map")});

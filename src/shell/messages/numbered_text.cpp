@@ -1,5 +1,7 @@
 #include "shell/messages/numbered_text.h"
 
+#include "shell/quiet_text.h"
+
 #include <QPaintEvent>
 #include <QPainter>
 #include <QTextBlock>
@@ -48,7 +50,7 @@ void NumberedText::PaintMargin(QPaintEvent& event) {
   QPainter painter(margin_);
   painter.fillRect(event.rect(), palette().color(QPalette::Window));
   painter.setFont(font());
-  painter.setPen(palette().color(QPalette::PlaceholderText));
+  painter.setPen(QuietTextColor(palette()));
   const int width = margin_->width() - MarginPadding;
   for (QTextBlock block = firstVisibleBlock(); block.isValid(); block = block.next()) {
     const QRectF place = blockBoundingGeometry(block).translated(contentOffset());

@@ -2,6 +2,7 @@
 
 #include "base/file_names.h"
 #include "paint/display_text.h"
+#include "shell/quiet_text.h"
 #include "shell/window_keys.h"
 
 #include <QButtonGroup>
@@ -127,9 +128,7 @@ QWidget* RecoveryDialog::MakeOffer(const RecoveryOffer& offer) {
   frame->setAccessibleName(name);
   auto* layout = new QVBoxLayout(frame);
   auto* place = MakeLabel(WhereAndWhen(offer.copy), frame);
-  QPalette gray = place->palette();
-  gray.setColor(QPalette::WindowText, gray.color(QPalette::PlaceholderText));
-  place->setPalette(gray);
+  MakeTextQuiet(*place);
   layout->addWidget(place);
   QStringList texts;
   for (const std::string& text : offer.differences) texts.append(DisplayText(text));
