@@ -25,6 +25,7 @@
 #include "shell/map_window_widget.h"
 #include "shell/messages/box_messages.h"
 #include "shell/messages/messages_window.h"
+#include "shell/output/export_dialog.h"
 #include "shell/print/print_map_dialog.h"
 #include "shell/program.h"
 #include "shell/recovery/recovery_dialog.h"
@@ -199,6 +200,10 @@ class GuidePictures {
     columns[SheetSm3Code] = "rest";
     SaveShown(std::make_unique<SheetDialog>(window.TheMap(), columns, &window),
               QStringLiteral("sheet-dialog"));
+    ExportFields fields;
+    fields.system = ExportSystem::Utm;
+    SaveShown(std::make_unique<ExportDialog>(window.TheMap(), fields, LoadFormatModule(), &window),
+              QStringLiteral("export"));
   }
 
   void ShowEditors(MapWindowWidget& window) {

@@ -55,8 +55,7 @@ Json LineJson(const Trail& trail) {
 }  // namespace
 
 Map* MakeContours(Map& map, LineMessages& messages, const ContoursRequest& request) {
-  Map* source = &map;
-  while (source != nullptr && !OffersContours(*source)) source = source->basis;
+  Map* source = MapWithContours(&map);
   if (source == nullptr && !request.interval) {
     NoteError(messages, "No contour interval in %s", {map.shownName});
     return nullptr;

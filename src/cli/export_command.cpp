@@ -29,9 +29,7 @@ bool MakeLayerContours(Map& map, LineMessages& messages, const LayerRequest& req
   const auto& names = request.layers;
   const bool isNamed = std::find(names.begin(), names.end(), "contours") != names.end();
   if (!names.empty() && !isNamed) return true;
-  const Map* source = &map;
-  while (source != nullptr && !OffersContours(*source)) source = source->basis;
-  if (source == nullptr && !isNamed) return true;
+  if (MapWithContours(&map) == nullptr && !isNamed) return true;
   return MakeContours(map, messages, {}) != nullptr;
 }
 

@@ -7,8 +7,9 @@ namespace orvane {
 namespace {
 
 // Later commands come after the first ones of their menu, so that known places stay; only Undo and
-// Redo are where everybody looks for them. Their keys have no Ctrl+Z, since that zooms. The key of
-// Point Index has Shift, since Ctrl+I is the spreadsheet import.
+// Redo are where everybody looks for them, and Export is beside the older export. The keys of Undo
+// and Redo have no Ctrl+Z, since that zooms. The key of Point Index has Shift, since Ctrl+I is the
+// spreadsheet import.
 constexpr std::array Commands{
     CommandInfo{CommandNewMap, "&New Map", "Ctrl+N"},
     CommandInfo{CommandOpenMap, "&Open Map...", "Ctrl+O"},
@@ -19,6 +20,7 @@ constexpr std::array Commands{
     CommandInfo{CommandSaveAs, "S&ave As...", "Ctrl+Shift+S"},
     CommandInfo{CommandSaveSimplyAs, "Sa&ve Simply As...", ""},
     CommandInfo{CommandSaveAsArcView, "Save As Arc&View...", ""},
+    CommandInfo{CommandExport, "Export...", "Ctrl+Shift+E"},
     CommandInfo{CommandImportSpreadsheet, "Impor&t Spreadsheet...", "Ctrl+I"},
     CommandInfo{CommandImportSubmap, "I&mport Submap...", ""},
     CommandInfo{CommandImportGis, "&Import GIS...", ""},
@@ -74,13 +76,31 @@ constexpr std::array Commands{
     CommandInfo{CommandAbout, "&About Orvane...", ""},
 };
 
-constexpr std::array FileMenu{
-    CommandNewMap,       CommandOpenMap,       CommandOpenBasis,   CommandSetBasis,
-    CommandNone,         CommandCloseMap,      CommandSave,        CommandSaveAs,
-    CommandSaveSimplyAs, CommandSaveAsArcView, CommandNone,        CommandImportSpreadsheet,
-    CommandImportSubmap, CommandImportGis,     CommandNone,        CommandPageSetup,
-    CommandPrint,        CommandPrintPreview,  CommandSavePicture, CommandNone,
-    CommandRecentMaps,   CommandReload,        CommandNone,        CommandExit};
+constexpr std::array FileMenu{CommandNewMap,
+                              CommandOpenMap,
+                              CommandOpenBasis,
+                              CommandSetBasis,
+                              CommandNone,
+                              CommandCloseMap,
+                              CommandSave,
+                              CommandSaveAs,
+                              CommandSaveSimplyAs,
+                              CommandSaveAsArcView,
+                              CommandExport,
+                              CommandNone,
+                              CommandImportSpreadsheet,
+                              CommandImportSubmap,
+                              CommandImportGis,
+                              CommandNone,
+                              CommandPageSetup,
+                              CommandPrint,
+                              CommandPrintPreview,
+                              CommandSavePicture,
+                              CommandNone,
+                              CommandRecentMaps,
+                              CommandReload,
+                              CommandNone,
+                              CommandExit};
 constexpr std::array EditMenu{CommandUndo,   CommandRedo,           CommandNone, CommandCut,
                               CommandCopy,   CommandPaste,          CommandNone, CommandAdd,
                               CommandDelete, CommandGraphicalInput, CommandNone, CommandCopyImage};

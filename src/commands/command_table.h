@@ -71,7 +71,8 @@ enum CommandId : int {
   CommandPrintPreview = 40013,
   CommandUtm = 40014,
   CommandSurveyQuality = 40015,
-  CommandRangeEstimates = 40016
+  CommandRangeEstimates = 40016,
+  CommandExport = 40017
 };
 
 /// \return true for the further numbers of the help command

@@ -23,6 +23,7 @@ struct FileSpecifications {
   FileSpecification spreadsheets;
   FileSpecification gisFiles;
   FileSpecification shapefiles;
+  FileSpecification exports;
   FileSpecification pictures;
   FileSpecification charts;   ///< pictures of charts and profiles, and their numbers
   FileSpecification reports;  ///< texts of reports

@@ -23,7 +23,7 @@ constexpr CommandId DisabledAtStart[] = {
     CommandZoomIn,
     // Likewise, of the later commands.
     CommandSavePicture, CommandCopyImage, CommandShowWholeMap, CommandReload, CommandUndo,
-    CommandRedo, CommandPrintPreview, CommandRangeEstimates, CommandSurveyQuality};
+    CommandRedo, CommandPrintPreview, CommandRangeEstimates, CommandSurveyQuality, CommandExport};
 
 MenuState AllEnabled() {
   MenuState menu;

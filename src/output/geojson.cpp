@@ -11,6 +11,9 @@ namespace orvane {
 
 namespace {
 
+/// Features, after which the user can cancel.
+constexpr unsigned FeaturesOfStep = 256;
+
 /// Writes the value of a property.
 struct ValueWriter {
   JsonWriter& json;
@@ -54,22 +57,18 @@ bool WriteGeoJson(Map& map, const TextSink& sink) {
   json.Text("FeatureCollection");
   json.Key("features");
   json.BeginArray();
+  ProgressSteps steps(map.workspace->progress, WorkStage::Writing, 0, FeaturesOfStep);
   const auto put = [&](const MapFeature& feature) {
     PutFeature(json, feature);
-    return true;
+    return steps.Next(0);
   };
-  VisitPoints(map, put);
-  VisitStops(map, put);
-  VisitTrails(map, std::nullopt, put);
-  VisitRanges(map, put);
-  VisitClusters(map, put);
-  VisitOverlaps(map, put);
+  const bool goesOn = VisitPoints(map, put) && VisitStops(map, put) &&
+                      VisitTrails(map, std::nullopt, put) && VisitRanges(map, put) &&
+                      VisitClusters(map, put) && VisitOverlaps(map, put);
+  if (!goesOn) return false;
   const bool cellsFit = !HasTooManyCells(map);
-  if (cellsFit) {
-    VisitCells(map, put);
-  } else {
-    NoteTooManyCells(map);
-  }
+  if (!cellsFit) NoteTooManyCells(map);
+  if (cellsFit && !VisitCells(map, put)) return false;
   json.EndArray();
   json.EndObject();
   return json.Finish() && cellsFit;
@@ -91,6 +90,7 @@ bool ExportGeoJson(Map& map, const std::string& path, const FileSystem& system) 
     written = written && file.Write(text);
     return written;
   });
+  if (written && IsCanceled(map.workspace->progress)) return false;
   if (!written || !file.Flush() || !file.TakeName()) {
     NoteError(messages, "Error while writing %s; the old file, if any, is unchanged", {path});
     return false;

@@ -24,11 +24,13 @@ namespace orvane {
 /// place has no geometry. Texts are UTF-8. If the grids have more than `MostExportedCells` cells in
 /// all they are left out, with an error. Overwrites `PointVisited`; the map does not change
 /// otherwise.
-/// \return false if the sink did not take everything or if the cells were left out
+/// \return false if the sink did not take everything, if the cells were left out, or if it was
+///         cancelled (`Workspace::progress`); the text then ends early
 bool WriteGeoJson(Map& map, const TextSink& sink);
 
 /// Writes the same to a file, which replaces an old one only when it is complete. Failures give an
-/// error and leave the old file as it was; without the cells the file is written.
+/// error and leave the old file as it was; without the cells the file is written. A cancelled export
+/// changes no file.
 bool ExportGeoJson(Map& map, const std::string& path);
 
 /// As above, with other calls instead of those of the system.

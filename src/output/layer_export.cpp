@@ -56,20 +56,8 @@ struct TargetFile {
   std::unique_ptr<ReplacedFile> file;
 };
 
-std::string_view EndingOf(LayerFormat format) {
-  switch (format) {
-    case LayerFormat::GeoPackage:
-      return ".gpkg";
-    case LayerFormat::Kml:
-      return ".kml";
-    case LayerFormat::Gpx:
-      return ".gpx";
-    case LayerFormat::FlatGeobuf:
-      return ".fgb";
-    case LayerFormat::Csv:
-      return ".csv";
-  }
-  return "";
+bool IsOneFile(const LayerRequest& request) {
+  return !HoldsOneLayer(request.format) || request.layers.size() == 1;
 }
 
 /// One run of the export.
@@ -103,7 +91,9 @@ class LayerExport {
  private:
   /// Describes the layers and divides them among the files. \return false after an error
   bool Prepare() {
-    if (!FindSystem()) return false;
+    const auto number = FindSystem(map_, request_.system);
+    if (!number) return false;
+    number_ = *number;
     std::vector<ExportedLayer> layers = LayersOf(map_, request_.layers);
     if (IsCanceled()) return false;
     names_ = NamesOf(layers);
@@ -123,15 +113,6 @@ class LayerExport {
     return false;
   }
 
-  bool FindSystem() {
-    number_ = request_.system.number;
-    if (!request_.system.isUtm) return true;
-    const std::optional<int> zone = UtmSystemOf(map_);
-    if (!zone) return Fail("The middle of %s is in no UTM zone", map_.shownName);
-    number_ = *zone;
-    return true;
-  }
-
   static std::string NamesOf(const std::vector<ExportedLayer>& layers) {
     std::string names;
     for (const ExportedLayer& layer : layers) {
@@ -142,7 +123,7 @@ class LayerExport {
   }
 
   void Divide(std::vector<ExportedLayer> layers) {
-    if (!HoldsOneLayer(request_.format) || request_.layers.size() == 1) {
+    if (IsOneFile(request_)) {
       targets_.push_back({request_.path, std::move(layers), nullptr});
       return;
     }
@@ -167,7 +148,7 @@ class LayerExport {
   bool Write(const TargetFile& target, const TextSink& sink) {
     const ScratchFolder scratch;
     const LayerFile file = {request_.format,
-                            scratch.Path() + "/layers" + std::string(EndingOf(request_.format)),
+                            scratch.Path() + "/layers" + std::string(LayerEnding(request_.format)),
                             number_, ToUtf8(BaseName(map_.fileName))};
     const LayersWritten written = module_.writeLayers(file, target.layers);
     if (IsCanceled()) return false;
@@ -219,14 +200,6 @@ class LayerExport {
   std::deque<TargetFile> targets_;
 };
 
-/// \return false after an error
-bool HasModule(const Map& map, const LayerRequest& request, const LoadedModule& loaded) {
-  if (loaded.module != nullptr) return true;
-  NoteError(map.workspace->messages, "Writing %s needs the package orvane-gis: %s",
-            {FormatName(request.format), loaded.fault});
-  return false;
-}
-
 }  // namespace
 
 std::optional<LayerSystem> ParseLayerSystem(std::string_view text) {
@@ -267,11 +240,38 @@ std::string_view FormatName(LayerFormat format) {
   return "";
 }
 
+std::string_view LayerEnding(LayerFormat format) {
+  switch (format) {
+    case LayerFormat::GeoPackage:
+      return ".gpkg";
+    case LayerFormat::Kml:
+      return ".kml";
+    case LayerFormat::Gpx:
+      return ".gpx";
+    case LayerFormat::FlatGeobuf:
+      return ".fgb";
+    case LayerFormat::Csv:
+      return ".csv";
+  }
+  return "";
+}
+
 std::string LayerPath(const std::string& path, std::string_view layer) {
   const size_t folder = path.size() - BaseName(path).size();
   const size_t dot = path.rfind('.');
   const size_t at = dot == path.npos || dot <= folder ? path.size() : dot;
   return path.substr(0, at) + "-" + std::string(layer) + path.substr(at);
+}
+
+std::vector<std::string> LayerPaths(const LayerRequest& request) {
+  if (IsOneFile(request)) return {request.path};
+  std::vector<std::string> paths;
+  for (const std::string_view name : LayerNames) {
+    const auto& names = request.layers;
+    if (!names.empty() && std::find(names.begin(), names.end(), name) == names.end()) continue;
+    paths.push_back(LayerPath(request.path, name));
+  }
+  return paths;
 }
 
 std::optional<int> UtmSystemOf(const Map& map) {
@@ -300,19 +300,35 @@ std::optional<int> UtmSystemOf(const Map& map) {
   return (middle < 0 ? SouthernZones : NorthernZones) + place->zone;
 }
 
+std::optional<int> FindSystem(const Map& map, const LayerSystem& system) {
+  if (!system.isUtm) return system.number;
+  const std::optional<int> zone = UtmSystemOf(map);
+  if (!zone) {
+    NoteError(map.workspace->messages, "The middle of %s is in no UTM zone", {map.shownName});
+  }
+  return zone;
+}
+
+bool HasModule(LayerFormat format, const LoadedModule& loaded, Messages& messages) {
+  if (loaded.module != nullptr) return true;
+  NoteError(messages, "Writing %s needs the package orvane-gis: %s",
+            {FormatName(format), loaded.fault});
+  return false;
+}
+
 LayerOutcome ExportLayers(Map& map, const LayerRequest& request, const LoadedModule& loaded) {
   return ExportLayers(map, request, loaded, SystemFiles());
 }
 
 LayerOutcome ExportLayers(Map& map, const LayerRequest& request, const LoadedModule& loaded,
                           const FileSystem& system) {
-  if (!HasModule(map, request, loaded)) return {};
+  if (!HasModule(request.format, loaded, map.workspace->messages)) return {};
   return LayerExport(map, request, *loaded.module).Replace(system);
 }
 
 LayerOutcome PrintLayers(Map& map, const LayerRequest& request, const LoadedModule& loaded,
                          const TextSink& sink) {
-  if (!HasModule(map, request, loaded)) return {};
+  if (!HasModule(request.format, loaded, map.workspace->messages)) return {};
   return LayerExport(map, request, *loaded.module).Print(sink);
 }
 

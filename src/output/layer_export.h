@@ -12,6 +12,8 @@
 
 namespace orvane {
 
+class Messages;
+
 /// A map as layers for other programs, in the formats of the module.
 
 /// A coordinate system for layers.
@@ -30,6 +32,8 @@ bool NeedsWgs84(LayerFormat format);
 bool HoldsOneLayer(LayerFormat format);
 /// The format as it is called in sentences, such as "GeoPackage".
 std::string_view FormatName(LayerFormat format);
+/// The ending of its files, such as ".gpkg".
+std::string_view LayerEnding(LayerFormat format);
 
 /// What to export.
 struct LayerRequest {
@@ -49,9 +53,20 @@ struct LayerOutcome {
 ///         "site.csv"
 std::string LayerPath(const std::string& path, std::string_view layer);
 
+/// \return the files of a request, in the order of its layers: `request.path` itself, or one for each
+///         layer (`ExportLayers`)
+std::vector<std::string> LayerPaths(const LayerRequest& request);
+
 /// The EPSG number of the UTM zone of the middle of a map's own placed points.
 /// \return nothing if there are none, or if their middle is too near a pole for UTM
 std::optional<int> UtmSystemOf(const Map& map);
+
+/// \return the EPSG number of a system; nothing, after an error, if the map is in no UTM zone
+std::optional<int> FindSystem(const Map& map, const LayerSystem& system);
+
+/// Posts an error that says what to install if the module can't be used.
+/// \return true if it can
+bool HasModule(LayerFormat format, const LoadedModule& loaded, Messages& messages);
 
 /// Writes layers of the map itself, without its basis. A format of one layer a file gives the file
 /// `request.path` if one layer is asked for by name, and else one for each layer, `LayerPath`.

@@ -26,12 +26,6 @@ TrailSet ContoursOfChain(Map& top) {
   return contours;
 }
 
-bool ChainOffersContours(const Map& top) {
-  const Map* map = &top;
-  while (map != nullptr && !OffersContours(*map)) map = map->basis;
-  return map != nullptr;
-}
-
 /// The trails of the chain, deepest map first.
 std::vector<Trail*> TrailsOfChain(Map& top) {
   std::vector<Map*> chain;
@@ -61,7 +55,7 @@ void MatchTrailRows(MapWindow& view) {
   for (auto row = rows.begin(); row != rows.end();) {
     DropTrailRows(row->children, present);
     // The groups of contours can be empty.
-    const bool isOffered = ContourKindOf(*row) && ChainOffersContours(*view.map);
+    const bool isOffered = ContourKindOf(*row) && MapWithContours(view.map) != nullptr;
     const bool isEmpty = row->children.empty() && !row->fixed && !isOffered;
     row = isEmpty ? rows.erase(row) : std::next(row);
   }

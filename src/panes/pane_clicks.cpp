@@ -17,11 +17,6 @@ std::vector<TrailPanelRow*> RowAndBelow(TrailPanelRow& row) {
   return rows;
 }
 
-Map* MapWithContours(Map* map) {
-  while (map != nullptr && !OffersContours(*map)) map = map->basis;
-  return map;
-}
-
 /// \return the kind of lines that the row would hold; nothing if it has lines already, or if it is
 ///         not a group of contours
 std::optional<ContourKind> AwaitedContours(const MapWindow& view, const TrailPanelRow& row) {
@@ -95,6 +90,15 @@ bool ShowContours(MapWindow& view, const TrailPanelRow& row, const ContourProgre
   }
   for (Trail& trail : ContoursOf(*map, *kind)) AddContourRow(view, trail, *kind);
   return true;
+}
+
+bool MakeMissingContours(Map& map, const ContourProgress& progress) {
+  Map* const source = MapWithContours(&map);
+  if (source == nullptr) return true;
+  for (const ContourKind kind : ContourKinds) {
+    if (!ContoursOf(*source, kind).empty()) return true;
+  }
+  return GenerateContours(*source, source->contourInterval, progress) != ContourCanceled;
 }
 
 }  // namespace orvane

@@ -43,4 +43,9 @@ bool AwaitsContours(const MapWindow& view, const TrailPanelRow& row);
 /// \return false if that was cancelled; then nothing has changed
 bool ShowContours(MapWindow& view, const TrailPanelRow& row, const ContourProgress& progress = {});
 
+/// Makes the lines of the map that a map's contours come from, unless some were made. Does nothing if
+/// no map of the chain asks for contours.
+/// \return false if it was cancelled
+bool MakeMissingContours(Map& map, const ContourProgress& progress = {});
+
 }  // namespace orvane

@@ -160,6 +160,11 @@ std::forward_list<Trail>& ContoursOf(Map& map, ContourKind kind) {
 
 bool OffersContours(const Map& map) { return map.contourEnabled != 0 && map.contourInterval != 0; }
 
+Map* MapWithContours(Map* map) {
+  while (map != nullptr && !OffersContours(*map)) map = map->basis;
+  return map;
+}
+
 TrailPanelRow& AddContourRow(MapWindow& view, Trail& trail, ContourKind kind) {
   TrailPanelRow& contours = ContoursRow(RowMaker{}, view, kind);
   return AddBelowType(RowMaker{}, contours.children, &contours, trail);

@@ -23,6 +23,8 @@ std::optional<ContourKind> ContourKindOf(const TrailPanelRow& row);
 std::forward_list<Trail>& ContoursOf(Map& map, ContourKind kind);
 /// \return true if the map asks for contours
 bool OffersContours(const Map& map);
+/// \return the nearest map of a basis chain that asks for contours, or null
+Map* MapWithContours(Map* map);
 
 /// Rebuilds the trail rows of a view: all trails of the basis chain, deepest first, then the
 /// map's own, and for each map that offers contours the hidden groups "Contours" and "Continuous

@@ -9,6 +9,7 @@
 #include "shell/map_commands.h"
 #include "shell/map_window_widget.h"
 #include "shell/messages/messages_window.h"
+#include "shell/output/export_commands.h"
 #include "shell/picture_commands.h"
 #include "shell/preferences_file.h"
 #include "shell/print/print_commands.h"
@@ -51,6 +52,7 @@ Program::Program(Workspace& workspace, BoxMessages& boxes, Surroundings& surroun
   });
   PlugFileCommands(shell_);
   PlugImportCommands(shell_);
+  PlugExport(shell_);
   PlugMapCommands(shell_);
   PlugUndoCommands(shell_);
   PlugViewCommands(shell_);

@@ -68,7 +68,8 @@ TEST_F(MenuStateTest, AtTheStartWhatNeedsAMapIsDisabled) {
                                            CommandRedo,
                                            CommandPrintPreview,
                                            CommandRangeEstimates,
-                                           CommandSurveyQuality}));
+                                           CommandSurveyQuality,
+                                           CommandExport}));
   EXPECT_FALSE(menu.At(CommandEuropeanDates).checked);
   EXPECT_TRUE(StartMenu({.europeanDates = true}).At(CommandEuropeanDates).checked);
   EXPECT_TRUE(menu.At(CommandSmoothLines).checked);

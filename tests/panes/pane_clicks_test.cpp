@@ -85,6 +85,22 @@ TEST_F(PaneClicks, ContinuousContoursAreAGroupOfTheirOwn) {
   EXPECT_EQ(line->color, Row("Contours").color);
 }
 
+TEST_F(PaneClicks, MissingContoursAreMadeOnceAndOnlyIfAMapAsksForThem) {
+  Map& map = Show(HillText);
+  int steps = 0;
+  const auto cancel = [&](const char*, int) { return ++steps < 0; };
+  EXPECT_FALSE(MakeMissingContours(map, cancel));
+  EXPECT_EQ(Length(map.contourTrails), 0);
+  EXPECT_TRUE(MakeMissingContours(map));
+  EXPECT_GT(Length(map.contourTrails), 0);
+  steps = 0;
+  EXPECT_TRUE(MakeMissingContours(map, cancel));
+  EXPECT_EQ(steps, 0);
+  Map& plain = Show(TwoGroupsText);
+  EXPECT_TRUE(MakeMissingContours(plain, cancel));
+  EXPECT_EQ(Length(plain.contourTrails), 0);
+}
+
 /// The tick was set on a row that still had no lines.
 TEST_F(PaneClicks, CanceledContoursLeaveTheTick) {
   Map& map = Show(HillText);

@@ -13,6 +13,7 @@
 #include "shell/messages/built_box.h"
 #include "shell/messages/messages_window.h"
 #include "shell/messages/text_viewer.h"
+#include "shell/output/export_dialog.h"
 #include "shell/recovery/recovery_dialog.h"
 #include "shell/shell_case.h"
 
@@ -123,6 +124,10 @@ TEST_F(AccessibleNames, TheDialogs) {
   SheetFields columns;
   SheetDialog sheet(window.TheMap(), columns, &window);
   EXPECT_EQ(NamelessIn(sheet), None);
+  ExportFields fields;
+  const LoadedModule none{nullptr, "it is not installed"};
+  ExportDialog exported(window.TheMap(), fields, none, &window);
+  EXPECT_EQ(NamelessIn(exported), None);
   AboutBox about(&window.TheMap(), &window);
   EXPECT_EQ(NamelessIn(about), None);
   auto* trail = new GisTrailWindow(shell_, Import(window.TheMap()), gisBoxes_, &window);

@@ -62,15 +62,15 @@ Offer OfferOf(CommandId id) {
 /// True for what the window without a map does not offer.
 bool NeedsMap(CommandId id) {
   static constexpr std::array Ids{
-      CommandOpenBasis,      CommandPrint,        CommandDeviation,      CommandViewControl,
-      CommandHideInfo,       CommandSetBasis,     CommandGraphicalInput, CommandFind,
-      CommandImportGis,      CommandElevation,    CommandTrailSummary,   CommandImportSpreadsheet,
-      CommandPointIndex,     CommandDelete,       CommandCloseMap,       CommandSave,
-      CommandSaveAs,         CommandAdd,          CommandImportSubmap,   CommandCheckTrails,
-      CommandZoomOut,        CommandChangeZoom,   CommandRangeStats,     CommandSaveSimplyAs,
-      CommandZoomIn,         CommandCopyImage,    CommandSavePicture,    CommandShowWholeMap,
-      CommandReload,         CommandUndo,         CommandRedo,           CommandPrintPreview,
-      CommandRangeEstimates, CommandSurveyQuality};
+      CommandOpenBasis,      CommandPrint,         CommandDeviation,      CommandViewControl,
+      CommandHideInfo,       CommandSetBasis,      CommandGraphicalInput, CommandFind,
+      CommandImportGis,      CommandElevation,     CommandTrailSummary,   CommandImportSpreadsheet,
+      CommandPointIndex,     CommandDelete,        CommandCloseMap,       CommandSave,
+      CommandSaveAs,         CommandAdd,           CommandImportSubmap,   CommandCheckTrails,
+      CommandZoomOut,        CommandChangeZoom,    CommandRangeStats,     CommandSaveSimplyAs,
+      CommandZoomIn,         CommandCopyImage,     CommandSavePicture,    CommandShowWholeMap,
+      CommandReload,         CommandUndo,          CommandRedo,           CommandPrintPreview,
+      CommandRangeEstimates, CommandSurveyQuality, CommandExport};
   return std::find(Ids.begin(), Ids.end(), id) != Ids.end();
 }
 

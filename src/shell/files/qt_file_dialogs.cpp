@@ -13,6 +13,12 @@
 namespace orvane {
 namespace {
 
+/// Those of the exports, by their ending.
+constexpr std::pair<const char*, const char*> ExportFilters[] = {
+    {"gpkg", "GeoPackages (*.gpkg)"}, {"kml", "KML (*.kml)"},
+    {"gpx", "GPX (*.gpx)"},           {"fgb", "FlatGeobuf (*.fgb)"},
+    {"csv", "Tables (*.csv)"},        {"geojson", "GeoJSON (*.geojson *.json)"}};
+
 /// The kinds of file that a dialog offers, its own type first.
 QStringList FiltersOf(const FileSpecification& file, bool saving) {
   const std::string& type = file.type;
@@ -26,6 +32,9 @@ QStringList FiltersOf(const FileSpecification& file, bool saving) {
             all};
   }
   if (type == "shp") return {QStringLiteral("Shapefiles (*.shp)"), all};
+  for (const auto& [ending, filter] : ExportFilters) {
+    if (type == ending) return {QString::fromLatin1(filter), all};
+  }
   if (type == "qch") return {QStringLiteral("Help files (*.qch)"), all};
   QStringList pictures{QStringLiteral("PNG picture (*.png)"), QStringLiteral("SVG drawing (*.svg)"),
                        QStringLiteral("PDF page (*.pdf)")};

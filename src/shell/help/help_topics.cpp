@@ -33,6 +33,7 @@ constexpr std::array Topics{
     // Dialogs.
     HelpTopic{"aboutBox", "overview.html"},
     HelpTopic{"sheetDialog", "field-sheet.html#the-fields"},
+    HelpTopic{"exportDialog", "export.html#the-window"},
     HelpTopic{"orientationDialog", "window.html#which-way-is-up"},
     HelpTopic{"printMapDialog", "printing.html#the-map-dialog"},
     HelpTopic{"pageSetup", "printing.html"},
@@ -70,6 +71,7 @@ constexpr std::array Topics{
     HelpTopic{"command1051", "reports.html#range-stats"},
     HelpTopic{"command40015", "quality.html#the-window"},
     HelpTopic{"command40016", "estimates.html#the-window"},
+    HelpTopic{"command40017", "export.html#the-window"},
     HelpTopic{"command1047", "window.html#the-scale"},
     HelpTopic{"command1011", "window.html#finding-a-place"},
     HelpTopic{"command1008", "window.html#the-info-panel"},
