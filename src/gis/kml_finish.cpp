@@ -1,5 +1,7 @@
 #include "gis/kml_finish.h"
 
+#include "gis/xml_text.h"
+
 #include <cstdio>
 #include <fstream>
 #include <string_view>
@@ -18,9 +20,7 @@ constexpr size_t ColorDigits = 6;
 
 std::string Escaped(std::string_view text) {
   std::string escaped;
-  for (const char c : text) {
-    // No control character but these can be in XML.
-    if (static_cast<unsigned char>(c) < ' ' && c != '\t') continue;
+  for (const char c : XmlText(text)) {
     if (c == '&') {
       escaped += "&amp;";
     } else if (c == '<') {

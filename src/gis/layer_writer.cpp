@@ -6,6 +6,7 @@
 #include "gis/dataset.h"
 #include "gis/gdal_session.h"
 #include "gis/kml_finish.h"
+#include "gis/xml_text.h"
 
 #include <algorithm>
 #include <cmath>
@@ -139,13 +140,25 @@ std::string StyleOf(const LayerFeature& feature) {
   return std::string("PEN(c:") + line + (feature.filled && feature.color ? ",w:1px)" : ",w:2px)");
 }
 
-void SetValue(OGRFeature& feature, int index, const FieldValue& value) {
+/// \return the text as a file of the format can hold it
+std::string TextFor(LayerFormat format, const std::string& text) {
+  const bool isXml = format == LayerFormat::Kml || format == LayerFormat::Gpx;
+  return isXml ? XmlText(text) : text;
+}
+
+/// Sets a text. An empty one is none.
+void SetXmlText(OGRFeature& feature, const char* field, const std::string& text) {
+  const std::string kept = XmlText(text);
+  if (!kept.empty()) feature.SetField(field, kept.c_str());
+}
+
+void SetValue(OGRFeature& feature, int index, const FieldValue& value, LayerFormat format) {
   if (const auto* whole = std::get_if<std::int64_t>(&value)) {
     feature.SetField(index, static_cast<GIntBig>(*whole));
   } else if (const auto* real = std::get_if<double>(&value)) {
     feature.SetField(index, *real);
   } else if (const auto* text = std::get_if<std::string>(&value)) {
-    feature.SetField(index, text->c_str());
+    feature.SetField(index, TextFor(format, *text).c_str());
   }
 }
 
@@ -259,7 +272,8 @@ class LayerWriter {
     for (const LayerField& field : layer.fields) {
       const bool isOwn = file_.format == LayerFormat::Kml && IsOwnOfKml(field.name);
       indexes_.push_back(isOwn ? -1 : to_->GetLayerDefn()->GetFieldCount());
-      done = done && (isOwn || addField(field.name.c_str(), FieldTypeOf(field.type, file_.format)));
+      done = done && (isOwn || addField(TextFor(file_.format, field.name).c_str(),
+                                        FieldTypeOf(field.type, file_.format)));
     }
     return done || Fail("the fields of the layer " + name + " can't be created");
   }
@@ -267,11 +281,11 @@ class LayerWriter {
   bool PutFeature(const ExportedLayer& layer, const LayerFeature& from) {
     const Feature feature(OGRFeature::CreateFeature(to_->GetLayerDefn()));
     for (size_t i = 0; i < from.values.size(); ++i) {
-      if (indexes_[i] >= 0) SetValue(*feature, indexes_[i], from.values[i]);
+      if (indexes_[i] >= 0) SetValue(*feature, indexes_[i], from.values[i], file_.format);
     }
     if (file_.format == LayerFormat::Kml) {
-      feature->SetField("Name", from.title.c_str());
-      if (!from.note.empty()) feature->SetField("Description", from.note.c_str());
+      SetXmlText(*feature, "Name", from.title);
+      SetXmlText(*feature, "Description", from.note);
       feature->SetStyleString(StyleOf(from).c_str());
     }
     const GeoShape shape = InSystem(from.shape);
@@ -309,8 +323,8 @@ class LayerWriter {
     if (waypoints_ == nullptr) waypoints_ = MakeGpxLayer("waypoints", {"name", "desc"});
     if (waypoints_ == nullptr) return false;
     const Feature feature(OGRFeature::CreateFeature(waypoints_->GetLayerDefn()));
-    feature->SetField("name", from.title.c_str());
-    if (!from.note.empty()) feature->SetField("desc", from.note.c_str());
+    SetXmlText(*feature, "name", from.title);
+    SetXmlText(*feature, "desc", from.note);
     return PutGpxPoint(*waypoints_, feature, from.shape.parts.front().front());
   }
 
@@ -325,7 +339,7 @@ class LayerWriter {
         const Feature feature(OGRFeature::CreateFeature(tracks_->GetLayerDefn()));
         feature->SetField("track_fid", track_);
         feature->SetField("track_seg_id", static_cast<int>(i));
-        feature->SetField("track_name", from.title.c_str());
+        SetXmlText(*feature, "track_name", from.title);
         if (!PutGpxPoint(*tracks_, feature, place)) return false;
       }
     }

@@ -113,14 +113,21 @@ void TakeStop(MapFeature& feature, const Point& point, const Trail& trail,
 
 // --- Trails ---------------------------------------------------------------------------------
 
-/// The name of a trail, or else its type, animal and date.
-std::string TrailTitle(const Trail& trail) {
-  if (trail.name) return *trail.name;
-  std::string title = trail.type;
-  for (const auto& part : {trail.focalAnimal, IsoDate(trail.date)}) {
-    if (part && !part->empty()) title += " " + *part;
+/// \return the texts that are not blank, with blanks between
+std::string JoinedTitle(const std::vector<std::optional<std::string>>& parts) {
+  std::string title;
+  for (const auto& part : parts) {
+    if (!part || part->find_first_not_of(' ') == part->npos) continue;
+    title += (title.empty() ? "" : " ") + *part;
   }
   return title;
+}
+
+/// The name of a trail, or else its type, animal and date.
+std::string TrailTitle(const Trail& trail) {
+  const std::string name = JoinedTitle({trail.name});
+  if (!name.empty()) return name;
+  return JoinedTitle({trail.type, trail.focalAnimal, IsoDate(trail.date)});
 }
 
 void TakeTrail(MapFeature& feature, const Trail& trail) {
@@ -189,7 +196,7 @@ void TakeCluster(MapFeature& feature, const Range& range, const Cluster& cluster
   feature.PutTextOrNone("range", range.name);
   feature.PutWhole("level", static_cast<std::int64_t>(percent));
   feature.Put("area", cluster.area[level]);
-  feature.title = range.name.value_or("") + " " + std::to_string(percent) + " %";
+  feature.title = JoinedTitle({range.name, std::to_string(percent) + " %"});
   feature.shape = AreaShape(Flat(PathOf(cluster.hull[level])));
 }
 
