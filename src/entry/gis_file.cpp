@@ -5,6 +5,7 @@
 #include "entry/gis_values.h"
 
 #include <string>
+#include <utility>
 
 namespace orvane {
 
@@ -33,18 +34,25 @@ bool IsGpxText(std::string_view text) {
 }
 
 GisFile ReadGisText(std::string_view text, std::string_view name, Messages& messages,
-                    Progress* progress) {
+                    Progress* progress, GisCellTaker* taker) {
   const bool isGpx = IsGpxText(text);
   if (IsUtf16(text)) {
-    if (isGpx) return ReadGpx(text, name, messages, progress);
+    if (isGpx) return ReadGpx(text, name, messages, progress, taker);
     const OriginScope origin(messages, std::string(name));
     NoteError(messages, "File %s is in UTF-16, which can't be read; save it as plain text", {name});
     return {};
   }
   text = WithoutUtf8Mark(text);
-  if (!isGpx) return ReadGisLines(text, name, messages, progress);
+  if (!isGpx) return ReadGisLines(text, name, messages, progress, taker);
   while (IsSpace(text.back())) text.remove_suffix(1);
-  return ReadGpx(text, name, messages, progress);
+  return ReadGpx(text, name, messages, progress, taker);
+}
+
+std::vector<GisCells> ReadGisCells(std::string_view text, size_t most) {
+  RecordedMessages unheard;  // the import has posted them
+  GisCellTaker taker{.most = most};
+  ReadGisText(text, "", unheard, nullptr, &taker);
+  return std::move(taker.cells);
 }
 
 }  // namespace orvane

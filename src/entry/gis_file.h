@@ -5,6 +5,7 @@
 #include "entry/import_summary.h"
 #include "geo/positions.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -22,7 +23,8 @@ struct GisFix {
   double lat = 0;                        ///< degrees, within ±90
   double lon = 0;                        ///< degrees, at least -180
   float altitude = NoAltitude;           ///< metres, or `NoAltitude`
-  size_t line = 0;                       ///< of the file, from 1
+  std::uint32_t line = 0;                ///< of the file, from 1
+  std::uint32_t number = 0;              ///< among the fixes of the file, from 0, with bad ones
   std::optional<std::int64_t> utc = {};  ///< milliseconds since 1970-01-01; only of tracks of GPX
 };
 
@@ -39,12 +41,28 @@ struct GisWaypoint {
   GisFix fix;
 };
 
+/// A fix without a usable position.
+struct BadGisFix {
+  std::uint32_t line = 0;    ///< of the file, from 1
+  std::uint32_t number = 0;  ///< as `GisFix::number`
+};
+
 /// The content of a file, in the order of the file.
 struct GisFile {
   std::vector<GisTrack> tracks;
   std::vector<GisWaypoint> waypoints;
-  LeftOutLines leftOut;          ///< fixes without a usable position
-  std::vector<size_t> badLines;  ///< the lines of all of them
+  LeftOutLines leftOut;             ///< fixes without a usable position
+  std::vector<BadGisFix> badFixes;  ///< all of them
+};
+
+/// The texts of a fix as the file has them: name, time, latitude, longitude, altitude. The name is
+/// that of the track or waypoint.
+using GisCells = std::array<std::string, 5>;
+
+/// Collects the texts of fixes while a file is read.
+struct GisCellTaker {
+  size_t most = 0;  ///< no more are taken
+  std::vector<GisCells> cells{};
 };
 
 /// Names are cut to this many bytes, so that they fit on a line of a map file.
@@ -65,18 +83,25 @@ constexpr size_t LongestGisName = 150;
 /// \param name  of the file, for messages
 /// \param progress  receives how far the reading is and can cancel it; the result is then what was
 ///                  read so far, without messages on lines left out
+/// \param taker  receives the texts of the fixes, if it is not null
 GisFile ReadGisText(std::string_view text, std::string_view name, Messages& messages,
-                    Progress* progress = nullptr);
+                    Progress* progress = nullptr, GisCellTaker* taker = nullptr);
 
 /// \return true if `ReadGisText` takes the text for GPX
 bool IsGpxText(std::string_view text);
 
+/// Reads the texts of the fixes of a file again, by `GisFix::number`.
+/// \param most  fixes at most
+std::vector<GisCells> ReadGisCells(std::string_view text, size_t most);
+
 /// Reads the comma-separated form.
+/// \param taker  as for `ReadGisText`
 GisFile ReadGisLines(std::string_view text, std::string_view name, Messages& messages,
-                     Progress* progress = nullptr);
+                     Progress* progress = nullptr, GisCellTaker* taker = nullptr);
 
 /// Reads GPX.
+/// \param taker  as for `ReadGisText`
 GisFile ReadGpx(std::string_view text, std::string_view name, Messages& messages,
-                Progress* progress = nullptr);
+                Progress* progress = nullptr, GisCellTaker* taker = nullptr);
 
 }  // namespace orvane

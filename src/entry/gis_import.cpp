@@ -211,27 +211,7 @@ class WaypointEntry {
   WaypointEntry(GisImport& import, bool keepAltitude)
       : import_(import), map_(*import.map), keepAltitude_(keepAltitude) {}
 
-  void Enter(const GisWaypoint& waypoint) {
-    const size_t pointsBefore = map_.pointStore.size();
-    Point* point = ResolvePointName(map_, nullptr, waypoint.name);
-    if (point == nullptr) {
-      Refuse("Bad pointname %s", waypoint.name);
-      return;
-    }
-    if (point->map != &map_) {
-      Refuse(
-          "A GPS location is given to a point (%s) which is in a base map, it will have no effect",
-          point->name);
-      return;
-    }
-    const bool isNew = map_.pointStore.size() > pointsBefore;
-    if (isNew && !point->name.empty()) map_.loosePoints.push_front(point);
-    if (waypoint.name.empty() || IsTimeName(waypoint.name)) {
-      if (unsaved_++ == 0) unsavedName_ = waypoint.name;
-    }
-    AddFix(*point, PlaceOf(waypoint.fix), AltitudeOf(waypoint.fix, keepAltitude_));
-    ++import_.waypoints;
-  }
+  void Enter(const GisWaypoint& waypoint) { import_.waypointStates.push_back(Add(waypoint)); }
   /// Posts what was not posted yet.
   void Finish() const {
     if (import_.refusedWaypoints > MostNamed) {
@@ -243,6 +223,28 @@ class WaypointEntry {
 
  private:
   static constexpr size_t MostNamed = 5;
+
+  GisWaypointState Add(const GisWaypoint& waypoint) {
+    const size_t pointsBefore = map_.pointStore.size();
+    Point* point = ResolvePointName(map_, nullptr, waypoint.name);
+    if (point == nullptr) {
+      Refuse("Bad pointname %s", waypoint.name);
+      return GisWaypointState::BadName;
+    }
+    if (point->map != &map_) {
+      Refuse(
+          "A GPS location is given to a point (%s) which is in a base map, it will have no effect",
+          point->name);
+      return GisWaypointState::InBasis;
+    }
+    const bool isNew = map_.pointStore.size() > pointsBefore;
+    if (isNew && !point->name.empty()) map_.loosePoints.push_front(point);
+    AddFix(*point, PlaceOf(waypoint.fix), AltitudeOf(waypoint.fix, keepAltitude_));
+    ++import_.waypoints;
+    if (!waypoint.name.empty() && !IsTimeName(waypoint.name)) return GisWaypointState::Used;
+    if (unsaved_++ == 0) unsavedName_ = waypoint.name;
+    return waypoint.name.empty() ? GisWaypointState::NoName : GisWaypointState::TimeName;
+  }
 
   void Refuse(std::string_view format, std::string_view name) {
     if (++import_.refusedWaypoints <= MostNamed)
@@ -351,6 +353,7 @@ std::optional<GisImport> StartGisImportOfText(Map& map, std::string_view text,
   GisImport import;
   import.map = &map;
   import.fileName = name;
+  import.text = std::make_shared<std::string>(text);
   import.file = ReadGisText(text, name, map.workspace->messages, map.workspace->progress);
   if (IsCanceled(map.workspace->progress)) return std::nullopt;
   if (import.file.tracks.empty() && import.file.waypoints.empty()) {

@@ -5,6 +5,7 @@
 #include "model/workspace.h"
 
 #include <cstddef>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -42,10 +43,21 @@ struct GisTrailFields {
 /// too large.
 enum class GisField { None, Date, Size, Width, SubSample, MinimumDistance };
 
+/// What becomes of a waypoint.
+enum class GisWaypointState {
+  Used,
+  BadName,   ///< left out: its name can't be used
+  InBasis,   ///< left out: the basis has a point of its name
+  NoName,    ///< in the map, but no save keeps it
+  TimeName,  ///< likewise: it is named like a time of day
+};
+
 /// An import that is under way.
 struct GisImport {
   Map* map = nullptr;
   GisFile file;
+  std::vector<GisWaypointState> waypointStates;  ///< of those of the file, in their order
+  std::shared_ptr<const std::string> text;       ///< of the file, for `PreviewGis`
   std::string fileName;
   size_t current = 0;    ///< index of the track that is shown; past the last one when all are done
   size_t taken = 0;      ///< tracks that became trails

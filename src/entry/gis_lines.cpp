@@ -89,6 +89,13 @@ std::string DateOf(std::string_view field) {
   return CleanName(field.substr(0, std::min(field.find(' '), field.size())));
 }
 
+GisCells CellsOf(const LineFields& fields) {
+  GisCells cells;
+  constexpr Column Columns[] = {NameColumn, DateColumn, LatColumn, LonColumn, AltColumn};
+  for (size_t i = 0; i < cells.size(); ++i) cells[i] = fields[Columns[i]];
+  return cells;
+}
+
 /// Collects fixes as a file is read.
 class Collector {
  public:
@@ -136,13 +143,14 @@ class Collector {
 }  // namespace
 
 GisFile ReadGisLines(std::string_view text, std::string_view name, Messages& messages,
-                     Progress* progress) {
+                     Progress* progress, GisCellTaker* taker) {
   OriginScope origin(messages, std::string(name));
   NoteDamage(text, name, messages);
   Collector collector;
   LineFields fields;
   LeftOutLines leftOut;
-  std::vector<size_t> badLines;
+  std::vector<BadGisFix> badFixes;
+  std::uint32_t number = 0;
   constexpr unsigned LinesOfStep = 512;
   const size_t size = text.size();
   ProgressSteps steps(progress, WorkStage::Reading, size, LinesOfStep);
@@ -153,24 +161,29 @@ GisFile ReadGisLines(std::string_view text, std::string_view name, Messages& mes
     if (TrimSpace(line).empty()) continue;
     fields.Split(line);
     auto fix = FixOf(fields[LatColumn], fields[LonColumn], fields[AltColumn]);
-    if (fix) fix->line = lineNumber;
+    const auto line32 = static_cast<std::uint32_t>(lineNumber);
+    if (lineNumber > 1 && taker != nullptr && taker->cells.size() < taker->most) {
+      taker->cells.push_back(CellsOf(fields));
+    }
     if (lineNumber == 1) {
       if (fix) {
         NoteWarning(messages, "%s has a position in its first line, which is taken as the header",
                     {name});
       }
     } else if (fix) {
+      fix->line = line32;
+      fix->number = number++;
       collector.Add(fields[NameColumn], fields[DateColumn], *fix);
     } else {
       leftOut.Add(lineNumber);
-      badLines.push_back(lineNumber);
+      badFixes.push_back({line32, number++});
     }
   }
   origin.GoToLine(leftOut.firstLine);
   NoteLeftOut(leftOut, name, messages);
   GisFile file = collector.Finish();
   file.leftOut = leftOut;
-  file.badLines = std::move(badLines);
+  file.badFixes = std::move(badFixes);
   return file;
 }
 

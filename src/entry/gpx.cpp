@@ -52,6 +52,7 @@ constexpr Place Places[] = {
     {"trk", Element::Gpx, Element::Track},
     {"name", Element::Waypoint, Element::Name},
     {"ele", Element::Waypoint, Element::Elevation},
+    {"time", Element::Waypoint, Element::Time},
     {"name", Element::Track, Element::Name},
     {"trkseg", Element::Track, Element::Segment},
     {"trkpt", Element::Segment, Element::TrackPoint},
@@ -97,11 +98,12 @@ struct FreeParser {
 
 class GpxWalk {
  public:
-  GpxWalk(std::string_view fileName, Messages& messages, Progress* progress)
+  GpxWalk(std::string_view fileName, Messages& messages, Progress* progress, GisCellTaker* taker)
       : parser_(XML_ParserCreate(nullptr)),
         fileName_(fileName),
         messages_(messages),
         progress_(progress),
+        taker_(taker),
         origin_(messages, std::string(fileName)) {}
 
   GisFile Read(std::string_view text) {
@@ -212,7 +214,8 @@ class GpxWalk {
     if (kind == Element::Name) CloseName(parent);
     if (kind == Element::Time) {
       time_ = text_;
-      if (file_.tracks.back().date.empty()) file_.tracks.back().date = DateOf(text_);
+      const bool isOfTrack = parent == Element::TrackPoint;
+      if (isOfTrack && file_.tracks.back().date.empty()) file_.tracks.back().date = DateOf(text_);
     }
     if (kind == Element::Waypoint || kind == Element::TrackPoint) CloseFix(kind);
     keepsText_ = false;
@@ -229,16 +232,24 @@ class GpxWalk {
 
   void CloseFix(Element kind) {
     auto fix = FixOf(lat_, lon_, altitude_);
+    const bool isWaypoint = kind == Element::Waypoint;
+    if (taker_ != nullptr && taker_->cells.size() < taker_->most) {
+      const std::string& name = isWaypoint ? name_ : file_.tracks.back().name;
+      taker_->cells.push_back({name, time_, lat_, lon_, altitude_});
+    }
+    const auto line = static_cast<std::uint32_t>(fixLine_);
+    const std::uint32_t number = fixes_++;
     if (!fix) {
       file_.leftOut.Add(fixLine_);
-      file_.badLines.push_back(fixLine_);
+      file_.badFixes.push_back({line, number});
       return;
     }
-    fix->line = fixLine_;
-    fix->utc = UtcOf(time_);
-    if (kind == Element::Waypoint) {
+    fix->line = line;
+    fix->number = number;
+    if (isWaypoint) {
       file_.waypoints.push_back({std::move(name_), *fix});
     } else {
+      fix->utc = UtcOf(time_);
       file_.tracks.back().fixes.push_back(*fix);
     }
   }
@@ -247,6 +258,7 @@ class GpxWalk {
   std::string_view fileName_;
   Messages& messages_;
   Progress* progress_;
+  GisCellTaker* taker_;
   OriginScope origin_;
   size_t linesBefore_ = 0;  ///< those that the parser does not see
   GisFile file_;
@@ -256,7 +268,8 @@ class GpxWalk {
 
   std::vector<Element> open_;  ///< outermost first
   bool keepsText_ = false;
-  std::string text_;  ///< of the innermost element that keeps it
+  std::string text_;         ///< of the innermost element that keeps it
+  std::uint32_t fixes_ = 0;  ///< so far
   // The fix that is open.
   size_t fixLine_ = 0;
   std::string lat_;
@@ -269,8 +282,8 @@ class GpxWalk {
 }  // namespace
 
 GisFile ReadGpx(std::string_view text, std::string_view name, Messages& messages,
-                Progress* progress) {
-  return GpxWalk(name, messages, progress).Read(text);
+                Progress* progress, GisCellTaker* taker) {
+  return GpxWalk(name, messages, progress, taker).Read(text);
 }
 
 }  // namespace orvane

@@ -1,6 +1,5 @@
 #include "entry/preview.h"
 
-#include "base/number_text.h"
 #include "entry/fix_cells.h"
 
 #include <algorithm>
@@ -47,13 +46,52 @@ GisFate FateOf(GisFixState state) {
   return {};
 }
 
-std::vector<std::string> GisCells(const std::string& name, const std::string& date,
-                                  const GisFix& fix) {
-  const std::string time =
-      fix.utc ? FormatDate(DateOfLocal(*fix.utc)) + ' ' + ClockText(*fix.utc) + 'Z' : date;
-  const std::string altitude =
-      HasAltitude(fix.altitude) ? FormatGeneral(double{fix.altitude}) : std::string();
-  return {name, time, FormatShortest(fix.lat), FormatShortest(fix.lon), altitude};
+GisFate FateOf(GisWaypointState state) {
+  switch (state) {
+    case GisWaypointState::Used:
+      return {"used", "waypoint"};
+    case GisWaypointState::BadName:
+      return {"bad name", "no point can have this name"};
+    case GisWaypointState::InBasis:
+      return {"bad name", "a point of the basis has this name"};
+    case GisWaypointState::NoName:
+      return {"bad name", "no save keeps a waypoint without a name"};
+    case GisWaypointState::TimeName:
+      return {"bad name", "no save keeps a waypoint named like a time of day"};
+  }
+  return {};
+}
+
+/// A row of the preview of a GPS file, and where its fix is in the file.
+struct GisRow {
+  std::uint32_t number;  ///< `GisFix::number`
+  std::uint32_t line;
+  GisFate fate;
+  const std::string* track;  ///< its name; null for a waypoint
+};
+
+/// The rows of all fixes in the order of the file.
+/// \return nothing if a field cannot be read
+std::optional<std::vector<GisRow>> GisRows(const GisImport& import, const GisTrailFields& fields) {
+  std::vector<GisRow> rows;
+  for (const GisTrack& track : import.file.tracks) {
+    const auto states = StatesOfFixes(import, track, fields);
+    if (!states) return std::nullopt;
+    for (size_t i = 0; i < track.fixes.size(); ++i) {
+      const GisFix& fix = track.fixes[i];
+      rows.push_back({fix.number, fix.line, FateOf((*states)[i]), &track.name});
+    }
+  }
+  for (size_t i = 0; i < import.file.waypoints.size(); ++i) {
+    const GisFix& fix = import.file.waypoints[i].fix;
+    rows.push_back({fix.number, fix.line, FateOf(import.waypointStates[i]), nullptr});
+  }
+  for (const BadGisFix& bad : import.file.badFixes) {
+    rows.push_back({bad.number, bad.line, {"unknown place", "no position"}, nullptr});
+  }
+  std::sort(rows.begin(), rows.end(),
+            [](const GisRow& a, const GisRow& b) { return a.number < b.number; });
+  return rows;
 }
 
 void AppendLine(std::string& text, const std::vector<std::string>& cells) {
@@ -105,27 +143,18 @@ std::optional<Preview> PreviewGis(const GisImport& import, const GisTrailFields&
                                   size_t most) {
   Preview preview;
   preview.captions = {"name", "time", "latitude", "longitude", "altitude"};
-  std::vector<PreviewRow>& rows = preview.rows;
-  for (const GisTrack& track : import.file.tracks) {
-    const auto states = StatesOfFixes(import, track, fields);
-    if (!states) return std::nullopt;
-    for (size_t i = 0; i < track.fixes.size(); ++i) {
-      const GisFix& fix = track.fixes[i];
-      const GisFate fate = FateOf((*states)[i]);
-      rows.push_back(
-          {fix.line, fate.state, std::string(fate.reason), GisCells(track.name, track.date, fix)});
-    }
+  auto rows = GisRows(import, fields);
+  if (!rows) return std::nullopt;
+  rows->resize(std::min(rows->size(), most));
+  const std::vector<GisCells> texts = ReadGisCells(*import.text, rows->size());
+  for (const GisRow& row : *rows) {
+    const GisCells& cells = texts[row.number];
+    PreviewRow& shown = preview.rows.emplace_back(
+        PreviewRow{row.line, row.fate.state, std::string(row.fate.reason), {}});
+    shown.cells.assign(cells.begin(), cells.end());
+    // A track without a name has got one.
+    if (shown.cells[0].empty() && row.track != nullptr) shown.cells[0] = *row.track;
   }
-  for (const GisWaypoint& waypoint : import.file.waypoints) {
-    rows.push_back(
-        {waypoint.fix.line, "used", "waypoint", GisCells(waypoint.name, "", waypoint.fix)});
-  }
-  for (const size_t line : import.file.badLines) {
-    rows.push_back({line, "unknown place", "no position", {}});
-  }
-  std::stable_sort(rows.begin(), rows.end(),
-                   [](const PreviewRow& a, const PreviewRow& b) { return a.row < b.row; });
-  rows.resize(std::min(rows.size(), most));
   return preview;
 }
 

@@ -38,8 +38,8 @@ Preview PreviewFixes(const FixImport& import, size_t most = MostPreviewRows);
 ///              map that is not used any more
 Preview PreviewSheet(const ImportSpec& spec, size_t most = MostPreviewRows);
 
-/// The fixes of a GPS file as `TakeAllTracks` would take them, and its waypoints. Cells: name, date or
-/// time, latitude, longitude, altitude.
+/// The fixes of a GPS file as `TakeAllTracks` would take them, and its waypoints. Cells, as in the
+/// file: name, time, latitude, longitude, altitude.
 /// \return nothing if a field cannot be read
 std::optional<Preview> PreviewGis(const GisImport& import, const GisTrailFields& fields,
                                   size_t most = MostPreviewRows);

@@ -144,8 +144,10 @@ class SheetImport {
   RowResult ReadStop(std::string_view row);
   RowResult TakeSighting(std::string_view row, const StopTexts& texts);
   void TakeGoodRow(const StopTexts& texts, const std::optional<LatLon>& position);
+  void BeginStop(const StopTexts& texts, const std::optional<LatLon>& position);
   RowResult TakeBadRow(std::string_view row, const StopTexts& texts);
   void LeaveOut(std::string_view row, std::string_view state, std::string reason);
+  void NoteLostStop();
   size_t LineOfFile(size_t number) const;
   void EndStop(int end);
   void Count(std::string_view row, const StopTexts& texts);
@@ -155,7 +157,8 @@ class SheetImport {
   SheetLogs& logs_;
   std::vector<SheetRowFate>* fates_;
   size_t mostFates_;
-  SheetRowFate fate_;  ///< of the current row
+  SheetRowFate fate_;              ///< of the current row
+  std::vector<size_t> stopFates_;  ///< in `fates_`, of the rows that the current stop is made of
   Map& map_;
   Workspace& workspace_;
   LocationFinder locations_;
@@ -189,6 +192,7 @@ SheetCounts SheetImport::Run() {
     const RowResult result = ReadRow(*row);
     if (fates_ != nullptr) fates_->push_back(fate_);
     if (result == RowResult::Abandon) {
+      NoteLostStop();
       counts_.abandonedAt = line_;
       break;
     }
@@ -211,6 +215,14 @@ void SheetImport::LeaveOut(std::string_view row, std::string_view state, std::st
   fate_.reason = std::move(reason);
   if (isRestOfLine_ || row.find_first_not_of(" \t") == std::string_view::npos) return;
   counts_.leftOut.Add(line_);
+}
+
+/// An import that ends early loses the current stop, and so the rows that it is made of.
+void SheetImport::NoteLostStop() {
+  for (const size_t index : stopFates_) {
+    (*fates_)[index].state = "not used";
+    (*fates_)[index].reason = "the import ends before this stop does";
+  }
 }
 
 /// With only fixed texts all rows belong to one trail.
@@ -349,10 +361,17 @@ void SheetImport::TakeGoodRow(const StopTexts& texts, const std::optional<LatLon
   // hour.
   const bool hourEnds =
       map_.smName[0] && stop_.end / MinutesInHour != texts.minutes / MinutesInHour;
-  if (!moved && !hourEnds) {
+  if (moved || hourEnds) {
+    BeginStop(texts, position);
+  } else {
     stop_.end = texts.minutes;
-    return;
   }
+  if (fates_ != nullptr) stopFates_.push_back(fates_->size());  // where this row comes
+}
+
+/// Ends the current stop, if there is one.
+/// \param position  of the new one; none for the place of the current one
+void SheetImport::BeginStop(const StopTexts& texts, const std::optional<LatLon>& position) {
   PendingStop next = stop_;
   if (stop_.IsPending()) EndStop(texts.minutes);
   if (position) {
@@ -400,6 +419,7 @@ void SheetImport::EndStop(int end) {
   ++counts_.stops;
   AddStopPoint(map_, *trail_, stop_.position, stop_.start, end, stop_.location, smCount_);
   stop_ = {};
+  stopFates_.clear();
   smCount_ = {};
 }
 

@@ -61,10 +61,11 @@ struct SheetOutcome {
 
 /// What became of a row of a sheet.
 struct SheetRowFate {
-  size_t line = 0;                  ///< of the file, from 1
-  std::string_view row;             ///< in `FollowSheet::text`
-  std::string_view state = "used";  ///< or "unknown place", "bad time", "bad date", "no species"
-  std::string reason = {};          ///< empty for a row that is used as it is
+  size_t line = 0;       ///< of the file, from 1
+  std::string_view row;  ///< in `FollowSheet::text`
+  /// Or "unknown place", "bad time", "bad date", "no species", "not used".
+  std::string_view state = "used";
+  std::string reason = {};  ///< empty for a row that is used as it is
 };
 
 /// Reads a sheet as `RunSpreadsheetImport` does, but without questions and messages; nothing is

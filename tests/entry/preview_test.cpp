@@ -74,7 +74,8 @@ TEST_F(PreviewTest, ShowsRowsOfASheetWithoutQuestionsAndMessages) {
   EXPECT_EQ(
       Rows(preview),
       (Texts{"2 used: ", "4 used: out of sight", "5 unknown place: no place, and none before it",
-             "6 used: ", "7 used: the time is before that of the last row", "8 bad time: no time",
+             "6 not used: the import ends before this stop does",
+             "7 not used: the import ends before this stop does", "8 bad time: no time",
              "9 bad date: no date", "10 no species: no species or group",
              "11 bad time: x is not a time", "12 unknown place: the map has no place Nowhere",
              "13 unknown place: rain is a note on the weather",
@@ -86,7 +87,8 @@ TEST_F(PreviewTest, ShowsRowsOfASheetWithoutQuestionsAndMessages) {
 }
 
 constexpr const char* Track =
-    "<gpx><wpt lat=\"1\" lon=\"115\"><name>Nest</name><ele>12.5</ele></wpt>\n<trk><name>W</name>"
+    "<gpx><wpt lat=\"1\" lon=\"115\"><name>Nest</name><ele>12.5</ele>"
+    "<time>2004-05-02T10:00:00Z</time></wpt>\n<trk><name>W</name>"
     "<trkseg>\n<trkpt lat=\"1\" lon=\"115\"><time>2004-05-03T00:30:00Z</time></trkpt>\n"
     "<trkpt lat=\"1\" lon=\"115\"><time>2004-05-03T00:30:30Z</time></trkpt>\n"
     "<trkpt lat=\"1.1\" lon=\"115\"/>\n<trkpt lat=\"x\" lon=\"115\"/>\n"
@@ -106,12 +108,45 @@ TEST_F(PreviewTest, ShowsFixesOfAGpsFile) {
             (Texts{"1 used: waypoint", "3 used: ", "4 repeat: in one minute with another",
                    "5 bad time: no time", "6 unknown place: no position",
                    "7 thinned: too soon after another, or too near"}));
-  EXPECT_EQ(preview.rows[0].cells, (Texts{"Nest", "", "1.0", "115.0", "12.5"}));
-  EXPECT_EQ(preview.rows[1].cells, (Texts{"W", "2004-5-3 00:30Z", "1.0", "115.0", ""}));
+  // As in the file, also those of a fix without a position.
+  EXPECT_EQ(preview.rows[0].cells, (Texts{"Nest", "2004-05-02T10:00:00Z", "1", "115", "12.5"}));
+  EXPECT_EQ(preview.rows[2].cells, (Texts{"W", "2004-05-03T00:30:30Z", "1", "115", ""}));
+  EXPECT_EQ(preview.rows[4].cells, (Texts{"W", "", "x", "115", ""}));
   EXPECT_EQ(PreviewGis(*import, fields, 2)->rows.size(), 2U);
   fields.size = "many";
   EXPECT_FALSE(PreviewGis(*import, fields));
   EXPECT_EQ(FindBadField(*import, fields), GisField::Size);
+}
+
+TEST_F(PreviewTest, ShowsTheCellsOfALineWithoutAPosition) {
+  const auto import = StartGisImportOfText(
+      map,
+      "name,time,a,b,lat,lon,alt\nA,2004-5-3 6:00,,,1,115,7\nB,2004-5-3 6:01,,,north,115,8\n"
+      "a,2004-5-4 7:00,,,1,115,9\nB,2004-5-5 7:00,,,1,115,9\n",
+      "a.txt", {});
+  ASSERT_TRUE(import);
+  const Preview preview = *PreviewGis(*import, {});
+  EXPECT_EQ(Rows(preview),
+            (Texts{"2 used: ", "3 unknown place: no position", "4 used: ", "5 used: "}));
+  EXPECT_EQ(preview.rows[1].cells, (Texts{"B", "2004-5-3 6:01", "north", "115", "8"}));
+  // Each has its own time, not that of the track.
+  EXPECT_EQ(preview.rows[2].cells, (Texts{"a", "2004-5-4 7:00", "1", "115", "9"}));
+}
+
+TEST_F(PreviewTest, MarksWaypointsThatAreNotKept) {
+  Map& above = Open("B\ttest.map\n", "above.map");
+  ASSERT_EQ(above.basis, &map);
+  const auto import = StartGisImportOfText(
+      above,
+      "name,time,a,b,lat,lon\nNest,,,,1,115\n,,,,1,116\n0830,,,,1,116\n=,,,,1,116\nCamp,,,,1,116\n",
+      "a.txt", {});
+  ASSERT_TRUE(import);
+  const Preview preview = *PreviewGis(*import, {});
+  EXPECT_EQ(Rows(preview),
+            (Texts{"2 used: waypoint", "3 bad name: no save keeps a waypoint without a name",
+                   "4 bad name: no save keeps a waypoint named like a time of day",
+                   "5 bad name: no point can have this name",
+                   "6 bad name: a point of the basis has this name"}));
 }
 
 TEST(PreviewText, KeepsACellOnItsLine) {
