@@ -11,6 +11,7 @@
 #include <QAccessible>
 #include <QClipboard>
 #include <QLineEdit>
+#include <QMouseEvent>
 #include <QScrollBar>
 #include <QStyle>
 
@@ -342,6 +343,28 @@ TEST_F(CellTableViewTest, AnEdgeIsDraggedInTheCaptionsToo) {
     EXPECT_EQ(view_->columnWidth(column), shown - 12);
     EXPECT_EQ(widths_[static_cast<size_t>(column)], before[static_cast<size_t>(column)] - 12);
   }
+}
+
+TEST_F(CellTableViewTest, TheLastColumnGrowsByWhatItsEdgeWasMoved) {
+  Show(1);
+  const int width = widths_[2];
+  const QHeaderView& header = *view_->horizontalHeader();
+  const int shown = view_->columnWidth(2);
+  const QPoint edge(header.sectionViewportPosition(2) + shown - 1, 5);
+  QTest::mousePress(header.viewport(), Qt::LeftButton, Qt::NoModifier, edge);
+  for (const int x : {4, 8, 12}) {
+    QMouseEvent move(QEvent::MouseMove, edge + QPoint(x, 0), header.mapToGlobal(edge), Qt::NoButton,
+                     Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(header.viewport(), &move);
+    QTest::qWait(1);  // the table is laid out meanwhile
+  }
+  QTest::mouseRelease(header.viewport(), Qt::LeftButton, Qt::NoModifier, edge);
+  EXPECT_EQ(widths_[2], width + 12);
+  EXPECT_EQ(view_->columnWidth(2), shown) << "it need not be scrolled";
+  DragEdge(2, {5});
+  EXPECT_EQ(widths_[2], width + 17);
+  EXPECT_EQ(view_->columnWidth(2), shown);
+  EXPECT_FALSE(view_->horizontalScrollBar()->isVisible());
 }
 
 TEST_F(CellTableViewTest, ALowBodyIsHidden) {

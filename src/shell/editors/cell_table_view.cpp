@@ -146,6 +146,7 @@ void CellTableView::MakeHeaders() {
   connect(header_, &QHeaderView::sectionResized, this, [this](int column, int before, int now) {
     if (!layingOut_) FollowWidth(static_cast<size_t>(column), now - before);
   });
+  connect(header_, &HintHeader::edgeDropped, this, &CellTableView::FitLastColumn);
   handles_ = new RowHandles(rowHeight_, this);
   auto* corner = new QWidget(this);
   corner->setAutoFillBackground(true);
@@ -211,12 +212,16 @@ void CellTableView::LayOutColumns() {
 void CellTableView::FollowWidth(size_t column, int difference) {
   int& width = (*widths_)[column];
   width = std::max(width + difference, LeastColumnWidth);
-  // The last column reaches to the end again when the table gets another size.
   if (column + 1 == model_.Columns().size()) {
     PlaceEditField();
+    FitLastColumn();
   } else {
     LayOutColumns();
   }
+}
+
+void CellTableView::FitLastColumn() {
+  if (!header_->IsPressed() && header_->length() > viewport()->width()) LayOutColumns();
 }
 
 QSize CellTableView::sizeHint() const {
@@ -228,7 +233,8 @@ QSize CellTableView::sizeHint() const {
 
 void CellTableView::resizeEvent(QResizeEvent* event) {
   QTableView::resizeEvent(event);
-  LayOutColumns();
+  // A dragged edge would jump: a scroll bar that comes up changes the size too.
+  if (!header_->IsPressed()) LayOutColumns();
 }
 
 void CellTableView::updateGeometries() {

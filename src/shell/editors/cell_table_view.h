@@ -102,6 +102,9 @@ class CellTableView final : public QTableView {
   void LayOutColumns();
   /// Keeps the width of a column whose edge the user has moved.
   void FollowWidth(size_t column, int difference);
+  /// A last column that was made wider reaches to the end of the table, no farther than it needs. One
+  /// that was made narrower does so when the table gets another size.
+  void FitLastColumn();
   size_t RowAt(int y) const;
   /// Those that are showing; see `ColumnEdges`.
   std::vector<int> Edges() const;

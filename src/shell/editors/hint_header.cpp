@@ -60,8 +60,15 @@ void HintHeader::paintSection(QPainter* painter, const QRect& rect, int logicalI
   painter->restore();
 }
 
+void HintHeader::Release() {
+  if (!isPressed_) return;
+  isPressed_ = false;
+  Q_EMIT edgeDropped();
+}
+
 void HintHeader::mouseMoveEvent(QMouseEvent* event) {
   QHeaderView::mouseMoveEvent(event);
+  if (event->buttons() == Qt::NoButton) Release();  // it went to a box that came up
   const QPoint at = event->position().toPoint();
   if ((at - hintPoint_).manhattanLength() <= HintSlack) return;
   StopHint();
@@ -71,7 +78,13 @@ void HintHeader::mouseMoveEvent(QMouseEvent* event) {
 
 void HintHeader::mousePressEvent(QMouseEvent* event) {
   StopHint();
+  isPressed_ = true;
   QHeaderView::mousePressEvent(event);
+}
+
+void HintHeader::mouseReleaseEvent(QMouseEvent* event) {
+  QHeaderView::mouseReleaseEvent(event);
+  Release();
 }
 
 void HintHeader::keyPressEvent(QKeyEvent* event) {

@@ -14,7 +14,12 @@ class HintHeader final : public QHeaderView {
   /// \param height    in pixels
   HintHeader(int baseline, int height, QWidget* parent);
 
+  /// True while a button of the mouse is pressed, as it is while an edge is dragged.
+  bool IsPressed() const { return isPressed_; }
+
  Q_SIGNALS:
+  /// The button was released; an edge that it dragged stays where it is.
+  void edgeDropped();
   /// \param at  where the pointer rests, in the viewport of the header
   void hintRequested(int column, QPoint at);
 
@@ -23,15 +28,18 @@ class HintHeader final : public QHeaderView {
   void paintEvent(QPaintEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   bool viewportEvent(QEvent* event) override;
 
  private:
   void StopHint();
+  void Release();
 
   int baseline_;
   QPoint hintPoint_;
   QTimer hintTimer_;
+  bool isPressed_ = false;
 };
 
 }  // namespace orvane
