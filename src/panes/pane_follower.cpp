@@ -1,6 +1,7 @@
 #include "panes/pane_follower.h"
 
 #include "base/text.h"
+#include "panes/estimate_lines.h"
 #include "panes/follow_edit.h"
 
 #include <algorithm>
@@ -120,9 +121,9 @@ auto PaneFollower::FieldsOf(Row& row) {
   if constexpr (requires { row.lineStyle; }) {
     return std::tuple_cat(std::tie(row.text, row.visible, row.open, row.selected), StyleOf(row));
   } else {
-    return std::tuple_cat(
-        std::tie(row.visible, row.selected, row.shading, row.drawMode, row.clusterMask),
-        std::tie(row.showSm[0], row.showSm[1], row.showSm[2]), StyleOf(row));
+    return std::tuple_cat(std::tie(row.visible, row.selected, row.shading, row.drawMode,
+                                   row.clusterMask, row.estimateMask),
+                          std::tie(row.showSm[0], row.showSm[1], row.showSm[2]), StyleOf(row));
   }
 }
 
@@ -258,7 +259,7 @@ void PaneFollower::FollowReread(const EditNews& news) {
   kept = std::move(rows);
 }
 
-void PaneFollower::AfterEdit(const EditNews& news) {
+void PaneFollower::FollowRows(const EditNews& news) {
   if (news.contents != nullptr) {
     FollowReread(news);
     return;
@@ -280,6 +281,11 @@ void PaneFollower::AfterEdit(const EditNews& news) {
     NoteGone(LooksNow(), step.gone);
   }
   before_ = {};
+}
+
+void PaneFollower::AfterEdit(const EditNews& news) {
+  FollowRows(news);
+  if (showsChange_) UpdateEstimateLines(view_, nullptr);
 }
 
 }  // namespace orvane

@@ -57,6 +57,7 @@ class PaneFollower : public EditListener {
     std::array<bool, 3> showSm{};
     RangeDrawMode drawMode = RangeDrawMode::Clear;
     std::uint32_t clusterMask = 0;
+    std::uint32_t estimateMask = 0;
     Color color = 0;
   };
   /// A range, or the two of an overlap.
@@ -87,6 +88,7 @@ class PaneFollower : public EditListener {
   Looks LooksNow();
   void NoteGone(const Looks& now, Looks& gone) const;
   void NoteChanged(const Looks& now, StepLooks& step) const;
+  void FollowRows(const EditNews& news);
   void BringBack(const StepLooks& step, bool undone);
   void FollowReread(const EditNews& news);
 

@@ -72,7 +72,8 @@ void TakeBack(RangePanelRow& row, const RowMemory::Kept<RangePanelRow>& kept) {
   using Row = RangePanelRow;
   row.selected = kept.was.selected;
   row.shading = kept.was.shading;  // it depends on how many rows were made before
-  TakeChanges(row, kept, &Row::visible, &Row::drawMode, &Row::clusterMask, &Row::color);
+  TakeChanges(row, kept, &Row::visible, &Row::drawMode, &Row::clusterMask, &Row::estimateMask,
+              &Row::color);
   for (size_t i = 0; i < std::size(row.showSm); ++i) row.showSm[i] = kept.was.showSm[i];
 }
 

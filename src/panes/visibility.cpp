@@ -4,6 +4,7 @@
 #include "editing/trail_form.h"
 #include "model/point_names.h"
 #include "model/workspace.h"
+#include "panes/estimate_lines.h"
 #include "panes/pane_clicks.h"
 #include "panes/trail_tree.h"
 #include "view/fills.h"
@@ -125,7 +126,8 @@ std::optional<RangeVisibility> OpenRangeVisibility(MapWindow& view) {
                          .color = ColorFieldText(row->color),
                          .shading = row->shading > FillCross ? NoShading : row->shading,
                          .drawMode = row->drawMode,
-                         .clusterMask = row->clusterMask};
+                         .clusterMask = row->clusterMask,
+                         .estimateMask = row->estimateMask};
   std::copy(std::begin(row->showSm), std::end(row->showSm), dialog.showSm.begin());
   return dialog;
 }
@@ -142,6 +144,7 @@ RangeControls ControlsOfRange(MapWindow& view) {
   controls.shading[FillCross] = isOverlap;
   controls.shading[NoShading] = true;
   controls.clusters = !isOverlap;
+  controls.estimates = row->range != nullptr;
   controls.drawMode[IndexOf(RangeDrawMode::Clear)] = true;
   controls.drawMode[IndexOf(RangeDrawMode::Hash)] = true;
   if (row->range == nullptr) return controls;
@@ -154,7 +157,7 @@ RangeControls ControlsOfRange(MapWindow& view) {
   return controls;
 }
 
-bool ApplyRangeVisibility(MapWindow& view, const RangeVisibility& dialog) {
+bool ApplyRangeVisibility(MapWindow& view, const RangeVisibility& dialog, Progress* progress) {
   Color color = NoColor;
   if (!ReadColorField(view, dialog.color, color)) return false;
   for (RangePanelRow& row : view.rangeViews) {
@@ -165,7 +168,9 @@ bool ApplyRangeVisibility(MapWindow& view, const RangeVisibility& dialog) {
     std::copy(dialog.showSm.begin(), dialog.showSm.end(), std::begin(row.showSm));
     row.drawMode = dialog.drawMode;
     row.clusterMask = dialog.clusterMask;
+    if (row.range != nullptr) row.estimateMask = dialog.estimateMask;
   }
+  UpdateEstimateLines(view, progress);
   return true;
 }
 

@@ -31,6 +31,7 @@ struct RangeVisibility {
   RangeDrawMode drawMode = RangeDrawMode::Clear;
   std::array<bool, 3> showSm{};
   std::uint32_t clusterMask = 0;
+  std::uint32_t estimateMask = 0;  ///< of `OfferedOutlines`
 };
 
 /// `RangeVisibility::shading` of the button "None".
@@ -63,11 +64,14 @@ struct RangeControls {
   std::array<bool, 6> drawMode{};             ///< by value
   std::array<bool, 3> showSm{};
   bool clusters = false;
+  bool estimates = false;
 };
 RangeControls ControlsOfRange(MapWindow& view);
 
-/// OK: gives the values to all selected rows.
+/// OK: gives the values to all selected rows. Estimates that are to be drawn are computed.
+/// \param progress  as for `UpdateEstimateLines`
 /// \return false, after "Bad Color", if the colour can't be read
-bool ApplyRangeVisibility(MapWindow& view, const RangeVisibility& dialog);
+bool ApplyRangeVisibility(MapWindow& view, const RangeVisibility& dialog,
+                          Progress* progress = nullptr);
 
 }  // namespace orvane

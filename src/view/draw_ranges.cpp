@@ -272,6 +272,37 @@ void DrawMeasuredPoints(MapWindow& view, const RangePanelRow& row) {
   }
 }
 
+/// The corners of a ring in pixels, without those that hardly differ from the one before: a ring of
+/// many short edges, rounded one by one, would be ragged.
+std::vector<Pixel> PixelsOfRing(const MapWindow& view, const std::vector<LatLon>& ring) {
+  constexpr int ShortestEdge = 3;  // logical pixels
+  const ScreenTransform transform(view);
+  std::vector<ExactPixel> kept;
+  for (const LatLon& place : ring) {
+    const ExactPixel corner = transform.ToUnboundedPixel(transform.Project(place));
+    if (kept.empty() ||
+        std::hypot(corner.row - kept.back().row, corner.column - kept.back().column) >=
+            DevicePixels(view, ShortestEdge)) {
+      kept.push_back(corner);
+    }
+  }
+  return CutRing(kept);
+}
+
+void DrawEstimates(const MapWindow& view, const RangePanelRow& row, const GeoBounds& box) {
+  constexpr double LineWidth = 2;  // of the hull it is 3
+  if (!row.visible || row.estimates == nullptr || !Meets(row.estimates->bounds, box)) return;
+  const int width = TruncateToPixel(LineWidth * static_cast<double>(view.penWidthFactor));
+  const Color color = DrawnColor(row.color);
+  view.target->SetBrush({false, color});
+  for (const EstimateRing& ring : row.estimates->rings) {
+    const std::vector<Pixel> pixels = PixelsOfRing(view, ring.corners);
+    if (pixels.size() < 2) continue;
+    view.target->SetPen({width, ring.pattern, color});
+    view.target->DrawPolygon(pixels);
+  }
+}
+
 }  // namespace
 
 GeoBounds BoxOfUpdate(const MapWindow& view, const PixelRect& update) {
@@ -295,6 +326,7 @@ void DrawRanges(MapWindow& view, const GeoBounds& box, PixelMask& taken) {
     if (ShowsRange(row, box)) DrawRangeCells(view, row);
   }
   DrawOverlaps(view, box);
+  for (const RangePanelRow& row : view.rangeViews) DrawEstimates(view, row, box);
   for (const RangePanelRow& row : view.rangeViews) {
     if (!ShowsRange(row, box)) continue;
     DrawRangeOutline(view, row, taken);

@@ -9,7 +9,7 @@ namespace orvane {
 GeoBounds BoxOfUpdate(const MapWindow& view, const PixelRect& update);
 
 /// Draws the ranges of a view whose bounds meet `box`, as its range rows say: shades of cells and
-/// cluster contours, overlaps, then outlines with names, and marks of the points with a measure. A
+/// cluster contours, overlaps, estimates, then outlines with names, and marks of the points with a measure. A
 /// name is in the middle of its range if that is free, otherwise in the nearest free place within
 /// the range; without one it stays in the middle.
 /// \param taken  the pixels that names avoid, such as those of labels; the names are added to it

@@ -1,10 +1,12 @@
 #pragma once
 
 #include "model/records.h"
+#include "view/estimate_lines.h"
 
 #include <array>
 #include <cstdint>
 #include <list>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -47,7 +49,9 @@ struct RangePanelRow {
   int shading = 0;                         ///< fill pattern, 0 to 5; 6 and more for none
   bool showSm[3] = {false, false, false};  ///< show the points with that measure
   RangeDrawMode drawMode = RangeDrawMode::Clear;
-  std::uint32_t clusterMask = 0;  ///< bit i shows the contour of (100 - 5 i) %
+  std::uint32_t clusterMask = 0;   ///< bit i shows the contour of (100 - 5 i) %
+  std::uint32_t estimateMask = 0;  ///< bit i shows the outline of estimate i of those offered
+  std::shared_ptr<const EstimateLines> estimates;  ///< these outlines, or null
   Color color = 0;
   Range* range = nullptr;                     ///< or null; not owned
   RangeIntersection* intersection = nullptr;  ///< or null; not owned

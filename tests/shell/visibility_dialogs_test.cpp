@@ -14,6 +14,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QRadioButton>
+#include <QTest>
 #include <QTimer>
 
 namespace orvane {
@@ -168,6 +169,40 @@ TEST_F(VisibilityDialogs, RangesTakeShadingModeAndLevels) {
   EXPECT_EQ(Range(0).drawMode, RangeDrawMode::Hash);
   EXPECT_EQ(Range(0).clusterMask, 1U << 10);
   EXPECT_EQ(Range(0).color, NoColor);
+}
+
+TEST_F(VisibilityDialogs, RangesTakeTicksOfEstimatesAndOverlapsHaveNone) {
+  const auto tick = [](QDialog& dialog, const QString& caption) {
+    const auto checks = dialog.findChildren<QCheckBox*>();
+    for (QCheckBox* check : checks) {
+      if (check->text() == caption) return check;
+    }
+    ADD_FAILURE() << caption.toStdString();
+    return checks.first();
+  };
+  Range(0).selected = true;
+  InRanges([&](RangeVisibilityDialog& dialog) {
+    for (const char* caption : {"MCP, 95 % of the fixes", "MCP, 50 % of the fixes",
+                                "Kernel, 95 % of the density", "Kernel, 50 % of the density"}) {
+      EXPECT_TRUE(tick(dialog, caption)->isVisible());
+      EXPECT_FALSE(tick(dialog, caption)->isChecked());
+    }
+    QTest::keyClick(tick(dialog, "MCP, 50 % of the fixes"), Qt::Key_Space);
+    QTest::keyClick(tick(dialog, "Kernel, 95 % of the density"), Qt::Key_Space);
+    dialog.accept();
+  });
+  EXPECT_EQ(Range(0).estimateMask, 6U);
+  ASSERT_NE(Range(0).estimates, nullptr);
+  EXPECT_FALSE(Range(0).estimates->rings.empty());
+  InRanges([&](RangeVisibilityDialog& dialog) {
+    EXPECT_TRUE(tick(dialog, "MCP, 50 % of the fixes")->isChecked());
+    EXPECT_FALSE(tick(dialog, "MCP, 95 % of the fixes")->isChecked());
+  });
+  Range(0).selected = false;
+  Range(2).selected = true;
+  InRanges([&](RangeVisibilityDialog& dialog) {
+    EXPECT_FALSE(tick(dialog, "MCP, 95 % of the fixes")->isVisible());
+  });
 }
 
 TEST_F(VisibilityDialogs, OverlapsHaveTheirOwnPatternsAndNoLevels) {

@@ -457,6 +457,61 @@ TEST_F(DrawRangesTest, DrawsShadesThenOverlapsThenOutlines) {
   EXPECT_EQ(PolygonPens(), (Lines{"404040", "aa0000", "0000cc", "aa0000", "00bb00"}));
 }
 
+// --- Estimates ------------------------------------------------------------------------------
+
+/// A square of estimates, from (0, 0) to the north-east.
+std::shared_ptr<const EstimateLines> SquareEstimate(double size, PenPattern pattern) {
+  auto lines = std::make_shared<EstimateLines>();
+  const LatLon far = MetersToLatLon(size, size);
+  lines->rings = {{pattern, {{0, 0}, {far.lat, 0}, {far.lat, far.lon}, {0, far.lon}}}};
+  lines->bounds = {0, far.lat, 0, far.lon};
+  return lines;
+}
+
+TEST_F(DrawRangesTest, DrawsEstimatesInTheColorOfTheRowUnderTheHull) {
+  RangePanelRow& row = Show(AddRange("", 0, 0, 100), 0xAA0000);
+  row.clusterMask = 1;
+  row.estimates = SquareEstimate(50, PenPattern::Dotted);
+  Draw();
+  EXPECT_EQ(canvas.Having("pen"), (Lines{"pen 3 dotted aa0000", "pen 4 solid aa0000"}));
+  EXPECT_EQ(canvas.Having("polygon"),
+            (Lines{"polygon 200,150 200,100 250,100 250,150", SquareAt0}));
+  EXPECT_EQ(canvas.Having("brush"), (Lines{"brush hollow", "brush hollow"}));
+  row.color = NoColor;
+  row.estimates = SquareEstimate(50, PenPattern::Dashed);
+  Draw();
+  EXPECT_EQ(canvas.Having("pen").front(), "pen 3 dashed 7000000") << "the foreground";
+  row.visible = false;
+  Draw();
+  EXPECT_TRUE(canvas.Having("polygon").empty());
+}
+
+TEST_F(DrawRangesTest, DrawsEstimatesBeyondTheBoundsOfTheirRange) {
+  Range& range = AddRange("", 0, 0, 10);
+  Show(range).estimates = SquareEstimate(100, PenPattern::Dashed);
+  const LatLon south = MetersToLatLon(40, 40);
+  const LatLon north = MetersToLatLon(60, 60);
+  DrawIn({south.lat, north.lat, south.lon, north.lon});
+  EXPECT_EQ(canvas.Count("polygon"), 1) << "the box is outside the range";
+  const LatLon beyond = MetersToLatLon(120, 120);
+  DrawIn({beyond.lat, 1, beyond.lon, 1});
+  EXPECT_EQ(canvas.Count("polygon"), 0);
+}
+
+TEST_F(DrawRangesTest, LeavesOutCornersThatAreLessThanThreePixelsFromTheLast) {
+  auto lines = std::make_shared<EstimateLines>();
+  EstimateRing ring;
+  for (int east = 0; east <= 60; ++east) ring.corners.push_back(MetersToLatLon(0, east));
+  ring.corners.push_back(MetersToLatLon(60, 30));
+  lines->rings = {ring};
+  lines->bounds = {0, 1, 0, 1};
+  Show(AddRange("", 0, 0, 100)).estimates = lines;
+  Draw();
+  const Lines polygons = canvas.Having("polygon");
+  ASSERT_EQ(polygons.size(), 1U);
+  EXPECT_EQ(std::count(polygons[0].begin(), polygons[0].end(), ','), 22) << polygons[0];
+}
+
 // --- Points ---------------------------------------------------------------------------------
 
 TEST_F(DrawRangesTest, MarksThePointsWithAMeasure) {

@@ -48,7 +48,8 @@ RangeVisibilityDialog::RangeVisibilityDialog(
                               {NumberOf(RangeDrawMode::Sm3), SmName(smNames[2])}},
                              this)),
       points_(new QGroupBox(QStringLiteral("Show Points"), this)),
-      clusters_(new QListWidget(this)) {
+      clusters_(new QListWidget(this)),
+      estimates_(MakeEstimates()) {
   setObjectName(QStringLiteral("rangeVisibilityDialog"));
   setWindowTitle(QStringLiteral("Range Visibility"));
   auto* points = new QVBoxLayout(points_);
@@ -72,10 +73,25 @@ RangeVisibilityDialog::RangeVisibilityDialog(
   layout->addWidget(points_, 2, 1);
   layout->addWidget(clusterLabel, 0, 2, Qt::AlignBottom);
   layout->addWidget(clusters_, 1, 2, 2, 1);
-  layout->addWidget(MakeButtons(), 3, 0, 1, 3);
+  layout->addWidget(estimates_, 3, 0, 1, 3);
+  layout->addWidget(MakeButtons(), 4, 0, 1, 3);
   ShowControls(controls);
   ShowValues(values);
   WidenToTitle(*this);
+}
+
+QWidget* RangeVisibilityDialog::MakeEstimates() {
+  constexpr int Columns = 2;
+  auto* box = new QGroupBox(QStringLiteral("Show Estimates"), this);
+  auto* layout = new QGridLayout(box);
+  for (size_t i = 0; i < showEstimate_.size(); ++i) {
+    const QString caption = QString::fromStdString(OutlineCaption(OfferedOutlines[i]));
+    showEstimate_[i] = new QCheckBox(caption, box);
+    showEstimate_[i]->setAccessibleName(QStringLiteral("Show Estimates: %1").arg(caption));
+    const int place = static_cast<int>(i);
+    layout->addWidget(showEstimate_[i], place % Columns, place / Columns);
+  }
+  return box;
 }
 
 void RangeVisibilityDialog::ShowControls(const RangeControls& controls) {
@@ -92,6 +108,7 @@ void RangeVisibilityDialog::ShowControls(const RangeControls& controls) {
   }
   points_->setVisible(anyPoints);
   clusters_->setEnabled(controls.clusters);
+  estimates_->setVisible(controls.estimates);
 }
 
 void RangeVisibilityDialog::ShowValues(const RangeVisibility& values) {
@@ -100,6 +117,9 @@ void RangeVisibilityDialog::ShowValues(const RangeVisibility& values) {
   for (size_t i = 0; i < showSm_.size(); ++i) showSm_[i]->setChecked(values.showSm[i]);
   for (int row = 0; row < ClusterListRows; ++row) {
     clusters_->item(row)->setSelected((values.clusterMask >> row & 1U) != 0);
+  }
+  for (size_t i = 0; i < showEstimate_.size(); ++i) {
+    showEstimate_[i]->setChecked((values.estimateMask >> i & 1U) != 0);
   }
 }
 
@@ -111,6 +131,9 @@ RangeVisibility RangeVisibilityDialog::Values() const {
   for (size_t i = 0; i < showSm_.size(); ++i) values.showSm[i] = showSm_[i]->isChecked();
   for (int row = 0; row < ClusterListRows; ++row) {
     if (clusters_->item(row)->isSelected()) values.clusterMask |= 1U << row;
+  }
+  for (size_t i = 0; i < showEstimate_.size(); ++i) {
+    if (showEstimate_[i]->isChecked()) values.estimateMask |= 1U << i;
   }
   return values;
 }

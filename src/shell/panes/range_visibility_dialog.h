@@ -1,5 +1,6 @@
 #pragma once
 
+#include "panes/estimate_lines.h"
 #include "panes/visibility.h"
 #include "shell/panes/visibility_dialog.h"
 
@@ -32,6 +33,7 @@ class RangeVisibilityDialog final : public VisibilityDialog {
 
  private:
   bool ApplyValues() override { return apply_(Values()); }
+  QWidget* MakeEstimates();
   void ShowControls(const RangeControls& controls);
   void ShowValues(const RangeVisibility& values);
   RangeVisibility Values() const;
@@ -42,6 +44,9 @@ class RangeVisibilityDialog final : public VisibilityDialog {
   QWidget* points_;
   std::array<QCheckBox*, 3> showSm_{};
   QListWidget* clusters_;
+  std::array<QCheckBox*, OfferedOutlines.size()>
+      showEstimate_{};  ///< before the box, which makes them
+  QWidget* estimates_;
 };
 
 }  // namespace orvane

@@ -6,6 +6,7 @@
 #include "shell/panes/contour_work.h"
 #include "shell/panes/range_visibility_dialog.h"
 #include "shell/panes/trail_visibility_dialog.h"
+#include "shell/progress/busy_work.h"
 #include "shell/shell.h"
 
 namespace orvane {
@@ -31,13 +32,22 @@ void AskTrailVisibility(Shell& shell, MapWindowWidget& window) {
   window.ShowRows();
 }
 
-void AskRangeVisibility(Shell&, MapWindowWidget& window) {
+void AskRangeVisibility(Shell& shell, MapWindowWidget& window) {
   MapWindow& view = window.Shown();
   const auto values = OpenRangeVisibility(view);
   if (!values) return;
   RangeVisibilityDialog dialog(
       *values, ControlsOfRange(view), window.TheMap().smName,
-      [&](const RangeVisibility& typed) { return ApplyRangeVisibility(view, typed); }, &window);
+      [&](const RangeVisibility& typed) {
+        bool applied = false;
+        shell.Guard().Run([&] {
+          BusyWork busy(shell.TheWorkspace(), shell.Boxes(), QStringLiteral("Drawing estimates"),
+                        shell.Clock());
+          applied = ApplyRangeVisibility(view, typed, &busy);
+        });
+        return applied;
+      },
+      &window);
   if (dialog.exec() == QDialog::Accepted) window.ShowRows();
 }
 
