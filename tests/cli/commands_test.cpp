@@ -166,7 +166,7 @@ TEST_F(CommandLine, PreviewsSaveNothing) {
   run = Do({"preview", "import-gis", "site.map", "t.gpx", "--times"});
   EXPECT_EQ(run.out,
             "row\tstate\treason\tname\ttime\tlatitude\tlongitude\taltitude\n1\tused\t\tt 1\t"
-            "2004-5-3 00:30Z\t1.0\t2.0\t\n")
+            "2004-05-03T00:30:00Z\t1\t2\t\n")
       << run.err;
   run = Do({"preview", "import-gis", "site.map", "t.gpx", "--size", "many"});
   EXPECT_EQ(run.status, 1);
