@@ -143,7 +143,9 @@ bool EditHistory::Apply(const Edit& edit) {
       Follow(map, followUp);
       marksDirty = edit.marksDirty && !followUp.marksNothing;
       step.delta = before.TakeDelta();
+      Weigh(step);
       step.passages = PassagesOf(maps, followUp, marksDirty);
+      done_.reserve(done_.size() + 1);
     }
   } catch (const std::bad_alloc&) {
     marks.Restore();
@@ -166,6 +168,8 @@ bool EditHistory::Apply(const Edit& edit) {
   if (isStep) {
     Record(std::move(step));
     TellSteps();
+  } else {
+    for (EditListener* follower : followers_) follower->StepDropped(step.number);
   }
   return true;
 }
@@ -204,6 +208,7 @@ bool EditHistory::Reread(Map& map, const std::string& name,
   EnterState(map, passage.after);
   Step step{
       .name = name, .number = ++newestStep_, .passages = {passage}, .contents = std::move(former)};
+  Weigh(step);
   const EditFollowUp followUp;
   Tell(step, EditNews::Kind::Applied, &followUp);
   Record(std::move(step));
@@ -225,11 +230,24 @@ void EditHistory::SwapBack(MapDelta& changes) {
 /// Brings back the state before an edit that failed.
 void EditHistory::TakeBack(const Edit& edit, MapDelta changes) {
   SwapBack(changes);
-  Tell({.name = edit.name,
-        .number = ++newestStep_,
-        .passages = {{.map = edit.map}},
-        .delta = std::move(changes)},
-       EditNews::Kind::TakenBack, nullptr);
+  Step step{.name = edit.name,
+            .number = ++newestStep_,
+            .passages = {{.map = edit.map}},
+            .delta = std::move(changes)};
+  Tell(step, EditNews::Kind::TakenBack, nullptr);
+  DropTakenBack(std::move(step));
+}
+
+/// What the edit has made serves nobody any more.
+void EditHistory::DropTakenBack(Step step) {
+  try {
+    Weigh(step);
+    droppedBytes_ += step.removedBytes;
+    step.delta = MapDelta();
+    Trim(EditNews::Kind::TakenBack);
+  } catch (const std::bad_alloc&) {
+    // It is freed with what is dropped later.
+  }
 }
 
 /// A map may be dirty before its first edit, as one that was recovered: no step leads back to what
@@ -242,9 +260,58 @@ void EditHistory::NoteUnsavedStart(const Map& map) {
 
 void EditHistory::Record(Step step) {
   DropWithTied(undone_, [&](const Step& each) { return AreTied(each, step); });
-  step.bytes = step.contents ? step.contents->Bytes() : step.delta.Bytes();
   done_.push_back(std::move(step));
-  while (Bytes() > mostBytes_) DropOldest();
+  Trim(EditNews::Kind::Applied);
+}
+
+void EditHistory::Weigh(Step& step) {
+  const size_t removedBytes = step.delta.RemovedBytes();
+  step.bytes = step.contents ? step.contents->Bytes() : step.delta.Bytes();
+  step.removedBytes = removedBytes;
+}
+
+/// Keeps the bound of memory, and frees records to which only dropped steps led. To find these takes a
+/// walk over all maps and steps, so it waits until it is worth while.
+void EditHistory::Trim(EditNews::Kind kind) {
+  constexpr size_t Share = 8;
+  try {
+    while (Bytes() > mostBytes_) {
+      const size_t steps = done_.size() + undone_.size();
+      if (droppedBytes_ > 0 && (steps < 2 || droppedBytes_ >= mostBytes_ / Share)) {
+        FreeDropped();
+      } else if (kind == EditNews::Kind::Undone && LastRedoIsDropped()) {
+        const std::uint64_t last = undone_.front().number;
+        DropWithTied(undone_, [last](const Step& each) { return each.number == last; });
+      } else {
+        DropOldest();
+      }
+    }
+    size_t kept = Bytes();
+    for (const Map& map : workspace_.maps) kept += map.pointStore.size() * sizeof(Point);
+    if (droppedBytes_ > kept / Share) FreeDropped();
+  } catch (const std::bad_alloc&) {
+    // The edit is made and recorded. The next one goes on here.
+  }
+}
+
+/// True if the step that would be redone last is to go before the oldest one. The one that was just
+/// undone goes only if it leaves too little room for the others.
+bool EditHistory::LastRedoIsDropped() const {
+  if (undone_.size() != 1) return !undone_.empty();
+  return undone_.front().bytes + undone_.front().removedBytes > mostBytes_ / 2;
+}
+
+void EditHistory::FreeDropped() {
+  UnusedRecords records(workspace_);
+  for (const StepList* steps : {&done_, &undone_}) {
+    for (const Step& step : *steps) {
+      step.delta.Keep(records);
+      if (step.contents) step.contents->KeepLeads(records);
+    }
+  }
+  workspace_.holders.KeepAll(records);
+  records.Free();
+  droppedBytes_ = 0;
 }
 
 /// Drops the step that was made first. Those that were undone can't be redone without each other.
@@ -277,6 +344,7 @@ void EditHistory::DropWithTied(StepList& steps, const std::function<bool(const S
 void EditHistory::Drop(StepList& steps, const std::function<bool(const Step&)>& isDropped) {
   const auto end = std::remove_if(steps.begin(), steps.end(), [&](const Step& step) {
     if (!isDropped(step)) return false;
+    droppedBytes_ += step.removedBytes;
     for (EditListener* follower : followers_) follower->StepDropped(step.number);
     return true;
   });
@@ -318,6 +386,7 @@ void EditHistory::Exchange(StepList& from, StepList& to, size_t index, EditNews:
     exchanged.delta.Swap();
     try {
       RefreshAfterSwap(exchanged.delta, workspace_);
+      Weigh(exchanged);
     } catch (const std::bad_alloc&) {
       SwapBack(exchanged.delta);
       Tell(exchanged, EditNews::Kind::TakenBack, nullptr);
@@ -332,6 +401,7 @@ void EditHistory::Exchange(StepList& from, StepList& to, size_t index, EditNews:
   }
   to.push_back(std::move(step));
   Tell(to.back(), kind, nullptr);
+  Trim(kind);
   TellSteps();
 }
 
@@ -344,15 +414,16 @@ void EditHistory::Forget(const Map& map) {
   const auto touches = [&](const Step& step) { return step.Touches(map); };
   DropWithTied(done_, touches);
   DropWithTied(undone_, touches);
+  Trim(EditNews::Kind::Applied);
   states_.erase(&map);
   saved_.erase(&map);
   TellSteps();
 }
 
 size_t EditHistory::Bytes() const {
-  size_t bytes = 0;
+  size_t bytes = droppedBytes_;
   for (const StepList* steps : {&done_, &undone_}) {
-    for (const Step& step : *steps) bytes += step.bytes;
+    for (const Step& step : *steps) bytes += step.bytes + step.removedBytes;
   }
   return bytes;
 }

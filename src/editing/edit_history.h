@@ -101,7 +101,8 @@ class EditHistory {
  public:
   using Listener = std::function<void(const EditNews&)>;
 
-  /// Steps are dropped, oldest first, once all together take more than this.
+  /// Steps are dropped once all together take more than this: the oldest first, but after an undo
+  /// those that would be redone last.
   static constexpr size_t MostBytes = size_t{256} << 20;
 
   /// \param workspace  must outlive the history
@@ -115,6 +116,8 @@ class EditHistory {
   /// Notifies `follower` of each edit until it is removed, which can happen at any time.
   void Add(EditListener& follower) { followers_.push_back(&follower); }
   void Remove(EditListener& follower);
+  /// Those who point to records from outside the maps.
+  RecordHolders& Holders() { return workspace_.holders; }
   /// Calls `listener` after each edit, undo and redo, in the order of these calls and after all that
   /// were added by `Add`.
   void Listen(Listener listener) { listeners_.push_back(std::move(listener)); }
@@ -161,7 +164,8 @@ class EditHistory {
   size_t Steps() const { return done_.size(); }
   /// \return true if any step can be undone or redone
   bool HasSteps() const { return !done_.empty() || !undone_.empty(); }
-  /// \return the memory of all steps, in bytes
+  /// \return the memory of all steps, with the records that only they keep, and of such records that
+  ///         wait to be freed; in bytes, close to the truth
   size_t Bytes() const;
 
  private:
@@ -185,6 +189,7 @@ class EditHistory {
     MapDelta delta{};
     std::unique_ptr<FormerContents> contents{};  ///< in place of the delta, or null
     size_t bytes = 0;                            ///< what delta or contents take
+    size_t removedBytes = 0;                     ///< of records that only this step keeps
 
     std::vector<Map*> Maps() const;
     bool Touches(const Map& map) const;
@@ -196,6 +201,10 @@ class EditHistory {
   static size_t NextStepOf(const StepList& steps, const Map& map);
   void NoteUnsavedStart(const Map& map);
   void Record(Step step);
+  static void Weigh(Step& step);
+  void Trim(EditNews::Kind kind);
+  bool LastRedoIsDropped() const;
+  void FreeDropped();
   void DropOldest();
   void DropWithTied(StepList& steps, const std::function<bool(const Step&)>& isDropped);
   void Exchange(StepList& from, StepList& to, size_t index, EditNews::Kind kind);
@@ -203,6 +212,7 @@ class EditHistory {
                                   bool marksDirty);
   void SwapBack(MapDelta& changes);
   void TakeBack(const Edit& edit, MapDelta changes);
+  void DropTakenBack(Step step);
   void Drop(StepList& steps, const std::function<bool(const Step&)>& isDropped);
   void AnnounceEdit(bool rereads) const;
   void Tell(const Step& step, EditNews::Kind kind, const EditFollowUp* followUp) const;
@@ -217,8 +227,9 @@ class EditHistory {
   std::vector<EditListener*> followers_;
   std::vector<Listener> listeners_;
   std::vector<std::function<void()>> stepListeners_;
-  StepList done_;    ///< oldest first
-  StepList undone_;  ///< the one taken back last comes last
+  StepList done_;            ///< oldest first
+  StepList undone_;          ///< the one taken back last comes last
+  size_t droppedBytes_ = 0;  ///< of records that only dropped steps have kept, still to be freed
   std::uint64_t newestState_ = 0;
   std::uint64_t newestStep_ = 0;
   std::map<const Map*, State> states_;  ///< the present one; as read for those not named

@@ -9,7 +9,9 @@
 
 #include "editing/map_delta.h"
 
+#include "model/former_contents.h"
 #include "model/point_names.h"
+#include "model/time_names.h"
 #include "model/workspace.h"
 #include "survey/positions.h"
 
@@ -18,6 +20,7 @@
 #include <cstdint>
 #include <iterator>
 #include <tuple>
+#include <type_traits>
 #include <unordered_map>
 #include <unordered_set>
 #include <utility>
@@ -201,13 +204,13 @@ void GivePlace(Point& point, const PointPlace& place) {
 /// of a large survey a little.
 class PackedPlace {
  public:
-  /// \param index  of the point in `Map::pointStore`
-  PackedPlace(size_t index, const PointPlace& place) : index_(static_cast<std::uint32_t>(index)) {
-    Pack(place);
-  }
+  /// \param index  of the point's place in `Map::pointStore`
+  PackedPlace(std::uint32_t index, const PointPlace& place) : index_(index) { Pack(place); }
+
+  Point& PointOf(Map& map) const { return map.pointStore[index_ & ~Placed]; }
 
   void SwapWith(Map& map) {
-    Point& point = map.pointStore[index_ & ~Placed];
+    Point& point = PointOf(map);
     const PointPlace now = PlaceOf(point);
     GivePlace(point, {.geo = {.lat = std::bit_cast<double>(lat_),
                               .lon = std::bit_cast<double>(lon_),
@@ -463,8 +466,9 @@ struct MapSnapshot::OneMap {
   Addresses<Point> loose;
   Addresses<Point> nameless;
   std::array<Addresses<Point>, NameBuckets> buckets;
-  std::vector<PointContent> points;  ///< by the order of `Map::pointStore`
-  std::vector<PointPlace> places;    ///< likewise
+  std::vector<std::uint32_t> indexes;  ///< of the places of all points in `Map::pointStore`
+  std::vector<PointContent> points;    ///< in that order
+  std::vector<PointPlace> places;      ///< likewise
   std::vector<std::pair<Trail*, ContourContent>> contours;
   std::vector<OverlapPair> overlaps;
   Addresses<const RangeIntersection> overlapRecords;
@@ -480,6 +484,9 @@ struct OffsetHulls {
 
 struct MapDelta::OneMap {
   Map* map = nullptr;
+  /// That of the points. Whole contents of maps are exchanged with their memory, so it shows whether
+  /// the map holds these points now.
+  const MapMemory* memory = nullptr;
   MapChange change;
   std::optional<MapSettings> settings;
   RecordsDelta<Trail, TrailContent> trails;
@@ -505,20 +512,49 @@ struct MapDelta::OneMap {
   }
   void SwapAnalysis();
   void Swap();
+  void Keep(UnusedRecords& records) const;
   size_t Bytes() const;
+  size_t RemovedBytes() const;
 };
 
 namespace {
 
-size_t BytesOf(const TrailContent& trail) { return trail.points.size() * sizeof(void*); }
+size_t ContentBytes(const TrailContent& trail) { return trail.points.size() * sizeof(void*); }
 
 /// Of a point's texts only those that are outside its record count.
-size_t BytesOf(const PointContent& point) {
+size_t ContentBytes(const PointContent& point) {
   const auto readings = std::distance(point.measurements.begin(), point.measurements.end());
   const auto synonyms = std::distance(point.synonyms.begin(), point.synonyms.end());
   return static_cast<size_t>(readings) * (sizeof(Measurement) + sizeof(void*)) +
          static_cast<size_t>(synonyms) * (sizeof(std::string) + sizeof(void*)) +
          (point.note ? point.note->size() : 0);
+}
+
+/// \return `items` without those of `others`
+template <typename Item>
+Addresses<Item> Without(const Addresses<Item>& items, const Addresses<Item>& others) {
+  const std::unordered_set<const Item*> left(others.begin(), others.end());
+  Addresses<Item> rest;
+  for (Item* item : items) {
+    if (!left.contains(item)) rest.push_back(item);
+  }
+  return rest;
+}
+
+/// \return what the other state of a list has and the present one has not
+template <typename Item, typename List>
+Addresses<Item> RemovedFrom(List& list, const Stretch<Item>& stretch) {
+  if (stretch.other.empty()) return {};
+  Addresses<Item> present;
+  auto item = std::next(list.begin(), static_cast<std::ptrdiff_t>(stretch.head));
+  for (size_t i = 0; i < stretch.length; ++i, ++item) {
+    if constexpr (std::is_pointer_v<typename List::value_type>) {
+      present.push_back(*item);
+    } else {
+      present.push_back(&*item);
+    }
+  }
+  return Without(stretch.other, present);
 }
 
 bool AnyStretch(const std::array<Stretch<Point>, NameBuckets>& buckets) {
@@ -599,9 +635,13 @@ std::unique_ptr<MapSnapshot::OneMap> TakeMap(Map& map) {
     const PointList& nodes = map.pointHash[bucket];
     then->buckets[bucket].assign(nodes.begin(), nodes.end());
   }
+  then->indexes.reserve(map.pointStore.size());
   then->points.reserve(map.pointStore.size());
   then->places.reserve(map.pointStore.size());
-  for (const Point& point : map.pointStore) {
+  for (size_t index = 0; index < map.pointStore.PlaceCount(); ++index) {
+    if (map.pointStore.IsFree(index)) continue;
+    const Point& point = map.pointStore[index];
+    then->indexes.push_back(static_cast<std::uint32_t>(index));
     then->points.push_back(ContentOf(point));
     then->places.push_back(PlaceOf(point));
   }
@@ -614,6 +654,7 @@ std::unique_ptr<MapDelta::OneMap> CompareMap(const MapSnapshot::OneMap& then) {
   Map& map = *then.map;
   auto delta = std::make_unique<MapDelta::OneMap>();
   delta->map = &map;
+  delta->memory = map.pointMemory.get();
   if (Differs(map, then.settings)) delta->settings = then.settings;
   delta->trails = CompareRecords(map.trails, then.trails);
   delta->ranges = CompareRecords(map.ranges, then.ranges);
@@ -625,11 +666,13 @@ std::unique_ptr<MapDelta::OneMap> CompareMap(const MapSnapshot::OneMap& then) {
     delta->buckets[bucket] = StretchBetween(map.pointHash[bucket], then.buckets[bucket]);
   }
   for (size_t i = 0; i < then.points.size(); ++i) {
-    Point& point = map.pointStore[i];
+    Point& point = map.pointStore[then.indexes[i]];
     if (Differs(point, then.points[i])) {
       delta->points.emplace_back(&point, then.points[i]);
     }
-    if (Differs(point, then.places[i])) delta->places.emplace_back(i, then.places[i]);
+    if (Differs(point, then.places[i])) {
+      delta->places.emplace_back(then.indexes[i], then.places[i]);
+    }
   }
   delta->points.shrink_to_fit();
   delta->places.shrink_to_fit();
@@ -680,8 +723,17 @@ void MapDelta::OneMap::Swap() {
 size_t MapDelta::OneMap::Bytes() const {
   size_t bytes = sizeof(OneMap) + trails.Bytes() + ranges.Bytes() + grids.Bytes() + shades.Bytes() +
                  points.size() * sizeof(points.front()) + places.size() * sizeof(places.front());
-  for (const auto& [trail, content] : trails.contents) bytes += BytesOf(content);
-  for (const auto& [point, content] : points) bytes += BytesOf(content);
+  for (const auto& [trail, content] : trails.contents) bytes += ContentBytes(content);
+  for (const auto& [point, content] : points) bytes += ContentBytes(content);
+  for (const auto& [range, content] : ranges.contents) {
+    for (const SearchKey& key : content.keys) bytes += sizeof key + sizeof(void*);
+  }
+  if (settings) {
+    bytes += sizeof *settings;
+    for (const auto* lines : {&settings->comments, &settings->credits}) {
+      for (const std::string& line : *lines) bytes += sizeof line + line.size();
+    }
+  }
   bytes += (loose.other.size() + nameless.other.size()) * sizeof(void*);
   for (const Stretch<Point>& stretch : buckets) bytes += stretch.other.size() * sizeof(void*);
   bytes += contours.size() * sizeof(std::pair<Trail*, ContourContent>);
@@ -692,6 +744,71 @@ size_t MapDelta::OneMap::Bytes() const {
   for (const auto& [range, hulls] : offsets) {
     bytes += (hulls.outer.ring.size() + hulls.inner.ring.size()) * (sizeof(Point) + sizeof(void*));
   }
+  return bytes;
+}
+
+void MapDelta::OneMap::Keep(UnusedRecords& records) const {
+  const auto keepAll = [&](const auto& each) {
+    for (const auto* record : each) records.Keep(record);
+  };
+  const auto keepChanged = [&](const auto& delta) {
+    keepAll(delta.order.other);
+    for (const auto& [record, content] : delta.contents) records.Keep(record);
+  };
+  keepChanged(trails);
+  for (const auto& [trail, content] : trails.contents) keepAll(content.points);
+  keepChanged(ranges);
+  keepChanged(grids);
+  for (const auto& [grid, content] : grids.contents) records.Keep(content.corner);
+  keepChanged(shades);
+  for (const auto& [shade, content] : shades.contents) records.Keep(content.grid);
+  keepAll(loose.other);
+  keepAll(nameless.other);
+  for (const Stretch<Point>& stretch : buckets) keepAll(stretch.other);
+  for (const auto& [point, content] : points) {
+    records.Keep(point);
+    records.Keep(content.trail);
+    for (const Measurement& reading : content.measurements) records.Keep(reading.base);
+  }
+  if (map->pointMemory.get() == memory) {
+    for (const PackedPlace& place : places) records.Keep(&place.PointOf(*map));
+  }
+  if (settings) records.Keep(settings->origin);
+  for (const auto& [range, stops] : minutes) {
+    records.Keep(range);
+    keepAll(stops);
+  }
+  for (const auto& [range, hulls] : offsets) records.Keep(range);
+  for (const OverlapPair& each : overlaps.value_or(std::vector<OverlapPair>())) {
+    records.Keep(each.a);
+    records.Keep(each.b);
+  }
+}
+
+size_t MapDelta::OneMap::RemovedBytes() const {
+  size_t bytes = 0;
+  // A point whose names are all out of the table, and that no trail shows, has left the map.
+  const auto add = [&](const Trail* shownBy, const Addresses<Point>& removed) {
+    for (const Point* point : removed) {
+      const bool isElsewhere = point->trail != nullptr && point->trail != shownBy;
+      const bool isNamed = !point->name.empty() && !IsTimeName(point->name);
+      if (isElsewhere || point->map != map || (isNamed && map->names.Holds(*point, point->name))) {
+        continue;
+      }
+      bytes += BytesOf(*point);
+    }
+  };
+  for (const Trail* trail : RemovedFrom(map->trails, trails.order)) {
+    bytes += BytesOf(*trail);
+    add(trail, trail->points);
+  }
+  for (const auto& [trail, content] : trails.contents) {
+    if (content.points != trail->points) add(trail, Without(content.points, trail->points));
+  }
+  for (const Range* range : RemovedFrom(map->ranges, ranges.order)) bytes += BytesOf(*range);
+  add(nullptr, RemovedFrom(map->loosePoints, loose));
+  add(nullptr, RemovedFrom(map->namelessPoints, nameless));
+  bytes += grids.order.other.size() * sizeof(Grid) + shades.order.other.size() * sizeof(GridShade);
   return bytes;
 }
 
@@ -784,6 +901,16 @@ std::vector<OverlapPair> MapDelta::OverlapsThen(const Map& map) const {
 size_t MapDelta::Bytes() const {
   size_t bytes = sizeof(MapDelta);
   for (const auto& each : maps_) bytes += each->Bytes();
+  return bytes;
+}
+
+void MapDelta::Keep(UnusedRecords& records) const {
+  for (const auto& each : maps_) each->Keep(records);
+}
+
+size_t MapDelta::RemovedBytes() const {
+  size_t bytes = 0;
+  for (const auto& each : maps_) bytes += each->RemovedBytes();
   return bytes;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/map.h"
+#include "model/unused_records.h"
 #include "ranges/analysis.h"
 
 #include <cstddef>
@@ -30,7 +31,7 @@ struct MapChange {
 ///
 /// Records are identified by their addresses, so pointers to them stay valid: a trail, range or grid
 /// that the present state does not have is kept in `Map::removed`, and a point in
-/// `Map::pointStore`, which is never emptied.
+/// `Map::pointStore`. They are freed when no delta leads to them any more (`Keep`).
 class MapDelta {
  public:
   MapDelta();
@@ -65,8 +66,16 @@ class MapDelta {
   /// The overlaps that `map` had in the state that the last `Swap` brought back, in list order.
   std::vector<OverlapPair> OverlapsThen(const Map& map) const;
 
+  /// Keeps the records to which this leads. After the maps were read again, those in `FormerContents`
+  /// are safe there.
+  void Keep(UnusedRecords& records) const;
+
   /// \return the memory that this holds, in bytes, close to the truth for large deltas
   size_t Bytes() const;
+
+  /// The memory of the records that the other state has and the present one has not, in bytes, close
+  /// to the truth. Between them the deltas of all steps count each record that only they keep.
+  size_t RemovedBytes() const;
 
   /// \return at least as much memory as `Swap` needs, in bytes
   size_t SwapBytes() const;

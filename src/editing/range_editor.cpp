@@ -121,6 +121,7 @@ Map* MapOfRange(Map& map, const Range* range) {
 
 RangeEditor::RangeEditor(Map& map, Range* range, Color color)
     : map_(map), range_(range), color_("gray") {
+  kept_ = map.workspace->holders.Add([this](UnusedRecords& records) { records.Keep(range_); });
   if (range_ == nullptr) return;
   SetName(range_->name.value_or(""));
   color_ = ColorFieldText(color);

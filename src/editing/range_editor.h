@@ -5,7 +5,9 @@
 #include "editing/cell_model.h"
 #include "editing/trail_form.h"
 #include "model/map.h"
+#include "model/unused_records.h"
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -98,6 +100,7 @@ class RangeEditor final : public CellModel {
   std::optional<std::string> keptNote_;
   std::optional<std::string> openedName_;
   std::forward_list<SearchKey> openedKeys_;
+  std::shared_ptr<const RecordHolders::Keep> kept_;  ///< keeps the range, also if it is deleted
 };
 
 }  // namespace orvane

@@ -82,6 +82,18 @@ TrailEditor::TrailEditor(Map& map, Trail* trail)
   EntryMode mode = EntryMode::Relative;
   if (hasGps_) mode = hasCompass_ ? EntryMode::Mixture : EntryMode::Gps;
   SetMode(mode);
+  kept_ = map.workspace->holders.Add([this](UnusedRecords& records) { KeepRecords(records); });
+}
+
+void TrailEditor::KeepRecords(UnusedRecords& records) const {
+  records.Keep(trail_);
+  records.Keep(deleted_);
+  for (const Point* point : deletedPoints_) records.Keep(point);
+  if (!opened_) return;
+  for (const Point* point : opened_->points) records.Keep(point);
+  for (const auto& readings : opened_->readings) {
+    for (const Measurement& reading : readings) records.Keep(reading.base);
+  }
 }
 
 void TrailEditor::NoteReadingsOf(const TrailRow& row) {

@@ -5,7 +5,9 @@
 #include "editing/trail_form.h"
 #include "editing/trail_rows.h"
 #include "model/map.h"
+#include "model/unused_records.h"
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -104,6 +106,7 @@ class TrailEditor final : public CellModel {
  private:
   Messages& TheMessages() const;
   void KeepLost(const Trail& trail);
+  void KeepRecords(UnusedRecords& records) const;
   TrailRow CopyOfLast() const;
   void NoteReadingsOf(const TrailRow& row);
 
@@ -122,6 +125,8 @@ class TrailEditor final : public CellModel {
   bool hasGps_ = false;      ///< a fix exists: the relative columns would hide it
   bool hasCompass_ = false;  ///< a compass reading exists, likewise for the GPS columns
   std::optional<TrailFingerprint> opened_;
+  /// Keeps the trail and the points that it had, also if both are deleted.
+  std::shared_ptr<const RecordHolders::Keep> kept_;
 };
 
 }  // namespace orvane

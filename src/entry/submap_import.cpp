@@ -6,7 +6,6 @@
 #include "mapfile/reader.h"
 #include "model/workspace.h"
 
-#include <algorithm>
 #include <iterator>
 #include <vector>
 
@@ -17,6 +16,8 @@ namespace {
 /// How many records of each kind a map has.
 struct Contents {
   size_t points = 0;
+  size_t placesOfPoints = 0;
+  std::vector<size_t> freePlaces;  ///< those of points that new ones may take
   size_t trails = 0;
   size_t ranges = 0;
   size_t grids = 0;
@@ -28,7 +29,28 @@ size_t Length(const List& list) {
 }
 
 Contents ContentsOf(const Map& map) {
-  return {map.pointStore.size(), Length(map.trails), Length(map.ranges), Length(map.grids)};
+  Contents contents{.points = map.pointStore.size(),
+                    .placesOfPoints = map.pointStore.PlaceCount(),
+                    .freePlaces = {},
+                    .trails = Length(map.trails),
+                    .ranges = Length(map.ranges),
+                    .grids = Length(map.grids)};
+  for (size_t place = 0; place < contents.placesOfPoints; ++place) {
+    if (map.pointStore.IsFree(place)) contents.freePlaces.push_back(place);
+  }
+  return contents;
+}
+
+/// How many of the points that are new since then have no place in the world.
+size_t CountUnplaced(const Map& map, const Contents& before) {
+  const PointStore& points = map.pointStore;
+  size_t count = 0;
+  const auto look = [&](size_t place) {
+    if (!points.IsFree(place) && !IsPlaced(points[place])) ++count;
+  };
+  for (const size_t place : before.freePlaces) look(place);
+  for (size_t place = before.placesOfPoints; place < points.PlaceCount(); ++place) look(place);
+  return count;
 }
 
 /// \param before  the contents of the map before the import
@@ -46,9 +68,7 @@ std::string SummaryOf(const Map& map, const Contents& before, const std::string&
     return "Nothing new in " + path +
            ": looked for lines of a map file, each a letter and fields separated by tabs";
   }
-  const auto unplaced = static_cast<size_t>(
-      std::count_if(map.pointStore.begin() + static_cast<std::ptrdiff_t>(before.points),
-                    map.pointStore.end(), [](const Point& point) { return !IsPlaced(point); }));
+  const size_t unplaced = CountUnplaced(map, before);
   std::string text = "Imported " + Joined(parts) + " from " + path;
   if (unplaced > 0) text += "; " + Counted(unplaced, "point has", "points have") + " no place";
   return text;

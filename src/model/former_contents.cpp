@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <iterator>
+#include <string>
 
 namespace orvane {
 namespace {
@@ -10,15 +10,13 @@ namespace {
 /// What a map is, whatever it holds.
 constexpr std::uint32_t StayingFlags = MapDirty | MapUntitled | MapUnlikeFile;
 
-size_t BytesOf(const Point& point) {
-  const auto readings =
-      static_cast<size_t>(std::distance(point.measurements.begin(), point.measurements.end()));
-  const auto synonyms =
-      static_cast<size_t>(std::distance(point.synonyms.begin(), point.synonyms.end()));
-  // Besides itself a point takes a node in lists, and an entry of its name.
-  constexpr size_t InLists = 6 * sizeof(void*);
-  return sizeof(Point) + InLists + readings * (sizeof(Measurement) + sizeof(void*)) +
-         synonyms * (2 * sizeof(std::string) + InLists) + (point.note ? point.note->size() : 0);
+/// What a piece of memory of its own takes besides what is in it.
+constexpr size_t PieceOfHeap = 2 * sizeof(void*);
+
+/// The memory of a text outside its record; short texts are within.
+size_t TextBytes(const std::string& text) {
+  const bool isShort = text.capacity() < sizeof(std::string);
+  return isShort ? 0 : text.capacity() + PieceOfHeap;
 }
 
 size_t BytesOf(const Map& map) {
@@ -26,17 +24,53 @@ size_t BytesOf(const Map& map) {
   for (const Point& point : map.pointStore) bytes += BytesOf(point);
   for (const auto* trails :
        {&map.trails, &map.contourTrails, &map.continuousContours, &map.removed.trails}) {
-    for (const Trail& trail : *trails) bytes += sizeof(Trail) + trail.points.size() * sizeof(void*);
+    for (const Trail& trail : *trails) bytes += BytesOf(trail);
   }
   bytes += map.contourPoints.store.size() * sizeof(Point);
-  for (const Range& range : map.ranges) {
-    bytes += sizeof(Range) + (range.points.size() + range.hull.size()) * sizeof(void*) +
-             range.cells.size() * sizeof(RangeCell);
+  for (const auto* ranges : {&map.ranges, &map.removed.ranges}) {
+    for (const Range& range : *ranges) bytes += BytesOf(range);
   }
   return bytes;
 }
 
+size_t BytesOf(const OffsetHull& hull) {
+  return hull.ring.size() * sizeof(void*) + hull.store.store.size() * sizeof(Point);
+}
+
 }  // namespace
+
+size_t BytesOf(const Point& point) {
+  size_t bytes = sizeof(Point) + TextBytes(point.name) + (point.note ? TextBytes(*point.note) : 0);
+  for (const Measurement& reading : point.measurements) {
+    bytes += sizeof(Measurement) + PieceOfHeap + TextBytes(reading.nearName);
+  }
+  // Each name has an entry in the tables and in the lists of the map.
+  constexpr size_t InLists = 6 * sizeof(void*);
+  bytes += InLists;
+  for (const std::string& synonym : point.synonyms) {
+    bytes += 2 * (sizeof(std::string) + TextBytes(synonym)) + PieceOfHeap + InLists;
+  }
+  return bytes;
+}
+
+size_t BytesOf(const Trail& trail) {
+  return sizeof(Trail) + 2 * PieceOfHeap + trail.points.size() * sizeof(void*) +
+         (trail.note ? TextBytes(*trail.note) : 0);
+}
+
+size_t BytesOf(const Range& range) {
+  size_t bytes = sizeof(Range) + PieceOfHeap + range.follows.size() * sizeof(void*) +
+                 (range.points.size() + range.hull.size()) * sizeof(void*) +
+                 range.cells.size() * sizeof(RangeCell) + BytesOf(range.outerHull) +
+                 BytesOf(range.innerHull) + (range.note ? TextBytes(*range.note) : 0);
+  for (const SearchKey& key : range.keys) bytes += sizeof key + PieceOfHeap;
+  if (!range.clusters) return bytes;
+  for (const Cluster& cluster : range.clusters->clusters) {
+    bytes += sizeof cluster;
+    for (const auto& hull : cluster.hull) bytes += hull.size() * sizeof(void*);
+  }
+  return bytes;
+}
 
 void FormerContents::Take(Map& map, std::forward_list<Map>& from,
                           std::forward_list<Map>::iterator before) {
@@ -64,6 +98,10 @@ std::vector<Map*> FormerContents::Maps() const {
 bool FormerContents::Holds(const Map& map) const {
   return std::any_of(pairs_.begin(), pairs_.end(),
                      [&](const auto& pair) { return pair.first == &map; });
+}
+
+void FormerContents::KeepLeads(UnusedRecords& records) const {
+  for (const Map& holder : holders_) records.KeepLeadsOf(holder);
 }
 
 size_t FormerContents::Bytes() const {

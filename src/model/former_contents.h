@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/map.h"
+#include "model/unused_records.h"
 
 #include <cstddef>
 #include <forward_list>
@@ -8,6 +9,11 @@
 #include <vector>
 
 namespace orvane {
+
+/// \return the memory that a record takes, in bytes, close to the truth
+size_t BytesOf(const Point& point);
+size_t BytesOf(const Trail& trail);
+size_t BytesOf(const Range& range);
 
 /// What some maps held before they were read again, so that this can be undone. The records keep
 /// their addresses here: pointers to them are valid as long as this lives, whichever side they are
@@ -28,6 +34,9 @@ class FormerContents {
   /// \return the maps, in the order in which they were taken over
   std::vector<Map*> Maps() const;
   bool Holds(const Map& map) const;
+
+  /// Keeps the records of open maps to which these contents lead.
+  void KeepLeads(UnusedRecords& records) const;
 
   /// \return the memory that this holds, in bytes, close to the truth for large maps
   size_t Bytes() const;

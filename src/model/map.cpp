@@ -55,7 +55,7 @@ void SwapContents(Map& a, Map& b) noexcept {
   swap(a.comments, b.comments);
   swap(a.credits, b.credits);
   swap(a.nameIndex, b.nameIndex);
-  swap(a.pointStore, b.pointStore);
+  a.pointStore.Swap(b.pointStore);
   swap(a.rayStore, b.rayStore);
   for (Map* each : {&a, &b}) {
     for (Point& point : each->pointStore) point.map = each;
@@ -68,7 +68,7 @@ size_t CreditTagLength(std::string_view line) {
 }
 
 Point& MakePoint(Map& map, std::string_view name) {
-  Point& point = map.pointStore.emplace_back();
+  Point& point = map.pointStore.Make();
   point.name = name;
   point.map = &map;
   return point;

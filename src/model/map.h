@@ -2,6 +2,7 @@
 
 #include "base/file_mark.h"
 #include "model/map_memory.h"
+#include "model/point_store.h"
 #include "model/records.h"
 
 #include <array>
@@ -156,9 +157,8 @@ struct Map {
 
   const NameIndex* nameIndex = nullptr;  ///< during a `NameIndexScope`; null otherwise
 
-  /// Every point that this map made; a deque never moves them.
-  std::deque<Point, MapAllocator<Point>> pointStore{pointMemory.get()};
-  std::deque<Link> rayStore;  ///< the rays of those points
+  PointStore pointStore{pointMemory.get()};  ///< every point that this map made
+  std::deque<Link> rayStore;                 ///< the rays of those points
 };
 
 /// \return true for a map that has changed since it was last saved

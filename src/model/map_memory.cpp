@@ -47,6 +47,8 @@ void PreferLargePages([[maybe_unused]] void* start, [[maybe_unused]] size_t size
 #endif
 }
 
+}  // namespace
+
 // The address sanitizer knows the pieces of the heap, but not those of a block. It is informed of
 // each, so that it also finds the use of a freed record here.
 
@@ -61,8 +63,6 @@ void MarkInUse([[maybe_unused]] void* start, [[maybe_unused]] size_t size) {
   ASAN_UNPOISON_MEMORY_REGION(start, size);
 #endif
 }
-
-}  // namespace
 
 MapMemory::~MapMemory() {
   for (const Block& block : blocks_) {

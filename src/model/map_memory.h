@@ -50,6 +50,11 @@ class MapMemory : public std::pmr::memory_resource {
   std::vector<Block> blocks_;                                    ///< oldest first
 };
 
+/// Informs the address sanitizer that a piece of memory must not be used, because what was there is
+/// gone, or may be used again. Without the sanitizer these do nothing.
+void MarkGone(void* start, size_t size);
+void MarkInUse(void* start, size_t size);
+
 /// Allocates the items of a container from a `MapMemory`, or from the general heap if made without
 /// one. Containers that are swapped also swap their memories.
 template <typename T>

@@ -98,6 +98,7 @@ enum PointFlag : std::uint32_t {
   PointInProgress = 2,    ///< being solved; cleared with `PointPlaced` before solving
   PointVisited = 4,       ///< a mark for walks over the map; each walk clears it first
   PointVisitedPrint = 8,  ///< the same for labels on paper
+  PointFree = 16,         ///< the point was freed, and its place in the store waits for another
   PointNamedTwice = 32,   ///< the name was looked up and found again after it was made
   PointScratch = 64,      ///< made for a polygon or a transect; in no list of a map
   PointMarkFilled = 512,  ///< the point's own mark is filled

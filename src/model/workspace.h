@@ -4,6 +4,7 @@
 #include "base/messages.h"
 #include "base/progress.h"
 #include "model/map.h"
+#include "model/unused_records.h"
 
 #include <cstdint>
 #include <forward_list>
@@ -54,6 +55,7 @@ struct Workspace {
   double lastLatitude = 0;      ///< degrees of the last GPS reading of any file: what a fix that
   double lastLongitude = 0;     ///< leaves out its degrees takes
   ReadingState reading;
+  RecordHolders holders;          ///< of records that edits may have removed
   std::uint64_t solverWalks = 0;  ///< walks that the solver has made so far, over all maps
   unsigned rangeRowsMade = 0;     ///< rows of range panes made so far; their shadings take turns
   std::map<double, int> contourCounts;  ///< contour lines made so far of each level, over all maps

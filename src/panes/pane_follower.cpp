@@ -150,9 +150,22 @@ void PaneFollower::VisitLevel(std::list<TrailPanelRow>& rows, const std::string&
 
 PaneFollower::PaneFollower(MapWindow& view, EditHistory& history) : view_(view), history_(history) {
   history_.Add(*this);
+  kept_ = history_.Holders().Add([this](UnusedRecords& records) { KeepRecords(records); });
 }
 
 PaneFollower::~PaneFollower() { history_.Remove(*this); }
+
+void PaneFollower::KeepRecords(UnusedRecords& records) const {
+  records.Keep(view_.selectedTrail);
+  for (const auto& [number, step] : steps_) {
+    for (const Looks* looks : {&step.gone, &step.before, &step.after}) {
+      for (const auto& [trail, look] : looks->trails) records.Keep(trail);
+      for (const auto& [ranges, look] : looks->ranges) {
+        for (const Range* range : ranges) records.Keep(range);
+      }
+    }
+  }
+}
 
 PaneFollower::Looks PaneFollower::LooksNow() {
   Looks looks;

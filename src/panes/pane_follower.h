@@ -7,6 +7,7 @@
 #include <array>
 #include <cstdint>
 #include <map>
+#include <memory>
 #include <string>
 #include <unordered_map>
 
@@ -91,6 +92,7 @@ class PaneFollower : public EditListener {
   void FollowRows(const EditNews& news);
   void BringBack(const StepLooks& step, bool undone);
   void FollowReread(const EditNews& news);
+  void KeepRecords(UnusedRecords& records) const;
 
   MapWindow& view_;
   EditHistory& history_;
@@ -98,6 +100,9 @@ class PaneFollower : public EditListener {
   RowMemory memory_;  ///< when maps were about to be read again
   std::unordered_map<std::uint64_t, StepLooks> steps_;
   bool showsChange_ = false;
+  /// Looks and the trail that Find has marked are found by address, so no other record may get that of
+  /// one which can come back.
+  std::shared_ptr<const RecordHolders::Keep> kept_;
 };
 
 }  // namespace orvane

@@ -1,8 +1,11 @@
-// Memory runs out in an edit, an undo or a redo: the maps are as before, and no step is lost.
+// Memory runs out in an edit, an undo or a redo: the maps are as before, and no step is lost. And
+// steps take no more memory than they may.
 
 #include "base/progress.h"
 #include "editing/delete_records.h"
 #include "editing/edit_history.h"
+#include "editing/save_trail.h"
+#include "editing/trail_editor.h"
 #include "mapfile/writer.h"
 #include "support/map_from_text.h"
 
@@ -10,6 +13,7 @@
 #include <cstdlib>
 #include <gtest/gtest.h>
 #include <limits>
+#include <malloc.h>
 #include <new>
 
 namespace {
@@ -18,6 +22,18 @@ constexpr std::size_t Unlimited = std::numeric_limits<std::size_t>::max();
 /// Requests of so many bytes fail, as often as `failures` says.
 std::size_t failFrom = Unlimited;
 int failures = 0;
+/// Bytes that are in use now.
+std::size_t inUse = 0;
+
+void* Noted(void* piece) {
+  inUse += ::malloc_usable_size(piece);
+  return piece;
+}
+
+void Free(void* piece) noexcept {
+  inUse -= ::malloc_usable_size(piece);
+  std::free(piece);
+}
 
 }  // namespace
 
@@ -28,16 +44,28 @@ void* operator new(std::size_t bytes) {
   }
   void* piece = std::malloc(bytes > 0 ? bytes : 1);
   if (piece == nullptr) throw std::bad_alloc();
-  return piece;
+  return Noted(piece);
+}
+
+// The blocks of maps come from this one.
+void* operator new(std::size_t bytes, std::align_val_t alignment) {
+  const auto grain = static_cast<std::size_t>(alignment);
+  void* piece = std::aligned_alloc(grain, (bytes + grain - 1) / grain * grain);
+  if (piece == nullptr) throw std::bad_alloc();
+  return Noted(piece);
 }
 
 // Sorting asks by this one for room that it can do without.
 void* operator new(std::size_t bytes, const std::nothrow_t& /*tag*/) noexcept {
-  return std::malloc(bytes > 0 ? bytes : 1);
+  return Noted(std::malloc(bytes > 0 ? bytes : 1));
 }
 
-void operator delete(void* piece) noexcept { std::free(piece); }
-void operator delete(void* piece, std::size_t /*bytes*/) noexcept { std::free(piece); }
+void operator delete(void* piece) noexcept { Free(piece); }
+void operator delete(void* piece, std::size_t /*bytes*/) noexcept { Free(piece); }
+void operator delete(void* piece, std::align_val_t /*alignment*/) noexcept { Free(piece); }
+void operator delete(void* piece, std::size_t /*bytes*/, std::align_val_t /*alignment*/) noexcept {
+  Free(piece);
+}
 
 namespace orvane {
 namespace {
@@ -137,6 +165,92 @@ TEST_F(UndoMemoryTest, AnEditThatCantBeRecordedIsTakenBack) {
   EXPECT_EQ(Saved(), before);
   EXPECT_FALSE(IsDirty(map));
   EXPECT_EQ(history.UndoName(map), nullptr);
+}
+
+// --- How much memory steps take -------------------------------------------------------------------
+
+/// Stops of a follow, one each minute.
+std::string FollowText(int stops) {
+  std::string text = "T\t\tPapio\tf\t2020-3-1\n";
+  for (int i = 0; i < stops; ++i) {
+    const int minute = i % 60;
+    text += "G\t" + std::to_string(6 + i / 60) + (minute < 10 ? ":0" : ":") +
+            std::to_string(minute) + "\tS20 0." + std::to_string(i % 10) + "\tE47 0.1\n";
+  }
+  return text;
+}
+
+struct StepMemoryTest : MapFixture {
+  std::size_t Since(std::size_t before) const { return inUse > before ? inUse - before : 0; }
+
+  /// Adds a trail of `count` points with names, readings and notes.
+  static Edit Import(Map& map, int count) {
+    return {.name = "Import", .map = &map, .change = [&map, count](EditFollowUp& followUp) {
+              Trail& trail = map.trails.emplace_front();
+              trail.name = "Imported";
+              for (int i = 0; i < count; ++i) {
+                Point& point = *ResolvePointName(map, &trail,
+                                                 "Waypoint of the new device " + std::to_string(i));
+                Measurement& reading = point.measurements.emplace_front();
+                reading.flags = MeasureGps;
+                reading.position = {.lat = -20, .lon = 47};
+                point.note = "A note that is long enough to have memory of its own";
+                point.trail = &trail;
+                trail.points.push_back(&point);
+              }
+              followUp.solve = true;
+              return true;
+            }};
+  }
+};
+
+TEST_F(StepMemoryTest, ImportsThatAreUndoneHoldNoMoreThanOne) {
+  constexpr int Rows = 1000;
+  Map& map = Open("T\tPath\tTrail\nG\tCamp\tS20 0\tE47 0\n");
+  EditHistory history(workspace);
+  const auto turn = [&] {
+    ASSERT_TRUE(history.Apply(Import(map, Rows)));
+    ASSERT_TRUE(history.Undo(map));
+  };
+  const std::size_t before = inUse;
+  turn();
+  turn();
+  const std::size_t ofTwo = Since(before);
+  EXPECT_GT(ofTwo, Rows * sizeof(Point));
+  for (int i = 0; i < 20; ++i) turn();
+  EXPECT_LT(Since(before), ofTwo + ofTwo / 4);
+}
+
+TEST_F(StepMemoryTest, WhatStepsSayTheyTakeIsWhatTheyTake) {
+  constexpr int Rows = 3000;
+  Map& map = Open("T\tPath\tTrail\nG\tCamp\tS20 0\tE47 0\n");
+  EditHistory history(workspace);
+  const std::size_t before = inUse;
+  ASSERT_TRUE(history.Apply(Import(map, Rows)));
+  ASSERT_TRUE(history.Undo(map));
+  // The map takes memory in blocks, and the last one is not full.
+  EXPECT_GT(history.Bytes(), Since(before) * 6 / 10);
+  EXPECT_LT(history.Bytes(), Since(before) * 12 / 10);
+}
+
+TEST_F(StepMemoryTest, ManyOksOfALongFollowStayWithinTheBound) {
+  constexpr std::size_t Bound = std::size_t{2} << 20;
+  constexpr std::size_t LeastSteps = 100;
+  constexpr int Stops = 20;
+  Map& season = Open(FollowText(Stops));
+  EditHistory history(workspace, Bound);
+  constexpr int TurnsToTheBound = 180;
+  std::size_t before = 0;
+  for (int turn = 0; turn < 300; ++turn) {
+    if (turn == TurnsToTheBound) before = inUse;
+    TrailEditor editor(season, &season.trails.front());
+    editor.SetField(TrailField::LineColor, turn % 2 == 0 ? "red" : "blue");
+    ASSERT_EQ(SaveTrailEditor(editor, history), SaveOutcome::Closes);
+    ASSERT_LE(history.Bytes(), Bound);
+  }
+  EXPECT_LT(Since(before), Bound / 4);
+  EXPECT_LT(season.pointStore.PlaceCount() * sizeof(Point), Bound);
+  EXPECT_GE(history.Steps(), LeastSteps);
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include "shell/reports/elevation_window.h"
 
+#include "editing/delete_records.h"
 #include "pages/report_pages.h"
 #include "panes/trail_tree.h"
 #include "reports/profile_view.h"
@@ -553,6 +554,32 @@ TEST_F(ElevationWindowTest, ADeletedTrailKeepsItsProfileUntilItComesBack) {
   ASSERT_TRUE(shell_.History().Undo(TheMap()));
   Key(window, Qt::Key_Plus);
   EXPECT_EQ(View(window).trail, &Find("Ridge"));
+}
+
+TEST_F(ElevationWindowTest, ADeletedTrailKeepsItsProfileWhenNoStepLeadsBackToIt) {
+  const QPointer<ElevationWindow> window(&OpenTrail());
+  const double length = View(*window).lineLength;
+  const auto countRemoved = [&] {
+    return std::distance(TheMap().removed.trails.begin(), TheMap().removed.trails.end());
+  };
+  DeleteTrails(TheMap(), {&Find("Ridge")}, shell_.History());
+  shell_.History().Forget(TheMap());
+  ASSERT_FALSE(shell_.History().HasSteps());
+  ASSERT_EQ(countRemoved(), 1);
+  // New points would take the places of those of the line, if these were free.
+  for (int i = 0; i < 8; ++i) MakePoint(TheMap(), "new").geo = {10, 20, 30};
+  EXPECT_EQ(ElevationTitle(View(*window)), "Elevation of Ridge Trail");
+  window->Plot().Change(ShowWholeLine);
+  ASSERT_TRUE(QTest::qWaitFor([&] { return window->Plot().IsFilled(); }));
+  EXPECT_EQ(View(*window).lineLength, length);
+  EXPECT_EQ(View(*window).points.front()->name, "A");
+  EXPECT_EQ(View(*window).maxAltitude, 200);
+  window->close();
+  DeliverDeletes();
+  ASSERT_TRUE(window.isNull());
+  DeleteTrails(TheMap(), {&Find("Short")}, shell_.History());
+  shell_.History().Forget(TheMap());
+  EXPECT_EQ(countRemoved(), 1) << "only the trail that was read last, where reading would go on";
 }
 
 TEST_F(ElevationWindowTest, AReloadedMapIsFollowed) {

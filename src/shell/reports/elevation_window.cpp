@@ -54,6 +54,11 @@ ElevationWindow::ElevationWindow(Shell& shell, MapWindowWidget& mapWindow, Eleva
   plot_->SetDisplay(mapWindow.Shown().coordinateDisplay);
   plot_->setFocus();
   Connect(mapWindow);
+  kept_ = shell.TheWorkspace().holders.Add([this](UnusedRecords& records) {
+    const ElevationView& shown = plot_->View();
+    records.Keep(shown.trail);
+    for (const Point* point : shown.points) records.Keep(point);
+  });
   ShowTitle(ElevationTitle(plot_->View()).value_or("Elevation"));
   ShowMenu();
   resize(sizeHint().boundedTo(screen()->availableSize()));

@@ -1,8 +1,11 @@
 #pragma once
 
 #include "elevation/profile.h"
+#include "model/unused_records.h"
 #include "shell/print/printable_window.h"
 #include "shell/reports/report_window.h"
+
+#include <memory>
 
 class QScrollBar;
 
@@ -46,6 +49,8 @@ class ElevationWindow final : public ReportWindow, public PrintableWindow {
   ElevationPlot* plot_;
   QScrollBar* bar_;
   LineIdentity identity_;
+  /// Keeps the line, also if its trail is deleted.
+  std::shared_ptr<const RecordHolders::Keep> kept_;
 };
 
 }  // namespace orvane
