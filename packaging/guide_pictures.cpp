@@ -8,6 +8,7 @@
 
 #include "base/dates.h"
 #include "commands/reload_map.h"
+#include "entry/fix_draft.h"
 #include "entry/gis_import.h"
 #include "model/workspace.h"
 #include "panes/delete_rows.h"
@@ -16,6 +17,7 @@
 #include "shell/editors/cell_table_view.h"
 #include "shell/editors/editor_commands.h"
 #include "shell/editors/trail_editor_window.h"
+#include "shell/entry/fix_import_window.h"
 #include "shell/entry/gis_trail_window.h"
 #include "shell/entry/sheet_dialog.h"
 #include "shell/map/map_note.h"
@@ -193,6 +195,7 @@ class GuidePictures {
     }
     SaveShown(std::make_unique<GisTrailWindow>(shell_, std::move(*import), gisBoxes_, &window),
               QStringLiteral("gis-trail"));
+    SaveFixImport(window);
     // Those of the example sheet.
     SheetFields columns{"2", "D", "E", "B", "", "A", "", "C", "", "F"};
     columns[SheetSm1Code] = "fruit";
@@ -204,6 +207,20 @@ class GuidePictures {
     fields.system = ExportSystem::Utm;
     SaveShown(std::make_unique<ExportDialog>(window.TheMap(), fields, LoadFormatModule(), &window),
               QStringLiteral("export"));
+  }
+
+  void SaveFixImport(MapWindowWidget& window) {
+    const std::string table = site_.toStdString() + "/collars.csv";
+    auto text = ReadFixText(workspace_.messages, table, {});
+    if (!text) {
+      good_ = false;
+      return;
+    }
+    FixDraft draft(window.TheMap(), table, std::move(*text));
+    FixForm form;
+    form.maxSpeed = "10";
+    SaveShown(std::make_unique<FixImportWindow>(shell_, draft, form, window, &window),
+              QStringLiteral("import-fixes"));
   }
 
   void ShowEditors(MapWindowWidget& window) {

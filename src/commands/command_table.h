@@ -72,7 +72,8 @@ enum CommandId : int {
   CommandUtm = 40014,
   CommandSurveyQuality = 40015,
   CommandRangeEstimates = 40016,
-  CommandExport = 40017
+  CommandExport = 40017,
+  CommandImportFixes = 40018
 };
 
 /// \return true for the further numbers of the help command

@@ -22,6 +22,7 @@ struct FileSpecifications {
   FileSpecification savedMaps;
   FileSpecification spreadsheets;
   FileSpecification gisFiles;
+  FileSpecification fixTables;  ///< tables of timestamped fixes
   FileSpecification shapefiles;
   FileSpecification exports;
   FileSpecification pictures;

@@ -23,7 +23,8 @@ constexpr CommandId DisabledAtStart[] = {
     CommandZoomIn,
     // Likewise, of the later commands.
     CommandSavePicture, CommandCopyImage, CommandShowWholeMap, CommandReload, CommandUndo,
-    CommandRedo, CommandPrintPreview, CommandRangeEstimates, CommandSurveyQuality, CommandExport};
+    CommandRedo, CommandPrintPreview, CommandRangeEstimates, CommandSurveyQuality, CommandExport,
+    CommandImportFixes};
 
 MenuState AllEnabled() {
   MenuState menu;

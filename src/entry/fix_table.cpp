@@ -93,6 +93,14 @@ std::optional<Heading> FindHeading(std::string_view text, const std::string& nam
   return heading;
 }
 
+/// Goes to the row below a heading that is known.
+Heading HeadingOf(std::string_view text, const FixLayout& layout) {
+  TableRows rows(text, layout.separator);
+  TableRow row;
+  for (std::uint32_t i = 0; i < layout.headingRow && rows.Next(row); ++i) continue;
+  return {layout.separator, layout.headingRow, layout.captions, layout.columns, rows};
+}
+
 /// Reads the rows below a heading.
 class FixReader {
  public:
@@ -340,6 +348,24 @@ std::string FaultOfRow(const FixTable& table, const BadFixRow& row,
   return '"' + std::string(CutText(cell, MostShown)) + '"' + place + " is not a usable " + what;
 }
 
+FixLayout GuessFixLayout(std::string_view text) {
+  auto heading = FindHeading(
+      text, [](const Cells& captions) { return HasTimeAndPosition(FindFixColumns(captions, {})); });
+  if (!heading) {
+    const char separator = SeparatorOf(text);
+    TableRows rows(text, separator);
+    TableRow row;
+    heading = Heading{separator, 0, {}, {}, rows};
+    while (heading->captions.empty() && rows.Next(row)) {
+      ++heading->row;
+      if (!HasAnyValue(row.cells, row.cells.size())) continue;
+      for (const std::string& cell : row.cells) heading->captions.emplace_back(TrimCell(cell));
+    }
+  }
+  FixColumns columns = FindFixColumns(heading->captions, {});
+  return {heading->separator, heading->row, std::move(heading->captions), std::move(columns)};
+}
+
 FixRows::FixRows(const FixTable& table) : table_(table), rows_(table.text, table.separator) {
   while (number_ < table.headingRow && rows_.Next(row_)) ++number_;
 }
@@ -357,7 +383,8 @@ std::optional<FixTable> ReadFixTable(std::string text, const std::string& name,
                                      Progress* progress) {
   FixTable table;
   table.text = std::move(text);
-  auto heading = FindHeading(table.text, name, reading.columns, messages);
+  auto heading = reading.layout ? HeadingOf(table.text, *reading.layout)
+                                : FindHeading(table.text, name, reading.columns, messages);
   if (!heading) return std::nullopt;
   table.separator = heading->separator;
   table.headingRow = heading->row;

@@ -80,9 +80,23 @@ struct FixTable {
   size_t rowCount = 0;             ///< rows below the heading with any value
 };
 
+/// Where a table has its captions, and what its columns mean.
+struct FixLayout {
+  char separator = ',';
+  std::uint32_t headingRow = 0;       ///< from 1; 0 for none
+  std::vector<std::string> captions;  ///< trimmed
+  FixColumns columns;
+};
+
+/// \return what the captions show. If no row is a heading, the first row with a value has the captions,
+///         with the columns that are known
+/// \param text  UTF-8
+FixLayout GuessFixLayout(std::string_view text);
+
 struct FixReading {
   std::vector<NamedFixColumn> columns;  ///< instead of those that the captions show
   bool europeanDates = false;           ///< if no row shows which number is the day
+  std::optional<FixLayout> layout;      ///< instead of looking for a heading
 };
 
 /// Rows above this one are searched for the heading.

@@ -69,7 +69,8 @@ TEST_F(MenuStateTest, AtTheStartWhatNeedsAMapIsDisabled) {
                                            CommandPrintPreview,
                                            CommandRangeEstimates,
                                            CommandSurveyQuality,
-                                           CommandExport}));
+                                           CommandExport,
+                                           CommandImportFixes}));
   EXPECT_FALSE(menu.At(CommandEuropeanDates).checked);
   EXPECT_TRUE(StartMenu({.europeanDates = true}).At(CommandEuropeanDates).checked);
   EXPECT_TRUE(menu.At(CommandSmoothLines).checked);

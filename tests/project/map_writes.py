@@ -26,6 +26,9 @@ EDITS = {"entry/import_edits.cpp"}
 
 # Fields with the name of a map's field, of other records: file, and what is before the field.
 OTHER_RECORDS = {
+    ("entry/fix_draft.cpp", "layout_"): "the layout of the imported table",
+    ("entry/fix_draft.cpp", "options"): "the options of an import",
+    ("entry/fix_draft.cpp", "preview"): "a preview of an import",
     ("entry/fix_plan.cpp", "plan"): "the plan of an import",
     ("entry/fix_plan.cpp", "plan_"): "the plan of an import",
     ("entry/fix_table.cpp", "fix"): "a fix of the imported table",

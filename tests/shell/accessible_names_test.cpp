@@ -5,6 +5,7 @@
 
 #include "entry/gis_import.h"
 #include "shell/about_box.h"
+#include "shell/entry/fix_import_window.h"
 #include "shell/entry/gis_trail_window.h"
 #include "shell/entry/sheet_dialog.h"
 #include "shell/help/help_window.h"
@@ -133,6 +134,10 @@ TEST_F(AccessibleNames, TheDialogs) {
   auto* trail = new GisTrailWindow(shell_, Import(window.TheMap()), gisBoxes_, &window);
   EXPECT_EQ(NamelessIn(*trail), None);
   delete trail;
+  FixDraft draft(window.TheMap(), "collar.csv", "time,lat,lon\n2004-5-3 0:30,1,2\n");
+  FixForm form;
+  FixImportWindow fixes(shell_, draft, form, window, &window);
+  EXPECT_EQ(NamelessIn(fixes), None);
 }
 
 TEST_F(AccessibleNames, TheOfferOfCopies) {

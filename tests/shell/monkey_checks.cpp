@@ -70,7 +70,7 @@ bool NeedsMap(CommandId id) {
       CommandZoomOut,        CommandChangeZoom,    CommandRangeStats,     CommandSaveSimplyAs,
       CommandZoomIn,         CommandCopyImage,     CommandSavePicture,    CommandShowWholeMap,
       CommandReload,         CommandUndo,          CommandRedo,           CommandPrintPreview,
-      CommandRangeEstimates, CommandSurveyQuality, CommandExport};
+      CommandRangeEstimates, CommandSurveyQuality, CommandExport,         CommandImportFixes};
   return std::find(Ids.begin(), Ids.end(), id) != Ids.end();
 }
 

@@ -1,11 +1,13 @@
 #include "shell/entry/import_commands.h"
 
+#include "entry/fix_draft.h"
 #include "entry/gis_import.h"
 #include "entry/import_edits.h"
 #include "entry/sheet_fields.h"
 #include "entry/sheet_file.h"
 #include "paint/display_text.h"
 #include "shell/entry/after_import.h"
+#include "shell/entry/fix_import_window.h"
 #include "shell/entry/gis_trail_window.h"
 #include "shell/entry/sheet_dialog.h"
 #include "shell/files/dialog_start.h"
@@ -24,6 +26,7 @@ namespace {
 
 /// What is kept from one import to the next, as long as the program runs.
 struct ImportMemory {
+  FixForm fixForm;
   SheetFields sheetFields;
   SheetLogs sheetLogs;
   GisBoxes gisBoxes;
@@ -81,6 +84,30 @@ void ImportSubmapFile(Shell& shell, MapWindowWidget& window) {
   ShowImported(shell, map, wasEmpty, sentence);
 }
 
+/// The user decides in a window that shows what becomes of each row; the map changes after its OK.
+void ImportFixes(Shell& shell, MapWindowWidget& window, FixForm& form) {
+  FileSpecification& file = shell.Maps().Files().fixTables;
+  const auto path = AskOpenFile(shell, "Import Fixes...", window, file, "txt");
+  if (!path) return;
+  Messages& messages = shell.TheWorkspace().messages;
+  auto text = ReadFixText(messages, *path, [&](const std::vector<std::string>& names) {
+    return AskForSheet(messages, "Import Fixes", names);
+  });
+  if (!text) return;
+  Map& map = window.TheMap();
+  FixDraft draft(map, *path, std::move(*text));
+  FixImportWindow dialog(shell, draft, form, window, &window);
+  if (dialog.exec() != QDialog::Accepted) return;
+  const std::string sentence = FixNotes(draft.Import()).back();
+  bool done = false;
+  {
+    const BusyWork busy(shell.TheWorkspace(), shell.Boxes(), OccasionOf(file), shell.Clock());
+    done = shell.History().Apply(FixesEdit(map, draft.Import()));
+  }
+  // The ranges are to be seen, also where the map has other places.
+  if (done) ShowImported(shell, map, true, sentence);
+}
+
 /// The user decides on the tracks one by one in a window of their own.
 void ImportGis(Shell& shell, MapWindowWidget& window, GisBoxes& boxes) {
   FileSpecification& file = shell.Maps().Files().gisFiles;
@@ -112,6 +139,9 @@ void PlugImportCommands(Shell& shell) {
   });
   commands.PlugOnMap(CommandImportSubmap,
                      [&shell](MapWindowWidget& window) { ImportSubmapFile(shell, window); });
+  commands.PlugOnMap(CommandImportFixes, [&shell, memory](MapWindowWidget& window) {
+    ImportFixes(shell, window, memory->fixForm);
+  });
   commands.PlugOnMap(CommandImportGis, [&shell, memory](MapWindowWidget& window) {
     ImportGis(shell, window, memory->gisBoxes);
   });

@@ -32,6 +32,7 @@ constexpr std::array Topics{
     HelpTopic{"gisTrail", "gps-files.html#tracks"},
     // Dialogs.
     HelpTopic{"aboutBox", "overview.html"},
+    HelpTopic{"fixImport", "animal-fixes.html#the-window"},
     HelpTopic{"sheetDialog", "field-sheet.html#the-fields"},
     HelpTopic{"exportDialog", "export.html#the-window"},
     HelpTopic{"orientationDialog", "window.html#which-way-is-up"},
@@ -63,6 +64,7 @@ constexpr std::array Topics{
     HelpTopic{"command1032", "undo.html#deleting"},
     HelpTopic{"command1025", "field-sheet.html"},
     HelpTopic{"command1013", "commands.html#import-gis"},
+    HelpTopic{"command40018", "animal-fixes.html#the-window"},
     HelpTopic{"command1040", "checking.html"},
     HelpTopic{"command1015", "window.html#which-way-is-up"},
     HelpTopic{"command1019", "profiles.html#the-elevation-window"},
