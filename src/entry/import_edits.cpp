@@ -86,4 +86,11 @@ Edit SheetEdit(const ImportSpec& spec, SheetLogs& logs, const SideFileWriter& wr
           }};
 }
 
+Edit SheetPreviewEdit(Map& map, SheetDraft& draft) {
+  return {.name = "Preview", .map = &map, .change = [&draft](EditFollowUp&) {
+            draft.Read();
+            return false;
+          }};
+}
+
 }  // namespace orvane

@@ -3,6 +3,7 @@
 #include "editing/edit_history.h"
 #include "entry/fix_import.h"
 #include "entry/gis_import.h"
+#include "entry/sheet_draft.h"
 #include "entry/sheet_import.h"
 
 #include <optional>
@@ -44,5 +45,9 @@ Edit FixesEdit(Map& map, FixImport& import);
 /// \param spec, logs  must outlive the edit
 Edit SheetEdit(const ImportSpec& spec, SheetLogs& logs, const SideFileWriter& write,
                SheetOutcome& outcome);
+
+/// Reads the rows of a preview (`SheetDraft::Read`) and gives up.
+/// \param draft  must outlive the edit
+Edit SheetPreviewEdit(Map& map, SheetDraft& draft);
 
 }  // namespace orvane

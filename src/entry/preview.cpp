@@ -1,8 +1,13 @@
 #include "entry/preview.h"
 
+#include "base/number_text.h"
+#include "base/text.h"
 #include "entry/fix_cells.h"
+#include "entry/import_summary.h"
+#include "entry/sheet_cells.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace orvane {
 
@@ -94,6 +99,24 @@ std::optional<std::vector<GisRow>> GisRows(const GisImport& import, const GisTra
   return rows;
 }
 
+/// Which of the first two numbers of a date is the day.
+enum class DayPlace { Unknown, First, Second, Either };
+
+DayPlace DayPlaceOf(std::string_view date) {
+  constexpr int Months = 12;
+  constexpr int LastDay = 31;
+  const size_t one = FindAnyOf(date, "-/.");
+  const size_t two = one == date.npos ? one : FindAnyOf(date.substr(one + 1), "-/.");
+  if (two == date.npos) return DayPlace::Unknown;
+  const int first = ReadInt32(date.substr(0, one));
+  const int second = ReadInt32(date.substr(one + 1, two));
+  if (first < 1 || second < 1 || first > LastDay || second > LastDay || first == second) {
+    return DayPlace::Unknown;
+  }
+  if (first > Months) return second > Months ? DayPlace::Unknown : DayPlace::First;
+  return second > Months ? DayPlace::Second : DayPlace::Either;
+}
+
 void AppendLine(std::string& text, const std::vector<std::string>& cells) {
   for (size_t i = 0; i < cells.size(); ++i) {
     if (i > 0) text += '\t';
@@ -156,6 +179,60 @@ std::optional<Preview> PreviewGis(const GisImport& import, const GisTrailFields&
     if (shown.cells[0].empty() && row.track != nullptr) shown.cells[0] = *row.track;
   }
   return preview;
+}
+
+std::string DateOrderWarning(const Preview& all, size_t column, bool dayFirst) {
+  size_t ambiguous = 0;
+  size_t deciding = 0;
+  bool isDayFirst = false;
+  for (const PreviewRow& row : all.rows) {
+    if (column >= row.cells.size()) continue;
+    const std::string_view cell = ColumnText(row.cells[column], 0);
+    const DayPlace place = DayPlaceOf(cell.substr(0, cell.find(' ')));
+    if (place == DayPlace::Either && ambiguous == 0) ambiguous = row.row;
+    const bool decides = place == DayPlace::First || place == DayPlace::Second;
+    if (!decides || deciding > 0) continue;
+    deciding = row.row;
+    isDayFirst = place == DayPlace::First;
+  }
+  if (ambiguous == 0) return {};
+  std::string text = "The date in row " + std::to_string(ambiguous) +
+                     " can be read in two ways. It is read with the " +
+                     (dayFirst ? "day" : "month") + " first; ";
+  if (deciding == 0) return text + "no row shows whether that is right.";
+  text += "row " + std::to_string(deciding) + " shows that this is ";
+  if (isDayFirst == dayFirst) return text + "right.";
+  return text + "wrong: change European Date Format in the menu View.";
+}
+
+PreviewPage PageOfPreview(Preview all) {
+  std::vector<std::pair<std::string_view, size_t>> states;  // in the order in which they are met
+  Preview leftOut;
+  leftOut.captions = all.captions;
+  for (const PreviewRow& row : all.rows) {
+    const auto state = std::find_if(states.begin(), states.end(),
+                                    [&](const auto& each) { return each.first == row.state; });
+    if (state == states.end()) {
+      states.emplace_back(row.state, 1);
+    } else {
+      ++state->second;
+    }
+    if (row.state != "used") leftOut.rows.push_back(row);
+  }
+  std::vector<std::string> parts;
+  for (const auto& [state, count] : states) {
+    parts.push_back(std::to_string(count) + " " + std::string(state));
+  }
+  PreviewPage page;
+  page.counts = Counted(all.rows.size(), "row", "rows");
+  if (!parts.empty()) page.counts += ": " + Joined(parts);
+  if (all.rows.size() > MostPreviewRows) {
+    page.counts += "; the first " + std::to_string(MostPreviewRows) + " are shown";
+    all.rows.resize(MostPreviewRows);
+  }
+  if (!leftOut.rows.empty()) page.leftOut = PreviewText(leftOut);
+  page.first = std::move(all);
+  return page;
 }
 
 std::string PreviewText(const Preview& preview) {

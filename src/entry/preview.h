@@ -44,6 +44,25 @@ Preview PreviewSheet(const ImportSpec& spec, size_t most = MostPreviewRows);
 std::optional<Preview> PreviewGis(const GisImport& import, const GisTrailFields& fields,
                                   size_t most = MostPreviewRows);
 
+/// What a window shows of a preview.
+struct PreviewPage {
+  Preview first;        ///< the first rows
+  std::string counts;   ///< of all rows, by state; or why the rows have no states
+  std::string warning;  ///< on dates that can be read in two ways; empty for none
+  std::string leftOut;  ///< all rows that are left out, as `PreviewText`; empty if there are none
+};
+
+/// For imports that read dates by the preference, whatever the rows say.
+/// \param all       every row
+/// \param column    of the dates; text after a blank does not count
+/// \param dayFirst  how 3/5/2004 is read
+/// \return the first row with a date that can be read in two ways, and the first that shows how it is
+///         meant, in a sentence; empty if there is none
+std::string DateOrderWarning(const Preview& all, size_t column, bool dayFirst);
+
+/// \param all  every row, with its state
+PreviewPage PageOfPreview(Preview all);
+
 /// \return a preview as lines of cells with tabs between: "row", "state", "reason" and the captions,
 ///         then each row; tabs and line ends within a cell become blanks
 std::string PreviewText(const Preview& preview);

@@ -1,9 +1,11 @@
 #include "shell/entry/gis_trail_window.h"
 
 #include "entry/import_edits.h"
+#include "entry/preview.h"
 #include "model/workspace.h"
 #include "paint/display_text.h"
 #include "shell/entry/after_import.h"
+#include "shell/entry/preview_window.h"
 #include "shell/progress/busy_work.h"
 #include "shell/shell.h"
 #include "shell/window_keys.h"
@@ -16,6 +18,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include <limits>
 #include <utility>
 
 namespace orvane {
@@ -114,6 +117,8 @@ QLayout* GisTrailWindow::MakeButtons() {
   connect(takeAll, &QPushButton::clicked, this, [this] { Take(true); });
   QPushButton* skip = AddButton(*layout, QStringLiteral("&No"));
   connect(skip, &QPushButton::clicked, this, [this] { Skip(); });
+  QPushButton* preview = AddButton(*layout, QStringLiteral("&Preview..."));
+  connect(preview, &QPushButton::clicked, this, [this] { ShowPreview(); });
   cancel_ = AddButton(*layout, QStringLiteral("&Cancel"));
   connect(cancel_, &QPushButton::clicked, this, &QWidget::close);
   return layout;
@@ -151,6 +156,10 @@ void GisTrailWindow::Take(bool all) {
     Advance(typed);
     return;
   }
+  GoTo(bad);
+}
+
+void GisTrailWindow::GoTo(GisField bad) {
   for (const Row& row : rows_) {
     if (bad == GisField::None || row.field != bad) continue;
     shell_.Beep();
@@ -158,6 +167,23 @@ void GisTrailWindow::Take(bool all) {
     row.edit->selectAll();
     return;
   }
+}
+
+void GisTrailWindow::ShowPreview() {
+  const GisTrailFields typed = ReadFields();
+  auto rows = PreviewGis(import_, typed, std::numeric_limits<size_t>::max());
+  if (!rows) {
+    GoTo(FindBadField(import_, typed));
+    return;
+  }
+  constexpr size_t TimeColumn = 1;
+  const bool dayFirst = shell_.TheWorkspace().preferences.europeanDates;
+  const std::string warning = DateOrderWarning(*rows, TimeColumn, dayFirst);
+  PreviewPage page = PageOfPreview(std::move(*rows));
+  page.warning = warning;
+  PreviewWindow window(shell_, *import_.map, import_.fileName, PreviewWindow::Buttons::Close, this);
+  window.ShowPage(page);
+  window.exec();
 }
 
 void GisTrailWindow::Skip() {

@@ -54,6 +54,9 @@ class GisTrailWindow final : public QDialog {
   /// \param all  also takes the tracks that follow
   void Take(bool all);
   void Skip();
+  void ShowPreview();
+  /// Puts the focus on a field that can't be read.
+  void GoTo(GisField bad);
   void Advance(const GisTrailFields& typed);
 
   Shell& shell_;

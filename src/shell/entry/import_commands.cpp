@@ -3,12 +3,14 @@
 #include "entry/fix_draft.h"
 #include "entry/gis_import.h"
 #include "entry/import_edits.h"
+#include "entry/sheet_draft.h"
 #include "entry/sheet_fields.h"
 #include "entry/sheet_file.h"
 #include "paint/display_text.h"
 #include "shell/entry/after_import.h"
 #include "shell/entry/fix_import_window.h"
 #include "shell/entry/gis_trail_window.h"
+#include "shell/entry/preview_window.h"
 #include "shell/entry/sheet_dialog.h"
 #include "shell/files/dialog_start.h"
 #include "shell/map_window_widget.h"
@@ -36,12 +38,45 @@ QString OccasionOf(const FileSpecification& file) {
   return QStringLiteral("Importing %1").arg(DisplayText(file.name));
 }
 
+/// Shows what the rows of a sheet become, over its dialog.
+/// \return the fields as the user left them; nothing after Cancel
+std::optional<SheetFields> PreviewColumns(Shell& shell, const ImportSpec& of,
+                                          const SheetFields& fields, QWidget* parent) {
+  Map& map = *of.map;
+  SheetDraft draft(map, *of.sheet, of.fileName, fields);
+  PreviewWindow window(shell, map, of.fileName, PreviewWindow::Buttons::OkAndCancel, parent);
+  const auto show = [&] {
+    shell.Guard().Run([&] {
+      const BusyWork busy(shell.TheWorkspace(), shell.Boxes(), QStringLiteral("Reading rows"),
+                          shell.Clock());
+      shell.History().Apply(SheetPreviewEdit(map, draft));
+    });
+    window.ShowPage(draft.Page(), draft.Chosen());
+  };
+  window.SetChoices(draft.Choices());
+  show();
+  QObject::connect(&window, &PreviewWindow::assignmentChanged, &window,
+                   [&](int column, int choice) {
+                     draft.Assign(static_cast<size_t>(column), static_cast<size_t>(choice));
+                     show();
+                   });
+  if (window.exec() != QDialog::Accepted) return std::nullopt;
+  return draft.Fields();
+}
+
 /// Asks for the columns of a sheet.
-/// \return the settings of the import, without a sheet; nothing if the user cancelled
-std::optional<ImportSpec> AskColumns(MapWindowWidget& window, SheetFields& fields) {
-  SheetDialog dialog(window.TheMap(), fields, &window);
+/// \param of  the map, the sheet and its name
+/// \return the settings of the import; nothing if the user cancelled
+std::optional<ImportSpec> AskColumns(Shell& shell, MapWindowWidget& window, const ImportSpec& of,
+                                     SheetFields& fields) {
+  SheetDialog dialog(*of.map, fields, &window);
+  dialog.SetPreviewer(
+      [&](const SheetFields& typed) { return PreviewColumns(shell, of, typed, &dialog); });
   if (dialog.exec() != QDialog::Accepted) return std::nullopt;
-  return dialog.Spec();
+  ImportSpec spec = dialog.Spec();
+  spec.sheet = of.sheet;
+  spec.fileName = of.fileName;
+  return spec;
 }
 
 void ImportSpreadsheet(Shell& shell, MapWindowWidget& window, ImportMemory& memory) {
@@ -53,11 +88,13 @@ void ImportSpreadsheet(Shell& shell, MapWindowWidget& window, ImportMemory& memo
     return AskForSheet(messages, "Import Spreadsheet Data", names);
   });
   if (!sheet) return;
-  auto spec = AskColumns(window, memory.sheetFields);
-  if (!spec) return;
-  spec->sheet = &*sheet;
-  spec->fileName = *path;
   Map& map = window.TheMap();
+  ImportSpec of;
+  of.map = &map;
+  of.sheet = &*sheet;
+  of.fileName = *path;
+  const auto spec = AskColumns(shell, window, of, memory.sheetFields);
+  if (!spec) return;
   const bool wasEmpty = !HasDrawablePoints(map);
   SheetOutcome outcome;
   bool done = false;

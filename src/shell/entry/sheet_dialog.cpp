@@ -154,9 +154,17 @@ QLayout* SheetDialog::MakeButtons() {
   auto* cancel = new QPushButton(QStringLiteral("Ca&ncel"), this);
   cancel->setAccessibleName(QStringLiteral("Cancel"));
   connect(cancel, &QPushButton::clicked, this, &SheetDialog::reject);
+  auto* preview = new QPushButton(QStringLiteral("Pre&view..."), this);
+  preview->setAccessibleName(QStringLiteral("Preview..."));
+  preview->setAutoDefault(false);
+  connect(preview, &QPushButton::clicked, this, &SheetDialog::ShowPreview);
   row->addWidget(take);
   row->addStretch();
+  row->addWidget(preview);
+  row->addStretch();
   row->addWidget(cancel);
+  setTabOrder(take, preview);
+  setTabOrder(preview, cancel);
   return row;
 }
 
@@ -165,6 +173,16 @@ void SheetDialog::FollowChange(SheetField changed) {
   ChangeSheetField(fields_, changed, typed);
   for (size_t field = 0; field < edits_.size(); ++field) {
     if (field != changed) edits_[field]->setText(DisplayText(fields_[field]));
+  }
+}
+
+void SheetDialog::ShowPreview() {
+  if (!previewer_) return;
+  const auto chosen = previewer_(fields_);
+  if (!chosen) return;
+  fields_ = *chosen;
+  for (size_t field = 0; field < edits_.size(); ++field) {
+    edits_[field]->setText(DisplayText(fields_[field]));
   }
 }
 

@@ -6,6 +6,9 @@
 
 #include <array>
 #include <cstddef>
+#include <functional>
+#include <optional>
+#include <utility>
 
 class QGridLayout;
 class QLayout;
@@ -22,6 +25,12 @@ class SheetDialog final : public QDialog {
   /// \param remembered  what the fields begin with; OK keeps the fields here for the next time.
   ///                    Must outlive the dialog
   SheetDialog(Map& map, SheetFields& remembered, QWidget* parent);
+
+  /// Shows what the rows of the sheet become. \return the fields as the user left them; nothing after
+  /// Cancel
+  using Previewer = std::function<std::optional<SheetFields>(const SheetFields& fields)>;
+  /// Sets what "Preview..." does.
+  void SetPreviewer(Previewer previewer) { previewer_ = std::move(previewer); }
 
   QLineEdit& Edit(SheetField field) { return *edits_[field]; }
   /// The settings of the import, without a sheet. Usable only after the dialog was accepted.
@@ -44,11 +53,13 @@ class SheetDialog final : public QDialog {
   /// \param characters  its width
   QLineEdit& MakeEdit(SheetField field, const QString& name, int characters);
   void FollowChange(SheetField changed);
+  void ShowPreview();
 
   Map& map_;
   SheetFields& remembered_;
   SheetFields fields_;  ///< what is in the fields
   ImportSpec spec_;
+  Previewer previewer_;
   std::array<QLineEdit*, SheetFieldCount> edits_{};
 };
 

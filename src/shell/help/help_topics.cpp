@@ -35,6 +35,7 @@ constexpr std::array Topics{
     HelpTopic{"fixImport", "animal-fixes.html#the-window"},
     HelpTopic{"sheetDialog", "field-sheet.html#the-fields"},
     HelpTopic{"exportDialog", "export.html#the-window"},
+    HelpTopic{"previewWindow", "field-sheet.html#the-preview"},
     HelpTopic{"orientationDialog", "window.html#which-way-is-up"},
     HelpTopic{"printMapDialog", "printing.html#the-map-dialog"},
     HelpTopic{"pageSetup", "printing.html"},
