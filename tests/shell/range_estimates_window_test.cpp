@@ -5,6 +5,7 @@
 #include "panes/pane_clicks.h"
 #include "shell/map/map_panes.h"
 #include "shell/panes/range_pane.h"
+#include "shell/progress/progress_box.h"
 #include "shell/reports/report_area.h"
 #include "shell/shell_case.h"
 
@@ -14,6 +15,8 @@
 #include <QMimeData>
 #include <QPointer>
 #include <QPushButton>
+
+#include <chrono>
 
 namespace orvane {
 namespace {
@@ -81,6 +84,34 @@ TEST_F(RangeEstimatesWindowTest, TheFactorChangesTheKernel) {
   QTest::keyClick(&factor, Qt::Key_Return);
   EXPECT_NE(Line("Bandwidth of the kernel"), before);
   EXPECT_EQ(Line("Polygon of 95 % of the fixes"), polygons);
+}
+
+/// The user presses Cancel as soon as there is a box.
+TEST_F(RangeEstimatesWindowTest, CanceledWorkLeavesASentenceUntilItIsDoneAgain) {
+  std::chrono::milliseconds now{0};
+  int boxesSeen = 0;
+  around_.clock = [&] {
+    const auto all = QApplication::topLevelWidgets();
+    for (QWidget* each : all) {
+      auto* box = qobject_cast<ProgressBox*>(each);
+      if (box == nullptr || !box->isVisible()) continue;
+      ++boxesSeen;
+      box->findChild<QPushButton*>(QStringLiteral("progressCancel"))->click();
+    }
+    return now += std::chrono::milliseconds(300);
+  };
+  Part<QDoubleSpinBox>("bandwidthFactor").setValue(0.5);
+  around_.clock = {};
+  EXPECT_GE(boxesSeen, 1);
+  dialogs_->paths = {folder_.Path("estimates.txt")};
+  Press(*estimates_, CommandSaveAs);
+  const std::string text = folder_.Read("estimates.txt");
+  EXPECT_NE(text.find("The estimates were cancelled."), std::string::npos) << text;
+  EXPECT_EQ(Line("Bandwidth of the kernel"), "none");
+  EXPECT_EQ(Part<QComboBox>("chartRange").count(), 0);
+  Part<QPushButton>("estimateAgain").click();
+  EXPECT_NE(Line("Bandwidth of the kernel"), "none");
+  EXPECT_EQ(Part<QComboBox>("chartRange").count(), 2);
 }
 
 TEST_F(RangeEstimatesWindowTest, FollowsTheSelection) {
