@@ -13,12 +13,19 @@ void SheetRows::SetCell(std::uint64_t column, std::string_view text) {
 }
 
 void SheetRows::EndRow(std::uint64_t number, std::uint64_t times) {
-  if (cells_.empty() || !fault_.empty() || isDone_) return;
+  if (cells_.empty() || times == 0 || !fault_.empty() || isDone_) return;
   if (number <= given_) {
     fault_ = "its rows are not in order";
   } else if (number > MostSheetRows || times > MostSheetRows - number + 1) {
     fault_ = "it has more than " + std::to_string(MostSheetRows) + " rows";
   } else {
+    std::uint64_t size = 0;
+    for (const std::string& cell : cells_) size += cell.size() + 1;
+    if (size > (LargestSpreadsheet - bytes_) / times) {
+      fault_ = TooLarge();
+      return;
+    }
+    bytes_ += size * times;
     while (given_ + 1 < number) Give({});
     for (; times > 0 && fault_.empty() && !isDone_; --times) Give(cells_);
   }
@@ -26,11 +33,6 @@ void SheetRows::EndRow(std::uint64_t number, std::uint64_t times) {
 }
 
 void SheetRows::Give(const std::vector<std::string>& cells) {
-  for (const std::string& cell : cells) bytes_ += cell.size() + 1;
-  if (bytes_ > LargestSpreadsheet) {
-    fault_ = TooLarge();
-    return;
-  }
   ++given_;
   isDone_ = !take_(cells);
 }

@@ -81,6 +81,7 @@ class Workbook : public ZippedXml::Handler {
   struct Sheet {
     std::string name;
     std::string id;
+    bool isHidden = false;
   };
   std::vector<Sheet> sheets;
   bool countsFrom1904 = false;
@@ -93,6 +94,7 @@ class Workbook : public ZippedXml::Handler {
     }
     if (local != "sheet") return;
     Sheet sheet{std::string(AttributeOf(attributes, "name")), {}};
+    sheet.isHidden = AttributeOf(attributes, "state").ends_with("idden");
     // The prefix of this attribute may be another.
     for (; *attributes != nullptr; attributes += 2) {
       if (std::string_view(attributes[0]).ends_with(":id")) sheet.id = attributes[1];
@@ -169,9 +171,10 @@ class SharedTexts : public ZippedXml::Handler {
   }
   void Text(std::string_view text) override { item_.Text(text); }
 
-  std::string_view Of(std::string_view number) const {
+  /// \return null for a number that is not that of a text
+  const std::string* Of(std::string_view number) const {
     const auto index = Whole(number);
-    return index && *index < texts_.size() ? std::string_view(texts_[*index]) : std::string_view();
+    return index && *index < texts_.size() ? &texts_[*index] : nullptr;
   }
 
  private:
@@ -246,7 +249,7 @@ class SheetCells : public ZippedXml::Handler {
     item_.Text(text);
     if (takesValue_) value_ += text;
   }
-  std::string Fault() const override { return rows_.Fault(); }
+  std::string Fault() const override { return fault_.empty() ? rows_.Fault() : fault_; }
   bool IsDone() const override { return rows_.IsDone(); }
 
  private:
@@ -270,7 +273,7 @@ class SheetCells : public ZippedXml::Handler {
 
   std::string CellText() {
     std::string inLine = item_.Take();
-    if (kind_ == "s") return std::string(shared_.texts.Of(value_));
+    if (kind_ == "s") return SharedText();
     if (kind_ == "inlineStr") return inLine;
     if (kind_ == "b") return value_ == "0" ? "FALSE" : "TRUE";
     if (!kind_.empty() && kind_ != "n") return value_;
@@ -279,8 +282,16 @@ class SheetCells : public ZippedXml::Handler {
     return isMoment ? MomentText(value_, format_, shared_) : NumberText(value_);
   }
 
+  std::string SharedText() {
+    const std::string* const text = shared_.texts.Of(value_);
+    if (text != nullptr) return *text;
+    if (!value_.empty()) fault_ = "a cell has a text that is missing in the file";
+    return {};
+  }
+
   const Shared& shared_;
   SheetRows rows_;
+  std::string fault_;
   std::uint64_t row_ = 0;
   std::uint64_t column_ = 0;
   // The cell that is open.
@@ -308,10 +319,15 @@ class XlsxFile {
     return parts_.Read(folder + "_rels/" + book.substr(name) + ".rels", relations_);
   }
 
+  /// Those that the user sees come first.
   std::vector<std::string> Names() const {
     std::vector<std::string> names;
-    for (const Workbook::Sheet& sheet : workbook_.sheets) {
-      if (!relations_.SheetOf(sheet.id).empty()) names.push_back(sheet.name);
+    for (const bool isHidden : {false, true}) {
+      for (const Workbook::Sheet& sheet : workbook_.sheets) {
+        if (sheet.isHidden == isHidden && !relations_.SheetOf(sheet.id).empty()) {
+          names.push_back(sheet.name);
+        }
+      }
     }
     return names;
   }

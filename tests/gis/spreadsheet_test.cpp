@@ -49,7 +49,7 @@ TEST_F(Spreadsheets, OfXlsxBecomeLinesOfCells) {
       Row(1, Cell("A1", "0", 0, "s") + Cell("B1", "1", 0, "s") + Cell("D1", "2", 0, "s")) +
       Row(3, R"(<c r="A3" t="inlineStr"><is><t>in line</t></is></c>)" + Cell("B3", "1", 0, "b") +
                  Cell("C3", "#N/A", 0, "e") + Cell("D3", "shown", 0, "str")) +
-      Row(4, "<c><v>7</v></c><c t=\"s\"><v>9</v></c><c><v>0.10000000000000001</v></c>") +
+      Row(4, "<c><v>7</v></c><c/><c><v>0.10000000000000001</v></c>") +
       Row(5, R"(<c r="A5" s="1"/>)") + Row(7, Cell("AA7", "x", 0, "str")) + Row(9, "");
   const std::string text = TextOfFile(
       "a.xlsx",
@@ -167,6 +167,14 @@ TEST_F(Spreadsheets, OfSeveralSheetsGiveTheOneChosen) {
   }
 }
 
+TEST_F(Spreadsheets, WithHiddenSheetsShowTheOthersFirst) {
+  folder.Write("a.xlsx", XlsxOf({{R"(Lists" state="veryHidden)", Row(1, Cell("A1", "1"))},
+                                 {"Follows", Row(1, Cell("A1", "2"))}}));
+  EXPECT_EQ(TextOf("a.xlsx"), "2\n");
+  EXPECT_EQ(TextOf("a.xlsx", ChooseNamed("Lists")), "1\n");
+  EXPECT_EQ(Said(), Texts{"Reading sheet Follows, the first of 2"});
+}
+
 TEST_F(Spreadsheets, WithUnpackedSizesAboveTheLimitAreRefused) {
   std::string bomb = XlsxOf({{"One", Row(1, Cell("A1", "1"))}});
   const size_t entry = bomb.find("PK\x01\x02");
@@ -224,6 +232,10 @@ TEST_F(Spreadsheets, ThatAreDamagedAreRefused) {
   ExpectRefused("a.xlsx", XlsxOf({{"One", "<row>"}}),
                 "xl/worksheets/sheet1.xml, line 2: mismatched tag");
   ExpectRefused("a.xlsx", XlsxOf({}), "it has no sheet");
+  for (const char* number : {"1", "-1", "99999999999"}) {
+    ExpectRefused("a.xlsx", XlsxOf({{"One", Row(1, Cell("A1", number, 0, "s"))}}, {"<t>a</t>"}),
+                  "a cell has a text that is missing in the file");
+  }
   messages.Clear();
   EXPECT_EQ(TextOf("missing.ods"), "none");
   EXPECT_EQ(Said(), Texts{"Can not open " + folder.Path("missing.ods")});
