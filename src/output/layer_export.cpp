@@ -6,6 +6,7 @@
 #include "base/text.h"
 #include "base/utf8.h"
 #include "geo/utm.h"
+#include "model/listed_points.h"
 #include "model/workspace.h"
 #include "output/geojson_shapes.h"
 #include "output/layers.h"
@@ -284,12 +285,12 @@ std::optional<int> UtmSystemOf(const Map& map) {
   std::optional<double> first;
   double west = HalfTurn;
   double east = -HalfTurn;
-  for (const Point& point : map.pointStore) {
-    if (!IsPlaced(point) || !IsOnEarth(point.geo)) continue;
-    if (!first) first = point.geo.lon;
-    const double lon = std::remainder(point.geo.lon - *first, 2 * HalfTurn);
-    south = std::min(south, point.geo.lat);
-    north = std::max(north, point.geo.lat);
+  for (const Point* point : ListedPoints(map)) {
+    if (!IsPlaced(*point) || !IsOnEarth(point->geo)) continue;
+    if (!first) first = point->geo.lon;
+    const double lon = std::remainder(point->geo.lon - *first, 2 * HalfTurn);
+    south = std::min(south, point->geo.lat);
+    north = std::max(north, point->geo.lat);
     west = std::min(west, lon);
     east = std::max(east, lon);
   }

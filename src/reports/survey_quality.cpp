@@ -3,6 +3,7 @@
 #include "base/number_text.h"
 #include "geo/angle_text.h"
 #include "geo/earth.h"
+#include "model/listed_points.h"
 #include "trails/trail_names.h"
 
 #include <algorithm>
@@ -103,7 +104,8 @@ QualityRow RowOf(const ClosedChain& chain) {
 std::vector<QualityRow> MeasuredRows(const Map& map) {
   std::vector<const Point*> points;
   for (const Map* level = &map; level != nullptr; level = level->basis) {
-    for (const Point& point : level->pointStore) points.push_back(&point);
+    const std::vector<const Point*> own = ListedPoints(*level);
+    points.insert(points.end(), own.begin(), own.end());
   }
   std::vector<QualityRow> rows;
   for (const ReadingResidual& residual : ReadingResiduals(map, points)) {

@@ -1,6 +1,7 @@
 #include "survey/survey_network.h"
 
 #include "geo/earth.h"
+#include "model/listed_points.h"
 
 #include <algorithm>
 #include <cmath>
@@ -131,7 +132,7 @@ class Builder {
 
   SurveyNetwork Build() {
     for (const Map* level = &map_; level != nullptr; level = level->basis) {
-      for (const Point& point : level->pointStore) AddReadings(point, *level);
+      for (const Point* point : ListedPoints(*level)) AddReadings(*point, *level);
     }
     FinishNodes();
     for (size_t i = 0; i < nodes_.size(); ++i) {

@@ -12,7 +12,8 @@ constexpr std::array<bool, LayerCount> AllOffered = {true, true, true, true, tru
 LoadedModule SmallModule() {
   static const FormatModule module = {
       "", [](int system) { return system == 4326 || system == 21096; },
-      [](const LayerFile&, const std::vector<ExportedLayer>&) { return LayersWritten{}; }};
+      [](const LayerFile&, const std::vector<ExportedLayer>&) { return LayersWritten{}; }, nullptr,
+      nullptr};
   return {&module, {}};
 }
 

@@ -3,6 +3,7 @@
 #include "shell/reports/survey_quality_window.h"
 
 #include "commands/map_edits.h"
+#include "entry/import_edits.h"
 #include "shell/map/map_view.h"
 #include "shell/reports/report_area.h"
 #include "shell/shell_case.h"
@@ -123,6 +124,20 @@ TEST_F(SurveyQualityWindowTest, FollowsAnEditOfTheMap) {
   shell_.History().Apply(DeviationEdit(window_.TheMap(), 30));
   EXPECT_EQ(Copied().size(), before.size());
   EXPECT_NE(Copied(), before);
+}
+
+// Its points stay in memory for Redo, and were listed with their readings.
+TEST_F(SurveyQualityWindowTest, LeavesOutWhatAnUndoneImportBrought) {
+  const auto before = Copied();
+  const std::string more =
+      folder_.Write("more.map", "T\tMore\tTrail\nG\tF\tN0\tE0.001\nC\tG\tF\t30\t90\n");
+  std::string sentence;
+  ASSERT_TRUE(shell_.History().Apply(SubmapEdit(window_.TheMap(), more, sentence)));
+  EXPECT_GT(Copied().size(), before.size());
+  shell_.History().Undo(window_.TheMap());
+  EXPECT_EQ(Copied().size(), before.size());
+  shell_.History().Redo(window_.TheMap());
+  EXPECT_GT(Copied().size(), before.size());
 }
 
 TEST_F(SurveyQualityWindowTest, IsSavedAsText) {
