@@ -106,6 +106,7 @@ std::optional<std::string> ReadFixText(Messages& messages, const std::string& pa
   if (IsSpreadsheetName(path)) {
     return ReadSpreadsheet(messages, path, *bytes, choose, ClockForm::Seconds, true);
   }
+  if (WantsMissingSheet(messages, path, choose)) return std::nullopt;
   return TableText(std::move(*bytes));
 }
 

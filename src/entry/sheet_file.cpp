@@ -39,6 +39,7 @@ std::optional<FollowSheet> ReadSheet(Messages& messages, const std::string& path
     sheet.text = std::move(*rows);
     return sheet;
   }
+  if (WantsMissingSheet(messages, path, choose)) return std::nullopt;
   if (IsCsvName(path)) {
     sheet = SheetFromCsv(*bytes);
   } else if (IsUtf16(*bytes)) {

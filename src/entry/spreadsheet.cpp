@@ -13,6 +13,10 @@ std::nullopt_t Refuse(Messages& messages, const std::string& path, const std::st
   return std::nullopt;
 }
 
+void NoteNoSheet(Messages& messages, const std::string& name, const std::string& path) {
+  NoteError(messages, "Can't find sheet %s in %s", {name, path});
+}
+
 /// \return the sheet to read
 std::optional<std::string> ChosenSheet(Messages& messages, const std::string& path,
                                        const std::vector<std::string>& names,
@@ -26,7 +30,7 @@ std::optional<std::string> ChosenSheet(Messages& messages, const std::string& pa
   }
   auto name = choose(names);
   if (name && std::find(names.begin(), names.end(), *name) == names.end()) {
-    NoteError(messages, "Can't find sheet %s in %s", {*name, path});
+    NoteNoSheet(messages, *name, path);
     return std::nullopt;
   }
   return name;
@@ -61,6 +65,7 @@ SheetChooser ChooseNamed(const std::string& name) {
 
 std::optional<std::string> AskForSheet(Messages& messages, const std::string& title,
                                        const std::vector<std::string>& names) {
+  if (names.empty()) return std::nullopt;
   if (names.size() == 1) return names.front();
   TextPrompt prompt;
   prompt.title = title;
@@ -96,7 +101,20 @@ std::optional<std::string> ReadSpreadsheet(Messages& messages, const std::string
         return true;
       });
   if (!fault.empty()) return Refuse(messages, path, fault);
+  if (file.kind == SpreadsheetKind::Xls) {
+    PostNote(
+        messages,
+        "Cells of %s with formulas are read as empty, those with errors as 1; save it as .xlsx "
+        "if it has any",
+        {path});
+  }
   return text;
+}
+
+bool WantsMissingSheet(Messages& messages, const std::string& path, const SheetChooser& choose) {
+  const auto name = choose ? choose({}) : std::nullopt;
+  if (name) NoteNoSheet(messages, *name, path);
+  return name.has_value();
 }
 
 void AppendCell(std::string& text, std::string_view cell) {

@@ -14,13 +14,14 @@ namespace orvane {
 /// Spreadsheets, `.xlsx`, `.xls` and `.ods`, wherever a table is imported. The module of file formats
 /// reads them.
 
-/// Chooses one of several sheets. \return nothing to give up
+/// Chooses one of several sheets. For a file that has none, such as a text, it is asked with an empty
+/// list, and a name that it gives all the same is an error. \return nothing to give up
 using SheetChooser = std::function<std::optional<std::string>(const std::vector<std::string>&)>;
 
 /// \return a chooser that takes the sheet of this name
 SheetChooser ChooseNamed(const std::string& name);
 
-/// Asks the user for one of several sheets, as a `SheetChooser`.
+/// Asks the user for one of several sheets, as a `SheetChooser`. It asks nothing if there are fewer.
 /// \param title  of the box
 std::optional<std::string> AskForSheet(Messages& messages, const std::string& title,
                                        const std::vector<std::string>& names);
@@ -33,10 +34,15 @@ bool IsSpreadsheetName(std::string_view path);
 /// \param bytes   the content of the file
 /// \param choose  is asked if there are several sheets; without it the first is read, with a note
 /// \param quotes  puts cells that begin with a double quote in quotes, as separated tables have them
+/// Cells of `.xls` files with formulas come empty and those with errors as 1; a note says so.
 /// \return nothing after an error, or if no sheet was chosen
 std::optional<std::string> ReadSpreadsheet(Messages& messages, const std::string& path,
                                            std::string_view bytes, const SheetChooser& choose,
                                            ClockForm clock, bool quotes);
+
+/// Looks whether a sheet is wanted of a file that is not a spreadsheet.
+/// \return true after an error that says that the file does not have it
+bool WantsMissingSheet(Messages& messages, const std::string& path, const SheetChooser& choose);
 
 /// Appends a cell to a line of cells with tabs between; tabs and line ends in it become blanks.
 void AppendCell(std::string& text, std::string_view cell);

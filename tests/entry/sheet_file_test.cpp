@@ -1,5 +1,6 @@
 #include "entry/sheet_file.h"
 
+#include "entry/fix_import.h"
 #include "support/temporary_folder.h"
 
 #include <gtest/gtest.h>
@@ -33,6 +34,23 @@ TEST_F(ReadSheetTest, ReportsAFileInUtf16) {
   const std::string path = folder.Write("wide.txt", "\xFF\xFEO\0r\0u\0"s);
   EXPECT_FALSE(ReadSheet(messages, path));
   ExpectOneError("File " + path + " is in UTF-16, which can't be read; save it as plain text");
+}
+
+TEST_F(ReadSheetTest, ReportsASheetThatATextCannotHave) {
+  for (const char* name : {"a.txt", "a.csv"}) {
+    const std::string path = folder.Write(name, "Oru\tUlo\n");
+    messages.Clear();
+    EXPECT_FALSE(ReadSheet(messages, path, ChooseNamed("Follows")));
+    ExpectOneError("Can't find sheet Follows in " + path);
+    messages.Clear();
+    EXPECT_FALSE(ReadFixText(messages, path, ChooseNamed("Fixes")));
+    ExpectOneError("Can't find sheet Fixes in " + path);
+    messages.Clear();
+    EXPECT_TRUE(ReadSheet(messages, path, [&](const std::vector<std::string>& names) {
+      return AskForSheet(messages, "Import", names);
+    }));
+    EXPECT_TRUE(messages.Entries().empty());
+  }
 }
 
 TEST_F(ReadSheetTest, TakesOffTheMarkOfUtf8) {

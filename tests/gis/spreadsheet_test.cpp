@@ -26,6 +26,12 @@ struct Spreadsheets : MapFixture {
     folder.Write(name, bytes);
     return TextOf(name);
   }
+  /// What is said of each `.xls` file that is read.
+  std::string NoteOfXls(const std::string& name) const {
+    return "Cells of " + folder.Path(name) +
+           " with formulas are read as empty, those with errors as 1; save it as .xlsx if it has "
+           "any";
+  }
   /// The text that a fault makes.
   void ExpectRefused(const std::string& name, const std::string& bytes, const std::string& fault) {
     messages.Clear();
@@ -139,7 +145,7 @@ TEST_F(Spreadsheets, OfXlsBecomeLinesOfCells) {
                                      {2, 3, "", 1.5, 0}}}});
   EXPECT_EQ(TextOfFile("a.xls", bytes),
             "Time\t\tPlace\n\n2003-03-04 08:05\t08:05\t2003-03-04\t1.5\n");
-  EXPECT_EQ(Said(), Texts{});
+  EXPECT_EQ(Said(), Texts{NoteOfXls("a.xls")});
 }
 
 TEST_F(Spreadsheets, OfSeveralSheetsGiveTheOneChosen) {
@@ -154,12 +160,14 @@ TEST_F(Spreadsheets, OfSeveralSheetsGiveTheOneChosen) {
   };
   folder.Write("a.ods", OdsOf({{"One", row("1")}, {"Two &amp; 3", row("2")}}));
   for (const char* name : {"a.xlsx", "a.xls", "a.ods"}) {
+    Texts said = {"Reading sheet One, the first of 2"};
+    if (SpreadsheetKindOf(name) == SpreadsheetKind::Xls) said.push_back(NoteOfXls(name));
     messages.Clear();
     EXPECT_EQ(TextOf(name), "1\n") << name;
-    EXPECT_EQ(Said(), Texts{"Reading sheet One, the first of 2"}) << name;
-    messages.Clear();
+    EXPECT_EQ(Said(), said) << name;
     EXPECT_EQ(TextOf(name, ChooseNamed("Two & 3")), "2\n") << name;
     EXPECT_EQ(TextOf(name, [](const Texts& names) { return names.back(); }), "2\n") << name;
+    messages.Clear();
     EXPECT_EQ(TextOf(name, [](const Texts&) { return std::nullopt; }), "none") << name;
     EXPECT_EQ(Said(), Texts{}) << name;
     EXPECT_EQ(TextOf(name, ChooseNamed("Three")), "none") << name;
