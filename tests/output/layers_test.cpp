@@ -184,7 +184,8 @@ const FormatModule FakeModule = {
       std::ofstream out(file.path);
       for (const ExportedLayer& layer : layers) out << layer.name << ' ' << layer.count << '\n';
       return LayersWritten{{}, file.system == Wgs84System ? 0U : 2U};
-    }};
+    },
+    nullptr, nullptr};
 
 TEST_F(Layers, NeedTheModule) {
   Map& map = Open(SiteOfAllGroups);
