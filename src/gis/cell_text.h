@@ -2,6 +2,7 @@
 
 #include "formats/spreadsheets.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -14,6 +15,7 @@ struct CellFormat {
   bool showsDate = false;
   bool showsTime = false;
   bool showsElapsed = false;  ///< the hours go on after 24
+  bool showsEither = false;   ///< a date or a time, by the language of the program
 };
 
 /// Reads a number format such as "d/m/yy h:mm". Only its first section counts.
@@ -35,6 +37,21 @@ CellMoment MomentOfDays(double days);
 std::string DateText(std::int64_t days);
 /// \return "08:05", or "08:05:30"; more than 24 hours as they are
 std::string ClockTextOf(std::int64_t seconds, ClockForm clock);
+
+/// A date, a time of day or both, as ISO 8601 writes them.
+struct IsoMoment {
+  std::optional<std::int64_t> days;  ///< since 1970-01-01
+  std::optional<int> seconds;        ///< of the day, rounded
+};
+
+/// Reads "2003-03-04", "2003-03-04T08:05:30.5", "2003-03-04T08:05" or "08:05". A zone at the end has no
+/// effect: the clock is that of the cell. \return nothing for another form, or a day that does not exist
+std::optional<IsoMoment> ReadIsoMoment(std::string_view text);
+/// \return its text: what the format shows, or all that it has if the format shows neither
+std::string TextOfIsoMoment(const IsoMoment& moment, const CellFormat& format, ClockForm clock);
+
+/// \return a text in which each "_x0041_" is the character with that number in UTF-16
+std::string WithoutEscapes(std::string_view text);
 
 /// \return the text of a cell as GDAL gives those of `.xls` files: clocks in the form above, any other
 ///         unchanged

@@ -151,7 +151,7 @@ class ItemText {
   void Text(std::string_view text) {
     if (takes_) text_ += text;
   }
-  std::string Take() { return std::exchange(text_, {}); }
+  std::string Take() { return WithoutEscapes(std::exchange(text_, {})); }
 
  private:
   std::string text_;
@@ -204,18 +204,18 @@ std::string MomentText(std::string_view stored, const CellFormat& format, const 
     return NumberText(stored);
   }
   const CellMoment ofNumber = MomentOfDays(number);
+  const bool isWhole = ofNumber.seconds == 0 && ofNumber.days > 0;
+  const bool showsDate = format.showsDate || (format.showsEither && isWhole);
   if (format.showsElapsed) {
     constexpr std::int64_t SecondsOfDay = 24 * 60 * 60;
     return ClockTextOf(ofNumber.days * SecondsOfDay + ofNumber.seconds, shared.clock);
   }
   std::string clock = ClockTextOf(ofNumber.seconds, shared.clock);
-  const bool isOnlyTime = !format.showsDate || (format.showsTime && ofNumber.days == 0);
+  const bool isOnlyTime = !showsDate || (format.showsTime && ofNumber.days == 0);
   if (isOnlyTime) return clock;
   double origin = shared.countsFrom1904 ? From1904 : From1900;
   if (!shared.countsFrom1904 && number < LeapDay) origin -= 1;
-  // Without a time of day the number is cut, as it is shown.
-  const std::int64_t days = format.showsTime ? ofNumber.days : static_cast<std::int64_t>(number);
-  const std::string date = DateText(days - static_cast<std::int64_t>(origin));
+  const std::string date = DateText(ofNumber.days - static_cast<std::int64_t>(origin));
   return format.showsTime ? date + ' ' + clock : date;
 }
 
@@ -276,9 +276,14 @@ class SheetCells : public ZippedXml::Handler {
     if (kind_ == "s") return SharedText();
     if (kind_ == "inlineStr") return inLine;
     if (kind_ == "b") return value_ == "0" ? "FALSE" : "TRUE";
+    if (kind_ == "str") return WithoutEscapes(value_);
+    if (kind_ == "d") {
+      const auto moment = ReadIsoMoment(value_);
+      return moment ? TextOfIsoMoment(*moment, format_, shared_.clock) : value_;
+    }
     if (!kind_.empty() && kind_ != "n") return value_;
     if (value_.empty()) return {};
-    const bool isMoment = format_.showsDate || format_.showsTime;
+    const bool isMoment = format_.showsDate || format_.showsTime || format_.showsEither;
     return isMoment ? MomentText(value_, format_, shared_) : NumberText(value_);
   }
 

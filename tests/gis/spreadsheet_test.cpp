@@ -86,6 +86,55 @@ TEST_F(Spreadsheets, OfXlsxHaveDatesAndTimesAsTheirFormatsShowThem) {
             "2003-03-04 12:00\n");
 }
 
+TEST_F(Spreadsheets, OfXlsxHaveDatesAndTimesThatAreWrittenOut) {
+  const auto cell = [](const char* value, int style = 0) { return Cell("", value, style, "d"); };
+  const std::string rows =
+      Row(1, cell("2003-09-04T06:10:00") + cell("2003-09-04") + cell("06:10:29.4")) +
+      Row(2, cell("2003-09-04T06:10:00", 1) + cell("2003-09-04T06:10", 2) +
+                 cell("2003-09-04T00:00:00Z", 3) + cell("2003-09-04", 3)) +
+      Row(3, cell("2003-12-31T23:59:59.9+08:00") + cell("2003-12-31T24:00:00")) +
+      Row(4, cell("2003-02-29") + cell("2003-09-04 06:10") + cell("2003-09-04T6:10") +
+                 cell("06:60") + cell("soon"));
+  EXPECT_EQ(TextOfFile("a.xlsx", XlsxOf({{"One", rows}})),
+            "2003-09-04 06:10\t2003-09-04\t06:10\n"
+            "2003-09-04\t06:10\t2003-09-04 00:00\t2003-09-04 00:00\n"
+            "2004-01-01 00:00\t2004-01-01 00:00\n"
+            "2003-02-29\t2003-09-04 06:10\t2003-09-04T6:10\t06:60\tsoon\n");
+}
+
+TEST_F(Spreadsheets, OfXlsxHaveTheSameDayInDatesAndTimesJustBeforeMidnight) {
+  const std::string number = "38000.9999999";
+  EXPECT_EQ(
+      TextOfFile("a.xlsx", XlsxOf({{"One", Row(1, Cell("A1", number, 1) + Cell("B1", number, 2) +
+                                                      Cell("C1", number, 3))}})),
+      "2004-01-15\t00:00\t2004-01-15 00:00\n");
+}
+
+TEST_F(Spreadsheets, OfXlsxHaveTheDatesOfEastAsia) {
+  std::string rows;
+  std::string expected;
+  for (int style = 9; style < 24; ++style) {
+    rows += Row(style, Cell("", "38000", style) + Cell("", "38000.25", style));
+    const int format = style < 19 ? style + 18 : style + 31;
+    const bool isTime = format == 32 || format == 33;
+    const bool isEither = (format >= 34 && format <= 35) || (format >= 52 && format <= 53);
+    expected += isTime ? "00:00\t06:00\n" : "2004-01-14\t";
+    if (!isTime) expected += isEither ? "06:00\n" : "2004-01-14\n";
+  }
+  EXPECT_EQ(TextOfFile("a.xlsx", XlsxOf({{"One", rows}})), std::string(8, '\n') + expected);
+}
+
+TEST_F(Spreadsheets, OfXlsxHaveTheCharactersThatEscapesName) {
+  const std::string rows =
+      Row(1, Cell("A1", "0", 0, "s") + Cell("B1", "_x00FC__x20AC_", 0, "str") +
+                 R"(<c r="C1" t="inlineStr"><is><t>_xD83D__xDE00_</t></is></c>)") +
+      Row(2, Cell("A2", "_x005F_x0041_", 0, "str") + Cell("B2", "_x41_ _xZZZZ_ _x0041", 0, "str") +
+                 Cell("C2", "a_x0000__xD83D_b_xDE00_", 0, "str"));
+  EXPECT_EQ(TextOfFile("a.xlsx", XlsxOf({{"One", rows}}, {"<t>Sleep1_x000D_</t>"})),
+            "Sleep1 \t\xC3\xBC\xE2\x82\xAC\t\xF0\x9F\x98\x80\n"
+            "_x0041_\t_x41_ _xZZZZ_ _x0041\tab\n");
+}
+
 /// A number of days has 15 digits in the file, so a minute is not exact.
 TEST_F(Spreadsheets, OfXlsxHaveEachMinuteOfTheDay) {
   std::string rows;

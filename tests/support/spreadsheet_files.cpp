@@ -143,8 +143,9 @@ std::string XlsxOf(const std::vector<SheetContent>& sheets, const std::vector<st
   std::string texts;
   for (const std::string& text : shared) texts += "<si>" + text + "</si>";
   std::string styles;
-  for (const char* format : {"0", "164", "20", "165", "166", "14", "22", "167", "168"}) {
-    styles += std::string("<xf numFmtId=\"") + format + "\"/>";
+  for (const int format : {0,  164, 20, 165, 166, 14, 22, 167, 168, 27, 28, 29,
+                           30, 31,  32, 33,  34,  35, 36, 50,  51,  52, 53, 54}) {
+    styles += "<xf numFmtId=\"" + std::to_string(format) + "\"/>";
   }
   parts.push_back(
       {"_rels/.rels", RelationsPart(Relation("rId1", "officeDocument", "xl/workbook.xml"))});

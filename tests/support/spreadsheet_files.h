@@ -22,7 +22,7 @@ using SheetContent = std::pair<std::string, std::string>;
 
 /// \param sheets   the `row` elements of each. Styles of cells: 0 none, 1 yyyy-mm-dd, 2 h:mm,
 ///                 3 d/m/yy h:mm, 4 [h]:mm, 5 own format 14, 6 own format 22, 7 h:mm:ss AM/PM,
-///                 8 0.00 "days"
+///                 8 0.00 "days", 9 to 18 own formats 27 to 36, 19 to 23 own formats 50 to 54
 /// \param shared   texts that cells name by their number, as the content of `si` elements
 /// \param origin   an attribute of the workbook, such as date1904="1"
 std::string XlsxOf(const std::vector<SheetContent>& sheets,
