@@ -93,6 +93,7 @@ class PointStore {
   size_t size() const { return places_.size() - free_.size(); }
   bool empty() const { return size() == 0; }
   Point& front() { return *begin(); }
+  const Point& front() const { return *begin(); }
   // NOLINTEND(readability-identifier-naming)
 
  private:
