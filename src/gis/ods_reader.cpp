@@ -7,19 +7,22 @@
 
 #include <algorithm>
 #include <charconv>
-#include <chrono>
 #include <cmath>
+#include <map>
 #include <optional>
+#include <utility>
 
 namespace orvane {
 
 namespace {
 
 constexpr const char* Content = "content.xml";
+constexpr const char* Styles = "styles.xml";
 constexpr int SecondsOfDay = 24 * 60 * 60;
 
 /// Reads a number at the start of a text, and removes it with the letter that must follow.
-std::optional<double> TakeNumber(std::string_view& text, char after) {
+/// \return 0 if the text does not begin so
+double TakeNumber(std::string_view& text, char after) {
   constexpr double Most = 1e8;
   double number = 0;
   const auto [stop, error] =
@@ -27,45 +30,112 @@ std::optional<double> TakeNumber(std::string_view& text, char after) {
   const auto size = static_cast<size_t>(stop - text.data());
   if (error != std::errc() || size >= text.size() || text[size] != after || number < 0 ||
       number > Most)
-    return std::nullopt;
+    return 0;
   text.remove_prefix(size + 1);
   return number;
 }
 
-/// \return the text of "PT08H05M00S"; nothing for another form
-std::optional<std::string> TextOfTime(std::string_view value, ClockForm clock) {
-  if (!value.starts_with("PT")) return std::nullopt;
-  value.remove_prefix(2);
-  const auto hours = TakeNumber(value, 'H');
-  const auto minutes = TakeNumber(value, 'M');
-  const auto seconds = TakeNumber(value, 'S');
-  if (!hours || !minutes || !seconds) return std::nullopt;
-  const double all = *hours * 3600 + *minutes * 60 + *seconds;
-  return ClockTextOf(static_cast<std::int64_t>(std::floor(all + 0.5)), clock);
+/// \return the seconds of a duration such as "PT08H05M00S" or "P1DT90M"; nothing for another form
+std::optional<double> SecondsOf(std::string_view value) {
+  if (!value.starts_with('P') || value.size() < 3) return std::nullopt;
+  value.remove_prefix(1);
+  double seconds = TakeNumber(value, 'D') * SecondsOfDay;
+  if (value.empty()) return seconds;
+  if (!value.starts_with('T') || value.size() == 1) return std::nullopt;
+  value.remove_prefix(1);
+  seconds += TakeNumber(value, 'H') * 3600;
+  seconds += TakeNumber(value, 'M') * 60;
+  seconds += TakeNumber(value, 'S');
+  if (!value.empty()) return std::nullopt;
+  return seconds;
 }
 
-/// \return the text of "2003-03-04" or "2003-03-04T08:05:00"; nothing for another form
-std::optional<std::string> TextOfDate(std::string_view value, ClockForm clock) {
-  constexpr size_t DateSize = 10;
-  if (value.size() == DateSize) return std::string(value);
-  const std::string ended = std::string(value) + 'S';
-  std::string_view rest = ended;
-  const auto year = TakeNumber(rest, '-');
-  const auto month = TakeNumber(rest, '-');
-  const auto day = TakeNumber(rest, 'T');
-  const auto hours = TakeNumber(rest, ':');
-  const auto minutes = TakeNumber(rest, ':');
-  const auto seconds = TakeNumber(rest, 'S');
-  if (!year || !month || !day || !hours || !minutes || !seconds) return std::nullopt;
-  const std::chrono::year_month_day date{std::chrono::year{static_cast<int>(*year)},
-                                         std::chrono::month{static_cast<unsigned>(*month)},
-                                         std::chrono::day{static_cast<unsigned>(*day)}};
-  if (!date.ok()) return std::nullopt;
-  const auto days = std::chrono::sys_days{date}.time_since_epoch().count();
-  const CellMoment moment = MomentOfDays(static_cast<double>(days) +
-                                         (*hours * 3600 + *minutes * 60 + *seconds) / SecondsOfDay);
-  return DateText(moment.days) + ' ' + ClockTextOf(moment.seconds, clock);
-}
+/// What the styles of cells show, by their names. The styles of numbers come before those of cells.
+class OdsStyles {
+ public:
+  void Open(std::string_view name, const char** attributes) {
+    const std::string_view style = AttributeOf(attributes, "style:name");
+    if (name == "number:date-style" || name == "number:time-style") {
+      number_ = &numbers_[std::string(style)];
+      *number_ = {};
+      number_->showsElapsed = AttributeOf(attributes, "number:truncate-on-overflow") == "false";
+    } else if (name == "style:style") {
+      OpenCellStyle(std::string(style), attributes);
+    } else if (number_ != nullptr) {
+      CountPart(name);
+    }
+  }
+  void Close(std::string_view name) {
+    if (name == "number:date-style" || name == "number:time-style") number_ = nullptr;
+  }
+
+  /// \return the format of a style of cells; null for one that shows no moment
+  const CellFormat* Of(const std::string& style) const {
+    const auto found = cells_.find(style);
+    return found == cells_.end() ? nullptr : &found->second;
+  }
+
+ private:
+  void OpenCellStyle(const std::string& style, const char** attributes) {
+    const auto number =
+        numbers_.find(std::string(AttributeOf(attributes, "style:data-style-name")));
+    const CellFormat* const parent =
+        Of(std::string(AttributeOf(attributes, "style:parent-style-name")));
+    if (number != numbers_.end()) {
+      cells_[style] = number->second;
+    } else if (parent != nullptr) {
+      cells_[style] = *parent;
+    }
+  }
+
+  void CountPart(std::string_view name) {
+    for (const char* part : {"number:year", "number:month", "number:day", "number:day-of-week",
+                             "number:week-of-year", "number:quarter", "number:era"}) {
+      if (name == part) number_->showsDate = true;
+    }
+    for (const char* part : {"number:hours", "number:minutes", "number:seconds"}) {
+      if (name == part) number_->showsTime = true;
+    }
+  }
+
+  std::map<std::string, CellFormat, std::less<>> numbers_;
+  std::map<std::string, CellFormat, std::less<>> cells_;
+  CellFormat* number_ = nullptr;  ///< of the style that is open
+};
+
+/// Reads the styles that a document shares with its templates.
+class StylesPart : public ZippedXml::Handler {
+ public:
+  explicit StylesPart(OdsStyles& styles) : styles_(styles) {}
+  void Open(std::string_view name, const char** attributes) override {
+    styles_.Open(name, attributes);
+  }
+  void Close(std::string_view name) override { styles_.Close(name); }
+  void Text(std::string_view /*text*/) override {}
+
+ private:
+  OdsStyles& styles_;
+};
+
+/// The styles that the columns of a sheet give to cells without one.
+class ColumnStyles {
+ public:
+  void Add(std::string_view style, std::uint64_t columns) {
+    if (end_ >= MostSheetColumns || columns == 0) return;
+    end_ += columns;
+    styles_.emplace_back(end_, style);
+  }
+  std::string Of(std::uint64_t column) const {
+    const auto found =
+        std::upper_bound(styles_.begin(), styles_.end(), column,
+                         [](std::uint64_t at, const auto& run) { return at < run.first; });
+    return found == styles_.end() ? std::string() : found->second;
+  }
+
+ private:
+  std::uint64_t end_ = 0;
+  std::vector<std::pair<std::uint64_t, std::string>> styles_;  ///< up to which column, exclusive
+};
 
 /// Walks over the tables of a document.
 class OdsWalk : public ZippedXml::Handler {
@@ -73,16 +143,22 @@ class OdsWalk : public ZippedXml::Handler {
   /// Lists the names of all sheets.
   OdsWalk() = default;
   /// Gives the rows of one sheet.
-  OdsWalk(const std::string& sheet, ClockForm clock, SheetRows& rows)
-      : sheet_(&sheet), clock_(clock), rows_(&rows) {}
+  /// \param styles  those of the document are added to them
+  OdsWalk(const std::string& sheet, ClockForm clock, OdsStyles& styles, SheetRows& rows)
+      : sheet_(&sheet), clock_(clock), styles_(&styles), rows_(&rows) {}
 
   const std::vector<std::string>& Names() const { return names_; }
 
   void Open(std::string_view name, const char** attributes) override {
     if (name == "table:table" && tables_++ == 0) OpenSheet(attributes);
     if (name == "office:annotation") ++notes_;
+    if (styles_ != nullptr && tables_ == 0) styles_->Open(name, attributes);
     if (!isRead_ || tables_ > 1 || notes_ > 0) return;
-    if (name == "table:table-row") {
+    if (name == "table:table-column") {
+      columns_.Add(AttributeOf(attributes, "table:default-cell-style-name"),
+                   Repeats(attributes, "table:number-columns-repeated"));
+    } else if (name == "table:table-row") {
+      rowStyle_ = AttributeOf(attributes, "table:default-cell-style-name");
       rowRepeats_ = Repeats(attributes, "table:number-rows-repeated");
       column_ = 0;
     } else if (name == "table:table-cell" || name == "table:covered-table-cell") {
@@ -101,6 +177,7 @@ class OdsWalk : public ZippedXml::Handler {
   void Close(std::string_view name) override {
     if (name == "table:table" && --tables_ == 0) CloseSheet();
     if (name == "office:annotation") --notes_;
+    if (styles_ != nullptr && tables_ == 0) styles_->Close(name);
     if (!isRead_ || tables_ > 1 || notes_ > 0) return;
     if (name == "text:p") --inParagraph_;
     if (name == "table:table-cell" || name == "table:covered-table-cell") CloseCell();
@@ -137,6 +214,7 @@ class OdsWalk : public ZippedXml::Handler {
   void OpenCell(const char** attributes) {
     repeats_ = Repeats(attributes, "table:number-columns-repeated");
     kind_ = AttributeOf(attributes, "office:value-type");
+    style_ = AttributeOf(attributes, "table:style-name");
     for (const char* name : {"office:value", "office:date-value", "office:time-value",
                              "office:boolean-value", "office:string-value"}) {
       value_ = AttributeOf(attributes, name);
@@ -157,21 +235,38 @@ class OdsWalk : public ZippedXml::Handler {
 
   std::string CellText() const {
     if (kind_ == "date") {
-      const auto text = TextOfDate(value_, clock_);
-      if (!text) return value_;
-      // Midnight has no time of day in the file, but on the screen.
-      const bool showsMidnight = text->find(' ') == text->npos && text_.find(':') != text_.npos;
-      return showsMidnight ? *text + " 00:00" : *text;
+      const auto moment = ReadIsoMoment(value_);
+      return moment && moment->days ? TextOfIsoMoment(*moment, Format(), clock_) : value_;
     }
-    if (kind_ == "time") return TextOfTime(value_, clock_).value_or(value_);
+    if (kind_ == "time") return TimeText();
     if (kind_ == "boolean") return value_ == "true" ? "TRUE" : "FALSE";
     if (kind_ == "float" || kind_ == "percentage" || kind_ == "currency") return NumberText(value_);
     return paragraphs_ > 0 ? text_ : value_;
   }
 
+  std::string TimeText() const {
+    const auto seconds = SecondsOf(value_);
+    if (!seconds) return value_;
+    const auto rounded = static_cast<std::int64_t>(std::floor(*seconds + 0.5));
+    const CellFormat format = Format();
+    const bool isOfDay = !format.showsElapsed && (format.showsTime || *seconds < SecondsOfDay);
+    return ClockTextOf(isOfDay ? rounded % SecondsOfDay : rounded, clock_);
+  }
+
+  /// \return the format of the open cell; it shows nothing if no style says what
+  CellFormat Format() const {
+    std::string style = style_.empty() ? rowStyle_ : style_;
+    if (style.empty()) style = columns_.Of(column_);
+    const CellFormat* const format = styles_->Of(style);
+    return format == nullptr ? CellFormat() : *format;
+  }
+
   const std::string* sheet_ = nullptr;
   ClockForm clock_ = ClockForm::Minutes;
+  OdsStyles* styles_ = nullptr;
   SheetRows* rows_ = nullptr;
+  ColumnStyles columns_;
+  std::string rowStyle_;
   std::vector<std::string> names_;
   int tables_ = 0;  ///< open, within each other
   int notes_ = 0;   ///< open
@@ -183,6 +278,7 @@ class OdsWalk : public ZippedXml::Handler {
   std::uint64_t column_ = 0;
   std::uint64_t repeats_ = 1;
   std::string kind_;
+  std::string style_;
   std::string value_;
   std::string text_;
   int paragraphs_ = 0;
@@ -203,8 +299,13 @@ std::string ReadOdsSheet(const SpreadsheetFile& file, const std::string& sheet, 
                          const RowTaker& take) {
   const GdalSession session;
   const ZippedXml parts(file.bytes);
+  OdsStyles styles;
+  StylesPart shared(styles);
+  if (parts.Has(Styles)) {
+    if (std::string fault = parts.Read(Styles, shared); !fault.empty()) return fault;
+  }
   SheetRows rows(take);
-  OdsWalk walk(sheet, clock, rows);
+  OdsWalk walk(sheet, clock, styles, rows);
   return parts.Read(Content, walk);
 }
 

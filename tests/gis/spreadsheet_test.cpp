@@ -162,8 +162,8 @@ TEST_F(Spreadsheets, OfOdsBecomeLinesOfCells) {
               "</text:p><text:p>two</text:p>") +
       OdsCell(R"(office:value-type="date" office:date-value="2003-03-04")",
               "<text:p>04/03/03</text:p>") +
-      OdsCell(R"(office:value-type="date" office:date-value="2003-03-04")",
-              "<text:p>04/03/03 00:00</text:p>") +
+      OdsCell(R"(table:style-name="both" office:value-type="date" office:date-value="2003-03-04")",
+              "<text:p>04/03/03 12:00 AM</text:p>") +
       OdsCell(R"(office:value-type="date" office:date-value="2003-03-04T08:04:59.9999999")") +
       OdsCell(R"(office:value-type="time" office:time-value="PT08H05M29.9S")") +
       OdsCell(R"(office:value-type="time" office:time-value="PT36H00M00S")") +
@@ -182,6 +182,53 @@ TEST_F(Spreadsheets, OfOdsBecomeLinesOfCells) {
             "M\xC3\xBChle,  by it two\t2003-03-04\t2003-03-04 00:00\t2003-03-04 08:05\t08:05\t"
             "36:00\n\t\t\t1.5\t1.5\t\tTRUE\n\t\t\t1.5\t1.5\t\tTRUE\n");
   EXPECT_EQ(Said(), Texts{});
+}
+
+TEST_F(Spreadsheets, OfOdsHaveDatesAndTimesAsTheirStylesShowThem) {
+  const auto date = [](const std::string& value, const std::string& style) {
+    return OdsCell((style.empty() ? "" : "table:style-name=\"" + style + "\" ") +
+                   R"(office:value-type="date" office:date-value=")" + value + "\"");
+  };
+  const auto row = [](const std::string& cells, const std::string& style = "") {
+    return "<table:table-row table:default-cell-style-name=\"" + style + "\">" + cells +
+           "</table:table-row>";
+  };
+  const std::string noon = "2003-09-04T12:00:00";
+  const std::string columns = R"(<table:table-column table:number-columns-repeated="2"/>)"
+                              R"(<table:table-column table:default-cell-style-name="date"/>)"
+                              R"(<table:table-column table:default-cell-style-name="time"/>)";
+  const std::string rows =
+      columns +
+      row(date(noon, "date") + date(noon, "time") + date(noon, "both") + date(noon, "child")) +
+      row(date("2003-09-04", "child") + date(noon, "") + date(noon, "") + date(noon, "") +
+          date(noon, "")) +
+      row(date(noon, "other") + date(noon, "") + date(noon, ""), "both") +
+      row(date("2003-09-04T08:05", "") + date("2003-09-04T08:05:00Z", "") + date("2003-02-29", "") +
+          date("soon", "both"));
+  EXPECT_EQ(TextOfFile("a.ods", OdsOf({{"One", rows}})),
+            "2003-09-04\t12:00\t2003-09-04 12:00\t2003-09-04 12:00\n"
+            "2003-09-04 00:00\t2003-09-04 12:00\t2003-09-04\t12:00\t2003-09-04 12:00\n"
+            "2003-09-04 12:00\t2003-09-04 12:00\t2003-09-04 12:00\n"
+            "2003-09-04 08:05\t2003-09-04 08:05\t2003-02-29\tsoon\n");
+}
+
+TEST_F(Spreadsheets, OfOdsHaveDurationsInAllForms) {
+  const auto rowOf = [](const std::string& style, const Texts& values) {
+    std::string cells;
+    for (const std::string& value : values) {
+      cells += OdsCell("table:style-name=\"" + style + "\" office:value-type=\"time\" " +
+                       "office:time-value=\"" + value + "\"");
+    }
+    return "<table:table-row>" + cells + "</table:table-row>";
+  };
+  const Texts values = {"PT6H10M", "PT90M", "P1DT2H", "P1D", "PT911006H15M00S", "PT23H59M59.9S"};
+  const std::string rows = rowOf("time", values) + rowOf("elapsed", values) + rowOf("", values) +
+                           rowOf("time", {"-PT01H00M", "P", "PT", "P1DT", "PT6", "PT6H10", "T6H"});
+  EXPECT_EQ(TextOfFile("a.ods", OdsOf({{"One", rows}})),
+            "06:10\t01:30\t02:00\t00:00\t14:15\t00:00\n"
+            "06:10\t01:30\t26:00\t24:00\t911006:15\t24:00\n"
+            "06:10\t01:30\t26:00\t24:00\t911006:15\t00:00\n"
+            "-PT01H00M\tP\tPT\tP1DT\tPT6\tPT6H10\tT6H\n");
 }
 
 TEST_F(Spreadsheets, OfXlsBecomeLinesOfCells) {

@@ -173,13 +173,33 @@ std::string OdsOf(const std::vector<SheetContent>& sheets, const std::string& be
     tables += "<table:table table:name=\"" + name + "\">" + rows + "</table:table>";
   }
   const std::string space = "urn:oasis:names:tc:opendocument:xmlns:";
-  return ZipOf({{"mimetype", "application/vnd.oasis.opendocument.spreadsheet"},
-                {"content.xml",
-                 std::string(Xml) + before + "<office:document-content xmlns:office=\"" + space +
-                     "office:1.0\" xmlns:table=\"" + space + "table:1.0\" xmlns:text=\"" + space +
-                     "text:1.0\"><office:body><office:spreadsheet>" + tables +
-                     "</office:spreadsheet></office:body>"
-                     "</office:document-content>"}});
+  const std::string date = "<number:year/><number:month/><number:day/>";
+  const std::string time = "<number:hours/><number:minutes/>";
+  const std::string styles =
+      "<number:date-style style:name=\"N1\">" + date + "</number:date-style>" +
+      "<number:time-style style:name=\"N2\">" + time + "</number:time-style>" +
+      "<number:date-style style:name=\"N3\">" + date + time + "</number:date-style>" +
+      "<number:time-style style:name=\"N4\" number:truncate-on-overflow=\"false\">" + time +
+      "</number:time-style>"
+      "<style:style style:name=\"date\" style:data-style-name=\"N1\"/>"
+      "<style:style style:name=\"time\" style:data-style-name=\"N2\"/>"
+      "<style:style style:name=\"both\" style:data-style-name=\"N3\"/>"
+      "<style:style style:name=\"elapsed\" style:data-style-name=\"N4\"/>";
+  return ZipOf(
+      {{"mimetype", "application/vnd.oasis.opendocument.spreadsheet"},
+       {"styles.xml", std::string(Xml) + "<office:document-styles xmlns:office=\"" + space +
+                          "office:1.0\" xmlns:style=\"" + space + "style:1.0\" xmlns:number=\"" +
+                          space + "datastyle:1.0\">" + styles + "</office:document-styles>"},
+       {"content.xml",
+        std::string(Xml) + before + "<office:document-content xmlns:office=\"" + space +
+            "office:1.0\" xmlns:table=\"" + space + "table:1.0\" xmlns:text=\"" + space +
+            "text:1.0\" xmlns:style=\"" + space + "style:1.0\" xmlns:number=\"" + space +
+            "datastyle:1.0\"><office:automatic-styles><style:style style:name=\"child\" "
+            "style:parent-style-name=\"both\"/></"
+            "office:automatic-styles><office:body><office:spreadsheet>" +
+            tables +
+            "</office:spreadsheet></office:body>"
+            "</office:document-content>"}});
 }
 
 std::string XlsOf(const std::vector<std::pair<std::string, std::vector<XlsCell>>>& sheets) {

@@ -28,7 +28,8 @@ using SheetContent = std::pair<std::string, std::string>;
 std::string XlsxOf(const std::vector<SheetContent>& sheets,
                    const std::vector<std::string>& shared = {}, const std::string& origin = "");
 
-/// \param sheets  the `table:table-row` elements of each
+/// \param sheets  the `table:table-row` elements of each. Styles of cells: "date", "time", "both",
+///                "child", which has "both" as its parent, and "elapsed"
 std::string OdsOf(const std::vector<SheetContent>& sheets, const std::string& before = "");
 
 /// A cell of an `.xls` file: a text, or a number in a style: 0 none, 1 a date, 2 a time, 3 both.
