@@ -17,8 +17,6 @@ constexpr size_t EntryBytes = 46;
 /// Sizes and numbers that are given elsewhere, for files of 4 GiB and more.
 constexpr std::uint64_t Elsewhere = 0xFFFFFFFFU;
 
-constexpr std::uint64_t MostParts = 10000;
-
 /// How an .xls file begins.
 constexpr std::string_view XlsMark = "\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1";
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -37,6 +38,12 @@ constexpr std::uint64_t LargestSpreadsheet = std::uint64_t{1} << 28U;
 /// The rows and columns of a sheet, as spreadsheet programs have them.
 constexpr std::uint64_t MostSheetRows = 1048576;
 constexpr std::uint64_t MostSheetColumns = 16384;
+/// The cells of a sheet, each row up to its last cell.
+constexpr std::uint64_t MostSheetCells = 10'000'000;
+/// The bytes of a cell: programs take 32,767 characters.
+constexpr size_t LongestCell = size_t{1} << 17U;
+/// The parts of a file, and the sheets.
+constexpr std::uint64_t MostParts = 10000;
 
 /// Looks into the directory of a file in the zip format, as `.xlsx` and `.ods` are, without
 /// unpacking anything, and at the first bytes of an `.xls` file, which is not packed.

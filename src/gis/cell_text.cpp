@@ -204,7 +204,7 @@ std::optional<IsoMoment> ReadIsoMoment(std::string_view text) {
 
 std::string TextOfIsoMoment(const IsoMoment& moment, const CellFormat& format, ClockForm clock) {
   const bool showsAll = !format.showsDate && !format.showsTime;
-  const std::string time = ClockTextOf(moment.seconds.value_or(0), clock);
+  std::string time = ClockTextOf(moment.seconds.value_or(0), clock);
   if (!moment.days || (format.showsTime && !format.showsDate)) return time;
   const bool hasTime = format.showsTime || (showsAll && moment.seconds);
   return DateText(*moment.days) + (hasTime ? ' ' + time : std::string());

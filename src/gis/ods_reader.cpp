@@ -161,16 +161,17 @@ class OdsWalk : public ZippedXml::Handler {
       rowStyle_ = AttributeOf(attributes, "table:default-cell-style-name");
       rowRepeats_ = Repeats(attributes, "table:number-rows-repeated");
       column_ = 0;
+      rows_->StartRow(row_);
     } else if (name == "table:table-cell" || name == "table:covered-table-cell") {
       OpenCell(attributes);
     } else if (name == "text:p") {
-      if (paragraphs_++ > 0) text_ += ' ';
+      if (paragraphs_++ > 0) AppendToCell(text_, " ");
       ++inParagraph_;
     } else if (name == "text:s") {
-      text_.append(static_cast<size_t>(std::min(Repeats(attributes, "text:c"), MostSheetColumns)),
-                   ' ');
+      const std::uint64_t blanks = std::min(Repeats(attributes, "text:c"), MostSheetColumns);
+      AppendToCell(text_, std::string(static_cast<size_t>(blanks), ' '));
     } else if (name == "text:tab" || name == "text:line-break") {
-      text_ += ' ';
+      AppendToCell(text_, " ");
     }
   }
 
@@ -182,15 +183,20 @@ class OdsWalk : public ZippedXml::Handler {
     if (name == "text:p") --inParagraph_;
     if (name == "table:table-cell" || name == "table:covered-table-cell") CloseCell();
     if (name == "table:table-row") {
-      rows_->EndRow(row_, rowRepeats_);
+      rows_->EndRow(rowRepeats_);
       row_ += rowRepeats_;
     }
   }
 
   void Text(std::string_view text) override {
-    if (isRead_ && tables_ == 1 && notes_ == 0 && inParagraph_ > 0) text_ += text;
+    if (isRead_ && tables_ == 1 && notes_ == 0 && inParagraph_ > 0) {
+      AppendToCell(text_, text);
+    }
   }
-  std::string Fault() const override { return rows_ == nullptr ? std::string() : rows_->Fault(); }
+  std::string Fault() const override {
+    if (names_.size() > MostParts) return "it has too many sheets";
+    return rows_ == nullptr ? std::string() : rows_->Fault();
+  }
   bool IsDone() const override { return isDone_ || (rows_ != nullptr && rows_->IsDone()); }
 
  private:

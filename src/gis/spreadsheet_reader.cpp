@@ -42,11 +42,12 @@ std::string ReadXlsSheet(const SpreadsheetFile& file, const std::string& sheet, 
   std::uint64_t number = 0;
   layer->ResetReading();
   while (const Feature feature{layer->GetNextFeature()}) {
+    rows.StartRow(++number);
     for (int i = 0; i < feature->GetFieldCount(); ++i) {
       if (!feature->IsFieldSetAndNotNull(i)) continue;
       rows.SetCell(static_cast<std::uint64_t>(i), XlsCellText(feature->GetFieldAsString(i), clock));
     }
-    rows.EndRow(++number);
+    rows.EndRow();
     if (rows.IsDone() || !rows.Fault().empty()) return rows.Fault();
   }
   return session.Failure();

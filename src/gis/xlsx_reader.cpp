@@ -56,6 +56,9 @@ class Relations : public ZippedXml::Handler {
   }
   void Close(std::string_view /*name*/) override {}
   void Text(std::string_view /*text*/) override {}
+  std::string Fault() const override {
+    return list_.size() > MostParts ? "it has too many parts" : "";
+  }
 
   /// \return the first part of a kind; empty if there is none
   std::string OfKind(std::string_view kind) const {
@@ -103,6 +106,9 @@ class Workbook : public ZippedXml::Handler {
   }
   void Close(std::string_view /*name*/) override {}
   void Text(std::string_view /*text*/) override {}
+  std::string Fault() const override {
+    return sheets.size() > MostParts ? "it has too many sheets" : "";
+  }
 };
 
 /// What the styles of cells show.
@@ -137,6 +143,11 @@ class Styles : public ZippedXml::Handler {
   bool isInCells_ = false;
 };
 
+/// \return a text without escapes; one that is too long for a cell stays too long
+std::string PlainText(std::string text) {
+  return text.size() > LongestCell ? std::move(text) : WithoutEscapes(text);
+}
+
 /// Collects the text of an item, of all its runs, without what shows how it is spoken.
 class ItemText {
  public:
@@ -149,9 +160,9 @@ class ItemText {
     takes_ = false;
   }
   void Text(std::string_view text) {
-    if (takes_) text_ += text;
+    if (takes_) AppendToCell(text_, text);
   }
-  std::string Take() { return WithoutEscapes(std::exchange(text_, {})); }
+  std::string Take() { return PlainText(std::exchange(text_, {})); }
 
  private:
   std::string text_;
@@ -170,6 +181,9 @@ class SharedTexts : public ZippedXml::Handler {
     if (local == "si") texts_.push_back(item_.Take());
   }
   void Text(std::string_view text) override { item_.Text(text); }
+  std::string Fault() const override {
+    return texts_.size() > MostSheetCells ? "it has too many texts" : "";
+  }
 
   /// \return null for a number that is not that of a text
   const std::string* Of(std::string_view number) const {
@@ -230,6 +244,7 @@ class SheetCells : public ZippedXml::Handler {
     if (local == "row") {
       row_ = Whole(AttributeOf(attributes, "r")).value_or(row_ + 1);
       column_ = 0;
+      rows_.StartRow(row_);
     } else if (local == "c") {
       OpenCell(attributes);
     }
@@ -242,12 +257,12 @@ class SheetCells : public ZippedXml::Handler {
       rows_.SetCell(column_++, CellText());
       value_.clear();
     } else if (local == "row") {
-      rows_.EndRow(row_);
+      rows_.EndRow();
     }
   }
   void Text(std::string_view text) override {
     item_.Text(text);
-    if (takesValue_) value_ += text;
+    if (takesValue_) AppendToCell(value_, text);
   }
   std::string Fault() const override { return fault_.empty() ? rows_.Fault() : fault_; }
   bool IsDone() const override { return rows_.IsDone(); }
@@ -276,7 +291,7 @@ class SheetCells : public ZippedXml::Handler {
     if (kind_ == "s") return SharedText();
     if (kind_ == "inlineStr") return inLine;
     if (kind_ == "b") return value_ == "0" ? "FALSE" : "TRUE";
-    if (kind_ == "str") return WithoutEscapes(value_);
+    if (kind_ == "str") return PlainText(value_);
     if (kind_ == "d") {
       const auto moment = ReadIsoMoment(value_);
       return moment ? TextOfIsoMoment(*moment, format_, shared_.clock) : value_;

@@ -23,25 +23,36 @@ struct CloseFile {
   void operator()(VSILFILE* file) const { VSIFCloseL(file); }
 };
 
+/// What no spreadsheet comes near.
+constexpr std::uint64_t MostElements = std::uint64_t{1} << 25U;
+constexpr int DeepestElement = 256;
+
 /// One run of the parser over a part.
 struct Run {
   XML_Parser parser;
   ZippedXml::Handler* handler;
   bool hasEntities = false;
+  std::uint64_t elements = 0;
+  int depth = 0;
 
+  bool IsTooLarge() const { return elements > MostElements || depth > DeepestElement; }
   void StopIfWanted() const {
-    if (handler->IsDone() || !handler->Fault().empty()) XML_StopParser(parser, XML_FALSE);
+    if (IsTooLarge() || handler->IsDone() || !handler->Fault().empty())
+      XML_StopParser(parser, XML_FALSE);
   }
 };
 
 void XMLCALL OnOpen(void* data, const XML_Char* name, const XML_Char** attributes) {
   auto& run = *static_cast<Run*>(data);
+  ++run.elements;
+  ++run.depth;
   run.handler->Open(name, attributes);
   run.StopIfWanted();
 }
 
 void XMLCALL OnClose(void* data, const XML_Char* name) {
   auto& run = *static_cast<Run*>(data);
+  --run.depth;
   run.handler->Close(name);
   run.StopIfWanted();
 }
@@ -65,6 +76,7 @@ std::string FaultOf(const Run& run, const std::string& part) {
   if (run.hasEntities) return "it declares entities";
   if (std::string fault = run.handler->Fault(); !fault.empty()) return fault;
   if (run.handler->IsDone()) return {};
+  if (run.IsTooLarge()) return part + " has too many elements, or too many within each other";
   return part + ", line " + std::to_string(XML_GetCurrentLineNumber(run.parser)) + ": " +
          XML_ErrorString(XML_GetErrorCode(run.parser));
 }

@@ -327,6 +327,65 @@ TEST_F(Spreadsheets, WithEndlessRowsAndColumnsAreRefused) {
   ExpectRefused("a.ods", OdsOf({{"One", wide}}), "it is larger than 256 MiB unpacked");
 }
 
+TEST_F(Spreadsheets, WithEndlessCellsAreRefused) {
+  const std::string longest(LongestCell, 'x');
+  const std::string longer = longest + "x";
+  const auto tooLong = [](const std::string& place) {
+    return "the cell in " + place + " has more than 128 KiB of text";
+  };
+  const auto odsRow = [](const std::string& text) {
+    return "<table:table-row>" + OdsCell("table:number-columns-repeated=\"27\"") +
+           OdsCell("office:value-type=\"string\"", "<text:p>" + text + "</text:p>") +
+           "</table:table-row>";
+  };
+  const auto xlsx = [](const std::string& cell, const std::string& shared) {
+    return XlsxOf({{"One", Row(2, cell)}}, {"<t>" + shared + "</t>"});
+  };
+  const auto inLine = [](const std::string& text) {
+    return R"(<c r="Z2" t="inlineStr"><is><t>)" + text + "</t></is></c>";
+  };
+  ExpectRefused("a.xlsx", xlsx(Cell("AA2", longer, 0, "str"), ""), tooLong("row 2, column AA"));
+  ExpectRefused("a.xlsx", xlsx(inLine(longer), ""), tooLong("row 2, column Z"));
+  ExpectRefused("a.xlsx", xlsx(Cell("XFD2", "0", 0, "s"), longer), tooLong("row 2, column XFD"));
+  ExpectRefused("a.ods", OdsOf({{"One", odsRow("") + odsRow(longer)}}),
+                tooLong("row 2, column AB"));
+  messages.Clear();
+  EXPECT_EQ(
+      TextOfFile("a.xlsx", xlsx(Cell("A2", "0", 0, "s") + Cell("B2", longest, 0, "str"), longest)),
+      "\n" + longest + "\t" + longest + "\n");
+  EXPECT_EQ(TextOfFile("a.ods", OdsOf({{"One", odsRow(longest)}})),
+            std::string(27, '\t') + longest + "\n");
+  EXPECT_EQ(Said(), Texts{});
+
+  std::string rows;
+  for (int row = 1; row <= 611; ++row) {
+    rows += Row(row, Cell("XFD" + std::to_string(row), "1"));
+  }
+  const std::string tooMany = "it has more than 10000000 cells, counted up to ";
+  ExpectRefused("a.xlsx", XlsxOf({{"One", rows}}), tooMany + "row 611, column XFD");
+  ExpectRefused("a.ods",
+                OdsOf({{"One", "<table:table-row table:number-rows-repeated=\"1000000\">" +
+                                   OdsCell("office:value-type=\"float\" office:value=\"1\" "
+                                           "table:number-columns-repeated=\"11\"") +
+                                   "</table:table-row>"}}),
+                tooMany + "row 1, column K");
+}
+
+TEST_F(Spreadsheets, WithEndlessElementsAreRefused) {
+  const auto nested = [](size_t depth) {
+    std::string text;
+    for (size_t i = 0; i < depth; ++i) text += "<text:a>";
+    for (size_t i = 0; i < depth; ++i) text += "</text:a>";
+    return OdsOf({{"One", text}});
+  };
+  messages.Clear();
+  EXPECT_EQ(TextOfFile("a.ods", nested(250)), "");
+  ExpectRefused("a.ods", nested(260),
+                "content.xml has too many elements, or too many within each other");
+  const std::vector<SheetContent> sheets(10001, {"One", ""});
+  ExpectRefused("a.ods", OdsOf(sheets), "it has too many sheets");
+}
+
 TEST_F(Spreadsheets, ThatAreDamagedAreRefused) {
   const std::string damaged = "it is damaged, locked with a password, or not what its name says";
   ExpectRefused("a.xlsx", "no spreadsheet", damaged);
