@@ -277,7 +277,9 @@ void EditHistory::Trim(EditNews::Kind kind) {
   try {
     while (Bytes() > mostBytes_) {
       const size_t steps = done_.size() + undone_.size();
-      if (droppedBytes_ > 0 && (steps < 2 || droppedBytes_ >= mostBytes_ / Share)) {
+      const bool isEnough =
+          droppedBytes_ >= mostBytes_ / Share || Bytes() - droppedBytes_ <= mostBytes_;
+      if (droppedBytes_ > 0 && (steps < 2 || isEnough)) {
         FreeDropped();
       } else if (kind == EditNews::Kind::Undone && LastRedoIsDropped()) {
         const std::uint64_t last = undone_.front().number;
@@ -382,6 +384,8 @@ void EditHistory::Exchange(StepList& from, StepList& to, size_t index, EditNews:
   AnnounceEdit(exchanged.contents != nullptr);
   if (exchanged.contents) {
     exchanged.contents->Swap();
+    workspace_.reading = {};  // its pointers lead to what the maps held before
+    Weigh(exchanged);
   } else {
     exchanged.delta.Swap();
     try {

@@ -109,7 +109,8 @@ Messages& TrailEditor::TheMessages() const { return map_.workspace->messages; }
 void TrailEditor::MakeAgain() {
   // A deleted trail has no points. Those of a map that was read again are gone.
   const bool isLost = lost_ && trail_ == &*lost_;
-  if (opened_ && !isLost) deletedPoints_ = opened_->points;
+  if (opened_ && !isLost && !hasFormerPoints_) deletedPoints_ = opened_->points;
+  hasFormerPoints_ = false;
   deleted_ = trail_;
   trail_ = nullptr;
   opened_.reset();
@@ -228,6 +229,7 @@ void TrailEditor::FollowReread() {
   const bool isAsOpened = !WasChangedElsewhere() && HaveSamePoints(*trail_, *now);
   trail_ = now;
   if (isAsOpened) opened_ = FingerprintOf(*trail_);
+  hasFormerPoints_ = !isAsOpened;
 }
 
 bool TrailEditor::WasChangedElsewhere() const {

@@ -125,6 +125,8 @@ class TrailEditor final : public CellModel {
   bool hasGps_ = false;      ///< a fix exists: the relative columns would hide it
   bool hasCompass_ = false;  ///< a compass reading exists, likewise for the GPS columns
   std::optional<TrailFingerprint> opened_;
+  /// The points of `opened_` were in the map before it was read again, and may be gone.
+  bool hasFormerPoints_ = false;
   /// Keeps the trail and the points that it had, also if both are deleted.
   std::shared_ptr<const RecordHolders::Keep> kept_;
 };

@@ -87,6 +87,20 @@ TEST_F(ReloadTest, WindowsOnAMapThatBecomesTheBasisFollow) {
   other.grab();
 }
 
+// The step holds the large map after Undo, and the small one after Redo.
+TEST_F(ReloadTest, TheMemoryOfAReloadIsThatOfWhatItHolds) {
+  MapWindowWidget& window = OpenActive(WriteMap("site.map"));
+  std::string large = "T\tRidge\tTrail\n";
+  for (int i = 0; i < 2000; ++i) large += "G\tP" + std::to_string(i) + "\tN1\tE10\n";
+  folder_.Write("site.map", large);
+  Press(window, CommandReload);
+  const size_t small = shell_.History().Bytes();
+  ASSERT_TRUE(shell_.History().Undo(window.TheMap()));
+  EXPECT_GT(shell_.History().Bytes(), small + 2000 * sizeof(Point));
+  ASSERT_TRUE(shell_.History().Redo(window.TheMap()));
+  EXPECT_EQ(shell_.History().Bytes(), small);
+}
+
 TEST_F(ReloadTest, AReloadThatFailsKeepsTheSteps) {
   MapWindowWidget& window = OpenActive(WriteMap("site.map"));
   AddComment(shell_, window.TheMap());
