@@ -21,7 +21,7 @@
 namespace orvane {
 namespace {
 
-constexpr char Season[] =
+constexpr char SmallSeason[] =
     "T\t\tPapio\tAna\t2020-3-1\nG\t8:00\tS20 0\tE47 0\nG\t8:30\tS20 0.2\tE47 0\n"
     "G\t9:00\tS20 0\tE47 0.2\n"
     "T\t\tPapio\t\t2020-3-2\nG\t8:00\tS20 0.1\tE47 0\nG\t8:30\tS20 0.3\tE47 0.1\n"
@@ -30,7 +30,7 @@ constexpr char Season[] =
 
 class RangeEstimatesWindowTest : public ShellCase {
  protected:
-  RangeEstimatesWindowTest() : window_(OpenActive(folder_.Write("site.map", Season))) {
+  RangeEstimatesWindowTest() : window_(OpenActive(folder_.Write("site.map", SmallSeason))) {
     SelectRanges();
     Press(window_, CommandRangeEstimates);
     for (ProgramWindow* each : window_.Dependents()) {
