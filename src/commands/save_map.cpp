@@ -59,16 +59,7 @@ bool WriteUnder(Map& map, const std::string& path, bool full, const SaveContext&
 /// \return false if the user cancelled, or the dialog failed
 bool AskName(const std::string& title, FileSpecification& file, Messages& messages,
              const SaveContext& context) {
-  switch (context.dialogs.AskSave(title, file)) {
-    case FileAnswer::Failed:
-      NoteFileDialogFailure(messages);
-      return false;
-    case FileAnswer::Canceled:
-      return false;
-    case FileAnswer::Chosen:
-      break;
-  }
-  return true;
+  return WasChosen(context.dialogs.AskSave(title, file), messages);
 }
 
 /// \return the new file name of the map; empty if the user cancelled
@@ -190,6 +181,9 @@ std::string AskShapefileFolder(const Map& map, const SaveContext& context) {
   }
 }
 
-void NoteFileDialogFailure(Messages& messages) { NoteFatal(messages, "Error getting file name."); }
+bool WasChosen(FileAnswer answer, Messages& messages) {
+  if (answer == FileAnswer::Failed) NoteFatal(messages, "Error getting file name.");
+  return answer == FileAnswer::Chosen;
+}
 
 }  // namespace orvane

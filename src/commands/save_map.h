@@ -51,7 +51,8 @@ bool SaveMapAs(Map& map, bool full, const SaveContext& context);
 /// \return the folder; empty if the user cancelled
 std::string AskShapefileFolder(const Map& map, const SaveContext& context);
 
-/// Reports that a file dialog failed, which ends the program.
-void NoteFileDialogFailure(Messages& messages);
+/// Reports a file dialog that failed, which ends the program.
+/// \return true if the user chose a file
+bool WasChosen(FileAnswer answer, Messages& messages);
 
 }  // namespace orvane

@@ -15,15 +15,7 @@ void WriteReport(const std::string& path, const std::string& text, Messages& mes
 void SaveReport(const ReportFile& report, FileDialogs& dialogs, FileSpecification& file,
                 Messages& messages) {
   file.name = report.name;
-  switch (dialogs.AskSave(report.title, file)) {
-    case FileAnswer::Failed:
-      NoteFileDialogFailure(messages);
-      return;
-    case FileAnswer::Canceled:
-      return;
-    case FileAnswer::Chosen:
-      break;
-  }
+  if (!WasChosen(dialogs.AskSave(report.title, file), messages)) return;
   WriteReport(PathOf(file), report.text, messages);
 }
 

@@ -12,7 +12,7 @@ namespace orvane {
 /// Finds the records of the open maps to which nothing leads any more, and frees them.
 ///
 /// At first these are all records that no map holds in its lists, and to which no listed record
-/// leads. Whoever points to records from elsewhere keeps them; then the rest can go.
+/// leads. What points to records from elsewhere keeps them; then the rest can go.
 class UnusedRecords {
  public:
   /// Overwrites `PointVisited`.

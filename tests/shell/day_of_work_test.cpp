@@ -172,7 +172,7 @@ void DayOfWork::ClickATrail() {
 
 void DayOfWork::ImportFollows() {
   dialogs_->paths = {folder_.Write("follows.txt", Follows)};
-  const bool shown = WithSheetDialog(
+  const bool shown = WithDialog<SheetDialog>(
       [this] { Press(window_, CommandImportSpreadsheet); },
       [](SheetDialog& dialog) {
         constexpr std::array<std::pair<SheetField, const char*>, 6> Columns{{{SheetSpecies, "A"},

@@ -1,6 +1,7 @@
 // The command Export and its dialog, from the keys to the files.
 
 #include "formats/format_module.h"
+#include "shell/dialog_driver.h"
 #include "shell/output/export_dialog.h"
 #include "shell/progress/progress_box.h"
 #include "shell/shell_case.h"
@@ -14,7 +15,6 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QTimer>
 
 #include <algorithm>
 #include <chrono>
@@ -45,22 +45,7 @@ class ExportWindowTest : public ShellCase {
   /// \param name  of the file that is chosen; empty if none is
   void Export(const std::string& name, const std::function<void(ExportDialog&)>& look) {
     if (!name.empty()) dialogs_->paths = {folder_.Path(name)};
-    bool shown = false;
-    QTimer looks;
-    QObject::connect(&looks, &QTimer::timeout, [&] {
-      auto* dialog = qobject_cast<ExportDialog*>(QApplication::activeModalWidget());
-      if (dialog == nullptr || shown) return;
-      shown = true;
-      EXPECT_TRUE(QTest::qWaitFor([dialog] {
-        dialog->activateWindow();
-        return QApplication::activeWindow() == dialog;
-      }));
-      look(*dialog);
-      if (dialog->isVisible()) dialog->reject();
-    });
-    looks.start(1);
-    Press(*window_, CommandExport);
-    EXPECT_TRUE(shown);
+    EXPECT_TRUE(WithDialog<ExportDialog>([this] { Press(*window_, CommandExport); }, look));
   }
   static void PressReturn(ExportDialog& dialog) {
     QTest::keyClick(dialog.focusWidget(), Qt::Key_Return);

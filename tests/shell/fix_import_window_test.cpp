@@ -2,6 +2,7 @@
 
 #include "shell/entry/fix_import_window.h"
 
+#include "shell/dialog_driver.h"
 #include "shell/entry/preview_table.h"
 #include "shell/shell_case.h"
 #include "support/spreadsheet_files.h"
@@ -13,7 +14,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QTimer>
 
 #include <functional>
 
@@ -33,22 +33,8 @@ class FixImportTest : public ShellCase {
   /// \return true if the window came up
   bool Import(const std::string& path, const std::function<void(FixImportWindow&)>& look) {
     dialogs_->paths = {path};
-    bool shown = false;
-    QTimer looks;
-    QObject::connect(&looks, &QTimer::timeout, [&] {
-      auto* dialog = qobject_cast<FixImportWindow*>(QApplication::activeModalWidget());
-      if (dialog == nullptr || shown) return;
-      shown = true;
-      EXPECT_TRUE(QTest::qWaitFor([dialog] {
-        dialog->activateWindow();
-        return QApplication::activeWindow() == dialog;
-      }));
-      look(*dialog);
-      if (dialog->isVisible()) dialog->reject();
-    });
-    looks.start(1);
-    ActionOf(window_, CommandImportFixes).trigger();
-    return shown;
+    return WithDialog<FixImportWindow>([this] { ActionOf(window_, CommandImportFixes).trigger(); },
+                                       look);
   }
   bool ImportText(const char* table, const std::function<void(FixImportWindow&)>& look) {
     return Import(folder_.Write("collar.csv", table), look);

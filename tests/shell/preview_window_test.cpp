@@ -13,7 +13,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QTimer>
 
 #include <functional>
 #include <string>
@@ -39,22 +38,8 @@ class PreviewWindowTest : public ShellCase {
   /// Presses a button that opens a preview, while `look` works with it. A preview that `look` leaves
   /// open is cancelled.
   static void Open(QWidget& over, const std::function<void(PreviewWindow&)>& look) {
-    bool shown = false;
-    QTimer looks;
-    QObject::connect(&looks, &QTimer::timeout, [&] {
-      auto* preview = qobject_cast<PreviewWindow*>(QApplication::activeModalWidget());
-      if (preview == nullptr || shown) return;
-      shown = true;
-      EXPECT_TRUE(QTest::qWaitFor([preview] {
-        preview->activateWindow();
-        return QApplication::activeWindow() == preview;
-      }));
-      look(*preview);
-      if (preview->isVisible()) preview->reject();
-    });
-    looks.start(1);
-    QTest::mouseClick(&Button(over, "Preview..."), Qt::LeftButton);
-    EXPECT_TRUE(shown);
+    EXPECT_TRUE(WithDialog<PreviewWindow>(
+        [&over] { QTest::mouseClick(&Button(over, "Preview..."), Qt::LeftButton); }, look));
   }
   static QPushButton& Button(QWidget& window, const char* name) {
     const auto buttons = window.findChildren<QPushButton*>();
@@ -87,7 +72,7 @@ class PreviewWindowTest : public ShellCase {
 TEST_F(PreviewWindowTest, OfASheetFillsInTheFieldsByItsCaptions) {
   const std::string before = Saved();
   dialogs_->paths = {folder_.Write("follows.txt", Sheet)};
-  ASSERT_TRUE(WithSheetDialog(
+  ASSERT_TRUE(WithDialog<SheetDialog>(
       [&] { Press(window_, CommandImportSpreadsheet); },
       [&](SheetDialog& dialog) {
         Open(dialog, [&](PreviewWindow& preview) {
@@ -118,7 +103,7 @@ TEST_F(PreviewWindowTest, OfASheetFillsInTheFieldsByItsCaptions) {
 
 TEST_F(PreviewWindowTest, OfASheetFollowsTheMenusInTheHeading) {
   dialogs_->paths = {folder_.Write("follows.txt", Sheet)};
-  ASSERT_TRUE(WithSheetDialog(
+  ASSERT_TRUE(WithDialog<SheetDialog>(
       [&] { Press(window_, CommandImportSpreadsheet); },
       [&](SheetDialog& dialog) {
         TypeInField(dialog, SheetSpeciesAlways, "Tamu");

@@ -45,7 +45,7 @@ class SheetImportInWindow : public ShellCase {
   bool Import(MapWindowWidget& window, const std::string& path,
               const std::function<void(SheetDialog&)>& look) {
     dialogs_->paths = {path};
-    return WithSheetDialog([&] { Press(window, CommandImportSpreadsheet); }, look);
+    return WithDialog<SheetDialog>([&] { Press(window, CommandImportSpreadsheet); }, look);
   }
   bool Import(const char* sheet, const std::function<void(SheetDialog&)>& look) {
     return Import(window_, folder_.Write("follows.txt", sheet), look);

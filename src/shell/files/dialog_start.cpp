@@ -16,15 +16,8 @@ std::optional<std::string> AskOpenFile(Shell& shell, const std::string& title,
                                        ProgramWindow& window, FileSpecification& file,
                                        std::string_view type) {
   PrepareSpecification(file, shell.Maps().Files().maps, StartOfDialogs(shell, window), type);
-  switch (shell.Dialogs().AskOpen(title, file)) {
-    case FileAnswer::Failed:
-      NoteFileDialogFailure(shell.TheWorkspace().messages);
-      return std::nullopt;
-    case FileAnswer::Canceled:
-      return std::nullopt;
-    case FileAnswer::Chosen:
-      break;
-  }
+  if (!WasChosen(shell.Dialogs().AskOpen(title, file), shell.TheWorkspace().messages))
+    return std::nullopt;
   return PathOf(file);
 }
 

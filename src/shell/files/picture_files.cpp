@@ -44,15 +44,8 @@ std::optional<std::string> AskPictureFile(Shell& shell, ProgramWindow& window,
                                           FileSpecification& file) {
   PrepareSpecification(file, shell.Maps().Files().maps, StartOfDialogs(shell, window), "png");
   file.name = std::string(name) + "." + file.type;
-  switch (shell.Dialogs().AskSave(title, file)) {
-    case FileAnswer::Failed:
-      NoteFileDialogFailure(shell.TheWorkspace().messages);
-      return std::nullopt;
-    case FileAnswer::Canceled:
-      return std::nullopt;
-    case FileAnswer::Chosen:
-      break;
-  }
+  if (!WasChosen(shell.Dialogs().AskSave(title, file), shell.TheWorkspace().messages))
+    return std::nullopt;
   const bool isTable = file.withTable && IsTableFile(file.name);
   if (isTable || PictureFormatOf(file.name)) file.type = EndingOf(file.name);
   return PathOf(file);

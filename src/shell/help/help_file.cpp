@@ -43,15 +43,8 @@ std::optional<std::string> FindHelpFile(Shell& shell, const std::string& program
     PrepareSpecification(file, shell.Maps().Files().maps, {"", shell.TheSettings().dialogDirectory},
                          "qch");
     if (file.name.empty()) file.name = HelpFileName;
-    switch (shell.Dialogs().AskOpen("Please Find and Open help file...", file)) {
-      case FileAnswer::Failed:
-        NoteFileDialogFailure(messages);
-        return std::nullopt;
-      case FileAnswer::Canceled:
-        return std::nullopt;
-      case FileAnswer::Chosen:
-        break;
-    }
+    if (!WasChosen(shell.Dialogs().AskOpen("Please Find and Open help file...", file), messages))
+      return std::nullopt;
     switch (LookAtHelpFile(PathOf(file))) {
       case HelpFileState::Good:
         return PathOf(file);

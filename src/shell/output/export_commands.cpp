@@ -31,15 +31,8 @@ std::optional<std::string> AskExportFile(Shell& shell, MapWindowWidget& window,
   file.type = ending;
   const std::string_view name = BaseName(window.TheMap().fileName);
   file.name = std::string(name.substr(0, name.rfind('.'))) + "." + ending;
-  switch (shell.Dialogs().AskSave("Export...", file)) {
-    case FileAnswer::Failed:
-      NoteFileDialogFailure(shell.TheWorkspace().messages);
-      return std::nullopt;
-    case FileAnswer::Canceled:
-      return std::nullopt;
-    case FileAnswer::Chosen:
-      break;
-  }
+  if (!WasChosen(shell.Dialogs().AskSave("Export...", file), shell.TheWorkspace().messages))
+    return std::nullopt;
   return PathOf(file);
 }
 
