@@ -731,7 +731,7 @@ size_t MapDelta::OneMap::Bytes() const {
   if (settings) {
     bytes += sizeof *settings;
     for (const auto* lines : {&settings->comments, &settings->credits}) {
-      for (const std::string& line : *lines) bytes += sizeof line + line.size();
+      for (const std::string& line : *lines) bytes += sizeof(std::string) + line.size();
     }
   }
   bytes += (loose.other.size() + nameless.other.size()) * sizeof(void*);

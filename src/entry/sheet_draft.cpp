@@ -76,9 +76,8 @@ size_t KnownFields(const std::vector<std::string>& captions) {
 
 }  // namespace
 
-SheetDraft::SheetDraft(Map& map, const FollowSheet& sheet, std::string fileName,
-                       const SheetFields& fields)
-    : map_(map), sheet_(sheet), fileName_(std::move(fileName)), fields_(fields) {
+SheetDraft::SheetDraft(Map& map, const FollowSheet& sheet, std::string fileName, SheetFields fields)
+    : map_(map), sheet_(sheet), fileName_(std::move(fileName)), fields_(std::move(fields)) {
   Guess();
 }
 

@@ -17,7 +17,7 @@ class SheetDraft {
   /// Fills in blank fields of columns by the captions of the sheet. If the lines to skip are blank and
   /// one of the first lines has captions, they end with it.
   /// \param map, sheet  must outlive this
-  SheetDraft(Map& map, const FollowSheet& sheet, std::string fileName, const SheetFields& fields);
+  SheetDraft(Map& map, const FollowSheet& sheet, std::string fileName, SheetFields fields);
 
   const SheetFields& Fields() const { return fields_; }
 

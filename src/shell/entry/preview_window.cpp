@@ -22,13 +22,7 @@ constexpr int PreviewHeight = 520;
 
 PreviewWindow::PreviewWindow(Shell& shell, const Map& map, const std::string& path, Buttons buttons,
                              QWidget* parent)
-    : QDialog(parent),
-      shell_(shell),
-      map_(map),
-      path_(path),
-      table_(new PreviewTable(this)),
-      warning_(nullptr),
-      counts_(nullptr) {
+    : QDialog(parent), shell_(shell), map_(map), path_(path), table_(new PreviewTable(this)) {
   setObjectName(QStringLiteral("previewWindow"));
   setWindowTitle(QStringLiteral("Preview: %1").arg(DisplayText(BaseName(path))));
   auto* layout = new QVBoxLayout(this);

@@ -54,8 +54,8 @@ class PreviewWindow final : public QDialog {
   std::string path_;
   std::string leftOut_;
   PreviewTable* table_;
-  QLabel* warning_;
-  QLabel* counts_;
+  QLabel* warning_ = nullptr;
+  QLabel* counts_ = nullptr;
   QPushButton* save_ = nullptr;
 };
 
