@@ -220,6 +220,7 @@ PreviewPage PageOfPreview(Preview all) {
     if (row.state != "used") leftOut.rows.push_back(row);
   }
   std::vector<std::string> parts;
+  parts.reserve(states.size());
   for (const auto& [state, count] : states) {
     parts.push_back(std::to_string(count) + " " + std::string(state));
   }

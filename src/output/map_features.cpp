@@ -125,7 +125,7 @@ std::string JoinedTitle(const std::vector<std::optional<std::string>>& parts) {
 
 /// The name of a trail, or else its type, animal and date.
 std::string TrailTitle(const Trail& trail) {
-  const std::string name = JoinedTitle({trail.name});
+  std::string name = JoinedTitle({trail.name});
   if (!name.empty()) return name;
   return JoinedTitle({trail.type, trail.focalAnimal, IsoDate(trail.date)});
 }
