@@ -29,7 +29,7 @@ namespace orvane {
 bool WriteGeoJson(Map& map, const TextSink& sink);
 
 /// Writes the same to a file, which replaces an old one only when it is complete. Failures give an
-/// error and leave the old file as it was; without the cells the file is written. A cancelled export
+/// error and keep the old file; without the cells the file is written. A cancelled export
 /// changes no file.
 bool ExportGeoJson(Map& map, const std::string& path);
 

@@ -180,7 +180,7 @@ ExportFormat ExportDialog::Format() const {
 ExportFields ExportDialog::Fields() const {
   ExportFields fields = remembered_;
   fields.format = Format();
-  // A layer that this map lacks stays as it was for the next map.
+  // A layer that this map lacks keeps its tick for the next map.
   for (size_t i = 0; i < LayerCount; ++i) {
     if (offered_[i]) fields.layers[i] = layers_[i]->isChecked();
   }
