@@ -1,5 +1,6 @@
 #include "paint/print_job.h"
 
+#include "pages/watched_canvas.h"
 #include "paint/canvas_fonts.h"
 #include "paint/display_text.h"
 #include "paint/drawing_session.h"
@@ -31,12 +32,19 @@ CanvasFonts FontsOf(const PrintedPages& pages, int resolution) {
                      TextOutput::Text);
 }
 
-void DrawOnePage(PrintedPages& pages, int page, QPainter& painter, const CanvasFonts& fonts,
-                 const PageDevice& device) {
-  const double hairline = std::max(1.0, device.horizontalResolution / HairlinesPerInch);
-  QtCanvas canvas(painter, fonts, {0, 0, device.width, device.height},
-                  {.antialias = true, .hairline = hairline});
-  pages.DrawPage(page, canvas);
+/// What all pages of a job are drawn with.
+struct PageTools {
+  QPainter& painter;
+  const CanvasFonts& fonts;
+  PageDevice device;
+};
+
+void DrawOnePage(PrintedPages& pages, int page, const PageTools& tools, const PageProgress& done) {
+  const PageDevice& device = tools.device;
+  QtCanvas canvas(tools.painter, tools.fonts, {0, 0, device.width, device.height},
+                  {.antialias = true, .hairline = device.horizontalResolution / HairlinesPerInch});
+  WatchedCanvas watched(canvas, done);
+  pages.DrawPage(page, watched);
 }
 
 }  // namespace
@@ -77,15 +85,16 @@ PrintResult PrintPages(PrintedPages& pages, QPagedPaintDevice& device, const Pri
   if (first >= end) return PrintResult::Failed;
   QPainter painter;
   if (!painter.begin(&device)) return PrintResult::Failed;
+  const PageTools tools{painter, fonts, area};
   for (int page = first; page < end; ++page) {
-    if (run.progress != nullptr) {
-      run.progress->Reach(WorkStage::Printing, static_cast<size_t>(page - first),
-                          static_cast<size_t>(end - first));
-    }
+    const PageProgress done{run.progress, static_cast<size_t>(page - first),
+                            static_cast<size_t>(end - first)};
+    if (run.progress != nullptr) run.progress->Reach(WorkStage::Printing, done.page, done.pages);
     if (IsCanceled(run.progress)) return PrintResult::Canceled;
     if (page > first && !device.newPage()) return PrintResult::Failed;
-    DrawOnePage(pages, page, painter, fonts, area);
+    DrawOnePage(pages, page, tools, done);
   }
+  if (IsCanceled(run.progress)) return PrintResult::Canceled;
   return painter.end() ? PrintResult::Done : PrintResult::Failed;
 }
 

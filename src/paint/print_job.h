@@ -41,12 +41,12 @@ enum class PrintResult { Done, Canceled, Failed };
 
 /// How pages are printed.
 struct PrintRun {
-  Progress* progress = nullptr;  ///< asked before each page; may be null
+  Progress* progress = nullptr;  ///< asked before and within each page; may be null
   PageSpan span{};               ///< which pages
 };
 
-/// Draws pages, one after the other. After a cancel the device has the pages so far: a printer prints
-/// them.
+/// Draws pages, one after the other. After a cancel the device has the pages so far, and a part of the
+/// next one: a printer prints them.
 /// \param device  with its page layout and resolution set, and not yet painted on
 /// \return `Failed` also for a span without pages
 PrintResult PrintPages(PrintedPages& pages, QPagedPaintDevice& device, const PrintRun& run);

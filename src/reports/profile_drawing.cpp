@@ -1,13 +1,31 @@
 #include "reports/profile_drawing.h"
 
+#include "base/progress.h"
+#include "model/workspace.h"
 #include "reports/profile_labels.h"
 #include "reports/profile_view.h"
+
+#include <algorithm>
+#include <cstddef>
 
 namespace orvane {
 
 namespace {
 
 constexpr Color LineColor = 0;
+
+/// Estimates all columns, with the progress of the map's workspace. Cancelled, the rest is unknown.
+void FillAllGaps(ElevationView& view) {
+  const auto columns = static_cast<size_t>(view.plotWidth);
+  ProgressSteps steps(view.map->workspace->progress, WorkStage::Printing, columns);
+  const auto isKnown = [](const ElevationSample& sample) {
+    return HasAltitude(sample.position.altitude);
+  };
+  GapFilling().Run(view, [&] {
+    return steps.Next(
+        static_cast<size_t>(std::count_if(view.samples.begin(), view.samples.end(), isKnown)));
+  });
+}
 
 }  // namespace
 
@@ -30,7 +48,7 @@ void PrintElevation(ElevationView& view, CoordinateDisplay display, const PixelR
   view.ascent = canvas.Ascent(CanvasFont::Small);
   LayoutElevation(view, area.right, area.bottom,
                   [&canvas](std::string_view text) { return canvas.TextWidth(text); });
-  FillGaps(view);
+  FillAllGaps(view);
   DrawElevation(view, display, canvas);
 }
 

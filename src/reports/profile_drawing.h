@@ -11,7 +11,8 @@ namespace orvane {
 void DrawElevation(const ElevationView& view, CoordinateDisplay display, Canvas& canvas);
 
 /// Lays a profile out for a rectangle of paper and draws it whole, without touching the scroll or
-/// the pointer of a window.
+/// the pointer of a window. Reports to the progress of the map's workspace; if that is cancelled, what
+/// is drawn is of no use.
 void PrintElevation(ElevationView& view, CoordinateDisplay display, const PixelRect& area,
                     Canvas& canvas);
 

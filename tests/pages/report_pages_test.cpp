@@ -1,7 +1,9 @@
 #include "pages/report_pages.h"
 
+#include "base/dates.h"
 #include "geo/earth.h"
 #include "pages/small_pages.h"
+#include "support/counted_progress.h"
 #include "support/recording_canvas.h"
 #include "support/small_map.h"
 
@@ -75,6 +77,16 @@ TEST(TrailSummaryPagesTest, PrintsEachLineOnceAndTheHeadingsOnEachPage) {
     EXPECT_EQ(TextsFrom(drawn, last).size(), 1U);
     EXPECT_EQ(pages.Count(), expected) << count;
   }
+}
+
+TEST(TrailSummaryPagesTest, NamesATrailWithoutANameAsItsWindowDoes) {
+  SmallMap map;
+  Trail& follow = map.AddTrail("", {&map.AddPoint("", 0, 0), &map.AddPoint("", 0, 100)}, 0);
+  follow.name.reset();
+  follow.date = PackDate(2003, 3, 5);
+  follow.focalAnimal = "Pim";
+  TrailSummaryPages pages(SmallPages(), {&follow}, 0);
+  EXPECT_EQ(TextsFrom(DrawAll(pages), "2003").count("2003-3-5 Pim"), 1U);
 }
 
 /// A name has six pixels a letter, and so has a date of eight letters: it begins at 176.
@@ -179,6 +191,23 @@ TEST_F(RangeStatsPagesTest, BreaksALongBlockBetweenLinesNotThroughItsChart) {
   for (const char* title : {"R1", "R2"}) EXPECT_EQ(TextsFrom(drawn, title).at(title).count, 1);
 }
 
+TEST_F(RangeStatsPagesTest, OverlapsHaveTheLinesOfTheWindow) {
+  Rows(2, false);
+  RangeIntersection overlap;
+  overlap.a.range = &ranges[0];
+  overlap.b.range = &ranges[1];
+  RangePanelRow& row = rows.emplace_back();
+  row.text = "R1 & R2";
+  row.intersection = &overlap;
+  RangeStatsPages pages(SmallPages(), {&row}, {}, TravelChartMode::Distance);
+  const std::vector<RecordingCanvas> drawn = DrawAll(pages);
+  int lines = 0;
+  for (; auto line = IntersectionReportLine(overlap, {}, lines); ++lines) {
+    EXPECT_EQ(TextsFrom(drawn, *line).count(*line), 1U) << *line;
+  }
+  EXPECT_EQ(lines, 10);
+}
+
 TEST_F(RangeStatsPagesTest, PrintsAnEmptyPageWithoutRows) {
   RangeStatsPages pages(SmallPages(), {}, {}, TravelChartMode::Distance);
   EXPECT_EQ(DrawAll(pages).size(), 1U);
@@ -218,6 +247,38 @@ TEST(ProfilePagesTest, HasOnePageWithTheWholeLine) {
   ASSERT_TRUE(transect);
   EXPECT_EQ(ProfilePages(SmallPages(), std::move(*transect), CoordinateDisplay::Minutes).Title(),
             "Transect");
+}
+
+/// The estimates take nearly all the time of a page, and ran to their end.
+TEST(ProfilePagesTest, StopsEstimatingWhenTheJobIsCanceled) {
+  SmallMap map;
+  Point& a = map.AddPoint("Camp", 0, 0);
+  Point& b = map.AddPoint("Ridge", 1000, 0);
+  a.geo.altitude = 100;
+  b.geo.altitude = 300;
+  const Trail& trail = map.AddTrail("Path", {&a, &b}, 0);
+  ProfilePages pages(SmallPages(), *OpenElevation(map.TheMap(), trail), CoordinateDisplay::Minutes);
+  const auto vertices = [&pages] {
+    RecordingCanvas canvas(400, 205);
+    pages.Measure(canvas);
+    canvas.Forget();
+    pages.DrawPage(0, canvas);
+    const std::vector<std::string> lines = canvas.Having("polyline");
+    return lines.empty() ? 0 : std::count(lines[0].begin(), lines[0].end(), ',');
+  };
+  Workspace& workspace = *map.TheMap().workspace;
+  CountedProgress patient;
+  workspace.progress = &patient;
+  const auto all = vertices();
+  EXPECT_TRUE(patient.inBounds);
+  EXPECT_EQ(all, 400 - (3 * 6 + 3));
+  EXPECT_GT(patient.stages.size(), 10U);
+  CountedProgress impatient(3);
+  workspace.progress = &impatient;
+  EXPECT_LT(vertices(), all / 2);
+  EXPECT_EQ(impatient.stages, std::vector<WorkStage>(3, WorkStage::Printing));
+  workspace.progress = nullptr;
+  EXPECT_EQ(vertices(), all);
 }
 
 }  // namespace

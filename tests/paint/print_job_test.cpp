@@ -4,6 +4,7 @@
 #include "pages/map_pages.h"
 #include "pages/print_dialog.h"
 #include "paint/pdf_drawing.h"
+#include "support/counted_progress.h"
 #include "support/small_map.h"
 
 #include <QPageSize>
@@ -257,6 +258,18 @@ TEST_F(PrintJobTest, StopsWhenItIsCanceled) {
   Impatient progress(1);
   EXPECT_FALSE(PdfOf(pages, LayoutOf(sheet), 300, {.progress = &progress}));
   EXPECT_EQ(progress.last, 1U);
+}
+
+/// Only between pages was a job asked whether it goes on, so a single page could not be cancelled.
+TEST_F(PrintJobTest, StopsWithinAPage) {
+  for (int i = 0; i < 500; ++i) map.AddLoosePoint("P" + std::to_string(i), i, i);
+  const Sheet sheet{"A4"};
+  MapWindow window = map.View(800, 600);
+  MapPages pages = PagesOn(sheet, window, "1m", "10000");
+  ASSERT_EQ(pages.Count(), 1);
+  CountedProgress progress(3);
+  EXPECT_FALSE(PdfOf(pages, LayoutOf(sheet), 300, {.progress = &progress}));
+  EXPECT_EQ(progress.stages.size(), 3U);
 }
 
 TEST(PrintDeviceTest, LeavesTenMillimetersAtEachEdge) {
