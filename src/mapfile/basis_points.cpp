@@ -68,7 +68,9 @@ BasisPoints::BasisPoints(const Map* basis) {
 void BasisPoints::TakeBackRepeats() {
   for (auto& [point, before] : kept_) {
     TakeBackReadings(*point, before.measurements);
-    point->flags = before.flags;
+    const bool isMarked = before.markShape != PointMarkNone;
+    const std::uint32_t ownFlags = isMarked ? 0U : std::uint32_t{PointMarkFilled};
+    point->flags = (before.flags & ~ownFlags) | (point->flags & ownFlags);
     point->geo = before.geo;
     point->projected = before.projected;
     if (before.note && point->note) point->note = NoteWithoutRepeat(*before.note, *point->note);
@@ -76,7 +78,7 @@ void BasisPoints::TakeBackRepeats() {
     for (size_t i = 0; i < std::size(before.sm); ++i) {
       if (before.sm[i] != 0) point->sm[i] = before.sm[i];
     }
-    if (before.markShape != PointMarkNone) {
+    if (isMarked) {
       point->markShape = before.markShape;
       point->markSize = before.markSize;
     }
