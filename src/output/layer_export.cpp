@@ -148,20 +148,23 @@ class LayerExport {
   /// Has the module write a file, and passes its bytes on.
   bool Write(const TargetFile& target, const TextSink& sink) {
     const ScratchFolder scratch;
+    if (scratch.Path().empty()) return FailFor(target, "there is no folder for temporary files");
     const LayerFile file = {request_.format,
                             scratch.Path() + "/layers" + std::string(LayerEnding(request_.format)),
                             number_, ToUtf8(BaseName(map_.fileName))};
     const LayersWritten written = module_.writeLayers(file, target.layers);
     if (IsCanceled()) return false;
-    if (!written.fault.empty()) {
-      return Fail("Error while writing %s: %s; the old file, if any, is unchanged", target.path,
-                  written.fault);
-    }
+    if (!written.fault.empty()) return FailFor(target, written.fault);
     if (written.unplaced > 0) {
       return Fail("No place in EPSG:%s for %s of the features; the old file, if any, is unchanged",
                   std::to_string(number_), std::to_string(written.unplaced));
     }
     return Pass(file.path, sink) || FailToWrite(target).complete;
+  }
+
+  bool FailFor(const TargetFile& target, const std::string& reason) {
+    return Fail("Error while writing %s: %s; the old file, if any, is unchanged", target.path,
+                reason);
   }
 
   LayerOutcome FailToWrite(const TargetFile& target) {

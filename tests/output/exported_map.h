@@ -24,6 +24,17 @@ constexpr const char* SiteOfAllGroups =
     "H\tCamp\t100\t2\t3\t15\tA1\t11\n"
     "HS\tA2\t#ff0000\n";
 
+/// Follows over a grid, with two ranges that overlap.
+constexpr const char* SiteOfRanges =
+    "G\tCorner\tN1.000\tE30.000\t\t1\nH\tCorner\t100\t3\t2\t0\tA1\t11\nHS\tA2\t#ff0000\n"
+    "T\t\tBlue\tAna\t2001-3-4\n"
+    "G\t0800-0815\tN0.9980\tE30.0010\t\t1\t,3,1\nG\t0830-0840\tN0.9960\tE30.0015\n"
+    "G\t0900-1000\tN0.9950\tE30.0040\nG\t1015\tN0.9975\tE30.0045\n"
+    "T\t\tRed\tZoe\t2001-3-4\n"
+    "G\t1400-1420\tN0.9960\tE30.0030\nG\t1445-1500\tN0.9930\tE30.0035\n"
+    "G\t1530-1540\tN0.9945\tE30.0070\nG\t1600-1630\tN0.9970\tE30.0065\n"
+    "R\tBlue group\t\tall\nK\tBlue\nR\tRed group\nK\tRed\n";
+
 /// A folder and a map whose exports go there.
 struct ExportFixture : MapFixture {
   TemporaryFolder folder;

@@ -1,6 +1,7 @@
 #include "output/geojson.h"
 
 #include "output/exported_map.h"
+#include "support/counted_progress.h"
 
 #include <cerrno>
 #include <cmath>
@@ -10,17 +11,6 @@ namespace orvane {
 namespace {
 
 using Json = nlohmann::json;
-
-/// Follows over a grid, with two ranges that overlap.
-constexpr const char* SiteOfRanges =
-    "G\tCorner\tN1.000\tE30.000\t\t1\nH\tCorner\t100\t3\t2\t0\tA1\t11\nHS\tA2\t#ff0000\n"
-    "T\t\tBlue\tAna\t2001-3-4\n"
-    "G\t0800-0815\tN0.9980\tE30.0010\t\t1\t,3,1\nG\t0830-0840\tN0.9960\tE30.0015\n"
-    "G\t0900-1000\tN0.9950\tE30.0040\nG\t1015\tN0.9975\tE30.0045\n"
-    "T\t\tRed\tZoe\t2001-3-4\n"
-    "G\t1400-1420\tN0.9960\tE30.0030\nG\t1445-1500\tN0.9930\tE30.0035\n"
-    "G\t1530-1540\tN0.9945\tE30.0070\nG\t1600-1630\tN0.9970\tE30.0065\n"
-    "R\tBlue group\t\tall\nK\tBlue\nR\tRed group\nK\tRed\n";
 
 struct GeoJson : ExportFixture {
   Json Written(Map& map, bool expected = true) {
@@ -248,6 +238,89 @@ TEST_F(GeoJson, ReplacesAFileWhenItIsWhole) {
   EXPECT_TRUE(ExportGeoJson(map, folder.Path("a.geojson")));
   EXPECT_FALSE(Json::parse(folder.Read("a.geojson"), nullptr, false).is_discarded());
   EXPECT_EQ(FilesThere(), Texts{"a.geojson"});
+}
+
+TEST_F(GeoJson, EndsAtACancelWithinFeaturesOfEachKind) {
+  Range left;
+  const auto givesUp = [&](Map& map) {
+    CountedProgress progress(1);
+    workspace.progress = &progress;
+    std::string text;
+    const bool done = WriteGeoJson(map, [&](std::string_view piece) {
+      text += piece;
+      return true;
+    });
+    workspace.progress = nullptr;
+    EXPECT_EQ(text, "");  // what was collected is dropped
+    return !done && progress.stages == std::vector{WorkStage::Writing};
+  };
+  EXPECT_TRUE(givesUp(Open("G\tA\tN1\tE2\n", "point.map")));
+  EXPECT_TRUE(givesUp(Open("T\t\tBlue\tAna\nG\t0800\tN1\tE30\n", "stop.map")));
+  EXPECT_TRUE(givesUp(Open("T\tt\tPath\nG\t\tN1\tE2\nG\t_a\tN1\tE2\n", "trail.map")));
+  EXPECT_TRUE(givesUp(Open("R\tNorth\n", "range.map")));
+  Map& overlap = MakeMap(workspace, "overlap.map");
+  overlap.intersections.emplace_front();
+  overlap.intersections.front().a.range = &left;
+  overlap.intersections.front().b.range = &left;
+  EXPECT_TRUE(givesUp(overlap));
+  Map& grid = MakeMap(workspace, "grid.map");
+  Point corner;
+  corner.flags |= PointPlaced;
+  AddGrid(grid, corner, 1, 1);
+  EXPECT_TRUE(givesUp(grid));
+  EXPECT_EQ(Said(), Texts{});
+}
+
+TEST_F(GeoJson, ThatIsCanceledLeavesTheOldFile) {
+  Map& map = Open(SiteOfAllGroups);
+  folder.Write("a.geojson", "old");
+  CountedProgress progress(1);
+  workspace.progress = &progress;
+  EXPECT_FALSE(ExportGeoJson(map, folder.Path("a.geojson")));
+  workspace.progress = nullptr;
+  EXPECT_EQ(folder.Read("a.geojson"), "old");
+  EXPECT_EQ(FilesThere(), Texts{"a.geojson"});
+  EXPECT_EQ(Said(), Texts{});
+}
+
+TEST_F(GeoJson, WhoseLastStepsFailLeavesTheOldFile) {
+  Map& map = Open(SiteOfAllGroups);
+  folder.Write("a.geojson", "old");
+  FileSystem noFlush = SystemFiles();
+  noFlush.flush = [](int) {
+    errno = EIO;
+    return -1;
+  };
+  FileSystem noRename = SystemFiles();
+  noRename.rename = [](const std::string&, const std::string&) {
+    errno = EIO;
+    return -1;
+  };
+  for (const FileSystem& system : {noFlush, noRename}) {
+    messages.Clear();
+    EXPECT_FALSE(ExportGeoJson(map, folder.Path("a.geojson"), system));
+    EXPECT_EQ(Said(), Texts{"Error while writing " + folder.Path("a.geojson") +
+                            "; the old file, if any, is unchanged"});
+    EXPECT_EQ(folder.Read("a.geojson"), "old");
+    EXPECT_EQ(FilesThere(), Texts{"a.geojson"});
+  }
+}
+
+TEST_F(GeoJson, AcrossThe180thMeridianHasSeveralParts) {
+  Map& map = Open(
+      "T\tt\tPath\nG\tA\tN0\tE179\nG\tB\tN0\tW179\n"
+      "T\tu\tArea\nP\tA\nP\tB\nG\tC\tN1\tW179\n");
+  ASSERT_EQ(TrailNamesOf(map), (Texts{"t", "u"}));
+  map.trails.front().filled = false;
+  (++map.trails.begin())->filled = true;
+  const Json json = Written(map);
+  const Json line = OfKind(json, "trail").at(0)["geometry"];
+  EXPECT_EQ(line["type"], "MultiLineString");
+  EXPECT_EQ(line["coordinates"],
+            (Json{{{179.0, 0.0}, {180.0, 0.0}}, {{-180.0, 0.0}, {-179.0, 0.0}}}));
+  const Json area = OfKind(json, "area").at(0)["geometry"];
+  EXPECT_EQ(area["type"], "MultiPolygon");
+  EXPECT_EQ(area["coordinates"].size(), 2U);
 }
 
 }  // namespace
