@@ -41,5 +41,11 @@ TEST(FormatModule, OfAnotherProgramIsRefused) {
   }
 }
 
+TEST(FormatModule, OfAnotherVersionIsRefused) {
+  const LoadedModule other = LoadFormatModuleFrom(OTHER_VERSION_MODULE);
+  EXPECT_EQ(other.module, nullptr);
+  EXPECT_TRUE(other.fault.starts_with("version 0.0.1-other is installed, not ")) << other.fault;
+}
+
 }  // namespace
 }  // namespace orvane

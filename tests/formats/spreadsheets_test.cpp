@@ -59,5 +59,21 @@ TEST(SpreadsheetKind, IsThatOfTheEnding) {
   }
 }
 
+TEST(WhyNotUnpacked, RefusesADirectoryThatIsGivenElsewhere) {
+  std::string bytes = Zip({10}, 1);
+  bytes.replace(bytes.size() - 6, 4, "\xFF\xFF\xFF\xFF");
+  EXPECT_EQ(WhyNot(bytes), "it has too many parts");
+}
+
+TEST(WhyNotUnpacked, FindsTheDirectoryBeforeTheLongestComment) {
+  const std::string damaged = "it is damaged, locked with a password, or not what its name says";
+  EXPECT_EQ(WhyNot(Zip({10}, 1) + std::string(65535, 'c')), "");
+  EXPECT_EQ(WhyNot(Zip({10}, 1) + std::string(65536, 'c')), damaged);
+}
+
+TEST(WhyNotUnpacked, RefusesWhatIsTooLargeItself) {
+  EXPECT_EQ(WhyNot(std::string(LargestSpreadsheet + 1, 'x')), "it is larger than 256 MiB unpacked");
+}
+
 }  // namespace
 }  // namespace orvane

@@ -8,6 +8,7 @@
 
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <utility>
 
 namespace orvane {
 namespace {
@@ -27,6 +28,18 @@ struct DifferencesTest : MapFixture {
     return copy;
   }
   Texts Differences(Map& map) { return DifferenceTexts(CompareWithFile(Copied(map))); }
+
+  static std::string NameInFolder(const RecoveryCopy& copy) {
+    const std::filesystem::path file(RecoveryCopyPath(copy.slot));
+    return (file.parent_path().filename() / file.filename()).string();
+  }
+  /// The sentences for so many lines that only the copy, or only the file, has.
+  static Texts LinesOnly(int inCopy, int inFile) {
+    RecoveryDifferences differences;
+    differences.linesInCopy = inCopy;
+    differences.linesInFile = inFile;
+    return DifferenceTexts(differences);
+  }
 
   /// The map with further lines typed at its end.
   Map& WithMore(const std::string& text) {
@@ -150,6 +163,69 @@ TEST_F(DifferencesTest, TheExampleSiteSaysTheSameAsItsCopy) {
     EXPECT_TRUE(SaysTheSame(differences)) << name << ": " << DifferenceTexts(differences)[0];
     EXPECT_EQ(differences.copy, differences.file) << name;
   }
+}
+
+TEST_F(DifferencesTest, WhatIsOnlyGoneIsCountedInLines) {
+  EXPECT_EQ(LinesOnly(0, 1), Texts{"1 line of the file is gone."});
+  EXPECT_EQ(LinesOnly(0, 2), Texts{"2 lines of the file are gone."});
+  EXPECT_EQ(LinesOnly(1, 0), Texts{"1 line is new."});
+  EXPECT_EQ(LinesOnly(2, 3), Texts{"2 lines new or changed, in place of 3 lines of the file."});
+}
+
+TEST_F(DifferencesTest, LinesThatChangedPlacesAreReported) {
+  path = folder.Write("notes.map", "# one\n# two\n");
+  Map& map = OpenMap(workspace, path);
+  std::swap(map.comments[0], map.comments[1]);
+  const RecoveryDifferences differences = CompareWithFile(Copied(map));
+  EXPECT_TRUE(differences.orderDiffers);
+  EXPECT_FALSE(SaysTheSame(differences));
+  EXPECT_EQ(DifferenceTexts(differences), Texts{"The same lines, in another order."});
+}
+
+TEST_F(DifferencesTest, ACopyWithoutItsLastLineEndIsComparedToItsEnd) {
+  path = folder.Write("notes.map", "# one\n# two\n");
+  Map& map = OpenMap(workspace, path);
+  const RecoveryCopy copy = Copied(map);
+  std::string text = folder.Read("recovery/" + NameInFolder(copy));
+  ASSERT_EQ(text.substr(text.size() - 7), "# two\n\n");
+  text.resize(text.size() - 2);
+  folder.Write("recovery/" + NameInFolder(copy), text);
+  EXPECT_TRUE(SaysTheSame(CompareWithFile(copy)));
+}
+
+TEST_F(DifferencesTest, ACopyThatIsGoneHasNothing) {
+  const RecoveryCopy copy = Copied(OpenMap(workspace, path));
+  std::filesystem::remove(RecoveryCopyPath(copy.slot));
+  const RecoveryDifferences differences = CompareWithFile(copy);
+  EXPECT_EQ(differences.copy, MapCounts{});
+  EXPECT_EQ(DifferenceTexts(differences)[0],
+            "1 trail, 1 follow, 3 points and 1 home range fewer than in the file.");
+}
+
+TEST_F(DifferencesTest, AnUntitledMapThatHasAFileIsComparedWithIt) {
+  Map& map = OpenMap(workspace, path);
+  map.flags |= MapUntitled;
+  const RecoveryDifferences differences = CompareWithFile(Copied(map));
+  EXPECT_FALSE(differences.neverSaved);
+  EXPECT_TRUE(SaysTheSame(differences));
+}
+
+TEST_F(DifferencesTest, ATrailWithOnlyADateOrOnlyAnAnimalIsAFollow) {
+  path = folder.Write("days.map", "T\ta\tOru\t\t1999-3-2\nT\tb\tOru\tAda\nT\tc\tTrail\n");
+  const RecoveryDifferences differences = CompareWithFile(Copied(OpenMap(workspace, path)));
+  EXPECT_EQ(differences.file.follows, 2);
+  EXPECT_EQ(differences.file.trails, 1);
+}
+
+TEST(SaysTheSame, OnlyOfAFileThatWasComparedAndIsAlike) {
+  EXPECT_TRUE(SaysTheSame({}));
+  EXPECT_FALSE(SaysTheSame({.neverSaved = true, .copy = {}, .file = {}}));
+  EXPECT_FALSE(SaysTheSame({.fileMissing = true, .copy = {}, .file = {}}));
+  EXPECT_FALSE(SaysTheSame({.fileUnreadable = true, .copy = {}, .file = {}}));
+  EXPECT_FALSE(SaysTheSame({.fileChanged = true, .copy = {}, .file = {}}));
+  EXPECT_FALSE(SaysTheSame({.copy = {}, .file = {}, .linesInCopy = 1}));
+  EXPECT_FALSE(SaysTheSame({.copy = {}, .file = {}, .linesInFile = 1}));
+  EXPECT_FALSE(SaysTheSame({.copy = {}, .file = {}, .orderDiffers = true}));
 }
 
 }  // namespace

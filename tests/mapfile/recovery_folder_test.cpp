@@ -5,6 +5,7 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <gtest/gtest.h>
 #include <memory>
 #include <set>
@@ -188,6 +189,7 @@ TEST_F(RecoveryFolderTest, AFolderThatCannotBeMadeGivesNoSlot) {
   RecoveryFolder copies(directory);
   EXPECT_TRUE(copies.TakeAbandoned().empty());
   EXPECT_EQ(copies.NewSlot(), "");
+  EXPECT_EQ(copies.NewDraft(), "");
 }
 
 TEST_F(RecoveryFolderTest, WhicheverCallFailsTheOldCopyIsKept) {
@@ -239,6 +241,96 @@ TEST_F(RecoveryFolderTest, WhateverCallFailsAFirstCopyIsThereWholeOrNotAtAll) {
     }
     ASSERT_LT(call, 100);
   }
+}
+
+// --- The drafts of editors ----------------------------------------------------------------------
+
+TEST_F(RecoveryFolderTest, ADraftIsFoundByTheNextProgram) {
+  std::string path;
+  {
+    RecoveryFolder ended(directory);
+    path = ended.NewDraft();
+    EXPECT_EQ(fs::path(path).filename(), "editor-1.draft");
+    EXPECT_EQ(fs::path(ended.NewDraft()).filename(), "editor-2.draft");
+    EXPECT_EQ(ended.WriteDraft(path, "half"), WriteResult::Done);
+    EXPECT_EQ(ended.WriteDraft(path, "typed"), WriteResult::Done);
+  }
+  RecoveryFolder copies(directory);
+  EXPECT_TRUE(copies.TakeAbandoned().empty());  // a draft is not a copy of a map
+  const auto drafts = copies.TakeDrafts();
+  ASSERT_EQ(drafts.size(), 1U);
+  EXPECT_EQ(drafts[0].path, path);
+  EXPECT_EQ(drafts[0].text, "typed");
+  EXPECT_GT(drafts[0].written, 0);
+  EXPECT_TRUE(copies.TakeDrafts().empty());  // only once
+}
+
+TEST_F(RecoveryFolderTest, ADraftAndACopyOfOneProgramShareItsFolder) {
+  RecoveryFolder copies(directory);
+  const std::string slot = copies.NewSlot();
+  const std::string draft = copies.NewDraft();
+  EXPECT_EQ(fs::path(slot).parent_path(), fs::path(draft).parent_path());
+}
+
+TEST_F(RecoveryFolderTest, ADraftThatIsRemovedLeavesNothing) {
+  {
+    RecoveryFolder copies(directory);
+    const std::string path = copies.NewDraft();
+    copies.WriteDraft(path, "typed");
+    copies.RemoveDraft(path);
+  }
+  EXPECT_TRUE(fs::is_empty(directory));
+}
+
+TEST_F(RecoveryFolderTest, ADraftThatCannotBeReadIsPassedOver) {
+  const std::string run = fs::path(Abandon("/a.map", "text")).parent_path();
+  fs::create_directory(run + "/editor-1.draft");
+  RecoveryFolder copies(directory);
+  EXPECT_EQ(copies.TakeAbandoned().size(), 1U);
+  EXPECT_TRUE(copies.TakeDrafts().empty());
+}
+
+// --- The folders of programs --------------------------------------------------------------------
+
+TEST_F(RecoveryFolderTest, TwoProgramsWithOneNumberHaveTwoFolders) {
+  RecoveryFolder first(directory);
+  RecoveryFolder second(directory);  // the folder of its number is there already
+  const fs::path one = fs::path(first.NewSlot()).parent_path();
+  const fs::path two = fs::path(second.NewSlot()).parent_path();
+  EXPECT_NE(one, two);
+  EXPECT_TRUE(one.filename().string().ends_with("-1")) << one;
+  EXPECT_TRUE(two.filename().string().ends_with("-2")) << two;
+}
+
+TEST_F(RecoveryFolderTest, AFileNamedAsTheFolderOfAProgramIsNotTouched) {
+  fs::create_directories(directory);
+  folder.Write("settings/recovery/run-1-1", "mine");
+  {
+    RecoveryFolder copies(directory);
+    EXPECT_TRUE(copies.TakeAbandoned().empty());
+  }
+  EXPECT_EQ(folder.Read("settings/recovery/run-1-1"), "mine");
+}
+
+TEST_F(RecoveryFolderTest, AFolderWithoutItsLockIsTakenOverAndDeleted) {
+  fs::create_directories(directory + "/run-1-1");
+  {
+    RecoveryFolder copies(directory);
+    EXPECT_TRUE(copies.TakeAbandoned().empty());
+  }
+  EXPECT_TRUE(fs::is_empty(directory));
+}
+
+TEST_F(RecoveryFolderTest, AFolderWithOtherFilesIsKept) {
+  const std::string run = fs::path(Abandon("/a.map", "text")).parent_path();
+  const std::string slot = run + "/copy-1";
+  std::ofstream(run + "/notes") << "mine";
+  {
+    RecoveryFolder copies(directory);
+    for (const RecoveryCopy& copy : copies.TakeAbandoned()) copies.Remove(copy.slot);
+  }
+  EXPECT_FALSE(fs::exists(RecoveryCopyPath(slot)));
+  EXPECT_EQ(ReadWholeFile(run + "/notes"), "mine");
 }
 
 }  // namespace

@@ -236,6 +236,44 @@ TEST_F(RecoveryTest, DatesAreReadAsTheyWereThen) {
   EXPECT_FALSE(later.preferences.europeanDates);
 }
 
+TEST_F(RecoveryTest, ANameWithoutAnEndingIsMarkedAtItsEnd) {
+  const std::string path = folder.Write("site", TrailsText);
+  OpenMap(later, path);
+  const Map* recovered = OpenRecoveryCopy(later, Copied(OpenMap(workspace, path)));
+  ASSERT_NE(recovered, nullptr);
+  EXPECT_EQ(recovered->fileName, folder.Path("site (recovered)"));
+}
+
+TEST_F(RecoveryTest, AnUntitledMapThatHadAFileKeepsItsWholeName) {
+  const std::string path = folder.Write("site.map", TrailsText);
+  Map& map = OpenMap(workspace, path);
+  map.flags |= MapUntitled;
+  const RecoveryRecord record = RecordOf(map);
+  EXPECT_EQ(record.fileName, path);
+  EXPECT_TRUE(record.untitled);
+  EXPECT_EQ(record.original, map.fileMark);
+}
+
+TEST_F(RecoveryTest, OfMapsThatAreBasesOfEachOtherTheFirstIsOpenedFirst) {
+  std::vector<RecoveryCopy> both;
+  for (const char* name : {"a.map", "b.map"}) {
+    const RecoveryCopy copy{.record = {.fileName = folder.Path(name), .original = {}},
+                            .slot = copies.NewSlot()};
+    const std::string other = folder.Path(*name == 'a' ? "b.map" : "a.map");
+    ASSERT_EQ(copies.Write(copy.slot, copy.record, "B\t" + other + "\n# " + name + "\n"),
+              WriteResult::Done);
+    both.push_back(copy);
+  }
+  const std::vector<Map*> maps = OpenRecoveryCopies(later, both);
+  ASSERT_EQ(maps.size(), 2U);
+  EXPECT_EQ(maps[0]->comments, Texts{"# a.map"});
+  EXPECT_EQ(maps[1]->comments, Texts{"# b.map"});
+  // The first has the file of the second as its basis, so the circle is cut there.
+  ASSERT_NE(maps[0]->basis, nullptr);
+  EXPECT_EQ(maps[0]->basis->fileName, folder.Path("b.map"));
+  EXPECT_EQ(maps[1]->basis, nullptr);
+}
+
 TEST(RecoveryRecord, IsReadBackAsItWasWritten) {
   for (const char* name : {"/home/me/site.map", "/a b/100%.map", "/line\nfeed\r/%41.map",
                            "/caf\xE9/\xE6\x9D\xB1.map", "Untitled", "%"}) {
@@ -268,6 +306,27 @@ TEST(RecoveryRecord, ThatIsDamagedKeepsWhatItHas) {
   EXPECT_EQ(record->fileName, "/a.map");
   EXPECT_FALSE(record->untitled);
   EXPECT_FALSE(record->original);
+}
+
+TEST(RecoveryRecord, EscapesThatAreNoneAreKept) {
+  const auto nameOf = [](const std::string& text) {
+    return ParseRecoveryRecord("file=" + text + "\n").value_or(RecoveryRecord{}).fileName;
+  };
+  EXPECT_EQ(nameOf("/a%41.map"), "/aA.map");
+  EXPECT_EQ(nameOf("/a%4.map"), "/a%4.map");
+  EXPECT_EQ(nameOf("/a%zz"), "/a%zz");
+  EXPECT_EQ(nameOf("/a%4"), "/a%4");
+  EXPECT_EQ(nameOf("/a%"), "/a%");
+}
+
+TEST(RecoveryRecord, NeedsBothSizeAndHashForTheMarkOfItsFile) {
+  const auto markOf = [](const std::string& lines) {
+    return ParseRecoveryRecord("file=/a.map\n" + lines).value_or(RecoveryRecord{}).original;
+  };
+  EXPECT_EQ(markOf("size=3\nhash=4\n"), (FileMark{.size = 3, .hash = 4}));
+  EXPECT_FALSE(markOf("size=3\n"));
+  EXPECT_FALSE(markOf("hash=4\n"));
+  EXPECT_FALSE(markOf("size=3\nhash=99999999999999999999999\n"));
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include <cstring>
 #include <gtest/gtest.h>
 #include <random>
+#include <vector>
 
 namespace orvane {
 namespace {
@@ -69,6 +70,23 @@ TEST_F(AltitudeEstimatesTest, AgreesWithTheWalkOverTheMapToTheLastBit) {
   }
   for (const Point& point : map_.pointStore) {
     EXPECT_TRUE(SameBits(estimates.At(point.geo), EstimateAltitude(map_, point.geo)));
+  }
+}
+
+TEST_F(AltitudeEstimatesTest, ManyPlacesAtOnceAgreeWithEachByItself) {
+  Add(1, 2, 340.5F);
+  Add(1.1, 2, 100);
+  Add(1.2, 2.3, 50);
+  const AltitudeEstimates estimates(map_);
+  for (const size_t count : {0U, 3U, 8U, 21U}) {
+    std::vector<LatLon> places;
+    for (size_t i = 0; i < count; ++i) places.push_back({1 + static_cast<double>(i) / 7, 2.1});
+    if (count > 5) places[5] = {1.1, 2};  // exactly at a point
+    std::vector<float> altitudes(count);
+    estimates.At(places, altitudes);
+    for (size_t i = 0; i < count; ++i) {
+      EXPECT_TRUE(SameBits(altitudes[i], estimates.At(places[i]))) << i << " of " << count;
+    }
   }
 }
 

@@ -125,5 +125,20 @@ TEST(GeoShapes, StayWithinTheirBoundsWhateverTheyAreMadeOf) {
   }
 }
 
+TEST(AreaShape, OfManyTurnsIsNotCut) {
+  // Each step is short, so the places unroll to four turns and back.
+  GeoPath ring;
+  for (int i = 0; i <= 16; ++i) ring.push_back({std::remainder(i * 90.0, 360.0), 10});
+  for (int i = 15; i > 0; --i) ring.push_back({std::remainder(i * 90.0, 360.0), 20});
+  const GeoShape shape = AreaShape(ring);
+  EXPECT_EQ(shape.kind, GeoKind::Area);
+  EXPECT_EQ(shape.parts.size(), 1U);
+}
+
+TEST(PathOf, LeavesOutPlacesThatAreNotOnEarth) {
+  const std::vector<LatLon> places = {{1, 2}, {91, 2}, {3, std::nan("")}, {4, 5}};
+  EXPECT_EQ(PathOf(places), (GeoPath{{2, 1}, {5, 4}}));
+}
+
 }  // namespace
 }  // namespace orvane

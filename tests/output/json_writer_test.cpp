@@ -59,5 +59,28 @@ TEST(JsonWriter, ReportsThatTheSinkFailed) {
   EXPECT_FALSE(json.Finish());
 }
 
+TEST(JsonWriter, PassesALongTextInPieces) {
+  std::vector<std::string> pieces;
+  const TextSink sink = [&](std::string_view piece) {
+    pieces.emplace_back(piece);
+    return pieces.size() < 2;
+  };
+  JsonWriter json(sink);
+  json.BeginArray();
+  const std::string filling(1000, 'x');
+  for (int i = 0; i < 200; ++i) {
+    json.BeginArray();
+    json.Text(filling);
+    json.EndArray();
+  }
+  json.EndArray();
+  EXPECT_FALSE(json.Finish());
+  // The sink refused the second piece and got no more.
+  ASSERT_EQ(pieces.size(), 2U);
+  EXPECT_TRUE(pieces[0].starts_with("[[\"" + filling + "\"],[\""));
+  EXPECT_GT(pieces[0].size(), 60000U);
+  EXPECT_LT(pieces[0].size(), 70000U);
+}
+
 }  // namespace
 }  // namespace orvane

@@ -3,6 +3,7 @@
 #include "geo/earth.h"
 #include "geometry/polygon.h"
 #include "output/exported_map.h"
+#include "output/shapefile_set.h"
 
 #include <cmath>
 #include <limits>
@@ -534,6 +535,28 @@ TEST_F(Shapefiles, OfAnyMapAreConsistent) {
     }
     EXPECT_EQ(found.size(), expected);
   }
+}
+
+TEST_F(Shapefiles, OfManyRecordsAreWrittenInPieces) {
+  Map& map = Empty();
+  constexpr size_t Count = 10000;
+  const std::string rest(WidestField - 10, 'x');
+  for (size_t i = 0; i < Count; ++i) {
+    Add(map, "n" + std::to_string(100000 + i) + rest, 1, 2, static_cast<float>(i));
+  }
+  EXPECT_TRUE(Export(map));
+  const ReadShapefile points = Group("points");
+  ASSERT_EQ(points.records.size(), Count);
+  ASSERT_EQ(points.rows.size(), Count);
+  std::vector<bool> seen(Count);
+  for (size_t i = 0; i < Count; ++i) {
+    const std::string& name = points.rows[i].at("Name");
+    const auto index = static_cast<size_t>(std::stoi(name.substr(1, 6)) - 100000);
+    seen.at(index) = true;
+    ASSERT_EQ(points.records[i].number, i + 1);
+    ASSERT_EQ(points.records[i].rest.at(0), static_cast<double>(index));
+  }
+  EXPECT_EQ(std::count(seen.begin(), seen.end(), true), static_cast<long>(Count));
 }
 
 }  // namespace
