@@ -17,6 +17,13 @@ bool MayPrint(Messages& messages, int pages) {
                  {std::to_string(pages)}) == 1;
 }
 
+bool MayPrintAgain(Messages& messages, int pages, int& agreed) {
+  if (pages <= agreed) return true;
+  if (!MayPrint(messages, pages)) return false;
+  agreed = pages;
+  return true;
+}
+
 void NoteCutLines(Messages& messages, const PrintedPages& pages) {
   if (!pages.IsTooWide()) return;
   PostNote(messages, "The paper is too narrow: columns at the right are cut");

@@ -14,6 +14,10 @@ constexpr int MostPages = 10000;
 /// \return true if the job may be printed
 bool MayPrint(Messages& messages, int pages);
 
+/// The same for a job that is drawn more than once, on pages that may change in between: a preview.
+/// \param agreed  as many pages as need no question any more; receives those of a new answer
+bool MayPrintAgain(Messages& messages, int pages, int& agreed);
+
 /// Says in a note that the paper cuts lines, if it does.
 /// \param pages  laid out for the paper
 void NoteCutLines(Messages& messages, const PrintedPages& pages);

@@ -1,10 +1,12 @@
 // Printing from the windows: the Print dialog, the printer, the preview.
 
 #include "base/files.h"
+#include "model/map.h"
 #include "paint/pdf_drawing.h"
 #include "paint/print_job.h"
 #include "shell/files/local_files.h"
 #include "shell/print/print_map_dialog.h"
+#include "shell/print/printer_dialogs.h"
 #include "shell/progress/progress_box.h"
 #include "shell/shell_case.h"
 #include "view/view_transform.h"
@@ -12,6 +14,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLineEdit>
+#include <QPainter>
 #include <QPrinter>
 #include <QPushButton>
 #include <QRadioButton>
@@ -27,6 +30,8 @@ class PrintingTest : public ShellCase {
   PrintingTest() : window_(OpenActive(WriteMap("site.map"))) {
     around_.printers.choose = [this](QPrinter& printer) { return ChoosePdf(printer); };
   }
+
+  ~PrintingTest() override { around_.clock = nullptr; }
 
   bool ChoosePdf(QPrinter& printer) const {
     printer.setOutputFormat(QPrinter::PdfFormat);
@@ -86,9 +91,21 @@ class PrintingTest : public ShellCase {
     QTest::keyClick(&field, Qt::Key_Backspace);
     QTest::keyClicks(&field, QString::fromLatin1(text));
   }
+  /// From now on a progress box comes up at once, and is cancelled.
+  void CancelWhatTakesTime() {
+    around_.clock = [this] {
+      const auto all = QApplication::topLevelWidgets();
+      for (QWidget* widget : all) {
+        auto* box = qobject_cast<ProgressBox*>(widget);
+        if (box != nullptr && box->isVisible()) box->reject();
+      }
+      return now_ += std::chrono::milliseconds(600);
+    };
+  }
   static void PressOk(PrintMapDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Return); }
 
   MapWindowWidget& window_;
+  std::chrono::milliseconds now_{0};
 };
 
 constexpr const char* WindowMode = "Print current window to fill page";
@@ -326,24 +343,29 @@ TEST_F(PrintingTest, AsksBeforeALongJob) {
 
 TEST_F(PrintingTest, CancelLeavesAnOldFileAsItWas) {
   folder_.Write("site.pdf", "old");
-  std::chrono::milliseconds now{0};
-  around_.clock = [&now] {
-    const auto all = QApplication::topLevelWidgets();
-    for (QWidget* widget : all) {
-      auto* box = qobject_cast<ProgressBox*>(widget);
-      if (box != nullptr && box->isVisible()) box->reject();
-    }
-    now += std::chrono::milliseconds(600);
-    return now;
-  };
+  CancelWhatTakesTime();
   InDialog(CommandPrint, [](PrintMapDialog& dialog) {
     Type(Field(dialog, "Point: scale"), "1:10000");
     Type(Field(dialog, "Point: show at least, vertical"), "9km");
     PressOk(dialog);
   });
-  around_.clock = nullptr;
   EXPECT_EQ(Pdf(), "old");
   EXPECT_EQ(Texts(), std::vector<std::string>());
+}
+
+/// Only between pages was a job asked whether it goes on, so a single page could not be cancelled.
+TEST_F(PrintingTest, AJobOfOnePageCanBeCanceled) {
+  folder_.Write("site.pdf", "old");
+  for (int i = 0; i < 500; ++i) {
+    Point& point = MakePoint(window_.TheMap(), "P" + std::to_string(i));
+    point.geo = {1 + 1e-5 * i, 10 + 1e-5 * i};
+    point.flags |= PointPlaced;
+    window_.TheMap().loosePoints.push_front(&point);
+  }
+  CancelWhatTakesTime();
+  InDialog(CommandPrint, [](PrintMapDialog& dialog) { PressOk(dialog); });
+  EXPECT_EQ(around_.printers.offered, std::vector<int>{1});
+  EXPECT_EQ(Pdf(), "old");
 }
 
 TEST_F(PrintingTest, SaysThatAFileCannotBeWritten) {
@@ -366,9 +388,9 @@ TEST_F(PrintingTest, ThePreviewShowsThePrintedPages) {
   InDialog(CommandPrint, look);
   const std::vector<std::string> printed = Pages(Pdf());
   const std::string previewName = folder_.Path() + "/preview.pdf";
-  around_.printers.preview = [&](QPrinter& printer, const std::function<void(QPrinter&)>& draw) {
+  around_.printers.preview = [&](QPrinter& printer, const std::function<bool(QPrinter&)>& draw) {
     printer.setOutputFileName(LocalFileName(previewName));
-    draw(printer);
+    EXPECT_TRUE(draw(printer));
     return false;
   };
   InDialog(CommandPrintPreview, look);
@@ -376,6 +398,145 @@ TEST_F(PrintingTest, ThePreviewShowsThePrintedPages) {
   EXPECT_EQ(around_.printers.offered.size(), 1U);
   EXPECT_GT(printed.size(), 1U);
   EXPECT_EQ(Pages(ReadWholeFile(previewName).value_or("")), printed);
+}
+
+/// The pages so far were shown as if they were all.
+TEST_F(PrintingTest, CancelEndsThePreview) {
+  int drawn = 0;
+  around_.printers.preview = [&](QPrinter& printer, const std::function<bool(QPrinter&)>& draw) {
+    ChoosePdf(printer);
+    EXPECT_FALSE(draw(printer));
+    ++drawn;
+    return false;
+  };
+  CancelWhatTakesTime();
+  InDialog(CommandPrintPreview, [](PrintMapDialog& dialog) {
+    Type(Field(dialog, "Point: scale"), "1:10000");
+    Type(Field(dialog, "Point: show at least, vertical"), "9km");
+    PressOk(dialog);
+  });
+  EXPECT_EQ(drawn, 1);
+  EXPECT_EQ(Texts(), std::vector<std::string>());
+}
+
+/// A preview whose page became smaller drew any number of pages without a question.
+TEST_F(PrintingTest, APreviewThatGrowsAsksAgain) {
+  const QPageLayout upright = PdfLayout(FindPaper("A4").value_or(Paper{}), QPageLayout::Portrait);
+  const QPageLayout small = PdfLayout(FindPaper("A6").value_or(Paper{}), QPageLayout::Portrait);
+  const QPageLayout tiny = PdfLayout({"tiny", 32, 32}, QPageLayout::Portrait);
+  around_.printers.setUp = [&](QPrinter& printer) { printer.setPageLayout(upright); };
+  shell_.Commands().Run(CommandPageSetup, window_);
+  const auto fewPages = [](PrintMapDialog& dialog) {
+    Type(Field(dialog, "Point: scale"), "1:1000");
+    Type(Field(dialog, "Point: show at least, vertical"), "1.4km");
+    Type(Field(dialog, "Point: show at least, horizontal"), "1.4km");
+    PressOk(dialog);
+  };
+  const auto drawOn = [this](QPrinter& printer, const QPageLayout& layout, const auto& draw) {
+    ChoosePdf(printer);
+    printer.setPageLayout(layout);
+    return draw(printer);
+  };
+  around_.printers.preview = [&](QPrinter& printer, const std::function<bool(QPrinter&)>& draw) {
+    EXPECT_TRUE(drawOn(printer, upright, draw));
+    EXPECT_TRUE(messages_.Questions().empty());
+    messages_.answers = {1};
+    EXPECT_TRUE(drawOn(printer, small, draw));
+    EXPECT_EQ(messages_.Questions().size(), 1U);
+    EXPECT_TRUE(drawOn(printer, upright, draw));
+    EXPECT_TRUE(drawOn(printer, small, draw));
+    EXPECT_EQ(messages_.Questions().size(), 1U) << "was agreed to";
+    EXPECT_FALSE(drawOn(printer, tiny, draw));
+    return false;
+  };
+  InDialog(CommandPrintPreview, fewPages);
+  ASSERT_EQ(Texts().size(), 1U);
+  EXPECT_TRUE(Texts().front().starts_with("Too many pages (")) << Texts().front();
+
+  // What was refused is not the page of the next job.
+  shell_.Commands().Run(CommandPageSetup, window_);
+  around_.printers.preview = [&](QPrinter& printer, const std::function<bool(QPrinter&)>& draw) {
+    EXPECT_TRUE(drawOn(printer, upright, draw));
+    messages_.answers = {2};
+    EXPECT_FALSE(drawOn(printer, small, draw));
+    return false;
+  };
+  InDialog(CommandPrintPreview, fewPages);
+  EXPECT_EQ(messages_.Questions().size(), 2U);
+  InDialog(CommandPrint, fewPages);
+  EXPECT_LT(around_.printers.offered.back(), 100);
+}
+
+/// Counts the windows that become visible.
+class ShownWindows final : public QObject {
+ public:
+  ShownWindows() { qApp->installEventFilter(this); }
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() == QEvent::Expose && watched->isWindowType()) ++count;
+    return false;
+  }
+  int count = 0;
+};
+
+class DesktopPreviewTest : public PrintingTest {
+ protected:
+  DesktopPreviewTest() { ChoosePdf(printer_); }
+
+  /// A black page.
+  static void DrawPage(QPrinter& printer) {
+    QPainter painter(&printer);
+    painter.fillRect(0, 0, 100, 100, Qt::black);
+  }
+  static QAction* ActionNamed(const QWidget& dialog, const char* text) {
+    const auto actions = dialog.findChildren<QAction*>();
+    for (QAction* action : actions) {
+      if (action->text() == QLatin1String(text)) return action;
+    }
+    ADD_FAILURE() << text;
+    return nullptr;
+  }
+
+  QPrinter printer_;
+  DesktopPrinterDialogs dialogs_;
+};
+
+TEST_F(DesktopPreviewTest, DoesNotComeUpIfItsPagesAreNotDrawn) {
+  const ShownWindows shown;
+  int draws = 0;
+  const auto draw = [&draws](QPrinter& printer) {
+    DrawPage(printer);
+    ++draws;
+    return false;
+  };
+  EXPECT_FALSE(dialogs_.Preview(printer_, draw, &window_));
+  EXPECT_EQ(draws, 1);
+  EXPECT_EQ(shown.count, 0);
+}
+
+TEST_F(DesktopPreviewTest, ClosesIfAnotherPageIsNotDrawn) {
+  int draws = 0;
+  const auto draw = [&draws](QPrinter& printer) {
+    DrawPage(printer);
+    return ++draws == 1;
+  };
+  QTimer::singleShot(0, [] {
+    QWidget* dialog = QApplication::activeModalWidget();
+    ASSERT_NE(dialog, nullptr);
+    EXPECT_TRUE(dialog->isVisible());
+    ActionNamed(*dialog, "Landscape")->trigger();
+  });
+  EXPECT_FALSE(dialogs_.Preview(printer_, draw, &window_));
+  EXPECT_EQ(draws, 2);
+}
+
+TEST_F(DesktopPreviewTest, LeadsToThePrinter) {
+  const auto draw = [](QPrinter& printer) {
+    DrawPage(printer);
+    return true;
+  };
+  QTimer::singleShot(0,
+                     [] { ActionNamed(*QApplication::activeModalWidget(), "Print")->trigger(); });
+  EXPECT_TRUE(dialogs_.Preview(printer_, draw, &window_));
 }
 
 TEST_F(PrintingTest, ThePreviewLeadsToThePrinter) {

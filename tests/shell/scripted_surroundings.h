@@ -28,7 +28,7 @@ class ScriptedPrinters final : public PrinterDialogs {
     offered.push_back(pages);
     return choose && choose(printer);
   }
-  bool Preview(QPrinter& printer, const std::function<void(QPrinter&)>& draw,
+  bool Preview(QPrinter& printer, const std::function<bool(QPrinter&)>& draw,
                QWidget* /*parent*/) override {
     ++previews;
     return preview && preview(printer, draw);
@@ -41,7 +41,7 @@ class ScriptedPrinters final : public PrinterDialogs {
   std::vector<int> offered;  ///< the pages of each job that reached the box
   std::function<void(QPrinter& printer)> setUp;
   std::function<bool(QPrinter& printer)> choose;
-  std::function<bool(QPrinter& printer, const std::function<void(QPrinter&)>& draw)> preview;
+  std::function<bool(QPrinter& printer, const std::function<bool(QPrinter&)>& draw)> preview;
 };
 
 /// Surroundings that count what is asked of them.

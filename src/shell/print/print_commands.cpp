@@ -166,29 +166,42 @@ void Printing::Preview(ProgramWindow& window) {
   if (!makePages) return;
   const std::unique_ptr<PrintedPages> offered = MakePages(makePages, 0);
   if (!offered) return;
+  int agreed = offered->Count();
+  QPageLayout drawn = ThePrinter().pageLayout();
   const auto draw = [&](QPrinter& device) {
-    shell_.Guard().Run([&] {
-      const std::unique_ptr<PrintedPages> pages = makePages(PreparePage(device));
-      if (pages) DrawOn(device, *pages, OccasionFor(window));
-    });
+    bool isDrawn = false;
+    shell_.Guard().Run(
+        [&] { isDrawn = DrawPreview(device, makePages, agreed, OccasionFor(window)); });
+    if (isDrawn) drawn = device.pageLayout();
+    return isDrawn;
   };
-  if (shell_.Printers().Preview(ThePrinter(), draw, &window.Widget())) {
-    // The question about a long job was answered before the preview.
-    PrintPagesOf(window, makePages, offered->Count());
-  }
+  const bool wantsPrint = shell_.Printers().Preview(ThePrinter(), draw, &window.Widget());
+  // A page that could not be drawn is not that of the next job.
+  ThePrinter().setPageLayout(drawn);
+  if (wantsPrint) PrintPagesOf(window, makePages, agreed);
+}
+
+bool Printing::DrawPreview(QPrinter& printer, const PageMaker& makePages, int& agreed,
+                           const QString& occasion) {
+  const std::unique_ptr<PrintedPages> pages = makePages(PreparePage(printer));
+  if (!pages) return false;
+  const int count = CountPages(*pages, printer.resolution());
+  if (!MayPrintAgain(shell_.TheWorkspace().messages, count, agreed)) return false;
+  BusyWork busy(shell_.TheWorkspace(), shell_.Boxes(), occasion, shell_.Clock());
+  return DrawOn(printer, *pages, busy);
 }
 
 void Printing::ShowDialog(MapWindowWidget& window) {
   if (HasRoomOnPage()) AskWhatOfMap(window);
 }
 
-void Printing::DrawOn(QPrinter& printer, PrintedPages& pages, const QString& occasion) {
-  BusyWork busy(shell_.TheWorkspace(), shell_.Boxes(), occasion, shell_.Clock());
-  busy.Commit();  // a printer prints what it has, and a preview can't be left half drawn
-  if (PrintPages(pages, printer, {.progress = &busy, .span = ChosenPages(printer)}) !=
-      PrintResult::Done) {
+bool Printing::DrawOn(QPrinter& printer, PrintedPages& pages, BusyWork& busy) {
+  const PrintResult result =
+      PrintPages(pages, printer, {.progress = &busy, .span = ChosenPages(printer)});
+  if (result == PrintResult::Failed) {
     NoteError(shell_.TheWorkspace().messages, "Can't draw the pages");
   }
+  return result == PrintResult::Done;
 }
 
 void Printing::SendTo(QPrinter& printer, PrintedPages& pages, const QString& occasion) {
@@ -199,7 +212,9 @@ void Printing::SendTo(QPrinter& printer, PrintedPages& pages, const QString& occ
           {.progress = &busy, .span = ChosenPages(printer)});
     if (busy.Canceled()) return;
   }
-  DrawOn(printer, pages, occasion);
+  BusyWork busy(shell_.TheWorkspace(), shell_.Boxes(), occasion, shell_.Clock());
+  busy.Commit();  // a printer prints what it has
+  DrawOn(printer, pages, busy);
 }
 
 void Printing::WritePdf(const QPrinter& printer, PrintedPages& pages, const QString& occasion) {

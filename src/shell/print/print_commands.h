@@ -12,6 +12,7 @@ class QPrinter;
 
 namespace orvane {
 
+class BusyWork;
 class MapWindowWidget;
 class PrintedPages;
 class ProgramWindow;
@@ -56,8 +57,15 @@ class Printing final : public QObject {
   /// \return null if they are not printed
   std::unique_ptr<PrintedPages> MakePages(const PageMaker& makePages, int agreedPages);
   void PrintPagesOf(ProgramWindow& window, const PageMaker& makePages, int agreedPages);
-  /// Draws pages on a printer or its preview, with progress.
-  void DrawOn(QPrinter& printer, PrintedPages& pages, const QString& occasion);
+  /// Draws the pages of a preview, as they are for the present page of the printer. They may have
+  /// become more.
+  /// \param agreed  as for `MayPrintAgain`
+  /// \return false if the user cancelled, or after a message
+  bool DrawPreview(QPrinter& printer, const PageMaker& makePages, int& agreed,
+                   const QString& occasion);
+  /// Draws pages on a printer or its preview.
+  /// \return false if they were cancelled, or after a message
+  bool DrawOn(QPrinter& printer, PrintedPages& pages, BusyWork& busy);
   /// Prints pages. Cancel ends the job without a page.
   void SendTo(QPrinter& printer, PrintedPages& pages, const QString& occasion);
   /// Writes pages to the PDF file that the user chose as the printer.

@@ -1,6 +1,10 @@
 #include "shell/print/printer_dialogs.h"
 
+#include <QAbstractItemView>
 #include <QAction>
+#include <QComboBox>
+#include <QGraphicsView>
+#include <QLineEdit>
 #include <QPageSetupDialog>
 #include <QPrintDialog>
 #include <QPrintPreviewDialog>
@@ -9,6 +13,24 @@
 #include <QScreen>
 
 namespace orvane {
+namespace {
+
+/// Names the controls of the toolkit's preview for screen readers.
+void NameControls(const QPrintPreviewDialog& dialog) {
+  for (auto* pages : dialog.findChildren<QGraphicsView*>()) {
+    pages->setAccessibleName(QStringLiteral("Pages"));
+  }
+  for (auto* page : dialog.findChildren<QLineEdit*>()) {
+    page->setAccessibleName(QStringLiteral("Page"));
+  }
+  for (auto* zoom : dialog.findChildren<QComboBox*>()) {
+    zoom->setAccessibleName(QStringLiteral("Zoom"));
+    zoom->lineEdit()->setAccessibleName(QStringLiteral("Zoom"));
+    zoom->view()->setAccessibleName(QStringLiteral("Zooms"));
+  }
+}
+
+}  // namespace
 
 bool DesktopPrinterDialogs::IsValid(const QPrinter& printer) {
   // A printer that is gone still counts as valid to the toolkit.
@@ -32,14 +54,20 @@ bool DesktopPrinterDialogs::ChoosePrinter(QPrinter& printer, int pages, QWidget*
   return dialog.exec() == QDialog::Accepted;
 }
 
-bool DesktopPrinterDialogs::Preview(QPrinter& printer, const std::function<void(QPrinter&)>& draw,
+bool DesktopPrinterDialogs::Preview(QPrinter& printer, const std::function<bool(QPrinter&)>& draw,
                                     QWidget* parent) {
   constexpr double PartOfScreen = 0.8;
   QPrintPreviewDialog dialog(&printer, parent, Qt::Window);
   dialog.setObjectName(QStringLiteral("printPreview"));
   dialog.resize((parent->screen()->availableSize() * PartOfScreen));
-  QObject::connect(&dialog, &QPrintPreviewDialog::paintRequested, &dialog,
-                   [&draw](QPrinter* device) { draw(*device); });
+  NameControls(dialog);
+  QObject::connect(&dialog, &QPrintPreviewDialog::paintRequested, &dialog, [&](QPrinter* device) {
+    if (draw(*device)) return;
+    // The first pages are drawn before the box is shown: then it is not shown at all.
+    if (!dialog.isVisible()) dialog.setAttribute(Qt::WA_DontShowOnScreen);
+    // It can only be closed once its loop runs.
+    QMetaObject::invokeMethod(&dialog, &QDialog::reject, Qt::QueuedConnection);
+  });
   // The dialog's own printing knows neither our questions nor our files.
   bool wantsPrint = false;
   const auto actions = dialog.findChildren<QAction*>();

@@ -21,9 +21,10 @@ class PrinterDialogs {
   /// \return false if the user cancelled
   virtual bool ChoosePrinter(QPrinter& printer, int pages, QWidget* parent) = 0;
   /// Shows what would be printed.
-  /// \param draw  draws all pages; called for each change of the page
+  /// \param draw  draws all pages, or returns false, which ends the preview: half of the pages would
+  ///              pass for all of them. Called for each change of the page
   /// \return true if the user wants to print them
-  virtual bool Preview(QPrinter& printer, const std::function<void(QPrinter&)>& draw,
+  virtual bool Preview(QPrinter& printer, const std::function<bool(QPrinter&)>& draw,
                        QWidget* parent) = 0;
 };
 
@@ -33,7 +34,7 @@ class DesktopPrinterDialogs final : public PrinterDialogs {
   bool IsValid(const QPrinter& printer) override;
   void SetUpPage(QPrinter& printer, QWidget* parent) override;
   bool ChoosePrinter(QPrinter& printer, int pages, QWidget* parent) override;
-  bool Preview(QPrinter& printer, const std::function<void(QPrinter&)>& draw,
+  bool Preview(QPrinter& printer, const std::function<bool(QPrinter&)>& draw,
                QWidget* parent) override;
 };
 
