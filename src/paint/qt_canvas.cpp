@@ -106,17 +106,16 @@ QBrush QtCanvas::PainterBrush() const {
 
 QPen QtCanvas::MakePainterPen(Tools tools) const {
   const bool thin = pen_.width <= 1;
+  const double thinnest = options_.hairline > 0 ? options_.hairline : 1;
+  const double width = thin ? thinnest : pen_.width;
   QPen pen(PaintColor(pen_.color));
-  if (thin && options_.hairline <= 0) {
-    pen.setWidthF(0);  // one device pixel
-  } else {
-    pen.setWidthF(thin ? options_.hairline : pen_.width);
-  }
+  pen.setWidthF(thin && options_.hairline <= 0 ? 0 : width);  // 0 is one device pixel
   pen.setJoinStyle(tools == Tools::Area ? Qt::SvgMiterJoin : Qt::RoundJoin);
   pen.setMiterLimit(MiterLimit);
   pen.setCapStyle(thin || pen_.pattern != PenPattern::Solid ? Qt::FlatCap : Qt::RoundCap);
-  // A pattern of one-pixel dots would shrink to grey on a fine screen, so it grows with the fonts.
-  const double unit = thin ? std::max(1.0, fonts_.PixelsPerInch() / 96.0) : 1;
+  // Dots of few pixels would shrink to grey on a fine screen or on paper, so the pattern of a narrow
+  // line grows with the fonts. The painter counts it in widths of the line.
+  const double unit = std::max(1.0, fonts_.PixelsPerInch() / 96.0 / width);
   const auto scaled = [unit](QList<qreal> pattern) {
     for (qreal& length : pattern) length *= unit;
     return pattern;

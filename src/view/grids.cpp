@@ -80,7 +80,10 @@ LineRange ShownLines(const LineFamily& family, const PixelRect& clip, double roo
 class GridDrawer {
  public:
   explicit GridDrawer(MapWindow& view)
-      : view_(view), canvas_(*view.target), clip_(view.target->Clip()) {}
+      : view_(view),
+        canvas_(*view.target),
+        clip_(view.target->Clip()),
+        labelRoom_(std::max(LeastLabelRoom, 1.0 * view.lineHeight)) {}
 
   void Draw(const Grid& grid) {
     if (grid.corner == nullptr || !IsDrawable(*grid.corner)) return;
@@ -204,7 +207,7 @@ class GridDrawer {
   template <typename Place>
   void ForEachLabel(const LineFamily& family, int firstNumber, GridStyle style, Place place) {
     if (GridLabel(1, style).empty()) return;
-    const LineRange range = ShownLines(family, clip_, LabelRoom);
+    const LineRange range = ShownLines(family, clip_, labelRoom_);
     for (std::int64_t i = range.first; i <= range.last; ++i) {
       const std::string text = GridLabel(firstNumber + i, style);
       place(family.start + static_cast<double>(i) * family.step, text, canvas_.TextWidth(text));
@@ -212,16 +215,17 @@ class GridDrawer {
   }
 
   void DrawLabel(double x, double y, const std::string& text, int width) {
-    const bool outside = x > clip_.right + LabelRoom || x + width < clip_.left - LabelRoom ||
-                         y < clip_.top - LabelRoom || y > clip_.bottom + LabelRoom;
+    const bool outside = x > clip_.right + labelRoom_ || x + width < clip_.left - labelRoom_ ||
+                         y < clip_.top - labelRoom_ || y > clip_.bottom + labelRoom_;
     if (!outside) canvas_.DrawText({RoundToPixel(x), RoundToPixel(y)}, text);
   }
 
-  static constexpr double LabelRoom = 200;  // pixels about the clip in which labels are placed
+  static constexpr double LeastLabelRoom = 200;  // pixels
 
   MapWindow& view_;
   Canvas& canvas_;
   const PixelRect clip_;
+  const double labelRoom_;  // pixels about the clip in which labels are placed
 };
 
 }  // namespace

@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <cmath>
 #include <gtest/gtest.h>
+#include <regex>
 #include <string>
 #include <vector>
 
@@ -232,6 +233,30 @@ TEST_F(PrintJobTest, MakesTheSameFileTwiceButForTheDate) {
   const std::string first = file();
   EXPECT_GT(first.size(), 1000U);
   EXPECT_EQ(first, file());
+}
+
+/// Dots of lines a pixel or two wide were twice as long at 600 pixels to the inch as at 300, or far
+/// shorter, and thin lines below 300 were wider.
+TEST_F(PrintJobTest, LinesLookTheSameAtEachResolution) {
+  for (Trail& trail : map.TheMap().trails) trail.lineStyle = LineStyle::Dotted;
+  for (const double width : {0.0, 0.8}) {  // metres; 0.8 are two pixels at 600 to the inch
+    for (Trail& trail : map.TheMap().trails) trail.width = static_cast<float>(width);
+    for (const int resolution : {72, 150, 300, 600, 1200}) {
+      const Sheet sheet{"A4", QPageLayout::Portrait, resolution, 0};
+      MapWindow window = map.View(800, 600);
+      MapPages pages = PagesOn(sheet, window, "1m", "10000");
+      const std::vector<std::string> drawn = Print(sheet, pages);
+      ASSERT_EQ(drawn.size(), 1U);
+      // Width, ends and corners of a line, then its dots and gaps.
+      const std::regex dotted(R"((\S+) w 0 J 1 j \[(\S+) (\S+) \])");
+      std::smatch found;
+      ASSERT_TRUE(std::regex_search(drawn.front(), found, dotted)) << resolution;
+      const double point = resolution / 72.0;
+      EXPECT_NEAR(std::stod(found[1]) / point, 72 / 300.0, 0.05) << resolution;
+      EXPECT_NEAR(std::stod(found[2]) / point, 72 / 96.0, 0.01) << resolution << ' ' << width;
+      EXPECT_NEAR(std::stod(found[3]) / point, 144 / 96.0, 0.01) << resolution << ' ' << width;
+    }
+  }
 }
 
 /// Cancels after some pages.

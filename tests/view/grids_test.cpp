@@ -148,6 +148,18 @@ TEST(DrawGrids, OnPaperLabelsOfAGridBeyondThePageMoveInside) {
   EXPECT_NE(std::find(labels.begin(), labels.end(), "text 9,13 D"), labels.end());
 }
 
+/// A label more than 200 pixels high was missing where its baseline was below the view: on a fine
+/// printer a text of 30 points is as high.
+TEST(DrawGrids, LargeLabelsShowTheirUpperPart) {
+  ViewCase c;
+  c.view.ascent = 300;
+  c.view.lineHeight = 400;
+  Grid& grid = c.AddGrid(c.Add("corner", -140, -100), 350, 1, 1);  // at pixel (100, 290)
+  grid.columnStyle = GridStyle::Unlabeled;
+  DrawGrids(c.view);
+  EXPECT_EQ(c.canvas.Having("text"), Lines{"text 88,590 ZZ"});
+}
+
 TEST(DrawGrids, OnPaperLabelsStayOutsideWhereNoCellIsLeft) {
   ViewCase c;
   c.view.flags |= MapWindowPrint;
