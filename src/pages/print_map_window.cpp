@@ -79,12 +79,13 @@ long long PageCount(const PrintMapWindow& view) {
 
 void PlacePage(PrintMapWindow& view, PagePlace page) {
   const Shift corner = PageCorner(view, page);
-  // From the top left corner to the bottom right one.
-  const Shift diagonal = ToGround(view, {-view.pageHeightMeters, view.pageWidthMeters});
   view.left = corner.right;
   view.top = DegreesToMeters(view.centerLatitude) + corner.up;
-  view.right = view.left + diagonal.right;
-  view.bottom = view.top + diagonal.up;
+  // Of a turned page these are not the opposite corner; see docs/compatibility.md.
+  const double r = static_cast<double>(view.rotation) * (Pi / 180.0);
+  view.right = view.left + std::cos(r) * view.pageWidthMeters + std::sin(r) * view.pageHeightMeters;
+  view.bottom =
+      view.top - (std::cos(r) * view.pageHeightMeters - std::sin(r) * view.pageWidthMeters);
 }
 
 double ScaleRatio(const PrintMapWindow& view) {

@@ -67,6 +67,7 @@ std::vector<ElevationText> DistanceTexts(const ElevationView& view, const TextWi
       continue;
     }
     texts.push_back({{i + view.leftMargin, NameLine(view) + view.lineHeight}, std::move(text)});
+    // Not from where the label is, so a long one may touch the next; see docs/compatibility.md.
     edge += width + gap - 1;
     i = std::max(edge, i) + 1;
   }

@@ -82,6 +82,19 @@ TEST(PlacePageTest, CutsTheMapWithoutGapOrOverlap) {
   }
 }
 
+TEST(PlacePageTest, TakesTheSineOfATurnedPageWithTheOtherSign) {
+  PageCase c;
+  const PrintFrame frame{
+      .center = {.lat = 1, .lon = 10}, .vertical = 1, .horizontal = 1, .scale = 1, .rotation = 90};
+  SetPrintFrame(c.view, frame);
+  PlacePage(c.view, {});
+  // The page reaches 1050 m to the north and south of its middle and 1500 m to the east and west.
+  EXPECT_NEAR(c.view.top, DegreesToMeters(1) + 1050, 1e-6);
+  EXPECT_NEAR(c.view.left, 1500, 1e-6);
+  EXPECT_NEAR(c.view.bottom, c.view.top + 2100, 1e-6) << "and not - 2100";
+  EXPECT_NEAR(c.view.right, c.view.left + 3000, 1e-6) << "and not - 3000";
+}
+
 /// The corners of a page that have a mark, such as "BR TL".
 std::string MarkedCorners(int down, int across, PagePlace page) {
   PageCase c;

@@ -292,6 +292,25 @@ TEST_F(ProfileView, DistancesAreAsCloseAsTheyFit) {
   }
 }
 
+/// The room of a label is counted from the widths of those before it, not from where it is. See
+/// docs/compatibility.md.
+TEST_F(ProfileView, ALongDistanceReachesToAShorterOneAfterIt) {
+  ElevationView view = Shown();
+  const auto gapBefore = [&view](const char* text) {
+    const auto texts = DistanceTexts(view, SixEach);
+    for (size_t i = 1; i < texts.size(); ++i) {
+      if (texts[i].text != text) continue;
+      return texts[i].at.x - texts[i - 1].at.x - SixEach(texts[i - 1].text);
+    }
+    ADD_FAILURE() << text;
+    return 0;
+  };
+  view.metresPerPixelX = 20;
+  EXPECT_EQ(gapBefore("3km"), 0) << "after 2.4km";
+  view.metresPerPixelX = 7.5;
+  EXPECT_EQ(gapBefore("2km"), -4) << "after 1.75km";
+}
+
 TEST_F(ProfileView, TextsWithoutWidthEndAllTheSame) {
   const ElevationView view = Shown();
   const TextWidth none = [](std::string_view) { return 0; };
