@@ -34,7 +34,7 @@ class TravelChart {
     x0_ = canvas_.TextWidth(IsDistance() ? "1.6km/h" : "1000%") + 2 * state.margin + TickLength();
     y0_ = top + PlotLines * state.lineHeight - state.scroll;
     slotWidth_ = static_cast<double>(state.width - x0_ - state.margin) /
-                 static_cast<double>((end_ - start_) * SlotsOfHour);
+                 static_cast<double>((HoursOfDay - start_) * SlotsOfHour);
     if (slotWidth_ >= 1) slotWidth_ = std::floor(slotWidth_);
     unitHeight_ = static_cast<double>(PlotLines * state.lineHeight) / axisTop_;
   }
@@ -64,16 +64,11 @@ class TravelChart {
   }
   int TickLength() const { return state_.lineHeight / 4; }
 
+  /// All charts end at midnight, so that they can be laid beside each other. Pinned by
+  /// TravelChart.EndsAtMidnight.
   void TakeHours() {
     constexpr int LatestStart = 7;
-    constexpr int LateStart = 17;
     while (start_ < LatestStart && HourValue(start_) == 0) ++start_;
-    // The last hour without travel would be cut only where the day begins late, which the line
-    // above rules out: all charts end at midnight, so that they can be laid beside each other.
-    // Pinned by TravelChart.EndsAtMidnight.
-    int last = HoursOfDay - 1;
-    while (start_ > LateStart && last > start_ && HourValue(last) == 0) --last;
-    end_ = last + 1;
   }
 
   double Peak() const {
@@ -93,7 +88,7 @@ class TravelChart {
 
   void DrawSlots() const {
     std::vector<Pixel> line;
-    for (int slot = SlotsOfHour * start_; slot < SlotsOfHour * end_; ++slot) {
+    for (int slot = SlotsOfHour * start_; slot < SlotsOfHour * HoursOfDay; ++slot) {
       const int x = x0_ + CutPixel(slotWidth_ / 2 + (slot - SlotsOfHour * start_) * slotWidth_);
       line.push_back({x, RowOf(SlotValue(static_cast<size_t>(slot)))});
     }
@@ -106,7 +101,7 @@ class TravelChart {
 
   void DrawHours() const {
     std::vector<Pixel> line;
-    for (int hour = start_; hour < end_; ++hour) {
+    for (int hour = start_; hour < HoursOfDay; ++hour) {
       const int x = x0_ + CutPixel(6 * slotWidth_ + (hour - start_) * SlotsOfHour * slotWidth_);
       line.push_back({x, RowOf(HourValue(hour))});
     }
@@ -127,7 +122,7 @@ class TravelChart {
 
   void DrawAxes() const {
     canvas_.DrawLine({x0_ - 1, PlotTop()}, {x0_ - 1, y0_ + 1});
-    canvas_.DrawLine({x0_ - 1, y0_ + 1}, {ColumnOf(end_), y0_ + 1});
+    canvas_.DrawLine({x0_ - 1, y0_ + 1}, {ColumnOf(HoursOfDay), y0_ + 1});
   }
 
   /// The label of the mark at `i` fifths of the axis.
@@ -157,7 +152,7 @@ class TravelChart {
 
   void DrawHourMarks() const {
     std::optional<int> lastRight;
-    for (int hour = start_; hour <= end_; ++hour) {
+    for (int hour = start_; hour <= HoursOfDay; ++hour) {
       const int x = ColumnOf(hour);
       canvas_.DrawLine({x, y0_ + 1}, {x, y0_ + 1 + TickLength()});
       const std::string text = std::to_string(hour) + ":00";
@@ -173,7 +168,6 @@ class TravelChart {
   const Range& range_;
   Canvas& canvas_;
   int start_ = 0;          // first hour shown
-  int end_ = HoursOfDay;   // after the last one
   double axisTop_ = 0;     // value at the upper end
   int x0_ = 0;             // left edge of the plot
   int y0_ = 0;             // lower edge of the plot

@@ -4,6 +4,8 @@
 #include "support/recording_canvas.h"
 
 #include <algorithm>
+#include <limits>
+#include <list>
 
 namespace orvane {
 namespace {
@@ -163,6 +165,89 @@ TEST(LineChart, AnEmptyChartHasItsAxes) {
   DrawLineChart(chart, {0, 0, 300, 200}, canvas);
   EXPECT_EQ(canvas.Count("polyline"), 0);
   EXPECT_GE(canvas.Count("line"), 4);
+}
+
+TEST_F(EstimatesReport, ARangeWithoutANameIsCalledSo) {
+  Map& map = Open(Days);
+  Range& range = map.ranges.front();
+  range.name.reset();
+  EXPECT_EQ(RangeName(range), "(no name)");
+  const std::vector<const Range*> only{&range};
+  const auto estimates = EstimateRanges(only, {}, nullptr);
+  EXPECT_EQ(EstimatesTable(estimates).columns[1].caption, "(no name)");
+}
+
+TEST_F(EstimatesReport, TakesOnlySelectedRowsOfRanges) {
+  Map& map = Open(Days);
+  std::list<RangePanelRow> rows(4);
+  auto row = rows.begin();
+  row->range = &map.ranges.front();
+  (++row)->selected = true;  // an overlap
+  (++row)->range = &*std::next(map.ranges.begin());
+  row->selected = true;
+  EXPECT_EQ(SelectedRangesOnly(rows), std::vector<const Range*>{&*std::next(map.ranges.begin())});
+}
+
+TEST_F(EstimatesReport, SmallRangesAreDrawnInSquareMetres) {
+  const auto estimates = Of(Days);
+  EXPECT_EQ(PolygonChart(estimates[0]).yTitle, "ha");
+  EXPECT_EQ(PolygonChart(estimates[1]).yTitle, "m^2");
+  const LineChart polygons = PolygonChart({});
+  EXPECT_TRUE(polygons.lines.at(0).points.empty());
+  EXPECT_EQ(polygons.yTitle, "m^2");
+  const LineChart days = DaysChart({});
+  EXPECT_TRUE(days.band.low.empty());
+}
+
+TEST_F(EstimatesReport, WithoutAKernelThePictureSaysSo) {
+  const auto estimates = Of(Days);
+  RecordingCanvas canvas(300, 300);
+  DrawDensity(DensityPictureOf(*estimates[1].range, 1), {0, 0, 300, 300}, canvas);
+  const auto texts = canvas.Having("text");
+  ASSERT_EQ(texts.size(), 2U);
+  EXPECT_NE(texts[1].find("There is no kernel."), std::string::npos);
+  EXPECT_EQ(canvas.Count("oval"), 0);
+  EXPECT_TRUE(DensityPictureOf(Range(), 1).fixes.empty());
+}
+
+TEST_F(EstimatesReport, NumbersOfChartsHaveAColumnForEachLine) {
+  EstimateCharts charts;
+  charts.polygons.title = "Empty";
+  charts.polygons.xTitle = "x";
+  charts.days.title = "Two";
+  charts.days.xTitle = "x";
+  charts.days.yTitle = "ha";
+  charts.days.lines.resize(2);
+  charts.days.lines[1].name = "first";
+  for (ChartLine& line : charts.days.lines) line.points = {{1, 2}, {3, 4}};
+  charts.days.band.low = {{1, 0.5}};
+  charts.days.band.high = {{1, 2.5}};
+  EXPECT_EQ(EstimateChartNumbers(charts),
+            "Empty\nx\n\nTwo\nx\tha\tfirst, ha\t2.5 %\t97.5 %\n1\t2\t2\t0.5\t2.5\n3\t4\t4\n");
+}
+
+TEST(LineChart, ALineOfOnePointIsADot) {
+  RecordingCanvas canvas(300, 200);
+  LineChart chart;
+  chart.lines.resize(1);
+  chart.lines[0].points = {{1, 2}};
+  DrawLineChart(chart, {0, 0, 300, 200}, canvas);
+  EXPECT_EQ(canvas.Count("polyline"), 0);
+  EXPECT_EQ(canvas.Count("oval"), 1);
+  chart.lines[0].points.push_back({2, 3});
+  RecordingCanvas two(300, 200);
+  DrawLineChart(chart, {0, 0, 300, 200}, two);
+  EXPECT_EQ(two.Count("polyline"), 1);
+  EXPECT_EQ(two.Count("oval"), 0);
+  chart.lines[0].dots = true;
+  RecordingCanvas dots(300, 200);
+  DrawLineChart(chart, {0, 0, 300, 200}, dots);
+  EXPECT_EQ(dots.Count("oval"), 2);
+}
+
+TEST(AxisStep, OfWhatIsNoNumberIsOne) {
+  EXPECT_DOUBLE_EQ(AxisStep(std::numeric_limits<double>::infinity(), 5), 1);
+  EXPECT_DOUBLE_EQ(AxisStep(std::numeric_limits<double>::quiet_NaN(), 5), 1);
 }
 
 }  // namespace

@@ -501,5 +501,11 @@ TEST_F(ProfileChoice, ARefusedTransectEndsTheModeToo) {
   EXPECT_FALSE(view.transectMode);
 }
 
+TEST_F(ProfileChoice, AnEmptyGroupIsNotATrail) {
+  view.trailViews.clear();
+  view.trailViews.emplace_back().selected = true;
+  EXPECT_FALSE(OpenSelectedProfile(view));
+}
+
 }  // namespace
 }  // namespace orvane

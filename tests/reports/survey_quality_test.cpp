@@ -186,5 +186,142 @@ TEST_F(SurveyQualityTest, AMapWithoutReadingsIsEmpty) {
   EXPECT_TRUE(QualityTable(quality, {}).notes.empty());
 }
 
+TEST_F(SurveyQualityTest, EachBlunderHasItsWords) {
+  Map& map = Open("G\tA\tN1\tE2\nC\tB\tA\t50\t180\n");
+  const Point& a = Named(map, "A");
+  const Point& b = Named(map, "B");
+  const auto sentence = [&](BlunderKind kind, BlunderField field) {
+    LikelyBlunder blunder;
+    const bool isFix = field == BlunderField::Latitude || field == BlunderField::Longitude;
+    const Point& point = isFix ? a : b;
+    blunder.best = {.point = &point,
+                    .reading = &point.measurements.front(),
+                    .kind = kind,
+                    .field = field,
+                    .written = 10,
+                    .likely = 20,
+                    .before = 30,
+                    .after = 0.5};
+    const std::string text = BlunderSentence(blunder);
+    const std::string begin = "Likely blunder: the ";
+    const size_t end = text.find(". The error would be ");
+    EXPECT_TRUE(text.starts_with(begin)) << text;
+    return text.substr(begin.size(), end - begin.size());
+  };
+  using Kind = BlunderKind;
+  using Field = BlunderField;
+  EXPECT_EQ(sentence(Kind::BackwardBearing, Field::Bearing),
+            "bearing of the leg from B to A, 10, was read backwards; it would be 20");
+  EXPECT_EQ(sentence(Kind::SwappedDigits, Field::Distance),
+            "distance of the leg from B to A, 10, was written with two digits swapped; it would be "
+            "20");
+  EXPECT_EQ(sentence(Kind::MisreadTens, Field::Latitude),
+            "latitude of the fix of A, 10.00000, was misread in the tens; it would be 20.00000");
+  EXPECT_EQ(sentence(Kind::WrongSign, Field::Longitude),
+            "longitude of the fix of A, 10.00000, was written with the wrong sign; it would be "
+            "20.00000");
+  EXPECT_EQ(sentence(Kind::WrongSign, Field::Inclination),
+            "inclination of the leg from B to A, 10, was written with the wrong sign; it would be "
+            "20");
+  EXPECT_EQ(sentence(Kind::DoubledDistance, Field::Distance),
+            "distance of the leg from B to A, 10, was doubled; it would be 20");
+  EXPECT_EQ(sentence(Kind::HalvedDistance, Field::Distance),
+            "distance of the leg from B to A, 10, was halved; it would be 20");
+  EXPECT_EQ(sentence(Kind::Feet, Field::Distance),
+            "distance of the leg from B to A, 10, was measured in feet; it would be 20");
+}
+
+TEST_F(SurveyQualityTest, OtherExplanationsFollowTheBest) {
+  Map& map = Open("G\tA\tN1\tE2\nC\tB\tA\t50\t180\n");
+  const Point& b = Named(map, "B");
+  LikelyBlunder blunder;
+  blunder.best = {.point = &b, .reading = &b.measurements.front(), .written = 10, .likely = 190};
+  const std::string only = BlunderSentence(blunder);
+  EXPECT_EQ(only.find("It could also be"), std::string::npos);
+  Blunder other = blunder.best;
+  other.likely = 100;
+  blunder.others = {other, other};
+  const std::string each =
+      "the bearing of the leg from B to A, 10, was read backwards; it would be ";
+  EXPECT_EQ(BlunderSentence(blunder),
+            only + " It could also be that " + each + "100, or that " + each + "100.");
+  blunder.moreOthers = 4;
+  EXPECT_TRUE(BlunderSentence(blunder).ends_with("100 (and 4 more)."));
+}
+
+TEST_F(SurveyQualityTest, RowsHaveAWordForEachKindAndTheNameOfTheirTrail) {
+  Map& map = Open("T\tMain\nG\tA\tN1\tE2\nT\t\tOru\tUlo\nG\t8:00\tN1\tE2\nT\nG\tLoose\tN1\tE3\n");
+  SurveyQuality quality;
+  const auto add = [&](QualityKind kind, const Trail* trail) {
+    QualityRow row;
+    row.kind = kind;
+    row.point = &Named(map, "A");
+    row.trail = trail;
+    quality.rows.push_back(row);
+  };
+  add(QualityKind::Leg, FindTrail(map, "Main"));
+  for (const Trail& trail : map.trails) {
+    if (!trail.name) add(QualityKind::Fix, &trail);
+  }
+  add(QualityKind::Altitude, nullptr);
+  add(QualityKind::Chain, nullptr);
+  const TableReport table = QualityTable(quality, FilteredRows(quality, {}));
+  std::vector<std::string> words;
+  for (const auto& row : table.rows) words.push_back(row[0] + " of " + row[3]);
+  EXPECT_EQ(words, (std::vector<std::string>{"leg of Main", "fix of Oru", "altitude of (no trail)",
+                                             "chain of (no trail)"}));
+  EXPECT_EQ(QualityTrails(quality), (std::vector<std::string>{"(no trail)", "Main", "Oru"}));
+}
+
+TEST_F(SurveyQualityTest, NotesCountTheLegsAndNameLargeParts) {
+  SurveyQuality quality;
+  quality.unchecked = 2;
+  quality.hasLargeRegion = true;
+  const TableReport table = QualityTable(quality, {});
+  EXPECT_EQ(table.notes, (std::vector<std::string>{
+                             "A part of this survey is too large to look for blunders in it.",
+                             "2 legs are unchecked: nothing else says where a dead end leads."}));
+}
+
+TEST_F(SurveyQualityTest, AnAltitudeIsSortedLastAndShowsNoLine) {
+  const SurveyQuality quality = Of("T\nG\tA\tN1\tE2\t10\nG\tA\tN1\tE2\t30\nA\tA\t50\n");
+  const auto altitudes =
+      FilteredRows(quality, {.kind = QualityKind::Altitude, .trail = std::nullopt});
+  ASSERT_FALSE(altitudes.empty());
+  const QualityRow& row = quality.rows[altitudes[0]];
+  EXPECT_EQ(row.other, nullptr);
+  EXPECT_TRUE(QualityOverlay(quality, false, altitudes[0]).legs.empty());
+  EXPECT_TRUE(QualityOverlay(quality, false, altitudes[0]).legend.empty());
+  EXPECT_EQ(QualityOverlay(quality, true, altitudes[0]).title, "Error in % of the leg");
+  EXPECT_EQ(*MiddleOfRow(row), row.point->geo);
+}
+
+TEST_F(SurveyQualityTest, TheMiddleOfALegIsBetweenItsPoints) {
+  const SurveyQuality quality = Of(WithSecondFix());
+  const QualityRow& row = *RowOf(quality, QualityKind::Leg, "E");
+  const LatLon middle = MiddleOfRow(row).value_or(LatLon{});
+  EXPECT_NEAR(middle.lat, (row.point->geo.lat + row.other->geo.lat) / 2, 1e-9);
+  EXPECT_NEAR(middle.lon, (row.point->geo.lon + row.other->geo.lon) / 2, 1e-9);
+}
+
+TEST_F(SurveyQualityTest, WithMixedAltitudesColorsFollowTheErrorOnTheGround) {
+  SurveyQuality quality;
+  QualityRow row;
+  row.percent = 10;
+  row.meters = 20;
+  row.ground = 0.8;  // 0.4 % of the leg
+  const Color worst = ErrorColorOf(quality, row);
+  quality.mixedAltitudes = true;
+  const Color good = ErrorColorOf(quality, row);
+  EXPECT_NE(good, worst);
+  row.meters = 0;
+  EXPECT_EQ(ErrorColorOf(quality, row), worst) << "no share without an error";
+  row.percent.reset();
+  row.ground = 0.4;
+  EXPECT_EQ(ErrorColorOf(quality, row), good) << "metres of the ground";
+  row.ground = std::nan("");
+  EXPECT_EQ(ErrorColorOf(quality, row), good) << "an error that is not known is none";
+}
+
 }  // namespace
 }  // namespace orvane
