@@ -195,5 +195,44 @@ TEST_F(PaneClicks, ADropWithoutSelectionOrOnAnIntersectionDoesNothing) {
   EXPECT_EQ(history.Steps(), 0U);
 }
 
+TEST_F(PaneClicks, RangesAreSelectedAndTickedOneByOneOrAllAtOnce) {
+  Show(std::string(TwoGroupsText) + "R\tBlue\nK\tPapio\nR\tRed\nK\tCebus\n");
+  ClickRangeRow(view, &RangeRow("Blue"), false);
+  ClickRangeRow(view, &RangeRow("Red"), true);
+  EXPECT_TRUE(RangeRow("Blue").selected && RangeRow("Red").selected);
+  ClickRangeRow(view, &RangeRow("Blue"), true);
+  EXPECT_FALSE(RangeRow("Blue").selected);
+  ClickRangeRow(view, nullptr, true);
+  EXPECT_FALSE(RangeRow("Red").selected) << "beside the rows nothing stays selected";
+  SelectAllRanges(view);
+  EXPECT_TRUE(RangeRow("Blue").selected);
+  EXPECT_FALSE(RangeRow("New").selected);
+  ClickRangeRow(view, &RangeRow("New"), true);
+  EXPECT_TRUE(RangeRow("Blue").selected);
+  const bool visible = RangeRow("Blue").visible;
+  ClickRangeTick(view, RangeRow("Blue"));
+  EXPECT_NE(RangeRow("Blue").visible, visible);
+  EXPECT_FALSE(RangeRow("Red").selected);
+}
+
+TEST_F(PaneClicks, AGroupWithoutRowsOrLinesDoesNotOpen) {
+  Map& map = Show(HillText);
+  map.contourEnabled = 0;
+  EXPECT_TRUE(AwaitsContours(view, Row("Contours")));
+  ClickTriangle(view, Row("Contours"));
+  EXPECT_FALSE(Row("Contours").open);
+  EXPECT_EQ(Length(map.contourTrails), 0);
+  EXPECT_TRUE(ShowContours(view, Row("Human"), {}));
+  EXPECT_FALSE(AwaitsContours(view, Row("A"))) << "not a group";
+}
+
+TEST_F(PaneClicks, ATypeThatIsTakenGetsTheNextFreeNumber) {
+  Show(std::string(TwoGroupsText) + "R\tPapio\nK\tX\nR\tPapio 2\nK\tX\n");
+  ClickTrailRow(view, &Row("Papio"), false);
+  EXPECT_TRUE(DropSelection(view, RangeRow("New"), history));
+  EXPECT_EQ(*history.UndoName(*view.map), "New Range Papio 3");
+  EXPECT_EQ(RangeRow("Papio 3").range->keys.front().type, "Papio");
+}
+
 }  // namespace
 }  // namespace orvane

@@ -108,5 +108,17 @@ TEST(HintPlace, ChangesSidesWhereThereIsNoRoom) {
   EXPECT_EQ(PlaceHint({50, 30}, 100, 90, {400, 100}, 15, HintPlacement::Under).top, 0);
 }
 
+TEST_F(PaneSelection, TipsOfOverlapsBeginWithTheirArea) {
+  Show(std::string(TwoGroupsText) + "R\tA\nK\tPapio\nR\tB\nK\tCebus\n");
+  for (const RangePanelRow& row : view.rangeViews) {
+    if (row.intersection == nullptr) continue;
+    const Texts tip = RangeTip(view, row);
+    ASSERT_FALSE(tip.empty());
+    EXPECT_TRUE(tip.front().starts_with("MCP area: ")) << tip.front();
+  }
+  const RangePanelRow none;
+  EXPECT_TRUE(RangeTip(view, none).empty());
+}
+
 }  // namespace
 }  // namespace orvane

@@ -145,5 +145,71 @@ TEST_F(VisibilityTest, OkGivesAllSelectedRangesTheSameLook) {
   }
 }
 
+TEST_F(VisibilityTest, ShowsEachStyleThatHasAButton) {
+  Show(TwoGroupsText);
+  TrailPanelRow& row = Row("Path");
+  row.selected = true;
+  for (const LineStyle style : {LineStyle::Solid, LineStyle::Dotted, LineStyle::Dashed}) {
+    row.lineStyle = style;
+    EXPECT_EQ(OpenTrailVisibility(view)->lineStyle, style);
+  }
+  for (const LabelMode mode : {LabelMode::None, LabelMode::FirstLast, LabelMode::All}) {
+    row.labelMode = mode;
+    EXPECT_EQ(OpenTrailVisibility(view)->labelMode, mode);
+  }
+  row.labelMode = LabelMode::Auto;
+  EXPECT_EQ(OpenTrailVisibility(view)->labelMode, LabelMode::Auto);
+  for (const MarkStyle style : {MarkStyle::None, MarkStyle::Circle, MarkStyle::Rect}) {
+    row.markStyle = style;
+    EXPECT_EQ(OpenTrailVisibility(view)->markStyle, style);
+  }
+  row.markStyle = MarkStyle::Unknown;
+  EXPECT_EQ(OpenTrailVisibility(view)->markStyle, MarkStyle::Plus);
+}
+
+TEST_F(VisibilityTest, OnlyTheLinesOfTheDialogHaveButtons) {
+  TrailVisibility dialog;
+  EXPECT_TRUE(IsLineStyleEnabled(dialog, LineStyle::Dotted));
+  EXPECT_FALSE(IsLineStyleEnabled(dialog, LineStyle::Unset));
+  dialog.filled = true;
+  EXPECT_FALSE(IsFillPatternEnabled(dialog, FillRising - 1));
+  EXPECT_TRUE(IsFillPatternEnabled(dialog, FillRising));
+}
+
+TEST_F(VisibilityTest, TheGridAndTheCountsOfARangeHaveTheirControls) {
+  Map& map =
+      Show("Z\t,fruit\n" + std::string(TwoGroupsText) + "H\tA\t100\t5\t5\nR\tBlue\nK\tPapio\n");
+  const RangeControls none = ControlsOfRange(view);
+  EXPECT_FALSE(none.shading[NoShading] || none.clusters || none.estimates);
+  RangePanelRow& row = RangeRow("Blue");
+  row.selected = true;
+  ASSERT_EQ(row.range->grid, &map.grids.front());
+  const RangeControls controls = ControlsOfRange(view);
+  EXPECT_TRUE(controls.estimates);
+  EXPECT_TRUE(controls.drawMode[static_cast<size_t>(RangeDrawMode::CoreGrid)]);
+  EXPECT_EQ(controls.showSm, (std::array<bool, 3>{false, true, false}));
+  const auto sm1 = static_cast<size_t>(RangeDrawMode::Sm1);
+  EXPECT_FALSE(controls.drawMode[sm1]);
+  EXPECT_TRUE(controls.drawMode[sm1 + 1]);
+}
+
+TEST_F(VisibilityTest, ABadColorOfARangeStays) {
+  Show(std::string(TwoGroupsText) + "R\tBlue\nK\tPapio\nR\tRed\nK\tCebus\n");
+  for (RangePanelRow& row : view.rangeViews) row.selected = !row.fixed;
+  RangeVisibility dialog = *OpenRangeVisibility(view);
+  dialog.color = "muddy";
+  dialog.estimateMask = 1;
+  EXPECT_FALSE(ApplyRangeVisibility(view, dialog));
+  EXPECT_EQ(Said(), Texts{"Bad Color"});
+  EXPECT_EQ(RangeRow("Blue").estimateMask, 0U);
+  dialog.color = "";
+  EXPECT_TRUE(ApplyRangeVisibility(view, dialog));
+  for (const RangePanelRow& row : view.rangeViews) {
+    if (row.fixed) continue;
+    EXPECT_EQ(row.color, NoColor);
+    EXPECT_EQ(row.estimateMask, row.range != nullptr ? 1U : 0U) << "overlaps have no estimates";
+  }
+}
+
 }  // namespace
 }  // namespace orvane
