@@ -124,5 +124,59 @@ TEST_F(EditorDraftTest, DamagedTextHasDefaults) {
   EXPECT_EQ(draft->fields[0], "Trail");
 }
 
+TEST_F(EditorDraftTest, KeepsEveryCharacterOfATextAndOfItsEnd) {
+  RangeEditor editor(map, nullptr, 0);
+  EditorDraft written = DraftOf(editor);
+  written.mapFile = "/a\tb\nc\rd%n%%e%";
+  written.rangeName = "%t";
+  EXPECT_EQ(ThroughText(written).mapFile, written.mapFile);
+  EXPECT_EQ(ThroughText(written).rangeName, "%t");
+  // A sign at the end of a damaged line is only that.
+  EXPECT_EQ(ParseDraft("map=a%").value_or(EditorDraft{}).mapFile, "a%");
+  EXPECT_EQ(ParseDraft("map=a%x").value_or(EditorDraft{}).mapFile, "ax");
+}
+
+TEST_F(EditorDraftTest, ADamagedMarkHasNoShape) {
+  Map& brook = Open("T\tBrook\tRiver\nG\t\tS20 0\tE47 0\t\t\t,,,,s4\n");
+  TrailEditor editor(brook, &brook.trails.front());
+  EditorDraft draft = DraftOf(editor);
+  ASSERT_EQ(draft.trailRows.size(), 1U);
+  EXPECT_EQ(ThroughText(draft).trailRows[0].mark.shape, PointMarkSquare);
+  draft.trailRows[0].mark.shape = 77;
+  EXPECT_EQ(ThroughText(draft).trailRows[0].mark.shape, PointMarkNone);
+}
+
+TEST_F(EditorDraftTest, AnsweredByTheWordsThatAreThere) {
+  const auto read = [](const std::string& text) {
+    return ParseDraft("map=a.map\n" + text).value_or(EditorDraft{});
+  };
+  EXPECT_TRUE(read("kind=trail").ofTrail);
+  EXPECT_FALSE(read("kind=range").ofTrail);
+  EXPECT_TRUE(read("kind=other").ofTrail);
+  EXPECT_FALSE(read("new=0").isNew);
+  EXPECT_TRUE(read("new=1").isNew);
+  EXPECT_TRUE(read("europeanDates=1").europeanDates);
+  EXPECT_FALSE(read("europeanDates=0").europeanDates);
+  EXPECT_EQ(read("mode=-3").mode, static_cast<EntryMode>(0));
+  EXPECT_EQ(read("kind=range\nrow=+Papio\t-\t60\t120").rangeRows.at(0).timeTo, 120);
+  EXPECT_TRUE(read("unknown=1\nnonsense").trailRows.empty());
+  // More fields than an editor has are left out.
+  std::string fields;
+  for (size_t i = 0; i <= TrailFields; ++i) fields += "field=f" + std::to_string(i) + "\n";
+  EXPECT_EQ(read(fields).fields.back(), "f" + std::to_string(TrailFields - 1));
+}
+
+TEST_F(EditorDraftTest, ARangeThatIsGoneIsANewOne) {
+  RangeEditor editor(map, &map.ranges.front(), 0);
+  const EditorDraft draft = DraftOf(editor);
+  EXPECT_EQ(draft.rangeName, "Blue");
+  EXPECT_EQ(RangeOf(map, draft), &map.ranges.front());
+  Map& other = Open("G\tA\tS20 0\tE47 0\n");
+  EXPECT_EQ(RangeOf(other, draft), nullptr);
+  RangeEditor fresh(map, nullptr, 0);
+  EXPECT_EQ(RangeOf(map, DraftOf(fresh)), nullptr);
+  EXPECT_EQ(DraftTitle(DraftOf(fresh)), "New Range ");
+}
+
 }  // namespace
 }  // namespace orvane

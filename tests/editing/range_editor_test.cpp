@@ -172,5 +172,25 @@ TEST_F(RangeEditorTest, PastesCellsUpToTheFirstRefusal) {
   EXPECT_EQ(editor.GetCell(1, ColumnDateFrom), "");
 }
 
+TEST_F(RangeEditorTest, RowsAndColumnsBeyondTheTableHoldNothing) {
+  RangeEditor editor(map, nullptr, NoColor);
+  EXPECT_TRUE(editor.SetCell(3, ColumnType, "Papio"));
+  EXPECT_EQ(editor.RowCount(), 0U);
+  editor.SetCell(0, ColumnType, "Papio");
+  EXPECT_EQ(editor.GetCell(0, ColumnTimeTo + 1), "");
+  EXPECT_EQ(editor.GetCell(1, ColumnType), "");
+  editor.DeleteRow(1);
+  editor.MoveRow(1, 0);
+  EXPECT_EQ(editor.RowCount(), 1U);
+}
+
+TEST_F(RangeEditorTest, AFocalAnimalThatIsEmptiedIsNone) {
+  RangeEditor editor(map, nullptr, NoColor);
+  editor.SetCell(0, ColumnFocal, " Ana");
+  EXPECT_EQ(editor.Rows()[0].focalAnimal, "Ana");
+  editor.SetCell(0, ColumnFocal, "");
+  EXPECT_FALSE(editor.Rows()[0].focalAnimal);
+}
+
 }  // namespace
 }  // namespace orvane

@@ -167,5 +167,38 @@ TEST(TrailColumns, TheHintOnBearingsKeepsItsByte) {
   EXPECT_NE(hint.find("\n  or N34\xA1 12'E.\n"), std::string::npos) << hint;
 }
 
+TEST(TrailCells, TakeUnitsInEitherCase) {
+  EXPECT_EQ(Typed(ColumnScale, "2Km"), "2km");
+  EXPECT_EQ(Typed(ColumnScale, "50Cm"), "50cm");
+  EXPECT_EQ(Typed(ColumnScale, "12x"), "refused: Bad scale, should be a number");
+  EXPECT_EQ(Typed(ColumnScale, "-3"), "");
+  EXPECT_EQ(Typed(ColumnDistance, "30M", CompassRow()), "30m");
+  EXPECT_EQ(Typed(ColumnAltitude, "95M"), "95m");
+  EXPECT_EQ(Typed(ColumnBearing, "", CompassRow()), "0\xB0");
+}
+
+TEST(TrailCells, HideCompassValuesInRowsOfOtherReadings) {
+  for (const int kind : {0, 1, 2}) {
+    TrailRow row = CompassRow();
+    row.isGps = kind == 0;
+    row.isAltitude = kind == 1;
+    row.isRepeat = kind == 2;
+    EXPECT_EQ(TrailCellText(row, ColumnPoint, 0), "") << kind;
+    EXPECT_EQ(TrailCellText(row, ColumnDistance, 0), "") << kind;
+    EXPECT_EQ(TrailCellText(row, ColumnBearing, 0), "") << kind;
+    EXPECT_EQ(TrailCellText(row, ColumnInclination, 0), "") << kind;
+  }
+  TrailRow near;
+  near.showsNear = true;
+  EXPECT_EQ(TrailCellText(near, ColumnPoint, 0), "");
+}
+
+TEST(TrailCells, ShowPositionsOfAllQuarters) {
+  EXPECT_EQ(Typed(ColumnLat, "N21.5"), "N21\xB0 30.000'");
+  EXPECT_EQ(Typed(ColumnLon, "W47.5"), "W47\xB0 30.000'");
+  EXPECT_EQ(Typed(ColumnLat, "S21\xB0 15'"), "S21\xB0 15.000'") << "the old sign";
+  EXPECT_EQ(TrailCellText({}, ColumnFirstSm + 7, 0), "") << "no such measure";
+}
+
 }  // namespace
 }  // namespace orvane

@@ -113,5 +113,29 @@ TEST(ColorFieldText, PrefersANameAndShowsNoColorAsNothing) {
   EXPECT_EQ(ColorFieldText(NoColor), "");
 }
 
+TEST(TrailForm, ANameBesideAFocalAnimalLeavesTheSizeAlone) {
+  TrailForm form;
+  form.SetText(TrailField::Type, "Papio");
+  form.SetText(TrailField::Focal, "Ana");
+  form.SetText(TrailField::Name, "East");
+  EXPECT_FALSE(form.IsEnabled(TrailField::Size));
+  form.SetText(TrailField::Name, "");
+  EXPECT_TRUE(form.IsEnabled(TrailField::Focal));
+  EXPECT_FALSE(form.IsEnabled(TrailField::Size)) << "the animal is still there";
+}
+
+TEST(TrailForm, OfAnExistingTrailKeepsItsRulesWhateverIsTyped) {
+  Trail trail;
+  trail.type = "Road";
+  trail.name = "East";
+  TrailForm form(trail);
+  EXPECT_EQ(form.Text(TrailField::Width), "");
+  form.SetText(TrailField::Focal, "Ana");
+  form.SetText(TrailField::Size, "5");
+  EXPECT_EQ(form.Text(TrailField::Size), "5");
+  EXPECT_TRUE(form.IsEnabled(TrailField::Size));
+  EXPECT_FALSE(form.IsEnabled(TrailField::Name));
+}
+
 }  // namespace
 }  // namespace orvane

@@ -1,0 +1,231 @@
+// Editors that are open while the file of their map is read again.
+
+#include "base/dates.h"
+#include "editing/delete_records.h"
+#include "editing/edit_history.h"
+#include "editing/range_editor.h"
+#include "editing/save_range.h"
+#include "editing/save_trail.h"
+#include "editing/trail_editor.h"
+#include "mapfile/reread_maps.h"
+#include "support/map_from_text.h"
+#include "support/scripted_messages.h"
+#include "support/temporary_folder.h"
+
+#include <gtest/gtest.h>
+#include <list>
+
+namespace orvane {
+namespace {
+
+constexpr char OpenedText[] =
+    "T\tRidge\tTrail\t\t\t2,#804000\nG\tA\tN1\tE10\nC\tB\tA\t100\t45\n"
+    "T\t\tPapio\tAna\t2020-3-1\nG\t8:00\tN1\tE10\nG\t8:30\tN1\tE10.1\n"
+    "R\tBlue\t\tby the river\nK\tPapio\n";
+
+struct FollowRereadTest : testing::Test {
+  TemporaryFolder folder;
+  ScriptedMessages messages;
+  Workspace workspace{messages};
+  Map& map = OpenMap(workspace, folder.Write("site.map", OpenedText));
+  EditHistory history{workspace};
+  std::list<FormerContents> former;  ///< what the map held before
+
+  void Reread(const std::string& text) {
+    folder.Write("site.map", text);
+    ASSERT_EQ(RereadMap(map, &former.emplace_back()), RereadOutcome::Done);
+  }
+  Trail* Ridge() { return FindTrail(map, "Ridge"); }
+  Trail* Follow() { return FindTrailByDate(map, "Papio", PackDate(2020, 3, 1), "Ana"); }
+  std::vector<std::string> Asked() const {
+    std::vector<std::string> titles;
+    for (const auto& question : messages.Questions()) titles.push_back(question.title);
+    return titles;
+  }
+};
+
+TEST_F(FollowRereadTest, ATrailThatIsTheSameIsEditedFurther) {
+  TrailEditor ridge(map, Ridge());
+  TrailEditor follow(map, Follow());
+  Reread(std::string("# more\n") + OpenedText);
+  ridge.FollowReread();
+  follow.FollowReread();
+  EXPECT_EQ(ridge.Edited(), Ridge());
+  EXPECT_EQ(follow.Edited(), Follow());
+  EXPECT_FALSE(ridge.WasChangedElsewhere());
+  EXPECT_FALSE(follow.WasChangedElsewhere());
+  ridge.SetCell(0, ColumnName, "A0");
+  EXPECT_EQ(SaveTrailEditor(ridge, history), SaveOutcome::Closes);
+  EXPECT_EQ(Asked(), std::vector<std::string>{});
+  EXPECT_EQ(Ridge()->points.front()->name, "A0");
+}
+
+TEST_F(FollowRereadTest, ATrailWithOtherPointsOrReadingsWasChangedElsewhere) {
+  const char* const changes[] = {
+      "T\tRidge\tTrail\t\t\t2,#804000\nG\tA\tN1\tE10\n",
+      "T\tRidge\tTrail\t\t\t2,#804000\nG\tA0\tN1\tE10\nC\tB\tA\t100\t45\n",
+      "T\tRidge\tTrail\t\t\t2,#804000\nG\tA\tN1\tE10\nC\tB\tA\t101\t45\n",
+      "T\tRidge\tTrail\t\t\t2,#804000\nG\tA\tN1\tE10\nC\tB\tC\t100\t45\n",
+      "T\tRidge\tTrail\t\t\t2,#804000\nG\tA\tN1\tE10\nA\tB\t100\n",
+      "T\tRidge\tTrail\t\t\t2,#804000\nG\tA\tN1\tE10\nG\tB\tN1\tE10\nC\tB\tA\t100\t45\n"};
+  for (const char* text : changes) {
+    Reread(OpenedText);
+    TrailEditor editor(map, Ridge());
+    Reread(text);
+    editor.FollowReread();
+    EXPECT_EQ(editor.Edited(), Ridge()) << text;
+    EXPECT_TRUE(editor.WasChangedElsewhere()) << text;
+    // A second time it is still not the trail that was opened.
+    Reread(std::string(text) + "# more\n");
+    editor.FollowReread();
+    EXPECT_TRUE(editor.WasChangedElsewhere()) << text;
+  }
+}
+
+TEST_F(FollowRereadTest, ATrailThatIsGoneCanBeMadeAgainAsItWas) {
+  TrailEditor editor(map, Ridge());
+  Reread("G\tA\tN1\tE10\n");
+  editor.FollowReread();
+  EXPECT_EQ(Ridge(), nullptr);
+  EXPECT_EQ(editor.Title(), "Trail: Ridge");
+  Reread("G\tA\tN1\tE11\n");
+  editor.FollowReread();  // it stays the lost one
+  EXPECT_EQ(editor.Title(), "Trail: Ridge");
+  messages.answers = {2};
+  EXPECT_EQ(SaveTrailEditor(editor, history), SaveOutcome::Stays);
+  EXPECT_EQ(Asked(), std::vector<std::string>{"Trail deleted"});
+  EXPECT_EQ(SaveTrailEditor(editor, history), SaveOutcome::Closes);
+  ASSERT_NE(Ridge(), nullptr);
+  EXPECT_EQ(Ridge()->color, 0x804000);
+  EXPECT_EQ(Ridge()->width, 2);
+  EXPECT_EQ(Ridge()->points.size(), 2U);
+}
+
+TEST_F(FollowRereadTest, ADeletedTrailThatIsBeingMadeAgainIsKept) {
+  TrailEditor editor(map, Ridge());
+  Ridge()->note = "steep";
+  DeleteTrails(map, {Ridge()}, history);
+  editor.SetField(TrailField::Width, "wide");
+  editor.SetField(TrailField::LineColor, "muddy");
+  EXPECT_EQ(SaveTrailEditor(editor, history), SaveOutcome::Stays);  // a bad width
+  editor.SetField(TrailField::Width, "3");
+  EXPECT_EQ(SaveTrailEditor(editor, history), SaveOutcome::Stays);  // a bad colour
+  ASSERT_NE(editor.Deleted(), nullptr);
+  Reread("G\tFar\tN3\tE10\n");
+  editor.FollowReread();
+  ASSERT_NE(editor.Deleted(), nullptr);
+  EXPECT_EQ(editor.Deleted()->note, "steep");
+  EXPECT_TRUE(editor.DeletedPoints().empty());
+  editor.SetField(TrailField::LineColor, "red");
+  EXPECT_EQ(SaveTrailEditor(editor, history), SaveOutcome::Closes);
+  ASSERT_NE(Ridge(), nullptr);
+  EXPECT_EQ(Ridge()->note, "steep");
+  EXPECT_EQ(Ridge()->color, 0xFF0000);
+}
+
+TEST_F(FollowRereadTest, AContourIsNotFoundAgain) {
+  Trail& line = map.contourTrails.emplace_front();
+  line.name = "Ridge";  // as a trail is called
+  line.flags |= TrailContour;
+  TrailEditor editor(map, &line);
+  Reread(OpenedText);
+  editor.FollowReread();
+  EXPECT_NE(editor.Edited(), Ridge());
+  EXPECT_TRUE(editor.IsReadOnly());
+}
+
+TEST_F(FollowRereadTest, AnEditorOfANewTrailOrRangeGoesOn) {
+  TrailEditor trail(map, nullptr);
+  RangeEditor range(map, nullptr, NoColor);
+  Reread("");
+  trail.FollowReread();
+  range.FollowReread();
+  EXPECT_EQ(trail.Edited(), nullptr);
+  EXPECT_EQ(range.Edited(), nullptr);
+}
+
+TEST_F(FollowRereadTest, ARangeIsFoundAgainByItsName) {
+  RangeEditor editor(map, &map.ranges.front(), 0);
+  Reread(std::string("# more\n") + OpenedText);
+  editor.FollowReread();
+  EXPECT_EQ(editor.Edited(), &map.ranges.front());
+  EXPECT_FALSE(editor.WasChangedElsewhere());
+  editor.FollowReread();  // it is there
+  EXPECT_EQ(editor.Edited(), &map.ranges.front());
+  Reread("R\tBlue\nK\tCebus\n");
+  editor.FollowReread();
+  EXPECT_EQ(editor.Edited(), &map.ranges.front());
+  EXPECT_TRUE(editor.WasChangedElsewhere());
+}
+
+TEST_F(FollowRereadTest, ARangeThatIsGoneCanBeMadeAgain) {
+  RangeEditor editor(map, &map.ranges.front(), 0);
+  Reread("");
+  editor.FollowReread();
+  Reread("# more\n");
+  editor.FollowReread();
+  EXPECT_EQ(editor.Title(), "Blue");
+  const auto show = [](Range&, Color) {};
+  messages.answers = {2};
+  EXPECT_EQ(SaveRangeEditor(editor, history, show), SaveOutcome::Stays);
+  EXPECT_TRUE(map.ranges.empty());
+  EXPECT_EQ(SaveRangeEditor(editor, history, show), SaveOutcome::Closes);
+  EXPECT_EQ(Asked(), (std::vector<std::string>{"Range deleted", "Range deleted"}));
+  ASSERT_FALSE(map.ranges.empty());
+  EXPECT_EQ(map.ranges.front().name, "Blue");
+  EXPECT_EQ(map.ranges.front().note, "by the river");
+  EXPECT_EQ(map.ranges.front().keys.front().type, "Papio");
+}
+
+TEST_F(FollowRereadTest, ARangeOfTheBasisIsSavedThere) {
+  Map& above = MakeMap(workspace, folder.Path("above.map"));
+  above.basis = &map;
+  Range& blue = map.ranges.front();
+  EXPECT_EQ(MapOfRange(above, &blue), &map);
+  EXPECT_EQ(MapOfRange(above, nullptr), nullptr);
+  RangeEditor editor(above, &blue, 0);
+  editor.SetName("Azure");
+  EXPECT_EQ(SaveRangeEditor(editor, history, [](Range&, Color) {}), SaveOutcome::Closes);
+  EXPECT_EQ(blue.name, "Azure");
+  EXPECT_NE(map.flags & MapDirty, 0U);
+  EXPECT_EQ(above.flags & MapDirty, 0U);
+}
+
+TEST_F(FollowRereadTest, AQuestionAboutAChangedRangeCanBeDenied) {
+  RangeEditor editor(map, &map.ranges.front(), 0);
+  map.ranges.front().keys.front().type = "Cebus";
+  messages.answers = {2};
+  EXPECT_EQ(SaveRangeEditor(editor, history, [](Range&, Color) {}), SaveOutcome::Stays);
+  EXPECT_EQ(Asked(), std::vector<std::string>{"Range changed"});
+  EXPECT_EQ(map.ranges.front().keys.front().type, "Cebus");
+}
+
+TEST_F(FollowRereadTest, EachQuestionOfATrailCanBeDenied) {
+  {
+    TrailEditor editor(map, Ridge());
+    Ridge()->note = "changed";
+    map.trails.reverse();
+    Ridge()->points.pop_back();
+    editor.SetCell(0, ColumnName, "A0");
+    messages.answers = {2};
+    EXPECT_EQ(SaveTrailEditor(editor, history), SaveOutcome::Stays);
+  }
+  {
+    TrailEditor editor(map, nullptr);
+    editor.SetCell(0, ColumnName, "Fig");
+    messages.answers = {2};
+    EXPECT_EQ(SaveTrailEditor(editor, history), SaveOutcome::Stays);
+  }
+  {
+    ReadMapText(map, "T\tNear\tTrail\nN\tNest\tA\n");
+    TrailEditor editor(map, FindTrail(map, "Near"));
+    editor.SetField(TrailField::Width, "3M");
+    messages.answers = {2};
+    EXPECT_EQ(SaveTrailEditor(editor, history), SaveOutcome::Stays);
+  }
+  EXPECT_EQ(Asked(), (std::vector<std::string>{"Trail changed", "No trail", "Place"}));
+  EXPECT_EQ(history.Steps(), 0U);
+}
+
+}  // namespace
+}  // namespace orvane
