@@ -1,5 +1,7 @@
 #include "gis/exported_layers.h"
 
+#include <cstdlib>
+
 namespace orvane {
 namespace {
 
@@ -58,6 +60,85 @@ TEST_F(LayerWriter, GivesTheReasonOfAFailure) {
     EXPECT_NE(written.fault, "") << FormatName(format);
     EXPECT_EQ(written.fault.find('\n'), std::string::npos) << written.fault;
   }
+}
+
+TEST_F(LayerWriter, SaysWhichSystemIsUnknown) {
+  const FormatModule& module = *LoadFormatModule().module;
+  for (const int number : {999999, 5773}) {  // none, and one of heights only
+    const LayersWritten written =
+        module.writeLayers({LayerFormat::GeoPackage, folder.Path("made.gpkg"), number, "made"}, {});
+    EXPECT_NE(written.fault, "") << number;
+    EXPECT_FALSE(module.knowsSystem(number));
+  }
+  EXPECT_TRUE(module.knowsSystem(32636));
+  EXPECT_TRUE(module.knowsSystem(4326));
+}
+
+TEST_F(LayerWriter, SaysThatADriverIsMissing) {
+  const ExportedLayer layer = LayerOfShapes(GeoKind::Line, false, {});
+  ::setenv("GDAL_SKIP", "KML", 1);
+  const LayersWritten written = WriteTo("made.kml", layer, LayerFormat::Kml);
+  ::unsetenv("GDAL_SKIP");
+  EXPECT_EQ(written.fault, "GDAL has no driver KML here");
+  EXPECT_EQ(WriteTo("made.kml", layer, LayerFormat::Kml).fault, "");
+}
+
+TEST_F(LayerWriter, CountsFeaturesWithoutAPlaceInTheSystem) {
+  const GeoShape here = {GeoKind::Line, {{{33, 0}, {33, 1}}}};
+  const GeoShape pole = {GeoKind::Line, {{{33, 0}, {123, 0}}}};
+  const auto written = [&](const std::vector<GeoShape>& shapes) {
+    return LoadFormatModule().module->writeLayers(
+        {LayerFormat::FlatGeobuf, folder.Path("made.fgb"), 32636, "made"},
+        {LayerOfShapes(GeoKind::Line, false, shapes)});
+  };
+  EXPECT_EQ(written({here, here}).unplaced, 0U);
+  EXPECT_EQ(written({here, pole}).unplaced, 1U);
+}
+
+TEST_F(LayerWriter, GivesUpOnWhatTheFormatDoesNotTake) {
+  const GeoShape line = {GeoKind::Line, {{{0, 0}, {1, 1}}}};
+  ExportedLayer layer = LayerOfShapes(GeoKind::Line, false, {line});
+  const FormatModule& module = *LoadFormatModule().module;
+  // Two layers of one name.
+  const LayersWritten twice = module.writeLayers(
+      {LayerFormat::GeoPackage, folder.Path("twice.gpkg"), Wgs84System, "made"}, {layer, layer});
+  EXPECT_NE(twice.fault.find("made"), std::string::npos) << twice.fault;
+  // Two fields of one name.
+  layer.fields = {{"a", FieldType::Text}, {"a", FieldType::Text}};
+  layer.visit = [](const FeatureTaker&) {};
+  EXPECT_NE(WriteTo("fields.gpkg", layer).fault, "");
+}
+
+TEST_F(LayerWriter, LeavesOutOfGpxWhatHasNoNameOrPlace) {
+  LayerFeature stop;  // a point without a name of its own
+  stop.shape = {GeoKind::Point, {{{30, 1}}}};
+  LayerFeature nowhere;
+  nowhere.isMark = true;
+  LayerFeature mark = stop;
+  mark.isMark = true;
+  mark.title = "Camp";
+  mark.shape.parts[0][0] = {180, 1, 7};
+  ExportedLayer layer = LayerOfShapes(GeoKind::Point, false, {});
+  layer.visit = [&](const FeatureTaker& take) {
+    for (const LayerFeature& each : {stop, nowhere, mark}) take(each);
+  };
+  EXPECT_EQ(WriteTo("made.gpx", layer, LayerFormat::Gpx).fault, "");
+  const std::string text = folder.Read("made.gpx");
+  EXPECT_EQ(text.find("<wpt "), text.rfind("<wpt ")) << text;
+  ExpectIn(text, "lon=\"-180.");
+  ExpectIn(text, "<ele>7.0</ele>");
+  ExpectIn(text, "<name>Camp</name>");
+}
+
+TEST_F(LayerWriter, GivesAreasInSeveralPartsAndAltitudesOfAll) {
+  const GeoPath ring = {{0, 0, 5}, {1, 0, 5}, {1, 1, 5}, {0, 0, 5}};
+  const GeoShape area = {GeoKind::Area, {ring, ring}};
+  ExportedLayer layer = LayerOfShapes(GeoKind::Area, true, {area});
+  layer.hasAltitudes = true;
+  EXPECT_EQ(WriteTo("made.gpkg", layer).fault, "");
+  ExpectIn(Listed("made.gpkg"), "MULTIPOLYGON Z (((0 0 5,");
+  EXPECT_EQ(WriteTo("made.kml", layer, LayerFormat::Kml).fault, "");
+  ExpectIn(folder.Read("made.kml"), "0,0,5");
 }
 
 }  // namespace
