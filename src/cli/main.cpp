@@ -480,7 +480,9 @@ void AddLayerFormats(CLI::App& command, const std::shared_ptr<ExportRequest>& re
     for (CLI::Option* const other : others) added->excludes(other);
     others.push_back(added);
   }
-  command.add_option("--layers", request->layerNames, "the layers to write; all if not given")
+  command
+      .add_option("--layers", request->layerNames,
+                  "the layers to write; all but estimates if not given")
       ->type_name("NAME,...");
   command.add_option("--crs", request->system, "the coordinate system; wgs84 if not given")
       ->type_name("wgs84|utm|EPSG:N");

@@ -38,6 +38,7 @@ class Outliner {
   void OutlineKernel(EstimateOutline& outline) {
     const auto bandwidth = ReferenceBandwidth(places_, 1);
     if (!bandwidth) return;
+    outline.bandwidth = *bandwidth;
     if (!density_) density_ = std::make_unique<KernelDensity>(places_, *bandwidth);
     const DensitySet set = density_->SetOf(outline.kind.percent);
     outline.area = set.area;
@@ -56,6 +57,12 @@ class Outliner {
 };
 
 }  // namespace
+
+std::string OutlineCaption(const OutlineKind& kind) {
+  const std::string percent = std::to_string(kind.percent);
+  return kind.method == OutlineKind::Method::Mcp ? "MCP, " + percent + " % of the fixes"
+                                                 : "Kernel, " + percent + " % of the density";
+}
 
 std::vector<LatLon> FixPlacesOf(const Range& range) {
   std::vector<LatLon> places;

@@ -33,7 +33,19 @@ enum class GeoKind { None, Point, Line, Area };
 struct GeoShape {
   GeoKind kind = GeoKind::None;
   std::vector<GeoPath> parts;  ///< one place; the lines; the rings, each closed
+  /// Of each part of an area: closed rings that go clockwise. Empty if no part has a hole.
+  std::vector<std::vector<GeoPath>> holes;
 };
+
+/// Calls `visit` for each path of a shape: each part, and after it its holes.
+template <typename Shape, typename Visit>
+void ForEachPath(Shape& shape, Visit visit) {
+  for (size_t i = 0; i < shape.parts.size(); ++i) {
+    visit(shape.parts[i]);
+    if (i >= shape.holes.size()) continue;
+    for (auto& hole : shape.holes[i]) visit(hole);
+  }
+}
 
 /// What the values of a field are. A date is a text such as "2003-03-14".
 enum class FieldType { Text, Whole, Real, Date };

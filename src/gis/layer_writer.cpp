@@ -55,10 +55,12 @@ bool HasBinaryPlaces(LayerFormat format) {
 }
 
 bool KnowsAllAltitudes(const GeoShape& shape) {
-  return std::all_of(shape.parts.begin(), shape.parts.end(), [](const GeoPath& part) {
-    return std::none_of(part.begin(), part.end(),
-                        [](const GeoPlace& place) { return std::isnan(place.altitude); });
+  bool known = true;
+  ForEachPath(shape, [&](const GeoPath& path) {
+    known = known && std::none_of(path.begin(), path.end(),
+                                  [](const GeoPlace& place) { return std::isnan(place.altitude); });
   });
+  return known;
 }
 
 /// Sets the places of a line, with altitudes or without.
@@ -79,25 +81,34 @@ Geometry PointGeometry(const GeoPlace& place, bool withAltitude) {
   return std::make_unique<OGRPoint>(place.lon, place.lat, place.altitude);
 }
 
-Geometry PartGeometry(GeoKind kind, const GeoPath& part, bool withAltitudes) {
-  if (kind == GeoKind::Point) return PointGeometry(part.front(), withAltitudes);
-  if (kind == GeoKind::Line) {
-    auto line = std::make_unique<OGRLineString>();
-    SetPlaces(*line, part, withAltitudes);
-    return line;
-  }
-  OGRLinearRing ring;
-  SetPlaces(ring, part, withAltitudes);
+Geometry AreaGeometry(const GeoShape& shape, size_t part, bool withAltitudes) {
   auto area = std::make_unique<OGRPolygon>();
-  area->addRing(&ring);
+  const auto add = [&](const GeoPath& path) {
+    OGRLinearRing ring;
+    SetPlaces(ring, path, withAltitudes);
+    area->addRing(&ring);
+  };
+  add(shape.parts[part]);
+  if (part < shape.holes.size()) {
+    for (const GeoPath& hole : shape.holes[part]) add(hole);
+  }
   return area;
+}
+
+Geometry PartGeometry(const GeoShape& shape, size_t part, bool withAltitudes) {
+  const GeoPath& path = shape.parts[part];
+  if (shape.kind == GeoKind::Point) return PointGeometry(path.front(), withAltitudes);
+  if (shape.kind == GeoKind::Area) return AreaGeometry(shape, part, withAltitudes);
+  auto line = std::make_unique<OGRLineString>();
+  SetPlaces(*line, path, withAltitudes);
+  return line;
 }
 
 /// \param several  a collection, also of one part
 Geometry ShapeGeometry(const GeoShape& shape, bool several, bool withAltitudes) {
   if (shape.kind == GeoKind::None) return nullptr;
   if (!several && shape.parts.size() == 1) {
-    return PartGeometry(shape.kind, shape.parts.front(), withAltitudes);
+    return PartGeometry(shape, 0, withAltitudes);
   }
   std::unique_ptr<OGRGeometryCollection> all;
   if (shape.kind == GeoKind::Line) {
@@ -105,8 +116,8 @@ Geometry ShapeGeometry(const GeoShape& shape, bool several, bool withAltitudes) 
   } else {
     all = std::make_unique<OGRMultiPolygon>();
   }
-  for (const GeoPath& part : shape.parts) {
-    const Geometry geometry = PartGeometry(shape.kind, part, withAltitudes);
+  for (size_t part = 0; part < shape.parts.size(); ++part) {
+    const Geometry geometry = PartGeometry(shape, part, withAltitudes);
     all->addGeometry(geometry.get());
   }
   return all;
@@ -301,16 +312,18 @@ class LayerWriter {
   GeoShape InSystem(const GeoShape& shape) {
     if (transformation_ == nullptr) return shape;
     GeoShape moved = shape;
-    for (GeoPath& part : moved.parts) {
-      for (GeoPlace& place : part) {
+    bool allFound = true;
+    ForEachPath(moved, [&](GeoPath& path) {
+      for (GeoPlace& place : path) {
+        if (!allFound) return;
         const bool found = transformation_->Transform(1, &place.lon, &place.lat) != 0;
-        if (found && std::isfinite(place.lon) && std::isfinite(place.lat)) continue;
-        session_.Forget();
-        ++unplaced_;
-        return {};
+        allFound = found && std::isfinite(place.lon) && std::isfinite(place.lat);
       }
-    }
-    return moved;
+    });
+    if (allFound) return moved;
+    session_.Forget();
+    ++unplaced_;
+    return {};
   }
 
   // --- GPX ----------------------------------------------------------------------------------
@@ -334,16 +347,20 @@ class LayerWriter {
     }
     if (tracks_ == nullptr) return false;
     ++track_;
-    for (size_t i = 0; i < from.shape.parts.size(); ++i) {
-      for (const GeoPlace& place : from.shape.parts[i]) {
+    int segment = 0;
+    bool done = true;
+    ForEachPath(from.shape, [&](const GeoPath& path) {
+      for (const GeoPlace& place : path) {
+        if (!done) return;
         const Feature feature(OGRFeature::CreateFeature(tracks_->GetLayerDefn()));
         feature->SetField("track_fid", track_);
-        feature->SetField("track_seg_id", static_cast<int>(i));
+        feature->SetField("track_seg_id", segment);
         SetXmlText(*feature, "track_name", from.title);
-        if (!PutGpxPoint(*tracks_, feature, place)) return false;
+        done = PutGpxPoint(*tracks_, feature, place);
       }
-    }
-    return true;
+      ++segment;
+    });
+    return done;
   }
 
   OGRLayer* MakeGpxLayer(const char* name, std::initializer_list<const char*> fields) {

@@ -31,6 +31,7 @@ enum class ExportSystem { Wgs84, Utm, Number };
 /// What is in the fields. The program keeps it from one export to the next.
 struct ExportFields {
   ExportFormat format = ExportFormat::GeoPackage;
+  /// Those that are meant if none is named.
   std::array<bool, LayerCount> layers = {true, true, true, true, true, true, true, true, true};
   ExportSystem system = ExportSystem::Wgs84;
   std::string number;  ///< of the EPSG, as typed

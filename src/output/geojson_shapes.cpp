@@ -9,6 +9,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
+#include <map>
 #include <optional>
 #include <utility>
 
@@ -179,6 +181,105 @@ std::optional<std::vector<GeoPath>> CutRing(const GeoPath& unrolled) {
   return rings;
 }
 
+/// Joins the parts of rings on one side of a meridian: where one leaves that side, the border of the
+/// area goes along the meridian to where the next one comes back.
+class RingClip {
+ public:
+  /// \param side  1 for the east of the meridian, -1 for the west
+  RingClip(double meridian, double side) : meridian_(meridian), side_(side) {}
+
+  void Add(const GeoPath& ring) {
+    if (ring.empty()) return;
+    const size_t size = ring.size();
+    size_t start = 0;
+    while (start < size && !Enters(ring[start], ring[(start + 1) % size])) ++start;
+    if (start == size) {
+      if (IsInside(ring.front())) whole_.push_back(ring);
+      return;
+    }
+    for (size_t i = start; i < start + size; ++i) {
+      const GeoPlace& from = ring[i % size];
+      const GeoPlace& to = ring[(i + 1) % size];
+      if (IsInside(from)) Append(paths_.back(), from);
+      if (Enters(from, to)) paths_.emplace_back();
+      if (IsInside(from) != IsInside(to)) Append(paths_.back(), PlaceAt(from, to, meridian_));
+    }
+  }
+
+  /// \return rings with the area to their left, as those that were added have it
+  std::vector<GeoPath> Take() {
+    // From north to south on the east side, which has the area to the left; and the other way.
+    std::multimap<double, size_t, std::greater<>> starts;
+    for (size_t i = 0; i < paths_.size(); ++i) starts.emplace(Along(paths_[i].front()), i);
+    while (!starts.empty()) {
+      const size_t first = starts.begin()->second;
+      GeoPath ring;
+      for (size_t next = first;;) {
+        for (const GeoPlace& place : paths_[next]) Append(ring, place);
+        const auto at = starts.lower_bound(Along(paths_[next].back()));
+        next = at == starts.end() ? first : at->second;
+        starts.erase(at == starts.end() ? starts.begin() : at);
+        if (next == first) break;
+      }
+      whole_.push_back(std::move(ring));
+    }
+    return std::move(whole_);
+  }
+
+ private:
+  bool IsInside(const GeoPlace& place) const { return side_ * (place.lon - meridian_) >= 0; }
+  bool Enters(const GeoPlace& from, const GeoPlace& to) const {
+    return !IsInside(from) && IsInside(to);
+  }
+  double Along(const GeoPlace& border) const { return side_ * border.lat; }
+
+  double meridian_;
+  double side_;
+  std::vector<GeoPath> whole_;
+  std::vector<GeoPath> paths_;  ///< each from the meridian to the meridian
+};
+
+std::vector<GeoPath> ClipRings(const std::vector<GeoPath>& rings, double meridian, double side) {
+  RingClip clip(meridian, side);
+  for (const GeoPath& ring : rings) clip.Add(ring);
+  return clip.Take();
+}
+
+/// Adds a ring to the shape, if it is an outer one, or to the holes.
+void AddRing(GeoPath ring, GeoShape& shape, std::vector<GeoPath>& holes) {
+  while (ring.size() > 1 && ring.front() == ring.back()) ring.pop_back();
+  if (ring.size() < 3) return;
+  const double area = DirectedArea(ring);
+  if (area == 0) return;
+  ring.push_back(ring.front());
+  (area > 0 ? shape.parts : holes).push_back(std::move(ring));
+}
+
+/// \param ring  closed
+bool IsWithin(const GeoPlace& place, const GeoPath& ring) {
+  bool within = false;
+  for (size_t i = 0; i + 1 < ring.size(); ++i) {
+    const GeoPlace& a = ring[i];
+    const GeoPlace& b = ring[i + 1];
+    if ((a.lat > place.lat) == (b.lat > place.lat)) continue;
+    const double share = (place.lat - a.lat) / (b.lat - a.lat);
+    if (place.lon < a.lon + share * (b.lon - a.lon)) within = !within;
+  }
+  return within;
+}
+
+/// Gives a hole to the smallest part around it.
+void PlaceHole(GeoPath hole, GeoShape& shape) {
+  std::optional<size_t> around;
+  for (size_t i = 0; i < shape.parts.size(); ++i) {
+    if (!IsWithin(hole.front(), shape.parts[i])) continue;
+    if (!around || DirectedArea(shape.parts[i]) < DirectedArea(shape.parts[*around])) around = i;
+  }
+  if (!around) return;
+  shape.holes.resize(shape.parts.size());
+  shape.holes[*around].push_back(std::move(hole));
+}
+
 GeoPlace PlaceOf(const LatLon& place) {
   GeoPlace made{place.lon, place.lat};
   if (HasAltitude(place.altitude)) made.altitude = double{place.altitude};
@@ -187,7 +288,7 @@ GeoPlace PlaceOf(const LatLon& place) {
 
 GeoShape PointOf(GeoPlace place) {
   place.lon = WithinTurn(place.lon);
-  return {GeoKind::Point, {{place}}};
+  return {GeoKind::Point, {{place}}, {}};
 }
 
 void PutPlace(JsonWriter& json, const GeoPlace& place) {
@@ -203,20 +304,24 @@ void PutPath(JsonWriter& json, const GeoPath& path) {
   json.EndArray();
 }
 
-/// The rings of a polygon: none of the areas here has a hole.
-void PutRings(JsonWriter& json, const GeoPath& ring) {
+/// The rings of a polygon: the outer one and its holes.
+void PutRings(JsonWriter& json, const GeoPath& ring, const std::vector<GeoPath>* holes) {
   json.BeginArray();
   PutPath(json, ring);
+  for (size_t i = 0; holes != nullptr && i < holes->size(); ++i) PutPath(json, (*holes)[i]);
   json.EndArray();
 }
 
 void PutCoordinates(JsonWriter& json, const GeoShape& shape) {
   const bool several = shape.parts.size() > 1;
   if (several) json.BeginArray();
-  for (const GeoPath& part : shape.parts) {
+  for (size_t i = 0; i < shape.parts.size(); ++i) {
+    const GeoPath& part = shape.parts[i];
     if (shape.kind == GeoKind::Point) PutPlace(json, part.front());
     if (shape.kind == GeoKind::Line) PutPath(json, part);
-    if (shape.kind == GeoKind::Area) PutRings(json, part);
+    if (shape.kind == GeoKind::Area) {
+      PutRings(json, part, i < shape.holes.size() ? &shape.holes[i] : nullptr);
+    }
   }
   if (several) json.EndArray();
 }
@@ -260,10 +365,10 @@ GeoShape PointShape(const LatLon& place) {
 GeoShape LineShape(const GeoPath& path) {
   if (path.empty()) return {};
   if (path.size() == 1) return PointOf(path[0]);
-  if (StaysWithinTurn(path)) return {GeoKind::Line, {path}};
+  if (StaysWithinTurn(path)) return {GeoKind::Line, {path}, {}};
   std::vector<GeoPath> parts = CutLine(Unrolled(path));
   if (parts.empty()) return PointOf(path[0]);
-  return {GeoKind::Line, std::move(parts)};
+  return {GeoKind::Line, std::move(parts), {}};
 }
 
 GeoShape AreaShape(GeoPath ring) {
@@ -277,10 +382,40 @@ GeoShape AreaShape(GeoPath ring) {
   GeoPath closed = ring;
   closed.push_back(ring.front());
   if (!StaysWithinTurn(closed)) {
-    if (auto rings = CutRing(unrolled)) return {GeoKind::Area, std::move(*rings)};
+    if (auto rings = CutRing(unrolled)) return {GeoKind::Area, std::move(*rings), {}};
     for (GeoPlace& place : ring) place.lon = WithinTurn(place.lon);
   }
-  return {GeoKind::Area, {ClosedRing(std::move(ring))}};
+  return {GeoKind::Area, {ClosedRing(std::move(ring))}, {}};
+}
+
+GeoShape OutlineShape(const std::vector<GeoPath>& rings) {
+  double west = 0;
+  double east = 0;
+  for (const GeoPath& ring : rings) {
+    for (const GeoPlace& place : ring) {
+      west = std::min(west, place.lon);
+      east = std::max(east, place.lon);
+    }
+  }
+  const double first = std::floor((west + HalfTurn) / FullTurn);
+  const double last = std::floor((east + HalfTurn) / FullTurn);
+  const bool isCut = last - first < MostTurnsOfArea;
+  GeoShape shape{GeoKind::Area, {}, {}};
+  std::vector<GeoPath> holes;
+  for (int i = 0; isCut && i <= static_cast<int>(last - first); ++i) {
+    const double turn = first + i;
+    for (GeoPath& ring : ClipRings(ClipRings(rings, WestOf(turn), 1), EastOf(turn), -1)) {
+      for (GeoPlace& place : ring) place.lon -= turn * FullTurn;
+      AddRing(std::move(ring), shape, holes);
+    }
+  }
+  for (GeoPath ring : isCut ? std::vector<GeoPath>() : rings) {
+    for (GeoPlace& place : ring) place.lon = WithinTurn(place.lon);
+    AddRing(std::move(ring), shape, holes);
+  }
+  if (shape.parts.empty()) return {};
+  for (GeoPath& hole : holes) PlaceHole(std::move(hole), shape);
+  return shape;
 }
 
 void PutGeometry(JsonWriter& json, const GeoShape& shape) {

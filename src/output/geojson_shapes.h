@@ -10,7 +10,7 @@
 namespace orvane {
 
 /// Geometry for GeoJSON (RFC 7946): positions are longitude, latitude in degrees of WGS 84; a ring
-/// is closed and anticlockwise; shapes that cross the 180th meridian are cut there; longitudes are
+/// is closed and anticlockwise, a hole clockwise; shapes that cross the 180th meridian are cut there; longitudes are
 /// within -180 to 180. Altitudes of places are kept, and are not part of GeoJSON.
 
 /// \return true if the numbers are finite and the latitude is between the poles
@@ -30,6 +30,10 @@ GeoShape LineShape(const GeoPath& path);
 /// The area within a ring, closed or not, of either direction. A ring whose places lie on one line
 /// gives that line from end to end; one place gives a point.
 GeoShape AreaShape(GeoPath ring);
+
+/// The area to the left of rings that neither touch nor cross each other: outer rings go
+/// anticlockwise, holes clockwise. Longitudes do not jump; beyond 180 they go on.
+GeoShape OutlineShape(const std::vector<GeoPath>& rings);
 
 /// Writes the shape as a geometry object, or null.
 void PutGeometry(JsonWriter& json, const GeoShape& shape);

@@ -270,9 +270,7 @@ std::string LayerPath(const std::string& path, std::string_view layer) {
 std::vector<std::string> LayerPaths(const LayerRequest& request) {
   if (IsOneFile(request)) return {request.path};
   std::vector<std::string> paths;
-  for (const std::string_view name : LayerNames) {
-    const auto& names = request.layers;
-    if (!names.empty() && std::find(names.begin(), names.end(), name) == names.end()) continue;
+  for (const std::string_view name : LayersMeant(request.layers)) {
     paths.push_back(LayerPath(request.path, name));
   }
   return paths;

@@ -39,7 +39,7 @@ std::string_view LayerEnding(LayerFormat format);
 struct LayerRequest {
   LayerFormat format = LayerFormat::GeoPackage;
   std::string path;                 ///< the file; see `LayerPath`
-  std::vector<std::string> layers;  ///< of `LayerNames`; all if there are none
+  std::vector<std::string> layers;  ///< as for `LayersMeant`
   LayerSystem system;
 };
 

@@ -8,7 +8,9 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <iterator>
 #include <memory>
+#include <utility>
 
 namespace orvane {
 
@@ -96,10 +98,22 @@ std::vector<LayerTable> LayerTables() {
         {"level", FieldType::Real},
         {"closed", FieldType::Whole}},
        GeoKind::Line},
+      {"estimates",
+       {{"range", FieldType::Text},
+        {"caption", FieldType::Text},
+        {"method", FieldType::Text},
+        {"percent", FieldType::Whole},
+        {"area", FieldType::Real},
+        {"bandwidth", FieldType::Real},
+        {"fixes", FieldType::Whole}},
+       GeoKind::Area},
   };
 }
 
-/// Calls the taker for the features of a layer.
+/// Visits the features of a layer.
+using LayerVisitor = std::function<void(const MapFeatureTaker&)>;
+
+/// Calls the taker for the features of a layer that are made while they are visited.
 void VisitLayer(Map& map, std::string_view name, const MapFeatureTaker& take) {
   if (name == "points" && VisitPoints(map, take)) VisitStops(map, take);
   if (name == "trails") VisitTrails(map, false, take);
@@ -110,6 +124,19 @@ void VisitLayer(Map& map, std::string_view name, const MapFeatureTaker& take) {
   if (name == "clusters") VisitClusters(map, take);
   if (name == "overlaps") VisitOverlaps(map, take);
   if (name == "contours") VisitContours(map, take);
+}
+
+/// Estimates take long, so they are made once for all visits.
+LayerVisitor VisitorOf(Map& map, std::string_view name) {
+  if (name != "estimates") {
+    return [&map, name](const MapFeatureTaker& take) { VisitLayer(map, name, take); };
+  }
+  auto made = std::make_shared<const std::vector<MapFeature>>(EstimateFeatures(map));
+  return [made = std::move(made)](const MapFeatureTaker& take) {
+    for (const MapFeature& feature : *made) {
+      if (!take(feature)) return;
+    }
+  };
 }
 
 /// Makes the value of a field from that of a property.
@@ -189,12 +216,12 @@ void Survey(ExportedLayer& layer) {
     const GeoShape& shape = feature.shape;
     differ = differ || (shape.kind != GeoKind::None && shape.kind != layer.kind);
     layer.several = layer.several || shape.parts.size() > 1;
-    for (const GeoPath& part : shape.parts) {
+    ForEachPath(shape, [&](const GeoPath& path) {
       layer.hasAltitudes =
-          layer.hasAltitudes || std::any_of(part.begin(), part.end(), [](const GeoPlace& place) {
+          layer.hasAltitudes || std::any_of(path.begin(), path.end(), [](const GeoPlace& place) {
             return !std::isnan(place.altitude);
           });
-    }
+    });
     return true;
   });
   if (differ) layer.kind = GeoKind::None;
@@ -205,12 +232,11 @@ ExportedLayer DescribeLayer(Map& map, const LayerTable& table) {
   layer.name = table.name;
   layer.fields = WithCounts(table.fields, CountNames(map));
   layer.kind = table.kind;
-  layer.visit = [&map, name = table.name, fields = layer.fields](const FeatureTaker& take) {
+  layer.visit = [&map, visit = VisitorOf(map, table.name),
+                 fields = layer.fields](const FeatureTaker& take) {
     FeatureMaker maker(fields);
     ProgressSteps steps(map.workspace->progress, WorkStage::Writing, 0, FeaturesOfStep);
-    VisitLayer(map, name, [&](const MapFeature& feature) {
-      return steps.Next(0) && take(maker.Make(feature));
-    });
+    visit([&](const MapFeature& feature) { return steps.Next(0) && take(maker.Make(feature)); });
   };
   if (layer.name == "grids" && HasTooManyCells(map)) {
     NoteTooManyCells(map);
@@ -227,11 +253,21 @@ bool IsLayerName(std::string_view name) {
   return std::find(std::begin(LayerNames), std::end(LayerNames), name) != std::end(LayerNames);
 }
 
+std::vector<std::string_view> LayersMeant(const std::vector<std::string>& names) {
+  if (names.empty()) return {std::begin(LayerNames), std::begin(LayerNames) + UnnamedLayers};
+  std::vector<std::string_view> meant;
+  std::copy_if(std::begin(LayerNames), std::end(LayerNames), std::back_inserter(meant),
+               [&](std::string_view name) {
+                 return std::find(names.begin(), names.end(), name) != names.end();
+               });
+  return meant;
+}
+
 std::vector<ExportedLayer> LayersOf(Map& map, const std::vector<std::string>& names) {
+  const std::vector<std::string_view> meant = LayersMeant(names);
   std::vector<ExportedLayer> layers;
   for (const LayerTable& table : LayerTables()) {
-    if (!names.empty() && std::find(names.begin(), names.end(), table.name) == names.end())
-      continue;
+    if (std::find(meant.begin(), meant.end(), table.name) == meant.end()) continue;
     layers.push_back(DescribeLayer(map, table));
   }
   return layers;

@@ -3,6 +3,7 @@
 #include "base/messages.h"
 #include "base/text.h"
 #include "base/utf8.h"
+#include "estimates/range_outlines.h"
 #include "model/cells.h"
 #include "model/time_names.h"
 #include "model/workspace.h"
@@ -216,6 +217,26 @@ void TakeOverlap(MapFeature& feature, const RangeIntersection& overlap) {
   feature.shape = AreaShape(Flat(PathOf(overlap.polygon)));
 }
 
+// --- Estimates ------------------------------------------------------------------------------
+
+void TakeEstimate(MapFeature& feature, const Range& range, const EstimateOutline& outline,
+                  size_t fixes) {
+  const bool isKernel = outline.kind.method == OutlineKind::Method::Kernel;
+  const std::string caption = OutlineCaption(outline.kind);
+  feature.Begin("estimate");
+  feature.PutTextOrNone("range", range.name);
+  feature.Put("caption", caption);
+  feature.Put("method", std::string(isKernel ? "kernel" : "MCP"));
+  feature.PutWhole("percent", outline.kind.percent);
+  feature.Put("area", outline.area);
+  feature.Put("bandwidth", isKernel ? PropertyValue(outline.bandwidth) : PropertyValue());
+  feature.PutWhole("fixes", static_cast<std::int64_t>(fixes));
+  feature.title = JoinedTitle({range.name, caption});
+  std::vector<GeoPath> rings;
+  for (const std::vector<LatLon>& ring : outline.rings) rings.push_back(PathOf(ring));
+  feature.shape = OutlineShape(rings);
+}
+
 // --- Grids ----------------------------------------------------------------------------------
 
 using CellPlace = std::pair<std::int64_t, std::int64_t>;
@@ -415,6 +436,22 @@ bool VisitContours(const Map& map, const MapFeatureTaker& take) {
     }
   }
   return true;
+}
+
+std::vector<MapFeature> EstimateFeatures(const Map& map) {
+  std::vector<MapFeature> features;
+  const auto count = static_cast<size_t>(std::distance(map.ranges.begin(), map.ranges.end()));
+  ProgressSteps steps(map.workspace->progress, WorkStage::Analyzing, count);
+  for (const Range& range : map.ranges) {
+    if (!steps.Next()) break;
+    const std::vector<LatLon> fixes = FixPlacesOf(range);
+    for (const EstimateOutline& outline :
+         OutlineEstimates(fixes, {OfferedOutlines.begin(), OfferedOutlines.end()})) {
+      if (outline.rings.empty()) continue;
+      TakeEstimate(features.emplace_back(), range, outline, fixes.size());
+    }
+  }
+  return features;
 }
 
 bool HasTooManyCells(const Map& map) {

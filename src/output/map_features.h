@@ -88,6 +88,11 @@ bool VisitShades(const Map& map, const MapFeatureTaker& take);
 /// any, first the classic and then the continuous ones.
 bool VisitContours(const Map& map, const MapFeatureTaker& take);
 
+/// Kind `estimate`: the outlines of the estimates of each range that have an area, with the reference
+/// bandwidth (`OfferedOutlines`). Unlike the others, these take long to make.
+/// \return in the order of the ranges; without the last ones if the progress of the workspace cancels
+std::vector<MapFeature> EstimateFeatures(const Map& map);
+
 /// \return true if the grids of the map have more cells than are exported
 bool HasTooManyCells(const Map& map);
 /// Posts that they are left out for this reason.

@@ -44,12 +44,6 @@ std::shared_ptr<const EstimateLines> MakeLines(std::uint32_t mask, std::vector<L
 
 }  // namespace
 
-std::string OutlineCaption(const OutlineKind& kind) {
-  const std::string percent = std::to_string(kind.percent);
-  return kind.method == OutlineKind::Method::Mcp ? "MCP, " + percent + " % of the fixes"
-                                                 : "Kernel, " + percent + " % of the density";
-}
-
 void UpdateEstimateLines(MapWindow& view, Progress* progress) {
   ProgressSteps steps(progress, WorkStage::Analyzing, view.rangeViews.size());
   for (RangePanelRow& row : view.rangeViews) {

@@ -1,7 +1,16 @@
 #include "elevation/contours.h"
+#include "estimates/density_rings.h"
+#include "estimates/range_estimates.h"
+#include "estimates/range_fixes.h"
+#include "estimates/range_outlines.h"
 #include "gis/exported_layers.h"
 #include "support/counted_progress.h"
 
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <sstream>
 #include <sys/stat.h>
 
 namespace orvane {
@@ -164,6 +173,87 @@ TEST_F(LayerFiles, OfOneLayerEachHaveItsName) {
   // One layer asked for by name is the file itself.
   ASSERT_TRUE(ExportTo(map, LayerFormat::FlatGeobuf, "one.fgb", {"grids"}).complete);
   ExpectIn(Listed("one.fgb"), "Feature Count: 6\n");
+}
+
+/// Fixes on a circle: the kernels of their range have a hole, its polygons have none.
+std::string CircleOfFixes() {
+  constexpr int Fixes = 300;
+  std::string text = "T\t\tBlue\tAna\t2001-3-4\n";
+  for (int i = 0; i < Fixes; ++i) {
+    const double angle = 2 * 3.14159265358979 * i / Fixes;
+    char line[96];
+    std::snprintf(line, sizeof line, "G\t%d:%02d\tN%.7f\tE%.7f\n", 8 + i / 60, i % 60,
+                  1 + 0.005 * std::sin(angle), 30 + 0.005 * std::cos(angle));
+    text += line;
+  }
+  return text + "R\tBlue group\nK\tBlue\n";
+}
+
+/// Reads the rings of areas from a listing of ogrinfo.
+std::vector<std::vector<RangeFix>> RingsIn(const std::string& listed) {
+  std::vector<std::vector<RangeFix>> rings;
+  std::istringstream lines(listed);
+  for (std::string line; std::getline(lines, line);) {
+    if (!line.starts_with("  POLYGON (") && !line.starts_with("  MULTIPOLYGON (")) continue;
+    for (size_t at = line.find('('); at != line.npos; at = line.find('(', at + 1)) {
+      const char* next = line.c_str() + at + 1;
+      if (*next == '(') continue;
+      std::vector<RangeFix>& ring = rings.emplace_back();
+      for (char* end = nullptr;; next = end + 1) {
+        const double lon = std::strtod(next, &end);
+        const double lat = std::strtod(end, &end);
+        ring.push_back({lat, lon, 0});
+        if (*end != ',') break;
+      }
+    }
+  }
+  return rings;
+}
+
+TEST_F(LayerFiles, OfEstimatesHaveTheirAreasAndHoles) {
+  Map& map = Open(CircleOfFixes());
+  const Range* range = FindRange(map, "Blue group");
+  ASSERT_NE(range, nullptr);
+  ASSERT_TRUE(ExportTo(map, LayerFormat::FlatGeobuf, "all.fgb").complete);
+  EXPECT_FALSE(std::filesystem::exists(folder.Path("all-estimates.fgb"))) << "only if named";
+  EXPECT_EQ(ExportTo(map, LayerFormat::GeoPackage, "site.gpkg", {"estimates"}).summary,
+            "Exported estimates to " + folder.Path("site.gpkg") + ": 4 features in EPSG:4326");
+  ExpectNoComplaint(Listed("site.gpkg"));
+  const std::vector<RangeEstimate> estimates = EstimateRanges({&range, 1}, {}, nullptr);
+  const GeoBounds bounds = BoundsOf(FixesOf(*range));
+  for (const OutlineKind& kind : OfferedOutlines) {
+    const bool isKernel = kind.method == OutlineKind::Method::Kernel;
+    const std::string listed = ListedByOgrinfo(
+        folder, "site.gpkg", "-al -where \"caption = '" + OutlineCaption(kind) + "'\"");
+    SCOPED_TRACE(OutlineCaption(kind));
+    const auto rings = RingsIn(listed);
+    ASSERT_EQ(rings.size(), isKernel ? 2U : 1U);
+    double area = 0;
+    for (const auto& ring : rings) area += SignedArea(PlacesInPlane(ring, bounds));
+    const auto& areas = isKernel ? estimates[0].kernel->areas : estimates[0].mcp;
+    const auto computed = std::find_if(areas.begin(), areas.end(), [&](const AreaOfPercent& each) {
+      return each.percent == kind.percent;
+    });
+    ASSERT_NE(computed, areas.end());
+    EXPECT_NEAR(area, computed->area, computed->area * (isKernel ? 0.003 : 1e-6));
+    if (isKernel) {
+      EXPECT_LT(SignedArea(PlacesInPlane(rings[1], bounds)), -0.05 * area);
+    }
+    const std::string field = "  area (Real) = ";
+    ExpectIn(listed, field);
+    const double written = std::strtod(listed.c_str() + listed.find(field) + field.size(), nullptr);
+    EXPECT_NEAR(written, computed->area, computed->area * 1e-12);
+  }
+  // Other formats have the same rings.
+  const std::string listed = Listed("site.gpkg");
+  ASSERT_TRUE(ExportTo(map, LayerFormat::FlatGeobuf, "site.fgb", {"estimates"}).complete);
+  EXPECT_EQ(RingsIn(listed).size(), 6U);
+  EXPECT_EQ(RingsIn(Listed("site.fgb")).size(), 6U);
+  ASSERT_TRUE(ExportTo(map, LayerFormat::Kml, "site.kml", {"estimates"}).complete);
+  const std::string kml = folder.Read("site.kml");
+  ExpectIn(kml, "<Folder><name>estimates</name>");
+  ExpectIn(kml, "<name>Blue group Kernel, 95 % of the density</name>");
+  ExpectIn(kml, "<innerBoundaryIs>");
 }
 
 TEST_F(LayerFiles, AreTheSameEachTime) {

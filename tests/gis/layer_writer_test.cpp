@@ -31,8 +31,8 @@ struct LayerWriter : LayerFiles {
 };
 
 TEST_F(LayerWriter, MakesCollectionsOfAllIfOneHasSeveralParts) {
-  const GeoShape line = {GeoKind::Line, {{{0, 0}, {1, 1}}}};
-  const GeoShape cut = {GeoKind::Line, {{{179, 0}, {180, 1}}, {{-180, 1}, {-179, 2}}}};
+  const GeoShape line = {GeoKind::Line, {{{0, 0}, {1, 1}}}, {}};
+  const GeoShape cut = {GeoKind::Line, {{{179, 0}, {180, 1}}, {{-180, 1}, {-179, 2}}}, {}};
   EXPECT_EQ(WriteTo("made.gpkg", LayerOfShapes(GeoKind::Line, true, {line, cut, {}})).fault, "");
   const std::string listed = Listed("made.gpkg");
   ExpectIn(listed, "Geometry: Multi Line String\nFeature Count: 3\n");
@@ -41,8 +41,8 @@ TEST_F(LayerWriter, MakesCollectionsOfAllIfOneHasSeveralParts) {
 }
 
 TEST_F(LayerWriter, TakesShapesThatDiffer) {
-  const GeoShape point = {GeoKind::Point, {{{0, 0}}}};
-  const GeoShape area = {GeoKind::Area, {{{0, 0}, {1, 0}, {1, 1}, {0, 0}}}};
+  const GeoShape point = {GeoKind::Point, {{{0, 0}}}, {}};
+  const GeoShape area = {GeoKind::Area, {{{0, 0}, {1, 0}, {1, 1}, {0, 0}}}, {}};
   for (const LayerFormat format : {LayerFormat::GeoPackage, LayerFormat::FlatGeobuf}) {
     const std::string name = format == LayerFormat::GeoPackage ? "made.gpkg" : "made.fgb";
     EXPECT_EQ(WriteTo(name, LayerOfShapes(GeoKind::None, false, {point, area}), format).fault, "");
@@ -50,6 +50,50 @@ TEST_F(LayerWriter, TakesShapesThatDiffer) {
     ExpectIn(listed, "POINT (0 0)");
     ExpectIn(listed, "POLYGON ((0 0,1 0,1 1,0 0))");
   }
+}
+
+/// Two squares, the first with two holes.
+GeoShape SquaresWithHoles() {
+  return {GeoKind::Area,
+          {{{0, 0}, {9, 0}, {9, 9}, {0, 9}, {0, 0}}, {{20, 0}, {21, 0}, {21, 1}, {20, 0}}},
+          {{{{1, 1}, {1, 2}, {2, 2}, {1, 1}}, {{5, 5}, {5, 6}, {6, 6}, {5, 5}}}}};
+}
+
+TEST_F(LayerWriter, KeepsHoles) {
+  const ExportedLayer layer = LayerOfShapes(GeoKind::Area, true, {SquaresWithHoles()});
+  for (const LayerFormat format : {LayerFormat::GeoPackage, LayerFormat::FlatGeobuf}) {
+    const std::string name = format == LayerFormat::GeoPackage ? "made.gpkg" : "made.fgb";
+    ASSERT_EQ(WriteTo(name, layer, format).fault, "");
+    ExpectIn(Listed(name),
+             "  MULTIPOLYGON (((0 0,9 0,9 9,0 9,0 0),(1 1,1 2,2 2,1 1),(5 5,5 6,6 6,5 5)),"
+             "((20 0,21 0,21 1,20 0)))\n");
+  }
+  ASSERT_EQ(WriteTo("made.kml", layer, LayerFormat::Kml).fault, "");
+  const std::string text = folder.Read("made.kml");
+  ExpectIn(text,
+           "<innerBoundaryIs><LinearRing><coordinates>5,5 5,6 6,6 5,5</coordinates></LinearRing>"
+           "</innerBoundaryIs>");
+}
+
+TEST_F(LayerWriter, MovesHolesIntoTheSystemOfTheFile) {
+  const ExportedLayer layer = LayerOfShapes(GeoKind::Area, true, {SquaresWithHoles()});
+  const LayersWritten written = LoadFormatModule().module->writeLayers(
+      {LayerFormat::GeoPackage, folder.Path("made.gpkg"), 3857, "made"}, {layer});
+  EXPECT_EQ(written.fault, "");
+  ExpectIn(Listed("made.gpkg"), "(111319.490793");
+  ExpectIn(Listed("made.gpkg"), "),(556597.45396");
+}
+
+TEST_F(LayerWriter, MakesASegmentOfATrackOfEachHole) {
+  const ExportedLayer layer = LayerOfShapes(GeoKind::Area, true, {SquaresWithHoles()});
+  ASSERT_EQ(WriteTo("made.gpx", layer, LayerFormat::Gpx).fault, "");
+  const std::string text = folder.Read("made.gpx");
+  size_t segments = 0;
+  for (size_t at = text.find("<trkseg>"); at != text.npos; at = text.find("<trkseg>", at + 1)) {
+    ++segments;
+  }
+  EXPECT_EQ(segments, 4U);
+  ExpectIn(text, "<trkpt lat=\"6.0\" lon=\"5.0\">");
 }
 
 TEST_F(LayerWriter, GivesTheReasonOfAFailure) {

@@ -6,7 +6,7 @@ namespace orvane {
 namespace {
 
 constexpr std::array<bool, LayerCount> AllOffered = {true, true, true, true, true,
-                                                     true, true, true, true};
+                                                     true, true, true, true, true};
 
 /// A module that knows two systems and writes nothing.
 LoadedModule SmallModule() {
@@ -31,11 +31,11 @@ struct ExportFieldsTest : ExportFixture {
   ExportFields fields;
 };
 
-TEST_F(ExportFieldsTest, AtFirstAskForAllLayersInAGeoPackage) {
+TEST_F(ExportFieldsTest, AtFirstAskForAllLayersButEstimatesInAGeoPackage) {
   const ExportReading reading = Read();
   EXPECT_EQ(reading.refused, ExportField::None);
   EXPECT_EQ(reading.request.format, LayerFormat::GeoPackage);
-  EXPECT_EQ(reading.request.layers, Texts(std::begin(LayerNames), std::end(LayerNames)));
+  EXPECT_EQ(reading.request.layers, Texts(std::begin(LayerNames), std::end(LayerNames) - 1));
   EXPECT_FALSE(reading.request.system.isUtm);
   EXPECT_EQ(reading.request.system.number, Wgs84System);
 }
@@ -45,6 +45,9 @@ TEST_F(ExportFieldsTest, TickedLayersAreThoseThatTheMapOffers) {
   fields.layers[1] = true;  // trails
   fields.layers[8] = true;  // contours
   EXPECT_EQ(Read().request.layers, (Texts{"trails", "contours"}));
+  fields.layers[9] = true;
+  EXPECT_EQ(Read().request.layers, (Texts{"trails", "contours", "estimates"}));
+  fields.layers[9] = false;
   std::array<bool, LayerCount> offered = AllOffered;
   offered[8] = false;
   EXPECT_EQ(Read(offered).request.layers, Texts{"trails"});
@@ -150,7 +153,10 @@ TEST_F(ExportFieldsTest, FilesOfSeveralLayersAreReplacedOnlyAfterAQuestion) {
   EXPECT_EQ(LayerPaths(request), Texts{folder.Path("site.csv")});
   EXPECT_TRUE(MayReplaceLayers(request, no));
   request.layers.clear();
-  EXPECT_EQ(LayerPaths(request).size(), LayerCount);
+  EXPECT_EQ(LayerPaths(request).size(), LayerCount - 1);
+  request.layers = {"estimates", "points"};
+  EXPECT_EQ(LayerPaths(request),
+            (Texts{folder.Path("site-points.csv"), folder.Path("site-estimates.csv")}));
   request.format = LayerFormat::Kml;
   EXPECT_EQ(LayerPaths(request), Texts{folder.Path("site.csv")});
 }

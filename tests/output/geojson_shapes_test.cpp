@@ -1,5 +1,6 @@
 #include "output/geojson_shapes.h"
 
+#include <algorithm>
 #include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
@@ -78,6 +79,119 @@ TEST(AreaShape, IsCutAtThe180thMeridian) {
   EXPECT_DOUBLE_EQ(Area(shape.parts[1]), 2);
   for (const GeoPlace& place : shape.parts[0]) EXPECT_GE(place.lon, 179);
   for (const GeoPlace& place : shape.parts[1]) EXPECT_LE(place.lon, -179);
+}
+
+/// The area of a shape in square degrees, without its holes.
+double AreaOf(const GeoShape& shape) {
+  double area = 0;
+  ForEachPath(shape, [&](const GeoPath& path) { area += Area(path); });
+  return area;
+}
+
+GeoPath Square(double west, double south, double side) {
+  return {{west, south}, {west + side, south}, {west + side, south + side}, {west, south + side}};
+}
+GeoPath HoleOf(double west, double south, double side) {
+  GeoPath ring = Square(west, south, side);
+  std::reverse(ring.begin(), ring.end());
+  return ring;
+}
+
+TEST(OutlineShape, GivesEachHoleToTheSmallestPartAroundIt) {
+  // A square with a hole, in which another one with a hole lies; and a square beside them.
+  const GeoShape shape = OutlineShape(
+      {HoleOf(3, 3, 1), Square(20, 0, 2), Square(2, 2, 4), HoleOf(1, 1, 8), Square(0, 0, 10)});
+  EXPECT_EQ(shape.kind, GeoKind::Area);
+  ASSERT_EQ(shape.parts.size(), 3U);
+  ASSERT_EQ(shape.holes.size(), 3U);
+  EXPECT_TRUE(shape.holes[0].empty());
+  ASSERT_EQ(shape.holes[1].size(), 1U);
+  EXPECT_DOUBLE_EQ(Area(shape.parts[1]), 16);
+  EXPECT_DOUBLE_EQ(Area(shape.holes[1][0]), -1);
+  EXPECT_DOUBLE_EQ(Area(shape.parts[2]), 100);
+  EXPECT_DOUBLE_EQ(Area(shape.holes[2].at(0)), -64);
+}
+
+TEST(OutlineShape, WithoutAnAreaIsNone) {
+  EXPECT_EQ(OutlineShape({}).kind, GeoKind::None);
+  EXPECT_EQ(OutlineShape({{}, {{1, 1}}, {{1, 1}, {2, 2}, {1, 1}}}).kind, GeoKind::None);
+}
+
+TEST(OutlineShape, IsCutAtThe180thMeridianWithItsHoles) {
+  for (const double moved : {0.0, -360.0}) {
+    // The first hole crosses the meridian, the others do not.
+    GeoShape shape = OutlineShape({Square(176 + moved, 0, 8), HoleOf(179 + moved, 1, 2),
+                                   HoleOf(177 + moved, 5, 1), HoleOf(181 + moved, 5, 2)});
+    EXPECT_DOUBLE_EQ(AreaOf(shape), 64 - 4 - 1 - 4);
+    ASSERT_EQ(shape.parts.size(), 2U);
+    std::sort(shape.parts.begin(), shape.parts.end(),
+              [](const GeoPath& a, const GeoPath& b) { return a[0].lon > b[0].lon; });
+    EXPECT_DOUBLE_EQ(Area(shape.parts[0]), 4 * 8 - 2);
+    EXPECT_DOUBLE_EQ(Area(shape.parts[1]), 4 * 8 - 2);
+    ForEachPath(shape, [](const GeoPath& path) {
+      EXPECT_EQ(path.front(), path.back());
+      for (const GeoPlace& place : path) {
+        EXPECT_GE(std::fabs(place.lon), 176);
+        EXPECT_LE(std::fabs(place.lon), 180);
+      }
+    });
+  }
+}
+
+TEST(OutlineShape, ThatLeavesAHalfOfTheEarthTwiceHasTwoParts) {
+  // A comb whose teeth reach over the meridian.
+  const GeoShape shape = OutlineShape(
+      {{{178, 0}, {182, 0}, {182, 1}, {179, 1}, {179, 2}, {182, 2}, {182, 3}, {178, 3}}});
+  ASSERT_EQ(shape.parts.size(), 3U);
+  EXPECT_DOUBLE_EQ(AreaOf(shape), 12 - 3);
+  EXPECT_TRUE(shape.holes.empty());
+}
+
+/// Squares in a chess board round the meridian, each with a hole: what was cut has their area.
+TEST(OutlineShape, KeepsItsAreaWhereverItIsCut) {
+  for (int step = 0; step <= 40; ++step) {
+    const double at = 170 + step / 2.0 + 0.1;
+    std::vector<GeoPath> rings;
+    for (int i = 0; i < 4; ++i) {
+      rings.push_back(Square(at + 3 * i, 3 * i, 2.5));
+      rings.push_back(HoleOf(at + 3 * i + 0.7, 3 * i + 0.7, 1.1));
+    }
+    const GeoShape shape = OutlineShape(rings);
+    EXPECT_NEAR(AreaOf(shape), 4 * (2.5 * 2.5 - 1.1 * 1.1), 1e-9) << at;
+    ForEachPath(shape, [&](const GeoPath& path) {
+      for (const GeoPlace& place : path) EXPECT_LE(std::fabs(place.lon), 180) << at;
+    });
+  }
+}
+
+TEST(OutlineShape, OverManyTurnsIsNotCut) {
+  const GeoShape shape = OutlineShape({Square(-1e17, 80, 2e17), Square(2, 2, 1)});
+  EXPECT_EQ(shape.kind, GeoKind::Area);
+  ForEachPath(shape, [](const GeoPath& path) {
+    for (const GeoPlace& place : path) EXPECT_LE(std::fabs(place.lon), 180);
+  });
+}
+
+TEST(OutlineShape, IsAPolygonWithHolesInGeoJson) {
+  std::string text;
+  const auto write = [&](const GeoShape& shape) {
+    text.clear();
+    JsonWriter json([&](std::string_view piece) {
+      text += piece;
+      return true;
+    });
+    PutGeometry(json, shape);
+    EXPECT_TRUE(json.Finish());
+    std::erase(text, '\n');
+    return text;
+  };
+  const std::string outer = "[[0.0,0.0],[3.0,0.0],[3.0,3.0],[0.0,3.0],[0.0,0.0]]";
+  const std::string hole = "[[1.0,2.0],[2.0,2.0],[2.0,1.0],[1.0,1.0],[1.0,2.0]]";
+  EXPECT_EQ(write(OutlineShape({Square(0, 0, 3), HoleOf(1, 1, 1)})),
+            R"({"type":"Polygon","coordinates":[)" + outer + "," + hole + "]}");
+  EXPECT_EQ(write(OutlineShape({Square(0, 0, 3), HoleOf(1, 1, 1), Square(5, 0, 1)})),
+            R"({"type":"MultiPolygon","coordinates":[[)" + outer + "," + hole +
+                "],[[[5.0,0.0],[6.0,0.0],[6.0,1.0],[5.0,1.0],[5.0,0.0]]]]}");
 }
 
 TEST(AreaShape, AroundThePoleIsNotCut) {

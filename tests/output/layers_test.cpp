@@ -1,8 +1,12 @@
 #include "output/layers.h"
 
+#include "estimates/range_estimates.h"
 #include "output/exported_map.h"
 #include "output/layer_export.h"
+#include "output/map_features.h"
+#include "support/counted_progress.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace orvane {
@@ -39,12 +43,13 @@ TEST_F(Layers, AreThoseOfTheirNamesInAFixedOrder) {
   Map& map = Open(SiteOfAllGroups);
   Texts all;
   for (const ExportedLayer& layer : LayersOf(map, {})) all.push_back(layer.name);
-  EXPECT_EQ(all, Texts(std::begin(LayerNames), std::end(LayerNames)));
+  EXPECT_EQ(all, (Texts{"points", "trails", "areas", "grids", "shades", "ranges", "clusters",
+                        "overlaps", "contours"}));
   Texts some;
-  for (const ExportedLayer& layer : LayersOf(map, {"ranges", "points", "ranges"})) {
+  for (const ExportedLayer& layer : LayersOf(map, {"estimates", "ranges", "points", "ranges"})) {
     some.push_back(layer.name);
   }
-  EXPECT_EQ(some, (Texts{"points", "ranges"}));
+  EXPECT_EQ(some, (Texts{"points", "ranges", "estimates"}));
   EXPECT_TRUE(IsLayerName("contours"));
   EXPECT_FALSE(IsLayerName("Points"));
   EXPECT_FALSE(IsLayerName(""));
@@ -121,6 +126,76 @@ TEST_F(Layers, OfShadesHaveCellsBeyondTheGridToo) {
   EXPECT_EQ(features[0].color, 0x00FF00U);
   EXPECT_TRUE(features[0].filled);
   EXPECT_EQ(Value(shades, features[1], "name"), "A2");
+}
+
+/// A range of six fixes, one of two, and one of none.
+constexpr const char* ThreeRanges =
+    "T\t\tOru\tUlo\t2003-3-1\nG\t8:00\tN1\tE30\nG\t9:00\tN1.001\tE30\nG\t10:00\tN1\tE30.001\n"
+    "G\t11:00\tN1.0002\tE30.0002\nG\t12:00\tN1.0007\tE30.0001\nG\t13:00\tN1.004\tE30.004\n"
+    "T\t\tTavu\nG\t8:00\tN1.01\tE30.01\nG\t9:00\tN1.02\tE30.01\n"
+    "R\tUlos\nK\tOru\nR\tTavus\nK\tTavu\nR\tNobody\nK\tNone\n";
+
+TEST_F(Layers, OfEstimatesHaveTheirFigures) {
+  Map& map = Open(ThreeRanges);
+  const ExportedLayer estimates = Only(map, "estimates");
+  EXPECT_EQ(estimates.kind, GeoKind::Area);
+  EXPECT_FALSE(estimates.hasAltitudes);
+  const std::vector<LayerFeature> features = FeaturesOf(estimates);
+  Texts listed;
+  for (const LayerFeature& feature : features) {
+    listed.push_back(
+        feature.title + "; " + Value(estimates, feature, "range") + "; " +
+        Value(estimates, feature, "caption") + "; " + Value(estimates, feature, "method") + "; " +
+        Value(estimates, feature, "percent") + "; " + Value(estimates, feature, "bandwidth") +
+        "; " + Value(estimates, feature, "fixes"));
+  }
+  std::sort(listed.begin(), listed.end());
+  // Two fixes have a kernel, but no polygon.
+  EXPECT_EQ(listed,
+            (Texts{"Tavus Kernel, 50 % of the density; Tavus; Kernel, 50 % of the density; kernel; "
+                   "50; real; 2",
+                   "Tavus Kernel, 95 % of the density; Tavus; Kernel, 95 % of the density; kernel; "
+                   "95; real; 2",
+                   "Ulos Kernel, 50 % of the density; Ulos; Kernel, 50 % of the density; kernel; "
+                   "50; real; 6",
+                   "Ulos Kernel, 95 % of the density; Ulos; Kernel, 95 % of the density; kernel; "
+                   "95; real; 6",
+                   "Ulos MCP, 50 % of the fixes; Ulos; MCP, 50 % of the fixes; MCP; 50; none; 6",
+                   "Ulos MCP, 95 % of the fixes; Ulos; MCP, 95 % of the fixes; MCP; 95; none; 6"}));
+  EXPECT_EQ(FeaturesOf(estimates).size(), features.size()) << "each visit gives the same";
+  EXPECT_EQ(estimates.count, features.size());
+}
+
+TEST_F(Layers, OfEstimatesHaveTheAreasOfTheEstimates) {
+  Map& map = Open(ThreeRanges);
+  const Range* range = FindRange(map, "Ulos");
+  ASSERT_NE(range, nullptr);
+  const RangeEstimate estimate = EstimateRanges({&range, 1}, {}, nullptr).front();
+  const ExportedLayer layer = Only(map, "estimates");
+  std::vector<double> areas;
+  for (const LayerFeature& feature : FeaturesOf(layer)) {
+    if (Value(layer, feature, "range") != "Ulos") continue;
+    for (size_t i = 0; i < layer.fields.size(); ++i) {
+      if (layer.fields[i].name == "area") areas.push_back(std::get<double>(feature.values[i]));
+      if (layer.fields[i].name != "bandwidth") continue;
+      const auto* bandwidth = std::get_if<double>(&feature.values[i]);
+      if (bandwidth != nullptr) {
+        EXPECT_EQ(*bandwidth, estimate.kernel->bandwidth);
+      }
+    }
+  }
+  EXPECT_EQ(areas,
+            (std::vector<double>{estimate.mcp[9].area, estimate.mcp[0].area,
+                                 estimate.kernel->areas[1].area, estimate.kernel->areas[0].area}));
+}
+
+TEST_F(Layers, OfEstimatesStopWhenTheyAreCanceled) {
+  Map& map = Open(ThreeRanges);
+  CountedProgress progress(1);
+  workspace.progress = &progress;
+  EXPECT_TRUE(EstimateFeatures(map).empty());
+  workspace.progress = nullptr;
+  EXPECT_EQ(EstimateFeatures(map).size(), 6U);
 }
 
 TEST_F(Layers, OfTooManyCellsAreLeftOut) {

@@ -113,6 +113,27 @@ TEST_F(ExportWindowTest, LayersAndSystemAreChosenWithTheKeyboard) {
   ExpectIn(listed, "ID[\"EPSG\",32632]");
 }
 
+TEST_F(ExportWindowTest, EstimatesAreWrittenOnlyIfTicked) {
+  window_ = &OpenActive(
+      folder_.Write("fixes.map",
+                    "T\t\tOru\tUlo\t2003-3-1\nG\t8:00\tN0\tE0\nG\t9:00\tN0.001\tE0\n"
+                    "G\t10:00\tN0\tE0.001\nG\t11:00\tN0.001\tE0.001\nR\tUlos\nK\tOru\n"));
+  Export("fixes.gpkg", [](ExportDialog& dialog) {
+    auto& tick = In<QCheckBox>(dialog, "estimates");
+    EXPECT_TRUE(tick.isEnabled());
+    EXPECT_FALSE(tick.isChecked());
+    PressAlt(dialog, Qt::Key_U);  // Untick All
+    PressAlt(dialog, Qt::Key_I);
+    EXPECT_TRUE(tick.isChecked());
+    PressReturn(dialog);
+  });
+  EXPECT_EQ(Texts(),
+            std::vector<std::string>{"Exported estimates to " + folder_.Path("fixes.gpkg") +
+                                     ": 4 features in EPSG:4326"});
+  ExpectIn(ListedByOgrinfo(folder_, "fixes.gpkg", "-al"),
+           "  caption (String) = Kernel, 95 % of the density\n  method (String) = kernel\n");
+}
+
 TEST_F(ExportWindowTest, SettingsAreRememberedOnceTheyAreAccepted) {
   Export("site.csv", [](ExportDialog& dialog) {
     QTest::keyClicks(dialog.focusWidget(), QStringLiteral("CSV"));

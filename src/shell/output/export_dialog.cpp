@@ -36,7 +36,10 @@ constexpr std::pair<const char*, const char*> LayerTexts[LayerCount] = {
     {"&Ranges", "The MCP of each home range"},
     {"&Clusters", "The hulls of clusters, level by level"},
     {"&Overlaps", "The overlaps of two ranges"},
-    {"Co&ntours", "The contour lines of the map or of its basis"}};
+    {"Co&ntours", "The contour lines of the map or of its basis"},
+    {"Est&imates",
+     "Outlines of each home range: MCP of 95 and 50 % of the fixes, kernels of 95 and "
+     "50 % of the density"}};
 
 QString PlainText(QString text) { return text.remove(QLatin1Char('&')); }
 
