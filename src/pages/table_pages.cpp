@@ -33,7 +33,7 @@ int TablePages::CutIntoPages(Canvas& canvas) {
   return 1 + (more <= 0 ? 0 : (more + laterPageRows_ - 1) / laterPageRows_);
 }
 
-void TablePages::DrawReport(int page, Canvas& canvas) {
+TableReportView TablePages::PartOf(int page) const {
   const auto rows = static_cast<int>(table_.rows.size());
   const int begin = page == 0 ? 0 : std::min(rows, firstPageRows_ + (page - 1) * laterPageRows_);
   const int end = std::min(rows, begin + (page == 0 ? firstPageRows_ : laterPageRows_));
@@ -45,7 +45,14 @@ void TablePages::DrawReport(int page, Canvas& canvas) {
     if (!part.noteLines.empty()) part.headerHeight -= part.lineHeight / 2;
     part.noteLines.clear();
   }
-  DrawTable(part, canvas);
+  return part;
 }
+
+int TablePages::BottomOfPart(int page) const {
+  const TableReportView part = PartOf(page);
+  return part.headerHeight + static_cast<int>(part.table.rows.size()) * part.lineHeight;
+}
+
+void TablePages::DrawReport(int page, Canvas& canvas) { DrawTable(PartOf(page), canvas); }
 
 }  // namespace orvane

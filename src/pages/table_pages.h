@@ -8,7 +8,7 @@
 namespace orvane {
 
 /// A plain table on pages: the notes on the first page only, the headings on each.
-class TablePages final : public ReportPages {
+class TablePages : public ReportPages {
  public:
   TablePages(ReportPageFrame frame, std::string title, TableReport table);
   std::string Title() const override { return title_; }
@@ -19,8 +19,14 @@ class TablePages final : public ReportPages {
   void DrawReport(int page, Canvas& canvas) override;
   int ContentWidth() const override { return view_.contentWidth; }
 
+  /// What the pages have for the report, in pixels. Known after `CutIntoPages`, as the next.
+  PixelRect PlaceOfPages() const { return {0, 0, view_.viewWidth, view_.viewHeight}; }
+  /// Where the last row of a page ends.
+  int BottomOfPart(int page) const;
+
  private:
   int RowsWithRoom(int headerHeight) const;
+  TableReportView PartOf(int page) const;
 
   std::string title_;
   TableReport table_;

@@ -18,7 +18,6 @@ constexpr double SquareMetersPerHectare = 10000;
 constexpr int CorePercent = 50;
 constexpr int WholePercent = 95;
 
-constexpr Color PaperColor = 0xFFFFFF;
 constexpr Color InkColor = 0x000000;
 constexpr Color LineColor = 0x1F5FA8;
 constexpr Color OtherLineColor = 0xC2571A;
@@ -217,6 +216,14 @@ void DrawScaleBar(const PlaneView& view, const PixelRect& place, Canvas& canvas)
   canvas.DrawText({place.left + length + line / 2, y + ascent / 2}, FormatDistance(meters));
 }
 
+/// The height of the name above the charts of a range.
+int NameHeight(const Canvas& canvas) {
+  const int line = canvas.LineHeight(CanvasFont::Small);
+  return line + line / 2;
+}
+
+int RowsOfCharts(int columns) { return (EstimateChartCount + columns - 1) / columns; }
+
 std::string NumbersOf(const LineChart& chart) {
   std::string text = chart.title + '\n' + chart.xTitle;
   for (const ChartLine& line : chart.lines) {
@@ -378,17 +385,35 @@ EstimateCharts ChartsOf(const RangeEstimate& estimate, double factor) {
           DensityPictureOf(*estimate.range, factor)};
 }
 
-void DrawEstimateCharts(const EstimateCharts& charts, int width, int height, Canvas& canvas) {
-  canvas.Clear(PaperColor);
+int EstimateChartColumns(int width, const Canvas& canvas) {
+  constexpr int LinesOfChart = 15;
+  const int line = std::max(1, canvas.LineHeight(CanvasFont::Small));
+  return std::clamp(width / (LinesOfChart * line), 1, EstimateChartCount);
+}
+
+int EstimateChartsHeight(int width, const Canvas& canvas) {
+  const int columns = EstimateChartColumns(width, canvas);
+  return NameHeight(canvas) + RowsOfCharts(columns) * (width / columns);
+}
+
+void DrawEstimateCharts(const EstimateCharts& charts, const PixelRect& place, int columns,
+                        Canvas& canvas) {
   canvas.SetForeColor(InkColor);
   canvas.SetFont(CanvasFont::Bold);
   const int line = canvas.LineHeight(CanvasFont::Small);
-  canvas.DrawText({line / 2, canvas.Ascent(CanvasFont::Small) + line / 4}, charts.rangeName);
-  const int top = line + line / 2;
-  const int third = width / 3;
-  DrawLineChart(charts.polygons, {0, top, third, height}, canvas);
-  DrawLineChart(charts.days, {third, top, 2 * third, height}, canvas);
-  DrawDensity(charts.density, {2 * third, top, width, height}, canvas);
+  canvas.DrawText({place.left + line / 2, place.top + canvas.Ascent(CanvasFont::Small) + line / 4},
+                  charts.rangeName);
+  const int top = place.top + NameHeight(canvas);
+  const int width = (place.right - place.left) / columns;
+  const int height = (place.bottom - top) / RowsOfCharts(columns);
+  const auto placeOf = [&](int chart) {
+    const int left = place.left + chart % columns * width;
+    const int above = top + chart / columns * height;
+    return PixelRect{left, above, left + width, above + height};
+  };
+  DrawLineChart(charts.polygons, placeOf(0), canvas);
+  DrawLineChart(charts.days, placeOf(1), canvas);
+  DrawDensity(charts.density, placeOf(2), canvas);
 }
 
 std::string EstimateChartNumbers(const EstimateCharts& charts) {

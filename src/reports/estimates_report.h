@@ -54,7 +54,7 @@ DensityPicture DensityPictureOf(const Range& range, double factor);
 /// Draws a density in a rectangle, north up, with a scale bar.
 void DrawDensity(const DensityPicture& picture, const PixelRect& place, Canvas& canvas);
 
-/// The charts of one range beside each other, with the name of the range above.
+/// The charts of one range.
 struct EstimateCharts {
   std::string rangeName;
   LineChart polygons;
@@ -64,8 +64,21 @@ struct EstimateCharts {
 
 EstimateCharts ChartsOf(const RangeEstimate& estimate, double factor);
 
-/// Draws the charts on white.
-void DrawEstimateCharts(const EstimateCharts& charts, int width, int height, Canvas& canvas);
+/// How many charts `EstimateCharts` has.
+constexpr int EstimateChartCount = 3;
+
+/// How many charts have room for their texts beside each other.
+/// \param width  in pixels
+/// \return 1 to `EstimateChartCount`
+int EstimateChartColumns(int width, const Canvas& canvas);
+
+/// How high charts of that width are that have so many columns and are about square.
+int EstimateChartsHeight(int width, const Canvas& canvas);
+
+/// Draws the charts in a rectangle that is white already, the name of the range above.
+/// \param columns  1 to `EstimateChartCount`
+void DrawEstimateCharts(const EstimateCharts& charts, const PixelRect& place, int columns,
+                        Canvas& canvas);
 
 /// The numbers of the first two charts, with tabs between fields.
 std::string EstimateChartNumbers(const EstimateCharts& charts);

@@ -1,5 +1,6 @@
 #include "cli/command_line.h"
 #include "cli/rich_site.h"
+#include "support/pdf_reader.h"
 
 #include <cstdlib>
 #include <regex>
@@ -40,13 +41,7 @@ struct PrintCommandTest : CommandLine {
     EXPECT_EQ(std::system(line.c_str()), 0) << line;
     return folder.Read("read");
   }
-  /// The text of each page, laid out as it is printed.
-  std::vector<std::string> PagesAsText() {
-    std::istringstream text(Read("pdftotext -layout site.pdf -"));
-    std::vector<std::string> pages;
-    for (std::string page; std::getline(text, page, '\f');) pages.push_back(page);
-    return pages;
-  }
+  std::vector<std::string> PagesAsText() const { return PdfPagesAsText(folder, "site.pdf"); }
   /// The lines of a list of fonts that don't say that the font is in the file.
   std::string FontsThatAreNotEmbedded() {
     std::istringstream list(Read("pdffonts site.pdf"));

@@ -139,7 +139,7 @@ TEST_F(EstimatesReport, ChartsStayWithinTheirPicture) {
   const auto estimates = Of(Days);
   for (const RangeEstimate& estimate : estimates) {
     RecordingCanvas canvas(900, 300);
-    DrawEstimateCharts(ChartsOf(estimate, 1), 900, 300, canvas);
+    DrawEstimateCharts(ChartsOf(estimate, 1), {0, 0, 900, 300}, 3, canvas);
     EXPECT_GT(canvas.Count("text"), 6);
     for (const std::string& line : canvas.Having("oval")) {
       const int x = std::stoi(line.substr(5));
@@ -147,6 +147,36 @@ TEST_F(EstimatesReport, ChartsStayWithinTheirPicture) {
       EXPECT_LE(x, 900);
     }
   }
+}
+
+TEST_F(EstimatesReport, ChartsAreInAsManyColumnsAsHaveRoom) {
+  const RecordingCanvas measuring(1, 1);
+  EXPECT_EQ(EstimateChartColumns(100, measuring), 1);
+  EXPECT_EQ(EstimateChartColumns(300, measuring), 2);
+  EXPECT_EQ(EstimateChartColumns(449, measuring), 2);
+  EXPECT_EQ(EstimateChartColumns(450, measuring), 3);
+  EXPECT_EQ(EstimateChartColumns(9000, measuring), 3);
+  EXPECT_EQ(EstimateChartsHeight(100, measuring), 15 + 3 * 100);
+  EXPECT_EQ(EstimateChartsHeight(300, measuring), 15 + 2 * 150);
+  EXPECT_EQ(EstimateChartsHeight(900, measuring), 15 + 300);
+  const auto estimates = Of(Days);
+  const EstimateCharts charts = ChartsOf(estimates[0], 1);
+  const auto titlesOf = [&](int columns) {
+    RecordingCanvas canvas(1000, 1000);
+    DrawEstimateCharts(charts, {100, 50, 700, 650}, columns, canvas);
+    std::vector<std::string> places;
+    for (const char* title : {"Polygons", "Polygon of all fixes against days", "Kernel, 50"}) {
+      for (const std::string& line : canvas.Having("text")) {
+        const std::string text = line.substr(line.find(' ', 5) + 1);
+        if (text.rfind(title, 0) != 0 || (text != title && text.rfind("Kernel", 0) != 0)) continue;
+        places.push_back(line.substr(5, line.find(' ', 5) - 5));
+      }
+    }
+    return places;
+  };
+  EXPECT_EQ(titlesOf(3), (std::vector<std::string>{"105,73", "305,73", "505,73"}));
+  EXPECT_EQ(titlesOf(2), (std::vector<std::string>{"105,73", "405,73", "105,365"}));
+  EXPECT_EQ(titlesOf(1), (std::vector<std::string>{"105,73", "105,268", "105,463"}));
 }
 
 TEST(AxisStep, IsAOneTwoOrFive) {

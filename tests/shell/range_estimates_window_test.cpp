@@ -2,12 +2,15 @@
 
 #include "shell/reports/range_estimates_window.h"
 
+#include "paint/pdf_drawing.h"
 #include "panes/pane_clicks.h"
 #include "shell/map/map_panes.h"
 #include "shell/panes/range_pane.h"
+#include "shell/printed_files.h"
 #include "shell/progress/progress_box.h"
 #include "shell/reports/report_area.h"
 #include "shell/shell_case.h"
+#include "support/pdf_reader.h"
 
 #include <QClipboard>
 #include <QComboBox>
@@ -137,16 +140,61 @@ TEST_F(RangeEstimatesWindowTest, TheChartsAreOfTheChosenRange) {
   EXPECT_EQ(ranges.currentIndex(), 1) << "the choice stays";
 }
 
-TEST_F(RangeEstimatesWindowTest, TheChartsAreCopiedAndSaved) {
+TEST_F(RangeEstimatesWindowTest, TheChartsAreCopiedWithTheirNumbers) {
   QApplication::clipboard()->clear();
-  estimates_->Commands().ActionOf(CommandCopyImage).trigger();
-  ASSERT_NE(QApplication::clipboard()->mimeData(), nullptr);
-  EXPECT_TRUE(QApplication::clipboard()->mimeData()->hasImage());
-  dialogs_->paths = {folder_.Path("charts.svg"), folder_.Path("charts.txt")};
-  estimates_->Commands().ActionOf(CommandSavePicture).trigger();
-  EXPECT_NE(folder_.Read("charts.svg").find("<svg"), std::string::npos);
-  estimates_->Commands().ActionOf(CommandSavePicture).trigger();
-  EXPECT_EQ(folder_.Read("charts.txt").rfind("Polygons\n", 0), 0U);
+  Press(*estimates_, CommandCopyImage);
+  const QMimeData* data = QApplication::clipboard()->mimeData();
+  ASSERT_TRUE(data != nullptr && data->hasImage());
+  EXPECT_GT(qvariant_cast<QImage>(data->imageData()).width(), 1000);
+  EXPECT_TRUE(data->text().startsWith(QStringLiteral("Polygons\n% of the fixes\t")));
+  EXPECT_EQ(estimates_->Commands().ActionOf(CommandCopyImage).text().remove(QLatin1Char('&')),
+            QStringLiteral("Copy Charts as Image"));
+}
+
+TEST_F(RangeEstimatesWindowTest, TheChartsAreSavedInTheFormatOfTheirName) {
+  for (const char* name : {"a.png", "a.svg", "a.pdf", "a.txt"}) {
+    dialogs_->paths.push_back(folder_.Path(name));
+  }
+  for (int i = 0; i < 4; ++i) Press(*estimates_, CommandSavePicture);
+  EXPECT_EQ(Texts(), std::vector<std::string>{});
+  EXPECT_EQ(dialogs_->questions[0].title, "Save Picture of Charts...");
+  EXPECT_EQ(dialogs_->questions[0].file.name,
+            Part<QComboBox>("chartRange").currentText().toStdString() + ".png");
+  EXPECT_GT(QImage(QString::fromStdString(folder_.Path("a.png"))).width(), 1000);
+  EXPECT_NE(folder_.Read("a.svg").find(">Polygon of all fixes against days<"), std::string::npos);
+  const std::vector<std::string> pdf = PdfPagesAsText(folder_, "a.pdf");
+  ASSERT_EQ(pdf.size(), 1U);
+  EXPECT_NE(pdf[0].find("mean of random orders"), std::string::npos) << pdf[0];
+  EXPECT_EQ(folder_.Read("a.txt").rfind("Polygons\n", 0), 0U);
+}
+
+size_t CountOf(const std::string& text, const std::string& word) {
+  size_t count = 0;
+  for (size_t at = text.find(word); at != text.npos; at = text.find(word, at + 1)) ++count;
+  return count;
+}
+
+TEST_F(RangeEstimatesWindowTest, IsPrintedWithTheChartsOfAllRangesAsThePreviewShows) {
+  PrintToFiles(around_.printers, folder_);
+  Press(*estimates_, CommandPrint);
+  Press(*estimates_, CommandPrintPreview);
+  const std::vector<std::string> pages = PdfPagesAsText(folder_, "printed.pdf");
+  std::string text;
+  for (const std::string& page : pages) text += page;
+  SCOPED_TRACE(text);
+  // Without words in which the font joins two letters.
+  EXPECT_EQ(CountOf(text, "Polygon of 95 % of the "), 1U);
+  EXPECT_EQ(CountOf(text, " against days"), 2U) << "one for each range";
+  EXPECT_EQ(CountOf(text, "Kernel, 50 and 95 % of the density"), 2U);
+  EXPECT_NE(text.find("page 1 of "), std::string::npos);
+  EXPECT_EQ(PdfPagesAsText(folder_, "preview.pdf"), pages);
+  // Areas are painted too, those of the density as well.
+  std::string drawn;
+  for (const std::string& page : PdfPages(folder_.Read("printed.pdf"))) drawn += page;
+  EXPECT_GT(CountOf(drawn, "\nf"), 20U);
+  std::string previewed;
+  for (const std::string& page : PdfPages(folder_.Read("preview.pdf"))) previewed += page;
+  EXPECT_EQ(CountOf(previewed, "\nf"), CountOf(drawn, "\nf"));
 }
 
 TEST_F(RangeEstimatesWindowTest, IsSavedAsText) {

@@ -3,7 +3,7 @@
 #include "estimates/kernel.h"
 #include "estimates/range_fixes.h"
 #include "model/map.h"
-#include "pages/table_pages.h"
+#include "pages/estimate_pages.h"
 #include "paint/canvas_fonts.h"
 #include "paint/display_text.h"
 #include "paint/qt_canvas.h"
@@ -34,6 +34,19 @@ constexpr QSize LeastChart(480, 200);
 
 /// The charts as a picture of their own, in pixels.
 constexpr QSize ChartPicture(1200, 400);
+constexpr Color PaperColor = 0xFFFFFF;
+
+/// \return charts of all estimates; fewer if it was cancelled
+std::vector<EstimateCharts> ChartsOfAll(const std::vector<RangeEstimate>& estimates, double factor,
+                                        Progress& progress) {
+  ProgressSteps steps(&progress, WorkStage::Analyzing, estimates.size());
+  std::vector<EstimateCharts> charts;
+  for (const RangeEstimate& estimate : estimates) {
+    if (!steps.Next()) break;
+    charts.push_back(ChartsOf(estimate, factor));
+  }
+  return charts;
+}
 
 }  // namespace
 
@@ -59,9 +72,10 @@ class RangeEstimatesWindow::ChartArea final : public QWidget {
     picture.fill(Qt::white);
     if (charts_ != nullptr) {
       const CanvasFonts fonts(logicalDpiY() * ratio);
+      const PixelRect place{0, 0, size.width(), size.height()};
       QPainter painter(&picture);
-      QtCanvas canvas(painter, fonts, {0, 0, size.width(), size.height()}, {.antialias = true});
-      DrawEstimateCharts(*charts_, size.width(), size.height(), canvas);
+      QtCanvas canvas(painter, fonts, place, {.antialias = true});
+      DrawEstimateCharts(*charts_, place, EstimateChartCount, canvas);
     }
     picture.setDevicePixelRatio(ratio);
     QPainter(this).drawImage(0, 0, picture);
@@ -167,6 +181,8 @@ void RangeEstimatesWindow::Estimate() {
   BusyWork busy(TheShell().TheWorkspace(), TheShell().Boxes(), QStringLiteral("Estimating ranges"),
                 TheShell().Clock());
   estimates_ = EstimateRanges(input_.ranges, settings, &busy);
+  charts_ = ChartsOfAll(estimates_, input_.factor, busy);
+  if (charts_.size() < estimates_.size()) estimates_.clear();
   canceled_ = estimates_.empty() && !input_.ranges.empty();
 }
 
@@ -188,23 +204,25 @@ void RangeEstimatesWindow::ShowEstimates() {
 }
 
 void RangeEstimatesWindow::ShowCharts() {
-  const auto place = static_cast<size_t>(std::max(0, ranges_->currentIndex()));
-  charts_.reset();
-  if (place < estimates_.size()) charts_ = ChartsOf(estimates_[place], input_.factor);
-  chartArea_->Show(charts_ ? &*charts_ : nullptr);
+  chartArea_->Show(ShownCharts());
   ShowMenu();
+}
+
+const EstimateCharts* RangeEstimatesWindow::ShownCharts() const {
+  const auto place = static_cast<size_t>(std::max(0, ranges_->currentIndex()));
+  return place < charts_.size() ? &charts_[place] : nullptr;
 }
 
 void RangeEstimatesWindow::DropMap() {
   estimates_.clear();
   input_ = {};
-  charts_.reset();
+  charts_.clear();
   chartArea_->Show(nullptr);
   LinesWindow::DropMap();
 }
 
 ReportMenuFacts RangeEstimatesWindow::MenuFacts() const {
-  return {.picture = "Charts", .hasPicture = charts_.has_value()};
+  return {.picture = "Charts", .hasPicture = ShownCharts() != nullptr};
 }
 
 std::optional<ReportFile> RangeEstimatesWindow::FileToSave() {
@@ -213,8 +231,8 @@ std::optional<ReportFile> RangeEstimatesWindow::FileToSave() {
 }
 
 std::optional<ReportPicture> RangeEstimatesWindow::PictureToSave() {
-  if (!charts_) return std::nullopt;
-  const auto charts = std::make_shared<const EstimateCharts>(*charts_);
+  if (ShownCharts() == nullptr) return std::nullopt;
+  const auto charts = std::make_shared<const EstimateCharts>(*ShownCharts());
   ReportPicture picture;
   picture.name = charts->rangeName;
   picture.numbers = EstimateChartNumbers(*charts);
@@ -222,15 +240,17 @@ std::optional<ReportPicture> RangeEstimatesWindow::PictureToSave() {
                      .height = ChartPicture.height(),
                      .draw =
                          [charts](Canvas& canvas) {
-                           DrawEstimateCharts(*charts, ChartPicture.width(), ChartPicture.height(),
-                                              canvas);
+                           canvas.Clear(PaperColor);
+                           DrawEstimateCharts(*charts,
+                                              {0, 0, ChartPicture.width(), ChartPicture.height()},
+                                              EstimateChartCount, canvas);
                          },
                      .fonts = {}};
   return picture;
 }
 
 std::unique_ptr<PrintedPages> RangeEstimatesWindow::MakePages(const ReportPageFrame& frame) {
-  return std::make_unique<TablePages>(frame, "Range Estimates", shown_.Table());
+  return std::make_unique<EstimatePages>(frame, shown_.Table(), charts_);
 }
 
 }  // namespace orvane

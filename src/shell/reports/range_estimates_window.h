@@ -54,13 +54,15 @@ class RangeEstimatesWindow final : public LinesWindow {
   void Estimate();
   void ShowEstimates();
   void ShowCharts();
+  /// Null if there are none.
+  const EstimateCharts* ShownCharts() const;
 
   ShownTable& shown_;
   Input input_;
   std::vector<RangeEstimate> estimates_;
   bool canceled_ = false;
-  bool working_ = false;  ///< events that arrive meanwhile start no second estimate
-  std::optional<EstimateCharts> charts_;
+  bool working_ = false;                ///< events that arrive meanwhile start no second estimate
+  std::vector<EstimateCharts> charts_;  ///< of each of `estimates_`
   QDoubleSpinBox* factor_ = nullptr;
   QComboBox* ranges_ = nullptr;
   QPushButton* again_ = nullptr;
