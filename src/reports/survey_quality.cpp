@@ -11,6 +11,7 @@
 #include <cmath>
 #include <limits>
 #include <set>
+#include <unordered_map>
 #include <unordered_set>
 #include <utility>
 
@@ -115,6 +116,49 @@ std::vector<QualityRow> MeasuredRows(const Map& map) {
   return rows;
 }
 
+/// Finds the parts of a network that are chains by a point on them.
+class ChainFinder {
+ public:
+  explicit ChainFinder(const SurveyNetwork& network) {
+    for (const NetworkRegion& region : network.regions) {
+      for (const NetworkPart& part : region.parts) {
+        if (part.isFix) continue;
+        for (const NetworkReading& reading : part.readings) {
+          Add(*reading.point, part);
+          Add(*reading.reading->base, part);
+        }
+      }
+    }
+  }
+
+  /// \return the legs of a chain; none if the network has no such chain
+  std::vector<std::pair<const Point*, const Point*>> LegsOf(const ClosedChain& chain) const {
+    constexpr double Rounding = 1e-9;
+    const auto through = parts_.find(chain.from);
+    if (through == parts_.end()) return {};
+    std::vector<std::pair<const Point*, const Point*>> legs;
+    for (const NetworkPart* part : through->second) {
+      if (std::abs(part->length - chain.length) > Rounding * chain.length) continue;
+      bool leadsThere = false;
+      legs.clear();
+      for (const NetworkReading& each : part->readings) {
+        legs.emplace_back(each.point, each.reading->base);
+        leadsThere = leadsThere || each.point == chain.to || each.reading->base == chain.to;
+      }
+      if (leadsThere) return legs;
+    }
+    return {};
+  }
+
+ private:
+  void Add(const Point& point, const NetworkPart& part) {
+    std::vector<const NetworkPart*>& there = parts_[&point];
+    if (there.empty() || there.back() != &part) there.push_back(&part);
+  }
+
+  std::unordered_map<const Point*, std::vector<const NetworkPart*>> parts_;
+};
+
 /// What a row is sorted and coloured by, in metres.
 double ErrorOf(const SurveyQuality& quality, const QualityRow& row) {
   const double meters = quality.mixedAltitudes ? row.ground : row.meters;
@@ -204,6 +248,17 @@ ErrorLeg LegOf(const SurveyQuality& quality, const QualityRow& row, bool strong)
   return {row.point->geo, to, ErrorColorOf(quality, row), strong};
 }
 
+/// Adds the current row: a chain leg by leg.
+void AddStrong(const SurveyQuality& quality, const QualityRow& row, ErrorOverlay& overlay) {
+  if (row.legs.empty()) {
+    overlay.legs.push_back(LegOf(quality, row, true));
+    return;
+  }
+  for (const auto& [from, to] : row.legs) {
+    overlay.legs.push_back({from->geo, to->geo, ErrorColorOf(quality, row), true});
+  }
+}
+
 bool ShowsLine(const QualityRow& row) { return row.fix || row.other != nullptr; }
 
 std::vector<ErrorClass> LegendOf() {
@@ -233,6 +288,11 @@ bool UpdateSurveyQuality(SurveyQuality& quality, const Map& map) {
     quality.hasLargeRegion = quality.hasLargeRegion || region.tooLarge;
   }
   const auto checked = CheckedReadings(network);
+  const ChainFinder chains(network);
+  const size_t firstChain = rows.size() - map.closedChains.size();
+  for (size_t i = 0; i < map.closedChains.size(); ++i) {
+    rows[firstChain + i].legs = chains.LegsOf(map.closedChains[i]);
+  }
   for (QualityRow& row : rows) {
     const bool isLeg = row.kind == QualityKind::Leg && row.reading->distance != 0;
     if (!isLeg && row.kind != QualityKind::Fix) continue;
@@ -332,7 +392,7 @@ ErrorOverlay QualityOverlay(const SurveyQuality& quality, bool allLegs,
     }
   }
   const bool showsCurrent = current && ShowsLine(quality.rows[*current]);
-  if (showsCurrent) overlay.legs.push_back(LegOf(quality, quality.rows[*current], true));
+  if (showsCurrent) AddStrong(quality, quality.rows[*current], overlay);
   if (!allLegs && !showsCurrent) return overlay;
   const bool isFix = !allLegs && quality.rows[*current].fix.has_value();
   overlay.title = isFix ? "Error of the fix in metres" : "Error in % of the leg";

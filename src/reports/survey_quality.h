@@ -8,6 +8,7 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace orvane {
@@ -32,7 +33,9 @@ struct QualityRow {
   std::optional<double> percent;  ///< of a leg or chain
   std::optional<double> degrees;
   std::optional<LatLon> fix;  ///< where a fix puts its point
-  bool checked = true;        ///< false where nothing else says what the reading says
+  /// The legs of a chain, each from point to point; empty for all other rows.
+  std::vector<std::pair<const Point*, const Point*>> legs;
+  bool checked = true;  ///< false where nothing else says what the reading says
 
   friend bool operator==(const QualityRow&, const QualityRow&) = default;
 };

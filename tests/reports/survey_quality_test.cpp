@@ -2,6 +2,7 @@
 
 #include "support/map_from_text.h"
 
+#include <algorithm>
 #include <cmath>
 #include <set>
 
@@ -154,18 +155,46 @@ TEST_F(SurveyQualityTest, TheOverlayShowsTheCurrentRowOrAllLegs) {
   const SurveyQuality quality = Of(WithSecondFix());
   EXPECT_TRUE(QualityOverlay(quality, false, std::nullopt).legs.empty());
   EXPECT_TRUE(QualityOverlay(quality, false, std::nullopt).legend.empty());
-  const ErrorOverlay one = QualityOverlay(quality, false, 0);
+  const size_t worst =
+      FilteredRows(quality, {.kind = QualityKind::Leg, .trail = std::nullopt}).front();
+  const ErrorOverlay one = QualityOverlay(quality, false, worst);
   ASSERT_EQ(one.legs.size(), 1U);
   EXPECT_TRUE(one.legs[0].strong);
-  EXPECT_EQ(one.legs[0].color, ErrorColorOf(quality, quality.rows[0]));
-  EXPECT_EQ(one.legs[0].from, quality.rows[0].point->geo);
+  EXPECT_EQ(one.legs[0].color, ErrorColorOf(quality, quality.rows[worst]));
+  EXPECT_EQ(one.legs[0].from, quality.rows[worst].point->geo);
   const ErrorOverlay all = QualityOverlay(quality, true, std::nullopt);
   EXPECT_EQ(all.legs.size(), 5U);
   EXPECT_EQ(all.legend.size(), 6U);
   EXPECT_EQ(all.legend[0].text, "under 0.5");
   EXPECT_EQ(all.legend[1].text, "0.5 to 1");
   EXPECT_EQ(all.legend[4].text, "over 5");
-  EXPECT_EQ(QualityOverlay(quality, true, 0).legs.size(), 6U);
+  EXPECT_EQ(QualityOverlay(quality, true, worst).legs.size(), 6U);
+}
+
+TEST_F(SurveyQualityTest, TheOverlayOfAChainIsItsLegs) {
+  const SurveyQuality quality = Of(WithSecondFix());
+  const auto chains = FilteredRows(quality, {.kind = QualityKind::Chain, .trail = std::nullopt});
+  std::multiset<size_t> counts;
+  for (const size_t i : chains) {
+    const QualityRow& row = quality.rows[i];
+    const ErrorOverlay overlay = QualityOverlay(quality, false, i);
+    counts.insert(overlay.legs.size());
+    for (const ErrorLeg& leg : overlay.legs) {
+      EXPECT_TRUE(leg.strong);
+      EXPECT_EQ(leg.color, ErrorColorOf(quality, row));
+    }
+    EXPECT_TRUE(std::any_of(overlay.legs.begin(), overlay.legs.end(), [&](const ErrorLeg& leg) {
+      return leg.from == row.other->geo || leg.to == row.other->geo;
+    }));
+  }
+  EXPECT_EQ(counts, (std::multiset<size_t>{1, 1, 2})) << "A to B, B to C, C over D to A";
+  // A loop begins and ends at one point, so that a line between the two would show nothing.
+  const SurveyQuality loop = Of(Open(
+      "T\tMain\nG\tA\tN0\tE0\nC\tB\tA\t50\t180\nC\tC\tB\t40\t270\nC\tA\tC\t60\t50\n", "loop.map"));
+  const auto whole = FilteredRows(loop, {.kind = QualityKind::Chain, .trail = std::nullopt});
+  ASSERT_EQ(whole.size(), 1U);
+  EXPECT_EQ(loop.rows[whole[0]].point, loop.rows[whole[0]].other);
+  EXPECT_EQ(QualityOverlay(loop, false, whole[0]).legs.size(), 3U);
 }
 
 TEST_F(SurveyQualityTest, AFixIsALineToWhereItPutsItsPoint) {

@@ -5,8 +5,10 @@
 #include "commands/map_edits.h"
 #include "entry/import_edits.h"
 #include "shell/map/map_view.h"
+#include "shell/printed_files.h"
 #include "shell/reports/report_area.h"
 #include "shell/shell_case.h"
+#include "support/pdf_reader.h"
 #include "view/view_transform.h"
 
 #include <QCheckBox>
@@ -82,6 +84,9 @@ TEST_F(SurveyQualityWindowTest, FiltersByKindWithTheKeyboard) {
 
 TEST_F(SurveyQualityWindowTest, AClickShowsTheLegOnTheMap) {
   EXPECT_TRUE(OnMap().legs.empty());
+  auto& kinds = Part<QComboBox>("qualityKinds");
+  kinds.setFocus();
+  QTest::keyClick(&kinds, Qt::Key_Down);  // Legs
   Key(Qt::Key_Down, Qt::ControlModifier);
   ASSERT_EQ(OnMap().legs.size(), 1U);
   EXPECT_TRUE(OnMap().legs[0].strong);
@@ -138,6 +143,32 @@ TEST_F(SurveyQualityWindowTest, LeavesOutWhatAnUndoneImportBrought) {
   EXPECT_EQ(Copied().size(), before.size());
   shell_.History().Redo(window_.TheMap());
   EXPECT_GT(Copied().size(), before.size());
+}
+
+TEST_F(SurveyQualityWindowTest, AClickOfTheMouseShowsThatLineOnTheMap) {
+  const QWidget* lines = quality_->Area().viewport();
+  // The last line is the lowest that shows something: it is above the empty rest of the window.
+  int y = lines->height() - 2;
+  while (y > 0 && OnMap().legs.empty()) {
+    QTest::mouseClick(quality_->Area().viewport(), Qt::LeftButton, Qt::NoModifier, {100, y});
+    y -= 4;
+  }
+  ASSERT_EQ(OnMap().legs.size(), 1U);
+  ASSERT_EQ(Copied().size(), 1U) << "only the line that was clicked";
+  EXPECT_EQ(Copied()[0].rfind("leg\tE\tB\t", 0), 0U) << Copied()[0];
+  EXPECT_EQ(OnMap().legs[0].color, Color{0x8C8C8C}) << "unchecked";
+}
+
+TEST_F(SurveyQualityWindowTest, IsPrintedAsThePreviewShows) {
+  PrintToFiles(around_.printers, folder_);
+  Press(*quality_, CommandPrint);
+  Press(*quality_, CommandPrintPreview);
+  const std::vector<std::string> pages = PdfPagesAsText(folder_, "printed.pdf");
+  ASSERT_EQ(pages.size(), 1U);
+  EXPECT_NE(pages[0].find("Likely blunder: the distance of the leg from D to C"), std::string::npos)
+      << pages[0];
+  EXPECT_NE(pages[0].find("1 leg is unchecked"), std::string::npos);
+  EXPECT_EQ(PdfPagesAsText(folder_, "preview.pdf"), pages);
 }
 
 TEST_F(SurveyQualityWindowTest, IsSavedAsText) {
