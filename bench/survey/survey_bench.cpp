@@ -1,10 +1,14 @@
 #include "base/messages.h"
 #include "mapfile/open_map.h"
 #include "mapfile/reader.h"
+#include "model/listed_points.h"
 #include "model/workspace.h"
+#include "survey/blunders.h"
 #include "survey/elimination.h"
 #include "survey/positions.h"
+#include "survey/residuals.h"
 #include "survey/solver.h"
+#include "survey/survey_network.h"
 
 #include <algorithm>
 #include <array>
@@ -83,6 +87,33 @@ void SolveSurvey(benchmark::State& state) {
   state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 BENCHMARK(SolveSurvey)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
+
+/// What Survey Quality does with a survey: the network, the errors of its parts, the blunders.
+void LookForBlunders(benchmark::State& state) {
+  RecordedMessages messages;
+  Workspace workspace(messages);
+  Map& map = MakeMap(workspace, "survey.map");
+  ReadMapText(map, SurveyText(static_cast<int>(state.range(0))));
+  FinishMap(map);
+  for (auto _ : state) {
+    SurveyNetwork network = BuildSurveyNetwork(map);
+    benchmark::DoNotOptimize(FindBlunders(network).size());
+  }
+  state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+BENCHMARK(LookForBlunders)->Arg(4000)->Arg(15000)->Unit(benchmark::kMillisecond);
+
+void ListResiduals(benchmark::State& state) {
+  RecordedMessages messages;
+  Workspace workspace(messages);
+  Map& map = MakeMap(workspace, "survey.map");
+  ReadMapText(map, SurveyText(static_cast<int>(state.range(0))));
+  FinishMap(map);
+  const std::vector<const Point*> points = ListedPoints(map);
+  for (auto _ : state) benchmark::DoNotOptimize(ReadingResiduals(map, points).size());
+  state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+BENCHMARK(ListResiduals)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
 
 /// A chain of points, each near the one before, the last one first.
 void ReadAndSolveNearChain(benchmark::State& state) {

@@ -85,6 +85,21 @@ TEST(KernelDensity, OfOnePlaceIsACircle) {
   }
 }
 
+/// The table of chi-squared with two degrees of freedom, which statistics books print, has the
+/// squares of the radii in bandwidths.
+TEST(KernelDensity, OfOnePlaceHasTheRadiiOfTheTableOfChiSquared) {
+  constexpr std::pair<double, double> Table[] = {{10, 0.211},   {25, 0.575}, {50, 1.386},
+                                                 {75, 2.773},   {90, 4.605}, {95, 5.991},
+                                                 {97.5, 7.378}, {99, 9.210}};
+  constexpr double Bandwidth = 80;
+  const KernelDensity density(std::vector<PlanePlace>{{12, -7}}, Bandwidth);
+  for (const auto& [percent, squares] : Table) {
+    const double area = std::numbers::pi * Bandwidth * Bandwidth * squares;
+    // The table has three decimals.
+    EXPECT_NEAR(density.SetOf(percent).area, area, area * (0.002 + 0.0005 / squares)) << percent;
+  }
+}
+
 TEST(KernelDensity, OfFarPlacesIsACircleForEach) {
   const std::vector<PlanePlace> places = {{0, 0}, {1e6, 3e5}, {-2e7, 5}};
   const KernelDensity density(places, 2);
