@@ -7,6 +7,7 @@
 // SITE is the folder of the example; the pictures are written to FOLDER.
 
 #include "base/dates.h"
+#include "base/files.h"
 #include "commands/reload_map.h"
 #include "entry/fix_draft.h"
 #include "entry/gis_import.h"
@@ -34,8 +35,10 @@
 #include "shell/reports/elevation_plot.h"
 #include "shell/reports/elevation_window.h"
 #include "shell/reports/point_index_window.h"
+#include "shell/reports/range_estimates_window.h"
 #include "shell/reports/range_stats_window.h"
 #include "shell/reports/report_commands.h"
+#include "shell/reports/survey_quality_window.h"
 #include "shell/reports/trail_summary_window.h"
 
 #include <QAbstractButton>
@@ -60,6 +63,7 @@
 #include <cstdio>
 #include <functional>
 #include <string>
+#include <string_view>
 
 namespace orvane {
 
@@ -68,6 +72,7 @@ namespace {
 constexpr QSize WindowSize(1000, 680);
 constexpr QSize EditorSize(780, 420);
 constexpr QSize ProfileSize(780, 360);
+constexpr QSize QualitySize(860, 420);
 constexpr int Settling = 100;    ///< milliseconds; a window is laid out and painted by then
 constexpr int Patience = 60000;  ///< milliseconds; a busy machine may need so long
 constexpr int BoxInterval = 50;  ///< milliseconds between two looks for a box
@@ -121,6 +126,7 @@ class GuidePictures {
     ShowUndo(*window);
     ShowProfile();
     ShowReports(*window);
+    ShowQuality();
     ShowMessages();
     ShowTutorial();
     return good_;
@@ -285,6 +291,49 @@ class GuidePictures {
     save(index, IndexSize, "point-index");
     constexpr QSize StatsSize(700, 640);
     save(reports.OpenRangeStats(window), StatsSize, "range-stats");
+    for (RangePanelRow& row : view.rangeViews) {
+      row.selected = row.text == "Oru range" || row.text == "Fen range";
+    }
+    window.ShowRows();
+    constexpr QSize EstimatesSize(900, 760);
+    save(reports.OpenRangeEstimates(window), EstimatesSize, "range-estimates");
+  }
+
+  /// The quality of the survey of the example, and of the same with a bearing read backwards.
+  void ShowQuality() {
+    const std::string path = site_.toStdString() + "/trails.map";
+    MapWindowWidget* const window = shell_.OpenFile(path);
+    auto& reports = *shell_.findChild<Reports*>();
+    SurveyQualityWindow& quality = reports.OpenSurveyQuality(*window);
+    quality.resize(QualitySize);
+    quality.findChild<QCheckBox*>(QStringLiteral("colourByError"))->setChecked(true);
+    LetPass(Settling);
+    Save(quality, QStringLiteral("survey-quality"));
+    window->resize(WindowSize);
+    LetPass(Settling);
+    good_ = WaitFor([window] { return !ShowsNote(*window); }) && good_;
+    Save(*window, QStringLiteral("colour-by-error"));
+    window->TryClose();  // and with it the report
+
+    std::string text = ReadWholeFile(path).value_or("");
+    constexpr std::string_view Sound = "C\tKana750\tKana725\t24.7\t255\t";
+    constexpr std::string_view Blunder = "C\tKana750\tKana725\t24.7\t75\t";
+    const size_t at = text.find(Sound);
+    good_ = at != text.npos && good_;
+    if (at == text.npos) return;
+    text.replace(at, Sound.size(), Blunder);
+    const QTemporaryDir scratch;
+    const QString planted = scratch.filePath(QStringLiteral("trails.map"));
+    QFile file(planted);
+    good_ = file.open(QIODevice::WriteOnly) && good_;
+    file.write(text.data(), static_cast<qint64>(text.size()));
+    file.close();
+    MapWindowWidget* const wrong = shell_.OpenFile(planted.toStdString());
+    SurveyQualityWindow& named = reports.OpenSurveyQuality(*wrong);
+    named.resize(QualitySize);
+    LetPass(Settling);
+    Save(named, QStringLiteral("survey-blunder"));
+    wrong->TryClose();
   }
 
   /// The map of the tutorial: its first trail while it is typed, its range, and the figures of that.
