@@ -94,13 +94,19 @@ std::vector<SetLine> SetLines(const PrintMapWindow& view) {
   }
 }
 
+/// The left edge of the first label above a scale bar that begins at `left`, in the current font.
+int LeftOfLabel(const PrintMapWindow& view, int left) {
+  const PrintScaleBar bar = MakePrintScaleBar(view);
+  return left + bar.segmentPixels - view.target->TextWidth(ScaleBarLabel(bar, 1)) / 2;
+}
+
 /// The lower edge of the scale bar. Bar and labels are higher than the line, and the line below is
-/// long. So they end with the line and begin beside the line above, which is mostly a short label.
-int FootOfBar(const PrintMapWindow& view, const SetLine& line, int topOfLine, int topOfBox) {
-  const int gap = ScaleBarGap(view);
-  const int ending = topOfLine + line.Height() - line.lineHeight - gap;
-  const int highest = topOfBox + line.lineHeight + gap + ScaleBarHeight(view);
-  return std::max(ending, highest);
+/// long. So they end with the line and begin beside the line above, if that is short. Otherwise they
+/// are in the middle, and reach half as far into both.
+/// \param isAboveShort  the line above ends before the labels of the bar
+int FootOfBar(const PrintMapWindow& view, const SetLine& line, int topOfLine, bool isAboveShort) {
+  const int ending = topOfLine + line.Height() - line.lineHeight - ScaleBarGap(view);
+  return isAboveShort ? ending : ending + ScaleBarGap(view) + ScaleBarHeight(view) / 2;
 }
 
 }  // namespace
@@ -161,6 +167,7 @@ void DrawLegend(const PrintMapWindow& view) {
   canvas.DrawRect(box);
 
   int top = box.top + margin;
+  int endOfLast = box.right;  // above the first line is the edge of the box
   for (const SetLine& line : lines) {
     canvas.SetFont(line.font);
     canvas.SetForeColor(Black);
@@ -168,10 +175,15 @@ void DrawLegend(const PrintMapWindow& view) {
     const int baseline = top + (line.Height() - line.lineHeight) / 2 + canvas.Ascent(line.font);
     canvas.DrawText({x, baseline}, line.text);
     if (line.hasScale) {
-      DrawPrintScaleBar(view, {box.right - inch * 5 / 4, FootOfBar(view, line, top, box.top)},
-                        line.font);
+      const int left = box.right - inch * 5 / 4;
+      const bool isAboveShort = endOfLast < LeftOfLabel(view, left);
+      // The labels stay within the box.
+      const int highest = box.top + line.lineHeight + ScaleBarGap(view) + ScaleBarHeight(view);
+      const int foot = std::max(highest, FootOfBar(view, line, top, isAboveShort));
+      DrawPrintScaleBar(view, {left, foot}, line.font);
     }
     top += line.Height();
+    endOfLast = x + line.textWidth;
   }
 }
 

@@ -108,6 +108,25 @@ TEST_F(LegendTest, IsABoxInTheBottomRightCorner) {
   EXPECT_EQ(canvas.Having("rect")[1].substr(0, 9), "rect 1725");
 }
 
+/// The bar was drawn over a long line above it.
+TEST_F(LegendTest, HasItsBarInTheMiddleBelowALongLine) {
+  TheMap().credits = {"\xA9" + std::string(100, 'm'), "\xA9 x"};
+  const auto barBelow = [this](const std::string& label) {
+    c.view.label = label;
+    RecordingCanvas canvas(2100, 3000);
+    c.view.target = &canvas;
+    DrawLegend(c.view);
+    return canvas.Having("rect")[1];
+  };
+  // The two lines of the scale are from 2950 to 2974. The bar is 25 high, and labels take 12 and a
+  // gap of 4.
+  EXPECT_EQ(barBelow("R"), "rect 1725,2933 1844,2959");
+  EXPECT_EQ(barBelow(std::string(40, 'R')), "rect 1725,2949 1844,2975");
+  // Without a line above, the label is within the box, which begins at 2948.
+  TheMap().credits.clear();
+  EXPECT_EQ(barBelow(" "), "rect 1725,2964 1844,2990");
+}
+
 TEST_F(LegendTest, CutsALongLineAtItsEnd) {
   c.view.label = std::string(380, 'm');
   RecordingCanvas canvas(2100, 3000);

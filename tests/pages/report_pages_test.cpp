@@ -95,6 +95,7 @@ TEST(TrailSummaryPagesTest, KeepsTheFootLineOnAPageWithNarrowMargins) {
   Point& a = map.AddPoint("", 0, 0);
   Point& b = map.AddPoint("", 0, 100);
   std::vector<Trail*> trails;
+  trails.reserve(40);
   for (int i = 0; i < 40; ++i) {
     trails.push_back(&map.AddTrail("T" + std::to_string(1000 + i), {&a, &b}, 0));
   }
