@@ -34,7 +34,7 @@ struct GeoShape {
   GeoKind kind = GeoKind::None;
   std::vector<GeoPath> parts;  ///< one place; the lines; the rings, each closed
   /// Of each part of an area: closed rings that go clockwise. Empty if no part has a hole.
-  std::vector<std::vector<GeoPath>> holes;
+  std::vector<std::vector<GeoPath>> holes = {};
 };
 
 /// Calls `visit` for each path of a shape: each part, and after it its holes.
