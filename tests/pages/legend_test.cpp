@@ -28,7 +28,7 @@ struct LegendTest : testing::Test {
   }
   Map& TheMap() { return c.map.TheMap(); }
   void Turn(double degrees) { c.view.rotation = static_cast<float>(degrees); }
-  std::string VerticalLine() { return LinesOf(c.view)[2]; }
+  std::string VerticalLine() const { return LinesOf(c.view)[2]; }
 };
 
 TEST_F(LegendTest, HasCreditsLabelScaleAndCenter) {

@@ -175,6 +175,21 @@ TEST_F(PrintingTest, FieldsChooseTheirMode) {
   });
 }
 
+/// On a fine screen the first letter of an angle was out of its field.
+TEST_F(PrintingTest, FieldsShowTheLongestAngle) {
+  InDialog(CommandPrint, [](PrintMapDialog& dialog) {
+    for (const char* name :
+         {"Area: from latitude", "Area: to longitude", "Point: latitude", "Point: longitude"}) {
+      QLineEdit& field = Field(dialog, name);
+      field.setText(QStringLiteral("W188\u00B0 88.88888'"));
+      dialog.resize(dialog.minimumSizeHint());
+      QApplication::processEvents();
+      // The cursor is after the text. A text that is too long is moved to the left.
+      EXPECT_EQ(field.cursorPositionAt({4, field.height() / 2}), 0) << name;
+    }
+  });
+}
+
 TEST_F(PrintingTest, KeepsTheDialogForAWrongField) {
   struct Wrong {
     const char* field;

@@ -22,11 +22,11 @@
 namespace orvane {
 namespace {
 
-// Letters that a field shows.
-constexpr int AngleLetters = 16;
-constexpr int ScaleLetters = 12;
-constexpr int NumberLetters = 8;
-constexpr int LabelLetters = 40;
+// Texts that a field shows whole: the widest of their kind.
+constexpr const char* WidestAngle = "W188\xB0 88.88888'";
+constexpr const char* WidestScale = "1:88888888";
+constexpr const char* WidestNumber = "88.888km";
+constexpr const char* WideLabel = "Home ranges in the rains of 2004";
 
 /// The name of a field, which ends beside it.
 QLabel* NameOf(const char* text, QWidget* field, QWidget* parent) {
@@ -90,10 +90,12 @@ PrintMapDialog::PrintMapDialog(PrintMapWindow& print, PrintSettings& settings, M
 }
 
 QLineEdit* PrintMapDialog::AddField(const char* name, std::string PrintDialog::*text,
-                                    PrintMode mode, int letters) {
+                                    PrintMode mode, const char* widest) {
   auto* edit = new QLineEdit(this);
   edit->setAccessibleName(QString::fromLatin1(name));
-  edit->setMinimumWidth(edit->fontMetrics().averageCharWidth() * letters);
+  // With room for the frame and for the cursor after the text.
+  edit->setMinimumWidth(edit->fontMetrics().horizontalAdvance(QString::fromLatin1(widest)) +
+                        edit->fontMetrics().averageCharWidth() * 2);
   fields_.push_back({edit, text, mode});
   return edit;
 }
@@ -101,20 +103,20 @@ QLineEdit* PrintMapDialog::AddField(const char* name, std::string PrintDialog::*
 QWidget* PrintMapDialog::MakeAreaFields() {
   auto* box = new QWidget(this);
   QGridLayout* grid = FieldsBelow(*area_, box);
-  const auto add = [&](const char* name, std::string PrintDialog::*text, int letters) {
-    return AddField(name, text, PrintMode::Area, letters);
+  const auto add = [&](const char* name, std::string PrintDialog::*text, const char* widest) {
+    return AddField(name, text, PrintMode::Area, widest);
   };
   grid->addWidget(new QLabel(QStringLiteral("From:"), box), 0, 1);
   grid->addWidget(new QLabel(QStringLiteral("To:"), box), 0, 2);
-  QLineEdit* south = add("Area: from latitude", &PrintDialog::south, AngleLetters);
+  QLineEdit* south = add("Area: from latitude", &PrintDialog::south, WidestAngle);
   grid->addWidget(NameOf("La&titude", south, box), 1, 0);
   grid->addWidget(south, 1, 1);
-  grid->addWidget(add("Area: to latitude", &PrintDialog::north, AngleLetters), 1, 2);
-  QLineEdit* west = add("Area: from longitude", &PrintDialog::west, AngleLetters);
+  grid->addWidget(add("Area: to latitude", &PrintDialog::north, WidestAngle), 1, 2);
+  QLineEdit* west = add("Area: from longitude", &PrintDialog::west, WidestAngle);
   grid->addWidget(NameOf("Lo&ngitude", west, box), 2, 0);
   grid->addWidget(west, 2, 1);
-  grid->addWidget(add("Area: to longitude", &PrintDialog::east, AngleLetters), 2, 2);
-  QLineEdit* scale = add("Area: scale", &PrintDialog::areaScale, ScaleLetters);
+  grid->addWidget(add("Area: to longitude", &PrintDialog::east, WidestAngle), 2, 2);
+  QLineEdit* scale = add("Area: scale", &PrintDialog::areaScale, WidestScale);
   grid->addWidget(NameOf("S&cale:", scale, box), 3, 0);
   grid->addWidget(scale, 3, 1);
   grid->addWidget(new QLabel(QStringLiteral("No Rotation"), box), 3, 2);
@@ -125,19 +127,19 @@ QWidget* PrintMapDialog::MakePointFields() {
   auto* box = new QWidget(this);
   QGridLayout* grid = FieldsBelow(*point_, box);
   const auto add = [&](const char* label, const char* name, std::string PrintDialog::*text,
-                       int letters, int row, int column) {
-    QLineEdit* edit = AddField(name, text, PrintMode::AroundPoint, letters);
+                       const char* widest, int row, int column) {
+    QLineEdit* edit = AddField(name, text, PrintMode::AroundPoint, widest);
     grid->addWidget(NameOf(label, edit, box), row, column);
     grid->addWidget(edit, row, column + 1);
   };
   grid->addWidget(new QLabel(QStringLiteral("Centered on:"), box), 0, 0);
-  add("Lat", "Point: latitude", &PrintDialog::centerLatitude, AngleLetters, 0, 1);
-  add("Lon", "Point: longitude", &PrintDialog::centerLongitude, AngleLetters, 0, 3);
+  add("Lat", "Point: latitude", &PrintDialog::centerLatitude, WidestAngle, 0, 1);
+  add("Lon", "Point: longitude", &PrintDialog::centerLongitude, WidestAngle, 0, 3);
   grid->addWidget(new QLabel(QStringLiteral("Show at least"), box), 1, 0);
-  add("&Vertical", "Point: show at least, vertical", &PrintDialog::vertical, NumberLetters, 1, 1);
-  add("&Hor.", "Point: show at least, horizontal", &PrintDialog::horizontal, NumberLetters, 1, 3);
-  add("Scal&e:", "Point: scale", &PrintDialog::pointScale, ScaleLetters, 2, 1);
-  add("&Rotate:", "Point: rotate, degrees", &PrintDialog::rotation, NumberLetters, 2, 3);
+  add("&Vertical", "Point: show at least, vertical", &PrintDialog::vertical, WidestNumber, 1, 1);
+  add("&Hor.", "Point: show at least, horizontal", &PrintDialog::horizontal, WidestNumber, 1, 3);
+  add("Scal&e:", "Point: scale", &PrintDialog::pointScale, WidestScale, 2, 1);
+  add("&Rotate:", "Point: rotate, degrees", &PrintDialog::rotation, WidestNumber, 2, 3);
   return box;
 }
 
@@ -145,11 +147,11 @@ QWidget* PrintMapDialog::MakeCommonFields() {
   auto* box = new QWidget(this);
   auto* grid = new QGridLayout(box);
   grid->setContentsMargins(0, 0, 0, 0);
-  QLineEdit* label = AddField("Label", &PrintDialog::label, PrintMode::FillPage, LabelLetters);
+  QLineEdit* label = AddField("Label", &PrintDialog::label, PrintMode::FillPage, WideLabel);
   grid->addWidget(NameOf("&Label:", label, box), 0, 0);
   grid->addWidget(label, 0, 1, 1, 3);
   QLineEdit* size =
-      AddField("Point Size", &PrintDialog::pointSize, PrintMode::FillPage, NumberLetters);
+      AddField("Point Size", &PrintDialog::pointSize, PrintMode::FillPage, WidestNumber);
   grid->addWidget(NameOf("Point Si&ze:", size, box), 1, 0);
   grid->addWidget(size, 1, 1);
   gridColor_ = new QComboBox(box);

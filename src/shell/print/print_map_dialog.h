@@ -45,7 +45,7 @@ class PrintMapDialog final : public QDialog {
   };
 
   QLineEdit* AddField(const char* name, std::string PrintDialog::*text, PrintMode mode,
-                      int letters);
+                      const char* widest);
   QWidget* MakeAreaFields();
   QWidget* MakePointFields();
   QWidget* MakeCommonFields();
