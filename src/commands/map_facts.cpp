@@ -38,6 +38,6 @@ bool SetBasis(Map& map, Map& basis) {
   return true;
 }
 
-bool HasFile(const Map& map) { return (map.flags & MapUntitled) == 0 || map.fileMark.has_value(); }
+bool HasFile(const Map& map) { return !IsUntitled(map) || map.fileMark.has_value(); }
 
 }  // namespace orvane

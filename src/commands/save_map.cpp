@@ -72,7 +72,7 @@ std::string AskMapName(const Map& map, const SaveContext& context) {
   const std::string baseName(BaseName(map.fileName));
   file.name = baseName;
   const std::string title =
-      (map.flags & MapUntitled) != 0 ? "Save untitled map as..." : "Save " + baseName + " as...";
+      IsUntitled(map) ? "Save untitled map as..." : "Save " + baseName + " as...";
   return AskName(title, file, map.workspace->messages, context) ? PathOf(file) : std::string();
 }
 
@@ -144,7 +144,7 @@ bool HasChangedOnDisk(const Map& map, const std::string& path) {
 bool SaveChangedMaps(Map& map, const SaveContext& context) {
   for (Map* each = &map; each != nullptr; each = each->basis) {
     if (!IsDirty(*each)) continue;
-    bool underNewName = (each->flags & MapUntitled) != 0;
+    bool underNewName = IsUntitled(*each);
     if (!underNewName) {
       const ChangedFileAnswer answer = AskAboutChange(*each, each->fileName);
       if (answer == ChangedCancel) return false;

@@ -25,7 +25,7 @@ bool HasBaseName(const Map& map, std::string_view name) {
   const size_t before = path.size() - name.size();
   if (!SameName(std::string_view(path).substr(before), name)) return false;
   // A map made by New has neither a folder nor a file before it is saved.
-  return before == 0 ? (map.flags & MapUntitled) == 0 : path[before - 1] == '/';
+  return before == 0 ? !IsUntitled(map) : path[before - 1] == '/';
 }
 
 }  // namespace

@@ -154,7 +154,7 @@ std::optional<RecoveryRecord> ParseRecoveryRecord(std::string_view text) {
 }
 
 RecoveryRecord RecordOf(const Map& map) {
-  const bool untitled = (map.flags & MapUntitled) != 0;
+  const bool untitled = IsUntitled(map);
   // A map made by New has no directory before its first save.
   const bool named = !untitled || map.fileMark.has_value();
   return {.fileName = named ? WholePath(map.fileName) : map.fileName,

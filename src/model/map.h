@@ -164,6 +164,9 @@ struct Map {
 /// \return true for a map that has changed since it was last saved
 inline bool IsDirty(const Map& map) { return (map.flags & MapDirty) != 0; }
 
+/// \return true for a map that was made by New and has not been saved since
+inline bool IsUntitled(const Map& map) { return (map.flags & MapUntitled) != 0; }
+
 /// Calls `visit(Point&)` for each node of the map's lists, always in this order: each trail with
 /// its points, then the loose points, then the nameless ones. A point in several lists is visited
 /// several times.

@@ -77,7 +77,7 @@ Map& OpenMaps::New() {
 std::string OpenMaps::NameOf(const std::string& path) const {
   // A file and a link to it must not become two maps: the one saved later would undo the other.
   for (const Map& map : workspace_.maps) {
-    if (map.fileName != path && (map.flags & MapUntitled) == 0 && IsSameFile(map.fileName, path)) {
+    if (map.fileName != path && !IsUntitled(map) && IsSameFile(map.fileName, path)) {
       return map.fileName;
     }
   }

@@ -117,7 +117,7 @@ std::string PreferencesText(const Workspace& workspace, const WindowPreferences&
   AddLine(text, TrailHeightKey, preferences.trailHeight);
   for (const MapWindow* view : windows) {
     const Map& map = *view->map;
-    if ((map.flags & MapUntitled) == 0 && CanBeReadBack(map.fileName)) AddWindow(text, *view);
+    if (!IsUntitled(map) && CanBeReadBack(map.fileName)) AddWindow(text, *view);
   }
   return text;
 }

@@ -93,7 +93,7 @@ TEST_F(SaveMapTest, AnUntitledMapIsAskedForItsNameAtEachSave) {
   dialogs_.paths = {folder_.Path("a.map"), folder_.Path("b.map")};
   EXPECT_TRUE(SaveChangedMaps(map, Context()));
   EXPECT_EQ(map.fileName, folder_.Path("a.map"));
-  EXPECT_NE(map.flags & MapUntitled, 0U);
+  EXPECT_TRUE(IsUntitled(map));
   EXPECT_EQ(dialogs_.questions[0].title, "Save untitled map as...");
   EXPECT_EQ(dialogs_.questions[0].file.name, "Untitled");
   map.flags |= MapDirty;

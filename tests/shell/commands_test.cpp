@@ -113,7 +113,7 @@ TEST_F(CommandsTest, NewMapOpensAnUntitledMap) {
   MapWindowWidget& newest = *shell_.Windows().All().front();
   EXPECT_NE(&newest, &window);
   EXPECT_NE(&newest.TheMap(), &window.TheMap());
-  EXPECT_NE(newest.TheMap().flags & MapUntitled, 0U);
+  EXPECT_TRUE(IsUntitled(newest.TheMap()));
 }
 
 TEST_F(CommandsTest, OpenMapAsksAndOpens) {

@@ -152,7 +152,7 @@ void Monkey::CheckMenu(MapWindowWidget& window) {
   expect(CommandSave, MaySave(workspace_, map));
   expect(CommandOpenBasis, map.basis != nullptr);
   expect(CommandSetBasis, map.basis == nullptr);
-  expect(CommandReload, (map.flags & MapUntitled) == 0 || map.fileMark.has_value());
+  expect(CommandReload, !IsUntitled(map) || map.fileMark.has_value());
   expect(CommandUndo, shell_.History().UndoName(map) != nullptr);
   expect(CommandRedo, shell_.History().RedoName(map) != nullptr);
   const bool overList = place == FocusPlace::TrailList || place == FocusPlace::RangeList;

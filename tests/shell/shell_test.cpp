@@ -85,7 +85,7 @@ TEST_F(ShellTest, TheFirstWindowHasAWholeSizeWithinTheScreen) {
   EXPECT_GT(window.height(), room.height() - 100);
   EXPECT_LE(window.width(), room.width());
   EXPECT_EQ(window.windowTitle(), QStringLiteral("Untitled[*]"));
-  EXPECT_NE(window.Shown().map->flags & MapUntitled, 0U);
+  EXPECT_TRUE(IsUntitled(*window.Shown().map));
 }
 
 TEST_F(ShellTest, AFileThatDoesNotOpenHasItsMessageAndThenAnEmptyWindow) {

@@ -121,7 +121,7 @@ TEST_F(StartTest, AMissingFileIsReportedAndOpensEmptyAndSavingMakesIt) {
   EXPECT_EQ(Texts(), (std::vector<std::string>{"Can't open file " + folder_.Path("new.map")}));
   ASSERT_EQ(shell_.Windows().All().size(), 1U);
   MapWindowWidget& window = *shell_.Windows().All()[0];
-  EXPECT_EQ(window.TheMap().flags & MapUntitled, 0U);
+  EXPECT_FALSE(IsUntitled(window.TheMap()));
   EXPECT_TRUE(shell_.Maps().Recent().empty());
   AddComment(shell_, window.TheMap());
   ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
