@@ -66,13 +66,13 @@ class Application final : public QApplication {
   bool notify(QObject* receiver, QEvent* event) override {
     try {
       return QApplication::notify(receiver, event);
-    } catch (const std::bad_alloc&) {
-      if (outOfMemory) outOfMemory();
+    } catch (const std::bad_alloc& error) {
+      if (outOfMemory) outOfMemory(error);
       return true;
     }
   }
 
-  std::function<void()> outOfMemory;
+  std::function<void(const std::bad_alloc&)> outOfMemory;
 };
 
 }  // namespace
@@ -103,7 +103,7 @@ int main(int argc, char** argv) {
   QObject::connect(
       &application, &QGuiApplication::commitDataRequest, &shell,
       [&shell](QSessionManager&) { orvane::WriteAtEndOfSession(shell); }, Qt::DirectConnection);
-  application.outOfMemory = [&shell] { shell.Guard().Report(); };
+  application.outOfMemory = [&shell](const std::bad_alloc& error) { shell.Guard().Report(error); };
   // Boxes may come and go before the first window: the last one closed must not end the program.
   QApplication::setQuitOnLastWindowClosed(false);
   QTimer::singleShot(0, [&] { program.Start(FilesOf(argc, argv)); });

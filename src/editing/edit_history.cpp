@@ -55,10 +55,10 @@ void ExpectMemory(size_t bytes) { ::operator delete(::operator new(bytes)); }
 struct FileFacts {
   std::optional<FileMark> mark;
   std::map<std::string, std::optional<FileMark>> included;
-  bool operator==(const FileFacts&) const = default;
-};
 
-FileFacts FactsOf(const Map& map) { return {.mark = map.fileMark, .included = map.includedFiles}; }
+  /// Needs no memory.
+  bool AreOf(const Map& map) const { return mark == map.fileMark && included == map.includedFiles; }
+};
 
 }  // namespace
 
@@ -80,6 +80,8 @@ std::vector<Map*> EditHistory::Step::Maps() const {
   for (const Passage& each : passages) maps.push_back(each.map);
   return maps;
 }
+
+size_t EditHistory::Step::AllBytes() const { return bytes + delta.RemovedBytes(); }
 
 bool EditHistory::Step::Touches(const Map& map) const { return IsIn(Maps(), map); }
 
@@ -134,7 +136,7 @@ bool EditHistory::Apply(const Edit& edit) {
   const DirtyMarks marks(maps);
   MapSnapshot before(workspace_);
   EditFollowUp followUp;
-  Step step{.name = edit.name, .number = newestStep_ + 1};
+  Step step{.name = edit.name, .number = newestStep_ + 1, .passages = {{.map = &map}}};
   bool done = false;
   bool marksDirty = false;
   try {
@@ -149,27 +151,27 @@ bool EditHistory::Apply(const Edit& edit) {
     }
   } catch (const std::bad_alloc&) {
     marks.Restore();
-    TakeBack(edit, step.delta.IsEmpty() ? before.TakeDelta() : std::move(step.delta));
+    if (step.delta.IsEmpty()) step.delta = before.TakeDelta();
+    TakeBack(std::move(step));
     throw;
   }
   if (!done) {
     marks.Restore();
-    MapDelta changes = before.TakeDelta();
-    if (!changes.IsEmpty()) TakeBack(edit, std::move(changes));
+    step.delta = before.TakeDelta();
+    if (!step.delta.IsEmpty()) TakeBack(std::move(step));
     return false;
   }
-  newestStep_ = step.number;
   for (const Passage& each : step.passages) {
     if (each.before != each.after) EnterState(*each.map, each.after);
   }
   // An edit that leaves the records as they were can have changed rows of the panes.
-  const bool isStep = marksDirty || step.delta.Change().Any();
-  Tell(step, EditNews::Kind::Applied, &followUp);
-  if (isStep) {
-    Record(std::move(step));
-    TellSteps();
+  if (marksDirty || step.delta.Change().Any()) {
+    Record(std::move(step), followUp);
   } else {
+    newestStep_ = step.number;
+    const bool isFollowed = Tell(step, EditNews::Kind::Applied, &followUp);
     for (EditListener* follower : followers_) follower->StepDropped(step.number);
+    if (!isFollowed) throw ListenerWithoutMemory();
   }
   return true;
 }
@@ -193,26 +195,29 @@ std::vector<EditHistory::Passage> EditHistory::PassagesOf(const std::vector<Map*
 
 bool EditHistory::Reread(Map& map, const std::string& name,
                          const std::function<bool(FormerContents& former)>& read) {
+  FreeDroppedIfAny();
   AnnounceEdit(true);
   NoteUnsavedStart(map);
-  const FileFacts facts = FactsOf(map);
-  auto former = std::make_unique<FormerContents>();
-  if (!read(*former)) return false;
-  Passage passage{.map = &map, .before = StateOf(map), .after = SavedOf(map)};
+  const FileFacts facts{.mark = map.fileMark, .included = map.includedFiles};
+  Step step{.name = name,
+            .number = newestStep_ + 1,
+            .passages = {{.map = &map, .before = StateOf(map)}},
+            .contents = std::make_unique<FormerContents>()};
+  // What is read must not get lost, so what follows needs no memory.
+  done_.reserve(done_.size() + 1);
+  states_.try_emplace(&map);
+  saved_.try_emplace(&map);
+  if (!read(*step.contents)) return false;
+  State& after = step.passages.front().after;
+  after = SavedOf(map);
   // With other bytes in its file, no earlier state is the saved one.
-  if (FactsOf(map) != facts || passage.after.marked == NeverReached ||
-      passage.after.unlike == NeverReached) {
-    passage.after = {.marked = ++newestState_, .unlike = ++newestState_};
+  if (!facts.AreOf(map) || after.marked == NeverReached || after.unlike == NeverReached) {
+    after = {.marked = ++newestState_, .unlike = ++newestState_};
   }
-  saved_[&map] = passage.after;
-  EnterState(map, passage.after);
-  Step step{
-      .name = name, .number = ++newestStep_, .passages = {passage}, .contents = std::move(former)};
+  saved_[&map] = after;
+  EnterState(map, after);
   Weigh(step);
-  const EditFollowUp followUp;
-  Tell(step, EditNews::Kind::Applied, &followUp);
-  Record(std::move(step));
-  TellSteps();
+  Record(std::move(step), {});
   return true;
 }
 
@@ -228,21 +233,19 @@ void EditHistory::SwapBack(MapDelta& changes) {
 }
 
 /// Brings back the state before an edit that failed.
-void EditHistory::TakeBack(const Edit& edit, MapDelta changes) {
-  SwapBack(changes);
-  Step step{.name = edit.name,
-            .number = ++newestStep_,
-            .passages = {{.map = edit.map}},
-            .delta = std::move(changes)};
-  Tell(step, EditNews::Kind::TakenBack, nullptr);
+void EditHistory::TakeBack(Step step) {
+  newestStep_ = step.number;
+  SwapBack(step.delta);
+  const bool isFollowed = Tell(step, EditNews::Kind::TakenBack, nullptr);
   DropTakenBack(std::move(step));
+  if (!isFollowed) throw std::bad_alloc();
 }
 
 /// What the edit has made serves nobody any more.
 void EditHistory::DropTakenBack(Step step) {
   try {
     Weigh(step);
-    droppedBytes_ += step.removedBytes;
+    droppedBytes_ += step.delta.RemovedBytes();
     step.delta = MapDelta();
     Trim(EditNews::Kind::TakenBack);
   } catch (const std::bad_alloc&) {
@@ -258,16 +261,27 @@ void EditHistory::NoteUnsavedStart(const Map& map) {
   if ((map.flags & MapUnlikeFile) != 0) saved_[&map].unlike = NeverReached;
 }
 
-void EditHistory::Record(Step step) {
-  DropWithTied(undone_, [&](const Step& each) { return AreTied(each, step); });
-  done_.push_back(std::move(step));
+/// Keeps a step that was made, for which `done_` has room, and then notifies the listeners: one that
+/// runs out of memory must not cost the step.
+void EditHistory::Record(Step made, const EditFollowUp& followUp) {
+  newestStep_ = made.number;
+  done_.push_back(std::move(made));
+  const bool isFollowed = Tell(done_.back(), EditNews::Kind::Applied, &followUp);
+  try {
+    const Step& step = done_.back();
+    DropWithTied(undone_, [&](const Step& each) { return AreTied(each, step); });
+  } catch (const std::bad_alloc&) {
+    // Which of them are tied to it can't be found out, and none of those may stay.
+    Drop(undone_, [](const Step&) { return true; });
+  }
   Trim(EditNews::Kind::Applied);
+  TellSteps();
+  if (!isFollowed) throw ListenerWithoutMemory();
 }
 
 void EditHistory::Weigh(Step& step) {
-  const size_t removedBytes = step.delta.RemovedBytes();
+  step.delta.Weigh();
   step.bytes = step.contents ? step.contents->Bytes() : step.delta.Bytes();
-  step.removedBytes = removedBytes;
 }
 
 /// Keeps the bound of memory, and frees records to which only dropped steps led. To find these takes a
@@ -275,7 +289,8 @@ void EditHistory::Weigh(Step& step) {
 void EditHistory::Trim(EditNews::Kind kind) {
   constexpr size_t Share = 8;
   try {
-    while (Bytes() > mostBytes_) {
+    // Holders from outside can keep more than that.
+    while (Bytes() > mostBytes_ && (droppedBytes_ > 0 || HasSteps())) {
       const size_t steps = done_.size() + undone_.size();
       const bool isEnough =
           droppedBytes_ >= mostBytes_ / Share || Bytes() - droppedBytes_ <= mostBytes_;
@@ -288,7 +303,7 @@ void EditHistory::Trim(EditNews::Kind kind) {
         DropOldest();
       }
     }
-    size_t kept = Bytes();
+    size_t kept = Bytes() - heldBytes_;
     for (const Map& map : workspace_.maps) kept += map.pointStore.size() * sizeof(Point);
     if (droppedBytes_ > kept / Share) FreeDropped();
   } catch (const std::bad_alloc&) {
@@ -300,7 +315,7 @@ void EditHistory::Trim(EditNews::Kind kind) {
 /// undone goes only if it leaves too little room for the others.
 bool EditHistory::LastRedoIsDropped() const {
   if (undone_.size() != 1) return !undone_.empty();
-  return undone_.front().bytes + undone_.front().removedBytes > mostBytes_ / 2;
+  return undone_.front().AllBytes() > mostBytes_ / 2;
 }
 
 void EditHistory::FreeDropped() {
@@ -311,9 +326,22 @@ void EditHistory::FreeDropped() {
       if (step.contents) step.contents->KeepLeads(records);
     }
   }
+  const size_t keptBySteps = records.KeptBytes();
   workspace_.holders.KeepAll(records);
+  const size_t held = records.KeptBytes() - keptBySteps;
   records.Free();
+  heldBytes_ = held;
   droppedBytes_ = 0;
+}
+
+/// Before maps exchange their contents: what waits to be freed would go into those that are kept.
+void EditHistory::FreeDroppedIfAny() {
+  if (droppedBytes_ == 0) return;
+  try {
+    FreeDropped();
+  } catch (const std::bad_alloc&) {
+    // It is freed with those contents.
+  }
 }
 
 /// Drops the step that was made first. Those that were undone can't be redone without each other.
@@ -346,7 +374,7 @@ void EditHistory::DropWithTied(StepList& steps, const std::function<bool(const S
 void EditHistory::Drop(StepList& steps, const std::function<bool(const Step&)>& isDropped) {
   const auto end = std::remove_if(steps.begin(), steps.end(), [&](const Step& step) {
     if (!isDropped(step)) return false;
-    droppedBytes_ += step.removedBytes;
+    droppedBytes_ += step.delta.RemovedBytes();
     for (EditListener* follower : followers_) follower->StepDropped(step.number);
     return true;
   });
@@ -379,6 +407,7 @@ bool EditHistory::Redo(const Map& map) {
 
 void EditHistory::Exchange(StepList& from, StepList& to, size_t index, EditNews::Kind kind) {
   Step& exchanged = from[index];
+  if (exchanged.contents) FreeDroppedIfAny();
   to.reserve(to.size() + 1);  // a step that was exchanged must not get lost
   ExpectMemory(exchanged.delta.SwapBytes());
   AnnounceEdit(exchanged.contents != nullptr);
@@ -397,16 +426,16 @@ void EditHistory::Exchange(StepList& from, StepList& to, size_t index, EditNews:
       throw;
     }
   }
-  Step step = std::move(exchanged);
+  to.push_back(std::move(exchanged));
   from.erase(from.begin() + static_cast<std::ptrdiff_t>(index));
-  for (const Passage& each : step.passages) {
+  for (const Passage& each : to.back().passages) {
     if (each.before == each.after) continue;
     EnterState(*each.map, kind == EditNews::Kind::Undone ? each.before : each.after);
   }
-  to.push_back(std::move(step));
-  Tell(to.back(), kind, nullptr);
+  const bool isFollowed = Tell(to.back(), kind, nullptr);
   Trim(kind);
   TellSteps();
+  if (!isFollowed) throw ListenerWithoutMemory();
 }
 
 void EditHistory::NoteSaved(Map& map) {
@@ -425,14 +454,16 @@ void EditHistory::Forget(const Map& map) {
 }
 
 size_t EditHistory::Bytes() const {
-  size_t bytes = droppedBytes_;
+  size_t bytes = droppedBytes_ + heldBytes_;
   for (const StepList* steps : {&done_, &undone_}) {
-    for (const Step& step : *steps) bytes += step.bytes + step.removedBytes;
+    for (const Step& step : *steps) bytes += step.AllBytes();
   }
   return bytes;
 }
 
-void EditHistory::Tell(const Step& step, EditNews::Kind kind, const EditFollowUp* followUp) const {
+/// Notifies all listeners. One that runs out of memory does not keep the news from the others.
+/// \return false if one did
+bool EditHistory::Tell(const Step& step, EditNews::Kind kind, const EditFollowUp* followUp) const {
   const EditNews news{.kind = kind,
                       .step = step.number,
                       .name = &step.name,
@@ -440,11 +471,22 @@ void EditHistory::Tell(const Step& step, EditNews::Kind kind, const EditFollowUp
                       .delta = &step.delta,
                       .followUp = followUp,
                       .contents = step.contents.get()};
+  bool isFollowed = true;
+  const auto tell = [&](const auto& follow) {
+    try {
+      follow();
+    } catch (const std::bad_alloc&) {
+      isFollowed = false;
+    }
+  };
   // A listener can close a window, which then removes its own.
-  for (EditListener* follower : std::vector(followers_)) {
-    if (IsFollowedBy(follower)) follower->AfterEdit(news);
+  std::vector<EditListener*> followers;
+  tell([&] { followers = followers_; });
+  for (EditListener* follower : followers) {
+    if (IsFollowedBy(follower)) tell([&] { follower->AfterEdit(news); });
   }
-  for (const Listener& listener : listeners_) listener(news);
+  for (const Listener& listener : listeners_) tell([&] { listener(news); });
+  return isFollowed;
 }
 
 void EditHistory::AnnounceEdit(bool rereads) const {

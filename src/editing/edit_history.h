@@ -10,6 +10,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <new>
 #include <string>
 #include <vector>
 
@@ -71,6 +72,10 @@ struct EditNews {
   bool Concerns(const Map& other) const;
 };
 
+/// A listener ran out of memory. The edit, undo or redo is made and recorded, and all other listeners
+/// have followed it.
+struct ListenerWithoutMemory : std::bad_alloc {};
+
 /// Follows an `EditHistory` until it is removed.
 class EditListener {
  public:
@@ -113,6 +118,9 @@ class EditHistory {
   EditHistory(const EditHistory&) = delete;
   EditHistory& operator=(const EditHistory&) = delete;
 
+  /// Changes the bound, from the next edit on.
+  void SetMostBytes(size_t bytes) { mostBytes_ = bytes; }
+
   /// Notifies `follower` of each edit until it is removed, which can happen at any time.
   void Add(EditListener& follower) { followers_.push_back(&follower); }
   void Remove(EditListener& follower);
@@ -129,7 +137,8 @@ class EditHistory {
 
   /// Makes an edit. One that changes no record is a step only if it marks the map.
   /// If memory runs out, it restores the maps, notifies the listeners and throws `std::bad_alloc`
-  /// again.
+  /// again. `Reread`, `Undo` and `Redo` change nothing then. If only a listener runs out of memory,
+  /// all four go on to their end and throw `ListenerWithoutMemory`.
   /// \return false if the edit gave up
   bool Apply(const Edit& edit);
 
@@ -165,7 +174,7 @@ class EditHistory {
   /// \return true if any step can be undone or redone
   bool HasSteps() const { return !done_.empty() || !undone_.empty(); }
   /// \return the memory of all steps, with the records that only they keep, and of such records that
-  ///         wait to be freed; in bytes, close to the truth
+  ///         wait to be freed, or that an open editor or the like holds; in bytes, close to the truth
   size_t Bytes() const;
 
  private:
@@ -189,8 +198,9 @@ class EditHistory {
     MapDelta delta{};
     std::unique_ptr<FormerContents> contents{};  ///< in place of the delta, or null
     size_t bytes = 0;                            ///< what delta or contents take
-    size_t removedBytes = 0;                     ///< of records that only this step keeps
 
+    /// With the records that only this step keeps.
+    size_t AllBytes() const;
     std::vector<Map*> Maps() const;
     bool Touches(const Map& map) const;
     bool ChangesSurvey(const Map& map) const;
@@ -200,22 +210,23 @@ class EditHistory {
   static bool AreTied(const Step& a, const Step& b);
   static size_t NextStepOf(const StepList& steps, const Map& map);
   void NoteUnsavedStart(const Map& map);
-  void Record(Step step);
+  void Record(Step made, const EditFollowUp& followUp);
   static void Weigh(Step& step);
   void Trim(EditNews::Kind kind);
   bool LastRedoIsDropped() const;
   void FreeDropped();
+  void FreeDroppedIfAny();
   void DropOldest();
   void DropWithTied(StepList& steps, const std::function<bool(const Step&)>& isDropped);
   void Exchange(StepList& from, StepList& to, size_t index, EditNews::Kind kind);
   std::vector<Passage> PassagesOf(const std::vector<Map*>& maps, const EditFollowUp& followUp,
                                   bool marksDirty);
   void SwapBack(MapDelta& changes);
-  void TakeBack(const Edit& edit, MapDelta changes);
+  void TakeBack(Step step);
   void DropTakenBack(Step step);
   void Drop(StepList& steps, const std::function<bool(const Step&)>& isDropped);
   void AnnounceEdit(bool rereads) const;
-  void Tell(const Step& step, EditNews::Kind kind, const EditFollowUp* followUp) const;
+  bool Tell(const Step& step, EditNews::Kind kind, const EditFollowUp* followUp) const;
   void TellSteps() const;
   bool IsFollowedBy(const EditListener* follower) const;
   State StateOf(const Map& map) const;
@@ -230,6 +241,9 @@ class EditHistory {
   StepList done_;            ///< oldest first
   StepList undone_;          ///< the one taken back last comes last
   size_t droppedBytes_ = 0;  ///< of records that only dropped steps have kept, still to be freed
+  /// Of those that were not freed last time, because a holder from outside the maps kept them. When
+  /// others are freed, it is found out again.
+  size_t heldBytes_ = 0;
   std::uint64_t newestState_ = 0;
   std::uint64_t newestStep_ = 0;
   std::map<const Map*, State> states_;  ///< the present one; as read for those not named

@@ -9,8 +9,8 @@
 
 #include "editing/map_delta.h"
 
-#include "model/former_contents.h"
 #include "model/point_names.h"
+#include "model/record_bytes.h"
 #include "model/time_names.h"
 #include "model/workspace.h"
 #include "survey/positions.h"
@@ -507,6 +507,8 @@ struct MapDelta::OneMap {
   std::vector<std::pair<Range*, Addresses<Point>>> minutes;
   std::vector<std::pair<Range*, OffsetHulls>> offsets;
 
+  size_t removedBytes = 0;  ///< as it was weighed
+
   bool AnyAnalysis() const {
     return overlaps || newOverlaps || !minutes.empty() || !offsets.empty();
   }
@@ -514,7 +516,9 @@ struct MapDelta::OneMap {
   void Swap();
   void Keep(UnusedRecords& records) const;
   size_t Bytes() const;
-  size_t RemovedBytes() const;
+  size_t WeighRemoved() const;
+  /// False while former contents of the map hold the records of this.
+  bool IsInMap() const { return map->pointMemory.get() == memory; }
 };
 
 namespace {
@@ -770,7 +774,7 @@ void MapDelta::OneMap::Keep(UnusedRecords& records) const {
     records.Keep(content.trail);
     for (const Measurement& reading : content.measurements) records.Keep(reading.base);
   }
-  if (map->pointMemory.get() == memory) {
+  if (IsInMap()) {
     for (const PackedPlace& place : places) records.Keep(&place.PointOf(*map));
   }
   if (settings) records.Keep(settings->origin);
@@ -785,7 +789,7 @@ void MapDelta::OneMap::Keep(UnusedRecords& records) const {
   }
 }
 
-size_t MapDelta::OneMap::RemovedBytes() const {
+size_t MapDelta::OneMap::WeighRemoved() const {
   size_t bytes = 0;
   // A point whose names are all out of the table, and that no trail shows, has left the map.
   const auto add = [&](const Trail* shownBy, const Addresses<Point>& removed) {
@@ -908,9 +912,17 @@ void MapDelta::Keep(UnusedRecords& records) const {
   for (const auto& each : maps_) each->Keep(records);
 }
 
+void MapDelta::Weigh() {
+  std::vector<size_t> removed;
+  for (const auto& each : maps_) removed.push_back(each->WeighRemoved());
+  for (size_t i = 0; i < maps_.size(); ++i) maps_[i]->removedBytes = removed[i];
+}
+
 size_t MapDelta::RemovedBytes() const {
   size_t bytes = 0;
-  for (const auto& each : maps_) bytes += each->RemovedBytes();
+  for (const auto& each : maps_) {
+    if (each->IsInMap()) bytes += each->removedBytes;
+  }
   return bytes;
 }
 

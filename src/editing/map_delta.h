@@ -73,8 +73,12 @@ class MapDelta {
   /// \return the memory that this holds, in bytes, close to the truth for large deltas
   size_t Bytes() const;
 
+  /// Finds out what `RemovedBytes` returns. Call it after each `Swap`, while the maps are in the state
+  /// that this leads from. If memory runs out, the former result stays.
+  void Weigh();
   /// The memory of the records that the other state has and the present one has not, in bytes, close
-  /// to the truth. Between them the deltas of all steps count each record that only they keep.
+  /// to the truth. Between them the deltas of all steps count each record that only they keep. Those
+  /// that are in `FormerContents`, because the maps were read again, count there.
   size_t RemovedBytes() const;
 
   /// \return at least as much memory as `Swap` needs, in bytes

@@ -10,11 +10,6 @@
 
 namespace orvane {
 
-/// \return the memory that a record takes, in bytes, close to the truth
-size_t BytesOf(const Point& point);
-size_t BytesOf(const Trail& trail);
-size_t BytesOf(const Range& range);
-
 /// What some maps held before they were read again, so that this can be undone. The records keep
 /// their addresses here: pointers to them are valid as long as this lives, whichever side they are
 /// on.
@@ -38,7 +33,8 @@ class FormerContents {
   /// Keeps the records of open maps to which these contents lead.
   void KeepLeads(UnusedRecords& records) const;
 
-  /// \return the memory that this holds, in bytes, close to the truth for large maps
+  /// \return the memory that this holds, with the records that edits had removed from these maps; in
+  ///         bytes, close to the truth for large maps
   size_t Bytes() const;
 
  private:

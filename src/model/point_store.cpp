@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <type_traits>
 
 namespace orvane {
 namespace {
@@ -34,6 +35,7 @@ Point& PointStore::Make() {
 }
 
 void PointStore::FreeOne(Point& point) {
+  static_assert(std::is_nothrow_default_constructible_v<Point>);
   free_.push_back(&point);
   // An assignment would leave the point the memory of its texts.
   std::destroy_at(&point);

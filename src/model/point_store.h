@@ -3,6 +3,7 @@
 #include "model/map_memory.h"
 #include "model/records.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <deque>
 #include <iterator>
@@ -63,6 +64,13 @@ class PointStore {
   /// Makes an empty point, in a place that waits if there is one.
   Point& Make();
 
+  /// Makes room, so that `Free` can't fail.
+  template <typename IsUnused>
+  void ExpectFree(IsUnused isUnused) {
+    const auto count =
+        std::count_if(begin(), end(), [&](const Point& point) { return isUnused(point); });
+    free_.reserve(free_.size() + static_cast<size_t>(count));
+  }
   /// Frees the points of which `isUnused(const Point&)` is true. Nothing may point to them any more.
   template <typename IsUnused>
   void Free(IsUnused isUnused) {

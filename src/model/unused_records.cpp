@@ -1,5 +1,6 @@
 #include "model/unused_records.h"
 
+#include "model/record_bytes.h"
 #include "model/workspace.h"
 
 #include <cstdint>
@@ -104,8 +105,16 @@ void UnusedRecords::KeepLeads(const Range& range) {
   Keep(range.grid);
 }
 
+/// \return true if the record was among the unused ones
+template <typename Record>
+bool UnusedRecords::TakeFromUnused(const Record* record) {
+  if (unused_.erase(record) == 0) return false;
+  keptBytes_ += BytesOf(*record);
+  return true;
+}
+
 void UnusedRecords::Keep(const Point* point) {
-  if (unused_.erase(point) == 0) return;
+  if (!TakeFromUnused(point)) return;
   kept_.push_back(point);
   if (!isFollowing_) FollowPoints();
 }
@@ -122,29 +131,31 @@ void UnusedRecords::FollowPoints() {
 }
 
 void UnusedRecords::Keep(const Trail* trail) {
-  if (unused_.erase(trail) != 0) KeepAll(trail->points);
+  if (TakeFromUnused(trail)) KeepAll(trail->points);
 }
 
 void UnusedRecords::Keep(const Range* range) {
-  if (unused_.erase(range) != 0) KeepLeads(*range);
+  if (TakeFromUnused(range)) KeepLeads(*range);
 }
 
 void UnusedRecords::Keep(const Grid* grid) {
-  if (unused_.erase(grid) != 0) Keep(grid->corner);
+  if (TakeFromUnused(grid)) Keep(grid->corner);
 }
 
 void UnusedRecords::Keep(const GridShade* shade) {
-  if (unused_.erase(shade) != 0) Keep(shade->grid);
+  if (TakeFromUnused(shade)) Keep(shade->grid);
 }
 
 void UnusedRecords::Free() {
   if (unused_.empty()) return;
+  const auto isUnused = [this](const Point& point) { return unused_.contains(&point); };
+  for (Map& map : workspace_.maps) map.pointStore.ExpectFree(isUnused);
   for (Map& map : workspace_.maps) {
     Erase(map.removed.trails, unused_);
     Erase(map.removed.ranges, unused_);
     Erase(map.removed.grids, unused_);
     Erase(map.removed.gridShades, unused_);
-    map.pointStore.Free([this](const Point& point) { return unused_.contains(&point); });
+    map.pointStore.Free(isUnused);
   }
   unused_.clear();
 }

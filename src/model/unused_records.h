@@ -2,6 +2,7 @@
 
 #include "model/map.h"
 
+#include <cstddef>
 #include <functional>
 #include <memory>
 #include <unordered_set>
@@ -30,11 +31,17 @@ class UnusedRecords {
   /// held before.
   void KeepLeadsOf(const Map& map);
 
-  /// Frees what was not kept, and with it the memory of its texts and readings.
+  /// \return the memory of the unused records that were kept so far, in bytes
+  size_t KeptBytes() const { return keptBytes_; }
+
+  /// Frees what was not kept, and with it the memory of its texts and readings. If memory runs out,
+  /// it frees nothing, and can be called again.
   void Free();
 
  private:
   void KeepLeadsOfLists(const Map& map);
+  template <typename Record>
+  bool TakeFromUnused(const Record* record);
   void KeepLeads(const Point& point);
   void KeepLeads(const Range& range);
   void FollowPoints();
@@ -46,6 +53,7 @@ class UnusedRecords {
   Workspace& workspace_;
   std::unordered_set<const void*> unused_;
   std::vector<const Point*> kept_;  ///< points whose leads are not kept yet
+  size_t keptBytes_ = 0;
   bool isFollowing_ = false;
 };
 

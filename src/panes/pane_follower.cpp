@@ -157,6 +157,12 @@ PaneFollower::~PaneFollower() { history_.Remove(*this); }
 
 void PaneFollower::KeepRecords(UnusedRecords& records) const {
   records.Keep(view_.selectedTrail);
+  // Rows that could not follow an edit, for lack of memory, can show what is gone.
+  for (const TrailPanelRow* row : TrailRowsInOrder(view_.trailViews)) records.Keep(row->trail);
+  for (const RangePanelRow& row : view_.rangeViews) {
+    records.Keep(row.range);
+    for (const Range* range : row.overlapOf) records.Keep(range);
+  }
   for (const auto& [number, step] : steps_) {
     for (const Looks* looks : {&step.gone, &step.before, &step.after}) {
       for (const auto& [trail, look] : looks->trails) records.Keep(trail);
@@ -264,6 +270,10 @@ void PaneFollower::FollowReread(const EditNews& news) {
   RowMemory rows = std::exchange(memory_, RowMemory());
   showsChange_ = news.Concerns(*view_.map);
   if (!showsChange_) return;
+  // Before anything that can fail: the former contents may go at any time from now on.
+  view_.trailViews.clear();
+  view_.rangeViews.clear();
+  view_.selectedTrail = nullptr;
   RowMemory& kept = steps_[news.step].rows;
   // What is there now counts; rows that come back are as they were when they went.
   rows.trails.merge(kept.trails);

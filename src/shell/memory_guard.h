@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <new>
 
 namespace orvane {
 
@@ -18,9 +19,10 @@ class MemoryGuard {
   /// Does some work. If memory runs out, `Report`s that. Every command runs in this.
   void Run(const std::function<void()>& work);
 
-  /// Writes recovery copies of all unsaved maps and then says that the work was given up: for an
-  /// exception that was caught elsewhere.
-  void Report();
+  /// Writes recovery copies of all unsaved maps and then says that the work was given up, or that a
+  /// change is made but not shown (`ListenerWithoutMemory`): for an exception that was caught
+  /// elsewhere.
+  void Report(const std::bad_alloc& error);
 
  private:
   Workspace& workspace_;

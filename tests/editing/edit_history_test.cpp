@@ -156,6 +156,52 @@ TEST_F(EditHistoryTest, BringsTheMapBackWhereMemoryRunsOut) {
   EXPECT_EQ(map.flags & MapDirty, 0U);
 }
 
+/// A listener can run out of memory when the edit is already made.
+struct ListenerThatFails : EditListener {
+  void BeforeEdit() override {}
+  void AfterEdit(const EditNews&) override { throw std::bad_alloc(); }
+  void StepDropped(std::uint64_t) override {}
+};
+
+/// The step was lost, and with it the way to the records that it had removed.
+TEST_F(EditHistoryTest, AListenerWithoutMemoryCostsNoStep) {
+  Map& map = Open(SeasonText);
+  ListenerThatFails failing;
+  history.Add(failing);
+  std::vector<EditNews::Kind> heard;
+  history.Listen([](const EditNews&) { throw std::bad_alloc(); });
+  history.Listen([&](const EditNews& news) { heard.push_back(news.kind); });
+  int stepsChanged = 0;
+  history.ListenToSteps([&] { ++stepsChanged; });
+  const std::string before = Saved(map);
+  EXPECT_THROW(history.Apply(NewTrail(map, "A")), ListenerWithoutMemory);
+  const std::string after = Saved(map);
+  EXPECT_NE(before, after);
+  ASSERT_NE(history.UndoName(map), nullptr);
+  EXPECT_EQ(*history.UndoName(map), "New Trail A");
+  EXPECT_TRUE(IsDirty(map));
+  EXPECT_THROW(history.Undo(map), ListenerWithoutMemory);
+  EXPECT_EQ(Saved(map), before);
+  EXPECT_FALSE(IsDirty(map));
+  EXPECT_THROW(history.Redo(map), ListenerWithoutMemory);
+  EXPECT_EQ(Saved(map), after);
+  using Kind = EditNews::Kind;
+  EXPECT_EQ(heard, (std::vector{Kind::Applied, Kind::Undone, Kind::Redone}));
+  EXPECT_EQ(stepsChanged, 3);
+  history.Remove(failing);
+}
+
+TEST_F(EditHistoryTest, AListenerWithoutMemoryDoesNotKeepAnEditThatGaveUp) {
+  Map& map = Open(SeasonText);
+  const std::string before = Saved(map);
+  history.Listen([](const EditNews&) { throw std::bad_alloc(); });
+  Edit edit = NewTrail(map, "A");
+  edit.change = [change = edit.change](EditFollowUp& followUp) { return !change(followUp); };
+  EXPECT_THROW(history.Apply(edit), std::bad_alloc);
+  EXPECT_EQ(Saved(map), before);
+  EXPECT_FALSE(history.HasSteps());
+}
+
 TEST_F(EditHistoryTest, AnEditThatOnlyMarksTheMapIsAStep) {
   Map& map = Open(SeasonText);
   Edit edit{.name = "OK", .map = &map, .change = [](EditFollowUp&) { return true; }};

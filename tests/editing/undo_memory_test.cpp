@@ -6,8 +6,11 @@
 #include "editing/edit_history.h"
 #include "editing/save_trail.h"
 #include "editing/trail_editor.h"
+#include "mapfile/open_map.h"
+#include "mapfile/reread_maps.h"
 #include "mapfile/writer.h"
 #include "support/map_from_text.h"
+#include "support/temporary_folder.h"
 
 #include <cstddef>
 #include <cstdlib>
@@ -167,6 +170,43 @@ TEST_F(UndoMemoryTest, AnEditThatCantBeRecordedIsTakenBack) {
   EXPECT_EQ(history.UndoName(map), nullptr);
 }
 
+/// Half of the points were freed, and the trail that they were on.
+TEST_F(UndoMemoryTest, RecordsThatCantAllBeFreedAllStay) {
+  workspace.reading = {};
+  {
+    EditHistory gone(workspace);
+    DeleteTrails(map, {&map.trails.front()}, gone);
+  }
+  UnusedRecords records(workspace);
+  FailFrom(std::size_t{16} << 10, 1);
+  EXPECT_THROW(records.Free(), std::bad_alloc);
+  FailFrom(Unlimited, 0);
+  EXPECT_EQ(Length(map.removed.trails), 1);
+  EXPECT_EQ(map.pointStore.size(), std::size_t{Points});
+  records.Free();
+  EXPECT_EQ(Length(map.removed.trails), 0);
+  EXPECT_EQ(map.pointStore.PlaceCount(), 0U);
+}
+
+/// What was read could get lost with its step.
+TEST_F(UndoMemoryTest, AReloadIsAStepWithoutMemoryForItsListeners) {
+  const TemporaryFolder folder;
+  Map& site = OpenMap(workspace, folder.Write("site.map", "T\tPath\tTrail\nG\tA\tS20 0\tE47 0\n"));
+  const auto saved = [&] { return MapFileText(site, site.fileName, true); };
+  const std::string before = saved();
+  folder.Write("site.map", "T\tPath\tTrail\nG\tB\tS20 0\tE47 0\n");
+  history.Listen([](const EditNews&) { throw std::bad_alloc(); });
+  EXPECT_THROW(history.Reread(site, "Reload from Disk",
+                              [&](FormerContents& former) {
+                                return RereadMap(site, &former) == RereadOutcome::Done;
+                              }),
+               ListenerWithoutMemory);
+  EXPECT_NE(saved(), before);
+  ASSERT_NE(history.UndoName(site), nullptr);
+  EXPECT_THROW(history.Undo(site), ListenerWithoutMemory);
+  EXPECT_EQ(saved(), before);
+}
+
 // --- How much memory steps take -------------------------------------------------------------------
 
 /// Stops of a follow, one each minute.
@@ -231,6 +271,49 @@ TEST_F(StepMemoryTest, WhatStepsSayTheyTakeIsWhatTheyTake) {
   // The map takes memory in blocks, and the last one is not full.
   EXPECT_GT(history.Bytes(), Since(before) * 6 / 10);
   EXPECT_LT(history.Bytes(), Since(before) * 12 / 10);
+}
+
+/// Records that the former contents hold counted with the step that had removed them, too.
+TEST_F(StepMemoryTest, AReloadCountsWhatWasRemovedBeforeOnce) {
+  const TemporaryFolder folder;
+  Map& site = OpenMap(workspace, folder.Write("site.map", FollowText(600)));
+  EditHistory history(workspace);
+  DeleteTrails(site, {&site.trails.front()}, history);
+  const std::size_t deleted = history.Bytes();
+  EXPECT_GT(deleted, 600 * sizeof(Point));
+  ASSERT_TRUE(history.Reread(site, "Reload from Disk", [&](FormerContents& former) {
+    return RereadMap(site, &former) == RereadOutcome::Done;
+  }));
+  EXPECT_GE(history.Bytes(), deleted);
+  EXPECT_LT(history.Bytes(), deleted + deleted / 4);
+  ASSERT_TRUE(history.Undo(site));
+  EXPECT_GT(history.Bytes(), deleted + 600 * sizeof(Point)) << "it holds what was read";
+  ASSERT_TRUE(history.Undo(site));
+  ASSERT_TRUE(history.Redo(site));
+  ASSERT_TRUE(history.Redo(site));
+  EXPECT_LT(history.Bytes(), deleted + deleted / 4);
+}
+
+/// Each OK makes all stops again, so the step before it keeps them all.
+TEST_F(StepMemoryTest, AHundredOksOfAFollowOf600StopsHaveRoom) {
+  constexpr std::size_t Oks = 10;
+  constexpr std::size_t Wanted = 100;
+  constexpr std::size_t Share = 4;  // leaves room for those of other maps
+  Map& season = Open(FollowText(600));
+  EditHistory history(workspace);
+  const auto saved = [&] { return MapFileText(season, season.fileName, true); };
+  const std::string before = saved();
+  for (std::size_t turn = 0; turn < Oks; ++turn) {
+    TrailEditor editor(season, &season.trails.front());
+    editor.SetField(TrailField::LineColor, turn % 2 == 0 ? "red" : "blue");
+    ASSERT_EQ(SaveTrailEditor(editor, history), SaveOutcome::Closes);
+  }
+  EXPECT_EQ(history.Steps(), Oks);
+  EXPECT_GT(history.Bytes(), Oks * 600 * sizeof(Point));
+  EXPECT_LT(history.Bytes() / Oks * Wanted, EditHistory::MostBytes / Share);
+  while (history.Undo(season)) {
+  }
+  EXPECT_EQ(saved(), before);
 }
 
 TEST_F(StepMemoryTest, ManyOksOfALongFollowStayWithinTheBound) {

@@ -140,6 +140,22 @@ TEST_F(UsedRecordsTest, AnOpenEditorKeepsItsDeletedTrail) {
   EXPECT_EQ(SavedText(map), before);
 }
 
+/// What an editor held was not counted, and after it closed neither.
+TEST_F(UsedRecordsTest, WhatAnEditorHoldsCountsUntilItIsFreed) {
+  EditHistory none(workspace, 1);
+  Open("T\tOther\tTrail\n", "other.map");
+  auto editor = std::make_unique<TrailEditor>(map, &map.trails.front());
+  DeleteTrails(map, {&map.trails.front()}, none);
+  const size_t held = sizeof(Trail) + 2 * sizeof(Point);
+  EXPECT_GE(none.Bytes(), held);
+  editor.reset();
+  EXPECT_GE(none.Bytes(), held) << "the records are still there";
+  ASSERT_TRUE(none.Apply(Import(map)));
+  DeleteTrails(map, {&map.trails.front()}, none);
+  EXPECT_EQ(none.Bytes(), 0U);
+  EXPECT_EQ(Length(map.removed.trails), 0);
+}
+
 TEST_F(UsedRecordsTest, AnOpenEditorKeepsItsDeletedRange) {
   EditHistory none(workspace, 1);
   Range& range = map.ranges.emplace_front();

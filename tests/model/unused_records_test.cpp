@@ -3,6 +3,7 @@
 #include "base/messages.h"
 #include "model/former_contents.h"
 #include "model/point_names.h"
+#include "model/record_bytes.h"
 #include "model/workspace.h"
 
 #include <gtest/gtest.h>

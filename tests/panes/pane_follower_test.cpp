@@ -1,5 +1,6 @@
 #include "panes/pane_follower.h"
 
+#include "editing/delete_records.h"
 #include "editing/trail_editor.h"
 #include "pane_fixture.h"
 #include "panes/delete_rows.h"
@@ -248,6 +249,20 @@ TEST_F(PaneFollowerTest, AFollowerThatIsGoneIsNotCalled) {
   { const PaneFollower other(view, remembered); }
   EXPECT_TRUE(remembered.Apply(
       {.name = "None", .map = &map, .change = [](EditFollowUp&) { return true; }}));
+}
+
+/// Rows that have not followed an edit, as for lack of memory, pointed to freed records.
+TEST_F(PaneFollowerTest, RowsKeepWhatTheyShowUntilTheyFollow) {
+  Map& map = Show(std::string(TwoGroupsText) + RangesText);
+  Open("T\tOther\tTrail\n", "other.map");  // reading would go on with the range that was read last
+  EditHistory unseen(workspace, 1);        // keeps no step, and no view follows it
+  DeleteTrails(map, {Row("Path").trail}, unseen);
+  DeleteRanges(map, {RangeRow("Blue").range}, unseen);
+  ASSERT_FALSE(unseen.HasSteps());
+  ASSERT_EQ(Length(map.removed.trails), 1);
+  ASSERT_EQ(Length(map.removed.ranges), 1);
+  EXPECT_EQ(Row("Path").trail->name, "Path");
+  EXPECT_EQ(RangeRow("Blue").range->name, "Blue");
 }
 
 TEST_F(PaneFollowerTest, ADeletedRangeLosesItsOverlapsAndComesBackWithItsColor) {

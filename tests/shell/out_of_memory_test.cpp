@@ -1,6 +1,7 @@
 // A command that runs out of memory is given up, and nothing is lost.
 
 #include "mapfile/writer.h"
+#include "shell/comment_edit.h"
 #include "shell/entry/gis_trail_window.h"
 #include "shell/memory_guard.h"
 #include "shell/shell_case.h"
@@ -47,6 +48,21 @@ TEST_F(OutOfMemory, ACommandIsGivenUpWithAMessageAfterTheCopies) {
   shell_.Commands().Plug(CommandCheckTrails, [](ProgramWindow&) { throw std::bad_alloc(); });
   shell_.Commands().Run(CommandCheckTrails, window);
   ExpectReport();
+}
+
+/// The message said that the map was as before.
+TEST_F(OutOfMemory, AChangeThatAWindowCantShowIsSaidToBeMade) {
+  MapWindowWidget& window = OpenNew();
+  shell_.History().Listen([](const EditNews&) { throw std::bad_alloc(); });
+  shell_.Commands().Plug(CommandCheckTrails,
+                         [&](ProgramWindow&) { AddComment(shell_, window.TheMap()); });
+  shell_.Commands().Run(CommandCheckTrails, window);
+  ASSERT_EQ(Texts().size(), 1U);
+  EXPECT_EQ(Texts()[0],
+            "The change is made, but there is not enough memory to show it in all windows.");
+  EXPECT_EQ(window.TheMap().comments.size(), 1U);
+  EXPECT_TRUE(window.isWindowModified());
+  EXPECT_NE(shell_.History().UndoName(window.TheMap()), nullptr);
 }
 
 TEST_F(OutOfMemory, AMapThatDoesNotFitDoesNotOpen) {
