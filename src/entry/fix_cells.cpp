@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstdint>
 #include <string>
 
 namespace orvane {
@@ -167,12 +168,19 @@ std::optional<int> ReadFraction(CellReader& reader) {
   return milliseconds;
 }
 
-/// The hour of 0 to 23 that the digits mean, with the mark of the half of the day if it has one.
-std::optional<int> HourOf(int hour, bool isAm, bool isPm) {
+enum class HalfOfDay : std::uint8_t { Unmarked, Am, Pm };
+
+HalfOfDay TakeHalfOfDay(CellReader& reader) {
+  if (reader.TakeWord("AM")) return HalfOfDay::Am;
+  return reader.TakeWord("PM") ? HalfOfDay::Pm : HalfOfDay::Unmarked;
+}
+
+/// The hour of 0 to 23 that the digits mean.
+std::optional<int> HourOf(int hour, HalfOfDay half) {
   constexpr int Noon = 12;
-  if (!isAm && !isPm) return hour < 2 * Noon ? std::optional(hour) : std::nullopt;
+  if (half == HalfOfDay::Unmarked) return hour < 2 * Noon ? std::optional(hour) : std::nullopt;
   if (hour < 1 || hour > Noon) return std::nullopt;
-  return hour % Noon + (isPm ? Noon : 0);
+  return hour % Noon + (half == HalfOfDay::Pm ? Noon : 0);
 }
 
 /// Reads a time of day that fills the rest of a cell.
@@ -194,10 +202,9 @@ std::optional<CellTime> ReadTimeOfDay(CellReader& reader) {
     }
   }
   reader.TakeBlanks();
-  const bool isAm = reader.TakeWord("AM");
-  const bool isPm = !isAm && reader.TakeWord("PM");
+  const HalfOfDay half = TakeHalfOfDay(reader);
   reader.TakeBlanks();
-  const auto hour = HourOf(NumberOf(hours), isAm, isPm);
+  const auto hour = HourOf(NumberOf(hours), half);
   const int minute = NumberOf(minutes);
   const int second = NumberOf(seconds);
   if (!hour || minute >= Sixty || second >= Sixty) return std::nullopt;

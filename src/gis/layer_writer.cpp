@@ -104,11 +104,15 @@ Geometry PartGeometry(const GeoShape& shape, size_t part, bool withAltitudes) {
   return line;
 }
 
-/// \param several  a collection, also of one part
-Geometry ShapeGeometry(const GeoShape& shape, bool several, bool withAltitudes) {
+struct GeometryOptions {
+  bool several = false;  ///< a collection, also of one part
+  bool withAltitudes = false;
+};
+
+Geometry ShapeGeometry(const GeoShape& shape, const GeometryOptions& options) {
   if (shape.kind == GeoKind::None) return nullptr;
-  if (!several && shape.parts.size() == 1) {
-    return PartGeometry(shape, 0, withAltitudes);
+  if (!options.several && shape.parts.size() == 1) {
+    return PartGeometry(shape, 0, options.withAltitudes);
   }
   std::unique_ptr<OGRGeometryCollection> all;
   if (shape.kind == GeoKind::Line) {
@@ -117,7 +121,7 @@ Geometry ShapeGeometry(const GeoShape& shape, bool several, bool withAltitudes) 
     all = std::make_unique<OGRMultiPolygon>();
   }
   for (size_t part = 0; part < shape.parts.size(); ++part) {
-    const Geometry geometry = PartGeometry(shape, part, withAltitudes);
+    const Geometry geometry = PartGeometry(shape, part, options.withAltitudes);
     all->addGeometry(geometry.get());
   }
   return all;
@@ -300,10 +304,10 @@ class LayerWriter {
       feature->SetStyleString(StyleOf(from).c_str());
     }
     const GeoShape shape = InSystem(from.shape);
-    const bool withAltitudes =
-        layer.hasAltitudes && (HasBinaryPlaces(file_.format) || KnowsAllAltitudes(shape));
-    const bool several = layer.several && layer.kind != GeoKind::None;
-    feature->SetGeometryDirectly(ShapeGeometry(shape, several, withAltitudes).release());
+    const bool knowsAltitudes = HasBinaryPlaces(file_.format) || KnowsAllAltitudes(shape);
+    const GeometryOptions options{.several = layer.several && layer.kind != GeoKind::None,
+                                  .withAltitudes = layer.hasAltitudes && knowsAltitudes};
+    feature->SetGeometryDirectly(ShapeGeometry(shape, options).release());
     if (to_->CreateFeature(feature.get()) == OGRERR_NONE) return true;
     return Fail("a feature of " + layer.name + " can't be written");
   }
