@@ -18,7 +18,6 @@
 #include "shell/panes/range_pane.h"
 #include "shell/panes/trail_pane.h"
 #include "shell/progress/busy_work.h"
-#include "shell/reports/elevation_commands.h"
 #include "shell/shell.h"
 #include "view/fit_to_map.h"
 
@@ -71,7 +70,8 @@ MapWindowWidget::MapWindowWidget(Shell& shell, Map& map)
     (divider == PaneDivider::BesideMap ? shell_.TheSettings().trailWidth
                                        : shell_.TheSettings().trailHeight) = size;
   });
-  connect(&View(), &MapView::transectDrawn, this, [this] { OpenTransectProfile(shell_, *this); });
+  connect(&View(), &MapView::transectDrawn, this,
+          [this] { Q_EMIT shell_.Windows().transectDrawn(this); });
   connect(&View(), &MapView::printRequested, this,
           [this] { Q_EMIT shell_.Windows().printDialogRequested(this); });
   connect(offer_, &ReloadBar::reloadRequested, this,
@@ -176,14 +176,15 @@ void MapWindowWidget::ConnectPanes() {
   connect(&panes_->Ranges(), &RangePane::editRequested, this,
           [this](RangePanelRow* row) { Q_EMIT shell_.Windows().rangeEditRequested(this, row); });
   connect(&panes_->Trails(), &TitledPane::menuRequested, this,
-          [this](QPoint global) { OpenTrailMenu(*this, global); });
+          [this](QPoint global) { OpenTrailMenu(*panes_, *commands_, global); });
   connect(&panes_->Ranges(), &TitledPane::menuRequested, this,
-          [this](QPoint global) { OpenRangeMenu(*this, global); });
+          [this](QPoint global) { OpenRangeMenu(*panes_, *commands_, global); });
   connect(panes_, &MapPanes::trailsDropped, this,
           [this](RangePanelRow* row) { AddSelectionToRange(*row); });
   panes_->Trails().SetContourRunner([this](const auto& work) { RunContourWork(shell_, work); });
 }
 
+/// Drops the selected trails on a row of the range pane.
 void MapWindowWidget::AddSelectionToRange(RangePanelRow& row) {
   shell_.Guard().Run([&] {
     const BusyWork busy(shell_.TheWorkspace(), shell_.Boxes(),

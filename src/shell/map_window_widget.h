@@ -57,8 +57,6 @@ class MapWindowWidget final : public QMainWindow, public MapWindowBase {
   void ShowMenu();
   /// Call after the rows of the view were made again: shows them and redraws the map.
   void ShowRows();
-  /// Drops the selected trails on a row of the range pane.
-  void AddSelectionToRange(RangePanelRow& row);
 
   /// Windows that close with this one. Each removes itself when it closes.
   void AddDependent(ProgramWindow& window) { dependents_.push_back(&window); }
@@ -85,6 +83,7 @@ class MapWindowWidget final : public QMainWindow, public MapWindowBase {
   bool AskToClose();
   bool CloseDependents(bool editors);
   void ConnectPanes();
+  void AddSelectionToRange(RangePanelRow& row);
 
   Shell& shell_;
   Map& map_;

@@ -97,6 +97,8 @@ class MapWindows final : public QObject {
   void reloadAnswered(orvane::MapWindowWidget* window, bool reload);
   /// The user wants to see the Print dialog of a window, without printing.
   void printDialogRequested(orvane::MapWindowWidget* window);
+  /// The user dragged a transect across the map of a window.
+  void transectDrawn(orvane::MapWindowWidget* window);
   /// The user wants the editor of a row of a pane.
   void trailEditRequested(orvane::MapWindowWidget* window, const orvane::TrailPanelRow* row);
   void rangeEditRequested(orvane::MapWindowWidget* window, orvane::RangePanelRow* row);

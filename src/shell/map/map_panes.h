@@ -51,7 +51,7 @@ class MapPanes final : public QWidget {
   /// A divider was dropped, or moved by a key. The preferences take the new width of the lists, or
   /// height of the upper one; the other size stays, even if this window has cut it.
   void dividerMoved(orvane::PaneDivider divider, int size);
-  /// The selected trails were dropped on a row of the range pane.
+  /// The selected trails were dropped on a row of the range pane, or sent there by the menu.
   void trailsDropped(orvane::RangePanelRow* row);
 
  protected:

@@ -4,7 +4,7 @@
 #include "panes/range_drops.h"
 #include "shell/command_menu.h"
 #include "shell/map/map_panes.h"
-#include "shell/map_window_widget.h"
+#include "shell/map/map_view.h"
 #include "shell/panes/pane_view.h"
 #include "shell/panes/range_pane.h"
 #include "shell/panes/trail_pane.h"
@@ -17,8 +17,8 @@ namespace orvane {
 namespace {
 
 /// A menu that goes when it is closed.
-QMenu& MakeMenu(MapWindowWidget& window, const char* name) {
-  auto* menu = new QMenu(&window);
+QMenu& MakeMenu(MapPanes& panes, const char* name) {
+  auto* menu = new QMenu(&panes);
   menu->setObjectName(QString::fromLatin1(name));
   menu->setAttribute(Qt::WA_DeleteOnClose);
   return *menu;
@@ -32,32 +32,31 @@ void AddEditAction(QMenu& menu, const QString& text, PaneView& rows) {
 }
 
 /// Drops the selected trails on a row, if it is still there.
-void AddTrailsTo(MapWindowWidget& window, const RangePanelRow* wanted) {
-  for (RangePanelRow& row : window.Shown().rangeViews) {
+void AddTrailsTo(MapPanes& panes, const RangePanelRow* wanted) {
+  for (RangePanelRow& row : panes.View().Shown().rangeViews) {
     if (&row != wanted) continue;
-    window.AddSelectionToRange(row);
+    Q_EMIT panes.trailsDropped(&row);
     return;
   }
 }
 
-void FillRanges(QMenu& menu, MapWindowWidget& window) {
-  for (const RangePanelRow& row : window.Shown().rangeViews) {
+void FillRanges(QMenu& menu, MapPanes& panes) {
+  for (const RangePanelRow& row : panes.View().Shown().rangeViews) {
     if (row.intersection != nullptr) continue;
     if (row.fixed) menu.addSeparator();
     // The toolkit would take an "&" as the mark of a key.
     QString text = DisplayText(row.text.value_or(""));
     QAction* add = menu.addAction(text.replace(QLatin1Char('&'), QLatin1String("&&")));
-    QObject::connect(add, &QAction::triggered, &window,
-                     [&window, wanted = &row] { AddTrailsTo(window, wanted); });
+    QObject::connect(add, &QAction::triggered, &panes,
+                     [&panes, wanted = &row] { AddTrailsTo(panes, wanted); });
   }
 }
 
 }  // namespace
 
-void OpenTrailMenu(MapWindowWidget& window, QPoint global) {
-  const CommandMenu& commands = window.Commands();
-  QMenu& menu = MakeMenu(window, "trailMenu");
-  AddEditAction(menu, QStringLiteral("Edit Trail"), window.Panes().Trails().Rows());
+void OpenTrailMenu(MapPanes& panes, const CommandMenu& commands, QPoint global) {
+  QMenu& menu = MakeMenu(panes, "trailMenu");
+  AddEditAction(menu, QStringLiteral("Edit Trail"), panes.Trails().Rows());
   for (const CommandId id : {CommandAdd, CommandDelete}) menu.addAction(&commands.ActionOf(id));
   menu.addSeparator();
   for (const CommandId id : {CommandViewControl, CommandCheckTrails}) {
@@ -66,15 +65,14 @@ void OpenTrailMenu(MapWindowWidget& window, QPoint global) {
   menu.addSeparator();
   QMenu* ranges = menu.addMenu(QStringLiteral("Add to &Range"));
   ranges->setObjectName(QStringLiteral("addToRange"));
-  ranges->setEnabled(!KeysFromSelection(window.Shown().trailViews).empty());
-  FillRanges(*ranges, window);
+  ranges->setEnabled(!KeysFromSelection(panes.View().Shown().trailViews).empty());
+  FillRanges(*ranges, panes);
   menu.popup(global);
 }
 
-void OpenRangeMenu(MapWindowWidget& window, QPoint global) {
-  const CommandMenu& commands = window.Commands();
-  PaneView& rows = window.Panes().Ranges().Rows();
-  QMenu& menu = MakeMenu(window, "rangeMenu");
+void OpenRangeMenu(MapPanes& panes, const CommandMenu& commands, QPoint global) {
+  PaneView& rows = panes.Ranges().Rows();
+  QMenu& menu = MakeMenu(panes, "rangeMenu");
   AddEditAction(menu, QStringLiteral("Edit Range"), rows);
   for (const CommandId id : {CommandAdd, CommandDelete}) menu.addAction(&commands.ActionOf(id));
   menu.addSeparator();

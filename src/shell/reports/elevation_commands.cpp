@@ -36,8 +36,7 @@ void OpenProfile(Shell& shell, MapWindowWidget& window) {
   }
 }
 
-}  // namespace
-
+/// Opens the profile of the transect that was just dragged across a map.
 void OpenTransectProfile(Shell& shell, MapWindowWidget& window) {
   shell.Guard().Run([&] {
     std::optional<ElevationView> view = OpenDraggedTransect(window.Shown());
@@ -46,9 +45,13 @@ void OpenTransectProfile(Shell& shell, MapWindowWidget& window) {
   });
 }
 
+}  // namespace
+
 void PlugElevation(Shell& shell) {
   shell.Commands().PlugOnMap(CommandElevation,
                              [&shell](MapWindowWidget& window) { OpenProfile(shell, window); });
+  QObject::connect(&shell.Windows(), &MapWindows::transectDrawn, &shell.Windows(),
+                   [&shell](MapWindowWidget* window) { OpenTransectProfile(shell, *window); });
 }
 
 }  // namespace orvane
