@@ -7,6 +7,7 @@
 #include "mapfile/reader.h"
 #include "model/workspace.h"
 #include "support/made_survey.h"
+#include "support/time_limit.h"
 
 #include <benchmark/benchmark.h>
 #include <string>
@@ -72,10 +73,12 @@ void UndoAndRedoImport(benchmark::State& state) {
   SheetOutcome outcome;
   site.history.Apply(SheetEdit(
       spec, logs, [](const std::string&, std::string_view) { return WriteResult::Done; }, outcome));
+  TimeLimit limit(0.2);
   for (auto unused : state) {
-    site.history.Undo(site.map);
+    limit.Measure([&] { site.history.Undo(site.map); });
     site.history.Redo(site.map);
   }
+  limit.Check(state);
   Report(state, site);
   state.counters["trails"] = static_cast<double>(TrailsOfType(site.map, "Papio").size());
 }
@@ -100,13 +103,15 @@ std::string SideTrails(int count) {
 void DeleteGroup(benchmark::State& state) {
   Site site(MadeSurvey({.stations = 80000, .loops = 1000, .fixes = 50}) + SideTrails(1000));
   const std::vector<Trail*> group = TrailsOfType(site.map, "Side");
+  TimeLimit limit(1);
   for (auto unused : state) {
-    DeleteTrails(site.map, group, site.history);
+    limit.Measure([&] { DeleteTrails(site.map, group, site.history); });
     state.PauseTiming();
     if (!TrailsOfType(site.map, "Side").empty()) state.SkipWithError("the trails are still there");
     site.history.Undo(site.map);
     state.ResumeTiming();
   }
+  limit.Check(state);
   Report(state, site);
   state.counters["trails"] = static_cast<double>(group.size());
 }
