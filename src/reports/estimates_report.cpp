@@ -104,8 +104,14 @@ std::string DaysSentence(const RangeEstimate& estimate) {
   return name + "the last quarter of the days added at most 5 % to the area.";
 }
 
-std::vector<std::string> NotesOf(std::span<const RangeEstimate> estimates) {
-  if (estimates.empty()) return {"No range is selected in the list beside the map."};
+/// What the last quarter of the days did to the area, for a cell.
+std::string GrowthText(const RangeEstimate& estimate) {
+  if (estimate.curve.empty()) return "no days";
+  return StillGrows(estimate.curve) ? "over 5 %" : "at most 5 %";
+}
+
+/// The sentences on each range.
+std::vector<std::string> NotesOfEach(std::span<const RangeEstimate> estimates) {
   std::vector<std::string> notes;
   for (const RangeEstimate& estimate : estimates) {
     notes.push_back(DaysSentence(estimate));
@@ -115,6 +121,39 @@ std::vector<std::string> NotesOf(std::span<const RangeEstimate> estimates) {
         ": there is no kernel for fewer than two fixes, or for fixes within a millimetre "
         "of each other.");
   }
+  return notes;
+}
+
+/// The same about many ranges, whose sentences would leave no room for the table.
+std::vector<std::string> NotesOfMany(std::span<const RangeEstimate> estimates) {
+  const auto count = [&](auto holds) {
+    return std::count_if(estimates.begin(), estimates.end(), holds);
+  };
+  const auto growing = count([](const RangeEstimate& each) { return StillGrows(each.curve); });
+  const auto dateless = count([](const RangeEstimate& each) { return each.curve.empty(); });
+  const auto without = count([](const RangeEstimate& each) { return !each.kernel; });
+  const std::string all = std::to_string(estimates.size());
+  std::vector<std::string> notes{
+      "The last quarter of the days still added more than 5 % to the area of " +
+      std::to_string(growing) + " of the " + all +
+      " ranges, so these were not observed to their end; the table says which."};
+  if (dateless > 0) {
+    notes.push_back("No fix of " + std::to_string(dateless) + " of the " + all +
+                    " ranges has a date, so they have no curve of days.");
+  }
+  if (without > 0) {
+    notes.push_back("There is no kernel for " + std::to_string(without) + " of the " + all +
+                    " ranges: they have fewer than two fixes, or fixes within a millimetre of each "
+                    "other.");
+  }
+  return notes;
+}
+
+std::vector<std::string> NotesOf(std::span<const RangeEstimate> estimates) {
+  constexpr size_t MostNamed = 5;
+  if (estimates.empty()) return {"No range is selected in the list beside the map."};
+  std::vector<std::string> notes =
+      estimates.size() > MostNamed ? NotesOfMany(estimates) : NotesOfEach(estimates);
   notes.emplace_back(
       "Per cents of polygons count fixes, those of kernels count density. The clusters of Range "
       "Stats "
@@ -277,6 +316,7 @@ TableReport EstimatesTable(std::span<const RangeEstimate> estimates) {
          [](const RangeEstimate& estimate) { return FormatDate(estimate.firstDate); });
   AddRow(table, estimates, "Last day",
          [](const RangeEstimate& estimate) { return FormatDate(estimate.lastDate); });
+  AddRow(table, estimates, "Added by the last quarter of the days", GrowthText);
   AddPolygons(table, estimates);
   AddKernels(table, estimates);
   if (estimates.size() > 1) AddOverlaps(table, estimates);
@@ -385,10 +425,13 @@ EstimateCharts ChartsOf(const RangeEstimate& estimate, double factor) {
           DensityPictureOf(*estimate.range, factor)};
 }
 
+int EstimateChartWidth(const Canvas& canvas) {
+  constexpr int LinesOfChart = 16;
+  return LinesOfChart * std::max(1, canvas.LineHeight(CanvasFont::Small));
+}
+
 int EstimateChartColumns(int width, const Canvas& canvas) {
-  constexpr int LinesOfChart = 15;
-  const int line = std::max(1, canvas.LineHeight(CanvasFont::Small));
-  return std::clamp(width / (LinesOfChart * line), 1, EstimateChartCount);
+  return std::clamp(width / EstimateChartWidth(canvas), 1, EstimateChartCount);
 }
 
 int EstimateChartsHeight(int width, const Canvas& canvas) {

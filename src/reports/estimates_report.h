@@ -24,7 +24,8 @@ std::string RangeName(const Range& range);
 /// An area to four digits at least: "1234 m^2" below a hectare, else "12.34 ha".
 std::string EstimateAreaText(double squareMeters);
 
-/// The figures of some ranges, with what is to be known about them above.
+/// The figures of some ranges, with what is to be known about them above: sentences on each range, or
+/// on all of them if they are many.
 TableReport EstimatesTable(std::span<const RangeEstimate> estimates);
 
 /// The area of the polygons of 50 to 100 % of the fixes.
@@ -67,7 +68,10 @@ EstimateCharts ChartsOf(const RangeEstimate& estimate, double factor);
 /// How many charts `EstimateCharts` has.
 constexpr int EstimateChartCount = 3;
 
-/// How many charts have room for their texts beside each other.
+/// How wide a chart must be to have room for its texts, in pixels.
+int EstimateChartWidth(const Canvas& canvas);
+
+/// How many charts have that room beside each other.
 /// \param width  in pixels
 /// \return 1 to `EstimateChartCount`
 int EstimateChartColumns(int width, const Canvas& canvas);

@@ -347,6 +347,12 @@ std::string BlunderSentence(const LikelyBlunder& blunder) {
 TableReport QualityTable(const SurveyQuality& quality, const std::vector<size_t>& rows) {
   TableReport table;
   table.notes = NotesOf(quality);
+  if (quality.rows.empty() && table.notes.empty()) {
+    table.notes.emplace_back("No reading of this map can be compared with its position.");
+  }
+  if (!quality.rows.empty() && rows.empty()) {
+    table.notes.emplace_back("Nothing in the survey is of this kind and trail.");
+  }
   table.columns = {{"Kind"},
                    {"Point"},
                    {"To"},

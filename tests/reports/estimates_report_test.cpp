@@ -77,6 +77,28 @@ TEST_F(EstimatesReport, SaysWhetherTheLastDaysStillAdded) {
   EXPECT_TRUE(HasNote(still, "Ulos: the last quarter of the days added at most 5 %"));
 }
 
+/// A sentence on each of many ranges left no room for the table.
+TEST_F(EstimatesReport, ManyRangesShareTheirSentences) {
+  const auto two = Of(Days);
+  std::vector<RangeEstimate> many(4, two[0]);
+  many.push_back(two[1]);
+  EXPECT_EQ(EstimatesTable(many).notes.size(), 4U + 2U + 1U);
+  many.push_back(two[1]);
+  const TableReport table = EstimatesTable(many);
+  ASSERT_EQ(table.notes.size(), 4U);
+  EXPECT_TRUE(HasNote(table,
+                      "The last quarter of the days still added more than 5 % to the area of "
+                      "4 of the 6 ranges, so these were not observed to their end"));
+  EXPECT_TRUE(HasNote(table, "No fix of 2 of the 6 ranges has a date"));
+  EXPECT_TRUE(HasNote(table, "There is no kernel for 2 of the 6 ranges: "));
+  EXPECT_TRUE(HasNote(table, "Per cents of polygons count fixes"));
+  EXPECT_EQ(Cell(table, "Added by the last quarter of the days", 1), "over 5 %");
+  EXPECT_EQ(Cell(table, "Added by the last quarter of the days", 6), "no days");
+  many.resize(0);
+  many.assign(6, two[0]);
+  EXPECT_EQ(EstimatesTable(many).notes.size(), 2U);
+}
+
 TEST_F(EstimatesReport, ARangeByItselfIsNotCompared) {
   const auto estimates = Of(Days);
   const TableReport table = EstimatesTable(std::span(estimates).first(1));
@@ -152,12 +174,13 @@ TEST_F(EstimatesReport, ChartsStayWithinTheirPicture) {
 TEST_F(EstimatesReport, ChartsAreInAsManyColumnsAsHaveRoom) {
   const RecordingCanvas measuring(1, 1);
   EXPECT_EQ(EstimateChartColumns(100, measuring), 1);
-  EXPECT_EQ(EstimateChartColumns(300, measuring), 2);
-  EXPECT_EQ(EstimateChartColumns(449, measuring), 2);
-  EXPECT_EQ(EstimateChartColumns(450, measuring), 3);
+  EXPECT_EQ(EstimateChartWidth(measuring), 160);
+  EXPECT_EQ(EstimateChartColumns(320, measuring), 2);
+  EXPECT_EQ(EstimateChartColumns(479, measuring), 2);
+  EXPECT_EQ(EstimateChartColumns(480, measuring), 3);
   EXPECT_EQ(EstimateChartColumns(9000, measuring), 3);
   EXPECT_EQ(EstimateChartsHeight(100, measuring), 15 + 3 * 100);
-  EXPECT_EQ(EstimateChartsHeight(300, measuring), 15 + 2 * 150);
+  EXPECT_EQ(EstimateChartsHeight(320, measuring), 15 + 2 * 160);
   EXPECT_EQ(EstimateChartsHeight(900, measuring), 15 + 300);
   const auto estimates = Of(Days);
   const EstimateCharts charts = ChartsOf(estimates[0], 1);

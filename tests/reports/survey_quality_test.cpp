@@ -114,6 +114,17 @@ TEST_F(SurveyQualityTest, FiltersByKindAndTrail) {
   EXPECT_EQ(quality.rows[side[0]].point->name, "E");
 }
 
+TEST_F(SurveyQualityTest, AFilterThatLetsNothingThroughIsSaid) {
+  const SurveyQuality quality = Of(WithSecondFix());
+  const auto rows = FilteredRows(quality, {.kind = QualityKind::Altitude, .trail = std::nullopt});
+  EXPECT_EQ(QualityTable(quality, rows).notes.back(),
+            "Nothing in the survey is of this kind and trail.");
+  const TableReport all = QualityTable(quality, FilteredRows(quality, {}));
+  EXPECT_EQ(std::count(all.notes.begin(), all.notes.end(),
+                       "Nothing in the survey is of this kind and trail."),
+            0);
+}
+
 TEST_F(SurveyQualityTest, MixedAltitudesAreSaidAndSortedByTheGround) {
   const SurveyQuality quality =
       Of("T\nG\tA\tN0\tE0\t10\nG\tB\tN0.001\tE0\nC\tB\tA\t111\t180\t5\nC\tC\tB\t90\t270\nC\tA\tC\t"
@@ -212,7 +223,9 @@ TEST_F(SurveyQualityTest, AMapWithoutReadingsIsEmpty) {
   Map& map = Open("T\tEmpty\n");
   SurveyQuality quality;
   EXPECT_FALSE(UpdateSurveyQuality(quality, map));
-  EXPECT_TRUE(QualityTable(quality, {}).notes.empty());
+  EXPECT_EQ(
+      QualityTable(quality, {}).notes,
+      (std::vector<std::string>{"No reading of this map can be compared with its position."}));
 }
 
 TEST_F(SurveyQualityTest, EachBlunderHasItsWords) {

@@ -122,6 +122,7 @@ TEST_F(RangeEstimatesWindowTest, FollowsTheSelection) {
   Q_EMIT window_.Panes().Ranges().selectionChanged();
   EXPECT_EQ(Copied(), "");
   EXPECT_EQ(Part<QComboBox>("chartRange").count(), 0);
+  EXPECT_FALSE(Part<QComboBox>("chartRange").isEnabled());
   EXPECT_FALSE(estimates_->Commands().ActionOf(CommandSavePicture).isEnabled());
   SelectRanges();
   EXPECT_EQ(Part<QComboBox>("chartRange").count(), 2);
@@ -138,6 +139,15 @@ TEST_F(RangeEstimatesWindowTest, TheChartsAreOfTheChosenRange) {
   EXPECT_NE(charts.grab().toImage(), before);
   QTest::mouseClick(&Part<QPushButton>("estimateAgain"), Qt::LeftButton);
   EXPECT_EQ(ranges.currentIndex(), 1) << "the choice stays";
+}
+
+/// In narrower windows the titles of the charts ran into each other.
+TEST_F(RangeEstimatesWindowTest, IsWideEnoughForTheTitlesOfItsCharts) {
+  estimates_->resize(100, 100);
+  QFont font = Part<QWidget>("estimateCharts").font();
+  font.setBold(true);
+  const int title = QFontMetrics(font).horizontalAdvance(QStringLiteral("Kernel, 50 and 95 %"));
+  EXPECT_GT(Part<QWidget>("estimateCharts").width(), 3 * title);
 }
 
 TEST_F(RangeEstimatesWindowTest, TheChartsAreCopiedWithTheirNumbers) {

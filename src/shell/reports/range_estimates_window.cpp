@@ -56,7 +56,7 @@ class RangeEstimatesWindow::ChartArea final : public QWidget {
   explicit ChartArea(QWidget* parent) : QWidget(parent) {
     setObjectName(QStringLiteral("estimateCharts"));
     setAccessibleName(QStringLiteral("Charts"));
-    setMinimumSize(LeastChart);
+    setMinimumSize(std::max(LeastChart.width(), WidthOfTexts()), LeastChart.height());
   }
 
   void Show(const EstimateCharts* charts) {
@@ -82,6 +82,14 @@ class RangeEstimatesWindow::ChartArea final : public QWidget {
   }
 
  private:
+  /// Charts that are narrower would write over each other.
+  int WidthOfTexts() const {
+    const CanvasFonts fonts(logicalDpiY());
+    QImage unused(1, 1, QImage::Format_RGB32);
+    QPainter painter(&unused);
+    return EstimateChartCount * EstimateChartWidth(QtCanvas(painter, fonts, {0, 0, 1, 1}));
+  }
+
   const EstimateCharts* charts_ = nullptr;
 };
 
@@ -198,6 +206,7 @@ void RangeEstimatesWindow::ShowEstimates() {
       ranges_->addItem(DisplayText(RangeName(*estimate.range)));
     }
     ranges_->setCurrentIndex(std::max(0, ranges_->findText(chosen)));
+    ranges_->setEnabled(ranges_->count() > 0);
   }
   Area().ShowLines();
   ShowCharts();
