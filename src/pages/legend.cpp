@@ -94,19 +94,22 @@ std::vector<SetLine> SetLines(const PrintMapWindow& view) {
   }
 }
 
-/// The left edge of the first label above a scale bar that begins at `left`, in the current font.
+/// The left edge of the first label above a scale bar that begins at `left`.
 int LeftOfLabel(const PrintMapWindow& view, int left) {
   const PrintScaleBar bar = MakePrintScaleBar(view);
+  view.target->SetFont(CanvasFont::ScaleBar);
   return left + bar.segmentPixels - view.target->TextWidth(ScaleBarLabel(bar, 1)) / 2;
 }
 
-/// The lower edge of the scale bar. Bar and labels are higher than the line, and the line below is
-/// long. So they end with the line and begin beside the line above, if that is short. Otherwise they
-/// are in the middle, and reach half as far into both.
+/// The lower edge of the scale bar. In a small font, bar and labels are higher than the line, and the
+/// line below is long. So they end with the line and begin beside the line above, if that is short.
+/// Otherwise they are in the middle, and reach half as far into both.
 /// \param isAboveShort  the line above ends before the labels of the bar
 int FootOfBar(const PrintMapWindow& view, const SetLine& line, int topOfLine, bool isAboveShort) {
-  const int ending = topOfLine + line.Height() - line.lineHeight - ScaleBarGap(view);
-  return isAboveShort ? ending : ending + ScaleBarGap(view) + ScaleBarHeight(view) / 2;
+  const int labels = view.target->LineHeight(CanvasFont::ScaleBar) + ScaleBarGap(view);
+  const int reach = 2 * labels + ScaleBarHeight(view) - line.Height();
+  const int ending = topOfLine + line.Height() - labels;
+  return reach > 0 && isAboveShort ? ending : ending + reach / 2;
 }
 
 }  // namespace
@@ -141,8 +144,15 @@ bool HasLegend(const PrintMapWindow& view) {
 PageFonts LegendFonts(int pointSize) {
   constexpr int LargeEnough = 10;
   constexpr int Step = 2;
-  if (pointSize < LargeEnough) return {pointSize, pointSize + Step, pointSize};
-  return {pointSize, pointSize, pointSize - Step};
+  // The bar is an inch long whatever the font, and larger labels would be over each other.
+  constexpr int LargestOnBar = 8;
+  PageFonts fonts{.text = pointSize, .legendTitle = pointSize, .legendText = pointSize - Step};
+  if (pointSize < LargeEnough) {
+    fonts.legendTitle = pointSize + Step;
+    fonts.legendText = pointSize;
+  }
+  fonts.scaleBar = std::min(fonts.legendText, LargestOnBar);
+  return fonts;
 }
 
 void DrawLegend(const PrintMapWindow& view) {
@@ -178,9 +188,10 @@ void DrawLegend(const PrintMapWindow& view) {
       const int left = box.right - inch * 5 / 4;
       const bool isAboveShort = endOfLast < LeftOfLabel(view, left);
       // The labels stay within the box.
-      const int highest = box.top + line.lineHeight + ScaleBarGap(view) + ScaleBarHeight(view);
+      const int highest = box.top + canvas.LineHeight(CanvasFont::ScaleBar) + ScaleBarGap(view) +
+                          ScaleBarHeight(view);
       const int foot = std::max(highest, FootOfBar(view, line, top, isAboveShort));
-      DrawPrintScaleBar(view, {left, foot}, line.font);
+      DrawPrintScaleBar(view, {left, foot});
     }
     top += line.Height();
     endOfLast = x + line.textWidth;

@@ -63,13 +63,13 @@ int ScaleBarHeight(const PrintMapWindow& view) { return view.device.verticalReso
 
 int ScaleBarGap(const PrintMapWindow& view) { return view.device.verticalResolution / 72; }
 
-void DrawPrintScaleBar(const PrintMapWindow& view, Pixel at, CanvasFont font) {
+void DrawPrintScaleBar(const PrintMapWindow& view, Pixel at) {
   Canvas& canvas = *view.target;
   const PrintScaleBar bar = MakePrintScaleBar(view);
   const int top = at.y - ScaleBarHeight(view);
   const int gap = ScaleBarGap(view);
-  const int ascent = canvas.Ascent(font);
-  const int descent = canvas.LineHeight(font) - ascent;
+  const int ascent = canvas.Ascent(CanvasFont::ScaleBar);
+  const int descent = canvas.LineHeight(CanvasFont::ScaleBar) - ascent;
   canvas.SetPen({0, PenPattern::Solid, Black});
   for (int i = 0; i < bar.segments; ++i) {
     canvas.SetBrush({true, i % 2 == 0 ? White : Black});
@@ -77,6 +77,7 @@ void DrawPrintScaleBar(const PrintMapWindow& view, Pixel at, CanvasFont font) {
     canvas.DrawRect(
         {at.x + i * bar.segmentPixels, top, at.x + (i + 1) * bar.segmentPixels + 1, at.y + 1});
   }
+  canvas.SetFont(CanvasFont::ScaleBar);
   canvas.SetForeColor(Black);
   for (int count = 1; count <= bar.segments; ++count) {
     const std::string label = ScaleBarLabel(bar, count);

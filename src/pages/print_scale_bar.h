@@ -25,9 +25,8 @@ std::string ScaleBarLabel(const PrintScaleBar& bar, int count);
 int ScaleBarHeight(const PrintMapWindow& view);
 int ScaleBarGap(const PrintMapWindow& view);
 
-/// Draws the bar with its labels in the current font: odd ones above it, even ones below.
-/// \param at    its left end and its lower edge
-/// \param font  the current font
-void DrawPrintScaleBar(const PrintMapWindow& view, Pixel at, CanvasFont font);
+/// Draws the bar with its labels: odd ones above it, even ones below.
+/// \param at  its left end and its lower edge
+void DrawPrintScaleBar(const PrintMapWindow& view, Pixel at);
 
 }  // namespace orvane

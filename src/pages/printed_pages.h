@@ -6,12 +6,13 @@
 
 namespace orvane {
 
-/// The fonts of a page, with sizes in points of 1/72 inch. A page without a legend leaves its two
+/// The fonts of a page, with sizes in points of 1/72 inch. A page without a legend leaves its three
 /// sizes at 0.
 struct PageFonts {
   int text = 0;         ///< `CanvasFont::Small` and `CanvasFont::Label`
   int legendTitle = 0;  ///< `CanvasFont::LegendTitle`
   int legendText = 0;   ///< `CanvasFont::LegendText`
+  int scaleBar = 0;     ///< `CanvasFont::ScaleBar`
   bool monospaced = false;
 };
 

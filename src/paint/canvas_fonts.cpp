@@ -69,6 +69,7 @@ QFont CanvasFonts::FontOf(CanvasFont font) const {
   if (font == CanvasFont::Label) points = sizes_.label;
   if (font == CanvasFont::LegendTitle) points = sizes_.legendTitle;
   if (font == CanvasFont::LegendText) points = sizes_.legendText;
+  if (font == CanvasFont::ScaleBar) points = sizes_.scaleBar;
   QFont made = FontOfSize(points * pixelsPerInch_ / PointsPerInch, sizes_.monospaced);
   made.setBold(font == CanvasFont::Bold);
   made.setItalic(font == CanvasFont::Italic);

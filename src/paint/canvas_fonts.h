@@ -24,6 +24,7 @@ struct FontSizes {
   double label = 8;
   double legendTitle = 8;
   double legendText = 8;
+  double scaleBar = 8;
   bool monospaced = false;  ///< all letters are as wide as each other
 };
 

@@ -28,6 +28,7 @@ CanvasFonts FontsOf(const PrintedPages& pages, int resolution) {
                       .label = 1.0 * sizes.text,
                       .legendTitle = 1.0 * sizes.legendTitle,
                       .legendText = 1.0 * sizes.legendText,
+                      .scaleBar = 1.0 * sizes.scaleBar,
                       .monospaced = sizes.monospaced},
                      TextOutput::Text);
 }

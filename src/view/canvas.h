@@ -49,9 +49,9 @@ struct Brush {
 };
 
 /// Which of the canvas's fonts text is drawn in. Bold and italic have the size of the small one.
-/// Only paper has those of a legend.
-enum class CanvasFont { Small, Label, LegendTitle, LegendText, Bold, Italic };
-constexpr size_t CanvasFontCount = 6;
+/// Only paper has those of a legend and of its scale bar.
+enum class CanvasFont { Small, Label, LegendTitle, LegendText, Bold, Italic, ScaleBar };
+constexpr size_t CanvasFontCount = 7;
 
 /// The few drawing operations that a map needs. It is implemented for screen, picture and paper,
 /// and by a recording one in the tests. All coordinates are device pixels within 16 bits.

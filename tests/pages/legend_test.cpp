@@ -89,6 +89,37 @@ TEST_F(LegendTest, HasALargerFirstLine) {
   EXPECT_EQ(LegendFonts(10).text, 10);
 }
 
+/// Labels of the bar as large as the legend were over each other and beyond the box.
+TEST_F(LegendTest, HasSmallLabelsOnItsBar) {
+  EXPECT_EQ(LegendFonts(5).scaleBar, 5);
+  EXPECT_EQ(LegendFonts(10).scaleBar, 8);
+  EXPECT_EQ(LegendFonts(40).scaleBar, 8);
+}
+
+/// A canvas whose legend has large letters.
+class LargeLegend : public RecordingCanvas {
+ public:
+  using RecordingCanvas::RecordingCanvas;
+  int LineHeight(CanvasFont font) const override {
+    return font == CanvasFont::LegendText ? 60 : RecordingCanvas::LineHeight(font);
+  }
+};
+
+TEST_F(LegendTest, HasItsBarInTheMiddleOfALineThatIsHighEnough) {
+  c.view.label = "R";
+  LargeLegend canvas(2100, 3000);
+  c.view.target = &canvas;
+  DrawLegend(c.view);
+  // Four lines of 60 and one of 12 with margins of 2 begin at 2744; the second is 120 high, that is
+  // from 2758 to 2878. Two labels of 12, gaps of 4 and the bar of 25 are 57.
+  EXPECT_EQ(canvas.Having("rect")[0].substr(0, 14), "rect 1562,2744");
+  EXPECT_EQ(canvas.Having("rect")[1], "rect 1725,2806 1844,2832");
+  const std::vector<std::string> texts = canvas.Having("text");
+  EXPECT_EQ(texts[2], "text 1831,2799 100m");
+  EXPECT_EQ(texts[3], "text 1949,2844 200m");
+  EXPECT_GE(canvas.IndexOf("font scale bar"), 0);
+}
+
 TEST_F(LegendTest, IsABoxInTheBottomRightCorner) {
   c.view.label = "Rains";
   RecordingCanvas canvas(2100, 3000);

@@ -63,7 +63,7 @@ TEST(PrintScaleBarTest, AlternatesWhiteAndBlackWithLabelsAboveAndBelow) {
   ASSERT_EQ(c.Accept(), "");
   RecordingCanvas canvas(2100, 3000);
   c.view.target = &canvas;
-  DrawPrintScaleBar(c.view, {1000, 2000}, CanvasFont::LegendText);
+  DrawPrintScaleBar(c.view, {1000, 2000});
   // The bar is a twelfth of an inch high; labels have a gap of a point to it.
   EXPECT_EQ(canvas.Having("rect"),
             (std::vector<std::string>{"rect 1000,1975 1119,2001", "rect 1118,1975 1237,2001"}));

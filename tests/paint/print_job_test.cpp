@@ -123,16 +123,17 @@ TEST_F(PrintJobTest, ContinuesALineOnTheNextPage) {
       const PageDevice device = DeviceOf(LayoutOf(sheet), sheet.resolution);
       const double width = device.width * 72.0 / sheet.resolution;
       const double height = device.height * 72.0 / sheet.resolution;
-      constexpr int across = 2;
-      ASSERT_EQ(pages.Count(), 2 * across);
+      constexpr size_t Across = 2;
+      ASSERT_EQ(drawn.size(), 2 * Across);
       // Put side by side, the strokes of all pages lie on one straight line.
       std::vector<SheetPoint> ends;
       for (size_t page = 0; page < drawn.size(); ++page) {
         for (const SheetLine& line : PdfPageLines(drawn[page]).OfColor("0 1 0")) {
-          const auto column = static_cast<double>(page % static_cast<size_t>(across));
-          const auto row = static_cast<double>(page / static_cast<size_t>(across));
-          ends.push_back({line.from.x + column * width, line.from.y - row * height});
-          ends.push_back({line.to.x + column * width, line.to.y - row * height});
+          const size_t row = page / Across;
+          const double right = static_cast<double>(page % Across) * width;
+          const double down = static_cast<double>(row) * height;
+          ends.push_back({line.from.x + right, line.from.y - down});
+          ends.push_back({line.to.x + right, line.to.y - down});
         }
       }
       ASSERT_GE(ends.size(), 4U);

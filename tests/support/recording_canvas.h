@@ -59,8 +59,8 @@ class RecordingCanvas : public Canvas {
   }
   void SetForeColor(Color color) override { Note("fore " + Hex(color)); }
   void SetFont(CanvasFont font) override {
-    static constexpr const char* Names[] = {"small",       "label", "legend title",
-                                            "legend text", "bold",  "italic"};
+    static constexpr const char* Names[] = {"small", "label",  "legend title", "legend text",
+                                            "bold",  "italic", "scale bar"};
     Note(std::string("font ") + Names[static_cast<int>(font)]);
   }
   void DrawLine(Pixel from, Pixel to) override { Note("line " + At(from) + " " + At(to)); }
