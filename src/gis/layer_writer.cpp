@@ -157,8 +157,7 @@ std::string StyleOf(const LayerFeature& feature) {
 
 /// \return the text as a file of the format can hold it
 std::string TextFor(LayerFormat format, const std::string& text) {
-  const bool isXml = format == LayerFormat::Kml || format == LayerFormat::Gpx;
-  return isXml ? XmlText(text) : text;
+  return format == LayerFormat::Kml ? XmlText(text) : text;
 }
 
 /// Sets a text. An empty one is none.

@@ -156,7 +156,7 @@ class ItemText {
     takes_ = local == "t" && spoken_ == 0;
   }
   void Close(std::string_view local) {
-    if (local == "rPh" && spoken_ > 0) --spoken_;
+    if (local == "rPh") --spoken_;
     takes_ = false;
   }
   void Text(std::string_view text) {

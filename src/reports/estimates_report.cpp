@@ -76,7 +76,6 @@ void AddOverlaps(TableReport& table, std::span<const RangeEstimate> estimates) {
     return nullptr;
   };
   for (const RangeEstimate& of : estimates) {
-    if (estimates.size() < 2) return;
     AddRow(table, estimates, "Density inside the 95 % kernel of " + RangeName(*of.range),
            [&](const RangeEstimate& estimate) {
              const DensityOverlap* overlap = find(estimate, of.range);

@@ -283,5 +283,16 @@ TEST(CellTableGeometry, APageLeavesTwoRowsInView) {
   EXPECT_EQ(RowsOfPage(10, 20), 1);
 }
 
+TEST_F(CellTableTest, WithoutAnOpenCellNothingIsTypedOrPasted) {
+  table.SetText("typed");
+  EXPECT_EQ(table.Text(), "");
+  EXPECT_FALSE(table.HasTypedText());
+  EXPECT_TRUE(table.Paste("a\tb"));
+  EXPECT_EQ(model.stored, 0);
+  table.SelectRow(1);
+  EXPECT_TRUE(table.MoveRow(1)) << "onto itself";
+  EXPECT_EQ(FirstColumn(), "0 1 ");
+}
+
 }  // namespace
 }  // namespace orvane

@@ -153,5 +153,17 @@ TEST_F(DeleteRecordsTest, NothingIsNotAStep) {
   EXPECT_TRUE(messages.Entries().empty());
 }
 
+TEST_F(DeleteRecordsTest, SeveralRangesAreOneStep) {
+  DeleteRanges(map, {FindRange(map, "Red"), FindRange(map, "Blue")}, history);
+  EXPECT_TRUE(map.ranges.empty());
+  EXPECT_TRUE(map.intersections.empty());
+  EXPECT_EQ(LastNote(), "2 ranges deleted. Undo: Alt+Backspace");
+  EXPECT_EQ(*history.UndoName(map), "Deletion of 2 Ranges");
+  DeleteRanges(map, {}, history);
+  EXPECT_EQ(history.Steps(), 1U);
+  ASSERT_TRUE(history.Undo(map));
+  EXPECT_EQ(Length(map.ranges), 2);
+}
+
 }  // namespace
 }  // namespace orvane

@@ -12,6 +12,7 @@
 #include "support/scripted_messages.h"
 #include "support/temporary_folder.h"
 
+#include <functional>
 #include <gtest/gtest.h>
 #include <list>
 
@@ -225,6 +226,103 @@ TEST_F(FollowRereadTest, EachQuestionOfATrailCanBeDenied) {
   }
   EXPECT_EQ(Asked(), (std::vector<std::string>{"Trail changed", "No trail", "Place"}));
   EXPECT_EQ(history.Steps(), 0U);
+}
+
+// --- The step of reading again ------------------------------------------------------------------
+
+struct RereadStepTest : FollowRereadTest {
+  bool RereadAsStep(const std::string& text) {
+    folder.Write("site.map", text);
+    return history.Reread(map, "Reload", [this](FormerContents& contents) {
+      return RereadMap(map, &contents) == RereadOutcome::Done;
+    });
+  }
+  void Comment(const std::string& line) {
+    history.Apply({.name = "Comment", .map = &map, .change = [&](EditFollowUp&) {
+                     map.comments.push_back(line);
+                     return true;
+                   }});
+  }
+};
+
+TEST_F(RereadStepTest, IsUndoneAndRedone) {
+  std::vector<std::string> heard;
+  int steps = 0;
+  history.Listen([&](const EditNews& news) {
+    heard.push_back(*news.name);
+    EXPECT_EQ(news.Maps(), std::vector<Map*>{&map});
+    EXPECT_TRUE(news.Concerns(map));
+    EXPECT_EQ(news.contents != nullptr, *news.name == "Reload");
+  });
+  history.ListenToSteps([&] { ++steps; });
+  Comment("# mine");
+  ASSERT_TRUE(RereadAsStep("# new\n"));
+  EXPECT_EQ(map.comments, std::vector<std::string>{"# new"});
+  EXPECT_EQ(map.flags & MapDirty, 0U);
+  EXPECT_GT(history.Bytes(), sizeof(Map));
+  ASSERT_TRUE(history.Undo(map));
+  EXPECT_EQ(map.comments, std::vector<std::string>{"# mine"});
+  EXPECT_NE(Ridge(), nullptr);
+  EXPECT_NE(map.flags & MapDirty, 0U);
+  ASSERT_TRUE(history.Redo(map));
+  EXPECT_EQ(map.comments, std::vector<std::string>{"# new"});
+  EXPECT_EQ(map.flags & MapDirty, 0U);
+  EXPECT_EQ(heard, (std::vector<std::string>{"Comment", "Reload", "Reload", "Reload"}));
+  EXPECT_GE(steps, 4);
+}
+
+TEST_F(RereadStepTest, OfTheSameBytesLeadsToTheSavedState) {
+  Comment("# mine");
+  ASSERT_TRUE(RereadAsStep(OpenedText));
+  EXPECT_EQ(map.flags & MapDirty, 0U);
+  ASSERT_TRUE(history.Undo(map));
+  EXPECT_NE(map.flags & MapDirty, 0U);
+  ASSERT_TRUE(history.Undo(map));
+  EXPECT_EQ(map.flags & MapDirty, 0U) << "the file holds this state";
+}
+
+TEST_F(RereadStepTest, OfAMapThatWasChangedBeforeIsTheSavedState) {
+  map.flags |= MapDirty | MapUnlikeFile;
+  ASSERT_TRUE(RereadAsStep(OpenedText));
+  EXPECT_EQ(map.flags & (MapDirty | MapUnlikeFile), 0U);
+  ASSERT_TRUE(history.Undo(map));
+  EXPECT_EQ(map.flags & (MapDirty | MapUnlikeFile), MapDirty | MapUnlikeFile);
+}
+
+TEST_F(RereadStepTest, IsNoneIfTheFileCannotBeRead) {
+  EXPECT_FALSE(history.Reread(map, "Reload", [](FormerContents&) { return false; }));
+  EXPECT_EQ(history.Steps(), 0U);
+  EXPECT_NE(Ridge(), nullptr);
+}
+
+TEST_F(RereadStepTest, BlocksTheStepsOfTheMapsThatItHolds) {
+  Map& above = OpenMap(workspace, folder.Write("above.map", "B\tsite.map\nC\tTop\tA\t10\t0\n"));
+  ASSERT_EQ(above.basis, &map);
+  history.Apply({.name = "Move", .map = &above, .change = [&](EditFollowUp& followUp) {
+                   FindPointByName(above, nullptr, "Top")->measurements.front().distance = 20;
+                   followUp.solve = true;
+                   return true;
+                 }});
+  ASSERT_TRUE(RereadAsStep(std::string(OpenedText) + "# more\n"));
+  EXPECT_EQ(*history.UndoName(above), "Reload");
+  Map& other = OpenMap(workspace, folder.Write("other.map", "G\tFar\tN1\tE1\n"));
+  EXPECT_EQ(history.UndoName(other), nullptr);
+}
+
+TEST_F(RereadStepTest, TrailsAreComparedByEachPartOfTheirIdentity) {
+  Trail trail = *Ridge();
+  const TrailFingerprint print = FingerprintOf(trail);
+  EXPECT_TRUE(print == FingerprintOf(trail));
+  const std::function<void(Trail&)> changes[] = {
+      [](Trail& each) { each.name = "Other"; }, [](Trail& each) { each.type = "Road"; },
+      [](Trail& each) { each.focalAnimal = "Ana"; },
+      [](Trail& each) { each.date = PackDate(2020, 3, 1); },
+      [](Trail& each) { each.points.pop_back(); }};
+  for (const auto& change : changes) {
+    Trail other = trail;
+    change(other);
+    EXPECT_FALSE(print == FingerprintOf(other));
+  }
 }
 
 }  // namespace

@@ -166,5 +166,23 @@ TEST_F(MapDeltaTest, AnalysisAlsoDiffersInOverlapsAndOffsetHulls) {
   }));
 }
 
+TEST(MapChangeTest, AddsWhatDiffersInAnother) {
+  bool MapChange::*const fields[] = {&MapChange::trails,    &MapChange::points, &MapChange::survey,
+                                     &MapChange::positions, &MapChange::ranges, &MapChange::style,
+                                     &MapChange::settings};
+  EXPECT_FALSE(MapChange().Any());
+  for (const auto field : fields) {
+    MapChange one;
+    one.*field = true;
+    // What the survey is follows from points and positions.
+    EXPECT_EQ(one.Any(), field != &MapChange::survey) << KindsOf(one);
+    MapChange sum;
+    sum |= one;
+    EXPECT_EQ(KindsOf(sum), KindsOf(one));
+    sum |= MapChange();
+    EXPECT_EQ(KindsOf(sum), KindsOf(one));
+  }
+}
+
 }  // namespace
 }  // namespace orvane

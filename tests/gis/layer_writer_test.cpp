@@ -185,5 +185,29 @@ TEST_F(LayerWriter, GivesAreasInSeveralPartsAndAltitudesOfAll) {
   ExpectIn(folder.Read("made.kml"), "0,0,5");
 }
 
+TEST_F(LayerWriter, TakesPartsOfShapesThatDiffer) {
+  const GeoShape cut = {GeoKind::Line, {{{179, 0}, {180, 1}}, {{-180, 1}, {-179, 2}}}};
+  const GeoShape point = {GeoKind::Point, {{{0, 0}}}};
+  EXPECT_EQ(WriteTo("made.gpkg", LayerOfShapes(GeoKind::None, true, {cut, point})).fault, "");
+  const std::string listed = Listed("made.gpkg");
+  ExpectIn(listed, "MULTILINESTRING ((179 0,180 1),(-180 1,-179 2))");
+  ExpectIn(listed, "POINT (0 0)");
+}
+
+TEST_F(LayerWriter, WritesTheSignsOfXmlInKmlAsText) {
+  LayerFeature area;
+  area.shape = {GeoKind::Area, {{{0, 0}, {1, 0}, {1, 1}, {0, 0}}}};
+  area.filled = true;  // but in no colour
+  area.group = "a <b> & c";
+  area.title = "one\ttwo";
+  ExportedLayer layer = LayerOfShapes(GeoKind::Area, false, {});
+  layer.visit = [&](const FeatureTaker& take) { take(area); };
+  EXPECT_EQ(WriteTo("made.kml", layer, LayerFormat::Kml).fault, "");
+  const std::string text = folder.Read("made.kml");
+  ExpectIn(text, "<Folder><name>a &lt;b&gt; &amp; c</name>");
+  ExpectIn(text, "<name>one\ttwo</name>");
+  ExpectIn(text, "<PolyStyle><fill>0</fill></PolyStyle>");
+}
+
 }  // namespace
 }  // namespace orvane

@@ -132,8 +132,8 @@ TEST_F(SheetParts, OfFormatsWithNumbersShowTheirDatesAndTimes) {
 TEST_F(SheetParts, OfStylesThatAreMissingShowNumbers) {
   EXPECT_EQ(StyledRows("<cellXfs><xf numFmtId=\"x\"/></cellXfs><xf numFmtId=\"14\"/>",
                        "<row><c s=\"0\"><v>1.50</v></c><c s=\"1\"><v>2.50</v></c><c s=\"x\">"
-                       "<v>3.50</v></c><c><v>4.50</v></c></row>"),
-            "1.5|2.5|3.5|4.5\n");
+                       "<v>3.50</v></c><c><v>4.50</v></c><c s=\"0x\"><v>5.50</v></c></row>"),
+            "1.5|2.5|3.5|4.5|5.5\n");
 }
 
 TEST_F(SheetParts, OfNumbersThatAreNoMomentShowThemselves) {
@@ -389,6 +389,39 @@ TEST_F(SheetParts, OfXlsNeedTheFileAndTheSheet) {
   const SpreadsheetFile missing{folder.Path("none.xls"), bytes, SpreadsheetKind::Xls};
   EXPECT_NE(module.readSheet(missing, "One", ClockForm::Minutes, take), "");
   EXPECT_NE(module.listSheets(missing).fault, "");
+}
+
+TEST_F(SheetParts, OfCellsAtTheEdgesOfTheirForms) {
+  EXPECT_EQ(XlsxRows("<row><c r=\"B\"><v>1</v></c></row>"), "|1\n") << "a place without a row";
+  EXPECT_EQ(XlsxRows("<row><c t=\"str\"><v>_xE000_</v></c></row>"), "\xEE\x80\x80\n");
+  const std::string endless = "06:10:00" + std::string(400, '9');
+  for (const std::string& text : {endless, std::string("2003-0/-04")}) {
+    EXPECT_EQ(XlsxRows("<row><c t=\"d\"><v>" + text + "</v></c></row>"), text + "\n");
+  }
+  EXPECT_EQ(StyledRows("<cellXfs><xf numFmtId=\"55\"/></cellXfs>",
+                       "<row><c s=\"0\"><v>0</v></c><c s=\"0\"><v>38000</v></c></row>"),
+            "00:00|2004-01-14\n");
+}
+
+TEST_F(SheetParts, OfALongTextInPiecesAreRefused) {
+  const std::string text(5 * LongestCell, 'x');
+  EXPECT_EQ(OdsRows(OdsOne(R"(office:value-type="string")", "<text:p>" + text + "</text:p>")),
+            "the cell in row 1, column A has more than 128 KiB of text");
+}
+
+TEST_F(SheetParts, OfXlsShowWholeMinutesWithoutSeconds) {
+  const TemporaryFolder folder;
+  const std::string bytes = XlsOf({{"One", {{0, 0, "", 0.33680555555555552, 2}}}});
+  const std::string path = folder.Write("a.xls", bytes);
+  std::string text;
+  EXPECT_EQ(LoadFormatModule().module->readSheet({path, bytes, SpreadsheetKind::Xls}, "One",
+                                                 ClockForm::Seconds,
+                                                 [&](const Texts& cells) {
+                                                   text += cells.at(0);
+                                                   return true;
+                                                 }),
+            "");
+  EXPECT_EQ(text, "08:05");
 }
 
 }  // namespace

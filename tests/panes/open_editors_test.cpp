@@ -5,6 +5,7 @@
 #include "pane_fixture.h"
 #include "panes/delete_rows.h"
 #include "panes/pane_clicks.h"
+#include "ranges/analysis.h"
 #include "support/scripted_messages.h"
 
 namespace orvane {
@@ -172,6 +173,26 @@ TEST_F(OpenEditorsTest, ContoursAreNotDeleted) {
   EXPECT_TRUE(SelectedTrails(view).empty());
   DeleteSelectedTrails(view, history);
   EXPECT_EQ(std::distance(map.contourTrails.begin(), map.contourTrails.end()), 1);
+}
+
+TEST_F(OpenEditorsTest, OverlapsAreNotDeletedHoweverManyAreSelected) {
+  map.ranges.emplace_front().name = "Green";
+  map.ranges.front().keys.emplace_front().type = "Papio";
+  AnalyzeAllRanges(map);
+  BuildRangeRows(view);
+  int overlaps = 0;
+  for (RangePanelRow& row : view.rangeViews) {
+    row.selected = row.intersection != nullptr;
+    overlaps += row.selected ? 1 : 0;
+  }
+  ASSERT_GT(overlaps, 1);
+  DeleteSelectedRanges(view, history);
+  EXPECT_EQ(Said(), std::vector<std::string>{"You may not delete an intersection directly"});
+}
+
+TEST_F(OpenEditorsTest, ASelectedTrailIsEdited) {
+  ClickTrailRow(view, FindTrailRow(view, *FindTrail(map, "Path")), false);
+  EXPECT_EQ(TrailToEdit(view), FindTrail(map, "Path"));
 }
 
 }  // namespace

@@ -234,5 +234,19 @@ TEST_F(PaneClicks, ATypeThatIsTakenGetsTheNextFreeNumber) {
   EXPECT_EQ(RangeRow("Papio 3").range->keys.front().type, "Papio");
 }
 
+TEST_F(PaneClicks, AClickBesideTheRowsClearsTheSelection) {
+  Show(TwoGroupsText);
+  ClickTrailRow(view, &Row("Path"), false);
+  ClickTrailRow(view, nullptr, true);
+  EXPECT_FALSE(Row("Path").selected);
+}
+
+TEST_F(PaneClicks, AGroupWithoutRowsGivesNoKey) {
+  Show(HillText);
+  ClickTrailRow(view, &Row("Contours"), false);
+  EXPECT_TRUE(KeysFromSelection(view.trailViews).empty());
+  EXPECT_FALSE(DropSelection(view, RangeRow("New"), history));
+}
+
 }  // namespace
 }  // namespace orvane

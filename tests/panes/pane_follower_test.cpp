@@ -2,6 +2,8 @@
 
 #include "editing/delete_records.h"
 #include "editing/trail_editor.h"
+#include "model/former_contents.h"
+#include "model/workspace.h"
 #include "pane_fixture.h"
 #include "panes/delete_rows.h"
 #include "panes/open_editors.h"
@@ -303,6 +305,104 @@ TEST_F(PaneFollowerTest, DeletingAsksOnceForEachBasisMap) {
             "Trail 2020-3-1 Ana is in the basis map below.map.  Delete it there?");
   EXPECT_EQ(FindTrail(above, "Own"), nullptr);
   EXPECT_EQ(Length(below.trails), 1);
+}
+
+TEST_F(PaneFollowerTest, AnUndoGivesRebuiltRowsEveryFieldBack) {
+  Map& map = Show(std::string(TwoGroupsText) + RangesText);
+  TrailPanelRow& trail = Row("Path");
+  trail.visible = false;
+  trail.open = trail.selected = trail.filled = true;
+  trail.lineStyle = LineStyle::Dotted;
+  trail.labelMode = LabelMode::None;
+  trail.fillPattern = FillCross;
+  trail.markStyle = MarkStyle::Tick;
+  trail.color = 0x123456;
+  RangePanelRow& range = RangeRow("Blue");
+  range.visible = !range.visible;
+  const bool visible = range.visible;
+  range.selected = true;
+  range.shading = 5;
+  range.drawMode = RangeDrawMode::Hash;
+  range.clusterMask = 9;
+  range.estimateMask = 1;
+  for (bool& shows : range.showSm) shows = true;
+  range.color = 0x654321;
+  remembered.Apply({.name = "Import", .map = &map, .change = [](EditFollowUp& followUp) {
+                      followUp.freshRows = true;
+                      return true;
+                    }});
+  EXPECT_NE(Row("Path").color, 0x123456);
+  EXPECT_NE(RangeRow("Blue").color, 0x654321);
+  remembered.Undo(map);
+  const TrailPanelRow& path = Row("Path");
+  EXPECT_FALSE(path.visible);
+  EXPECT_TRUE(path.open && path.selected && path.filled);
+  EXPECT_EQ(path.lineStyle, LineStyle::Dotted);
+  EXPECT_EQ(path.labelMode, LabelMode::None);
+  EXPECT_EQ(path.fillPattern, FillCross);
+  EXPECT_EQ(path.markStyle, MarkStyle::Tick);
+  EXPECT_EQ(path.color, 0x123456);
+  const RangePanelRow& blue = RangeRow("Blue");
+  EXPECT_EQ(blue.visible, visible);
+  EXPECT_TRUE(blue.selected);
+  EXPECT_EQ(blue.shading, 5);
+  EXPECT_EQ(blue.drawMode, RangeDrawMode::Hash);
+  EXPECT_EQ(blue.clusterMask, 9U);
+  EXPECT_EQ(blue.estimateMask, 1U);
+  EXPECT_TRUE(blue.showSm[0] && blue.showSm[1] && blue.showSm[2]);
+  EXPECT_EQ(blue.color, 0x654321);
+  remembered.Redo(map);
+  EXPECT_EQ(Row("Path").lineStyle, LineStyle::Solid);
+  EXPECT_EQ(RangeRow("Blue").clusterMask, 1U);
+}
+
+TEST_F(PaneFollowerTest, AnUndoGivesTrailRowsThatWereRebuiltTheirLookBack) {
+  Map& map = Show(TwoGroupsText);
+  ClickTriangle(view, Row("Papio"));
+  remembered.Apply({.name = "Submap", .map = &map, .change = [](EditFollowUp& followUp) {
+                      followUp.freshTrailRows = followUp.solved = true;
+                      return true;
+                    }});
+  EXPECT_FALSE(Row("Papio").open);
+  remembered.Undo(map);
+  EXPECT_TRUE(Row("Papio").open);
+}
+
+TEST_F(PaneFollowerTest, ItKeepsTheRecordsOfRowsThatCanComeBack) {
+  Map& map = Show(std::string(TwoGroupsText) + RangesText);
+  ClickTrailRow(view, &Row("Path"), false);
+  DeleteSelectedTrails(view, remembered);
+  ClickRangeRow(view, &RangeRow("Blue"), false);
+  DeleteSelectedRanges(view, remembered);
+  const auto removed = [&] { return Length(map.removed.trails) + Length(map.removed.ranges); };
+  ASSERT_EQ(removed(), 2);
+  UnusedRecords records(workspace);
+  workspace.holders.KeepAll(records);
+  records.Free();
+  EXPECT_EQ(removed(), 2);
+}
+
+TEST_F(PaneFollowerTest, AnEditOfAnotherMapLeavesTheRowsAlone) {
+  Show(TwoGroupsText);
+  Row("Path").color = 0x123456;
+  Map& other = Open("T\tX\tRoad\nG\tA\tS1 0\tE1 0\n", "other.map");
+  const auto read = [](FormerContents&) { return true; };
+  EXPECT_TRUE(remembered.Apply({.name = "Color", .map = &other, .change = [&](EditFollowUp&) {
+                                  other.trails.front().color = 1;
+                                  return true;
+                                }}));
+  EXPECT_TRUE(remembered.Reread(other, "Reload", read));
+  EXPECT_EQ(Row("Path").color, 0x123456);
+  EXPECT_EQ(follower.Remembered(), 0U);
+}
+
+TEST_F(PaneFollowerTest, RowsOfAMapThatIsReadAgainKeepWhatTheUserChanged) {
+  Map& map = Show(TwoGroupsText);
+  Row("Path").color = 0x123456;
+  Row("Papio").open = true;
+  EXPECT_TRUE(remembered.Reread(map, "Reload", [](FormerContents&) { return true; }));
+  EXPECT_EQ(Row("Path").color, 0x123456);
+  EXPECT_TRUE(Row("Papio").open);
 }
 
 }  // namespace

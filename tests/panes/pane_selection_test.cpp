@@ -120,5 +120,11 @@ TEST_F(PaneSelection, TipsOfOverlapsBeginWithTheirArea) {
   EXPECT_TRUE(RangeTip(view, none).empty());
 }
 
+TEST_F(PaneSelection, ARowThatDoesNotShowIsNoEnd) {
+  Show(TwoGroupsText);
+  SelectTrailsBetween(view, Row("2020-3-2"), Row("2020-3-2"));
+  EXPECT_EQ(Selected(), Texts{});
+}
+
 }  // namespace
 }  // namespace orvane

@@ -146,5 +146,49 @@ TEST_F(RowMemoryTest, WhatFindShowedIsOver) {
   EXPECT_EQ(c.view.flags & MapWindowTrailFlash, 0U);
 }
 
+TEST_F(RowMemoryTest, EachFieldThatTheUserChangedStays) {
+  AddTrail("Path", "Ridge");
+  AddRange("North");
+  Build();
+  TrailPanelRow& row = Row("Ridge");
+  row.filled = true;
+  row.lineStyle = LineStyle::Dotted;
+  row.labelMode = LabelMode::None;
+  row.fillPattern = 3;
+  row.markStyle = MarkStyle::Tick;
+  RangePanelRow& range = c.view.rangeViews.front();
+  range.color = Red;
+  range.estimateMask = 2;
+  ReadAgain([&] {
+    Trail& ridge = AddTrail("Path", "Ridge");
+    ridge.lineStyle = LineStyle::Dashed;
+    ridge.markStyle = MarkStyle::Cross;
+    AddRange("North");
+    AddRange("South");
+  });
+  const TrailPanelRow& now = Row("Ridge");
+  EXPECT_TRUE(now.filled);
+  EXPECT_EQ(now.lineStyle, LineStyle::Dotted);
+  EXPECT_EQ(now.labelMode, LabelMode::None);
+  EXPECT_EQ(now.fillPattern, 3);
+  EXPECT_EQ(now.markStyle, MarkStyle::Tick);
+  EXPECT_EQ(c.view.rangeViews.front().color, Red);
+  EXPECT_EQ(c.view.rangeViews.front().estimateMask, 2U);
+}
+
+TEST_F(RowMemoryTest, RowsThatWereMadeMeanwhileAreNotCompared) {
+  AddTrail("Path", "Ridge");
+  AddRange("North");
+  Build();
+  // Records without rows yet.
+  AddTrail("River", "Main");
+  AddRange("South");
+  const RowMemory memory = RememberRows(c.view);
+  EXPECT_EQ(memory.ranges.size(), 2U) << "North and New";
+  RebuildRows(c.view, memory);
+  EXPECT_NE(Row("Main").trail, nullptr);
+  EXPECT_EQ(c.view.rangeViews.size(), 3U);
+}
+
 }  // namespace
 }  // namespace orvane

@@ -259,5 +259,22 @@ TEST(FirstSelectedRow, IsTheFirstInTheOrderOfThePane) {
   EXPECT_EQ(FirstSelectedRow(c.view.rangeViews), &c.view.rangeViews.back());
 }
 
+TEST(FindTrailRow, IsNoneForATrailWithoutARow) {
+  ViewCase c;
+  AddTyped(c.map, "A", "1");
+  BuildTrailRows(c.view);
+  const Trail other;
+  EXPECT_EQ(FindTrailRow(c.view, other), nullptr);
+}
+
+TEST(ContourKindOf, IsNoneForTheRowOfATrail) {
+  Trail trail;
+  TrailPanelRow row;
+  row.text = "Contours";
+  EXPECT_EQ(ContourKindOf(row), ContourKind::Classic);
+  row.trail = &trail;
+  EXPECT_FALSE(ContourKindOf(row));
+}
+
 }  // namespace
 }  // namespace orvane

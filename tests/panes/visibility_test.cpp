@@ -211,5 +211,50 @@ TEST_F(VisibilityTest, ABadColorOfARangeStays) {
   }
 }
 
+TEST_F(VisibilityTest, ARowThatIsFilledOrHasAPatternKeepsIt) {
+  Show(TwoGroupsText);
+  TrailPanelRow& row = Row("Path");
+  row.selected = true;
+  row.filled = true;
+  EXPECT_EQ(OpenTrailVisibility(view)->fillPattern, 0);
+  row.filled = false;
+  row.fillPattern = FillCross;
+  EXPECT_FALSE(OpenTrailVisibility(view)->gavePattern);
+}
+
+TEST_F(VisibilityTest, ThePatternThatOpeningGaveIsTakenOnlyFromARowThatIsNotFilled) {
+  Show(TwoGroupsText);
+  Row("Path").selected = true;
+  TrailVisibility dialog = *OpenTrailVisibility(view);
+  ASSERT_TRUE(dialog.gavePattern);
+  Row("Path").filled = true;
+  dialog.fillPattern = FillCross;
+  EXPECT_TRUE(ApplyTrailVisibility(view, dialog, history));
+  EXPECT_EQ(Row("Path").fillPattern, FillCross);
+  Row("Path").selected = false;
+  dialog.fillPattern = FillRising;
+  EXPECT_TRUE(ApplyTrailVisibility(view, dialog, history));
+  EXPECT_EQ(Row("Path").fillPattern, FillCross) << "nothing is selected any more";
+}
+
+TEST_F(VisibilityTest, TrailsOfTheBasisGetTheStyleThere) {
+  Map& below = Show(TwoGroupsText);
+  Map& above = Open("T\tOwn\tTrail\nG\tO\tS20 0\tE47 0\n", "above.map");
+  above.basis = &below;
+  view.map = &above;
+  BuildTrailRows(view);
+  Row("Path").selected = true;
+  TrailVisibility dialog = *OpenTrailVisibility(view);
+  dialog.color = "red";
+  ASSERT_TRUE(ApplyTrailVisibility(view, dialog, history));
+  EXPECT_EQ(FindTrail(below, "Path")->color, 0xFF0000);
+  EXPECT_NE(below.flags & MapUnlikeFile, 0U);
+  EXPECT_EQ(above.flags & MapUnlikeFile, 0U);
+  below.flags &= ~std::uint32_t{MapUnlikeFile};
+  const size_t steps = history.Steps();
+  ASSERT_TRUE(ApplyTrailVisibility(view, dialog, history));
+  EXPECT_EQ(history.Steps(), steps) << "the same style once more is no step";
+}
+
 }  // namespace
 }  // namespace orvane

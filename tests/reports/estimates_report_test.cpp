@@ -303,5 +303,31 @@ TEST(AxisStep, OfWhatIsNoNumberIsOne) {
   EXPECT_DOUBLE_EQ(AxisStep(std::numeric_limits<double>::quiet_NaN(), 5), 1);
 }
 
+TEST_F(EstimatesReport, SharesOfTwoKernelsHaveThreeDecimals) {
+  const auto estimates =
+      Of("T\t\tOru\tUlo\t2003-3-1\nG\t8:00\tN0\tE0\nG\t9:00\tN0.001\tE0\nG\t10:00\tN0\tE0.001\n"
+         "T\t\tTavu\tAna\t2003-3-1\nG\t8:00\tN0\tE0\nG\t9:00\tN0.0012\tE0\nG\t10:00\tN0\tE0.0012\n"
+         "R\tUlos\nK\tOru\nR\tTavus\nK\tTavu\n");
+  ASSERT_EQ(estimates.size(), 2U);
+  ASSERT_TRUE(estimates[0].kernel && estimates[1].kernel);
+  const TableReport table = EstimatesTable(estimates);
+  const std::string affinity = Cell(table, "Affinity with Tavus", 1);
+  EXPECT_EQ(affinity.size(), 5U) << affinity;
+  EXPECT_TRUE(affinity.starts_with("0.")) << affinity;
+  EXPECT_NE(Cell(table, "Density inside the 95 % kernel of Ulos", 2), "none");
+}
+
+TEST_F(EstimatesReport, FiguresThatAreMissingAreNone) {
+  const Range range;
+  RangeEstimate estimate;
+  estimate.range = &range;
+  estimate.kernel.emplace();
+  const std::vector<RangeEstimate> one{estimate};
+  const TableReport table = EstimatesTable(one);
+  EXPECT_EQ(Cell(table, "Polygon of 95 % of the fixes", 1), "none");
+  EXPECT_EQ(Cell(table, "Kernel, 95 % of the density", 1), "none");
+  EXPECT_EQ(Cell(table, "Bandwidth of the kernel", 1), "0.0 m");
+}
+
 }  // namespace
 }  // namespace orvane

@@ -69,5 +69,14 @@ TEST_F(RangeStatsTest, HasLinesOfTravel) {
   EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 16);
 }
 
+TEST(RangeStatsFileName, IsThatOfTheFirstRow) {
+  EXPECT_EQ(RangeStatsFileName({}), "untitled.txt");
+  RangePanelRow row;
+  EXPECT_EQ(RangeStatsFileName({&row}), "untitled.txt");
+  row.text = "North/South";
+  const RangePanelRow other;
+  EXPECT_EQ(RangeStatsFileName({&row, &other}), "North-South.txt");
+}
+
 }  // namespace
 }  // namespace orvane

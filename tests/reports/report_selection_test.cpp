@@ -85,5 +85,14 @@ TEST(ReportSelection, StepsStayWithinTheLines) {
   EXPECT_EQ(SteppedLine(selection, 3, -20, 10), 0);
 }
 
+TEST(ReportSelection, LinesThatAreStillThereStaySelected) {
+  ReportSelection selection;
+  SelectLine(selection, 1, SelectionMode::Only);
+  HoldSelection(selection, 2);
+  EXPECT_EQ(selection.lines, std::set<int>{1});
+  EXPECT_EQ(selection.current, 1);
+  EXPECT_EQ(selection.anchor, 1);
+}
+
 }  // namespace
 }  // namespace orvane

@@ -364,5 +364,59 @@ TEST_F(RangeStatsViewTest, TakesSelectedRowsWithARangeOrAnOverlap) {
   EXPECT_EQ(SelectedRanges(pane).size(), 1U);
 }
 
+TEST(TrailSummaryTitle, NamesTheSelectedGroups) {
+  std::list<TrailPanelRow> rows(4);
+  const char* const texts[] = {"Path", "River", "Road", "Ridge"};
+  size_t i = 0;
+  for (TrailPanelRow& row : rows) {
+    row.text = texts[i++];
+    row.selected = i != 3;
+    if (i < 4) row.children.emplace_back();
+  }
+  EXPECT_EQ(TrailSummaryTitle(rows), "Trail Summary of Path, River") << "Ridge is not a group";
+  rows.back().children.emplace_back();
+  rows.back().text = std::string(1000, 'x');
+  EXPECT_EQ(TrailSummaryTitle(rows), "Trail Summary of Path, River") << "too long";
+}
+
+TEST(SelectedTrails, LeavesOutRowsWithoutATrail) {
+  Trail trail;
+  std::list<TrailPanelRow> rows(2);
+  rows.front().selected = true;  // as the row "New"
+  rows.back().selected = true;
+  rows.back().trail = &trail;
+  EXPECT_EQ(SelectedTrails(rows), std::vector<Trail*>{&trail});
+}
+
+TEST(RangeStatsView, OfAnOverlapHasTheLinesOfBothRanges) {
+  Range a;
+  Range b;
+  a.name = "A";
+  b.name = "B";
+  RangeIntersection overlap;
+  overlap.a.range = &a;
+  overlap.b.range = &b;
+  RangePanelRow row;
+  row.text = "A and B";
+  row.intersection = &overlap;
+  RangeStatsView view;
+  view.lineHeight = 10;
+  view.rows = {&row, &row};
+  RangeStatsCounts counts;
+  LayoutRangeStats(view, counts);
+  ASSERT_GT(counts.overlap, 0);
+  EXPECT_EQ(counts.withChart + counts.withoutChart, 0);
+  EXPECT_EQ(view.parts.size(), 2 * (1 + static_cast<size_t>(counts.overlap)));
+  EXPECT_FALSE(RangeStatsLine(view, row, counts.overlap));
+  // A second title has lines above it, but not on paper.
+  for (const bool printing : {false, true}) {
+    view.printing = printing;
+    RecordingCanvas canvas(300, 200);
+    DrawRangeStatsPart(view, view.parts.at(view.parts.size() / 2), canvas, 50);
+    EXPECT_EQ(canvas.Count("line"), printing ? 0 : 2);
+    EXPECT_EQ(canvas.Having("text").size(), 1U);
+  }
+}
+
 }  // namespace
 }  // namespace orvane

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <set>
 
 namespace orvane {
@@ -363,6 +364,44 @@ TEST_F(SurveyQualityTest, WithMixedAltitudesColorsFollowTheErrorOnTheGround) {
   EXPECT_EQ(ErrorColorOf(quality, row), good) << "metres of the ground";
   row.ground = std::nan("");
   EXPECT_EQ(ErrorColorOf(quality, row), good) << "an error that is not known is none";
+}
+
+TEST_F(SurveyQualityTest, RowsDifferByEachOfTheirFields) {
+  const Point point;
+  const Measurement reading;
+  const Trail trail;
+  const QualityRow plain;
+  EXPECT_TRUE(plain == QualityRow());
+  const std::function<void(QualityRow&)> changes[] = {
+      [](QualityRow& row) { row.kind = QualityKind::Chain; },
+      [&](QualityRow& row) { row.point = &point; },
+      [&](QualityRow& row) { row.reading = &reading; },
+      [&](QualityRow& row) { row.other = &point; },
+      [&](QualityRow& row) { row.trail = &trail; },
+      [](QualityRow& row) { row.north = 1; },
+      [](QualityRow& row) { row.east = 1; },
+      [](QualityRow& row) { row.up = 1; },
+      [](QualityRow& row) { row.meters = 1; },
+      [](QualityRow& row) { row.ground = 1; },
+      [](QualityRow& row) { row.percent = 1; },
+      [](QualityRow& row) { row.degrees = 1; },
+      [](QualityRow& row) {
+        row.fix = LatLon{1, 2};
+      },
+      [](QualityRow& row) { row.checked = false; }};
+  for (const auto& change : changes) {
+    QualityRow row;
+    change(row);
+    EXPECT_FALSE(row == plain);
+  }
+}
+
+TEST_F(SurveyQualityTest, APercentThatIsNotANumberIsTheWorst) {
+  QualityRow row;
+  row.percent = std::nan("");
+  const Color unknown = ErrorColorOf({}, row);
+  row.percent = 99;
+  EXPECT_EQ(ErrorColorOf({}, row), unknown);
 }
 
 }  // namespace
