@@ -7,11 +7,14 @@
 #include "model/workspace.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <initializer_list>
+#include <unordered_set>
 
 namespace orvane {
 namespace {
 
+constexpr std::string_view FormKey = "form=";
 constexpr std::string_view KindKey = "kind=";
 constexpr std::string_view NewKey = "new=";
 constexpr std::string_view MapKey = "map=";
@@ -21,6 +24,13 @@ constexpr std::string_view ModeKey = "mode=";
 constexpr std::string_view FieldKey = "field=";
 constexpr std::string_view RowKey = "row=";
 constexpr std::string_view CellKey = "cell=";
+constexpr std::string_view OriginKey = "origin=";
+constexpr std::string_view PlaceKey = "place=";
+constexpr std::string_view MarkKey = "mark=";
+constexpr std::string_view EndKey = "end=";
+
+/// The number of this form. The first one had no number.
+constexpr int Form = 2;
 
 /// A text without tabs and line ends: those and "%" become "%t", "%n", "%r" and "%%".
 std::string Escaped(std::string_view text) {
@@ -67,6 +77,10 @@ class RowWriter {
   void Optional(const std::optional<std::string>& text) { Put(text ? "+" + Escaped(*text) : "-"); }
   void Number(double value) { Put(FormatShortest(value)); }
   void Whole(int value) { Put(std::to_string(value)); }
+  void Mark(const FileMark& mark) {
+    Put(std::to_string(mark.size));
+    Put(std::to_string(mark.hash));
+  }
   void Flags(std::initializer_list<bool> flags) {
     std::string text;
     for (const bool flag : flags) text += flag ? '1' : '0';
@@ -100,6 +114,16 @@ class RowReader {
     value = static_cast<Real>(ReadReal(Next()).value);
   }
   void Whole(int& value) { value = ReadInt32(Next()); }
+  void Mark(FileMark& mark) {
+    mark.size = Unsigned(Next());
+    mark.hash = Unsigned(Next());
+  }
+  template <typename Enum>
+  void Choice(Enum& choice, Enum last) {
+    int number = 0;
+    Whole(number);
+    choice = static_cast<Enum>(std::clamp(number, 0, static_cast<int>(last)));
+  }
   void Flags(std::initializer_list<bool*> flags) {
     std::string_view field = Next();
     for (bool* flag : flags) {
@@ -109,6 +133,14 @@ class RowReader {
   }
 
  private:
+  static std::uint64_t Unsigned(std::string_view text) {
+    std::uint64_t number = 0;
+    constexpr std::uint64_t Ten = 10;
+    for (const char c : text) {
+      if (IsDigit(c)) number = number * Ten + static_cast<std::uint64_t>(c - '0');
+    }
+    return number;
+  }
   std::string_view Next() {
     const size_t end = std::min(rest_.find('\t'), rest_.size());
     const std::string_view field = rest_.substr(0, end);
@@ -192,31 +224,220 @@ RangeRow RangeRowOf(std::string_view text) {
   return row;
 }
 
+/// Identity and looks of a trail. Size and width are fields of the form.
+std::string OriginLine(const Trail& trail) {
+  RowWriter line;
+  line.Optional(trail.name);
+  line.Text(trail.type);
+  line.Optional(trail.focalAnimal);
+  line.Whole(trail.date);
+  line.Flags({IsContour(trail), IsHidden(trail), trail.filled});
+  line.Whole(static_cast<int>(trail.lineStyle));
+  line.Whole(static_cast<int>(trail.labelMode));
+  line.Whole(static_cast<int>(trail.markStyle));
+  line.Whole(trail.fillPattern);
+  line.Whole(trail.color);
+  line.Optional(trail.note);
+  return line.Line(OriginKey);
+}
+
+void ReadOrigin(std::string_view text, Trail& trail) {
+  RowReader line(text);
+  bool isContour = false;
+  bool isHidden = false;
+  line.Optional(trail.name);
+  line.Text(trail.type);
+  line.Optional(trail.focalAnimal);
+  line.Whole(trail.date);
+  line.Flags({&isContour, &isHidden, &trail.filled});
+  line.Choice(trail.lineStyle, LineStyle::Dashed);
+  line.Choice(trail.labelMode, LabelMode::Auto);
+  line.Choice(trail.markStyle, MarkStyle::Unknown);
+  line.Whole(trail.fillPattern);
+  line.Whole(trail.color);
+  line.Optional(trail.note);
+  if (isContour) trail.flags |= TrailContour;
+  if (isHidden) trail.flags |= TrailHidden;
+}
+
+std::string OriginLine(const RangeOrigin& range) {
+  RowWriter line;
+  line.Optional(range.name);
+  line.Optional(range.note);
+  return line.Line(OriginKey);
+}
+
+void ReadOrigin(std::string_view text, RangeOrigin& range) {
+  RowReader line(text);
+  line.Optional(range.name);
+  line.Optional(range.note);
+}
+
+std::string EqualsText(const EqualRecords& equals) {
+  RowWriter place;
+  place.Whole(static_cast<int>(equals.place));
+  std::string text = place.Line(PlaceKey);
+  for (const FileMark& mark : equals.marks) {
+    RowWriter line;
+    line.Mark(mark);
+    text += line.Line(MarkKey);
+  }
+  return text;
+}
+
+/// The last line of a draft.
+std::string EndLine(std::string_view lines) {
+  RowWriter line;
+  line.Mark(MarkOf(lines));
+  return line.Line(EndKey);
+}
+
 const std::string& FieldOf(const EditorDraft& draft, TrailField field) {
   return draft.fields[static_cast<size_t>(field)];
 }
 
-Trail* TrailOf(Map& map, const EditorDraft& draft) {
-  if (draft.isNew) return nullptr;
-  if (!FieldOf(draft, TrailField::Name).empty()) {
-    return FindTrail(map, FieldOf(draft, TrailField::Name));
-  }
-  // A trail shows its date in the form that is the same everywhere.
-  const DatePrefix date = ParseDate(FieldOf(draft, TrailField::Date), false);
-  return FindTrailByDate(map, FieldOf(draft, TrailField::Type), date.date,
-                         FieldOf(draft, TrailField::Focal));
+// --- Drafts of the first form -------------------------------------------------------------------
+
+/// \return how many points of the trail have the name of a row
+long SharedNames(const Trail& trail, const std::unordered_set<std::string>& names) {
+  return std::count_if(trail.points.begin(), trail.points.end(),
+                       [&](const Point* point) { return names.contains(FoldedText(point->name)); });
 }
+
+/// The trail whose form the draft shows, cut as it is; of several the one with most of the points.
+Trail* TrailOfForm(Map& map, const EditorDraft& draft) {
+  std::unordered_set<std::string> names;
+  for (const TrailRow& row : draft.trailRows) {
+    names.insert(FoldedText(std::string_view(row.name).substr(0, row.name.find('='))));
+  }
+  Trail* best = nullptr;
+  long most = -1;
+  for (Map* level = &map; level != nullptr; level = level->basis) {
+    for (Trail& trail : level->trails) {
+      const TrailForm form(trail);
+      const bool fits = std::all_of(
+          IdentityFields.begin(), IdentityFields.end(),
+          [&](TrailField field) { return SameName(form.Text(field), FieldOf(draft, field)); });
+      const long shared = fits ? SharedNames(trail, names) : -1;
+      if (shared <= most) continue;
+      most = shared;
+      best = &trail;
+    }
+  }
+  return best;
+}
+
+/// The content that the trail or range had is not known.
+constexpr FileMark UnknownMark{};
+
+TrailOrigin OriginOfForm(Map& map, const EditorDraft& draft) {
+  if (const Trail* trail = TrailOfForm(map, draft)) {
+    TrailOrigin origin = OriginOf(map, *trail);
+    origin.equals.Own() = UnknownMark;
+    return origin;
+  }
+  TrailOrigin origin{.trail = {}, .equals = {.marks = {UnknownMark}}};
+  const std::string& name = FieldOf(draft, TrailField::Name);
+  const std::string& focal = FieldOf(draft, TrailField::Focal);
+  if (!name.empty()) origin.trail.name = name;
+  if (!focal.empty()) origin.trail.focalAnimal = focal;
+  origin.trail.type = FieldOf(draft, TrailField::Type);
+  // A trail shows its date in the form that is the same everywhere.
+  origin.trail.date = ParseDate(FieldOf(draft, TrailField::Date), false).date;
+  return origin;
+}
+
+RangeOrigin OriginOfRange(Map& map, const EditorDraft& draft) {
+  if (draft.range) return *draft.range;
+  if (const Range* range = FindRange(map, draft.rangeName)) {
+    RangeOrigin origin = OriginOf(map, *range);
+    origin.equals.Own() = UnknownMark;
+    return origin;
+  }
+  return {.name = draft.rangeName, .note = {}, .equals = {.marks = {UnknownMark}}};
+}
+
+// ------------------------------------------------------------------------------------------------
 
 void TakeMap(const Map& map, EditorDraft& draft) {
   draft.mapFile = map.fileName;
   draft.europeanDates = map.workspace->preferences.europeanDates;
 }
 
+/// Takes the lines of a draft one by one. Single values that can't be read have their defaults.
+class DraftReader {
+ public:
+  void TakeLine(std::string_view line) {
+    if (const auto form = StartsWith(FormKey, line)) {
+      form_ = ReadInt32(*form);
+    } else if (const auto kind = StartsWith(KindKey, line)) {
+      hasKind_ = *kind == "range" || *kind == "trail";
+      draft_.ofTrail = *kind != "range";
+    } else if (const auto isNew = StartsWith(NewKey, line)) {
+      draft_.isNew = *isNew != "0";
+    } else if (const auto mapFile = StartsWith(MapKey, line)) {
+      draft_.mapFile = Unescaped(*mapFile);
+    } else if (const auto dates = StartsWith(DatesKey, line)) {
+      draft_.europeanDates = *dates == "1";
+    } else if (const auto range = StartsWith(RangeKey, line)) {
+      draft_.rangeName = Unescaped(*range);
+    } else if (const auto mode = StartsWith(ModeKey, line)) {
+      const int number = std::clamp(ReadInt32(*mode), 0, static_cast<int>(EntryMode::Mixture));
+      draft_.mode = static_cast<EntryMode>(number);
+    } else if (const auto field = StartsWith(FieldKey, line); field && fields_ < TrailFields) {
+      draft_.fields[fields_++] = Unescaped(*field);
+    } else if (const auto cell = StartsWith(CellKey, line)) {
+      RowReader reader(*cell);
+      draft_.openCell.emplace();
+      reader.Whole(draft_.openCell->row);
+      reader.Whole(draft_.openCell->column);
+      reader.Text(draft_.openCell->text);
+    } else if (const auto row = StartsWith(RowKey, line)) {
+      if (draft_.ofTrail) draft_.trailRows.push_back(TrailRowOf(*row));
+      if (!draft_.ofTrail) draft_.rangeRows.push_back(RangeRowOf(*row));
+    } else {
+      TakeOriginLine(line);
+    }
+  }
+
+  /// \return nothing if what every draft has is missing
+  std::optional<EditorDraft> Result() {
+    const bool isWhole = hasKind_ && !draft_.mapFile.empty() && fields_ == TrailFields;
+    const bool hasOrigin = draft_.isNew || form_ == 0 || draft_.trail || draft_.range;
+    const bool isKnown = form_ == 0 || form_ == Form;
+    if (!isWhole || !hasOrigin || !isKnown) return std::nullopt;
+    const bool hasPlace = equals_.place < equals_.marks.size();
+    if ((draft_.trail || draft_.range) && !hasPlace) return std::nullopt;
+    if (draft_.trail) draft_.trail->equals = std::move(equals_);
+    if (draft_.range) draft_.range->equals = std::move(equals_);
+    return std::move(draft_);
+  }
+
+ private:
+  void TakeOriginLine(std::string_view line) {
+    if (const auto origin = StartsWith(OriginKey, line)) {
+      if (draft_.ofTrail) ReadOrigin(*origin, draft_.trail.emplace().trail);
+      if (!draft_.ofTrail) ReadOrigin(*origin, draft_.range.emplace());
+    } else if (const auto place = StartsWith(PlaceKey, line)) {
+      equals_.place = static_cast<size_t>(std::max(ReadInt32(*place), 0));
+    } else if (const auto mark = StartsWith(MarkKey, line)) {
+      RowReader(*mark).Mark(equals_.marks.emplace_back());
+    }
+  }
+
+  EditorDraft draft_;
+  EqualRecords equals_;
+  int form_ = 0;
+  size_t fields_ = 0;
+  bool hasKind_ = false;
+};
+
 }  // namespace
 
 EditorDraft DraftOf(const TrailEditor& editor) {
   EditorDraft draft;
-  draft.isNew = editor.Edited() == nullptr;
+  draft.isNew = editor.Edited() == nullptr && editor.Deleted() == nullptr;
+  if (!draft.isNew) draft.trail = editor.Origin();
   TakeMap(editor.WindowMap(), draft);
   draft.mode = editor.Mode();
   for (size_t i = 0; i < TrailFields; ++i) {
@@ -230,8 +451,8 @@ EditorDraft DraftOf(const RangeEditor& editor) {
   EditorDraft draft;
   draft.ofTrail = false;
   draft.isNew = editor.Edited() == nullptr;
+  if (!draft.isNew) draft.range = editor.Origin();
   TakeMap(editor.WindowMap(), draft);
-  if (editor.Edited() != nullptr) draft.rangeName = editor.Edited()->name.value_or("");
   draft.fields[0] = editor.Name();
   draft.fields[1] = editor.ColorText();
   draft.rangeRows = editor.Rows();
@@ -245,11 +466,11 @@ std::string DraftText(const EditorDraft& draft) {
     text += Escaped(value);
     text += '\n';
   };
+  put(FormKey, std::to_string(Form));
   put(KindKey, draft.ofTrail ? "trail" : "range");
   put(NewKey, draft.isNew ? "1" : "0");
   put(MapKey, draft.mapFile);
   put(DatesKey, draft.europeanDates ? "1" : "0");
-  put(RangeKey, draft.rangeName);
   put(ModeKey, std::to_string(static_cast<int>(draft.mode)));
   for (const std::string& field : draft.fields) put(FieldKey, field);
   for (const TrailRow& row : draft.trailRows) text += RowLine(row);
@@ -261,44 +482,27 @@ std::string DraftText(const EditorDraft& draft) {
     line.Text(draft.openCell->text);
     text += line.Line(CellKey);
   }
-  return text;
+  if (draft.trail) text += OriginLine(draft.trail->trail) + EqualsText(draft.trail->equals);
+  if (draft.range) text += OriginLine(*draft.range) + EqualsText(draft.range->equals);
+  return text + EndLine(text);
 }
 
 std::optional<EditorDraft> ParseDraft(std::string_view text) {
-  EditorDraft draft;
-  size_t fields = 0;
+  if (StartsWith(FormKey, text)) {
+    const size_t end = text.rfind('\n', text.size() - 2);
+    if (end == std::string_view::npos || EndLine(text.substr(0, end + 1)) != text.substr(end + 1)) {
+      return std::nullopt;
+    }
+  } else if (!StartsWith(KindKey, text) || !text.ends_with('\n')) {
+    return std::nullopt;
+  }
+  DraftReader reader;
   while (!text.empty()) {
     const size_t end = std::min(text.find('\n'), text.size());
-    const std::string_view line = text.substr(0, end);
+    reader.TakeLine(text.substr(0, end));
     text.remove_prefix(std::min(end + 1, text.size()));
-    if (const auto kind = StartsWith(KindKey, line)) {
-      draft.ofTrail = *kind != "range";
-    } else if (const auto isNew = StartsWith(NewKey, line)) {
-      draft.isNew = *isNew != "0";
-    } else if (const auto mapFile = StartsWith(MapKey, line)) {
-      draft.mapFile = Unescaped(*mapFile);
-    } else if (const auto dates = StartsWith(DatesKey, line)) {
-      draft.europeanDates = *dates == "1";
-    } else if (const auto range = StartsWith(RangeKey, line)) {
-      draft.rangeName = Unescaped(*range);
-    } else if (const auto mode = StartsWith(ModeKey, line)) {
-      const int number = std::clamp(ReadInt32(*mode), 0, static_cast<int>(EntryMode::Mixture));
-      draft.mode = static_cast<EntryMode>(number);
-    } else if (const auto field = StartsWith(FieldKey, line); field && fields < TrailFields) {
-      draft.fields[fields++] = Unescaped(*field);
-    } else if (const auto cell = StartsWith(CellKey, line)) {
-      RowReader reader(*cell);
-      draft.openCell.emplace();
-      reader.Whole(draft.openCell->row);
-      reader.Whole(draft.openCell->column);
-      reader.Text(draft.openCell->text);
-    } else if (const auto row = StartsWith(RowKey, line)) {
-      if (draft.ofTrail) draft.trailRows.push_back(TrailRowOf(*row));
-      if (!draft.ofTrail) draft.rangeRows.push_back(RangeRowOf(*row));
-    }
   }
-  if (draft.mapFile.empty()) return std::nullopt;
-  return draft;
+  return reader.Result();
 }
 
 std::string DraftTitle(const EditorDraft& draft) {
@@ -312,9 +516,13 @@ std::string DraftTitle(const EditorDraft& draft) {
 }
 
 std::unique_ptr<TrailEditor> TrailEditorOf(Map& map, const EditorDraft& draft) {
-  auto editor = std::make_unique<TrailEditor>(map, TrailOf(map, draft));
+  std::optional<TrailOrigin> origin = draft.trail;
+  if (!origin && !draft.isNew) origin = OriginOfForm(map, draft);
+  auto editor = std::make_unique<TrailEditor>(map, origin ? FindAgain(map, *origin) : nullptr);
+  if (origin) editor->TakeOrigin(*origin);
   for (size_t i = 0; i < TrailFields; ++i) {
     const auto field = static_cast<TrailField>(i);
+    if (origin && IsIdentity(field)) continue;  // it is that of the trail, not cut
     if (editor->Form().Text(field) != draft.fields[i]) editor->SetField(field, draft.fields[i]);
   }
   editor->SetMode(draft.mode);
@@ -323,11 +531,12 @@ std::unique_ptr<TrailEditor> TrailEditorOf(Map& map, const EditorDraft& draft) {
 }
 
 Range* RangeOf(Map& map, const EditorDraft& draft) {
-  return draft.isNew ? nullptr : FindRange(map, draft.rangeName);
+  return draft.isNew ? nullptr : FindAgain(map, OriginOfRange(map, draft));
 }
 
 std::unique_ptr<RangeEditor> RangeEditorOf(Map& map, const EditorDraft& draft, Color color) {
   auto editor = std::make_unique<RangeEditor>(map, RangeOf(map, draft), color);
+  if (!draft.isNew) editor->TakeOrigin(OriginOfRange(map, draft));
   editor->SetName(draft.fields[0]);
   editor->SetColorText(draft.fields[1]);
   editor->RestoreRows(draft.rangeRows);

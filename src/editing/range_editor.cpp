@@ -125,8 +125,7 @@ RangeEditor::RangeEditor(Map& map, Range* range, Color color)
   if (range_ == nullptr) return;
   SetName(range_->name.value_or(""));
   color_ = ColorFieldText(color);
-  openedName_ = range_->name;
-  openedKeys_ = range_->keys;
+  origin_ = OriginOf(map, *range_);
   for (const SearchKey& key : range_->keys) {
     rows_.push_back({.type = key.type,
                      .focalAnimal = key.focalAnimal,
@@ -196,22 +195,37 @@ void RangeEditor::MoveRow(size_t from, size_t to) {
   changed_ = true;
 }
 
-void RangeEditor::FollowReread() {
-  if (range_ == nullptr || MapOfRange(map_, range_) != nullptr) return;
-  if (Range* now = FindRange(map_, range_->name.value_or(""))) {
-    range_ = now;
-    return;
-  }
-  if (lost_ && range_ == &*lost_) return;
+void RangeEditor::KeepLost(const std::optional<std::string>& name,
+                           const std::optional<std::string>& note) {
   lost_.emplace();
-  lost_->name = range_->name;
-  lost_->note = range_->note;
-  lost_->keys = range_->keys;
+  lost_->name = name;
+  lost_->note = note;
   range_ = &*lost_;
 }
 
+void RangeEditor::TakeOrigin(const RangeOrigin& origin) {
+  origin_ = origin;
+  if (range_ == nullptr) KeepLost(origin.name, origin.note);
+}
+
+void RangeEditor::FollowReread() {
+  if (range_ == nullptr || MapOfRange(map_, range_) != nullptr) return;
+  const bool isLost = lost_ && range_ == &*lost_;
+  RangeOrigin before = *origin_;
+  if (!isLost) {
+    // It may have changed since the editor was opened.
+    before.name = range_->name;
+    before.equals.Own() = ContentMark(*range_);
+  }
+  if (Range* now = FindAgain(map_, before)) {
+    range_ = now;
+  } else if (!isLost) {
+    KeepLost(range_->name, range_->note);
+  }
+}
+
 bool RangeEditor::WasChangedElsewhere() const {
-  return range_ != nullptr && (range_->name != openedName_ || range_->keys != openedKeys_);
+  return range_ != nullptr && ContentMark(*range_) != origin_->equals.Own();
 }
 
 }  // namespace orvane

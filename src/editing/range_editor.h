@@ -3,6 +3,7 @@
 #include "base/field_text.h"
 #include "base/utf8.h"
 #include "editing/cell_model.h"
+#include "editing/editor_origin.h"
 #include "editing/trail_form.h"
 #include "model/map.h"
 #include "model/unused_records.h"
@@ -55,6 +56,12 @@ class RangeEditor final : public CellModel {
   /// Turns the editor of a range that was deleted into that of a new one, which gets the note of the
   /// deleted one.
   void MakeAgain();
+  /// \return what the editor was opened with; nothing for a new range
+  const std::optional<RangeOrigin>& Origin() const { return origin_; }
+  /// Makes this the continuation of an editor of an earlier run, opened with `origin`. If this was
+  /// made without a range, it becomes the editor of one that was deleted.
+  void TakeOrigin(const RangeOrigin& origin);
+
   /// \return the note of the deleted range after `MakeAgain`, or nothing
   const std::optional<std::string>& KeptNote() const { return keptNote_; }
 
@@ -86,20 +93,21 @@ class RangeEditor final : public CellModel {
   bool WasChangedElsewhere() const;
 
   /// Call after maps were read again, as long as what they held before is there: finds the range
-  /// again by its name. One that is not there counts as deleted.
+  /// again as `FindAgain` does. One that is not there counts as deleted.
   void FollowReread();
 
  private:
+  void KeepLost(const std::optional<std::string>& name, const std::optional<std::string>& note);
+
   Map& map_;
   Range* range_;
-  std::optional<Range> lost_;  ///< name, note and keys of a range that no map has; for the above
+  std::optional<Range> lost_;  ///< name and note of a range that no map has; for the above
   std::string name_;
   std::string color_;
   std::vector<RangeRow> rows_;
   bool changed_ = false;
   std::optional<std::string> keptNote_;
-  std::optional<std::string> openedName_;
-  std::forward_list<SearchKey> openedKeys_;
+  std::optional<RangeOrigin> origin_;
   std::shared_ptr<const RecordHolders::Keep> kept_;  ///< keeps the range, also if it is deleted
 };
 

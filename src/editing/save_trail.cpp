@@ -81,9 +81,7 @@ class Questions {
   bool StopAtIdentity(const TrailInput& input) {
     Trail* trail = editor_.Edited();
     if (trail == nullptr) {
-      const bool exists = (!input.name.empty() && FindTrail(map_, input.name) != nullptr) ||
-                          (input.date != 0 &&
-                           FindTrailByDate(map_, input.type, input.date, input.focal) != nullptr);
+      const bool exists = editor_.Deleted() != nullptr ? ExistsAgain() : Exists(input);
       if (exists) NoteError(messages_, "Sorry, this trail already exists");
       return exists;
     }
@@ -94,6 +92,13 @@ class Questions {
     return IsFoundElsewhere(map_, own, trail) &&
            AskUser(messages_, "Rename trail", "Yes", "Cancel", "",
                    "Do you want to rename this trail?") != 1;
+  }
+
+  /// Contours are made again with the elevations, and not saved.
+  bool StopAtMissingContour() {
+    if (HoldsTrail(map_, *editor_.Edited())) return false;
+    NoteError(messages_, "This contour is not on the map now. Make the contours again first");
+    return true;
   }
 
   /// A trail can be deleted while its editor is open.
@@ -129,6 +134,18 @@ class Questions {
   }
 
  private:
+  bool Exists(const TrailInput& input) const {
+    return (!input.name.empty() && FindTrail(map_, input.name) != nullptr) ||
+           (input.date != 0 &&
+            FindTrailByDate(map_, input.type, input.date, input.focal) != nullptr);
+  }
+  /// The deleted trail can have been one of several with the same identity.
+  bool ExistsAgain() const {
+    const Trail& deleted = *editor_.Deleted();
+    return (deleted.name || deleted.date != 0) &&
+           EqualTrails(map_, deleted).size() >= editor_.Origin()->equals.marks.size();
+  }
+
   const TrailEditor& editor_;
   Map& map_;
   Messages& messages_;
@@ -302,6 +319,7 @@ SaveOutcome SaveTrailEditor(TrailEditor& editor, EditHistory& history) {
   Map* holder = edited == nullptr ? nullptr : MapOfTrail(window, *edited);
   const bool wasDeleted = edited != nullptr && holder == nullptr && !IsContour(*edited);
   if (!editor.IsChanged() && !wasDeleted) return SaveOutcome::Closes;
+  if (editor.IsReadOnly()) editor.FollowReread();  // the contours may be there again
   Map& map = holder == nullptr ? window : *holder;
   const TrailForm& form = editor.Form();
   TrailInput input;
@@ -317,6 +335,7 @@ SaveOutcome SaveTrailEditor(TrailEditor& editor, EditHistory& history) {
     return SaveOutcome::Stays;
   }
   Questions questions(editor, map);
+  if (editor.IsReadOnly() && questions.StopAtMissingContour()) return SaveOutcome::Stays;
   if (wasDeleted) {
     if (questions.StopAtDeletedTrail()) return SaveOutcome::Stays;
     editor.MakeAgain();

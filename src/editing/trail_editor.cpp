@@ -6,7 +6,7 @@
 #include "model/point_names.h"
 #include "model/workspace.h"
 
-#include <algorithm>
+#include <utility>
 
 namespace orvane {
 namespace {
@@ -23,44 +23,7 @@ TrailRow CopyForNewPoint(const TrailRow& row) {
   return copy;
 }
 
-/// The readings of two points by their values, with bases of the same names.
-bool HaveSameReadings(const Point& a, const Point& b) {
-  return std::equal(a.measurements.begin(), a.measurements.end(), b.measurements.begin(),
-                    b.measurements.end(), [](const Measurement& one, const Measurement& other) {
-                      if ((one.base == nullptr) != (other.base == nullptr)) return false;
-                      if (one.base != nullptr && one.base->name != other.base->name) return false;
-                      Measurement likeOther = one;
-                      likeOther.base = other.base;
-                      return likeOther == other;
-                    });
-}
-
-/// True if two trails, of a map before and after it was read again, have the same points.
-bool HaveSamePoints(const Trail& a, const Trail& b) {
-  return std::equal(a.points.begin(), a.points.end(), b.points.begin(), b.points.end(),
-                    [](const Point* one, const Point* other) {
-                      return one->name == other->name && HaveSameReadings(*one, *other);
-                    });
-}
-
-Trail* FindSameTrail(Map& map, const Trail& trail) {
-  if (IsContour(trail)) return nullptr;  // contours are made anew
-  if (trail.name) return FindTrail(map, *trail.name);
-  return FindTrailByDate(map, trail.type, trail.date, trail.focalAnimal.value_or(""));
-}
-
 }  // namespace
-
-TrailFingerprint FingerprintOf(const Trail& trail) {
-  TrailFingerprint print{.name = trail.name,
-                         .type = trail.type,
-                         .focalAnimal = trail.focalAnimal,
-                         .date = trail.date,
-                         .points = trail.points,
-                         .readings = {}};
-  for (const Point* point : trail.points) print.readings.push_back(point->measurements);
-  return print;
-}
 
 std::string ShortNameOf(const Trail& trail) {
   const auto cut = [](const std::string& text) { return std::string(CutText(text, TitleBytes)); };
@@ -76,7 +39,8 @@ TrailEditor::TrailEditor(Map& map, Trail* trail)
     form_ = TrailForm(*trail_);
     openedColor_ = trail_->color;
     rows_ = LoadTrailRows(*trail_);
-    opened_ = FingerprintOf(*trail_);
+    openedPoints_ = trail_->points;
+    origin_ = OriginOf(map, *trail_);
   }
   for (const TrailRow& row : rows_) NoteReadingsOf(row);
   EntryMode mode = EntryMode::Relative;
@@ -88,11 +52,8 @@ TrailEditor::TrailEditor(Map& map, Trail* trail)
 void TrailEditor::KeepRecords(UnusedRecords& records) const {
   records.Keep(trail_);
   records.Keep(deleted_);
-  for (const Point* point : deletedPoints_) records.Keep(point);
-  if (!opened_) return;
-  for (const Point* point : opened_->points) records.Keep(point);
-  for (const auto& readings : opened_->readings) {
-    for (const Measurement& reading : readings) records.Keep(reading.base);
+  for (const auto* points : {&deletedPoints_, &openedPoints_}) {
+    for (const Point* point : *points) records.Keep(point);
   }
 }
 
@@ -107,13 +68,9 @@ void TrailEditor::NoteReadingsOf(const TrailRow& row) {
 Messages& TrailEditor::TheMessages() const { return map_.workspace->messages; }
 
 void TrailEditor::MakeAgain() {
-  // A deleted trail has no points. Those of a map that was read again are gone.
-  const bool isLost = lost_ && trail_ == &*lost_;
-  if (opened_ && !isLost && !hasFormerPoints_) deletedPoints_ = opened_->points;
-  hasFormerPoints_ = false;
+  deletedPoints_ = std::exchange(openedPoints_, {});  // a deleted trail has no points
   deleted_ = trail_;
   trail_ = nullptr;
-  opened_.reset();
 }
 
 std::string TrailEditor::Title() const {
@@ -213,27 +170,41 @@ void TrailEditor::KeepLost(const Trail& trail) {
   lost_->points.clear();
 }
 
+void TrailEditor::TakeOrigin(const TrailOrigin& origin) {
+  origin_ = origin;
+  if (trail_ != nullptr) return;
+  lost_ = origin.trail;
+  trail_ = &*lost_;
+  form_ = TrailForm(*trail_);
+  openedColor_ = trail_->color;
+}
+
 void TrailEditor::FollowReread() {
   if (deleted_ != nullptr) {
     KeepLost(*deleted_);
     deleted_ = &*lost_;
     deletedPoints_.clear();
   }
-  if (trail_ == nullptr || MapOfTrail(map_, *trail_) != nullptr) return;
-  Trail* now = FindSameTrail(map_, *trail_);
+  if (trail_ == nullptr || HoldsTrail(map_, *trail_)) return;
+  TrailOrigin before = *origin_;
+  if (!IsLost()) {
+    // It may have changed since the editor was opened.
+    before.trail = *trail_;
+    before.equals.Own() = ContentMark(*trail_);
+  }
+  openedPoints_.clear();
+  Trail* now = FindAgain(map_, before);
   if (now == nullptr) {
     KeepLost(*trail_);
     trail_ = &*lost_;
     return;
   }
-  const bool isAsOpened = !WasChangedElsewhere() && HaveSamePoints(*trail_, *now);
   trail_ = now;
-  if (isAsOpened) opened_ = FingerprintOf(*trail_);
-  hasFormerPoints_ = !isAsOpened;
+  if (!WasChangedElsewhere()) openedPoints_ = trail_->points;
 }
 
 bool TrailEditor::WasChangedElsewhere() const {
-  return trail_ != nullptr && opened_ && FingerprintOf(*trail_) != *opened_;
+  return trail_ != nullptr && ContentMark(*trail_) != origin_->equals.Own();
 }
 
 }  // namespace orvane

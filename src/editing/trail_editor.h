@@ -1,6 +1,7 @@
 #pragma once
 
 #include "editing/cell_model.h"
+#include "editing/editor_origin.h"
 #include "editing/trail_columns.h"
 #include "editing/trail_form.h"
 #include "editing/trail_rows.h"
@@ -16,20 +17,6 @@
 namespace orvane {
 
 class Messages;
-
-/// The identity and the readings of a trail, to detect that another window changed it.
-struct TrailFingerprint {
-  std::optional<std::string> name;
-  std::string type;
-  std::optional<std::string> focalAnimal;
-  PackedDate date = 0;
-  std::vector<Point*> points;
-  std::vector<std::forward_list<Measurement>> readings;  ///< of each point
-
-  friend bool operator==(const TrailFingerprint&, const TrailFingerprint&) = default;
-};
-
-TrailFingerprint FingerprintOf(const Trail& trail);
 
 /// A trail as titles and the names of edits have it: its name, or its date and focal animal.
 std::string ShortNameOf(const Trail& trail);
@@ -54,8 +41,16 @@ class TrailEditor final : public CellModel {
   void MakeAgain();
   /// \return the deleted trail after `MakeAgain`, or null
   const Trail* Deleted() const { return deleted_; }
-  /// \return the points that the deleted trail had when the editor was opened
+  /// \return the points that the deleted trail had when the editor was opened; none if its map was
+  ///         read again since
   const std::vector<Point*>& DeletedPoints() const { return deletedPoints_; }
+
+  /// \return what the editor was opened with; nothing for a new trail
+  const std::optional<TrailOrigin>& Origin() const { return origin_; }
+  /// Makes this the continuation of an editor of an earlier run, opened with `origin`. Call it before
+  /// anything is typed. If this was made without a trail, it becomes the editor of one that was
+  /// deleted.
+  void TakeOrigin(const TrailOrigin& origin);
 
   /// The title of the window.
   std::string Title() const;
@@ -96,15 +91,17 @@ class TrailEditor final : public CellModel {
   /// True for a contour.
   bool IsReadOnly() const override;
 
-  /// \return true if the trail is no longer what it was when the editor was opened
+  /// \return true if the trail's identity, points or readings are no longer those that it had when
+  ///         the editor was opened
   bool WasChangedElsewhere() const;
 
   /// Call after maps were read again, as long as what they held before is there: finds the trail
-  /// again by its identity. One that is not there counts as deleted.
+  /// again as `FindAgain` does. One that is not there counts as deleted.
   void FollowReread();
 
  private:
   Messages& TheMessages() const;
+  bool IsLost() const { return lost_ && trail_ == &*lost_; }
   void KeepLost(const Trail& trail);
   void KeepRecords(UnusedRecords& records) const;
   TrailRow CopyOfLast() const;
@@ -124,9 +121,8 @@ class TrailEditor final : public CellModel {
   bool changed_ = false;
   bool hasGps_ = false;      ///< a fix exists: the relative columns would hide it
   bool hasCompass_ = false;  ///< a compass reading exists, likewise for the GPS columns
-  std::optional<TrailFingerprint> opened_;
-  /// The points of `opened_` were in the map before it was read again, and may be gone.
-  bool hasFormerPoints_ = false;
+  std::optional<TrailOrigin> origin_;
+  std::vector<Point*> openedPoints_;  ///< when the editor was opened, unless they may be gone since
   /// Keeps the trail and the points that it had, also if both are deleted.
   std::shared_ptr<const RecordHolders::Keep> kept_;
 };

@@ -4,15 +4,13 @@
 #include "base/number_text.h"
 #include "base/utf8.h"
 
+#include <algorithm>
+
 namespace orvane {
-namespace {
 
 bool IsIdentity(TrailField field) {
-  return field == TrailField::Type || field == TrailField::Date || field == TrailField::Focal ||
-         field == TrailField::Name;
+  return std::find(IdentityFields.begin(), IdentityFields.end(), field) != IdentityFields.end();
 }
-
-}  // namespace
 
 std::string ColorFieldText(Color color) {
   if (color == NoColor) return {};
@@ -33,8 +31,7 @@ TrailForm::TrailForm(const Trail& trail) : isNew_(false) {
   At(TrailField::Name).text = trail.name.value_or("");
   At(TrailField::Focal).text = trail.focalAnimal.value_or("");
   At(TrailField::Date).text = FormatDate(trail.date);
-  for (const TrailField field :
-       {TrailField::Type, TrailField::Name, TrailField::Focal, TrailField::Date}) {
+  for (const TrailField field : IdentityFields) {
     At(field).text = std::string(CutText(At(field).text, MostFieldBytes));
     Enable(field, false);
   }

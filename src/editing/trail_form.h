@@ -11,6 +11,10 @@ namespace orvane {
 /// The fields above the table of the trail editor.
 enum class TrailField { Type, Date, Focal, Name, LineColor, Size, Width };
 constexpr size_t TrailFields = 7;
+/// The fields of the identity.
+inline constexpr std::array IdentityFields = {TrailField::Type, TrailField::Name, TrailField::Focal,
+                                              TrailField::Date};
+bool IsIdentity(TrailField field);
 
 /// Bytes that the fields of a name, type, date, focal animal or range take; the rest is dropped.
 constexpr size_t MostFieldBytes = 29;
