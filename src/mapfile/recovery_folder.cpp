@@ -22,6 +22,7 @@ constexpr std::string_view CopyEnding = ".map";
 constexpr std::string_view RecordEnding = ".record";
 constexpr std::string_view DraftPrefix = "editor-";
 constexpr std::string_view DraftEnding = ".draft";
+constexpr std::string_view DamagedEnding = ".damaged";
 constexpr std::string_view TemporaryEnding = ".tmp";
 
 /// Only the user can read the copies: a map can be private, wherever its own file is.
@@ -191,5 +192,10 @@ WriteResult RecoveryFolder::WriteDraft(const std::string& path, std::string_view
 }
 
 void RecoveryFolder::RemoveDraft(const std::string& path) { ::unlink(path.c_str()); }
+
+std::string RecoveryFolder::SetDraftAside(const std::string& path) {
+  std::string aside = path + std::string(DamagedEnding);
+  return system_.rename(path, aside) == 0 ? aside : path;
+}
 
 }  // namespace orvane

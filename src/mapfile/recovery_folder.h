@@ -55,6 +55,9 @@ class RecoveryFolder {
   std::string NewDraft();
   WriteResult WriteDraft(const std::string& path, std::string_view text);
   void RemoveDraft(const std::string& path);
+  /// Gives a draft that can't be read a name under which it is kept and not taken over again.
+  /// \return the new path; the old one if it can't be renamed
+  std::string SetDraftAside(const std::string& path);
 
  private:
   /// The folder of one program.

@@ -35,6 +35,7 @@
 #include <filesystem>
 #include <functional>
 #include <gtest/gtest.h>
+#include <iterator>
 #include <memory>
 #include <utility>
 
@@ -667,23 +668,38 @@ class EditorDraftsShell : public RecoveryShell {
   static void ClickButton(EditorWindow& editor, const char* name) {
     QTest::mouseClick(editor.findChild<QPushButton*>(QLatin1String(name)), Qt::LeftButton);
   }
-  /// Types an editor of the trail "Ridge", up to the middle of a cell, and ends as a power cut does.
-  void LeaveEditor() {
+  /// Opens the editor of the trail at a place of the list, lets it be typed in, and ends as a power cut
+  /// does.
+  void LeaveEditorOf(int trail, const std::function<void(ProgramRun&, EditorWindow&)>& type) {
     std::string draft;
     {
       ProgramRun run(folder_, now_);
       MapWindowWidget& window = run.Open(path_);
-      EditorWindow& editor = EditorsOf(run).OpenTrail(window, &window.TheMap().trails.front());
-      Type(editor, 2, ColumnName, "Peak");
-      QTest::keyClick(&editor.Cells().EditField(), Qt::Key_Tab);
-      Type(editor, 2, ColumnLat, "N1 0.9");
-      run.recovery->Drafts().WriteAll();
+      Trail& edited = *std::next(window.TheMap().trails.begin(), trail);
+      EditorWindow& editor = EditorsOf(run).OpenTrail(window, &edited);
+      type(run, editor);
       draft = Drafts().at(0);
       ClickButton(editor, "cancel");
     }
     EXPECT_TRUE(Drafts().empty());
     RecoveryFolder left(folder_.Path("own/recovery"));
     left.WriteDraft(left.NewDraft(), draft);
+  }
+  /// Starts the program, which opens the only editor.
+  TrailEditorWindow& Restored(ProgramRun& run) {
+    run.program.Start({});
+    const auto& windows = run.shell.Windows().All();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return windows.front()->Dependents().size() == 1; }));
+    return static_cast<TrailEditorWindow&>(*windows.front()->Dependents().front());
+  }
+  /// Types an editor of the trail "Ridge", up to the middle of a cell, and ends as a power cut does.
+  void LeaveEditor() {
+    LeaveEditorOf(0, [](ProgramRun& run, EditorWindow& editor) {
+      Type(editor, 2, ColumnName, "Peak");
+      QTest::keyClick(&editor.Cells().EditField(), Qt::Key_Tab);
+      Type(editor, 2, ColumnLat, "N1 0.9");
+      run.recovery->Drafts().WriteAll();
+    });
   }
 };
 
@@ -739,6 +755,115 @@ TEST_F(EditorDraftsShell, LaterKeepsADraftAndDiscardRemovesIt) {
   presser_.buttons = {QStringLiteral("Discard Trail Ridge, in site.map|OK")};
   run.program.Start({path_});
   EXPECT_TRUE(Drafts().empty());
+}
+
+// The draft went to the first follow of that animal on that date. OK then overwrote it, and the saved
+// file had the stops of the afternoon twice.
+TEST_F(EditorDraftsShell, TheEditorOfOneOfTwoFollowsComesBackToThatOne) {
+  path_ =
+      folder_.Write("two.map",
+                    "T\t\tPapio\tAna\t2020-3-1\nG\t8:00\tN1\tE10\nG\t8:30\tN1 0.1'\tE10\n"
+                    "T\t\tPapio\tAna\t2020-3-1\nG\t14:00\tN1 0.2'\tE10\nG\t14:30\tN1 0.3'\tE10\n");
+  LeaveEditorOf(1, [](ProgramRun& run, EditorWindow& editor) {
+    Type(editor, 1, ColumnLat, "N1 0.4");
+    QTest::keyClick(&editor.Cells().EditField(), Qt::Key_Tab);
+    run.recovery->Drafts().WriteAll();
+  });
+  ProgramRun run(folder_, now_);
+  presser_.buttons = {QStringLiteral("Recover Trail 2020-3-1 Ana, in two.map|OK"),
+                      QStringLiteral("Yes")};
+  TrailEditorWindow& editor = Restored(run);
+  Map& map = editor.MapSide()->TheMap();
+  EXPECT_EQ(editor.Editor().Edited(), &*std::next(map.trails.begin()));
+  ClickButton(editor, "ok");
+  EXPECT_EQ(presser_.titles.back(), QStringLiteral("Rename trail"));
+  std::vector<std::string> stops;
+  for (const Trail& trail : map.trails) {
+    for (const Point* point : trail.points) stops.push_back(point->name);
+  }
+  EXPECT_EQ(stops, (std::vector<std::string>{"8:00", "8:30", "14:00", "14:30"}));
+  EXPECT_NEAR(map.trails.begin()->points[1]->geo.lat, 1 + 0.1 / 60, 1e-9);
+  EXPECT_NEAR(std::next(map.trails.begin())->points[1]->geo.lat, 1 + 0.4 / 60, 1e-9);
+}
+
+TEST_F(EditorDraftsShell, OkAsksIfTheFileHasChangedSinceTheCrash) {
+  LeaveEditor();
+  std::string text = SiteText;
+  text.replace(text.find("0.6'"), 4, "0.7'");
+  folder_.Write("site.map", text);
+  ProgramRun run(folder_, now_);
+  presser_.buttons = {QStringLiteral("Recover Trail Ridge, in site.map|OK"),
+                      QStringLiteral("Cancel")};
+  TrailEditorWindow& editor = Restored(run);
+  ClickButton(editor, "ok");
+  EXPECT_EQ(presser_.titles.back(), QStringLiteral("Trail changed"));
+  EXPECT_EQ(editor.MapSide()->TheMap().trails.front().points.size(), 2U);
+  EXPECT_EQ(Drafts().size(), 1U);
+  ClickButton(editor, "cancel");
+}
+
+TEST_F(EditorDraftsShell, ADraftFollowsItsMapToAnotherName) {
+  LeaveEditorOf(0, [this](ProgramRun& run, EditorWindow& editor) {
+    Type(editor, 2, ColumnName, "Peak");
+    run.recovery->Drafts().WriteAll();
+    run.dialogs->paths = {folder_.Path("other.map")};
+    MapWindowWidget& window = *editor.MapSide();
+    run.shell.Commands().Run(CommandSaveAs, window);
+    EXPECT_EQ(window.TheMap().fileName, folder_.Path("other.map"));
+    EXPECT_TRUE(Holds(Drafts().at(0), "map=" + folder_.Path("other.map"))) << "without a new key";
+  });
+  ProgramRun run(folder_, now_);
+  presser_.buttons = {QStringLiteral("Recover Trail Ridge, in other.map|OK")};
+  TrailEditorWindow& editor = Restored(run);
+  EXPECT_EQ(editor.MapSide()->TheMap().fileName, folder_.Path("other.map"));
+  EXPECT_EQ(editor.Editor().Edited(), &editor.MapSide()->TheMap().trails.front());
+  EXPECT_EQ(editor.Cells().EditField().text(), QStringLiteral("Peak"));
+  ClickButton(editor, "cancel");
+}
+
+TEST_F(EditorDraftsShell, ADraftOfAnUntitledMapFollowsItToItsFile) {
+  ProgramRun run(folder_, now_);
+  MapWindowWidget& window = run.shell.NewMap();
+  EditorWindow& editor = EditorsOf(run).OpenTrail(window, nullptr);
+  Type(editor, 0, ColumnName, "Peak");
+  run.recovery->Drafts().WriteAll();
+  EXPECT_TRUE(Holds(Drafts().at(0), "map=Untitled"));
+  run.dialogs->paths = {folder_.Path("named.map")};
+  run.shell.Commands().Run(CommandSaveAs, window);
+  EXPECT_TRUE(Holds(Drafts().at(0), "map=" + folder_.Path("named.map")));
+  ClickButton(editor, "cancel");
+}
+
+// It was passed over without a word, at each start.
+TEST_F(EditorDraftsShell, ADamagedDraftIsKeptWithAMessage) {
+  const auto damaged = [this] {
+    std::vector<std::string> texts;
+    for (const auto& entry : fs::recursive_directory_iterator(folder_.Path("own/recovery"))) {
+      if (entry.path().extension() == ".damaged") {
+        texts.push_back(ReadWholeFile(entry.path().string()).value_or(""));
+      }
+    }
+    return texts;
+  };
+  LeaveEditor();
+  std::string text = Drafts().at(0);
+  text.replace(text.find("Peak"), 4, "Pool");
+  for (const auto& entry : fs::recursive_directory_iterator(folder_.Path("own/recovery"))) {
+    if (entry.path().extension() == ".draft") WriteFileAtomically(entry.path().string(), text);
+  }
+  {
+    ProgramRun run(folder_, now_);
+    presser_.buttons = {QStringLiteral("OK")};
+    run.program.Start({path_});
+    ASSERT_EQ(presser_.texts.size(), 1);
+    EXPECT_TRUE(presser_.texts[0].contains(QStringLiteral("its copy is damaged")));
+    EXPECT_TRUE(Drafts().empty());
+    EXPECT_EQ(damaged(), std::vector<std::string>{text});
+  }
+  ProgramRun run(folder_, now_);
+  run.program.Start({path_});
+  EXPECT_EQ(presser_.texts.size(), 1) << "said once";
+  EXPECT_EQ(damaged(), std::vector<std::string>{text});
 }
 
 }  // namespace

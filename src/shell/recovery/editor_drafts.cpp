@@ -1,8 +1,10 @@
 #include "shell/recovery/editor_drafts.h"
 
+#include "base/messages.h"
 #include "model/workspace.h"
 #include "shell/editors/editor_commands.h"
 #include "shell/map_window_widget.h"
+#include "shell/messages/box_messages.h"
 #include "shell/shell.h"
 
 #include <algorithm>
@@ -42,13 +44,20 @@ EditorDrafts::EditorDrafts(Shell& shell, RecoveryFolder& folder, QObject* parent
   timer_.setInterval(Delay);
   connect(&timer_, &QTimer::timeout, this, &EditorDrafts::WriteAll);
   connect(shell.findChild<Editors*>(), &Editors::draftEdited, this, &EditorDrafts::NoteEdited);
+  connect(&shell.Maps(), &OpenMaps::mapSaved, this, &EditorDrafts::WriteAll);
 }
 
 std::vector<RecoveryOffer> EditorDrafts::TakeAbandoned() {
   std::vector<RecoveryOffer> offers;
   for (const RecoveryFolder::Draft& file : folder_.TakeDrafts()) {
     auto draft = ParseDraft(file.text);
-    if (!draft) continue;
+    if (!draft) {
+      NoteError(shell_.Boxes(),
+                "What was typed in an editor can't be recovered: its copy is damaged. The copy is "
+                "kept as %s",
+                {folder_.SetDraftAside(file.path)});
+      continue;
+    }
     RecoveryOffer offer;
     offer.copy.record.fileName = draft->mapFile;
     offer.copy.written = file.written;
@@ -79,7 +88,8 @@ void EditorDrafts::OpenWaiting() {
     MapWindowWidget& window = found == windows.end() ? shell_.Windows().Open(*each.map) : **found;
     EditorWindow& editor = shell_.findChild<Editors*>()->Restore(window, each.editor.draft);
     Watch(editor);
-    kept_[&editor] = {.path = each.editor.path, .isNew = false};
+    kept_[&editor] = {
+        .path = each.editor.path, .isNew = false, .mapFile = each.editor.draft.mapFile};
   }
 }
 
@@ -109,14 +119,16 @@ void EditorDrafts::Forget(EditorWindow* editor) {
 void EditorDrafts::WriteAll() {
   bool failed = false;
   for (auto& [editor, kept] : kept_) {
-    if (!kept.isNew) continue;
+    // The next start can be in another directory.
+    const std::string mapFile = RecordOf(editor->MapSide()->TheMap()).fileName;
+    if (!kept.isNew && mapFile == kept.mapFile) continue;
     if (kept.path.empty()) kept.path = folder_.NewDraft();
     EditorDraft draft = editor->Draft();
-    // The next start can be in another directory.
-    draft.mapFile = RecordOf(editor->MapSide()->TheMap()).fileName;
+    draft.mapFile = mapFile;
     const bool written =
         !kept.path.empty() && folder_.WriteDraft(kept.path, DraftText(draft)) == WriteResult::Done;
     kept.isNew = !written;
+    kept.mapFile = mapFile;
     failed = failed || !written;
   }
   if (failed) timer_.start();

@@ -18,8 +18,8 @@ class Shell;
 struct Map;
 
 /// Keeps what is typed in open editors in the recovery folder, each editor in a file of its own, and
-/// opens the editors of earlier runs again. A file is written soon after a change and removed when
-/// its editor is closed.
+/// opens the editors of earlier runs again. A file is written soon after a change, and when the map
+/// is saved under another name, and removed when its editor is closed.
 class EditorDrafts final : public QObject {
   Q_OBJECT
 
@@ -30,7 +30,8 @@ class EditorDrafts final : public QObject {
   /// \param folder  must outlive this
   EditorDrafts(Shell& shell, RecoveryFolder& folder, QObject* parent);
 
-  /// Takes the drafts of earlier runs; call it after `RecoveryFolder::TakeAbandoned`.
+  /// Takes the drafts of earlier runs; call it after `RecoveryFolder::TakeAbandoned`. A damaged one is
+  /// set aside, with a message.
   /// \return an offer for each
   std::vector<RecoveryOffer> TakeAbandoned();
   /// Opens the editor of an offer once the program has started.
@@ -44,8 +45,9 @@ class EditorDrafts final : public QObject {
 
  private:
   struct Kept {
-    std::string path;   ///< empty before it is first written
-    bool isNew = true;  ///< changed since it was written
+    std::string path;       ///< empty before it is first written
+    bool isNew = true;      ///< changed since it was written
+    std::string mapFile{};  ///< of the map, as last written
   };
   struct Abandoned {
     EditorDraft draft;
