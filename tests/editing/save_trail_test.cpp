@@ -6,6 +6,7 @@
 #include "support/map_from_text.h"
 
 #include <gtest/gtest.h>
+#include <iterator>
 
 namespace orvane {
 namespace {
@@ -32,6 +33,12 @@ struct SaveTrailTest : MapFixture {
   EditHistory history{workspace};
 
   Trail& TrailNamed(std::string_view name) { return *FindTrail(map, name); }
+  /// Answers all questions from now on by that button, and forgets those before.
+  void AnswerWith(int button) { messages = RecordedMessages(button); }
+  static void SetAltitude(TrailEditor& editor, size_t row, const char* text) {
+    editor.SetMode(EntryMode::Mixture);
+    EXPECT_TRUE(editor.SetCell(row, ColumnAltitude, text));
+  }
   std::string Saved() { return MapFileText(map, "site.map", true); }
   Texts Notes() const {
     Texts notes;
@@ -427,6 +434,160 @@ TEST_F(SaveTrailTest, AsksBeforeAChangeOfAnotherWindowIsReplaced) {
   SaveTrailEditor(mine, history);
   ASSERT_EQ(messages.Questions().size(), 1U);
   EXPECT_EQ(messages.Questions()[0].title, "Trail changed");
+}
+
+TEST_F(SaveTrailTest, AChangeOfLooksElsewhereIsNotAskedAbout) {
+  Trail& kana = TrailNamed("Kana");
+  TrailEditor mine(map, &kana);
+  TrailEditor other(map, &kana);
+  other.SetField(TrailField::LineColor, "red");
+  other.SetField(TrailField::Width, "7");
+  other.SetField(TrailField::Size, "3");
+  ASSERT_EQ(SaveTrailEditor(other, history), SaveOutcome::Closes);
+  kana.lineStyle = LineStyle::Dotted;
+  kana.note = "steep";
+  Named(map, "Kana0").note = "\tdry now";
+  mine.SetCell(2, ColumnDistance, "78");
+  ASSERT_EQ(SaveTrailEditor(mine, history), SaveOutcome::Closes);
+  EXPECT_TRUE(messages.Questions().empty());
+}
+
+// --- Identity -----------------------------------------------------------------------------------
+
+TEST_F(SaveTrailTest, AsksBeforeATrailIsSavedWhoseIdentityLeadsToAnother) {
+  Map& site = Open(
+      "T\t\tPapio\tAna\t2020-3-1\nG\t8:00\tS20 0\tE47 0\n"
+      "T\t\tPapio\tAna\t2020-3-1\nG\t14:00\tS20 1\tE47 0\n",
+      "two.map");
+  Trail& first = site.trails.front();
+  Trail& second = *std::next(site.trails.begin());
+  const std::string before = MapFileText(site, "two.map", true);
+  TrailEditor editor(site, &second);
+  SetAltitude(editor, 0, "90");
+  AnswerWith(2);
+  EXPECT_EQ(SaveTrailEditor(editor, history), SaveOutcome::Stays);
+  ASSERT_EQ(messages.Questions().size(), 1U);
+  EXPECT_EQ(messages.Questions()[0].title, "Rename trail");
+  EXPECT_EQ(messages.Questions()[0].buttons, (Texts{"Yes", "Cancel", ""}));
+  EXPECT_EQ(messages.Questions()[0].text, "Do you want to rename this trail?");
+  EXPECT_EQ(MapFileText(site, "two.map", true), before);
+  AnswerWith(1);
+  EXPECT_EQ(SaveTrailEditor(editor, history), SaveOutcome::Closes);
+  EXPECT_EQ(messages.Questions().size(), 1U);
+  EXPECT_EQ(second.points[0]->measurements.front().altitude, 90);
+  EXPECT_EQ(second.type, "Papio");
+  EXPECT_EQ(second.date, PackDate(2020, 3, 1));
+  EXPECT_EQ(second.focalAnimal, "Ana");
+  EXPECT_EQ(NamesOf(first), Texts{"8:00"});
+  TrailEditor ofFirst(site, &first);
+  SetAltitude(ofFirst, 0, "91");
+  AnswerWith(2);
+  EXPECT_EQ(SaveTrailEditor(ofFirst, history), SaveOutcome::Closes) << "the lookup finds it";
+  EXPECT_TRUE(messages.Questions().empty());
+}
+
+// The form shows it cut, and no trail has the cut name.
+TEST_F(SaveTrailTest, ALongIdentityIsLookedUpWhole) {
+  const std::string name = "The ridge above the old camp by the river";
+  const std::string cut = name.substr(0, MostFieldBytes);
+  Map& site = Open("T\t" + cut + "\tTrail\nG\tA\tS20 0\tE47 0\nT\t" + name +
+                       "\tTrail\nG\tB\tS20 1\tE47 0\nT\t\tPapio\t" + name +
+                       "\t2020-3-1\nG\t8:00\tS20 0\tE47 0\n",
+                   "long.map");
+  for (Trail& trail : site.trails) {
+    TrailEditor editor(site, &trail);
+    EXPECT_LE(editor.Form().Text(TrailField::Name).size(), MostFieldBytes);
+    EXPECT_LE(editor.Form().Text(TrailField::Focal).size(), MostFieldBytes);
+    SetAltitude(editor, 0, "90");
+    ASSERT_EQ(SaveTrailEditor(editor, history), SaveOutcome::Closes);
+    EXPECT_EQ(trail.points[0]->measurements.front().altitude, 90);
+  }
+  EXPECT_TRUE(messages.Questions().empty());
+  EXPECT_EQ(TrailNamesOf(site), (Texts{cut, name, "<none>"}));
+  EXPECT_EQ(std::next(site.trails.begin(), 2)->focalAnimal, name);
+}
+
+// --- Single rules -------------------------------------------------------------------------------
+
+TEST_F(SaveTrailTest, ASizeBelowOneIsOne) {
+  Trail& kana = TrailNamed("Kana");
+  for (const char* size : {"0", "-3", ""}) {
+    kana.groupSize = 5;
+    TrailEditor editor(map, &kana);
+    editor.SetField(TrailField::Size, size);
+    ASSERT_EQ(SaveTrailEditor(editor, history), SaveOutcome::Closes) << size;
+    EXPECT_EQ(kana.groupSize, 1) << size;
+  }
+  TrailEditor editor(map, &kana);
+  editor.SetField(TrailField::Size, "2");
+  ASSERT_EQ(SaveTrailEditor(editor, history), SaveOutcome::Closes);
+  EXPECT_EQ(kana.groupSize, 2);
+}
+
+TEST_F(SaveTrailTest, ARowInsertedAtTheHeadIsACopyOfTheFirst) {
+  TrailEditor editor(map, &TrailNamed("Kana"));
+  SetAltitude(editor, 0, "120");
+  editor.SetCell(0, ColumnWeight, "4");
+  editor.SetCell(0, ColumnFirstSm, "7");
+  const TrailRow old = editor.Rows()[0];
+  ASSERT_TRUE(old.comment);
+  ASSERT_TRUE(editor.InsertRow(0));
+  const TrailRow& row = editor.Rows()[0];
+  EXPECT_EQ(row.name, "");
+  EXPECT_FALSE(row.comment);
+  EXPECT_EQ(row.altitude, 120);
+  EXPECT_EQ(row.weight, 4);
+  EXPECT_EQ(row.scale, 2000);
+  EXPECT_EQ(row.sm[0], 7);
+  EXPECT_EQ(row.basePoint, "Ridge0");
+  EXPECT_EQ(row.distance, 600);
+  EXPECT_EQ(row.bearing, 250);
+  EXPECT_EQ(editor.Rows()[1].name, "Kana0");
+  EXPECT_EQ(editor.Rows()[1].comment, old.comment);
+  EXPECT_FALSE(editor.InsertRow(1)) << "only before the first";
+}
+
+TEST_F(SaveTrailTest, ARowInsertedIntoAnEmptyTableHasNoAltitude) {
+  TrailEditor editor(map, nullptr);
+  ASSERT_TRUE(editor.InsertRow(0));
+  ASSERT_EQ(editor.RowCount(), 1U);
+  EXPECT_EQ(editor.Rows()[0].altitude, NoRowAltitude);
+}
+
+TEST_F(SaveTrailTest, OnlyRowsThatAreThereCountAsChanged) {
+  TrailEditor editor(map, &TrailNamed("Kana"));
+  editor.DeleteRow(editor.RowCount());
+  editor.DeleteRow(99);
+  EXPECT_FALSE(editor.InsertRow(1));
+  EXPECT_FALSE(editor.IsChanged());
+  editor.InsertRow(0);
+  EXPECT_TRUE(editor.IsChanged());
+  TrailEditor other(map, &TrailNamed("Kana"));
+  other.DeleteRow(other.RowCount() - 1);
+  EXPECT_TRUE(other.IsChanged());
+}
+
+TEST_F(SaveTrailTest, APointOfAnotherMapOnlyLeavesTheTrail) {
+  Map& above = MakeMap(workspace, "above.map");
+  above.basis = &map;
+  ReadMapText(above, "T\tSpur\tTrail\nG\tSpur0\tS21 15.2\tE47 25.2\nP\tKana100\n");
+  FinishMap(above);
+  Trail& spur = *FindTrail(above, "Spur");
+  Point& foreign = Named(map, "Kana100");
+  ASSERT_EQ(NamesOf(spur), (Texts{"Spur0", "Kana100"}));
+  const auto measurements = foreign.measurements;
+  foreign.note = "\ta fig";
+  foreign.sm[0] = 4;
+  TrailEditor editor(above, &spur);
+  while (editor.RowCount() > 1) editor.DeleteRow(1);
+  ASSERT_EQ(SaveTrailEditor(editor, history), SaveOutcome::Closes);
+  EXPECT_EQ(NamesOf(spur), Texts{"Spur0"});
+  EXPECT_EQ(FindPointByName(map, nullptr, "Kana100"), &foreign);
+  EXPECT_EQ(foreign.measurements, measurements);
+  EXPECT_EQ(foreign.note, "\ta fig");
+  EXPECT_EQ(foreign.sm[0], 4);
+  EXPECT_EQ(foreign.trail, &TrailNamed("Kana"));
+  EXPECT_EQ(NamesOf(TrailNamed("Kana")).back(), "Kana100");
 }
 
 TEST_F(SaveTrailTest, AnEmptiedMeasureIsZero) {

@@ -181,6 +181,29 @@ TEST_F(RangeRowsTest, GiveAnOverlapTheMeanColor) {
   EXPECT_EQ(AddRow(record).color, 0x7F0087);
 }
 
+// A row without a colour counts as white, each of whose channels is 255.
+TEST_F(RangeRowsTest, TakeHalfOfWhiteFromARowWithoutAColor) {
+  Trail& follow = AddTrail("a", {});
+  Range& range = AddRange("Ana");
+  range.follows = {&follow};
+  follow.color = NoColor;
+  BuildTrailRows(view);
+  FindTrailRow(view, follow)->color = NoColor;
+  BuildRangeRows(view);
+  EXPECT_EQ(RowOf(range).color, 0x7F7F7F);
+}
+
+TEST_F(RangeRowsTest, GiveAnOverlapTheMeanWithWhiteForARangeWithoutAColor) {
+  Range& a = AddRange("A");
+  Range& b = AddRange("B");
+  Build();
+  RowOf(a).color = NoColor;
+  RowOf(b).color = 0x010203;
+  EXPECT_EQ(AddRow(AddOverlap(a, b, "overlap")).color, 0x808081);
+  RowOf(b).color = NoColor;
+  EXPECT_EQ(AddRow(AddOverlap(a, b, "both")).color, 0xFFFFFF);
+}
+
 TEST_F(RangeRowsTest, ShadeAnOverlapUnlikeItsRanges) {
   Range& a = AddRange("A");
   Range& b = AddRange("B");
