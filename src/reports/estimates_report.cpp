@@ -386,13 +386,13 @@ void DrawDensity(const DensityPicture& picture, const PixelRect& place, Canvas& 
   const int line = canvas.LineHeight(CanvasFont::Small);
   const int ascent = canvas.Ascent(CanvasFont::Small);
   canvas.SetFont(CanvasFont::Bold);
-  canvas.DrawText({place.left + line / 2, place.top + ascent},
-                  "Kernel, 50 and 95 % of the density");
+  canvas.DrawText({place.left + line / 2, place.top + ascent}, "Kernel");
   canvas.SetFont(CanvasFont::Small);
   if (picture.fixes.empty()) {
     canvas.DrawText({place.left + line / 2, place.top + 2 * line + ascent}, "There is no kernel.");
     return;
   }
+  canvas.DrawText({place.left + line / 2, place.top + line + ascent}, "50 and 95 % of the density");
   const PixelRect plot{place.left + line / 2, place.top + 2 * line, place.right - line,
                        place.bottom - 2 * line - line / 2};
   const PlaneView view = ViewOf(picture, plot);

@@ -134,7 +134,9 @@ void DrawLegend(const LineChart& chart, const Plot& plot, Canvas& canvas) {
     canvas.DrawText({left + line + line / 2, baseline}, name);
     baseline += line;
   };
-  for (const ChartLine& each : chart.lines) add(each.name, each.color);
+  for (const ChartLine& each : chart.lines) {
+    if (!each.points.empty()) add(each.name, each.color);
+  }
   if (!chart.band.low.empty()) add(chart.band.name, chart.band.color);
 }
 

@@ -146,7 +146,8 @@ TEST_F(RangeEstimatesWindowTest, IsWideEnoughForTheTitlesOfItsCharts) {
   estimates_->resize(100, 100);
   QFont font = Part<QWidget>("estimateCharts").font();
   font.setBold(true);
-  const int title = QFontMetrics(font).horizontalAdvance(QStringLiteral("Kernel, 50 and 95 %"));
+  const int title =
+      QFontMetrics(font).horizontalAdvance(QStringLiteral("Polygon of all fixes against"));
   EXPECT_GT(Part<QWidget>("estimateCharts").width(), 3 * title);
 }
 
@@ -195,7 +196,7 @@ TEST_F(RangeEstimatesWindowTest, IsPrintedWithTheChartsOfAllRangesAsThePreviewSh
   // Without words in which the font joins two letters.
   EXPECT_EQ(CountOf(text, "Polygon of 95 % of the "), 1U);
   EXPECT_EQ(CountOf(text, " against days"), 2U) << "one for each range";
-  EXPECT_EQ(CountOf(text, "Kernel, 50 and 95 % of the density"), 2U);
+  EXPECT_EQ(CountOf(text, "50 and 95 % of the density"), 2U);
   EXPECT_NE(text.find("page 1 of "), std::string::npos);
   EXPECT_EQ(PdfPagesAsText(folder_, "preview.pdf"), pages);
   // Areas are painted too, those of the density as well.
