@@ -193,7 +193,7 @@ WriteResult RecoveryFolder::WriteDraft(const std::string& path, std::string_view
 
 void RecoveryFolder::RemoveDraft(const std::string& path) { ::unlink(path.c_str()); }
 
-std::string RecoveryFolder::SetDraftAside(const std::string& path) {
+std::string RecoveryFolder::SetDraftAside(const std::string& path) const {
   std::string aside = path + std::string(DamagedEnding);
   return system_.rename(path, aside) == 0 ? aside : path;
 }

@@ -57,7 +57,7 @@ class RecoveryFolder {
   void RemoveDraft(const std::string& path);
   /// Gives a draft that can't be read a name under which it is kept and not taken over again.
   /// \return the new path; the old one if it can't be renamed
-  std::string SetDraftAside(const std::string& path);
+  std::string SetDraftAside(const std::string& path) const;
 
  private:
   /// The folder of one program.
