@@ -167,6 +167,19 @@ TEST_F(EditorDraftTest, AFollowWhoseTwinIsLeftIsMadeAgainBesideIt) {
   EXPECT_EQ(NamesOf(TrailAt(again, 1)), (Texts{"8:00", "8:30"}));
 }
 
+TEST_F(EditorDraftTest, ATwinThatHasChangedIsNotTakenForAFollowThatIsGone) {
+  for (const int place : {0, 1}) {
+    Map& site = Open(TwoFollows, "two.map");
+    const TrailEditor editor(site, &TrailAt(site, place));
+    const EditorDraft draft = ThroughText(DraftOf(editor));
+    Map& again = Open(TwoFollows, "again.map");
+    const Trail* gone = &TrailAt(again, place);
+    again.trails.remove_if([gone](const Trail& trail) { return &trail == gone; });
+    again.trails.front().points.pop_back();
+    EXPECT_NE(TrailEditorOf(again, draft)->Edited(), &again.trails.front()) << place;
+  }
+}
+
 TEST_F(EditorDraftTest, ATrailThatIsGoneIsMadeAgainOnlyIfTheUserWants) {
   FollowOfAna()->note = "rain";
   FollowOfAna()->lineStyle = LineStyle::Dotted;
