@@ -4,7 +4,9 @@
 #include "base/number_text.h"
 #include "entry/entered_fixes.h"
 #include "entry/import_summary.h"
+#include "mapfile/open_map.h"
 #include "model/workspace.h"
+#include "ranges/analysis.h"
 
 #include <utility>
 
@@ -175,6 +177,10 @@ std::vector<std::string> FixNotes(const FixImport& import) {
   if (std::string order = DayOrderText(import.table.dayOrder); !order.empty()) {
     notes.push_back(std::move(order));
   }
+  if (import.table.openQuoteRow > 0) {
+    notes.push_back("A double quote in " + RowText(import.table.openQuoteRow) +
+                    " is never closed, so the rest of the table is one cell of that row");
+  }
   AppendBadRows(import.table, notes);
   AppendFastRows(import, notes);
   notes.push_back(CountsText(import));
@@ -188,9 +194,18 @@ bool AddsAnything(const FixImport& import) {
 void EnterFixes(Map& map, FixImport& import, NewRanges ranges) {
   import.table.text = {};
   AddTrails(map, import);
-  if (ranges == NewRanges::Analyzed) AddRanges(map, import);
-  FinishImport(map);
-  if (ranges == NewRanges::NotAnalyzed) AddRanges(map, import);
+  if (ranges == NewRanges::NotAnalyzed) {
+    FinishImport(map);
+    AddRanges(map, import);
+    return;
+  }
+  AddRanges(map, import);
+  {
+    const MustFinish whole(map.workspace->progress);
+    FinishPoints(map);
+  }
+  AnalyzeAllRangesOfOpenMap(map);
+  map.flags |= MapDirty;
 }
 
 }  // namespace orvane

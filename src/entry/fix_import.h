@@ -69,7 +69,8 @@ bool AddsAnything(const FixImport& import);
 enum class NewRanges { Analyzed, NotAnalyzed };
 
 /// Adds the trails and ranges of the plan at the end of those of the map, finishes the map, and
-/// frees the text of the table.
+/// frees the text of the table. Only the search for clusters can be cancelled
+/// (`AnalyzeAllRangesOfOpenMap`).
 void EnterFixes(Map& map, FixImport& import, NewRanges ranges = NewRanges::Analyzed);
 
 }  // namespace orvane

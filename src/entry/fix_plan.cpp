@@ -2,6 +2,7 @@
 
 #include "base/number_text.h"
 #include "base/text.h"
+#include "base/utf8.h"
 #include "entry/fix_cells.h"
 #include "geo/earth.h"
 
@@ -128,11 +129,13 @@ class Planner {
     if (filters_.maxSpeed <= 0) return;
     const Fix* last = nullptr;
     Filter(run, FixState::TooFast, [&](const Fix& fix) {
-      const bool isFirst = last == nullptr;
-      if (!isFirst &&
-          !(MetersBetween(*last, fix) / SecondsBetween(*last, fix) * KilometersPerHour <=
-            filters_.maxSpeed)) {
-        return false;
+      if (last != nullptr) {
+        const double speed =
+            MetersBetween(*last, fix) / SecondsBetween(*last, fix) * KilometersPerHour;
+        if (!(speed <= filters_.maxSpeed)) {
+          plan_.speeds[static_cast<std::uint32_t>(&fix - plan_.fixes.data())] = speed;
+          return false;
+        }
       }
       last = &fix;
       return true;
@@ -228,7 +231,7 @@ FixPlan PlanFixes(FixTable& table, const FixOptions& options, const Map& map) {
   plan.fixes = std::move(table.fixes);
   table.fixes.clear();
   SetClock(plan, options.clock);
-  const std::string chosen = WithoutControls(options.type);
+  const std::string chosen = WithoutControls(CutText(options.type, LongestAnimalName));
   for (const FixAnimal& animal : table.animals) plan.types.push_back(TypeOf(animal, chosen));
   const std::vector<std::uint32_t> sorted = SortedFixes(plan.fixes);
   Keys ranges;

@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 namespace orvane {
@@ -45,7 +46,7 @@ struct FixOptions {
   FixReading reading;
   FixClock clock;
   FixFilters filters;
-  std::string type;          ///< of the trails; empty for the species
+  std::string type;          ///< of the trails, cut to `LongestAnimalName`; empty for the species
   SheetChooser chooseSheet;  ///< of a spreadsheet
   bool makesRanges = true;
 };
@@ -64,6 +65,8 @@ struct FixPlan {
   std::vector<std::string> types;     ///< of the trails of each animal
   std::vector<PlannedTrail> trails;   ///< in the order in which they are made
   std::vector<std::uint32_t> ranges;  ///< animals that get a range
+  /// Of the fixes that are too fast, by their index: km/h from the last one that was kept.
+  std::unordered_map<std::uint32_t, double> speeds;
   std::array<size_t, FixStateCount> counts{};  ///< rows of each state
   int offsetMinutes = 0;                       ///< of the clock, unless it has a zone
   double meanLon = 0;                          ///< degrees, over all fixes

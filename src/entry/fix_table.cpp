@@ -105,7 +105,9 @@ Heading HeadingOf(std::string_view text, const FixLayout& layout) {
 class FixReader {
  public:
   FixReader(FixTable& table, const Heading& heading, std::string_view name, bool europeanDates)
-      : table_(table), rows_(heading.rest), fallback_(AnimalName(StemOf(name))) {
+      : table_(table),
+        rows_(heading.rest),
+        fallback_(CutText(AnimalName(StemOf(name)), LongestAnimalName)) {
     if (fallback_.empty()) fallback_ = "Animal";
     table_.dayOrder.dayFirst = europeanDates;
     number_ = heading.row;
@@ -124,6 +126,7 @@ class FixReader {
       ++table_.rowCount;
       ReadRow();
     }
+    if (rows_.EndsInQuote()) table_.openQuoteRow = number_;
     return true;
   }
 
@@ -151,8 +154,13 @@ class FixReader {
   void ReadRow() {
     Fix fix;
     fix.row = number_;
-    fix.animal = FindAnimal();
+    const auto longName = FindLongName();
+    if (!longName) fix.animal = FindAnimal();
     if (!ReadTime(fix) || !ReadPosition(fix)) return;
+    if (longName) {
+      LeaveOut(FixState::BadName, *longName);
+      return;
+    }
     fix.altitude = ReadAltitude();
     fix.isOutlier = ReadOutlier();
     table_.fixes.push_back(fix);
@@ -160,6 +168,15 @@ class FixReader {
 
   void LeaveOut(FixState state, size_t column) {
     table_.badRows.push_back({number_, static_cast<std::uint32_t>(column), state});
+  }
+
+  /// \return the column of a name that is too long for a map
+  std::optional<size_t> FindLongName() const {
+    for (const FixField field : {FixField::Animal, FixField::Species}) {
+      const Value value = ValueOf(field);
+      if (value.text.size() > LongestAnimalName) return value.column;
+    }
+    return std::nullopt;
   }
 
   std::uint32_t FindAnimal() {
@@ -331,8 +348,8 @@ class FixReader {
 
 std::string_view FixStateName(FixState state) {
   static constexpr std::string_view Names[FixStateCount] = {
-      "used",   "bad time", "bad date", "unknown place", "outlier",
-      "repeat", "too fast", "thinned",  "already there"};
+      "used",    "bad time", "bad date", "unknown place", "bad name",
+      "outlier", "repeat",   "too fast", "thinned",       "already there"};
   return Names[static_cast<size_t>(state)];
 }
 
@@ -345,6 +362,10 @@ std::string FaultOfRow(const FixTable& table, const BadFixRow& row,
   const std::string what = isPlace ? "position" : row.state == FixState::BadDate ? "date" : "time";
   const std::string place = " in column " + table.captions[row.column];
   if (!HasValue(cell)) return "no " + what + place;
+  if (row.state == FixState::BadName) {
+    return '"' + WithoutControls(CutText(cell, MostShown)) + "...\"" + place + " has more than " +
+           std::to_string(LongestAnimalName) + " bytes";
+  }
   return '"' + std::string(CutText(cell, MostShown)) + '"' + place + " is not a usable " + what;
 }
 

@@ -23,13 +23,14 @@ enum class FixState : std::uint8_t {
   BadTime,
   BadDate,
   UnknownPlace,  ///< no position, or one that can't be read
+  BadName,       ///< an animal or species that no line of a map file can hold
   Outlier,
   Repeat,  ///< in one minute with a fix before it
   TooFast,
   Thinned,  ///< left out by the choice of every n-th, of minutes or of metres
   AlreadyThere
 };
-constexpr size_t FixStateCount = 9;
+constexpr size_t FixStateCount = 10;
 
 /// \return "used", "bad time" ...
 std::string_view FixStateName(FixState state);
@@ -53,6 +54,9 @@ struct BadFixRow {
   std::uint32_t column = 0;  ///< from 0, where the fault is
   FixState state = FixState::BadTime;
 };
+
+/// The bytes of the name of an animal, and of a species: both fit on one line of a map file.
+constexpr size_t LongestAnimalName = 150;
 
 struct FixAnimal {
   std::string name;     ///< as in its first row; may be empty
@@ -78,6 +82,7 @@ struct FixTable {
   std::vector<Fix> fixes;          ///< in the order of their rows
   std::vector<BadFixRow> badRows;  ///< likewise
   size_t rowCount = 0;             ///< rows below the heading with any value
+  std::uint32_t openQuoteRow = 0;  ///< that has a quote which is never closed; 0 for none
 };
 
 /// Where a table has its captions, and what its columns mean.

@@ -155,6 +155,7 @@ void TableRows::TakeQuoted(std::string& cell) {
     const std::string_view part = rest_.substr(0, end);
     cell += part;
     line_ += CountLineEnds(part);
+    endsInQuote_ = end == rest_.size();
     rest_.remove_prefix(std::min(end + 1, rest_.size()));
     if (!rest_.starts_with('"')) return;
     cell += '"';

@@ -31,6 +31,8 @@ class TableRows {
 
   /// Reads the next row into `row`, whose memory is used again. \return false at the end of the text
   bool Next(TableRow& row);
+  /// \return true if a cell of the row that was read last has a quote that is never closed
+  bool EndsInQuote() const { return endsInQuote_; }
 
  private:
   void TakeCell(std::string& cell);
@@ -40,6 +42,7 @@ class TableRows {
   std::string_view rest_;
   char separator_;
   size_t line_ = 1;
+  bool endsInQuote_ = false;
 };
 
 /// \return the one of tab, semicolon and comma that the first row that is not empty has most of

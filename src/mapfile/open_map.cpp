@@ -117,8 +117,7 @@ Map* OpenMapUnlessCanceled(Workspace& workspace, const std::string& name, bool* 
   return nullptr;
 }
 
-void FinishMap(Map& map) {
-  if (IsCanceled(map.workspace->progress)) return;
+void FinishPoints(Map& map) {
   for (Trail& trail : map.trails) FillPointTimes(trail);
   for (const auto& bucket : map.pointHash) {
     for (Point* point : bucket) {
@@ -129,6 +128,11 @@ void FinishMap(Map& map) {
     ClearOwnPositions(map);
     SolveMap(map);
   }
+}
+
+void FinishMap(Map& map) {
+  if (IsCanceled(map.workspace->progress)) return;
+  FinishPoints(map);
   if (!IsCanceled(map.workspace->progress)) AnalyzeAllRanges(map);
 }
 

@@ -26,6 +26,9 @@ Map* FindOpenMap(Workspace& workspace, const std::string& name);
 ///                         memory is enough to read them again
 Map* OpenMapUnlessCanceled(Workspace& workspace, const std::string& name, bool* readable = nullptr);
 
+/// The first part of `FinishMap`: all but the ranges.
+void FinishPoints(Map& map);
+
 /// The work after a read: time-named points get their times, points on no trail are listed, and all
 /// get their places, with the solver only if the file does not give every place. If this is
 /// cancelled, the map can't be shown; for a map that stays open use a `MustFinish`.

@@ -10,6 +10,7 @@
 #include "ranges/selection.h"
 #include "ranges/travel.h"
 
+#include <algorithm>
 #include <iterator>
 #include <map>
 #include <set>
@@ -113,6 +114,37 @@ void AnalyzeAllRanges(Map& map) {
   ClusterRanges(ranges, map.workspace->messages, progress);
   if (IsCanceled(progress)) return;
   IntersectAllPairs(map, ranges, steps);
+}
+
+void AnalyzeAllRangesOfOpenMap(Map& map) {
+  Messages& messages = map.workspace->messages;
+  Progress* progress = map.workspace->progress;
+  std::vector<Range*> ranges;
+  map.intersections.clear();  // they refer to the cells of the ranges
+  const auto count = static_cast<size_t>(std::distance(map.ranges.begin(), map.ranges.end()));
+  ProgressSteps steps(progress, WorkStage::Analyzing, count * (count + 1) / 2);
+  {
+    const MustFinish whole(progress);
+    for (Range& range : map.ranges) {
+      steps.Next();
+      AnalyzeWithoutClusters(range, map);
+      ranges.push_back(&range);
+    }
+  }
+  ClusterRanges(ranges, messages, progress);
+  const bool wasCanceled = IsCanceled(progress);
+  const MustFinish whole(progress);
+  IntersectAllPairs(map, ranges, steps);
+  if (!wasCanceled) return;
+  const auto lacking = std::count_if(ranges.begin(), ranges.end(), [](const Range* range) {
+    return range->clusters == nullptr && range->points.size() > 1;
+  });
+  if (lacking == 0) return;
+  NoteWarning(
+      messages,
+      "The search for clusters was canceled; ranges without clusters: %s. They are searched "
+      "for when the map is opened again",
+      {std::to_string(lacking)});
 }
 
 void AnalyzeOneRange(Range& range, Map& map) {

@@ -20,6 +20,10 @@ void ClearRangeAnalysis(Range& range);
 /// (`Workspace::progress`), some ranges have their analysis and others do not.
 void AnalyzeAllRanges(Map& map);
 
+/// The same for a map that stays open: only the search for clusters can be cancelled, which takes nearly
+/// all of the time. Ranges that were not reached then have all but clusters, and a warning counts them.
+void AnalyzeAllRangesOfOpenMap(Map& map);
+
 /// One range of the map and its overlaps with the others.
 void AnalyzeOneRange(Range& range, Map& map);
 

@@ -1,6 +1,8 @@
 #include "entry/fix_import.h"
 
 #include "mapfile/writer.h"
+#include "ranges/analysis.h"
+#include "support/counted_progress.h"
 #include "support/map_from_text.h"
 #include "support/temporary_folder.h"
 
@@ -132,6 +134,54 @@ TEST_F(FixImportTest, NotesNameTheFirstRowsAndCountTheRest) {
                    "2 more rows are left out",
                    "Read 9 fixes from collar.csv: 1 taken, 7 bad time and 1 repeat; 1 trail and 1 "
                    "range added; times are UTC-00:30"}));
+}
+
+TEST_F(FixImportTest, AnOpenQuoteIsReportedAndTheMapCanBeReadAgain) {
+  std::string rows = "2004-5-3 00:30,1.3,115.5,Kiki,\n2004-5-3 00:40,1.3,115.5,\"Kiki,\n";
+  for (int i = 0; i < 40; ++i) rows += "2004-5-4 00:30,1.3,115.5,Kiki,\n";
+  options.type = std::string(400, 't');
+  options.clock = *ReadFixClock("UTC");
+  EXPECT_EQ(Notes(rows),
+            (Texts{"A double quote in row 3 is never closed, so the rest of the table is one cell "
+                   "of that row",
+                   "Left out row 3: \"Kiki, 2004-5-4 00:30,1.3,115.5,Kiki, 200...\" in column id "
+                   "has more than 150 bytes",
+                   "Read 2 fixes from collar.csv: 1 taken and 1 bad name; 1 trail and 1 range "
+                   "added"}));
+  Map& again = Open(Saved(rows), "again.map");
+  EXPECT_EQ(Said(), Texts{});
+  EXPECT_EQ(*again.trails.front().focalAnimal, "Kiki");
+  EXPECT_EQ(again.trails.front().date, PackDate(2004, 5, 3));
+  EXPECT_EQ(again.ranges.front().points.size(), 1U);
+}
+
+TEST_F(FixImportTest, OnlyTheSearchForClustersCanBeCanceled) {
+  std::string rows;
+  for (int i = 0; i < 60; ++i) {
+    for (const char* animal : {"Kiki", "Bo"}) {
+      rows += "2004-5-" + std::to_string(3 + i / 24) + ' ' + std::to_string(i % 24) + ":30,1.3" +
+              std::to_string(10 + i * i % 37) + ",115.5" + std::to_string(10 + i * i % 41) + ',' +
+              animal + ",\n";
+    }
+  }
+  auto import = Start(rows);
+  ASSERT_TRUE(import);
+  CountedProgress progress(1);
+  workspace.progress = &progress;
+  EnterFixes(map, *import);
+  workspace.progress = nullptr;
+  ASSERT_EQ(std::distance(map.ranges.begin(), map.ranges.end()), 2);
+  for (const Range& range : map.ranges) {
+    EXPECT_GT(range.points.size(), 10U);
+    EXPECT_GT(range.mcpArea, 0);
+    EXPECT_EQ(range.clusters, nullptr);
+  }
+  EXPECT_EQ(std::distance(map.intersections.begin(), map.intersections.end()), 1);
+  EXPECT_EQ(Said(), Texts{"The search for clusters was canceled; ranges without clusters: 2. They "
+                          "are searched for when the map is opened again"});
+  EXPECT_NE(map.flags & MapDirty, 0U);
+  AnalyzeAllRanges(map);
+  EXPECT_NE(map.ranges.front().clusters, nullptr);
 }
 
 TEST_F(FixImportTest, NotesListFixesThatAreTooFast) {

@@ -56,6 +56,30 @@ TEST_F(FixTableTest, ReadsMovebank) {
                    "5: unknown place: no position in column location-lat"}));
 }
 
+TEST_F(FixTableTest, NamesThatNoMapCanHoldAreLeftOut) {
+  // They made lines that are too long to be read again.
+  const std::string most(LongestAnimalName, 'k');
+  const std::string row = "1970-01-02 00:00:10,1,115,";
+  EXPECT_EQ(Rows(Heading + row + most + "\n" + row + most + "k\nsoon,1,115," + most + "kk\n"),
+            (Texts{"2: " + most + " 86410 1 115",
+                   "3: bad name: \"" + std::string(40, 'k') +
+                       "...\" in column id has more than 150 bytes",
+                   "4: bad time: \"soon\" in column time is not a usable time"}));
+  EXPECT_EQ(Rows("time,lat,lon,species\n" + row + most + "k\n"),
+            Texts{"2: bad name: \"" + std::string(40, 'k') +
+                  "...\" in column species has more than 150 bytes"});
+  name = std::string(200, 'f') + ".csv";
+  EXPECT_EQ(Read(Heading + row + "\n")->animals[0].name, std::string(LongestAnimalName, 'f'));
+}
+
+TEST_F(FixTableTest, KnowsTheRowOfAQuoteThatIsNeverClosed) {
+  const std::string row = "1970-01-02 00:00:10,1,115,";
+  const auto table = Read(Heading + row + "\"Kiki\"\n" + row + "\"Bo\n" + row + "Bo\n");
+  EXPECT_EQ(table->openQuoteRow, 3U);
+  EXPECT_EQ(table->rowCount, 2U);
+  EXPECT_EQ(Read(Heading + row + "\"Kiki\"")->openQuoteRow, 0U);
+}
+
 TEST_F(FixTableTest, ReadsCollarsWithUtmAndPreamble) {
   EXPECT_EQ(Rows("Collar 1234\nFirmware;3.1\n\nGMT Date;GMT Time;UTM Easting;UTM Northing;UTM Zone;"
                  "Altitude (m)\n"
