@@ -3,6 +3,7 @@
 #include "cli/exit_status.h"
 #include "cli/text_output.h"
 #include "entry/preview.h"
+#include "model/workspace.h"
 
 #include <limits>
 
@@ -11,6 +12,14 @@ namespace orvane {
 namespace {
 
 constexpr size_t AllRows = std::numeric_limits<size_t>::max();
+
+/// Says in which order days and months of the dates in a column are read, if both are possible.
+void NoteDateOrder(LineMessages& messages, const Map& map, const Preview& all, size_t column) {
+  const bool dayFirst = map.workspace->preferences.europeanDates;
+  const std::string_view remedy = dayFirst ? "leave out --european-dates" : "use --european-dates";
+  const std::string warning = DateOrderWarning(all, column, dayFirst, remedy);
+  if (!warning.empty()) messages.Post(Severity::Note, warning);
+}
 
 }  // namespace
 
@@ -21,7 +30,11 @@ int PreviewSheetCommand(Map& map, LineMessages& messages, const ImportRequest& r
   if (!spec) return ExitFailed;
   spec->sheet = &*sheet;
   spec->fileName = request.sheet;
-  Print(PreviewText(PreviewSheet(*spec, AllRows)));
+  const Preview preview = PreviewSheet(*spec, AllRows);
+  if (spec->dateColumn >= 0) {
+    NoteDateOrder(messages, map, preview, static_cast<size_t>(spec->dateColumn));
+  }
+  Print(PreviewText(preview));
   return ExitDone;
 }
 
@@ -46,6 +59,7 @@ int PreviewGisCommand(Map& map, LineMessages& messages, const ImportGisRequest& 
     NoteBadGisField(FindBadField(*import, fields), fields, messages);
     return ExitFailed;
   }
+  NoteDateOrder(messages, map, *preview, GisTimeColumn);
   Print(PreviewText(*preview));
   return ExitDone;
 }

@@ -2,18 +2,29 @@
 
 #include "base/number_text.h"
 #include "base/text.h"
+#include "base/utf8.h"
 #include "entry/fix_cells.h"
+#include "entry/gis_values.h"
 #include "entry/import_summary.h"
 #include "entry/sheet_cells.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace orvane {
 
 namespace {
 
-std::string UseOfFix(const FixImport& import, const Fix& fix) {
+/// \return the speed of a fix that is too fast, in tenths of km/h: "5003.5 km/h"
+std::string SpeedText(double speed) {
+  constexpr double Tenths = 10;
+  return FormatGeneral(std::round(speed * Tenths) / Tenths, 9) + " km/h";
+}
+
+/// \param index  of the fix in the plan
+std::string UseOfFix(const FixImport& import, size_t index) {
+  const Fix& fix = import.plan.fixes[index];
   std::string name = ClockText(fix.local) + " of " + import.table.animals[fix.animal].name +
                      " on " + FormatDate(DateOfLocal(fix.local));
   switch (fix.state) {
@@ -22,7 +33,8 @@ std::string UseOfFix(const FixImport& import, const Fix& fix) {
     case FixState::Repeat:
       return name + " is there before it";
     case FixState::TooFast:
-      return "faster than the limit";
+      return SpeedText(import.plan.speeds.at(static_cast<std::uint32_t>(index))) +
+             ", faster than the limit";
     case FixState::Thinned:
       return "too soon after another, or too near";
     case FixState::AlreadyThere:
@@ -31,6 +43,9 @@ std::string UseOfFix(const FixImport& import, const Fix& fix) {
       return name;
   }
 }
+
+constexpr std::string_view BadTime = "bad time";
+constexpr size_t MostShownBytes = 40;  ///< of a cell, in a reason
 
 struct GisFate {
   std::string_view state;
@@ -46,7 +61,7 @@ GisFate FateOf(GisFixState state) {
     case GisFixState::Repeat:
       return {"repeat", "in one minute with another"};
     case GisFixState::WithoutTime:
-      return {"bad time", "no time"};
+      return {BadTime, "no time"};
   }
   return {};
 }
@@ -131,7 +146,7 @@ Preview PreviewFixes(const FixImport& import, size_t most) {
   Preview preview;
   preview.captions = import.table.captions;
   FixRows rows(import.table);
-  auto fix = import.plan.fixes.begin();
+  size_t fix = 0;
   auto bad = import.table.badRows.begin();
   // Each row with a value is either a fix or a bad row, and both lists have the order of the file.
   while (preview.rows.size() < most && rows.Next()) {
@@ -140,8 +155,8 @@ Preview PreviewFixes(const FixImport& import, size_t most) {
       row.state = FixStateName(bad->state);
       row.reason = FaultOfRow(import.table, *bad++, rows.Cells());
     } else {
-      row.state = FixStateName(fix->state);
-      row.reason = UseOfFix(import, *fix++);
+      row.state = FixStateName(import.plan.fixes[fix].state);
+      row.reason = UseOfFix(import, fix++);
     }
     preview.rows.push_back(std::move(row));
   }
@@ -175,13 +190,18 @@ std::optional<Preview> PreviewGis(const GisImport& import, const GisTrailFields&
     PreviewRow& shown = preview.rows.emplace_back(
         PreviewRow{row.line, row.fate.state, std::string(row.fate.reason), {}});
     shown.cells.assign(cells.begin(), cells.end());
+    const std::string_view time = TrimSpace(cells[GisTimeColumn]);
+    if (row.fate.state == BadTime && !time.empty()) {
+      shown.reason = '"' + std::string(CutText(time, MostShownBytes)) + "\" is not a usable time";
+    }
     // A track without a name has got one.
     if (shown.cells[0].empty() && row.track != nullptr) shown.cells[0] = *row.track;
   }
   return preview;
 }
 
-std::string DateOrderWarning(const Preview& all, size_t column, bool dayFirst) {
+std::string DateOrderWarning(const Preview& all, size_t column, bool dayFirst,
+                             std::string_view remedy) {
   size_t ambiguous = 0;
   size_t deciding = 0;
   bool isDayFirst = false;
@@ -202,7 +222,7 @@ std::string DateOrderWarning(const Preview& all, size_t column, bool dayFirst) {
   if (deciding == 0) return text + "no row shows whether that is right.";
   text += "row " + std::to_string(deciding) + " shows that this is ";
   if (isDayFirst == dayFirst) return text + "right.";
-  return text + "wrong: change European Date Format in the menu View.";
+  return text + "wrong: " + std::string(remedy) + '.';
 }
 
 PreviewPage PageOfPreview(Preview all) {

@@ -26,6 +26,9 @@ struct Preview {
   std::vector<PreviewRow> rows;       ///< in the order of the file
 };
 
+/// The column of the times in the preview of a GPS file.
+constexpr size_t GisTimeColumn = 1;
+
 /// The rows that a window shows.
 constexpr size_t MostPreviewRows = 500;
 
@@ -56,9 +59,12 @@ struct PreviewPage {
 /// \param all       every row
 /// \param column    of the dates; text after a blank does not count
 /// \param dayFirst  how 3/5/2004 is read
+/// \param remedy    what the user can do if the rows show that this is wrong, as a part of a sentence
 /// \return the first row with a date that can be read in two ways, and the first that shows how it is
 ///         meant, in a sentence; empty if there is none
-std::string DateOrderWarning(const Preview& all, size_t column, bool dayFirst);
+std::string DateOrderWarning(
+    const Preview& all, size_t column, bool dayFirst,
+    std::string_view remedy = "change European Date Format in the menu View");
 
 /// \param all  every row, with its state
 PreviewPage PageOfPreview(Preview all);

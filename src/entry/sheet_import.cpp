@@ -148,6 +148,7 @@ class SheetImport {
   RowResult TakeBadRow(std::string_view row, const StopTexts& texts);
   void LeaveOut(std::string_view row, std::string_view state, std::string reason);
   void NoteLostStop();
+  void ListRest(SheetLines& lines);
   size_t LineOfFile(size_t number) const;
   void EndStop(int end);
   void Count(std::string_view row, const StopTexts& texts);
@@ -194,6 +195,7 @@ SheetCounts SheetImport::Run() {
     if (result == RowResult::Abandon) {
       NoteLostStop();
       counts_.abandonedAt = line_;
+      if (fates_ != nullptr) ListRest(lines);
       break;
     }
     if (fates_ != nullptr && fates_->size() == mostFates_) break;
@@ -202,6 +204,17 @@ SheetCounts SheetImport::Run() {
   if (isAtEnd && stop_.IsPending()) EndStop(lastTime_);
   counts_.unknownPlaces = logs_.unknownLocations.size();
   return counts_;
+}
+
+/// Lists the rows after the one at which the import ends.
+void SheetImport::ListRest(SheetLines& lines) {
+  while (fates_->size() < mostFates_) {
+    const auto row = lines.Next();
+    if (!row) return;
+    if (row->empty()) continue;
+    fates_->push_back({LineOfFile(lines.Number()), *row, "not used",
+                       "the import ends at row " + std::to_string(counts_.abandonedAt)});
+  }
 }
 
 size_t SheetImport::LineOfFile(size_t number) const {

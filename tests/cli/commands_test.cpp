@@ -172,6 +172,18 @@ TEST_F(CommandLine, PreviewsSaveNothing) {
   EXPECT_EQ(run.status, 1);
   EXPECT_EQ(run.err, "error: Bad number for --size: many\n");
   EXPECT_EQ(Do({"preview", "import-gis", "site.map", "none.gpx"}).status, 1);
+  // Dates that can be read in two ways were said only for fixes.
+  folder.Write("d.txt", "800\tCamp\t3/5/2004\n830\tCamp\t25/5/2004\n");
+  run = Do({"preview", "import", "site.map", "d.txt", "--time", "A", "--location", "B",
+            "--species-always", "Oru", "--date", "C"});
+  EXPECT_EQ(run.err,
+            "note: The date in row 1 can be read in two ways. It is read with the month first; row "
+            "2 shows that this is wrong: use --european-dates.\n");
+  folder.Write("g.txt", "name,time,a,b,lat,lon\nW,3/5/2004,,,1,2\nW,3/5/2004,,,1,2\n");
+  run = Do({"--european-dates", "preview", "import-gis", "site.map", "g.txt"});
+  EXPECT_EQ(run.err,
+            "note: The date in row 2 can be read in two ways. It is read with the day first; no "
+            "row shows whether that is right.\n");
   EXPECT_EQ(Do({"preview", "import-fixes", "site.map", "none.csv"}).status, 1);
   // Where no row can be used, each says why.
   folder.Write("bad.csv", "time,lat,lon\nsoon,1,2\n2004-5-3 0:30,91,2\n");

@@ -40,16 +40,16 @@ TEST_F(PreviewTest, ShowsWhatBecomesOfEachFix) {
   ASSERT_TRUE(import);
   const Preview preview = PreviewFixes(*import);
   EXPECT_EQ(preview.captions, (Texts{"time", "lat", "lon", "id", "outlier"}));
-  EXPECT_EQ(
-      Rows(preview),
-      (Texts{"2 used: 00:30 of Kiki on 2004-5-3",
-             "4 repeat: 00:30 of Kiki on 2004-5-3 is there before it",
-             "5 bad time: \"soon\" in column time is not a usable time",
-             "6 too fast: faster than the limit", "7 thinned: too soon after another, or too near",
-             "8 outlier: the table marks it as an outlier",
-             "9 already there: the map has a trail of that day",
-             "10 unknown place: no position in column lat",
-             "11 bad date: \"2004-2-30 1:00\" in column time is not a usable date"}));
+  EXPECT_EQ(Rows(preview),
+            (Texts{"2 used: 00:30 of Kiki on 2004-5-3",
+                   "4 repeat: 00:30 of Kiki on 2004-5-3 is there before it",
+                   "5 bad time: \"soon\" in column time is not a usable time",
+                   "6 too fast: 6667.2 km/h, faster than the limit",
+                   "7 thinned: too soon after another, or too near",
+                   "8 outlier: the table marks it as an outlier",
+                   "9 already there: the map has a trail of that day",
+                   "10 unknown place: no position in column lat",
+                   "11 bad date: \"2004-2-30 1:00\" in column time is not a usable date"}));
   EXPECT_EQ(preview.rows[2].cells, (Texts{"soon", "1", "2", "", ""}));
   EXPECT_EQ(PreviewFixes(*import, 3).rows.size(), 3U);
 }
@@ -79,7 +79,7 @@ TEST_F(PreviewTest, ShowsRowsOfASheetWithoutQuestionsAndMessages) {
              "9 bad date: no date", "10 no species: no species or group",
              "11 bad time: x is not a time", "12 unknown place: the map has no place Nowhere",
              "13 unknown place: rain is a note on the weather",
-             "14 bad date: the import ends at soon"}));
+             "14 bad date: the import ends at soon", "15 not used: the import ends at row 14"}));
   EXPECT_EQ(preview.rows[0].cells, (Texts{"2004-5-3", "Oru", "800", "Camp"}));
   EXPECT_TRUE(messages.Entries().empty());
   EXPECT_TRUE(messages.Questions().empty());
@@ -116,6 +116,22 @@ TEST_F(PreviewTest, ShowsFixesOfAGpsFile) {
   fields.size = "many";
   EXPECT_FALSE(PreviewGis(*import, fields));
   EXPECT_EQ(FindBadField(*import, fields), GisField::Size);
+}
+
+TEST_F(PreviewTest, QuotesATimeOfAGpsFileThatCannotBeRead) {
+  // Both were said to have no time.
+  const auto import = StartGisImportOfText(
+      map,
+      "<gpx><trk><trkseg><trkpt lat='1' lon='115'><time>2004-05-03T00:30:00Z</time></trkpt>\n"
+      "<trkpt lat='1' lon='115'><time> soon </time></trkpt>\n"
+      "<trkpt lat='1' lon='115'><time>2004-02-18t16:05:00z</time></trkpt></trkseg></trk></gpx>",
+      "a.gpx", {});
+  ASSERT_TRUE(import);
+  GisTrailFields fields;
+  fields.boxes.times = true;
+  EXPECT_EQ(Rows(*PreviewGis(*import, fields)),
+            (Texts{"1 used: ", "2 bad time: \"soon\" is not a usable time",
+                   "3 bad time: \"2004-02-18t16:05:00z\" is not a usable time"}));
 }
 
 TEST_F(PreviewTest, ShowsTheCellsOfALineWithoutAPosition) {

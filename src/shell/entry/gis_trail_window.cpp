@@ -176,9 +176,8 @@ void GisTrailWindow::ShowPreview() {
     GoTo(FindBadField(import_, typed));
     return;
   }
-  constexpr size_t TimeColumn = 1;
   const bool dayFirst = shell_.TheWorkspace().preferences.europeanDates;
-  const std::string warning = DateOrderWarning(*rows, TimeColumn, dayFirst);
+  const std::string warning = DateOrderWarning(*rows, GisTimeColumn, dayFirst);
   PreviewPage page = PageOfPreview(std::move(*rows));
   page.warning = warning;
   PreviewWindow window(shell_, *import_.map, import_.fileName, PreviewWindow::Buttons::Close, this);
