@@ -258,14 +258,14 @@ void AddImport(CommandLine& line) {
 
 /// The options of `import-gis` and its preview.
 void AddGisOptions(CLI::App& command, ImportGisRequest& request) {
-  command.add_option("FILE", request.file, "comma-separated text or GPX")->required();
+  command.add_option("FILE", request.file, "comma-separated text, GPX or KML")->required();
   GisTrailFields& fields = request.fields;
   for (const GisOption& option : GisOptions()) {
     command.add_option(option.option, fields.*option.field, option.help)->type_name(option.type);
   }
   command.add_flag(GisKeepAltitudeOption, fields.boxes.keepAltitude, "take the altitudes as well");
   command.add_flag(GisTimesOption, fields.boxes.times,
-                   "a trail for each day of a GPX track, its points named by the clock");
+                   "a trail for each day of a GPX or KML track, its points named by the clock");
 }
 
 void AddImportGis(CommandLine& line) {

@@ -3,6 +3,7 @@
 #include "base/number_text.h"
 #include "base/utf8.h"
 #include "entry/gis_values.h"
+#include "entry/xml_walk.h"
 
 #include <string>
 #include <utility>
@@ -21,9 +22,15 @@ std::string_view WithoutUtf8Mark(std::string_view text) {
   return text;
 }
 
+GisFile ReadXml(std::string_view text, std::string_view name, Messages& messages,
+                Progress* progress, GisCellTaker* taker) {
+  const auto read = RootOfXml(text) == "kml" ? ReadKml : ReadGpx;
+  return read(text, name, messages, progress, taker);
+}
+
 }  // namespace
 
-bool IsGpxText(std::string_view text) {
+bool IsXmlText(std::string_view text) {
   if (IsUtf16(text)) {
     // XML itself declares its encoding.
     constexpr size_t FirstCharacter = 2;
@@ -33,19 +40,24 @@ bool IsGpxText(std::string_view text) {
   return TrimSpace(text.substr(0, text.find('<') + 1)) == "<";
 }
 
+bool IsKmlText(std::string_view text) {
+  if (!IsXmlText(text)) return false;
+  return RootOfXml(WithoutUtf8Mark(text)) == "kml";
+}
+
 GisFile ReadGisText(std::string_view text, std::string_view name, Messages& messages,
                     Progress* progress, GisCellTaker* taker) {
-  const bool isGpx = IsGpxText(text);
+  const bool isXml = IsXmlText(text);
   if (IsUtf16(text)) {
-    if (isGpx) return ReadGpx(text, name, messages, progress, taker);
+    if (isXml) return ReadXml(text, name, messages, progress, taker);
     const OriginScope origin(messages, std::string(name));
     NoteError(messages, "File %s is in UTF-16, which can't be read; save it as plain text", {name});
     return {};
   }
   text = WithoutUtf8Mark(text);
-  if (!isGpx) return ReadGisLines(text, name, messages, progress, taker);
+  if (!isXml) return ReadGisLines(text, name, messages, progress, taker);
   while (IsSpace(text.back())) text.remove_suffix(1);
-  return ReadGpx(text, name, messages, progress, taker);
+  return ReadXml(text, name, messages, progress, taker);
 }
 
 std::vector<GisCells> ReadGisCells(std::string_view text, size_t most) {

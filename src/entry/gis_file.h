@@ -20,12 +20,13 @@ namespace orvane {
 
 /// One fix.
 struct GisFix {
-  double lat = 0;                        ///< degrees, within ±90
-  double lon = 0;                        ///< degrees, at least -180
-  float altitude = NoAltitude;           ///< metres, or `NoAltitude`
-  std::uint32_t line = 0;                ///< of the file, from 1
-  std::uint32_t number = 0;              ///< among the fixes of the file, from 0, with bad ones
-  std::optional<std::int64_t> utc = {};  ///< milliseconds since 1970-01-01; only of tracks of GPX
+  double lat = 0;               ///< degrees, within ±90
+  double lon = 0;               ///< degrees, at least -180
+  float altitude = NoAltitude;  ///< metres, or `NoAltitude`
+  std::uint32_t line = 0;       ///< of the file, from 1
+  std::uint32_t number = 0;     ///< among the fixes of the file, from 0, with bad ones
+  std::optional<std::int64_t> utc =
+      {};  ///< milliseconds since 1970-01-01; only of tracks of GPX and KML
 };
 
 /// All fixes of one name, in the order of the file.
@@ -68,8 +69,11 @@ struct GisCellTaker {
 /// Names are cut to this many bytes, so that they fit on a line of a map file.
 constexpr size_t LongestGisName = 150;
 
-/// Reads either form. A text whose first byte after blanks is `<` is GPX, any other is
-/// comma-separated.
+/// The largest KML file that is read: places in it are so short that they take many times as much memory.
+constexpr size_t LargestKml = size_t{1} << 28U;
+
+/// Reads any form. A text whose first byte after blanks is `<` is KML if its outermost element is `kml`,
+/// else GPX; any other is comma-separated.
 ///
 /// Comma-separated: a header line, then a line for each fix, with the columns 1 name, 2 date and
 /// time, 5 latitude, 6 longitude, 7 altitude; a field may be in double quotes. If the first two
@@ -77,6 +81,9 @@ constexpr size_t LongestGisName = 150;
 /// single fix, all are waypoints.
 ///
 /// GPX: each `trk` is one track, its segments joined; each `wpt` is a waypoint.
+///
+/// KML: the lines and tracks of a placemark are one track, each point of it is a waypoint. Other shapes
+/// are left out, with a note.
 ///
 /// Lines that cannot be used are left out, with one message of each kind. A file that breaks off is
 /// read up to the break.
@@ -87,8 +94,11 @@ constexpr size_t LongestGisName = 150;
 GisFile ReadGisText(std::string_view text, std::string_view name, Messages& messages,
                     Progress* progress = nullptr, GisCellTaker* taker = nullptr);
 
-/// \return true if `ReadGisText` takes the text for GPX
-bool IsGpxText(std::string_view text);
+/// \return true if `ReadGisText` takes the text for XML, which is GPX or KML
+bool IsXmlText(std::string_view text);
+
+/// \return true if `ReadGisText` takes the text for KML
+bool IsKmlText(std::string_view text);
 
 /// Reads the texts of the fixes of a file again, by `GisFix::number`.
 /// \param most  fixes at most
@@ -102,6 +112,11 @@ GisFile ReadGisLines(std::string_view text, std::string_view name, Messages& mes
 /// Reads GPX.
 /// \param taker  as for `ReadGisText`
 GisFile ReadGpx(std::string_view text, std::string_view name, Messages& messages,
+                Progress* progress = nullptr, GisCellTaker* taker = nullptr);
+
+/// Reads KML, if it is not larger than `LargestKml`.
+/// \param taker  as for `ReadGisText`
+GisFile ReadKml(std::string_view text, std::string_view name, Messages& messages,
                 Progress* progress = nullptr, GisCellTaker* taker = nullptr);
 
 }  // namespace orvane

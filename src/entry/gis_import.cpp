@@ -322,7 +322,14 @@ int OffsetOfTracks(const GisFile& file) {
 /// Posts what was looked for in a file without tracks and waypoints, and which separator it has.
 void NoteNothingFound(Messages& messages, std::string_view text, const std::string& name) {
   const OriginScope origin(messages, name);
-  if (IsGpxText(text)) {
+  if (IsKmlText(text)) {
+    NoteError(messages,
+              "There are no tracks and no waypoints in %s: looked for points, lines and tracks of "
+              "placemarks",
+              {name});
+    return;
+  }
+  if (IsXmlText(text)) {
     NoteError(messages, "There are no tracks and no waypoints in %s: looked for trk and wpt",
               {name});
     return;

@@ -1,8 +1,10 @@
 #include "entry/gis_values.h"
 
 #include "base/number_text.h"
+#include "entry/fix_cells.h"
 #include "geo/positions.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -53,6 +55,17 @@ std::string CleanName(std::string_view text) {
     if (IsControl(c)) c = ' ';
   }
   return name;
+}
+
+std::string DateOfTime(std::string_view time) {
+  time = TrimSpace(time);
+  return CleanName(time.substr(0, std::min(time.find_first_of("T "), time.size())));
+}
+
+std::optional<std::int64_t> UtcOfTime(std::string_view time) {
+  const MomentReading read = ReadMoment(TrimSpace(time), {});
+  if (read.fault != MomentFault::None) return std::nullopt;
+  return UtcOf(read.moment, false);
 }
 
 std::optional<GisFix> FixOf(std::string_view lat, std::string_view lon, std::string_view altitude) {

@@ -4,6 +4,7 @@
 #include "entry/gis_file.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -21,6 +22,13 @@ std::optional<double> WholeReal(std::string_view text);
 /// \return a name or a date that fits into a map file: control characters become blanks, and a text
 ///         of more than `LongestGisName` bytes is cut, between two characters if it is UTF-8
 std::string CleanName(std::string_view text);
+
+/// \return the date of a time such as "2004-02-18T08:00:00Z", as it is there
+std::string DateOfTime(std::string_view time);
+
+/// \return the moment of a time such as "2004-02-18T08:00:00Z", in milliseconds since 1970-01-01; without
+///         a zone it is UTC as well. Nothing for other texts
+std::optional<std::int64_t> UtcOfTime(std::string_view time);
 
 /// \return the fix of three texts. A longitude below -180 has 360 added. A text that is not a
 ///         number

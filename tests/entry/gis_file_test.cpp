@@ -268,7 +268,7 @@ TEST(GisOrigin, MessagesAboutGpxComeFromTheirLine) {
   EXPECT_EQ(PlacesOf("<gpx>\n<wpt lat='1'/>\n<rte>\n</rte><rte/></gpx>"),
             (Texts{"gps.txt:2", "gps.txt:3"}));
   EXPECT_EQ(PlacesOf("<gpx>\n\n<wpt lat='1' lon='2'>"), Texts{"gps.txt:3"});
-  EXPECT_EQ(PlacesOf("<kml>\n</kml>"), Texts{"gps.txt:0"});
+  EXPECT_EQ(PlacesOf("<html>\n</html>"), Texts{"gps.txt:0"});
 }
 
 TEST(GisOrigin, EmptyLinesBeforeGpxCount) {
@@ -368,9 +368,9 @@ TEST_F(Gpx, EntitiesAreRefusedWhereTheyAreDeclared) {
 }
 
 TEST_F(Gpx, OtherXmlIsReportedAsNotGpx) {
-  const GisFile file = Read("<kml><wpt lat='1' lon='1'/></kml>");
+  const GisFile file = Read("<html><wpt lat='1' lon='1'/></html>");
   EXPECT_TRUE(file.waypoints.empty());
-  EXPECT_EQ(Said(), Texts{"gps.txt is not a GPX file"});
+  EXPECT_EQ(Said(), Texts{"gps.txt is not a GPX or KML file"});
 }
 
 TEST_F(Gpx, OtherEncodingsAreRead) {
@@ -382,6 +382,42 @@ TEST_F(Gpx, OtherEncodingsAreRead) {
   EXPECT_EQ(WaypointNames(Read("<?xml version='1.0' encoding='ISO-8859-1'?><gpx>"
                                "<wpt lat='1' lon='2'><name>\xE9</name></wpt></gpx>")),
             Texts{"\xC3\xA9"});
+  EXPECT_EQ(Said(), Texts{});
+}
+
+TEST_F(Gpx, EncodingsOfOneByteACharacterAreRead) {
+  // These were refused as unknown.
+  const auto name = [&](const std::string& encoding) {
+    return WaypointNames(
+        Read("<?xml version='1.0' encoding='" + encoding +
+             "'?><gpx><wpt lat='1' lon='2'><name>\xE9\x80\xA4</name></wpt></gpx>"));
+  };
+  EXPECT_EQ(name("windows-1252"), Texts{"\xC3\xA9\xE2\x82\xAC\xC2\xA4"});
+  EXPECT_EQ(name("ISO-8859-15"), Texts{"\xC3\xA9\xC2\x80\xE2\x82\xAC"});
+  EXPECT_EQ(Said(), Texts{});
+  EXPECT_EQ(name("klingon"), Texts{});
+  EXPECT_EQ(name("windows-125/../x"), Texts{});
+  ASSERT_EQ(Said().size(), 2U);
+  EXPECT_EQ(Said()[0], "gps.txt can't be read from line 1 on: unknown encoding");
+}
+
+TEST_F(Gpx, OfAPhoneIsRead) {
+  const GisFile file = Read(
+      "<?xml version='1.0' encoding='utf-8' standalone='yes'?>\r\n"
+      "<gpx creator='Phone' version='1.1' xmlns='http://www.topografix.com/GPX/1/1' "
+      "xmlns:p='http://phone.invalid/ext'>\r\n<metadata><name>Monday</name></metadata>"
+      "<wpt lat='1.25' lon='115.5'><ele>203.5</ele><time>2004-05-03T00:20:00.500Z</time>"
+      "<name>Nest</name><extensions><p:name>photo</p:name></extensions></wpt>"
+      "<trk><name><![CDATA[Walk]]></name><extensions><p:color>red</p:color></extensions>"
+      "<trkseg><trkpt lat='1.1' lon='115.1'><ele>20</ele><time>1970-01-02T00:00:10Z</time>"
+      "<hdop>4</hdop><extensions><p:speed>1.2</p:speed></extensions></trkpt></trkseg>"
+      "<trkseg><trkpt lat='1.2' lon='115.2'><time>1970-01-02T00:00:20.750+00:00</time></trkpt>"
+      "</trkseg></trk></gpx>");
+  EXPECT_EQ(WaypointNames(file), Texts{"Nest"});
+  ASSERT_EQ(TrackNames(file), Texts{"Walk"});
+  EXPECT_EQ(Latitudes(file.tracks[0]), (std::vector<double>{1.1, 1.2}));
+  EXPECT_EQ(file.tracks[0].fixes[0].utc, 86410000);
+  EXPECT_EQ(file.tracks[0].fixes[1].utc, 86420750);
   EXPECT_EQ(Said(), Texts{});
 }
 

@@ -28,7 +28,7 @@ QStringList FiltersOf(const FileSpecification& file, bool saving) {
   const bool isText = type == "txt" && !file.withTable;
   if (isText && saving) return {QStringLiteral("Text files (*.txt)"), all};
   if (isText) {
-    return {QStringLiteral("Tables and GPS files (*.txt *.tsv *.csv *.xlsx *.xls *.ods *.gpx)"),
+    return {QStringLiteral("Tables and GPS files (*.txt *.tsv *.csv *.xlsx *.xls *.ods *.gpx *.kml)"),
             all};
   }
   if (type == "shp") return {QStringLiteral("Shapefiles (*.shp)"), all};
