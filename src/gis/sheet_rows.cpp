@@ -2,10 +2,7 @@
 
 namespace orvane {
 
-namespace {
-
-/// \return "row 2, column AB" for a column from 0
-std::string PlaceText(std::uint64_t row, std::uint64_t column) {
+std::string CellPlaceText(std::uint64_t row, std::uint64_t column) {
   constexpr std::uint64_t Letters = 26;
   std::string name;
   for (++column; column > 0; column = (column - 1) / Letters) {
@@ -13,8 +10,6 @@ std::string PlaceText(std::uint64_t row, std::uint64_t column) {
   }
   return "row " + std::to_string(row) + ", column " + name;
 }
-
-}  // namespace
 
 void AppendToCell(std::string& text, std::string_view more) {
   if (text.size() <= LongestCell) text += more.substr(0, LongestCell + 1 - text.size());
@@ -34,7 +29,7 @@ void SheetRows::SetCell(std::uint64_t column, std::string_view text) {
     return;
   }
   if (text.size() > LongestCell) {
-    fault_ = "the cell in " + PlaceText(number_, column) + " has more than " +
+    fault_ = "the cell in " + CellPlaceText(number_, column) + " has more than " +
              std::to_string(LongestCell >> 10U) + " KiB of text";
     return;
   }
@@ -66,7 +61,7 @@ void SheetRows::EndRow(std::uint64_t times) {
 
 void SheetRows::RefuseCells(std::uint64_t column) {
   fault_ = "it has more than " + std::to_string(MostSheetCells) + " cells, counted up to " +
-           PlaceText(number_, column);
+           CellPlaceText(number_, column);
 }
 
 void SheetRows::Give(const std::vector<std::string>& cells) {

@@ -2,11 +2,17 @@
 
 #include "formats/spreadsheets.h"
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace orvane {
+
+/// \return "row 2, column AB"
+/// \param row     from 1
+/// \param column  from 0
+std::string CellPlaceText(std::uint64_t row, std::uint64_t column);
 
 /// Appends to the text of a cell, but not much more than a cell may have, so that `SheetRows` refuses it.
 void AppendToCell(std::string& text, std::string_view more);

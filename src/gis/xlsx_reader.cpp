@@ -254,7 +254,8 @@ class SheetCells : public ZippedXml::Handler {
     item_.Close(local);
     takesValue_ = false;
     if (local == "c") {
-      rows_.SetCell(column_++, CellText());
+      rows_.SetCell(column_, CellText());
+      ++column_;
       value_.clear();
     } else if (local == "row") {
       rows_.EndRow();
@@ -305,7 +306,10 @@ class SheetCells : public ZippedXml::Handler {
   std::string SharedText() {
     const std::string* const text = shared_.texts.Of(value_);
     if (text != nullptr) return *text;
-    if (!value_.empty()) fault_ = "a cell has a text that is missing in the file";
+    if (!value_.empty()) {
+      fault_ =
+          "the text of the cell in " + CellPlaceText(row_, column_) + " is missing in the file";
+    }
     return {};
   }
 

@@ -397,7 +397,7 @@ TEST_F(Spreadsheets, ThatAreDamagedAreRefused) {
   ExpectRefused("a.xlsx", XlsxOf({}), "it has no sheet");
   for (const char* number : {"1", "-1", "99999999999"}) {
     ExpectRefused("a.xlsx", XlsxOf({{"One", Row(1, Cell("A1", number, 0, "s"))}}, {"<t>a</t>"}),
-                  "a cell has a text that is missing in the file");
+                  "the text of the cell in row 1, column A is missing in the file");
   }
   messages.Clear();
   EXPECT_EQ(TextOf("missing.ods"), "none");
