@@ -100,6 +100,7 @@ struct MapSettings {
   int contourInterval = 0;
   std::array<std::optional<std::string>, 3> smName;
   Point* origin = nullptr;
+  std::vector<UnplacedBelow> unplacedBelow;
   std::vector<std::string> comments;
   std::vector<std::string> credits;
 };
@@ -140,7 +141,7 @@ auto FieldsOfRange(Record& r) {
 template <typename Record>
 auto FieldsOfSettings(Record& m) {
   return std::tie(m.basis, m.magneticDeviation, m.date, m.contourEnabled, m.contourInterval,
-                  m.smName, m.origin, m.comments, m.credits);
+                  m.smName, m.origin, m.unplacedBelow, m.comments, m.credits);
 }
 
 /// Exchanges two tuples of references field by field.
@@ -777,7 +778,10 @@ void MapDelta::OneMap::Keep(UnusedRecords& records) const {
   if (IsInMap()) {
     for (const PackedPlace& place : places) records.Keep(&place.PointOf(*map));
   }
-  if (settings) records.Keep(settings->origin);
+  if (settings) {
+    records.Keep(settings->origin);
+    for (const UnplacedBelow& each : settings->unplacedBelow) records.Keep(each.point);
+  }
   for (const auto& [range, stops] : minutes) {
     records.Keep(range);
     keepAll(stops);

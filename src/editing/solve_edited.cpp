@@ -7,6 +7,7 @@
 #include "survey/solver.h"
 
 #include <algorithm>
+#include <unordered_map>
 
 namespace orvane {
 
@@ -23,12 +24,57 @@ void ForgetGatheredReadings(Map& map) {
   map.rayStore.clear();
 }
 
+namespace {
+
+/// Points of the bases lose what a solve of this map, or of one that is not among its bases, has given
+/// them: on opening, this map finds them as its bases leave them.
+void RestorePointsBelow(Map& map) {
+  std::unordered_map<Point*, UnplacedBelow> first;
+  for (const Map& other : map.workspace->maps) {
+    if (&other != &map && RestsOn(map, other)) continue;
+    for (const UnplacedBelow& each : other.unplacedBelow) {
+      const Map& holder = *each.point->map;
+      if (&holder == &map || !RestsOn(map, holder)) continue;
+      const auto [place, isNew] = first.emplace(each.point, each);
+      // Solves only add, so the lower weight is the earlier one.
+      const UnplacedBelow& known = place->second;
+      if (!isNew &&
+          each.positionWeight + each.altitudeWeight < known.positionWeight + known.altitudeWeight) {
+        place->second = each;
+      }
+    }
+  }
+  for (const auto& [point, then] : first) {
+    point->flags &= ~std::uint32_t{PointPlaced};
+    point->latSum = then.latSum;
+    point->lonSum = then.lonSum;
+    point->altSum = then.altSum;
+    point->positionWeight = then.positionWeight;
+    point->altitudeWeight = then.altitudeWeight;
+  }
+  map.unplacedBelow.clear();
+}
+
+/// A shot at a point of a basis that has no place begins where its own point is before the solve: on
+/// opening that is at 0,0, or at the mean of its fixes if that was found before anything else.
+void ForgetPlaces(Map& map) {
+  ForEachPoint(map, [&](Point& point) {
+    if (point.map == &map && !IsPlaced(point)) point.geo = LatLon();
+  });
+  NeedsSolving(map);
+  ClearOwnPositions(map);
+}
+
+}  // namespace
+
 std::vector<Map*> SolveEdited(Map& map) {
   std::vector<Map*> maps{&map};
   for (Map* above : MapsBasedOn(map)) maps.push_back(above);
   for (Map* each : maps) ForgetGatheredReadings(*each);
   for (Map* each : maps) {
+    RestorePointsBelow(*each);
     ClearOwnPositions(*each);
+    ForgetPlaces(*each);
     SolveMap(*each);
   }
   for (Map* each : maps) AnalyzeAllRanges(*each);

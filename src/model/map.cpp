@@ -52,6 +52,7 @@ void SwapContents(Map& a, Map& b) noexcept {
   swap(a.removed.grids, b.removed.grids);
   swap(a.removed.gridShades, b.removed.gridShades);
   swap(a.closedChains, b.closedChains);
+  swap(a.unplacedBelow, b.unplacedBelow);
   swap(a.comments, b.comments);
   swap(a.credits, b.credits);
   swap(a.nameIndex, b.nameIndex);

@@ -104,6 +104,19 @@ struct ClosedChain {
   std::optional<double> up;     ///< metres, likewise; none unless both ends have an altitude
 };
 
+/// A point of a map below that had no place when a map was solved, and what it had gathered by then.
+/// That solve can give it more, even a place.
+struct UnplacedBelow {
+  Point* point = nullptr;
+  double latSum = 0;
+  double lonSum = 0;
+  float altSum = 0;
+  std::int64_t positionWeight = 0;
+  std::int64_t altitudeWeight = 0;
+
+  friend bool operator==(const UnplacedBelow&, const UnplacedBelow&) = default;
+};
+
 /// One document: everything that a map file describes. Never moved.
 struct Map {
   std::unique_ptr<MapMemory> pointMemory = std::make_unique<MapMemory>();
@@ -151,6 +164,8 @@ struct Map {
   /// What the last solve of this map closed, in the order in which it did; empty if the map was not
   /// solved. Never saved.
   std::vector<ClosedChain> closedChains;
+  /// Those that the solves of this map have met in its bases. An edit takes back what they gave.
+  std::vector<UnplacedBelow> unplacedBelow;
   std::vector<std::string> comments;  ///< `#` lines, each with its `#`, in file order
   std::vector<std::string>
       credits;  ///< lines with a `CreditTagLength`, sign included, in file order

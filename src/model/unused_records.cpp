@@ -84,6 +84,7 @@ void UnusedRecords::KeepLeadsOfLists(const Map& map) {
     Keep(chain.to);
   }
   for (const Link& ray : map.rayStore) Keep(ray.other);
+  for (const UnplacedBelow& each : map.unplacedBelow) Keep(each.point);
   Keep(map.origin);
 }
 

@@ -1,6 +1,8 @@
 #include "editing/solve_edited.h"
 
+#include "editing/edit_history.h"
 #include "mapfile/writer.h"
+#include "support/dice.h"
 #include "support/map_from_text.h"
 
 #include <gtest/gtest.h>
@@ -44,6 +46,92 @@ TEST_F(SolveEditedTest, MovesThePointsOfMapsAboveToo) {
   Named(basis, "X").measurements.front().position.lat = -11;
   EXPECT_EQ(SolveEdited(basis), (std::vector<Map*>{&basis, &middle, &top}));
   EXPECT_NEAR(Named(top, "W").geo.lat, was - 1, 1e-9);
+}
+
+constexpr char HutText[] = "T\tBt\tTrail\nG\tB1\tS21 15.1\tE47 25.0\nP\tHut\nP\tDen\n";
+
+/// The shot at the point without a place had given it one, near 0,0, which then counted as known: it
+/// moved the fix half the way there.
+TEST_F(SolveEditedTest, APointOfTheBasisKeepsNoPlaceThatTheMapGaveIt) {
+  Open(HutText, "base.map");
+  Map& map =
+      Open("B\tbase.map\nT\tT3\tRoad\nP\tHut\nC\tK7\tHut\t60\tA41\t0\nG\tK7\tS21 15.2\tE47 25.1\n");
+  const LatLon opened = Named(map, "K7").geo;
+  for (int turn = 0; turn < 3; ++turn) {
+    SolveEdited(map);
+    EXPECT_EQ(Named(map, "K7").geo, opened) << turn;
+  }
+}
+
+TEST_F(SolveEditedTest, AfterAnUndoTheBasisHasNoPlaceFromTheMapEither) {
+  Map& basis = Open(HutText, "base.map");
+  Map& map =
+      Open("B\tbase.map\nT\tT3\tRoad\nP\tHut\nC\tK7\tHut\t60\tA41\t0\nG\tK7\tS21 15.2\tE47 25.1\n");
+  const LatLon opened = Named(map, "K7").geo;
+  EditHistory history(workspace);
+  history.Apply({.name = "Fix", .map = &basis, .change = [&](EditFollowUp& followUp) {
+                   Measurement& reading = Named(basis, "Hut").measurements.emplace_front();
+                   reading.flags = MeasureGps;
+                   reading.position = {.lat = -21.2534, .lon = 47.4184};
+                   followUp.solve = true;
+                   return true;
+                 }});
+  EXPECT_DOUBLE_EQ(Named(basis, "Hut").geo.lat, -21.2534) << "a fix of its own stays";
+  SolveEdited(map);
+  EXPECT_DOUBLE_EQ(Named(basis, "Hut").geo.lat, -21.2534);
+  EXPECT_NE(Named(map, "K7").geo, opened);
+  ASSERT_TRUE(history.Undo(basis));
+  SolveEdited(map);
+  EXPECT_EQ(Named(map, "K7").geo, opened);
+}
+
+/// Maps over a basis with points that it does not place, and random readings between them.
+TEST_F(SolveEditedTest, EditedMapsHaveThePlacesOfTheirSavedFiles) {
+  for (std::uint64_t seed = 1; seed <= 40; ++seed) {
+    Dice dice(seed);
+    const auto shots = [&](const std::string& letter, const std::vector<std::string>& below) {
+      std::string text;
+      for (int i = 0; i < 4; ++i) {
+        const std::string name = letter + std::to_string(i);
+        if (i == 0 || dice.OneIn(2)) {
+          text += "G\t" + name + "\tS21 15." + std::to_string(dice.Below(10)) + "\tE47 25.1\n";
+        }
+        const std::string base = below[static_cast<size_t>(dice.Below(4))];
+        if (dice.OneIn(2)) text += "P\t" + base + "\n";
+        text += "C\t" + name + "\t" + base + "\t" + std::to_string(20 + dice.Below(60)) + "\tA" +
+                std::to_string(dice.Below(360)) + "\t0\n";
+      }
+      return text + "P\t" + letter + "x\n";
+    };
+    const std::string text = "B\tbase.map\nT\tM\tRoad\n" + shots("M", {"B1", "Hut", "Den", "M0"});
+    const auto places = [](const Workspace& of) {
+      std::string lines;
+      for (const Map& map : of.maps) {
+        lines += map.fileName + "\n";
+        ForEachPoint(map, [&](const Point& point) {
+          lines += point.name + (IsPlaced(point) ? " at " : " not at ");
+          if (IsPlaced(point)) {
+            lines += std::to_string(point.geo.lat) + " " + std::to_string(point.geo.lon);
+          }
+          lines += "\n";
+        });
+      }
+      return lines;
+    };
+    Workspace edited(messages);
+    MapFromText(edited, HutText, "base.map");
+    Map& map = MapFromText(edited, text, "season.map");
+    for (int turn = 0; turn < 4; ++turn) {
+      Point& point = Named(map, "M" + std::to_string(dice.Below(4)));
+      point.measurements.front().distance += 5;
+      point.measurements.front().position.lat += 0.0001;
+      SolveEdited(map);
+      Workspace opened(messages);
+      MapFromText(opened, HutText, "base.map");
+      MapFromText(opened, MapFileText(map, "season.map", false), "season.map");
+      ASSERT_EQ(places(edited), places(opened)) << "seed " << seed << ", turn " << turn;
+    }
+  }
 }
 
 // The figures of the ranges share the durations of the stops; see docs/compatibility.md.
