@@ -17,6 +17,7 @@
 #include "shell/panes/pane_menu.h"
 #include "shell/panes/range_pane.h"
 #include "shell/panes/trail_pane.h"
+#include "shell/plain_texts.h"
 #include "shell/progress/busy_work.h"
 #include "shell/shell.h"
 #include "view/fit_to_map.h"
@@ -123,9 +124,7 @@ QString MapWindowWidget::Name() const {
 }
 
 void MapWindowWidget::ShowTitle() {
-  // "[*]" is the toolkit's place for the mark of a changed map; a name that has it is doubled.
-  setWindowTitle(Name().replace(QLatin1String("[*]"), QLatin1String("[*][*]")) +
-                 QStringLiteral("[*]"));
+  setWindowTitle(PlainTitle(Name()) + QStringLiteral("[*]"));
   setWindowModified(IsDirty(map_));
   setWindowFilePath(LocalFileName(map_.fileName));
 }

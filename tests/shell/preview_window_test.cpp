@@ -5,6 +5,10 @@
 #include "mapfile/writer.h"
 #include "shell/entry/gis_trail_window.h"
 #include "shell/entry/preview_table.h"
+#include "shell/map/reload_bar.h"
+#include "shell/messages/built_box.h"
+#include "shell/messages/text_viewer.h"
+#include "shell/progress/progress_box.h"
 #include "shell/sheet_dialog_driver.h"
 #include "shell/shell_case.h"
 #include "support/working_folder.h"
@@ -99,6 +103,55 @@ TEST_F(PreviewWindowTest, OfASheetFillsInTheFieldsByItsCaptions) {
       }));
   EXPECT_EQ(window_.TheMap().trails.front().type, "Oru");
   EXPECT_EQ(messages_.Questions().size(), 1U);  // of the import itself
+}
+
+// A cell such as "<h1>BIG</h1>" was shown as markup.
+TEST(PreviewModelTest, ItsTipsArePlainText) {
+  PreviewModel model(nullptr);
+  Preview preview;
+  preview.captions = {"<b>Time</b>"};
+  preview.rows.push_back(
+      {.row = 2, .state = "used", .reason = "<i>why</i>", .cells = {"<h1>BIG</h1>"}});
+  model.Set(preview);
+  const auto tip = [&model](int column) {
+    return model.index(0, column).data(Qt::ToolTipRole).toString();
+  };
+  EXPECT_EQ(tip(0), QString());
+  EXPECT_TRUE(tip(2).contains(QStringLiteral("&lt;i&gt;why&lt;/i&gt;")));
+  EXPECT_TRUE(tip(3).contains(QStringLiteral("&lt;h1&gt;BIG&lt;/h1&gt;")));
+  EXPECT_TRUE(model.headerData(3, Qt::Horizontal, Qt::ToolTipRole)
+                  .toString()
+                  .contains(QStringLiteral("&lt;b&gt;Time&lt;/b&gt;")));
+  EXPECT_EQ(model.index(0, 3).data().toString(), QStringLiteral("<h1>BIG</h1>"));
+}
+
+TEST(ReloadBarTest, ItsTipIsPlainText) {
+  ReloadBar bar(nullptr);
+  bar.Show(QStringLiteral("<b>site</b>.map has changed"));
+  EXPECT_TRUE(bar.findChild<QLabel*>(QStringLiteral("reloadText"))
+                  ->toolTip()
+                  .contains(QStringLiteral("&lt;b&gt;site&lt;/b&gt;.map")));
+}
+
+// The toolkit drops a "[*]" from the title of a window.
+TEST_F(PreviewWindowTest, TitlesKeepAFileNameThatHasTheMarkOfAChange) {
+  dialogs_->paths = {folder_.Write("gps[*].txt",
+                                   "name,time,x,y,lat,lon,alt\n"
+                                   "May1,3/5/2003 06:00,,,1.000,10.000,100\n"
+                                   "May1,3/5/2003 06:10,,,1.001,10.000,120\n")};
+  ActionOf(window_, CommandImportGis).trigger();
+  auto* tracks = window_.findChild<GisTrailWindow*>();
+  ASSERT_NE(tracks, nullptr);
+  Open(*tracks, [&](PreviewWindow& preview) {
+    EXPECT_EQ(preview.windowTitle(), QStringLiteral("Preview: gps[*][*].txt"));
+  });
+  TextViewer viewer;
+  viewer.Show({.file = folder_.Path("gps[*].txt"), .line = 1, .message = {}, .fileState = {}});
+  EXPECT_EQ(viewer.windowTitle(), QStringLiteral("gps[*][*].txt (text)"));
+  const BuiltBox box(QStringLiteral("Opening a[*].map"), "x", {"OK"}, nullptr);
+  EXPECT_EQ(box.windowTitle(), QStringLiteral("Opening a[*][*].map"));
+  const ProgressBox progress(QStringLiteral("Opening a[*].map"), nullptr);
+  EXPECT_EQ(progress.windowTitle(), QStringLiteral("Opening a[*][*].map"));
 }
 
 TEST_F(PreviewWindowTest, OfASheetFollowsTheMenusInTheHeading) {

@@ -7,6 +7,7 @@
 #include "shell/editors/cell_table_view.h"
 #include "shell/list_menus.h"
 #include "shell/map_window_widget.h"
+#include "shell/plain_texts.h"
 #include "shell/shell.h"
 
 #include <QCloseEvent>
@@ -231,7 +232,7 @@ bool EditorWindow::Answer(CommandId id) {
 
 void EditorWindow::Refresh() {
   if (!mapWindow_) return;
-  setWindowTitle(Title());
+  setWindowTitle(PlainTitle(Title()));
   const CellTable& table = cells_->Table();
   const std::optional<size_t> row = table.SelectedRow();
   MenuState menu = EditorMenu(mapWindow_->TheMap(), {.kind = Kind(),

@@ -6,6 +6,7 @@
 #include "paint/display_text.h"
 #include "shell/entry/preview_table.h"
 #include "shell/files/dialog_start.h"
+#include "shell/plain_texts.h"
 #include "shell/progress/busy_work.h"
 #include "shell/shell.h"
 
@@ -54,8 +55,8 @@ FixImportWindow::FixImportWindow(Shell& shell, FixDraft& draft, FixForm& remembe
       owner_(owner),
       table_(new PreviewTable(this)) {
   setObjectName(QStringLiteral("fixImport"));
-  setWindowTitle(
-      QStringLiteral("Import Fixes: %1").arg(DisplayText(std::string(BaseName(draft.FileName())))));
+  setWindowTitle(PlainTitle(QStringLiteral("Import Fixes: %1")
+                                .arg(DisplayText(std::string(BaseName(draft.FileName()))))));
   auto* layout = new QVBoxLayout(this);
   layout->addLayout(MakeFields());
   layout->addSpacing(4);

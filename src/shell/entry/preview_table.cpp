@@ -1,6 +1,7 @@
 #include "shell/entry/preview_table.h"
 
 #include "paint/display_text.h"
+#include "shell/plain_texts.h"
 
 #include <QColor>
 #include <QComboBox>
@@ -23,6 +24,22 @@ QString OwnCaption(int column) {
   static const QString captions[] = {QStringLiteral("Row"), QStringLiteral("State"),
                                      QStringLiteral("Reason")};
   return captions[column];
+}
+
+/// \return the text of a cell; empty for the number of the row, which is not a text
+QString TextOf(const PreviewRow& row, int column) {
+  switch (column) {
+    case 0:
+      return {};
+    case 1:
+      return DisplayText(std::string(row.state));
+    case 2:
+      return DisplayText(row.reason);
+    default:
+      break;
+  }
+  const auto cell = static_cast<size_t>(column - PreviewModel::OwnColumns);
+  return cell < row.cells.size() ? DisplayText(row.cells[cell]) : QString();
 }
 
 /// Paler than the other rows, and still easy to read.
@@ -63,19 +80,17 @@ QVariant PreviewModel::data(const QModelIndex& index, int role) const {
   if (role == Qt::TextAlignmentRole && index.column() == 0) {
     return QVariant::fromValue(Qt::Alignment(Qt::AlignRight | Qt::AlignVCenter));
   }
-  if (role != Qt::DisplayRole && role != Qt::ToolTipRole) return {};
-  switch (index.column()) {
-    case 0:
-      return role == Qt::DisplayRole ? QVariant(static_cast<qulonglong>(row.row)) : QVariant();
-    case 1:
-      return DisplayText(std::string(row.state));
-    case 2:
-      return DisplayText(row.reason);
-    default:
-      break;
-  }
-  const auto cell = static_cast<size_t>(index.column() - OwnColumns);
-  return cell < row.cells.size() ? DisplayText(row.cells[cell]) : QString();
+  if (role == Qt::ToolTipRole) return PlainTip(TextOf(row, index.column()));
+  if (role != Qt::DisplayRole) return {};
+  if (index.column() == 0) return static_cast<qulonglong>(row.row);
+  return TextOf(row, index.column());
+}
+
+QString PreviewModel::CaptionOf(int section) const {
+  if (section < OwnColumns) return OwnCaption(section);
+  const auto column = static_cast<size_t>(section - OwnColumns);
+  if (column < preview_.captions.size()) return DisplayText(preview_.captions[column]);
+  return QStringLiteral("Column %1").arg(column + 1);
 }
 
 QVariant PreviewModel::headerData(int section, Qt::Orientation orientation, int role) const {
@@ -83,11 +98,8 @@ QVariant PreviewModel::headerData(int section, Qt::Orientation orientation, int 
   if (role == Qt::TextAlignmentRole) {
     return QVariant::fromValue(Qt::Alignment(Qt::AlignLeft | Qt::AlignTop));
   }
-  if (role != Qt::DisplayRole && role != Qt::ToolTipRole) return {};
-  if (section < OwnColumns) return OwnCaption(section);
-  const auto column = static_cast<size_t>(section - OwnColumns);
-  if (column < preview_.captions.size()) return DisplayText(preview_.captions[column]);
-  return QStringLiteral("Column %1").arg(column + 1);
+  if (role == Qt::ToolTipRole) return PlainTip(CaptionOf(section));
+  return role == Qt::DisplayRole ? CaptionOf(section) : QVariant();
 }
 
 ChoiceHeader::ChoiceHeader(QWidget* parent) : QHeaderView(Qt::Horizontal, parent) {

@@ -33,6 +33,8 @@ class PreviewModel final : public QAbstractTableModel {
   QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
  private:
+  QString CaptionOf(int section) const;
+
   Preview preview_;
   int fileColumns_ = 0;
 };

@@ -5,6 +5,7 @@
 #include "model/workspace.h"
 #include "paint/display_text.h"
 #include "shell/entry/preview_table.h"
+#include "shell/plain_texts.h"
 #include "shell/shell.h"
 
 #include <QHBoxLayout>
@@ -24,7 +25,7 @@ PreviewWindow::PreviewWindow(Shell& shell, const Map& map, const std::string& pa
                              QWidget* parent)
     : QDialog(parent), shell_(shell), map_(map), path_(path), table_(new PreviewTable(this)) {
   setObjectName(QStringLiteral("previewWindow"));
-  setWindowTitle(QStringLiteral("Preview: %1").arg(DisplayText(BaseName(path))));
+  setWindowTitle(PlainTitle(QStringLiteral("Preview: %1").arg(DisplayText(BaseName(path)))));
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(table_, 1);
   warning_ = AddLine(QStringLiteral("dateWarning"));

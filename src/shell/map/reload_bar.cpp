@@ -1,5 +1,7 @@
 #include "shell/map/reload_bar.h"
 
+#include "shell/plain_texts.h"
+
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
@@ -38,7 +40,7 @@ ReloadBar::ReloadBar(QWidget* parent)
 
 void ReloadBar::Show(const QString& text) {
   text_->setText(text);
-  text_->setToolTip(text);
+  text_->setToolTip(PlainTip(text));
   setAccessibleDescription(text);
   setVisible(!text.isEmpty());
 }

@@ -3,6 +3,7 @@
 #include "paint/display_text.h"
 #include "shell/messages/built_box.h"
 #include "shell/messages/title_width.h"
+#include "shell/plain_texts.h"
 #include "shell/surroundings.h"
 
 #include <QApplication>
@@ -101,7 +102,7 @@ bool BoxMessages::ShowBox(const Waiting& message, const QString& occasion, bool 
   QMessageBox box(BoxIcon(message.severity), name, WithBreaks(FirstLines(message.text)),
                   QMessageBox::Ok, QApplication::activeWindow());
   box.setObjectName(QStringLiteral("messageBox"));
-  if (!occasion.isEmpty()) box.setWindowTitle(occasion);
+  if (!occasion.isEmpty()) box.setWindowTitle(PlainTitle(occasion));
   // Names that users typed may look like markup.
   box.setTextFormat(Qt::PlainText);
   QCheckBox* check = nullptr;

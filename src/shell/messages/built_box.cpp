@@ -3,6 +3,7 @@
 #include "base/utf8.h"
 #include "paint/display_text.h"
 #include "shell/messages/title_width.h"
+#include "shell/plain_texts.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
@@ -101,13 +102,13 @@ BuiltBox::BuiltBox(const QString& title, const std::string& text,
                    const std::vector<std::string>& buttons, QWidget* parent)
     : QDialog(parent) {
   setObjectName(QStringLiteral("questionBox"));
-  setWindowTitle(title);
+  setWindowTitle(PlainTitle(title));
   Fill(text, buttons);
 }
 
 BuiltBox::BuiltBox(const TextPrompt& prompt, QWidget* parent) : QDialog(parent) {
   setObjectName(QStringLiteral("promptBox"));
-  setWindowTitle(DisplayText(prompt.title));
+  setWindowTitle(PlainTitle(DisplayText(prompt.title)));
   MakeField(prompt);
   Fill(prompt.message, {"OK", "Cancel"});
   field_->setAccessibleName(accessibleDescription());

@@ -3,6 +3,7 @@
 #include "base/file_names.h"
 #include "paint/display_text.h"
 #include "shell/files/local_files.h"
+#include "shell/plain_texts.h"
 
 #include <QApplication>
 #include <QFont>
@@ -38,12 +39,6 @@ QString TextOf(const LoggedMessage& message, int column) {
     default:
       return {};
   }
-}
-
-/// A tip in which nothing is read as markup. Names that users typed may look like it.
-QString PlainTip(const QString& text) {
-  if (text.isEmpty()) return text;
-  return QStringLiteral("<p style='white-space:pre-wrap'>%1</p>").arg(text.toHtmlEscaped());
 }
 
 /// The text for a screen reader, which does not see the picture of the severity.

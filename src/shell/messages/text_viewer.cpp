@@ -5,6 +5,7 @@
 #include "paint/display_text.h"
 #include "shell/files/local_files.h"
 #include "shell/messages/numbered_text.h"
+#include "shell/plain_texts.h"
 #include "shell/window_keys.h"
 
 #include <QFontDatabase>
@@ -117,7 +118,7 @@ void TextViewer::OfferSteps(const ViewerSteps& offered) {
 
 void TextViewer::Show(const ViewedPlace& place) {
   place_ = place;
-  setWindowTitle(QStringLiteral("%1 (text)").arg(DisplayText(BaseName(place.file))));
+  setWindowTitle(PlainTitle(QStringLiteral("%1 (text)").arg(DisplayText(BaseName(place.file)))));
   message_->setText(place.message);
   message_->setVisible(!place.message.isEmpty());
   text_->clear();

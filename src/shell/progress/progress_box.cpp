@@ -1,6 +1,7 @@
 #include "shell/progress/progress_box.h"
 
 #include "shell/messages/title_width.h"
+#include "shell/plain_texts.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -44,7 +45,7 @@ ProgressBox::ProgressBox(const QString& occasion, QWidget* parent)
       bar_(new QProgressBar(this)),
       cancel_(new QPushButton(QStringLiteral("Cancel"), this)) {
   setObjectName(QStringLiteral("progressBox"));
-  setWindowTitle(occasion);
+  setWindowTitle(PlainTitle(occasion));
   setWindowModality(Qt::ApplicationModal);
   stage_->setObjectName(QStringLiteral("progressStage"));
   bar_->setObjectName(QStringLiteral("progressBar"));

@@ -8,6 +8,7 @@
 #include "shell/files/picture_files.h"
 #include "shell/list_menus.h"
 #include "shell/map_window_widget.h"
+#include "shell/plain_texts.h"
 #include "shell/shell.h"
 
 #include <QCloseEvent>
@@ -49,8 +50,7 @@ MapWindowWidget* ReportWindow::MapSide() { return mapWindow_; }
 MapWindowWidget& ReportWindow::TheMapWindow() { return *mapWindow_; }
 
 void ReportWindow::ShowTitle(const std::string& title) {
-  // "[*]" is the toolkit's place for the mark of a changed file; a text that has it is doubled.
-  setWindowTitle(DisplayText(title).replace(QLatin1String("[*]"), QLatin1String("[*][*]")));
+  setWindowTitle(PlainTitle(DisplayText(title)));
 }
 
 void ReportWindow::ShowMenu() {
