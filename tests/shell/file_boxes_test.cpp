@@ -4,14 +4,19 @@
 #include "shell/files/qt_file_dialogs.h"
 #include "support/temporary_folder.h"
 
+#include <QAbstractButton>
 #include <QApplication>
+#include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QMimeData>
+#include <QPushButton>
 #include <QTimer>
 #include <QUrl>
 
+#include <filesystem>
 #include <functional>
 #include <gtest/gtest.h>
 #include <string>
@@ -32,7 +37,7 @@ class FileBoxes : public testing::Test {
   }
 
   static void Type(QFileDialog& box, const char* name) {
-    auto* field = box.findChild<QLineEdit*>();
+    auto* field = box.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
     ASSERT_NE(field, nullptr);
     field->setText(QString::fromUtf8(name));
     static_cast<QDialog&>(box).accept();
@@ -138,11 +143,140 @@ TEST_F(FileBoxes, ALatin1NameThatIsLeftAsOfferedKeepsItsBytes) {
   EXPECT_EQ(PathOf(file), folder_.Path("Río Grande.map"));
 }
 
+/// A map in a folder, both with names in Latin-1.
+class Latin1FileBoxes : public FileBoxes {
+ protected:
+  Latin1FileBoxes() {
+    std::filesystem::create_directory(field_);
+    folder_.Write(
+        "F\xED"
+        "eld/R\xEDo.map",
+        "");
+  }
+
+  /// Presses the default button of the next question. `asked` counts it.
+  static void AnswerNo(int& asked) {
+    QTimer::singleShot(0, [&asked] {
+      auto* question = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+      ASSERT_NE(question, nullptr);
+      EXPECT_EQ(question->text(), QString::fromUtf8("Río.map already exists.\n"
+                                                    "Do you want to replace it?"));
+      ++asked;
+      question->defaultButton()->click();
+    });
+  }
+
+  std::string field_ = folder_.Path(
+      "F\xED"
+      "eld");
+};
+
+// The box began in the parent folder, and Return wrote the map there.
+TEST_F(Latin1FileBoxes, AFolderInLatin1IsWhereTheBoxBeginsAndEnds) {
+  for (const char* name : {"in.map", "R\xEDo.map"}) {
+    FileSpecification file{.directory = field_, .type = "map", .name = name};
+    WhenShown([](QFileDialog& box) {
+      EXPECT_EQ(box.directory().dirName(), QString::fromUtf8("Fíeld"));
+      QTimer::singleShot(0, [] {
+        if (auto* question = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+          question->button(QMessageBox::Yes)->click();
+        }
+      });
+      static_cast<QDialog&>(box).accept();
+    });
+    EXPECT_EQ(boxes_.AskSave("Save as...", file), FileAnswer::Chosen);
+    EXPECT_EQ(PathOf(file), field_ + "/" + name);
+  }
+  FileSpecification file{.directory = field_, .type = "map", .name = "in.map"};
+  WhenShown([](QFileDialog& box) { Type(box, "other.map"); });
+  EXPECT_EQ(boxes_.AskSave("Save as...", file), FileAnswer::Chosen);
+  EXPECT_EQ(PathOf(file), field_ + "/other.map");
+}
+
+TEST_F(Latin1FileBoxes, TheParentOfAFolderInLatin1IsItsOwn) {
+  FileSpecification file{.directory = field_, .type = "map", .name = "in.map"};
+  WhenShown([&](QFileDialog& box) {
+    box.findChild<QAbstractButton*>(QStringLiteral("toParentButton"))->click();
+    EXPECT_EQ(box.directory().absolutePath().toStdString(), folder_.Path());
+    Type(box, "above.map");
+  });
+  EXPECT_EQ(boxes_.AskSave("Save as...", file), FileAnswer::Chosen);
+  EXPECT_EQ(PathOf(file), folder_.Path("above.map"));
+}
+
+TEST_F(Latin1FileBoxes, LeavesNoLinkBehind) {
+  QString link;
+  FileSpecification file{.directory = field_, .type = "map", .name = {}};
+  WhenShown([&](QFileDialog& box) {
+    link = box.directory().absolutePath();
+    EXPECT_TRUE(QFileInfo(link).isSymLink());
+  });
+  EXPECT_EQ(boxes_.AskOpen("Open", file), FileAnswer::Canceled);
+  EXPECT_FALSE(QFileInfo::exists(QFileInfo(link).absolutePath()));
+  EXPECT_TRUE(std::filesystem::exists(field_ + "/R\xEDo.map"));
+}
+
+// The box said that there is no such file.
+TEST_F(Latin1FileBoxes, ATypedNameOpensTheFileThatHasItInLatin1) {
+  folder_.Write("R\xEDo.map", "");
+  for (const std::string& folder : {folder_.Path(), field_}) {
+    FileSpecification file{.directory = folder, .type = "map", .name = {}};
+    WhenShown([](QFileDialog& box) { Type(box, "Río.map"); });
+    EXPECT_EQ(boxes_.AskOpen("Open", file), FileAnswer::Chosen);
+    EXPECT_EQ(PathOf(file), folder + "/R\xEDo.map");
+  }
+}
+
+TEST_F(Latin1FileBoxes, ATypedFolderInLatin1IsEntered) {
+  FileSpecification file{.directory = folder_.Path(), .type = "map", .name = {}};
+  WhenShown([](QFileDialog& box) {
+    Type(box, "Fíeld");
+    EXPECT_TRUE(box.isVisible());
+    EXPECT_EQ(box.directory().dirName(), QString::fromUtf8("Fíeld"));
+  });
+  EXPECT_EQ(boxes_.AskOpen("Open", file), FileAnswer::Canceled);
+}
+
+TEST_F(Latin1FileBoxes, AFileInLatin1IsReplacedOnlyAfterAQuestion) {
+  int asked = 0;
+  for (const char* offered : {"R\xEDo.map", "in.map"}) {
+    FileSpecification file{.directory = field_, .type = "map", .name = offered};
+    WhenShown([&asked](QFileDialog& box) {
+      AnswerNo(asked);
+      Type(box, "Río.map");
+      EXPECT_TRUE(box.isVisible());
+    });
+    EXPECT_EQ(boxes_.AskSave("Save as...", file), FileAnswer::Canceled);
+  }
+  EXPECT_EQ(asked, 2);
+}
+
 TEST(LocalFiles, EachNameOfAPathIsShownInItsOwnEncoding) {
   EXPECT_EQ(LocalFileName("/home/Jos\xC3\xA9/R\xEDo.map"), QString::fromUtf8("/home/José/Río.map"));
   EXPECT_EQ(LocalFileName("site.map"), QStringLiteral("site.map"));
   EXPECT_EQ(LocalFileName("/"), QStringLiteral("/"));
   EXPECT_EQ(LocalFileName(""), QString());
+}
+
+TEST(LocalFiles, ATypedPathHasTheBytesThatAreOnTheDisk) {
+  const TemporaryFolder folder;
+  const std::string latin1 = folder.Path(
+      "F\xED"
+      "eld");
+  std::filesystem::create_directory(latin1);
+  folder.Write(
+      "F\xED"
+      "eld/a.map",
+      "");
+  const auto typed = [&](const char* name) {
+    return ExistingPath({}, QString::fromStdString(folder.Path(name)));
+  };
+  EXPECT_EQ(typed("Fíeld/a.map"), latin1 + "/a.map");
+  EXPECT_EQ(typed("Fíeld/río.map"), latin1 + "/río.map");
+  EXPECT_EQ(typed("Río/a.map"), folder.Path("Río/a.map"));
+  EXPECT_EQ(ExistingPath(folder.Path(), QString::fromUtf8("Fíeld")), latin1);
+  std::filesystem::create_directory(folder.Path("Fíeld"));
+  EXPECT_EQ(typed("Fíeld/a.map"), folder.Path("Fíeld/a.map"));
 }
 
 TEST(LocalFiles, ADroppedFileKeepsTheBytesOfItsName) {

@@ -1,5 +1,7 @@
 #include "shell/files/local_files.h"
 
+#include "base/file_names.h"
+#include "base/latin1.h"
 #include "paint/display_text.h"
 
 #include <QByteArray>
@@ -8,8 +10,25 @@
 #include <QUrl>
 
 #include <algorithm>
+#include <filesystem>
+#include <system_error>
 
 namespace orvane {
+namespace {
+
+bool Exists(const std::string& path) {
+  std::error_code error;
+  return std::filesystem::exists(path, error);
+}
+
+/// \return the name, in the bytes that the folder at the end of `before` has for it
+std::string ExistingName(const std::string& before, std::string_view name) {
+  std::string latin1 = AsLatin1(name);
+  const bool isOther = latin1 != name && !Exists(before + std::string(name));
+  return isOther && Exists(before + latin1) ? latin1 : std::string(name);
+}
+
+}  // namespace
 
 QString LocalFileName(std::string_view path) {
   // Folders and the file may come from different times, and so be in different encodings.
@@ -24,6 +43,19 @@ QString LocalFileName(std::string_view path) {
 }
 
 std::string PathOfLocalFile(const QString& name) { return QFile::encodeName(name).toStdString(); }
+
+std::string ExistingPath(const std::string& folder, const QString& name) {
+  const std::string bytes = PathOfLocalFile(name);
+  std::string path = folder.empty() ? folder : JoinPath(folder, "");
+  std::string_view rest = bytes;
+  for (;;) {
+    const size_t slash = rest.find('/');
+    path += ExistingName(path, rest.substr(0, slash));
+    if (slash == std::string_view::npos) return path;
+    path += '/';
+    rest.remove_prefix(slash + 1);
+  }
+}
 
 std::string PathOfUrl(const QUrl& url) {
   // Escaped bytes need not be UTF-8, as the text of the address would be.

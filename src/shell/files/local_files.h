@@ -18,6 +18,10 @@ namespace orvane {
 QString LocalFileName(std::string_view path);
 /// \return the bytes of a path that Qt or a user named
 std::string PathOfLocalFile(const QString& name);
+/// The same for a file that may exist under other bytes: each name is UTF-8, or else Latin-1 where
+/// the folder has only that.
+/// \param folder  the bytes of the folder in which `name` is; empty if `name` is complete
+std::string ExistingPath(const std::string& folder, const QString& name);
 /// \return the path of a local file, whatever bytes it holds
 std::string PathOfUrl(const QUrl& url);
 

@@ -3,11 +3,17 @@
 #include "base/file_names.h"
 #include "paint/display_text.h"
 #include "shell/files/local_files.h"
+#include "shell/files/shown_folders.h"
+#include "shell/plain_texts.h"
 
 #include <QApplication>
-#include <QCoreApplication>
+#include <QDir>
 #include <QFileDialog>
+#include <QLineEdit>
+#include <QMessageBox>
 
+#include <filesystem>
+#include <system_error>
 #include <utility>
 
 namespace orvane {
@@ -50,16 +56,97 @@ QStringList FiltersOf(const FileSpecification& file, bool saving) {
   return {all};
 }
 
-FileAnswer Ask(QFileDialog& dialog, FileSpecification& file) {
-  dialog.setObjectName(QStringLiteral("fileDialog"));
-  dialog.setNameFilters(FiltersOf(file, dialog.acceptMode() == QFileDialog::AcceptSave));
-  if (dialog.exec() != QDialog::Accepted) return FileAnswer::Canceled;
-  const QStringList chosen = dialog.selectedFiles();
+bool IsFolder(const std::string& path) {
+  std::error_code error;
+  return std::filesystem::is_directory(path, error);
+}
+
+bool Exists(const std::string& path) {
+  std::error_code error;
+  return std::filesystem::exists(path, error);
+}
+
+/// The toolkit's dialog, which knows only names in UTF-8, for files and folders of any name. It has no
+/// `Q_OBJECT`: with a meta-object of its own the toolkit would not use the dialog of the platform.
+class FileBox final : public QFileDialog {
+ public:
+  FileBox(const std::string& title, const FileSpecification& file, AcceptMode mode);
+
+  FileAnswer Ask(FileSpecification& file);
+
+ protected:
+  void accept() override;
+
+ private:
+  std::string PathOf(const QString& chosen) const;
+  bool MayReplace(const QString& chosen);
+  void EnterFolder(const std::string& folder);
+
+  ShownFolders folders_;
+  std::string offered_;   ///< path that the box begins with; empty if it offers no name
+  QString shownOffered_;  ///< the same as the toolkit names it
+};
+
+FileBox::FileBox(const std::string& title, const FileSpecification& file, AcceptMode mode)
+    : QFileDialog(QApplication::activeWindow(), PlainTitle(DisplayText(title))) {
+  setObjectName(QStringLiteral("fileDialog"));
+  setAcceptMode(mode);
+  setNameFilters(FiltersOf(file, mode == AcceptSave));
+  const QString folder = folders_.NameOf(file.directory);
+  if (!folder.isEmpty()) setDirectory(folder);
+  if (!file.name.empty()) {
+    offered_ = orvane::PathOf(file);
+    shownOffered_ = QDir(folder).filePath(LocalFileName(file.name));
+  }
+  // A folder that is shown by a link has its own parent, not that of the link.
+  connect(this, &QFileDialog::directoryEntered, this, [this](const QString& entered) {
+    const QString shown = folders_.NameOf(folders_.PathOf(entered));
+    if (shown != entered) setDirectory(shown);
+  });
+}
+
+/// A name that was offered and left as it is keeps its bytes, which may be Latin-1.
+std::string FileBox::PathOf(const QString& chosen) const {
+  const bool isOffered = !offered_.empty() && chosen == shownOffered_;
+  return isOffered ? offered_ : folders_.PathOf(chosen);
+}
+
+/// The question of the toolkit, which does not see the file.
+bool FileBox::MayReplace(const QString& chosen) {
+  QMessageBox box(QMessageBox::Warning, windowTitle(),
+                  QStringLiteral("%1 already exists.\nDo you want to replace it?")
+                      .arg(chosen.section(QLatin1Char('/'), -1)),
+                  QMessageBox::Yes | QMessageBox::No, this);
+  box.setTextFormat(Qt::PlainText);
+  box.setDefaultButton(QMessageBox::No);
+  return box.exec() == QMessageBox::Yes;
+}
+
+void FileBox::EnterFolder(const std::string& folder) {
+  setDirectory(folders_.NameOf(folder));
+  if (auto* field = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))) field->clear();
+}
+
+void FileBox::accept() {
+  const QStringList chosen = selectedFiles();
+  const std::string path = chosen.isEmpty() ? std::string() : PathOf(chosen.front());
+  const bool isSaved = acceptMode() == AcceptSave;
+  const bool exists = Exists(path);
+  // The toolkit also says that a file to open is missing.
+  if (path.empty() || path == PathOfLocalFile(chosen.front()) || (!exists && !isSaved)) {
+    QFileDialog::accept();
+  } else if (IsFolder(path)) {
+    EnterFolder(path);
+  } else if (!isSaved || !exists || MayReplace(chosen.front())) {
+    done(Accepted);
+  }
+}
+
+FileAnswer FileBox::Ask(FileSpecification& file) {
+  if (exec() != Accepted) return FileAnswer::Canceled;
+  const QStringList chosen = selectedFiles();
   if (chosen.isEmpty() || chosen.front().isEmpty()) return FileAnswer::Failed;
-  // A name that was offered and left as it is keeps its bytes, which may be Latin-1.
-  const std::string offered = PathOf(file);
-  const bool isOffered = !file.name.empty() && chosen.front() == LocalFileName(offered);
-  const std::string path = isOffered ? offered : PathOfLocalFile(chosen.front());
+  const std::string path = PathOf(chosen.front());
   file.directory = DirectoryName(path);
   file.name = BaseName(path);
   return FileAnswer::Chosen;
@@ -68,16 +155,13 @@ FileAnswer Ask(QFileDialog& dialog, FileSpecification& file) {
 }  // namespace
 
 FileAnswer QtFileDialogs::AskOpen(const std::string& title, FileSpecification& file) {
-  QFileDialog dialog(QApplication::activeWindow(), DisplayText(title),
-                     LocalFileName(file.directory));
+  FileBox dialog(title, file, QFileDialog::AcceptOpen);
   dialog.setFileMode(QFileDialog::ExistingFile);
-  return Ask(dialog, file);
+  return dialog.Ask(file);
 }
 
 FileAnswer QtFileDialogs::AskSave(const std::string& title, FileSpecification& file) {
-  QFileDialog dialog(QApplication::activeWindow(), DisplayText(title),
-                     LocalFileName(file.directory));
-  dialog.setAcceptMode(QFileDialog::AcceptSave);
+  FileBox dialog(title, file, QFileDialog::AcceptSave);
   dialog.setFileMode(QFileDialog::AnyFile);
   dialog.setDefaultSuffix(DisplayText(file.type));
   dialog.selectFile(LocalFileName(file.name));
@@ -89,7 +173,7 @@ FileAnswer QtFileDialogs::AskSave(const std::string& title, FileSpecification& f
     suffix.truncate(suffix.indexOf(QLatin1Char(')')));
     dialog.setDefaultSuffix(suffix);
   });
-  return Ask(dialog, file);
+  return dialog.Ask(file);
 }
 
 }  // namespace orvane
