@@ -115,21 +115,43 @@ TEST(MessageLog, ItsTipsArePlainText) {
   EXPECT_TRUE(tip(MessageLog::FileColumn).contains(QStringLiteral("/maps/&lt;b&gt;.map")));
 }
 
-TEST(MessageLog, KnowsWhichMessagesLeadToALine) {
+TEST(MessageLog, KnowsWhichMessagesLeadSomewhere) {
+  const TemporaryFolder folder;
+  const std::string file = folder.Write("a.map", "#\nG\tCamp\tN1 0\tE1 0\n");
   MessageLog log;
-  const MessageOrigin line = At("/maps/a.map", 3);
-  const MessageOrigin whole = At("/maps/a.map", 0);
-  const MessageOrigin point = About("/maps/a.map", "Camp");
+  const MessageOrigin line = At(file, 3);
+  const MessageOrigin whole = At(file, 0);
+  const MessageOrigin point = About(file, "camp");
+  const MessageOrigin other = About(file, "Nest");
+  const MessageOrigin noFile = About("", "Camp");
   for (const MessageOrigin* origin :
-       {&line, &whole, &point, static_cast<const MessageOrigin*>(nullptr)}) {
+       {&line, &whole, &point, static_cast<const MessageOrigin*>(nullptr), &other, &noFile}) {
     log.Add(Severity::Warning, QStringLiteral("x"), origin);
   }
-  const std::vector<bool> leads = {true, false, true, false};
-  for (int row = 0; row < 4; ++row) {
-    EXPECT_EQ(log.LeadsToLine(row), leads[static_cast<size_t>(row)]) << row;
+  const std::vector<bool> leads = {true, false, true, false, false, false};
+  const std::vector<size_t> lines = {3, 0, 2, 0, 0, 0};
+  for (int row = 0; row < log.rowCount(); ++row) {
+    EXPECT_EQ(log.Leads(row), leads[static_cast<size_t>(row)]) << row;
+    EXPECT_EQ(log.LineOf(row), lines[static_cast<size_t>(row)]) << row;
     const QVariant font = log.index(row, MessageLog::FileColumn).data(Qt::FontRole);
     EXPECT_EQ(font.value<QFont>().underline(), leads[static_cast<size_t>(row)]) << row;
   }
+}
+
+TEST(MessageLog, APointLeadsToItsPlaceOrToTheFileAsItIsNow) {
+  const TemporaryFolder folder;
+  const MessageOrigin nest = About(folder.Write("a.map", "#\n"), "Nest");
+  MessageLog log;
+  log.Add(Severity::Warning, QStringLiteral("x"), &nest);
+  EXPECT_FALSE(log.Leads(0));
+  bool isPlaced = true;
+  log.hasPlace = [&](const MessageOrigin& origin) { return isPlaced && origin.point == "Nest"; };
+  EXPECT_TRUE(log.Leads(0));
+  isPlaced = false;
+  EXPECT_FALSE(log.Leads(0));
+  folder.Write("a.map", "#\n#\nG\tNest\n");
+  EXPECT_TRUE(log.Leads(0));
+  EXPECT_EQ(log.LineOf(0), 3U);
 }
 
 TEST(TextViewer, ShowsAFileAtALine) {
@@ -232,9 +254,9 @@ class MessagesWindowTest : public testing::Test {
     const MessageOrigin second = At(file_, 2);
     log_.Add(Severity::Warning, QStringLiteral("about the second"), &second);
     log_.Add(Severity::Error, QStringLiteral("about nothing"), nullptr);
+    log_.hasPlace = [this](const MessageOrigin&) { return placeIsKnown_; };
     window_.showOnMap = [this](const MessageOrigin& origin) {
       shownPoints_.push_back(origin.point);
-      return placeIsKnown_;
     };
     window_.ShowRow(0);
     ASSERT_TRUE(QTest::qWaitForWindowActive(&window_));
@@ -299,10 +321,22 @@ TEST_F(MessagesWindowTest, APointThatTheFileDoesNotNameLeadsToTheMap) {
   Click(2);
   EXPECT_EQ(shownPoints_, std::vector<std::string>{"Nest"});
   EXPECT_EQ(Shown<TextViewer>(), nullptr);
+}
+
+// It looked like a link and opened the file with no line marked.
+TEST_F(MessagesWindowTest, APointWithoutALineOrAPlaceOffersNothing) {
   placeIsKnown_ = false;
-  Click(2);
-  ASSERT_NE(Shown<TextViewer>(), nullptr);
-  EXPECT_EQ(MarkedLine(*Shown<TextViewer>()), QString());
+  log_.Clear();
+  AddAbout(About(file_, "Nest"));
+  EXPECT_EQ(Hint(), QStringLiteral("1 message."));
+  Click(0);
+  QTest::keyClick(&List(), Qt::Key_F8);
+  EXPECT_EQ(Shown<TextViewer>(), nullptr);
+  EXPECT_TRUE(shownPoints_.empty());
+  EXPECT_EQ(around_.beeps, 1);
+  AddAbout(At(file_, 1));
+  EXPECT_EQ(Hint(),
+            QStringLiteral("2 messages. Click one with an underlined file to see its line."));
 }
 
 TEST_F(MessagesWindowTest, OffersAClickOnlyWhereItLeadsSomewhere) {
@@ -421,9 +455,11 @@ TEST_F(MessagesCommandTest, APointThatIsInNoFileIsShownOnItsMap) {
   QTest::keyClick(messages->findChild<QTreeView*>(), Qt::Key_Return);
   EXPECT_EQ(Shown<TextViewer>(), nullptr);
   EXPECT_NE(map.Shown().flags & MapWindowFindMarker, 0U);
+  EXPECT_TRUE(boxes_.Log().Leads(0));
   nest->flags &= ~std::uint32_t{PointPlaced};
+  EXPECT_FALSE(boxes_.Log().Leads(0));
   QTest::keyClick(messages->findChild<QTreeView*>(), Qt::Key_Return);
-  ASSERT_NE(Shown<TextViewer>(), nullptr);
+  EXPECT_EQ(Shown<TextViewer>(), nullptr);
   messages->close();
 }
 

@@ -1,6 +1,8 @@
 #include "shell/messages/message_log.h"
 
 #include "base/file_names.h"
+#include "base/files.h"
+#include "mapfile/point_search.h"
 #include "paint/display_text.h"
 #include "shell/files/local_files.h"
 #include "shell/plain_texts.h"
@@ -53,7 +55,7 @@ QString SpokenText(const LoggedMessage& message) {
   }
 }
 
-/// The place of a message that leads to a line looks like a link.
+/// The file and the line of a message that leads somewhere look like a link.
 QFont LinkFont() {
   QFont font = QApplication::font("QAbstractItemView");
   font.setUnderline(true);
@@ -83,13 +85,28 @@ size_t MessageLog::Add(Severity severity, const QString& text, const MessageOrig
 void MessageLog::Clear() {
   beginResetModel();
   messages_.clear();
+  pointLines_.clear();
   notKept_ = 0;
   endResetModel();
 }
 
-bool MessageLog::LeadsToLine(int row) const {
+size_t MessageLog::LineOf(int row) const {
+  const LoggedMessage& message = At(row);
+  const MessageOrigin& origin = message.origin;
+  if (origin.file.empty() || origin.line > 0 || origin.point.empty()) return origin.line;
+  const FileState state = StateOfFile(origin.file);
+  const auto known = pointLines_.find(message.number);
+  if (known != pointLines_.end() && known->second.fileState == state) return known->second.line;
+  const auto content = ReadWholeFile(origin.file);
+  const size_t line = content ? FirstLineOfPoint(*content, origin.point) : 0;
+  pointLines_[message.number] = {.fileState = state, .line = line};
+  return line;
+}
+
+bool MessageLog::Leads(int row) const {
   const MessageOrigin& origin = At(row).origin;
-  return !origin.file.empty() && (origin.line > 0 || !origin.point.empty());
+  if (origin.file.empty()) return false;
+  return LineOf(row) > 0 || (!origin.point.empty() && hasPlace && hasPlace(origin));
 }
 
 int MessageLog::RowOf(size_t number) const {
@@ -118,7 +135,7 @@ QVariant MessageLog::data(const QModelIndex& index, int role) const {
     case Qt::DecorationRole:
       return isText ? IconOf(message.severity) : QVariant();
     case Qt::FontRole:
-      return !isText && LeadsToLine(index.row()) ? LinkFont() : QVariant();
+      return !isText && Leads(index.row()) ? LinkFont() : QVariant();
     case Qt::AccessibleTextRole:
       return isText ? SpokenText(message) : TextOf(message, index.column());
     case Qt::TextAlignmentRole:

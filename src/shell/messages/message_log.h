@@ -6,6 +6,8 @@
 #include <QAbstractTableModel>
 #include <QString>
 
+#include <functional>
+#include <unordered_map>
 #include <vector>
 
 namespace orvane {
@@ -35,8 +37,14 @@ class MessageLog final : public QAbstractTableModel {
   void Clear();
 
   const LoggedMessage& At(int row) const { return messages_[static_cast<size_t>(row)]; }
-  /// \return true if the message of a row leads to a line: it came from one, or is about a point
-  bool LeadsToLine(int row) const;
+  /// \return the line that the message of a row came from, or else, for a message about a point, the
+  ///         first line that names it in the file as it is now (`FirstLineOfPoint`); 0 if there is none
+  size_t LineOf(int row) const;
+  /// \return true if the message of a row leads to a line, or to the place of its point on a map. For a
+  ///         message about a point this reads the file, once for each state of it.
+  bool Leads(int row) const;
+  /// \return true if the origin's point has a place on an open map. Empty for a program without maps.
+  std::function<bool(const MessageOrigin& origin)> hasPlace;
   /// \return the row of a message by its number; the last row if the message is not kept
   int RowOf(size_t number) const;
   /// How many messages came when the log was full.
@@ -52,7 +60,14 @@ class MessageLog final : public QAbstractTableModel {
   void messageDropped();
 
  private:
+  /// Where a file named a point.
+  struct PointLine {
+    FileState fileState;
+    size_t line = 0;
+  };
+
   std::vector<LoggedMessage> messages_;
+  mutable std::unordered_map<size_t, PointLine> pointLines_;  ///< by the number of the message
   size_t lastNumber_ = 0;
   size_t notKept_ = 0;
 };

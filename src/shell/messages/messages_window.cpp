@@ -1,7 +1,5 @@
 #include "shell/messages/messages_window.h"
 
-#include "base/files.h"
-#include "mapfile/point_search.h"
 #include "model/point_names.h"
 #include "paint/display_text.h"
 #include "shell/files/local_files.h"
@@ -32,6 +30,9 @@
 
 namespace orvane {
 namespace {
+
+/// So many messages about points are looked up for the hint above the list: each reads its file.
+constexpr size_t MostLookedUp = 20;
 
 /// A message as a line of text, with its place in the form that compilers use.
 QString LineOf(const LoggedMessage& message) {
@@ -113,7 +114,8 @@ MessagesWindow::MessagesWindow(MessageLog& log, Surroundings& surroundings, QWid
           [this](const QModelIndex&, int first, int last) { Count(first, last); });
   connect(&log_, &MessageLog::messageDropped, this, &MessagesWindow::ShowCount);
   connect(&log_, &MessageLog::modelReset, this, [this] {
-    leading_ = pointing_ = 0;
+    withLine_ = 0;
+    aboutPoints_.clear();
     ShowCount();
   });
   Count(0, log_.rowCount() - 1);
@@ -146,22 +148,20 @@ void MessagesWindow::ShowRow(int row) {
 void MessagesWindow::OpenText(const QModelIndex& index) {
   // A click that selects rows for copying opens nothing.
   if ((QApplication::keyboardModifiers() & (Qt::ControlModifier | Qt::ShiftModifier)) != 0) return;
-  if (index.isValid() && log_.LeadsToLine(index.row())) OpenRow(index.row());
+  if (index.isValid() && log_.Leads(index.row())) OpenRow(index.row());
 }
 
 void MessagesWindow::OpenRow(int row) {
   const LoggedMessage& message = log_.At(row);
   const MessageOrigin& origin = message.origin;
   opened_ = message.number;
-  ViewedPlace place{.file = origin.file,
-                    .line = origin.line,
-                    .message = message.text,
-                    .fileState = message.fileState};
+  const ViewedPlace place{.file = origin.file,
+                          .line = log_.LineOf(row),
+                          .message = message.text,
+                          .fileState = message.fileState};
   if (place.line == 0) {
-    if (const auto content = ReadWholeFile(origin.file)) {
-      place.line = FirstLineOfPoint(*content, origin.point);
-    }
-    if (place.line == 0 && showOnMap && showOnMap(origin)) return;
+    if (showOnMap) showOnMap(origin);
+    return;
   }
   TextViewer& viewer = Viewer();
   viewer.OfferSteps({.previous = RowFrom(row, -1) >= 0, .next = RowFrom(row, 1) >= 0});
@@ -179,7 +179,7 @@ TextViewer& MessagesWindow::Viewer() {
 
 int MessagesWindow::RowFrom(int row, int step) const {
   for (int next = row + step; next >= 0 && next < log_.rowCount(); next += step) {
-    if (log_.LeadsToLine(next)) return next;
+    if (log_.Leads(next)) return next;
   }
   return -1;
 }
@@ -188,7 +188,7 @@ void MessagesWindow::Step(int step) {
   const int current = list_->currentIndex().isValid() ? list_->currentIndex().row() : -1;
   // The first step leads to the message that is selected, the others away from it.
   const bool isOpened = current >= 0 && log_.At(current).number == opened_;
-  const bool stays = current >= 0 && !isOpened && log_.LeadsToLine(current);
+  const bool stays = current >= 0 && !isOpened && log_.Leads(current);
   const int row = stays ? current : RowFrom(current, step);
   if (row < 0) {
     surroundings_.Beep();
@@ -202,10 +202,16 @@ bool MessagesWindow::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::MouseMove) {
     const QPoint place = static_cast<QMouseEvent*>(event)->position().toPoint();
     const QModelIndex under = list_->indexAt(place);
-    const bool leads = under.isValid() && log_.LeadsToLine(under.row());
+    const bool leads = under.isValid() && log_.Leads(under.row());
     list_->viewport()->setCursor(leads ? Qt::PointingHandCursor : Qt::ArrowCursor);
   }
   return QWidget::eventFilter(watched, event);
+}
+
+void MessagesWindow::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  // Meanwhile the file may have changed, or a point may have got its place.
+  if (event->type() == QEvent::ActivationChange && isActiveWindow()) ShowCount();
 }
 
 void MessagesWindow::Copy() {
@@ -220,9 +226,11 @@ void MessagesWindow::Copy() {
 
 void MessagesWindow::Count(int first, int last) {
   for (int row = first; row <= last; ++row) {
-    if (!log_.LeadsToLine(row)) continue;
-    ++leading_;
-    pointing_ += log_.At(row).origin.line == 0 ? 1 : 0;
+    const MessageOrigin& origin = log_.At(row).origin;
+    if (origin.file.empty()) continue;
+    withLine_ += origin.line > 0 ? 1 : 0;
+    const bool isAboutPoint = origin.line == 0 && !origin.point.empty();
+    if (isAboutPoint && aboutPoints_.size() < MostLookedUp) aboutPoints_.push_back(row);
   }
   ShowCount();
 }
@@ -240,13 +248,16 @@ void MessagesWindow::ShowCount() {
                        .arg(locale.toString(static_cast<qulonglong>(log_.NotKept())));
   }
   // A message about a point leads to its first line, or to the map where no line names it.
+  const auto pointing = static_cast<int>(std::count_if(
+      aboutPoints_.begin(), aboutPoints_.end(), [this](int row) { return log_.Leads(row); }));
+  const int leading = withLine_ + pointing;
   const QString shown =
-      pointing_ == 0 ? QStringLiteral("its line") : QStringLiteral("its line or place");
-  if (leading_ == 1 && count == 1) {
+      pointing == 0 ? QStringLiteral("its line") : QStringLiteral("its line or place");
+  if (leading == 1 && count == 1) {
     text += QStringLiteral(" Click it to see %1.").arg(shown);
-  } else if (leading_ == count && count > 1) {
+  } else if (leading == count && count > 1) {
     text += QStringLiteral(" Click one to see %1.").arg(shown);
-  } else if (leading_ > 0) {
+  } else if (leading > 0) {
     text += QStringLiteral(" Click one with an underlined file to see %1.").arg(shown);
   }
   count_->setText(text);
@@ -254,20 +265,25 @@ void MessagesWindow::ShowCount() {
 
 namespace {
 
-/// Brings a map with the origin's point to the front and shows the point there.
-bool ShowPointOnMap(Shell& shell, const MessageOrigin& origin) {
+/// \return a window on a map with the origin's point, if the point has a place; else null
+MapWindowWidget* WindowWithPoint(const Shell& shell, const MessageOrigin& origin) {
   for (MapWindowWidget* window : shell.Windows().All()) {
     const Map& map = window->TheMap();
     const Map* level = &map;
     while (level != nullptr && level->fileName != origin.file) level = level->basis;
     if (level == nullptr) continue;
     const Point* point = FindPointByName(map, nullptr, origin.point);
-    if (point == nullptr || !IsPlaced(*point)) continue;
-    window->raise();
-    window->activateWindow();
-    return window->View().Find(origin.point);
+    if (point != nullptr && IsPlaced(*point)) return window;
   }
-  return false;
+  return nullptr;
+}
+
+void ShowPointOnMap(const Shell& shell, const MessageOrigin& origin) {
+  MapWindowWidget* window = WindowWithPoint(shell, origin);
+  if (window == nullptr) return;
+  window->raise();
+  window->activateWindow();
+  window->View().Find(origin.point);
 }
 
 }  // namespace
@@ -279,7 +295,7 @@ void PlugMessagesWindow(Shell& shell) {
     if (!*window) {
       *window = std::make_unique<MessagesWindow>(shell.Boxes().Log(), shell.Around());
       (*window)->showOnMap = [&shell](const MessageOrigin& origin) {
-        return ShowPointOnMap(shell, origin);
+        ShowPointOnMap(shell, origin);
       };
       QObject::connect(window->get(), &MessagesWindow::exitRequested, &shell,
                        [&shell] { shell.ExitFlow(); });
@@ -290,6 +306,9 @@ void PlugMessagesWindow(Shell& shell) {
     show(shell.Boxes().Log().rowCount() - 1);
   });
   shell.Boxes().showInWindow = show;
+  shell.Boxes().Log().hasPlace = [&shell](const MessageOrigin& origin) {
+    return WindowWithPoint(shell, origin) != nullptr;
+  };
   const QPointer<ShownNotes> notes(new ShownNotes(shell));
   shell.Boxes().showNote = [notes](size_t number, const QString& text) {
     if (!notes.isNull()) notes->Add(number, text);

@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <memory>
+#include <vector>
 
 class QLabel;
 class QModelIndex;
@@ -33,9 +34,8 @@ class MessagesWindow final : public QWidget {
   /// Shows the window, scrolled to a row.
   void ShowRow(int row);
 
-  /// Shows the origin's point on the map. Empty for a program without maps.
-  /// \return false if the map is not open or the point has no place
-  std::function<bool(const MessageOrigin& origin)> showOnMap;
+  /// Shows the origin's point on the map, if it has a place. Empty for a program without maps.
+  std::function<void(const MessageOrigin& origin)> showOnMap;
 
  Q_SIGNALS:
   /// The key of "Exit" was pressed, here or in the window with the text.
@@ -43,6 +43,7 @@ class MessagesWindow final : public QWidget {
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
+  void changeEvent(QEvent* event) override;
 
  private:
   void OpenText(const QModelIndex& index);
@@ -61,9 +62,9 @@ class MessagesWindow final : public QWidget {
   QPushButton* copy_;
   QPushButton* clear_;
   std::unique_ptr<TextViewer> viewer_;
-  int leading_ = 0;    ///< messages that lead to a line or a point
-  int pointing_ = 0;   ///< of these, the ones that are about a point
-  size_t opened_ = 0;  ///< number of the message that was opened last
+  int withLine_ = 0;              ///< messages that came from a line
+  std::vector<int> aboutPoints_;  ///< rows of the first messages that are about a point
+  size_t opened_ = 0;             ///< number of the message that was opened last
 };
 
 /// Plugs in the command that opens the window, sends it the messages that boxes leave out, and shows
