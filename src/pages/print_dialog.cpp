@@ -5,6 +5,7 @@
 #include "geo/angle_text.h"
 #include "geo/earth.h"
 #include "pages/page_limits.h"
+#include "view/pointer.h"
 #include "view/view_transform.h"
 
 #include <algorithm>
@@ -30,24 +31,23 @@ struct Area {
 
 bool HasSelection(const MapWindow& view) { return (view.flags & MapWindowSelection) != 0; }
 
-/// The row and column from one corner of the selection to the other, in pixels of the window.
-Pixel SelectionSize(const MapWindow& view) {
-  const Pixel a = MapToScreen(view, view.selection[0]);
-  const Pixel b = MapToScreen(view, view.selection[1]);
-  return {std::abs(a.x - b.x), std::abs(a.y - b.y)};
+/// Rows and columns from one corner of the selection to the other, in pixels of the window.
+ExactPixel SelectionSize(const MapWindow& view) {
+  const auto [a, b] = SelectionCorners(view);
+  return {.row = std::abs(a.row - b.row), .column = std::abs(a.column - b.column)};
 }
 
 Area SelectedArea(const MapWindow& view) {
   const auto& [a, b] = view.selection;
-  const Pixel size = SelectionSize(view);
+  const ExactPixel size = SelectionSize(view);
   Area area;
   area.north = std::max(a.lat, b.lat);
   area.south = std::min(a.lat, b.lat);
   area.east = std::max(a.lon, b.lon);
   area.west = std::min(a.lon, b.lon);
   area.center = {.lat = (a.lat + b.lat) / 2, .lon = (a.lon + b.lon) / 2};
-  area.vertical = size.y / static_cast<double>(view.scale);
-  area.horizontal = size.x / static_cast<double>(view.scale);
+  area.vertical = size.row / static_cast<double>(view.scale);
+  area.horizontal = size.column / static_cast<double>(view.scale);
   return area;
 }
 
@@ -178,15 +178,15 @@ constexpr const char* BadScale = "Bad scale (must be 1:<some number>)";
 
 ReadFrame FramePage(const PrintDialog& dialog, const PrintMapWindow& print) {
   const MapWindow& view = *print.source;
-  Pixel size{view.clientWidth, view.clientHeight};
+  ExactPixel size{.row = 1.0 * view.clientHeight, .column = 1.0 * view.clientWidth};
   if (dialog.lastSelection && HasSelection(view)) {
-    const Pixel selected = SelectionSize(view);
-    if (selected.x != 0 || selected.y != 0) size = selected;
+    const ExactPixel selected = SelectionSize(view);
+    if (selected.row != 0 || selected.column != 0) size = selected;
   }
   const auto viewScale = static_cast<double>(view.scale);
   double scale = HUGE_VAL;
-  if (size.y != 0) scale = print.device.height * viewScale / size.y;
-  if (size.x != 0) scale = std::min(scale, print.device.width * viewScale / size.x);
+  if (size.row != 0) scale = print.device.height * viewScale / size.row;
+  if (size.column != 0) scale = std::min(scale, print.device.width * viewScale / size.column);
   return {{.center = MiddleOf(view),
            .vertical = print.device.height / scale,
            .horizontal = print.device.width / scale,

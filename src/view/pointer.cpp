@@ -41,6 +41,15 @@ PointerOutcome UseBand(MapWindow& view, const HeldKeys& keys, bool panning) {
 
 }  // namespace
 
+std::array<ExactPixel, 2> SelectionCorners(const MapWindow& view) {
+  const ScreenTransform transform(view);
+  const auto corner = [&transform](const LatLon& place) {
+    const ExactPixel pixel = transform.ToUnboundedPixel(transform.Project(place));
+    return ExactPixel{.row = std::floor(pixel.row + 0.5), .column = std::floor(pixel.column + 0.5)};
+  };
+  return {corner(view.selection[0]), corner(view.selection[1])};
+}
+
 bool IsBandDrawn(const MapWindow& view) {
   return (view.flags & MapWindowDrag) != 0 && (view.flags & MapWindowPan) == 0;
 }

@@ -2,6 +2,8 @@
 
 #include "view/view_transform.h"
 
+#include <array>
+
 namespace orvane {
 
 /// What the mouse does to a view: the left button draws a rubber band, any other drags the map.
@@ -18,6 +20,11 @@ struct PointerOutcome {
 
 /// True while a rubber band is drawn, from `pressPoint` to `pointer`.
 bool IsBandDrawn(const MapWindow& view);
+
+/// The pixels of the two corners of the `selection`, rounded as those of `MapToScreen`. A corner
+/// outside the window is where it is, however far away; `RoundToPixel` cuts it at the edges of what
+/// drawing can take.
+std::array<ExactPixel, 2> SelectionCorners(const MapWindow& view);
 
 /// A button goes down: a drag begins.
 /// \param otherButton  a button other than the left one: the drag moves the map

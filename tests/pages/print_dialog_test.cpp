@@ -97,6 +97,21 @@ TEST(PrintDialogTest, FillsFromTheSelectionWhenThatIsTicked) {
   EXPECT_EQ(c.dialog.vertical, "500m");
 }
 
+// Corners far outside the window were moved towards it, so the area became smaller.
+TEST(PrintDialogTest, FillsFromASelectionThatIsMuchLargerThanTheWindow) {
+  PageCase c;
+  const LatLon a{.lat = 1.001, .lon = 9.999};
+  c.Select(a, {.lat = 0.998, .lon = 10.002});
+  c.window.scale = 256;
+  CenterOn(c.window, a);
+  c.settings.lastSelection = true;
+  c.dialog = OpenPrintDialog(c.view, c.settings);
+  EXPECT_EQ(c.dialog.vertical, "333m");
+  EXPECT_EQ(c.dialog.horizontal, "333m");
+  ASSERT_EQ(c.Accept(), "");
+  EXPECT_NEAR(static_cast<double>(c.view.scale), 2100 / 333.3, 0.01);
+}
+
 TEST(PrintDialogTest, DoesNotComeUpTickedWithoutASelection) {
   PageCase c;
   c.settings.lastSelection = true;

@@ -127,6 +127,18 @@ TEST_F(MapInteraction, ARubberBandIsDrawnWhileItLastsAndZoomsToItsBox) {
   EXPECT_EQ(BlackAlong(Grabbed(), {100, 50}, {200, 50}), 0);
 }
 
+// Its far corners were moved towards the middle of the window, so its edges were in wrong places.
+TEST_F(MapInteraction, TheAreaForThePrinterKeepsItsEdgesInADeepZoom) {
+  Drag({110, 60}, {390, 240}, Qt::ShiftModifier);
+  const LatLon edge = Under(110, 150);
+  Shown().scale = 1000;
+  CenterOn(Shown(), edge);
+  widget_->RequestRepaint();
+  const QImage image = Grabbed();
+  EXPECT_GT(BlackAlong(image, {Width / 2, 0}, {Width / 2, Height - 1}), Height / 4);
+  EXPECT_EQ(BlackAlong(image, {Width / 2 + 2, 0}, {Width - 1, Height - 1}), 0);
+}
+
 TEST_F(MapInteraction, ABandLeavesNoTraceWhereItWas) {
   Press({100, 50});
   Move({200, 110});

@@ -2,6 +2,7 @@
 
 #include "view_case.h"
 
+#include <cmath>
 #include <gtest/gtest.h>
 #include <vector>
 
@@ -121,6 +122,21 @@ TEST(Pointer, TheAreaForThePrinterIsShownUntilTheNextSelection) {
   EXPECT_EQ(c.view.flags & MapWindowAreaShown, 0U);
   Drag(c.view, {100, 50}, {200, 110}, {.shift = true, .control = true});
   EXPECT_EQ(c.view.flags & MapWindowAreaShown, 0U);
+}
+
+TEST(Pointer, TheCornersOfTheSelectionAreWhereTheyAreAtAnyScale) {
+  ViewCase c;
+  Drag(c.view, {100, 50}, {210, 130}, {.shift = true});
+  for (const float scale : {1.0F, 4096.0F}) {
+    c.view.scale = scale;
+    CenterOn(c.view, c.view.selection[0]);
+    const auto [a, b] = SelectionCorners(c.view);
+    EXPECT_NEAR(a.column, c.view.centerColumn, 1);
+    EXPECT_NEAR(a.row, c.view.centerRow, 1);
+    EXPECT_NEAR((b.column - a.column) / static_cast<double>(scale), 110, 1);
+    EXPECT_NEAR((b.row - a.row) / static_cast<double>(scale), 80, 1);
+    EXPECT_EQ(a.column, std::floor(a.column));
+  }
 }
 
 TEST(Pointer, EscapeHidesTheAreaAndKeepsTheSelection) {

@@ -147,8 +147,9 @@ void MapView::paintEvent(QPaintEvent* event) {
   if (IsBandDrawn(shown_)) {
     PaintBand(painter, shown_.pressPoint, shown_.pointer, shown_.transectMode || controlHeld_);
   } else if ((shown_.flags & MapWindowAreaShown) != 0) {
-    PaintBand(painter, MapToScreen(shown_, shown_.selection[0]),
-              MapToScreen(shown_, shown_.selection[1]), false);
+    const auto [a, b] = SelectionCorners(shown_);
+    PaintBand(painter, {RoundToPixel(a.column), RoundToPixel(a.row)},
+              {RoundToPixel(b.column), RoundToPixel(b.row)}, false);
   }
   if (!HasPoints(*shown_.map)) PaintHint(painter);
   if (wasPainted_) return;
