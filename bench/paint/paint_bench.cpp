@@ -19,13 +19,13 @@ namespace {
 constexpr int Width = 1600;
 constexpr int Height = 1200;
 
-void DrawAgainAndAgain(benchmark::State& state, WideMap& wide) {
+void DrawAgainAndAgain(benchmark::State& state, WideMap& wide, bool smoothLines) {
   QImage image(Width, Height, QImage::Format_RGB32);
   const CanvasFonts fonts(96);
   MapWindow& view = wide.View();
   for ([[maybe_unused]] auto _ : state) {
     QPainter painter(&image);
-    QtCanvas canvas(painter, fonts, {0, 0, Width, Height});
+    QtCanvas canvas(painter, fonts, {0, 0, Width, Height}, {.antialias = smoothLines});
     view.target = &canvas;
     TakeFontMetrics(view);
     canvas.Clear(view.background);
@@ -38,25 +38,25 @@ void DrawLabeled(benchmark::State& state) {
   WideMap wide(static_cast<int>(state.range(0)),
                StyleOf<LabelMode>(static_cast<int>(state.range(1))));
   wide.Look(Width, Height);
-  DrawAgainAndAgain(state, wide);
+  DrawAgainAndAgain(state, wide, state.range(2) != 0);
 }
 BENCHMARK(DrawLabeled)
-    ->ArgNames({"points", "labelMode"})
-    ->Args({20000, NumberOf(LabelMode::Auto)})
-    ->Args({200000, NumberOf(LabelMode::Auto)})
-    ->Args({20000, NumberOf(LabelMode::None)})
-    ->Args({20000, NumberOf(LabelMode::All)})
-    ->Args({200000, NumberOf(LabelMode::None)})
-    ->Args({200000, NumberOf(LabelMode::All)})
+    ->ArgNames({"points", "labelMode", "smooth"})
+    ->ArgsProduct({{20000, 200000},
+                   {NumberOf(LabelMode::Auto), NumberOf(LabelMode::None), NumberOf(LabelMode::All)},
+                   {0, 1}})
     ->Unit(benchmark::kMillisecond);
 
 void DrawZoomedIn(benchmark::State& state) {
   WideMap wide(static_cast<int>(state.range(0)), LabelMode::Auto);
   wide.Look(Width, Height);
   FitToBounds(wide.View(), 0.055, 0.045, 0.055, 0.045);
-  DrawAgainAndAgain(state, wide);
+  DrawAgainAndAgain(state, wide, state.range(1) != 0);
 }
-BENCHMARK(DrawZoomedIn)->Arg(200000)->Unit(benchmark::kMillisecond);
+BENCHMARK(DrawZoomedIn)
+    ->ArgNames({"points", "smooth"})
+    ->ArgsProduct({{200000}, {0, 1}})
+    ->Unit(benchmark::kMillisecond);
 
 void MeasureNames(benchmark::State& state) {
   const CanvasFonts fonts(96);
