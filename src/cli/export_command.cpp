@@ -1,5 +1,6 @@
 #include "cli/export_command.h"
 
+#include "base/messages.h"
 #include "cli/contours_command.h"
 #include "cli/exit_status.h"
 #include "cli/text_output.h"
@@ -48,7 +49,11 @@ bool ExportLayerFiles(Map& map, LineMessages& messages, const LayerRequest& requ
 bool Export(Map& map, LineMessages& messages, const ExportRequest& request) {
   if (request.layers) return ExportLayerFiles(map, messages, *request.layers);
   if (request.geoJson == "-") return PrintGeoJson(map);
-  if (!request.geoJson.empty()) return ExportGeoJson(map, request.geoJson);
+  if (!request.geoJson.empty()) {
+    if (!ExportGeoJson(map, request.geoJson)) return false;
+    PostNote(messages, "Exported everything to %s", {request.geoJson});
+    return true;
+  }
   const ShapefileOutcome outcome = ExportShapefiles(map, request.directory, {request.projection});
   messages.Post(Severity::Note, outcome.summary);
   return outcome.complete;

@@ -114,11 +114,17 @@ class LayerExport {
     return false;
   }
 
+  /// \return the layers that have features, for a sentence; "no features" if none has
   static std::string NamesOf(const std::vector<ExportedLayer>& layers) {
-    std::string names;
+    std::vector<std::string_view> filled;
     for (const ExportedLayer& layer : layers) {
-      if (!names.empty()) names += &layer == &layers.back() ? " and " : ", ";
-      names += layer.name;
+      if (layer.count > 0) filled.push_back(layer.name);
+    }
+    if (filled.empty()) return "no features";
+    std::string names;
+    for (const std::string_view& name : filled) {
+      if (!names.empty()) names += &name == &filled.back() ? " and " : ", ";
+      names += name;
     }
     return names;
   }
@@ -189,9 +195,11 @@ class LayerExport {
                                                   : std::to_string(targets_.size()) + " files, " +
                                                         targets_.front().path + " to " +
                                                         std::string(BaseName(last.path));
-    return {layersFit_, "Exported " + names_ + " to " + path + ": " + std::to_string(features_) +
-                            (features_ == 1 ? " feature" : " features") +
-                            " in EPSG:" + std::to_string(number_)};
+    const std::string count = features_ == 0   ? ""
+                              : features_ == 1 ? ": 1 feature"
+                                               : ": " + std::to_string(features_) + " features";
+    return {layersFit_,
+            "Exported " + names_ + " to " + path + count + " in EPSG:" + std::to_string(number_)};
   }
 
   Map& map_;

@@ -456,8 +456,14 @@ TEST_F(CommandLine, ExportWritesGeoJsonToAFileOrStandardOutput) {
   const Outcome printed = Do({"export", "site.map", "--geojson", "-"});
   EXPECT_EQ(printed.status, 0);
   EXPECT_NE(printed.out.find("M\xC3\xBChle"), std::string::npos);
-  EXPECT_EQ(Do({"export", "--geojson", "site.geojson", "site.map"}).status, 0);
+  EXPECT_EQ(printed.err, "");
+  const Outcome written = Do({"export", "--geojson", "site.geojson", "site.map"});
+  EXPECT_EQ(written.status, 0);
+  EXPECT_EQ(written.err, "note: Exported everything to site.geojson\n");
   EXPECT_EQ(folder.Read("site.geojson"), printed.out);
+  const Outcome failed = Do({"export", "--geojson", "nowhere/site.geojson", "site.map"});
+  EXPECT_EQ(failed.status, 1);
+  EXPECT_EQ(failed.err, "error: Can't open nowhere/site.geojson for writing\n");
 }
 
 }  // namespace

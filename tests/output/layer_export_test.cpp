@@ -159,7 +159,7 @@ TEST_F(LayerExports, OfTooManyCellsAreNotComplete) {
   const LayerOutcome outcome = Export(request);
   EXPECT_FALSE(outcome.complete);
   EXPECT_EQ(outcome.summary,
-            "Exported trails and grids to " + folder.Path("a.gpkg") + ": 1 feature in EPSG:4326");
+            "Exported trails to " + folder.Path("a.gpkg") + ": 1 feature in EPSG:4326");
   EXPECT_EQ(folder.Read("a.gpkg"), "trails: Main\ngrids:\n");
   std::string printed;
   EXPECT_FALSE(PrintLayers(map, request, ModuleOfNames(), [&](std::string_view text) {

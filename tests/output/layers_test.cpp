@@ -293,6 +293,14 @@ TEST_F(Layers, ArePrintedOrWritten) {
   EXPECT_EQ(ExportLayers(map, request, {&FakeModule, {}}).summary,
             "Exported areas and grids to " + folder.Path("a") + ": 7 features in EPSG:4326");
   EXPECT_EQ(folder.Read("a"), printed);
+  // Layers without features are written, but the sentence does not claim them.
+  const LayerRequest more = {LayerFormat::GeoPackage, folder.Path("a"), {"grids", "contours"}, {}};
+  EXPECT_EQ(ExportLayers(map, more, {&FakeModule, {}}).summary,
+            "Exported grids to " + folder.Path("a") + ": 6 features in EPSG:4326");
+  EXPECT_EQ(folder.Read("a"), "grids 6\ncontours 0\n");
+  const LayerRequest none = {LayerFormat::GeoPackage, folder.Path("a"), {"contours"}, {}};
+  EXPECT_EQ(ExportLayers(map, none, {&FakeModule, {}}).summary,
+            "Exported no features to " + folder.Path("a") + " in EPSG:4326");
   EXPECT_FALSE(PrintLayers(map, request, {&FakeModule, {}}, [](std::string_view) {
                  return false;
                }).complete);

@@ -84,9 +84,8 @@ TEST_F(ExportWindowTest, ReturnWritesEveryLayerAsAGeoPackage) {
   EXPECT_EQ(dialogs_->questions[0].file.directory + "/site.map", folder_.Path("site.map"));
   EXPECT_EQ(dialogs_->questions[0].file.name, "site.gpkg");
   ASSERT_EQ(Texts().size(), 1U);
-  EXPECT_TRUE(Texts()[0].starts_with(
-      "Exported points, trails, areas, grids, shades, ranges, clusters, overlaps and contours to " +
-      folder_.Path("site.gpkg") + ": "));
+  EXPECT_TRUE(Texts()[0].starts_with("Exported points, trails and contours to " +
+                                     folder_.Path("site.gpkg") + ": "));
   EXPECT_EQ(messages_.Entries()[0].severity, Severity::Note);
   const std::string listed = Listed("site.gpkg");
   ExpectNoComplaint(listed);
