@@ -10,6 +10,8 @@
 #include <QSessionManager>
 #include <QTimer>
 
+#include <cstdio>
+#include <cstdlib>
 #include <functional>
 #include <new>
 #include <string>
@@ -45,6 +47,15 @@ bool WantsTextOnly(int count, char** arguments) {
     }
   }
   return false;
+}
+
+/// The toolkit prints the help and the version, and ends the program whether or not that worked.
+void CheckOutputAtExit() {
+  std::atexit([] {
+    if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return;
+    std::fputs("error: Can't write to standard output\n", stderr);
+    std::_Exit(1);
+  });
 }
 
 void ReadOptions(const QCoreApplication& application) {
@@ -85,6 +96,7 @@ int main(int argc, char** argv) {
   QApplication::setApplicationVersion(QStringLiteral(ORVANE_VERSION));
   if (WantsTextOnly(argc, argv)) {
     const QCoreApplication application(argc, argv);
+    CheckOutputAtExit();
     ReadOptions(application);  // prints and ends
   }
   Application application(argc, argv);
