@@ -97,9 +97,9 @@ RealPrefix ReadPlainReal(std::string_view text) {
   }
   if (count > MostPlainDigits) return {};
   if (length < text.size()) {
-    const char behind = text[length];
+    const char next = text[length];
     // An exponent, a hexadecimal number, or more digits.
-    if (IsDigit(behind) || FoldByte(behind) == 'e' || FoldByte(behind) == 'x') return {};
+    if (IsDigit(next) || FoldByte(next) == 'e' || FoldByte(next) == 'x') return {};
   }
   return {static_cast<double>(digits) / PowersOfTen[decimals], length};
 }

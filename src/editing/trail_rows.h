@@ -61,7 +61,7 @@ bool IsKept(const TrailRow& row);
 bool HoldsAnything(const TrailRow& row);
 
 /// The rows of a trail: one for each reading, those of one point newest first, and one for a point
-/// without readings. Where the trail comes by a point again, its rows hold nothing but the name. A
+/// without readings. Where the trail returns to a point, its row has only the name. A
 /// vertex of a contour has a row with its place.
 /// Uses the mark `PointVisited`.
 std::vector<TrailRow> LoadTrailRows(const Trail& trail);

@@ -50,13 +50,13 @@ class ContourTracer {
   bool ConnectCrossings() {
     constexpr const char* Stage = "Connecting contours...";
     const std::int64_t total = std::int64_t{work_.rows} + work_.columns;
-    if (!work_.Tell(Stage, 0)) return false;
+    if (!work_.Reach(Stage, 0)) return false;
     TraceList(rowCrossings_, 0, HeadingNorth);
     TraceList(rowCrossings_, work_.rows, HeadingSouth);
     TraceList(columnCrossings_, 0, HeadingEast);
     TraceList(columnCrossings_, work_.columns, HeadingWest);
     std::int64_t done = 4;
-    if (!work_.Tell(Stage, static_cast<int>(done * 100 / total))) return false;
+    if (!work_.Reach(Stage, static_cast<int>(done * 100 / total))) return false;
     for (int i = 1; i < work_.rows || i < work_.columns; ++i) {
       if (i < work_.rows) {
         TraceList(rowCrossings_, i, HeadingNorth);
@@ -66,7 +66,7 @@ class ContourTracer {
         TraceList(columnCrossings_, i, HeadingEast);
         ++done;
       }
-      if (!work_.Tell(Stage, static_cast<int>(done * 100 / total))) return false;
+      if (!work_.Reach(Stage, static_cast<int>(done * 100 / total))) return false;
     }
     return true;
   }

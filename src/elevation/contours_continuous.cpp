@@ -62,11 +62,11 @@ class ContinuousTracer {
   bool ConnectCrossings() {
     constexpr const char* Stage = "Connecting contours...";
     constexpr size_t Parts = 100;
-    if (!work_.Tell(Stage, 0)) return false;
+    if (!work_.Reach(Stage, 0)) return false;
     const size_t cellRows = rows_ - 1;
     for (size_t r = 0; r < cellRows; ++r) {
       for (size_t c = 0; c + 1 < columns_; ++c) JoinCell(r, c);
-      if (!work_.Tell(Stage, static_cast<int>((r + 1) * Parts / cellRows))) return false;
+      if (!work_.Reach(Stage, static_cast<int>((r + 1) * Parts / cellRows))) return false;
     }
     isTraced_.assign(places_.size(), false);
     // Lines with ends first, from one of them; what is left are rings.

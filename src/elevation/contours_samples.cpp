@@ -128,9 +128,10 @@ class RowQueue {
   }
 
   /// Reports the rows done since the last call, in order; only the calling thread asks.
-  void Tell(const std::function<bool(size_t)>& rowDone) {
-    while (!givenUp_ && told_ < rows_ && done_[told_ / perTask_].load(std::memory_order_acquire)) {
-      if (!rowDone(told_++)) givenUp_ = true;
+  void ReportDone(const std::function<bool(size_t)>& rowDone) {
+    while (!givenUp_ && reported_ < rows_ &&
+           done_[reported_ / perTask_].load(std::memory_order_acquire)) {
+      if (!rowDone(reported_++)) givenUp_ = true;
     }
   }
   bool GivenUp() const { return givenUp_; }
@@ -141,7 +142,7 @@ class RowQueue {
   std::vector<std::atomic<bool>> done_;
   std::atomic<size_t> next_{0};
   std::atomic<bool> givenUp_{false};
-  size_t told_ = 0;
+  size_t reported_ = 0;
 };
 
 unsigned ThreadsFor(double pairs) { return pairs < WorkForThreads ? 1 : ThreadsUpTo(MostThreads); }
@@ -193,10 +194,10 @@ std::optional<std::vector<double>> SampleSurface(PointSpan points, std::span<con
       ThreadsFor(static_cast<double>(values.size()) * static_cast<double>(points.size()));
   RunInParallel(threads, [&](unsigned worker) {
     while (queue.Work(doRow)) {
-      if (worker == 0) queue.Tell(rowDone);
+      if (worker == 0) queue.ReportDone(rowDone);
     }
   });
-  queue.Tell(rowDone);
+  queue.ReportDone(rowDone);
   if (queue.GivenUp()) return std::nullopt;
   return values;
 }

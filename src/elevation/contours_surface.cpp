@@ -13,9 +13,9 @@ namespace {
 constexpr double NearestPair = 3.0;  // metres; closer pairs say nothing on the slope
 constexpr double Slack = 1e-9;       // what no rounding reaches
 
-/// The steepest pair of points. A pair that is farther apart than the whole range of altitudes
-/// takes to rise as steeply as the steepest one so far need not be looked at: the points are sorted
-/// by latitude, and each is held against those up to that far north of it.
+/// Finds the steepest pair of points. The points are sorted by latitude, and each is compared with
+/// those north of it up to a limit: the range of all altitudes, divided by the steepest slope so
+/// far. No pair that is farther apart can be steeper.
 class SlopeSearch {
  public:
   explicit SlopeSearch(PointSpan points) {

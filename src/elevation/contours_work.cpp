@@ -68,11 +68,11 @@ ContourOutcome Refuse(const Map& map, std::string_view reason) {
 
 bool FindValues(ContourWork& work) {
   constexpr const char* Stage = "Generating approximation...";
-  if (!work.Tell(Stage, 0)) return false;
+  if (!work.Reach(Stage, 0)) return false;
   const auto rowDone = [&work](size_t row) {
     if (row == 0) return true;
     const auto r = static_cast<int>(row) - 1;
-    return work.Tell(Stage, static_cast<int>(std::int64_t{r} * 100 / work.rows));
+    return work.Reach(Stage, static_cast<int>(std::int64_t{r} * 100 / work.rows));
   };
   auto values = SampleSurface(work.points, work.lats, work.lons, rowDone);
   if (!values) return false;
@@ -84,7 +84,7 @@ bool FindValues(ContourWork& work) {
 
 ContourOutcome RefuseCrossings(const Map& map) {
   return Refuse(map,
-                "the levels lie too close (100,000 between neighbours of the grid, 5,000,000 "
+                "the levels are too close (100,000 between neighbours of the grid, 5,000,000 "
                 "crossings in all)");
 }
 
@@ -107,7 +107,7 @@ ContourOutcome PrepareContours(const Map& map, int interval, ContourWork& work) 
   if (work.points.empty()) return ContourNothing;
   work.interval = interval;
   FindBounds(work);
-  if (!work.Tell("Figuring grid spacing...", 0)) return ContourCanceled;
+  if (!work.Reach("Figuring grid spacing...", 0)) return ContourCanceled;
   work.step = StepOf(work);
   if (!std::isfinite(work.step)) return ContourNothing;
   if (!CountLines(work)) {

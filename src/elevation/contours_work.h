@@ -52,7 +52,7 @@ struct ContourWork {
   double Value(int r, int c) const {
     return values[static_cast<size_t>(r) * lons.size() + static_cast<size_t>(c)];
   }
-  bool Tell(const char* stage, int percent) const { return !progress || progress(stage, percent); }
+  bool Reach(const char* stage, int percent) const { return !progress || progress(stage, percent); }
 };
 
 /// Lays out the grid of a map and samples the surface on it: the first two stages.
@@ -61,7 +61,7 @@ struct ContourWork {
 /// \return `ContourMade` if lines can be drawn now; otherwise how the run ends
 ContourOutcome PrepareContours(const Map& map, int interval, ContourWork& work);
 
-/// Tells that a level crosses an edge too often, or all edges together too often.
+/// Reports that a level crosses an edge too often, or all edges together too often.
 /// \return `ContourRefused`
 ContourOutcome RefuseCrossings(const Map& map);
 

@@ -24,7 +24,7 @@ struct FixImport {
 std::optional<FixImport> StartFixImport(const Map& map, const std::string& path,
                                         const FixOptions& options);
 
-/// As above, but a table without a usable fix is no error: a preview shows what is wrong with its rows.
+/// As above, but a table without a usable fix is valid: a preview shows what is wrong with its rows.
 /// Its plan is empty.
 std::optional<FixImport> ReadFixImport(const Map& map, const std::string& path,
                                        const FixOptions& options);

@@ -24,7 +24,7 @@ bool HasAnyValue(const Cells& cells, size_t columns) {
                      [](const std::string& cell) { return HasValue(TrimCell(cell)); });
 }
 
-/// The name of an animal: it may stand between the commas of a line of a map file.
+/// The name of an animal, fit for a line of a map file, where commas separate fields.
 std::string AnimalName(std::string_view text) {
   std::string clean = WithoutControls(text);
   std::replace(clean.begin(), clean.end(), ',', ' ');

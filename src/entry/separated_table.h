@@ -11,8 +11,8 @@ namespace orvane {
 /// hold a separator or a line end in double quotes.
 
 /// \return the text of a file in UTF-8, without a byte order mark: UTF-16 or UTF-8 by that mark;
-///         without one UTF-8 if all of it is valid, else Latin-1. What is no character after a
-///         mark becomes U+FFFD.
+///         without one UTF-8 if all of it is valid, else Latin-1. Bytes after a mark that are
+///         not a character become U+FFFD.
 std::string TableText(std::string bytes);
 
 struct TableRow {

@@ -24,8 +24,8 @@ struct FollowSheet {
 /// case, through `SheetFromCsv`. Any other is taken byte for byte, without a byte order mark of UTF-8.
 /// \param choose  of several sheets of a spreadsheet
 /// \return nothing, after an error, for a file that cannot be opened, and for one in UTF-16 that is
-///         not ".csv"; nothing if no sheet was chosen, or one of a file that has no sheets. A file with zero bytes gives an error and is
-///         read all the same.
+///         not ".csv"; nothing if no sheet was chosen, or one of a file that has no sheets. A file
+///         that has bytes of value zero gives an error and is still read.
 std::optional<FollowSheet> ReadSheet(Messages& messages, const std::string& path,
                                      const SheetChooser& choose = {});
 

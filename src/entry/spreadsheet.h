@@ -14,8 +14,8 @@ namespace orvane {
 /// Spreadsheets, `.xlsx`, `.xls` and `.ods`, wherever a table is imported. The module of file formats
 /// reads them.
 
-/// Chooses one of several sheets. For a file that has none, such as a text, it is asked with an empty
-/// list, and a name that it gives all the same is an error. \return nothing to give up
+/// Chooses one of several sheets by its name. For a file without sheets, such as a text, the list is
+/// empty, and to return a name is an error. \return nothing to cancel the import
 using SheetChooser = std::function<std::optional<std::string>(const std::vector<std::string>&)>;
 
 /// \return a chooser that takes the sheet of this name

@@ -172,11 +172,11 @@ double ParseAngle(std::string_view text, size_t* length, double* runningDefault,
   const AnglePrefix prefix = ReadAnglePrefix(cursor, runningDefault, mode);
   const size_t numberStart = cursor.Place();
   const double first = cursor.Number();
-  const char behind = cursor.Next();
+  const char next = cursor.Next();
   double degrees = first;
   double minutes = 0;
-  if (behind != ' ' && !cursor.AtDegreeSign() && runningDefault != nullptr &&
-      (!prefix.letter || behind == MinuteSign)) {
+  if (next != ' ' && !cursor.AtDegreeSign() && runningDefault != nullptr &&
+      (!prefix.letter || next == MinuteSign)) {
     // Minutes without degrees belong to the degree of the previous reading.
     degrees = std::floor(std::fabs(*runningDefault));
     minutes = first;

@@ -39,9 +39,9 @@ LatLon Midpoint(const LatLon& a, const LatLon& b) {
 std::optional<LatLon> ResolveTwoPlaces(Lookup& lookup, std::string_view text, int depth) {
   const size_t comma = text.rfind(',');
   if (comma == std::string_view::npos || depth >= DeepestNesting) return std::nullopt;
-  std::string_view behind = text.substr(comma + 1);
-  while (!behind.empty() && behind.front() == ' ') behind.remove_prefix(1);
-  const auto second = Resolve(lookup, behind, depth + 1);
+  std::string_view rest = text.substr(comma + 1);
+  while (!rest.empty() && rest.front() == ' ') rest.remove_prefix(1);
+  const auto second = Resolve(lookup, rest, depth + 1);
   if (!second) return std::nullopt;
   const auto first = Resolve(lookup, text.substr(0, comma), depth + 1);
   if (!first) return std::nullopt;

@@ -53,7 +53,7 @@ std::string IntersectionName(const Range& a, const Range& b) {
   return "Intersection of two ranges";
 }
 
-/// The cells in which the vertices of a polygon lie.
+/// The cells of the vertices of a polygon.
 CellWindow WindowOf(PointSpan polygon, const Grid& grid) {
   const GridFrame frame = FrameOf(grid);
   CellWindow window;
@@ -83,7 +83,7 @@ class WindowTally {
         frame_(FrameOf(grid)),
         cells_(static_cast<size_t>(window.rows) * static_cast<size_t>(window.columns)) {}
 
-  /// A stop whose cell lies outside the window counts in no cell.
+  /// A stop whose cell is outside the window counts in no cell.
   void Add(const Point& stop) {
     const CellPosition cell = GridCellOf(stop.geo.lat, stop.geo.lon, frame_);
     const int row = static_cast<int>(cell.alongNorth);
@@ -169,7 +169,7 @@ class Plane {
   double north0_;
 };
 
-/// A ring with its bounds: what lies outside of these needs no walk around the ring.
+/// A ring with its bounds: what is outside of these needs no walk around the ring.
 class BoundedRing {
  public:
   explicit BoundedRing(Ring ring) : ring_(std::move(ring)), test_(ring_) {

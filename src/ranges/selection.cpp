@@ -36,7 +36,7 @@ struct Element {
   }
 };
 
-/// Reads a set behind its "[". \return nothing if it is never closed
+/// Reads a set after its "[". \return nothing if it is never closed
 std::optional<Element> TakeSet(std::string_view& rest) {
   Element set{Element::Kind::Set, 0, false, {}};
   if (!rest.empty() && rest.front() == '^' && rest.substr(1, 1) != "]") {

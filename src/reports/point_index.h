@@ -33,9 +33,9 @@ struct PointIndex {
 /// it
 PointIndex BuildPointIndex(const Map& map, double centerLongitude);
 
-/// The order of names: alike up to a tail of digits and points they go by the number of the tail,
-/// so A9 comes before A10; else by bytes, capitals first. It is not a strict order (two names may
-/// be alike, and three may run in a circle), so sort with nothing that asks for one.
+/// The order of names. Names that differ only in a tail of digits and points are ordered by the
+/// number of the tail, so A9 comes before A10; others by bytes, capitals first. This is not a strict
+/// order: two names can be equal, and three can form a circle. So don't use it with `std::sort`.
 /// \return negative, 0 or positive as `a` comes before, with or after `b`
 int CompareIndexNames(std::string_view a, std::string_view b);
 

@@ -6,12 +6,12 @@ class QWidget;
 
 namespace orvane {
 
-/// The color of text that is less important than the text around it: line numbers, hints. It can be
-/// read on light and dark desktops; the color that the toolkit has for hints in fields is black on
+/// The colour of text that is less important than the text around it: line numbers, hints. It can be
+/// read on light and dark desktops; the colour that the toolkit has for hints in fields is black on
 /// some dark ones.
 QColor QuietTextColor(const QPalette& palette);
 
-/// Shows the text of a label in the color of `QuietTextColor`.
+/// Shows the text of a label in the colour of `QuietTextColor`.
 void MakeTextQuiet(QWidget& label);
 
 }  // namespace orvane

@@ -42,9 +42,9 @@ inline void SetDisplayMode(MapWindow& view, CoordinateDisplay display) {
 /// \param scale  logical pixels per metre
 std::string ScaleLabel(float scale);
 
-/// A distance over the equator, by tangents that take degrees as they are and an arc tangent that
-/// is taken as degrees. No distance on the earth comes out of it; these are the figures that have
-/// always been shown.
+/// The figure of the row "GreatCircle", by tangents that take degrees as they are and an arc tangent
+/// that is taken as degrees. It is not a distance on the earth (see the rule on the great circle in
+/// docs/compatibility.md).
 /// \return metres; 0 unless one of the two is exactly on the equator, less than 90 degrees of
 ///         longitude from the other
 double GreatCircleDistance(const LatLon& pointer, const LatLon& press);

@@ -153,12 +153,12 @@ TEST(ReadReal, AgreesWithTheStandardConversionAroundFifteenDigits) {
   // Up to 15 digits are read by a way of their own.
   constexpr unsigned Seed = 74;
   std::mt19937 random(Seed);
-  const std::string behind = "\t eEx.m";
+  const std::string tails = "\t eEx.m";
   for (int i = 0; i < 200000; ++i) {
     std::string text;
     for (size_t n = 12 + random() % 6; n > 0; --n) text += static_cast<char>('0' + random() % 10);
     text.insert(random() % (text.size() + 1), 1, '.');
-    if (random() % 4 == 0) text += behind[random() % behind.size()];
+    if (random() % 4 == 0) text += tails[random() % tails.size()];
     if (random() % 8 == 0) text += std::to_string(random() % 30);
     ExpectLikeStandard(text, Seed);
     if (HasFatalFailure()) return;

@@ -211,7 +211,7 @@ TEST_F(CommandsTest, ContoursNeedAnIntervalAndASensibleNumberOfLines) {
   ExpectError({"contours", "site.map"}, "No contour interval in site.map");
   folder.Write("wild.map", "G\tA\tN0\tE0\t10\nG\tB\tN0\tE9\t1000000\nG\tC\tN9\tE9\t10\n");
   ExpectError({"contours", "wild.map", "--interval", "1"},
-              "Can't make contours: the levels lie too close (100,000 between neighbours of the "
+              "Can't make contours: the levels are too close (100,000 between neighbours of the "
               "grid, 5,000,000 crossings in all)");
   folder.Write("top.map", "B\trich.map\n");  // the basis has the interval
   EXPECT_EQ(Print({"contours", "top.map"}), Print({"contours", "rich.map"}));

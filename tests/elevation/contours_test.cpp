@@ -291,7 +291,7 @@ TEST_F(ContoursTest, TooManyLevelsAreRefused) {
   EXPECT_EQ(GenerateContours(*map, 1), ContourRefused);
   ASSERT_EQ(messages.Entries().size(), 1U);
   EXPECT_EQ(messages.Entries()[0].text.substr(0, 44),
-            "Can't make contours: the levels lie too clos");
+            "Can't make contours: the levels are too clos");
   ExpectUntouched();
 }
 

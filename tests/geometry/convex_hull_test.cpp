@@ -234,7 +234,7 @@ TEST(PolyAddPoint, PutsAThirdVertexBetweenTheTwoOfARing) {
   PointBag bag;
   RecordedMessages messages;
   // Both edges of a ring of two tie. The way from the head to the new vertex meets the edge that
-  // leads back to the head, so that one counts, and the vertex goes behind the head.
+  // leads back to the head, so that one counts, and the vertex goes after the head.
   Poly ring = bag.Ring("0:0 1000:1000");
   PolyAddPoint(ring, *bag.At(1000, 0), messages);
   EXPECT_EQ(TextOf(ring), "0:0 1000:0 1000:1000");

@@ -86,8 +86,8 @@ std::vector<std::string> JsonFaults(const std::string& expectedText,
                                     const std::string& actualText) {
   const Json expected = Json::parse(expectedText, nullptr, false);
   const Json actual = Json::parse(actualText, nullptr, false);
-  if (expected.is_discarded()) return {"the expected file is no JSON"};
-  if (actual.is_discarded()) return {"the output is no JSON"};
+  if (expected.is_discarded()) return {"the expected file is not JSON"};
+  if (actual.is_discarded()) return {"the output is not JSON"};
   std::vector<std::string> faults;
   std::vector<Pair> open{{"$", &expected, &actual}};
   while (!open.empty() && faults.size() < MostFaults) {

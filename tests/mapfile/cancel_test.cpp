@@ -143,10 +143,10 @@ TEST_F(CancelTest, NoLineIsReadAfterAnIncludedFileWasCanceled) {
   Map& map = MakeMap(workspace, "stays.map");
   CountedProgress progress(3);  // in the middle of the included file
   workspace.progress = &progress;
-  ReadMapText(map, "I " + folder.Path("long.map") + "\n# behind\n");
+  ReadMapText(map, "I " + folder.Path("long.map") + "\n# after\n");
   EXPECT_TRUE(progress.Canceled());
   ASSERT_FALSE(map.comments.empty());
-  EXPECT_NE(map.comments.back(), "# behind");
+  EXPECT_NE(map.comments.back(), "# after");
 }
 
 TEST_F(CancelTest, ACanceledBasisIsNotTheMapsBasis) {

@@ -523,7 +523,7 @@ std::chrono::milliseconds Monkey::WatchWork() {
   for (QWidget* widget : all) {
     auto* box = qobject_cast<ProgressBox*>(widget);
     if (box == nullptr || !box->isVisible() || !dice_.OneIn(3)) continue;
-    Note("  call off \"" + box->windowTitle().toStdString() + "\"");
+    Note("  cancel \"" + box->windowTitle().toStdString() + "\"");
     QTest::keyClick(box, Qt::Key_Escape);
   }
   if (dice_.OneIn(4)) workTime_ += BusyWork::Patience;

@@ -1,4 +1,4 @@
-// Ten thousand events at random, in ten runs that can stand side by side. MONKEY_TRACE=1 in the
+// Ten thousand events at random, in ten runs that are independent. MONKEY_TRACE=1 in the
 // environment writes each event out as it happens; MONKEY_SEEDS=100 takes the seeds from 101 on.
 
 #include "shell/monkey.h"

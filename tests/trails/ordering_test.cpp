@@ -76,7 +76,7 @@ TEST(InsertPointByNumber, InsertsBeforeTheFirstGreaterNumber) {
   TrailMap data;
   Trail& trail = data.AddNames("Pde", {"Pde10", "Camp", "Pde30", "Pdeend"});
   EXPECT_EQ(InsertPointByNumber(trail, data.Named("x"), "Pde20"), 2U);
-  EXPECT_EQ(InsertPointByNumber(trail, data.Named("y"), "Pde30m"), 4U) << "behind equal ones";
+  EXPECT_EQ(InsertPointByNumber(trail, data.Named("y"), "Pde30m"), 4U) << "after equal ones";
   EXPECT_EQ(InsertPointByNumber(trail, data.Named("z"), "Pde-7"), 0U);
   EXPECT_EQ(NamesOf(trail), (Texts{"z", "Pde10", "Camp", "x", "Pde30", "y", "Pdeend"}));
 }

@@ -20,7 +20,7 @@ class OrientationDialog final : public QDialog {
 
  public:
   /// \param view          sets what is chosen at first; "OK" turns it. Must outlive the dialog
-  /// \param surroundings  beep at a text that is no rotation
+  /// \param surroundings  beep at a text that is not a rotation
   OrientationDialog(MapWindow& view, Surroundings& surroundings, QWidget* parent);
 
   QRadioButton& Button(Orientation orientation);

@@ -13,7 +13,7 @@ constexpr double WheelUnitsPerDoubling = 240;
 /// How far a notch moves the view: 60 pixels, as in a list.
 constexpr double PixelsPerWheelUnit = 0.5;
 
-/// True for two fingers on a touch pad: a wheel has no phases and is no touch pad.
+/// True for two fingers on a touch pad: a wheel has no phases.
 bool IsTwoFingers(const QWheelEvent& event) {
   return event.phase() != Qt::NoScrollPhase ||
          event.pointingDevice()->type() == QInputDevice::DeviceType::TouchPad;

@@ -52,7 +52,7 @@ class ElevationPlot final : public QWidget {
   /// Shows angles in another form.
   void SetDisplay(CoordinateDisplay display);
   CoordinateDisplay Display() const { return display_; }
-  /// Draws again soon: lines have become smooth, or are so no more.
+  /// Draws again soon, after "Smooth Lines" was switched.
   void Redraw();
   /// Shows the info pane, or hides it.
   void ToggleInfo();

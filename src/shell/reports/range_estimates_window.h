@@ -16,7 +16,7 @@ class ShownTable;
 
 /// The Range Estimates of the ranges that are selected beside the map: a table, and below it the
 /// charts of one of them. Above are the factor of the bandwidth and the range of the charts. Work
-/// that takes long shows its progress and can be cancelled; "Estimate Again" then starts it anew.
+/// that takes long shows its progress and can be cancelled; "Estimate Again" then restarts it.
 class RangeEstimatesWindow final : public LinesWindow {
   Q_OBJECT
 
