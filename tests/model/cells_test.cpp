@@ -371,5 +371,17 @@ TEST_F(EstimateAltitudeTest, EmptyMapHasNone) {
   EXPECT_EQ(EstimateAltitude(map, {0, 0, NoAltitude}), NoAltitude);
 }
 
+TEST(RangeCells, AreInTheOrderOfRowsThenColumns) {
+  RangeCell low;
+  RangeCell high;
+  high.column = 1;
+  EXPECT_TRUE(IsCellBefore(low, high));
+  EXPECT_FALSE(IsCellBefore(high, low));
+  EXPECT_FALSE(IsCellBefore(low, low));
+  low.row = 1;
+  EXPECT_TRUE(IsCellBefore(high, low));
+  EXPECT_FALSE(IsCellBefore(low, high));
+}
+
 }  // namespace
 }  // namespace orvane
