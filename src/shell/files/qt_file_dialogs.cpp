@@ -11,6 +11,7 @@
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QSignalBlocker>
 
 #include <filesystem>
 #include <system_error>
@@ -34,8 +35,9 @@ QStringList FiltersOf(const FileSpecification& file, bool saving) {
   const bool isText = type == "txt" && !file.withTable;
   if (isText && saving) return {QStringLiteral("Text files (*.txt)"), all};
   if (isText) {
-    return {QStringLiteral("Tables and GPS files (*.txt *.tsv *.csv *.xlsx *.xls *.ods *.gpx *.kml)"),
-            all};
+    return {
+        QStringLiteral("Tables and GPS files (*.txt *.tsv *.csv *.xlsx *.xls *.ods *.gpx *.kml)"),
+        all};
   }
   if (type == "shp") return {QStringLiteral("Shapefiles (*.shp)"), all};
   for (const auto& [ending, filter] : ExportFilters) {
@@ -124,7 +126,11 @@ bool FileBox::MayReplace(const QString& chosen) {
 
 void FileBox::EnterFolder(const std::string& folder) {
   setDirectory(folders_.NameOf(folder));
-  if (auto* field = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))) field->clear();
+  auto* field = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+  // Where an empty field is seen, the toolkit selects the folder itself, and a name that is typed then
+  // does not count.
+  const QSignalBlocker blocker(field);
+  if (field != nullptr) field->clear();
 }
 
 void FileBox::accept() {
