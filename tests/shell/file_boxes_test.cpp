@@ -233,8 +233,10 @@ TEST_F(Latin1FileBoxes, ATypedFolderInLatin1IsEntered) {
     Type(box, "Fíeld");
     EXPECT_TRUE(box.isVisible());
     EXPECT_EQ(box.directory().dirName(), QString::fromUtf8("Fíeld"));
+    Type(box, "Río.map");
   });
-  EXPECT_EQ(boxes_.AskOpen("Open", file), FileAnswer::Canceled);
+  EXPECT_EQ(boxes_.AskOpen("Open", file), FileAnswer::Chosen);
+  EXPECT_EQ(PathOf(file), field_ + "/R\xEDo.map");
 }
 
 TEST_F(Latin1FileBoxes, AFileInLatin1IsReplacedOnlyAfterAQuestion) {
