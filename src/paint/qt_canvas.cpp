@@ -233,11 +233,8 @@ void QtCanvas::FillDirectly(const PixelRect& rect) {
 void QtCanvas::DrawOval(const PixelRect& rect) {
   UseClip();
   const bool thin = pen_.width <= 1 || !HasOutline();
-  if (thin && CopyOval(rect)) return;
   if (!options_.antialias && thin) {
-    PaintThinOval(painter_, rect);
-    tools_ = Tools::None;
-    penColor_.reset();
+    DrawThinOval(rect);
     return;
   }
   UseTools(Tools::Area);
@@ -248,24 +245,19 @@ void QtCanvas::DrawOval(const PixelRect& rect) {
   if (!options_.antialias) painter_.setRenderHint(QPainter::Antialiasing, false);
 }
 
-bool QtCanvas::CopyOval(const PixelRect& rect) {
-  if (!HasOutline() && !brush_.solid) return true;
+void QtCanvas::DrawThinOval(const PixelRect& rect) {
+  if (!HasOutline() && !brush_.solid) return;
   const OvalLook look{rect.right - rect.left, rect.bottom - rect.top,
                       HasOutline() ? std::optional(pen_.color) : std::nullopt,
                       brush_.solid ? std::optional(brush_.color) : std::nullopt};
   const bool isWhole = !HasOutline() || pen_.pattern == PenPattern::Solid;
-  const bool isHair = options_.antialias && options_.hairline > 0;
-  const bool isSmall = std::max(look.width, look.height) <= LargestCopiedOval;
-  if (!fillsDirectly_ || !isWhole || isHair || !isSmall) return false;
-  painter_.drawImage(QPoint(rect.left, rect.top), OvalPicture(look));
-  return true;
-}
-
-void QtCanvas::PaintSmoothOval(QPainter& painter, const PixelRect& rect) {
-  painter.setRenderHint(QPainter::Antialiasing, true);
-  painter.setPen(HasOutline() ? PainterPen(Tools::Area) : QPen(Qt::NoPen));
-  painter.setBrush(PainterBrush());
-  painter.drawEllipse(OutlineRect(rect));
+  if (fillsDirectly_ && isWhole && std::max(look.width, look.height) <= LargestCopiedOval) {
+    painter_.drawImage(QPoint(rect.left, rect.top), OvalPicture(look));
+    return;
+  }
+  PaintThinOval(painter_, rect);
+  tools_ = Tools::None;
+  penColor_.reset();
 }
 
 void QtCanvas::PaintThinOval(QPainter& painter, const PixelRect& rect) {
@@ -286,12 +278,7 @@ const QImage& QtCanvas::OvalPicture(const OvalLook& look) {
     QImage picture(width, height, QImage::Format_ARGB32_Premultiplied);
     picture.fill(Qt::transparent);
     QPainter painter(&picture);
-    const PixelRect all{0, 0, width, height};
-    if (options_.antialias) {
-      PaintSmoothOval(painter, all);
-    } else {
-      PaintThinOval(painter, all);
-    }
+    PaintThinOval(painter, {0, 0, width, height});
     painter.end();
     at->second = std::move(picture);
   }

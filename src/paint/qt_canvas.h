@@ -89,13 +89,10 @@ class QtCanvas final : public Canvas {
   const QPen& PainterPen(Tools tools);
   /// Fills a rectangle with the brush, without the painter's pen and brush.
   void FillDirectly(const PixelRect& rect);
-  /// Draws an oval whose outline, if it has one, is one pixel wide, by copying a picture of it.
-  /// \return false if it is too large, its outline has gaps, or the device does not have pixels
-  bool CopyOval(const PixelRect& rect);
-  /// Draws such an oval with a painter; sets the pen and the brush of that painter.
+  /// Draws an oval whose outline, if it has one, is not smooth and one pixel wide.
+  void DrawThinOval(const PixelRect& rect);
+  /// Draws it with a painter; sets the pen and the brush of that painter.
   void PaintThinOval(QPainter& painter, const PixelRect& rect);
-  /// The same with smooth edges.
-  void PaintSmoothOval(QPainter& painter, const PixelRect& rect);
   /// An oval with the current pen and brush, on a transparent ground.
   const QImage& OvalPicture(const OvalLook& look);
   /// The rectangle whose outline, or without one whose inside, covers `rect` and nothing beyond.

@@ -5,7 +5,6 @@
 #include "view/label_layer.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <gtest/gtest.h>
 
 namespace orvane {
@@ -194,45 +193,6 @@ TEST(QtCanvas, ACopiedOvalIsThePaintersOwn) {
       painter.end();
       painted.setDevicePixelRatio(pixelRatio);
       EXPECT_TRUE(copied.Image() == painted) << pixelRatio << filled;
-    }
-  }
-}
-
-/// The largest difference of a colour between two pictures, from 0 to 255.
-int LargestDifference(const QImage& a, const QImage& b) {
-  int largest = 0;
-  for (int y = 0; y < a.height(); ++y) {
-    for (int x = 0; x < a.width(); ++x) {
-      const QColor one = a.pixelColor(x, y);
-      const QColor other = b.pixelColor(x, y);
-      largest =
-          std::max({largest, std::abs(one.red() - other.red()),
-                    std::abs(one.green() - other.green()), std::abs(one.blue() - other.blue())});
-    }
-  }
-  return largest;
-}
-
-// So are smooth ones, which took a quarter of the time of a map full of marks. Up to rounding, as the
-// edges of the line and the inside are mixed with the ground in another order.
-TEST(QtCanvas, ASmoothCopiedOvalIsThePaintersOwn) {
-  for (const bool filled : {false, true}) {
-    for (int size = 2; size <= 70; ++size) {
-      const int height = size % 3 == 0 ? size / 2 + 1 : size;
-      PaintedPicture copied(90, 90, {.antialias = true});
-      copied.Paper().SetPen({.color = Blue});
-      copied.Paper().SetBrush({.solid = filled, .color = Green});
-      QImage painted(90, 90, QImage::Format_RGB32);
-      painted.fill(Qt::white);
-      QPainter painter(&painted);
-      painter.setRenderHint(QPainter::Antialiasing);
-      painter.setPen(QPen(PaintColor(Blue), 0, Qt::SolidLine, Qt::FlatCap, Qt::SvgMiterJoin));
-      painter.setBrush(filled ? QBrush(PaintColor(Green)) : QBrush(Qt::NoBrush));
-      const int left = size * 7 % 30 - 10;
-      copied.Paper().DrawOval({left, 5, left + size, 5 + height});
-      painter.drawEllipse(QRectF(left + 0.5, 5.5, size - 1, height - 1));
-      painter.end();
-      EXPECT_LE(LargestDifference(copied.Image(), painted), 8) << size << filled;
     }
   }
 }
