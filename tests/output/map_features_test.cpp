@@ -49,7 +49,9 @@ TEST_F(MapFeatures, EndWhenNoMoreAreWanted) {
       {"cell", [&](const auto& take) { return VisitCells(map, take); }},
       {"cell", [&](const auto& take) { return VisitShades(map, take); }},
       {"contour", [&](const auto& take) { return VisitContours(map, take); }}};
-  for (const auto& [kind, visit] : visits) {
+  for (const auto& each : visits) {
+    const char* const kind = each.first;
+    const Visit& visit = each.second;
     int seen = 0;
     EXPECT_FALSE(visit([&](const MapFeature& feature) {
       ++seen;
