@@ -340,14 +340,14 @@ SaveOutcome SaveTrailEditor(TrailEditor& editor, EditHistory& history) {
     if (questions.StopAtDeletedTrail()) return SaveOutcome::Stays;
     editor.MakeAgain();
   }
-  if (questions.StopAtIdentity(input) || questions.StopWithoutIdentity(input)) {
-    return SaveOutcome::Stays;
-  }
-  if (editor.Rows().empty() && refuse("Sorry but there must be at least one point on your trail")) {
-    return SaveOutcome::Stays;
-  }
-  if (refuse(ReadColor(form, input)) || questions.StopAtNearPlace() ||
-      questions.StopAtForeignChange()) {
+  const bool isRefused = questions.StopAtIdentity(input) || questions.StopWithoutIdentity(input) ||
+                         (editor.Rows().empty() &&
+                          refuse("Sorry but there must be at least one point on your trail")) ||
+                         refuse(ReadColor(form, input)) || questions.StopAtNearPlace() ||
+                         questions.StopAtForeignChange();
+  if (isRefused) {
+    // An undo can bring the trail back before the next OK.
+    if (wasDeleted) editor.LeaveDeleted();
     return SaveOutcome::Stays;
   }
   std::vector<std::string> badNames;

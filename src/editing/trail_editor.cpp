@@ -73,6 +73,11 @@ void TrailEditor::MakeAgain() {
   trail_ = nullptr;
 }
 
+void TrailEditor::LeaveDeleted() {
+  openedPoints_ = std::exchange(deletedPoints_, {});
+  trail_ = std::exchange(deleted_, nullptr);
+}
+
 std::string TrailEditor::Title() const {
   return trail_ == nullptr ? "New Trail" : "Trail: " + ShortNameOf(*trail_);
 }

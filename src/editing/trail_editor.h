@@ -39,6 +39,8 @@ class TrailEditor final : public CellModel {
   /// Turns the editor of a trail that was deleted into that of a new one, which gets the looks and the
   /// note of the deleted one.
   void MakeAgain();
+  /// Takes `MakeAgain` back, for a trail that is not made after all.
+  void LeaveDeleted();
   /// \return the deleted trail after `MakeAgain`, or null
   const Trail* Deleted() const { return deleted_; }
   /// \return the points that the deleted trail had when the editor was opened; none if its map was

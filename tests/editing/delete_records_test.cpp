@@ -113,6 +113,22 @@ TEST_F(DeleteRecordsTest, AnEditorOfADeletedTrailOffersToMakeItAgain) {
   EXPECT_EQ(Named(map, "A0").trail, made);
 }
 
+/// The editor had become that of a new trail, which the trail of the same name then refused for ever.
+TEST_F(DeleteRecordsTest, AnEditorGoesOnWithATrailThatComesBackAfterARefusal) {
+  Trail* main = FindTrail(map, "Main");
+  TrailEditor editor(map, main);
+  editor.SetField(TrailField::LineColor, "NoSuch");
+  DeleteTrails(map, {main}, history);
+  ASSERT_EQ(SaveTrailEditor(editor, history), SaveOutcome::Stays);
+  EXPECT_EQ(editor.Title(), "Trail: Main");
+  ASSERT_TRUE(history.Undo(map));
+  editor.SetField(TrailField::LineColor, "red");
+  ASSERT_EQ(SaveTrailEditor(editor, history), SaveOutcome::Closes);
+  EXPECT_EQ(FindTrail(map, "Main"), main);
+  EXPECT_EQ(main->color, 0xFF0000);
+  EXPECT_EQ(*history.UndoName(map), "Edit of Trail Main");
+}
+
 /// Once, the readings and notes of points on other trails too were in the map twice afterwards.
 TEST_F(DeleteRecordsTest, ATrailThatIsMadeAgainGivesItsSharedPointsBackOnce) {
   Trail* main = FindTrail(map, "Main");
