@@ -111,7 +111,7 @@ class TrailEditor final : public CellModel {
 
   Map& map_;
   Trail* trail_;
-  const Trail* deleted_ = nullptr;
+  Trail* deleted_ = nullptr;
   std::vector<Point*> deletedPoints_;
   std::optional<Trail> lost_;  ///< a copy without points of a trail that no map has; for the above
   TrailForm form_;
