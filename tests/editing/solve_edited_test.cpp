@@ -96,7 +96,7 @@ TEST_F(SolveEditedTest, EditedMapsHaveThePlacesOfTheirSavedFiles) {
         if (i == 0 || dice.OneIn(2)) {
           text += "G\t" + name + "\tS21 15." + std::to_string(dice.Below(10)) + "\tE47 25.1\n";
         }
-        const std::string base = below[static_cast<size_t>(dice.Below(4))];
+        const std::string& base = below[static_cast<size_t>(dice.Below(4))];
         if (dice.OneIn(2)) text += "P\t" + base + "\n";
         text += "C\t" + name + "\t" + base + "\t" + std::to_string(20 + dice.Below(60)) + "\tA" +
                 std::to_string(dice.Below(360)) + "\t0\n";
