@@ -143,6 +143,19 @@ std::optional<size_t> FindChanged(const EqualRecords& then, const std::vector<Fi
   return std::nullopt;
 }
 
+/// \return true if the removed records of the map or of its basis chain have the record
+template <typename Record>
+bool IsIn(const Map& map, std::forward_list<Record> RemovedRecords::*list, const Record& record) {
+  for (const Map* level = &map; level != nullptr; level = level->basis) {
+    const std::forward_list<Record>& removed = level->removed.*list;
+    if (std::any_of(removed.begin(), removed.end(),
+                    [&](const Record& each) { return &each == &record; })) {
+      return true;
+    }
+  }
+  return false;
+}
+
 }  // namespace
 
 FileMark ContentMark(const Trail& trail) {
@@ -198,6 +211,14 @@ std::vector<Trail*> EqualTrails(Map& map, const Trail& like) {
 bool HoldsTrail(Map& map, const Trail& trail) {
   const std::vector<Trail*> equals = EqualTrails(map, trail);
   return std::find(equals.begin(), equals.end(), &trail) != equals.end();
+}
+
+bool IsRemoved(const Map& map, const Trail& trail) {
+  return IsIn(map, &RemovedRecords::trails, trail);
+}
+
+bool IsRemoved(const Map& map, const Range& range) {
+  return IsIn(map, &RemovedRecords::ranges, range);
 }
 
 TrailOrigin OriginOf(Map& map, const Trail& trail) {

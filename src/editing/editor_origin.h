@@ -50,6 +50,11 @@ std::vector<Trail*> EqualTrails(Map& map, const Trail& like);
 /// \return true if the map or its basis chain has the trail in a list; contours too
 bool HoldsTrail(Map& map, const Trail& trail);
 
+/// \return true if an edit removed it from the map or from one in its basis chain, so that an undo
+///         can put it back
+bool IsRemoved(const Map& map, const Trail& trail);
+bool IsRemoved(const Map& map, const Range& range);
+
 /// \param trail  of the map or its basis chain
 TrailOrigin OriginOf(Map& map, const Trail& trail);
 RangeOrigin OriginOf(Map& map, const Range& range);

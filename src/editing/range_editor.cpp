@@ -209,7 +209,10 @@ void RangeEditor::TakeOrigin(const RangeOrigin& origin) {
 }
 
 void RangeEditor::FollowReread() {
-  if (range_ == nullptr || MapOfRange(map_, range_) != nullptr) return;
+  // One that only was deleted can come back.
+  if (range_ == nullptr || MapOfRange(map_, range_) != nullptr || IsRemoved(map_, *range_)) {
+    return;
+  }
   const bool isLost = lost_ && range_ == &*lost_;
   RangeOrigin before = *origin_;
   if (!isLost) {

@@ -30,6 +30,7 @@ std::forward_list<SearchKey> KeysOf(const std::vector<RangeRow>& rows) {
 
 SaveOutcome SaveRangeEditor(RangeEditor& editor, EditHistory& history,
                             const std::function<void(Range& range, Color color)>& show) {
+  editor.FollowReread();  // what was lost may be there again
   Map* holder = MapOfRange(editor.WindowMap(), editor.Edited());
   Map& map = holder == nullptr ? editor.WindowMap() : *holder;
   Messages& messages = map.workspace->messages;

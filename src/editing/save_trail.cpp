@@ -315,11 +315,11 @@ std::string EditName(const TrailEditor& editor, const TrailInput& input) {
 SaveOutcome SaveTrailEditor(TrailEditor& editor, EditHistory& history) {
   Map& window = editor.WindowMap();
   Messages& messages = window.workspace->messages;
+  editor.FollowReread();  // what was lost may be there again
   const Trail* edited = editor.Edited();
   Map* holder = edited == nullptr ? nullptr : MapOfTrail(window, *edited);
   const bool wasDeleted = edited != nullptr && holder == nullptr && !IsContour(*edited);
   if (!editor.IsChanged() && !wasDeleted) return SaveOutcome::Closes;
-  if (editor.IsReadOnly()) editor.FollowReread();  // the contours may be there again
   Map& map = holder == nullptr ? window : *holder;
   const TrailForm& form = editor.Form();
   TrailInput input;

@@ -5,9 +5,9 @@
 #include "ranges/analysis.h"
 #include "survey/positions.h"
 #include "survey/solver.h"
+#include "survey/unplaced_below.h"
 
 #include <algorithm>
-#include <unordered_map>
 
 namespace orvane {
 
@@ -26,35 +26,6 @@ void ForgetGatheredReadings(Map& map) {
 
 namespace {
 
-/// Points of the bases lose what a solve of this map, or of one that is not among its bases, has given
-/// them: on opening, this map finds them as its bases leave them.
-void RestorePointsBelow(Map& map) {
-  std::unordered_map<Point*, UnplacedBelow> first;
-  for (const Map& other : map.workspace->maps) {
-    if (&other != &map && RestsOn(map, other)) continue;
-    for (const UnplacedBelow& each : other.unplacedBelow) {
-      const Map& holder = *each.point->map;
-      if (&holder == &map || !RestsOn(map, holder)) continue;
-      const auto [place, isNew] = first.emplace(each.point, each);
-      // Solves only add, so the lower weight is the earlier one.
-      const UnplacedBelow& known = place->second;
-      if (!isNew &&
-          each.positionWeight + each.altitudeWeight < known.positionWeight + known.altitudeWeight) {
-        place->second = each;
-      }
-    }
-  }
-  for (const auto& [point, then] : first) {
-    point->flags &= ~std::uint32_t{PointPlaced};
-    point->latSum = then.latSum;
-    point->lonSum = then.lonSum;
-    point->altSum = then.altSum;
-    point->positionWeight = then.positionWeight;
-    point->altitudeWeight = then.altitudeWeight;
-  }
-  map.unplacedBelow.clear();
-}
-
 /// A shot at a point of a basis that has no place begins where its own point is before the solve: on
 /// opening that is at 0,0, or at the mean of its fixes if that was found before anything else.
 void ForgetPlaces(Map& map) {
@@ -72,7 +43,7 @@ std::vector<Map*> SolveEdited(Map& map) {
   for (Map* above : MapsBasedOn(map)) maps.push_back(above);
   for (Map* each : maps) ForgetGatheredReadings(*each);
   for (Map* each : maps) {
-    RestorePointsBelow(*each);
+    RestoreUnplacedBelow(*each);
     ClearOwnPositions(*each);
     ForgetPlaces(*each);
     SolveMap(*each);

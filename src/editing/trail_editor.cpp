@@ -190,7 +190,8 @@ void TrailEditor::FollowReread() {
     deleted_ = &*lost_;
     deletedPoints_.clear();
   }
-  if (trail_ == nullptr || HoldsTrail(map_, *trail_)) return;
+  // One that only was deleted can come back.
+  if (trail_ == nullptr || HoldsTrail(map_, *trail_) || IsRemoved(map_, *trail_)) return;
   TrailOrigin before = *origin_;
   if (!IsLost()) {
     // It may have changed since the editor was opened.

@@ -2,6 +2,7 @@
 
 #include "geo/earth.h"
 #include "survey/links.h"
+#include "survey/unplaced_below.h"
 
 namespace orvane {
 
@@ -39,9 +40,11 @@ bool QuickPosition(Point& point) {
 }
 
 bool NeedsSolving(Map& map) {
+  NoteUnplacedBelow(map);
   if (map.basis != nullptr && map.date < map.basis->date) return true;
   bool failed = false;
   ForEachPoint(map, [&](Point& point) { failed = failed || !QuickPosition(point); });
+  if (!failed) KeepGivenBelow(map);
   return failed;
 }
 

@@ -6,9 +6,7 @@
 #include "survey/positions.h"
 #include "survey/regions.h"
 #include "survey/strays.h"
-
-#include <unordered_set>
-#include <vector>
+#include "survey/unplaced_below.h"
 
 namespace orvane {
 
@@ -26,27 +24,6 @@ void SolvePoints(Map& map) {
   ForEachPoint(map, ProjectPoint);
 }
 
-/// Remembers the points below that a solve could place. It knows best about those of its own map.
-void NoteUnplacedBelow(Map& map) {
-  for (Map& other : map.workspace->maps) {
-    std::erase_if(other.unplacedBelow,
-                  [&](const UnplacedBelow& each) { return each.point->map == &map; });
-  }
-  std::unordered_set<const Point*> known;
-  for (const UnplacedBelow& each : map.unplacedBelow) known.insert(each.point);
-  for (const Map* below = map.basis; below != nullptr; below = below->basis) {
-    ForEachPoint(*below, [&](Point& point) {
-      if (IsPlaced(point) || !known.insert(&point).second) return;
-      map.unplacedBelow.push_back({.point = &point,
-                                   .latSum = point.latSum,
-                                   .lonSum = point.lonSum,
-                                   .altSum = point.altSum,
-                                   .positionWeight = point.positionWeight,
-                                   .altitudeWeight = point.altitudeWeight});
-    });
-  }
-}
-
 }  // namespace
 
 void SolveMap(Map& map) {
@@ -56,6 +33,7 @@ void SolveMap(Map& map) {
   BuildLinks(map, links);
   SolvePoints(map);
   FreeLinks(links);
+  KeepGivenBelow(map);
 }
 
 }  // namespace orvane

@@ -120,6 +120,20 @@ TEST_F(FollowRereadTest, ADeletedTrailThatIsBeingMadeAgainIsKept) {
   EXPECT_EQ(Ridge()->color, 0xFF0000);
 }
 
+/// The editor lost a trail or range that only was deleted, and an undo did not bring it back to it.
+TEST_F(FollowRereadTest, WhatOnlyWasDeletedComesBackAfterAnotherMapWasReread) {
+  Trail* ridge = Ridge();
+  TrailEditor editor(map, ridge);
+  editor.SetField(TrailField::Width, "7");
+  DeleteTrails(map, {ridge}, history);
+  editor.FollowReread();
+  ASSERT_TRUE(history.Undo(map));
+  EXPECT_EQ(SaveTrailEditor(editor, history), SaveOutcome::Closes);
+  EXPECT_TRUE(messages.Questions().empty());
+  EXPECT_EQ(Ridge(), ridge);
+  EXPECT_EQ(ridge->width, 7);
+}
+
 TEST_F(FollowRereadTest, AContourIsNotFoundAgain) {
   Trail& line = map.contourTrails.emplace_front();
   line.name = "Ridge";  // as a trail is called

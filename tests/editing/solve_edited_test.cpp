@@ -85,6 +85,47 @@ TEST_F(SolveEditedTest, AfterAnUndoTheBasisHasNoPlaceFromTheMapEither) {
   EXPECT_EQ(Named(map, "K7").geo, opened);
 }
 
+/// A map above had met the point without a place, and took the new one away.
+TEST_F(SolveEditedTest, AMapAboveKeepsThePlaceThatOneBetweenGivesAPoint) {
+  Open("T\tBt\tTrail\nG\tB1\tS21 15.1\tE47 25.0\nP\tHut\n", "base.map");
+  Map& mid = Open("B\tbase.map\nT\tMid\tRoad\nP\tHut\nP\tB1\n", "mid.map");
+  Map& top = Open("B\tmid.map\nT\tTop\tRoad\nC\tT2\tHut\t50\tA90\t0\n", "top.map");
+  ASSERT_FALSE(IsPlaced(Named(mid, "Hut")));
+  Measurement& shot = Named(mid, "Hut").measurements.emplace_front();
+  shot.base = &Named(mid, "B1");
+  shot.flags = MeasureCompass | MeasureAbsoluteBearing;
+  shot.distance = 100;
+  SolveEdited(mid);
+  EXPECT_TRUE(IsPlaced(Named(mid, "Hut")));
+  EXPECT_TRUE(IsPlaced(Named(top, "T2")));
+  EXPECT_NEAR(Named(top, "T2").geo.lat, Named(mid, "Hut").geo.lat, 1e-6);
+}
+
+/// A solve took the places that another map had given to points of their common basis.
+TEST_F(SolveEditedTest, APlaceFromAnotherMapOverTheBasisStays) {
+  Open("T\tBt\tTrail\nG\tB1\tS21 15.1\tE47 25.0\nP\tHut\n", "base.map");
+  Map& second = Open("B\tbase.map\nT\tSecond\tRoad\nP\tHut\nG\tS1\tS21 15\tE47 25\n", "second.map");
+  Map& first =
+      Open("B\tbase.map\nT\tFirst\tRoad\nG\tHut\tS21 15.2\tE47 25.1\nP\tB1\n", "first.map");
+  ASSERT_TRUE(IsPlaced(Named(first, "Hut")));
+  SolveEdited(second);
+  EXPECT_TRUE(IsPlaced(Named(first, "Hut")));
+  SolveEdited(*first.basis);
+  EXPECT_TRUE(IsPlaced(Named(first, "Hut")));
+}
+
+/// The fix had placed the point before it was known to have no place of its own.
+TEST_F(SolveEditedTest, ACorrectedFixOfAPointBelowMovesIt) {
+  Open("T\tBt\tTrail\nG\tB1\tS21 15.1\tE47 25.0\nP\tHut\n", "base.map");
+  Map& map = Open(
+      "B\tbase.map\nT\tRoad1\tRoad\nG\tHut\tS21 15.35\tE47 25.25\n"
+      "C\tT2\tHut\t50\tA90\t0\n",
+      "season.map");
+  Named(map, "Hut").measurements.front().position.lat = -21.26;
+  SolveEdited(map);
+  EXPECT_DOUBLE_EQ(Named(map, "Hut").geo.lat, -21.26);
+}
+
 /// Maps over a basis with points that it does not place, and random readings between them.
 TEST_F(SolveEditedTest, EditedMapsHaveThePlacesOfTheirSavedFiles) {
   for (std::uint64_t seed = 1; seed <= 40; ++seed) {
