@@ -94,22 +94,28 @@ std::vector<SetLine> SetLines(const PrintMapWindow& view) {
   }
 }
 
-/// The left edge of the first label above a scale bar that begins at `left`.
-int LeftOfLabel(const PrintMapWindow& view, int left) {
+/// The left edge of a label of a scale bar that begins at `left`.
+/// \param number  counted from 1; odd ones are above the bar, even ones below
+int LeftOfLabel(const PrintMapWindow& view, int left, int number) {
   const PrintScaleBar bar = MakePrintScaleBar(view);
   view.target->SetFont(CanvasFont::ScaleBar);
-  return left + bar.segmentPixels - view.target->TextWidth(ScaleBarLabel(bar, 1)) / 2;
+  const int width = view.target->TextWidth(ScaleBarLabel(bar, number));
+  return left + number * bar.segmentPixels - width / 2;
 }
 
-/// The lower edge of the scale bar. In a small font, bar and labels are higher than the line, and the
-/// line below is long. So they end with the line and begin beside the line above, if that is short.
-/// Otherwise they are in the middle, and reach half as far into both.
-/// \param isAboveShort  the line above ends before the labels of the bar
-int FootOfBar(const PrintMapWindow& view, const SetLine& line, int topOfLine, bool isAboveShort) {
+/// The lower edge of the scale bar. In a small font, bar and labels are higher than the line. Then they
+/// end with the line and begin beside the line above, or begin with the line if only the line below
+/// leaves them room. If neither does, the line above is overprinted: below are the coordinates.
+/// \param endAbove  of the text of the line above, or the edge of the box; likewise `endBelow`
+int FootOfBar(const PrintMapWindow& view, const SetLine& line, Pixel topLeft, int endAbove,
+              int endBelow) {
   const int labels = view.target->LineHeight(CanvasFont::ScaleBar) + ScaleBarGap(view);
   const int reach = 2 * labels + ScaleBarHeight(view) - line.Height();
-  const int ending = topOfLine + line.Height() - labels;
-  return reach > 0 && isAboveShort ? ending : ending + reach / 2;
+  const int ending = topLeft.y + line.Height() - labels;
+  if (reach <= 0) return ending + reach / 2;
+  const bool isFreeAbove = endAbove < LeftOfLabel(view, topLeft.x, 1);
+  const bool isFreeBelow = endBelow < LeftOfLabel(view, topLeft.x, 2);
+  return isFreeBelow && !isFreeAbove ? ending + reach : ending;
 }
 
 }  // namespace
@@ -174,27 +180,34 @@ void DrawLegend(const PrintMapWindow& view) {
                       view.device.height};
   canvas.SetPen({0, PenPattern::Solid, Black});
   canvas.SetBrush({true, White});
-  canvas.DrawRect(box);
+  canvas.DrawRect({box.left, std::max(0, box.top), box.right, box.bottom});
+  // Only the frame is on the edge of the page.
+  canvas.SetClip({0, 0, view.device.width, view.device.height});
 
+  const auto leftOf = [&](const SetLine& line) {
+    return box.left + std::max(margin, (width - line.Width(roomOfBar)) / 2);
+  };
+  const auto endOf = [&](size_t index) {
+    return index < lines.size() ? leftOf(lines[index]) + lines[index].textWidth : box.right;
+  };
   int top = box.top + margin;
-  int endOfLast = box.right;  // above the first line is the edge of the box
-  for (const SetLine& line : lines) {
+  for (size_t index = 0; index < lines.size(); ++index) {
+    const SetLine& line = lines[index];
     canvas.SetFont(line.font);
     canvas.SetForeColor(Black);
-    const int x = box.left + std::max(margin, (width - line.Width(roomOfBar)) / 2);
     const int baseline = top + (line.Height() - line.lineHeight) / 2 + canvas.Ascent(line.font);
-    canvas.DrawText({x, baseline}, line.text);
+    canvas.DrawText({leftOf(line), baseline}, line.text);
     if (line.hasScale) {
-      const int left = box.right - inch * 5 / 4;
-      const bool isAboveShort = endOfLast < LeftOfLabel(view, left);
+      const Pixel topLeft{box.right - inch * 5 / 4, top};
+      const int endAbove = index == 0 ? box.right : endOf(index - 1);
       // The labels stay within the box.
       const int highest = box.top + canvas.LineHeight(CanvasFont::ScaleBar) + ScaleBarGap(view) +
                           ScaleBarHeight(view);
-      const int foot = std::max(highest, FootOfBar(view, line, top, isAboveShort));
-      DrawPrintScaleBar(view, {left, foot});
+      const int foot =
+          std::max(highest, FootOfBar(view, line, topLeft, endAbove, endOf(index + 1)));
+      DrawPrintScaleBar(view, {topLeft.x, foot});
     }
     top += line.Height();
-    endOfLast = x + line.textWidth;
   }
 }
 

@@ -25,8 +25,10 @@ void MapPages::DrawPage(int page, Canvas& canvas) {
   DrawMap(view_, area);
   // The edge of the map must not cut the lines that run along it.
   const int room = view_.device.horizontalResolution / 36;
-  canvas.SetClip({-room, -room, area.right + room, area.bottom + room});
+  const PixelRect withEdges{-room, -room, area.right + room, area.bottom + room};
+  canvas.SetClip(withEdges);
   if (page + 1 == Count() && HasLegend(view_)) DrawLegend(view_);
+  canvas.SetClip(withEdges);
   DrawPageMarks(view_, place);
   view_.target = nullptr;
 }

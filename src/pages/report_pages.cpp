@@ -96,7 +96,9 @@ PageFonts PointIndexPages::Fonts() const { return {.text = TableSize}; }
 
 int PointIndexPages::CutIntoPages(Canvas& canvas) {
   SetUp(view_, canvas);
-  LayoutPointIndex(view_, canvas);
+  MeasurePointIndex(view_, canvas);
+  view_.viewWidth -= view_.columnGap / 2;  // the margin on the left; a page does not scroll
+  PlacePointIndex(view_);
   linesOfPage_ = std::max(1, (view_.viewHeight - view_.headerHeight) / view_.lineHeight);
   return std::max(1, (PointIndexLines(view_) + linesOfPage_ - 1) / linesOfPage_);
 }

@@ -75,7 +75,7 @@ class PointIndexPages final : public ReportPages {
  protected:
   int CutIntoPages(Canvas& canvas) override;
   void DrawReport(int page, Canvas& canvas) override;
-  int ContentWidth() const override { return view_.contentWidth - view_.columnGap; }
+  int ContentWidth() const override { return view_.contentWidth - view_.columnGap / 2; }
 
  private:
   PointIndex index_;

@@ -139,23 +139,25 @@ TEST_F(LegendTest, IsABoxInTheBottomRightCorner) {
   EXPECT_EQ(canvas.Having("rect")[1].substr(0, 9), "rect 1725");
 }
 
-/// The bar was drawn over a long line above it.
-TEST_F(LegendTest, HasItsBarInTheMiddleBelowALongLine) {
+/// The bar was drawn over a long line above it, though it had room below.
+TEST_F(LegendTest, HasItsBarBesideTheShorterLine) {
   TheMap().credits = {"\xA9" + std::string(100, 'm'), "\xA9 x"};
-  const auto barBelow = [this](const std::string& label) {
+  c.view.pointSize = 5;
+  const auto barBelow = [this](const std::string& label, double longitude) {
     c.view.label = label;
+    c.view.centralLongitude = longitude;
     RecordingCanvas canvas(2100, 3000);
     c.view.target = &canvas;
     DrawLegend(c.view);
     return canvas.Having("rect")[1];
   };
   // The two lines of the scale are from 2950 to 2974. The bar is 25 high, and labels take 12 and a
-  // gap of 4.
-  EXPECT_EQ(barBelow("R"), "rect 1725,2933 1844,2959");
-  EXPECT_EQ(barBelow(std::string(40, 'R')), "rect 1725,2949 1844,2975");
+  // gap of 4: 33 more than the lines.
+  EXPECT_EQ(barBelow("R", 10), "rect 1725,2933 1844,2959");
+  EXPECT_EQ(barBelow(std::string(250, 'R'), 10), "rect 1725,2966 1844,2992");
   // Without a line above, the label is within the box, which begins at 2948.
   TheMap().credits.clear();
-  EXPECT_EQ(barBelow(" "), "rect 1725,2964 1844,2990");
+  EXPECT_EQ(barBelow(" ", 10), "rect 1725,2964 1844,2990");
 }
 
 TEST_F(LegendTest, CutsALongLineAtItsEnd) {
@@ -165,6 +167,8 @@ TEST_F(LegendTest, CutsALongLineAtItsEnd) {
   DrawLegend(c.view);
   EXPECT_EQ(canvas.Having("rect").front(), "rect 0,2936 2100,3000");
   EXPECT_TRUE(canvas.Having("text")[0].starts_with("text 2,2947 m")) << canvas.Having("text")[0];
+  EXPECT_LT(canvas.IndexOf("rect 0,2936 2100,3000"), canvas.IndexOf("clip 0,0 2100,3000"));
+  EXPECT_LT(canvas.IndexOf("clip 0,0 2100,3000"), canvas.IndexOf("text 2,2947 m"));
   // The lines that fit are in the middle.
   EXPECT_EQ(canvas.Having("text")[1], "text 783,2965 Scale: 1:10000");
 }

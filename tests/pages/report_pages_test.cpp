@@ -131,7 +131,13 @@ TEST(PointIndexPagesTest, PrintsEachNameOnce) {
     entry.name = "P" + std::to_string(1000 + i);
     entry.position = {.lat = 1, .lon = 10};
   }
-  PointIndexPages pages(SmallPages(), index, CoordinateDisplay::Degrees);
+  ReportPageFrame frame = SmallPages();
+  // On a narrower page the end of the second name's place would be cut.
+  frame.device.width = 400;
+  PointIndexPages narrow(frame, index, CoordinateDisplay::Degrees);
+  EXPECT_EQ(DrawAll(narrow).size(), 11U);
+  frame.device.width = 409;
+  PointIndexPages pages(frame, index, CoordinateDisplay::Degrees);
   const std::vector<RecordingCanvas> drawn = DrawAll(pages);
   // The headings take 12 pixels, so 19 lines of two names fit on a page.
   EXPECT_EQ(pages.Count(), 6);
