@@ -2,9 +2,12 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <gtest/gtest.h>
 #include <limits>
 #include <random>
+#include <string>
+#include <string_view>
 
 namespace orvane {
 namespace {
@@ -176,10 +179,11 @@ TEST(OutlineShape, IsAPolygonWithHolesInGeoJson) {
   std::string text;
   const auto write = [&](const GeoShape& shape) {
     text.clear();
-    JsonWriter json([&](std::string_view piece) {
+    const std::function<bool(std::string_view)> sink = [&](std::string_view piece) {
       text += piece;
       return true;
-    });
+    };
+    JsonWriter json(sink);
     PutGeometry(json, shape);
     EXPECT_TRUE(json.Finish());
     std::erase(text, '\n');
