@@ -508,7 +508,7 @@ struct MapDelta::OneMap {
   std::vector<std::pair<Range*, Addresses<Point>>> minutes;
   std::vector<std::pair<Range*, OffsetHulls>> offsets;
 
-  size_t removedBytes = 0;  ///< as it was weighed
+  size_t removedBytes = 0;  ///< by the last weighing
 
   bool AnyAnalysis() const {
     return overlaps || newOverlaps || !minutes.empty() || !offsets.empty();
